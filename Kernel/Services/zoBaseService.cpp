@@ -1,0 +1,3 @@
+#include "zoBaseService.h"
+
+zoBaseService::~zoBaseService() = default;

@@ -1,0 +1,5 @@
+#include "zoCameraService.h"
+
+zoCameraService::zoCameraService(QObject* parent) : QObject(parent) {}
+
+zoCameraService::~zoCameraService() = default;

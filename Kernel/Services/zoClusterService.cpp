@@ -1,0 +1,5 @@
+#include "zoClusterService.h"
+
+zoClusterService::zoClusterService(QObject* parent) : QObject(parent) {}
+
+zoClusterService::~zoClusterService() = default;

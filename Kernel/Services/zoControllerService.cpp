@@ -1,0 +1,3 @@
+#include "zoControllerService.h"
+
+zoControllerService::~zoControllerService() = default;

@@ -1,0 +1,3 @@
+#include "zoMainWindowService.h"
+
+zoMainWindowService::~zoMainWindowService() = default;

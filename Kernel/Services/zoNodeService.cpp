@@ -1,0 +1,5 @@
+#include "zoNodeService.h"
+
+zoNodeService::zoNodeService(QObject* parent) : QObject(parent) {}
+
+zoNodeService::~zoNodeService() = default;

@@ -1,0 +1,3 @@
+#include "zoPreferencesService.h"
+
+zoPreferencesService::~zoPreferencesService() = default;

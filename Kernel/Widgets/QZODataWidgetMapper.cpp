@@ -1,0 +1,5 @@
+#include "QZODataWidgetMapper.h"
+
+QZODataWidgetMapper::QZODataWidgetMapper(QObject* parent) : QDataWidgetMapper(parent) {}
+
+QZODataWidgetMapper::~QZODataWidgetMapper() = default;

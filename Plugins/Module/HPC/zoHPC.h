@@ -1,0 +1,81 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+
+class QAction;
+class zoClusterService;
+class zoHPCConnectGUIW;
+class zoHPCGUIW;
+
+// Keys of a host-tree item's option map and attribute names in the configuration document. Compared exactly.
+namespace zoHPCOption
+{
+extern const QString Enabled;
+extern const QString RenderNode;
+extern const QString NetworkType;
+extern const QString LinkSpeed;
+extern const QString SceneCompression;
+extern const QString ImageCompression;
+extern const QString Description;
+extern const QString IbDevice;
+extern const QString IbPort;
+extern const QString ServicePort;
+extern const QString PixelFormat;
+extern const QString StartStopAction;
+extern const QString ParallelFrames;
+extern const QString FramePipelineLength;
+extern const QString StillFrameSupersampling;
+extern const QString NodesFile;
+extern const QString Encrypted;
+extern const QString Homogeneous;
+} // namespace zoHPCOption
+
+// The module object: builds the cluster window, registers it with the host and runs sessions through the host's
+// cluster service. One per process, created by initPlugin(). The host may invoke its slots by name.
+class zoHPC final : public QObject
+{
+    Q_OBJECT
+
+public:
+    zoHPC();
+    ~zoHPC() override;
+
+    // Null before initPlugin() and after the library was unloaded.
+    static zoHPC* getInstance();
+
+    void show();
+
+    // Directory of the sample configurations.
+    QString getConfigPath();
+
+public slots:
+    // The order of the slots is part of the interface: hosts invoke them by index, too.
+    void loadConfig(const char* fileName); // Latin-1; null is an empty name
+    void setConfig(const QString& config);
+    void startCluster();
+    void stopCluster();
+    // networkIndex counts the networks of the tree from 1, in the order in which the tree shows them.
+    void setNetworkOption(int networkIndex, const QString& key, const QString& value);
+    void setAdvanced(bool advanced);
+    void showTilesChanged(bool on);
+    void showTestImageChanged(bool on);
+    void runSpeedTest();
+    void toggleCluster(bool on);
+    void setFoundMultipleServers(const QString& nodes);
+    void setFoundNotEnoughMemory(const QString& nodes);
+    void setRunning(bool running);
+    void updateRuntimConfig();
+
+private:
+    static zoHPC* s_instance;
+
+    zoClusterService* m_clusterService = nullptr; // not owned
+    QString m_configPath;
+    QPointer<zoHPCConnectGUIW> m_connectOverlay; // owned by the host's main window
+    QPointer<zoHPCGUIW> m_mainWindow;            // owned by the host's main window
+    QAction* m_toggleAction = nullptr;
+    bool m_retryRequested = false;
+    bool m_forwardConfigChanges = true;
+};

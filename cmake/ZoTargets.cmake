@@ -1,0 +1,72 @@
+# The house rules of a target in one place: language level, warnings, sanitizers, Qt code generators.
+
+add_library(zoBuildFlags INTERFACE)
+add_library(Zo::BuildFlags ALIAS zoBuildFlags)
+target_compile_features(zoBuildFlags INTERFACE cxx_std_17)
+target_compile_definitions(zoBuildFlags INTERFACE
+  QT_NO_FOREACH QT_DEPRECATED_WARNINGS QT_DISABLE_DEPRECATED_BEFORE=0x050d00)
+# no-gnu-unique: a unique symbol would pin a module in memory and make its unloading a no-op.
+target_compile_options(zoBuildFlags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
+  -Wcast-align -Woverloaded-virtual -Wformat=2
+  $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>
+  $<$<BOOL:${ZO_WERROR}>:-Werror>)
+if(ZO_SANITIZE)
+  target_compile_options(zoBuildFlags INTERFACE -fsanitize=${ZO_SANITIZE} -fno-omit-frame-pointer
+    -fno-sanitize-recover=all)
+  target_link_options(zoBuildFlags INTERFACE -fsanitize=${ZO_SANITIZE})
+endif()
+
+# Properties shared by all own targets: generators of Qt, hidden symbols, position independent code.
+function(zo_setup_target name)
+  set_target_properties(${name} PROPERTIES
+    AUTOMOC ON AUTOUIC ON AUTORCC ON
+    CXX_EXTENSIONS OFF
+    POSITION_INDEPENDENT_CODE ON
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON)
+  target_link_libraries(${name} PRIVATE Zo::BuildFlags)
+endfunction()
+
+# zo_add_module(<name> OBJECTS <object library>): a plug-in file lib<name>.so that exports only the
+# symbols in <name>.map of the current folder.
+function(zo_add_module name)
+  cmake_parse_arguments(ARG "" "OBJECTS" "" ${ARGN})
+  set(map "${CMAKE_CURRENT_SOURCE_DIR}/${name}.map")
+  add_library(${name} MODULE "${map}")
+  zo_setup_target(${name})
+  target_link_libraries(${name} PRIVATE ${ARG_OBJECTS})
+  target_link_options(${name} PRIVATE "LINKER:--version-script=${map}" "LINKER:--no-undefined")
+  set_target_properties(${name} PROPERTIES
+    PREFIX "lib" LINKER_LANGUAGE CXX LINK_DEPENDS "${map}"
+    LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib/zo")
+  install(TARGETS ${name} LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/zo")
+endfunction()
+
+# zo_add_test(<name> [SOURCES <file>...] [LIBS <target>...] [LABELS <label>...] [ENV <VAR=value>...] [TIMEOUT <s>]):
+# one QtTest executable per class; <name>.cpp is the first source. Runs offscreen and from any folder.
+function(zo_add_test name)
+  cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;LIBS;LABELS;ENV" ${ARGN})
+  if(NOT ARG_TIMEOUT)
+    set(ARG_TIMEOUT 120)
+  endif()
+  add_executable(${name} ${name}.cpp ${ARG_SOURCES})
+  zo_setup_target(${name})
+  target_link_libraries(${name} PRIVATE Zo::TestSupport ${ARG_LIBS})
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES
+    TIMEOUT ${ARG_TIMEOUT}
+    LABELS "${ARG_LABELS}"
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;${ZO_SANITIZER_ENVIRONMENT};${ARG_ENV}")
+endfunction()
+
+# zo_add_benchmark(<name> [SOURCES <file>...] [LIBS <target>...]): built with the rest, run by `ctest -C Benchmark`.
+function(zo_add_benchmark name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
+  add_executable(${name} ${name}.cpp ${ARG_SOURCES})
+  zo_setup_target(${name})
+  target_link_libraries(${name} PRIVATE benchmark::benchmark Qt5::Widgets Qt5::Xml ${ARG_LIBS})
+  add_test(NAME ${name} CONFIGURATIONS Benchmark COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES
+    LABELS benchmark RUN_SERIAL ON TIMEOUT 1800
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
+endfunction()
