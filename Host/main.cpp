@@ -1,0 +1,44 @@
+#include "zoHostApplication.h"
+#include "zoHostOptions.h"
+
+#include <QApplication>
+
+#include <cstdio>
+
+namespace
+{
+// Nobody watches a non-interactive session, so it needs no display.
+void chooseOffscreenWithoutDisplay()
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && qEnvironmentVariableIsEmpty("DISPLAY") &&
+        qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+}
+
+// Before the application object, which needs a display, so that --help works without one.
+zoHostOptions::Result readCommandLine(int& argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    return zoHostOptions::parse(QCoreApplication::arguments());
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication::setOrganizationName(QStringLiteral("zo"));
+    QCoreApplication::setApplicationName(QStringLiteral("zohost"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(ZO_VERSION));
+    const zoHostOptions::Result commandLine = readCommandLine(argc, argv);
+    std::fputs(commandLine.standardOutput.toLocal8Bit().constData(), stdout);
+    std::fputs(commandLine.standardError.toLocal8Bit().constData(), stderr);
+    if (!commandLine.run)
+        return commandLine.exitCode;
+    if (commandLine.options.nonInteractive)
+        chooseOffscreenWithoutDisplay();
+
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    const QApplication application(argc, argv);
+    zoHostApplication host(commandLine.options);
+    return host.run();
+}

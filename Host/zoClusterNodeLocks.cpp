@@ -1,0 +1,141 @@
+#include "zoClusterNodeLocks.h"
+
+#include <QCryptographicHash>
+#include <QFile>
+#include <QtEndian>
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sched.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace
+{
+// One byte of the lock file stands for one node and port. A file per node would cost a descriptor each, which
+// a large cluster does not have.
+qint64 byteOf(const QString& nodeId, int servicePort)
+{
+    const QByteArray key = nodeId.toUtf8() + '\0' + QByteArray::number(servicePort);
+    const QByteArray digest = QCryptographicHash::hash(key, QCryptographicHash::Sha256);
+    constexpr quint64 PositiveOffsets = 0x3fffffffffffffff;
+    return qint64(qFromBigEndian<quint64>(digest.constData()) & PositiveOffsets);
+}
+
+// Locks of the open file, not of the process: two sessions of one process must meet as well.
+bool setLock(int file, qint64 byte, short type)
+{
+    struct flock lock = {};
+    lock.l_type = type;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = off_t(byte);
+    lock.l_len = 1;
+    int result = 0;
+    do {
+        result = fcntl(file, F_OFD_SETLK, &lock);
+    } while (result == -1 && errno == EINTR);
+    return result == 0;
+}
+
+QString systemError()
+{
+    return QString::fromLocal8Bit(std::strerror(errno));
+}
+
+// The run-time directory of the login session, else a directory of this user alone.
+QByteArray userDirectory()
+{
+    const QByteArray runtime = qgetenv("XDG_RUNTIME_DIR");
+    struct stat info = {};
+    if (!runtime.isEmpty() && stat(runtime.constData(), &info) == 0 && S_ISDIR(info.st_mode) &&
+        info.st_uid == geteuid())
+        return runtime;
+    return "/tmp/zo-" + QByteArray::number(uint(geteuid()));
+}
+} // namespace
+
+zoClusterNodeLocks::zoClusterNodeLocks() = default;
+
+zoClusterNodeLocks::~zoClusterNodeLocks()
+{
+    releaseAll();
+    if (m_file != -1)
+        close(m_file);
+}
+
+void zoClusterNodeLocks::setDirectory(const QString& directory)
+{
+    Q_ASSERT(m_held.isEmpty());
+    if (m_file != -1)
+        close(m_file);
+    m_file = -1;
+    m_directory = directory;
+}
+
+bool zoClusterNodeLocks::openFile()
+{
+    if (m_file != -1)
+        return true;
+    const QByteArray directory = m_directory.isEmpty() ? userDirectory() : QFile::encodeName(m_directory);
+    constexpr mode_t OwnerOnly = 0700;
+    if (mkdir(directory.constData(), OwnerOnly) == -1 && errno != EEXIST) {
+        m_error = QString::fromLocal8Bit(directory) + QStringLiteral(": ") + systemError();
+        return false;
+    }
+    // Someone else may have made the directory to lay a link here.
+    struct stat info = {};
+    if (lstat(directory.constData(), &info) == -1 || !S_ISDIR(info.st_mode) || info.st_uid != geteuid()) {
+        m_error = QString::fromLocal8Bit(directory) + QStringLiteral(": not a directory of this user");
+        return false;
+    }
+    const QByteArray file = directory + "/zo-cluster-nodes.lock";
+    constexpr mode_t OwnerReadsAndWrites = 0600;
+    m_file = open(file.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, OwnerReadsAndWrites);
+    if (m_file == -1)
+        m_error = QString::fromLocal8Bit(file) + QStringLiteral(": ") + systemError();
+    return m_file != -1;
+}
+
+zoClusterNodeLocks::Outcome zoClusterNodeLocks::acquire(const QString& nodeId, int servicePort, bool share)
+{
+    if (!openFile())
+        return Outcome::NoLocking;
+    const qint64 byte = byteOf(nodeId, servicePort);
+    // Alone for a moment to learn that nobody else is there, then shared, so that others can join on purpose.
+    // Several tries: another session may be in that same moment.
+    constexpr int Tries = 1000;
+    for (int attempt = 0; attempt < Tries; ++attempt) {
+        if (setLock(m_file, byte, F_WRLCK)) {
+            setLock(m_file, byte, F_RDLCK);
+            m_held.insert(byte);
+            return Outcome::Free;
+        }
+        if (errno != EAGAIN && errno != EACCES) {
+            m_error = systemError();
+            return Outcome::NoLocking;
+        }
+        if (!share)
+            return Outcome::InUse;
+        if (setLock(m_file, byte, F_RDLCK)) {
+            m_held.insert(byte);
+            return Outcome::Shared;
+        }
+        sched_yield();
+    }
+    return Outcome::InUse;
+}
+
+void zoClusterNodeLocks::release(const QString& nodeId, int servicePort)
+{
+    const qint64 byte = byteOf(nodeId, servicePort);
+    if (m_held.remove(byte))
+        setLock(m_file, byte, F_UNLCK);
+}
+
+void zoClusterNodeLocks::releaseAll()
+{
+    for (const qint64 byte : qAsConst(m_held))
+        setLock(m_file, byte, F_UNLCK);
+    m_held.clear();
+}

@@ -1,0 +1,102 @@
+#include "zoHostApplication.h"
+
+#include "zoHostLogPanel.h"
+
+#include <zoKernelServiceFactory.h>
+#include <zoLog.h>
+#include <zoPlatform.h>
+
+#include <QApplication>
+#include <QFile>
+
+namespace
+{
+const char DefaultFileKey[] = "HPC Cluster default file";
+
+// The text of the sample that an empty host shows; empty when the data directory lacks it.
+QString defaultDocument()
+{
+    QFile file(QString::fromStdString(zoPlatform::getDataDir()) + QStringLiteral("/cluster/default.zhpc"));
+    return file.open(QIODevice::ReadOnly | QIODevice::Text) ? QString::fromUtf8(file.readAll()) : QString();
+}
+} // namespace
+
+zoHostApplication::zoHostApplication(const zoHostOptions& options)
+    : m_options(options)
+    , m_controller(options.nonInteractive)
+    , m_preferences(&m_settings)
+    , m_cameras(&m_settings, &m_nodes)
+    , m_window(std::make_unique<zoHostMainWindow>(
+          zoHostMainWindow::Services{&m_preferences, &m_cameras, &m_nodes}))
+    , m_mainWindowService(std::make_unique<zoHostMainWindowService>(m_window.get()))
+{
+    connect(&m_log, &zoHostLog::messageLogged, m_window->logPanel(), &zoHostLogPanel::addMessage);
+    connect(m_window.get(), &zoHostMainWindow::closing, &m_cluster, &zoClusterService::abort);
+    // Without a file of its own a session begins with the default document, which has no name yet.
+    m_cluster.offerConfig(defaultDocument());
+    registerServices();
+    loadModules();
+    m_session = std::make_unique<zoHostSession>(m_options, m_window.get(), &m_cluster);
+}
+
+zoHostApplication::~zoHostApplication()
+{
+    // The session ends while everybody can still hear of it.
+    m_session.reset();
+    m_cluster.abort();
+    m_cluster.stop();
+    // Windows first: their code lies in the modules.
+    m_window.reset();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    m_preferences.clearPages();
+    m_loader.unloadAll();
+    unregisterServices();
+}
+
+int zoHostApplication::run()
+{
+    m_window->show();
+    const QString file = configurationFile();
+    QMetaObject::invokeMethod(
+        m_session.get(), [this, file] { m_session->begin(file); }, Qt::QueuedConnection);
+    return QCoreApplication::exec();
+}
+
+QString zoHostApplication::configurationFile()
+{
+    if (!m_options.configFile.isEmpty())
+        return m_options.configFile;
+    QString file = m_preferences.getString(QLatin1String(DefaultFileKey), QString());
+    return file.replace(QLatin1String("$ZOKE_DATA"), QString::fromStdString(zoPlatform::getDataDir()));
+}
+
+void zoHostApplication::registerServices()
+{
+    zoKernelServiceFactory& factory = zoKernelServiceFactory::the();
+    factory.registerService<zoControllerService>(&m_controller);
+    factory.registerService<zoPreferencesService>(&m_preferences);
+    factory.registerService<zoNodeService>(&m_nodes);
+    factory.registerService<zoCameraService>(&m_cameras);
+    factory.registerService<zoClusterService>(&m_cluster);
+    factory.registerService<zoMainWindowService>(m_mainWindowService.get());
+}
+
+void zoHostApplication::unregisterServices()
+{
+    zoKernelServiceFactory& factory = zoKernelServiceFactory::the();
+    factory.unregisterService<zoMainWindowService>();
+    factory.unregisterService<zoClusterService>();
+    factory.unregisterService<zoCameraService>();
+    factory.unregisterService<zoNodeService>();
+    factory.unregisterService<zoPreferencesService>();
+    factory.unregisterService<zoControllerService>();
+}
+
+void zoHostApplication::loadModules()
+{
+    const QStringList files = m_options.moduleFiles.isEmpty()
+                                  ? QStringList(zoModuleLoader::defaultModuleFile())
+                                  : m_options.moduleFiles;
+    for (const QString& file : files)
+        m_loader.load(file);
+}

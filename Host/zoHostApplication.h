@@ -1,0 +1,55 @@
+#pragma once
+
+#include "zoHostCameraService.h"
+#include "zoHostControllerService.h"
+#include "zoHostLog.h"
+#include "zoHostMainWindow.h"
+#include "zoHostMainWindowService.h"
+#include "zoHostNodeService.h"
+#include "zoHostOptions.h"
+#include "zoHostPreferencesService.h"
+#include "zoHostSession.h"
+#include "zoLocalClusterService.h"
+#include "zoModuleLoader.h"
+
+#include <QObject>
+#include <QSettings>
+
+#include <memory>
+
+// The host from its options to its orderly end: settings, services, window, modules and session, taken down
+// in reverse order. Lives inside a QApplication.
+class zoHostApplication final : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit zoHostApplication(const zoHostOptions& options);
+    ~zoHostApplication() override;
+
+    // Shows the window and runs until the end; the exit code.
+    int run();
+
+    // The file that a session begins with: the one of the options, else the default file of the preferences
+    // with
+    // "$ZOKE_DATA" replaced by the data directory; may be empty.
+    QString configurationFile();
+
+private:
+    void registerServices();
+    void unregisterServices();
+    void loadModules();
+
+    zoHostOptions m_options;
+    zoHostLog m_log;
+    QSettings m_settings;
+    zoHostControllerService m_controller;
+    zoHostPreferencesService m_preferences;
+    zoHostNodeService m_nodes;
+    zoHostCameraService m_cameras;
+    zoLocalClusterService m_cluster;
+    std::unique_ptr<zoHostMainWindow> m_window;
+    std::unique_ptr<zoHostMainWindowService> m_mainWindowService;
+    zoModuleLoader m_loader;
+    std::unique_ptr<zoHostSession> m_session;
+};

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QWidget>
+
+class QAction;
+class QListWidget;
+class zoHostCameraService;
+class zoHostNodeService;
+
+// The list of cameras with buttons to add, rename and remove them.
+class zoHostCameraPanel final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    // Neither is owned; both outlive the panel.
+    zoHostCameraPanel(zoHostCameraService* cameras, zoHostNodeService* nodes, QWidget* parent = nullptr);
+    ~zoHostCameraPanel() override;
+
+private:
+    void refresh();
+    void addCamera();
+    void renameCurrent();
+    void removeCurrent();
+    void updateActions();
+
+    zoHostCameraService* m_cameras;
+    QListWidget* m_list;
+    QAction* m_add;
+    QAction* m_rename;
+    QAction* m_remove;
+};

@@ -1,0 +1,303 @@
+#include "zoHostMainWindow.h"
+
+#include "zoHostCameraPanel.h"
+#include "zoHostLogPanel.h"
+#include "zoHostPreferencesDialog.h"
+
+#include <QZOToolBar.h>
+#include <zoPlatform.h>
+
+#include <QActionEvent>
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <QTreeWidget>
+
+#include <algorithm>
+
+namespace
+{
+struct ToolTip
+{
+    const char* key;
+    const char* text;
+};
+
+// The texts behind the tool-tip keys that modules use.
+constexpr ToolTip ToolTips[] = {
+    {"Tipreel_Cluster",
+     QT_TRANSLATE_NOOP("zoHostMainWindow",
+                       "Cluster: set up render nodes and displays, start and stop a session")},
+};
+
+// Shares no data with `text`, which may lie in a module that is unloaded earlier.
+QString deepCopy(const QString& text)
+{
+    return QString(text.constData(), text.size());
+}
+
+void resolveToolTip(QAction* action)
+{
+    const QString text = zoHostMainWindow::resolvedToolTip(action->toolTip());
+    if (text != action->toolTip())
+        action->setToolTip(text);
+}
+} // namespace
+
+zoHostMainWindow::zoHostMainWindow(const Services& services, QWidget* parent)
+    : QMainWindow(parent)
+    , m_services(services)
+    , m_pages(new QStackedWidget(this))
+    , m_emptyPage(new QLabel(tr("No module is loaded.\nThe log says why."), this))
+    , m_moduleToolBar(new QZOToolBar(tr("Modules"), this))
+{
+    setObjectName(QStringLiteral("HostMainWindow"));
+    setWindowTitle(QStringLiteral("zohost"));
+    setWindowIcon(QIcon(QStringLiteral(":/host/zohost.svg")));
+    setDockOptions(QMainWindow::AnimatedDocks | QMainWindow::AllowTabbedDocks);
+
+    m_emptyPage->setAlignment(Qt::AlignCenter);
+    m_emptyPage->setForegroundRole(QPalette::Mid);
+    m_pages->addWidget(m_emptyPage);
+    setCentralWidget(m_pages);
+
+    m_moduleToolBar->setObjectName(QStringLiteral("ModuleToolBar"));
+    m_moduleToolBar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    m_moduleToolBar->setIconSize(QSize(zoPlatform::getMediumIconSize(), zoPlatform::getMediumIconSize()));
+    m_moduleToolBar->installEventFilter(this);
+    addToolBar(Qt::TopToolBarArea, m_moduleToolBar);
+
+    createDocks(services);
+    createMenus();
+    statusBar()->setSizeGripEnabled(true);
+}
+
+zoHostMainWindow::~zoHostMainWindow()
+{
+    // Entries must not be looked up while the children go one by one.
+    for (const Module& module : qAsConst(m_modules)) {
+        if (module.window) {
+            disconnect(module.window, nullptr, this, nullptr);
+            module.window->removeEventFilter(this);
+        }
+    }
+    m_moduleToolBar->removeEventFilter(this);
+    // The dialog first: it gives back pages that it does not own.
+    delete m_preferencesDialog;
+}
+
+QSize zoHostMainWindow::sizeHint() const
+{
+    return {1180, 820};
+}
+
+void zoHostMainWindow::createMenus()
+{
+    QMenu* file = menuBar()->addMenu(tr("&File"));
+    QAction* quit = file->addAction(tr("&Quit"), this, &QWidget::close);
+    quit->setShortcut(QKeySequence::Quit);
+    quit->setMenuRole(QAction::QuitRole);
+
+    QMenu* edit = menuBar()->addMenu(tr("&Edit"));
+    QAction* preferences = edit->addAction(tr("&Preferences..."), this, &zoHostMainWindow::showPreferences);
+    preferences->setShortcut(QKeySequence::Preferences);
+    preferences->setMenuRole(QAction::PreferencesRole);
+
+    QMenu* view = menuBar()->addMenu(tr("&View"));
+    for (QDockWidget* dock : findChildren<QDockWidget*>(QString(), Qt::FindDirectChildrenOnly))
+        view->addAction(dock->toggleViewAction());
+    view->addAction(m_moduleToolBar->toggleViewAction());
+
+    QMenu* help = menuBar()->addMenu(tr("&Help"));
+    QAction* about = help->addAction(tr("&About zohost"), this, &zoHostMainWindow::showAbout);
+    about->setMenuRole(QAction::AboutRole);
+}
+
+void zoHostMainWindow::createDocks(const Services& services)
+{
+    m_moduleList = new QTreeWidget;
+    m_moduleList->setObjectName(QStringLiteral("ModuleList"));
+    m_moduleList->setAccessibleName(tr("Modules"));
+    m_moduleList->setHeaderHidden(true);
+    m_moduleList->setRootIsDecorated(false);
+    m_moduleList->setIndentation(12);
+    m_moduleList->setFrameShape(QFrame::NoFrame);
+    m_moduleList->setIconSize(QSize(zoPlatform::getMediumIconSize(), zoPlatform::getMediumIconSize()));
+    connect(m_moduleList, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* current) {
+        for (const Module& module : qAsConst(m_modules)) {
+            if (module.item == current && module.window)
+                m_pages->setCurrentWidget(module.window);
+        }
+    });
+
+    m_logPanel = new zoHostLogPanel;
+    m_logPanel->setObjectName(QStringLiteral("LogPanel"));
+
+    struct Dock
+    {
+        const char* name;
+        QString title;
+        QWidget* widget;
+        Qt::DockWidgetArea area;
+    };
+    const Dock docks[] = {
+        {"ModuleDock", tr("Modules"), m_moduleList, Qt::LeftDockWidgetArea},
+        {"CameraDock", tr("Cameras"), new zoHostCameraPanel(services.cameras, services.nodes),
+         Qt::LeftDockWidgetArea},
+        {"LogDock", tr("Log"), m_logPanel, Qt::BottomDockWidgetArea},
+    };
+    QList<QDockWidget*> made;
+    for (const Dock& entry : docks) {
+        auto* dock = new QDockWidget(entry.title, this);
+        dock->setObjectName(QLatin1String(entry.name));
+        dock->setWidget(entry.widget);
+        addDockWidget(entry.area, dock);
+        made << dock;
+    }
+    setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
+    resizeDocks({made.at(0), made.at(1)}, {500, 220}, Qt::Vertical);
+    resizeDocks({made.at(0)}, {190}, Qt::Horizontal);
+    resizeDocks({made.at(2)}, {150}, Qt::Vertical);
+}
+
+void zoHostMainWindow::addModule(const QString& name, const QString& category, QWidget* window,
+                                 const QString& toolTipKey, const QIcon& icon, const QString& title)
+{
+    if (window == nullptr)
+        return;
+    for (const Module& module : qAsConst(m_modules)) {
+        if (module.name == name || module.address == window) {
+            QWidget* before = module.address;
+            if (module.window)
+                disconnect(module.window, &QObject::destroyed, this, nullptr);
+            removeModule(before);
+            break;
+        }
+    }
+
+    auto* item = new QTreeWidgetItem(categoryItem(deepCopy(category)), {deepCopy(title)});
+    item->setIcon(0, icon);
+    item->setToolTip(0, resolvedToolTip(deepCopy(toolTipKey)));
+    // The stack is below this window, so the module's window keeps its owner when it becomes a page.
+    m_pages->addWidget(window);
+    window->installEventFilter(this);
+    m_modules.append({deepCopy(name), window, window, item});
+    connect(window, &QObject::destroyed, this,
+            [this](QObject* gone) { removeModule(static_cast<QWidget*>(gone)); });
+    if (m_modules.size() == 1)
+        showModule(window);
+}
+
+QList<QWidget*> zoHostMainWindow::moduleWindows() const
+{
+    QList<QWidget*> windows;
+    for (const Module& module : m_modules) {
+        if (module.window)
+            windows << module.window;
+    }
+    return windows;
+}
+
+QObject* zoHostMainWindow::moduleObject(const char* slotSignature) const
+{
+    const QByteArray signature = QMetaObject::normalizedSignature(slotSignature);
+    const QList<QAction*> actions = m_moduleToolBar->actions();
+    for (const QAction* action : actions) {
+        QObject* owner = action->parent();
+        if (owner != nullptr && owner->metaObject()->indexOfSlot(signature) >= 0)
+            return owner;
+    }
+    return nullptr;
+}
+
+QString zoHostMainWindow::resolvedToolTip(const QString& key)
+{
+    for (const ToolTip& entry : ToolTips) {
+        if (key == QLatin1String(entry.key))
+            return tr(entry.text);
+    }
+    return key;
+}
+
+void zoHostMainWindow::showPreferences()
+{
+    if (!m_preferencesDialog) {
+        m_preferencesDialog = new zoHostPreferencesDialog(m_services.preferences, this);
+        m_preferencesDialog->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    m_preferencesDialog->open();
+}
+
+void zoHostMainWindow::showAbout()
+{
+    QMessageBox::about(this, tr("About zohost"),
+                       tr("<b>zohost %1</b><p>Shows and runs render cluster configurations.</p>")
+                           .arg(QStringLiteral(ZO_VERSION)));
+}
+
+bool zoHostMainWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_moduleToolBar) {
+        if (event->type() == QEvent::ActionAdded || event->type() == QEvent::ActionChanged)
+            resolveToolTip(static_cast<QActionEvent*>(event)->action());
+    } else if (event->type() == QEvent::ShowToParent) {
+        // A module that shows its window wants it to be seen, not to lie over another page.
+        auto* window = qobject_cast<QWidget*>(watched);
+        if (window != nullptr && m_pages->currentWidget() != window && m_pages->indexOf(window) >= 0)
+            showModule(window);
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void zoHostMainWindow::closeEvent(QCloseEvent* event)
+{
+    emit closing();
+    QMainWindow::closeEvent(event);
+}
+
+QTreeWidgetItem* zoHostMainWindow::categoryItem(const QString& category)
+{
+    for (int row = 0; row < m_moduleList->topLevelItemCount(); ++row) {
+        if (m_moduleList->topLevelItem(row)->text(0) == category)
+            return m_moduleList->topLevelItem(row);
+    }
+    auto* item = new QTreeWidgetItem(m_moduleList, {category});
+    item->setFlags(Qt::ItemIsEnabled);
+    QFont font = m_moduleList->font();
+    font.setBold(true);
+    item->setFont(0, font);
+    item->setExpanded(true);
+    return item;
+}
+
+void zoHostMainWindow::removeModule(const QWidget* window)
+{
+    const auto it = std::find_if(m_modules.begin(), m_modules.end(),
+                                 [window](const Module& module) { return module.address == window; });
+    if (it == m_modules.end())
+        return;
+    const Module module = *it;
+    m_modules.erase(it);
+    if (module.window) {
+        module.window->removeEventFilter(this);
+        m_pages->removeWidget(module.window);
+        module.window->hide();
+    }
+    QTreeWidgetItem* category = module.item->parent();
+    delete module.item;
+    if (category->childCount() == 0)
+        delete category;
+}
+
+void zoHostMainWindow::showModule(QWidget* window)
+{
+    m_pages->setCurrentWidget(window);
+    for (const Module& module : qAsConst(m_modules)) {
+        if (module.address == window)
+            m_moduleList->setCurrentItem(module.item);
+    }
+}

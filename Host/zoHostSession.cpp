@@ -1,0 +1,200 @@
+#include "zoHostSession.h"
+
+#include "zoClusterDocument.h"
+#include "zoHostMainWindow.h"
+
+#include <zoClusterService.h>
+#include <zoLog.h>
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QPixmap>
+#include <QSaveFile>
+
+#include <cstdio>
+
+namespace
+{
+constexpr int SessionFailed = 1;
+
+bool isLatin1(const QString& text)
+{
+    return QString::fromLatin1(text.toLatin1()) == text;
+}
+} // namespace
+
+zoHostSession::zoHostSession(const zoHostOptions& options, zoHostMainWindow* window,
+                             zoClusterService* cluster, QObject* parent)
+    : QObject(parent), m_options(options), m_window(window), m_cluster(cluster)
+{
+}
+
+zoHostSession::~zoHostSession() = default;
+
+void zoHostSession::begin(const QString& configurationFile)
+{
+    connect(m_cluster, &zoClusterService::progressChanged, this, [this](const QString& text, int percent) {
+        print(percent < 0 ? tr("progress: %1").arg(text)
+                          : tr("progress: %1% %2").arg(QString::number(percent), text));
+    });
+    connect(m_cluster, &zoClusterService::started, this, [this] { m_wasRunning = true; });
+    connect(m_cluster, &zoClusterService::stopped, this, [this] {
+        // A start that failed is followed by another try; its caller judges the outcome.
+        if (!m_wasRunning)
+            return;
+        print(tr("stopped"));
+        if (m_options.exitAfterStop)
+            then(&zoHostSession::finish);
+    });
+
+    if (!loadConfiguration(configurationFile))
+        return;
+    if (m_options.start)
+        then(&zoHostSession::start);
+    else if (!m_options.screenshotFile.isEmpty())
+        then(&zoHostSession::takeScreenshot);
+}
+
+bool zoHostSession::loadConfiguration(const QString& fileName)
+{
+    zoClusterDocument document;
+    QString reason;
+    if (fileName.isEmpty()) {
+        document.parse(m_cluster->currentConfig(), reason);
+    } else {
+        QFile file(fileName);
+        if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+            fail(tr("Unable to load configuration %1: %2").arg(fileName, file.errorString()));
+            return !m_ended;
+        }
+        if (!document.parse(QString::fromUtf8(file.readAll().constData()), reason)) {
+            fail(tr("Configuration %1 cannot be used: %2").arg(fileName, reason));
+            if (m_ended)
+                return false;
+        }
+
+        // The module's entry reads a Latin-1 name. Its window has the entry for all the others.
+        const QString absolute = QFileInfo(fileName).absoluteFilePath();
+        QObject* receiver = nullptr;
+        bool done = false;
+        if (isLatin1(absolute)) {
+            receiver = m_window->moduleObject("loadConfig(const char*)");
+            const QByteArray name = absolute.toLatin1();
+            done =
+                receiver != nullptr && QMetaObject::invokeMethod(receiver, "loadConfig", Qt::DirectConnection,
+                                                                 Q_ARG(const char*, name.constData()));
+        } else {
+            const QList<QWidget*> windows = m_window->moduleWindows();
+            for (QWidget* window : windows) {
+                if (!done && window->metaObject()->indexOfSlot("loadConfig(QString)") >= 0)
+                    done = QMetaObject::invokeMethod(window, "loadConfig", Qt::DirectConnection,
+                                                     Q_ARG(QString, absolute));
+            }
+        }
+        if (!done) {
+            fail(tr("Unable to load configuration %1: no module takes it").arg(fileName));
+            return !m_ended;
+        }
+    }
+    print(fileName.isEmpty() ? tr("configuration: default") : tr("configuration: %1").arg(fileName));
+    QStringList nodes;
+    for (const zoClusterDocument::Node& node : document.enabledNodes())
+        nodes << node.id;
+    print(tr("nodes: %1").arg(nodes.join(QStringLiteral(", "))));
+    return true;
+}
+
+void zoHostSession::start()
+{
+    QObject* module = m_window->moduleObject("startCluster()");
+    if (module == nullptr || !QMetaObject::invokeMethod(module, "startCluster", Qt::DirectConnection)) {
+        fail(tr("Unable to start: no module runs a cluster"));
+        return;
+    }
+    if (!m_wasRunning) {
+        fail(tr("The cluster did not start"));
+        return;
+    }
+    then(&zoHostSession::follow);
+}
+
+void zoHostSession::follow()
+{
+    const QStringList nodes = m_cluster->runningNodes();
+    print(tr("running: %1").arg(nodes.join(QStringLiteral(", "))));
+    if (m_options.nonInteractive && m_options.exitAfterStop)
+        then(&zoHostSession::measure);
+    else if (!m_options.screenshotFile.isEmpty())
+        then(&zoHostSession::takeScreenshot);
+}
+
+void zoHostSession::measure()
+{
+    const QStringList figures = m_cluster->speedTest();
+    if (figures.size() != 3) {
+        fail(tr("The network could not be measured"));
+        return;
+    }
+    print(tr("speed test: sent %1 bytes/s, received %2 bytes/s, synchronised %3 frames/s")
+              .arg(figures.at(0), figures.at(1), figures.at(2)));
+    then(&zoHostSession::takeScreenshot);
+}
+
+void zoHostSession::takeScreenshot()
+{
+    const QString name = m_options.screenshotFile;
+    if (!name.isEmpty()) {
+        QSaveFile file(name);
+        const bool written =
+            file.open(QIODevice::WriteOnly) && m_window->grab().save(&file, "PNG") && file.commit();
+        if (!written) {
+            fail(tr("Unable to write screenshot %1: %2").arg(name, file.errorString()));
+            if (m_ended)
+                return;
+        } else {
+            print(tr("screenshot: %1").arg(name));
+        }
+    }
+    if (m_options.nonInteractive && m_options.start && m_options.exitAfterStop) {
+        QObject* module = m_window->moduleObject("stopCluster()");
+        if (module == nullptr || !QMetaObject::invokeMethod(module, "stopCluster", Qt::DirectConnection))
+            fail(tr("Unable to stop: no module runs a cluster"));
+    }
+}
+
+void zoHostSession::finish()
+{
+    if (m_ended)
+        return;
+    m_ended = true;
+    QCoreApplication::exit(0);
+}
+
+void zoHostSession::print(const QString& line) const
+{
+    if (!m_options.nonInteractive)
+        return;
+    std::fprintf(stdout, "%s\n", line.toUtf8().constData());
+    std::fflush(stdout);
+}
+
+void zoHostSession::fail(const QString& reason)
+{
+    zoLog::error("%s", reason.toUtf8().constData());
+    if (!m_options.nonInteractive || m_ended)
+        return;
+    m_ended = true;
+    QCoreApplication::exit(SessionFailed);
+}
+
+void zoHostSession::then(void (zoHostSession::*step)())
+{
+    QMetaObject::invokeMethod(
+        this,
+        [this, step] {
+            if (!m_ended)
+                (this->*step)();
+        },
+        Qt::QueuedConnection);
+}

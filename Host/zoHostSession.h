@@ -1,0 +1,43 @@
+#pragma once
+
+#include "zoHostOptions.h"
+
+#include <QObject>
+
+class zoClusterService;
+class zoHostMainWindow;
+
+// The session that the command line asks for: loads the configuration, starts the cluster, follows it, takes
+// the picture and ends the program. Goes on by signals and queued calls, one step after the other. A
+// non-interactive session prints its steps on standard output and exits with 1 at the first step that fails.
+class zoHostSession final : public QObject
+{
+    Q_OBJECT
+
+public:
+    // Window and service outlive the session.
+    zoHostSession(const zoHostOptions& options, zoHostMainWindow* window, zoClusterService* cluster,
+                  QObject* parent = nullptr);
+    ~zoHostSession() override;
+
+    // An empty name keeps the configuration that the modules began with.
+    void begin(const QString& configurationFile);
+
+private:
+    bool loadConfiguration(const QString& fileName);
+    void start();
+    void follow();
+    void measure();
+    void takeScreenshot();
+    void finish();
+
+    void print(const QString& line) const;
+    void fail(const QString& reason);
+    void then(void (zoHostSession::*step)());
+
+    zoHostOptions m_options;
+    zoHostMainWindow* m_window;
+    zoClusterService* m_cluster;
+    bool m_ended = false;
+    bool m_wasRunning = false;
+};

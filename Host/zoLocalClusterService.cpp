@@ -1,0 +1,329 @@
+#include "zoLocalClusterService.h"
+
+#include "zoLoopbackSpeedTest.h"
+
+#include <zoLog.h>
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QPointer>
+
+#include <algorithm>
+
+namespace
+{
+constexpr int Complete = 100;
+
+// What the operating system can give to new programs without swapping; negative when it does not say.
+qint64 availableMemory()
+{
+    QFile file(QStringLiteral("/proc/meminfo"));
+    if (!file.open(QIODevice::ReadOnly))
+        return -1;
+    const QList<QByteArray> lines = file.readAll().split('\n');
+    for (const QByteArray& line : lines) {
+        // "MemAvailable:   12345678 kB"
+        if (!line.startsWith("MemAvailable:"))
+            continue;
+        bool ok = false;
+        const qint64 kibibytes = line.simplified().split(' ').value(1).toLongLong(&ok);
+        return ok ? kibibytes * 1024 : -1;
+    }
+    return -1;
+}
+
+QStringList idsOf(const std::vector<zoClusterDocument::Node>& nodes)
+{
+    QStringList ids;
+    for (const zoClusterDocument::Node& node : nodes)
+        ids << node.id;
+    return ids;
+}
+} // namespace
+
+zoLocalClusterService::zoLocalClusterService(QObject* parent)
+    : zoClusterService(parent), m_availableMemory(availableMemory)
+{
+}
+
+zoLocalClusterService::~zoLocalClusterService() = default;
+
+QString zoLocalClusterService::currentConfig()
+{
+    return m_config;
+}
+
+bool zoLocalClusterService::isRunning()
+{
+    return m_state == State::Running;
+}
+
+QStringList zoLocalClusterService::runningNodes()
+{
+    return idsOf(m_nodes);
+}
+
+void zoLocalClusterService::setAcceptRunningServers(bool accept)
+{
+    m_acceptRunningServers = accept;
+}
+
+void zoLocalClusterService::setAcceptLowMemory(bool accept)
+{
+    m_acceptLowMemory = accept;
+}
+
+void zoLocalClusterService::applyConfig(const QString& document)
+{
+    // A deep copy: the text may lie in a module that is unloaded earlier.
+    const QString config(document.constData(), document.size());
+    if (m_state != State::Running) {
+        m_config = config;
+        return;
+    }
+    zoClusterDocument parsed;
+    QString reason;
+    if (!parsed.parse(config, reason)) {
+        zoLog::error("Configuration of the running cluster refused: %s", reason.toUtf8().constData());
+        return;
+    }
+    m_config = config;
+    updateSession(parsed.enabledNodes());
+}
+
+void zoLocalClusterService::offerConfig(const QString& document)
+{
+    if (document == m_config)
+        return;
+    applyConfig(document);
+    if (document == m_config)
+        emit configChanged(m_config);
+}
+
+bool zoLocalClusterService::start()
+{
+    if (m_state == State::Running)
+        return true;
+    if (m_state == State::Starting) {
+        zoLog::error("Cluster start refused: a start is in progress");
+        return false;
+    }
+
+    // What the user accepts while this attempt runs counts for the next one.
+    const bool acceptRunningServers = m_acceptRunningServers;
+    const bool acceptLowMemory = m_acceptLowMemory;
+    const QString config = m_config;
+    Nodes nodes;
+    if (!readNodes(nodes))
+        return false;
+
+    m_state = State::Starting;
+    m_abortRequested = false;
+    const QPointer<zoLocalClusterService> self(this);
+    Findings findings;
+    const bool connected = connectNodes(nodes, findings);
+    if (!self)
+        return false;
+    emit progressFinished();
+    if (!self)
+        return false;
+    if (!connected || m_abortRequested)
+        return fail(tr("aborted"));
+
+    findMemoryShortage(nodes, findings);
+    const bool refusedServers = !findings.inUse.isEmpty() && !acceptRunningServers;
+    const bool refusedMemory = !findings.shortOfMemory.isEmpty() && !acceptLowMemory;
+    if (refusedServers)
+        emit multipleServersFound(findings.inUse.join(QStringLiteral(", ")));
+    if (self && refusedMemory)
+        emit notEnoughMemoryFound(findings.shortOfMemory.join(QStringLiteral(", ")));
+    if (!self)
+        return false;
+    if (m_abortRequested)
+        return fail(tr("aborted"));
+    if (refusedServers)
+        return fail(tr("a server already runs on %1").arg(findings.inUse.join(QStringLiteral(", "))));
+    if (refusedMemory)
+        return fail(tr("not enough memory for %1").arg(findings.shortOfMemory.join(QStringLiteral(", "))));
+
+    m_nodes = std::move(nodes);
+    m_state = State::Running;
+    zoLog::info("Cluster runs on %s", runningNodes().join(QStringLiteral(", ")).toUtf8().constData());
+    emit started();
+    if (!self)
+        return true;
+    // A configuration that came while connecting.
+    if (m_state == State::Running && m_config != config)
+        applyConfig(QString(m_config));
+    return self && m_state == State::Running;
+}
+
+void zoLocalClusterService::stop()
+{
+    if (m_state == State::Starting) {
+        abort();
+        return;
+    }
+    if (m_state != State::Running)
+        return;
+    m_locks.releaseAll();
+    m_nodes.clear();
+    m_state = State::Idle;
+    zoLog::info("Cluster stopped");
+    emit stopped();
+}
+
+void zoLocalClusterService::abort()
+{
+    if (m_state == State::Starting)
+        m_abortRequested = true;
+}
+
+void zoLocalClusterService::setShowTiles(bool on)
+{
+    if (on == m_showTiles)
+        return;
+    m_showTiles = on;
+    zoLog::info("Show tiles: %s", on ? "on" : "off");
+}
+
+void zoLocalClusterService::setShowTestImage(bool on)
+{
+    if (on == m_showTestImage)
+        return;
+    m_showTestImage = on;
+    zoLog::info("Show test image: %s", on ? "on" : "off");
+}
+
+QStringList zoLocalClusterService::speedTest()
+{
+    if (m_state != State::Running || m_nodes.empty())
+        return {};
+    zoLoopbackSpeedTest test(int(m_nodes.size()));
+    const QStringList figures = test.run();
+    if (figures.isEmpty())
+        zoLog::error("Network speed test failed: %s", test.errorString().toUtf8().constData());
+    return figures;
+}
+
+void zoLocalClusterService::setMemoryPerNode(qint64 bytes)
+{
+    m_memoryPerNode = std::max<qint64>(bytes, 0);
+}
+
+void zoLocalClusterService::setAvailableMemory(std::function<qint64()> available)
+{
+    m_availableMemory = std::move(available);
+}
+
+void zoLocalClusterService::setLockDirectory(const QString& directory)
+{
+    m_locks.setDirectory(directory);
+}
+
+bool zoLocalClusterService::readNodes(Nodes& nodes)
+{
+    if (m_config.trimmed().isEmpty())
+        return fail(tr("the configuration is empty"));
+    zoClusterDocument document;
+    QString reason;
+    if (!document.parse(m_config, reason))
+        return fail(tr("the configuration is not well-formed: %1").arg(reason));
+    nodes = document.enabledNodes();
+    if (nodes.empty())
+        return fail(tr("the configuration has no enabled node"));
+    return true;
+}
+
+// Marks the nodes one by one; false when the attempt was given up. Every use of a member after a signal or an
+// event needs to know that this object still exists.
+bool zoLocalClusterService::connectNodes(const Nodes& nodes, Findings& findings)
+{
+    const QPointer<zoLocalClusterService> self(this);
+    bool lockingFailed = false;
+    int shownPercent = -1;
+    for (size_t i = 0; i < nodes.size(); ++i) {
+        const zoClusterDocument::Node& node = nodes[i];
+        const int percent = int(i * Complete / nodes.size());
+        emit progressChanged(tr("Connecting to %1 ...").arg(node.id), percent);
+        // Events at each percent only: a cluster of thousands must not redraw the window for each node.
+        if (self && percent != shownPercent)
+            QCoreApplication::processEvents();
+        shownPercent = percent;
+        if (!self || m_abortRequested)
+            return false;
+
+        // Shared in any case: whether that may be is decided when all nodes were seen.
+        switch (m_locks.acquire(node.id, node.servicePort, true)) {
+        case zoClusterNodeLocks::Outcome::Free:
+            break;
+        case zoClusterNodeLocks::Outcome::InUse:
+        case zoClusterNodeLocks::Outcome::Shared:
+            findings.inUse << node.id;
+            break;
+        case zoClusterNodeLocks::Outcome::NoLocking:
+            if (!lockingFailed)
+                zoLog::error("Other hosts on this machine cannot be seen: %s",
+                             m_locks.errorString().toUtf8().constData());
+            lockingFailed = true;
+            break;
+        }
+    }
+    emit progressChanged(tr("Connected"), Complete);
+    if (self)
+        QCoreApplication::processEvents();
+    return self && !m_abortRequested;
+}
+
+void zoLocalClusterService::findMemoryShortage(const Nodes& nodes, Findings& findings) const
+{
+    const qint64 available = m_memoryPerNode > 0 && m_availableMemory ? m_availableMemory() : -1;
+    if (available < 0)
+        return;
+    // All nodes share the memory of this machine: the first ones get theirs, the others are short.
+    const size_t fitting = size_t(available / m_memoryPerNode);
+    for (size_t i = fitting; i < nodes.size(); ++i)
+        findings.shortOfMemory << nodes[i].id;
+}
+
+// The end of every start that does not lead to a session; false for the caller to return.
+bool zoLocalClusterService::fail(const QString& reason)
+{
+    m_locks.releaseAll();
+    m_state = State::Idle;
+    zoLog::error("Cluster not started: %s", reason.toUtf8().constData());
+    // Whoever disabled a Start button waits for this.
+    emit stopped();
+    return false;
+}
+
+void zoLocalClusterService::updateSession(const Nodes& wanted)
+{
+    const auto has = [](const Nodes& nodes, const zoClusterDocument::Node& node) {
+        return std::any_of(nodes.cbegin(), nodes.cend(), [&node](const zoClusterDocument::Node& other) {
+            return other.id == node.id && other.servicePort == node.servicePort;
+        });
+    };
+    const QStringList before = runningNodes();
+    for (const zoClusterDocument::Node& node : m_nodes) {
+        if (!has(wanted, node))
+            m_locks.release(node.id, node.servicePort);
+    }
+    Nodes running;
+    for (const zoClusterDocument::Node& node : wanted) {
+        if (!has(m_nodes, node)) {
+            const zoClusterNodeLocks::Outcome outcome =
+                m_locks.acquire(node.id, node.servicePort, m_acceptRunningServers);
+            if (outcome == zoClusterNodeLocks::Outcome::InUse) {
+                zoLog::error("Node %s not added: a server already runs on it", node.id.toUtf8().constData());
+                continue;
+            }
+        }
+        running.push_back(node);
+    }
+    m_nodes = std::move(running);
+    if (runningNodes() != before) {
+        zoLog::info("Cluster runs on %s", runningNodes().join(QStringLiteral(", ")).toUtf8().constData());
+        emit runningNodesChanged();
+    }
+}

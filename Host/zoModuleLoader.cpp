@@ -1,0 +1,148 @@
+#include "zoModuleLoader.h"
+
+#include <zoLog.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QLibrary>
+#include <QPointer>
+#include <QWidget>
+
+#include <dlfcn.h>
+
+#include <exception>
+#include <typeinfo>
+
+namespace
+{
+using Entry = void (*)();
+
+// The file of the library that an address lies in, or an empty text.
+QString libraryOf(const void* address)
+{
+    Dl_info info{};
+    if (dladdr(address, &info) == 0 || info.dli_fname == nullptr)
+        return {};
+    return QFileInfo(QFile::decodeName(info.dli_fname)).canonicalFilePath();
+}
+
+// Widgets that nobody destroyed although their class lives in the library. Static objects of the library are
+// left to it: it destroys them itself.
+void destroyForgottenWidgets(const QString& canonicalFile)
+{
+    QList<QPointer<QWidget>> forgotten;
+    const QWidgetList widgets = QApplication::allWidgets();
+    for (QWidget* widget : widgets) {
+        if (libraryOf(&typeid(*widget)) == canonicalFile && libraryOf(widget) != canonicalFile)
+            forgotten << widget;
+    }
+    for (const QPointer<QWidget>& widget : qAsConst(forgotten))
+        delete widget;
+}
+
+void logFailure(const QString& fileName, const QString& reason)
+{
+    zoLog::error("Unable to load module %s: %s", fileName.toUtf8().constData(), reason.toUtf8().constData());
+}
+} // namespace
+
+zoModuleLoader::zoModuleLoader(QObject* parent) : QObject(parent) {}
+
+zoModuleLoader::~zoModuleLoader()
+{
+    unloadAll();
+}
+
+bool zoModuleLoader::load(const QString& fileName)
+{
+    const QFileInfo info(fileName);
+    const QString file = info.absoluteFilePath();
+    if (!info.exists()) {
+        logFailure(file, tr("There is no such file"));
+        return false;
+    }
+    for (const auto& loaded : m_libraries) {
+        if (QFileInfo(loaded->fileName()).canonicalFilePath() == info.canonicalFilePath()) {
+            logFailure(file, tr("The module is loaded already"));
+            return false;
+        }
+    }
+
+    auto library = std::make_unique<QLibrary>(file);
+    // A missing symbol shows here, with its name, and not as a crash in the middle of a session.
+    library->setLoadHints(QLibrary::ResolveAllSymbolsHint);
+    if (!library->load()) {
+        logFailure(file, library->errorString());
+        return false;
+    }
+    const auto initPlugin = reinterpret_cast<Entry>(library->resolve("initPlugin"));
+    if (initPlugin == nullptr) {
+        logFailure(file, tr("It has no entry initPlugin"));
+        library->unload();
+        return false;
+    }
+    const auto initPreferencesPlugin = reinterpret_cast<Entry>(library->resolve("initPreferencesPlugin"));
+    QString failure;
+    try {
+        initPlugin();
+        if (initPreferencesPlugin != nullptr)
+            initPreferencesPlugin();
+    } catch (const std::exception& exception) {
+        // The text is copied: what() may lie in the library.
+        failure = QString::fromLocal8Bit(exception.what());
+        if (failure.isEmpty())
+            failure = tr("Its entry failed");
+    }
+    if (!failure.isEmpty()) {
+        logFailure(file, failure);
+        unload(*library);
+        return false;
+    }
+    m_libraries.push_back(std::move(library));
+    zoLog::info("Module %s loaded", file.toUtf8().constData());
+    return true;
+}
+
+QStringList zoModuleLoader::loadedFiles() const
+{
+    QStringList files;
+    for (const auto& library : m_libraries)
+        files << library->fileName();
+    return files;
+}
+
+void zoModuleLoader::unloadAll()
+{
+    while (!m_libraries.empty()) {
+        unload(*m_libraries.back());
+        m_libraries.pop_back();
+    }
+}
+
+QString zoModuleLoader::defaultModuleFile()
+{
+    const QDir program(QCoreApplication::applicationDirPath());
+    QString first;
+    for (const char* folder : {"../lib/zo", ZO_INSTALLED_MODULE_DIR}) {
+        const QString file =
+            QDir::cleanPath(program.absoluteFilePath(QLatin1String(folder) + QStringLiteral("/libzoHPC.so")));
+        if (QFileInfo::exists(file))
+            return file;
+        if (first.isEmpty())
+            first = file;
+    }
+    return first;
+}
+
+void zoModuleLoader::unload(QLibrary& library)
+{
+    // Objects that are due for deletion need their destructors, which go with the library.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    destroyForgottenWidgets(QFileInfo(library.fileName()).canonicalFilePath());
+    const QString file = library.fileName();
+    if (!library.unload())
+        zoLog::error("Unable to unload module %s: %s", file.toUtf8().constData(),
+                     library.errorString().toUtf8().constData());
+}
