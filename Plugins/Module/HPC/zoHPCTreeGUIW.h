@@ -1,0 +1,120 @@
+#pragma once
+
+#include <QDomDocument>
+#include <QIcon>
+#include <QList>
+#include <QStringList>
+#include <QWidget>
+
+#include <memory>
+#include <set>
+#include <sstream>
+#include <vector>
+
+class QAction;
+class QTreeWidgetItem;
+class Ui_zoHPCTreeGUIW;
+class zoHPCTreeItem;
+
+// The host tree's view: owns the items from the master down, reads and writes them as hosts text and as a
+// section of the configuration document.
+class zoHPCTreeGUIW final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit zoHPCTreeGUIW(QWidget* parent = nullptr);
+    ~zoHPCTreeGUIW() override;
+
+    // The view's own top-level item; lives as long as the view.
+    zoHPCTreeItem* master() const { return m_master; }
+    // The tree's current item, null when there is none.
+    zoHPCTreeItem* selectedItem() const;
+    void setSelectedItem(zoHPCTreeItem* item);
+
+    QAction* configAction() const { return m_configAction; }
+    QAction* addNetworkAction() const { return m_addNetworkAction; }
+    QAction* addHostAction() const { return m_addHostAction; }
+    QAction* removeNetworkAction() const { return m_removeNetworkAction; }
+    QAction* removeHostAction() const { return m_removeHostAction; }
+
+    // Path of the hosts file that a save reads first; empty for none.
+    const QString& hostFile() const { return m_hostFile; }
+    // Opaque text that travels with a configuration until the tree is rebuilt from hosts text.
+    const QString& booking() const { return m_booking; }
+
+    // New items; index -1 appends. The parent, which must not be null, owns the item. createMaster()'s item
+    // belongs to the caller.
+    zoHPCTreeItem* createMaster();
+    zoHPCTreeItem* createNetwork(QTreeWidgetItem* parent, int index);
+    zoHPCTreeItem* createNode(QTreeWidgetItem* parent, const QString& name, int index);
+
+    // Host names of all nodes, depth first, without the empty ones.
+    QStringList getNodeNames() const;
+    std::vector<zoHPCTreeItem*> getNodeItems() const;
+    // Networks count from 1, depth first; null when there is no such network.
+    zoHPCTreeItem* findNetworkByIndex(int index) const;
+
+    // Hosts text. The reader keeps the settings of networks and nodes whose ids match; marks and unique names
+    // with them. It never fails, except that text nested too deep for the stack is refused with an error in
+    // the log.
+    QString getHostsString();
+    void getHostsString(zoHPCTreeItem* item, std::stringstream& out, int depth);
+    void getHostRangeString(std::vector<zoHPCTreeItem*> items, std::stringstream& out, int depth);
+    void setHostString(const QString& text);
+    // Reads the hosts file; does nothing without one or when it cannot be opened.
+    void loadNodesFile();
+    void setHostFile(const QString& path);
+    // Nodes between the node and its previous sibling, "n1" and "n4": in ascending order, put in between.
+    std::vector<zoHPCTreeItem*> insertHostRange(zoHPCTreeItem* node);
+    // The name `offset` numbers further, zero padding kept.
+    static QString createHostName(const QString& name, int offset);
+
+    // Section of the configuration document. Saving reads the hosts file first, when there is one.
+    void saveToXML(QDomDocument& doc);
+    void appendXMLConfig(zoHPCTreeItem* item, QDomDocument& doc, QDomElement& parent);
+    void loadFromXML(QDomDocument& doc);
+    void setXMLConfig(zoHPCTreeItem* parent, QDomElement element);
+    void setDefaultConfig();
+
+    // Marks the nodes of these ids; marks none when not running.
+    void setIsRunning(bool running, const QList<QString>& hosts);
+
+    QIcon getOverlayIcon(QPixmap base, const QPixmap& overlay);
+
+public slots:
+    void currentItemChanged(QTreeWidgetItem* current, QTreeWidgetItem* previous);
+    void contextMenuRequested(const QPoint& position);
+    void addHost();
+    void addNetwork();
+    void removeItem();
+    void editHosts();
+
+signals:
+    void selectedItemChanged(zoHPCTreeItem* item);
+    void hostsChanged();
+
+private:
+    friend class zoHPCTreeItem;
+
+    void bury(const QList<QTreeWidgetItem*>& detached);
+    void clearGraveyard();
+    void forget(QTreeWidgetItem* buried);
+    QList<QTreeWidgetItem*> detachAll();
+    void expandAllParents();
+
+    std::unique_ptr<Ui_zoHPCTreeGUIW> m_ui;
+    zoHPCTreeItem* m_master = nullptr; // owned by the tree widget
+    QAction* m_configAction = nullptr;
+    QAction* m_addNetworkAction = nullptr;
+    QAction* m_addHostAction = nullptr;
+    QAction* m_removeNetworkAction = nullptr;
+    QAction* m_removeHostAction = nullptr;
+    bool m_running = false;
+    QString m_hostFile;
+    QString m_booking;
+    QIcon m_nodeIcon;
+    // Items taken out of the tree: an editor may still show one until the next rebuild moves it to the
+    // master.
+    std::set<QTreeWidgetItem*> m_graveyard;
+};

@@ -1,0 +1,126 @@
+#pragma once
+
+#include "zoHPCStateItem.h"
+
+#include <QIcon>
+#include <QList>
+#include <QString>
+
+#include <map>
+#include <memory>
+#include <vector>
+
+class zoHPCTreeGUIW;
+
+// One row of the host tree: the master, a network or a compute node, with its options.
+class zoHPCTreeItem final : public zoHPCStateItem
+{
+public:
+    // Kinds of pictures for getIcon().
+    enum IconKind { NetworkIcon = 0, NodeIcon = 1, DisplayNodeIcon = 2 };
+
+    // A new item holds the option "enabled" with an empty value and belongs to no row yet.
+    explicit zoHPCTreeItem(zoHPCTreeGUIW* tree);
+    // Destroys what hangs below, however deep, without recursion.
+    ~zoHPCTreeItem() override;
+
+    bool isMaster() const { return m_isMaster; }
+    void setIsMaster(bool master) { m_isMaster = master; }
+    bool isNetwork() const { return m_isNetwork; }
+    void setIsNetwork(bool network) { m_isNetwork = network; }
+    bool isNode() const { return m_isNode; }
+    void setIsNode(bool node) { m_isNode = node; }
+
+    // The cluster runs with this item in it.
+    bool isRunning() const { return m_isRunning; }
+    void setIsRunning(bool running);
+    // The node drives a display.
+    bool isDisplayNode() const { return m_isDisplayNode; }
+    void setIsDisplayNode(bool displayNode);
+
+    // Own option only; ancestors are not consulted.
+    bool isEnabled() const;
+    void setIsEnabled(bool enabled);
+    bool isRenderNode() const;
+    void setIsRenderNode(bool renderNode);
+    bool isEncrypted() const;
+
+    // Also the shown text.
+    const QString& hostName() const { return m_hostName; }
+    void setHostName(const QString& name);
+    // Stored and returned only.
+    QString uniqueHostName() const;
+    void setUniqueHostName(const QString& name);
+
+    // Null for the top-level item.
+    zoHPCTreeItem* getParent() const;
+
+    // Options are text; an absent one and an empty one both mean the default. Reading never inserts a key.
+    QString getOption(const QString& name) const;
+    bool hasOption(const QString& name) const;
+    void setOption(const QString& name, const QString& value);
+    // Text that is no number reads as 0, not as the default.
+    int getIntOption(const QString& name, int defaultValue) const;
+    void setIntOption(const QString& name, int value, int defaultValue);
+    // Stays valid until the item is destroyed. Changes made through it do not reach the display.
+    std::map<QString, QString>& getOptions();
+    void clearOptions();
+    // Replaces the options; flags, names and children stay.
+    void copyValuesFrom(zoHPCTreeItem* other);
+
+    // Direct children in row order.
+    std::vector<zoHPCTreeItem*> items() const;
+    // Appends this item and all below it, depth first, in row order.
+    void getAllSubItems(std::vector<zoHPCTreeItem*>& out);
+    // Takes all children off; the caller owns them.
+    void clearItems();
+
+    // A node's id is its host name, a network's its position ("Network:/0/1/").
+    QString getItemId() const;
+    // Enters this item under its id, or, when that is taken, under the first free one of id_2, id_3, ...;
+    // returns the id used. The items of the cache must be alive, and entries must not be taken out of it one
+    // by one.
+    QString addToIDCache(std::map<QString, zoHPCTreeItem*>& cache);
+    // Enters this item into the new cache and takes over the options of the item that has its id in the old
+    // one.
+    void restoreFromIDCache(std::map<QString, zoHPCTreeItem*>& oldCache,
+                            std::map<QString, zoHPCTreeItem*>& newCache);
+    // Overrides from an option block of the hosts text. Only "rt" counts.
+    void overwriteOptions(std::map<QString, QString>& options);
+
+    // Brings icon and text colour of this item, and of those below it unless it runs, up to date.
+    void updateState();
+
+    // Composed once per combination and shared. An unknown kind gives an empty picture.
+    static QIcon getIcon(int kind, bool enabled, bool running, bool encrypted, bool noRender);
+
+    // For whole trees: one walk, each item told what it inherits, one announcement per run of rows. Marks and
+    // options are written without a look at the display by the operations below; refreshLooks() then shows
+    // them.
+    void refreshLooks(bool evenBelowRunning);
+    void setRunningMark(bool running) { m_isRunning = running; }
+    // Nothing that a rebuild of the tree would have to carry over.
+    bool isPlain() const;
+    // Takes over options and marks (running, display node, unique name) of the item that this one replaces.
+    void takeOver(const zoHPCTreeItem& previous);
+    void setOptionQuietly(const QString& name, const QString& value);
+
+    // Destroys detached items and all below them without recursion.
+    static void destroy(const QList<QTreeWidgetItem*>& detached);
+
+private:
+    friend class zoHPCTreeGUIW;
+
+    // What the item rarely has. Without it the options hold exactly the key "enabled" with an empty value.
+    struct Extras;
+
+    enum UniqueName : quint32 { UniqueNameEmpty, UniqueNameIsHostName, UniqueNameInExtras };
+
+    Extras& extras();
+    Look currentLook(bool effectivelyEnabled) const;
+    bool ancestorsEnabled() const;
+    void showDescription(const QString& description);
+
+    QString m_hostName;
+    std::unique_ptr<Extras> m_extras;
+};
