@@ -1,0 +1,128 @@
+#pragma once
+
+#include <QDialog>
+#include <QDomDocument>
+#include <QHash>
+#include <QList>
+#include <QModelIndex>
+#include <QStringList>
+
+#include <memory>
+
+class QAction;
+class QTreeWidget;
+class QTreeWidgetItem;
+class zoHPCDisplayItem;
+class zoHPCProjectionItem;
+class zoHPCTreeWidgetItem;
+class zoHPCViewportItem;
+class zoHPCWindowItem;
+
+// The display-setup dialog: projections on one side, displays with their windows and viewports on the other.
+class zoHPCDisplayGUII final : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit zoHPCDisplayGUII(QWidget* parent = nullptr);
+    ~zoHPCDisplayGUII() override;
+
+    using QDialog::open;
+
+    // In depth-first order, generated children included.
+    QList<zoHPCProjectionItem*> getProjectionItems() const;
+    QList<zoHPCViewportItem*> getViewportItems() const;
+    // Both hold every window and, because a viewport is a window, every viewport; callers filter by kind.
+    QList<zoHPCWindowItem*> getWindowItems() const;
+    QList<zoHPCWindowItem*> getDisplayItems() const;
+
+    // Choices for render nodes, equal names told apart by a number. Windows whose node is none of them lose
+    // it.
+    void setNodeNames(const QStringList& names);
+    void setEyeSeparation(float separation); // mm, of all displays
+    void setZeroParallax(float distance);    // mm, of all tiled walls
+    void setIsRunning(bool running);
+
+    // Appends the display section to the document element.
+    void saveToXML(QDomDocument& document) const;
+    // Replaces both trees; a document without a root empties them. Documents without a version are upgraded.
+    void loadFromXML(const QDomDocument& document);
+    void setDefaultConfig();
+
+    // Links viewports and projections: by identifier, else by name; what finds neither loses its projection.
+    void correctProjectionViewportsAssignments();
+    // Documents of version 0 counted the rows of tiled walls from the other end.
+    void correctWrongRows();
+    void collectProjections();
+
+    // "Projection1", "Projection2", ...: the first that no projection bears.
+    QString getUniqueProjectionName() const;
+
+    // Attribute names of an element of the display section in the order in which they are written; empty for
+    // other elements.
+    static QStringList attributeOrder(const QString& tagName);
+
+public slots:
+    // Shows the dialog modal. Cancel brings back the setup of this moment.
+    void open(const QStringList& nodeNames);
+    void apply();
+    void accept() override;
+    void reject() override;
+
+    void addProjection();
+    void addDisplay();
+    // Below the display of the current row; comes with a viewport.
+    void addWindow();
+    // In the window of the current row.
+    void addViewport();
+    // Of the tree in which a row was chosen last.
+    void deleteItem();
+    void copyProjection();
+    void copyDisplay();
+    void pasteProjection();
+    void pasteDisplay();
+    // The current projection gives way to its children, which become projections of their own.
+    void convertToPlanes();
+
+    void updateProjection(const QModelIndex& changed);
+    void updateDisplay(const QModelIndex& changed);
+    void selectProjectionPlane(QTreeWidgetItem* current, QTreeWidgetItem* previous);
+    void setSelected(QTreeWidgetItem* current, QTreeWidgetItem* previous);
+    void updateCameraList();
+
+signals:
+    // The display setup was applied or loaded.
+    void displayChanged();
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    enum class ActiveTree { None, Projections, Outputs };
+
+    void buildWidgets();
+    void connectServices();
+    void activate(ActiveTree tree);
+    void updateActions();
+
+    zoHPCProjectionItem* currentProjection() const;
+    zoHPCDisplayItem* currentOutput() const;
+    zoHPCDisplayItem* currentDisplay() const; // of the current row or above it
+    zoHPCWindowItem* currentWindow() const;
+    void regenerate(zoHPCProjectionItem* projection);
+    void expandOutputs();
+
+    QTreeWidget* m_projectionTree = nullptr;
+    QTreeWidget* m_displayTree = nullptr;
+    QAction* m_pasteProjectionAction = nullptr;
+    QAction* m_pasteDisplayAction = nullptr;
+    QDomDocument m_backup;
+    std::shared_ptr<zoHPCProjectionItem> m_copiedProjection;
+    std::shared_ptr<zoHPCDisplayItem> m_copiedDisplay;
+    QHash<QString, QString> m_projectionNames;       // by identifier
+    QHash<QString, QString> m_projectionIdentifiers; // by name
+    QStringList m_nodeNames;
+    ActiveTree m_activeTree = ActiveTree::None;
+    bool m_running = false;
+    bool m_updating = false; // our own changes are under way: rows that change need no answer
+};

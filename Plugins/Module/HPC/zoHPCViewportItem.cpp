@@ -1,0 +1,97 @@
+#include "zoHPCViewportItem.h"
+
+#include <zoIconManager.h>
+
+#include <QDomDocument>
+#include <QIcon>
+
+#include <memory>
+
+namespace
+{
+struct Preset
+{
+    const char* position;
+    double x1, y1, x2, y2;
+};
+
+// Any other position keeps the stored rectangle.
+constexpr Preset PRESETS[] = {
+    {"fill", 0.0, 0.0, 1.0, 1.0}, {"left", 0.0, 0.0, 0.5, 1.0},   {"right", 0.5, 0.0, 1.0, 1.0},
+    {"top", 0.0, 0.5, 1.0, 1.0},  {"bottom", 0.0, 0.0, 1.0, 0.5},
+};
+} // namespace
+
+zoHPCViewportItem::zoHPCViewportItem()
+{
+    static const QIcon icon =
+        zoIconManager::getIcon(QString::fromLatin1("Iconset/ViewportOnNormal.svg"), QString());
+    setData(Text, Qt::DecorationRole, icon);
+    setString(ProjectionIdentifier, QString::fromLatin1(""));
+    setString(Projection, QString::fromLatin1(""));
+    setString(Position, QString::fromLatin1("fill"));
+    setViewport(0.0, 0.0, 1.0, 1.0);
+    setBool(FlipX, false);
+    setBool(FlipY, false);
+    setString(Eye, QString::fromLatin1("mono"));
+    zoHPCViewportItem::update();
+}
+
+zoHPCViewportItem::~zoHPCViewportItem() = default;
+
+void zoHPCViewportItem::setViewport(double x1, double y1, double x2, double y2)
+{
+    setDouble(X1, x1);
+    setDouble(Y1, y1);
+    setDouble(X2, x2);
+    setDouble(Y2, y2);
+}
+
+void zoHPCViewportItem::setProjection(const QString& name)
+{
+    if (name == getString(Projection))
+        return;
+    setString(Projection, name);
+    update();
+}
+
+void zoHPCViewportItem::update()
+{
+    const QString projection = getString(Projection);
+    const QString eye = getString(Eye);
+    const bool oneEye = eye == QLatin1String("left") || eye == QLatin1String("right");
+    setLabel(tr("Viewport: %1 %2").arg(projection, oneEye ? eye : QString()), !projection.isEmpty());
+
+    const QString position = getString(Position);
+    for (const Preset& preset : PRESETS) {
+        if (position == QLatin1String(preset.position))
+            setViewport(preset.x1, preset.y1, preset.x2, preset.y2);
+    }
+}
+
+const zoHPCTreeWidgetItem::ColumnMap& zoHPCViewportItem::getColumns() const
+{
+    return columns();
+}
+
+zoHPCViewportItem* zoHPCViewportItem::clone()
+{
+    QDomDocument document;
+    auto copy = std::make_unique<zoHPCViewportItem>();
+    copy->fromXML(toXML(document, QString::fromLatin1("viewport")));
+    return copy.release();
+}
+
+const zoHPCTreeWidgetItem::ColumnMap& zoHPCViewportItem::columns()
+{
+    static const ColumnMap map{{Projection, QString::fromLatin1("projection")},
+                               {Position, QString::fromLatin1("position")},
+                               {X1, QString::fromLatin1("x1")},
+                               {Y1, QString::fromLatin1("y1")},
+                               {X2, QString::fromLatin1("x2")},
+                               {Y2, QString::fromLatin1("y2")},
+                               {FlipX, QString::fromLatin1("flipx")},
+                               {FlipY, QString::fromLatin1("flipy")},
+                               {Eye, QString::fromLatin1("eye")}};
+    return map;
+}
