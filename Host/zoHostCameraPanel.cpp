@@ -3,32 +3,43 @@
 #include "zoHostCameraService.h"
 #include "zoHostNodeService.h"
 
-#include <QZOToolBar.h>
-
-#include <QAction>
+#include <QHBoxLayout>
 #include <QListWidget>
 #include <QSignalBlocker>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 zoHostCameraPanel::zoHostCameraPanel(zoHostCameraService* cameras, zoHostNodeService* nodes, QWidget* parent)
     : QWidget(parent), m_cameras(cameras), m_list(new QListWidget(this))
 {
-    auto* bar = new QZOToolBar(tr("Cameras"), this);
-    bar->setToolButtonStyle(Qt::ToolButtonTextOnly);
-    m_add = bar->addAction(tr("Add"), this, &zoHostCameraPanel::addCamera);
-    m_rename = bar->addAction(tr("Rename"), this, &zoHostCameraPanel::renameCurrent);
-    m_remove = bar->addAction(tr("Remove"), this, &zoHostCameraPanel::removeCurrent);
+    const auto makeButton = [this](const QString& text, void (zoHostCameraPanel::*slot)()) {
+        auto* button = new QToolButton(this);
+        button->setText(text);
+        button->setAutoRaise(true);
+        connect(button, &QToolButton::clicked, this, slot);
+        return button;
+    };
+    m_add = makeButton(tr("Add"), &zoHostCameraPanel::addCamera);
+    m_rename = makeButton(tr("Rename"), &zoHostCameraPanel::renameCurrent);
+    m_remove = makeButton(tr("Remove"), &zoHostCameraPanel::removeCurrent);
     m_list->setObjectName(QStringLiteral("CameraList"));
     m_list->setAccessibleName(tr("Cameras"));
     m_list->setFrameShape(QFrame::NoFrame);
 
+    auto* buttons = new QHBoxLayout;
+    buttons->setContentsMargins(2, 2, 2, 2);
+    buttons->setSpacing(2);
+    buttons->addWidget(m_add);
+    buttons->addWidget(m_rename);
+    buttons->addWidget(m_remove);
+    buttons->addStretch();
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_list);
-    layout->addWidget(bar);
+    layout->addLayout(buttons);
 
-    connect(m_list, &QListWidget::currentRowChanged, this, &zoHostCameraPanel::updateActions);
+    connect(m_list, &QListWidget::currentRowChanged, this, &zoHostCameraPanel::updateButtons);
     connect(m_list, &QListWidget::itemChanged, this, [this](QListWidgetItem* item) {
         m_cameras->renameCamera(m_list->row(item), item->text());
         // A name that was refused shows as it was.
@@ -54,7 +65,7 @@ void zoHostCameraPanel::refresh()
     }
     for (int row = 0; row < names.size(); ++row)
         m_list->item(row)->setText(names.at(row));
-    updateActions();
+    updateButtons();
 }
 
 void zoHostCameraPanel::addCamera()
@@ -73,7 +84,7 @@ void zoHostCameraPanel::removeCurrent()
     m_cameras->removeCamera(m_list->currentRow());
 }
 
-void zoHostCameraPanel::updateActions()
+void zoHostCameraPanel::updateButtons()
 {
     const bool current = m_list->currentItem() != nullptr;
     m_rename->setEnabled(current);

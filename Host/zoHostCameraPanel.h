@@ -2,8 +2,8 @@
 
 #include <QWidget>
 
-class QAction;
 class QListWidget;
+class QToolButton;
 class zoHostCameraService;
 class zoHostNodeService;
 
@@ -22,11 +22,11 @@ private:
     void addCamera();
     void renameCurrent();
     void removeCurrent();
-    void updateActions();
+    void updateButtons();
 
     zoHostCameraService* m_cameras;
     QListWidget* m_list;
-    QAction* m_add;
-    QAction* m_rename;
-    QAction* m_remove;
+    QToolButton* m_add;
+    QToolButton* m_rename;
+    QToolButton* m_remove;
 };

@@ -2,6 +2,15 @@
 
 #include <cstdio>
 
+namespace
+{
+// The platform without a display says so of every window; nobody can do anything about it.
+bool isPlatformNoise(const QString& text)
+{
+    return text.startsWith(QLatin1String("This plugin does not support "));
+}
+} // namespace
+
 zoHostLog* zoHostLog::s_instance = nullptr;
 
 zoHostLog::zoHostLog(QObject* parent) : QObject(parent)
@@ -19,6 +28,8 @@ zoHostLog::~zoHostLog()
 
 void zoHostLog::handle(QtMsgType type, const QMessageLogContext& context, const QString& text)
 {
+    if (type == QtWarningMsg && isPlatformNoise(text))
+        return;
     const QByteArray line = qFormatLogMessage(type, context, text).toUtf8();
     std::fprintf(stderr, "%s\n", line.constData());
     std::fflush(stderr);

@@ -57,6 +57,7 @@ void zoHostLogPanel::addMessage(int type, const QString& text)
     // Someone who scrolled up to read is not pulled away.
     if (followsEnd)
         bar->setValue(bar->maximum());
+    horizontalScrollBar()->setValue(0);
 }
 
 void zoHostLogPanel::contextMenuEvent(QContextMenuEvent* event)

@@ -74,6 +74,8 @@ zoHostMainWindow::zoHostMainWindow(const Services& services, QWidget* parent)
     createDocks(services);
     createMenus();
     statusBar()->setSizeGripEnabled(true);
+    // Not left to the first show, which would cut it to the size of a small screen.
+    resize(sizeHint());
 }
 
 zoHostMainWindow::~zoHostMainWindow()

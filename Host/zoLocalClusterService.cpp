@@ -6,7 +6,9 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QPair>
 #include <QPointer>
+#include <QSet>
 
 #include <algorithm>
 
@@ -30,6 +32,17 @@ qint64 availableMemory()
         return ok ? kibibytes * 1024 : -1;
     }
     return -1;
+}
+
+// What a mark stands for: a node's id and its service port.
+using Place = QPair<QString, int>;
+
+QSet<Place> placesOf(const std::vector<zoClusterDocument::Node>& nodes)
+{
+    QSet<Place> places;
+    for (const zoClusterDocument::Node& node : nodes)
+        places.insert({node.id, node.servicePort});
+    return places;
 }
 
 QStringList idsOf(const std::vector<zoClusterDocument::Node>& nodes)
@@ -299,25 +312,20 @@ bool zoLocalClusterService::fail(const QString& reason)
 
 void zoLocalClusterService::updateSession(const Nodes& wanted)
 {
-    const auto has = [](const Nodes& nodes, const zoClusterDocument::Node& node) {
-        return std::any_of(nodes.cbegin(), nodes.cend(), [&node](const zoClusterDocument::Node& other) {
-            return other.id == node.id && other.servicePort == node.servicePort;
-        });
-    };
+    const QSet<Place> wantedPlaces = placesOf(wanted);
+    const QSet<Place> markedPlaces = placesOf(m_nodes);
     const QStringList before = runningNodes();
     for (const zoClusterDocument::Node& node : m_nodes) {
-        if (!has(wanted, node))
+        if (!wantedPlaces.contains({node.id, node.servicePort}))
             m_locks.release(node.id, node.servicePort);
     }
     Nodes running;
     for (const zoClusterDocument::Node& node : wanted) {
-        if (!has(m_nodes, node)) {
-            const zoClusterNodeLocks::Outcome outcome =
-                m_locks.acquire(node.id, node.servicePort, m_acceptRunningServers);
-            if (outcome == zoClusterNodeLocks::Outcome::InUse) {
-                zoLog::error("Node %s not added: a server already runs on it", node.id.toUtf8().constData());
-                continue;
-            }
+        if (!markedPlaces.contains({node.id, node.servicePort}) &&
+            m_locks.acquire(node.id, node.servicePort, m_acceptRunningServers) ==
+                zoClusterNodeLocks::Outcome::InUse) {
+            zoLog::error("Node %s not added: a server already runs on it", node.id.toUtf8().constData());
+            continue;
         }
         running.push_back(node);
     }

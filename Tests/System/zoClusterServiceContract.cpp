@@ -1,0 +1,826 @@
+#include "zoClusterServiceContract.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QTimer>
+
+namespace
+{
+// A document with these nodes in one network.
+QString documentOf(const QStringList& nodes, int servicePort = 0)
+{
+    QString text = QStringLiteral("<cluster version=\"1\">\n <master>\n  <network");
+    if (servicePort != 0)
+        text += QStringLiteral(" serviceport=\"%1\"").arg(servicePort);
+    text += QStringLiteral(">\n");
+    for (const QString& node : nodes)
+        text += QStringLiteral("   <node name=\"%1\"/>\n").arg(node);
+    return text + QStringLiteral("  </network>\n </master>\n</cluster>\n");
+}
+
+// The signals of a service in the order in which they came, as words.
+class Recorder final : public QObject
+{
+public:
+    explicit Recorder(zoClusterService* service)
+    {
+        connect(service, &zoClusterService::started, this, [this] { words << QStringLiteral("started"); });
+        connect(service, &zoClusterService::stopped, this, [this] { words << QStringLiteral("stopped"); });
+        connect(service, &zoClusterService::runningNodesChanged, this,
+                [this] { words << QStringLiteral("nodes"); });
+        connect(service, &zoClusterService::configChanged, this,
+                [this] { words << QStringLiteral("config"); });
+        connect(service, &zoClusterService::multipleServersFound, this,
+                [this](const QString& nodes) { words << QStringLiteral("servers ") + nodes; });
+        connect(service, &zoClusterService::notEnoughMemoryFound, this,
+                [this](const QString& nodes) { words << QStringLiteral("memory ") + nodes; });
+        connect(service, &zoClusterService::progressChanged, this, [this](const QString& text, int percent) {
+            texts << text;
+            percents << percent;
+            words << QStringLiteral("progress");
+        });
+        connect(service, &zoClusterService::progressFinished, this,
+                [this] { words << QStringLiteral("finished"); });
+    }
+
+    // Without the progress, whose number of steps is the service's own affair.
+    QStringList outcome() const
+    {
+        QStringList rest = words;
+        rest.removeAll(QStringLiteral("progress"));
+        return rest;
+    }
+
+    QStringList words;
+    QStringList texts;
+    QList<int> percents;
+};
+
+const QRegularExpression AnyReason(QStringLiteral("\\S"));
+} // namespace
+
+zoClusterServiceContract::zoClusterServiceContract(Factory factory) : m_factory(std::move(factory)) {}
+
+zoClusterServiceContract::~zoClusterServiceContract() = default;
+
+void zoClusterServiceContract::newServiceIsIdle()
+{
+    const auto service = m_factory.create();
+
+    QVERIFY(!service->isRunning());
+    QCOMPARE(service->runningNodes(), QStringList());
+}
+
+void zoClusterServiceContract::appliedConfigurationIsCurrent()
+{
+    const auto service = m_factory.create();
+    const QString first = documentOf({"n1"});
+    const QString second = documentOf({"n1", "n2"});
+
+    service->applyConfig(first);
+    QCOMPARE(service->currentConfig(), first);
+
+    QVERIFY(service->start());
+    service->applyConfig(second);
+    QCOMPARE(service->currentConfig(), second);
+}
+
+void zoClusterServiceContract::appliedConfigurationIsNotAnnounced()
+{
+    const auto service = m_factory.create();
+    const Recorder recorder(service.get());
+
+    service->applyConfig(documentOf({"n1"}));
+    QVERIFY(service->start());
+    service->applyConfig(documentOf({"n1", "n2"}));
+
+    QVERIFY(!recorder.words.contains(QStringLiteral("config")));
+}
+
+void zoClusterServiceContract::startRunsTheEnabledNodes()
+{
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1", "n2", "n3"}));
+    const Recorder recorder(service.get());
+
+    const bool started = service->start();
+
+    QVERIFY(started);
+    QVERIFY(service->isRunning());
+    QCOMPARE(service->runningNodes(), QStringList({"n1", "n2", "n3"}));
+    QCOMPARE(recorder.outcome(), QStringList({"finished", "started"}));
+}
+
+void zoClusterServiceContract::idsFollowTheDocument_data()
+{
+    QTest::addColumn<QString>("section");
+    QTest::addColumn<QStringList>("ids");
+
+    QTest::newRow("equal-names-are-numbered") << "<master><network><node name=\"a\"/><node name=\"b\"/><node "
+                                                 "name=\"a\"/><node name=\"a\"/></network></master>"
+                                              << QStringList({"a", "b", "a_2", "a_3"});
+    QTest::newRow("disabled-node-keeps-its-number")
+        << "<master><network><node name=\"a\" enabled=\"false\"/><node name=\"a\"/></network></master>"
+        << QStringList({"a_2"});
+    QTest::newRow("disabled-network-disables-its-nodes")
+        << "<master><network enabled=\"false\"><node name=\"a\"/></network><network><node "
+           "name=\"a\"/></network></master>"
+        << QStringList({"a_2"});
+    QTest::newRow("only-false-disables")
+        << "<master><network enabled=\"FALSE\"><node name=\"a\" enabled=\"0\"/><node name=\"b\" "
+           "enabled=\"\"/></network></master>"
+        << QStringList({"a", "b"});
+    QTest::newRow("disabled-gateway-disables-what-is-behind")
+        << "<master><network><node name=\"gw\" enabled=\"false\"><network><node name=\"a\"/></network></node>"
+           "<node name=\"b\"/></network></master>"
+        << QStringList({"b"});
+    QTest::newRow("forwarded-nodes-come-after-their-gateway")
+        << "<master><network><node name=\"gw\"><network><node name=\"a\"/><node name=\"b\"/></network></node>"
+           "<node name=\"a\"/></network></master>"
+        << QStringList({"gw", "a", "b", "a_2"});
+    QTest::newRow("node-without-network")
+        << "<master><node name=\"a\"/><network><node name=\"a\"/></network></master>"
+        << QStringList({"a", "a_2"});
+    QTest::newRow("node-without-name-is-localhost")
+        << "<master><network><node/><node/></network></master>" << QStringList({"localhost", "localhost_2"});
+    QTest::newRow("unknown-elements-are-transparent")
+        << "<group><master><rack><network><shelf><node name=\"a\"/></shelf></network></rack></master></group>"
+        << QStringList({"a"});
+    QTest::newRow("nodes-outside-the-master-do-not-count")
+        << "<network><node name=\"x\"/></network><master><network><node name=\"a\"/></network></master>"
+        << QStringList({"a"});
+    QTest::newRow("taken-suffix-is-skipped")
+        << "<master><network><node name=\"a_2\"/><node name=\"a\"/><node name=\"a\"/></network></master>"
+        << QStringList({"a_2", "a", "a_3"});
+    QTest::newRow("master-and-networks-have-ids-too")
+        << "<master><network><node name=\"Network:/0/\"/></network></master>"
+        << QStringList({"Network:/0/_2"});
+}
+
+void zoClusterServiceContract::idsFollowTheDocument()
+{
+    QFETCH(QString, section);
+    QFETCH(QStringList, ids);
+    const auto service = m_factory.create();
+    service->applyConfig(QStringLiteral("<cluster version=\"1\">") + section + QStringLiteral("</cluster>"));
+
+    QVERIFY(service->start());
+
+    QCOMPARE(service->runningNodes(), ids);
+}
+
+void zoClusterServiceContract::handlerOfStartedSeesTheSession()
+{
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1"}));
+    bool running = false;
+    QStringList nodes;
+    connect(service.get(), &zoClusterService::started, this, [&] {
+        running = service->isRunning();
+        nodes = service->runningNodes();
+    });
+
+    QVERIFY(service->start());
+
+    QVERIFY(running);
+    QCOMPARE(nodes, QStringList("n1"));
+}
+
+void zoClusterServiceContract::progressRisesNodeByNodeAndFinishesBeforeStarted()
+{
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1", "n2", "n3"}));
+    const Recorder recorder(service.get());
+
+    QVERIFY(service->start());
+
+    QVERIFY(recorder.percents.size() >= 3);
+    for (const QString& node : QStringList({"n1", "n2", "n3"}))
+        QVERIFY2(recorder.texts.join(QLatin1Char('\n')).contains(node), qPrintable(node));
+    int last = 0;
+    for (const int percent : recorder.percents) {
+        QVERIFY(percent < 0 || (percent >= last && percent <= 100));
+        last = qMax(last, percent);
+    }
+    QVERIFY(recorder.words.lastIndexOf(QStringLiteral("progress")) <
+            recorder.words.indexOf(QStringLiteral("finished")));
+    QVERIFY(recorder.words.indexOf(QStringLiteral("finished")) <
+            recorder.words.indexOf(QStringLiteral("started")));
+    QCOMPARE(recorder.words.count(QStringLiteral("finished")), 1);
+}
+
+void zoClusterServiceContract::startOfARunningSessionChangesNothing()
+{
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1"}));
+    QVERIFY(service->start());
+    const Recorder recorder(service.get());
+
+    QVERIFY(service->start());
+
+    QCOMPARE(recorder.words, QStringList());
+    QCOMPARE(service->runningNodes(), QStringList("n1"));
+}
+
+void zoClusterServiceContract::thousandNodesStart()
+{
+    QStringList names;
+    for (int i = 1; i <= 1000; ++i)
+        names << QStringLiteral("n%1").arg(i);
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf(names));
+    service->setAcceptLowMemory(true);
+
+    QVERIFY(service->start());
+
+    QCOMPARE(service->runningNodes(), names);
+}
+
+void zoClusterServiceContract::stopEndsTheSession()
+{
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1"}));
+    QVERIFY(service->start());
+    const Recorder recorder(service.get());
+
+    service->stop();
+
+    QTRY_VERIFY(!service->isRunning());
+    QCOMPARE(service->runningNodes(), QStringList());
+    QCOMPARE(recorder.words, QStringList("stopped"));
+}
+
+void zoClusterServiceContract::handlerOfStoppedSeesTheEnd()
+{
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1"}));
+    QVERIFY(service->start());
+    bool running = true;
+    QStringList nodes("unset");
+    connect(service.get(), &zoClusterService::stopped, this, [&] {
+        running = service->isRunning();
+        nodes = service->runningNodes();
+    });
+
+    service->stop();
+
+    QTRY_VERIFY(!running);
+    QCOMPARE(nodes, QStringList());
+}
+
+void zoClusterServiceContract::stopAndAbortOfAnIdleServiceAreSilent()
+{
+    const auto service = m_factory.create();
+    const Recorder recorder(service.get());
+
+    service->stop();
+    service->abort();
+    QCoreApplication::processEvents();
+
+    QCOMPARE(recorder.words, QStringList());
+}
+
+void zoClusterServiceContract::abortOfARunningSessionChangesNothing()
+{
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1"}));
+    QVERIFY(service->start());
+    const Recorder recorder(service.get());
+
+    service->abort();
+    QCoreApplication::processEvents();
+
+    QVERIFY(service->isRunning());
+    QCOMPARE(recorder.words, QStringList());
+}
+
+void zoClusterServiceContract::sessionStartsAgainAfterStop()
+{
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1"}));
+    QVERIFY(service->start());
+    service->stop();
+    QTRY_VERIFY(!service->isRunning());
+    const Recorder recorder(service.get());
+
+    QVERIFY(service->start());
+
+    QCOMPARE(recorder.outcome(), QStringList({"finished", "started"}));
+}
+
+void zoClusterServiceContract::sessionStoppedByItsStartedHandlerIsOver()
+{
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1"}));
+    const Recorder recorder(service.get());
+    connect(service.get(), &zoClusterService::started, service.get(), [&] { service->stop(); });
+
+    service->start();
+
+    QTRY_VERIFY(!service->isRunning());
+    QCOMPARE(recorder.outcome(), QStringList({"finished", "started", "stopped"}));
+}
+
+void zoClusterServiceContract::abortFromProgressEndsTheStart()
+{
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1", "n2"}));
+    const Recorder recorder(service.get());
+    connect(service.get(), &zoClusterService::progressChanged, service.get(), [&] { service->abort(); });
+    expectMessage(QtCriticalMsg, AnyReason);
+
+    const bool started = service->start();
+
+    QVERIFY(!started);
+    QVERIFY(!service->isRunning());
+    QCOMPARE(service->runningNodes(), QStringList());
+    QCOMPARE(recorder.outcome(), QStringList({"finished", "stopped"}));
+}
+
+void zoClusterServiceContract::abortFromAnEventEndsTheStart()
+{
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1", "n2"}));
+    const Recorder recorder(service.get());
+    // As a click on a button of the overlay does.
+    QMetaObject::invokeMethod(
+        service.get(), [&] { service->abort(); }, Qt::QueuedConnection);
+    expectMessage(QtCriticalMsg, AnyReason);
+
+    const bool started = service->start();
+
+    QVERIFY(!started);
+    QCOMPARE(recorder.outcome(), QStringList({"finished", "stopped"}));
+}
+
+void zoClusterServiceContract::stopWhileConnectingEndsTheStart()
+{
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1", "n2"}));
+    const Recorder recorder(service.get());
+    connect(service.get(), &zoClusterService::progressChanged, service.get(), [&] { service->stop(); });
+    expectMessage(QtCriticalMsg, AnyReason);
+
+    const bool started = service->start();
+
+    QVERIFY(!started);
+    QCOMPARE(recorder.outcome(), QStringList({"finished", "stopped"}));
+}
+
+void zoClusterServiceContract::sessionStartsAgainAfterAbort()
+{
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1"}));
+    const QMetaObject::Connection aborting =
+        connect(service.get(), &zoClusterService::progressChanged, service.get(), [&] { service->abort(); });
+    expectMessage(QtCriticalMsg, AnyReason);
+    QVERIFY(!service->start());
+    disconnect(aborting);
+
+    QVERIFY(service->start());
+
+    QCOMPARE(service->runningNodes(), QStringList("n1"));
+}
+
+void zoClusterServiceContract::startWhileConnectingIsRefusedInSilence()
+{
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1"}));
+    const Recorder recorder(service.get());
+    QList<bool> inner;
+    connect(service.get(), &zoClusterService::progressChanged, service.get(), [&] {
+        if (inner.isEmpty())
+            inner << service->start();
+    });
+    expectMessage(QtCriticalMsg, AnyReason);
+
+    const bool outer = service->start();
+
+    QCOMPARE(inner, QList<bool>({false}));
+    QVERIFY(outer);
+    QCOMPARE(recorder.outcome(), QStringList({"finished", "started"}));
+}
+
+void zoClusterServiceContract::configurationWhileConnectingReachesTheSession()
+{
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1"}));
+    const QString later = documentOf({"n2"});
+    const auto once = std::make_shared<QMetaObject::Connection>();
+    *once = connect(service.get(), &zoClusterService::progressChanged, service.get(), [&, once] {
+        disconnect(*once);
+        service->applyConfig(later);
+    });
+
+    QVERIFY(service->start());
+
+    QTRY_COMPARE(service->runningNodes(), QStringList("n2"));
+    QCOMPARE(service->currentConfig(), later);
+}
+
+void zoClusterServiceContract::quitWhileConnectingLetsTheStartReturn()
+{
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1", "n2"}));
+    QEventLoop loop;
+    bool returned = false;
+    connect(service.get(), &zoClusterService::progressChanged, &loop, &QEventLoop::quit);
+    QMetaObject::invokeMethod(
+        &loop,
+        [&] {
+            service->start();
+            returned = true;
+        },
+        Qt::QueuedConnection);
+
+    loop.exec();
+
+    QVERIFY(returned);
+}
+
+void zoClusterServiceContract::unusableConfigurationFailsWithStopped_data()
+{
+    QTest::addColumn<QString>("document");
+
+    QTest::newRow("empty") << "";
+    QTest::newRow("blank") << " \n";
+    QTest::newRow("not-xml") << "n1, n2";
+    QTest::newRow("truncated") << documentOf({"n1"}).chopped(12);
+    QTest::newRow("two-roots") << documentOf({"n1"}) + documentOf({"n1"});
+    QTest::newRow("no-master") << "<cluster version=\"1\"/>";
+    QTest::newRow("no-node") << documentOf({});
+    QTest::newRow("all-nodes-disabled")
+        << "<cluster><master><network><node name=\"a\" enabled=\"false\"/></network></master></cluster>";
+    QTest::newRow("master-disabled")
+        << "<cluster><master enabled=\"false\"><network><node name=\"a\"/></network></master></cluster>";
+    QTest::newRow("only-a-node-without-a-name")
+        << "<cluster><master><network><node name=\"\"/></network></master></cluster>";
+}
+
+void zoClusterServiceContract::unusableConfigurationFailsWithStopped()
+{
+    QFETCH(QString, document);
+    const auto service = m_factory.create();
+    service->applyConfig(document);
+    const Recorder recorder(service.get());
+    expectMessage(QtCriticalMsg, AnyReason);
+
+    const bool started = service->start();
+
+    QVERIFY(!started);
+    QVERIFY(!service->isRunning());
+    QCOMPARE(recorder.words.count(QStringLiteral("stopped")), 1);
+    QCOMPARE(recorder.words.constLast(), QStringLiteral("stopped"));
+}
+
+void zoClusterServiceContract::secondSessionMeetsTheFirst()
+{
+    const auto first = m_factory.create();
+    first->applyConfig(documentOf({"n1", "n2"}));
+    QVERIFY(first->start());
+    const auto second = m_factory.create();
+    second->applyConfig(documentOf({"n2", "n3"}));
+    const Recorder recorder(second.get());
+    expectMessage(QtCriticalMsg, AnyReason);
+
+    const bool started = second->start();
+
+    QVERIFY(!started);
+    QCOMPARE(recorder.outcome(), QStringList({"finished", "servers n2", "stopped"}));
+    QVERIFY(first->isRunning());
+}
+
+void zoClusterServiceContract::answerInsideTheQuestionCountsForTheNextStart()
+{
+    const auto first = m_factory.create();
+    first->applyConfig(documentOf({"n1"}));
+    QVERIFY(first->start());
+    const auto second = m_factory.create();
+    second->applyConfig(documentOf({"n1"}));
+    connect(second.get(), &zoClusterService::multipleServersFound, second.get(),
+            [&] { second->setAcceptRunningServers(true); });
+    expectMessage(QtCriticalMsg, AnyReason);
+
+    QVERIFY(!second->start());
+    QVERIFY(second->start());
+
+    QCOMPARE(second->runningNodes(), QStringList("n1"));
+}
+
+void zoClusterServiceContract::acceptedServersStart()
+{
+    const auto first = m_factory.create();
+    first->applyConfig(documentOf({"n1"}));
+    QVERIFY(first->start());
+    const auto second = m_factory.create();
+    second->applyConfig(documentOf({"n1"}));
+    const Recorder recorder(second.get());
+
+    second->setAcceptRunningServers(true);
+    QVERIFY(second->start());
+
+    QCOMPARE(recorder.outcome(), QStringList({"finished", "started"}));
+}
+
+void zoClusterServiceContract::acceptanceCanBeTakenBack()
+{
+    const auto first = m_factory.create();
+    first->applyConfig(documentOf({"n1"}));
+    QVERIFY(first->start());
+    const auto second = m_factory.create();
+    second->applyConfig(documentOf({"n1"}));
+    second->setAcceptRunningServers(true);
+    second->setAcceptRunningServers(false);
+    expectMessage(QtCriticalMsg, AnyReason);
+
+    QVERIFY(!second->start());
+}
+
+void zoClusterServiceContract::otherServicePortIsAnotherServer()
+{
+    const auto first = m_factory.create();
+    first->applyConfig(documentOf({"n1"}, 8889));
+    QVERIFY(first->start());
+    const auto second = m_factory.create();
+    second->applyConfig(documentOf({"n1"}, 8890));
+
+    QVERIFY(second->start());
+
+    // No port is 8889.
+    const auto third = m_factory.create();
+    third->applyConfig(documentOf({"n1"}));
+    expectMessage(QtCriticalMsg, AnyReason);
+    QVERIFY(!third->start());
+}
+
+void zoClusterServiceContract::stoppedSessionFreesItsNodes()
+{
+    const auto first = m_factory.create();
+    first->applyConfig(documentOf({"n1"}));
+    QVERIFY(first->start());
+    const auto second = m_factory.create();
+    second->applyConfig(documentOf({"n1"}));
+
+    first->stop();
+
+    QVERIFY(second->start());
+}
+
+void zoClusterServiceContract::destroyedServiceFreesItsNodes()
+{
+    auto first = m_factory.create();
+    first->applyConfig(documentOf({"n1"}));
+    QVERIFY(first->start());
+    const auto second = m_factory.create();
+    second->applyConfig(documentOf({"n1"}));
+
+    first.reset();
+
+    QVERIFY(second->start());
+}
+
+void zoClusterServiceContract::failedStartFreesItsNodes()
+{
+    const auto first = m_factory.create();
+    first->applyConfig(documentOf({"n1"}));
+    QVERIFY(first->start());
+    const auto second = m_factory.create();
+    second->applyConfig(documentOf({"n2", "n1"}));
+    expectMessage(QtCriticalMsg, AnyReason);
+    QVERIFY(!second->start());
+    const auto third = m_factory.create();
+    third->applyConfig(documentOf({"n2"}));
+
+    QVERIFY(third->start());
+}
+
+void zoClusterServiceContract::abortedStartFreesItsNodes()
+{
+    const auto first = m_factory.create();
+    first->applyConfig(documentOf({"n1", "n2", "n3"}));
+    connect(first.get(), &zoClusterService::progressChanged, first.get(), [&](const QString& text) {
+        if (text.contains(QStringLiteral("n3")))
+            first->abort();
+    });
+    expectMessage(QtCriticalMsg, AnyReason);
+    QVERIFY(!first->start());
+    const auto second = m_factory.create();
+    second->applyConfig(documentOf({"n1", "n2"}));
+
+    QVERIFY(second->start());
+}
+
+void zoClusterServiceContract::sharedNodeStaysInUseUntilTheLastSessionLeaves()
+{
+    const auto first = m_factory.create();
+    const auto second = m_factory.create();
+    const auto third = m_factory.create();
+    for (zoClusterService* service : {first.get(), second.get(), third.get()})
+        service->applyConfig(documentOf({"n1"}));
+    QVERIFY(first->start());
+    second->setAcceptRunningServers(true);
+    QVERIFY(second->start());
+
+    first->stop();
+
+    expectMessage(QtCriticalMsg, AnyReason);
+    QVERIFY(!third->start());
+    second->stop();
+    QVERIFY(third->start());
+}
+
+void zoClusterServiceContract::abortInsideTheQuestionEndsTheStart()
+{
+    const auto first = m_factory.create();
+    first->applyConfig(documentOf({"n1"}));
+    QVERIFY(first->start());
+    const auto second = m_factory.create();
+    second->applyConfig(documentOf({"n1"}));
+    const Recorder recorder(second.get());
+    connect(second.get(), &zoClusterService::multipleServersFound, second.get(), [&] { second->abort(); });
+    expectMessage(QtCriticalMsg, AnyReason);
+
+    QVERIFY(!second->start());
+
+    QCOMPARE(recorder.words.count(QStringLiteral("stopped")), 1);
+    QVERIFY(!second->isRunning());
+}
+
+void zoClusterServiceContract::lowMemoryAsks()
+{
+    const auto service = m_factory.createShortOfMemory();
+    service->applyConfig(documentOf({"n1", "n2"}));
+    const Recorder recorder(service.get());
+    expectMessage(QtCriticalMsg, AnyReason);
+
+    const bool started = service->start();
+
+    QVERIFY(!started);
+    QCOMPARE(recorder.outcome(), QStringList({"finished", "memory n1, n2", "stopped"}));
+}
+
+void zoClusterServiceContract::acceptedLowMemoryStarts()
+{
+    const auto service = m_factory.createShortOfMemory();
+    service->applyConfig(documentOf({"n1"}));
+    const Recorder recorder(service.get());
+
+    service->setAcceptLowMemory(true);
+    QVERIFY(service->start());
+
+    QCOMPARE(recorder.outcome(), QStringList({"finished", "started"}));
+}
+
+void zoClusterServiceContract::bothQuestionsComeInOneAttempt()
+{
+    const auto first = m_factory.create();
+    first->applyConfig(documentOf({"n1"}));
+    QVERIFY(first->start());
+    const auto second = m_factory.createShortOfMemory();
+    second->applyConfig(documentOf({"n1"}));
+    const Recorder recorder(second.get());
+    connect(second.get(), &zoClusterService::multipleServersFound, second.get(),
+            [&] { second->setAcceptRunningServers(true); });
+    connect(second.get(), &zoClusterService::notEnoughMemoryFound, second.get(),
+            [&] { second->setAcceptLowMemory(true); });
+    expectMessage(QtCriticalMsg, AnyReason);
+
+    QVERIFY(!second->start());
+    QVERIFY(second->start());
+
+    QCOMPARE(recorder.outcome(),
+             QStringList({"finished", "servers n1", "memory n1", "stopped", "finished", "started"}));
+}
+
+void zoClusterServiceContract::nodesChangeWithTheConfigurationOfARunningSession()
+{
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1", "n2"}));
+    QVERIFY(service->start());
+    const Recorder recorder(service.get());
+
+    service->applyConfig(documentOf({"n2", "n3"}));
+
+    QTRY_COMPARE(service->runningNodes(), QStringList({"n2", "n3"}));
+    QCOMPARE(recorder.outcome(), QStringList("nodes"));
+    QVERIFY(service->isRunning());
+
+    service->applyConfig(documentOf({}));
+
+    QTRY_COMPARE(service->runningNodes(), QStringList());
+    QVERIFY(service->isRunning());
+}
+
+void zoClusterServiceContract::sameNodesAreNotAnnouncedAgain()
+{
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1"}));
+    QVERIFY(service->start());
+    const Recorder recorder(service.get());
+
+    service->applyConfig(documentOf({"n1"}));
+    service->applyConfig(documentOf({"n1"}) + QStringLiteral("<!-- the same nodes -->"));
+    QCoreApplication::processEvents();
+
+    QCOMPARE(recorder.words, QStringList());
+}
+
+void zoClusterServiceContract::malformedConfigurationLeavesARunningSessionAlone()
+{
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1"}));
+    QVERIFY(service->start());
+    const Recorder recorder(service.get());
+    expectMessage(QtCriticalMsg, AnyReason);
+
+    service->applyConfig(QStringLiteral("<cluster>"));
+    QCoreApplication::processEvents();
+
+    QCOMPARE(service->runningNodes(), QStringList("n1"));
+    QCOMPARE(service->currentConfig(), documentOf({"n1"}));
+    QCOMPARE(recorder.words, QStringList());
+}
+
+void zoClusterServiceContract::nodeThatLeftIsFree()
+{
+    const auto first = m_factory.create();
+    first->applyConfig(documentOf({"n1", "n2"}));
+    QVERIFY(first->start());
+    const auto second = m_factory.create();
+    second->applyConfig(documentOf({"n2"}));
+
+    first->applyConfig(documentOf({"n1"}));
+
+    QTRY_COMPARE(first->runningNodes(), QStringList("n1"));
+    QVERIFY(second->start());
+}
+
+void zoClusterServiceContract::nodeThatJoinedIsInUse()
+{
+    const auto first = m_factory.create();
+    first->applyConfig(documentOf({"n1"}));
+    QVERIFY(first->start());
+    const auto second = m_factory.create();
+    second->applyConfig(documentOf({"n2"}));
+
+    first->applyConfig(documentOf({"n1", "n2"}));
+
+    QTRY_COMPARE(first->runningNodes(), QStringList({"n1", "n2"}));
+    expectMessage(QtCriticalMsg, AnyReason);
+    QVERIFY(!second->start());
+}
+
+void zoClusterServiceContract::nodeInUseDoesNotJoinUninvited()
+{
+    const auto first = m_factory.create();
+    first->applyConfig(documentOf({"n1"}));
+    QVERIFY(first->start());
+    const auto second = m_factory.create();
+    second->applyConfig(documentOf({"n2"}));
+    QVERIFY(second->start());
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("n1")));
+
+    second->applyConfig(documentOf({"n1", "n2"}));
+    QCoreApplication::processEvents();
+
+    QCOMPARE(second->runningNodes(), QStringList("n2"));
+}
+
+void zoClusterServiceContract::speedTestMeasuresARunningSession()
+{
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1", "n2"}));
+    QVERIFY(service->start());
+
+    const QStringList figures = service->speedTest();
+
+    QCOMPARE(figures.size(), 3);
+    for (const QString& figure : figures) {
+        bool ok = false;
+        QVERIFY2(figure.toLongLong(&ok) > 0 && ok, qPrintable(figure));
+    }
+    QVERIFY(service->isRunning());
+}
+
+void zoClusterServiceContract::speedTestOfAnIdleServiceIsEmpty()
+{
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1"}));
+
+    QCOMPARE(service->speedTest(), QStringList());
+}
+
+void zoClusterServiceContract::diagnosticsAreSilent()
+{
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1"}));
+    const Recorder recorder(service.get());
+
+    service->setShowTiles(true);
+    service->setShowTestImage(true);
+    QVERIFY(service->start());
+    service->setShowTiles(false);
+    service->setShowTestImage(false);
+
+    QCOMPARE(recorder.outcome(), QStringList({"finished", "started"}));
+}

@@ -1,0 +1,96 @@
+#pragma once
+
+#include "zoTestCase.h"
+
+#include <zoClusterService.h>
+
+#include <functional>
+#include <memory>
+
+// What every cluster service promises, whatever it runs its nodes on. An implementation passes the suite by
+// deriving a test class that says how its services are made:
+//
+//     class tst_MyServiceContract final : public zoClusterServiceContract
+//     {
+//         Q_OBJECT
+//     public:
+//         tst_MyServiceContract() : zoClusterServiceContract({createMine, createMineWithLittleMemory}) {}
+//     };
+//
+// Services made in one test function meet on the same nodes; those of other runs and programs are not met.
+class zoClusterServiceContract : public zoTestCase
+{
+    Q_OBJECT
+
+public:
+    struct Factory
+    {
+        std::function<std::unique_ptr<zoClusterService>()> create;
+        // A service that finds too little memory for any node.
+        std::function<std::unique_ptr<zoClusterService>()> createShortOfMemory;
+    };
+
+    explicit zoClusterServiceContract(Factory factory);
+    ~zoClusterServiceContract() override;
+
+private slots:
+    void newServiceIsIdle();
+    void appliedConfigurationIsCurrent();
+    void appliedConfigurationIsNotAnnounced();
+
+    void startRunsTheEnabledNodes();
+    void idsFollowTheDocument_data();
+    void idsFollowTheDocument();
+    void handlerOfStartedSeesTheSession();
+    void progressRisesNodeByNodeAndFinishesBeforeStarted();
+    void startOfARunningSessionChangesNothing();
+    void thousandNodesStart();
+
+    void stopEndsTheSession();
+    void handlerOfStoppedSeesTheEnd();
+    void stopAndAbortOfAnIdleServiceAreSilent();
+    void abortOfARunningSessionChangesNothing();
+    void sessionStartsAgainAfterStop();
+    void sessionStoppedByItsStartedHandlerIsOver();
+
+    void abortFromProgressEndsTheStart();
+    void abortFromAnEventEndsTheStart();
+    void stopWhileConnectingEndsTheStart();
+    void sessionStartsAgainAfterAbort();
+    void startWhileConnectingIsRefusedInSilence();
+    void configurationWhileConnectingReachesTheSession();
+    void quitWhileConnectingLetsTheStartReturn();
+
+    void unusableConfigurationFailsWithStopped_data();
+    void unusableConfigurationFailsWithStopped();
+
+    void secondSessionMeetsTheFirst();
+    void answerInsideTheQuestionCountsForTheNextStart();
+    void acceptedServersStart();
+    void acceptanceCanBeTakenBack();
+    void otherServicePortIsAnotherServer();
+    void stoppedSessionFreesItsNodes();
+    void destroyedServiceFreesItsNodes();
+    void failedStartFreesItsNodes();
+    void abortedStartFreesItsNodes();
+    void sharedNodeStaysInUseUntilTheLastSessionLeaves();
+    void abortInsideTheQuestionEndsTheStart();
+
+    void lowMemoryAsks();
+    void acceptedLowMemoryStarts();
+    void bothQuestionsComeInOneAttempt();
+
+    void nodesChangeWithTheConfigurationOfARunningSession();
+    void sameNodesAreNotAnnouncedAgain();
+    void malformedConfigurationLeavesARunningSessionAlone();
+    void nodeThatLeftIsFree();
+    void nodeThatJoinedIsInUse();
+    void nodeInUseDoesNotJoinUninvited();
+
+    void speedTestMeasuresARunningSession();
+    void speedTestOfAnIdleServiceIsEmpty();
+    void diagnosticsAreSilent();
+
+private:
+    Factory m_factory;
+};
