@@ -69,6 +69,10 @@ public slots:
     void updateRuntimConfig();
 
 private:
+    void connectMainWindow();
+    void createToggleAction();
+    void connectClusterService();
+
     static zoHPC* s_instance;
 
     zoClusterService* m_clusterService = nullptr; // not owned
@@ -76,6 +80,7 @@ private:
     QPointer<zoHPCConnectGUIW> m_connectOverlay; // owned by the host's main window
     QPointer<zoHPCGUIW> m_mainWindow;            // owned by the host's main window
     QAction* m_toggleAction = nullptr;
+    bool m_starting = false;
     bool m_retryRequested = false;
     bool m_forwardConfigChanges = true;
 };

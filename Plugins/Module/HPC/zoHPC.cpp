@@ -1,0 +1,290 @@
+#include "zoHPC.h"
+
+#include "zoHPCConnectGUIW.h"
+#include "zoHPCGUIW.h"
+#include "zoHPCTreeEditGUIW.h"
+#include "zoHPCTreeGUIW.h"
+#include "zoHPCTreeItem.h"
+
+#include <QAction>
+#include <QMessageBox>
+
+#include <zoClusterService.h>
+#include <zoControllerService.h>
+#include <zoIconManager.h>
+#include <zoKernelServiceFactory.h>
+#include <zoLog.h>
+#include <zoMainWindowService.h>
+#include <zoPlatform.h>
+
+namespace
+{
+// Sets a flag to false while it lives.
+class FlagDown final
+{
+public:
+    explicit FlagDown(bool& flag) : m_flag(flag), m_before(flag) { m_flag = false; }
+    ~FlagDown() { m_flag = m_before; }
+    FlagDown(const FlagDown&) = delete;
+    FlagDown& operator=(const FlagDown&) = delete;
+
+private:
+    bool& m_flag;
+    const bool m_before;
+};
+
+QString megabytesPerSecond(const QString& bytesPerSecond)
+{
+    return QString::number(double(bytesPerSecond.toLongLong()) * (1.0 / 1048576), 'f', 4);
+}
+} // namespace
+
+zoHPC* zoHPC::s_instance = nullptr;
+
+zoHPC::zoHPC()
+{
+    s_instance = this;
+    m_clusterService = zoKernelServiceFactory::getService<zoClusterService>();
+
+    auto* mainWindowService = zoKernelServiceFactory::getService<zoMainWindowService>();
+    m_mainWindow = new zoHPCGUIW(mainWindowService->mainWindowWidget(), QStringLiteral("Module"));
+    mainWindowService->registerModule(QStringLiteral("Cluster"), QStringLiteral("Rendering"), m_mainWindow,
+                                      QStringLiteral("Tipreel_Cluster"),
+                                      zoIconManager::getIcon(QStringLiteral("ModuleCluster"), QString()), tr("Cluster"),
+                                      0);
+    connectMainWindow();
+
+    m_mainWindow->setStartEnabled(true);
+    m_mainWindow->setIsRunning(false, QStringList());
+
+    createToggleAction();
+    auto* controllerService = zoKernelServiceFactory::getService<zoControllerService>();
+    if (!controllerService->isNonInteractive())
+        m_connectOverlay = new zoHPCConnectGUIW(
+            zoKernelServiceFactory::getService<zoMainWindowService>()->mainWindowWidget(), QString());
+    if (controllerService->usesModuleToolBar())
+    {
+        if (QWidget* toolBar = zoKernelServiceFactory::getService<zoMainWindowService>()->moduleToolBar())
+            toolBar->addAction(m_toggleAction);
+    }
+
+    connectClusterService();
+
+    setConfig(m_clusterService->currentConfig());
+    setRunning(m_clusterService->isRunning());
+}
+
+zoHPC::~zoHPC()
+{
+    // The windows belong to the host's main window.
+    s_instance = nullptr;
+}
+
+void zoHPC::connectMainWindow()
+{
+    connect(m_mainWindow, SIGNAL(startTriggered()), this, SLOT(startCluster()));
+    connect(m_mainWindow, SIGNAL(stopTriggered()), this, SLOT(stopCluster()));
+    connect(m_mainWindow, SIGNAL(speedTestTriggered()), this, SLOT(runSpeedTest()));
+    connect(m_mainWindow, SIGNAL(displayPropertiesChanged()), this, SLOT(updateRuntimConfig()));
+    const zoHPCTreeEditGUIW* editor = m_mainWindow->getEditor();
+    connect(editor, SIGNAL(imageCompressionChanged(QString)), this, SLOT(updateRuntimConfig()));
+    connect(editor, SIGNAL(sceneCompressionChanged(QString)), this, SLOT(updateRuntimConfig()));
+    connect(editor, SIGNAL(startStopActionsChanged(bool, bool, bool)), this, SLOT(updateRuntimConfig()));
+    connect(editor, SIGNAL(parallelFramesChanged(int)), this, SLOT(updateRuntimConfig()));
+    connect(editor, SIGNAL(frameQueueLengthChanged(int)), this, SLOT(updateRuntimConfig()));
+    connect(editor, SIGNAL(stillFrameSupersamplingChanged(int)), this, SLOT(updateRuntimConfig()));
+    connect(m_mainWindow, SIGNAL(showTilesToggled(bool)), this, SLOT(showTilesChanged(bool)));
+    connect(m_mainWindow, SIGNAL(showTestImageToggled(bool)), this, SLOT(showTestImageChanged(bool)));
+}
+
+void zoHPC::createToggleAction()
+{
+    // A child of the module object: hosts find the object that takes their calls as the parent of this action.
+    m_toggleAction = new QAction(zoIconManager::getIcon(QStringLiteral("ModuleCluster"), QString()),
+                                 tr("&Toggle Connection to the Cluster"), this);
+    m_toggleAction->setIconText(tr("Cluster"));
+    m_toggleAction->setToolTip(QStringLiteral("Tipreel_Cluster")); // a key that the host resolves
+    m_toggleAction->setStatusTip(tr("Toggle Connection to the Cluster"));
+    m_toggleAction->setCheckable(true);
+    connect(m_toggleAction, SIGNAL(toggled(bool)), this, SLOT(toggleCluster(bool)));
+}
+
+void zoHPC::connectClusterService()
+{
+    connect(m_clusterService, &zoClusterService::started, this, [this] { setRunning(true); });
+    connect(m_clusterService, &zoClusterService::stopped, this, [this] { setRunning(false); });
+    connect(m_clusterService, &zoClusterService::runningNodesChanged, this, [this] { setRunning(true); });
+    connect(m_clusterService, SIGNAL(configChanged(QString)), this, SLOT(setConfig(QString)));
+}
+
+zoHPC* zoHPC::getInstance()
+{
+    return s_instance;
+}
+
+void zoHPC::show()
+{
+    if (m_mainWindow)
+        m_mainWindow->show();
+}
+
+QString zoHPC::getConfigPath()
+{
+    if (m_configPath.isEmpty())
+        m_configPath = QString::fromStdString(zoPlatform::getDataDir()) + QStringLiteral("/cluster");
+    return m_configPath;
+}
+
+void zoHPC::loadConfig(const char* fileName)
+{
+    if (m_mainWindow)
+        m_mainWindow->loadConfig(QString::fromLatin1(fileName));
+}
+
+void zoHPC::setConfig(const QString& config)
+{
+    const FlagDown notSentBack(m_forwardConfigChanges);
+    if (m_mainWindow)
+        m_mainWindow->setConfigString(config);
+}
+
+void zoHPC::startCluster()
+{
+    // The service may run the event loop while it connects; a second click then starts nothing.
+    if (!m_mainWindow || m_starting)
+        return;
+    m_starting = true;
+    connect(m_clusterService, SIGNAL(multipleServersFound(QString)), this, SLOT(setFoundMultipleServers(QString)));
+    connect(m_clusterService, SIGNAL(notEnoughMemoryFound(QString)), this, SLOT(setFoundNotEnoughMemory(QString)));
+
+    const QString config = m_mainWindow->getConfigString();
+    m_clusterService->setAcceptRunningServers(false);
+    m_clusterService->setAcceptLowMemory(false);
+    m_retryRequested = false;
+    m_clusterService->applyConfig(config);
+    // Once more for every risk that was accepted during the attempt; never for any other failure.
+    while (!m_clusterService->start() && m_retryRequested)
+        m_retryRequested = false;
+
+    disconnect(m_clusterService, SIGNAL(multipleServersFound(QString)), this, SLOT(setFoundMultipleServers(QString)));
+    disconnect(m_clusterService, SIGNAL(notEnoughMemoryFound(QString)), this, SLOT(setFoundNotEnoughMemory(QString)));
+    m_starting = false;
+}
+
+void zoHPC::stopCluster()
+{
+    m_clusterService->stop();
+}
+
+void zoHPC::setNetworkOption(int networkIndex, const QString& key, const QString& value)
+{
+    if (!m_mainWindow)
+        return;
+    zoHPCTreeGUIW* tree = m_mainWindow->getTree();
+    zoHPCTreeItem* network = tree->findNetworkByIndex(networkIndex);
+    if (network == nullptr)
+    {
+        zoLog::error("Network %d not found.", networkIndex);
+        return;
+    }
+    network->setOption(key, value);
+    zoHPCTreeItem* selected = tree->selectedItem();
+    tree->setSelectedItem(network);
+    m_mainWindow->getEditor()->setItem(network);
+    tree->setSelectedItem(selected);
+}
+
+void zoHPC::setAdvanced(bool advanced)
+{
+    if (m_mainWindow)
+        m_mainWindow->setAdvanced(advanced);
+}
+
+void zoHPC::showTilesChanged(bool on)
+{
+    m_clusterService->setShowTiles(on);
+}
+
+void zoHPC::showTestImageChanged(bool on)
+{
+    m_clusterService->setShowTestImage(on);
+}
+
+void zoHPC::runSpeedTest()
+{
+    const QStringList rates = m_clusterService->speedTest();
+    if (rates.size() != 3)
+        return;
+    const QString message = tr("Send: %1 MByte/s\nReceive: %2 MByte/s\nSync: %3 frames/s\n")
+                                .arg(megabytesPerSecond(rates.at(0)), megabytesPerSecond(rates.at(1)),
+                                     QString::number(double(rates.at(2).toLongLong()), 'f', 2));
+    zoLog::info("%s", message.toUtf8().constData());
+    QMessageBox::information(nullptr, tr("Results"), message, QMessageBox::Ok);
+}
+
+void zoHPC::toggleCluster(bool on)
+{
+    // What counts is what runs, not how the button looks.
+    Q_UNUSED(on)
+    if (m_clusterService->isRunning())
+        m_clusterService->stop();
+    else
+        startCluster();
+}
+
+void zoHPC::setFoundMultipleServers(const QString& nodes)
+{
+    Q_UNUSED(nodes)
+    if (!zoKernelServiceFactory::getService<zoControllerService>()->isNonInteractive())
+    {
+        const auto answer = QMessageBox::warning(
+            nullptr, tr("Cluster"),
+            tr("There is already a ZOKEClusterServer running\non one or more of the requested cluster nodes.\n"
+               "Do you really want to start clustering and risk\nperformance problems?"),
+            QMessageBox::Yes, QMessageBox::Abort);
+        if (answer != QMessageBox::Yes)
+            return;
+    }
+    m_clusterService->setAcceptRunningServers(true);
+    m_retryRequested = true;
+}
+
+void zoHPC::setFoundNotEnoughMemory(const QString& nodes)
+{
+    Q_UNUSED(nodes)
+    if (!zoKernelServiceFactory::getService<zoControllerService>()->isNonInteractive())
+    {
+        const auto answer = QMessageBox::critical(
+            nullptr, tr("Cluster"),
+            tr("There is already a ZOKEClusterServer running\non one or more of the requested cluster nodes\n"
+               "and there is likely not enough free memory.\nDo you really want to start clustering and risk\n"
+               "server instability?"),
+            QMessageBox::Yes, QMessageBox::Abort);
+        if (answer != QMessageBox::Yes)
+            return;
+    }
+    m_clusterService->setAcceptLowMemory(true);
+    m_retryRequested = true;
+}
+
+void zoHPC::setRunning(bool running)
+{
+    const QStringList nodes = m_clusterService->runningNodes();
+    if (!m_mainWindow)
+        return;
+    m_mainWindow->setStartEnabled(!running);
+    m_mainWindow->setIsRunning(running, nodes);
+}
+
+void zoHPC::updateRuntimConfig()
+{
+    if (m_mainWindow && m_forwardConfigChanges && m_clusterService->isRunning())
+        m_clusterService->applyConfig(m_mainWindow->getConfigString());
+}
+
+// Called once by the host after loading the library. The object goes with the library.
+extern "C" Q_DECL_EXPORT void initPlugin()
+{
+    static zoHPC module;
+    Q_UNUSED(module)
+}

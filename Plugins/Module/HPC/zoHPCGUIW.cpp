@@ -1,0 +1,373 @@
+#include "zoHPCGUIW.h"
+
+#include "zoHPCConfigConverter.h"
+#include "zoHPCConfigEditGUIW.h"
+#include "zoHPCDisplayGUII.h"
+#include "zoHPCDocumentText.h"
+#include "zoHPCTreeEditGUIW.h"
+#include "zoHPCTreeGUIW.h"
+#include "zoHPCTreeItem.h"
+#include "zoHPCWindowItem.h"
+
+#include <QAction>
+#include <QDir>
+#include <QDomDocument>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QHash>
+#include <QMenu>
+#include <QMenuBar>
+#include <QSaveFile>
+#include <QSet>
+#include <QSplitter>
+#include <QStatusBar>
+
+#include <QZOToolBar.h>
+#include <zoIconManager.h>
+#include <zoLog.h>
+#include <zoPlatform.h>
+
+namespace
+{
+// Files end at their first NUL byte.
+QString textOf(const QByteArray& bytes)
+{
+    return QString::fromUtf8(bytes.constData());
+}
+
+QIcon icon(const char* name)
+{
+    return zoIconManager::getIcon(QLatin1String(name), QString());
+}
+} // namespace
+
+zoHPCGUIW::zoHPCGUIW(QWidget* parent, const QString& name) : QMainWindow(parent)
+{
+    m_displayEditor = new zoHPCDisplayGUII(this);
+    setupUi(this);
+    setObjectName(name);
+    m_tree = new zoHPCTreeGUIW;
+    m_editor = new zoHPCTreeEditGUIW;
+
+    createActions();
+    createMenus();
+    createToolBars();
+    createSplitter();
+
+    m_editor->setItem(m_tree->selectedItem());
+    connect(m_tree, SIGNAL(selectedItemChanged(zoHPCTreeItem*)), m_editor, SLOT(setItem(zoHPCTreeItem*)));
+    setAdvanced(false);
+
+    connect(m_tree, SIGNAL(hostsChanged()), this, SLOT(updateDisplayState()));
+    connect(m_editor, SIGNAL(hostChanged()), this, SLOT(updateDisplayState()));
+    connect(m_displayEditor, SIGNAL(displayChanged()), this, SLOT(updateDisplayState()));
+    connect(m_displayEditor, SIGNAL(displayChanged()), this, SIGNAL(displayPropertiesChanged()));
+}
+
+zoHPCGUIW::~zoHPCGUIW() = default;
+
+void zoHPCGUIW::createActions()
+{
+    m_newAction = new QAction(icon("FileNew"), tr("New"), this);
+    connect(m_newAction, SIGNAL(triggered()), this, SLOT(setDefaultConfig()));
+    m_loadAction = new QAction(icon("FileOpen"), tr("Load..."), this);
+    connect(m_loadAction, SIGNAL(triggered()), this, SLOT(loadConfig()));
+    m_saveAction = new QAction(icon("Save"), tr("Save"), this);
+    connect(m_saveAction, SIGNAL(triggered()), this, SLOT(saveConfig()));
+    m_saveAsAction = new QAction(tr("Save As..."), this);
+    connect(m_saveAsAction, SIGNAL(triggered()), this, SLOT(saveAsConfig()));
+    m_importLegacyAction = new QAction(icon("FileOpen"), tr("Import legacy..."), this);
+    connect(m_importLegacyAction, SIGNAL(triggered()), this, SLOT(importLegacy()));
+
+    m_startAction = new QAction(icon("StartCluster"), tr("Start"), this);
+    connect(m_startAction, SIGNAL(triggered()), this, SLOT(startCluster()));
+    m_stopAction = new QAction(icon("StopCluster"), tr("Stop"), this);
+    m_stopAction->setEnabled(false);
+    connect(m_stopAction, SIGNAL(triggered()), this, SLOT(stopCluster()));
+
+    m_editConfigAction = new QAction(tr("Edit configuration..."), this);
+    connect(m_editConfigAction, SIGNAL(triggered()), this, SLOT(editConfig()));
+    m_displaySetupAction = new QAction(icon("Projection"), tr("Display Setup..."), this);
+    connect(m_displaySetupAction, SIGNAL(triggered()), this, SLOT(displaySetup()));
+
+    m_speedTestAction = new QAction(tr("Run network speed test..."), this);
+    connect(m_speedTestAction, SIGNAL(triggered()), this, SIGNAL(speedTestTriggered()));
+    m_showTilesAction = new QAction(tr("Show tiles"), this);
+    m_showTilesAction->setCheckable(true);
+    connect(m_showTilesAction, SIGNAL(toggled(bool)), this, SIGNAL(showTilesToggled(bool)));
+    m_showTestImageAction = new QAction(tr("Show test image"), this);
+    m_showTestImageAction->setCheckable(true);
+    connect(m_showTestImageAction, SIGNAL(toggled(bool)), this, SIGNAL(showTestImageToggled(bool)));
+    // Diagnostics look into a session; there is none yet.
+    for (QAction* diagnostic : {m_speedTestAction, m_showTilesAction, m_showTestImageAction})
+        diagnostic->setEnabled(false);
+}
+
+void zoHPCGUIW::createMenus()
+{
+    menuBar()->setNativeMenuBar(false);
+
+    QMenu* file = menuBar()->addMenu(tr("&File"));
+    file->addActions({m_newAction, m_loadAction, m_importLegacyAction, m_saveAction, m_saveAsAction});
+
+    QMenu* edit = menuBar()->addMenu(tr("&Edit"));
+    edit->addActions({m_tree->clusterConfigAction(), m_editConfigAction});
+    edit->addSeparator();
+    edit->addActions({m_tree->addHostAction(), m_tree->removeHostAction()});
+    edit->addSeparator();
+    edit->addActions({m_tree->addNetworkAction(), m_tree->removeNetworkAction()});
+
+    QMenu* diagnostics = menuBar()->addMenu(tr("&Diagnostics"));
+    diagnostics->addActions({m_showTilesAction, m_showTestImageAction});
+    diagnostics->addSeparator();
+    diagnostics->addAction(m_speedTestAction);
+
+    for (QMenu* menu : {file, edit, diagnostics})
+        menu->setTearOffEnabled(true);
+}
+
+void zoHPCGUIW::createToolBars()
+{
+    toolBar->addActions({m_tree->clusterConfigAction(), m_displaySetupAction});
+
+    auto* quickActions = new QZOToolBar(tr("QuickActions"), this);
+    quickActions->setObjectName(QStringLiteral("QuickActionBar"));
+    quickActions->setAllowedAreas(Qt::BottomToolBarArea);
+    quickActions->setMovable(false);
+    quickActions->setFloatable(false);
+    quickActions->setContextMenuPolicy(Qt::ActionsContextMenu);
+    quickActions->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    addToolBar(Qt::BottomToolBarArea, quickActions);
+    quickActions->addActions({m_startAction, m_stopAction});
+}
+
+void zoHPCGUIW::createSplitter()
+{
+    auto* splitter = new QSplitter(Qt::Horizontal);
+    splitter->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    m_tree->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    m_editor->setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Expanding);
+    splitter->addWidget(m_tree);
+    splitter->addWidget(m_editor);
+
+    auto* layout = new QGridLayout(m_frame);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(splitter);
+}
+
+zoHPCTreeGUIW* zoHPCGUIW::getTree() const
+{
+    return m_tree;
+}
+
+zoHPCTreeEditGUIW* zoHPCGUIW::getEditor() const
+{
+    return m_editor;
+}
+
+zoHPCDisplayGUII* zoHPCGUIW::getDisplayEditor() const
+{
+    return m_displayEditor;
+}
+
+QSize zoHPCGUIW::sizeHint() const
+{
+    return {800, 600};
+}
+
+void zoHPCGUIW::setStartEnabled(bool enabled)
+{
+    m_startAction->setEnabled(enabled);
+    m_stopAction->setEnabled(!enabled);
+}
+
+void zoHPCGUIW::setIsRunning(bool running, const QStringList& nodes)
+{
+    for (QAction* diagnostic : {m_showTilesAction, m_showTestImageAction, m_speedTestAction})
+        diagnostic->setEnabled(running);
+    // Saving stays possible: a layout that runs is worth keeping.
+    for (QAction* replacing : {m_newAction, m_loadAction, m_importLegacyAction, m_editConfigAction})
+        replacing->setEnabled(!running);
+    m_tree->setIsRunning(running, nodes);
+    m_editor->setIsRunning(running);
+    m_displayEditor->setIsRunning(running);
+}
+
+void zoHPCGUIW::setAdvanced(bool advanced)
+{
+    m_editConfigAction->setVisible(advanced);
+}
+
+void zoHPCGUIW::startCluster()
+{
+    m_startAction->setEnabled(false);
+    emit startTriggered();
+}
+
+void zoHPCGUIW::stopCluster()
+{
+    m_stopAction->setEnabled(false);
+    emit stopTriggered();
+}
+
+void zoHPCGUIW::displaySetup()
+{
+    m_displayEditor->open(m_tree->getNodeNames());
+}
+
+void zoHPCGUIW::updateDisplayState()
+{
+    const std::vector<zoHPCTreeItem*> nodes = m_tree->getNodeItems();
+
+    QHash<QString, int> countOf;
+    for (const zoHPCTreeItem* node : nodes)
+        ++countOf[node->hostName()];
+    QHash<QString, int> seenOf;
+    for (zoHPCTreeItem* node : nodes)
+    {
+        const QString name = node->hostName();
+        if (countOf.value(name) == 1)
+            node->setUniqueHostName(name);
+        else
+            node->setUniqueHostName(QStringLiteral("%1 %2").arg(name, QString::number(++seenOf[name])));
+    }
+
+    QSet<QString> renderNodes;
+    const QList<zoHPCWindowItem*> windows = m_displayEditor->getWindowItems();
+    for (const zoHPCWindowItem* window : windows)
+        renderNodes.insert(window->renderNode());
+    for (zoHPCTreeItem* node : nodes)
+        node->setIsDisplayNode(renderNodes.contains(node->uniqueHostName()));
+}
+
+QString zoHPCGUIW::getConfigString()
+{
+    QDomDocument document;
+    QDomElement root = document.createElement(QStringLiteral("cluster"));
+    root.setAttribute(QStringLiteral("version"), QStringLiteral("1"));
+    document.appendChild(root);
+    m_tree->saveToXML(document);
+    m_displayEditor->saveToXML(document);
+    m_lastConfig = zoHPCDocumentText::toText(document);
+    return m_lastConfig;
+}
+
+void zoHPCGUIW::setConfigString(const QString& text)
+{
+    QDomDocument document;
+    zoHPCDocumentText::parse(text, document);
+    m_lastConfig = text;
+    m_tree->loadFromXML(document);
+    m_displayEditor->loadFromXML(document);
+}
+
+QString zoHPCGUIW::getConfigPath()
+{
+    if (m_configDirectory.isEmpty())
+        m_configDirectory =
+            QDir(QString::fromLatin1(zoPlatform::getDataDir().c_str())).filePath(QStringLiteral("cluster"));
+    return m_configDirectory;
+}
+
+void zoHPCGUIW::setCurrentFile(const QString& fileName)
+{
+    const QFileInfo file(fileName);
+    m_configDirectory = file.absolutePath();
+    m_currentFile = file.absoluteFilePath();
+}
+
+void zoHPCGUIW::loadConfig()
+{
+    const QString fileName = QFileDialog::getOpenFileName(this, tr("Load Cluster Configuration"), getConfigPath(),
+                                                          tr("Cluster Config (*.zhpc)"));
+    if (!fileName.isEmpty())
+        loadConfig(fileName);
+}
+
+void zoHPCGUIW::loadConfig(const QString& fileName)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+    {
+        zoLog::error("Unable to load cluster config %s", fileName.toUtf8().constData());
+        return;
+    }
+    m_lastConfig = textOf(file.readAll());
+    file.close();
+    setConfigString(m_lastConfig);
+    setCurrentFile(fileName);
+}
+
+void zoHPCGUIW::saveConfig()
+{
+    if (m_currentFile.isEmpty())
+        saveAsConfig();
+    else
+        saveConfig(m_currentFile);
+}
+
+void zoHPCGUIW::saveAsConfig()
+{
+    const QString fileName = QFileDialog::getSaveFileName(this, tr("Save Cluster Configuration"), getConfigPath(),
+                                                          tr("Cluster Config (*.zhpc)"));
+    if (!fileName.isEmpty())
+        saveConfig(fileName);
+}
+
+void zoHPCGUIW::saveConfig(const QString& fileName)
+{
+    if (fileName.isEmpty())
+        return;
+    QString name = fileName;
+    const QString suffix = QStringLiteral(".zhpc");
+    if (name.right(suffix.size()).toLower() != suffix)
+        name += suffix;
+
+    QSaveFile file(name);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Text))
+        return;
+    const QByteArray bytes = getConfigString().toUtf8();
+    if (file.write(bytes) != bytes.size() || !file.commit())
+    {
+        zoLog::error("Unable to save cluster config %s: %s. What the file held before is still there.",
+                     name.toUtf8().constData(), file.errorString().toUtf8().constData());
+        return;
+    }
+    setCurrentFile(name);
+}
+
+void zoHPCGUIW::setDefaultConfig()
+{
+    m_tree->setDefaultConfig();
+    m_displayEditor->setDefaultConfig();
+    m_currentFile.clear();
+}
+
+void zoHPCGUIW::editConfig()
+{
+    m_configDialog = std::make_unique<zoHPCConfigEditGUIW>();
+    m_configDialog->setWindowTitle(m_editConfigAction->text());
+    m_configDialog->setServersFileEditable(false);
+    m_configDialog->setText(getConfigString());
+    // The configuration as it was shown is applied again, not what was typed: the dialog lets people read the text
+    // and re-apply it.
+    if (m_configDialog->exec() == QDialog::Accepted)
+        setConfigString(m_lastConfig);
+}
+
+void zoHPCGUIW::importLegacy()
+{
+    const QString fileName = QFileDialog::getOpenFileName(this, tr("Load Legacy Configuration"), getConfigPath(),
+                                                          tr("Legacy Config (*.xml)"));
+    if (fileName.isEmpty())
+        return;
+    // A file that cannot be opened is an empty text, which converts into an empty cluster.
+    QString text;
+    QFile file(fileName);
+    if (file.open(QIODevice::ReadOnly))
+        text = textOf(file.readAll());
+    zoHPCConfigConverter converter;
+    setConfigString(converter.convert(text));
+}

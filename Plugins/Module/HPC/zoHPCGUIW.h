@@ -1,0 +1,103 @@
+#pragma once
+
+#include "ui_zoHPCGUIW.h"
+
+#include <QMainWindow>
+#include <QStringList>
+
+#include <memory>
+
+class QAction;
+class zoHPCConfigEditGUIW;
+class zoHPCDisplayGUII;
+class zoHPCTreeEditGUIW;
+class zoHPCTreeGUIW;
+
+// The cluster window: host tree and node editor side by side, the display-setup dialog, and the configuration
+// document with its files. It asks for sessions through its signals and shows the state that it is told.
+class zoHPCGUIW : public QMainWindow, private Ui_zoHPCGUIW
+{
+    Q_OBJECT
+
+public:
+    zoHPCGUIW(QWidget* parent, const QString& name);
+    ~zoHPCGUIW() override;
+
+    zoHPCTreeGUIW* getTree() const;
+    zoHPCTreeEditGUIW* getEditor() const;
+    zoHPCDisplayGUII* getDisplayEditor() const;
+
+    QSize sizeHint() const override;
+
+    // Start enabled or, when not, Stop.
+    void setStartEnabled(bool enabled);
+    // `nodes` are the ids of the nodes of the running session.
+    void setIsRunning(bool running, const QStringList& nodes);
+    // Shows the action that lets people read the document's text.
+    void setAdvanced(bool advanced);
+
+    // The configuration document as text, built from the tree and the displays as they are. A hosts file that the
+    // tree is linked with is read first.
+    QString getConfigString();
+    // Replaces tree and displays. A text that is no document empties both and is reported in the log.
+    void setConfigString(const QString& text);
+
+    // Where the file dialogs open: the directory of the file last loaded or saved, at first the host's samples.
+    QString getConfigPath();
+
+public slots:
+    void startCluster();
+    void stopCluster();
+    void displaySetup();
+    void importLegacy();
+    void updateDisplayState();
+
+    void loadConfig();
+    // A file that cannot be opened is reported in the log and changes nothing.
+    void loadConfig(const QString& fileName);
+    void saveConfig();
+    void saveAsConfig();
+    // Appends ".zhpc" when missing. The old file stays whole until the new one is written completely; a name that
+    // cannot be opened changes nothing, a failure after that is reported in the log.
+    void saveConfig(const QString& fileName);
+    void setDefaultConfig();
+    void editConfig();
+
+signals:
+    void startTriggered();
+    void stopTriggered();
+    void speedTestTriggered();
+    // Declared for hosts that connect to these two by name; nothing emits them.
+    void uploadToGCToggled(bool on);
+    void renderingEnabledToggled(bool on);
+    void showTilesToggled(bool on);
+    void showTestImageToggled(bool on);
+    void displayPropertiesChanged();
+
+private:
+    void createActions();
+    void createMenus();
+    void createToolBars();
+    void createSplitter();
+    void setCurrentFile(const QString& fileName);
+
+    QAction* m_newAction = nullptr;
+    QAction* m_loadAction = nullptr;
+    QAction* m_saveAction = nullptr;
+    QAction* m_saveAsAction = nullptr;
+    QAction* m_startAction = nullptr;
+    QAction* m_stopAction = nullptr;
+    QAction* m_editConfigAction = nullptr;
+    QAction* m_speedTestAction = nullptr;
+    QAction* m_showTilesAction = nullptr;
+    QAction* m_showTestImageAction = nullptr;
+    QAction* m_displaySetupAction = nullptr;
+    QAction* m_importLegacyAction = nullptr;
+    zoHPCTreeGUIW* m_tree = nullptr;
+    zoHPCTreeEditGUIW* m_editor = nullptr;
+    zoHPCDisplayGUII* m_displayEditor = nullptr;
+    QString m_currentFile;
+    QString m_configDirectory;
+    QString m_lastConfig;
+    std::unique_ptr<zoHPCConfigEditGUIW> m_configDialog; // the last one shown; dialogs of this kind have no parent
+};

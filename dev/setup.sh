@@ -1,0 +1,48 @@
+# Set-up shared by ./run and ./check: installs what is missing and builds in Release. To be sourced.
+# shellcheck shell=bash
+
+zo_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+zo_build="$zo_root/build/release"
+
+zo_build_packages=(g++ cmake ninja-build qtbase5-dev libqt5svg5-dev fonts-dejavu-core)
+zo_check_packages=(libbenchmark-dev)
+
+zo_say() {
+    printf '== %s\n' "$*"
+}
+
+# zo_install PACKAGE...: installs the packages that are missing, and says so.
+zo_install() {
+    local missing=() package
+    for package in "$@"; do
+        dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' || missing+=("$package")
+    done
+    if [ ${#missing[@]} -eq 0 ]; then
+        zo_say "All needed packages are installed"
+        return
+    fi
+    zo_say "Installing ${missing[*]}"
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null || {
+            echo "These packages are missing, and there is neither root nor sudo to install them: ${missing[*]}" >&2
+            exit 1
+        }
+        as_root=(sudo)
+    fi
+    "${as_root[@]}" apt-get update -qq
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# zo_build_release [CMAKE-OPTION...]
+zo_build_release() {
+    mkdir -p "$zo_root/build"
+    zo_say "Configuring $zo_build"
+    (cd "$zo_root" && cmake --preset release "$@") >"$zo_root/build/configure.log" 2>&1 || {
+        cat "$zo_root/build/configure.log" >&2
+        exit 1
+    }
+    zo_say "Building"
+    cmake --build "$zo_build"
+}
