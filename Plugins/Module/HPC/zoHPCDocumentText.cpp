@@ -39,6 +39,14 @@ bool isName(const QString& text)
     });
 }
 
+// Readers of the display section take an empty attribute for a missing one. Written, it would be gone after the next
+// load and save, and the file would change although nobody changed it.
+bool isDisplayElement(const QString& tag)
+{
+    return tag == QLatin1String("projection") || tag == QLatin1String("display") || tag == QLatin1String("window") ||
+           tag == QLatin1String("viewport");
+}
+
 // Appends `text` with everything replaced that would not read back as itself.
 void appendEscaped(QString& out, const QString& text, bool inAttribute)
 {
@@ -223,11 +231,15 @@ private:
             QString value;
         };
         QVarLengthArray<Attribute, 40> attributes;
+        const bool emptyIsMissing = isDisplayElement(tag);
         const Ranks* ranks = count > 1 ? &ranksFor(tag) : nullptr;
         for (int i = 0; i < count; ++i)
         {
             const QDomNode attribute = map.item(i);
             const QString name = attribute.nodeName();
+            const QString value = attribute.nodeValue();
+            if (emptyIsMissing && value.isEmpty())
+                continue;
             if (!isName(name))
             {
                 zoLog::error("Attribute '%s' of '%s' is left out of the document: not an XML name.",
@@ -235,7 +247,7 @@ private:
                 continue;
             }
             const int rank = ranks != nullptr ? ranks->value(name, std::numeric_limits<int>::max()) : 0;
-            attributes.append({rank, name, attribute.nodeValue()});
+            attributes.append({rank, name, value});
         }
         std::sort(attributes.begin(), attributes.end(), [](const Attribute& a, const Attribute& b) {
             return a.rank != b.rank ? a.rank < b.rank : a.name < b.name;

@@ -14,7 +14,8 @@ public:
     // The text of a document in the form of QDomDocument::toString(1), with attributes in a fixed order, so that the
     // same content has the same bytes in every process: "version" before "booking" on the root; in the tree section
     // "name", then "nodesfile"; in the display section the order of the items' columns; whatever has no such place
-    // follows sorted. Characters that XML cannot hold and attributes whose name is no XML name are left out.
+    // follows sorted. Characters that XML cannot hold, attributes whose name is no XML name, and empty attributes of
+    // the display section (which readers take for missing ones) are left out.
     static QString toText(const QDomDocument& document);
 
     // Reads a text into a fresh document. A text that is not well-formed, is nested deeper than maximumDepth() or

@@ -1,0 +1,203 @@
+#include "zoFakeHost.h"
+#include "zoTestCase.h"
+
+#include <zoHPCConnectGUIW.h>
+
+#include <QApplication>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+
+// The connection progress overlay.
+class tst_zoHPCConnectGUIW final : public zoTestCase
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void windowIsAFramelessModalTool();
+    void textsAreThere();
+    void progressShowsTextAndValue();
+    void negativeValueIsBusyAndTheNextOnePercentAgain();
+    void barWithTenStepsIsLeftAlone();
+    void finishedHides();
+    void serviceSignalsDriveTheOverlay();
+    void abortDisablesTheButtonAndCallsTheService();
+    void nextAttemptCanBeAbortedAgain();
+    void setAbortEnabledAbortsWhateverItIsTold_data();
+    void setAbortEnabledAbortsWhateverItIsTold();
+    void cornerPixelIsOutsideTheRoundedRegion();
+    void roundedRegionFollowsTheFormula();
+    void paintingSetsTheMask();
+
+private:
+    std::unique_ptr<zoFakeHost> m_host;
+    zoHPCConnectGUIW* m_overlay = nullptr; // owned by the host's window
+    QLabel* label() const { return m_overlay->findChild<QLabel*>(QStringLiteral("m_label")); }
+    QProgressBar* bar() const { return m_overlay->findChild<QProgressBar*>(QStringLiteral("m_progressBar")); }
+    QPushButton* button() const { return m_overlay->findChild<QPushButton*>(QStringLiteral("m_abortButton")); }
+};
+
+void tst_zoHPCConnectGUIW::init()
+{
+    m_host = std::make_unique<zoFakeHost>();
+    m_overlay = new zoHPCConnectGUIW(m_host->mainWindowWidget(), QStringLiteral("overlay"));
+}
+
+void tst_zoHPCConnectGUIW::cleanup()
+{
+    m_host.reset();
+    zoTestCase::cleanup();
+}
+
+void tst_zoHPCConnectGUIW::windowIsAFramelessModalTool()
+{
+    QVERIFY((m_overlay->windowFlags() & Qt::Tool) == Qt::Tool);
+    QVERIFY(m_overlay->windowFlags() & Qt::FramelessWindowHint);
+    QVERIFY(m_overlay->isModal());
+    QVERIFY(m_overlay->testAttribute(Qt::WA_TranslucentBackground));
+    QCOMPARE(m_overlay->objectName(), QStringLiteral("overlay"));
+    QVERIFY(!m_overlay->isVisible());
+}
+
+void tst_zoHPCConnectGUIW::textsAreThere()
+{
+    QCOMPARE(m_overlay->windowTitle(), QStringLiteral("Cluster"));
+    QCOMPARE(label()->text(), QStringLiteral("Connecting to cluster servers ..."));
+    QCOMPARE(button()->text(), QStringLiteral("Abort"));
+}
+
+void tst_zoHPCConnectGUIW::progressShowsTextAndValue()
+{
+    m_overlay->setProgress(QStringLiteral("node %1"), 40);
+
+    QCOMPARE(label()->text(), QStringLiteral("node %1"));
+    QCOMPARE(bar()->maximum(), 100);
+    QCOMPARE(bar()->value(), 40);
+    QVERIFY(m_overlay->isVisible());
+}
+
+void tst_zoHPCConnectGUIW::negativeValueIsBusyAndTheNextOnePercentAgain()
+{
+    m_overlay->setProgress(QStringLiteral("x"), -1);
+    QCOMPARE(bar()->maximum(), 0);
+
+    m_overlay->setProgress(QStringLiteral("y"), 40);
+    QCOMPARE(bar()->minimum(), 0);
+    QCOMPARE(bar()->maximum(), 100);
+    QCOMPARE(bar()->value(), 40);
+}
+
+void tst_zoHPCConnectGUIW::barWithTenStepsIsLeftAlone()
+{
+    bar()->setMaximum(10);
+
+    m_overlay->setProgress(QStringLiteral("x"), 4);
+
+    QCOMPARE(bar()->maximum(), 10);
+    QCOMPARE(bar()->value(), 4);
+}
+
+void tst_zoHPCConnectGUIW::finishedHides()
+{
+    m_overlay->setProgress(QStringLiteral("x"), 40);
+
+    m_overlay->setFinished();
+
+    QVERIFY(!m_overlay->isVisible());
+}
+
+void tst_zoHPCConnectGUIW::serviceSignalsDriveTheOverlay()
+{
+    emit m_host->cluster.progressChanged(QStringLiteral("node01"), 25);
+    QCOMPARE(label()->text(), QStringLiteral("node01"));
+    QCOMPARE(bar()->value(), 25);
+    QVERIFY(m_overlay->isVisible());
+
+    emit m_host->cluster.progressFinished();
+    QVERIFY(!m_overlay->isVisible());
+}
+
+void tst_zoHPCConnectGUIW::abortDisablesTheButtonAndCallsTheService()
+{
+    m_overlay->setProgress(QStringLiteral("x"), 40);
+
+    QTest::mouseClick(button(), Qt::LeftButton);
+
+    QVERIFY(!button()->isEnabled());
+    QCOMPARE(m_host->cluster.calls, QStringList{QStringLiteral("abort")});
+}
+
+void tst_zoHPCConnectGUIW::nextAttemptCanBeAbortedAgain()
+{
+    m_overlay->setProgress(QStringLiteral("x"), 40);
+    m_overlay->clickedAbort();
+    m_overlay->setProgress(QStringLiteral("still the same attempt"), 50);
+    QVERIFY(!button()->isEnabled());
+    m_overlay->setFinished();
+
+    m_overlay->setProgress(QStringLiteral("the next"), 0);
+
+    QVERIFY(button()->isEnabled());
+}
+
+void tst_zoHPCConnectGUIW::setAbortEnabledAbortsWhateverItIsTold_data()
+{
+    QTest::addColumn<bool>("argument");
+
+    QTest::newRow("true") << true;
+    QTest::newRow("false") << false;
+}
+
+void tst_zoHPCConnectGUIW::setAbortEnabledAbortsWhateverItIsTold()
+{
+    QFETCH(bool, argument);
+
+    m_overlay->setAbortEnabled(argument);
+
+    QCOMPARE(m_host->cluster.calls, QStringList{QStringLiteral("abort")});
+    QVERIFY(button()->isEnabled());
+}
+
+void tst_zoHPCConnectGUIW::cornerPixelIsOutsideTheRoundedRegion()
+{
+    const QRegion region = zoHPCConnectGUIW::createRoundedRect(QRect(0, 0, 100, 40), 6);
+
+    QVERIFY(!region.contains(QPoint(0, 0)));
+    QVERIFY(!region.contains(QPoint(99, 0)));
+    QVERIFY(!region.contains(QPoint(0, 39)));
+    QVERIFY(!region.contains(QPoint(99, 39)));
+    QVERIFY(region.contains(QPoint(50, 0)));
+    QVERIFY(region.contains(QPoint(0, 20)));
+    QVERIFY(region.contains(QPoint(99, 20)));
+    QVERIFY(region.contains(QPoint(50, 39)));
+    QCOMPARE(region.boundingRect(), QRect(0, 0, 100, 40));
+}
+
+void tst_zoHPCConnectGUIW::roundedRegionFollowsTheFormula()
+{
+    const QRect rect(10, 20, 100, 40);
+    const int r = 6;
+    QRegion expected = QRegion(QRect(QPoint(10 + r, 20), QPoint(109 - r, 59)));
+    expected += QRegion(QRect(QPoint(10, 20 + r), QPoint(109, 59 - r)));
+    expected += QRegion(10, 20, 2 * r, 2 * r, QRegion::Ellipse);
+    expected += QRegion(109 - 2 * r + 1, 20, 2 * r, 2 * r, QRegion::Ellipse);
+    expected += QRegion(10, 59 - 2 * r + 1, 2 * r, 2 * r, QRegion::Ellipse);
+    expected += QRegion(109 - 2 * r + 1, 59 - 2 * r + 1, 2 * r, 2 * r, QRegion::Ellipse);
+
+    QCOMPARE(zoHPCConnectGUIW::createRoundedRect(rect, r), expected);
+}
+
+void tst_zoHPCConnectGUIW::paintingSetsTheMask()
+{
+    m_overlay->resize(300, 100);
+
+    m_overlay->setProgress(QStringLiteral("x"), 40);
+    m_overlay->grab();
+
+    QCOMPARE(m_overlay->mask(), zoHPCConnectGUIW::createRoundedRect(m_overlay->rect(), 6));
+}
+
+ZO_TEST_MAIN(tst_zoHPCConnectGUIW)
+#include "tst_zoHPCConnectGUIW.moc"

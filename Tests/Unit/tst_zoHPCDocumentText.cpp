@@ -1,0 +1,336 @@
+#include "zoTestCase.h"
+
+#include <zoHPCDocumentText.h>
+
+#include <QApplication>
+#include <QDomDocument>
+#include <QProcess>
+
+namespace
+{
+QString nested(int depth)
+{
+    return QStringLiteral("<a>").repeated(depth) + QStringLiteral("</a>").repeated(depth);
+}
+
+// A document that shows every ordering rule, filled in an order that is none of them.
+QDomDocument orderedSample()
+{
+    QDomDocument document;
+    QDomElement root = document.createElement(QStringLiteral("cluster"));
+    document.appendChild(root);
+    for (const char* name : {"zebra", "booking", "alpha", "version"})
+        root.setAttribute(QLatin1String(name), QStringLiteral("1"));
+    QDomElement master = document.createElement(QStringLiteral("master"));
+    root.appendChild(master);
+    for (const char* name : {"scenecompression", "homogeneous", "nodesfile", "a"})
+        master.setAttribute(QLatin1String(name), QStringLiteral("1"));
+    QDomElement node = document.createElement(QStringLiteral("node"));
+    master.appendChild(node);
+    for (const char* name : {"serviceport", "enabled", "rendernode", "name", "Zone"})
+        node.setAttribute(QLatin1String(name), QStringLiteral("1"));
+    QDomElement window = document.createElement(QStringLiteral("window"));
+    root.appendChild(window);
+    for (const char* name : {"fullscreen", "height", "width", "y", "x", "screen", "node", "extra", "another"})
+        window.setAttribute(QLatin1String(name), QStringLiteral("1"));
+    QDomElement projection = document.createElement(QStringLiteral("projection"));
+    root.appendChild(projection);
+    for (const char* name : {"edgeblending", "columns", "rows", "distance", "type", "name", "overlapx"})
+        projection.setAttribute(QLatin1String(name), QStringLiteral("1"));
+    return document;
+}
+} // namespace
+
+// The text form of documents.
+class tst_zoHPCDocumentText final : public zoTestCase
+{
+    Q_OBJECT
+
+private slots:
+    void formIsThatOfTheDom_data();
+    void formIsThatOfTheDom();
+    void attributesComeInTheirFixedOrder();
+    void emptyAttributeOfTheDisplaySectionIsLeftOut_data();
+    void emptyAttributeOfTheDisplaySectionIsLeftOut();
+    void hashSeedDoesNotChangeTheBytes_data();
+    void hashSeedDoesNotChangeTheBytes();
+    void charactersThatXmlCannotHoldAreLeftOut();
+    void specialCharactersComeBack_data();
+    void specialCharactersComeBack();
+    void attributeThatIsNoXmlNameIsLeftOutAndReported();
+    void textThatIsNotWellFormedIsAnEmptyDocument_data();
+    void textThatIsNotWellFormedIsAnEmptyDocument();
+    void everyTruncationIsAnEmptyDocument();
+    void errorNamesLineAndColumn();
+    void emptyTextIsSilent();
+    void thousandLevelsAreReadAndWritten();
+    void nestingBeyondTheStackIsRefused();
+    void angleBracketsInsideValuesAndCommentsDoNotCountAsNesting();
+    void entitiesDoNotExpandWithoutBound();
+};
+
+void tst_zoHPCDocumentText::formIsThatOfTheDom_data()
+{
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("empty-element") << "<a/>";
+    QTest::newRow("one-attribute") << "<a b=\"1\"/>";
+    QTest::newRow("children") << "<a><b/><c d=\"2\"><e/></c></a>";
+    QTest::newRow("deep-then-shallow") << "<a><b><c><d/></c></b><e/></a>";
+    QTest::newRow("text") << "<a><b>text</b></a>";
+    QTest::newRow("mixed") << "<a>one<b/>two<c>three</c></a>";
+    QTest::newRow("escapes-in-text") << "<a>&lt;&gt;&amp;\"'</a>";
+    QTest::newRow("escapes-in-attribute") << "<a b=\"&lt;&gt;&amp;&quot;'&#xa;&#x9;&#xd;\"/>";
+    QTest::newRow("cdata") << "<a><![CDATA[<x>]]></a>";
+    QTest::newRow("comment") << "<a><!-- c --><b/></a>";
+}
+
+void tst_zoHPCDocumentText::formIsThatOfTheDom()
+{
+    QFETCH(QString, text);
+    QDomDocument document;
+    QVERIFY(zoHPCDocumentText::parse(text, document));
+
+    const QString written = zoHPCDocumentText::toText(document);
+
+    QCOMPARE(written, document.toString(1));
+}
+
+void tst_zoHPCDocumentText::attributesComeInTheirFixedOrder()
+{
+    const QString written = zoHPCDocumentText::toText(orderedSample());
+
+    QCOMPARE(written, QStringLiteral("<cluster version=\"1\" booking=\"1\" alpha=\"1\" zebra=\"1\">\n"
+                                     " <master nodesfile=\"1\" a=\"1\" homogeneous=\"1\" scenecompression=\"1\">\n"
+                                     "  <node name=\"1\" Zone=\"1\" enabled=\"1\" rendernode=\"1\" serviceport=\"1\"/>\n"
+                                     " </master>\n"
+                                     " <window node=\"1\" screen=\"1\" x=\"1\" y=\"1\" width=\"1\" height=\"1\""
+                                     " fullscreen=\"1\" another=\"1\" extra=\"1\"/>\n"
+                                     " <projection name=\"1\" type=\"1\" rows=\"1\" columns=\"1\" overlapx=\"1\""
+                                     " distance=\"1\" edgeblending=\"1\"/>\n"
+                                     "</cluster>\n"));
+}
+
+void tst_zoHPCDocumentText::emptyAttributeOfTheDisplaySectionIsLeftOut_data()
+{
+    QTest::addColumn<QString>("tag");
+    QTest::addColumn<bool>("leftOut");
+
+    for (const char* tag : {"projection", "display", "window", "viewport"})
+        QTest::newRow(tag) << QString::fromLatin1(tag) << true;
+    // A node without a name reads as "localhost", one with an empty name does not.
+    for (const char* tag : {"cluster", "master", "network", "node"})
+        QTest::newRow(tag) << QString::fromLatin1(tag) << false;
+}
+
+void tst_zoHPCDocumentText::emptyAttributeOfTheDisplaySectionIsLeftOut()
+{
+    QFETCH(QString, tag);
+    QFETCH(bool, leftOut);
+    QDomDocument document;
+    QDomElement element = document.createElement(tag);
+    element.setAttribute(QStringLiteral("name"), QString());
+    document.appendChild(element);
+
+    const QString written = zoHPCDocumentText::toText(document);
+
+    QCOMPARE(written, (leftOut ? QStringLiteral("<%1/>\n") : QStringLiteral("<%1 name=\"\"/>\n")).arg(tag));
+}
+
+void tst_zoHPCDocumentText::hashSeedDoesNotChangeTheBytes_data()
+{
+    QTest::addColumn<QString>("seed");
+
+    QTest::newRow("seed-0") << "0";
+    QTest::newRow("seed-1") << "1";
+    QTest::newRow("seed-42") << "42";
+}
+
+void tst_zoHPCDocumentText::hashSeedDoesNotChangeTheBytes()
+{
+    QFETCH(QString, seed);
+    QProcess other;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_HASH_SEED"), seed);
+    other.setProcessEnvironment(environment);
+
+    other.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--print-sample")});
+    QVERIFY(other.waitForFinished());
+
+    QCOMPARE(other.exitCode(), 0);
+    QCOMPARE(QString::fromUtf8(other.readAllStandardOutput()), zoHPCDocumentText::toText(orderedSample()));
+}
+
+void tst_zoHPCDocumentText::charactersThatXmlCannotHoldAreLeftOut()
+{
+    QDomDocument document;
+    QDomElement root = document.createElement(QStringLiteral("a"));
+    const QChar lone(0xd800);
+    root.setAttribute(QStringLiteral("b"), QStringLiteral("x\x01y") + lone + QStringLiteral("z") + QChar(0xfffe));
+    document.appendChild(root);
+
+    const QString written = zoHPCDocumentText::toText(document);
+
+    QCOMPARE(written, QStringLiteral("<a b=\"xyz\"/>\n"));
+}
+
+void tst_zoHPCDocumentText::specialCharactersComeBack_data()
+{
+    QTest::addColumn<QString>("value");
+
+    QTest::newRow("markup") << "<a href=\"x\">&amp;</a>";
+    QTest::newRow("white-space") << " \ttab\nnewline\rreturn  ";
+    QTest::newRow("cdata-end") << "]]>";
+    QTest::newRow("umlauts") << QString::fromUtf8("M\xc3\xbcnchen");
+    QTest::newRow("outside-the-basic-plane") << QString::fromUtf8("\xf0\x9f\x96\xa5 wall");
+    QTest::newRow("placeholder") << "%1 %2";
+}
+
+void tst_zoHPCDocumentText::specialCharactersComeBack()
+{
+    QFETCH(QString, value);
+    QDomDocument document;
+    QDomElement root = document.createElement(QStringLiteral("a"));
+    root.setAttribute(QStringLiteral("b"), value);
+    document.appendChild(root);
+
+    QDomDocument again;
+    QVERIFY(zoHPCDocumentText::parse(zoHPCDocumentText::toText(document), again));
+
+    QCOMPARE(again.documentElement().attribute(QStringLiteral("b")), value);
+}
+
+void tst_zoHPCDocumentText::attributeThatIsNoXmlNameIsLeftOutAndReported()
+{
+    QDomDocument document;
+    QDomElement root = document.createElement(QStringLiteral("a"));
+    root.setAttribute(QStringLiteral("two words"), QStringLiteral("1"));
+    root.setAttribute(QStringLiteral("good"), QStringLiteral("2"));
+    document.appendChild(root);
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("two words")));
+
+    const QString written = zoHPCDocumentText::toText(document);
+
+    QCOMPARE(written, QStringLiteral("<a good=\"2\"/>\n"));
+}
+
+void tst_zoHPCDocumentText::textThatIsNotWellFormedIsAnEmptyDocument_data()
+{
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("no-markup") << "hello";
+    QTest::newRow("blanks-only") << "  \n";
+    QTest::newRow("unclosed") << "<cluster><master/>";
+    QTest::newRow("wrong-end") << "<cluster><master></cluster></master>";
+    QTest::newRow("two-roots") << "<cluster/><cluster/>";
+    QTest::newRow("rubbish-behind") << "<cluster><master/></cluster>x";
+    QTest::newRow("attribute-twice") << "<cluster a=\"1\" a=\"2\"/>";
+    QTest::newRow("attribute-without-quotes") << "<cluster a=1/>";
+    QTest::newRow("unknown-entity") << "<cluster a=\"&nope;\"/>";
+    QTest::newRow("control-character") << "<cluster a=\"\x01\"/>";
+}
+
+void tst_zoHPCDocumentText::textThatIsNotWellFormedIsAnEmptyDocument()
+{
+    QFETCH(QString, text);
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("line \\d+, column \\d+: .")));
+    QDomDocument document;
+
+    const bool read = zoHPCDocumentText::parse(text, document);
+
+    QVERIFY(!read);
+    QVERIFY(document.documentElement().isNull());
+    QVERIFY(!document.hasChildNodes());
+}
+
+void tst_zoHPCDocumentText::everyTruncationIsAnEmptyDocument()
+{
+    const QString whole = zoHPCDocumentText::toText(orderedSample()).trimmed();
+
+    for (int length = 1; length < whole.size(); ++length)
+    {
+        expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("line \\d+, column \\d+: .")));
+        QDomDocument document;
+        QVERIFY2(!zoHPCDocumentText::parse(whole.left(length), document), qPrintable(whole.left(length)));
+        QVERIFY(!document.hasChildNodes());
+    }
+}
+
+void tst_zoHPCDocumentText::errorNamesLineAndColumn()
+{
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("^Cluster config line 3, column \\d+: .+")));
+    QDomDocument document;
+
+    QVERIFY(!zoHPCDocumentText::parse(QStringLiteral("<cluster>\n <master/>\n <network>\n</cluster>").replace(
+                                          QStringLiteral("<network>"), QStringLiteral("<network<>")),
+                                      document));
+}
+
+void tst_zoHPCDocumentText::emptyTextIsSilent()
+{
+    QDomDocument document;
+
+    QVERIFY(!zoHPCDocumentText::parse(QString(), document));
+
+    QVERIFY(!document.hasChildNodes());
+    QVERIFY(messages().isEmpty());
+}
+
+void tst_zoHPCDocumentText::thousandLevelsAreReadAndWritten()
+{
+    QDomDocument document;
+    QVERIFY(zoHPCDocumentText::parse(nested(1000), document));
+
+    const QString written = zoHPCDocumentText::toText(document);
+
+    QDomDocument again;
+    QVERIFY(zoHPCDocumentText::parse(written, again));
+    QCOMPARE(zoHPCDocumentText::toText(again), written);
+    QCOMPARE(written.count(QStringLiteral("</a>")), 999);
+}
+
+void tst_zoHPCDocumentText::nestingBeyondTheStackIsRefused()
+{
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("line 2, column \\d+: more than \\d+ elements")));
+    QDomDocument document;
+
+    QVERIFY(!zoHPCDocumentText::parse(QStringLiteral("\n") + nested(zoHPCDocumentText::maximumDepth() + 1), document));
+
+    QVERIFY(!document.hasChildNodes());
+}
+
+void tst_zoHPCDocumentText::angleBracketsInsideValuesAndCommentsDoNotCountAsNesting()
+{
+    const QString many = QStringLiteral("<x>").repeated(zoHPCDocumentText::maximumDepth() + 10);
+    QDomDocument document;
+
+    QVERIFY(zoHPCDocumentText::parse(QStringLiteral("<a><!--%1--><![CDATA[%1]]><b c='>' d=\"/>\"/></a>").arg(many),
+                                     document));
+}
+
+void tst_zoHPCDocumentText::entitiesDoNotExpandWithoutBound()
+{
+    QString text = QStringLiteral("<!DOCTYPE a [<!ENTITY e0 \"ha\">");
+    for (int i = 1; i < 30; ++i)
+        text += QStringLiteral("<!ENTITY e%1 \"&e%2;&e%2;\">").arg(i).arg(i - 1);
+    text += QStringLiteral("]><a>&e29;</a>");
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("line 1, column \\d+: .")));
+    QDomDocument document;
+
+    QVERIFY(!zoHPCDocumentText::parse(text, document));
+}
+
+int main(int argc, char** argv)
+{
+    if (argc == 2 && qstrcmp(argv[1], "--print-sample") == 0)
+    {
+        const QCoreApplication application(argc, argv);
+        fputs(zoHPCDocumentText::toText(orderedSample()).toUtf8().constData(), stdout);
+        return 0;
+    }
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    tst_zoHPCDocumentText test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_zoHPCDocumentText.moc"
