@@ -1,7 +1,7 @@
 #include "zoHPCDocumentText.h"
 
 #include "zoHPC.h"
-#include "zoHPCTreeWidgetItem.h"
+#include "zoHPCDisplayGUII.h"
 
 #include <QDomDocument>
 #include <QHash>
@@ -387,5 +387,5 @@ QStringList zoHPCDocumentText::attributeOrder(const QString& tag)
         return {QStringLiteral("version"), QStringLiteral("booking")};
     if (tag == QLatin1String("master") || tag == QLatin1String("network") || tag == QLatin1String("node"))
         return {QStringLiteral("name"), zoHPCOption::NodesFile};
-    return zoHPCTreeWidgetItem::attributeOrder(tag);
+    return zoHPCDisplayGUII::attributeOrder(tag);
 }
