@@ -25,8 +25,9 @@ namespace
 {
 QString documentWithHost(const char* name)
 {
-    return QStringLiteral("<cluster version=\"1\">\n <master>\n  <network>\n   <node name=\"%1\"/>\n  </network>\n"
-                          " </master>\n</cluster>\n")
+    return QStringLiteral(
+               "<cluster version=\"1\">\n <master>\n  <network>\n   <node name=\"%1\"/>\n  </network>\n"
+               " </master>\n</cluster>\n")
         .arg(QLatin1String(name));
 }
 } // namespace
@@ -93,8 +94,7 @@ private:
     QAction* action(const char* text) const
     {
         const QList<QAction*> actions = window()->findChildren<QAction*>();
-        for (QAction* candidate : actions)
-        {
+        for (QAction* candidate : actions) {
             if (candidate->text() == QLatin1String(text))
                 return candidate;
         }
@@ -138,8 +138,9 @@ void tst_zoHPC::slotsStandInTheirOrder_data()
     for (const char* signature :
          {"loadConfig(const char*)", "setConfig(QString)", "startCluster()", "stopCluster()",
           "setNetworkOption(int,QString,QString)", "setAdvanced(bool)", "showTilesChanged(bool)",
-          "showTestImageChanged(bool)", "runSpeedTest()", "toggleCluster(bool)", "setFoundMultipleServers(QString)",
-          "setFoundNotEnoughMemory(QString)", "setRunning(bool)", "updateRuntimConfig()"})
+          "showTestImageChanged(bool)", "runSpeedTest()", "toggleCluster(bool)",
+          "setFoundMultipleServers(QString)", "setFoundNotEnoughMemory(QString)", "setRunning(bool)",
+          "updateRuntimConfig()"})
         QTest::newRow(signature) << index++ << QByteArray(signature);
 }
 
@@ -249,7 +250,8 @@ void tst_zoHPC::emptyConfigurationOfTheServiceShowsAnEmptyDocument()
     make();
 
     QVERIFY(window()->getTree()->getNodeNames().isEmpty());
-    QCOMPARE(window()->getConfigString(), QStringLiteral("<cluster version=\"1\">\n <master/>\n</cluster>\n"));
+    QCOMPARE(window()->getConfigString(),
+             QStringLiteral("<cluster version=\"1\">\n <master/>\n</cluster>\n"));
 }
 
 void tst_zoHPC::runningStateOfTheServiceIsMirroredAtStart()
@@ -269,13 +271,15 @@ void tst_zoHPC::configPathIsBelowTheDataDirectory()
 {
     make();
 
-    QCOMPARE(m_module->getConfigPath(), QString::fromStdString(zoPlatform::getDataDir()) + QStringLiteral("/cluster"));
+    QCOMPARE(m_module->getConfigPath(),
+             QString::fromStdString(zoPlatform::getDataDir()) + QStringLiteral("/cluster"));
 }
 
 void tst_zoHPC::loadConfigTakesLatin1()
 {
     make();
-    expectMessage(QtCriticalMsg, QRegularExpression(QString::fromUtf8("^Unable to load cluster config /no/\xc3\xbc$")));
+    expectMessage(QtCriticalMsg,
+                  QRegularExpression(QString::fromUtf8("^Unable to load cluster config /no/\xc3\xbc$")));
 
     QVERIFY(QMetaObject::invokeMethod(m_module.get(), "loadConfig", Q_ARG(const char*, "/no/\xfc")));
 }
@@ -299,9 +303,9 @@ void tst_zoHPC::startHandsOverTheDocumentAndStarts()
 
     action("Start")->trigger();
 
-    QCOMPARE(m_host->cluster.calls,
-             (QStringList{QStringLiteral("setAcceptRunningServers false"), QStringLiteral("setAcceptLowMemory false"),
-                          QStringLiteral("applyConfig"), QStringLiteral("start")}));
+    QCOMPARE(m_host->cluster.calls, (QStringList{QStringLiteral("setAcceptRunningServers false"),
+                                                 QStringLiteral("setAcceptLowMemory false"),
+                                                 QStringLiteral("applyConfig"), QStringLiteral("start")}));
     QCOMPARE(m_host->cluster.documents, QStringList{documentWithHost("n1")});
     // The window follows the service's signals, not the result of the call.
     QVERIFY(!action("Start")->isEnabled());
@@ -552,9 +556,9 @@ void tst_zoHPC::serviceSignalsSetTheWindow()
 
 void tst_zoHPC::runningNodesAreMarked()
 {
-    m_host->cluster.config =
-        QStringLiteral("<cluster version=\"1\"><master><network><node name=\"a\"/><node name=\"b\"/></network>"
-                       "</master></cluster>");
+    m_host->cluster.config = QStringLiteral(
+        "<cluster version=\"1\"><master><network><node name=\"a\"/><node name=\"b\"/></network>"
+        "</master></cluster>");
     make();
     const std::vector<zoHPCTreeItem*> nodes = window()->getTree()->getNodeItems();
     const auto picture = [](zoHPCTreeItem* node) { return node->icon(0).pixmap(32, 32).toImage(); };
@@ -623,14 +627,15 @@ void tst_zoHPC::diagnosticSwitchesReachTheService()
     action("Show test image")->trigger();
     action("Show tiles")->trigger();
 
-    QCOMPARE(m_host->cluster.calls, (QStringList{QStringLiteral("setShowTiles true"),
-                                                 QStringLiteral("setShowTestImage true"),
-                                                 QStringLiteral("setShowTiles false")}));
+    QCOMPARE(m_host->cluster.calls,
+             (QStringList{QStringLiteral("setShowTiles true"), QStringLiteral("setShowTestImage true"),
+                          QStringLiteral("setShowTiles false")}));
 }
 
 void tst_zoHPC::speedTestShowsTheRates()
 {
-    m_host->cluster.rates = QStringList{QStringLiteral("1048576"), QStringLiteral("2097152"), QStringLiteral("59")};
+    m_host->cluster.rates =
+        QStringList{QStringLiteral("1048576"), QStringLiteral("2097152"), QStringLiteral("59")};
     make();
     emit m_host->cluster.started();
     QString title;
@@ -656,7 +661,8 @@ void tst_zoHPC::speedTestShowsTheRates()
 
 void tst_zoHPC::speedTestOfAFastNetworkIsNotCut()
 {
-    m_host->cluster.rates = QStringList{QStringLiteral("5368709120"), QStringLiteral("x"), QStringLiteral("0")};
+    m_host->cluster.rates =
+        QStringList{QStringLiteral("5368709120"), QStringLiteral("x"), QStringLiteral("0")};
     make();
     QString text;
     const zoDialogRobot robot([&](QDialog* dialog) {
@@ -695,12 +701,18 @@ void tst_zoHPC::runtimeOptionsReachARunningSession_data()
     QTest::addColumn<QString>("combo");
     QTest::addColumn<QString>("attribute");
 
-    QTest::newRow("image-compression") << "m_imageCompression" << "imagecompression";
-    QTest::newRow("scene-compression") << "m_sceneCompression" << "scenecompression";
-    QTest::newRow("start-stop-action") << "m_startStopAction" << "startstopaction";
-    QTest::newRow("parallel-frames") << "m_parallelFrames" << "parallelframes";
-    QTest::newRow("frame-queue-length") << "m_frameQueueLength" << "framequeuelength";
-    QTest::newRow("still-supersampling") << "m_stillFrameSupersampling" << "stillframesupersampling";
+    QTest::newRow("image-compression") << "m_imageCompression"
+                                       << "imagecompression";
+    QTest::newRow("scene-compression") << "m_sceneCompression"
+                                       << "scenecompression";
+    QTest::newRow("start-stop-action") << "m_startStopAction"
+                                       << "startstopaction";
+    QTest::newRow("parallel-frames") << "m_parallelFrames"
+                                     << "parallelframes";
+    QTest::newRow("frame-queue-length") << "m_frameQueueLength"
+                                        << "framequeuelength";
+    QTest::newRow("still-supersampling") << "m_stillFrameSupersampling"
+                                         << "stillframesupersampling";
 }
 
 void tst_zoHPC::runtimeOptionsReachARunningSession()

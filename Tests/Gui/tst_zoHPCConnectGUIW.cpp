@@ -36,7 +36,10 @@ private:
     zoHPCConnectGUIW* m_overlay = nullptr; // owned by the host's window
     QLabel* label() const { return m_overlay->findChild<QLabel*>(QStringLiteral("m_label")); }
     QProgressBar* bar() const { return m_overlay->findChild<QProgressBar*>(QStringLiteral("m_progressBar")); }
-    QPushButton* button() const { return m_overlay->findChild<QPushButton*>(QStringLiteral("m_abortButton")); }
+    QPushButton* button() const
+    {
+        return m_overlay->findChild<QPushButton*>(QStringLiteral("m_abortButton"));
+    }
 };
 
 void tst_zoHPCConnectGUIW::init()

@@ -40,19 +40,20 @@
 
 namespace
 {
-const char* const s_document = "<cluster version=\"1\">\n"
-                               " <master scenecompression=\"best\">\n"
-                               "  <network>\n"
-                               "   <node name=\"a\"/>\n"
-                               "   <node name=\"b\"/>\n"
-                               "   <node name=\"a\"/>\n"
-                               "  </network>\n"
-                               " </master>\n"
-                               " <display eyeseparation=\"65\" user=\"1\" hardwaresync=\"false\">\n"
-                               "  <window node=\"a 2\" screen=\"0\" x=\"0\" y=\"0\" width=\"1280\" height=\"1024\""
-                               " fullscreen=\"true\"/>\n"
-                               " </display>\n"
-                               "</cluster>\n";
+const char* const s_document =
+    "<cluster version=\"1\">\n"
+    " <master scenecompression=\"best\">\n"
+    "  <network>\n"
+    "   <node name=\"a\"/>\n"
+    "   <node name=\"b\"/>\n"
+    "   <node name=\"a\"/>\n"
+    "  </network>\n"
+    " </master>\n"
+    " <display eyeseparation=\"65\" user=\"1\" hardwaresync=\"false\">\n"
+    "  <window node=\"a 2\" screen=\"0\" x=\"0\" y=\"0\" width=\"1280\" height=\"1024\""
+    " fullscreen=\"true\"/>\n"
+    " </display>\n"
+    "</cluster>\n";
 
 QByteArray contentOf(const QString& fileName)
 {
@@ -168,8 +169,7 @@ private:
     QAction* action(const char* text) const
     {
         const QList<QAction*> actions = m_window->findChildren<QAction*>();
-        for (QAction* candidate : actions)
-        {
+        for (QAction* candidate : actions) {
             if (candidate->text() == QLatin1String(text))
                 return candidate;
         }
@@ -178,8 +178,7 @@ private:
     QMenu* menu(const char* title) const
     {
         const QList<QMenu*> menus = m_window->menuBar()->findChildren<QMenu*>();
-        for (QMenu* candidate : menus)
-        {
+        for (QMenu* candidate : menus) {
             if (candidate->title() == QLatin1String(title))
                 return candidate;
         }
@@ -231,9 +230,10 @@ void tst_zoHPCGUIW::signalsStandInTheirOrder_data()
     QTest::addColumn<QByteArray>("signature");
 
     int index = 0;
-    for (const char* signature : {"startTriggered()", "stopTriggered()", "speedTestTriggered()",
-                                  "uploadToGCToggled(bool)", "renderingEnabledToggled(bool)", "showTilesToggled(bool)",
-                                  "showTestImageToggled(bool)", "displayPropertiesChanged()"})
+    for (const char* signature :
+         {"startTriggered()", "stopTriggered()", "speedTestTriggered()", "uploadToGCToggled(bool)",
+          "renderingEnabledToggled(bool)", "showTilesToggled(bool)", "showTestImageToggled(bool)",
+          "displayPropertiesChanged()"})
         QTest::newRow(signature) << index++ << QByteArray(signature);
 }
 
@@ -242,7 +242,8 @@ void tst_zoHPCGUIW::signalsStandInTheirOrder()
     QFETCH(int, index);
     QFETCH(QByteArray, signature);
 
-    const QMetaMethod method = zoHPCGUIW::staticMetaObject.method(zoHPCGUIW::staticMetaObject.methodOffset() + index);
+    const QMetaMethod method =
+        zoHPCGUIW::staticMetaObject.method(zoHPCGUIW::staticMetaObject.methodOffset() + index);
 
     QCOMPARE(method.methodType(), QMetaMethod::Signal);
     QCOMPARE(method.methodSignature(), signature);
@@ -256,11 +257,12 @@ void tst_zoHPCGUIW::menuHoldsItsActions_data()
     QTest::newRow("file") << QByteArray("&File")
                           << QStringList{"New", "Load...", "Import legacy...", "Save", "Save As..."};
     QTest::newRow("edit") << QByteArray("&Edit")
-                          << QStringList{"Cluster config...",   "Edit configuration...", "-",
-                                         "Add compute node",    "Remove compute node",   "-",
-                                         "Add network",         "Remove network"};
+                          << QStringList{"Cluster config...", "Edit configuration...", "-",
+                                         "Add compute node",  "Remove compute node",   "-",
+                                         "Add network",       "Remove network"};
     QTest::newRow("diagnostics") << QByteArray("&Diagnostics")
-                                 << QStringList{"Show tiles", "Show test image", "-", "Run network speed test..."};
+                                 << QStringList{"Show tiles", "Show test image", "-",
+                                                "Run network speed test..."};
 }
 
 void tst_zoHPCGUIW::menuHoldsItsActions()
@@ -297,8 +299,8 @@ void tst_zoHPCGUIW::actionHasItsIcon_data()
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<bool>("hasIcon");
 
-    for (const char* text : {"New", "Load...", "Save", "Import legacy...", "Start", "Stop", "Display Setup...",
-                             "Cluster config..."})
+    for (const char* text : {"New", "Load...", "Save", "Import legacy...", "Start", "Stop",
+                             "Display Setup...", "Cluster config..."})
         QTest::newRow(text) << QByteArray(text) << true;
     for (const char* text : {"Save As...", "Edit configuration...", "Run network speed test...", "Show tiles",
                              "Show test image"})
@@ -341,7 +343,8 @@ void tst_zoHPCGUIW::treeAndEditorStandSideBySide()
 
 void tst_zoHPCGUIW::editorShowsTheSelectedItem()
 {
-    const auto* pages = m_window->getEditor()->findChild<QStackedWidget*>(QStringLiteral("m_stackedEditPanel"));
+    const auto* pages =
+        m_window->getEditor()->findChild<QStackedWidget*>(QStringLiteral("m_stackedEditPanel"));
     QCOMPARE(pages->currentIndex(), 0);
 
     m_window->getTree()->setSelectedItem(m_window->getTree()->findNetworkByIndex(1));
@@ -398,8 +401,7 @@ void tst_zoHPCGUIW::diagnosticActionsAreSignalled()
 
 void tst_zoHPCGUIW::runningBlocksReplacingButNotSaving()
 {
-    for (const bool running : {true, false})
-    {
+    for (const bool running : {true, false}) {
         m_window->setIsRunning(running, QStringList());
 
         for (const char* text : {"New", "Load...", "Import legacy...", "Edit configuration..."})
@@ -505,8 +507,9 @@ void tst_zoHPCGUIW::newDocumentHasItsText()
 
 void tst_zoHPCGUIW::treeSectionComesFirst()
 {
-    m_window->setConfigString(QStringLiteral("<cluster version=\"1\"><display user=\"2\"/><projection name=\"p\""
-                                             " type=\"plane\"/><master><network/></master></cluster>"));
+    m_window->setConfigString(
+        QStringLiteral("<cluster version=\"1\"><display user=\"2\"/><projection name=\"p\""
+                       " type=\"plane\"/><master><network/></master></cluster>"));
 
     const QString text = m_window->getConfigString();
 
@@ -544,7 +547,8 @@ void tst_zoHPCGUIW::textThatDoesNotParseEmptiesTheWindow()
 
     m_window->setConfigString(QStringLiteral("<cluster><master>"));
 
-    QCOMPARE(m_window->getConfigString(), QStringLiteral("<cluster version=\"1\">\n <master/>\n</cluster>\n"));
+    QCOMPARE(m_window->getConfigString(),
+             QStringLiteral("<cluster version=\"1\">\n <master/>\n</cluster>\n"));
 }
 
 void tst_zoHPCGUIW::savingAppendsTheExtension_data()
@@ -552,11 +556,16 @@ void tst_zoHPCGUIW::savingAppendsTheExtension_data()
     QTest::addColumn<QString>("given");
     QTest::addColumn<QString>("written");
 
-    QTest::newRow("none") << "cfg" << "cfg.zhpc";
-    QTest::newRow("mixed-case-kept") << "cfg.Zhpc" << "cfg.Zhpc";
-    QTest::newRow("upper-case-kept") << "a.ZHPC" << "a.ZHPC";
-    QTest::newRow("other-extension") << "a.xml" << "a.xml.zhpc";
-    QTest::newRow("only-the-extension") << ".zhpc" << ".zhpc";
+    QTest::newRow("none") << "cfg"
+                          << "cfg.zhpc";
+    QTest::newRow("mixed-case-kept") << "cfg.Zhpc"
+                                     << "cfg.Zhpc";
+    QTest::newRow("upper-case-kept") << "a.ZHPC"
+                                     << "a.ZHPC";
+    QTest::newRow("other-extension") << "a.xml"
+                                     << "a.xml.zhpc";
+    QTest::newRow("only-the-extension") << ".zhpc"
+                                        << ".zhpc";
     QTest::newRow("umlaut") << QString::fromUtf8("w\xc3\xa4nde") << QString::fromUtf8("w\xc3\xa4nde.zhpc");
 }
 
@@ -597,7 +606,8 @@ void tst_zoHPCGUIW::fullDiskLeavesTheOldFileWhole()
     const QString fileName = path("wall.zhpc");
     write(fileName, "the old content");
     m_window->getTree()->setHostString(QStringLiteral("n0001 - n9000"));
-    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("^Unable to save cluster config .*wall\\.zhpc")));
+    expectMessage(QtCriticalMsg,
+                  QRegularExpression(QStringLiteral("^Unable to save cluster config .*wall\\.zhpc")));
 
     {
         const FullDisk fullDisk(16 * 1024);
@@ -668,9 +678,11 @@ void tst_zoHPCGUIW::fileThatCannotBeOpenedChangesNothing()
     m_window->setConfigString(QLatin1String(s_document));
     const QString directory = m_window->getConfigPath();
     const QString missing = m_folder->filePath(QString::fromUtf8("w\xc3\xa4nde.zhpc"));
-    expectMessage(QtCriticalMsg, QRegularExpression(QLatin1Char('^') + QRegularExpression::escape(
-                                                        QStringLiteral("Unable to load cluster config ") + missing) +
-                                                    QLatin1Char('$')));
+    expectMessage(QtCriticalMsg,
+                  QRegularExpression(
+                      QLatin1Char('^') +
+                      QRegularExpression::escape(QStringLiteral("Unable to load cluster config ") + missing) +
+                      QLatin1Char('$')));
 
     m_window->loadConfig(missing);
 
@@ -725,7 +737,8 @@ void tst_zoHPCGUIW::saveKeepsTheMarksOfATreeWithAHostsFile()
 {
     write(path("hosts.txt"), "a b a c");
     QString document = QLatin1String(s_document);
-    document.replace(QStringLiteral("<master "), QStringLiteral("<master nodesfile=\"%1\" ").arg(path("hosts.txt")));
+    document.replace(QStringLiteral("<master "),
+                     QStringLiteral("<master nodesfile=\"%1\" ").arg(path("hosts.txt")));
     m_window->setConfigString(document);
     m_window->setIsRunning(true, QStringList{QStringLiteral("a_2")});
     const QImage before = m_window->getTree()->getNodeItems().at(2)->icon(0).pixmap(32, 32).toImage();
@@ -857,8 +870,7 @@ int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
-    if (argc == 3 && qstrcmp(argv[1], "--save-sample") == 0)
-    {
+    if (argc == 3 && qstrcmp(argv[1], "--save-sample") == 0) {
         zoFakeHost host;
         zoHPCGUIW window(nullptr, QStringLiteral("Module"));
         window.setConfigString(QLatin1String(s_document));

@@ -77,8 +77,9 @@ public:
     ~zoFakeHost() override;
 
     QWidget* mainWindowWidget() override;
-    void registerModule(const QString& name, const QString& category, QWidget* window, const QString& toolTipKey,
-                        const QIcon& icon, const QString& title, int flags) override;
+    void registerModule(const QString& name, const QString& category, QWidget* window,
+                        const QString& toolTipKey, const QIcon& icon, const QString& title,
+                        int flags) override;
     QWidget* moduleToolBar() override;
 
     bool isNonInteractive() override;

@@ -100,15 +100,16 @@ void tst_zoHPCDocumentText::attributesComeInTheirFixedOrder()
 {
     const QString written = zoHPCDocumentText::toText(orderedSample());
 
-    QCOMPARE(written, QStringLiteral("<cluster version=\"1\" booking=\"1\" alpha=\"1\" zebra=\"1\">\n"
-                                     " <master nodesfile=\"1\" a=\"1\" homogeneous=\"1\" scenecompression=\"1\">\n"
-                                     "  <node name=\"1\" Zone=\"1\" enabled=\"1\" rendernode=\"1\" serviceport=\"1\"/>\n"
-                                     " </master>\n"
-                                     " <window node=\"1\" screen=\"1\" x=\"1\" y=\"1\" width=\"1\" height=\"1\""
-                                     " fullscreen=\"1\" another=\"1\" extra=\"1\"/>\n"
-                                     " <projection name=\"1\" type=\"1\" rows=\"1\" columns=\"1\" overlapx=\"1\""
-                                     " distance=\"1\" edgeblending=\"1\"/>\n"
-                                     "</cluster>\n"));
+    QCOMPARE(written, QStringLiteral(
+                          "<cluster version=\"1\" booking=\"1\" alpha=\"1\" zebra=\"1\">\n"
+                          " <master nodesfile=\"1\" a=\"1\" homogeneous=\"1\" scenecompression=\"1\">\n"
+                          "  <node name=\"1\" Zone=\"1\" enabled=\"1\" rendernode=\"1\" serviceport=\"1\"/>\n"
+                          " </master>\n"
+                          " <window node=\"1\" screen=\"1\" x=\"1\" y=\"1\" width=\"1\" height=\"1\""
+                          " fullscreen=\"1\" another=\"1\" extra=\"1\"/>\n"
+                          " <projection name=\"1\" type=\"1\" rows=\"1\" columns=\"1\" overlapx=\"1\""
+                          " distance=\"1\" edgeblending=\"1\"/>\n"
+                          "</cluster>\n"));
 }
 
 void tst_zoHPCDocumentText::emptyAttributeOfTheDisplaySectionIsLeftOut_data()
@@ -166,7 +167,8 @@ void tst_zoHPCDocumentText::charactersThatXmlCannotHoldAreLeftOut()
     QDomDocument document;
     QDomElement root = document.createElement(QStringLiteral("a"));
     const QChar lone(0xd800);
-    root.setAttribute(QStringLiteral("b"), QStringLiteral("x\x01y") + lone + QStringLiteral("z") + QChar(0xfffe));
+    root.setAttribute(QStringLiteral("b"),
+                      QStringLiteral("x\x01y") + lone + QStringLiteral("z") + QChar(0xfffe));
     document.appendChild(root);
 
     const QString written = zoHPCDocumentText::toText(document);
@@ -247,8 +249,7 @@ void tst_zoHPCDocumentText::everyTruncationIsAnEmptyDocument()
 {
     const QString whole = zoHPCDocumentText::toText(orderedSample()).trimmed();
 
-    for (int length = 1; length < whole.size(); ++length)
-    {
+    for (int length = 1; length < whole.size(); ++length) {
         expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("line \\d+, column \\d+: .")));
         QDomDocument document;
         QVERIFY2(!zoHPCDocumentText::parse(whole.left(length), document), qPrintable(whole.left(length)));
@@ -258,11 +259,12 @@ void tst_zoHPCDocumentText::everyTruncationIsAnEmptyDocument()
 
 void tst_zoHPCDocumentText::errorNamesLineAndColumn()
 {
-    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("^Cluster config line 3, column \\d+: .+")));
+    expectMessage(QtCriticalMsg,
+                  QRegularExpression(QStringLiteral("^Cluster config line 3, column \\d+: .+")));
     QDomDocument document;
 
-    QVERIFY(!zoHPCDocumentText::parse(QStringLiteral("<cluster>\n <master/>\n <network>\n</cluster>").replace(
-                                          QStringLiteral("<network>"), QStringLiteral("<network<>")),
+    QVERIFY(!zoHPCDocumentText::parse(QStringLiteral("<cluster>\n <master/>\n <network>\n</cluster>")
+                                          .replace(QStringLiteral("<network>"), QStringLiteral("<network<>")),
                                       document));
 }
 
@@ -291,10 +293,12 @@ void tst_zoHPCDocumentText::thousandLevelsAreReadAndWritten()
 
 void tst_zoHPCDocumentText::nestingBeyondTheStackIsRefused()
 {
-    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("line 2, column \\d+: more than \\d+ elements")));
+    expectMessage(QtCriticalMsg,
+                  QRegularExpression(QStringLiteral("line 2, column \\d+: more than \\d+ elements")));
     QDomDocument document;
 
-    QVERIFY(!zoHPCDocumentText::parse(QStringLiteral("\n") + nested(zoHPCDocumentText::maximumDepth() + 1), document));
+    QVERIFY(!zoHPCDocumentText::parse(QStringLiteral("\n") + nested(zoHPCDocumentText::maximumDepth() + 1),
+                                      document));
 
     QVERIFY(!document.hasChildNodes());
 }
@@ -304,8 +308,8 @@ void tst_zoHPCDocumentText::angleBracketsInsideValuesAndCommentsDoNotCountAsNest
     const QString many = QStringLiteral("<x>").repeated(zoHPCDocumentText::maximumDepth() + 10);
     QDomDocument document;
 
-    QVERIFY(zoHPCDocumentText::parse(QStringLiteral("<a><!--%1--><![CDATA[%1]]><b c='>' d=\"/>\"/></a>").arg(many),
-                                     document));
+    QVERIFY(zoHPCDocumentText::parse(
+        QStringLiteral("<a><!--%1--><![CDATA[%1]]><b c='>' d=\"/>\"/></a>").arg(many), document));
 }
 
 void tst_zoHPCDocumentText::entitiesDoNotExpandWithoutBound()
@@ -322,8 +326,7 @@ void tst_zoHPCDocumentText::entitiesDoNotExpandWithoutBound()
 
 int main(int argc, char** argv)
 {
-    if (argc == 2 && qstrcmp(argv[1], "--print-sample") == 0)
-    {
+    if (argc == 2 && qstrcmp(argv[1], "--print-sample") == 0) {
         const QCoreApplication application(argc, argv);
         fputs(zoHPCDocumentText::toText(orderedSample()).toUtf8().constData(), stdout);
         return 0;

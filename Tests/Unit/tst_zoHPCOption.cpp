@@ -35,7 +35,8 @@ void tst_zoHPCOption::keyHasItsText_data()
     QTest::newRow("StartStopAction") << zoHPCOption::StartStopAction << "startstopaction";
     QTest::newRow("ParallelFrames") << zoHPCOption::ParallelFrames << "parallelframes";
     QTest::newRow("FramePipelineLength") << zoHPCOption::FramePipelineLength << "framequeuelength";
-    QTest::newRow("StillFrameSupersampling") << zoHPCOption::StillFrameSupersampling << "stillframesupersampling";
+    QTest::newRow("StillFrameSupersampling")
+        << zoHPCOption::StillFrameSupersampling << "stillframesupersampling";
     QTest::newRow("NodesFile") << zoHPCOption::NodesFile << "nodesfile";
     QTest::newRow("Encrypted") << zoHPCOption::Encrypted << "encrypted";
     QTest::newRow("Homogeneous") << zoHPCOption::Homogeneous << "homogeneous";

@@ -84,10 +84,12 @@ void tst_zoKernelServiceFactory::missingServiceIsNullAndSaidOnStandardError()
 {
     FirstService* found = nullptr;
 
-    const QByteArray said = standardErrorOf([&found] { found = zoKernelServiceFactory::getService<FirstService>(); });
+    const QByteArray said =
+        standardErrorOf([&found] { found = zoKernelServiceFactory::getService<FirstService>(); });
 
     QVERIFY(found == nullptr);
-    QCOMPARE(said, QByteArray("zoKernelServiceFactory: couldn't find class '") + typeid(FirstService).name() + "'!\n");
+    QCOMPARE(said, QByteArray("zoKernelServiceFactory: couldn't find class '") + typeid(FirstService).name() +
+                       "'!\n");
 }
 
 void tst_zoKernelServiceFactory::nullEntryIsNullAndSaidOnStandardError()
@@ -95,10 +97,12 @@ void tst_zoKernelServiceFactory::nullEntryIsNullAndSaidOnStandardError()
     zoKernelServiceFactory::the().registerService<FirstService>(nullptr);
     FirstService* found = nullptr;
 
-    const QByteArray said = standardErrorOf([&found] { found = zoKernelServiceFactory::getService<FirstService>(); });
+    const QByteArray said =
+        standardErrorOf([&found] { found = zoKernelServiceFactory::getService<FirstService>(); });
 
     QVERIFY(found == nullptr);
-    QCOMPARE(said, QByteArray("zoKernelServiceFactory: service '") + typeid(FirstService).name() + "' is NULL!\n");
+    QCOMPARE(said,
+             QByteArray("zoKernelServiceFactory: service '") + typeid(FirstService).name() + "' is NULL!\n");
 }
 
 void tst_zoKernelServiceFactory::unregisteredServiceIsMissingAgain()
@@ -117,7 +121,8 @@ void tst_zoKernelServiceFactory::objectOfAnotherTypeIsNullWithoutAWord()
     zoKernelServiceFactory::the().registerService<FirstService>(&second);
     FirstService* found = nullptr;
 
-    const QByteArray said = standardErrorOf([&found] { found = zoKernelServiceFactory::getService<FirstService>(); });
+    const QByteArray said =
+        standardErrorOf([&found] { found = zoKernelServiceFactory::getService<FirstService>(); });
 
     QVERIFY(found == nullptr);
     QCOMPARE(said, QByteArray());

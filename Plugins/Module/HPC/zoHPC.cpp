@@ -50,8 +50,8 @@ zoHPC::zoHPC()
     m_mainWindow = new zoHPCGUIW(mainWindowService->mainWindowWidget(), QStringLiteral("Module"));
     mainWindowService->registerModule(QStringLiteral("Cluster"), QStringLiteral("Rendering"), m_mainWindow,
                                       QStringLiteral("Tipreel_Cluster"),
-                                      zoIconManager::getIcon(QStringLiteral("ModuleCluster"), QString()), tr("Cluster"),
-                                      0);
+                                      zoIconManager::getIcon(QStringLiteral("ModuleCluster"), QString()),
+                                      tr("Cluster"), 0);
     connectMainWindow();
 
     m_mainWindow->setStartEnabled(true);
@@ -62,8 +62,7 @@ zoHPC::zoHPC()
     if (!controllerService->isNonInteractive())
         m_connectOverlay = new zoHPCConnectGUIW(
             zoKernelServiceFactory::getService<zoMainWindowService>()->mainWindowWidget(), QString());
-    if (controllerService->usesModuleToolBar())
-    {
+    if (controllerService->usesModuleToolBar()) {
         if (QWidget* toolBar = zoKernelServiceFactory::getService<zoMainWindowService>()->moduleToolBar())
             toolBar->addAction(m_toggleAction);
     }
@@ -99,7 +98,8 @@ void zoHPC::connectMainWindow()
 
 void zoHPC::createToggleAction()
 {
-    // A child of the module object: hosts find the object that takes their calls as the parent of this action.
+    // A child of the module object: hosts find the object that takes their calls as the parent of this
+    // action.
     m_toggleAction = new QAction(zoIconManager::getIcon(QStringLiteral("ModuleCluster"), QString()),
                                  tr("&Toggle Connection to the Cluster"), this);
     m_toggleAction->setIconText(tr("Cluster"));
@@ -154,8 +154,10 @@ void zoHPC::startCluster()
     if (!m_mainWindow || m_starting)
         return;
     m_starting = true;
-    connect(m_clusterService, SIGNAL(multipleServersFound(QString)), this, SLOT(setFoundMultipleServers(QString)));
-    connect(m_clusterService, SIGNAL(notEnoughMemoryFound(QString)), this, SLOT(setFoundNotEnoughMemory(QString)));
+    connect(m_clusterService, SIGNAL(multipleServersFound(QString)), this,
+            SLOT(setFoundMultipleServers(QString)));
+    connect(m_clusterService, SIGNAL(notEnoughMemoryFound(QString)), this,
+            SLOT(setFoundNotEnoughMemory(QString)));
 
     const QString config = m_mainWindow->getConfigString();
     m_clusterService->setAcceptRunningServers(false);
@@ -166,8 +168,10 @@ void zoHPC::startCluster()
     while (!m_clusterService->start() && m_retryRequested)
         m_retryRequested = false;
 
-    disconnect(m_clusterService, SIGNAL(multipleServersFound(QString)), this, SLOT(setFoundMultipleServers(QString)));
-    disconnect(m_clusterService, SIGNAL(notEnoughMemoryFound(QString)), this, SLOT(setFoundNotEnoughMemory(QString)));
+    disconnect(m_clusterService, SIGNAL(multipleServersFound(QString)), this,
+               SLOT(setFoundMultipleServers(QString)));
+    disconnect(m_clusterService, SIGNAL(notEnoughMemoryFound(QString)), this,
+               SLOT(setFoundNotEnoughMemory(QString)));
     m_starting = false;
 }
 
@@ -182,8 +186,7 @@ void zoHPC::setNetworkOption(int networkIndex, const QString& key, const QString
         return;
     zoHPCTreeGUIW* tree = m_mainWindow->getTree();
     zoHPCTreeItem* network = tree->findNetworkByIndex(networkIndex);
-    if (network == nullptr)
-    {
+    if (network == nullptr) {
         zoLog::error("Network %d not found.", networkIndex);
         return;
     }
@@ -235,13 +238,13 @@ void zoHPC::toggleCluster(bool on)
 void zoHPC::setFoundMultipleServers(const QString& nodes)
 {
     Q_UNUSED(nodes)
-    if (!zoKernelServiceFactory::getService<zoControllerService>()->isNonInteractive())
-    {
-        const auto answer = QMessageBox::warning(
-            nullptr, tr("Cluster"),
-            tr("There is already a ZOKEClusterServer running\non one or more of the requested cluster nodes.\n"
-               "Do you really want to start clustering and risk\nperformance problems?"),
-            QMessageBox::Yes, QMessageBox::Abort);
+    if (!zoKernelServiceFactory::getService<zoControllerService>()->isNonInteractive()) {
+        const auto answer =
+            QMessageBox::warning(nullptr, tr("Cluster"),
+                                 tr("There is already a ZOKEClusterServer running\non one or more of the "
+                                    "requested cluster nodes.\n"
+                                    "Do you really want to start clustering and risk\nperformance problems?"),
+                                 QMessageBox::Yes, QMessageBox::Abort);
         if (answer != QMessageBox::Yes)
             return;
     }
@@ -252,12 +255,12 @@ void zoHPC::setFoundMultipleServers(const QString& nodes)
 void zoHPC::setFoundNotEnoughMemory(const QString& nodes)
 {
     Q_UNUSED(nodes)
-    if (!zoKernelServiceFactory::getService<zoControllerService>()->isNonInteractive())
-    {
+    if (!zoKernelServiceFactory::getService<zoControllerService>()->isNonInteractive()) {
         const auto answer = QMessageBox::critical(
             nullptr, tr("Cluster"),
             tr("There is already a ZOKEClusterServer running\non one or more of the requested cluster nodes\n"
-               "and there is likely not enough free memory.\nDo you really want to start clustering and risk\n"
+               "and there is likely not enough free memory.\nDo you really want to start clustering and "
+               "risk\n"
                "server instability?"),
             QMessageBox::Yes, QMessageBox::Abort);
         if (answer != QMessageBox::Yes)

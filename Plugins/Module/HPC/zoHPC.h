@@ -32,8 +32,8 @@ extern const QString Encrypted;
 extern const QString Homogeneous;
 } // namespace zoHPCOption
 
-// The module object: builds the cluster window, registers it with the host and runs sessions through the host's
-// cluster service. One per process, created by initPlugin(). The host may invoke its slots by name.
+// The module object: builds the cluster window, registers it with the host and runs sessions through the
+// host's cluster service. One per process, created by initPlugin(). The host may invoke its slots by name.
 class zoHPC final : public QObject
 {
     Q_OBJECT

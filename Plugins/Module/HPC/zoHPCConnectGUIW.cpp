@@ -20,8 +20,7 @@ zoHPCConnectGUIW::zoHPCConnectGUIW(QWidget* parent, const QString& name)
     setAttribute(Qt::WA_TranslucentBackground);
 
     connect(m_abortButton, SIGNAL(clicked()), this, SLOT(clickedAbort()));
-    if (zoClusterService* service = zoKernelServiceFactory::getService<zoClusterService>())
-    {
+    if (zoClusterService* service = zoKernelServiceFactory::getService<zoClusterService>()) {
         connect(service, SIGNAL(progressChanged(QString, int)), this, SLOT(setProgress(QString, int)));
         connect(service, SIGNAL(progressFinished()), this, SLOT(setFinished()));
     }
@@ -81,7 +80,8 @@ void zoHPCConnectGUIW::paintEvent(QPaintEvent* event)
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setPen(QPen(QColor(127, 127, 127, 255), 2.0, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
     painter.setBrush(QBrush(QColor(0, 0, 0, 75), Qt::SolidPattern));
-    painter.drawRoundedRect(QRectF(0, 0, width(), height()), s_cornerRadius, s_cornerRadius, Qt::AbsoluteSize);
+    painter.drawRoundedRect(QRectF(0, 0, width(), height()), s_cornerRadius, s_cornerRadius,
+                            Qt::AbsoluteSize);
     const QRegion rounded = createRoundedRect(rect(), s_cornerRadius);
     // Setting the same mask again would ask for the next paint event from inside this one, without end.
     if (mask() != rounded)
@@ -95,10 +95,11 @@ QRegion zoHPCConnectGUIW::createRoundedRect(const QRect& rect, int radius)
     const int diameter = 2 * radius;
     const int farLeft = rect.right() - diameter + 1;
     const int farTop = rect.bottom() - diameter + 1;
-    QRegion region(QRect(QPoint(rect.left() + radius, rect.top()), QPoint(rect.right() - radius, rect.bottom())));
+    QRegion region(
+        QRect(QPoint(rect.left() + radius, rect.top()), QPoint(rect.right() - radius, rect.bottom())));
     region += QRect(QPoint(rect.left(), rect.top() + radius), QPoint(rect.right(), rect.bottom() - radius));
-    for (const QPoint& corner : {rect.topLeft(), QPoint(farLeft, rect.top()), QPoint(rect.left(), farTop),
-                                 QPoint(farLeft, farTop)})
+    for (const QPoint& corner :
+         {rect.topLeft(), QPoint(farLeft, rect.top()), QPoint(rect.left(), farTop), QPoint(farLeft, farTop)})
         region += QRegion(QRect(corner, QSize(diameter, diameter)), QRegion::Ellipse);
     return region;
 }

@@ -20,8 +20,8 @@ namespace
 {
 constexpr int s_indent = 1; // blanks per level
 
-// The DOM tears down one level of elements in less than 100 bytes of stack; the rest is margin for callers and for
-// instrumented builds.
+// The DOM tears down one level of elements in less than 100 bytes of stack; the rest is margin for callers
+// and for instrumented builds.
 constexpr rlim_t s_stackPerLevel = 256;
 constexpr int s_largestDepth = 30000; // the parser's time grows with the square of the depth
 
@@ -39,12 +39,12 @@ bool isName(const QString& text)
     });
 }
 
-// Readers of the display section take an empty attribute for a missing one. Written, it would be gone after the next
-// load and save, and the file would change although nobody changed it.
+// Readers of the display section take an empty attribute for a missing one. Written, it would be gone after
+// the next load and save, and the file would change although nobody changed it.
 bool isDisplayElement(const QString& tag)
 {
-    return tag == QLatin1String("projection") || tag == QLatin1String("display") || tag == QLatin1String("window") ||
-           tag == QLatin1String("viewport");
+    return tag == QLatin1String("projection") || tag == QLatin1String("display") ||
+           tag == QLatin1String("window") || tag == QLatin1String("viewport");
 }
 
 // Appends `text` with everything replaced that would not read back as itself.
@@ -53,15 +53,13 @@ void appendEscaped(QString& out, const QString& text, bool inAttribute)
     const QChar* const data = text.constData();
     const int length = text.size();
     int plainFrom = 0;
-    for (int i = 0; i < length; ++i)
-    {
+    for (int i = 0; i < length; ++i) {
         const ushort c = data[i].unicode();
         if (c > '>' && c < 0xd800)
             continue;
         const char* replacement = nullptr;
         int replaced = 1;
-        switch (c)
-        {
+        switch (c) {
         case '<':
             replacement = "&lt;";
             break;
@@ -91,8 +89,7 @@ void appendEscaped(QString& out, const QString& text, bool inAttribute)
         default:
             if (c < 0x20 || c >= 0xfffe || data[i].isLowSurrogate())
                 replacement = "";
-            else if (data[i].isHighSurrogate())
-            {
+            else if (data[i].isHighSurrogate()) {
                 if (i + 1 < length && data[i + 1].isLowSurrogate())
                     ++i;
                 else
@@ -100,8 +97,7 @@ void appendEscaped(QString& out, const QString& text, bool inAttribute)
             }
             break;
         }
-        if (replacement != nullptr)
-        {
+        if (replacement != nullptr) {
             out.append(data + plainFrom, i - plainFrom);
             out += QLatin1String(replacement);
             plainFrom = i + replaced;
@@ -130,21 +126,17 @@ public:
     QString write(const QDomDocument& document)
     {
         QDomNode node = document.firstChild();
-        while (!node.isNull())
-        {
+        while (!node.isNull()) {
             open(node);
             QDomNode child = node.firstChild();
-            if (!child.isNull())
-            {
+            if (!child.isNull()) {
                 ++m_depth;
                 node = child;
                 continue;
             }
-            for (;;)
-            {
+            for (;;) {
                 QDomNode next = node.nextSibling();
-                if (!next.isNull())
-                {
+                if (!next.isNull()) {
                     node = next;
                     break;
                 }
@@ -171,8 +163,7 @@ private:
 
     void open(const QDomNode& node)
     {
-        switch (node.nodeType())
-        {
+        switch (node.nodeType()) {
         case QDomNode::ElementNode:
             break;
         case QDomNode::TextNode:
@@ -198,13 +189,10 @@ private:
         m_out += tag;
         writeAttributes(tag, node.attributes());
         const QDomNode child = node.firstChild();
-        if (child.isNull())
-        {
+        if (child.isNull()) {
             m_out += QLatin1String("/>");
             endLine(node);
-        }
-        else
-        {
+        } else {
             m_out += QLatin1Char('>');
             if (!isText(child))
                 m_out += QLatin1Char('\n');
@@ -233,15 +221,13 @@ private:
         QVarLengthArray<Attribute, 40> attributes;
         const bool emptyIsMissing = isDisplayElement(tag);
         const Ranks* ranks = count > 1 ? &ranksFor(tag) : nullptr;
-        for (int i = 0; i < count; ++i)
-        {
+        for (int i = 0; i < count; ++i) {
             const QDomNode attribute = map.item(i);
             const QString name = attribute.nodeName();
             const QString value = attribute.nodeValue();
             if (emptyIsMissing && value.isEmpty())
                 continue;
-            if (!isName(name))
-            {
+            if (!isName(name)) {
                 zoLog::error("Attribute '%s' of '%s' is left out of the document: not an XML name.",
                              name.toUtf8().constData(), tag.toUtf8().constData());
                 continue;
@@ -252,8 +238,7 @@ private:
         std::sort(attributes.begin(), attributes.end(), [](const Attribute& a, const Attribute& b) {
             return a.rank != b.rank ? a.rank < b.rank : a.name < b.name;
         });
-        for (const Attribute& attribute : attributes)
-        {
+        for (const Attribute& attribute : attributes) {
             m_out += QLatin1Char(' ');
             m_out += attribute.name;
             m_out += QLatin1String("=\"");
@@ -287,18 +272,14 @@ int tooDeepAt(const QString& text, int limit)
         return at < 0 ? length : at + end.size();
     };
     int i = text.indexOf(QLatin1Char('<'));
-    while (i >= 0 && i + 1 < length)
-    {
+    while (i >= 0 && i + 1 < length) {
         const QChar c = text.at(i + 1);
-        if (c == QLatin1Char('/'))
-        {
+        if (c == QLatin1Char('/')) {
             --depth;
             i += 2;
-        }
-        else if (c == QLatin1Char('?'))
+        } else if (c == QLatin1Char('?'))
             i = skipPast(i + 2, QLatin1String("?>"));
-        else if (c == QLatin1Char('!'))
-        {
+        else if (c == QLatin1Char('!')) {
             const QStringRef rest = text.midRef(i, 9);
             if (rest.startsWith(QLatin1String("<!--")))
                 i = skipPast(i + 4, QLatin1String("-->"));
@@ -306,20 +287,15 @@ int tooDeepAt(const QString& text, int limit)
                 i = skipPast(i + 9, QLatin1String("]]>"));
             else
                 i += 2;
-        }
-        else
-        {
+        } else {
             const int start = i;
             QChar quote;
-            for (++i; i < length; ++i)
-            {
+            for (++i; i < length; ++i) {
                 const QChar inTag = text.at(i);
-                if (!quote.isNull())
-                {
+                if (!quote.isNull()) {
                     if (inTag == quote)
                         quote = QChar();
-                }
-                else if (inTag == QLatin1Char('"') || inTag == QLatin1Char('\''))
+                } else if (inTag == QLatin1Char('"') || inTag == QLatin1Char('\''))
                     quote = inTag;
                 else if (inTag == QLatin1Char('>'))
                     break;
@@ -350,8 +326,7 @@ bool zoHPCDocumentText::parse(const QString& text, QDomDocument& document)
         return false;
 
     const int tooDeep = tooDeepAt(text, maximumDepth());
-    if (tooDeep >= 0)
-    {
+    if (tooDeep >= 0) {
         const int line = text.leftRef(tooDeep).count(QLatin1Char('\n')) + 1;
         const int column = tooDeep - text.lastIndexOf(QLatin1Char('\n'), tooDeep);
         logRefusal(line, column, QStringLiteral("more than %1 elements are nested").arg(maximumDepth()));
@@ -363,8 +338,7 @@ bool zoHPCDocumentText::parse(const QString& text, QDomDocument& document)
     int line = 0;
     int column = 0;
     QDomDocument parsed;
-    if (!parsed.setContent(&reader, false, &reason, &line, &column))
-    {
+    if (!parsed.setContent(&reader, false, &reason, &line, &column)) {
         // What stood before the error is not used: half a configuration is worse than none.
         logRefusal(line, column, reason);
         return false;

@@ -11,20 +11,21 @@ class zoHPCDocumentText final
 public:
     zoHPCDocumentText() = delete;
 
-    // The text of a document in the form of QDomDocument::toString(1), with attributes in a fixed order, so that the
-    // same content has the same bytes in every process: "version" before "booking" on the root; in the tree section
-    // "name", then "nodesfile"; in the display section the order of the items' columns; whatever has no such place
-    // follows sorted. Characters that XML cannot hold, attributes whose name is no XML name, and empty attributes of
-    // the display section (which readers take for missing ones) are left out.
+    // The text of a document in the form of QDomDocument::toString(1), with attributes in a fixed order, so
+    // that the same content has the same bytes in every process: "version" before "booking" on the root; in
+    // the tree section "name", then "nodesfile"; in the display section the order of the items' columns;
+    // whatever has no such place follows sorted. Characters that XML cannot hold, attributes whose name is no
+    // XML name, and empty attributes of the display section (which readers take for missing ones) are left
+    // out.
     static QString toText(const QDomDocument& document);
 
-    // Reads a text into a fresh document. A text that is not well-formed, is nested deeper than maximumDepth() or
-    // expands its entities without bound gives an empty document, false, and an error in the log with line, column
-    // and reason. Empty text gives an empty document in silence, and false.
+    // Reads a text into a fresh document. A text that is not well-formed, is nested deeper than
+    // maximumDepth() or expands its entities without bound gives an empty document, false, and an error in
+    // the log with line, column and reason. Empty text gives an empty document in silence, and false.
     static bool parse(const QString& text, QDomDocument& document);
 
-    // The deepest nesting of elements whose document the stack of this thread can still tear down; the destructor
-    // of the DOM recurses.
+    // The deepest nesting of elements whose document the stack of this thread can still tear down; the
+    // destructor of the DOM recurses.
     static int maximumDepth();
 
 private:

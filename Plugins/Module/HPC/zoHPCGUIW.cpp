@@ -113,7 +113,7 @@ void zoHPCGUIW::createMenus()
     file->addActions({m_newAction, m_loadAction, m_importLegacyAction, m_saveAction, m_saveAsAction});
 
     QMenu* edit = menuBar()->addMenu(tr("&Edit"));
-    edit->addActions({m_tree->clusterConfigAction(), m_editConfigAction});
+    edit->addActions({m_tree->configAction(), m_editConfigAction});
     edit->addSeparator();
     edit->addActions({m_tree->addHostAction(), m_tree->removeHostAction()});
     edit->addSeparator();
@@ -130,7 +130,7 @@ void zoHPCGUIW::createMenus()
 
 void zoHPCGUIW::createToolBars()
 {
-    toolBar->addActions({m_tree->clusterConfigAction(), m_displaySetupAction});
+    toolBar->addActions({m_tree->configAction(), m_displaySetupAction});
 
     auto* quickActions = new QZOToolBar(tr("QuickActions"), this);
     quickActions->setObjectName(QStringLiteral("QuickActionBar"));
@@ -225,8 +225,7 @@ void zoHPCGUIW::updateDisplayState()
     for (const zoHPCTreeItem* node : nodes)
         ++countOf[node->hostName()];
     QHash<QString, int> seenOf;
-    for (zoHPCTreeItem* node : nodes)
-    {
+    for (zoHPCTreeItem* node : nodes) {
         const QString name = node->hostName();
         if (countOf.value(name) == 1)
             node->setUniqueHostName(name);
@@ -280,8 +279,8 @@ void zoHPCGUIW::setCurrentFile(const QString& fileName)
 
 void zoHPCGUIW::loadConfig()
 {
-    const QString fileName = QFileDialog::getOpenFileName(this, tr("Load Cluster Configuration"), getConfigPath(),
-                                                          tr("Cluster Config (*.zhpc)"));
+    const QString fileName = QFileDialog::getOpenFileName(this, tr("Load Cluster Configuration"),
+                                                          getConfigPath(), tr("Cluster Config (*.zhpc)"));
     if (!fileName.isEmpty())
         loadConfig(fileName);
 }
@@ -289,8 +288,7 @@ void zoHPCGUIW::loadConfig()
 void zoHPCGUIW::loadConfig(const QString& fileName)
 {
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-    {
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
         zoLog::error("Unable to load cluster config %s", fileName.toUtf8().constData());
         return;
     }
@@ -310,8 +308,8 @@ void zoHPCGUIW::saveConfig()
 
 void zoHPCGUIW::saveAsConfig()
 {
-    const QString fileName = QFileDialog::getSaveFileName(this, tr("Save Cluster Configuration"), getConfigPath(),
-                                                          tr("Cluster Config (*.zhpc)"));
+    const QString fileName = QFileDialog::getSaveFileName(this, tr("Save Cluster Configuration"),
+                                                          getConfigPath(), tr("Cluster Config (*.zhpc)"));
     if (!fileName.isEmpty())
         saveConfig(fileName);
 }
@@ -329,8 +327,7 @@ void zoHPCGUIW::saveConfig(const QString& fileName)
     if (!file.open(QIODevice::WriteOnly | QIODevice::Text))
         return;
     const QByteArray bytes = getConfigString().toUtf8();
-    if (file.write(bytes) != bytes.size() || !file.commit())
-    {
+    if (file.write(bytes) != bytes.size() || !file.commit()) {
         zoLog::error("Unable to save cluster config %s: %s. What the file held before is still there.",
                      name.toUtf8().constData(), file.errorString().toUtf8().constData());
         return;
@@ -351,16 +348,16 @@ void zoHPCGUIW::editConfig()
     m_configDialog->setWindowTitle(m_editConfigAction->text());
     m_configDialog->setServersFileEditable(false);
     m_configDialog->setText(getConfigString());
-    // The configuration as it was shown is applied again, not what was typed: the dialog lets people read the text
-    // and re-apply it.
+    // The configuration as it was shown is applied again, not what was typed: the dialog lets people read the
+    // text and re-apply it.
     if (m_configDialog->exec() == QDialog::Accepted)
         setConfigString(m_lastConfig);
 }
 
 void zoHPCGUIW::importLegacy()
 {
-    const QString fileName = QFileDialog::getOpenFileName(this, tr("Load Legacy Configuration"), getConfigPath(),
-                                                          tr("Legacy Config (*.xml)"));
+    const QString fileName = QFileDialog::getOpenFileName(this, tr("Load Legacy Configuration"),
+                                                          getConfigPath(), tr("Legacy Config (*.xml)"));
     if (fileName.isEmpty())
         return;
     // A file that cannot be opened is an empty text, which converts into an empty cluster.

@@ -36,13 +36,14 @@ public:
     // Shows the action that lets people read the document's text.
     void setAdvanced(bool advanced);
 
-    // The configuration document as text, built from the tree and the displays as they are. A hosts file that the
-    // tree is linked with is read first.
+    // The configuration document as text, built from the tree and the displays as they are. A hosts file that
+    // the tree is linked with is read first.
     QString getConfigString();
     // Replaces tree and displays. A text that is no document empties both and is reported in the log.
     void setConfigString(const QString& text);
 
-    // Where the file dialogs open: the directory of the file last loaded or saved, at first the host's samples.
+    // Where the file dialogs open: the directory of the file last loaded or saved, at first the host's
+    // samples.
     QString getConfigPath();
 
 public slots:
@@ -57,8 +58,8 @@ public slots:
     void loadConfig(const QString& fileName);
     void saveConfig();
     void saveAsConfig();
-    // Appends ".zhpc" when missing. The old file stays whole until the new one is written completely; a name that
-    // cannot be opened changes nothing, a failure after that is reported in the log.
+    // Appends ".zhpc" when missing. The old file stays whole until the new one is written completely; a name
+    // that cannot be opened changes nothing, a failure after that is reported in the log.
     void saveConfig(const QString& fileName);
     void setDefaultConfig();
     void editConfig();
@@ -99,5 +100,6 @@ private:
     QString m_currentFile;
     QString m_configDirectory;
     QString m_lastConfig;
-    std::unique_ptr<zoHPCConfigEditGUIW> m_configDialog; // the last one shown; dialogs of this kind have no parent
+    std::unique_ptr<zoHPCConfigEditGUIW>
+        m_configDialog; // the last one shown; dialogs of this kind have no parent
 };

@@ -1,7 +1,7 @@
 #include "zoHPC.h"
 
-// Plain QString objects, not literals in the library's read-only data: a text that outlives the library must not
-// point into it.
+// Plain QString objects, not literals in the library's read-only data: a text that outlives the library must
+// not point into it.
 namespace zoHPCOption
 {
 const QString Enabled = QString::fromLatin1("enabled");
