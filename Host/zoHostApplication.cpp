@@ -26,12 +26,17 @@ zoHostApplication::zoHostApplication(const zoHostOptions& options)
     , m_controller(options.nonInteractive)
     , m_preferences(&m_settings)
     , m_cameras(&m_settings, &m_nodes)
+    , m_clusterPage(std::make_unique<zoHostClusterPage>(&m_preferences, &m_cluster))
     , m_window(std::make_unique<zoHostMainWindow>(
           zoHostMainWindow::Services{&m_preferences, &m_cameras, &m_nodes}))
     , m_mainWindowService(std::make_unique<zoHostMainWindowService>(m_window.get()))
 {
     connect(&m_log, &zoHostLog::messageLogged, m_window->logPanel(), &zoHostLogPanel::addMessage);
     connect(m_window.get(), &zoHostMainWindow::closing, &m_cluster, &zoClusterService::abort);
+    connect(&m_signals, &zoHostSignals::terminationRequested, this, [this] {
+        m_cluster.abort();
+        QCoreApplication::quit();
+    });
     // Without a file of its own a session begins with the default document, which has no name yet.
     m_cluster.offerConfig(defaultDocument());
     registerServices();
@@ -48,6 +53,7 @@ zoHostApplication::~zoHostApplication()
     // Windows first: their code lies in the modules.
     m_window.reset();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    m_clusterPage.reset();
     m_preferences.clearPages();
     m_loader.unloadAll();
     unregisterServices();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zoHostCameraService.h"
+#include "zoHostClusterPage.h"
 #include "zoHostControllerService.h"
 #include "zoHostLog.h"
 #include "zoHostMainWindow.h"
@@ -9,6 +10,7 @@
 #include "zoHostOptions.h"
 #include "zoHostPreferencesService.h"
 #include "zoHostSession.h"
+#include "zoHostSignals.h"
 #include "zoLocalClusterService.h"
 #include "zoModuleLoader.h"
 
@@ -42,12 +44,14 @@ private:
 
     zoHostOptions m_options;
     zoHostLog m_log;
+    zoHostSignals m_signals;
     QSettings m_settings;
     zoHostControllerService m_controller;
     zoHostPreferencesService m_preferences;
     zoHostNodeService m_nodes;
     zoHostCameraService m_cameras;
     zoLocalClusterService m_cluster;
+    std::unique_ptr<zoHostClusterPage> m_clusterPage;
     std::unique_ptr<zoHostMainWindow> m_window;
     std::unique_ptr<zoHostMainWindowService> m_mainWindowService;
     zoModuleLoader m_loader;

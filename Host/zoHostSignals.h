@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QObject>
+
+// Turns an interrupt or a request to terminate (SIGINT, SIGTERM) into a signal on the user-interface thread,
+// so that the program ends in its usual order. At most one at a time.
+class zoHostSignals final : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit zoHostSignals(QObject* parent = nullptr);
+    ~zoHostSignals() override; // gives the signals their default meaning again
+
+signals:
+    void terminationRequested();
+
+private:
+    int m_readEnd = -1;
+};
