@@ -24,12 +24,12 @@ qint64 byteOf(const QString& nodeId, int servicePort)
 }
 
 // Locks of the open file, not of the process: two sessions of one process must meet as well.
-bool setLock(int file, qint64 byte, short type)
+bool setLock(int file, qint64 mark, short type)
 {
     struct flock lock = {};
     lock.l_type = type;
     lock.l_whence = SEEK_SET;
-    lock.l_start = off_t(byte);
+    lock.l_start = off_t(mark);
     lock.l_len = 1;
     int result = 0;
     do {
@@ -55,60 +55,73 @@ QByteArray userDirectory()
 }
 } // namespace
 
-zoClusterNodeLocks::zoClusterNodeLocks() = default;
+zoClusterNodeLocks::zoClusterNodeLocks()
+{
+    m_files.fill(-1);
+}
 
 zoClusterNodeLocks::~zoClusterNodeLocks()
 {
-    releaseAll();
-    if (m_file != -1)
-        close(m_file);
+    closeFiles();
 }
 
 void zoClusterNodeLocks::setDirectory(const QString& directory)
 {
     Q_ASSERT(m_held.isEmpty());
-    if (m_file != -1)
-        close(m_file);
-    m_file = -1;
+    closeFiles();
     m_directory = directory;
 }
 
-bool zoClusterNodeLocks::openFile()
+// The open file for a mark, or -1.
+int zoClusterNodeLocks::openFile(qint64 mark)
 {
-    if (m_file != -1)
-        return true;
+    const int index = int(mark % FileCount);
+    int& file = m_files[size_t(index)];
+    if (file != -1)
+        return file;
     const QByteArray directory = m_directory.isEmpty() ? userDirectory() : QFile::encodeName(m_directory);
     constexpr mode_t OwnerOnly = 0700;
     if (mkdir(directory.constData(), OwnerOnly) == -1 && errno != EEXIST) {
-        m_error = QString::fromLocal8Bit(directory) + QStringLiteral(": ") + systemError();
-        return false;
+        m_error = QFile::decodeName(directory) + QStringLiteral(": ") + systemError();
+        return -1;
     }
     // Someone else may have made the directory to lay a link here.
     struct stat info = {};
     if (lstat(directory.constData(), &info) == -1 || !S_ISDIR(info.st_mode) || info.st_uid != geteuid()) {
-        m_error = QString::fromLocal8Bit(directory) + QStringLiteral(": not a directory of this user");
-        return false;
+        m_error = QFile::decodeName(directory) + QStringLiteral(": not a directory of this user");
+        return -1;
     }
-    const QByteArray file = directory + "/zo-cluster-nodes.lock";
+    const QByteArray name = directory + "/zo-cluster-nodes-" + QByteArray::number(index) + ".lock";
     constexpr mode_t OwnerReadsAndWrites = 0600;
-    m_file = open(file.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, OwnerReadsAndWrites);
-    if (m_file == -1)
-        m_error = QString::fromLocal8Bit(file) + QStringLiteral(": ") + systemError();
-    return m_file != -1;
+    file = open(name.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, OwnerReadsAndWrites);
+    if (file == -1)
+        m_error = QFile::decodeName(name) + QStringLiteral(": ") + systemError();
+    return file;
+}
+
+// Closing gives back the marks as well.
+void zoClusterNodeLocks::closeFiles()
+{
+    for (int& file : m_files) {
+        if (file != -1)
+            close(file);
+        file = -1;
+    }
 }
 
 zoClusterNodeLocks::Outcome zoClusterNodeLocks::acquire(const QString& nodeId, int servicePort, bool share)
 {
-    if (!openFile())
+    const qint64 mark = markOf(nodeId, servicePort);
+    const int file = openFile(mark);
+    if (file == -1)
         return Outcome::NoLocking;
-    const qint64 byte = byteOf(nodeId, servicePort);
     // Alone for a moment to learn that nobody else is there, then shared, so that others can join on purpose.
     // Several tries: another session may be in that same moment.
     constexpr int Tries = 1000;
     for (int attempt = 0; attempt < Tries; ++attempt) {
-        if (setLock(m_file, byte, F_WRLCK)) {
-            setLock(m_file, byte, F_RDLCK);
-            m_held.insert(byte);
+        if (setLock(file, mark, F_WRLCK)) {
+            setLock(file, mark, F_RDLCK);
+            m_held.insert(mark);
             return Outcome::Free;
         }
         if (errno != EAGAIN && errno != EACCES) {
@@ -117,8 +130,8 @@ zoClusterNodeLocks::Outcome zoClusterNodeLocks::acquire(const QString& nodeId, i
         }
         if (!share)
             return Outcome::InUse;
-        if (setLock(m_file, byte, F_RDLCK)) {
-            m_held.insert(byte);
+        if (setLock(file, mark, F_RDLCK)) {
+            m_held.insert(mark);
             return Outcome::Shared;
         }
         sched_yield();
@@ -128,14 +141,13 @@ zoClusterNodeLocks::Outcome zoClusterNodeLocks::acquire(const QString& nodeId, i
 
 void zoClusterNodeLocks::release(const QString& nodeId, int servicePort)
 {
-    const qint64 byte = byteOf(nodeId, servicePort);
-    if (m_held.remove(byte))
-        setLock(m_file, byte, F_UNLCK);
+    const qint64 mark = markOf(nodeId, servicePort);
+    if (m_held.remove(mark))
+        setLock(openFile(mark), mark, F_UNLCK);
 }
 
 void zoClusterNodeLocks::releaseAll()
 {
-    for (const qint64 byte : qAsConst(m_held))
-        setLock(m_file, byte, F_UNLCK);
     m_held.clear();
+    closeFiles();
 }

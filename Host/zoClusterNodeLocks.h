@@ -3,6 +3,8 @@
 #include <QSet>
 #include <QString>
 
+#include <array>
+
 // Marks the nodes that a session of this machine uses, so that a second session - of this process or another
 // - sees them. The operating system drops the marks of a process that dies. Sessions of one user meet.
 class zoClusterNodeLocks final
@@ -33,10 +35,15 @@ public:
     QString errorString() const { return m_error; }
 
 private:
-    bool openFile();
+    // The operating system walks all marks of a file for each new one; spread over some files, thousands are
+    // quick.
+    static constexpr int FileCount = 32;
+
+    int openFile(qint64 mark);
+    void closeFiles();
 
     QString m_directory;
     QString m_error;
     QSet<qint64> m_held;
-    int m_file = -1;
+    std::array<int, FileCount> m_files;
 };

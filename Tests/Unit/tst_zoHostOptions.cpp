@@ -1,0 +1,107 @@
+#include "zoTestCase.h"
+
+#include <zoHostOptions.h>
+
+#include <QApplication>
+
+// The command line of the host.
+class tst_zoHostOptions final : public zoTestCase
+{
+    Q_OBJECT
+
+private slots:
+    void noArgumentsAskForNothing();
+    void everyOptionIsRead();
+    void helpNamesEveryOption();
+    void versionIsOneLine();
+    void wrongUseIsReported_data();
+    void wrongUseIsReported();
+};
+
+void tst_zoHostOptions::noArgumentsAskForNothing()
+{
+    const zoHostOptions::Result result = zoHostOptions::parse({"zohost"});
+
+    QVERIFY(result.run);
+    QCOMPARE(result.options.configFile, QString());
+    QCOMPARE(result.options.screenshotFile, QString());
+    QCOMPARE(result.options.moduleFiles, QStringList());
+    QVERIFY(!result.options.start);
+    QVERIFY(!result.options.nonInteractive);
+    QVERIFY(!result.options.exitAfterStop);
+}
+
+void tst_zoHostOptions::everyOptionIsRead()
+{
+    const zoHostOptions::Result result = zoHostOptions::parse(
+        {"zohost", "--config", "a b.zhpc", "--start", "--non-interactive", "--screenshot=s.png",
+         "--exit-after-stop", "--module", "one.so", "--module", "two.so"});
+
+    QVERIFY(result.run);
+    QCOMPARE(result.options.configFile, QStringLiteral("a b.zhpc"));
+    QCOMPARE(result.options.screenshotFile, QStringLiteral("s.png"));
+    QCOMPARE(result.options.moduleFiles, QStringList({"one.so", "two.so"}));
+    QVERIFY(result.options.start);
+    QVERIFY(result.options.nonInteractive);
+    QVERIFY(result.options.exitAfterStop);
+}
+
+void tst_zoHostOptions::helpNamesEveryOption()
+{
+    const zoHostOptions::Result result = zoHostOptions::parse({"zohost", "--help"});
+
+    QVERIFY(!result.run);
+    QCOMPARE(result.exitCode, 0);
+    QCOMPARE(result.standardError, QString());
+    for (const QString& option :
+         QStringList({"--config <FILE>", "--start", "--non-interactive", "--screenshot <FILE.png>",
+                      "--exit-after-stop", "--module <FILE>", "--help", "--version"}))
+        QVERIFY2(result.standardOutput.contains(option), qPrintable(option));
+}
+
+void tst_zoHostOptions::versionIsOneLine()
+{
+    const zoHostOptions::Result result = zoHostOptions::parse({"zohost", "--version"});
+
+    QVERIFY(!result.run);
+    QCOMPARE(result.exitCode, 0);
+    QCOMPARE(result.standardOutput, QStringLiteral("zohost " ZO_VERSION "\n"));
+    QCOMPARE(result.standardError, QString());
+}
+
+void tst_zoHostOptions::wrongUseIsReported_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("reason");
+
+    QTest::newRow("unknown-option") << QStringList({"--nonsense"}) << "nonsense";
+    QTest::newRow("missing-value") << QStringList({"--config"}) << "config";
+    QTest::newRow("value-for-a-switch") << QStringList({"--start=now"}) << "start";
+    QTest::newRow("empty-file-name") << QStringList({"--config", ""}) << "--config needs a file name";
+    QTest::newRow("empty-module-name") << QStringList({"--module="}) << "--module needs a file name";
+    QTest::newRow("stray-file-name") << QStringList({"wall.zhpc"}) << "unexpected argument 'wall.zhpc'";
+    QTest::newRow("placeholder-in-the-argument") << QStringList({"%1 %2"}) << "unexpected argument '%1 %2'";
+    QTest::newRow("two-configurations")
+        << QStringList({"--config", "a", "--config", "b"}) << "--config is given more than once";
+    QTest::newRow("two-screenshots") << QStringList({"--screenshot", "a", "--screenshot", "b"})
+                                     << "--screenshot is given more than once";
+}
+
+void tst_zoHostOptions::wrongUseIsReported()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, reason);
+
+    const zoHostOptions::Result result = zoHostOptions::parse(QStringList("zohost") + arguments);
+
+    QVERIFY(!result.run);
+    QCOMPARE(result.exitCode, 2);
+    QCOMPARE(result.standardOutput, QString());
+    QVERIFY2(result.standardError.startsWith(QStringLiteral("zohost: ")), qPrintable(result.standardError));
+    QVERIFY2(result.standardError.contains(reason), qPrintable(result.standardError));
+    QVERIFY2(result.standardError.endsWith(QStringLiteral("--help' for the options.\n")),
+             qPrintable(result.standardError));
+}
+
+ZO_TEST_MAIN(tst_zoHostOptions)
+#include "tst_zoHostOptions.moc"
