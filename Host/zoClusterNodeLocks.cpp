@@ -13,9 +13,9 @@
 
 namespace
 {
-// One byte of the lock file stands for one node and port. A file per node would cost a descriptor each, which
-// a large cluster does not have.
-qint64 byteOf(const QString& nodeId, int servicePort)
+// One byte of a lock file stands for one node and port. A file per node would cost a descriptor each, which a
+// large cluster does not have.
+qint64 markOf(const QString& nodeId, int servicePort)
 {
     const QByteArray key = nodeId.toUtf8() + '\0' + QByteArray::number(servicePort);
     const QByteArray digest = QCryptographicHash::hash(key, QCryptographicHash::Sha256);

@@ -52,6 +52,17 @@ QStringList idsOf(const std::vector<zoClusterDocument::Node>& nodes)
         ids << node.id;
     return ids;
 }
+// For the log: a large cluster in one readable line.
+QString listOf(const QStringList& ids)
+{
+    constexpr int Shown = 8;
+    if (ids.isEmpty())
+        return QCoreApplication::translate("zoLocalClusterService", "no node");
+    QString list = QStringList(ids.mid(0, Shown)).join(QStringLiteral(", "));
+    if (ids.size() > Shown)
+        list += QCoreApplication::translate("zoLocalClusterService", " and %1 more").arg(ids.size() - Shown);
+    return list;
+}
 } // namespace
 
 zoLocalClusterService::zoLocalClusterService(QObject* parent)
@@ -155,13 +166,13 @@ bool zoLocalClusterService::start()
     if (m_abortRequested)
         return fail(tr("aborted"));
     if (refusedServers)
-        return fail(tr("a server already runs on %1").arg(findings.inUse.join(QStringLiteral(", "))));
+        return fail(tr("a server already runs on %1").arg(listOf(findings.inUse)));
     if (refusedMemory)
-        return fail(tr("not enough memory for %1").arg(findings.shortOfMemory.join(QStringLiteral(", "))));
+        return fail(tr("not enough memory for %1").arg(listOf(findings.shortOfMemory)));
 
     m_nodes = std::move(nodes);
     m_state = State::Running;
-    zoLog::info("Cluster runs on %s", runningNodes().join(QStringLiteral(", ")).toUtf8().constData());
+    zoLog::info("Cluster runs on %s", listOf(runningNodes()).toUtf8().constData());
     emit started();
     if (!self)
         return true;
@@ -331,7 +342,7 @@ void zoLocalClusterService::updateSession(const Nodes& wanted)
     }
     m_nodes = std::move(running);
     if (runningNodes() != before) {
-        zoLog::info("Cluster runs on %s", runningNodes().join(QStringLiteral(", ")).toUtf8().constData());
+        zoLog::info("Cluster runs on %s", listOf(runningNodes()).toUtf8().constData());
         emit runningNodesChanged();
     }
 }
