@@ -94,14 +94,17 @@ signals:
     void selectedItemChanged(zoHPCTreeItem* item);
     void hostsChanged();
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
     friend class zoHPCTreeItem;
 
     void bury(const QList<QTreeWidgetItem*>& detached);
     void clearGraveyard();
     void forget(QTreeWidgetItem* buried);
-    QList<QTreeWidgetItem*> detachAll();
     void expandAllParents();
+    void updateRowHeight();
 
     std::unique_ptr<Ui_zoHPCTreeGUIW> m_ui;
     zoHPCTreeItem* m_master = nullptr; // owned by the tree widget

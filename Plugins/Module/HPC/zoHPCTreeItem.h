@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zoHPC.h"
 #include "zoHPCStateItem.h"
 
 #include <QIcon>
@@ -94,16 +95,25 @@ public:
     // Composed once per combination and shared. An unknown kind gives an empty picture.
     static QIcon getIcon(int kind, bool enabled, bool running, bool encrypted, bool noRender);
 
-    // For whole trees: one walk, each item told what it inherits, one announcement per run of rows. Marks and
-    // options are written without a look at the display by the operations below; refreshLooks() then shows
-    // them.
-    void refreshLooks(bool evenBelowRunning);
-    void setRunningMark(bool running) { m_isRunning = running; }
+    // For whole trees: marks and options are written without a look at the display, then one walk tells each
+    // item what it inherits and announces runs of rows instead of single ones.
+    enum class Refresh {
+        StopAtRunning, // as updateState(): what hangs below a running item keeps its look
+        All,
+        Due // rows that markRunning() touched
+    };
+    void refreshLooks(Refresh scope);
+    // The same for an item that hangs nowhere yet and will come under `futureParent`.
+    void refreshLooksUnder(const zoHPCTreeItem& futureParent);
+    void markRunning(bool running);
+    void setOptionQuietly(const QString& name, const QString& value);
+    // In key order, without building the map that getOptions() needs.
+    template <class Visit>
+    void forEachOption(Visit visit) const;
     // Nothing that a rebuild of the tree would have to carry over.
     bool isPlain() const;
     // Takes over options and marks (running, display node, unique name) of the item that this one replaces.
     void takeOver(const zoHPCTreeItem& previous);
-    void setOptionQuietly(const QString& name, const QString& value);
 
     // Destroys detached items and all below them without recursion.
     static void destroy(const QList<QTreeWidgetItem*>& detached);
@@ -112,15 +122,33 @@ private:
     friend class zoHPCTreeGUIW;
 
     // What the item rarely has. Without it the options hold exactly the key "enabled" with an empty value.
-    struct Extras;
+    struct Extras
+    {
+        std::map<QString, QString> options;
+        QString uniqueHostName;
+        // Of the first item of an id in a cache: where the search for a free suffix goes on.
+        const void* suffixCache = nullptr; // compared only
+        int nextSuffix = 2;
+    };
 
     enum UniqueName : quint32 { UniqueNameEmpty, UniqueNameIsHostName, UniqueNameInExtras };
 
     Extras& extras();
-    Look currentLook(bool effectivelyEnabled) const;
-    bool ancestorsEnabled() const;
+    Look currentLook(bool effectivelyEnabled, const zoHPCTreeItem* parent) const;
+    void refreshLooks(Refresh scope, const zoHPCTreeItem* parent);
     void showDescription(const QString& description);
 
     QString m_hostName;
     std::unique_ptr<Extras> m_extras;
 };
+
+template <class Visit>
+void zoHPCTreeItem::forEachOption(Visit visit) const
+{
+    if (!m_extras) {
+        visit(zoHPCOption::Enabled, QString());
+        return;
+    }
+    for (const auto& option : m_extras->options)
+        visit(option.first, option.second);
+}

@@ -1,0 +1,266 @@
+#include "zoHPCHostsText.h"
+
+#include <QRegularExpression>
+#include <QVector>
+
+#include <algorithm>
+
+namespace
+{
+enum CharClass : uchar {
+    Plain,
+    Blank,     // white space, ASCII only
+    Separator, // "," and "|"
+    Brace,
+    BlockOpen
+};
+
+CharClass classOf(QChar c)
+{
+    switch (c.unicode()) {
+    case ' ':
+    case '\t':
+    case '\n':
+    case '\v':
+    case '\f':
+    case '\r':
+        return Blank;
+    case ',':
+    case '|':
+        return Separator;
+    case '{':
+    case '}':
+    case '(':
+    case ')':
+        return Brace;
+    case '[':
+        return BlockOpen;
+    default:
+        return Plain;
+    }
+}
+
+bool isNameChar(QChar c)
+{
+    const ushort u = c.unicode();
+    return (u >= 'a' && u <= 'z') || (u >= '0' && u <= '9') || (u >= 'A' && u <= 'Z') || u == '-' || u == '.';
+}
+
+bool isDigit(QChar c)
+{
+    return c.unicode() >= '0' && c.unicode() <= '9';
+}
+
+bool opens(QChar brace)
+{
+    return brace == QLatin1Char('{') || brace == QLatin1Char('(');
+}
+
+const QChar s_openBrace = QLatin1Char('{');
+const QChar s_closeBrace = QLatin1Char('}');
+
+// Moves the value of the last "forwards=" of each option block behind the block, in braces:
+// "gw[a=1,forwards=x y]" -> "gw[a=1,] { x y }".
+QString moveForwards(const QString& text)
+{
+    const QString key = QStringLiteral("forwards=");
+    if (!text.contains(key))
+        return text;
+
+    QString result;
+    result.reserve(text.size() + 64);
+    const QStringView all(text);
+    int copied = 0;    // up to here the text is in the result
+    int opening = -1;  // first "[" since the last "]"
+    int forwards = -1; // last key since then
+    for (int i = 0; i < text.size(); ++i) {
+        const QChar c = text.at(i);
+        if (c == QLatin1Char('[') && opening < 0) {
+            opening = i;
+        } else if (c == QLatin1Char('f') && opening >= 0 && all.mid(i).startsWith(key)) {
+            forwards = i;
+        } else if (c == QLatin1Char(']')) {
+            if (forwards >= 0) {
+                const int value = forwards + key.size();
+                int valueEnd = value;
+                while (text.at(valueEnd) != QLatin1Char(',') && valueEnd < i)
+                    ++valueEnd;
+                result.append(text.constData() + copied, forwards - copied);
+                result.append(text.constData() + valueEnd, i + 1 - valueEnd);
+                result += QLatin1String(" { ");
+                result.append(text.constData() + value, valueEnd - value);
+                result += QLatin1String(" }");
+                copied = i + 1;
+            }
+            opening = -1;
+            forwards = -1;
+        }
+    }
+    result.append(text.constData() + copied, text.size() - copied);
+    return result;
+}
+} // namespace
+
+zoHPCHostsText::zoHPCHostsText(const QString& text)
+    : m_text(moveForwards(text)), m_position(m_text.constData()), m_end(m_position + m_text.size())
+{
+}
+
+bool zoHPCHostsText::next()
+{
+    const QChar* p = m_position;
+    CharClass kind = Plain;
+    while (p != m_end && ((kind = classOf(*p)) == Blank || kind == Separator))
+        ++p;
+    if (p == m_end) {
+        m_position = p;
+        m_token = {};
+        return false;
+    }
+    if (kind == Brace) {
+        m_token = QStringView(opens(*p) ? &s_openBrace : &s_closeBrace, 1);
+        m_position = p + 1;
+        return true;
+    }
+
+    const QChar* begin = p;
+    while (p != m_end && classOf(*p) == Plain)
+        ++p;
+    const QChar* end = p;
+    while (p != m_end && classOf(*p) == Blank)
+        ++p;
+    m_position = p;
+    // Blanks before an option block do not part it from its host.
+    if (p != m_end && classOf(*p) == BlockOpen) {
+        m_buffer.setUnicode(begin, int(end - begin));
+        readBlock(p);
+        m_token = m_buffer;
+    } else {
+        m_token = QStringView(begin, end);
+    }
+    return true;
+}
+
+// Reads on from a "[" to the end of the token. Inside a block a run of separators is one comma, braces are
+// ordinary characters between commas.
+void zoHPCHostsText::readBlock(const QChar* p)
+{
+    const QLatin1Char comma(',');
+    bool inside = false;
+    bool blanks = false;     // pending
+    bool separators = false; // pending, stronger than blanks: they part even what an option block would glue
+    for (; p != m_end; ++p) {
+        const CharClass kind = classOf(*p);
+        if (kind == Blank) {
+            blanks = true;
+            continue;
+        }
+        if (kind == Separator) {
+            separators = true;
+            if (!inside)
+                break;
+            continue;
+        }
+        if (!inside && (kind == Brace || (blanks && kind != BlockOpen)))
+            break;
+        if (inside && (separators || kind == Brace || (blanks && kind != BlockOpen)))
+            m_buffer += comma;
+        blanks = false;
+        separators = false;
+        if (kind == Brace) {
+            m_buffer += opens(*p) ? s_openBrace : s_closeBrace;
+            separators = true;
+            continue;
+        }
+        if (kind == BlockOpen)
+            inside = true;
+        else if (*p == QLatin1Char(']'))
+            inside = false;
+        m_buffer += *p;
+    }
+    if (p == m_end && inside && (blanks || separators))
+        m_buffer += comma;
+    m_position = p;
+}
+
+QStringList zoHPCHostsText::tokens(const QString& text)
+{
+    QStringList result;
+    zoHPCHostsText reader(text);
+    while (reader.next())
+        result << reader.token().toString();
+    return result;
+}
+
+QString zoHPCHostsText::hostName(QStringView token)
+{
+    const QChar* begin = token.begin();
+    const QChar* end = token.end();
+    const QChar* p = begin;
+    while (p != end && isNameChar(*p))
+        ++p;
+    QString name(begin, int(p - begin));
+    for (; p != end && *p != QLatin1Char('['); ++p) {
+        if (isNameChar(*p))
+            name += *p;
+    }
+    return name;
+}
+
+bool zoHPCHostsText::renderOption(QStringView token, QString& value)
+{
+    const QChar* begin = std::find(token.begin(), token.end(), QLatin1Char('['));
+    if (begin == token.end())
+        return false;
+    QString block = QStringView(begin + 1, token.end()).toString();
+    block.remove(QLatin1Char(']'));
+
+    bool found = false;
+    const auto options = block.splitRef(QLatin1Char(','));
+    for (const QStringRef& option : options) {
+        const int equals = option.indexOf(QLatin1Char('='));
+        const QStringRef key = equals < 0 ? option : option.left(equals);
+        if (key.size() != 2 || key.toString().toLower() != QLatin1String("rt"))
+            continue;
+        value = equals < 0 ? QString() : option.mid(equals + 1).toString();
+        found = true;
+    }
+    return found;
+}
+
+zoHPCNumberedName::zoHPCNumberedName(const QString& name) : m_name(name)
+{
+    const bool isPlain = std::all_of(m_name.cbegin(), m_name.cend(),
+                                     [](QChar c) { return c.unicode() >= 0x20 && c.unicode() < 0x7f; });
+    if (isPlain) {
+        int start = m_name.size();
+        while (start > 0 && isDigit(m_name.at(start - 1)))
+            --start;
+        if (start > 0 && start < m_name.size()) {
+            m_prefix = QStringView(m_name).left(start);
+            m_digits = QStringView(m_name).mid(start);
+        }
+        return;
+    }
+    // Line ends decide here: a dot does not match them, and "$" matches before the last one.
+    static const QRegularExpression pattern(QStringLiteral("^(.*[^0-9])([0-9]+)$"));
+    const QRegularExpressionMatch match = pattern.match(m_name);
+    if (match.hasMatch()) {
+        m_prefix = QStringView(m_name).mid(match.capturedStart(1), match.capturedLength(1));
+        m_digits = QStringView(m_name).mid(match.capturedStart(2), match.capturedLength(2));
+    }
+}
+
+int zoHPCNumberedName::number() const
+{
+    return m_digits.toString().toInt();
+}
+
+QString zoHPCNumberedName::name(int offset) const
+{
+    QString text = QString::number(qint64(number()) + offset);
+    // At most twelve zeros.
+    if (m_digits.startsWith(QLatin1Char('0')) && text.size() < m_digits.size())
+        text = (QStringLiteral("000000000000") + text).right(int(m_digits.size()));
+    return m_prefix.toString() + text;
+}
