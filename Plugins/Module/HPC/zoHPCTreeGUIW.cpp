@@ -2,9 +2,7 @@
 
 #include "ui_zoHPCTreeGUIW.h"
 #include "zoHPC.h"
-#if __has_include("zoHPCConfigEditGUIW.h")
 #include "zoHPCConfigEditGUIW.h"
-#endif
 #include "zoHPCHostsText.h"
 #include "zoHPCItemIds.h"
 #include "zoHPCTreeDepth.h"
@@ -1127,7 +1125,6 @@ void zoHPCTreeGUIW::removeItem()
 
 void zoHPCTreeGUIW::editHosts()
 {
-#if __has_include("zoHPCConfigEditGUIW.h")
     // Guarded: the window, and the dialog with it, may go while the dialog is open.
     const QPointer<zoHPCConfigEditGUIW> dialog = new zoHPCConfigEditGUIW(this);
     dialog->setWindowTitle(m_configAction->text());
@@ -1148,7 +1145,6 @@ void zoHPCTreeGUIW::editHosts()
     else
         loadNodesFile();
     emit hostsChanged();
-#endif
 }
 
 void zoHPCTreeGUIW::changeEvent(QEvent* event)
