@@ -19,6 +19,12 @@
 
 #include <algorithm>
 
+// Outside of any namespace: the resources lie in a static library, which links them only when asked.
+static void initResources()
+{
+    Q_INIT_RESOURCE(zohost);
+}
+
 namespace
 {
 struct ToolTip
@@ -55,6 +61,7 @@ zoHostMainWindow::zoHostMainWindow(const Services& services, QWidget* parent)
     , m_emptyPage(new QLabel(tr("No module is loaded.\nThe log says why."), this))
     , m_moduleToolBar(new QZOToolBar(tr("Modules"), this))
 {
+    initResources();
     setObjectName(QStringLiteral("HostMainWindow"));
     setWindowTitle(QStringLiteral("zohost"));
     setWindowIcon(QIcon(QStringLiteral(":/host/zohost.svg")));

@@ -2,6 +2,7 @@
 
 #include <zoLog.h>
 
+#include <QAction>
 #include <QApplication>
 #include <QDir>
 #include <QFile>
@@ -40,6 +41,21 @@ void destroyForgottenWidgets(const QString& canonicalFile)
     }
     for (const QPointer<QWidget>& widget : qAsConst(forgotten))
         delete widget;
+}
+
+// Takes actions of objects of the library out of all widgets. A tool bar destroys the button of an action
+// later, and the button's text may lie in the library.
+void withdrawActions(const QString& canonicalFile)
+{
+    const QWidgetList widgets = QApplication::allWidgets();
+    for (QWidget* widget : widgets) {
+        const QList<QAction*> actions = widget->actions();
+        for (QAction* action : actions) {
+            const QObject* owner = action->parent();
+            if (owner != nullptr && libraryOf(&typeid(*owner)) == canonicalFile)
+                widget->removeAction(action);
+        }
+    }
 }
 
 void logFailure(const QString& fileName, const QString& reason)
@@ -138,9 +154,11 @@ QString zoModuleLoader::defaultModuleFile()
 
 void zoModuleLoader::unload(QLibrary& library)
 {
+    const QString canonicalFile = QFileInfo(library.fileName()).canonicalFilePath();
+    destroyForgottenWidgets(canonicalFile);
+    withdrawActions(canonicalFile);
     // Objects that are due for deletion need their destructors, which go with the library.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    destroyForgottenWidgets(QFileInfo(library.fileName()).canonicalFilePath());
     const QString file = library.fileName();
     if (!library.unload())
         zoLog::error("Unable to unload module %s: %s", file.toUtf8().constData(),

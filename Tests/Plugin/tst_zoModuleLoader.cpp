@@ -1,0 +1,329 @@
+#include "zoTestCase.h"
+
+#include <zoHostCameraService.h>
+#include <zoHostControllerService.h>
+#include <zoHostMainWindow.h>
+#include <zoHostMainWindowService.h>
+#include <zoHostNodeService.h>
+#include <zoHostPreferencesService.h>
+#include <zoKernelServiceFactory.h>
+#include <zoLocalClusterService.h>
+#include <zoModuleLoader.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QDialog>
+#include <QDir>
+#include <QFile>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QToolBar>
+
+#include <memory>
+
+namespace
+{
+QString fixture(const QString& name)
+{
+    return QStringLiteral(ZO_FIXTURE_DIR "/lib") + name + QStringLiteral(".so");
+}
+
+// Whether the operating system still has the file in the memory of this process.
+bool isMapped(const QString& fileName)
+{
+    QFile maps(QStringLiteral("/proc/self/maps"));
+    return maps.open(QIODevice::ReadOnly) &&
+           maps.readAll().contains(QFile::encodeName(QFileInfo(fileName).fileName()));
+}
+
+// A host with all services, as modules expect it.
+struct Host
+{
+    Host()
+        : settings(directory.filePath("settings.ini"), QSettings::IniFormat)
+        , preferences(&settings)
+        , cameras(&settings, &nodes)
+        , window(
+              std::make_unique<zoHostMainWindow>(zoHostMainWindow::Services{&preferences, &cameras, &nodes}))
+        , mainWindowService(window.get())
+        , loader(std::make_unique<zoModuleLoader>())
+    {
+        cluster.setLockDirectory(directory.path());
+        zoKernelServiceFactory& factory = zoKernelServiceFactory::the();
+        factory.registerService<zoControllerService>(&controller);
+        factory.registerService<zoPreferencesService>(&preferences);
+        factory.registerService<zoClusterService>(&cluster);
+        factory.registerService<zoMainWindowService>(&mainWindowService);
+    }
+
+    ~Host()
+    {
+        window.reset();
+        loader.reset();
+        zoKernelServiceFactory& factory = zoKernelServiceFactory::the();
+        factory.unregisterService<zoMainWindowService>();
+        factory.unregisterService<zoClusterService>();
+        factory.unregisterService<zoPreferencesService>();
+        factory.unregisterService<zoControllerService>();
+    }
+
+    QTemporaryDir directory;
+    QSettings settings;
+    zoHostControllerService controller{true};
+    zoHostPreferencesService preferences;
+    zoHostNodeService nodes;
+    zoHostCameraService cameras;
+    zoLocalClusterService cluster;
+    std::unique_ptr<zoHostMainWindow> window;
+    zoHostMainWindowService mainWindowService;
+    std::unique_ptr<zoModuleLoader> loader;
+};
+} // namespace
+
+// Loading and unloading of modules, good and broken ones.
+class tst_zoModuleLoader final : public zoTestCase
+{
+    Q_OBJECT
+
+private slots:
+    void init() { m_host = std::make_unique<Host>(); }
+    void cleanup()
+    {
+        m_host.reset();
+        zoTestCase::cleanup();
+    }
+
+    void goodModuleCallsBothEntries();
+    void moduleObjectIsFoundByItsAction();
+    void unloadedModuleLeavesMemory();
+    void modulesUnloadInReverseOrder();
+    void windowsGoBeforeTheModule();
+    void windowOfTheModuleIsDestroyedWithItAtTheLatest();
+    void forgottenDialogIsDestroyed();
+    void pageOfTheModuleGoesWithIt();
+    void pageShownInTheDialogSurvivesTheDialog();
+    void moduleMayDestroyItsWindow();
+    void moduleLoadsAgain();
+
+    void brokenModuleIsReportedWithFileAndReason_data();
+    void brokenModuleIsReportedWithFileAndReason();
+    void goodModuleLoadsAfterABrokenOne();
+    void sameFileTwiceIsReported();
+    void relativeNameIsUnderstood();
+
+private:
+    std::unique_ptr<Host> m_host;
+};
+
+void tst_zoModuleLoader::goodModuleCallsBothEntries()
+{
+    QVERIFY(m_host->loader->load(fixture("zoGoodModule")));
+
+    QCOMPARE(m_host->window->moduleWindows().size(), 1);
+    QCOMPARE(m_host->window->moduleWindows().constFirst()->objectName(), QStringLiteral("GoodWindow"));
+    QCOMPARE(m_host->preferences.pages().size(), size_t(1));
+    QCOMPARE(m_host->preferences.pages().front().title, QStringLiteral("Good page"));
+    QCOMPARE(m_host->loader->loadedFiles(),
+             QStringList(QFileInfo(fixture("zoGoodModule")).absoluteFilePath()));
+}
+
+void tst_zoModuleLoader::moduleObjectIsFoundByItsAction()
+{
+    QVERIFY(m_host->window->moduleObject("startCluster()") == nullptr);
+    QVERIFY(m_host->loader->load(fixture("zoGoodModule")));
+
+    QObject* module = m_host->window->moduleObject("loadConfig(const char *)");
+
+    QVERIFY(module != nullptr);
+    QCOMPARE(QByteArray(module->metaObject()->className()).right(10), QByteArray("GoodModule"));
+    QVERIFY(m_host->window->moduleObject("noSuchSlot()") == nullptr);
+    QCOMPARE(m_host->window->moduleToolBar()->actions().constFirst()->toolTip(),
+             zoHostMainWindow::resolvedToolTip("Tipreel_Cluster"));
+}
+
+void tst_zoModuleLoader::unloadedModuleLeavesMemory()
+{
+    QVERIFY(!isMapped(fixture("zoGoodModule")));
+    QVERIFY(m_host->loader->load(fixture("zoGoodModule")));
+    QVERIFY(isMapped(fixture("zoGoodModule")));
+
+    m_host->window.reset();
+    m_host->loader->unloadAll();
+
+    QVERIFY(!isMapped(fixture("zoGoodModule")));
+    QCOMPARE(m_host->loader->loadedFiles(), QStringList());
+}
+
+void tst_zoModuleLoader::modulesUnloadInReverseOrder()
+{
+    QTemporaryDir directory;
+    const QString second = directory.filePath("libzoSecond.so");
+    QVERIFY(QFile::copy(fixture("zoGoodModule"), second));
+    QVERIFY(m_host->loader->load(fixture("zoGoodModule")));
+    QVERIFY(m_host->loader->load(second));
+    // The second has the same module name, so its window took the place of the first.
+    QCOMPARE(m_host->window->moduleWindows().size(), 1);
+
+    m_host->loader->unloadAll();
+
+    QVERIFY(!isMapped(fixture("zoGoodModule")));
+    QVERIFY(!isMapped(second));
+}
+
+void tst_zoModuleLoader::windowsGoBeforeTheModule()
+{
+    QVERIFY(m_host->loader->load(fixture("zoGoodModule")));
+
+    m_host->window.reset();
+    m_host->loader->unloadAll();
+
+    QVERIFY(messages().contains(QStringLiteral("module object destroyed, window gone")));
+}
+
+void tst_zoModuleLoader::windowOfTheModuleIsDestroyedWithItAtTheLatest()
+{
+    QVERIFY(m_host->loader->load(fixture("zoGoodModule")));
+
+    m_host->loader->unloadAll();
+
+    QCOMPARE(m_host->window->moduleWindows().size(), 0);
+    QVERIFY(m_host->window->moduleToolBar()->actions().isEmpty());
+}
+
+void tst_zoModuleLoader::forgottenDialogIsDestroyed()
+{
+    QVERIFY(m_host->loader->load(fixture("zoGoodModule")));
+
+    m_host->loader->unloadAll();
+
+    QVERIFY(messages().contains(QStringLiteral("forgotten dialog destroyed")));
+}
+
+void tst_zoModuleLoader::pageOfTheModuleGoesWithIt()
+{
+    QVERIFY(m_host->loader->load(fixture("zoGoodModule")));
+    m_host->preferences.pages().front().setDefaults();
+
+    m_host->loader->unloadAll();
+
+    QVERIFY(m_host->preferences.pages().empty());
+    QCOMPARE(m_host->preferences.getString("Good key", QString()), QStringLiteral("the default"));
+}
+
+void tst_zoModuleLoader::pageShownInTheDialogSurvivesTheDialog()
+{
+    QVERIFY(m_host->loader->load(fixture("zoGoodModule")));
+    m_host->window->showPreferences();
+    auto* dialog = m_host->window->findChild<QDialog*>("PreferencesDialog");
+    QVERIFY(dialog != nullptr);
+
+    // With the dialog still open.
+    m_host->window.reset();
+
+    QCOMPARE(m_host->preferences.pages().size(), size_t(1));
+    QVERIFY(m_host->preferences.pages().front().widget->parent() == nullptr);
+    m_host->loader->unloadAll();
+    QVERIFY(m_host->preferences.pages().empty());
+}
+
+void tst_zoModuleLoader::moduleMayDestroyItsWindow()
+{
+    QVERIFY(m_host->loader->load(fixture("zoGoodModule")));
+
+    QVERIFY(QMetaObject::invokeMethod(m_host->window->moduleObject("destroyWindow()"), "destroyWindow"));
+
+    QCOMPARE(m_host->window->moduleWindows().size(), 0);
+}
+
+void tst_zoModuleLoader::moduleLoadsAgain()
+{
+    QVERIFY(m_host->loader->load(fixture("zoGoodModule")));
+    m_host->loader->unloadAll();
+
+    QVERIFY(m_host->loader->load(fixture("zoGoodModule")));
+
+    QCOMPARE(m_host->window->moduleWindows().size(), 1);
+}
+
+void tst_zoModuleLoader::brokenModuleIsReportedWithFileAndReason_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("reason");
+
+    QTest::newRow("missing-file") << fixture("zoNobodyBuiltThis") << "There is no such file";
+    QTest::newRow("no-entry") << fixture("zoNoEntryModule") << "It has no entry initPlugin";
+    QTest::newRow("unresolved-symbol") << fixture("zoUnresolvedModule") << "zoSymbolThatNobodyDefines";
+    QTest::newRow("entry-throws") << fixture("zoThrowingModule") << "the licence ran out";
+    QTest::newRow("text-file") << "text"
+                               << "invalid ELF header|file too short";
+    QTest::newRow("empty-file") << "empty"
+                                << "file too short";
+    QTest::newRow("truncated-module") << "truncated"
+                                      << "truncated.so";
+    QTest::newRow("directory") << "directory"
+                               << "directory.so";
+}
+
+void tst_zoModuleLoader::brokenModuleIsReportedWithFileAndReason()
+{
+    QFETCH(QString, file);
+    QFETCH(QString, reason);
+    const QTemporaryDir directory;
+    if (!file.contains(QLatin1Char('/'))) {
+        QFile made(directory.filePath(file + QStringLiteral(".so")));
+        if (file == QLatin1String("directory")) {
+            QVERIFY(QDir(directory.path()).mkdir("directory.so"));
+        } else {
+            QVERIFY(made.open(QIODevice::WriteOnly));
+            QFile good(fixture("zoGoodModule"));
+            QVERIFY(good.open(QIODevice::ReadOnly));
+            if (file == QLatin1String("text"))
+                made.write(QByteArray("This is no library, whatever its name says.\n").repeated(20));
+            if (file == QLatin1String("truncated"))
+                made.write(good.read(200));
+        }
+        file = made.fileName();
+    }
+    expectMessage(
+        QtCriticalMsg,
+        QRegularExpression(QStringLiteral("^Unable to load module %1: .*(%2)")
+                               .arg(QRegularExpression::escape(QFileInfo(file).absoluteFilePath()), reason)));
+
+    const bool loaded = m_host->loader->load(file);
+
+    QVERIFY(!loaded);
+    QVERIFY(!isMapped(file));
+    QCOMPARE(m_host->window->moduleWindows().size(), 0);
+    QCOMPARE(m_host->loader->loadedFiles(), QStringList());
+}
+
+void tst_zoModuleLoader::goodModuleLoadsAfterABrokenOne()
+{
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("licence")));
+    QVERIFY(!m_host->loader->load(fixture("zoThrowingModule")));
+
+    QVERIFY(m_host->loader->load(fixture("zoGoodModule")));
+
+    QCOMPARE(m_host->window->moduleWindows().size(), 1);
+}
+
+void tst_zoModuleLoader::sameFileTwiceIsReported()
+{
+    QVERIFY(m_host->loader->load(fixture("zoGoodModule")));
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("loaded already")));
+
+    QVERIFY(!m_host->loader->load(QStringLiteral(ZO_FIXTURE_DIR "/../fixtures/libzoGoodModule.so")));
+
+    QCOMPARE(m_host->window->moduleWindows().size(), 1);
+}
+
+void tst_zoModuleLoader::relativeNameIsUnderstood()
+{
+    const QString relative = QDir::current().relativeFilePath(fixture("zoGoodModule"));
+    QVERIFY(QFileInfo(relative).isRelative());
+
+    QVERIFY(m_host->loader->load(relative));
+}
+
+ZO_TEST_MAIN(tst_zoModuleLoader)
+#include "tst_zoModuleLoader.moc"
