@@ -185,6 +185,8 @@ void zoHPCDisplayGUII::setIsRunning(bool running)
 void zoHPCDisplayGUII::saveToXML(QDomDocument& document) const
 {
     QDomElement root = document.documentElement();
+    if (root.isNull())
+        return;
     for (int i = 0; i < m_projectionTree->topLevelItemCount(); ++i) {
         if (auto* projection = dynamic_cast<zoHPCProjectionItem*>(m_projectionTree->topLevelItem(i)))
             root.appendChild(projection->toXML(document, QString::fromLatin1("projection")));

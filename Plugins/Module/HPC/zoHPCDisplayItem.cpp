@@ -6,6 +6,7 @@
 
 #include <QDomDocument>
 #include <QIcon>
+#include <QVector>
 
 #include <memory>
 
@@ -57,16 +58,44 @@ void zoHPCDisplayItem::fromXML(const QDomElement& element)
 {
     zoHPCTreeWidgetItem::fromXML(element);
 
-    if (countViewports(element) > MaximumViewports) {
+    // Each viewport goes to all windows around it. One walk for all windows: they may be nested.
+    struct WindowElement
+    {
+        QDomElement element;
+        QList<QDomElement> viewports;
+    };
+    QVector<WindowElement> found;
+    QVector<int> around; // places in `found` of the windows around the current element
+    int viewports = 0;
+    walk(
+        element,
+        [&](const QDomElement& entered) {
+            if (entered.tagName() == QLatin1String("window")) {
+                around.append(found.size());
+                found.append({entered, {}});
+            } else if (entered.tagName() == QLatin1String("viewport")) {
+                viewports += around.size();
+                if (viewports > MaximumViewports)
+                    return false;
+                for (const int place : qAsConst(around))
+                    found[place].viewports.append(entered);
+            }
+            return true;
+        },
+        [&](const QDomElement& left) {
+            if (left.tagName() == QLatin1String("window"))
+                around.removeLast();
+        });
+    if (viewports > MaximumViewports) {
         zoLog::error("A display with more than %d viewports in its windows is not loaded.", MaximumViewports);
         return;
     }
+
     QList<QTreeWidgetItem*> windows;
-    const QList<QDomElement> elements = descendants(element, QString::fromLatin1("window"));
-    windows.reserve(elements.size());
-    for (const QDomElement& windowElement : elements) {
+    windows.reserve(found.size());
+    for (const WindowElement& one : qAsConst(found)) {
         auto window = std::make_unique<zoHPCWindowItem>();
-        window->fromXML(windowElement);
+        window->fromElements(one.element, one.viewports);
         windows.append(window.release());
     }
     addChildren(windows);
@@ -93,18 +122,4 @@ const zoHPCTreeWidgetItem::ColumnMap& zoHPCDisplayItem::columns()
                                {User, QString::fromLatin1("user")},
                                {HardwareSync, QString::fromLatin1("hardwaresync")}};
     return map;
-}
-
-qint64 zoHPCDisplayItem::countViewports(const QDomElement& element)
-{
-    qint64 count = 0;
-    const QList<QDomElement> viewports = descendants(element, QString::fromLatin1("viewport"));
-    for (const QDomElement& viewport : viewports) {
-        for (QDomNode above = viewport.parentNode(); above != element && !above.isNull();
-             above = above.parentNode()) {
-            if (above.nodeName() == QLatin1String("window"))
-                ++count;
-        }
-    }
-    return count;
 }

@@ -41,8 +41,4 @@ public:
     using QTreeWidgetItem::clone;
 
     static const ColumnMap& columns();
-
-private:
-    // How many viewports the windows below the element would get, all together.
-    static qint64 countViewports(const QDomElement& element);
 };

@@ -92,20 +92,38 @@ QStringList zoHPCTreeWidgetItem::attributeOrder(const ColumnMap& columns)
     return names;
 }
 
-QList<QDomElement> zoHPCTreeWidgetItem::descendants(const QDomElement& element, const QString& tagName)
+void zoHPCTreeWidgetItem::walk(const QDomElement& element,
+                               const std::function<bool(const QDomElement&)>& enter,
+                               const std::function<void(const QDomElement&)>& leave)
 {
-    QList<QDomElement> result;
     QDomElement current = element.firstChildElement();
     while (!current.isNull()) {
-        if (current.tagName() == tagName)
-            result.append(current);
+        if (!enter(current))
+            return;
         QDomElement next = current.firstChildElement();
-        while (next.isNull() && current != element) {
+        while (next.isNull()) {
+            leave(current);
             next = current.nextSiblingElement();
-            if (next.isNull())
-                current = current.parentNode().toElement();
+            if (!next.isNull())
+                break;
+            current = current.parentNode().toElement();
+            if (current.isNull() || current == element)
+                return;
         }
         current = next;
     }
+}
+
+QList<QDomElement> zoHPCTreeWidgetItem::descendants(const QDomElement& element, const QString& tagName)
+{
+    QList<QDomElement> result;
+    walk(
+        element,
+        [&](const QDomElement& entered) {
+            if (entered.tagName() == tagName)
+                result.append(entered);
+            return true;
+        },
+        [](const QDomElement&) {});
     return result;
 }

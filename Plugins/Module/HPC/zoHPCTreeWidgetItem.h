@@ -7,6 +7,7 @@
 #include <QTreeWidget>
 #include <QTreeWidgetItem>
 
+#include <functional>
 #include <map>
 
 class QDomDocument;
@@ -91,7 +92,12 @@ protected:
     // A row with the same values, without parent and children.
     zoHPCTreeWidgetItem(const zoHPCTreeWidgetItem& prototype) = default;
 
-    // All elements of that name below `element`, at any depth, in document order. Needs no stack.
+    // Visits all elements below `element` in document order, without a stack. `enter` is called before the
+    // elements below an element and may end the walk with false, `leave` after them.
+    static void walk(const QDomElement& element, const std::function<bool(const QDomElement&)>& enter,
+                     const std::function<void(const QDomElement&)>& leave);
+
+    // All elements of that name below `element`, at any depth, in document order.
     static QList<QDomElement> descendants(const QDomElement& element, const QString& tagName);
 
 private:

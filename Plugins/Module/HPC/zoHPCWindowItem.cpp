@@ -57,8 +57,23 @@ QDomElement zoHPCWindowItem::toXML(QDomDocument& document, const QString& tagNam
 
 void zoHPCWindowItem::fromXML(const QDomElement& element)
 {
+    fromElements(element, descendants(element, QString::fromLatin1("viewport")));
+}
+
+void zoHPCWindowItem::fromElements(const QDomElement& element, const QList<QDomElement>& viewports)
+{
     zoHPCTreeWidgetItem::fromXML(element);
-    readViewports(element);
+
+    QList<QTreeWidgetItem*> items;
+    items.reserve(viewports.size());
+    for (const QDomElement& viewportElement : viewports) {
+        auto viewport = std::make_unique<zoHPCViewportItem>();
+        // Only its own attributes: a viewport inside a viewport is in the list already, and reading it for
+        // both would double the rows with each level and with each save.
+        viewport->zoHPCTreeWidgetItem::fromXML(viewportElement);
+        items.append(viewport.release());
+    }
+    addChildren(items);
     update();
 }
 
@@ -92,19 +107,4 @@ void zoHPCWindowItem::setLabel(const QString& label, bool assigned)
     setData(Text, Qt::ForegroundRole,
             assigned ? QVariant() : QVariant(QBrush(QColor(QString::fromLatin1("#FF9900")))));
     setString(Text, label);
-}
-
-void zoHPCWindowItem::readViewports(const QDomElement& element)
-{
-    QList<QTreeWidgetItem*> viewports;
-    const QList<QDomElement> elements = descendants(element, QString::fromLatin1("viewport"));
-    viewports.reserve(elements.size());
-    for (const QDomElement& viewportElement : elements) {
-        auto viewport = std::make_unique<zoHPCViewportItem>();
-        // Only its own attributes: a viewport inside a viewport is in the list already, and reading it for
-        // both would double the rows with each level and with each save.
-        viewport->zoHPCTreeWidgetItem::fromXML(viewportElement);
-        viewports.append(viewport.release());
-    }
-    addChildren(viewports);
 }

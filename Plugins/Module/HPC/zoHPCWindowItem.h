@@ -29,6 +29,8 @@ public:
     QDomElement toXML(QDomDocument& document, const QString& tagName) const override;
     // Appends the viewports found at any depth below the element.
     void fromXML(const QDomElement& element) override;
+    // The same with the viewports found already.
+    void fromElements(const QDomElement& element, const QList<QDomElement>& viewports);
     const ColumnMap& getColumns() const override;
 
     zoHPCWindowItem* clone() override;
@@ -39,7 +41,4 @@ public:
 protected:
     // Text of a row, in the warning colour while what it needs is not assigned.
     void setLabel(const QString& label, bool assigned);
-
-private:
-    void readViewports(const QDomElement& element);
 };
