@@ -1,21 +1,49 @@
 #include "zoHPCTreeEditGUIW.h"
 
 #include "ui_zoHPCTreeEditGUIW.h"
+#include "zoHPC.h"
+#include "zoHPCTreeEditTables.h"
 #include "zoHPCTreeItem.h"
+
+#include <QScopedValueRollback>
+#include <QTreeWidget>
+
+namespace
+{
+enum Page { MasterPage, NetworkPage, NodePage };
+
+// Read when neither a person nor the configuration chose a number.
+constexpr int s_defaultParallelFrames = 2;
+constexpr int s_defaultFrameQueueLength = 2;
+constexpr int s_defaultSupersampling = 0;
+
+template <std::size_t size>
+void addRows(QComboBox* combo, const zoHPCComboRow (&rows)[size])
+{
+    for (const zoHPCComboRow& row : rows)
+        combo->addItem(zoHPCTreeEditGUIW::tr(row.text), QString::fromLatin1(row.value));
+}
+
+QString flagText(bool on)
+{
+    return on ? QStringLiteral("true") : QString();
+}
+} // namespace
 
 zoHPCTreeEditGUIW::zoHPCTreeEditGUIW(QWidget* parent)
     : QWidget(parent), m_ui(std::make_unique<Ui_zoHPCTreeEditGUIW>())
 {
     m_ui->setupUi(this);
+    fillComboRows();
+    connectWidgets();
 }
 
 zoHPCTreeEditGUIW::~zoHPCTreeEditGUIW() = default;
 
-bool zoHPCTreeEditGUIW::setComboboxByData(QComboBox* combo, const QString& data)
+void zoHPCTreeEditGUIW::setComboboxByData(QComboBox* combo, const QString& data)
 {
-    const int row = combo->findData(data, Qt::UserRole, Qt::MatchExactly | Qt::MatchCaseSensitive);
-    combo->setCurrentIndex(qMax(row, 0));
-    return row >= 0;
+    combo->setCurrentIndex(
+        qMax(0, combo->findData(data, Qt::UserRole, Qt::MatchExactly | Qt::MatchCaseSensitive)));
 }
 
 QString zoHPCTreeEditGUIW::getDataFromCombobox(const QComboBox* combo)
@@ -33,17 +61,213 @@ void zoHPCTreeEditGUIW::setItem(zoHPCTreeItem* item)
     if (item == nullptr)
         return;
     m_item = item;
-    m_ui->m_stackedEditPanel->setCurrentIndex(item->isMaster() ? 0 : item->isNetwork() ? 1 : 2);
+    m_tree = item->treeWidget();
+    m_isInTree = !m_tree.isNull();
+
+    const QScopedValueRollback<bool> filling(m_isFilling, true);
+    if (item->isMaster())
+        showMaster();
+    else if (item->isNetwork())
+        showNetwork();
+    else if (item->isNode())
+        showNode();
 }
 
-void zoHPCTreeEditGUIW::setNetworkType(int) {}
-void zoHPCTreeEditGUIW::ethernetSpeedChanged(int) {}
-void zoHPCTreeEditGUIW::setSceneCompression(int) {}
-void zoHPCTreeEditGUIW::setImageCompression(int) {}
-void zoHPCTreeEditGUIW::setStartStopAction(int) {}
-void zoHPCTreeEditGUIW::setParallelFrames(int) {}
-void zoHPCTreeEditGUIW::setQueueLength(int) {}
-void zoHPCTreeEditGUIW::setStillSupersampling(int) {}
-void zoHPCTreeEditGUIW::servicePortChanged(int) {}
-void zoHPCTreeEditGUIW::setEncrypted(bool) {}
-void zoHPCTreeEditGUIW::setHomogeneous(bool) {}
+void zoHPCTreeEditGUIW::setNetworkType(int index)
+{
+    writeRow(zoHPCOption::NetworkType, m_ui->m_networkTypeSelection, index);
+    // Lays the page out anew.
+    m_ui->m_networkOptionsFillFrame->hide();
+    m_ui->m_networkOptionsFillFrame->show();
+}
+
+void zoHPCTreeEditGUIW::ethernetSpeedChanged(int index)
+{
+    writeRow(zoHPCOption::LinkSpeed, m_ui->m_networkSpeedSelection, index);
+}
+
+void zoHPCTreeEditGUIW::setSceneCompression(int index)
+{
+    if (writeRow(zoHPCOption::SceneCompression, m_ui->m_sceneCompression, index))
+        emit sceneCompressionChanged(item()->getOption(zoHPCOption::SceneCompression));
+}
+
+void zoHPCTreeEditGUIW::setImageCompression(int index)
+{
+    if (writeRow(zoHPCOption::ImageCompression, m_ui->m_imageCompression, index))
+        emit imageCompressionChanged(item()->getOption(zoHPCOption::ImageCompression));
+}
+
+void zoHPCTreeEditGUIW::setStartStopAction(int index)
+{
+    if (writeRow(zoHPCOption::StartStopAction, m_ui->m_startStopAction, index))
+        emit startStopActionsChanged(index == 1, index == 2, index == 3);
+}
+
+void zoHPCTreeEditGUIW::setParallelFrames(int index)
+{
+    if (writeRow(zoHPCOption::ParallelFrames, m_ui->m_parallelFrames, index))
+        emit parallelFramesChanged(
+            item()->getIntOption(zoHPCOption::ParallelFrames, s_defaultParallelFrames));
+}
+
+void zoHPCTreeEditGUIW::setQueueLength(int index)
+{
+    if (writeRow(zoHPCOption::FramePipelineLength, m_ui->m_frameQueueLength, index))
+        emit frameQueueLengthChanged(
+            item()->getIntOption(zoHPCOption::FramePipelineLength, s_defaultFrameQueueLength));
+}
+
+void zoHPCTreeEditGUIW::setStillSupersampling(int index)
+{
+    if (writeRow(zoHPCOption::StillFrameSupersampling, m_ui->m_stillFrameSupersampling, index))
+        emit stillFrameSupersamplingChanged(
+            item()->getIntOption(zoHPCOption::StillFrameSupersampling, s_defaultSupersampling));
+}
+
+void zoHPCTreeEditGUIW::servicePortChanged(int port)
+{
+    write(zoHPCOption::ServicePort,
+          port == zoHPCTreeEditTables::DefaultServicePort ? QString() : QString::number(port));
+}
+
+void zoHPCTreeEditGUIW::setEncrypted(bool encrypted)
+{
+    write(zoHPCOption::Encrypted, flagText(encrypted));
+}
+
+void zoHPCTreeEditGUIW::setHomogeneous(bool homogeneous)
+{
+    write(zoHPCOption::Homogeneous, flagText(homogeneous));
+}
+
+void zoHPCTreeEditGUIW::fillComboRows()
+{
+    namespace Tables = zoHPCTreeEditTables;
+    addRows(m_ui->m_networkTypeSelection, Tables::NetworkTypes);
+    addRows(m_ui->m_networkSpeedSelection, Tables::NetworkSpeeds);
+    addRows(m_ui->m_sceneCompression, Tables::SceneCompressions);
+    addRows(m_ui->m_imageCompression, Tables::ImageCompressions);
+    addRows(m_ui->m_startStopAction, Tables::StartStopActions);
+    addRows(m_ui->m_stillFrameSupersampling, Tables::StillSupersamplings);
+    addRows(m_ui->m_parallelFrames, Tables::FrameCounts);
+    addRows(m_ui->m_frameQueueLength, Tables::FrameCounts);
+}
+
+void zoHPCTreeEditGUIW::connectWidgets()
+{
+    const auto connectCombo = [this](QComboBox* combo, void (zoHPCTreeEditGUIW::*slot)(int)) {
+        connect(combo, QOverload<int>::of(&QComboBox::currentIndexChanged), this, slot);
+    };
+    connectCombo(m_ui->m_networkTypeSelection, &zoHPCTreeEditGUIW::setNetworkType);
+    connectCombo(m_ui->m_networkSpeedSelection, &zoHPCTreeEditGUIW::ethernetSpeedChanged);
+    connectCombo(m_ui->m_sceneCompression, &zoHPCTreeEditGUIW::setSceneCompression);
+    connectCombo(m_ui->m_imageCompression, &zoHPCTreeEditGUIW::setImageCompression);
+    connectCombo(m_ui->m_startStopAction, &zoHPCTreeEditGUIW::setStartStopAction);
+    connectCombo(m_ui->m_parallelFrames, &zoHPCTreeEditGUIW::setParallelFrames);
+    connectCombo(m_ui->m_frameQueueLength, &zoHPCTreeEditGUIW::setQueueLength);
+    connectCombo(m_ui->m_stillFrameSupersampling, &zoHPCTreeEditGUIW::setStillSupersampling);
+    connect(m_ui->m_servicePort, QOverload<int>::of(&QSpinBox::valueChanged), this,
+            &zoHPCTreeEditGUIW::servicePortChanged);
+    connect(m_ui->m_encrypted, &QCheckBox::toggled, this, &zoHPCTreeEditGUIW::setEncrypted);
+    connect(m_ui->m_homogeneousCluster, &QCheckBox::toggled, this, &zoHPCTreeEditGUIW::setHomogeneous);
+
+    // What these show is what the item has, so showing another item leaves them with nothing to write: a
+    // network of ten thousand nodes is not drawn anew because somebody looks at it.
+    const auto setEnabledOption = [this](bool enabled) {
+        if (!m_isFilling && item() != nullptr)
+            item()->setIsEnabled(enabled);
+    };
+    connect(m_ui->m_networkEnabled, &QCheckBox::toggled, this, setEnabledOption);
+    connect(m_ui->m_hostEnabled, &QCheckBox::toggled, this, setEnabledOption);
+    connect(m_ui->m_renderNode, &QCheckBox::toggled, this, [this](bool renderNode) {
+        if (!m_isFilling && item() != nullptr)
+            item()->setIsRenderNode(renderNode);
+    });
+    connect(m_ui->m_hostName, &QLineEdit::textChanged, this, [this](const QString& name) {
+        if (m_isFilling || item() == nullptr)
+            return;
+        item()->setHostName(name);
+        emit hostChanged();
+    });
+    connect(m_ui->m_networkDescription, &QLineEdit::textChanged, this, [this](const QString& description) {
+        if (!m_isFilling && item() != nullptr)
+            item()->setOption(zoHPCOption::Description, description);
+    });
+}
+
+zoHPCTreeItem* zoHPCTreeEditGUIW::item() const
+{
+    return m_isInTree && m_tree.isNull() ? nullptr : m_item;
+}
+
+void zoHPCTreeEditGUIW::showMaster()
+{
+    m_ui->m_stackedEditPanel->setCurrentIndex(MasterPage);
+    showOption(m_ui->m_sceneCompression, zoHPCOption::SceneCompression,
+               &zoHPCTreeEditGUIW::setSceneCompression);
+    showOption(m_ui->m_imageCompression, zoHPCOption::ImageCompression,
+               &zoHPCTreeEditGUIW::setImageCompression);
+    showOption(m_ui->m_startStopAction, zoHPCOption::StartStopAction, &zoHPCTreeEditGUIW::setStartStopAction);
+    showOption(m_ui->m_stillFrameSupersampling, zoHPCOption::StillFrameSupersampling,
+               &zoHPCTreeEditGUIW::setStillSupersampling);
+    showOption(m_ui->m_frameQueueLength, zoHPCOption::FramePipelineLength,
+               &zoHPCTreeEditGUIW::setQueueLength);
+    showOption(m_ui->m_parallelFrames, zoHPCOption::ParallelFrames, &zoHPCTreeEditGUIW::setParallelFrames);
+    m_ui->m_homogeneousCluster->setChecked(m_item->getOption(zoHPCOption::Homogeneous) == flagText(true));
+    setHomogeneous(m_ui->m_homogeneousCluster->isChecked());
+}
+
+void zoHPCTreeEditGUIW::showNetwork()
+{
+    m_ui->m_stackedEditPanel->setCurrentIndex(NetworkPage);
+    m_ui->m_networkEnabled->setChecked(m_item->isEnabled());
+    showOption(m_ui->m_networkTypeSelection, zoHPCOption::NetworkType, &zoHPCTreeEditGUIW::setNetworkType);
+    showOption(m_ui->m_networkSpeedSelection, zoHPCOption::LinkSpeed,
+               &zoHPCTreeEditGUIW::ethernetSpeedChanged);
+    m_ui->m_networkDescription->setText(m_item->getOption(zoHPCOption::Description));
+    setNetworkType(m_ui->m_networkTypeSelection->currentIndex());
+
+    int port = m_item->getIntOption(zoHPCOption::ServicePort, zoHPCTreeEditTables::DefaultServicePort);
+    if (port < m_ui->m_servicePort->minimum() || port > m_ui->m_servicePort->maximum())
+        port = zoHPCTreeEditTables::DefaultServicePort;
+    m_ui->m_servicePort->setValue(port);
+    // Also when the number shown is that of the previous item.
+    servicePortChanged(port);
+
+    m_ui->m_encrypted->setChecked(m_item->isEncrypted());
+    setEncrypted(m_ui->m_encrypted->isChecked());
+}
+
+void zoHPCTreeEditGUIW::showNode()
+{
+    m_ui->m_stackedEditPanel->setCurrentIndex(NodePage);
+    m_ui->m_hostEnabled->setChecked(m_item->isEnabled());
+    m_ui->m_hostName->setText(m_item->hostName());
+    m_ui->m_renderNode->setChecked(m_item->isRenderNode());
+}
+
+void zoHPCTreeEditGUIW::showOption(QComboBox* combo, const QString& option,
+                                   void (zoHPCTreeEditGUIW::*slot)(int))
+{
+    setComboboxByData(combo, m_item->getOption(option));
+    // A value without a row is replaced also when the combo box stood on row 0 already and thus had no
+    // change.
+    (this->*slot)(combo->currentIndex());
+}
+
+bool zoHPCTreeEditGUIW::write(const QString& option, const QString& value)
+{
+    zoHPCTreeItem* const edited = item();
+    if (edited == nullptr)
+        return false;
+    if (m_isFilling && edited->getOption(option) == value)
+        return false;
+    edited->setOption(option, value);
+    return true;
+}
+
+bool zoHPCTreeEditGUIW::writeRow(const QString& option, const QComboBox* combo, int index)
+{
+    return write(option, combo->itemData(index).toString());
+}

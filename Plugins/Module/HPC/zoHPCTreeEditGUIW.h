@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPointer>
+#include <QString>
 #include <QWidget>
 
 #include <memory>
@@ -20,19 +21,20 @@ public:
     explicit zoHPCTreeEditGUIW(QWidget* parent = nullptr);
     ~zoHPCTreeEditGUIW() override;
 
-    // Selects the row with this data; false, and row 0, when there is none.
-    static bool setComboboxByData(QComboBox* combo, const QString& data);
+    // Selects the row with exactly this data, else row 0.
+    static void setComboboxByData(QComboBox* combo, const QString& data);
     static QString getDataFromCombobox(const QComboBox* combo);
 
     // While the cluster runs the settings of networks can only be read.
     void setIsRunning(bool running);
 
 public slots:
-    // Edits this item, which is not owned: it must live until the next call or until its tree widget is
-    // destroyed. Null is ignored. Option values that the editor cannot show are replaced by the defaults.
-    // Nothing is announced except such a replacement.
+    // Edits this item, which is not owned: it must live until the next call or until the tree widget dies
+    // that holds it now. Null is ignored. An option that the editor cannot show (no row of its combo box, a
+    // port that no server can have) is replaced by the default; only such a replacement is announced.
     void setItem(zoHPCTreeItem* item);
 
+    // A person changed a widget. Without an item these do nothing.
     void setNetworkType(int index);
     void ethernetSpeedChanged(int index);
     void setSceneCompression(int index);
@@ -55,6 +57,21 @@ signals:
     void hostChanged();
 
 private:
+    void fillComboRows();
+    void connectWidgets();
+    // Null when there is none, or when it died with its tree.
+    zoHPCTreeItem* item() const;
+    void showMaster();
+    void showNetwork();
+    void showNode();
+    void showOption(QComboBox* combo, const QString& option, void (zoHPCTreeEditGUIW::*slot)(int));
+    // Whether the value is to be announced.
+    bool write(const QString& option, const QString& value);
+    bool writeRow(const QString& option, const QComboBox* combo, int index);
+
     std::unique_ptr<Ui_zoHPCTreeEditGUIW> m_ui;
     zoHPCTreeItem* m_item = nullptr; // not owned
+    QPointer<QTreeWidget> m_tree;    // holds the item
+    bool m_isInTree = false;
+    bool m_isFilling = false; // the widgets change because another item is shown
 };
