@@ -8,6 +8,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <array>
 #include <vector>
 
 // Turns a legacy key/value configuration into the text of a configuration document; lives for one conversion.
@@ -25,7 +26,7 @@ public:
             UnknownCompression, // a compression level without counterpart was dropped
             NumberedHosts,      // equal host names: all windows got numbered names
             DroppedForwards,    // hosts after a second list of forwarded hosts were dropped
-            ShiftedPositions,   // forwarding hosts carry no position, so later positions move up
+            ShiftedHosts,       // forwarding hosts move the hosts and positions of later windows
             DroppedPipes,       // pipes after a gap in their numbers were dropped
             CopiedOverlap,      // the horizontal overlap became the vertical one, too
             HalfStereo,         // a stereo wall whose viewports cover the left half only
@@ -44,6 +45,9 @@ public:
     // A wall gets no more windows than this unless its list of hosts is longer: a damaged file with a million
     // rows must not fill the memory.
     static constexpr int MaximumWindowsWithoutHost = 16384;
+
+    // Parameters inside more than this many others are ignored, as each one's value holds those inside it.
+    static constexpr int MaximumNestedParameters = 100;
 
     zoHPCConfigConverter();
     ~zoHPCConfigConverter();
@@ -80,8 +84,7 @@ private:
 
     void addWall(const QString& name, int tileWidth, int tileHeight, int offsetX, int offsetY, int rows,
                  int columns, int overlapX, int overlapY);
-    void addPlane(const QString& name, double x1, double y1, double z1, double x2, double y2, double z2,
-                  double x3, double y3, double z3);
+    void addPlane(const QString& name, const std::array<std::array<double, 3>, 3>& points);
     QDomElement addWindow(const QString& node, const QString& screen, int x, int y, int width, int height);
     void addViewport(QDomElement window, const QString& projection, double x1, double y1, double x2,
                      double y2, const QString& eye, int rotate);
@@ -90,8 +93,10 @@ private:
     int intParameter(const char* key, const char* defaultValue);
     int toInt(const QString& text);
     double toDouble(const QString& text);
-    QString hostName(int index) const;
+    static int position(const std::vector<int>& positions, int index);
+    int pipeParameterCount() const;
     void remark(Remark::Kind kind, const QString& text);
+    void remarkNumber(const char* key, const QString& text);
     void remarkWindows(int windows);
 
     QMap<QString, QString> m_parameters;
@@ -107,5 +112,6 @@ private:
     bool m_edgeBlending = false;
     double m_zeroParallax = 0.0;
     QList<Remark> m_remarks;
+    bool m_hasForwards = false;
     int m_unreadFields = 0; // fields of the layout that are no numbers
 };

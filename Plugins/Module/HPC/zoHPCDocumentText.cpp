@@ -120,7 +120,10 @@ Ranks ranksOf(const QStringList& order)
 class Writer final
 {
 public:
-    explicit Writer(QStringList (*attributeOrder)(const QString&)) : m_attributeOrder(attributeOrder) {}
+    Writer(QStringList (*attributeOrder)(const QString&), bool keepEmpty)
+        : m_attributeOrder(attributeOrder), m_keepEmpty(keepEmpty)
+    {
+    }
 
     // Walks without recursion: forwarding networks may nest thousands of levels deep.
     QString write(const QDomDocument& document)
@@ -219,7 +222,7 @@ private:
             QString value;
         };
         QVarLengthArray<Attribute, 40> attributes;
-        const bool emptyIsMissing = isDisplayElement(tag);
+        const bool emptyIsMissing = !m_keepEmpty && isDisplayElement(tag);
         const Ranks* ranks = count > 1 ? &ranksFor(tag) : nullptr;
         for (int i = 0; i < count; ++i) {
             const QDomNode attribute = map.item(i);
@@ -256,6 +259,7 @@ private:
     }
 
     QStringList (*m_attributeOrder)(const QString&);
+    bool m_keepEmpty;
     QHash<QString, Ranks> m_ranks;
     QString m_out;
     int m_depth = 0;
@@ -314,9 +318,10 @@ void logRefusal(int line, int column, const QString& reason)
 }
 } // namespace
 
-QString zoHPCDocumentText::toText(const QDomDocument& document)
+QString zoHPCDocumentText::toText(const QDomDocument& document, EmptyAttributes emptyAttributes)
 {
-    return Writer(&zoHPCDocumentText::attributeOrder).write(document);
+    return Writer(&zoHPCDocumentText::attributeOrder, emptyAttributes == EmptyAttributes::Keep)
+        .write(document);
 }
 
 bool zoHPCDocumentText::parse(const QString& text, QDomDocument& document)

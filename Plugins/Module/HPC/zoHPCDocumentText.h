@@ -9,6 +9,8 @@ class QDomDocument;
 class zoHPCDocumentText final
 {
 public:
+    enum class EmptyAttributes { OmitInDisplays, Keep };
+
     zoHPCDocumentText() = delete;
 
     // The text of a document in the form of QDomDocument::toString(1), with attributes in a fixed order, so
@@ -17,7 +19,9 @@ public:
     // whatever has no such place follows sorted. Characters that XML cannot hold, attributes whose name is no
     // XML name, and empty attributes of the display section (which readers take for missing ones) are left
     // out.
-    static QString toText(const QDomDocument& document);
+    // `emptyAttributes` can keep those of the display section.
+    static QString toText(const QDomDocument& document,
+                          EmptyAttributes emptyAttributes = EmptyAttributes::OmitInDisplays);
 
     // Reads a text into a fresh document. A text that is not well-formed, is nested deeper than
     // maximumDepth() or expands its entities without bound gives an empty document, false, and an error in
