@@ -1,0 +1,270 @@
+#include "zoTestCase.h"
+
+#include <zoHostCameraService.h>
+#include <zoHostMainWindow.h>
+#include <zoHostNodeService.h>
+#include <zoHostPreferencesService.h>
+#include <zoHostSession.h>
+#include <zoLocalClusterService.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QFile>
+#include <QImage>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QToolBar>
+
+#include <memory>
+
+namespace
+{
+// Stands for the cluster module.
+class ModuleObject final : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ModuleObject(zoClusterService* cluster) : m_cluster(cluster) {}
+
+    QStringList loaded;
+
+public slots:
+    void loadConfig(const char* fileName)
+    {
+        loaded << QString::fromLatin1(fileName);
+        QFile file(loaded.constLast());
+        if (file.open(QIODevice::ReadOnly))
+            m_cluster->applyConfig(QString::fromUtf8(file.readAll()));
+    }
+    void startCluster() { m_cluster->start(); }
+    void stopCluster() { m_cluster->stop(); }
+
+private:
+    zoClusterService* m_cluster;
+};
+} // namespace
+
+// Sessions with a person at the window. Those without one are tested with the whole program.
+class tst_zoHostSession final : public zoTestCase
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void nothingAskedForDoesNothing();
+    void configurationIsLoadedThroughTheModule();
+    void unreadableConfigurationIsLoggedAndTheHostGoesOn();
+    void malformedConfigurationIsStillLoaded();
+    void clusterIsStarted();
+    void failedStartIsLoggedAndTheHostGoesOn();
+    void sessionEndsTheProgramWhenThePersonStopsIt();
+    void failedStartDoesNotEndTheProgram();
+    void withoutExitAfterStopTheProgramGoesOn();
+    void screenshotIsTakenWhileRunning();
+
+private:
+    void begin(const zoHostOptions& options, const QString& file);
+    QString writeFile(const QString& text);
+
+    std::unique_ptr<QTemporaryDir> m_directory;
+    std::unique_ptr<QSettings> m_settings;
+    std::unique_ptr<zoHostPreferencesService> m_preferences;
+    std::unique_ptr<zoHostNodeService> m_nodes;
+    std::unique_ptr<zoHostCameraService> m_cameras;
+    std::unique_ptr<zoLocalClusterService> m_cluster;
+    std::unique_ptr<ModuleObject> m_module;
+    std::unique_ptr<zoHostMainWindow> m_window;
+    std::unique_ptr<zoHostSession> m_session;
+};
+
+namespace
+{
+const char OneNode[] =
+    "<cluster version=\"1\"><master><network><node name=\"n1\"/></network></master></cluster>";
+} // namespace
+
+void tst_zoHostSession::init()
+{
+    m_directory = std::make_unique<QTemporaryDir>();
+    m_settings = std::make_unique<QSettings>(m_directory->filePath("settings.ini"), QSettings::IniFormat);
+    m_preferences = std::make_unique<zoHostPreferencesService>(m_settings.get());
+    m_nodes = std::make_unique<zoHostNodeService>();
+    m_cameras = std::make_unique<zoHostCameraService>(m_settings.get(), m_nodes.get());
+    m_cluster = std::make_unique<zoLocalClusterService>();
+    m_cluster->setLockDirectory(m_directory->path());
+    m_cluster->setMemoryPerNode(0);
+    m_module = std::make_unique<ModuleObject>(m_cluster.get());
+    m_window = std::make_unique<zoHostMainWindow>(
+        zoHostMainWindow::Services{m_preferences.get(), m_cameras.get(), m_nodes.get()});
+    m_window->moduleToolBar()->addAction(new QAction("Cluster", m_module.get()));
+}
+
+void tst_zoHostSession::cleanup()
+{
+    m_session.reset();
+    m_window.reset();
+    zoTestCase::cleanup();
+}
+
+void tst_zoHostSession::begin(const zoHostOptions& options, const QString& file)
+{
+    m_session = std::make_unique<zoHostSession>(options, m_window.get(), m_cluster.get());
+    m_session->begin(file);
+}
+
+QString tst_zoHostSession::writeFile(const QString& text)
+{
+    QFile file(m_directory->filePath("a.zhpc"));
+    if (file.open(QIODevice::WriteOnly))
+        file.write(text.toUtf8());
+    return file.fileName();
+}
+
+void tst_zoHostSession::nothingAskedForDoesNothing()
+{
+    begin(zoHostOptions(), QString());
+    QCoreApplication::processEvents();
+
+    QCOMPARE(m_module->loaded, QStringList());
+    QVERIFY(!m_cluster->isRunning());
+}
+
+void tst_zoHostSession::configurationIsLoadedThroughTheModule()
+{
+    const QString file = writeFile(OneNode);
+
+    begin(zoHostOptions(), file);
+
+    QCOMPARE(m_module->loaded, QStringList(file));
+}
+
+void tst_zoHostSession::unreadableConfigurationIsLoggedAndTheHostGoesOn()
+{
+    m_cluster->applyConfig(OneNode);
+    zoHostOptions options;
+    options.start = true;
+    expectMessage(QtCriticalMsg,
+                  QRegularExpression(QStringLiteral("Unable to load configuration .*none.zhpc: ")));
+
+    begin(options, m_directory->filePath("none.zhpc"));
+
+    QTRY_VERIFY(m_cluster->isRunning());
+    QCOMPARE(m_module->loaded, QStringList());
+}
+
+void tst_zoHostSession::malformedConfigurationIsStillLoaded()
+{
+    const QString file = writeFile("<cluster>");
+    expectMessage(QtCriticalMsg,
+                  QRegularExpression(QStringLiteral("a.zhpc cannot be used: line 1, column ")));
+
+    begin(zoHostOptions(), file);
+
+    // The module decides what becomes of it.
+    QCOMPARE(m_module->loaded, QStringList(file));
+}
+
+void tst_zoHostSession::clusterIsStarted()
+{
+    zoHostOptions options;
+    options.start = true;
+
+    begin(options, writeFile(OneNode));
+    QVERIFY(!m_cluster->isRunning());
+
+    QTRY_VERIFY(m_cluster->isRunning());
+    QCOMPARE(m_cluster->runningNodes(), QStringList("n1"));
+}
+
+void tst_zoHostSession::failedStartIsLoggedAndTheHostGoesOn()
+{
+    zoHostOptions options;
+    options.start = true;
+    QSignalSpy stopped(m_cluster.get(), &zoClusterService::stopped);
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("no enabled node")));
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("The cluster did not start")));
+
+    begin(options, writeFile("<cluster/>"));
+
+    QTRY_COMPARE(stopped.count(), 1);
+}
+
+void tst_zoHostSession::sessionEndsTheProgramWhenThePersonStopsIt()
+{
+    zoHostOptions options;
+    options.start = true;
+    options.exitAfterStop = true;
+    begin(options, writeFile(OneNode));
+    connect(m_cluster.get(), &zoClusterService::started, m_session.get(),
+            [this] { QMetaObject::invokeMethod(m_module.get(), "stopCluster", Qt::QueuedConnection); });
+
+    const int exitCode = QCoreApplication::exec();
+
+    QCOMPARE(exitCode, 0);
+    QVERIFY(!m_cluster->isRunning());
+}
+
+void tst_zoHostSession::failedStartDoesNotEndTheProgram()
+{
+    zoHostOptions options;
+    options.start = true;
+    options.exitAfterStop = true;
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("no enabled node")));
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("The cluster did not start")));
+    begin(options, writeFile("<cluster/>"));
+    // Queued behind everything that the session queues, twice over.
+    constexpr int Later = 7;
+    connect(m_cluster.get(), &zoClusterService::stopped, m_session.get(), [this] {
+        QMetaObject::invokeMethod(
+            m_session.get(),
+            [this] {
+                QMetaObject::invokeMethod(
+                    m_session.get(), [] { QCoreApplication::exit(Later); }, Qt::QueuedConnection);
+            },
+            Qt::QueuedConnection);
+    });
+
+    QCOMPARE(QCoreApplication::exec(), Later);
+}
+
+void tst_zoHostSession::withoutExitAfterStopTheProgramGoesOn()
+{
+    zoHostOptions options;
+    options.start = true;
+    begin(options, writeFile(OneNode));
+    constexpr int Later = 7;
+    connect(m_cluster.get(), &zoClusterService::started, m_session.get(),
+            [this] { QMetaObject::invokeMethod(m_module.get(), "stopCluster", Qt::QueuedConnection); });
+    connect(m_cluster.get(), &zoClusterService::stopped, m_session.get(), [this] {
+        QMetaObject::invokeMethod(
+            m_session.get(),
+            [this] {
+                QMetaObject::invokeMethod(
+                    m_session.get(), [] { QCoreApplication::exit(Later); }, Qt::QueuedConnection);
+            },
+            Qt::QueuedConnection);
+    });
+
+    QCOMPARE(QCoreApplication::exec(), Later);
+}
+
+void tst_zoHostSession::screenshotIsTakenWhileRunning()
+{
+    zoHostOptions options;
+    options.start = true;
+    options.screenshotFile = m_directory->filePath("shot.png");
+    m_window->show();
+
+    begin(options, writeFile(OneNode));
+
+    QTRY_VERIFY(QFile::exists(options.screenshotFile));
+    QVERIFY(m_cluster->isRunning());
+    QCOMPARE(QImage(options.screenshotFile, "PNG").size(), m_window->grab().size());
+}
+
+ZO_TEST_MAIN(tst_zoHostSession)
+#include "tst_zoHostSession.moc"
