@@ -35,13 +35,14 @@ QIcon zoIconManager::getIcon(const QString& name, const QString& theme)
 {
     // Copies of one icon share its pictures.
     static QHash<QPair<QString, QString>, QIcon> icons;
-    const QPair<QString, QString> key(name, theme);
-    const auto known = icons.constFind(key);
+    const auto known = icons.constFind({name, theme});
     if (known != icons.constEnd())
         return *known;
     const QIcon icon = loadIcon(name, theme);
+    // Deep copies: a text may be a literal of a module that is unloaded later.
     if (!icon.isNull())
-        icons.insert(key, icon);
+        icons.insert({QString(name.constData(), name.size()), QString(theme.constData(), theme.size())},
+                     icon);
     return icon;
 }
 

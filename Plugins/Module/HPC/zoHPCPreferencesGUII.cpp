@@ -7,6 +7,7 @@
 #include <zoPlatform.h>
 #include <zoPreferencesService.h>
 
+#include <QCoreApplication>
 #include <QFileDialog>
 #include <QPointer>
 
@@ -35,7 +36,13 @@ class PageOwner final
 {
 public:
     PageOwner() : m_page(new zoHPCPreferencesGUII) {}
-    ~PageOwner() { delete m_page.data(); }
+    ~PageOwner()
+    {
+        // A host that ends without unloading has no application any more, and a window cannot be destroyed
+        // then.
+        if (QCoreApplication::instance() != nullptr)
+            delete m_page.data();
+    }
     Q_DISABLE_COPY(PageOwner)
 
 private:
@@ -82,7 +89,7 @@ void zoHPCPreferencesGUII::showStored()
 {
     if (zoPreferencesService* service = preferences())
         m_ui->m_defaultConfigFile->setText(
-            service->getString(QLatin1String(s_defaultFileKey), QStringLiteral("")));
+            service->getString(QLatin1String(s_defaultFileKey), QLatin1String("")));
 }
 
 void zoHPCPreferencesGUII::storeShown()
@@ -94,8 +101,9 @@ void zoHPCPreferencesGUII::storeShown()
 
 void zoHPCPreferencesGUII::storeDefaults()
 {
+    // The host keeps the text, so it is no literal of this library.
     if (zoPreferencesService* service = preferences())
-        service->setString(QLatin1String(s_defaultFileKey), QStringLiteral(""));
+        service->setString(QLatin1String(s_defaultFileKey), QLatin1String(""));
 }
 
 void initPreferencesPlugin()
