@@ -27,6 +27,7 @@
 #include <QProcess>
 #include <QSignalSpy>
 #include <QSplitter>
+#include <QStackedWidget>
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QToolBar>

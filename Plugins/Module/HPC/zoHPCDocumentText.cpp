@@ -6,13 +6,13 @@
 #include <QDomDocument>
 #include <QHash>
 #include <QVarLengthArray>
-#include <QVector>
 #include <QXmlStreamReader>
 
 #include <zoLog.h>
 
 #include <algorithm>
 #include <limits>
+#include <map>
 
 #include <sys/resource.h>
 
@@ -27,7 +27,8 @@ constexpr int s_largestDepth = 30000; // the parser's time grows with the square
 
 bool isNameStart(QChar c)
 {
-    return c.isLetter() || c == QLatin1Char('_') || c == QLatin1Char(':');
+    return (c >= QLatin1Char('a') && c <= QLatin1Char('z')) || c.isLetter() || c == QLatin1Char('_') ||
+           c == QLatin1Char(':');
 }
 
 bool isName(const QString& text)
@@ -106,15 +107,17 @@ void appendEscaped(QString& out, const QString& text, bool inAttribute)
     out.append(data + plainFrom, length - plainFrom);
 }
 
-// Where the attributes of one kind of element stand.
-using Ranks = QHash<QString, int>;
-
-Ranks ranksOf(const QStringList& order)
+// What there is to know about one kind of element.
+struct TagRules
 {
-    Ranks ranks;
-    for (const QString& name : order)
-        ranks.insert(name, ranks.size());
-    return ranks;
+    QHash<QString, int> ranks; // place of an attribute
+    bool emptyIsMissing = false;
+};
+
+bool isText(const QDomNode& node)
+{
+    const QDomNode::NodeType type = node.nodeType();
+    return type == QDomNode::TextNode || type == QDomNode::CDATASectionNode;
 }
 
 class Writer final
@@ -129,85 +132,83 @@ public:
     QString write(const QDomDocument& document)
     {
         QDomNode node = document.firstChild();
+        bool afterText = false;
         while (!node.isNull()) {
-            open(node);
-            QDomNode child = node.firstChild();
+            const QDomNode child = open(node, afterText);
             if (!child.isNull()) {
                 ++m_depth;
                 node = child;
+                afterText = false;
                 continue;
             }
             for (;;) {
-                QDomNode next = node.nextSibling();
+                const QDomNode next = node.nextSibling();
+                afterText = isText(node);
+                if (!afterText && !isText(next))
+                    m_out += QLatin1Char('\n');
                 if (!next.isNull()) {
                     node = next;
                     break;
                 }
-                node = node.parentNode();
-                if (node.isNull() || m_depth == 0)
+                if (m_depth == 0)
                     return std::move(m_out);
                 --m_depth;
-                close(node);
+                node = node.parentNode();
+                if (!afterText)
+                    indent();
+                m_out += QLatin1String("</");
+                m_out += node.nodeName();
+                m_out += QLatin1Char('>');
             }
         }
         return std::move(m_out);
     }
 
 private:
-    static bool isText(const QDomNode& node) { return node.isText() || node.isCDATASection(); }
-
-    void indent() { m_out.append(QString(m_depth * s_indent, QLatin1Char(' '))); }
-
-    void endLine(const QDomNode& node)
+    void indent()
     {
-        if (!isText(node.nextSibling()))
-            m_out += QLatin1Char('\n');
+        const int blanks = m_depth * s_indent;
+        while (m_blanks.size() < blanks)
+            m_blanks += QLatin1String("                                ");
+        m_out.append(m_blanks.constData(), blanks);
     }
 
-    void open(const QDomNode& node)
+    // Writes a node up to its children, and returns the first of them.
+    QDomNode open(const QDomNode& node, bool afterText)
     {
         switch (node.nodeType()) {
         case QDomNode::ElementNode:
             break;
         case QDomNode::TextNode:
             appendEscaped(m_out, node.nodeValue(), false);
-            return;
+            return {};
         case QDomNode::CDATASectionNode:
             m_out += QLatin1String("<![CDATA[") + node.nodeValue() + QLatin1String("]]>");
-            return;
+            return {};
         case QDomNode::CommentNode:
-            if (!isText(node.previousSibling()))
+            if (!afterText)
                 indent();
             m_out += QLatin1String("<!--") + node.nodeValue() + QLatin1String("-->");
-            endLine(node);
-            return;
+            return {};
         default:
-            return; // declarations carry nothing of a configuration
+            return {}; // declarations carry nothing of a configuration
         }
 
-        if (!isText(node.previousSibling()))
+        if (!afterText)
             indent();
         m_out += QLatin1Char('<');
         const QString tag = node.nodeName();
         m_out += tag;
         writeAttributes(tag, node.attributes());
         const QDomNode child = node.firstChild();
-        if (child.isNull()) {
+        if (child.isNull())
             m_out += QLatin1String("/>");
-            endLine(node);
-        } else {
+        else {
             m_out += QLatin1Char('>');
             if (!isText(child))
                 m_out += QLatin1Char('\n');
         }
-    }
-
-    void close(const QDomNode& node)
-    {
-        if (!isText(node.lastChild()))
-            indent();
-        m_out += QLatin1String("</") + node.nodeName() + QLatin1Char('>');
-        endLine(node);
+        return child;
     }
 
     void writeAttributes(const QString& tag, const QDomNamedNodeMap& map)
@@ -222,25 +223,25 @@ private:
             QString value;
         };
         QVarLengthArray<Attribute, 40> attributes;
-        const bool emptyIsMissing = !m_keepEmpty && isDisplayElement(tag);
-        const Ranks* ranks = count > 1 ? &ranksFor(tag) : nullptr;
+        const TagRules& rules = rulesOf(tag);
         for (int i = 0; i < count; ++i) {
             const QDomNode attribute = map.item(i);
-            const QString name = attribute.nodeName();
             const QString value = attribute.nodeValue();
-            if (emptyIsMissing && value.isEmpty())
+            if (rules.emptyIsMissing && value.isEmpty())
                 continue;
+            const QString name = attribute.nodeName();
             if (!isName(name)) {
                 zoLog::error("Attribute '%s' of '%s' is left out of the document: not an XML name.",
                              name.toUtf8().constData(), tag.toUtf8().constData());
                 continue;
             }
-            const int rank = ranks != nullptr ? ranks->value(name, std::numeric_limits<int>::max()) : 0;
+            const int rank = count > 1 ? rules.ranks.value(name, std::numeric_limits<int>::max()) : 0;
             attributes.append({rank, name, value});
         }
-        std::sort(attributes.begin(), attributes.end(), [](const Attribute& a, const Attribute& b) {
-            return a.rank != b.rank ? a.rank < b.rank : a.name < b.name;
-        });
+        if (count > 1)
+            std::sort(attributes.begin(), attributes.end(), [](const Attribute& a, const Attribute& b) {
+                return a.rank != b.rank ? a.rank < b.rank : a.name < b.name;
+            });
         for (const Attribute& attribute : attributes) {
             m_out += QLatin1Char(' ');
             m_out += attribute.name;
@@ -250,18 +251,31 @@ private:
         }
     }
 
-    const Ranks& ranksFor(const QString& tag)
+    const TagRules& rulesOf(const QString& tag)
     {
-        auto it = m_ranks.find(tag);
-        if (it == m_ranks.end())
-            it = m_ranks.insert(tag, ranksOf(m_attributeOrder(tag)));
-        return it.value();
+        if (m_lastRules == nullptr || m_lastTag != tag) {
+            auto it = m_rules.find(tag);
+            if (it == m_rules.end()) {
+                TagRules rules;
+                const QStringList order = m_attributeOrder(tag);
+                for (const QString& name : order)
+                    rules.ranks.insert(name, rules.ranks.size());
+                rules.emptyIsMissing = !m_keepEmpty && isDisplayElement(tag);
+                it = m_rules.emplace(tag, std::move(rules)).first;
+            }
+            m_lastTag = tag;
+            m_lastRules = &it->second;
+        }
+        return *m_lastRules;
     }
 
     QStringList (*m_attributeOrder)(const QString&);
     bool m_keepEmpty;
-    QHash<QString, Ranks> m_ranks;
+    std::map<QString, TagRules> m_rules; // its entries stay where they are
+    QString m_lastTag;
+    const TagRules* m_lastRules = nullptr;
     QString m_out;
+    QString m_blanks;
     int m_depth = 0;
 };
 
@@ -271,6 +285,7 @@ int tooDeepAt(const QString& text, int limit)
 {
     int depth = 0;
     const int length = text.size();
+    const QChar* const data = text.constData();
     const auto skipPast = [&text, length](int from, QLatin1String end) {
         const int at = text.indexOf(end, from);
         return at < 0 ? length : at + end.size();
@@ -293,18 +308,18 @@ int tooDeepAt(const QString& text, int limit)
                 i += 2;
         } else {
             const int start = i;
-            QChar quote;
+            ushort quote = 0;
             for (++i; i < length; ++i) {
-                const QChar inTag = text.at(i);
-                if (!quote.isNull()) {
+                const ushort inTag = data[i].unicode();
+                if (quote != 0) {
                     if (inTag == quote)
-                        quote = QChar();
-                } else if (inTag == QLatin1Char('"') || inTag == QLatin1Char('\''))
+                        quote = 0;
+                } else if (inTag == '"' || inTag == '\'')
                     quote = inTag;
-                else if (inTag == QLatin1Char('>'))
+                else if (inTag == '>')
                     break;
             }
-            if (text.at(std::min(i, length) - 1) != QLatin1Char('/') && ++depth > limit)
+            if (data[i - 1] != QLatin1Char('/') && ++depth > limit)
                 return start;
         }
         i = text.indexOf(QLatin1Char('<'), i);
