@@ -402,6 +402,8 @@ void tst_zoHPCGUIW::diagnosticActionsAreSignalled()
 
 void tst_zoHPCGUIW::runningBlocksReplacingButNotSaving()
 {
+    m_window->setAdvanced(true); // an invisible action is never enabled
+
     for (const bool running : {true, false}) {
         m_window->setIsRunning(running, QStringList());
 

@@ -238,7 +238,8 @@ void zoHPCGUIW::updateDisplayState()
     for (const zoHPCWindowItem* window : windows)
         renderNodes.insert(window->renderNode());
     for (zoHPCTreeItem* node : nodes)
-        node->setIsDisplayNode(renderNodes.contains(node->uniqueHostName()));
+        node->markDisplayNode(renderNodes.contains(node->uniqueHostName()));
+    m_tree->master()->refreshLooks(zoHPCTreeItem::Refresh::Due);
 }
 
 QString zoHPCGUIW::getConfigString()
@@ -288,7 +289,7 @@ void zoHPCGUIW::loadConfig()
 void zoHPCGUIW::loadConfig(const QString& fileName)
 {
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+    if (fileName.isEmpty() || !file.open(QIODevice::ReadOnly | QIODevice::Text)) {
         zoLog::error("Unable to load cluster config %s", fileName.toUtf8().constData());
         return;
     }

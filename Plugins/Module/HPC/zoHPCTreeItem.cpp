@@ -476,6 +476,14 @@ void zoHPCTreeItem::markRunning(bool running)
         m_lookDueBelow = 1;
 }
 
+void zoHPCTreeItem::markDisplayNode(bool displayNode)
+{
+    m_isDisplayNode = displayNode;
+    m_lookDue = 1;
+    if (!m_isRunning)
+        m_lookDueBelow = 1;
+}
+
 bool zoHPCTreeItem::isPlain() const
 {
     return !m_extras && !m_isRunning && !m_isDisplayNode && m_uniqueNameIs == UniqueNameEmpty;

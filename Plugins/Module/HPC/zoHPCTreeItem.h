@@ -100,12 +100,13 @@ public:
     enum class Refresh {
         StopAtRunning, // as updateState(): what hangs below a running item keeps its look
         All,
-        Due // rows that markRunning() touched
+        Due // rows that markRunning() and markDisplayNode() touched
     };
     void refreshLooks(Refresh scope);
     // The same for an item that hangs nowhere yet and will come under `futureParent`.
     void refreshLooksUnder(const zoHPCTreeItem& futureParent);
     void markRunning(bool running);
+    void markDisplayNode(bool displayNode);
     void setOptionQuietly(const QString& name, const QString& value);
     // In key order, without building the map that getOptions() needs.
     template <class Visit>
