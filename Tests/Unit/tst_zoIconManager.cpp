@@ -85,6 +85,7 @@ private slots:
     void pixmapIsTheOffPictureAtMediumSize();
     void copyOfAnIconOutlivesTheFirst();
     void pictureNeedsNoPluginOfQt();
+    void nameMayGoAwayAfterTheCall();
 };
 
 void tst_zoIconManager::nameHasAPictureInBothStates_data()
@@ -331,6 +332,20 @@ void tst_zoIconManager::pictureNeedsNoPluginOfQt()
     QDataStream reader(stored);
     reader >> engine;
     QCOMPARE(engine, QStringLiteral("zoIconEngine"));
+}
+
+void tst_zoIconManager::nameMayGoAwayAfterTheCall()
+{
+    // As a name in the data of a module that is unloaded later. The suffix makes it a name of its own in the cache.
+    QString name = QStringLiteral("Save.svg");
+    const QIcon before = zoIconManager::getIcon(QString::fromRawData(name.constData(), name.size()), QString());
+    QVERIFY(!before.isNull());
+    name.fill(QLatin1Char('x'));
+
+    const QIcon after = zoIconManager::getIcon(QStringLiteral("Save.svg"), QString());
+
+    // The same one: the cache still knows it by its name.
+    QCOMPARE(after.cacheKey(), before.cacheKey());
 }
 
 ZO_TEST_MAIN(tst_zoIconManager)
