@@ -1,0 +1,207 @@
+#include "zoHPCLayout.h"
+
+#include "zoHPCDisplayItem.h"
+#include "zoHPCProjectionItem.h"
+#include "zoHPCTreeItem.h"
+#include "zoHPCViewportItem.h"
+#include "zoHPCWindowItem.h"
+
+#include <algorithm>
+
+namespace
+{
+template <class T>
+QList<T*> itemsOf(const QTreeWidget* tree)
+{
+    return tree ? zoHPCTreeWidgetItem::subChildren<T>(tree) : QList<T*>();
+}
+
+// Imported configurations give the corners in pixels: a whole window is never a single pixel, so a corner
+// beyond 1 tells the two apart.
+QRectF viewportArea(const zoHPCViewportItem& viewport, const QSizeF& window)
+{
+    double x1 = viewport.getDouble(zoHPCViewportItem::X1);
+    double y1 = viewport.getDouble(zoHPCViewportItem::Y1);
+    double x2 = viewport.getDouble(zoHPCViewportItem::X2);
+    double y2 = viewport.getDouble(zoHPCViewportItem::Y2);
+    if (std::max({x1, y1, x2, y2}) > 1.0 && window.width() > 0.0 && window.height() > 0.0) {
+        x1 /= window.width();
+        x2 /= window.width();
+        y1 /= window.height();
+        y2 /= window.height();
+    }
+    return QRectF(QPointF(x1, 1.0 - y2), QPointF(x2, 1.0 - y1)).normalized();
+}
+} // namespace
+
+zoHPCLayout::zoHPCLayout(const QList<zoHPCProjectionItem*>& projections,
+                         const QList<zoHPCWindowItem*>& windows, zoHPCTreeItem* master)
+{
+    readNodes(master);
+    nameNodes();
+    readProjections(projections);
+    readWindows(windows);
+}
+
+zoHPCLayout::zoHPCLayout(const QTreeWidget* projections, const QTreeWidget* displays, zoHPCTreeItem* master)
+    : zoHPCLayout(itemsOf<zoHPCProjectionItem>(projections), itemsOf<zoHPCWindowItem>(displays), master)
+{
+}
+
+int zoHPCLayout::indexOf(const QTreeWidgetItem* projection) const
+{
+    return m_projectionsByItem.value(projection, None);
+}
+
+int zoHPCLayout::nodeNamed(const QString& name) const
+{
+    return m_nodesByName.value(name, None);
+}
+
+unsigned zoHPCLayout::eyesOf(const QString& eye)
+{
+    if (eye == QLatin1String("left"))
+        return LeftEye;
+    if (eye == QLatin1String("right"))
+        return RightEye;
+    return BothEyes;
+}
+
+void zoHPCLayout::readProjections(const QList<zoHPCProjectionItem*>& items)
+{
+    m_projections.reserve(static_cast<size_t>(items.size()));
+    m_projectionsByItem.reserve(items.size());
+    m_projectionsByIdentifier.reserve(items.size());
+    m_projectionsByName.reserve(items.size());
+    for (zoHPCProjectionItem* item : items) {
+        if (!item)
+            continue;
+        const int index = static_cast<int>(m_projections.size());
+        Projection projection;
+        projection.item = item;
+        projection.parent = indexOf(item->parent());
+        projection.top =
+            projection.parent == None ? index : m_projections[static_cast<size_t>(projection.parent)].top;
+        projection.isTile = item->childCount() == 0;
+        m_projections.push_back(projection);
+        m_projectionsByItem.insert(item, index);
+        // Of equal names the last one counts, as for the links of the editor.
+        m_projectionsByIdentifier.insert(item->getString(zoHPCProjectionItem::Identifier), index);
+        m_projectionsByName.insert(item->getString(zoHPCProjectionItem::Name), index);
+    }
+}
+
+void zoHPCLayout::readWindows(const QList<zoHPCWindowItem*>& items)
+{
+    QHash<const QTreeWidgetItem*, int> displays;     // to their numbers
+    QHash<const QTreeWidgetItem*, int> windowCounts; // by display
+    QHash<const QTreeWidgetItem*, int> windows;      // to their indices
+    std::vector<int> viewportCounts;                 // by window
+    for (zoHPCWindowItem* item : items) {
+        if (auto* viewportItem = dynamic_cast<zoHPCViewportItem*>(item)) {
+            Viewport viewport;
+            viewport.item = viewportItem;
+            viewport.window = windows.value(item->parent(), None);
+            QSizeF size;
+            if (viewport.window != None) {
+                viewport.number = ++viewportCounts[static_cast<size_t>(viewport.window)];
+                size = m_windows[static_cast<size_t>(viewport.window)].geometry.size();
+            }
+            viewport.projection = projectionOf(*viewportItem);
+            viewport.eyes = eyesOf(viewportItem->getString(zoHPCViewportItem::Eye));
+            viewport.area = viewportArea(*viewportItem, size);
+            m_viewports.push_back(viewport);
+        } else if (item) {
+            const QTreeWidgetItem* const display = item->parent();
+            if (!displays.contains(display))
+                displays.insert(display, display && display->treeWidget()
+                                             ? display->treeWidget()->indexOfTopLevelItem(
+                                                   const_cast<QTreeWidgetItem*>(display)) +
+                                                   1
+                                             : displays.size() + 1);
+            Window window;
+            window.item = item;
+            window.display = displays.value(display);
+            window.number = ++windowCounts[display];
+            if (const auto* displayItem = dynamic_cast<const zoHPCDisplayItem*>(display))
+                window.user = displayItem->getString(zoHPCDisplayItem::User);
+            window.node = item->renderNode();
+            window.nodeIndex = nodeNamed(window.node);
+            window.screen = item->getInt(zoHPCWindowItem::Screen);
+            window.isFullScreen = item->getBool(zoHPCWindowItem::FullScreen);
+            window.geometry =
+                QRectF(item->getInt(zoHPCWindowItem::X), item->getInt(zoHPCWindowItem::Y),
+                       item->getInt(zoHPCWindowItem::Width), item->getInt(zoHPCWindowItem::Height));
+            windows.insert(item, static_cast<int>(m_windows.size()));
+            m_windows.push_back(window);
+            viewportCounts.push_back(0);
+        }
+    }
+}
+
+void zoHPCLayout::readNodes(zoHPCTreeItem* master)
+{
+    struct Row
+    {
+        zoHPCTreeItem* item;
+        int network; // index of the parent when that is a network
+        bool enabled;
+    };
+    // Not recursive: gateways behind gateways may be nested some thousand levels deep.
+    std::vector<Row> open;
+    if (master)
+        open.push_back({master, None, true});
+    while (!open.empty()) {
+        const Row row = open.back();
+        open.pop_back();
+        const bool enabled = row.enabled && row.item->isEnabled();
+        int network = None;
+        if (row.item->isNetwork()) {
+            network = static_cast<int>(m_networks.size());
+            m_networks.push_back({row.item, enabled, {}, 0});
+        } else if (row.item->isNode()) {
+            m_nodes.push_back({row.item, QString(), enabled});
+            if (row.network != None) {
+                Network& parent = m_networks[static_cast<size_t>(row.network)];
+                parent.nodes.push_back(row.item);
+                parent.enabledNodes += enabled ? 1 : 0;
+            }
+        }
+        const std::vector<zoHPCTreeItem*> children = row.item->items();
+        for (auto child = children.rbegin(); child != children.rend(); ++child) {
+            if (*child)
+                open.push_back({*child, network, enabled});
+        }
+    }
+}
+
+void zoHPCLayout::nameNodes()
+{
+    QHash<QString, int> counts;
+    counts.reserve(static_cast<int>(m_nodes.size()));
+    for (const Node& node : m_nodes)
+        ++counts[node.item->hostName()];
+    QHash<QString, int> used;
+    m_nodesByName.reserve(static_cast<int>(m_nodes.size()));
+    for (size_t i = 0; i < m_nodes.size(); ++i) {
+        Node& node = m_nodes[i];
+        const QString& name = node.item->hostName();
+        if (name.isEmpty())
+            continue;
+        node.name = counts.value(name) > 1 ? name + QLatin1Char(' ') + QString::number(++used[name]) : name;
+        if (!m_nodesByName.contains(node.name))
+            m_nodesByName.insert(node.name, static_cast<int>(i));
+    }
+}
+
+int zoHPCLayout::projectionOf(const zoHPCViewportItem& viewport) const
+{
+    const QString identifier = viewport.getString(zoHPCViewportItem::ProjectionIdentifier);
+    if (!identifier.isEmpty()) {
+        const auto known = m_projectionsByIdentifier.constFind(identifier);
+        if (known != m_projectionsByIdentifier.constEnd())
+            return *known;
+    }
+    const QString name = viewport.getString(zoHPCViewportItem::Projection);
+    return name.isEmpty() ? None : m_projectionsByName.value(name, None);
+}

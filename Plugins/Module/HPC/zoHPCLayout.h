@@ -1,0 +1,115 @@
+#pragma once
+
+#include <QHash>
+#include <QList>
+#include <QRectF>
+#include <QString>
+
+#include <vector>
+
+class QTreeWidget;
+class QTreeWidgetItem;
+class zoHPCDisplayItem;
+class zoHPCProjectionItem;
+class zoHPCTreeItem;
+class zoHPCViewportItem;
+class zoHPCWindowItem;
+
+// A configuration read once from its items: who shows what, where. What checks and draws a setup works on
+// this, with or without a window on the screen. Holds items: valid until the next change of their trees.
+class zoHPCLayout final
+{
+public:
+    enum Eye : unsigned { NoEye = 0, LeftEye = 1, RightEye = 2, BothEyes = 3 };
+
+    // Windows of this "screen" are placed on the desktop that spans all screens of a node.
+    static constexpr int ExtendedDesktop = -2;
+    static constexpr int PrimaryScreen = -1;
+    // In place of an index.
+    static constexpr int None = -1;
+
+    struct Node
+    {
+        zoHPCTreeItem* item = nullptr;
+        QString name;        // unique, the one that windows refer to; empty for a node without a name
+        bool enabled = true; // with all above it
+    };
+
+    struct Network
+    {
+        zoHPCTreeItem* item = nullptr;
+        bool enabled = true; // with all above it
+        std::vector<zoHPCTreeItem*> nodes;
+        int enabledNodes = 0;
+    };
+
+    struct Projection
+    {
+        zoHPCProjectionItem* item = nullptr;
+        int parent = None;
+        int top = None;     // the row of the tree that it belongs to; itself at top level
+        bool isTile = true; // nothing below it
+    };
+
+    struct Window
+    {
+        zoHPCWindowItem* item = nullptr;
+        int display = 0; // numbers as a person counts them, from 1
+        int number = 0;
+        QString user;
+        QString node;
+        int nodeIndex = None;
+        int screen = 0;
+        bool isFullScreen = false;
+        QRectF geometry; // pixels, y down; means nothing while full screen
+    };
+
+    struct Viewport
+    {
+        zoHPCViewportItem* item = nullptr;
+        int window = None;
+        int number = 0; // in its window, from 1
+        int projection = None;
+        unsigned eyes = BothEyes;
+        QRectF area; // fractions of the window, y down
+    };
+
+    zoHPCLayout() = default;
+    // Lists in depth-first order as zoHPCDisplayGUII::getProjectionItems() and getWindowItems() give them; no
+    // master means no nodes.
+    zoHPCLayout(const QList<zoHPCProjectionItem*>& projections, const QList<zoHPCWindowItem*>& windows,
+                zoHPCTreeItem* master);
+    // The same from whole trees, each of which may be null.
+    zoHPCLayout(const QTreeWidget* projections, const QTreeWidget* displays, zoHPCTreeItem* master);
+
+    const std::vector<Node>& nodes() const { return m_nodes; }
+    const std::vector<Network>& networks() const { return m_networks; }
+    const std::vector<Projection>& projections() const { return m_projections; }
+    const std::vector<Window>& windows() const { return m_windows; }
+    const std::vector<Viewport>& viewports() const { return m_viewports; }
+
+    // Index of the projection's row, None for a row that is no projection of this layout.
+    int indexOf(const QTreeWidgetItem* projection) const;
+    // By its unique name; None when there is no such node.
+    int nodeNamed(const QString& name) const;
+
+    // The eyes that a viewport serves. One without stereo shows both eyes the same picture.
+    static unsigned eyesOf(const QString& eye);
+
+private:
+    void readProjections(const QList<zoHPCProjectionItem*>& items);
+    void readWindows(const QList<zoHPCWindowItem*>& items);
+    void readNodes(zoHPCTreeItem* master);
+    void nameNodes();
+    int projectionOf(const zoHPCViewportItem& viewport) const;
+
+    std::vector<Node> m_nodes;
+    std::vector<Network> m_networks;
+    std::vector<Projection> m_projections;
+    std::vector<Window> m_windows;
+    std::vector<Viewport> m_viewports;
+    QHash<const QTreeWidgetItem*, int> m_projectionsByItem;
+    QHash<QString, int> m_projectionsByIdentifier;
+    QHash<QString, int> m_projectionsByName;
+    QHash<QString, int> m_nodesByName;
+};

@@ -1,0 +1,81 @@
+#include "zoHPCPlane.h"
+
+#include <QtMath>
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+Point3 pointFromItem(const zoHPCProjectionItem& item, int column)
+{
+    return {item.getDouble(column), item.getDouble(column + 1), item.getDouble(column + 2)};
+}
+
+void pointToItem(zoHPCProjectionItem& item, int column, const Point3& point)
+{
+    item.setDouble(column, point.x);
+    item.setDouble(column + 1, point.y);
+    item.setDouble(column + 2, point.z);
+}
+} // namespace
+
+double length(const Point3& a)
+{
+    return std::sqrt(dot(a, a));
+}
+
+Point3 unit(const Point3& a)
+{
+    const double l = length(a);
+    return l > 0.0 ? (1.0 / l) * a : a;
+}
+
+zoHPCPlane::zoHPCPlane(const Point3& lowerLeftCorner, const Point3& lowerRightCorner,
+                       const Point3& upperRightCorner)
+    : lowerLeft(lowerLeftCorner), lowerRight(lowerRightCorner), upperRight(upperRightCorner)
+{
+}
+
+zoHPCPlane zoHPCPlane::fromItem(const zoHPCProjectionItem& item)
+{
+    return {pointFromItem(item, zoHPCProjectionItem::X1), pointFromItem(item, zoHPCProjectionItem::X2),
+            pointFromItem(item, zoHPCProjectionItem::X3)};
+}
+
+void zoHPCPlane::toItem(zoHPCProjectionItem& item) const
+{
+    pointToItem(item, zoHPCProjectionItem::X1, lowerLeft);
+    pointToItem(item, zoHPCProjectionItem::X2, lowerRight);
+    pointToItem(item, zoHPCProjectionItem::X3, upperRight);
+}
+
+zoHPCPlane zoHPCPlane::part(double s1, double t1, double s2, double t2) const
+{
+    return {at(s1, t1), at(s2, t1), at(s2, t2)};
+}
+
+bool zoHPCPlane::isDegenerate() const
+{
+    const double w = width();
+    const double h = height();
+    if (!std::isfinite(w) || !std::isfinite(h) || !std::isfinite(length(center())))
+        return true;
+    constexpr double SHORTEST = 1e-6; // mm
+    if (w < SHORTEST || h < SHORTEST)
+        return true;
+    return length(cross(right(), up())) < 1e-6 * w * h;
+}
+
+double zoHPCPlane::skew() const
+{
+    if (isDegenerate())
+        return 0.0;
+    const double sine = dot(right(), up()) / (width() * height());
+    return std::abs(qRadiansToDegrees(std::asin(qBound(-1.0, sine, 1.0))));
+}
+
+bool zoHPCPlane::turnsAwayFrom(const Point3& point) const
+{
+    return !isDegenerate() && distanceInFront(point) < -0.1 * std::max(width(), height());
+}
