@@ -62,10 +62,10 @@ QPixmap zoIconEngine::pixmap(const QSize& size, QIcon::Mode mode, QIcon::State s
     const bool disabled = mode == QIcon::Disabled;
     const bool on = state == QIcon::On && !m_onFile.isEmpty();
     const quint32 cacheKey = quint32(edge) << 2 | (disabled ? 2U : 0U) | (on ? 1U : 0U);
-    auto found = m_cache->constFind(cacheKey);
-    if (found == m_cache->constEnd())
-        found = m_cache->insert(cacheKey, rendered(edge, disabled, on));
-    return *found;
+    QPixmap& picture = (*m_cache)[cacheKey];
+    if (picture.isNull())
+        picture = rendered(edge, disabled, on);
+    return picture;
 }
 
 void zoIconEngine::paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state)

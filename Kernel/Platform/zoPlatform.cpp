@@ -12,12 +12,12 @@ namespace
 QString installedDataDir()
 {
     Dl_info info{};
-    if (dladdr(reinterpret_cast<const void*>(&zoPlatform::getDataDir), &info) == 0 || info.dli_fname == nullptr)
+    if (dladdr(reinterpret_cast<const void*>(&zoPlatform::getDataDir), &info) == 0 ||
+        info.dli_fname == nullptr)
         return {};
     // lib/libzoKernel.so or lib/<multiarch>/libzoKernel.so
     QDir folder = QFileInfo(QFile::decodeName(info.dli_fname)).absoluteDir();
-    for (int level = 0; level < 2; ++level)
-    {
+    for (int level = 0; level < 2; ++level) {
         const QString candidate = folder.absoluteFilePath(QStringLiteral(ZO_INSTALLED_DATA_DIR));
         if (QFileInfo::exists(candidate + QStringLiteral("/cluster")))
             return QDir::cleanPath(candidate);

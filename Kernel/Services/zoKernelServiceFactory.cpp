@@ -14,13 +14,11 @@ zoKernelServiceFactory& zoKernelServiceFactory::the()
 zoBaseService* zoKernelServiceFactory::find(const char* typeName) const
 {
     const auto it = m_services.constFind(typeName);
-    if (it == m_services.constEnd())
-    {
+    if (it == m_services.constEnd()) {
         std::fprintf(stderr, "zoKernelServiceFactory: couldn't find class '%s'!\n", typeName);
         return nullptr;
     }
-    if (it.value() == nullptr)
-    {
+    if (it.value() == nullptr) {
         std::fprintf(stderr, "zoKernelServiceFactory: service '%s' is NULL!\n", typeName);
         return nullptr;
     }

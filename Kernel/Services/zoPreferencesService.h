@@ -14,9 +14,9 @@ class ZO_KERNEL_EXPORT zoPreferencesService : public zoBaseService
 public:
     ~zoPreferencesService() override;
 
-    // Adds a page to the preferences dialog. The page is not owned and may be destroyed at any time, which takes
-    // it out; the callbacks are called only while the page exists. `show` fills the page from the stored values,
-    // `saveChanges` stores what the page shows, `setDefaults` stores the defaults.
+    // Adds a page to the preferences dialog. The page is not owned and may be destroyed at any time, which
+    // takes it out; the callbacks are called only while the page exists. `show` fills the page from the
+    // stored values, `saveChanges` stores what the page shows, `setDefaults` stores the defaults.
     virtual void registerPage(const QString& title, QWidget* page, std::function<void()> setDefaults,
                               std::function<void()> saveChanges, std::function<void()> show) = 0;
 
