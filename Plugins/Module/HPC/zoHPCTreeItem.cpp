@@ -165,7 +165,8 @@ void zoHPCTreeItem::setUniqueHostName(const QString& name)
 
 zoHPCTreeItem* zoHPCTreeItem::getParent() const
 {
-    return static_cast<zoHPCTreeItem*>(parent());
+    // Dynamic: networks may hang under a plain row while a tree is built.
+    return dynamic_cast<zoHPCTreeItem*>(parent());
 }
 
 QString zoHPCTreeItem::getOption(const QString& name) const
@@ -261,10 +262,10 @@ QString zoHPCTreeItem::getItemId() const
         return m_hostName;
     std::vector<int> rows;
     const zoHPCTreeItem* item = this;
-    while (const zoHPCTreeItem* above = item->getParent()) {
+    while (item && item->parent()) {
         if (item->m_isNetwork)
-            rows.push_back(above->indexOfChild(const_cast<zoHPCTreeItem*>(item)));
-        item = above;
+            rows.push_back(item->parent()->indexOfChild(const_cast<zoHPCTreeItem*>(item)));
+        item = item->getParent();
     }
     QString id = s_networkId;
     for (auto row = rows.crbegin(); row != rows.crend(); ++row)
