@@ -14,7 +14,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QContextMenuEvent>
-#include <QElapsedTimer>
 #include <QMenu>
 #include <QPainter>
 #include <QPointer>
@@ -25,7 +24,9 @@
 #include <QTimer>
 #include <QTreeWidget>
 
+#include <ctime>
 #include <functional>
+#include <limits>
 
 // The host tree's view: hosts text, section of the document, editing and running state.
 class tst_zoHPCTreeGUIW final : public zoTestCase
@@ -1824,13 +1825,13 @@ void tst_zoHPCTreeGUIW::doublingTheInputAtMostTriplesTheTime_data()
     QTest::addColumn<QString>("unit");
     QTest::addColumn<int>("count");
 
-    QTest::newRow("equal-names") << "n " << 5000;
-    QTest::newRow("gateways") << "gw { a } " << 2000;
-    QTest::newRow("networks") << "{ a } " << 3000;
+    QTest::newRow("equal-names") << "n " << 3000;
+    QTest::newRow("gateways") << "gw { a } " << 1500;
+    QTest::newRow("networks") << "{ a } " << 2000;
     QTest::newRow("blanks") << " " << 500000;
     QTest::newRow("open-brackets") << "[ " << 200000;
-    QTest::newRow("numbered-hosts") << "n1 - n100 x " << 50;
-    QTest::newRow("render-options") << "n[rt=0] " << 3000;
+    QTest::newRow("numbered-hosts") << "n1 - n100 x " << 30;
+    QTest::newRow("render-options") << "n[rt=0] " << 2000;
 }
 
 void tst_zoHPCTreeGUIW::doublingTheInputAtMostTriplesTheTime()
@@ -1841,10 +1842,9 @@ void tst_zoHPCTreeGUIW::doublingTheInputAtMostTriplesTheTime()
     // Everything that grows with the tree: rebuilding over an equal tree, running, writing, saving.
     const auto work = [this, &unit](int n) {
         const QString text = unit.repeated(n);
-        qint64 best = std::numeric_limits<qint64>::max();
-        for (int round = 0; round < 3; ++round) {
-            QElapsedTimer timer;
-            timer.start();
+        double best = std::numeric_limits<double>::max();
+        for (int round = 0; round < 2; ++round) {
+            const std::clock_t start = std::clock(); // other processes do not count
             m_view->setHostString(text);
             QCoreApplication::processEvents();
             for (zoHPCTreeItem* node : m_view->getNodeItems())
@@ -1857,7 +1857,7 @@ void tst_zoHPCTreeGUIW::doublingTheInputAtMostTriplesTheTime()
             m_view->saveToXML(document);
             m_view->loadFromXML(document);
             QCoreApplication::processEvents();
-            best = qMin(best, timer.nsecsElapsed());
+            best = qMin(best, double(std::clock() - start));
         }
         return best;
     };
@@ -1866,7 +1866,7 @@ void tst_zoHPCTreeGUIW::doublingTheInputAtMostTriplesTheTime()
     double ratio = 0;
     // A busy machine may spoil one measurement, not all of them.
     for (int attempt = 0; attempt < 5 && (attempt == 0 || ratio > 3); ++attempt)
-        ratio = double(work(2 * count)) / double(work(count));
+        ratio = work(2 * count) / work(count);
 
     QVERIFY2(ratio <= 3, qPrintable(QString::number(ratio)));
 }

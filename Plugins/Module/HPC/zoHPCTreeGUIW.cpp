@@ -718,6 +718,7 @@ zoHPCTreeGUIW::zoHPCTreeGUIW(QWidget* parent)
 zoHPCTreeGUIW::~zoHPCTreeGUIW()
 {
     m_ui->m_treeWidget->disconnect(this);
+    buryAll();
     clearGraveyard();
     delete m_master; // now, while its view is whole
 }
@@ -841,8 +842,7 @@ void zoHPCTreeGUIW::setHostString(const QString& text)
     restoreFrom(m_master, builder.networks());
     builder.overwriteOptions();
 
-    clearGraveyard();
-    bury(m_master->takeChildren());
+    buryAll();
     const QList<QTreeWidgetItem*> networks = builder.takeNetworks();
     for (QTreeWidgetItem* network : networks)
         static_cast<zoHPCTreeItem*>(network)->refreshLooksUnder(*m_master);
@@ -957,8 +957,7 @@ void zoHPCTreeGUIW::loadFromXML(QDomDocument& doc)
     m_booking = root.attribute(s_booking);
     m_master->clearOptions();
     setSelectedItem(m_master);
-    clearGraveyard();
-    bury(m_master->takeChildren());
+    buryAll();
     m_hostFile = builder.hostFile();
     builder.attach(nullptr);
     m_master->updateState();
@@ -983,8 +982,7 @@ void zoHPCTreeGUIW::setDefaultConfig()
 {
     setSelectedItem(m_master);
     m_master->clearOptions();
-    clearGraveyard();
-    bury(m_master->takeChildren());
+    buryAll();
     m_master->setOption(zoHPCOption::SceneCompression, QStringLiteral("best"));
     m_hostFile.clear();
     m_master->updateState();
@@ -1161,6 +1159,15 @@ void zoHPCTreeGUIW::bury(const QList<QTreeWidgetItem*>& detached)
         static_cast<zoHPCTreeItem*>(item)->m_isBuried = 1;
         m_graveyard.insert(item);
     }
+}
+
+// Empties the tree; what was taken out before it goes for good.
+void zoHPCTreeGUIW::buryAll()
+{
+    clearGraveyard();
+    // Removing rows costs the number of expanded ones times their depth.
+    m_ui->m_treeWidget->collapseAll();
+    bury(m_master->takeChildren());
 }
 
 void zoHPCTreeGUIW::clearGraveyard()

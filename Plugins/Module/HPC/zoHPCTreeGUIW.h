@@ -101,6 +101,7 @@ private:
     friend class zoHPCTreeItem;
 
     void bury(const QList<QTreeWidgetItem*>& detached);
+    void buryAll();
     void clearGraveyard();
     void forget(QTreeWidgetItem* buried);
     void expandAllParents();
