@@ -19,7 +19,9 @@ zoHostLogPanel::zoHostLogPanel(QWidget* parent) : QPlainTextEdit(parent)
 {
     setReadOnly(true);
     setMaximumBlockCount(MaximumLines);
-    setLineWrapMode(QPlainTextEdit::NoWrap);
+    setLineWrapMode(QPlainTextEdit::WidgetWidth);
+    setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFrameShape(QFrame::NoFrame);
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     setPlaceholderText(tr("Messages of the host and its modules appear here."));
@@ -57,7 +59,6 @@ void zoHostLogPanel::addMessage(int type, const QString& text)
     // Someone who scrolled up to read is not pulled away.
     if (followsEnd)
         bar->setValue(bar->maximum());
-    horizontalScrollBar()->setValue(0);
 }
 
 void zoHostLogPanel::contextMenuEvent(QContextMenuEvent* event)

@@ -56,6 +56,7 @@ void zoHostSession::begin(const QString& configurationFile)
         then(&zoHostSession::takeScreenshot);
 }
 
+// False when the session must not go on.
 bool zoHostSession::loadConfiguration(const QString& fileName)
 {
     zoClusterDocument document;
@@ -68,34 +69,19 @@ bool zoHostSession::loadConfiguration(const QString& fileName)
             fail(tr("Unable to load configuration %1: %2").arg(fileName, file.errorString()));
             return !m_ended;
         }
-        if (!document.parse(QString::fromUtf8(file.readAll().constData()), reason)) {
+        // The module decides what becomes of a text that cannot be used; a person sees why it is empty.
+        const bool usable = document.parse(QString::fromUtf8(file.readAll().constData()), reason);
+        if (!usable)
             fail(tr("Configuration %1 cannot be used: %2").arg(fileName, reason));
-            if (m_ended)
-                return false;
-        }
-
-        // The module's entry reads a Latin-1 name. Its window has the entry for all the others.
+        if (m_ended)
+            return false;
         const QString absolute = QFileInfo(fileName).absoluteFilePath();
-        QObject* receiver = nullptr;
-        bool done = false;
-        if (isLatin1(absolute)) {
-            receiver = m_window->moduleObject("loadConfig(const char*)");
-            const QByteArray name = absolute.toLatin1();
-            done =
-                receiver != nullptr && QMetaObject::invokeMethod(receiver, "loadConfig", Qt::DirectConnection,
-                                                                 Q_ARG(const char*, name.constData()));
-        } else {
-            const QList<QWidget*> windows = m_window->moduleWindows();
-            for (QWidget* window : windows) {
-                if (!done && window->metaObject()->indexOfSlot("loadConfig(QString)") >= 0)
-                    done = QMetaObject::invokeMethod(window, "loadConfig", Qt::DirectConnection,
-                                                     Q_ARG(QString, absolute));
-            }
-        }
-        if (!done) {
+        if (!passToModule(absolute)) {
             fail(tr("Unable to load configuration %1: no module takes it").arg(fileName));
             return !m_ended;
         }
+        if (usable)
+            zoLog::info("Configuration %s loaded", absolute.toUtf8().constData());
     }
     print(fileName.isEmpty() ? tr("configuration: default") : tr("configuration: %1").arg(fileName));
     QStringList nodes;
@@ -103,6 +89,24 @@ bool zoHostSession::loadConfiguration(const QString& fileName)
         nodes << node.id;
     print(tr("nodes: %1").arg(nodes.join(QStringLiteral(", "))));
     return true;
+}
+
+// The entry of the module object reads a Latin-1 name; the module's window has one for all other names.
+bool zoHostSession::passToModule(const QString& fileName)
+{
+    if (isLatin1(fileName)) {
+        const QByteArray name = fileName.toLatin1();
+        QObject* module = m_window->moduleObject("loadConfig(const char*)");
+        return module != nullptr && QMetaObject::invokeMethod(module, "loadConfig", Qt::DirectConnection,
+                                                              Q_ARG(const char*, name.constData()));
+    }
+    const QList<QWidget*> windows = m_window->moduleWindows();
+    for (QWidget* window : windows) {
+        if (window->metaObject()->indexOfSlot("loadConfig(QString)") >= 0)
+            return QMetaObject::invokeMethod(window, "loadConfig", Qt::DirectConnection,
+                                             Q_ARG(QString, fileName));
+    }
+    return false;
 }
 
 void zoHostSession::start()

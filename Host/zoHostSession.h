@@ -25,6 +25,7 @@ public:
 
 private:
     bool loadConfiguration(const QString& fileName);
+    bool passToModule(const QString& fileName);
     void start();
     void follow();
     void measure();

@@ -80,7 +80,8 @@ void tst_zoHostLogPanel::newestLineIsSeen()
         panel.addMessage(QtInfoMsg, QString(200, QLatin1Char('x')));
 
     QTRY_COMPARE(panel.verticalScrollBar()->value(), panel.verticalScrollBar()->maximum());
-    QCOMPARE(panel.horizontalScrollBar()->value(), 0);
+    // Long lines wrap.
+    QCOMPARE(panel.horizontalScrollBar()->maximum(), 0);
 }
 
 void tst_zoHostLogPanel::readerWhoScrolledUpStays()

@@ -205,10 +205,12 @@ void tst_zohost::scriptedSessionPrintsItsSteps()
                             "screenshot: shot.png\n"
                             "stopped\n")
                  .arg(file));
-    QCOMPARE(outcome.standardError,
-             QByteArray("zo: Module " + goodModule() + " loaded\nzo: window loads " + file.toUtf8() +
-                        "\nzo: Cluster runs on n1, n1_2\nzo: module heard started\nzo: Cluster stopped\n"
-                        "zo: forgotten dialog destroyed\nzo: module object destroyed, window gone\n"));
+    QCOMPARE(
+        outcome.standardError,
+        QByteArray("zo: Module " + goodModule() + " loaded\nzo: window loads " + file.toUtf8() +
+                   "\nzo: Configuration " + file.toUtf8() +
+                   " loaded\nzo: Cluster runs on n1, n1_2\nzo: module heard started\nzo: Cluster stopped\n"
+                   "zo: forgotten dialog destroyed\nzo: module object destroyed, window gone\n"));
 }
 
 void tst_zohost::scriptedSessionWritesAScreenshotOfTheRunningCluster()
