@@ -172,7 +172,7 @@ std::vector<Key> keysOf(const QDomDocument& legacy, QString& text)
     while (!node.isNull()) {
         if (isKey(node)) {
             if (open.size() < std::size_t(zoHPCConfigConverter::MaximumNestedParameters)) {
-                keys.push_back({node.toElement(), text.size(), text.size()});
+                keys.push_back({node.toElement(), int(text.size()), int(text.size())});
                 open.push_back(keys.size() - 1);
             } else {
                 tooDeep = true;
@@ -187,7 +187,7 @@ std::vector<Key> keysOf(const QDomDocument& legacy, QString& text)
         }
         for (;;) {
             if (!open.empty() && keys[open.back()].element == node) {
-                keys[open.back()].textEnd = text.size();
+                keys[open.back()].textEnd = int(text.size());
                 open.pop_back();
             }
             if (node == root) {
@@ -464,7 +464,7 @@ void zoHPCConfigConverter::parsePowerwall()
         remark(Remark::Kind::HalfStereo, tr("The viewports cover the left half of their windows only."));
 
     const qint64 tiles = rows > 0 && columns > 0 ? qint64(rows) * columns : 0;
-    const int limit = std::max(MaximumWindowsWithoutHost, m_hostNames.size());
+    const int limit = std::max(MaximumWindowsWithoutHost, int(m_hostNames.size()));
     const double right = stereo.half ? width / 2 : width;
     int k = 0;
     for (qint64 tile = 0; tile < tiles; ++tile) {
@@ -534,7 +534,7 @@ void zoHPCConfigConverter::parseCustom()
         }
     }
 
-    const int dropped = pipeParameterCount() - pipes.size();
+    const int dropped = pipeParameterCount() - int(pipes.size());
     if (dropped > 0) {
         remark(Remark::Kind::DroppedPipes,
                tr("There is no zoClusterPipe%1, so %2 pipes with higher numbers were dropped.")
@@ -542,7 +542,7 @@ void zoHPCConfigConverter::parseCustom()
     }
     if (emptyWindows > 0)
         remark(Remark::Kind::EmptyWindow, tr("%1 windows have no width or no height.").arg(emptyWindows));
-    remarkWindows(pipes.size());
+    remarkWindows(int(pipes.size()));
 }
 
 void zoHPCConfigConverter::parseOld()
@@ -571,7 +571,7 @@ void zoHPCConfigConverter::parseOld()
         for (const QString& eye : qAsConst(eyes))
             addViewport(window, plane, x1, y1, x2, y2, eye, 0);
     }
-    remarkWindows(entries.size());
+    remarkWindows(int(entries.size()));
 }
 
 void zoHPCConfigConverter::addWall(const QString& name, int tileWidth, int tileHeight, int offsetX,
@@ -704,7 +704,7 @@ void zoHPCConfigConverter::remarkNumber(const char* key, const QString& text)
 
 void zoHPCConfigConverter::remarkWindows(int windows)
 {
-    const int hosts = m_hostNames.size();
+    const int hosts = int(m_hostNames.size());
     if (m_hasForwards) {
         remark(Remark::Kind::ShiftedHosts,
                tr("Forwarding hosts take part in the order in which windows get their "

@@ -58,7 +58,7 @@ public:
     QString convert(const QString& legacyText);
 
     // Parameters found by the last conversion; 0 means that the text was no legacy configuration.
-    int parameterCount() const { return m_parameters.size(); }
+    int parameterCount() const { return int(m_parameters.size()); }
 
     // Values that the last conversion dropped or changed by rule, in the order in which it met them.
     QList<Remark> remarks() const { return m_remarks; }
