@@ -1,0 +1,40 @@
+#include "zoCommandRun.h"
+
+#include <QProcess>
+
+QByteArray zoCommandRun::whole() const
+{
+    return output + "--- errors\n" + errors + "--- exit code " + QByteArray::number(exitCode) + '\n';
+}
+
+zoCommandRun zoCommandRun::zohpc(const QStringList& arguments, const QByteArray& input)
+{
+    QStringList environment = QProcess::systemEnvironment();
+    environment << QStringLiteral("LC_ALL=C.UTF-8");
+    return program(QStringLiteral(ZO_ZOHPC), arguments, input, environment);
+}
+
+zoCommandRun zoCommandRun::zohpcIn(const QStringList& environment, const QStringList& arguments,
+                                   const QByteArray& input)
+{
+    return program(QStringLiteral(ZO_ZOHPC), arguments, input, environment);
+}
+
+zoCommandRun zoCommandRun::program(const QString& program, const QStringList& arguments,
+                                   const QByteArray& input, const QStringList& environment)
+{
+    QProcess process;
+    process.setEnvironment(environment);
+    process.start(program, arguments);
+    zoCommandRun run;
+    if (!process.waitForStarted())
+        return run;
+    process.write(input);
+    process.closeWriteChannel();
+    process.waitForFinished(60000);
+    run.output = process.readAllStandardOutput();
+    run.errors = process.readAllStandardError();
+    if (process.state() == QProcess::NotRunning && process.exitStatus() == QProcess::NormalExit)
+        run.exitCode = process.exitCode();
+    return run;
+}

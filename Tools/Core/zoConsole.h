@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+// Where the command-line programs write to and what their exit codes mean.
+namespace zoConsole
+{
+enum ExitCode {
+    Fine = 0,
+    ProblemsFound = 1,
+    Unusable = 2 // wrong usage, unreadable input, output that cannot be written
+};
+
+// Writes to standard output; when that fails (a full disk), complains and returns false.
+bool write(const QByteArray& text);
+
+// Writes one message and a line end to standard error.
+void complain(const QString& message);
+// "file:line:column: reason", lines and columns from 1.
+void complain(const QString& file, int line, int column, const QString& reason);
+
+// The text as a JSON string with its quotes.
+QByteArray json(const QString& text);
+} // namespace zoConsole

@@ -1,0 +1,272 @@
+#include "zoBracketText.h"
+
+#include <algorithm>
+
+namespace
+{
+// Longer numbers do not fit.
+constexpr int MaximumDigits = 17;
+
+bool isDigit(QChar c)
+{
+    return c >= QLatin1Char('0') && c <= QLatin1Char('9');
+}
+
+bool isBlank(QChar c)
+{
+    switch (c.unicode()) {
+    case ' ':
+    case '\t':
+    case '\n':
+    case '\v':
+    case '\f':
+    case '\r':
+        return true;
+    default:
+        return false;
+    }
+}
+
+// Ends a word: separators, braces, a closing bracket.
+bool endsWord(QChar c)
+{
+    switch (c.unicode()) {
+    case ',':
+    case '|':
+    case '{':
+    case '}':
+    case '(':
+    case ')':
+    case ']':
+        return true;
+    default:
+        return isBlank(c);
+    }
+}
+
+bool canStandInRange(QChar c)
+{
+    return isDigit(c) || isBlank(c) || c == QLatin1Char('-') || c == QLatin1Char(',') ||
+           c == QLatin1Char('/');
+}
+
+void append(QStringView text, QString& result)
+{
+    result.append(text.data(), int(text.size()));
+}
+
+void appendNumber(qint64 number, int width, QString& result)
+{
+    char digits[24];
+    int count = 0;
+    do {
+        digits[count++] = char('0' + number % 10);
+        number /= 10;
+    } while (number != 0);
+    for (int i = count; i < width; ++i)
+        result += QLatin1Char('0');
+    while (count > 0)
+        result += QLatin1Char(digits[--count]);
+}
+} // namespace
+
+QString zoBracketText::expanded(const QString& text)
+{
+    m_text = text;
+    m_count = 0;
+    m_hasError = false;
+    m_warnings.clear();
+
+    QString result;
+    int copied = 0;
+    int bracket = text.indexOf(QLatin1Char('['));
+    while (bracket >= 0) {
+        const int blockEnd = text.indexOf(QLatin1Char(']'), bracket);
+        const int end = blockEnd < 0 ? text.size() : blockEnd;
+        const QStringView block = m_text.mid(bracket + 1, end - bracket - 1);
+        const bool isRange = std::all_of(block.begin(), block.end(), canStandInRange) &&
+                             std::any_of(block.begin(), block.end(), isDigit);
+        if (!isRange) {
+            if (!block.isEmpty() && isDigit(block.front()) && !block.contains(QLatin1Char('=')))
+                m_warnings.push_back({bracket, tr("\"%1\" is no range and is left out")
+                                                   .arg(m_text.mid(bracket, end - bracket + 1).toString())});
+            bracket = text.indexOf(QLatin1Char('['), end);
+            continue;
+        }
+        // A bracket belongs to the word before it, over blanks too.
+        int begin = bracket;
+        while (begin > copied && isBlank(text.at(begin - 1)))
+            --begin;
+        if (begin == copied || endsWord(text.at(begin - 1)))
+            begin = bracket;
+        const int wordEnd = begin;
+        while (begin > copied && !endsWord(text.at(begin - 1)))
+            --begin;
+
+        Word word;
+        word.texts.push_back(m_text.mid(begin, std::min(wordEnd, bracket) - begin));
+        int next = bracket;
+        if (!readWord(bracket, word, next))
+            return QString();
+        append(m_text.mid(copied, begin - copied), result);
+        if (!appendNames(word, begin, result))
+            return QString();
+        copied = next;
+        bracket = text.indexOf(QLatin1Char('['), next);
+    }
+    if (copied == 0)
+        return text;
+    append(m_text.mid(copied), result);
+    return result;
+}
+
+// Reads on from the first bracket to the end of the word; the text before it is there.
+bool zoBracketText::readWord(int firstBracket, Word& word, int& end)
+{
+    int p = firstBracket;
+    const int size = int(m_text.size());
+    while (p < size && m_text.at(p) == QLatin1Char('[')) {
+        const int close = int(m_text.indexOf(QLatin1Char(']'), p));
+        if (close < 0)
+            return fail(p, tr("\"[\" is not closed"));
+        const QStringView block = m_text.mid(p + 1, close - p - 1);
+        if (!std::all_of(block.begin(), block.end(), canStandInRange)) {
+            // Options behind the ranges are each name's.
+            const QStringView tail = word.texts.back();
+            word.texts.back() = QStringView(tail.data(), tail.size() + close + 1 - p);
+            p = close + 1;
+            break;
+        }
+        Ranges ranges;
+        if (!readRanges(p + 1, close, ranges))
+            return false;
+        word.brackets.push_back(std::move(ranges));
+        p = close + 1;
+        const int text = p;
+        while (p < size && !endsWord(m_text.at(p)) && m_text.at(p) != QLatin1Char('['))
+            ++p;
+        word.texts.push_back(m_text.mid(text, p - text));
+    }
+    end = p;
+    return true;
+}
+
+bool zoBracketText::readRanges(int begin, int end, Ranges& ranges)
+{
+    int p = begin;
+    while (p <= end) {
+        int comma = p;
+        while (comma < end && m_text.at(comma) != QLatin1Char(','))
+            ++comma;
+        int first = p;
+        int last = comma;
+        while (first < last && isBlank(m_text.at(first)))
+            ++first;
+        while (last > first && isBlank(m_text.at(last - 1)))
+            --last;
+        Range range;
+        if (!readRange(first, last, range))
+            return false;
+        ranges.push_back(range);
+        p = comma + 1;
+    }
+    return true;
+}
+
+bool zoBracketText::readRange(int begin, int end, Range& range)
+{
+    const auto bad = [&] {
+        return fail(begin,
+                    tr("\"%1\" is no range of numbers").arg(m_text.mid(begin, end - begin).toString()));
+    };
+    const auto readNumber = [&](int& p, qint64& number) {
+        const int first = p;
+        number = 0;
+        while (p < end && isDigit(m_text.at(p)) && p - first <= MaximumDigits)
+            number = number * 10 + (m_text.at(p++).unicode() - '0');
+        return p > first && p - first <= MaximumDigits;
+    };
+
+    int p = begin;
+    if (!readNumber(p, range.first))
+        return bad();
+    range.width = m_text.at(begin) == QLatin1Char('0') ? p - begin : 0;
+    range.last = range.first;
+    range.step = 1;
+    if (p < end && m_text.at(p) == QLatin1Char('-')) {
+        ++p;
+        if (!readNumber(p, range.last))
+            return bad();
+        if (p < end && m_text.at(p) == QLatin1Char('/')) {
+            ++p;
+            if (!readNumber(p, range.step) || range.step == 0)
+                return bad();
+        }
+    }
+    if (p != end)
+        return bad();
+    if (range.last < range.first)
+        return fail(begin, tr("\"%1\" runs backwards").arg(m_text.mid(begin, end - begin).toString()));
+    return true;
+}
+
+// All combinations, the last bracket changes first.
+bool zoBracketText::appendNames(const Word& word, int offset, QString& result)
+{
+    qint64 count = 1;
+    for (const Ranges& ranges : word.brackets) {
+        qint64 sum = 0;
+        for (const Range& range : ranges) {
+            sum += (range.last - range.first) / range.step + 1;
+            if (sum > MaximumNames)
+                break;
+        }
+        count *= sum;
+        if (count > MaximumNames)
+            break;
+    }
+    m_count += count;
+    if (m_count > MaximumNames)
+        return fail(offset, tr("more than %1 names").arg(MaximumNames));
+
+    struct Position
+    {
+        std::size_t range;
+        qint64 number;
+    };
+    std::vector<Position> positions;
+    for (const Ranges& ranges : word.brackets)
+        positions.push_back({0, ranges.front().first});
+    for (bool isDone = false; !isDone;) {
+        for (std::size_t i = 0; i < word.brackets.size(); ++i) {
+            append(word.texts[i], result);
+            appendNumber(positions[i].number, word.brackets[i][positions[i].range].width, result);
+        }
+        append(word.texts.back(), result);
+
+        isDone = true;
+        for (std::size_t i = word.brackets.size(); i-- > 0 && isDone;) {
+            const Ranges& ranges = word.brackets[i];
+            Position& position = positions[i];
+            isDone = false;
+            if (position.number <= ranges[position.range].last - ranges[position.range].step) {
+                position.number += ranges[position.range].step;
+            } else if (position.range + 1 < ranges.size()) {
+                position.number = ranges[++position.range].first;
+            } else {
+                position = {0, ranges.front().first};
+                isDone = true;
+            }
+        }
+        if (!isDone)
+            result += QLatin1Char(' ');
+    }
+    return true;
+}
+
+bool zoBracketText::fail(int offset, const QString& reason)
+{
+    m_hasError = true;
+    m_error = {offset, reason};
+    return false;
+}

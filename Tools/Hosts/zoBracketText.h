@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QString>
+#include <QStringView>
+
+#include <vector>
+
+// Reads the bracket form of cluster tools, "gpu[01-16,20]-ib[0-1]": numbers with their padding, ranges,
+// ranges with a step ("[1-9/2]"), several brackets in one name. Everything else of hosts text stays as it is,
+// option blocks
+// ("gw[rt=0]") too.
+class zoBracketText final
+{
+    Q_DECLARE_TR_FUNCTIONS(zoBracketText)
+
+public:
+    struct Problem
+    {
+        int offset; // in the text
+        QString reason;
+    };
+
+    // More names than this are a typing mistake, not a cluster.
+    static constexpr qint64 MaximumNames = 10000000;
+
+    // The text with each word of brackets replaced by the names that it stands for, parted by blanks. Empty
+    // when the brackets cannot be read: error() tells then why.
+    QString expanded(const QString& text);
+
+    bool hasError() const { return m_hasError; }
+    const Problem& error() const { return m_error; }
+    // Blocks that begin like a range and are none; the reader takes them for options.
+    const std::vector<Problem>& warnings() const { return m_warnings; }
+
+private:
+    struct Range
+    {
+        qint64 first;
+        qint64 last;
+        qint64 step;
+        int width; // with zeros before the number
+    };
+    using Ranges = std::vector<Range>;
+    struct Word
+    {
+        std::vector<QStringView> texts; // one more than there are brackets
+        std::vector<Ranges> brackets;
+    };
+
+    bool readRanges(int begin, int end, Ranges& ranges);
+    bool readRange(int begin, int end, Range& range);
+    bool readWord(int firstBracket, Word& word, int& end);
+    bool appendNames(const Word& word, int offset, QString& result);
+    bool fail(int offset, const QString& reason);
+
+    QStringView m_text;
+    qint64 m_count = 0;
+    bool m_hasError = false;
+    Problem m_error = {0, QString()};
+    std::vector<Problem> m_warnings;
+};

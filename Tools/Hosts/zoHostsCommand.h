@@ -1,0 +1,18 @@
+#pragma once
+
+#include "zoCommand.h"
+#include "zoHostsTree.h"
+
+// What the hosts commands have in common: they read hosts text and the bracket form from arguments, files or
+// standard input, and say where it reads otherwise than it looks.
+class zoHostsCommand : public zoCommand
+{
+    Q_DECLARE_TR_FUNCTIONS(zoHostsCommand)
+
+protected:
+    void addArguments(QCommandLineParser& parser) const override;
+    int execute(const QCommandLineParser& parser) final;
+
+    // Writes the result; false when that fails.
+    virtual bool writeResult(const zoHostsTree& tree, const QCommandLineParser& parser) = 0;
+};

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "zoHostsCommand.h"
+
+// "hosts expand": one name per line.
+class zoHostsExpandCommand final : public zoHostsCommand
+{
+    Q_DECLARE_TR_FUNCTIONS(zoHostsExpandCommand)
+
+protected:
+    QString name() const override;
+    QString description() const override;
+    QStringList examples() const override;
+    void addArguments(QCommandLineParser& parser) const override;
+    bool writeResult(const zoHostsTree& tree, const QCommandLineParser& parser) override;
+};

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "zoHostsCommand.h"
+
+// "hosts fold": names in as few words as possible, as hosts text or in the bracket form.
+class zoHostsFoldCommand final : public zoHostsCommand
+{
+    Q_DECLARE_TR_FUNCTIONS(zoHostsFoldCommand)
+
+protected:
+    QString name() const override;
+    QString description() const override;
+    QStringList examples() const override;
+    void addArguments(QCommandLineParser& parser) const override;
+    bool writeResult(const zoHostsTree& tree, const QCommandLineParser& parser) override;
+};

@@ -1,0 +1,83 @@
+#include "zoHostsInput.h"
+
+#include "zoConsole.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace
+{
+bool complainUnreadable(const QString& fileName, const QString& reason)
+{
+    zoConsole::complain(QStringLiteral("%1: %2").arg(fileName, reason));
+    return false;
+}
+} // namespace
+
+bool zoHostsInput::readArguments(const QStringList& texts)
+{
+    if (texts.isEmpty())
+        return readStandardInput();
+    for (const QString& text : texts) {
+        if (text != QLatin1String("-"))
+            append(QStringLiteral("TEXT"), text);
+        else if (!readStandardInput())
+            return false;
+    }
+    return true;
+}
+
+bool zoHostsInput::readFile(const QString& fileName)
+{
+    if (fileName == QLatin1String("-"))
+        return readStandardInput();
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly))
+        return complainUnreadable(fileName, file.errorString());
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        return complainUnreadable(fileName, file.errorString());
+    append(fileName, QString::fromUtf8(bytes));
+    return true;
+}
+
+bool zoHostsInput::readStandardInput()
+{
+    QFile file;
+    if (!file.open(stdin, QIODevice::ReadOnly))
+        return complainUnreadable(QStringLiteral("-"), file.errorString());
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        return complainUnreadable(QStringLiteral("-"), file.errorString());
+    append(QStringLiteral("-"), QString::fromUtf8(bytes));
+    return true;
+}
+
+void zoHostsInput::append(const QString& file, const QString& text)
+{
+    if (!m_sources.empty())
+        m_text += QLatin1Char('\n');
+    m_sources.push_back({file, m_text.size()});
+    m_text += text;
+}
+
+zoHostsInput::Place zoHostsInput::place(int offset) const
+{
+    const auto after =
+        std::upper_bound(m_sources.begin(), m_sources.end(), offset,
+                         [](int value, const Source& source) { return value < source.offset; });
+    const Source& source = *(after - 1);
+    const auto begin = m_text.cbegin() + source.offset;
+    const auto here = m_text.cbegin() + offset;
+    const int line = int(std::count(begin, here, QLatin1Char('\n'))) + 1;
+    int column = 1;
+    for (auto p = here; p != begin && *(p - 1) != QLatin1Char('\n'); --p) {
+        // The second half of a character outside the basic plane is no column of its own.
+        if (!(p - 1)->isLowSurrogate())
+            ++column;
+    }
+    return {source.file, line, column};
+}

@@ -1,0 +1,149 @@
+#include "zoHostsTree.h"
+
+#include "zoHPCHostsText.h"
+
+zoHostsTree::zoHostsTree()
+{
+    m_items.emplace_back();
+}
+
+bool zoHostsTree::readHostsText(const QString& text)
+{
+    int network = -1;
+    int anchor = Root; // the next "{" opens a network below it; -1 for none
+    int depth = 0;
+    bool isRange = false;
+    zoHPCHostsText reader(text);
+    while (reader.next()) {
+        const QStringView token = reader.token();
+        const QChar first = token.front();
+        if (first == QLatin1Char('[') || first == QLatin1Char('/'))
+            continue;
+        if (token.size() == 1 && first == QLatin1Char('{')) {
+            if (anchor < 0)
+                continue;
+            if (++depth > MaximumDepth)
+                return false;
+            Item item;
+            item.isNetwork = true;
+            network = append(anchor, item);
+            anchor = -1;
+            isRange = false;
+        } else if (token.size() == 1 && first == QLatin1Char('}')) {
+            if (network < 0)
+                continue;
+            --depth;
+            anchor = item(network).parent;
+            network = item(anchor).parent; // of the root: none
+            isRange = false;
+        } else if (token.size() == 1 && first == QLatin1Char('-')) {
+            isRange = true;
+        } else {
+            const QString name = zoHPCHostsText::hostName(token);
+            if (name.isEmpty())
+                continue;
+            QString option;
+            const bool isRenderNode =
+                !token.contains(QLatin1Char('[')) || !zoHPCHostsText::renderOption(token, option) ||
+                (option != QLatin1String("0") && option.toLower() != QLatin1String("false"));
+            if (network < 0) {
+                Item item;
+                item.isNetwork = true;
+                network = append(anchor, item);
+                ++depth;
+            }
+            appendHost(network, name, isRange, isRenderNode);
+            anchor = item(network).lastChild;
+            isRange = false;
+        }
+    }
+    return true;
+}
+
+void zoHostsTree::readNames(const QString& text)
+{
+    const auto isSeparator = [](QChar c) { return c.isSpace() || c == QLatin1Char(','); };
+    Item network;
+    network.isNetwork = true;
+    const int parent = append(Root, network);
+    const QChar* p = text.constData();
+    const QChar* end = p + text.size();
+    while (p != end) {
+        while (p != end && isSeparator(*p))
+            ++p;
+        const QChar* begin = p;
+        while (p != end && !isSeparator(*p))
+            ++p;
+        if (p != begin)
+            appendHost(parent, QString(begin, int(p - begin)), false, true);
+    }
+}
+
+int zoHostsTree::append(int parent, Item item)
+{
+    const int index = int(m_items.size());
+    item.parent = parent;
+    m_items.push_back(std::move(item));
+    Item& above = m_items[std::size_t(parent)];
+    if (above.lastChild < 0)
+        above.firstChild = index;
+    else
+        m_items[std::size_t(above.lastChild)].nextSibling = index;
+    above.lastChild = index;
+    return index;
+}
+
+// A range fills up from the sibling before, whatever stands between them in the text, where both have the
+// same prefix and are no more than 10000 apart.
+void zoHostsTree::appendHost(int network, const QString& name, bool isRange, bool isRenderNode)
+{
+    Item host;
+    host.isRenderNode = isRenderNode;
+    const int previous = item(network).lastChild;
+    if (isRange && previous >= 0) {
+        const zoHPCNumberedName from(item(previous).name);
+        const zoHPCNumberedName to(name);
+        const int distance = to.number() - from.number();
+        if (distance > 1 && distance < 10001 && from.prefix() == to.prefix()) {
+            for (int i = 1; i < distance; ++i) {
+                host.name = from.name(i);
+                append(network, host);
+            }
+        }
+    }
+    host.name = name;
+    append(network, host);
+}
+
+std::vector<int> zoHostsTree::children(int index) const
+{
+    std::vector<int> result;
+    for (int child = item(index).firstChild; child >= 0; child = item(child).nextSibling)
+        result.push_back(child);
+    return result;
+}
+
+int zoHostsTree::next(int index, int& depth) const
+{
+    if (item(index).firstChild >= 0) {
+        ++depth;
+        return item(index).firstChild;
+    }
+    while (index >= 0 && item(index).nextSibling < 0) {
+        index = item(index).parent;
+        --depth;
+    }
+    return index < 0 ? -1 : item(index).nextSibling;
+}
+
+std::vector<QString> zoHostsTree::hostNames() const
+{
+    std::vector<QString> result;
+    result.reserve(m_items.size());
+    int depth = 0;
+    for (int index = next(Root, depth); index >= 0; index = next(index, depth)) {
+        if (!item(index).isNetwork)
+            result.push_back(item(index).name);
+    }
+    return result;
+}

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+#include <vector>
+
+// Networks and hosts in memory, in the order of the text, without anything of a window: what the host tree
+// becomes when it reads the same hosts text. Items are referred to by their index; item 0 is the root.
+class zoHostsTree final
+{
+public:
+    struct Item
+    {
+        QString name; // hosts only
+        int parent = -1;
+        int firstChild = -1;
+        int lastChild = -1;
+        int nextSibling = -1;
+        bool isNetwork = false;
+        bool isRenderNode = true;
+    };
+
+    static constexpr int Root = 0;
+    // Deeper braces are not read.
+    static constexpr int MaximumDepth = 10000;
+
+    zoHostsTree();
+
+    // Reads hosts text into an empty tree; false when its braces are too deep.
+    bool readHostsText(const QString& text);
+    // Reads names as they stand, parted by blanks and commas, into one network.
+    void readNames(const QString& text);
+
+    const Item& item(int index) const { return m_items[std::size_t(index)]; }
+    std::vector<int> children(int index) const;
+    // The item that follows in pre-order; -1 after the last. `depth` is kept up.
+    int next(int index, int& depth) const;
+
+    // All hosts in pre-order.
+    std::vector<QString> hostNames() const;
+
+private:
+    int append(int parent, Item item);
+    void appendHost(int network, const QString& name, bool isRange, bool isRenderNode);
+
+    std::vector<Item> m_items;
+};

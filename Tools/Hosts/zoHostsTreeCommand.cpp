@@ -1,0 +1,112 @@
+#include "zoHostsTreeCommand.h"
+
+#include "zoConsole.h"
+#include "zoHPCHostsText.h"
+
+QString zoHostsTreeCommand::name() const
+{
+    return QStringLiteral("hosts tree");
+}
+
+QString zoHostsTreeCommand::description() const
+{
+    return tr("Shows the networks that hosts text makes, their hosts, and the networks behind gateways. "
+              "Networks are\n"
+              "numbered from 1 in the order of the tree.");
+}
+
+QStringList zoHostsTreeCommand::examples() const
+{
+    return {QStringLiteral("zohpc hosts tree '{ gpu01 - gpu16 gw[rt=0] { wall1 - wall6 } }'\t") +
+                tr("a gateway that does not render, with six hosts behind it"),
+            QStringLiteral("zohpc hosts tree --json -f hosts.txt\t") +
+                tr("the same of a file, for a script")};
+}
+
+bool zoHostsTreeCommand::writeResult(const zoHostsTree& tree, const QCommandLineParser& parser)
+{
+    return zoConsole::write(parser.isSet(QStringLiteral("json")) ? json(tree) : text(tree));
+}
+
+namespace
+{
+// The last host that one line, "n01 - n16", can say together with this one; the host itself when they are
+// less than three.
+int lastOfRange(const zoHostsTree& tree, int index)
+{
+    const zoHostsTree::Item& item = tree.item(index);
+    const zoHPCNumberedName first(item.name);
+    if (item.firstChild >= 0 || first.digits().isEmpty() || first.name(0) != item.name)
+        return index;
+    int last = index;
+    int count = 1;
+    for (int i = item.nextSibling; i >= 0; i = tree.item(i).nextSibling) {
+        const zoHostsTree::Item& sibling = tree.item(i);
+        if (sibling.firstChild >= 0 || sibling.isRenderNode != item.isRenderNode ||
+            sibling.name != first.name(count))
+            break;
+        last = i;
+        ++count;
+    }
+    return count < 3 ? index : last;
+}
+} // namespace
+
+QByteArray zoHostsTreeCommand::text(const zoHostsTree& tree)
+{
+    QByteArray result;
+    int networks = 0;
+    int depth = 0;
+    for (int index = tree.next(zoHostsTree::Root, depth); index >= 0;) {
+        const zoHostsTree::Item& item = tree.item(index);
+        result.append(2 * (depth - 1), ' ');
+        if (item.isNetwork) {
+            const std::size_t hosts = tree.children(index).size();
+            const QString number = QString::number(++networks);
+            result += hosts == 1 ? tr("network %1: 1 host").arg(number).toUtf8()
+                                 : tr("network %1: %2 hosts").arg(number, QString::number(hosts)).toUtf8();
+            result += '\n';
+            index = tree.next(index, depth);
+            continue;
+        }
+        const int last = lastOfRange(tree, index);
+        const bool isRange = last != index;
+        result += item.name.toUtf8();
+        if (isRange)
+            result += " - " + tree.item(last).name.toUtf8();
+        if (item.firstChild >= 0)
+            result += tr(", gateway").toUtf8();
+        if (!item.isRenderNode)
+            result += tr(", does not render").toUtf8();
+        result += '\n';
+        index = tree.next(isRange ? last : index, depth);
+    }
+    return result;
+}
+
+// Written in one pass: braces may be too deep for recursions.
+QByteArray zoHostsTreeCommand::json(const zoHostsTree& tree)
+{
+    QByteArray result("{\"networks\": [");
+    int networks = 0;
+    int depth = 0;
+    int level = 0;
+    for (int index = tree.next(zoHostsTree::Root, depth), isFirst = 1; index >= 0; isFirst = 0) {
+        for (; level >= depth; --level)
+            result += "]}";
+        if (!isFirst && result.endsWith('}'))
+            result += ',';
+        level = depth;
+        const zoHostsTree::Item& item = tree.item(index);
+        result += '\n' + QByteArray(depth, ' ');
+        if (item.isNetwork)
+            result += "{\"index\": " + QByteArray::number(++networks) + ", \"hosts\": [";
+        else
+            result += "{\"name\": " + zoConsole::json(item.name) +
+                      ", \"render\": " + (item.isRenderNode ? "true" : "false") + ", \"networks\": [";
+        index = tree.next(index, depth);
+    }
+    for (; level > 0; --level)
+        result += "]}";
+    return result + "]}\n";
+}

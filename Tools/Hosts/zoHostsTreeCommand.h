@@ -1,0 +1,19 @@
+#pragma once
+
+#include "zoHostsCommand.h"
+
+// "hosts tree": the networks with their hosts, gateways and what is behind them.
+class zoHostsTreeCommand final : public zoHostsCommand
+{
+    Q_DECLARE_TR_FUNCTIONS(zoHostsTreeCommand)
+
+protected:
+    QString name() const override;
+    QString description() const override;
+    QStringList examples() const override;
+    bool writeResult(const zoHostsTree& tree, const QCommandLineParser& parser) override;
+
+private:
+    static QByteArray text(const zoHostsTree& tree);
+    static QByteArray json(const zoHostsTree& tree);
+};

@@ -1,0 +1,124 @@
+#include "zoCommandTable.h"
+#include "zoConsole.h"
+#include "zoHostsExpandCommand.h"
+#include "zoHostsFoldCommand.h"
+#include "zoHostsTreeCommand.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QStringList>
+
+#include <cerrno>
+#include <cstring>
+#include <memory>
+#include <vector>
+
+#include <unistd.h>
+
+namespace
+{
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("zohpc", text);
+}
+
+QString overview()
+{
+    QString text = tr("Usage: zohpc COMMAND [options] ...\n"
+                      "Clusters and walls in configuration files and hosts text, without a window.\n"
+                      "\n"
+                      "Commands:\n");
+    for (const zoCommandEntry& entry : zoCommandTable)
+        text += QStringLiteral("  %1 %2\n")
+                    .arg(QString::fromLatin1(entry.name).leftJustified(14), tr(entry.summary));
+    text += tr("\n"
+               "  zohpc COMMAND --help   options and examples of a command\n"
+               "  zohpc --version        the version\n"
+               "\n"
+               "\"-\" is standard input. Exit codes: 0 fine, 1 problems found, 2 wrong usage or unreadable "
+               "input.\n");
+    return text;
+}
+
+std::unique_ptr<zoCommand> createCommand(const QString& name)
+{
+    if (name == QLatin1String("hosts expand"))
+        return std::make_unique<zoHostsExpandCommand>();
+    if (name == QLatin1String("hosts fold"))
+        return std::make_unique<zoHostsFoldCommand>();
+    if (name == QLatin1String("hosts tree"))
+        return std::make_unique<zoHostsTreeCommand>();
+    return nullptr;
+}
+
+// The entry that the first one or two arguments name; takes them off.
+const zoCommandEntry* takeCommand(QStringList& arguments)
+{
+    for (const zoCommandEntry& entry : zoCommandTable) {
+        const QStringList words = QString::fromLatin1(entry.name).split(QLatin1Char(' '));
+        if (arguments.mid(0, words.size()) == words) {
+            arguments = arguments.mid(words.size());
+            return &entry;
+        }
+    }
+    return nullptr;
+}
+
+// Becomes the program with the module's classes; returns only when that fails.
+int runDocumentProgram(const QString& command, const QStringList& arguments)
+{
+    const QStringList words = QStringList{QStringLiteral("zohpc"), command} + arguments;
+    std::vector<QByteArray> texts;
+    for (const QString& word : words)
+        texts.push_back(word.toLocal8Bit());
+    std::vector<char*> argv;
+    for (QByteArray& text : texts)
+        argv.push_back(text.data());
+    argv.push_back(nullptr);
+
+    const QByteArray program = QFile::encodeName(QCoreApplication::applicationDirPath() +
+                                                 QLatin1String("/" ZO_LIBEXEC_DIR "/zohpc-document"));
+    execv(program.constData(), argv.data());
+    zoConsole::complain(
+        tr("zohpc: %1: %2").arg(QFile::decodeName(program), QString::fromLocal8Bit(std::strerror(errno))));
+    return zoConsole::Unusable;
+}
+
+int usageError(const QString& reason)
+{
+    zoConsole::complain(tr("zohpc: %1\nTry 'zohpc --help'.").arg(reason));
+    return zoConsole::Unusable;
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("zohpc"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(ZO_VERSION));
+
+    QStringList arguments = QCoreApplication::arguments().mid(1);
+    if (arguments.isEmpty())
+        return usageError(tr("no command given"));
+    QString first = arguments.constFirst();
+    if (first == QLatin1String("help")) {
+        arguments.removeFirst();
+        if (!arguments.isEmpty())
+            arguments << QStringLiteral("--help");
+        first = arguments.isEmpty() ? QStringLiteral("--help") : arguments.constFirst();
+    }
+    if (first == QLatin1String("--help") || first == QLatin1String("-h"))
+        return zoConsole::write(overview().toUtf8()) ? zoConsole::Fine : zoConsole::Unusable;
+    if (first == QLatin1String("--version") || first == QLatin1String("-v"))
+        return zoConsole::write("zohpc " ZO_VERSION "\n") ? zoConsole::Fine : zoConsole::Unusable;
+
+    const zoCommandEntry* entry = takeCommand(arguments);
+    if (entry == nullptr) {
+        const QString words =
+            QStringList(arguments.mid(0, first == QLatin1String("hosts") ? 2 : 1)).join(QLatin1Char(' '));
+        return usageError(tr("unknown command \"%1\"").arg(words));
+    }
+    if (entry->isDocumentCommand)
+        return runDocumentProgram(QString::fromLatin1(entry->name), arguments);
+    return createCommand(QString::fromLatin1(entry->name))->run(arguments);
+}
