@@ -17,6 +17,8 @@
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QStackedWidget>
+#include <QStyle>
+#include <QStyleOption>
 #include <QTextDocument>
 #include <QTreeWidget>
 
@@ -81,6 +83,8 @@ private slots:
 
     void comboHasItsRows_data();
     void comboHasItsRows();
+    void longestRowIsNotCutOff_data() { comboHasItsRows_data(); }
+    void longestRowIsNotCutOff();
     void fieldHasItsLabel_data();
     void fieldHasItsLabel();
     void checkBoxHasItsText_data();
@@ -218,6 +222,26 @@ void tst_zoHPCTreeEditGUIW::comboHasItsRows()
 
     QCOMPARE(shown, rows);
     QVERIFY(!combo->isEditable());
+}
+
+void tst_zoHPCTreeEditGUIW::longestRowIsNotCutOff()
+{
+    const QComboBox* const combo = find<QComboBox>(QTest::currentDataTag());
+    find<QZOCollapsibleFrame>("m_advancedMasterOptions")->setCollapsed(false);
+    m_editor->setItem(combo->objectName().startsWith(QLatin1String("m_network")) ? m_network : m_master);
+    m_editor->show();
+
+    m_editor->resize(1, 1);
+    QCoreApplication::processEvents();
+
+    QStyleOptionComboBox option;
+    option.initFrom(combo);
+    const int room = combo->style()
+                         ->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, combo)
+                         .width();
+    for (int i = 0; i < combo->count(); ++i)
+        QVERIFY2(combo->fontMetrics().horizontalAdvance(combo->itemText(i)) <= room,
+                 qPrintable(combo->itemText(i)));
 }
 
 void tst_zoHPCTreeEditGUIW::fieldHasItsLabel_data()

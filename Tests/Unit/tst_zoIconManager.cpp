@@ -336,9 +336,11 @@ void tst_zoIconManager::pictureNeedsNoPluginOfQt()
 
 void tst_zoIconManager::nameMayGoAwayAfterTheCall()
 {
-    // As a name in the data of a module that is unloaded later. The suffix makes it a name of its own in the cache.
+    // As a name in the data of a module that is unloaded later. The suffix makes it a name of its own in the
+    // cache.
     QString name = QStringLiteral("Save.svg");
-    const QIcon before = zoIconManager::getIcon(QString::fromRawData(name.constData(), name.size()), QString());
+    const QIcon before =
+        zoIconManager::getIcon(QString::fromRawData(name.constData(), name.size()), QString());
     QVERIFY(!before.isNull());
     name.fill(QLatin1Char('x'));
 
