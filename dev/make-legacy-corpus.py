@@ -71,7 +71,7 @@ def to_double(text):
 
 
 def fmod(value, size):
-    return math.nan if size == 0 else math.fmod(value, size)
+    return math.nan if size == 0 or math.isinf(value) else math.fmod(value, size)
 
 
 def point(text, number):
