@@ -68,7 +68,6 @@ zoHostMainWindow::zoHostMainWindow(const Services& services, QWidget* parent)
     setDockOptions(QMainWindow::AnimatedDocks | QMainWindow::AllowTabbedDocks);
 
     m_emptyPage->setAlignment(Qt::AlignCenter);
-    m_emptyPage->setForegroundRole(QPalette::Mid);
     m_pages->addWidget(m_emptyPage);
     setCentralWidget(m_pages);
 
