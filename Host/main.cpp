@@ -36,8 +36,10 @@ int main(int argc, char** argv)
     if (commandLine.options.nonInteractive)
         chooseOffscreenWithoutDisplay();
 
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+#endif
     const QApplication application(argc, argv);
     zoHostApplication host(commandLine.options);
     return host.run();

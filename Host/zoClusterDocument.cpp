@@ -74,7 +74,7 @@ bool readItems(const QString& text, std::vector<Item>& items, QString& reason)
         switch (xml.readNext()) {
         case QXmlStreamReader::StartElement: {
             const int parent = open.back();
-            const QStringRef tag = xml.qualifiedName();
+            const auto tag = xml.qualifiedName();
             const QXmlStreamAttributes attributes = xml.attributes();
             int index = NoItem;
             if (tag == QLatin1String("master")) {
