@@ -116,7 +116,8 @@ void zoHostMainWindow::createMenus()
     preferences->setMenuRole(QAction::PreferencesRole);
 
     QMenu* view = menuBar()->addMenu(tr("&View"));
-    for (QDockWidget* dock : findChildren<QDockWidget*>(QString(), Qt::FindDirectChildrenOnly))
+    const QList<QDockWidget*> docks = findChildren<QDockWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    for (QDockWidget* dock : docks)
         view->addAction(dock->toggleViewAction());
     view->addAction(m_moduleToolBar->toggleViewAction());
 

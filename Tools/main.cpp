@@ -69,9 +69,11 @@ int runDocumentProgram(const QString& command, const QStringList& arguments)
 {
     const QStringList words = QStringList{QStringLiteral("zohpc"), command} + arguments;
     std::vector<QByteArray> texts;
+    texts.reserve(std::size_t(words.size()));
     for (const QString& word : words)
         texts.push_back(word.toLocal8Bit());
     std::vector<char*> argv;
+    argv.reserve(texts.size() + 1);
     for (QByteArray& text : texts)
         argv.push_back(text.data());
     argv.push_back(nullptr);

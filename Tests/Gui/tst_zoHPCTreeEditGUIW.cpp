@@ -917,7 +917,7 @@ void tst_zoHPCTreeEditGUIW::selectionInTheTreeIsShown()
 {
     // As the window connects them.
     QVERIFY(connect(m_tree.get(), SIGNAL(selectedItemChanged(zoHPCTreeItem*)), m_editor.get(),
-                    SLOT(setItem(zoHPCTreeItem*))));
+                                         SLOT(setItem(zoHPCTreeItem*))));
 
     m_tree->setSelectedItem(m_node);
 

@@ -57,6 +57,7 @@ private:
         if (!m_keepOrder)
             items = sorted(items);
         std::vector<QString> names;
+        names.reserve(items.size());
         for (const int item : items)
             names.push_back(m_tree.item(item).firstChild < 0 ? m_tree.item(item).name : QString());
         return {std::move(items), std::move(names), 0, depth, isBraced};

@@ -88,7 +88,7 @@ void zoHPC::connectMainWindow()
     const zoHPCTreeEditGUIW* editor = m_mainWindow->getEditor();
     connect(editor, SIGNAL(imageCompressionChanged(QString)), this, SLOT(updateRuntimConfig()));
     connect(editor, SIGNAL(sceneCompressionChanged(QString)), this, SLOT(updateRuntimConfig()));
-    connect(editor, SIGNAL(startStopActionsChanged(bool, bool, bool)), this, SLOT(updateRuntimConfig()));
+    connect(editor, SIGNAL(startStopActionsChanged(bool,bool,bool)), this, SLOT(updateRuntimConfig()));
     connect(editor, SIGNAL(parallelFramesChanged(int)), this, SLOT(updateRuntimConfig()));
     connect(editor, SIGNAL(frameQueueLengthChanged(int)), this, SLOT(updateRuntimConfig()));
     connect(editor, SIGNAL(stillFrameSupersamplingChanged(int)), this, SLOT(updateRuntimConfig()));
@@ -155,9 +155,9 @@ void zoHPC::startCluster()
         return;
     m_starting = true;
     connect(m_clusterService, SIGNAL(multipleServersFound(QString)), this,
-            SLOT(setFoundMultipleServers(QString)));
+                                     SLOT(setFoundMultipleServers(QString)));
     connect(m_clusterService, SIGNAL(notEnoughMemoryFound(QString)), this,
-            SLOT(setFoundNotEnoughMemory(QString)));
+                                     SLOT(setFoundNotEnoughMemory(QString)));
 
     const QString config = m_mainWindow->getConfigString();
     m_clusterService->setAcceptRunningServers(false);
@@ -169,9 +169,9 @@ void zoHPC::startCluster()
         m_retryRequested = false;
 
     disconnect(m_clusterService, SIGNAL(multipleServersFound(QString)), this,
-               SLOT(setFoundMultipleServers(QString)));
+                                        SLOT(setFoundMultipleServers(QString)));
     disconnect(m_clusterService, SIGNAL(notEnoughMemoryFound(QString)), this,
-               SLOT(setFoundNotEnoughMemory(QString)));
+                                        SLOT(setFoundNotEnoughMemory(QString)));
     m_starting = false;
 }
 

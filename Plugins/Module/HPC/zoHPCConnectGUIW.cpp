@@ -21,7 +21,7 @@ zoHPCConnectGUIW::zoHPCConnectGUIW(QWidget* parent, const QString& name)
 
     connect(m_abortButton, SIGNAL(clicked()), this, SLOT(clickedAbort()));
     if (zoClusterService* service = zoKernelServiceFactory::getService<zoClusterService>()) {
-        connect(service, SIGNAL(progressChanged(QString, int)), this, SLOT(setProgress(QString, int)));
+        connect(service, SIGNAL(progressChanged(QString,int)), this, SLOT(setProgress(QString,int)));
         connect(service, SIGNAL(progressFinished()), this, SLOT(setFinished()));
     }
 }

@@ -621,9 +621,9 @@ void zoHPCDisplayGUII::connectServices()
 {
     // By name, as with every service of the host: an older host may lack one of the signals.
     if (auto* cameras = zoKernelServiceFactory::getService<zoCameraService>())
-        connect(cameras, SIGNAL(camerasChanged(void)), this, SLOT(updateCameraList()));
+        connect(cameras, SIGNAL(camerasChanged()), this, SLOT(updateCameraList()));
     if (auto* nodes = zoKernelServiceFactory::getService<zoNodeService>())
-        connect(nodes, SIGNAL(cameraNameChanged(uint, QString)), this, SLOT(updateCameraList()));
+        connect(nodes, SIGNAL(cameraNameChanged(uint,QString)), this, SLOT(updateCameraList()));
 }
 
 void zoHPCDisplayGUII::activate(ActiveTree tree)
