@@ -161,6 +161,7 @@ private slots:
     void editConfigShowsTheTextAndAppliesItUnchanged();
     void editConfigCancelledChangesNothing();
     void importLegacyLoadsTheConvertedText();
+    void importLegacyOfAnotherFileSaysSoInTheStatusBar();
     void importLegacyOfAMissingFileIsAnEmptyCluster();
     void deepHostsTextIsSavedAndLoaded();
     void hashSeedDoesNotChangeTheBytes_data();
@@ -809,6 +810,19 @@ void tst_zoHPCGUIW::importLegacyLoadsTheConvertedText()
     QCOMPARE(filters, QStringList{QStringLiteral("Legacy Config (*.xml)")});
     QCOMPARE(m_window->getTree()->getNodeNames(), (QStringList{"a", "b"}));
     QVERIFY(m_window->getTree()->getNodeItems().front()->isDisplayNode());
+    QCOMPARE(m_window->findChild<QStatusBar*>()->currentMessage(), QString());
+}
+
+void tst_zoHPCGUIW::importLegacyOfAnotherFileSaysSoInTheStatusBar()
+{
+    write(path("other.xml"), "<html><body/></html>");
+    const zoDialogRobot robot([this](QDialog* dialog) { choose(dialog, path("other.xml")); });
+
+    action("Import legacy...")->trigger();
+
+    QCOMPARE(m_window->findChild<QStatusBar*>()->currentMessage(),
+             path("other.xml") + QStringLiteral(" holds no parameters of a legacy configuration."));
+    QVERIFY(m_window->getTree()->getNodeNames().isEmpty());
 }
 
 void tst_zoHPCGUIW::importLegacyOfAMissingFileIsAnEmptyCluster()

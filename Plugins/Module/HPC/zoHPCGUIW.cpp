@@ -368,4 +368,9 @@ void zoHPCGUIW::importLegacy()
         text = textOf(file.readAll());
     zoHPCConfigConverter converter;
     setConfigString(converter.convert(text));
+    if (converter.parameterCount() == 0)
+        statusBar()->showMessage(tr("%1 holds no parameters of a legacy configuration.")
+                                     .arg(QDir::toNativeSeparators(fileName)));
+    else
+        statusBar()->clearMessage();
 }
