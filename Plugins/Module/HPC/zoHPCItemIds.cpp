@@ -1,5 +1,7 @@
 #include "zoHPCItemIds.h"
 
+#include <algorithm>
+
 int zoHPCNetworkPaths::child(int path, int row)
 {
     const quint64 key = quint64(uint(path)) << 32 | uint(row);
@@ -34,6 +36,13 @@ zoHPCTreeItem* zoHPCItemIds::findName(const QString& id) const
 {
     const int entry = find(id, qHash(id));
     return entry < 0 ? nullptr : m_entries[std::size_t(entry)].item;
+}
+
+zoHPCTreeItem* zoHPCItemIds::findSame(const zoHPCItemIds& other, int entry) const
+{
+    const Entry& wanted = other.m_entries[std::size_t(entry)];
+    const int found = find(wanted.id, wanted.hash);
+    return found < 0 ? nullptr : m_entries[std::size_t(found)].item;
 }
 
 int zoHPCItemIds::addNetwork(int path, zoHPCTreeItem* item)

@@ -28,6 +28,8 @@ public:
     // Enters a node or the master; returns the index of its entry for id().
     int addName(const QString& name, zoHPCTreeItem* item);
     const QString& id(int entry) const { return m_entries[std::size_t(entry)].id; }
+    // The item that has the id of an entry of `other` here.
+    zoHPCTreeItem* findSame(const zoHPCItemIds& other, int entry) const;
     zoHPCTreeItem* findName(const QString& id) const;
 
     // Enters a network; returns how many had this path before.

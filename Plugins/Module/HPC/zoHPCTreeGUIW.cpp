@@ -21,6 +21,7 @@
 #include <QPointer>
 #include <QStyle>
 #include <QTreeWidget>
+#include <QVarLengthArray>
 
 #include <algorithm>
 #include <cstring>
@@ -107,7 +108,8 @@ public:
         return networks;
     }
     const QList<QTreeWidgetItem*>& networks() const { return m_networks; }
-    void overwriteOptions() const;
+    // Returns whether there was any.
+    bool overwriteOptions() const;
     int depthLimit() const { return m_depthLimit; }
 
 private:
@@ -167,6 +169,7 @@ void HostsTextBuilder::openNetwork()
     auto* network = new zoHPCTreeItem(m_view);
     network->setIsNetwork(true);
     network->setText(0, m_networkText);
+    network->takeNewLook();
     if (m_anchor) {
         m_open.back().attach();
         m_anchor->addChild(network);
@@ -190,6 +193,7 @@ zoHPCTreeItem* HostsTextBuilder::newNode(const QString& name)
     auto* node = new zoHPCTreeItem(m_view);
     node->setIsNode(true);
     node->setHostName(name);
+    node->takeNewLook();
     return node;
 }
 
@@ -246,29 +250,53 @@ void HostsTextBuilder::fillRange(std::vector<zoHPCTreeItem*>& inserted)
     rows.pending.append(node);
 }
 
-void HostsTextBuilder::overwriteOptions() const
+bool HostsTextBuilder::overwriteOptions() const
 {
     for (const auto& option : m_renderOptions) {
         if (option.first->isRenderNode() != option.second)
             option.first->setOptionQuietly(zoHPCOption::RenderNode,
                                            option.second ? QString() : QStringLiteral("false"));
     }
+    return !m_renderOptions.empty();
 }
 
-// Takes over what items with the same id had. Both trees are walked in pre-order, in which ids are given.
-void restoreFrom(zoHPCTreeItem* oldMaster, const QList<QTreeWidgetItem*>& newNetworks)
+// Whether two trees, each in pre-order, have the same items at the same places. Their ids are the same then.
+bool isSameTree(const std::vector<zoHPCTreeItem*>& first, const std::vector<zoHPCTreeItem*>& second)
 {
+    return std::equal(first.cbegin(), first.cend(), second.cbegin(), second.cend(),
+                      [](const zoHPCTreeItem* a, const zoHPCTreeItem* b) {
+                          return a->isNetwork() == b->isNetwork() && a->childCount() == b->childCount() &&
+                                 a->hostName() == b->hostName();
+                      });
+}
+
+// Takes over what items with the same id had; returns whether there was anything to take. Both trees are
+// walked in pre-order, in which ids are given.
+bool restoreFrom(zoHPCTreeItem* oldMaster, const QList<QTreeWidgetItem*>& newNetworks)
+{
+    bool plain = true;
+    forEachBelow(oldMaster, [&plain](const zoHPCTreeItem* item) { return plain = item->isPlain(); });
+    if (plain && oldMaster->hostName().isEmpty())
+        return false; // equal to what new items are
+
     std::vector<zoHPCTreeItem*> oldItems;
     oldMaster->getAllSubItems(oldItems);
-    bool plain = true;
-    bool ambiguous = false;
-    for (auto item = oldItems.cbegin() + 1; item != oldItems.cend(); ++item) {
-        plain = plain && (*item)->isPlain();
-        ambiguous = ambiguous || zoHPCItemIds::isAmbiguous((*item)->hostName());
+    if (oldMaster->hostName().isEmpty()) {
+        std::vector<zoHPCTreeItem*> newItems;
+        newItems.reserve(oldItems.size());
+        newItems.push_back(oldMaster); // in the master's place
+        for (QTreeWidgetItem* network : newNetworks)
+            static_cast<zoHPCTreeItem*>(network)->getAllSubItems(newItems);
+        if (isSameTree(oldItems, newItems)) {
+            for (std::size_t i = 1; i < newItems.size(); ++i)
+                newItems[i]->takeOver(*oldItems[i]);
+            return true;
+        }
     }
-    if (plain && oldMaster->hostName().isEmpty())
-        return; // equal to what new items are
 
+    const bool ambiguous = std::any_of(oldItems.cbegin() + 1, oldItems.cend(), [](const zoHPCTreeItem* item) {
+        return zoHPCItemIds::isAmbiguous(item->hostName());
+    });
     if (ambiguous) {
         std::map<QString, zoHPCTreeItem*> oldIds;
         std::map<QString, zoHPCTreeItem*> newIds;
@@ -283,7 +311,7 @@ void restoreFrom(zoHPCTreeItem* oldMaster, const QList<QTreeWidgetItem*>& newNet
             return true;
         });
         root.takeChildren();
-        return;
+        return true;
     }
 
     struct Place
@@ -318,12 +346,13 @@ void restoreFrom(zoHPCTreeItem* oldMaster, const QList<QTreeWidgetItem*>& newNet
     zoHPCItemIds newIds;
     newIds.reserve(oldItems.size());
     walk(roots, [&oldIds, &newIds](zoHPCTreeItem* item, int path) {
-        const zoHPCTreeItem* previous =
-            item->isNetwork() ? oldIds.findNetwork(path, newIds.addNetwork(path, item))
-                              : oldIds.findName(newIds.id(newIds.addName(item->hostName(), item)));
+        const zoHPCTreeItem* previous = item->isNetwork()
+                                            ? oldIds.findNetwork(path, newIds.addNetwork(path, item))
+                                            : oldIds.findSame(newIds, newIds.addName(item->hostName(), item));
         if (previous)
             item->takeOver(*previous);
     });
+    return true;
 }
 
 // Builds items from elements, detached from the tree until attach().
@@ -593,16 +622,31 @@ zoHPCTreeItem* HostsTextWriter::at(const Place& place, int index) const
 class RunName final
 {
 public:
-    explicit RunName(const QString& name) : m_number(name)
-    {
-        const QStringView digits = m_number.digits();
+    explicit RunName(const QString& name)
+        : m_number(name)
+        , m_prefix(int(m_number.prefix().size()))
         // A longer number may not fit and then counts as 0.
-        m_counts = digits.size() <= 9;
-        if (m_counts) {
-            m_length = digits.isEmpty() ? 1 : int(digits.size());
-            m_digits[0] = QLatin1Char('0');
-            std::copy(digits.begin(), digits.end(), m_digits);
-        }
+        , m_counts(m_number.digits().size() <= 9)
+    {
+        if (m_prefix > 0)
+            m_expected.append(m_number.prefix().data(), m_prefix);
+        if (m_number.digits().isEmpty())
+            m_expected.append(QLatin1Char('0'));
+        else
+            m_expected.append(m_number.digits().data(), int(m_number.digits().size()));
+    }
+
+    // Whether `next` might follow `name`: the last digit decides for most that do not.
+    static bool mayFollow(const QString& name, const QString& next)
+    {
+        if (next.isEmpty())
+            return false;
+        const ushort last = name.isEmpty() ? 0 : name.at(name.size() - 1).unicode();
+        const ushort nextLast = next.at(next.size() - 1).unicode();
+        // "1" follows names without a number and numbers that do not fit.
+        if (nextLast == '1' || last == '\n')
+            return true;
+        return last >= '0' && last <= '9' && nextLast == (last == '9' ? '0' : last + 1);
     }
 
     // Goes on by one; whether the name is the one expected there.
@@ -611,39 +655,58 @@ public:
         ++m_offset;
         if (!m_counts)
             return name == m_number.name(m_offset);
-        int i = m_length - 1;
-        while (i >= 0 && m_digits[i] == QLatin1Char('9'))
-            m_digits[i--] = QLatin1Char('0');
-        if (i >= 0) {
-            m_digits[i] = QChar(m_digits[i].unicode() + 1);
-        } else {
-            std::memmove(m_digits + 1, m_digits, std::size_t(m_length) * sizeof(QChar));
-            m_digits[0] = QLatin1Char('1');
-            ++m_length;
-        }
-        const int prefix = int(m_number.prefix().size());
-        const QChar* data = name.constData();
-        return name.size() == prefix + m_length &&
-               std::memcmp(data + prefix, m_digits, std::size_t(m_length) * sizeof(QChar)) == 0 &&
-               std::memcmp(data, m_number.prefix().data(), std::size_t(prefix) * sizeof(QChar)) == 0;
+        int i = m_expected.size() - 1;
+        while (i >= m_prefix && m_expected[i] == QLatin1Char('9'))
+            m_expected[i--] = QLatin1Char('0');
+        if (i >= m_prefix)
+            m_expected[i] = QChar(ushort(m_expected[i].unicode() + 1));
+        else
+            m_expected.insert(m_prefix, QLatin1Char('1'));
+        return isExpected(name);
     }
 
 private:
-    zoHPCNumberedName m_number;
-    bool m_counts = false;
+    // Four characters at a time: names are too short for the library's comparison to pay.
+    bool isExpected(const QString& name) const
+    {
+        const int size = m_expected.size();
+        if (name.size() != size)
+            return false;
+        const QChar* a = name.constData();
+        const QChar* b = m_expected.constData();
+        int i = 0;
+        for (; i + 4 <= size; i += 4) {
+            quint64 left = 0;
+            quint64 right = 0;
+            std::memcpy(&left, a + i, sizeof(left));
+            std::memcpy(&right, b + i, sizeof(right));
+            if (left != right)
+                return false;
+        }
+        for (; i < size; ++i) {
+            if (a[i] != b[i])
+                return false;
+        }
+        return true;
+    }
+
+    const zoHPCNumberedName m_number;
+    const int m_prefix;
+    const bool m_counts;
     int m_offset = 0;
-    int m_length = 0;
-    QChar m_digits[24];
+    QVarLengthArray<QChar, 64> m_expected;
 };
 
 // The last item of the run that starts at the next item; that item itself when no run of three starts there.
 int HostsTextWriter::lastOfRun(const Place& place) const
 {
     const int first = place.next;
-    if (first + 2 >= place.count || at(place, first)->childCount() > 0)
+    if (first + 2 >= place.count)
         return first;
-    const QString& name = at(place, first)->hostName();
-    RunName expected(name);
+    const zoHPCTreeItem* start = at(place, first);
+    if (start->childCount() > 0 || !RunName::mayFollow(start->hostName(), at(place, first + 1)->hostName()))
+        return first;
+    RunName expected(start->hostName());
     int last = first;
     while (last + 1 < place.count) {
         const zoHPCTreeItem* item = at(place, last + 1);
@@ -799,7 +862,8 @@ zoHPCTreeItem* zoHPCTreeGUIW::findNetworkByIndex(int index) const
 
 QString zoHPCTreeGUIW::getHostsString()
 {
-    setSelectedItem(m_master);
+    if (selectedItem() != m_master)
+        setSelectedItem(m_master);
     zoHPCTreeItem* start = m_master;
     if (!start->isNetwork() && start->childCount() == 1)
         start = static_cast<zoHPCTreeItem*>(start->child(0));
@@ -839,13 +903,15 @@ void zoHPCTreeGUIW::setHostString(const QString& text)
     }
     m_booking.clear();
     setSelectedItem(m_master);
-    restoreFrom(m_master, builder.networks());
-    builder.overwriteOptions();
+    const bool restored = restoreFrom(m_master, builder.networks());
+    const bool overridden = builder.overwriteOptions();
 
     buryAll();
     const QList<QTreeWidgetItem*> networks = builder.takeNetworks();
-    for (QTreeWidgetItem* network : networks)
-        static_cast<zoHPCTreeItem*>(network)->refreshLooksUnder(*m_master);
+    if (restored || overridden || !m_master->isEnabled()) {
+        for (QTreeWidgetItem* network : networks)
+            static_cast<zoHPCTreeItem*>(network)->refreshLooksUnder(*m_master);
+    }
     m_master->addChildren(networks);
     expandAllParents();
 }
@@ -1168,6 +1234,8 @@ void zoHPCTreeGUIW::buryAll()
     // Removing rows costs the number of expanded ones times their depth.
     m_ui->m_treeWidget->collapseAll();
     bury(m_master->takeChildren());
+    // With the master expanded, what comes is laid out once, later.
+    m_master->setExpanded(true);
 }
 
 void zoHPCTreeGUIW::clearGraveyard()

@@ -502,7 +502,8 @@ void zoHPCTreeItem::takeOver(const zoHPCTreeItem& previous)
     }
     m_isRunning = previous.m_isRunning;
     m_isDisplayNode = previous.m_isDisplayNode;
-    setUniqueHostName(previous.uniqueHostName());
+    if (previous.m_uniqueNameIs != UniqueNameEmpty || m_uniqueNameIs != UniqueNameEmpty)
+        setUniqueHostName(previous.uniqueHostName());
 }
 
 void zoHPCTreeItem::destroy(const QList<QTreeWidgetItem*>& detached)

@@ -105,6 +105,8 @@ public:
     void refreshLooks(Refresh scope);
     // The same for an item that hangs nowhere yet and will come under `futureParent`.
     void refreshLooksUnder(const zoHPCTreeItem& futureParent);
+    // The look of a new item whose ancestors are enabled and not encrypted.
+    void takeNewLook() { takeLook(currentLook(true, nullptr)); }
     void markRunning(bool running);
     void markDisplayNode(bool displayNode);
     void setOptionQuietly(const QString& name, const QString& value);

@@ -1,0 +1,588 @@
+// The host tree at 10,000 and 100,000 nodes, each work beside the least that the toolkit needs for it,
+// measured in the same run. Prints a table of the ratios of CPU medians, and their goals, at the end.
+
+#include <zoHPCDocumentText.h>
+#include <zoHPCTreeGUIW.h>
+#include <zoHPCTreeItem.h>
+
+#include <QApplication>
+#include <QDomDocument>
+#include <QTreeWidget>
+
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <malloc.h>
+
+namespace
+{
+constexpr int NodesPerNetwork = 100;
+
+void require(bool condition, const char* what)
+{
+    if (condition)
+        return;
+    std::fprintf(stderr, "wrong result: %s\n", what);
+    std::exit(1);
+}
+
+// ---- The least: a plain tree widget, filled in bulk.
+
+class PlainTree
+{
+public:
+    explicit PlainTree(bool shown = true)
+    {
+        m_tree.setHeaderHidden(true);
+        m_tree.setUniformRowHeights(true);
+        m_tree.resize(320, 400);
+        m_tree.addTopLevelItem(master);
+        master->setText(0, QStringLiteral("Options"));
+        if (shown)
+            m_tree.show();
+        m_tree.expandItem(master);
+    }
+
+    static QTreeWidgetItem* newItem(const QString& text)
+    {
+        auto* item = new QTreeWidgetItem;
+        item->setText(0, text);
+        return item;
+    }
+
+    // One scan of the text, items in lists, attached and expanded.
+    void read(const QString& text)
+    {
+        const QString networkText = QStringLiteral("Network");
+        QList<QTreeWidgetItem*> networks;
+        QList<QTreeWidgetItem*> nodes;
+        const QChar* p = text.constData();
+        const QChar* end = p + text.size();
+        while (p != end) {
+            const QChar c = *p;
+            if (c == QLatin1Char('{')) {
+                networks.append(newItem(networkText));
+                ++p;
+            } else if (c == QLatin1Char('}')) {
+                networks.last()->addChildren(nodes);
+                nodes.clear();
+                ++p;
+            } else if (c == QLatin1Char(' ') || c == QLatin1Char('\n')) {
+                ++p;
+            } else {
+                const QChar* begin = p;
+                while (p != end && *p != QLatin1Char(' ') && *p != QLatin1Char('\n'))
+                    ++p;
+                nodes.append(newItem(QString(begin, int(p - begin))));
+            }
+        }
+        attach(networks);
+    }
+
+    void read(const QDomDocument& document)
+    {
+        const QString networkText = QStringLiteral("Network");
+        const QString nameKey = QStringLiteral("name");
+        QList<QTreeWidgetItem*> networks;
+        const QDomElement section = document.documentElement().firstChildElement();
+        for (QDomElement n = section.firstChildElement(); !n.isNull(); n = n.nextSiblingElement()) {
+            networks.append(newItem(networkText));
+            QList<QTreeWidgetItem*> nodes;
+            for (QDomElement e = n.firstChildElement(); !e.isNull(); e = e.nextSiblingElement())
+                nodes.append(newItem(e.attribute(nameKey)));
+            networks.last()->addChildren(nodes);
+        }
+        attach(networks);
+    }
+
+    void setLook(const QIcon& networkIcon, const QIcon& nodeIcon, const QBrush& brush)
+    {
+        const bool blocked = m_tree.model()->blockSignals(true);
+        for (int i = 0; i < master->childCount(); ++i) {
+            QTreeWidgetItem* network = master->child(i);
+            network->setIcon(0, networkIcon);
+            network->setForeground(0, brush);
+            for (int k = 0; k < network->childCount(); ++k) {
+                network->child(k)->setIcon(0, nodeIcon);
+                network->child(k)->setForeground(0, brush);
+            }
+        }
+        m_tree.model()->blockSignals(blocked);
+        m_tree.viewport()->repaint();
+    }
+
+    void clear() { qDeleteAll(master->takeChildren()); }
+
+    QTreeWidgetItem* const master = new QTreeWidgetItem;
+
+private:
+    void attach(const QList<QTreeWidgetItem*>& networks)
+    {
+        // The master is expanded: laying out waits until all is there.
+        master->addChildren(networks);
+        for (QTreeWidgetItem* network : networks)
+            m_tree.expandItem(network);
+    }
+
+    QTreeWidget m_tree;
+};
+
+// ---- What both sides work on, once per size.
+
+struct Subject
+{
+    explicit Subject(int count)
+    {
+        for (int i = 0; i < count; ++i) {
+            if (i % NodesPerNetwork == 0) {
+                folding += QLatin1String("{ ");
+                apart += QLatin1String("{ ");
+            }
+            names << QStringLiteral("node%1").arg(i, 6, 10, QLatin1Char('0'));
+            folding += names.last() + QLatin1Char(' ');
+            apart += QStringLiteral("node%1 ").arg(2 * i, 6, 10, QLatin1Char('0'));
+            if (i % NodesPerNetwork == NodesPerNetwork - 1) {
+                folding += QLatin1String("}\n");
+                apart += QLatin1String("}\n");
+            }
+        }
+        view.resize(320, 400);
+        view.show();
+        view.setHostString(folding);
+        settle();
+        document = zoHPCDocumentText::toText(save());
+    }
+
+    // Before timing: the tree is laid out, and the allocator has put together what was freed, which it would
+    // otherwise do at the first larger request.
+    static void settle()
+    {
+        QCoreApplication::processEvents();
+        void* block = std::malloc(60000);
+        benchmark::DoNotOptimize(block);
+        std::free(block);
+    }
+
+    QDomDocument save()
+    {
+        QDomDocument result;
+        result.appendChild(result.createElement(QStringLiteral("cluster")));
+        view.saveToXML(result);
+        return result;
+    }
+
+    QDomDocument plainSave() const
+    {
+        QDomDocument result;
+        QDomElement root = result.createElement(QStringLiteral("cluster"));
+        result.appendChild(root);
+        QDomElement section = result.createElement(QStringLiteral("master"));
+        root.appendChild(section);
+        section.setAttribute(QStringLiteral("scenecompression"), QStringLiteral("best"));
+        const QString nameKey = QStringLiteral("name");
+        const QString networkTag = QStringLiteral("network");
+        const QString nodeTag = QStringLiteral("node");
+        for (int i = 0; i < plain.master->childCount(); ++i) {
+            QDomElement network = result.createElement(networkTag);
+            for (int k = 0; k < plain.master->child(i)->childCount(); ++k) {
+                QDomElement node = result.createElement(nodeTag);
+                node.setAttribute(nameKey, plain.master->child(i)->child(k)->text(0));
+                network.appendChild(node);
+            }
+            section.appendChild(network);
+        }
+        return result;
+    }
+
+    QString appendNames() const
+    {
+        QString text;
+        const QTreeWidgetItem* master = view.master();
+        for (int i = 0; i < master->childCount(); ++i) {
+            const QTreeWidgetItem* network = master->child(i);
+            for (int k = 0; k < network->childCount(); ++k) {
+                text += static_cast<const zoHPCTreeItem*>(network->child(k))->hostName();
+                text += QLatin1Char('\n');
+            }
+        }
+        return text;
+    }
+
+    // As the main window leaves the nodes of a configuration: with unique names, each second one a display
+    // node.
+    void mark()
+    {
+        bool display = false;
+        for (zoHPCTreeItem* node : view.getNodeItems()) {
+            node->setUniqueHostName(node->hostName());
+            node->setIsDisplayNode(display = !display);
+        }
+    }
+
+    void verify()
+    {
+        view.setHostString(folding);
+        require(view.getNodeNames() == names, "nodes read from hosts text");
+        plain.clear();
+        plain.read(folding);
+        require(plain.master->childCount() == view.master()->childCount() &&
+                    plain.master->child(0)->childCount() == view.master()->child(0)->childCount() &&
+                    plain.master->child(0)->child(1)->text(0) == names.at(1),
+                "the floor's tree");
+        require(view.getHostsString().count(QLatin1String(" - ")) == view.master()->childCount(),
+                "one range per network");
+        require(plainSave().toString(1) == document, "document text equals the floor's");
+        QDomDocument parsed;
+        require(zoHPCDocumentText::parse(document, parsed), "document parses");
+        view.setDefaultConfig();
+        view.loadFromXML(parsed);
+        require(view.getNodeNames() == names, "nodes read from the document");
+        view.setIsRunning(true, names);
+        int running = 0;
+        for (const zoHPCTreeItem* node : view.getNodeItems())
+            running += node->isRunning();
+        require(running == names.size(), "all nodes running");
+        view.setIsRunning(false, {});
+        for (const zoHPCTreeItem* node : view.getNodeItems())
+            running -= !node->isRunning();
+        require(running == 0, "no node running");
+        view.setHostString(apart);
+        require(!view.getHostsString().contains(QLatin1String(" - ")) &&
+                    view.getHostsString().count(QLatin1String("node")) == names.size(),
+                "nothing folds");
+    }
+
+    QStringList names;
+    QString folding; // consecutive names, each written out
+    QString apart;   // names that do not fold
+    QString document;
+    zoHPCTreeGUIW view;
+    PlainTree plain;
+};
+
+std::map<int, std::unique_ptr<Subject>> s_subjects; // emptied before the application goes
+
+Subject& subject(int count)
+{
+    std::unique_ptr<Subject>& known = s_subjects[count];
+    if (!known) {
+        known = std::make_unique<Subject>(count);
+        known->verify();
+    }
+    return *known;
+}
+
+// ---- Works
+
+using Function = void (*)(benchmark::State&, int);
+
+void readText(benchmark::State& state, int count)
+{
+    Subject& s = subject(count);
+    for (auto _ : state) {
+        state.PauseTiming();
+        s.view.setHostString(QString());
+        s.view.setHostString(QString()); // destroys what the first one took out
+        Subject::settle();
+        state.ResumeTiming();
+        s.view.setHostString(s.folding);
+    }
+}
+
+void readTextFloor(benchmark::State& state, int count)
+{
+    Subject& s = subject(count);
+    for (auto _ : state) {
+        state.PauseTiming();
+        s.plain.clear();
+        Subject::settle();
+        state.ResumeTiming();
+        s.plain.read(s.folding);
+    }
+}
+
+void readTextOverOld(benchmark::State& state, int count)
+{
+    Subject& s = subject(count);
+    s.view.setHostString(QString());
+    s.view.setHostString(s.folding);
+    s.view.setHostString(s.folding);
+    for (auto _ : state) {
+        state.PauseTiming();
+        Subject::settle();
+        state.ResumeTiming();
+        s.view.setHostString(s.folding);
+    }
+}
+
+void readTextOverMarked(benchmark::State& state, int count)
+{
+    Subject& s = subject(count);
+    s.view.setHostString(s.folding);
+    s.mark();
+    s.view.setHostString(s.folding);
+    for (auto _ : state) {
+        state.PauseTiming();
+        Subject::settle();
+        state.ResumeTiming();
+        s.view.setHostString(s.folding);
+    }
+    s.view.setHostString(QString());
+}
+
+void writeText(benchmark::State& state, Subject& s, const QString& text)
+{
+    s.view.setHostString(text);
+    Subject::settle();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(s.view.getHostsString());
+}
+
+void writeTextFloor(benchmark::State& state, Subject& s, const QString& text)
+{
+    s.view.setHostString(text);
+    Subject::settle();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(s.appendNames());
+}
+
+void writeFolding(benchmark::State& state, int count)
+{
+    writeText(state, subject(count), subject(count).folding);
+}
+
+void writeFoldingFloor(benchmark::State& state, int count)
+{
+    writeTextFloor(state, subject(count), subject(count).folding);
+}
+
+void writeApart(benchmark::State& state, int count)
+{
+    writeText(state, subject(count), subject(count).apart);
+}
+
+void writeApartFloor(benchmark::State& state, int count)
+{
+    writeTextFloor(state, subject(count), subject(count).apart);
+}
+
+void writeSection(benchmark::State& state, int count)
+{
+    Subject& s = subject(count);
+    s.view.setHostString(s.folding);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(zoHPCDocumentText::toText(s.save()));
+}
+
+void writeSectionFloor(benchmark::State& state, int count)
+{
+    Subject& s = subject(count);
+    s.plain.clear();
+    s.plain.read(s.folding);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(s.plainSave().toString(1));
+}
+
+void readSection(benchmark::State& state, int count)
+{
+    Subject& s = subject(count);
+    for (auto _ : state) {
+        state.PauseTiming();
+        s.view.setDefaultConfig();
+        s.view.setDefaultConfig();
+        Subject::settle();
+        state.ResumeTiming();
+        QDomDocument document;
+        zoHPCDocumentText::parse(s.document, document);
+        s.view.loadFromXML(document);
+    }
+}
+
+void readSectionFloor(benchmark::State& state, int count)
+{
+    Subject& s = subject(count);
+    for (auto _ : state) {
+        state.PauseTiming();
+        s.plain.clear();
+        Subject::settle();
+        state.ResumeTiming();
+        QDomDocument document;
+        document.setContent(s.document);
+        s.plain.read(document);
+    }
+}
+
+void setRunning(benchmark::State& state, int count)
+{
+    Subject& s = subject(count);
+    s.view.setHostString(s.folding);
+    Subject::settle();
+    auto* viewport = s.view.findChild<QTreeWidget*>()->viewport();
+    bool running = false;
+    for (auto _ : state) {
+        running = !running;
+        s.view.setIsRunning(running, running ? s.names : QStringList());
+        viewport->repaint();
+    }
+    s.view.setIsRunning(false, {});
+}
+
+void setRunningFloor(benchmark::State& state, int count)
+{
+    Subject& s = subject(count);
+    s.plain.clear();
+    s.plain.read(s.folding);
+    Subject::settle();
+    bool running = false;
+    const QBrush brush = s.view.palette().brush(QPalette::Text);
+    for (auto _ : state) {
+        running = !running;
+        s.plain.setLook(zoHPCTreeItem::getIcon(0, true, running, false, false),
+                        zoHPCTreeItem::getIcon(1, true, running, false, false), brush);
+    }
+}
+
+struct Row
+{
+    const char* work;
+    Function function;
+    const char* floor;
+    Function floorFunction;
+    double goals[2];
+};
+
+// 0 is no goal.
+const Row s_rows[] = {
+    {"hosts text -> tree", readText, "scan, bulk items", readTextFloor, {2.0, 2.75}},
+    {"the same over an old tree", readTextOverOld, "scan, bulk items", readTextFloor, {4, 6.5}},
+    {"the same over a marked tree", readTextOverMarked, "scan, bulk items", readTextFloor, {4, 6.5}},
+    {"tree -> hosts text, folding", writeFolding, "append names", writeFoldingFloor, {1.2, 1.2}},
+    {"tree -> hosts text, nothing folds", writeApart, "append names apart", writeApartFloor, {3, 3}},
+    {"tree section -> text", writeSection, "DOM, toString", writeSectionFloor, {0.9, 0.9}},
+    {"text -> tree section", readSection, "setContent, bulk items", readSectionFloor, {1.25, 1.25}},
+    {"all nodes to running or back", setRunning, "icons and colours, quiet", setRunningFloor, {1.5, 2.0}},
+};
+const int s_counts[] = {10000, 100000};
+// How often the time may multiply when the size does by ten: a triple per doubling.
+const double s_growthGoal = 38.5;
+
+std::string nameOf(const char* work, int count)
+{
+    return std::string(work) + " / " + std::to_string(count);
+}
+
+// Prints as usual and keeps the medians.
+class Medians final : public benchmark::ConsoleReporter
+{
+public:
+    void ReportRuns(const std::vector<Run>& runs) override
+    {
+        for (const Run& run : runs) {
+            if (run.run_type == Run::RT_Aggregate && run.aggregate_name == "median")
+                m_cpu[run.run_name.function_name] = run.GetAdjustedCPUTime();
+        }
+        ConsoleReporter::ReportRuns(runs);
+    }
+
+    double of(const std::string& name) const
+    {
+        const auto found = m_cpu.find(name);
+        return found == m_cpu.end() ? 0 : found->second;
+    }
+
+private:
+    std::map<std::string, double> m_cpu;
+};
+
+double heapPerNode(int count, bool plain)
+{
+    const QString text = subject(count).folding;
+    QString detached = text; // the names of both sides are made anew
+    detached.detach();
+    std::unique_ptr<PlainTree> plainTree;
+    std::unique_ptr<zoHPCTreeGUIW> view;
+    if (plain)
+        plainTree = std::make_unique<PlainTree>(false);
+    else
+        view = std::make_unique<zoHPCTreeGUIW>();
+    const std::size_t before = mallinfo2().uordblks + mallinfo2().hblkhd;
+    if (plain)
+        plainTree->read(detached);
+    else
+        view->setHostString(detached);
+    const std::size_t after = mallinfo2().uordblks + mallinfo2().hblkhd;
+    return double(after - before) / count;
+}
+
+bool printRow(const char* work, int count, double value, double floor, double goal, const char* unit)
+{
+    if (value <= 0 || floor <= 0)
+        return true;
+    const double ratio = value / floor;
+    const bool met = goal <= 0 || ratio <= goal;
+    std::printf("%-36s %7d  %10.3f %10.3f %-5s  %6.2f  %5.2f  %s\n", work, count, value, floor, unit, ratio,
+                goal, met ? "met" : "MISSED");
+    return met;
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+
+    // Interleaved, so that a busy moment of the machine does not hit one side only.
+    std::vector<char*> arguments(argv, argv + argc);
+    std::string interleave = "--benchmark_enable_random_interleaving=true";
+    std::string quiet = "--benchmark_report_aggregates_only=true";
+    arguments.insert(arguments.begin() + 1, {&interleave[0], &quiet[0]});
+    int count = int(arguments.size());
+    benchmark::Initialize(&count, arguments.data());
+
+    std::map<std::string, Function> functions;
+    for (int nodes : s_counts) {
+        for (const Row& row : s_rows) {
+            functions[nameOf(row.work, nodes)] = row.function;
+            functions[nameOf(row.floor, nodes)] = row.floorFunction;
+        }
+        for (const auto& function : functions) {
+            const Function run = function.second;
+            benchmark::RegisterBenchmark(function.first.c_str(),
+                                         [run, nodes](benchmark::State& state) { run(state, nodes); })
+                ->Unit(benchmark::kMillisecond)
+                ->Repetitions(7)
+                ->MinTime(0.05);
+        }
+        functions.clear();
+    }
+    Medians medians;
+    benchmark::RunSpecifiedBenchmarks(&medians);
+
+    std::printf("\n%-36s %7s  %10s %10s %-5s  %6s  %5s\n", "work", "nodes", "measured", "floor", "", "ratio",
+                "goal");
+    bool met = true;
+    for (const Row& row : s_rows) {
+        for (int i = 0; i < 2; ++i)
+            met &= printRow(row.work, s_counts[i], medians.of(nameOf(row.work, s_counts[i])),
+                            medians.of(nameOf(row.floor, s_counts[i])), row.goals[i], "ms");
+    }
+    for (int nodes : s_counts) {
+        heapPerNode(nodes, false); // warms what is made once
+        met &= printRow("heap per node", nodes, heapPerNode(nodes, false), heapPerNode(nodes, true), 1.05,
+                        "bytes");
+    }
+    for (const Row& row : s_rows)
+        met &= printRow((std::string("x 10: ") + row.work).c_str(), s_counts[1],
+                        medians.of(nameOf(row.work, s_counts[1])), medians.of(nameOf(row.work, s_counts[0])),
+                        s_growthGoal, "ms");
+    s_subjects.clear();
+    std::printf("\n%s\n", met ? "All goals met." : "Some goals missed.");
+    return 0;
+}
