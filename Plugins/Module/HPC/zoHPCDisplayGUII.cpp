@@ -1,25 +1,26 @@
 #include "zoHPCDisplayGUII.h"
 
 #include "zoHPCDisplayItem.h"
+#include "zoHPCDisplayTables.h"
 #include "zoHPCProjectionItem.h"
 #include "zoHPCViewportItem.h"
 #include "zoHPCWindowItem.h"
 
+#include <QZODataWidgetMapper.h>
 #include <zoCameraService.h>
+#include <zoIconManager.h>
 #include <zoKernelServiceFactory.h>
 #include <zoNodeService.h>
 
 #include <QAction>
-#include <QDialogButtonBox>
-#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QScopedValueRollback>
 #include <QSet>
+#include <QShortcut>
 #include <QSignalBlocker>
-#include <QTreeWidget>
-#include <QVBoxLayout>
+#include <QStringListModel>
 
 namespace
 {
@@ -62,7 +63,27 @@ QTreeWidgetItem* topLevelOf(QTreeWidgetItem* item)
     return item;
 }
 
-// The row of a tree that a model index stands for.
+void showFirstColumnOnly(QTreeView* view)
+{
+    for (int col = 1; col < view->model()->columnCount(); ++col)
+        view->setColumnHidden(col, true);
+}
+
+QIcon icon(const char* name)
+{
+    return zoIconManager::getIcon(QString::fromLatin1(name), QString());
+}
+
+// The model index of a row of a tree, and back; a tree widget keeps its own functions for that to itself.
+QModelIndex indexOf(const QTreeWidget* tree, QTreeWidgetItem* item)
+{
+    if (!item)
+        return {};
+    QTreeWidgetItem* parent = item->parent();
+    const int row = parent ? parent->indexOfChild(item) : tree->indexOfTopLevelItem(item);
+    return tree->model()->index(row, 0, indexOf(tree, parent));
+}
+
 QTreeWidgetItem* itemAt(const QTreeWidget* tree, const QModelIndex& index)
 {
     QList<int> rows;
@@ -77,10 +98,24 @@ QTreeWidgetItem* itemAt(const QTreeWidget* tree, const QModelIndex& index)
 
 zoHPCDisplayGUII::zoHPCDisplayGUII(QWidget* parent) : QDialog(parent)
 {
-    buildWidgets();
+    setupUi(this);
+    // The other columns hold the properties.
+    m_projectionTree->setColumnCount(zoHPCProjectionItem::ColumnCount);
+    m_displayTree->setColumnCount(zoHPCViewportItem::ColumnCount);
+    for (QTreeWidget* tree : {m_projectionTree, m_displayTree})
+        showFirstColumnOnly(tree);
+    // The panels are as wide as they need; the trees and what stands beside them share the rest.
+    m_splitter->setStretchFactor(0, 1);
+    m_splitter->setStretchFactor(1, 1);
+
+    fillCombos();
+    bindPanels();
+    createActions();
+    connectTrees();
     connectServices();
     updateCameraList();
     updateActions();
+    showPanel();
 }
 
 zoHPCDisplayGUII::~zoHPCDisplayGUII()
@@ -134,18 +169,24 @@ void zoHPCDisplayGUII::setNodeNames(const QStringList& names)
             entries[it->first] = QStringLiteral("%1 1").arg(name);
         entries.append(QStringLiteral("%1 %2").arg(name, QString::number(it->count)));
     }
-    m_nodeNames = entries;
+    {
+        // Another choice is no change of the window that the panel shows.
+        const QSignalBlocker blocker(m_renderNode);
+        m_nodeNames->setStringList(entries);
+    }
 
     const QSet<QString> known(entries.cbegin(), entries.cend());
-    const QScopedValueRollback<bool> updating(m_updating, true);
-    const BulkChange change(m_displayTree);
-    const QList<zoHPCWindowItem*> windows = getWindowItems();
-    for (zoHPCWindowItem* window : windows) {
-        if (window->renderNode().isEmpty() || known.contains(window->renderNode()))
-            continue;
-        window->setRenderNode(QString::fromLatin1(""));
-        window->update();
+    {
+        const BulkChange change(m_displayTree);
+        const QList<zoHPCWindowItem*> windows = getWindowItems();
+        for (zoHPCWindowItem* window : windows) {
+            if (window->renderNode().isEmpty() || known.contains(window->renderNode()))
+                continue;
+            window->setRenderNode(QString::fromLatin1(""));
+            window->update();
+        }
     }
+    m_displayMapper->refresh();
 }
 
 void zoHPCDisplayGUII::setEyeSeparation(float separation)
@@ -174,6 +215,7 @@ void zoHPCDisplayGUII::setZeroParallax(float distance)
         }
     }
     correctProjectionViewportsAssignments();
+    bindProjection();
 }
 
 void zoHPCDisplayGUII::setIsRunning(bool running)
@@ -231,6 +273,8 @@ void zoHPCDisplayGUII::loadFromXML(const QDomDocument& document)
     if (version == 0)
         correctWrongRows();
     correctProjectionViewportsAssignments();
+    bindProjection();
+    bindOutput();
     emit displayChanged();
 }
 
@@ -245,8 +289,16 @@ void zoHPCDisplayGUII::correctProjectionViewportsAssignments()
 {
     collectProjections();
 
-    const QScopedValueRollback<bool> updating(m_updating, true);
-    const BulkChange change(m_displayTree);
+    {
+        const BulkChange change(m_displayTree);
+        linkViewports();
+    }
+    m_displayMapper->refresh();
+    showAssignedProjection();
+}
+
+void zoHPCDisplayGUII::linkViewports()
+{
     const QList<zoHPCViewportItem*> viewports = getViewportItems();
     for (zoHPCViewportItem* viewport : viewports) {
         const auto name =
@@ -295,7 +347,6 @@ void zoHPCDisplayGUII::correctWrongRows()
     if (renamed.isEmpty())
         return;
 
-    const QScopedValueRollback<bool> updating(m_updating, true);
     const BulkChange change(m_displayTree);
     const QList<zoHPCViewportItem*> viewports = getViewportItems();
     for (zoHPCViewportItem* viewport : viewports) {
@@ -387,6 +438,8 @@ void zoHPCDisplayGUII::reject()
 
 void zoHPCDisplayGUII::addProjection()
 {
+    if (m_running)
+        return;
     auto* projection = new zoHPCProjectionItem(getUniqueProjectionName(), QString::fromLatin1("wall"));
     m_projectionTree->addTopLevelItem(projection);
     m_projectionTree->setCurrentItem(projection);
@@ -394,6 +447,8 @@ void zoHPCDisplayGUII::addProjection()
 
 void zoHPCDisplayGUII::addDisplay()
 {
+    if (m_running)
+        return;
     auto* display = new zoHPCDisplayItem;
     m_displayTree->addTopLevelItem(display);
     // Nothing is taken from a current row, but without one the new display is what windows are to be added
@@ -405,7 +460,7 @@ void zoHPCDisplayGUII::addDisplay()
 void zoHPCDisplayGUII::addWindow()
 {
     zoHPCDisplayItem* display = currentDisplay();
-    if (!display)
+    if (!display || m_running)
         return;
     auto* window = new zoHPCWindowItem;
     display->addChild(window);
@@ -417,7 +472,7 @@ void zoHPCDisplayGUII::addWindow()
 void zoHPCDisplayGUII::addViewport()
 {
     zoHPCWindowItem* window = currentWindow();
-    if (!window)
+    if (!window || m_running)
         return;
     auto* viewport = new zoHPCViewportItem;
     window->addChild(viewport);
@@ -427,6 +482,8 @@ void zoHPCDisplayGUII::addViewport()
 
 void zoHPCDisplayGUII::deleteItem()
 {
+    if (m_running)
+        return;
     if (m_activeTree == ActiveTree::None)
         return;
     QTreeWidget* tree = m_activeTree == ActiveTree::Projections ? m_projectionTree : m_displayTree;
@@ -455,7 +512,7 @@ void zoHPCDisplayGUII::copyProjection()
         regenerate(static_cast<zoHPCProjectionItem*>(topLevelOf(projection)));
     }
     correctProjectionViewportsAssignments();
-    updateActions();
+    bindProjection();
 }
 
 void zoHPCDisplayGUII::copyDisplay()
@@ -469,6 +526,8 @@ void zoHPCDisplayGUII::copyDisplay()
 
 void zoHPCDisplayGUII::pasteProjection()
 {
+    if (m_running)
+        return;
     if (!m_copiedProjection)
         return;
     auto* projection = m_copiedProjection->clone();
@@ -480,6 +539,8 @@ void zoHPCDisplayGUII::pasteProjection()
 
 void zoHPCDisplayGUII::pasteDisplay()
 {
+    if (m_running)
+        return;
     if (!m_copiedDisplay)
         return;
     QTreeWidgetItem* parent = nullptr;
@@ -500,10 +561,13 @@ void zoHPCDisplayGUII::pasteDisplay()
 
 void zoHPCDisplayGUII::convertToPlanes()
 {
+    if (m_running)
+        return;
     zoHPCProjectionItem* projection = currentProjection();
     // Without children nothing would be left of it.
     if (!projection || projection->parent() || projection->childCount() == 0)
         return;
+    QTreeWidgetItem* const first = projection->child(0);
     {
         const QScopedValueRollback<bool> updating(m_updating, true);
         const int row = m_projectionTree->indexOfTopLevelItem(projection);
@@ -511,8 +575,9 @@ void zoHPCDisplayGUII::convertToPlanes()
         delete m_projectionTree->takeTopLevelItem(row);
         m_projectionTree->insertTopLevelItems(row, planes);
     }
-    m_projectionTree->setCurrentItem(nullptr);
+    m_projectionTree->setCurrentItem(first);
     correctProjectionViewportsAssignments();
+    bindProjection();
 }
 
 void zoHPCDisplayGUII::updateProjection(const QModelIndex& changed)
@@ -527,6 +592,7 @@ void zoHPCDisplayGUII::updateProjection(const QModelIndex& changed)
         regenerate(projection);
     }
     correctProjectionViewportsAssignments();
+    bindProjection();
 }
 
 void zoHPCDisplayGUII::updateDisplay(const QModelIndex& changed)
@@ -538,6 +604,46 @@ void zoHPCDisplayGUII::updateDisplay(const QModelIndex& changed)
         item->update();
 }
 
+void zoHPCDisplayGUII::setProjectionType()
+{
+    zoHPCProjectionItem* projection = currentProjection();
+    // A type that the dialog does not know stays as it is.
+    if (projection && !m_updating && m_type->currentIndex() >= 0)
+        projection->setProjectionType(m_type->currentData().toString());
+    updateTiledVsibility();
+}
+
+void zoHPCDisplayGUII::updateTiledVsibility()
+{
+    static constexpr zoHPCDisplayTables::ProjectionType UNKNOWN{"",    "",    "",    "",    false, false,
+                                                                false, false, false, false, false, false};
+    const int row = m_type->currentIndex();
+    const zoHPCDisplayTables::ProjectionType& type =
+        row >= 0 ? zoHPCDisplayTables::ProjectionTypes[row] : UNKNOWN;
+
+    m_tileLayoutGroup->setVisible(type.tileLayout);
+    for (QWidget* widget : QList<QWidget*>{m_rowLabel, m_row, m_columnLabel, m_column})
+        widget->setVisible(type.tilePlace);
+    m_overlapUnit->setText(row >= 0 ? tr(type.overlapUnit) : QString());
+    m_areaGroup->setVisible(type.area);
+    m_cornersGroup->setVisible(type.corners);
+    for (QWidget* widget : QList<QWidget*>{m_caveWallsGroup, m_caveSizeGroup, m_caveCenterGroup})
+        widget->setVisible(type.cave);
+    for (QWidget* widget : QList<QWidget*>{m_distanceLabel, m_distance})
+        widget->setVisible(type.distance);
+    for (QWidget* widget :
+         QList<QWidget*>{m_rightOffsetXLabel, m_rightOffsetX, m_rightOffsetYLabel, m_rightOffsetY})
+        widget->setVisible(type.rightOffset);
+    m_edgesGroup->setVisible(type.edges && m_edgeBlending->isChecked());
+}
+
+void zoHPCDisplayGUII::setViewportPosition()
+{
+    const bool custom = m_position->currentData().toString() == QLatin1String("custom");
+    for (QWidget* field : QList<QWidget*>{m_viewportX1, m_viewportY1, m_viewportX2, m_viewportY2})
+        field->setEnabled(custom);
+}
+
 void zoHPCDisplayGUII::selectProjectionPlane(QTreeWidgetItem* current, QTreeWidgetItem* previous)
 {
     Q_UNUSED(previous)
@@ -545,7 +651,7 @@ void zoHPCDisplayGUII::selectProjectionPlane(QTreeWidgetItem* current, QTreeWidg
         return;
     if (current && m_projectionTree->currentItem() != current)
         m_projectionTree->setCurrentItem(current);
-    updateActions();
+    bindProjection();
 }
 
 void zoHPCDisplayGUII::setSelected(QTreeWidgetItem* current, QTreeWidgetItem* previous)
@@ -555,51 +661,198 @@ void zoHPCDisplayGUII::setSelected(QTreeWidgetItem* current, QTreeWidgetItem* pr
         return;
     if (current && m_displayTree->currentItem() != current)
         m_displayTree->setCurrentItem(current);
-    updateActions();
+    bindOutput();
 }
 
-void zoHPCDisplayGUII::updateCameraList() {}
+void zoHPCDisplayGUII::updateCameraList()
+{
+    auto* cameras = zoKernelServiceFactory::getService<zoCameraService>();
+    const QStringList names = cameras ? cameras->cameraNames() : QStringList();
+    const QString current = m_camera->currentText();
+    // The choice changes, not the display's camera, which may come and go with the scene.
+    const QSignalBlocker blocker(m_camera);
+    m_camera->clear();
+    m_camera->addItems(names);
+    m_camera->setCurrentIndex(m_camera->findText(current, Qt::MatchFixedString | Qt::MatchCaseSensitive));
+    m_camera->setEditText(current);
+}
 
 void zoHPCDisplayGUII::keyPressEvent(QKeyEvent* event)
 {
-    // Return ends the editing of a field, never the dialog.
-    if (event->key() == Qt::Key_Return) {
+    // Return, on the number block, too, ends the editing of a field, never the dialog.
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         event->accept();
         return;
     }
     QDialog::keyPressEvent(event);
 }
 
-void zoHPCDisplayGUII::buildWidgets()
+void zoHPCDisplayGUII::fillCombos()
 {
-    setWindowTitle(tr("Display Setup"));
-    auto* layout = new QVBoxLayout(this);
-    auto* trees = new QHBoxLayout;
-    layout->addLayout(trees);
-    m_projectionTree = new QTreeWidget(this);
-    m_projectionTree->setObjectName(QString::fromLatin1("m_projectionTree"));
-    m_projectionTree->setColumnCount(zoHPCProjectionItem::ColumnCount);
-    m_displayTree = new QTreeWidget(this);
-    m_displayTree->setObjectName(QString::fromLatin1("m_displayTree"));
-    m_displayTree->setColumnCount(zoHPCViewportItem::ColumnCount);
-    for (QTreeWidget* tree : {m_projectionTree, m_displayTree}) {
-        // The other columns hold the properties.
-        for (int col = 1; col < tree->columnCount(); ++col)
-            tree->setColumnHidden(col, true);
-        tree->setUniformRowHeights(true);
-        trees->addWidget(tree);
-    }
-    m_projectionTree->setHeaderLabels({tr("Projections")});
-    m_displayTree->setHeaderLabels({tr("Windows and Viewports")});
-    m_pasteProjectionAction = new QAction(tr("Paste"), this);
-    m_pasteDisplayAction = new QAction(tr("Paste"), this);
+    for (const zoHPCDisplayTables::ProjectionType& type : zoHPCDisplayTables::ProjectionTypes)
+        m_type->addItem(icon(type.icon), tr(type.text), QString::fromLatin1(type.value));
+    const auto fill = [](QComboBox* combo, const zoHPCDisplayTables::ComboRow& row) {
+        combo->addItem(tr(row.text), QString::fromLatin1(row.value));
+    };
+    for (const zoHPCDisplayTables::ComboRow& row : zoHPCDisplayTables::Positions)
+        fill(m_position, row);
+    for (const zoHPCDisplayTables::ComboRow& row : zoHPCDisplayTables::Eyes)
+        fill(m_eye, row);
+    for (const zoHPCDisplayTables::ComboRow& row : zoHPCDisplayTables::Screens)
+        fill(m_screen, row);
+    m_nodeNames = new QStringListModel(this);
+    m_renderNode->setModel(m_nodeNames);
+}
 
+void zoHPCDisplayGUII::bindPanels()
+{
+    using P = zoHPCProjectionItem;
+    using V = zoHPCViewportItem;
+
+    m_projectionMapper = new QZODataWidgetMapper(this);
+    m_projectionMapper->setModel(m_projectionTree->model());
+    const std::pair<QWidget*, int> projectionFields[] = {
+        {m_name, P::Name},
+        {m_type, P::Type},
+        {m_rightOffsetX, P::RightOffsetX},
+        {m_rightOffsetY, P::RightOffsetY},
+        {m_row, P::Row},
+        {m_column, P::TileColumn},
+        {m_rows, P::Rows},
+        {m_columns, P::Columns},
+        {m_overlapX, P::OverlapX},
+        {m_overlapY, P::OverlapY},
+        {m_caveWidth, P::CaveWidth},
+        {m_caveHeight, P::CaveHeight},
+        {m_caveDepth, P::CaveDepth},
+        {m_caveCenterX, P::CaveX},
+        {m_caveCenterY, P::CaveY},
+        {m_caveCenterZ, P::CaveZ},
+        {m_leftWall, P::LeftWall},
+        {m_rightWall, P::RightWall},
+        {m_topWall, P::TopWall},
+        {m_bottomWall, P::BottomWall},
+        {m_frontWall, P::FrontWall},
+        {m_backWall, P::BackWall},
+        {m_areaWidth, P::Width},
+        {m_areaHeight, P::Height},
+        {m_distance, P::Distance},
+        {m_lowerLeftX, P::X1},
+        {m_lowerLeftY, P::Y1},
+        {m_lowerLeftZ, P::Z1},
+        {m_lowerRightX, P::X2},
+        {m_lowerRightY, P::Y2},
+        {m_lowerRightZ, P::Z2},
+        {m_upperRightX, P::X3},
+        {m_upperRightY, P::Y3},
+        {m_upperRightZ, P::Z3},
+        {m_edgeBlending, P::EdgeBlending},
+        {m_leftEdge, P::LeftEdge},
+        {m_rightEdge, P::RightEdge},
+        {m_topEdge, P::TopEdge},
+        {m_bottomEdge, P::BottomEdge},
+    };
+    for (const auto& [widget, col] : projectionFields)
+        m_projectionMapper->addMapping(widget, col);
+
+    m_displayMapper = new QZODataWidgetMapper(this);
+    m_displayMapper->setModel(m_displayTree->model());
+    const std::pair<QWidget*, int> outputFields[] = {
+        {m_eyeSeparation, V::EyeSeparation},
+        {m_camera, V::Camera},
+        {m_user, V::User},
+        {m_hardwareSync, V::HardwareSync},
+        {m_renderNode, V::Node},
+        {m_screen, V::Screen},
+        {m_windowX, V::X},
+        {m_windowY, V::Y},
+        {m_windowWidth, V::Width},
+        {m_windowHeight, V::Height},
+        {m_fullScreen, V::FullScreen},
+        {m_position, V::Position},
+        {m_viewportX1, V::X1},
+        {m_viewportY1, V::Y1},
+        {m_viewportX2, V::X2},
+        {m_viewportY2, V::Y2},
+        {m_flipX, V::FlipX},
+        {m_flipY, V::FlipY},
+        {m_eye, V::Eye},
+    };
+    for (const auto& [widget, col] : outputFields)
+        m_displayMapper->addMapping(widget, col);
+
+    // After the mappers: the item has the new value when the panel follows it.
+    connect(m_type, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            &zoHPCDisplayGUII::setProjectionType);
+    connect(m_edgeBlending, &QCheckBox::toggled, this, &zoHPCDisplayGUII::updateTiledVsibility);
+    connect(m_position, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            &zoHPCDisplayGUII::setViewportPosition);
+    connect(m_eye, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &zoHPCDisplayGUII::showEyes);
+    connect(m_fullScreen, &QCheckBox::toggled, m_geometryGroup, &QWidget::setHidden);
+    for (QDoubleSpinBox* field : {m_viewportX1, m_viewportY1, m_viewportX2, m_viewportY2})
+        connect(field, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,
+                &zoHPCDisplayGUII::showPixels);
+    connect(m_planeView, &QTreeView::clicked, this, &zoHPCDisplayGUII::assignProjection);
+    connect(m_planeView, &QTreeView::activated, this, &zoHPCDisplayGUII::assignProjection);
+    setViewportPosition();
+    updateTiledVsibility();
+    showEyes();
+}
+
+void zoHPCDisplayGUII::createActions()
+{
+    const auto add = [this](QTreeWidget* tree, const QString& text, QKeySequence::StandardKey key,
+                            ActiveTree active, void (zoHPCDisplayGUII::*operation)()) {
+        auto* action = new QAction(text, tree);
+        action->setShortcuts(key);
+        action->setShortcutContext(Qt::WidgetShortcut);
+        tree->addAction(action);
+        connect(action, &QAction::triggered, this, [this, active, operation] {
+            activate(active);
+            (this->*operation)();
+        });
+        return action;
+    };
+    m_deleteProjectionAction = add(m_projectionTree, tr("Delete"), QKeySequence::Delete,
+                                   ActiveTree::Projections, &zoHPCDisplayGUII::deleteItem);
+    m_copyProjectionAction = add(m_projectionTree, tr("Copy"), QKeySequence::Copy, ActiveTree::Projections,
+                                 &zoHPCDisplayGUII::copyProjection);
+    m_pasteProjectionAction = add(m_projectionTree, tr("Paste"), QKeySequence::Paste, ActiveTree::Projections,
+                                  &zoHPCDisplayGUII::pasteProjection);
+    m_convertAction = add(m_projectionTree, tr("Convert to planes"), QKeySequence::UnknownKey,
+                          ActiveTree::Projections, &zoHPCDisplayGUII::convertToPlanes);
+    m_deleteDisplayAction = add(m_displayTree, tr("Delete"), QKeySequence::Delete, ActiveTree::Outputs,
+                                &zoHPCDisplayGUII::deleteItem);
+    m_copyDisplayAction = add(m_displayTree, tr("Copy"), QKeySequence::Copy, ActiveTree::Outputs,
+                              &zoHPCDisplayGUII::copyDisplay);
+    m_pasteDisplayAction = add(m_displayTree, tr("Paste"), QKeySequence::Paste, ActiveTree::Outputs,
+                               &zoHPCDisplayGUII::pasteDisplay);
+
+    connect(m_addProjectionButton, &QPushButton::clicked, this, &zoHPCDisplayGUII::addProjection);
+    connect(m_addDisplayButton, &QPushButton::clicked, this, &zoHPCDisplayGUII::addDisplay);
+    connect(m_addWindowButton, &QPushButton::clicked, this, &zoHPCDisplayGUII::addWindow);
+    connect(m_addViewportButton, &QPushButton::clicked, this, &zoHPCDisplayGUII::addViewport);
+    connect(m_buttonBox->button(QDialogButtonBox::Apply), &QPushButton::clicked, this,
+            &zoHPCDisplayGUII::apply);
+
+    // F2 renames, as in other trees; here the name has a field of its own.
+    auto* rename = new QShortcut(QKeySequence(Qt::Key_F2), m_projectionTree);
+    rename->setContext(Qt::WidgetShortcut);
+    connect(rename, &QShortcut::activated, m_name, [this] {
+        m_name->setFocus(Qt::ShortcutFocusReason);
+        m_name->selectAll();
+    });
+}
+
+void zoHPCDisplayGUII::connectTrees()
+{
     connect(m_projectionTree->model(), &QAbstractItemModel::dataChanged, this,
             &zoHPCDisplayGUII::updateProjection);
     connect(m_displayTree->model(), &QAbstractItemModel::dataChanged, this, &zoHPCDisplayGUII::updateDisplay);
     connect(m_projectionTree, &QTreeWidget::currentItemChanged, this,
             &zoHPCDisplayGUII::selectProjectionPlane);
     connect(m_displayTree, &QTreeWidget::currentItemChanged, this, &zoHPCDisplayGUII::setSelected);
+    // The selection tells which tree was chosen last, even when its current row stays the same.
     connect(m_projectionTree, &QTreeWidget::itemSelectionChanged, this, [this] {
         if (!m_projectionTree->selectedItems().isEmpty())
             activate(ActiveTree::Projections);
@@ -608,13 +861,6 @@ void zoHPCDisplayGUII::buildWidgets()
         if (!m_displayTree->selectedItems().isEmpty())
             activate(ActiveTree::Outputs);
     });
-
-    auto* buttons =
-        new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel | QDialogButtonBox::Apply, this);
-    layout->addWidget(buttons);
-    connect(buttons, &QDialogButtonBox::accepted, this, &zoHPCDisplayGUII::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &zoHPCDisplayGUII::reject);
-    connect(buttons->button(QDialogButtonBox::Apply), &QPushButton::clicked, this, &zoHPCDisplayGUII::apply);
 }
 
 void zoHPCDisplayGUII::connectServices()
@@ -629,16 +875,145 @@ void zoHPCDisplayGUII::connectServices()
 void zoHPCDisplayGUII::activate(ActiveTree tree)
 {
     m_activeTree = tree;
-    // One row is highlighted in the whole dialog: the one that Delete means.
+    // One row is highlighted in the whole dialog: the one that the panel shows and that Delete means.
     QTreeWidget* other = tree == ActiveTree::Projections ? m_displayTree : m_projectionTree;
     other->clearSelection();
+    showPanel();
     updateActions();
 }
 
 void zoHPCDisplayGUII::updateActions()
 {
-    m_pasteProjectionAction->setEnabled(m_copiedProjection != nullptr);
-    m_pasteDisplayAction->setEnabled(m_copiedDisplay != nullptr);
+    const zoHPCProjectionItem* projection = currentProjection();
+    const bool independent = projection && !projection->parent();
+    m_deleteProjectionAction->setEnabled(independent && !m_running);
+    m_copyProjectionAction->setEnabled(projection != nullptr);
+    m_pasteProjectionAction->setEnabled(m_copiedProjection && !m_running);
+    m_convertAction->setEnabled(independent && projection->childCount() > 0 && !m_running);
+    m_addProjectionButton->setEnabled(!m_running);
+
+    m_deleteDisplayAction->setEnabled(currentOutput() && !m_running);
+    m_copyDisplayAction->setEnabled(currentOutput() != nullptr);
+    m_pasteDisplayAction->setEnabled(m_copiedDisplay && !m_running);
+    m_addDisplayButton->setEnabled(!m_running);
+    m_addWindowButton->setEnabled(currentDisplay() && !m_running);
+    m_addViewportButton->setEnabled(currentWindow() && !m_running);
+}
+
+void zoHPCDisplayGUII::showPanel()
+{
+    QWidget* page = m_nothingPage;
+    if (m_activeTree == ActiveTree::Projections && currentProjection())
+        page = m_projectionPage;
+    else if (m_activeTree == ActiveTree::Outputs && currentOutput()) {
+        if (isViewport(currentOutput()))
+            page = m_viewportPage;
+        else
+            page = isPlainWindow(currentOutput()) ? m_windowPage : m_displayPage;
+    }
+    // Its rows cost as much as those of the tree, so it has them only while it is seen.
+    if (page == m_viewportPage && m_planeView->model() == nullptr) {
+        m_planeView->setModel(m_projectionTree->model());
+        showFirstColumnOnly(m_planeView);
+    } else if (page != m_viewportPage && m_planeView->model() != nullptr) {
+        m_planeView->setModel(nullptr);
+    }
+    m_panels->setCurrentWidget(page);
+    showAssignedProjection();
+}
+
+void zoHPCDisplayGUII::bindProjection()
+{
+    zoHPCProjectionItem* projection = currentProjection();
+    m_projectionMapper->setCurrentRow(indexOf(m_projectionTree, projection));
+    const bool generated = projection && projection->parent();
+    m_generatedHint->setVisible(generated);
+    for (QWidget* group :
+         QList<QWidget*>{m_projectionGroup, m_tileLayoutGroup, m_areaGroup, m_cornersGroup, m_caveWallsGroup,
+                         m_caveSizeGroup, m_caveCenterGroup, m_viewGroup, m_edgesGroup})
+        group->setEnabled(!generated);
+    updateTiledVsibility();
+    showPanel();
+    updateActions();
+}
+
+void zoHPCDisplayGUII::bindOutput()
+{
+    m_displayMapper->setCurrentRow(indexOf(m_displayTree, currentOutput()));
+    m_geometryGroup->setHidden(m_fullScreen->isChecked());
+    setViewportPosition();
+    showEyes();
+    showPanel();
+    showPixels();
+    updateActions();
+}
+
+void zoHPCDisplayGUII::showAssignedProjection()
+{
+    const auto* viewport = dynamic_cast<const zoHPCViewportItem*>(currentOutput());
+    if (!viewport || m_planeView->model() == nullptr)
+        return;
+    const QString name = viewport->getString(zoHPCViewportItem::Projection);
+    m_planeName->setText(name.isEmpty() ? tr("None yet: click the surface that this viewport shows.") : name);
+
+    const QString identifier = viewport->getString(zoHPCViewportItem::ProjectionIdentifier);
+    QModelIndex assigned;
+    if (!name.isEmpty() && m_projectionNames.contains(identifier)) {
+        const QList<zoHPCProjectionItem*> projections = getProjectionItems();
+        for (zoHPCProjectionItem* projection : projections) {
+            if (projection->getString(zoHPCProjectionItem::Identifier) == identifier)
+                assigned = indexOf(m_projectionTree, projection);
+        }
+    }
+    if (m_planeView->currentIndex() != assigned || !assigned.isValid()) {
+        m_planeView->setCurrentIndex(assigned);
+        if (!assigned.isValid())
+            m_planeView->clearSelection();
+    }
+}
+
+void zoHPCDisplayGUII::assignProjection(const QModelIndex& index)
+{
+    auto* viewport = dynamic_cast<zoHPCViewportItem*>(currentOutput());
+    const auto* projection = dynamic_cast<zoHPCProjectionItem*>(itemAt(m_projectionTree, index));
+    if (!viewport || !projection)
+        return;
+    {
+        const QScopedValueRollback<bool> updating(m_updating, true);
+        viewport->setString(zoHPCViewportItem::ProjectionIdentifier,
+                            projection->getString(zoHPCProjectionItem::Identifier));
+        viewport->setProjection(projection->getString(zoHPCProjectionItem::Name));
+    }
+    collectProjections();
+    showAssignedProjection();
+}
+
+void zoHPCDisplayGUII::showPixels()
+{
+    const auto* viewport = dynamic_cast<const zoHPCViewportItem*>(currentOutput());
+    const auto* window = viewport ? dynamic_cast<const zoHPCWindowItem*>(viewport->parent()) : nullptr;
+    // How large a full-screen window is only its screen knows.
+    const bool known = window && !window->getBool(zoHPCWindowItem::FullScreen);
+    for (QWidget* widget :
+         QList<QWidget*>{m_lowerLeftPixelLabel, m_lowerLeftPixel, m_upperRightPixelLabel, m_upperRightPixel})
+        widget->setVisible(known);
+    if (!known)
+        return;
+    const auto corner = [window](double x, double y) {
+        return tr("%1, %2").arg(QString::number(qRound(x * window->getInt(zoHPCWindowItem::Width))),
+                                QString::number(qRound(y * window->getInt(zoHPCWindowItem::Height))));
+    };
+    m_lowerLeftPixel->setText(corner(m_viewportX1->value(), m_viewportY1->value()));
+    m_upperRightPixel->setText(corner(m_viewportX2->value(), m_viewportY2->value()));
+}
+
+void zoHPCDisplayGUII::showEyes()
+{
+    const QString eye = m_eye->currentData().toString();
+    if (m_eye->currentIndex() < 0 || eye == QLatin1String("left") || eye == QLatin1String("right"))
+        m_eyesShown->clear();
+    else
+        m_eyesShown->setText(eye == QLatin1String("mono") ? tr("Mono") : tr("Both"));
 }
 
 zoHPCProjectionItem* zoHPCDisplayGUII::currentProjection() const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui_zoHPCDisplayGUII.h"
+
 #include <QDialog>
 #include <QDomDocument>
 #include <QHash>
@@ -10,8 +12,9 @@
 #include <memory>
 
 class QAction;
-class QTreeWidget;
+class QStringListModel;
 class QTreeWidgetItem;
+class QZODataWidgetMapper;
 class zoHPCDisplayItem;
 class zoHPCProjectionItem;
 class zoHPCTreeWidgetItem;
@@ -19,7 +22,7 @@ class zoHPCViewportItem;
 class zoHPCWindowItem;
 
 // The display-setup dialog: projections on one side, displays with their windows and viewports on the other.
-class zoHPCDisplayGUII final : public QDialog
+class zoHPCDisplayGUII final : public QDialog, private Ui_zoHPCDisplayGUII
 {
     Q_OBJECT
 
@@ -41,6 +44,7 @@ public:
     void setNodeNames(const QStringList& names);
     void setEyeSeparation(float separation); // mm, of all displays
     void setZeroParallax(float distance);    // mm, of all tiled walls
+    // While a session runs rows neither come nor go by hand; values stay editable.
     void setIsRunning(bool running);
 
     // Appends the display section to the document element.
@@ -86,6 +90,10 @@ public slots:
 
     void updateProjection(const QModelIndex& changed);
     void updateDisplay(const QModelIndex& changed);
+    // The type chosen in the panel becomes the current projection's.
+    void setProjectionType();
+    void updateTiledVsibility();
+    void setViewportPosition();
     void selectProjectionPlane(QTreeWidgetItem* current, QTreeWidgetItem* previous);
     void setSelected(QTreeWidgetItem* current, QTreeWidgetItem* previous);
     void updateCameraList();
@@ -100,28 +108,45 @@ protected:
 private:
     enum class ActiveTree { None, Projections, Outputs };
 
-    void buildWidgets();
+    void fillCombos();
+    void bindPanels();
+    void createActions();
+    void connectTrees();
     void connectServices();
+
     void activate(ActiveTree tree);
     void updateActions();
+    void showPanel();
+    void bindProjection();
+    void bindOutput();
+    void showAssignedProjection();
+    void assignProjection(const QModelIndex& index);
+    void showPixels();
+    void showEyes();
 
     zoHPCProjectionItem* currentProjection() const;
     zoHPCDisplayItem* currentOutput() const;
     zoHPCDisplayItem* currentDisplay() const; // of the current row or above it
     zoHPCWindowItem* currentWindow() const;
+    void linkViewports();
     void regenerate(zoHPCProjectionItem* projection);
     void expandOutputs();
 
-    QTreeWidget* m_projectionTree = nullptr;
-    QTreeWidget* m_displayTree = nullptr;
+    QZODataWidgetMapper* m_projectionMapper = nullptr;
+    QZODataWidgetMapper* m_displayMapper = nullptr;
+    QStringListModel* m_nodeNames = nullptr;
+    QAction* m_deleteProjectionAction = nullptr;
+    QAction* m_copyProjectionAction = nullptr;
     QAction* m_pasteProjectionAction = nullptr;
+    QAction* m_convertAction = nullptr;
+    QAction* m_deleteDisplayAction = nullptr;
+    QAction* m_copyDisplayAction = nullptr;
     QAction* m_pasteDisplayAction = nullptr;
     QDomDocument m_backup;
     std::shared_ptr<zoHPCProjectionItem> m_copiedProjection;
     std::shared_ptr<zoHPCDisplayItem> m_copiedDisplay;
     QHash<QString, QString> m_projectionNames;       // by identifier
     QHash<QString, QString> m_projectionIdentifiers; // by name
-    QStringList m_nodeNames;
     ActiveTree m_activeTree = ActiveTree::None;
     bool m_running = false;
     bool m_updating = false; // our own changes are under way: rows that change need no answer
