@@ -12,6 +12,7 @@
 #include <zoKernelServiceFactory.h>
 #include <zoNodeService.h>
 
+#include <QAbstractSpinBox>
 #include <QAction>
 #include <QKeyEvent>
 #include <QPushButton>
@@ -21,6 +22,7 @@
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QStringListModel>
+#include <QStyle>
 
 namespace
 {
@@ -104,11 +106,14 @@ zoHPCDisplayGUII::zoHPCDisplayGUII(QWidget* parent) : QDialog(parent)
     m_displayTree->setColumnCount(zoHPCViewportItem::ColumnCount);
     for (QTreeWidget* tree : {m_projectionTree, m_displayTree})
         showFirstColumnOnly(tree);
-    // The panels are as wide as they need; the trees and what stands beside them share the rest.
-    m_splitter->setStretchFactor(0, 1);
-    m_splitter->setStretchFactor(1, 1);
-
     fillCombos();
+    // Wide enough for all panels while nothing is hidden yet; the rest is the trees'.
+    m_panelArea->setMinimumWidth(m_panels->minimumSizeHint().width() +
+                                 style()->pixelMetric(QStyle::PM_ScrollBarExtent));
+    m_splitter->setStretchFactor(0, 1);
+    m_splitter->setStretchFactor(1, 0);
+    m_splitter->setSizes({width(), 0});
+
     bindPanels();
     createActions();
     connectTrees();
@@ -928,10 +933,15 @@ void zoHPCDisplayGUII::bindProjection()
     m_projectionMapper->setCurrentRow(indexOf(m_projectionTree, projection));
     const bool generated = projection && projection->parent();
     m_generatedHint->setVisible(generated);
-    for (QWidget* group :
-         QList<QWidget*>{m_projectionGroup, m_tileLayoutGroup, m_areaGroup, m_cornersGroup, m_caveWallsGroup,
-                         m_caveSizeGroup, m_caveCenterGroup, m_viewGroup, m_edgesGroup})
-        group->setEnabled(!generated);
+    // Read-only, not disabled: the numbers of a tile are there to be read.
+    const QList<QAbstractSpinBox*> numbers = m_projectionPage->findChildren<QAbstractSpinBox*>();
+    for (QAbstractSpinBox* number : numbers) {
+        number->setReadOnly(generated);
+        number->setButtonSymbols(generated ? QAbstractSpinBox::NoButtons : QAbstractSpinBox::UpDownArrows);
+    }
+    m_name->setReadOnly(generated);
+    for (QWidget* choice : QList<QWidget*>{m_type, m_edgeBlending})
+        choice->setEnabled(!generated);
     updateTiledVsibility();
     showPanel();
     updateActions();
