@@ -41,6 +41,7 @@ zoHPCLayout::zoHPCLayout(const QList<zoHPCProjectionItem*>& projections,
     nameNodes();
     readProjections(projections);
     readWindows(windows);
+    markShown();
 }
 
 zoHPCLayout::zoHPCLayout(const QTreeWidget* projections, const QTreeWidget* displays, zoHPCTreeItem* master)
@@ -51,6 +52,19 @@ zoHPCLayout::zoHPCLayout(const QTreeWidget* projections, const QTreeWidget* disp
 int zoHPCLayout::indexOf(const QTreeWidgetItem* projection) const
 {
     return m_projectionsByItem.value(projection, None);
+}
+
+std::vector<int> zoHPCLayout::shownBy(const QTreeWidgetItem* output) const
+{
+    std::vector<int> result;
+    for (const Viewport& viewport : m_viewports) {
+        const QTreeWidgetItem* item = viewport.item;
+        while (item && item != output)
+            item = item->parent();
+        if (item && viewport.projection != None)
+            result.push_back(viewport.projection);
+    }
+    return result;
 }
 
 int zoHPCLayout::nodeNamed(const QString& name) const
@@ -136,6 +150,19 @@ void zoHPCLayout::readWindows(const QList<zoHPCWindowItem*>& items)
             m_windows.push_back(window);
             viewportCounts.push_back(0);
         }
+    }
+}
+
+void zoHPCLayout::markShown()
+{
+    for (const Viewport& viewport : m_viewports) {
+        if (viewport.projection != None)
+            m_projections[static_cast<size_t>(viewport.projection)].isShown = true;
+    }
+    // Parents come before their children.
+    for (Projection& projection : m_projections) {
+        if (projection.parent != None && m_projections[static_cast<size_t>(projection.parent)].isShown)
+            projection.isShown = true;
     }
 }
 

@@ -47,8 +47,9 @@ public:
     {
         zoHPCProjectionItem* item = nullptr;
         int parent = None;
-        int top = None;     // the row of the tree that it belongs to; itself at top level
-        bool isTile = true; // nothing below it
+        int top = None;       // the row of the tree that it belongs to; itself at top level
+        bool isTile = true;   // nothing below it
+        bool isShown = false; // by a viewport of its own or of a projection above it
     };
 
     struct Window
@@ -90,6 +91,9 @@ public:
 
     // Index of the projection's row, None for a row that is no projection of this layout.
     int indexOf(const QTreeWidgetItem* projection) const;
+    // Projections that a row of the display tree shows: of a viewport, of all viewports of a window or of a
+    // display.
+    std::vector<int> shownBy(const QTreeWidgetItem* output) const;
     // By its unique name; None when there is no such node.
     int nodeNamed(const QString& name) const;
 
@@ -99,6 +103,7 @@ public:
 private:
     void readProjections(const QList<zoHPCProjectionItem*>& items);
     void readWindows(const QList<zoHPCWindowItem*>& items);
+    void markShown();
     void readNodes(zoHPCTreeItem* master);
     void nameNodes();
     int projectionOf(const zoHPCViewportItem& viewport) const;

@@ -70,7 +70,6 @@ struct Coverage
     };
     std::map<QString, Eyes> users;
 
-    bool isEmpty() const { return users.empty(); }
     bool isTwice() const
     {
         return std::any_of(users.begin(), users.end(),
@@ -643,10 +642,9 @@ zoHPCProblems::List zoHPCProblems::overlappingWindows(const zoHPCLayout& layout)
 
 zoHPCProblems::List zoHPCProblems::tilesShownNowhere(const zoHPCLayout& layout)
 {
-    const CoverageOfAll coverage(layout);
     List problems;
     for (const int index :
-         tilesOrTheirProjections(layout, [&](size_t i) { return coverage.of(i).isEmpty(); })) {
+         tilesOrTheirProjections(layout, [&](size_t i) { return !layout.projections()[i].isShown; })) {
         zoHPCProjectionItem* const item = at(layout, index).item;
         problems.emplace_back(Kind::TileShownNowhere, item,
                               tr("No viewport shows \"%1\".").arg(nameOf(*item)));

@@ -1,0 +1,23 @@
+#pragma once
+
+class QPainter;
+class QPalette;
+class QRectF;
+
+// A picture of a configuration, painted on whatever a QPainter can paint on: widgets, images, files.
+class zoHPCPicture
+{
+public:
+    // Fast leaves out what costs time and tells little: for frames while something is dragged.
+    enum class Detail { Full, Fast };
+
+    zoHPCPicture() = default;
+    virtual ~zoHPCPicture() = default;
+
+    zoHPCPicture(const zoHPCPicture&) = delete;
+    zoHPCPicture& operator=(const zoHPCPicture&) = delete;
+
+    // Fills the area, in the painter's units.
+    virtual void paint(QPainter& painter, const QRectF& area, const QPalette& palette,
+                       Detail detail) const = 0;
+};

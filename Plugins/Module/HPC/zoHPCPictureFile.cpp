@@ -1,0 +1,121 @@
+#include "zoHPCPictureFile.h"
+
+#include "zoHPCPicture.h"
+
+#include <zoLog.h>
+
+#include <QFileInfo>
+#include <QImage>
+#include <QMarginsF>
+#include <QPageSize>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QSaveFile>
+#include <QSvgGenerator>
+
+namespace
+{
+// Points of a picture per inch, in all formats: texts are as large beside lines as on the screen.
+constexpr int RESOLUTION = 96;
+constexpr int LARGEST_SIDE = 32767;
+
+bool isPossible(const QSize& size)
+{
+    return size.width() > 0 && size.height() > 0 && size.width() <= LARGEST_SIDE &&
+           size.height() <= LARGEST_SIDE;
+}
+} // namespace
+
+bool zoHPCPictureFile::save(const zoHPCPicture& picture, const QString& fileName, const QSize& size,
+                            const QPalette& palette, double scale)
+{
+    QSaveFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly)) {
+        zoLog::error("Unable to save picture %s: %s", qUtf8Printable(fileName),
+                     qUtf8Printable(file.errorString()));
+        return false;
+    }
+    const QString format = QFileInfo(fileName).suffix();
+    if (!write(picture, file, format, size, palette, scale)) {
+        file.cancelWriting();
+        zoLog::error("Unable to write picture %s in the format \"%s\" at %d x %d", qUtf8Printable(fileName),
+                     qUtf8Printable(format), size.width(), size.height());
+        return false;
+    }
+    if (!file.commit()) {
+        zoLog::error("Unable to save picture %s: %s", qUtf8Printable(fileName),
+                     qUtf8Printable(file.errorString()));
+        return false;
+    }
+    return true;
+}
+
+bool zoHPCPictureFile::write(const zoHPCPicture& picture, QIODevice& device, const QString& format,
+                             const QSize& size, const QPalette& palette, double scale)
+{
+    if (!isPossible(size))
+        return false;
+    const QString kind = format.toLower();
+    if (kind == QLatin1String("svg"))
+        return writeSvg(picture, device, size, palette);
+    if (kind == QLatin1String("png"))
+        return writePng(picture, device, size, palette, scale);
+    if (kind == QLatin1String("pdf"))
+        return writePdf(picture, device, size, palette);
+    return false;
+}
+
+QString zoHPCPictureFile::filter()
+{
+    return tr("Scalable picture (*.svg);;Picture (*.png);;Document (*.pdf)");
+}
+
+bool zoHPCPictureFile::writeSvg(const zoHPCPicture& picture, QIODevice& device, const QSize& size,
+                                const QPalette& palette)
+{
+    QSvgGenerator generator;
+    generator.setOutputDevice(&device);
+    generator.setResolution(RESOLUTION);
+    generator.setSize(size);
+    generator.setViewBox(QRect(QPoint(0, 0), size));
+    QPainter painter;
+    if (!painter.begin(&generator))
+        return false;
+    picture.paint(painter, QRectF(QPointF(0.0, 0.0), size), palette, zoHPCPicture::Detail::Full);
+    return painter.end();
+}
+
+bool zoHPCPictureFile::writePng(const zoHPCPicture& picture, QIODevice& device, const QSize& size,
+                                const QPalette& palette, double scale)
+{
+    const QSizeF pixels = QSizeF(size) * scale;
+    if (!(scale > 0.0) || !isPossible(pixels.toSize()))
+        return false;
+    QImage image(pixels.toSize(), QImage::Format_RGB32);
+    if (image.isNull())
+        return false;
+    image.setDevicePixelRatio(scale);
+    image.setDotsPerMeterX(qRound(RESOLUTION * scale / 0.0254));
+    image.setDotsPerMeterY(qRound(RESOLUTION * scale / 0.0254));
+    QPainter painter;
+    if (!painter.begin(&image))
+        return false;
+    picture.paint(painter, QRectF(QPointF(0.0, 0.0), size), palette, zoHPCPicture::Detail::Full);
+    return painter.end() && image.save(&device, "PNG");
+}
+
+bool zoHPCPictureFile::writePdf(const zoHPCPicture& picture, QIODevice& device, const QSize& size,
+                                const QPalette& palette)
+{
+    QPdfWriter writer(&device);
+    writer.setCreator(QCoreApplication::applicationName());
+    writer.setResolution(RESOLUTION);
+    writer.setPageSize(
+        QPageSize(QSizeF(size) * 72.0 / RESOLUTION, QPageSize::Point, QString(), QPageSize::ExactMatch));
+    writer.setPageMargins(QMarginsF());
+    QPainter painter;
+    if (!painter.begin(&writer))
+        return false;
+    picture.paint(painter, QRectF(QPointF(0.0, 0.0), size), palette, zoHPCPicture::Detail::Full);
+    return painter.end();
+}

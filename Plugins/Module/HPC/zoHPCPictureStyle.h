@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QColor>
+#include <QFont>
+
+class QPalette;
+
+// Colours and fonts of the layout pictures for a light or a dark palette. The hues are told apart with every
+// kind of colour vision, and nothing is told by hue alone.
+class zoHPCPictureStyle final
+{
+public:
+    explicit zoHPCPictureStyle(const QPalette& palette);
+
+    bool isDark = false;
+    QColor background;
+    QColor text;
+    QColor faintText;
+    QColor grid;
+    QColor line;    // outlines
+    QColor front;   // a wall that shows the viewer its picture
+    QColor bad;     // what stands out as wrong
+    QColor fadeOut; // the two ramps of a blend
+    QColor fadeIn;
+    QColor twice; // overlap without blend: light from both
+    QColor current;
+    QColor leftEye;
+    QColor rightEye;
+    QColor bothEyes;
+    QColor panel; // behind the screens of a node
+    QFont font;
+};
