@@ -13,7 +13,12 @@ struct zoCommandEntry
 };
 
 inline constexpr zoCommandEntry zoCommandTable[] = {
+    {"check", QT_TRANSLATE_NOOP("zohpc", "what of configurations would not light up as meant"), true},
+    {"convert", QT_TRANSLATE_NOOP("zohpc", "a legacy configuration as a configuration document"), true},
+    {"diff", QT_TRANSLATE_NOOP("zohpc", "what differs between two configurations, in words"), true},
+    {"format", QT_TRANSLATE_NOOP("zohpc", "a configuration in the canonical text"), true},
     {"hosts expand", QT_TRANSLATE_NOOP("zohpc", "the names that hosts text stands for"), false},
     {"hosts fold", QT_TRANSLATE_NOOP("zohpc", "names as hosts text, in as few words as possible"), false},
     {"hosts tree", QT_TRANSLATE_NOOP("zohpc", "the networks of hosts text, with their gateways"), false},
+    {"new", QT_TRANSLATE_NOOP("zohpc", "a whole configuration of a wall or a cave from one line"), true},
 };

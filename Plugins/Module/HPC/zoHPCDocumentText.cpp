@@ -326,11 +326,6 @@ int tooDeepAt(const QString& text, int limit)
     }
     return -1;
 }
-
-void logRefusal(int line, int column, const QString& reason)
-{
-    zoLog::error("Cluster config line %d, column %d: %s", line, column, reason.toUtf8().constData());
-}
 } // namespace
 
 QString zoHPCDocumentText::toText(const QDomDocument& document, EmptyAttributes emptyAttributes)
@@ -341,26 +336,35 @@ QString zoHPCDocumentText::toText(const QDomDocument& document, EmptyAttributes 
 
 bool zoHPCDocumentText::parse(const QString& text, QDomDocument& document)
 {
+    Refusal refusal;
+    if (parse(text, document, refusal))
+        return true;
+    if (!refusal.reason.isEmpty())
+        zoLog::error("Cluster config line %d, column %d: %s", refusal.line, refusal.column,
+                     refusal.reason.toUtf8().constData());
+    return false;
+}
+
+bool zoHPCDocumentText::parse(const QString& text, QDomDocument& document, Refusal& refusal)
+{
     document = QDomDocument();
+    refusal = Refusal();
     if (text.isEmpty())
         return false;
 
     const int tooDeep = tooDeepAt(text, maximumDepth());
     if (tooDeep >= 0) {
-        const int line = text.leftRef(tooDeep).count(QLatin1Char('\n')) + 1;
-        const int column = tooDeep - text.lastIndexOf(QLatin1Char('\n'), tooDeep);
-        logRefusal(line, column, QStringLiteral("more than %1 elements are nested").arg(maximumDepth()));
+        refusal.line = text.leftRef(tooDeep).count(QLatin1Char('\n')) + 1;
+        refusal.column = tooDeep - text.lastIndexOf(QLatin1Char('\n'), tooDeep);
+        refusal.reason = QStringLiteral("more than %1 elements are nested").arg(maximumDepth());
         return false;
     }
 
     QXmlStreamReader reader(text);
-    QString reason;
-    int line = 0;
-    int column = 0;
     QDomDocument parsed;
-    if (!parsed.setContent(&reader, false, &reason, &line, &column)) {
-        // What stood before the error is not used: half a configuration is worse than none.
-        logRefusal(line, column, reason);
+    // What stood before an error is not used: half a configuration is worse than none.
+    if (!parsed.setContent(&reader, false, &refusal.reason, &refusal.line, &refusal.column)) {
+        ++refusal.column; // the reader counts from 0
         return false;
     }
     document = parsed;

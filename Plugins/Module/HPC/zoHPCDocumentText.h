@@ -11,6 +11,14 @@ class zoHPCDocumentText final
 public:
     enum class EmptyAttributes { OmitInDisplays, Keep };
 
+    // Why and where a text was refused; line and column from 1.
+    struct Refusal
+    {
+        int line = 1;
+        int column = 1;
+        QString reason;
+    };
+
     zoHPCDocumentText() = delete;
 
     // The text of a document in the form of QDomDocument::toString(1), with attributes in a fixed order, so
@@ -27,6 +35,8 @@ public:
     // maximumDepth() or expands its entities without bound gives an empty document, false, and an error in
     // the log with line, column and reason. Empty text gives an empty document in silence, and false.
     static bool parse(const QString& text, QDomDocument& document);
+    // The same without the log.
+    static bool parse(const QString& text, QDomDocument& document, Refusal& refusal);
 
     // The deepest nesting of elements whose document the stack of this thread can still tear down; the
     // destructor of the DOM recurses.

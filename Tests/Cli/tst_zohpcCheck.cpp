@@ -1,0 +1,117 @@
+#include "zoCliFiles.h"
+#include "zoCommandRun.h"
+#include "zoTestCase.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTest>
+
+// "zohpc check" as a whole process. What the checks find is tested with them.
+class tst_zohpcCheck final : public zoTestCase
+{
+    Q_OBJECT
+
+private slots:
+    void samplesAreSound();
+    void problemsHaveTheirPlaces();
+    void problemsAsJson();
+    void unusableFileDoesNotHideTheOthers();
+    void noFileIsWrongUsage();
+
+private:
+    static QByteArray badSetup();
+
+    zoCliFiles m_files;
+};
+
+QByteArray tst_zohpcCheck::badSetup()
+{
+    return R"(<cluster version="1">
+ <!-- places count every line -->
+ <master>
+  <network>
+   <node name="a"/> <node name="a"/>
+  </network>
+ </master>
+ <projection name="W" type="wall" rows="1"
+   columns="2"/>
+ <display>
+  <window node="nowhere" fullscreen="false">
+   <viewport
+     projection="W row:1 col:1"/>
+   <viewport/>
+  </window>
+ </display>
+</cluster>
+)";
+}
+
+void tst_zohpcCheck::samplesAreSound()
+{
+    const QDir samples(QStringLiteral(ZO_DATA_DIR "/cluster"));
+    QStringList files;
+    for (const QString& file : samples.entryList({QStringLiteral("*.zhpc")}))
+        files << samples.filePath(file);
+    QVERIFY(files.size() >= 4);
+
+    QCOMPARE(zoCommandRun::zohpc(QStringList{"check"} + files).whole(),
+             QByteArray("--- errors\n--- exit code 0\n"));
+}
+
+void tst_zohpcCheck::problemsHaveTheirPlaces()
+{
+    const QString file = m_files.write("bad.zhpc", badSetup());
+
+    const zoCommandRun run = zoCommandRun::zohpc({"check", file});
+
+    QCOMPARE(run.errors, QByteArray());
+    QCOMPARE(run.exitCode, 1);
+    QList<QByteArray> places;
+    for (const QByteArray& line : run.output.trimmed().split('\n')) {
+        QVERIFY(line.startsWith(file.toUtf8() + ':'));
+        places << line.mid(file.toUtf8().size() + 1).split(' ').first();
+    }
+    QCOMPARE(places, (QList<QByteArray>{"14:4:", "11:3:", "8:2:", "5:21:"}));
+}
+
+void tst_zohpcCheck::problemsAsJson()
+{
+    const zoCommandRun run = zoCommandRun::zohpc({"check", "--json", "-"}, badSetup());
+
+    QCOMPARE(run.errors, QByteArray());
+    QCOMPARE(run.exitCode, 1);
+    const QJsonArray problems = QJsonDocument::fromJson(run.output).array();
+    QCOMPARE(problems.size(), 4);
+    const QJsonObject first = problems.first().toObject();
+    QCOMPARE(first.value("file").toString(), QStringLiteral("-"));
+    QCOMPARE(first.value("line").toInt(), 14);
+    QCOMPARE(first.value("column").toInt(), 4);
+    QCOMPARE(first.value("kind").toString(), QStringLiteral("viewport-without-projection"));
+    QVERIFY(!first.value("text").toString().isEmpty());
+    QVERIFY(first.contains("fix"));
+}
+
+void tst_zohpcCheck::unusableFileDoesNotHideTheOthers()
+{
+    const QString broken = m_files.write("broken.zhpc", "<cluster>");
+    const QString bad = m_files.write("bad.zhpc", badSetup());
+
+    const zoCommandRun run = zoCommandRun::zohpc({"check", broken, bad});
+
+    QCOMPARE(run.errors, broken.toUtf8() + ":1:10: Premature end of document.\n");
+    QCOMPARE(run.output, zoCommandRun::zohpc({"check", bad}).output);
+    QCOMPARE(run.exitCode, 2);
+}
+
+void tst_zohpcCheck::noFileIsWrongUsage()
+{
+    QCOMPARE(
+        zoCommandRun::zohpc({"check"}).whole(),
+        QByteArray("--- errors\nzohpc check: no file given\nTry 'zohpc check --help'.\n--- exit code 2\n"));
+}
+
+ZO_TEST_MAIN(tst_zohpcCheck)
+#include "tst_zohpcCheck.moc"

@@ -1,0 +1,76 @@
+#include "zoCheckCommand.h"
+
+#include "zoClusterSetup.h"
+#include "zoConsole.h"
+#include "zoHPCLayout.h"
+#include "zoHPCProblems.h"
+#include "zoSourcePlaces.h"
+
+QString zoCheckCommand::name() const
+{
+    return QStringLiteral("check");
+}
+
+QString zoCheckCommand::description() const
+{
+    return tr("Reads configurations and lists what of them would not light up as meant, as the problem list "
+              "of the cluster\n"
+              "window does. Exit code 1 when something was found.");
+}
+
+QStringList zoCheckCommand::examples() const
+{
+    return {QStringLiteral("zohpc check *.zhpc\t") + tr("before a commit"),
+            QStringLiteral("zohpc convert old.xml | zohpc check --json -\t") + tr("for a script")};
+}
+
+void zoCheckCommand::addArguments(QCommandLineParser& parser) const
+{
+    parser.addOption({QStringLiteral("json"), tr("Write JSON: a list of objects with \"file\", \"line\", "
+                                                 "\"column\", \"kind\", \"text\" and \"fix\".")});
+    parser.addPositionalArgument(QStringLiteral("FILE"), tr("A configuration, \"-\" for standard input."),
+                                 QStringLiteral("FILE..."));
+}
+
+int zoCheckCommand::execute(const QCommandLineParser& parser)
+{
+    const QStringList files = parser.positionalArguments();
+    if (files.isEmpty())
+        return usageError(tr("no file given"));
+
+    const bool isJson = parser.isSet(QStringLiteral("json"));
+    int result = zoConsole::Fine;
+    QByteArray text;
+    for (const QString& file : files) {
+        zoClusterSetup setup;
+        if (!setup.readFile(file)) {
+            result = zoConsole::Unusable;
+            continue;
+        }
+        const zoHPCLayout layout(setup.displays().getProjectionItems(), setup.displays().getWindowItems(),
+                                 setup.hosts().master());
+        const zoHPCProblems::List problems = zoHPCProblems::find(layout);
+        if (problems.empty())
+            continue;
+        const zoSourcePlaces places(setup);
+        for (const zoHPCProblem& problem : problems) {
+            const zoSourcePlaces::Place place = places.place(problem.item);
+            result = qMax<int>(result, zoConsole::ProblemsFound);
+            const QString line = QString::number(place.line);
+            const QString column = QString::number(place.column);
+            if (isJson)
+                text += (text.isEmpty() ? "{\"file\": " : ",\n {\"file\": ") + zoConsole::json(file) +
+                        ", \"line\": " + line.toLatin1() + ", \"column\": " + column.toLatin1() +
+                        ", \"kind\": " + zoConsole::json(zoHPCProblem::kindName(problem.kind)) +
+                        ", \"text\": " + zoConsole::json(problem.message) + ", \"fix\": " +
+                        (problem.hasFix() ? zoConsole::json(problem.fixText) : QByteArray("null")) + '}';
+            else
+                text += QStringLiteral("%1:%2:%3: %4\n").arg(file, line, column, problem.message).toUtf8();
+        }
+    }
+    if (isJson)
+        text = '[' + text + "]\n";
+    if (!zoConsole::write(text))
+        return zoConsole::Unusable;
+    return result;
+}

@@ -1,0 +1,65 @@
+#include "zoClusterSetup.h"
+
+#include "zoConsole.h"
+#include "zoHPCDocumentText.h"
+#include "zoTextFile.h"
+
+#include <QCoreApplication>
+
+zoClusterSetup::zoClusterSetup() = default;
+
+bool zoClusterSetup::readFile(const QString& fileName)
+{
+    if (!zoTextFile::read(fileName, m_source))
+        return false;
+    QDomDocument document;
+    zoHPCDocumentText::Refusal refusal;
+    if (!zoHPCDocumentText::parse(m_source, document, refusal)) {
+        const QString reason = refusal.reason.isEmpty()
+                                   ? QCoreApplication::translate("zoClusterSetup", "the file is empty")
+                                   : refusal.reason;
+        zoConsole::complain(fileName, refusal.line, refusal.column, reason);
+        return false;
+    }
+    // The window would show an empty cluster; a script would go on with it.
+    const QString root = document.documentElement().tagName();
+    if (root != QLatin1String("cluster")) {
+        zoConsole::complain(fileName, 1, 1,
+                            QCoreApplication::translate(
+                                "zoClusterSetup", "no cluster configuration: its root element is \"%1\"")
+                                .arg(root));
+        return false;
+    }
+    readDocument(document);
+    return true;
+}
+
+void zoClusterSetup::readDocument(QDomDocument& document)
+{
+    m_hosts.loadFromXML(document);
+    m_displays.loadFromXML(document);
+}
+
+QDomDocument zoClusterSetup::document()
+{
+    QDomDocument document;
+    QDomElement root = appendRoot(document);
+    if (!m_hosts.booking().isEmpty())
+        root.setAttribute(QStringLiteral("booking"), m_hosts.booking());
+    m_hosts.appendXMLConfig(m_hosts.master(), document, root);
+    m_displays.saveToXML(document);
+    return document;
+}
+
+QString zoClusterSetup::text()
+{
+    return zoHPCDocumentText::toText(document());
+}
+
+QDomElement zoClusterSetup::appendRoot(QDomDocument& document)
+{
+    QDomElement root = document.createElement(QStringLiteral("cluster"));
+    root.setAttribute(QStringLiteral("version"), QStringLiteral("1"));
+    document.appendChild(root);
+    return root;
+}

@@ -1,0 +1,84 @@
+#include "zoConvertCommand.h"
+
+#include "zoConsole.h"
+#include "zoHPCConfigConverter.h"
+#include "zoHPCDocumentText.h"
+#include "zoTextFile.h"
+
+#include <QDomDocument>
+
+QString zoConvertCommand::name() const
+{
+    return QStringLiteral("convert");
+}
+
+QString zoConvertCommand::description() const
+{
+    return tr("Converts a legacy configuration into a configuration document. What a reader of the old file "
+              "should look at\n"
+              "afterwards, because it was dropped or changed by rule, is told on standard error; the exit "
+              "code is 0 all\n"
+              "the same.");
+}
+
+QStringList zoConvertCommand::examples() const
+{
+    return {QStringLiteral("zohpc convert old.xml -o wall.zhpc\t") + tr("the usual way"),
+            QStringLiteral("zohpc convert old.xml | zohpc check -\t") + tr("what of it would not light up")};
+}
+
+void zoConvertCommand::addArguments(QCommandLineParser& parser) const
+{
+    parser.addOption({{QStringLiteral("o"), QStringLiteral("output")},
+                      tr("Write to <file>, which is replaced as a whole. Standard output otherwise."),
+                      tr("file")});
+    parser.addOption(
+        {QStringLiteral("json"), tr("With --output: write the remarks as JSON to standard output.")});
+    parser.addPositionalArgument(QStringLiteral("LEGACY.xml"),
+                                 tr("A legacy configuration, \"-\" for standard input."));
+}
+
+int zoConvertCommand::execute(const QCommandLineParser& parser)
+{
+    const QStringList files = parser.positionalArguments();
+    if (files.size() != 1)
+        return usageError(files.isEmpty() ? tr("no file given") : tr("one file at a time"));
+    const QString output =
+        parser.isSet(QStringLiteral("output")) ? parser.value(QStringLiteral("output")) : QStringLiteral("-");
+    const bool isJson = parser.isSet(QStringLiteral("json"));
+    if (isJson && output == QLatin1String("-"))
+        return usageError(tr("--json needs --output"));
+
+    const QString& file = files.constFirst();
+    QString legacy;
+    if (!zoTextFile::read(file, legacy))
+        return zoConsole::Unusable;
+    // The window imports what does not parse as an empty configuration; a script shall not go on with that.
+    QDomDocument document;
+    zoHPCDocumentText::Refusal refusal;
+    if (!zoHPCDocumentText::parse(legacy, document, refusal)) {
+        zoConsole::complain(file, refusal.line, refusal.column,
+                            refusal.reason.isEmpty() ? tr("the file is empty") : refusal.reason);
+        return zoConsole::Unusable;
+    }
+    zoHPCConfigConverter converter;
+    const QString text = converter.convert(legacy);
+    if (converter.parameterCount() == 0) {
+        zoConsole::complain(file, 1, 1, tr("no legacy configuration: it has no parameter (element \"key\")"));
+        return zoConsole::Unusable;
+    }
+    if (!zoTextFile::write(output, text))
+        return zoConsole::Unusable;
+
+    const QList<zoHPCConfigConverter::Remark> remarks = converter.remarks();
+    QByteArray json;
+    for (const zoHPCConfigConverter::Remark& remark : remarks) {
+        if (isJson)
+            json += (json.isEmpty() ? "" : ",\n ") + zoConsole::json(remark.text);
+        else
+            zoConsole::complain(QStringLiteral("%1: %2").arg(file, remark.text));
+    }
+    if (isJson && !zoConsole::write('[' + json + "]\n"))
+        return zoConsole::Unusable;
+    return zoConsole::Fine;
+}

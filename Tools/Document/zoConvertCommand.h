@@ -1,0 +1,16 @@
+#pragma once
+
+#include "zoCommand.h"
+
+// "convert": a legacy configuration as a configuration document, and what to look at afterwards.
+class zoConvertCommand final : public zoCommand
+{
+    Q_DECLARE_TR_FUNCTIONS(zoConvertCommand)
+
+protected:
+    QString name() const override;
+    QString description() const override;
+    QStringList examples() const override;
+    void addArguments(QCommandLineParser& parser) const override;
+    int execute(const QCommandLineParser& parser) override;
+};

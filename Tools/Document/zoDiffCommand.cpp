@@ -1,0 +1,69 @@
+#include "zoDiffCommand.h"
+
+#include "zoClusterComparison.h"
+#include "zoClusterSetup.h"
+#include "zoConsole.h"
+
+QString zoDiffCommand::name() const
+{
+    return QStringLiteral("diff");
+}
+
+QString zoDiffCommand::description() const
+{
+    return tr(
+        "Tells what differs between two configurations in the words of a wall: nodes added, tiles moved, "
+        "overlaps\n"
+        "changed. What is only written in another way is no difference. Exit code 1 when something differs.");
+}
+
+QStringList zoDiffCommand::examples() const
+{
+    return {QStringLiteral("zohpc diff old.zhpc new.zhpc\t") + tr("two files"),
+            QStringLiteral("git show HEAD:wall.zhpc | zohpc diff - wall.zhpc\t") +
+                tr("since the last commit")};
+}
+
+void zoDiffCommand::addArguments(QCommandLineParser& parser) const
+{
+    parser.addOption(
+        {QStringLiteral("json"), tr("Write JSON: a list of objects with \"kind\" and \"text\".")});
+    parser.addPositionalArgument(QStringLiteral("A"),
+                                 tr("The configuration before, \"-\" for standard input."));
+    parser.addPositionalArgument(QStringLiteral("B"),
+                                 tr("The configuration after, \"-\" for standard input."));
+}
+
+int zoDiffCommand::execute(const QCommandLineParser& parser)
+{
+    const QStringList files = parser.positionalArguments();
+    if (files.size() != 2)
+        return usageError(tr("two files are needed"));
+    if (files.at(0) == QLatin1String("-") && files.at(1) == QLatin1String("-"))
+        return usageError(tr("standard input can be one of the files only"));
+    zoClusterSetup before;
+    zoClusterSetup after;
+    const bool isRead = before.readFile(files.at(0));
+    if (!after.readFile(files.at(1)) || !isRead)
+        return zoConsole::Unusable;
+
+    const zoClusterComparison comparison(before.document(), after.document());
+    std::vector<zoClusterComparison::Difference> differences = comparison.differences();
+    // Whatever has no words of its own is not kept quiet.
+    if (differences.empty() && before.text() != after.text())
+        differences.push_back({QStringLiteral("other"), tr("the canonical texts differ")});
+
+    QByteArray text;
+    if (parser.isSet(QStringLiteral("json"))) {
+        for (const zoClusterComparison::Difference& difference : differences)
+            text += (text.isEmpty() ? "{\"kind\": " : ",\n {\"kind\": ") + zoConsole::json(difference.kind) +
+                    ", \"text\": " + zoConsole::json(difference.text) + '}';
+        text = '[' + text + "]\n";
+    } else {
+        for (const zoClusterComparison::Difference& difference : differences)
+            text += difference.text.toUtf8() + '\n';
+    }
+    if (!zoConsole::write(text))
+        return zoConsole::Unusable;
+    return differences.empty() ? zoConsole::Fine : zoConsole::ProblemsFound;
+}

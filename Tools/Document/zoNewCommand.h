@@ -1,0 +1,16 @@
+#pragma once
+
+#include "zoCommand.h"
+
+// "new": a whole configuration of a wall or a cave from one line.
+class zoNewCommand final : public zoCommand
+{
+    Q_DECLARE_TR_FUNCTIONS(zoNewCommand)
+
+protected:
+    QString name() const override;
+    QString description() const override;
+    QStringList examples() const override;
+    void addArguments(QCommandLineParser& parser) const override;
+    int execute(const QCommandLineParser& parser) override;
+};

@@ -1,0 +1,84 @@
+#include "zoSourcePlaces.h"
+
+#include "zoClusterSetup.h"
+#include "zoHPCProjectionItem.h"
+#include "zoHPCTreeItem.h"
+#include "zoHPCWindowItem.h"
+
+#include <QXmlStreamReader>
+
+zoSourcePlaces::zoSourcePlaces(zoClusterSetup& setup)
+{
+    read(setup.source());
+
+    // The trees keep the order of the text. Whatever does not fit has no place: a place shall not be wrong.
+    std::vector<zoHPCTreeItem*> hosts;
+    setup.hosts().master()->getAllSubItems(hosts);
+    if (hosts.size() == m_hosts.size() + 1) {
+        for (std::size_t i = 0; i < m_hosts.size(); ++i)
+            m_places.insert(hosts[i + 1], m_hosts[i]);
+    }
+    std::vector<const QTreeWidgetItem*> projections;
+    const QList<zoHPCProjectionItem*> all = setup.displays().getProjectionItems();
+    for (const zoHPCProjectionItem* item : all) {
+        if (item->parent() == nullptr)
+            projections.push_back(item);
+    }
+    if (projections.size() == m_projections.size()) {
+        for (std::size_t i = 0; i < projections.size(); ++i)
+            m_places.insert(projections[i], m_projections[i]);
+    }
+    const QList<zoHPCWindowItem*> outputs = setup.displays().getWindowItems();
+    if (std::size_t(outputs.size()) == m_outputs.size()) {
+        for (std::size_t i = 0; i < m_outputs.size(); ++i)
+            m_places.insert(outputs.at(int(i)), m_outputs[i]);
+    }
+}
+
+zoSourcePlaces::Place zoSourcePlaces::place(const QTreeWidgetItem* item) const
+{
+    for (; item != nullptr; item = item->parent()) {
+        const auto found = m_places.constFind(item);
+        if (found != m_places.constEnd())
+            return *found;
+    }
+    return Place();
+}
+
+void zoSourcePlaces::read(const QString& text)
+{
+    QXmlStreamReader reader(text);
+    QStringList open;
+    int counted = 0; // characters of the text that are in `place`
+    Place place;
+    while (!reader.atEnd()) {
+        int offset = int(reader.characterOffset()); // where the next token begins
+        const QXmlStreamReader::TokenType token = reader.readNext();
+        if (token == QXmlStreamReader::EndElement)
+            open.removeLast();
+        if (token != QXmlStreamReader::StartElement)
+            continue;
+        // After a text the reader has the next "<" already.
+        if (offset > 0 && offset <= text.size() && text.at(offset - 1) == QLatin1Char('<'))
+            --offset;
+        for (; counted < offset && counted < text.size(); ++counted) {
+            ++place.column;
+            if (text.at(counted) == QLatin1Char('\n')) {
+                ++place.line;
+                place.column = 1;
+            }
+        }
+        const QString tag = reader.name().toString();
+        const int depth = open.size();
+        const QString section = depth > 1 ? open.at(1) : QString();
+        if (section == QLatin1String("master") &&
+            (tag == QLatin1String("network") || tag == QLatin1String("node")))
+            m_hosts.push_back(place);
+        else if (depth == 1 && tag == QLatin1String("projection"))
+            m_projections.push_back(place);
+        else if (section == QLatin1String("display") &&
+                 (tag == QLatin1String("window") || tag == QLatin1String("viewport")))
+            m_outputs.push_back(place);
+        open << tag;
+    }
+}
