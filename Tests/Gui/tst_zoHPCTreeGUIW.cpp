@@ -118,6 +118,8 @@ private slots:
     void editHostsTakesTheFileOverTheText();
     void editHostsCancelledChangesNothing();
     void overlayIconIsPaintedAtEightEight();
+    void disabledRowsAreReadable();
+    void rowsFillTheView();
 
     // Running state
     void runningMarksNodesAndTheirNetworks();
@@ -1565,6 +1567,25 @@ void tst_zoHPCTreeGUIW::overlayIconIsPaintedAtEightEight()
     QCOMPARE(image.pixelColor(7, 7), QColor(Qt::white));
     QCOMPARE(image.pixelColor(8, 8), QColor(Qt::red));
     QCOMPARE(image.pixelColor(31, 31), QColor(Qt::red));
+}
+
+void tst_zoHPCTreeGUIW::disabledRowsAreReadable()
+{
+    const QPalette palette = m_view->palette();
+
+    QVERIFY(qAbs(palette.color(QPalette::Light).lightness() - palette.color(QPalette::Base).lightness()) >=
+            60);
+    QVERIFY(palette.color(QPalette::Light) != palette.color(QPalette::Text));
+}
+
+void tst_zoHPCTreeGUIW::rowsFillTheView()
+{
+    m_view->resize(500, 300);
+    m_view->show();
+    QTRY_COMPARE(m_tree->columnWidth(0), m_tree->viewport()->width());
+
+    m_view->setHostString(QString(200, 'w'));
+    QTRY_VERIFY(m_tree->columnWidth(0) > m_tree->viewport()->width());
 }
 
 // ---- Running state

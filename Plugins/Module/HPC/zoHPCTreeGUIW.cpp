@@ -759,6 +759,8 @@ zoHPCTreeGUIW::zoHPCTreeGUIW(QWidget* parent)
     header->setStretchLastSection(false);
     header->setSectionResizeMode(QHeaderView::ResizeToContents);
     header->setResizeContentsPrecision(0); // what is visible
+    m_ui->m_treeWidget->viewport()->installEventFilter(this);
+    setReadablePalette();
 
     m_master = createMaster();
     m_ui->m_treeWidget->addTopLevelItem(m_master);
@@ -1216,6 +1218,32 @@ void zoHPCTreeGUIW::changeEvent(QEvent* event)
     QWidget::changeEvent(event);
     if (m_master && (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange))
         updateRowHeight();
+}
+
+// A row is as wide as its text needs, and at least as wide as the view.
+bool zoHPCTreeGUIW::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_ui->m_treeWidget->viewport() && event->type() == QEvent::Resize) {
+        QHeaderView* header = m_ui->m_treeWidget->header();
+        header->setMinimumSectionSize(m_ui->m_treeWidget->viewport()->width());
+        header->resizeSections(QHeaderView::ResizeToContents);
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+// Disabled rows are written in the palette's Light, which many palettes have as white as the background.
+void zoHPCTreeGUIW::setReadablePalette()
+{
+    QPalette readable = palette();
+    for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+        const QColor base = readable.color(group, QPalette::Base);
+        const QColor text = readable.color(group, QPalette::Text);
+        if (qAbs(readable.color(group, QPalette::Light).lightness() - base.lightness()) < 60)
+            readable.setColor(group, QPalette::Light,
+                              QColor((base.red() + text.red()) / 2, (base.green() + text.green()) / 2,
+                                     (base.blue() + text.blue()) / 2));
+    }
+    setPalette(readable);
 }
 
 // Takes items that were just detached; they are not in the tree any more.

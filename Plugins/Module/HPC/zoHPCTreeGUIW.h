@@ -96,6 +96,7 @@ signals:
 
 protected:
     void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     friend class zoHPCTreeItem;
@@ -106,6 +107,7 @@ private:
     void forget(QTreeWidgetItem* buried);
     void expandAllParents();
     void updateRowHeight();
+    void setReadablePalette();
 
     std::unique_ptr<Ui_zoHPCTreeGUIW> m_ui;
     zoHPCTreeItem* m_master = nullptr; // owned by the tree widget
