@@ -235,6 +235,7 @@ private slots:
     void pasteWithoutCopyDoesNothing();
     void wallBecomesItsTiles();
     void convertedPlanesKeepTheirViewports();
+    void viewportOfAConvertedWallLosesIt();
     void convertingNothingChangesNothing();
 
     void runningBlocksComingAndGoing();
@@ -1286,6 +1287,18 @@ void tst_zoHPCDisplayGUII::convertedPlanesKeepTheirViewports()
              (QStringList{text("Wall row:1 col:2"), text("P"), text("Wall row:2 col:1")}));
     projection(1)->setName(text("Upper right"));
     QCOMPARE(viewportProjections().first(), text("Upper right"));
+}
+
+void tst_zoHPCDisplayGUII::viewportOfAConvertedWallLosesIt()
+{
+    load("<cluster version='1'><projection name='W' type='wall' rows='1' columns='2'/><display><window>"
+         "<viewport projection='W'/><viewport projection='W row:1 col:1'/></window></display></cluster>");
+    projectionTree()->setCurrentItem(projection(0));
+
+    m_editor->convertToPlanes();
+
+    QCOMPARE(viewportProjections(), (QStringList{QString(), text("W row:1 col:1")}));
+    QCOMPARE(projectionTree()->currentItem(), projection(0));
 }
 
 void tst_zoHPCDisplayGUII::convertingNothingChangesNothing()

@@ -24,6 +24,8 @@
 #include <QStringListModel>
 #include <QStyle>
 
+#include <algorithm>
+
 namespace
 {
 // Changes the values of many rows as one: while it lives the view hears nothing, then it is painted once.
@@ -573,6 +575,7 @@ void zoHPCDisplayGUII::convertToPlanes()
     if (!projection || projection->parent() || projection->childCount() == 0)
         return;
     QTreeWidgetItem* const first = projection->child(0);
+    const QString identifier = projection->getString(zoHPCProjectionItem::Identifier);
     {
         const QScopedValueRollback<bool> updating(m_updating, true);
         const int row = m_projectionTree->indexOfTopLevelItem(projection);
@@ -581,7 +584,14 @@ void zoHPCDisplayGUII::convertToPlanes()
         m_projectionTree->insertTopLevelItems(row, planes);
     }
     m_projectionTree->setCurrentItem(first);
-    correctProjectionViewportsAssignments();
+    // The planes keep names and identifiers; only what showed the whole projection has to be linked again.
+    const QList<zoHPCViewportItem*> viewports = getViewportItems();
+    const bool wasShown =
+        std::any_of(viewports.cbegin(), viewports.cend(), [&identifier](const zoHPCViewportItem* viewport) {
+            return viewport->getString(zoHPCViewportItem::ProjectionIdentifier) == identifier;
+        });
+    if (wasShown)
+        correctProjectionViewportsAssignments();
     bindProjection();
 }
 
@@ -934,14 +944,17 @@ void zoHPCDisplayGUII::bindProjection()
     const bool generated = projection && projection->parent();
     m_generatedHint->setVisible(generated);
     // Read-only, not disabled: the numbers of a tile are there to be read.
-    const QList<QAbstractSpinBox*> numbers = m_projectionPage->findChildren<QAbstractSpinBox*>();
-    for (QAbstractSpinBox* number : numbers) {
-        number->setReadOnly(generated);
-        number->setButtonSymbols(generated ? QAbstractSpinBox::NoButtons : QAbstractSpinBox::UpDownArrows);
+    if (m_name->isReadOnly() != generated) {
+        const QList<QAbstractSpinBox*> numbers = m_projectionPage->findChildren<QAbstractSpinBox*>();
+        for (QAbstractSpinBox* number : numbers) {
+            number->setReadOnly(generated);
+            number->setButtonSymbols(generated ? QAbstractSpinBox::NoButtons
+                                               : QAbstractSpinBox::UpDownArrows);
+        }
+        m_name->setReadOnly(generated);
+        for (QWidget* choice : QList<QWidget*>{m_type, m_edgeBlending})
+            choice->setEnabled(!generated);
     }
-    m_name->setReadOnly(generated);
-    for (QWidget* choice : QList<QWidget*>{m_type, m_edgeBlending})
-        choice->setEnabled(!generated);
     updateTiledVsibility();
     showPanel();
     updateActions();

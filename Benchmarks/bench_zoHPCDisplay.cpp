@@ -1,0 +1,456 @@
+// The display section at a wall of 100 x 100 tiles, expanded and shown, and at 1,000 and 10,000 windows. Each
+// work stands beside the least that the toolkit needs for it, or beside the plain way to write it, measured
+// in the same run. Prints a table of the ratios of CPU medians, and their goals, at the end.
+
+#include <zoHPCDisplayGUII.h>
+#include <zoHPCDisplayItem.h>
+#include <zoHPCProjectionItem.h>
+#include <zoHPCViewportItem.h>
+#include <zoHPCWindowItem.h>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDomDocument>
+#include <QMap>
+#include <QTreeWidget>
+
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace
+{
+constexpr int Side = 100; // tiles of the wall, each way
+constexpr int Tiles = Side * Side;
+constexpr int Windows = 1000;
+constexpr int Names = 10000;
+
+void require(bool condition, const char* what)
+{
+    if (condition)
+        return;
+    std::fprintf(stderr, "wrong result: %s\n", what);
+    std::exit(1);
+}
+
+QString text(const char* latin1)
+{
+    return QString::fromLatin1(latin1);
+}
+
+QDomDocument emptyDocument()
+{
+    QDomDocument document;
+    QDomElement root = document.createElement(text("cluster"));
+    root.setAttribute(text("version"), text("1"));
+    document.appendChild(root);
+    return document;
+}
+
+// A wall with its tiles, as it is saved, and windows with a viewport each.
+QDomDocument wallDocument()
+{
+    QDomDocument document = emptyDocument();
+    zoHPCProjectionItem wall(text("Wall"), text("wall"));
+    wall.setInt(zoHPCProjectionItem::Rows, Side);
+    wall.setInt(zoHPCProjectionItem::Columns, Side);
+    wall.update();
+    document.documentElement().appendChild(wall.toXML(document, text("projection")));
+    zoHPCDisplayItem display;
+    for (int i = 0; i < Windows; ++i) {
+        auto* window = new zoHPCWindowItem;
+        window->setRenderNode(QStringLiteral("node%1").arg(i));
+        auto* viewport = new zoHPCViewportItem;
+        viewport->setProjection(QStringLiteral("Wall row:%1 col:%2").arg(i / Side + 1).arg(i % Side + 1));
+        window->addChild(viewport);
+        display.addChild(window);
+    }
+    document.documentElement().appendChild(display.toXML(document, text("display")));
+    return document;
+}
+
+// ---- Subjects, made once.
+
+struct Wall
+{
+    Wall()
+    {
+        document = wallDocument();
+        editor.loadFromXML(document);
+        require(editor.getProjectionItems().size() == Tiles + 1, "tiles of the wall");
+        require(editor.getWindowItems().size() == 2 * Windows, "windows and viewports");
+        editor.open(nodeNames());
+        expand();
+    }
+
+    static QStringList nodeNames()
+    {
+        QStringList names;
+        for (int i = 0; i < Windows; ++i)
+            names << QStringLiteral("node%1").arg(i);
+        return names;
+    }
+
+    QTreeWidget* tree() const { return editor.findChild<QTreeWidget*>(text("m_projectionTree")); }
+    zoHPCProjectionItem* wall() const { return static_cast<zoHPCProjectionItem*>(tree()->topLevelItem(0)); }
+
+    void expand()
+    {
+        tree()->expandItem(wall());
+        QCoreApplication::processEvents();
+    }
+
+    QDomDocument document;
+    zoHPCDisplayGUII editor;
+};
+
+// The least for a wall: its rows, with all columns, in a plain tree.
+struct PlainWall
+{
+    PlainWall()
+    {
+        tree.setColumnCount(zoHPCProjectionItem::ColumnCount);
+        for (int col = 1; col < tree.columnCount(); ++col)
+            tree.setColumnHidden(col, true);
+        tree.setUniformRowHeights(true);
+        tree.addTopLevelItem(wall);
+        tree.resize(320, 400);
+        tree.show();
+        tree.expandItem(wall);
+    }
+
+    void regenerate()
+    {
+        qDeleteAll(wall->takeChildren());
+        QList<QTreeWidgetItem*> rows;
+        rows.reserve(Tiles);
+        for (int i = 0; i < Tiles; ++i) {
+            auto* row = new QTreeWidgetItem;
+            for (int col = 0; col < zoHPCProjectionItem::ColumnCount; ++col)
+                row->setData(col, Qt::EditRole, i);
+            rows.append(row);
+        }
+        wall->addChildren(rows);
+    }
+
+    QTreeWidget tree;
+    QTreeWidgetItem* wall = new QTreeWidgetItem;
+};
+
+struct ManyWindows
+{
+    ManyWindows()
+    {
+        QDomDocument document = emptyDocument();
+        zoHPCDisplayItem display;
+        for (int i = 0; i < Names; ++i) {
+            names << QStringLiteral("node%1").arg(i);
+            auto* window = new zoHPCWindowItem;
+            window->setRenderNode(names.last());
+            display.addChild(window);
+        }
+        document.documentElement().appendChild(display.toXML(document, text("display")));
+        editor.loadFromXML(document);
+        editor.open(names);
+        QCoreApplication::processEvents();
+        for (zoHPCWindowItem* window : editor.getWindowItems())
+            require(!window->renderNode().isEmpty(), "all nodes are known");
+    }
+
+    QStringList names;
+    zoHPCDisplayGUII editor;
+};
+
+std::unique_ptr<Wall> s_wall;
+std::unique_ptr<PlainWall> s_plainWall;
+std::unique_ptr<ManyWindows> s_windows;
+
+// ---- The plain way to write it.
+
+void loadPlainly(QTreeWidget& projections, QTreeWidget& displays, const QDomDocument& document)
+{
+    projections.clear();
+    displays.clear();
+    const QDomElement root = document.documentElement();
+    for (QDomElement e = root.firstChildElement(text("projection")); !e.isNull();
+         e = e.nextSiblingElement(text("projection"))) {
+        auto* item = new zoHPCProjectionItem(QString(), text("wall"));
+        item->fromXML(e);
+        // Builds the stored tiles and throws them away for those that the parameters give.
+        const QDomNodeList nested = e.elementsByTagName(text("projection"));
+        for (int i = 0; i < nested.count(); ++i) {
+            auto* tile = new zoHPCProjectionItem(QString(), text("wall"));
+            tile->fromXML(nested.at(i).toElement());
+            item->addChild(tile);
+        }
+        item->update();
+        projections.addTopLevelItem(item);
+    }
+    for (QDomElement e = root.firstChildElement(text("display")); !e.isNull();
+         e = e.nextSiblingElement(text("display"))) {
+        auto* item = new zoHPCDisplayItem;
+        item->zoHPCTreeWidgetItem::fromXML(e);
+        const QDomNodeList windows = e.elementsByTagName(text("window"));
+        for (int i = 0; i < windows.count(); ++i) {
+            auto* window = new zoHPCWindowItem;
+            window->fromXML(windows.at(i).toElement());
+            item->addChild(window);
+        }
+        item->update();
+        displays.addTopLevelItem(item);
+    }
+    // Links the viewports.
+    QMap<QString, QString> names;
+    QMap<QString, QString> identifiers;
+    for (const zoHPCProjectionItem* item :
+         zoHPCTreeWidgetItem::subChildren<zoHPCProjectionItem>(&projections)) {
+        names[item->getString(1)] = item->getString(0);
+        identifiers[item->getString(0)] = item->getString(1);
+    }
+    for (zoHPCViewportItem* item : zoHPCTreeWidgetItem::subChildren<zoHPCViewportItem>(&displays)) {
+        if (names.contains(item->getString(12)))
+            item->setProjection(names[item->getString(12)]);
+        else if (identifiers.contains(item->getString(13)))
+            item->setString(12, identifiers[item->getString(13)]);
+        else
+            item->setProjection(QString());
+    }
+}
+
+void setNodeNamesPlainly(QComboBox& combo, zoHPCDisplayGUII& editor, const QStringList& names)
+{
+    combo.clear();
+    QMap<QString, int> counts;
+    for (const QString& name : names) {
+        const int count = ++counts[name];
+        if (count == 2)
+            combo.setItemText(combo.findText(name), QStringLiteral("%1 1").arg(name));
+        combo.addItem(count == 1 ? name : QStringLiteral("%1 %2").arg(name, QString::number(count)));
+    }
+    for (zoHPCWindowItem* window : editor.getWindowItems()) {
+        if (!names.contains(window->renderNode()))
+            window->setRenderNode(QString());
+    }
+}
+
+void convertPlainly(QTreeWidget& tree)
+{
+    QTreeWidgetItem* wall = tree.topLevelItem(0);
+    int row = 0;
+    while (wall->childCount() > 0)
+        tree.insertTopLevelItem(row++, wall->takeChild(0));
+    delete wall;
+}
+
+// ---- Works
+
+void regenerate(benchmark::State& state)
+{
+    zoHPCProjectionItem* wall = s_wall->wall();
+    for (auto _ : state)
+        wall->update();
+    require(wall->childCount() == Tiles, "tiles after regeneration");
+}
+
+// The whole way of a changed field: tiles, links, panel.
+void changeDistance(benchmark::State& state)
+{
+    zoHPCProjectionItem* wall = s_wall->wall();
+    double distance = 1000.0;
+    for (auto _ : state)
+        wall->setDouble(zoHPCProjectionItem::Distance, distance += 1.0);
+    require(wall->childCount() == Tiles, "tiles after a change");
+    require(static_cast<zoHPCProjectionItem*>(wall->child(77))->getDouble(zoHPCProjectionItem::Distance) ==
+                distance,
+            "tiles follow the change");
+}
+
+void regenerateFloor(benchmark::State& state)
+{
+    for (auto _ : state)
+        s_plainWall->regenerate();
+    require(s_plainWall->wall->childCount() == Tiles, "rows of the floor");
+}
+
+void load(benchmark::State& state)
+{
+    zoHPCDisplayGUII editor;
+    for (auto _ : state)
+        editor.loadFromXML(s_wall->document);
+    require(editor.getProjectionItems().size() == Tiles + 1, "tiles loaded");
+    require(editor.getViewportItems().last()->getString(13) == text("Wall row:10 col:100"),
+            "viewports linked");
+}
+
+void loadFloor(benchmark::State& state)
+{
+    QTreeWidget projections;
+    QTreeWidget displays;
+    projections.setColumnCount(zoHPCProjectionItem::ColumnCount);
+    displays.setColumnCount(zoHPCViewportItem::ColumnCount);
+    for (auto _ : state)
+        loadPlainly(projections, displays, s_wall->document);
+    require(projections.topLevelItem(0)->childCount() == Tiles, "tiles loaded plainly");
+    require(displays.topLevelItem(0)->childCount() == Windows, "windows loaded plainly");
+}
+
+void nodeNames(benchmark::State& state)
+{
+    for (auto _ : state)
+        s_windows->editor.setNodeNames(s_windows->names);
+    require(s_windows->editor.getWindowItems().last()->renderNode() == s_windows->names.last(), "nodes kept");
+}
+
+void nodeNamesFloor(benchmark::State& state)
+{
+    QComboBox combo;
+    for (auto _ : state)
+        setNodeNamesPlainly(combo, s_windows->editor, s_windows->names);
+    require(combo.count() == Names, "choices");
+}
+
+QDomDocument wallOnly()
+{
+    QDomDocument document = emptyDocument();
+    QDomElement wall = document.createElement(text("projection"));
+    wall.setAttribute(text("name"), text("W"));
+    wall.setAttribute(text("type"), text("wall"));
+    wall.setAttribute(text("rows"), Side);
+    wall.setAttribute(text("columns"), Side);
+    document.documentElement().appendChild(wall);
+    return document;
+}
+
+void convert(benchmark::State& state)
+{
+    const QDomDocument document = wallOnly();
+    zoHPCDisplayGUII editor;
+    editor.open({});
+    auto* tree = editor.findChild<QTreeWidget*>(text("m_projectionTree"));
+    for (auto _ : state) {
+        state.PauseTiming();
+        editor.loadFromXML(document);
+        tree->expandItem(tree->topLevelItem(0));
+        tree->setCurrentItem(tree->topLevelItem(0));
+        QCoreApplication::processEvents();
+        state.ResumeTiming();
+        editor.convertToPlanes();
+    }
+    require(tree->topLevelItemCount() == Tiles, "tiles at top level");
+}
+
+void convertFloor(benchmark::State& state)
+{
+    QTreeWidget tree;
+    tree.setColumnCount(zoHPCProjectionItem::ColumnCount);
+    for (auto _ : state) {
+        state.PauseTiming();
+        tree.clear();
+        auto* wall = new zoHPCProjectionItem(text("W"), text("wall"));
+        wall->setInt(zoHPCProjectionItem::Rows, Side);
+        wall->setInt(zoHPCProjectionItem::Columns, Side);
+        wall->update();
+        tree.addTopLevelItem(wall);
+        state.ResumeTiming();
+        convertPlainly(tree);
+    }
+    require(tree.topLevelItemCount() == Tiles, "tiles at top level, one by one");
+}
+
+using Function = void (*)(benchmark::State&);
+
+struct Row
+{
+    const char* work;
+    Function function;
+    const char* floor;
+    Function floorFunction;
+    double goal; // 0 is none
+};
+
+const Row s_rows[] = {
+    {"regenerate the wall", regenerate, "bare rows of 40 columns", regenerateFloor, 1.1},
+    {"change a field of the wall", changeDistance, "bare rows of 40 columns", regenerateFloor, 0},
+    {"section from a ready DOM", load, "section, plainly", loadFloor, 0.25},
+    {"10,000 node names", nodeNames, "node names, plainly", nodeNamesFloor, 0.02},
+    {"wall to planes", convert, "to planes, one by one and not shown", convertFloor, 0.5},
+};
+
+// Prints as usual and keeps the medians.
+class Medians final : public benchmark::ConsoleReporter
+{
+public:
+    void ReportRuns(const std::vector<Run>& runs) override
+    {
+        for (const Run& run : runs) {
+            if (run.run_type == Run::RT_Aggregate && run.aggregate_name == "median")
+                m_cpu[run.run_name.function_name] = run.GetAdjustedCPUTime();
+        }
+        ConsoleReporter::ReportRuns(runs);
+    }
+
+    double of(const std::string& name) const
+    {
+        const auto found = m_cpu.find(name);
+        return found == m_cpu.end() ? 0 : found->second;
+    }
+
+private:
+    std::map<std::string, double> m_cpu;
+};
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    s_wall = std::make_unique<Wall>();
+    s_plainWall = std::make_unique<PlainWall>();
+    s_windows = std::make_unique<ManyWindows>();
+
+    // Interleaved, so that a busy moment of the machine does not hit one side only.
+    std::vector<char*> arguments(argv, argv + argc);
+    std::string interleave = "--benchmark_enable_random_interleaving=true";
+    std::string quiet = "--benchmark_report_aggregates_only=true";
+    arguments.insert(arguments.begin() + 1, {&interleave[0], &quiet[0]});
+    int count = int(arguments.size());
+    benchmark::Initialize(&count, arguments.data());
+
+    std::map<std::string, Function> functions;
+    for (const Row& row : s_rows) {
+        functions[row.work] = row.function;
+        functions[row.floor] = row.floorFunction;
+    }
+    for (const auto& function : functions) {
+        benchmark::RegisterBenchmark(function.first.c_str(), function.second)
+            ->Unit(benchmark::kMillisecond)
+            ->Repetitions(7)
+            ->MinTime(0.05);
+    }
+    Medians medians;
+    benchmark::RunSpecifiedBenchmarks(&medians);
+
+    std::printf("\n%-28s %10s  %-36s %10s  %6s  %5s\n", "work", "ms", "beside", "ms", "ratio", "goal");
+    bool met = true;
+    for (const Row& row : s_rows) {
+        const double value = medians.of(row.work);
+        const double floor = medians.of(row.floor);
+        if (value <= 0 || floor <= 0)
+            continue;
+        const bool rowMet = row.goal <= 0 || value / floor <= row.goal;
+        met &= rowMet;
+        std::printf("%-28s %10.3f  %-36s %10.3f  %6.3f  %5.2f  %s\n", row.work, value, row.floor, floor,
+                    value / floor, row.goal, rowMet ? "met" : "MISSED");
+    }
+    s_windows.reset();
+    s_plainWall.reset();
+    s_wall.reset();
+    std::printf("\n%s\n", met ? "All goals met." : "Some goals missed.");
+    return 0;
+}
