@@ -57,7 +57,10 @@ private slots:
     void charactersThatXmlCannotHoldAreLeftOut();
     void specialCharactersComeBack_data();
     void specialCharactersComeBack();
+    void attributeThatIsNoXmlNameIsLeftOutAndReported_data();
     void attributeThatIsNoXmlNameIsLeftOutAndReported();
+    void everyWrittenNameIsReadAgain_data();
+    void everyWrittenNameIsReadAgain();
     void textThatIsNotWellFormedIsAnEmptyDocument_data();
     void textThatIsNotWellFormedIsAnEmptyDocument();
     void everyTruncationIsAnEmptyDocument();
@@ -83,6 +86,8 @@ void tst_zoHPCDocumentText::formIsThatOfTheDom_data()
     QTest::newRow("escapes-in-attribute") << "<a b=\"&lt;&gt;&amp;&quot;'&#xa;&#x9;&#xd;\"/>";
     QTest::newRow("cdata") << "<a><![CDATA[<x>]]></a>";
     QTest::newRow("comment") << "<a><!-- c --><b/></a>";
+    QTest::newRow("undeclared-prefix") << "<a x:b=\"1\"><y:c/></a>";
+    QTest::newRow("declared-prefix") << "<a xmlns:y=\"1\"><y:c/></a>";
 }
 
 void tst_zoHPCDocumentText::formIsThatOfTheDom()
@@ -202,18 +207,50 @@ void tst_zoHPCDocumentText::specialCharactersComeBack()
     QCOMPARE(again.documentElement().attribute(QStringLiteral("b")), value);
 }
 
+void tst_zoHPCDocumentText::attributeThatIsNoXmlNameIsLeftOutAndReported_data()
+{
+    QTest::addColumn<QString>("name");
+
+    for (const char* name :
+         {"two words", "1st", "-a", "", ":", ":a", "a:", "a:b:c", "a:1", "a=", "a\"", "<", "a/"})
+        QTest::newRow(name) << QString::fromLatin1(name);
+}
+
 void tst_zoHPCDocumentText::attributeThatIsNoXmlNameIsLeftOutAndReported()
 {
+    QFETCH(QString, name);
     QDomDocument document;
     QDomElement root = document.createElement(QStringLiteral("a"));
-    root.setAttribute(QStringLiteral("two words"), QStringLiteral("1"));
+    root.setAttribute(name, QStringLiteral("1"));
     root.setAttribute(QStringLiteral("good"), QStringLiteral("2"));
     document.appendChild(root);
-    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("two words")));
+    expectMessage(QtCriticalMsg, QRegularExpression(QRegularExpression::escape(name)));
 
     const QString written = zoHPCDocumentText::toText(document);
 
     QCOMPARE(written, QStringLiteral("<a good=\"2\"/>\n"));
+}
+
+void tst_zoHPCDocumentText::everyWrittenNameIsReadAgain_data()
+{
+    QTest::addColumn<QString>("name");
+
+    for (const char* name : {"a", "A-1", "_", "a.b", "x:y", "x:_y.1", "xml:lang", "w\xc3\xa4nde"})
+        QTest::newRow(name) << QString::fromUtf8(name);
+}
+
+void tst_zoHPCDocumentText::everyWrittenNameIsReadAgain()
+{
+    QFETCH(QString, name);
+    QDomDocument document;
+    QDomElement root = document.createElement(QStringLiteral("a"));
+    root.setAttribute(name, QStringLiteral("1"));
+    document.appendChild(root);
+
+    QDomDocument again;
+    QVERIFY(zoHPCDocumentText::parse(zoHPCDocumentText::toText(document), again));
+
+    QCOMPARE(again.documentElement().attribute(name), QStringLiteral("1"));
 }
 
 void tst_zoHPCDocumentText::textThatIsNotWellFormedIsAnEmptyDocument_data()

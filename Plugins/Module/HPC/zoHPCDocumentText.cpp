@@ -27,17 +27,29 @@ constexpr int s_largestDepth = 30000; // the parser's time grows with the square
 
 bool isNameStart(QChar c)
 {
-    return (c >= QLatin1Char('a') && c <= QLatin1Char('z')) || c.isLetter() || c == QLatin1Char('_') ||
-           c == QLatin1Char(':');
+    return (c >= QLatin1Char('a') && c <= QLatin1Char('z')) || c.isLetter() || c == QLatin1Char('_');
 }
 
+// What the parser reads as a name: at most one colon, with something on both sides of it.
 bool isName(const QString& text)
 {
-    if (text.isEmpty() || !isNameStart(text.at(0)))
-        return false;
-    return std::all_of(text.cbegin() + 1, text.cend(), [](QChar c) {
-        return isNameStart(c) || c.isDigit() || c == QLatin1Char('-') || c == QLatin1Char('.');
-    });
+    bool hasColon = false;
+    bool starts = true;
+    for (const QChar c : text) {
+        if (starts) {
+            if (!isNameStart(c))
+                return false;
+            starts = false;
+        } else if (c == QLatin1Char(':')) {
+            if (hasColon)
+                return false;
+            hasColon = true;
+            starts = true;
+        } else if (!isNameStart(c) && !c.isDigit() && c != QLatin1Char('-') && c != QLatin1Char('.')) {
+            return false;
+        }
+    }
+    return !starts;
 }
 
 // Readers of the display section take an empty attribute for a missing one. Written, it would be gone after
@@ -361,6 +373,7 @@ bool zoHPCDocumentText::parse(const QString& text, QDomDocument& document, Refus
     }
 
     QXmlStreamReader reader(text);
+    reader.setNamespaceProcessing(false); // a colon in a name is just a character: no prefix is declared
     QDomDocument parsed;
     // What stood before an error is not used: half a configuration is worse than none.
     if (!parsed.setContent(&reader, false, &refusal.reason, &refusal.line, &refusal.column)) {
