@@ -154,6 +154,7 @@ private slots:
     void loadedFileEndsAtTheFirstNulByte();
     void loadedFileIsUtf8();
     void fileThatCannotBeOpenedChangesNothing();
+    void fileThatCannotBeReadChangesNothing();
     void directoryFollowsTheFile();
     void loadDialogLoads();
     void loadDialogCancelledChangesNothing();
@@ -689,6 +690,21 @@ void tst_zoHPCGUIW::fileThatCannotBeOpenedChangesNothing()
                       QLatin1Char('$')));
 
     m_window->loadConfig(missing);
+
+    QCOMPARE(m_window->getConfigString(), QLatin1String(s_document));
+    QCOMPARE(m_window->getConfigPath(), directory);
+}
+
+void tst_zoHPCGUIW::fileThatCannotBeReadChangesNothing()
+{
+    // Opens, but nothing is mapped where it begins: reading fails.
+    const QString unreadable = QStringLiteral("/proc/self/mem");
+    m_window->setConfigString(QLatin1String(s_document));
+    const QString directory = m_window->getConfigPath();
+    expectMessage(QtCriticalMsg,
+                  QRegularExpression(QStringLiteral("^Unable to load cluster config /proc/self/mem: .")));
+
+    m_window->loadConfig(unreadable);
 
     QCOMPARE(m_window->getConfigString(), QLatin1String(s_document));
     QCOMPARE(m_window->getConfigPath(), directory);

@@ -293,8 +293,15 @@ void zoHPCGUIW::loadConfig(const QString& fileName)
         zoLog::error("Unable to load cluster config %s", fileName.toUtf8().constData());
         return;
     }
-    m_lastConfig = textOf(file.readAll());
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError) {
+        // Half a file would take the place of a whole configuration.
+        zoLog::error("Unable to load cluster config %s: %s", fileName.toUtf8().constData(),
+                     file.errorString().toUtf8().constData());
+        return;
+    }
     file.close();
+    m_lastConfig = textOf(bytes);
     setConfigString(m_lastConfig);
     setCurrentFile(fileName);
 }

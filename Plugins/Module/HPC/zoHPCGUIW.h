@@ -54,7 +54,7 @@ public slots:
     void updateDisplayState();
 
     void loadConfig();
-    // A file that cannot be opened is reported in the log and changes nothing.
+    // A file that cannot be opened or read is reported in the log and changes nothing.
     void loadConfig(const QString& fileName);
     void saveConfig();
     void saveAsConfig();
