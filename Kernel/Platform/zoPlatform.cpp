@@ -29,9 +29,12 @@ QString installedDataDir()
 
 std::string zoPlatform::getDataDir()
 {
-    const QByteArray chosen = qgetenv("ZOKE_DATA");
-    if (!chosen.isEmpty())
-        return chosen.toStdString();
+    std::string chosen = qgetenv("ZOKE_DATA").toStdString();
+    // File names below it are recognised by their beginning.
+    while (chosen.size() > 1 && chosen.back() == '/')
+        chosen.pop_back();
+    if (!chosen.empty())
+        return chosen;
     static const QString installed = installedDataDir();
     if (!installed.isEmpty())
         return installed.toStdString();

@@ -16,6 +16,7 @@ private slots:
     void cleanupTestCase() { qunsetenv("ZOKE_DATA"); }
     void environmentChoosesTheDataDirectory();
     void environmentMayHoldAnyBytes();
+    void slashesAtTheEndAreNotPartOfTheName();
     void environmentIsReadAtEachCall();
     void emptyEnvironmentCountsAsNone();
     void builtTreeHasItsData();
@@ -34,6 +35,15 @@ void tst_zoPlatform::environmentMayHoldAnyBytes()
     qputenv("ZOKE_DATA", "/W\xc3\xa4nde/\xff 100%s");
 
     QCOMPARE(zoPlatform::getDataDir(), std::string("/W\xc3\xa4nde/\xff 100%s"));
+}
+
+void tst_zoPlatform::slashesAtTheEndAreNotPartOfTheName()
+{
+    qputenv("ZOKE_DATA", "/somewhere/data//");
+    QCOMPARE(zoPlatform::getDataDir(), std::string("/somewhere/data"));
+
+    qputenv("ZOKE_DATA", "/");
+    QCOMPARE(zoPlatform::getDataDir(), std::string("/"));
 }
 
 void tst_zoPlatform::environmentIsReadAtEachCall()
