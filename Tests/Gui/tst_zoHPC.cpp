@@ -75,7 +75,9 @@ private slots:
     void serviceSignalsSetTheWindow();
     void runningNodesAreMarked();
     void networkOptionIsSetAndShown();
+    void networkOptionOfTheSelectedNetworkIsShown();
     void unknownNetworkIsReported();
+    void windowMayGoDuringTheStart();
     void advancedShowsTheEditAction();
     void diagnosticSwitchesReachTheService();
     void speedTestShowsTheRates();
@@ -593,6 +595,42 @@ void tst_zoHPC::networkOptionIsSetAndShown()
     QCOMPARE(tree->findNetworkByIndex(2)->getOption(zoHPCOption::LinkSpeed), QStringLiteral("10g"));
     QCOMPARE(tree->findNetworkByIndex(1)->getOption(zoHPCOption::LinkSpeed), QString());
     QCOMPARE(tree->selectedItem(), selected);
+}
+
+void tst_zoHPC::networkOptionOfTheSelectedNetworkIsShown()
+{
+    m_host->cluster.config = documentWithHost("a");
+    make();
+    zoHPCTreeGUIW* tree = window()->getTree();
+    tree->setSelectedItem(tree->findNetworkByIndex(1));
+    const auto* speed =
+        window()->getEditor()->findChild<QComboBox*>(QStringLiteral("m_networkSpeedSelection"));
+    QCOMPARE(speed->currentText(), QStringLiteral("Auto"));
+
+    m_module->setNetworkOption(1, zoHPCOption::LinkSpeed, QStringLiteral("10g"));
+
+    QCOMPARE(speed->currentText(), QStringLiteral("10 Gigabit"));
+    QCOMPARE(tree->selectedItem(), tree->findNetworkByIndex(1));
+}
+
+// The service runs the event loop while it connects, and the person closes the program.
+void tst_zoHPC::windowMayGoDuringTheStart()
+{
+    make();
+    int attempts = 0;
+    m_host->cluster.onStart = [this, &attempts] {
+        ++attempts;
+        m_host->window.reset();
+        emit m_host->cluster.progressChanged(QStringLiteral("n1"), 50);
+        emit m_host->cluster.stopped();
+        return false;
+    };
+
+    action("Start")->trigger();
+
+    QCOMPARE(attempts, 1);
+    m_module->startCluster();
+    QCOMPARE(attempts, 1);
 }
 
 void tst_zoHPC::unknownNetworkIsReported()

@@ -428,6 +428,12 @@ void tst_zoHPCGUIW::displaySetupOpensWithTheNodeNames()
 
     QTRY_VERIFY(m_window->getDisplayEditor()->isVisible());
     QVERIFY(m_window->getDisplayEditor()->isModal());
+    const auto* choices =
+        m_window->getDisplayEditor()->findChild<QComboBox*>(QStringLiteral("m_renderNode"));
+    QStringList names;
+    for (int i = 0; i < choices->count(); ++i)
+        names << choices->itemText(i);
+    QCOMPARE(names, (QStringList{QStringLiteral("a 1"), QStringLiteral("b"), QStringLiteral("a 2")}));
     m_window->getDisplayEditor()->reject();
 }
 

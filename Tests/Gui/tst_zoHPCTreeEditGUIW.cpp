@@ -134,7 +134,8 @@ private slots:
     void encryptingShowsInTheTree();
 
     void showingAnItemLeavesItsOptionsAlone();
-    void showingAnItemAnnouncesNothing();
+    void shownValuesAreAnnouncedWhenTheyDifferFromThoseBefore();
+    void showingTheSameValuesAgainAnnouncesNothing();
     void replacedValueIsAnnounced();
     void previousItemKeepsItsValues();
     void newItemGetsNothingOfThePrevious();
@@ -836,8 +837,42 @@ void tst_zoHPCTreeEditGUIW::showingAnItemLeavesItsOptionsAlone()
     QCOMPARE(m_node->hostName().size(), 40000);
 }
 
-void tst_zoHPCTreeEditGUIW::showingAnItemAnnouncesNothing()
+void tst_zoHPCTreeEditGUIW::shownValuesAreAnnouncedWhenTheyDifferFromThoseBefore()
 {
+    m_editor->setItem(m_master);
+    QSignalSpy scene(m_editor.get(), &zoHPCTreeEditGUIW::sceneCompressionChanged);
+    QSignalSpy image(m_editor.get(), &zoHPCTreeEditGUIW::imageCompressionChanged);
+    QSignalSpy action(m_editor.get(), &zoHPCTreeEditGUIW::startStopActionsChanged);
+    QSignalSpy frames(m_editor.get(), &zoHPCTreeEditGUIW::parallelFramesChanged);
+    QSignalSpy length(m_editor.get(), &zoHPCTreeEditGUIW::frameQueueLengthChanged);
+    QSignalSpy level(m_editor.get(), &zoHPCTreeEditGUIW::stillFrameSupersamplingChanged);
+    QSignalSpy host(m_editor.get(), &zoHPCTreeEditGUIW::hostChanged);
+
+    // The values come from a document that was loaded.
+    for (const Combo& combo : combos()) {
+        if (combo.ofMaster)
+            m_master->setOption(combo.option, QString::fromLatin1(combo.rows[1].value));
+    }
+    m_editor->setItem(m_master);
+    m_editor->setItem(m_node);
+
+    QCOMPARE(scene, (QList<QList<QVariant>>{{QStringLiteral("fast")}}));
+    QCOMPARE(image, (QList<QList<QVariant>>{{QStringLiteral("lossless")}}));
+    QCOMPARE(action, (QList<QList<QVariant>>{{true, false, false}}));
+    QCOMPARE(frames, (QList<QList<QVariant>>{{1}}));
+    QCOMPARE(length, (QList<QList<QVariant>>{{1}}));
+    QCOMPARE(level, (QList<QList<QVariant>>{{1}}));
+    QCOMPARE(host.size(), 1);
+}
+
+void tst_zoHPCTreeEditGUIW::showingTheSameValuesAgainAnnouncesNothing()
+{
+    for (const Combo& combo : combos()) {
+        if (combo.ofMaster)
+            m_master->setOption(combo.option, QString::fromLatin1(combo.rows[1].value));
+    }
+    for (zoHPCTreeItem* item : {m_master, m_network, m_node})
+        m_editor->setItem(item);
     QList<std::shared_ptr<QSignalSpy>> spies;
     const QMetaObject* const meta = m_editor->metaObject();
     for (int i = meta->methodOffset(); i < meta->methodCount(); ++i) {
@@ -845,16 +880,9 @@ void tst_zoHPCTreeEditGUIW::showingAnItemAnnouncesNothing()
             spies.append(std::make_shared<QSignalSpy>(m_editor.get(), meta->method(i)));
     }
     QCOMPARE(spies.size(), 7);
-    m_editor->setItem(m_master);
 
-    // The values come from a document that was loaded.
-    for (const Combo& combo : combos()) {
-        if (combo.ofMaster)
-            m_master->setOption(combo.option, QString::fromLatin1(combo.rows[1].value));
-    }
-    m_editor->setItem(m_node);
-    m_editor->setItem(m_network);
-    m_editor->setItem(m_master);
+    for (zoHPCTreeItem* item : {m_master, m_network, m_node, m_master})
+        m_editor->setItem(item);
 
     for (const auto& spy : spies)
         QCOMPARE(spy->size(), 0);
@@ -976,8 +1004,8 @@ void tst_zoHPCTreeEditGUIW::removedItemCanStillBeEdited()
 
 void tst_zoHPCTreeEditGUIW::editorOutlivesTheTree()
 {
-    QSignalSpy changed(m_editor.get(), &zoHPCTreeEditGUIW::hostChanged);
     m_editor->setItem(m_node);
+    QSignalSpy changed(m_editor.get(), &zoHPCTreeEditGUIW::hostChanged);
 
     m_tree.reset();
 

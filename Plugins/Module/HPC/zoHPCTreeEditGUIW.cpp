@@ -185,9 +185,10 @@ void zoHPCTreeEditGUIW::connectWidgets()
             item()->setIsRenderNode(renderNode);
     });
     connect(m_ui->m_hostName, &QLineEdit::textChanged, this, [this](const QString& name) {
-        if (m_isFilling || item() == nullptr)
+        if (item() == nullptr)
             return;
-        item()->setHostName(name);
+        if (!m_isFilling)
+            item()->setHostName(name);
         emit hostChanged();
     });
     connect(m_ui->m_networkDescription, &QLineEdit::textChanged, this, [this](const QString& description) {
@@ -243,8 +244,8 @@ void zoHPCTreeEditGUIW::showNode()
 {
     m_ui->m_stackedEditPanel->setCurrentIndex(NodePage);
     m_ui->m_hostEnabled->setChecked(m_item->isEnabled());
-    m_ui->m_hostName->setText(m_item->hostName());
     m_ui->m_renderNode->setChecked(m_item->isRenderNode());
+    m_ui->m_hostName->setText(m_item->hostName()); // last: it is announced
 }
 
 void zoHPCTreeEditGUIW::showOption(QComboBox* combo, const QString& option,
@@ -253,7 +254,8 @@ void zoHPCTreeEditGUIW::showOption(QComboBox* combo, const QString& option,
     setComboboxByData(combo, m_item->getOption(option));
     // A value without a row is replaced also when the combo box stood on row 0 already and thus had no
     // change.
-    (this->*slot)(combo->currentIndex());
+    if (m_item->getOption(option) != getDataFromCombobox(combo))
+        (this->*slot)(combo->currentIndex());
 }
 
 bool zoHPCTreeEditGUIW::write(const QString& option, const QString& value)
@@ -261,9 +263,9 @@ bool zoHPCTreeEditGUIW::write(const QString& option, const QString& value)
     zoHPCTreeItem* const edited = item();
     if (edited == nullptr)
         return false;
-    if (m_isFilling && edited->getOption(option) == value)
-        return false;
-    edited->setOption(option, value);
+    // What is merely shown leaves the item as it is, without even an empty option of that name.
+    if (!m_isFilling || edited->getOption(option) != value)
+        edited->setOption(option, value);
     return true;
 }
 

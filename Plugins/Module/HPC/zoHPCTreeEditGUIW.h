@@ -31,7 +31,8 @@ public:
 public slots:
     // Edits this item, which is not owned: it must live until the next call or until the tree widget dies
     // that holds it now. Null is ignored. An option that the editor cannot show (no row of its combo box, a
-    // port that no server can have) is replaced by the default; only such a replacement is announced.
+    // port that no server can have) is replaced by the default. A widget that comes to show another value
+    // than before announces it as if a person had chosen it: so listeners hear what a loaded document holds.
     void setItem(zoHPCTreeItem* item);
 
     // A person changed a widget. Without an item these do nothing.
@@ -65,7 +66,7 @@ private:
     void showNetwork();
     void showNode();
     void showOption(QComboBox* combo, const QString& option, void (zoHPCTreeEditGUIW::*slot)(int));
-    // Whether the value is to be announced.
+    // False when there is no item.
     bool write(const QString& option, const QString& value);
     bool writeRow(const QString& option, const QComboBox* combo, int index);
 
