@@ -1,0 +1,84 @@
+#include "zoExportCommand.h"
+
+#include "zoClusterSetup.h"
+#include "zoConsole.h"
+#include "zoEngineFiles.h"
+#include "zoRenderSetup.h"
+#include "zoSourcePlaces.h"
+#include "zoTextFile.h"
+
+#include <cmath>
+
+QString zoExportCommand::name() const
+{
+    return QStringLiteral("export");
+}
+
+QString zoExportCommand::description() const
+{
+    return tr("Writes the same wall for other engines that render distributed. What these cannot say, such "
+              "as blending,\n"
+              "eyes and gateways, is listed on standard error; the exit code is 0 all the same.");
+}
+
+QStringList zoExportCommand::examples() const
+{
+    return {QStringLiteral("zohpc export wall.zhpc --paraview wall.pvx\t") +
+                tr("then: mpirun -host ... pvserver wall.pvx, one rank per machine in the file's order"),
+            QStringLiteral("zohpc export wall.zhpc --equalizer wall.eqc\t") + tr("for eqServer"),
+            QStringLiteral("zohpc convert old.xml | zohpc export --paraview -\t") +
+                tr("from standard input to standard output")};
+}
+
+void zoExportCommand::addArguments(QCommandLineParser& parser) const
+{
+    parser.addOption({QStringLiteral("paraview"),
+                      tr("Write <file.pvx> for pvserver; \"-\" for standard output."), tr("file.pvx")});
+    parser.addOption({QStringLiteral("equalizer"),
+                      tr("Write <file.eqc> for an Equalizer server; \"-\" for standard output."),
+                      tr("file.eqc")});
+    parser.addOption(
+        {QStringLiteral("pixel-pitch"),
+         tr("Millimetres of a pixel of tiled walls, which have no size of their own (default 1)."), tr("N"),
+         QStringLiteral("1")});
+    parser.addPositionalArgument(QStringLiteral("FILE"),
+                                 tr("A configuration. \"-\" or none: standard input."),
+                                 QStringLiteral("[FILE]"));
+}
+
+int zoExportCommand::execute(const QCommandLineParser& parser)
+{
+    const QString paraView = parser.value(QStringLiteral("paraview"));
+    const QString equalizer = parser.value(QStringLiteral("equalizer"));
+    if (paraView.isEmpty() && equalizer.isEmpty())
+        return usageError(tr("--paraview or --equalizer is missing"));
+    if (parser.positionalArguments().size() > 1)
+        return usageError(tr("one file at a time"));
+    bool isNumber = false;
+    const double pitch = parser.value(QStringLiteral("pixel-pitch")).toDouble(&isNumber);
+    if (!isNumber || !std::isfinite(pitch) || pitch <= 0.0)
+        return usageError(tr("--pixel-pitch: \"%1\" is no size in millimetres")
+                              .arg(parser.value(QStringLiteral("pixel-pitch"))));
+
+    const QString file = parser.positionalArguments().value(0, QStringLiteral("-"));
+    zoClusterSetup setup;
+    if (!setup.readFile(file))
+        return zoConsole::Unusable;
+    const zoRenderSetup rendering(setup, pitch);
+    const zoSourcePlaces places(setup);
+    for (const zoRenderSetup::Note& note : rendering.notes()) {
+        const zoSourcePlaces::Place place = places.place(note.item);
+        zoConsole::complain(file, place.line, place.column, note.text);
+    }
+    if (rendering.pictures().empty()) {
+        zoConsole::complain(file, 1, 1, tr("nothing to render: no window of a node shows a plane"));
+        return zoConsole::ProblemsFound;
+    }
+    if (!paraView.isEmpty() &&
+        !zoTextFile::write(paraView, QString::fromUtf8(zoEngineFiles::paraView(rendering))))
+        return zoConsole::Unusable;
+    if (!equalizer.isEmpty() &&
+        !zoTextFile::write(equalizer, QString::fromUtf8(zoEngineFiles::equalizer(rendering))))
+        return zoConsole::Unusable;
+    return zoConsole::Fine;
+}
