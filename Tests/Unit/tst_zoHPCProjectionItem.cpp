@@ -94,6 +94,8 @@ private slots:
     void noRowsGiveNoPlanes_data();
     void noRowsGiveNoPlanes();
     void updateReplacesChildren();
+    void generatedRowsAreDisplayItems_data();
+    void generatedRowsAreDisplayItems();
 
     void wallHasATilePerRowAndColumn();
     void wallTilesTakeTheParameters();
@@ -456,6 +458,28 @@ void tst_zoHPCProjectionItem::updateReplacesChildren()
     item.update();
 
     QCOMPARE(childNames(item), QStringList{text("w row:1 col:1")});
+}
+
+void tst_zoHPCProjectionItem::generatedRowsAreDisplayItems_data()
+{
+    QTest::addColumn<QString>("type");
+
+    QTest::newRow("plane-of-powerwall") << text("powerwall");
+    QTest::newRow("tile-of-wall") << text("wall");
+    QTest::newRow("wall-of-cave") << text("cave");
+}
+
+void tst_zoHPCProjectionItem::generatedRowsAreDisplayItems()
+{
+    QFETCH(QString, type);
+    Item item(text("W"), type);
+    item.setBool(Item::FrontWall, true);
+
+    item.update();
+
+    QCOMPARE(item.childCount(), 1);
+    QCOMPARE(item.child(0)->type(), int(QTreeWidgetItem::UserType));
+    QCOMPARE(item.child(0)->flags(), item.flags());
 }
 
 void tst_zoHPCProjectionItem::wallHasATilePerRowAndColumn()

@@ -4,6 +4,13 @@
 
 zoHPCTreeWidgetItem::zoHPCTreeWidgetItem() : QTreeWidgetItem(QTreeWidgetItem::UserType) {}
 
+// The toolkit's copy constructor would not take over the item type.
+zoHPCTreeWidgetItem::zoHPCTreeWidgetItem(const zoHPCTreeWidgetItem& prototype)
+    : QTreeWidgetItem(QTreeWidgetItem::UserType)
+{
+    QTreeWidgetItem::operator=(prototype);
+}
+
 zoHPCTreeWidgetItem::~zoHPCTreeWidgetItem() = default;
 
 QDomElement zoHPCTreeWidgetItem::toXML(QDomDocument& document, const QString& tagName) const

@@ -90,7 +90,7 @@ public:
 
 protected:
     // A row with the same values, without parent and children.
-    zoHPCTreeWidgetItem(const zoHPCTreeWidgetItem& prototype) = default;
+    zoHPCTreeWidgetItem(const zoHPCTreeWidgetItem& prototype);
 
     // Visits all elements below `element` in document order, without a stack. `enter` is called before the
     // elements below an element and may end the walk with false, `leave` after them.
