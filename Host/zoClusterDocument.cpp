@@ -68,6 +68,7 @@ bool readItems(const QString& text, std::vector<Item>& items, QString& reason)
     items.front().kind = Kind::Master;
 
     QXmlStreamReader xml(text);
+    xml.setNamespaceProcessing(false); // as the window reads it
     // The item that each open element hangs its children under.
     std::vector<int> open{NoItem};
     while (!xml.atEnd()) {

@@ -14,6 +14,7 @@ private slots:
     void disabledNodesAreListedWithTheirIds();
     void servicePortIsTheOneOfTheNetworkAround_data();
     void servicePortIsTheOneOfTheNetworkAround();
+    void undeclaredPrefixIsPartOfTheName();
     void reasonNamesLineAndColumn();
     void malformedTextLeavesNoNodes();
     void everyTruncationIsRefused();
@@ -82,6 +83,20 @@ void tst_zoClusterDocument::servicePortIsTheOneOfTheNetworkAround()
 
     QCOMPARE(document.nodes().back().id, QStringLiteral("a"));
     QCOMPARE(document.nodes().back().servicePort, port);
+}
+
+void tst_zoClusterDocument::undeclaredPrefixIsPartOfTheName()
+{
+    zoClusterDocument document;
+    QString reason;
+
+    QVERIFY2(document.parse(clusterOf("<master site:a=\"1\"><network><node x:name=\"b\" name=\"a\"/>"
+                                      "<x:node name=\"c\"/></network></master>"),
+                            reason),
+             qPrintable(reason));
+
+    QCOMPARE(document.nodes().size(), size_t(1));
+    QCOMPARE(document.nodes().front().id, QStringLiteral("a"));
 }
 
 void tst_zoClusterDocument::reasonNamesLineAndColumn()

@@ -48,6 +48,7 @@ zoSourcePlaces::Place zoSourcePlaces::place(const QTreeWidgetItem* item) const
 void zoSourcePlaces::read(const QString& text)
 {
     QXmlStreamReader reader(text);
+    reader.setNamespaceProcessing(false);
     QStringList open;
     int counted = 0; // characters of the text that are in `place`
     Place place;
@@ -68,7 +69,7 @@ void zoSourcePlaces::read(const QString& text)
                 place.column = 1;
             }
         }
-        const QString tag = reader.name().toString();
+        const QString tag = reader.qualifiedName().toString();
         const int depth = open.size();
         const QString section = depth > 1 ? open.at(1) : QString();
         if (section == QLatin1String("master") &&
