@@ -61,6 +61,7 @@ private slots:
     void startHandsOverTheDocumentAndStarts();
     void failedStartIsNotRetried();
     void succeededStartIsNotRetried();
+    void riskAcceptedInAnEarlierStartDoesNotCount();
     void yesToBothQuestionsRetriesOnce();
     void anythingButYesEndsTheAttempts_data();
     void anythingButYesEndsTheAttempts();
@@ -336,6 +337,24 @@ void tst_zoHPC::succeededStartIsNotRetried()
     m_module->startCluster();
 
     QCOMPARE(m_host->cluster.calls.count(QStringLiteral("start")), 1);
+}
+
+void tst_zoHPC::riskAcceptedInAnEarlierStartDoesNotCount()
+{
+    m_host->nonInteractive = true;
+    make();
+    m_host->cluster.onStart = [this] {
+        emit m_host->cluster.multipleServersFound(QString());
+        return true;
+    };
+    m_module->startCluster();
+    m_host->cluster.calls.clear();
+    m_host->cluster.onStart = [] { return false; };
+
+    m_module->startCluster();
+
+    QCOMPARE(m_host->cluster.calls.count(QStringLiteral("start")), 1);
+    QCOMPARE(m_host->cluster.calls.first(), QStringLiteral("setAcceptRunningServers false"));
 }
 
 void tst_zoHPC::yesToBothQuestionsRetriesOnce()

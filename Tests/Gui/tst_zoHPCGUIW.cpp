@@ -2,6 +2,7 @@
 #include "zoFakeHost.h"
 #include "zoTestCase.h"
 
+#include <zoHPC.h>
 #include <zoHPCConfigEditGUIW.h>
 #include <zoHPCDisplayGUII.h>
 #include <zoHPCDisplayItem.h>
@@ -137,6 +138,7 @@ private slots:
     void windowMarksTheNodeOfItsUniqueName_data();
     void windowMarksTheNodeOfItsUniqueName();
     void renamingANodeUpdatesTheMarks();
+    void addingANodeUpdatesTheUniqueNames();
     void displayChangeIsForwarded();
 
     void newDocumentHasItsText();
@@ -349,6 +351,10 @@ void tst_zoHPCGUIW::editorShowsTheSelectedItem()
     const auto* pages =
         m_window->getEditor()->findChild<QStackedWidget*>(QStringLiteral("m_stackedEditPanel"));
     QCOMPARE(pages->currentIndex(), 0);
+    auto* compression = m_window->getEditor()->findChild<QComboBox*>(QStringLiteral("m_sceneCompression"));
+    QCOMPARE(compression->currentText(), QStringLiteral("High"));
+    compression->setCurrentIndex(0);
+    QVERIFY(!m_window->getTree()->master()->hasOption(zoHPCOption::SceneCompression));
 
     m_window->getTree()->setSelectedItem(m_window->getTree()->findNetworkByIndex(1));
     QCOMPARE(pages->currentIndex(), 1);
@@ -417,6 +423,11 @@ void tst_zoHPCGUIW::runningBlocksReplacingButNotSaving()
             QVERIFY(action(text)->isEnabled());
         for (const char* text : {"Cluster config...", "Add compute node", "Add network"})
             QCOMPARE(action(text)->isEnabled(), !running);
+        QCOMPARE(m_window->getEditor()->findChild<QWidget*>(QStringLiteral("m_networkSettings"))->isEnabled(),
+                 !running);
+        const int projections = m_window->getDisplayEditor()->getProjectionItems().size();
+        m_window->getDisplayEditor()->addProjection();
+        QCOMPARE(m_window->getDisplayEditor()->getProjectionItems().size(), projections + (running ? 0 : 1));
     }
 }
 
@@ -428,8 +439,7 @@ void tst_zoHPCGUIW::displaySetupOpensWithTheNodeNames()
 
     QTRY_VERIFY(m_window->getDisplayEditor()->isVisible());
     QVERIFY(m_window->getDisplayEditor()->isModal());
-    const auto* choices =
-        m_window->getDisplayEditor()->findChild<QComboBox*>(QStringLiteral("m_renderNode"));
+    const auto* choices = m_window->getDisplayEditor()->findChild<QComboBox*>(QStringLiteral("m_renderNode"));
     QStringList names;
     for (int i = 0; i < choices->count(); ++i)
         names << choices->itemText(i);
@@ -490,6 +500,20 @@ void tst_zoHPCGUIW::renamingANodeUpdatesTheMarks()
     QCOMPARE(second->uniqueHostName(), QStringLiteral("a 2"));
     QVERIFY(second->isDisplayNode());
     QVERIFY(!m_window->getTree()->getNodeItems().at(2)->isDisplayNode());
+}
+
+void tst_zoHPCGUIW::addingANodeUpdatesTheUniqueNames()
+{
+    action("New")->trigger();
+
+    action("Add compute node")->trigger();
+    action("Add compute node")->trigger();
+
+    QStringList names;
+    for (const zoHPCTreeItem* node : m_window->getTree()->getNodeItems())
+        names << node->uniqueHostName();
+    QCOMPARE(names, (QStringList{QStringLiteral("localhost 1"), QStringLiteral("localhost 2"),
+                                 QStringLiteral("localhost 3")}));
 }
 
 void tst_zoHPCGUIW::displayChangeIsForwarded()
