@@ -427,7 +427,7 @@ void tst_zoHPCGUIW::runningBlocksReplacingButNotSaving()
                  !running);
         const int projections = m_window->getDisplayEditor()->getProjectionItems().size();
         m_window->getDisplayEditor()->addProjection();
-        QCOMPARE(m_window->getDisplayEditor()->getProjectionItems().size(), projections + (running ? 0 : 1));
+        QCOMPARE(m_window->getDisplayEditor()->getProjectionItems().size() > projections, !running);
     }
 }
 
