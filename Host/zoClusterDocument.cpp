@@ -142,6 +142,11 @@ bool zoClusterDocument::parse(const QString& text, QString& reason)
         bool enabled;
         int servicePort;
     };
+    // A network's id is as long as the network is deep, and only a node that is named like one can meet it.
+    const QString networkPrefix = QStringLiteral("Network:/");
+    const bool networksCount = std::any_of(items.cbegin(), items.cend(), [&networkPrefix](const Item& item) {
+        return item.name.startsWith(networkPrefix);
+    });
     IdCache ids;
     std::vector<Step> pending{{0, true, DefaultServicePort}};
     while (!pending.empty()) {
@@ -150,7 +155,9 @@ bool zoClusterDocument::parse(const QString& text, QString& reason)
         const Item& item = items[size_t(step.index)];
         const bool enabled = step.enabled && item.enabled;
         const int servicePort = item.kind == Kind::Network ? servicePortOf(item) : step.servicePort;
-        const QString id = ids.enter(idOf(items, step.index));
+        QString id;
+        if (item.kind != Kind::Network || networksCount)
+            id = ids.enter(idOf(items, step.index));
         if (item.kind == Kind::Node)
             m_nodes.push_back({id, item.name, servicePort, enabled});
         for (auto child = item.children.rbegin(); child != item.children.rend(); ++child)

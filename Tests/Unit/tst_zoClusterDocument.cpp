@@ -19,6 +19,8 @@ private slots:
     void malformedTextLeavesNoNodes();
     void everyTruncationIsRefused();
     void deepDocumentIsRead();
+    void deepNetworksAreQuick();
+    void nameLikeANetworksIdMeetsIt();
     void entitiesDoNotExpandWithoutBound();
     void manyEqualNamesAreQuick();
 };
@@ -148,6 +150,35 @@ void tst_zoClusterDocument::deepDocumentIsRead()
 
     QCOMPARE(document.nodes().size(), size_t(Depth));
     QCOMPARE(document.nodes().back().id, QStringLiteral("n_%1").arg(Depth));
+}
+
+void tst_zoClusterDocument::deepNetworksAreQuick()
+{
+    constexpr int Depth = 20000;
+    const QString open = QStringLiteral("<network><node name=\"n\">").repeated(Depth);
+    const QString close = QStringLiteral("</node></network>").repeated(Depth);
+    zoClusterDocument document;
+    QString reason;
+
+    // Ids of networks are as long as the networks are deep: writing all of them out would take
+    // minutes here and run into the time limit of the test.
+    QVERIFY(document.parse(clusterOf("<master>" + open + close + "</master>"), reason));
+
+    QCOMPARE(document.nodes().size(), size_t(Depth));
+    QCOMPARE(document.nodes().back().id, QStringLiteral("n_%1").arg(Depth));
+}
+
+void tst_zoClusterDocument::nameLikeANetworksIdMeetsIt()
+{
+    zoClusterDocument document;
+    QString reason;
+
+    QVERIFY(document.parse(clusterOf("<master><network><node name=\"Network:/0/\"/>"
+                                     "<node name=\"Network:/1/\"/></network><network/></master>"),
+                           reason));
+
+    QCOMPARE(document.nodes().front().id, QStringLiteral("Network:/0/_2"));
+    QCOMPARE(document.nodes().back().id, QStringLiteral("Network:/1/"));
 }
 
 void tst_zoClusterDocument::entitiesDoNotExpandWithoutBound()
