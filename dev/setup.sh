@@ -6,6 +6,7 @@ zo_build="$zo_root/build/release"
 
 zo_build_packages=(g++ cmake ninja-build qtbase5-dev libqt5svg5-dev fonts-dejavu-core)
 zo_check_packages=(libbenchmark-dev)
+zo_engine_packages=(paraview python3-paraview openmpi-bin xvfb x11-utils libgl1-mesa-dri)
 
 zo_say() {
     printf '== %s\n' "$*"

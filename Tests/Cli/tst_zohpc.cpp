@@ -28,8 +28,8 @@ void tst_zohpc::overviewNamesEachCommand()
     QCOMPARE(run.errors, QByteArray());
     QCOMPARE(run.exitCode, 0);
     QVERIFY(run.output.startsWith("Usage: zohpc COMMAND"));
-    for (const char* command :
-         {"check", "convert", "diff", "export", "format", "hosts expand", "hosts fold", "hosts tree", "new"})
+    for (const char* command : {"check", "convert", "diff", "draw", "export", "format", "hosts expand",
+                                "hosts fold", "hosts tree", "new"})
         QVERIFY2(run.output.contains(QByteArray("\n  ") + command + ' '), command);
     QCOMPARE(zoCommandRun::zohpc({QStringLiteral("help")}).whole(), run.whole());
     QCOMPARE(zoCommandRun::zohpc({QStringLiteral("-h")}).whole(), run.whole());
@@ -42,6 +42,7 @@ void tst_zohpc::everyCommandHasHelpWithExamples_data()
     QTest::newRow("check") << "check";
     QTest::newRow("convert") << "convert";
     QTest::newRow("diff") << "diff";
+    QTest::newRow("draw") << "draw";
     QTest::newRow("export") << "export";
     QTest::newRow("format") << "format";
     QTest::newRow("new") << "new";

@@ -16,6 +16,7 @@ inline constexpr zoCommandEntry zoCommandTable[] = {
     {"check", QT_TRANSLATE_NOOP("zohpc", "what of configurations would not light up as meant"), true},
     {"convert", QT_TRANSLATE_NOOP("zohpc", "a legacy configuration as a configuration document"), true},
     {"diff", QT_TRANSLATE_NOOP("zohpc", "what differs between two configurations, in words"), true},
+    {"draw", QT_TRANSLATE_NOOP("zohpc", "the room or the screens as a picture"), true},
     {"export", QT_TRANSLATE_NOOP("zohpc", "the same wall for other engines that render distributed"), true},
     {"format", QT_TRANSLATE_NOOP("zohpc", "a configuration in the canonical text"), true},
     {"hosts expand", QT_TRANSLATE_NOOP("zohpc", "the names that hosts text stands for"), false},

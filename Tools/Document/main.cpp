@@ -2,6 +2,7 @@
 #include "zoConsole.h"
 #include "zoConvertCommand.h"
 #include "zoDiffCommand.h"
+#include "zoDrawCommand.h"
 #include "zoExportCommand.h"
 #include "zoFormatCommand.h"
 #include "zoNewCommand.h"
@@ -24,6 +25,8 @@ std::unique_ptr<zoCommand> createCommand(const QString& name)
         return std::make_unique<zoConvertCommand>();
     if (name == QLatin1String("diff"))
         return std::make_unique<zoDiffCommand>();
+    if (name == QLatin1String("draw"))
+        return std::make_unique<zoDrawCommand>();
     if (name == QLatin1String("export"))
         return std::make_unique<zoExportCommand>();
     if (name == QLatin1String("format"))

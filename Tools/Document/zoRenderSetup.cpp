@@ -72,8 +72,9 @@ void zoRenderSetup::noteGateways()
 {
     for (const zoHPCLayout::Node& node : m_layout.nodes()) {
         if (node.item->childCount() > 0)
-            note(node.item, tr("the gateway \"%1\" is not written: the hosts behind it must be reached directly")
-                                .arg(node.item->hostName()));
+            note(node.item,
+                 tr("the gateway \"%1\" is not written: the hosts behind it must be reached directly")
+                     .arg(node.item->hostName()));
     }
 }
 
