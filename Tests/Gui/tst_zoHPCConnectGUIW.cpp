@@ -30,6 +30,7 @@ private slots:
     void cornerPixelIsOutsideTheRoundedRegion();
     void roundedRegionFollowsTheFormula();
     void paintingSetsTheMask();
+    void plateIsTranslucentBlackWithAGreyEdge();
 
 private:
     std::unique_ptr<zoFakeHost> m_host;
@@ -200,6 +201,19 @@ void tst_zoHPCConnectGUIW::paintingSetsTheMask()
     m_overlay->grab();
 
     QCOMPARE(m_overlay->mask(), zoHPCConnectGUIW::createRoundedRect(m_overlay->rect(), 6));
+}
+
+void tst_zoHPCConnectGUIW::plateIsTranslucentBlackWithAGreyEdge()
+{
+    m_overlay->resize(400, 140);
+
+    const QImage image = m_overlay->grab().toImage().convertToFormat(QImage::Format_ARGB32);
+
+    QCOMPARE(image.size(), m_overlay->size());
+    QCOMPARE(QColor::fromRgba(image.pixel(8, 8)), QColor(0, 0, 0, 75));
+    QCOMPARE(QColor::fromRgba(image.pixel(image.width() / 2, 0)), QColor(127, 127, 127, 255));
+    QCOMPARE(QColor::fromRgba(image.pixel(0, image.height() / 2)), QColor(127, 127, 127, 255));
+    QCOMPARE(qAlpha(image.pixel(0, 0)), 0);
 }
 
 ZO_TEST_MAIN(tst_zoHPCConnectGUIW)

@@ -376,8 +376,8 @@ void zoHPCGUIW::importLegacy()
     zoHPCConfigConverter converter;
     setConfigString(converter.convert(text));
     if (converter.parameterCount() == 0)
-        statusBar()->showMessage(tr("%1 holds no parameters of a legacy configuration.")
-                                     .arg(QDir::toNativeSeparators(fileName)));
+        statusBar()->showMessage(
+            tr("%1 holds no parameters of a legacy configuration.").arg(QDir::toNativeSeparators(fileName)));
     else
         statusBar()->clearMessage();
 }
