@@ -1,7 +1,9 @@
 // The host tree at 10,000 and 100,000 nodes, each work beside the least that the toolkit needs for it,
-// measured in the same run. Prints a table of the ratios of CPU medians, and their goals, at the end.
+// measured in the same run; and inputs that invite quadratic time, beside their doubles. Prints a table of
+// the ratios of CPU medians, and their goals, at the end.
 
 #include <zoHPCDocumentText.h>
+#include <zoHPCHostsText.h>
 #include <zoHPCTreeGUIW.h>
 #include <zoHPCTreeItem.h>
 
@@ -472,6 +474,82 @@ const int s_counts[] = {10000, 100000};
 // How often the time may multiply when the size does by ten: a triple per doubling.
 const double s_growthGoal = 38.5;
 
+// ---- Growth
+
+// Everything that grows with the tree: rebuilding it over an equal one, marking, running, writing, saving,
+// loading.
+void useTree(benchmark::State& state, const QString& text)
+{
+    zoHPCTreeGUIW view;
+    view.resize(320, 400);
+    view.show();
+    for (auto _ : state) {
+        view.setHostString(text);
+        QCoreApplication::processEvents();
+        for (zoHPCTreeItem* node : view.getNodeItems())
+            node->setIsDisplayNode(true);
+        view.setHostString(text);
+        view.setIsRunning(true, view.getNodeNames());
+        benchmark::DoNotOptimize(view.getHostsString());
+        QDomDocument document;
+        document.appendChild(document.createElement(QStringLiteral("cluster")));
+        view.saveToXML(document);
+        view.loadFromXML(document);
+        QCoreApplication::processEvents();
+    }
+}
+
+void splitText(benchmark::State& state, const QString& text)
+{
+    for (auto _ : state) {
+        zoHPCHostsText reader(text);
+        while (reader.next())
+            benchmark::DoNotOptimize(reader.token());
+    }
+}
+
+void enterIds(benchmark::State& state, const QString& text)
+{
+    zoHPCTreeGUIW view;
+    view.setHostString(text);
+    std::vector<zoHPCTreeItem*> items;
+    view.master()->getAllSubItems(items);
+    for (auto _ : state) {
+        std::map<QString, zoHPCTreeItem*> ids;
+        for (zoHPCTreeItem* item : items)
+            item->addToIDCache(ids);
+        require(ids.size() == items.size(), "an id per item");
+    }
+}
+
+struct Growth
+{
+    const char* work;
+    void (*function)(benchmark::State&, const QString&);
+    const char* unit; // of the text, repeated
+    int count;
+};
+
+const Growth s_growths[] = {
+    {"tree of equal names", useTree, "n ", 3000},
+    {"tree of gateways", useTree, "gw { a } ", 1500},
+    {"tree of networks", useTree, "{ a } ", 2000},
+    {"tree of ranges", useTree, "n1 - n100 x ", 30},
+    {"tree with render options", useTree, "n[rt=0] ", 2000},
+    {"tree of blanks", useTree, " ", 500000},
+    {"tree of open brackets", useTree, "[ ", 200000},
+    {"split blanks", splitText, " ", 500000},
+    {"split open brackets", splitText, "[", 500000},
+    {"split open brackets apart", splitText, "[ ", 500000},
+    {"split closed brackets", splitText, "]", 500000},
+    {"split open braces", splitText, "{", 500000},
+    {"split forwards, never closed", splitText, "[forwards=", 100000},
+    {"split forwards, never opened", splitText, "forwards=]", 100000},
+    {"ids of equal gateways", enterIds, "gw { x } ", 5000},
+};
+// How often the time may multiply when the size doubles.
+const double s_doublingGoal = 3.0;
+
 std::string nameOf(const char* work, int count)
 {
     return std::string(work) + " / " + std::to_string(count);
@@ -562,6 +640,18 @@ int main(int argc, char** argv)
         }
         functions.clear();
     }
+    for (const Growth& growth : s_growths) {
+        for (const int size : {growth.count, 2 * growth.count}) {
+            benchmark::RegisterBenchmark(nameOf(growth.work, size).c_str(),
+                                         [&growth, size](benchmark::State& state) {
+                                             growth.function(state,
+                                                             QString::fromLatin1(growth.unit).repeated(size));
+                                         })
+                ->Unit(benchmark::kMillisecond)
+                ->Repetitions(7)
+                ->MinTime(0.05);
+        }
+    }
     Medians medians;
     benchmark::RunSpecifiedBenchmarks(&medians);
 
@@ -582,6 +672,10 @@ int main(int argc, char** argv)
         met &= printRow((std::string("x 10: ") + row.work).c_str(), s_counts[1],
                         medians.of(nameOf(row.work, s_counts[1])), medians.of(nameOf(row.work, s_counts[0])),
                         s_growthGoal, "ms");
+    for (const Growth& growth : s_growths)
+        met &= printRow((std::string("x 2: ") + growth.work).c_str(), 2 * growth.count,
+                        medians.of(nameOf(growth.work, 2 * growth.count)),
+                        medians.of(nameOf(growth.work, growth.count)), s_doublingGoal, "ms");
     s_subjects.clear();
     std::printf("\n%s\n", met ? "All goals met." : "Some goals missed.");
     return 0;

@@ -24,9 +24,7 @@
 #include <QTimer>
 #include <QTreeWidget>
 
-#include <ctime>
 #include <functional>
-#include <limits>
 
 // The host tree's view: hosts text, section of the document, editing and running state.
 class tst_zoHPCTreeGUIW final : public zoTestCase
@@ -135,8 +133,6 @@ private slots:
     void fiveThousandNestedBraces();
     void tooDeepHostsTextIsRefused();
     void tooDeepSectionIsRefused();
-    void doublingTheInputAtMostTriplesTheTime_data();
-    void doublingTheInputAtMostTriplesTheTime();
 
 private:
     QString outline() const;
@@ -1839,57 +1835,6 @@ void tst_zoHPCTreeGUIW::tooDeepSectionIsRefused()
 
     QCOMPARE(outline(), QString("{kept}"));
     QCOMPARE(changed.count(), 0);
-}
-
-void tst_zoHPCTreeGUIW::doublingTheInputAtMostTriplesTheTime_data()
-{
-    QTest::addColumn<QString>("unit");
-    QTest::addColumn<int>("count");
-
-    QTest::newRow("equal-names") << "n " << 3000;
-    QTest::newRow("gateways") << "gw { a } " << 1500;
-    QTest::newRow("networks") << "{ a } " << 2000;
-    QTest::newRow("blanks") << " " << 500000;
-    QTest::newRow("open-brackets") << "[ " << 200000;
-    QTest::newRow("numbered-hosts") << "n1 - n100 x " << 30;
-    QTest::newRow("render-options") << "n[rt=0] " << 2000;
-}
-
-void tst_zoHPCTreeGUIW::doublingTheInputAtMostTriplesTheTime()
-{
-    QFETCH(QString, unit);
-    QFETCH(int, count);
-    m_view->show();
-    // Everything that grows with the tree: rebuilding over an equal tree, running, writing, saving.
-    const auto work = [this, &unit](int n) {
-        const QString text = unit.repeated(n);
-        double best = std::numeric_limits<double>::max();
-        for (int round = 0; round < 2; ++round) {
-            const std::clock_t start = std::clock(); // other processes do not count
-            m_view->setHostString(text);
-            QCoreApplication::processEvents();
-            for (zoHPCTreeItem* node : m_view->getNodeItems())
-                node->setIsDisplayNode(true);
-            m_view->setHostString(text);
-            m_view->setIsRunning(true, m_view->getNodeNames());
-            m_view->getHostsString();
-            QDomDocument document;
-            document.appendChild(document.createElement("cluster"));
-            m_view->saveToXML(document);
-            m_view->loadFromXML(document);
-            QCoreApplication::processEvents();
-            best = qMin(best, double(std::clock() - start));
-        }
-        return best;
-    };
-    work(count / 4);
-
-    double ratio = 0;
-    // A busy machine may spoil one measurement, not all of them.
-    for (int attempt = 0; attempt < 5 && (attempt == 0 || ratio > 3); ++attempt)
-        ratio = work(2 * count) / work(count);
-
-    QVERIFY2(ratio <= 3, qPrintable(QString::number(ratio)));
 }
 
 ZO_TEST_MAIN(tst_zoHPCTreeGUIW)

@@ -3,7 +3,6 @@
 #include <zoHPCHostsText.h>
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QRandomGenerator>
 #include <QRegularExpression>
 
@@ -17,8 +16,6 @@ private slots:
     void splitsIntoTokens();
     void agreesWithTheRegularExpressions_data();
     void agreesWithTheRegularExpressions();
-    void takesTimeInProportionToTheText_data();
-    void takesTimeInProportionToTheText();
     void hostNameKeepsLettersDigitsDashAndDot_data();
     void hostNameKeepsLettersDigitsDashAndDot();
     void readsTheRenderOption_data();
@@ -140,34 +137,6 @@ void tst_zoHPCHostsText::agreesWithTheRegularExpressions()
                                                     .arg(text, actual.join(QLatin1String("> <")),
                                                          expected.join(QLatin1String("> <")))));
     }
-}
-
-void tst_zoHPCHostsText::takesTimeInProportionToTheText_data()
-{
-    QTest::addColumn<QString>("unit");
-
-    QTest::newRow("blanks") << " ";
-    QTest::newRow("open-brackets") << "[";
-    QTest::newRow("open-brackets-apart") << "[ ";
-    QTest::newRow("closed-brackets") << "]";
-    QTest::newRow("forwards-never-closed") << "[forwards=";
-    QTest::newRow("forwards-never-opened") << "forwards=]";
-    QTest::newRow("open-braces") << "{";
-}
-
-void tst_zoHPCHostsText::takesTimeInProportionToTheText()
-{
-    QFETCH(QString, unit);
-    const QString text = unit.repeated(1000 * 1000);
-
-    // Seconds where quadratic time would take a quarter of an hour and more.
-    QElapsedTimer timer;
-    timer.start();
-    zoHPCHostsText reader(text);
-    while (reader.next()) {
-    }
-
-    QVERIFY2(timer.elapsed() < 20000, qPrintable(QString::number(timer.elapsed())));
 }
 
 void tst_zoHPCHostsText::hostNameKeepsLettersDigitsDashAndDot_data()

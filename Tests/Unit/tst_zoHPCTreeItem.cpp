@@ -9,7 +9,6 @@
 
 #include <QApplication>
 #include <QBrush>
-#include <QElapsedTimer>
 #include <QPainter>
 #include <QRandomGenerator>
 #include <QSignalSpy>
@@ -56,7 +55,7 @@ private slots:
     void takenSuffixesAreSkipped();
     void aCacheThatIsClearedStartsOver();
     void twoCachesDoNotMixUp();
-    void tenThousandEqualNamesAreEnteredInTime();
+    void tenThousandEqualNamesGetTheirSuffixes();
     void idsEqualThoseOfTheCache();
     void restoreCopiesOptionsOfTheSameId();
     void restoreWithoutAMatchKeepsTheOptions();
@@ -497,21 +496,17 @@ void tst_zoHPCTreeItem::twoCachesDoNotMixUp()
     QCOMPARE(a->addToIDCache(one), QString("a_5"));
 }
 
-void tst_zoHPCTreeItem::tenThousandEqualNamesAreEnteredInTime()
+void tst_zoHPCTreeItem::tenThousandEqualNamesGetTheirSuffixes()
 {
     // Forwarding networks of gateways have equal ids as well.
-    zoHPCTreeItem* network = addNetwork();
     std::vector<zoHPCTreeItem*> items;
     QString text;
     for (int i = 0; i < 10000; ++i)
         text += "gw { x } ";
     m_view->setHostString(text);
     m_master->getAllSubItems(items);
-    Q_UNUSED(network)
     Cache cache;
     QString last;
-    QElapsedTimer timer;
-    timer.start();
 
     for (zoHPCTreeItem* item : items)
         last = item->addToIDCache(cache);
@@ -519,7 +514,6 @@ void tst_zoHPCTreeItem::tenThousandEqualNamesAreEnteredInTime()
     QCOMPARE(last, QString("x_10000"));
     QCOMPARE(int(cache.size()), 30002);
     QCOMPARE(int(cache.count("Network:/0/0/_10000")), 1);
-    QVERIFY2(timer.elapsed() < 5000, qPrintable(QString::number(timer.elapsed())));
 }
 
 void tst_zoHPCTreeItem::idsEqualThoseOfTheCache()
