@@ -1,0 +1,245 @@
+#include "zoHPCLayoutPane.h"
+
+#include "zoHPCLayout.h"
+#include "zoHPCPictureFile.h"
+#include "zoHPCProblems.h"
+#include "zoHPCProblemsView.h"
+#include "zoHPCRoomView.h"
+#include "zoHPCScreensView.h"
+#include "zoHPCTreeGUIW.h"
+#include "zoHPCWindowItem.h"
+
+#include <QComboBox>
+#include <QFileDialog>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QSplitter>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+namespace
+{
+// Sizes that a person may call those of the screens; without one, the windows tell.
+constexpr struct
+{
+    int width;
+    int height;
+} SCREEN_SIZES[] = {{1280, 1024}, {1920, 1080}, {1920, 1200}, {2560, 1440},
+                    {2560, 1600}, {3840, 2160}, {4096, 2160}};
+} // namespace
+
+zoHPCLayoutPane::zoHPCLayoutPane(QWidget* parent) : QWidget(parent)
+{
+    m_room = new zoHPCRoomView;
+    m_room->setObjectName(QString::fromLatin1("m_room"));
+    m_screens = new zoHPCScreensView;
+    m_screens->setObjectName(QString::fromLatin1("m_screens"));
+    m_problems = new zoHPCProblemsView;
+    m_problems->setObjectName(QString::fromLatin1("m_problems"));
+
+    m_tabs = new QTabWidget;
+    m_tabs->setObjectName(QString::fromLatin1("m_tabs"));
+    m_tabs->setDocumentMode(true);
+    m_tabs->addTab(m_room, tr("Room"));
+    m_tabs->addTab(m_screens, tr("Screens"));
+
+    m_screenSize = new QComboBox;
+    m_screenSize->setObjectName(QString::fromLatin1("m_screenSize"));
+    m_screenSize->setToolTip(tr("Size of the screens. Windows that reach beyond it stand out."));
+    m_screenSize->addItem(tr("As the windows need"), QSize());
+    for (const auto& size : SCREEN_SIZES)
+        m_screenSize->addItem(tr("%1 x %2").arg(QString::number(size.width), QString::number(size.height)),
+                              QSize(size.width, size.height));
+    auto* const screenSizeLabel = new QLabel(tr("Screen size [pixel]"));
+    screenSizeLabel->setBuddy(m_screenSize);
+    auto* const fitButton = new QPushButton(tr("Fit"));
+    fitButton->setObjectName(QString::fromLatin1("m_fitButton"));
+    fitButton->setToolTip(tr("Takes everything into the picture"));
+    fitButton->setAutoDefault(false);
+    auto* const saveButton = new QPushButton(tr("Save picture..."));
+    saveButton->setObjectName(QString::fromLatin1("m_savePictureButton"));
+    saveButton->setToolTip(tr("Writes the picture to a file: SVG, PNG or PDF"));
+    saveButton->setAutoDefault(false);
+
+    auto* const tools = new QHBoxLayout;
+    tools->setContentsMargins(0, 0, 0, 0);
+    tools->addWidget(screenSizeLabel);
+    tools->addWidget(m_screenSize);
+    tools->addStretch();
+    tools->addWidget(fitButton);
+    tools->addWidget(saveButton);
+
+    auto* const upper = new QWidget;
+    auto* const upperLayout = new QVBoxLayout(upper);
+    upperLayout->setContentsMargins(0, 0, 0, 0);
+    upperLayout->addWidget(m_tabs);
+    upperLayout->addLayout(tools);
+    auto* const splitter = new QSplitter(Qt::Vertical);
+    splitter->setObjectName(QString::fromLatin1("m_splitter"));
+    splitter->setChildrenCollapsible(false);
+    splitter->addWidget(upper);
+    splitter->addWidget(m_problems);
+    splitter->setStretchFactor(0, 3);
+    splitter->setStretchFactor(1, 1);
+    splitter->setSizes({420, 180});
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(splitter);
+
+    // The size of the screens means something for one of the pictures only.
+    const auto showTools = [this, screenSizeLabel] {
+        const bool isScreens = m_tabs->currentWidget() == m_screens;
+        m_screenSize->setVisible(isScreens);
+        screenSizeLabel->setVisible(isScreens);
+    };
+    showTools();
+    connect(m_tabs, &QTabWidget::currentChanged, this, showTools);
+    connect(m_screenSize, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            [this] { m_screens->setScreenSize(m_screenSize->currentData().toSize()); });
+    connect(fitButton, &QPushButton::clicked, this, [this] {
+        if (m_tabs->currentWidget() == m_screens)
+            m_screens->fit();
+        else
+            m_room->fit();
+    });
+    connect(saveButton, &QPushButton::clicked, this, &zoHPCLayoutPane::savePicture);
+    connect(m_room, &zoHPCRoomView::itemActivated, this, &zoHPCLayoutPane::itemActivated);
+    connect(m_screens, &zoHPCScreensView::itemActivated, this, &zoHPCLayoutPane::itemActivated);
+    connect(m_problems, &zoHPCProblemsView::itemActivated, this, &zoHPCLayoutPane::itemActivated);
+    connect(m_screens, &zoHPCScreensView::windowChanged, this, [this] {
+        refreshLater();
+        emit displayEdited();
+    });
+    connect(m_problems, &zoHPCProblemsView::fixed, this, [this](bool hosts) {
+        refreshLater();
+        if (hosts)
+            emit hostsEdited();
+        else
+            emit displayEdited();
+    });
+}
+
+zoHPCLayoutPane::~zoHPCLayoutPane()
+{
+    for (const QMetaObject::Connection& connection : m_connections)
+        disconnect(connection);
+}
+
+int zoHPCLayoutPane::problemCount() const
+{
+    return m_count;
+}
+
+void zoHPCLayoutPane::setModel(QTreeWidget* projections, QTreeWidget* displays, zoHPCTreeGUIW* hosts)
+{
+    for (const QMetaObject::Connection& connection : m_connections)
+        disconnect(connection);
+    m_connections.clear();
+    m_projections = projections;
+    m_displays = displays;
+    m_hosts = hosts;
+    invalidate();
+    follow(projections);
+    follow(displays);
+    if (hosts) {
+        follow(hosts->findChild<QTreeWidget*>(QString::fromLatin1("m_treeWidget")));
+        m_connections.push_back(
+            connect(hosts, &zoHPCTreeGUIW::hostsChanged, this, &zoHPCLayoutPane::refreshLater));
+    }
+}
+
+void zoHPCLayoutPane::setCurrentItem(const QTreeWidgetItem* item)
+{
+    m_room->setCurrentItem(item);
+    m_screens->setCurrentItem(item);
+}
+
+void zoHPCLayoutPane::refresh()
+{
+    m_isStale = false;
+    const auto layout = std::make_shared<const zoHPCLayout>(m_projections.data(), m_displays.data(),
+                                                            m_hosts ? m_hosts->master() : nullptr);
+    showLayout(layout);
+    m_problems->setProblems(zoHPCProblems::find(*layout));
+    const int count = static_cast<int>(m_problems->problems().size());
+    if (count == m_count)
+        return;
+    m_count = count;
+    emit problemCountChanged(count);
+}
+
+void zoHPCLayoutPane::savePicture()
+{
+    const QString fileName =
+        QFileDialog::getSaveFileName(this, tr("Save picture"), QString(), zoHPCPictureFile::filter());
+    if (fileName.isEmpty())
+        return;
+    if (m_isStale)
+        refresh();
+    const QWidget* const view = m_tabs->currentWidget();
+    const zoHPCPicture& picture = view == m_screens ? static_cast<const zoHPCPicture&>(m_screens->picture())
+                                                    : static_cast<const zoHPCPicture&>(m_room->picture());
+    zoHPCPictureFile::save(picture, fileName, view->size(), palette(), 2.0);
+}
+
+void zoHPCLayoutPane::showEvent(QShowEvent* event)
+{
+    if (m_isStale)
+        refresh();
+    QWidget::showEvent(event);
+}
+
+void zoHPCLayoutPane::follow(QTreeWidget* tree)
+{
+    if (!tree)
+        return;
+    const QAbstractItemModel* const model = tree->model();
+    // Before rows go, nothing may point to their items any more.
+    m_connections.push_back(
+        connect(model, &QAbstractItemModel::rowsAboutToBeRemoved, this, &zoHPCLayoutPane::invalidate));
+    m_connections.push_back(
+        connect(model, &QAbstractItemModel::modelAboutToBeReset, this, &zoHPCLayoutPane::invalidate));
+    m_connections.push_back(connect(tree, &QObject::destroyed, this, &zoHPCLayoutPane::invalidate));
+    m_connections.push_back(
+        connect(model, &QAbstractItemModel::rowsInserted, this, &zoHPCLayoutPane::refreshLater));
+    m_connections.push_back(
+        connect(model, &QAbstractItemModel::rowsMoved, this, &zoHPCLayoutPane::refreshLater));
+    m_connections.push_back(
+        connect(model, &QAbstractItemModel::layoutChanged, this, &zoHPCLayoutPane::refreshLater));
+    m_connections.push_back(
+        connect(model, &QAbstractItemModel::dataChanged, this, &zoHPCLayoutPane::refreshLater));
+}
+
+void zoHPCLayoutPane::invalidate()
+{
+    refreshLater();
+    // Trees announce the removal of their rows one by one.
+    if (!m_showsItems)
+        return;
+    showLayout(nullptr);
+    m_problems->setProblems({});
+}
+
+void zoHPCLayoutPane::refreshLater()
+{
+    m_isStale = true;
+    if (m_isScheduled || !isVisible())
+        return;
+    m_isScheduled = true;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_isScheduled = false;
+            if (m_isStale && isVisible())
+                refresh();
+        },
+        Qt::QueuedConnection);
+}
+
+void zoHPCLayoutPane::showLayout(const std::shared_ptr<const zoHPCLayout>& layout)
+{
+    m_showsItems = layout != nullptr;
+    m_room->showLayout(layout);
+    m_screens->showLayout(layout);
+}

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <QPointer>
+#include <QTreeWidget>
+#include <QWidget>
+
+#include <memory>
+#include <vector>
+
+class QComboBox;
+class QTabWidget;
+class QTreeWidgetItem;
+class zoHPCLayout;
+class zoHPCProblemsView;
+class zoHPCRoomView;
+class zoHPCScreensView;
+class zoHPCTreeGUIW;
+
+// The layout preview: room and screens on tabs, the problems below. It follows the trees by itself, once per
+// turn of the event loop however much changes, and only while it is shown; items that leave a tree are
+// forgotten at once.
+class zoHPCLayoutPane final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit zoHPCLayoutPane(QWidget* parent = nullptr);
+    ~zoHPCLayoutPane() override;
+
+    zoHPCRoomView* roomView() const { return m_room; }
+    zoHPCScreensView* screensView() const { return m_screens; }
+    zoHPCProblemsView* problemsView() const { return m_problems; }
+    // Of the last refresh.
+    int problemCount() const;
+
+    // Trees of the display setup and the host tree. Not owned, each may be null and may go before the pane.
+    void setModel(QTreeWidget* projections, QTreeWidget* displays, zoHPCTreeGUIW* hosts);
+    // A row of one of the trees, highlighted in both pictures; announces nothing. Need not live.
+    void setCurrentItem(const QTreeWidgetItem* item);
+
+public slots:
+    // Reads the trees now.
+    void refresh();
+    // Reads them once what is going on is done; for changes that the trees do not announce.
+    void refreshLater();
+    // Asks for a file and writes the picture of the current tab to it: SVG, PNG or PDF by its suffix.
+    void savePicture();
+
+signals:
+    // A person chose a row of one of the trees.
+    void itemActivated(QTreeWidgetItem* item);
+    // A drag or a fix changed values of the display setup.
+    void displayEdited();
+    // A fix changed values of the host tree.
+    void hostsEdited();
+    void problemCountChanged(int count);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void follow(QTreeWidget* tree);
+    void invalidate();
+    void showLayout(const std::shared_ptr<const zoHPCLayout>& layout);
+
+    QPointer<QTreeWidget> m_projections;
+    QPointer<QTreeWidget> m_displays;
+    QPointer<zoHPCTreeGUIW> m_hosts;
+    std::vector<QMetaObject::Connection> m_connections;
+    QTabWidget* m_tabs = nullptr;
+    zoHPCRoomView* m_room = nullptr;
+    zoHPCScreensView* m_screens = nullptr;
+    zoHPCProblemsView* m_problems = nullptr;
+    QComboBox* m_screenSize = nullptr;
+    int m_count = 0;
+    bool m_showsItems = false;
+    bool m_isStale = true;
+    bool m_isScheduled = false;
+};

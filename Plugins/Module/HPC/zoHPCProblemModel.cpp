@@ -1,0 +1,53 @@
+#include "zoHPCProblemModel.h"
+
+zoHPCProblemModel::zoHPCProblemModel(QObject* parent) : QAbstractTableModel(parent) {}
+
+zoHPCProblemModel::~zoHPCProblemModel() = default;
+
+void zoHPCProblemModel::setProblems(std::vector<zoHPCProblem> problems)
+{
+    if (problems.empty() && m_problems.empty())
+        return;
+    beginResetModel();
+    m_problems = std::move(problems);
+    endResetModel();
+}
+
+int zoHPCProblemModel::find(zoHPCProblem::Kind kind, const QString& message) const
+{
+    for (size_t i = 0; i < m_problems.size(); ++i) {
+        if (m_problems[i].kind == kind && m_problems[i].message == message)
+            return static_cast<int>(i);
+    }
+    return -1;
+}
+
+int zoHPCProblemModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_problems.size());
+}
+
+int zoHPCProblemModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : ColumnCount;
+}
+
+QVariant zoHPCProblemModel::data(const QModelIndex& index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
+        return QVariant();
+    const zoHPCProblem& problem = m_problems[static_cast<size_t>(index.row())];
+    const QString text = index.column() == Message ? problem.message : problem.fixText;
+    if (role == Qt::DisplayRole)
+        return text;
+    if (role == Qt::ToolTipRole && index.column() == Message)
+        return text.toHtmlEscaped();
+    return QVariant();
+}
+
+QVariant zoHPCProblemModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+        return QVariant();
+    return section == Message ? tr("Problem") : tr("Fix");
+}

@@ -1,0 +1,117 @@
+#include "zoHPCProblemsView.h"
+
+#include "zoHPCFixDelegate.h"
+#include "zoHPCProblemModel.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+zoHPCProblemsView::zoHPCProblemsView(QWidget* parent) : QWidget(parent)
+{
+    m_summary = new QLabel(this);
+    m_summary->setObjectName(QString::fromLatin1("m_summary"));
+    m_list = new QTreeView(this);
+    m_list->setObjectName(QString::fromLatin1("m_problems"));
+    m_list->setAccessibleName(tr("Problems"));
+    m_summary->setBuddy(m_list);
+    m_model = new zoHPCProblemModel(this);
+    m_list->setModel(m_model);
+    m_list->setRootIsDecorated(false);
+    m_list->setUniformRowHeights(true);
+    m_list->setAllColumnsShowFocus(true);
+    m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_list->setTextElideMode(Qt::ElideMiddle);
+    m_list->header()->setStretchLastSection(false);
+    m_list->header()->setSectionResizeMode(zoHPCProblemModel::Message, QHeaderView::Stretch);
+    m_list->header()->setSectionResizeMode(zoHPCProblemModel::Fix, QHeaderView::ResizeToContents);
+    m_list->setHeaderHidden(true);
+    m_list->installEventFilter(this);
+    auto* const delegate = new zoHPCFixDelegate(m_list);
+    m_list->setItemDelegateForColumn(zoHPCProblemModel::Fix, delegate);
+
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_summary);
+    layout->addWidget(m_list);
+
+    connect(m_list, &QTreeView::clicked, this, [this](const QModelIndex& index) {
+        if (index.column() == zoHPCProblemModel::Message)
+            activate(index.row());
+    });
+    connect(m_list, &QTreeView::activated, this, [this](const QModelIndex& index) { activate(index.row()); });
+    connect(delegate, &zoHPCFixDelegate::clicked, this, &zoHPCProblemsView::fixLater);
+    setProblems({});
+    m_summary->setText(tr("No problems"));
+}
+
+zoHPCProblemsView::~zoHPCProblemsView() = default;
+
+void zoHPCProblemsView::setProblems(std::vector<zoHPCProblem> problems)
+{
+    const int row = m_list->currentIndex().row();
+    const bool hadCurrent = row >= 0 && row < m_model->rowCount();
+    QString message;
+    zoHPCProblem::Kind kind = zoHPCProblem::Kind::ViewportWithoutProjection;
+    if (hadCurrent) {
+        kind = m_model->problems()[static_cast<size_t>(row)].kind;
+        message = m_model->problems()[static_cast<size_t>(row)].message;
+    }
+    m_model->setProblems(std::move(problems));
+    if (hadCurrent) {
+        const int again = m_model->find(kind, message);
+        if (again >= 0)
+            m_list->setCurrentIndex(m_model->index(again, zoHPCProblemModel::Message));
+    }
+    const int count = m_model->rowCount();
+    m_summary->setText(count == 0   ? tr("No problems")
+                       : count == 1 ? tr("1 problem")
+                                    : tr("%1 problems").arg(QString::number(count)));
+}
+
+const std::vector<zoHPCProblem>& zoHPCProblemsView::problems() const
+{
+    return m_model->problems();
+}
+
+bool zoHPCProblemsView::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_list && event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space && m_list->currentIndex().isValid()) {
+        fix(m_list->currentIndex().row());
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void zoHPCProblemsView::activate(int row)
+{
+    if (row >= 0 && row < m_model->rowCount())
+        emit itemActivated(m_model->problems()[static_cast<size_t>(row)].item);
+}
+
+void zoHPCProblemsView::fixLater(const QModelIndex& index)
+{
+    if (!index.isValid() || index.row() >= m_model->rowCount())
+        return;
+    // The fix replaces the rows, which must not happen while the view handles the mouse in them; by then the
+    // problem may stand in another row, or be gone.
+    const zoHPCProblem& problem = m_model->problems()[static_cast<size_t>(index.row())];
+    QMetaObject::invokeMethod(
+        this, [this, kind = problem.kind, message = problem.message] { fix(m_model->find(kind, message)); },
+        Qt::QueuedConnection);
+}
+
+void zoHPCProblemsView::fix(int row)
+{
+    if (row < 0 || row >= m_model->rowCount())
+        return;
+    // A copy: what the fix changes may replace the list while it runs.
+    const zoHPCProblem problem = m_model->problems()[static_cast<size_t>(row)];
+    if (!problem.hasFix())
+        return;
+    problem.fix();
+    emit fixed(problem.kind == zoHPCProblem::Kind::WindowWithDisabledNode || problem.concernsHost());
+}

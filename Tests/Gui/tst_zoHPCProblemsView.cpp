@@ -1,0 +1,274 @@
+#include "zoTestCase.h"
+
+#include <zoHPCProblemModel.h>
+#include <zoHPCProblemsView.h>
+
+#include <QAbstractItemModelTester>
+#include <QApplication>
+#include <QLabel>
+#include <QSignalSpy>
+#include <QTreeView>
+#include <QTreeWidgetItem>
+
+#include <memory>
+
+namespace
+{
+using Kind = zoHPCProblem::Kind;
+} // namespace
+
+Q_DECLARE_METATYPE(QTreeWidgetItem*)
+
+// The list of problems.
+class tst_zoHPCProblemsView final : public zoTestCase
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void modelKeepsTheRules();
+    void summaryCounts();
+    void clickSelectsTheItem();
+    void returnSelectsTheItem();
+    void buttonMendsTheProblem();
+    void buttonThatIsLeftAgainMendsNothing();
+    void problemWithoutFixHasNoButton();
+    void spaceMendsTheProblem();
+    void fixMayReplaceTheList();
+    void problemThatWentMeanwhileIsNotMended();
+    void fixTellsWhatItChanged_data();
+    void fixTellsWhatItChanged();
+    void currentRowStaysWithItsProblem();
+    void ampersandInAFixIsShown();
+
+private:
+    std::vector<zoHPCProblem> sample();
+    QPoint placeOf(int row, int column) const;
+
+    std::unique_ptr<zoHPCProblemsView> m_view;
+    QTreeView* m_list = nullptr;
+    QTreeWidgetItem m_items[3];
+    int m_fixes = 0;
+};
+
+void tst_zoHPCProblemsView::init()
+{
+    // What signal spies record.
+    qRegisterMetaType<QTreeWidgetItem*>("QTreeWidgetItem*");
+    m_fixes = 0;
+    m_view = std::make_unique<zoHPCProblemsView>();
+    m_list = m_view->findChild<QTreeView*>();
+    QVERIFY(m_list);
+    m_view->resize(700, 300);
+    m_view->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_view.get()));
+    m_view->setProblems(sample());
+}
+
+void tst_zoHPCProblemsView::cleanup()
+{
+    m_view.reset();
+    zoTestCase::cleanup();
+}
+
+std::vector<zoHPCProblem> tst_zoHPCProblemsView::sample()
+{
+    std::vector<zoHPCProblem> problems;
+    problems.emplace_back(Kind::WindowWithoutNode, &m_items[0], QStringLiteral("first"));
+    problems.back().fixText = QStringLiteral("Use n1");
+    problems.back().fix = [this] { ++m_fixes; };
+    problems.emplace_back(Kind::TileShownNowhere, &m_items[1], QStringLiteral("second"));
+    problems.emplace_back(Kind::NetworkWithoutEnabledNode, &m_items[2], QStringLiteral("third"));
+    problems.back().fixText = QStringLiteral("Enable its nodes");
+    problems.back().fix = [this] { m_fixes += 100; };
+    return problems;
+}
+
+QPoint tst_zoHPCProblemsView::placeOf(int row, int column) const
+{
+    return m_list->visualRect(m_list->model()->index(row, column)).center();
+}
+
+void tst_zoHPCProblemsView::modelKeepsTheRules()
+{
+    zoHPCProblemModel model;
+    QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+
+    model.setProblems(sample());
+    QCOMPARE(model.rowCount(), 3);
+    QCOMPARE(model.index(0, zoHPCProblemModel::Fix).data().toString(), QStringLiteral("Use n1"));
+    QCOMPARE(model.find(Kind::TileShownNowhere, QStringLiteral("second")), 1);
+    QCOMPARE(model.find(Kind::TileShownNowhere, QStringLiteral("first")), -1);
+    model.setProblems({});
+    QCOMPARE(model.rowCount(), 0);
+}
+
+void tst_zoHPCProblemsView::summaryCounts()
+{
+    const QLabel* const summary = m_view->findChild<QLabel*>(QStringLiteral("m_summary"));
+
+    QCOMPARE(summary->text(), QStringLiteral("3 problems"));
+    std::vector<zoHPCProblem> one = sample();
+    one.resize(1, one.front());
+    m_view->setProblems(one);
+    QCOMPARE(summary->text(), QStringLiteral("1 problem"));
+    m_view->setProblems({});
+    QCOMPARE(summary->text(), QStringLiteral("No problems"));
+}
+
+void tst_zoHPCProblemsView::clickSelectsTheItem()
+{
+    QSignalSpy activated(m_view.get(), &zoHPCProblemsView::itemActivated);
+
+    QTest::mouseClick(m_list->viewport(), Qt::LeftButton, Qt::NoModifier, placeOf(1, 0));
+
+    QCOMPARE(activated.size(), 1);
+    QCOMPARE(activated[0][0].value<QTreeWidgetItem*>(), &m_items[1]);
+    QCOMPARE(m_fixes, 0);
+}
+
+void tst_zoHPCProblemsView::returnSelectsTheItem()
+{
+    QSignalSpy activated(m_view.get(), &zoHPCProblemsView::itemActivated);
+    m_list->setCurrentIndex(m_list->model()->index(2, 0));
+
+    QTest::keyClick(m_list, Qt::Key_Return);
+
+    QCOMPARE(activated.size(), 1);
+    QCOMPARE(activated[0][0].value<QTreeWidgetItem*>(), &m_items[2]);
+}
+
+void tst_zoHPCProblemsView::buttonMendsTheProblem()
+{
+    QSignalSpy fixed(m_view.get(), &zoHPCProblemsView::fixed);
+    QSignalSpy activated(m_view.get(), &zoHPCProblemsView::itemActivated);
+
+    QTest::mouseClick(m_list->viewport(), Qt::LeftButton, Qt::NoModifier, placeOf(0, 1));
+
+    QTRY_COMPARE(fixed.size(), 1);
+    QCOMPARE(m_fixes, 1);
+    QCOMPARE(activated.size(), 0);
+}
+
+void tst_zoHPCProblemsView::buttonThatIsLeftAgainMendsNothing()
+{
+    QTest::mousePress(m_list->viewport(), Qt::LeftButton, Qt::NoModifier, placeOf(0, 1));
+    QTest::mouseRelease(m_list->viewport(), Qt::LeftButton, Qt::NoModifier, placeOf(2, 1));
+    QCoreApplication::processEvents();
+
+    QCOMPARE(m_fixes, 0);
+}
+
+void tst_zoHPCProblemsView::problemWithoutFixHasNoButton()
+{
+    QSignalSpy fixed(m_view.get(), &zoHPCProblemsView::fixed);
+
+    QTest::mouseClick(m_list->viewport(), Qt::LeftButton, Qt::NoModifier, placeOf(1, 1));
+    QCoreApplication::processEvents();
+
+    QCOMPARE(fixed.size(), 0);
+    QCOMPARE(m_list->model()->index(1, 1).data().toString(), QString());
+}
+
+void tst_zoHPCProblemsView::spaceMendsTheProblem()
+{
+    QSignalSpy fixed(m_view.get(), &zoHPCProblemsView::fixed);
+
+    m_list->setCurrentIndex(m_list->model()->index(1, 0));
+    QTest::keyClick(m_list, Qt::Key_Space);
+    QCOMPARE(fixed.size(), 0);
+    m_list->setCurrentIndex(m_list->model()->index(2, 0));
+    QTest::keyClick(m_list, Qt::Key_Space);
+
+    QCOMPARE(fixed.size(), 1);
+    QCOMPARE(m_fixes, 100);
+}
+
+void tst_zoHPCProblemsView::fixMayReplaceTheList()
+{
+    std::vector<zoHPCProblem> problems = sample();
+    const std::vector<int> captured(100, 7);
+    int sum = 0;
+    problems[0].fix = [this, captured, &sum] {
+        m_view->setProblems({});
+        for (const int value : captured)
+            sum += value;
+    };
+    m_view->setProblems(problems);
+    problems.clear();
+
+    QTest::mouseClick(m_list->viewport(), Qt::LeftButton, Qt::NoModifier, placeOf(0, 1));
+
+    QTRY_COMPARE(sum, 700);
+    QVERIFY(m_view->problems().empty());
+}
+
+void tst_zoHPCProblemsView::problemThatWentMeanwhileIsNotMended()
+{
+    QTest::mouseClick(m_list->viewport(), Qt::LeftButton, Qt::NoModifier, placeOf(0, 1));
+    std::vector<zoHPCProblem> problems = sample();
+    problems.erase(problems.begin());
+    m_view->setProblems(problems);
+
+    QCoreApplication::processEvents();
+
+    QCOMPARE(m_fixes, 0);
+}
+
+void tst_zoHPCProblemsView::fixTellsWhatItChanged_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<bool>("hosts");
+
+    QTest::newRow("window") << int(Kind::WindowWithoutNode) << false;
+    QTest::newRow("plane") << int(Kind::SkewedPlane) << false;
+    QTest::newRow("disabled-node") << int(Kind::WindowWithDisabledNode) << true;
+    QTest::newRow("network") << int(Kind::NetworkWithoutEnabledNode) << true;
+}
+
+void tst_zoHPCProblemsView::fixTellsWhatItChanged()
+{
+    QFETCH(int, kind);
+    QFETCH(bool, hosts);
+    std::vector<zoHPCProblem> problems;
+    problems.emplace_back(static_cast<Kind>(kind), &m_items[0], QStringLiteral("it"));
+    problems.back().fix = [] {};
+    m_view->setProblems(problems);
+    QSignalSpy fixed(m_view.get(), &zoHPCProblemsView::fixed);
+
+    m_list->setCurrentIndex(m_list->model()->index(0, 0));
+    QTest::keyClick(m_list, Qt::Key_Space);
+
+    QCOMPARE(fixed.size(), 1);
+    QCOMPARE(fixed[0][0].toBool(), hosts);
+}
+
+void tst_zoHPCProblemsView::currentRowStaysWithItsProblem()
+{
+    m_list->setCurrentIndex(m_list->model()->index(2, 0));
+    std::vector<zoHPCProblem> problems = sample();
+    problems.erase(problems.begin());
+
+    m_view->setProblems(problems);
+    QCOMPARE(m_list->currentIndex().row(), 1);
+    problems.pop_back();
+    m_view->setProblems(problems);
+    QVERIFY(m_list->currentIndex().row() <= 0);
+}
+
+void tst_zoHPCProblemsView::ampersandInAFixIsShown()
+{
+    std::vector<zoHPCProblem> problems = sample();
+    m_view->setProblems(problems);
+    const QImage without = m_list->grab().toImage();
+    problems[0].fixText = QStringLiteral("Use &n1");
+    m_view->setProblems(problems);
+
+    QVERIFY(m_list->grab().toImage() != without);
+}
+
+ZO_TEST_MAIN(tst_zoHPCProblemsView)
+
+#include "tst_zoHPCProblemsView.moc"
