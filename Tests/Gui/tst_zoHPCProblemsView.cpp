@@ -107,7 +107,7 @@ void tst_zoHPCProblemsView::modelKeepsTheRules()
 
 void tst_zoHPCProblemsView::summaryCounts()
 {
-    const QLabel* const summary = m_view->findChild<QLabel*>(QStringLiteral("m_summary"));
+    const QLabel* const summary = m_view->findChild<QLabel*>(QStringLiteral("m_problemSummary"));
 
     QCOMPARE(summary->text(), QStringLiteral("3 problems"));
     std::vector<zoHPCProblem> one = sample();

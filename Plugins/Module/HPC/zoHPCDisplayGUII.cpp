@@ -2,7 +2,10 @@
 
 #include "zoHPCDisplayItem.h"
 #include "zoHPCDisplayTables.h"
+#include "zoHPCLayoutPane.h"
 #include "zoHPCProjectionItem.h"
+#include "zoHPCTreeGUIW.h"
+#include "zoHPCTreeItem.h"
 #include "zoHPCViewportItem.h"
 #include "zoHPCWindowItem.h"
 
@@ -14,10 +17,12 @@
 
 #include <QAbstractSpinBox>
 #include <QAction>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QScopedValueRollback>
+#include <QScreen>
 #include <QSet>
 #include <QShortcut>
 #include <QSignalBlocker>
@@ -120,6 +125,7 @@ zoHPCDisplayGUII::zoHPCDisplayGUII(QWidget* parent) : QDialog(parent)
     createActions();
     connectTrees();
     connectServices();
+    createPreview();
     updateCameraList();
     updateActions();
     showPanel();
@@ -194,6 +200,13 @@ void zoHPCDisplayGUII::setNodeNames(const QStringList& names)
         }
     }
     m_displayMapper->refresh();
+    m_layoutPane->refreshLater();
+}
+
+void zoHPCDisplayGUII::setHostTree(zoHPCTreeGUIW* hosts)
+{
+    m_hosts = hosts;
+    m_layoutPane->setModel(m_projectionTree, m_displayTree, hosts);
 }
 
 void zoHPCDisplayGUII::setEyeSeparation(float separation)
@@ -302,6 +315,7 @@ void zoHPCDisplayGUII::correctProjectionViewportsAssignments()
     }
     m_displayMapper->refresh();
     showAssignedProjection();
+    m_layoutPane->refreshLater();
 }
 
 void zoHPCDisplayGUII::linkViewports()
@@ -887,12 +901,50 @@ void zoHPCDisplayGUII::connectServices()
         connect(nodes, SIGNAL(cameraNameChanged(uint,QString)), this, SLOT(updateCameraList()));
 }
 
+void zoHPCDisplayGUII::createPreview()
+{
+    m_layoutPane = new zoHPCLayoutPane;
+    m_layoutPane->setObjectName(QString::fromLatin1("m_layoutPane"));
+    m_splitter->addWidget(m_layoutPane);
+    m_splitter->setStretchFactor(0, 0);
+    m_splitter->setStretchFactor(2, 1);
+    constexpr int TREE_WIDTH = 280;
+    const int pictureWidth = m_layoutPane->sizeHint().width();
+    m_splitter->setSizes({TREE_WIDTH, 0, pictureWidth});
+    resize(std::min(TREE_WIDTH + m_panelArea->minimumWidth() + pictureWidth,
+                    QGuiApplication::primaryScreen()->availableGeometry().width()),
+           height());
+    setHostTree(nullptr);
+
+    connect(m_layoutPane, &zoHPCLayoutPane::itemActivated, this, &zoHPCDisplayGUII::chooseItem);
+    connect(m_layoutPane, &zoHPCLayoutPane::displayEdited, this,
+            &zoHPCDisplayGUII::correctProjectionViewportsAssignments);
+    connect(m_layoutPane, &zoHPCLayoutPane::hostsEdited, this, [this] {
+        if (m_hosts)
+            emit m_hosts->hostsChanged();
+    });
+    for (const QTreeWidget* tree : {m_projectionTree, m_displayTree})
+        connect(tree, &QTreeWidget::currentItemChanged, this,
+                [this](QTreeWidgetItem* current) { m_layoutPane->setCurrentItem(current); });
+}
+
+void zoHPCDisplayGUII::chooseItem(QTreeWidgetItem* item)
+{
+    QTreeWidget* const tree = item->treeWidget();
+    if (tree == m_projectionTree || tree == m_displayTree)
+        tree->setCurrentItem(item);
+    else if (auto* host = dynamic_cast<zoHPCTreeItem*>(item); host && m_hosts)
+        m_hosts->setSelectedItem(host);
+}
+
 void zoHPCDisplayGUII::activate(ActiveTree tree)
 {
     m_activeTree = tree;
     // One row is highlighted in the whole dialog: the one that the panel shows and that Delete means.
     QTreeWidget* other = tree == ActiveTree::Projections ? m_displayTree : m_projectionTree;
     other->clearSelection();
+    m_layoutPane->setCurrentItem(tree == ActiveTree::Projections ? m_projectionTree->currentItem()
+                                                                 : m_displayTree->currentItem());
     showPanel();
     updateActions();
 }

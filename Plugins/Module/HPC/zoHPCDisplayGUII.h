@@ -7,6 +7,7 @@
 #include <QHash>
 #include <QList>
 #include <QModelIndex>
+#include <QPointer>
 #include <QStringList>
 
 #include <memory>
@@ -16,7 +17,9 @@ class QStringListModel;
 class QTreeWidgetItem;
 class QZODataWidgetMapper;
 class zoHPCDisplayItem;
+class zoHPCLayoutPane;
 class zoHPCProjectionItem;
+class zoHPCTreeGUIW;
 class zoHPCTreeWidgetItem;
 class zoHPCViewportItem;
 class zoHPCWindowItem;
@@ -42,6 +45,9 @@ public:
     // Choices for render nodes, equal names told apart by a number. Windows whose node is none of them lose
     // it.
     void setNodeNames(const QStringList& names);
+    // The nodes that the preview checks the setup against, and what its fixes change. Not owned, may go
+    // first.
+    void setHostTree(zoHPCTreeGUIW* hosts);
     void setEyeSeparation(float separation); // mm, of all displays
     void setZeroParallax(float distance);    // mm, of all tiled walls
     // While a session runs rows neither come nor go by hand; values stay editable.
@@ -111,10 +117,12 @@ private:
     void fillCombos();
     void bindPanels();
     void createActions();
+    void createPreview();
     void connectTrees();
     void connectServices();
 
     void activate(ActiveTree tree);
+    void chooseItem(QTreeWidgetItem* item);
     void updateActions();
     void showPanel();
     void bindProjection();
@@ -134,6 +142,8 @@ private:
 
     QZODataWidgetMapper* m_projectionMapper = nullptr;
     QZODataWidgetMapper* m_displayMapper = nullptr;
+    zoHPCLayoutPane* m_layoutPane = nullptr;
+    QPointer<zoHPCTreeGUIW> m_hosts;
     QStringListModel* m_nodeNames = nullptr;
     QAction* m_deleteProjectionAction = nullptr;
     QAction* m_copyProjectionAction = nullptr;

@@ -62,6 +62,7 @@ zoHPCGUIW::zoHPCGUIW(QWidget* parent, const QString& name) : QMainWindow(parent)
 
     connect(m_tree, SIGNAL(hostsChanged()), this, SLOT(updateDisplayState()));
     connect(m_editor, SIGNAL(hostChanged()), this, SLOT(updateDisplayState()));
+    m_displayEditor->setHostTree(m_tree);
     connect(m_displayEditor, SIGNAL(displayChanged()), this, SLOT(updateDisplayState()));
     connect(m_displayEditor, SIGNAL(displayChanged()), this, SIGNAL(displayPropertiesChanged()));
 }

@@ -32,27 +32,34 @@ constexpr struct
 zoHPCLayoutPane::zoHPCLayoutPane(QWidget* parent) : QWidget(parent)
 {
     m_room = new zoHPCRoomView;
-    m_room->setObjectName(QString::fromLatin1("m_room"));
+    m_room->setObjectName(QString::fromLatin1("m_roomView"));
     m_screens = new zoHPCScreensView;
-    m_screens->setObjectName(QString::fromLatin1("m_screens"));
+    m_screens->setObjectName(QString::fromLatin1("m_screensView"));
     m_problems = new zoHPCProblemsView;
-    m_problems->setObjectName(QString::fromLatin1("m_problems"));
+    m_problems->setObjectName(QString::fromLatin1("m_problemsView"));
 
     m_tabs = new QTabWidget;
-    m_tabs->setObjectName(QString::fromLatin1("m_tabs"));
+    m_tabs->setObjectName(QString::fromLatin1("m_layoutTabs"));
     m_tabs->setDocumentMode(true);
     m_tabs->addTab(m_room, tr("Room"));
     m_tabs->addTab(m_screens, tr("Screens"));
 
     m_screenSize = new QComboBox;
     m_screenSize->setObjectName(QString::fromLatin1("m_screenSize"));
-    m_screenSize->setToolTip(tr("Size of the screens. Windows that reach beyond it stand out."));
-    m_screenSize->addItem(tr("As the windows need"), QSize());
+    m_screenSize->setToolTip(tr("Size of the screens: windows that reach beyond it stand out. \"Automatic\" "
+                                "takes what the windows need."));
+    m_screenSize->addItem(tr("Automatic"), QSize());
     for (const auto& size : SCREEN_SIZES)
         m_screenSize->addItem(tr("%1 x %2").arg(QString::number(size.width), QString::number(size.height)),
                               QSize(size.width, size.height));
-    auto* const screenSizeLabel = new QLabel(tr("Screen size [pixel]"));
+    auto* const screenSizeLabel = new QLabel(tr("Screen [pixel]"));
     screenSizeLabel->setBuddy(m_screenSize);
+    // The dialog around keeps its size from tab to tab.
+    for (QWidget* tool : {static_cast<QWidget*>(m_screenSize), static_cast<QWidget*>(screenSizeLabel)}) {
+        QSizePolicy policy = tool->sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        tool->setSizePolicy(policy);
+    }
     auto* const fitButton = new QPushButton(tr("Fit"));
     fitButton->setObjectName(QString::fromLatin1("m_fitButton"));
     fitButton->setToolTip(tr("Takes everything into the picture"));
@@ -76,7 +83,7 @@ zoHPCLayoutPane::zoHPCLayoutPane(QWidget* parent) : QWidget(parent)
     upperLayout->addWidget(m_tabs);
     upperLayout->addLayout(tools);
     auto* const splitter = new QSplitter(Qt::Vertical);
-    splitter->setObjectName(QString::fromLatin1("m_splitter"));
+    splitter->setObjectName(QString::fromLatin1("m_layoutSplitter"));
     splitter->setChildrenCollapsible(false);
     splitter->addWidget(upper);
     splitter->addWidget(m_problems);

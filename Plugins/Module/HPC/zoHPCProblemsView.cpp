@@ -12,9 +12,9 @@
 zoHPCProblemsView::zoHPCProblemsView(QWidget* parent) : QWidget(parent)
 {
     m_summary = new QLabel(this);
-    m_summary->setObjectName(QString::fromLatin1("m_summary"));
+    m_summary->setObjectName(QString::fromLatin1("m_problemSummary"));
     m_list = new QTreeView(this);
-    m_list->setObjectName(QString::fromLatin1("m_problems"));
+    m_list->setObjectName(QString::fromLatin1("m_problemList"));
     m_list->setAccessibleName(tr("Problems"));
     m_summary->setBuddy(m_list);
     m_model = new zoHPCProblemModel(this);
