@@ -57,6 +57,7 @@ private slots:
     void createHostNameCountsUp();
     void hostsFileIsRead();
     void unreadableHostsFileLeavesTheTree();
+    void hostsFileThatFailsWhileReadLeavesTheTree();
 
     // Hosts text, writing
     void writesHostsText_data();
@@ -88,6 +89,7 @@ private slots:
     void defaultConfigKeepsTheBooking();
     void readsOneElementUnderAnItem();
     void loadAnnouncesTheMasterAndTheHosts();
+    void newContentOfTheCurrentMasterIsAnnounced();
     void attributesWithPlaceholdersSurvive();
 
     // Queries
@@ -428,6 +430,8 @@ void tst_zoHPCTreeGUIW::readsHostsText_data()
                                       << "{n1}";
     QTest::newRow("range-not-across-a-brace") << "n1 - { n3 }"
                                               << "{n1 {n3}}";
+    QTest::newRow("range-not-across-a-closing-brace") << "n1 { a - } n3"
+                                                      << "{n1 {a} n3}";
     QTest::newRow("range-over-a-gateway") << "n1 { a } - n3"
                                           << "{n1 {a} n2 n3}";
     QTest::newRow("dropped-name-keeps-the-range") << "n1 - _ n3"
@@ -784,6 +788,17 @@ void tst_zoHPCTreeGUIW::unreadableHostsFileLeavesTheTree()
     QCOMPARE(outline(), QString("{a}"));
 
     m_view->setHostFile("");
+    QCOMPARE(outline(), QString("{a}"));
+}
+
+void tst_zoHPCTreeGUIW::hostsFileThatFailsWhileReadLeavesTheTree()
+{
+    m_view->setHostString("a");
+    // Opens, but nothing is mapped where it begins: reading fails.
+    expectMessage(QtCriticalMsg, QRegularExpression("^Unable to read hosts file /proc/self/mem: ."));
+
+    m_view->setHostFile("/proc/self/mem");
+
     QCOMPARE(outline(), QString("{a}"));
 }
 
@@ -1207,6 +1222,20 @@ void tst_zoHPCTreeGUIW::loadAnnouncesTheMasterAndTheHosts()
     QCOMPARE(selected, m_master);
     QCOMPARE(m_view->selectedItem(), m_master);
     QVERIFY(m_master->isExpanded());
+}
+
+void tst_zoHPCTreeGUIW::newContentOfTheCurrentMasterIsAnnounced()
+{
+    QCOMPARE(m_view->selectedItem(), m_master);
+    QStringList compressions;
+    connect(m_view.get(), &zoHPCTreeGUIW::selectedItemChanged, this,
+            [&compressions](zoHPCTreeItem* item) { compressions << item->getOption("scenecompression"); });
+
+    // An editor that shows the master shows its new options.
+    load("<cluster><master scenecompression='fast'/></cluster>");
+    m_view->setDefaultConfig();
+
+    QCOMPARE(compressions, (QStringList{"fast", "best"}));
 }
 
 void tst_zoHPCTreeGUIW::attributesWithPlaceholdersSurvive()
