@@ -134,6 +134,8 @@ private slots:
     void cloneRenewsIdentifierOfSource();
     void cloneLosesParametersOfOtherTypes();
     void shownWallIsRegeneratedInOneStep();
+    void updateAnnouncesNoIconThatStays_data();
+    void updateAnnouncesNoIconThatStays();
 };
 
 void tst_zoHPCProjectionItem::newProjectionHasDefaults_data()
@@ -961,6 +963,29 @@ void tst_zoHPCProjectionItem::shownWallIsRegeneratedInOneStep()
     QCOMPARE(changes.count(), 0);
     QCOMPARE(item->childCount(), 400);
     QVERIFY(item->isExpanded());
+}
+
+void tst_zoHPCProjectionItem::updateAnnouncesNoIconThatStays_data()
+{
+    QTest::addColumn<QString>("type");
+
+    for (const char* const type : {"wall", "powerwall", "cave", "plane", "tile"})
+        QTest::newRow(type) << text(type);
+}
+
+void tst_zoHPCProjectionItem::updateAnnouncesNoIconThatStays()
+{
+    QFETCH(QString, type);
+    QTreeWidget tree;
+    tree.setColumnCount(Item::ColumnCount);
+    auto* item = new Item(text("P"), type);
+    tree.addTopLevelItem(item);
+    const QSignalSpy changes(tree.model(), &QAbstractItemModel::dataChanged);
+
+    item->update();
+
+    // Whoever answers a change with an update would never come to an end.
+    QCOMPARE(changes.count(), 0);
 }
 
 ZO_TEST_MAIN(tst_zoHPCProjectionItem)

@@ -479,6 +479,16 @@ void tst_zoHPCTreeItem::aCacheThatIsClearedStartsOver()
     QCOMPARE(b->addToIDCache(cache), QString("a"));
     QCOMPARE(a->addToIDCache(cache), QString("a_2"));
     QCOMPARE(a->addToIDCache(cache), QString("a_3"));
+
+    // What it remembered of the cache does not count, even when an id from then is taken again.
+    cache.clear();
+    QCOMPARE(b->addToIDCache(cache), QString("a"));
+    QCOMPARE(addNode(network, "a_3")->addToIDCache(cache), QString("a_3"));
+    QCOMPARE(a->addToIDCache(cache), QString("a_2"));
+    cache.clear();
+    QCOMPARE(a->addToIDCache(cache), QString("a"));
+    QCOMPARE(addNode(network, "a_3")->addToIDCache(cache), QString("a_3"));
+    QCOMPARE(b->addToIDCache(cache), QString("a_2"));
 }
 
 void tst_zoHPCTreeItem::twoCachesDoNotMixUp()

@@ -198,7 +198,7 @@ void zoHPCProjectionItem::changeIcon()
         icon = &projectionIcon();
     else if (type == QLatin1String("tile"))
         icon = &tileIcon();
-    // Icons never compare equal as values: without this each update would announce a change.
+    // Qt 6 takes no two icons for equal values: each update would announce a change there.
     if (icon && this->icon(Name).cacheKey() != icon->cacheKey())
         setData(Name, Qt::DecorationRole, *icon);
 }
