@@ -17,7 +17,13 @@ zoCommandRun zoCommandRun::zohpc(const QStringList& arguments, const QByteArray&
 zoCommandRun zoCommandRun::zohpcIn(const QStringList& environment, const QStringList& arguments,
                                    const QByteArray& input)
 {
-    return program(QStringLiteral(ZO_ZOHPC), arguments, input, environment);
+    // What the sanitizers let pass in libraries is set by variables, too.
+    QStringList all = environment;
+    for (const char* name : {"ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS"}) {
+        if (qEnvironmentVariableIsSet(name))
+            all << QLatin1String(name) + QLatin1Char('=') + qEnvironmentVariable(name);
+    }
+    return program(QStringLiteral(ZO_ZOHPC), arguments, input, all);
 }
 
 zoCommandRun zoCommandRun::program(const QString& program, const QStringList& arguments,

@@ -14,7 +14,7 @@ struct zoCommandRun
     QByteArray whole() const;
 
     static zoCommandRun zohpc(const QStringList& arguments, const QByteArray& input = QByteArray());
-    // Without a display, a home and any variable but `environment`.
+    // Without a display, a home and any variable but `environment` and those of the sanitizers.
     static zoCommandRun zohpcIn(const QStringList& environment, const QStringList& arguments,
                                 const QByteArray& input = QByteArray());
     static zoCommandRun program(const QString& program, const QStringList& arguments, const QByteArray& input,
