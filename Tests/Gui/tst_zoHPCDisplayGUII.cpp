@@ -174,6 +174,8 @@ private slots:
     void versionDecidesAboutRows();
     void wrongRowsOfEveryWallAreCorrected();
     void rowTextInWallNameStays();
+    void correctedRowsWinOverFormerLinks();
+    void cancelLeavesTheRowsOfWalls();
     void onlyWallsAreCorrected();
 
     void windowItemsIncludeViewports();
@@ -579,6 +581,30 @@ void tst_zoHPCDisplayGUII::rowTextInWallNameStays()
          "<viewport projection='row:2 hall row:1 col:1'/></window></display></cluster>");
 
     QCOMPARE(viewportProjections(), QStringList{text("row:2 hall row:3 col:1")});
+}
+
+void tst_zoHPCDisplayGUII::correctedRowsWinOverFormerLinks()
+{
+    load("<cluster version='1'><projection name='W' type='wall' rows='2' columns='1'/>"
+         "<display><window><viewport projection='W row:1 col:1'/></window></display></cluster>");
+    QCOMPARE(viewportProjections(), QStringList{text("W row:1 col:1")});
+
+    m_editor->correctWrongRows();
+    m_editor->correctProjectionViewportsAssignments();
+
+    QCOMPARE(viewportProjections(), QStringList{text("W row:2 col:1")});
+}
+
+void tst_zoHPCDisplayGUII::cancelLeavesTheRowsOfWalls()
+{
+    load("<cluster version='1'><projection name='W' type='wall' rows='2' columns='1'/>"
+         "<display><window><viewport projection='W row:1 col:1'/></window></display></cluster>");
+    m_editor->open({});
+
+    m_editor->reject();
+
+    // What was saved for it is of this version, whose rows are right.
+    QCOMPARE(viewportProjections(), QStringList{text("W row:1 col:1")});
 }
 
 void tst_zoHPCDisplayGUII::onlyWallsAreCorrected()

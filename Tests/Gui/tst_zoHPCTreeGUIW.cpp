@@ -863,6 +863,9 @@ void tst_zoHPCTreeGUIW::writesNamesOutsideAsciiAsTheirBytes()
     item({0, 0})->setHostName(QString::fromUtf8("kö"));
 
     QCOMPARE(m_view->getHostsString(), QString::fromLatin1("k\xc3\xb6\n"));
+    // Such names do not survive the text.
+    m_view->setHostString(m_view->getHostsString());
+    QCOMPARE(outline(), QString("{k}"));
 }
 
 void tst_zoHPCTreeGUIW::writerAgreesWithTheStepByStepWriter()
