@@ -6,6 +6,7 @@
 #include <zoHPCConfigEditGUIW.h>
 #include <zoHPCDisplayGUII.h>
 #include <zoHPCDisplayItem.h>
+#include <zoHPCDocumentText.h>
 #include <zoHPCGUIW.h>
 #include <zoHPCTreeEditGUIW.h>
 #include <zoHPCTreeGUIW.h>
@@ -167,6 +168,8 @@ private slots:
     void importLegacyOfAnotherFileSaysSoInTheStatusBar();
     void importLegacyOfAMissingFileIsAnEmptyCluster();
     void deepHostsTextIsSavedAndLoaded();
+    void documentTooDeepForTheTreeIsRefusedAsAWhole();
+    void disabledNodesStayReadableWhenThePaletteChanges();
     void hashSeedDoesNotChangeTheBytes_data();
     void hashSeedDoesNotChangeTheBytes();
 
@@ -902,6 +905,46 @@ void tst_zoHPCGUIW::deepHostsTextIsSavedAndLoaded()
 
     QCOMPARE(int(m_window->getTree()->getNodeItems().size()), 5000);
     QCOMPARE(m_window->getConfigString().toUtf8(), contentOf(path("deep.zhpc")));
+}
+
+void tst_zoHPCGUIW::documentTooDeepForTheTreeIsRefusedAsAWhole()
+{
+    m_window->setConfigString(QLatin1String(s_document));
+    const int pairs = zoHPCDocumentText::maximumDepth() / 2 + 1;
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("more than \\d+ elements are nested")));
+
+    m_window->setConfigString(QStringLiteral("<cluster><master>") +
+                              QStringLiteral("<network><node name=\"n\">").repeated(pairs) +
+                              QStringLiteral("</node></network>").repeated(pairs) +
+                              QStringLiteral("</master><display user=\"2\"/></cluster>"));
+
+    QVERIFY(m_window->getTree()->getNodeNames().isEmpty());
+    QVERIFY(!m_window->getConfigString().contains(QStringLiteral("<display")));
+}
+
+void tst_zoHPCGUIW::disabledNodesStayReadableWhenThePaletteChanges()
+{
+    const QPalette before = QApplication::palette();
+    zoHPCTreeItem* node = m_window->getTree()->getNodeItems().front();
+    node->setIsEnabled(false);
+    const auto contrast = [this, node] {
+        const int background = m_window->getTree()->palette().color(QPalette::Base).lightness();
+        return qAbs(node->foreground(0).color().lightness() - background);
+    };
+    QVERIFY(contrast() >= 60);
+
+    QPalette dark = before;
+    dark.setColor(QPalette::Base, QColor(30, 30, 30));
+    dark.setColor(QPalette::Text, QColor(230, 230, 230));
+    dark.setColor(QPalette::Light, QColor(40, 40, 40));
+    QApplication::setPalette(dark);
+    QCoreApplication::processEvents();
+    const int inTheDark = contrast();
+    QApplication::setPalette(before);
+    QCoreApplication::processEvents();
+
+    QVERIFY(inTheDark >= 60);
+    QVERIFY(contrast() >= 60);
 }
 
 void tst_zoHPCGUIW::hashSeedDoesNotChangeTheBytes_data()

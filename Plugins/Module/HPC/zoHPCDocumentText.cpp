@@ -2,6 +2,7 @@
 
 #include "zoHPC.h"
 #include "zoHPCDisplayGUII.h"
+#include "zoHPCTreeDepth.h"
 
 #include <QDomDocument>
 #include <QHash>
@@ -386,10 +387,14 @@ bool zoHPCDocumentText::parse(const QString& text, QDomDocument& document, Refus
 
 int zoHPCDocumentText::maximumDepth()
 {
+    // No deeper than the tree that the document becomes, less some levels for being asked further down the
+    // stack: a document is refused as a whole or read as a whole.
+    const int treeDepth = std::max(zoHPCTreeDepth::limit() - 64, 16);
     rlimit stack{};
     if (getrlimit(RLIMIT_STACK, &stack) != 0 || stack.rlim_cur == RLIM_INFINITY)
-        return s_largestDepth;
-    return int(std::min<rlim_t>(stack.rlim_cur / s_stackPerLevel, s_largestDepth));
+        return std::min(treeDepth, s_largestDepth);
+    return int(
+        std::min<rlim_t>({stack.rlim_cur / s_stackPerLevel, rlim_t(treeDepth), rlim_t(s_largestDepth)}));
 }
 
 QStringList zoHPCDocumentText::attributeOrder(const QString& tag)

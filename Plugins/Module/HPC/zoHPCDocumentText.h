@@ -38,8 +38,8 @@ public:
     // The same without the log.
     static bool parse(const QString& text, QDomDocument& document, Refusal& refusal);
 
-    // The deepest nesting of elements whose document the stack of this thread can still tear down; the
-    // destructor of the DOM recurses.
+    // The deepest nesting of elements that the stack of this thread can carry, as a document and as a tree;
+    // the toolkit recurses over both.
     static int maximumDepth();
 
 private:

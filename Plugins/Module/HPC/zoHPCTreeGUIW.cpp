@@ -19,6 +19,7 @@
 #include <QMenu>
 #include <QPainter>
 #include <QPointer>
+#include <QScopedValueRollback>
 #include <QStyle>
 #include <QTreeWidget>
 #include <QVarLengthArray>
@@ -1218,6 +1219,8 @@ void zoHPCTreeGUIW::changeEvent(QEvent* event)
     QWidget::changeEvent(event);
     if (m_master && (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange))
         updateRowHeight();
+    if (m_master && event->type() == QEvent::PaletteChange)
+        setReadablePalette();
 }
 
 // A row is as wide as its text needs, and at least as wide as the view.
@@ -1234,6 +1237,10 @@ bool zoHPCTreeGUIW::eventFilter(QObject* watched, QEvent* event)
 // Disabled rows are written in the palette's Light, which many palettes have as white as the background.
 void zoHPCTreeGUIW::setReadablePalette()
 {
+    if (m_isSettingPalette)
+        return;
+    const QScopedValueRollback<bool> setting(m_isSettingPalette, true);
+    setPalette(QPalette()); // what the application and the parents say now
     QPalette readable = palette();
     for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
         const QColor base = readable.color(group, QPalette::Base);

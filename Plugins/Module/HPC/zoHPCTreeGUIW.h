@@ -117,6 +117,7 @@ private:
     QAction* m_removeNetworkAction = nullptr;
     QAction* m_removeHostAction = nullptr;
     bool m_running = false;
+    bool m_isSettingPalette = false;
     QString m_hostFile;
     QString m_booking;
     QIcon m_nodeIcon;
