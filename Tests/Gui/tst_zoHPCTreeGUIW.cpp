@@ -3,6 +3,7 @@
 #include <zoHPC.h>
 #include <zoHPCConfigEditGUIW.h>
 #include <zoHPCDocumentText.h>
+#include <zoHPCDocumentWriter.h>
 #include <zoHPCHostsText.h>
 #include <zoHPCTreeDepth.h>
 #include <zoHPCTreeGUIW.h>
@@ -21,6 +22,7 @@
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QTemporaryFile>
 #include <QTimer>
 #include <QTreeWidget>
 
@@ -135,6 +137,10 @@ private slots:
     void fiveThousandNestedBraces();
     void tooDeepHostsTextIsRefused();
     void tooDeepSectionIsRefused();
+    void sectionIsTheSameAsTextAndAsDocument_data();
+    void sectionIsTheSameAsTextAndAsDocument();
+    void optionsNamedLikeAttributesReplaceThem();
+    void writingTheTextReadsTheHostsFileFirst();
 
 private:
     QString outline() const;
@@ -378,6 +384,81 @@ QStringList tst_zoHPCTreeGUIW::running() const
             ids << id;
     }
     return ids;
+}
+
+void tst_zoHPCTreeGUIW::sectionIsTheSameAsTextAndAsDocument_data()
+{
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("empty") << "<cluster/>";
+    QTest::newRow("default-tree")
+        << "<cluster><master scenecompression='best'><network><node name='localhost'/>"
+           "</network></master></cluster>";
+    QTest::newRow("booking") << "<cluster booking='a&amp;b'><master/></cluster>";
+    QTest::newRow("hosts-file-that-is-gone")
+        << "<cluster><master nodesfile='/no/such/file' a='1' z='2'/></cluster>";
+    QTest::newRow("options-in-key-order")
+        << "<cluster><master z='1' b='2'><network speed='10g' encrypted='true' description='%1 &lt;x&gt;'>"
+           "<node serviceport='1' name='n' enabled='false' Z='3'/></network></master></cluster>";
+    QTest::newRow("empty-name") << "<cluster><master><network><node name=''/></network></master></cluster>";
+    QTest::newRow("gateways")
+        << "<cluster><master><network><node name='a'><network><node name='b'/></network>"
+           "<network/></node><node name='c'/></network><node name='d'/></master></cluster>";
+}
+
+void tst_zoHPCTreeGUIW::sectionIsTheSameAsTextAndAsDocument()
+{
+    QFETCH(QString, text);
+    load(text);
+
+    zoHPCDocumentWriter writer;
+    writer.openElement("cluster");
+    m_view->writeSection(writer);
+    writer.closeElement();
+    const QString written = writer.takeText();
+
+    QCOMPARE(written, section());
+}
+
+void tst_zoHPCTreeGUIW::optionsNamedLikeAttributesReplaceThem()
+{
+    load("<cluster><master nodesfile='/no/such/file'><network><node name='n'/></network></master></cluster>");
+    m_master->setOption("nodesfile", "/other");
+    m_master->setOption("name", "boss");
+    item({0, 0})->setOption("name", "m");
+    item({0})->setOption("nodesfile", "kept");
+
+    zoHPCDocumentWriter writer;
+    writer.openElement("cluster");
+    m_view->writeSection(writer);
+    writer.closeElement();
+    const QString written = writer.takeText();
+
+    QCOMPARE(written, section());
+    QVERIFY(written.contains("<master name=\"boss\" nodesfile=\"/other\">"));
+    QVERIFY(written.contains("<node name=\"m\"/>"));
+}
+
+void tst_zoHPCTreeGUIW::writingTheTextReadsTheHostsFileFirst()
+{
+    QTemporaryFile file;
+    QVERIFY(file.open());
+    file.write("fresh");
+    file.flush();
+    load(QString("<cluster booking='b'><master nodesfile='%1'><network><node "
+                 "name='old'/></network></master></cluster>")
+             .arg(file.fileName()));
+
+    zoHPCDocumentWriter writer;
+    writer.openElement("cluster");
+    m_view->writeSection(writer);
+    writer.closeElement();
+    const QString written = writer.takeText();
+
+    QVERIFY(written.contains("<node name=\"fresh\"/>"));
+    QVERIFY(!written.contains("old"));
+    QVERIFY(written.startsWith("<cluster booking=\"b\">"));
+    QVERIFY(m_view->booking().isEmpty());
 }
 
 QString tst_zoHPCTreeGUIW::section()

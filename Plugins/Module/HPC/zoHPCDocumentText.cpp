@@ -2,6 +2,7 @@
 
 #include "zoHPC.h"
 #include "zoHPCDisplayGUII.h"
+#include "zoHPCDocumentWriter.h"
 #include "zoHPCTreeDepth.h"
 
 #include <QDomDocument>
@@ -19,39 +20,10 @@
 
 namespace
 {
-constexpr int s_indent = 1; // blanks per level
-
 // The DOM tears down one level of elements in less than 100 bytes of stack; the rest is margin for callers
 // and for instrumented builds.
 constexpr rlim_t s_stackPerLevel = 256;
 constexpr int s_largestDepth = 30000; // the parser's time grows with the square of the depth
-
-bool isNameStart(QChar c)
-{
-    return (c >= QLatin1Char('a') && c <= QLatin1Char('z')) || c.isLetter() || c == QLatin1Char('_');
-}
-
-// What the parser reads as a name: at most one colon, with something on both sides of it.
-bool isName(const QString& text)
-{
-    bool hasColon = false;
-    bool starts = true;
-    for (const QChar c : text) {
-        if (starts) {
-            if (!isNameStart(c))
-                return false;
-            starts = false;
-        } else if (c == QLatin1Char(':')) {
-            if (hasColon)
-                return false;
-            hasColon = true;
-            starts = true;
-        } else if (!isNameStart(c) && !c.isDigit() && c != QLatin1Char('-') && c != QLatin1Char('.')) {
-            return false;
-        }
-    }
-    return !starts;
-}
 
 // Readers of the display section take an empty attribute for a missing one. Written, it would be gone after
 // the next load and save, and the file would change although nobody changed it.
@@ -61,65 +33,6 @@ bool isDisplayElement(const QString& tag)
            tag == QLatin1String("window") || tag == QLatin1String("viewport");
 }
 
-// Appends `text` with everything replaced that would not read back as itself.
-void appendEscaped(QString& out, const QString& text, bool inAttribute)
-{
-    const QChar* const data = text.constData();
-    const int length = text.size();
-    int plainFrom = 0;
-    for (int i = 0; i < length; ++i) {
-        const ushort c = data[i].unicode();
-        if (c > '>' && c < 0xd800)
-            continue;
-        const char* replacement = nullptr;
-        int replaced = 1;
-        switch (c) {
-        case '<':
-            replacement = "&lt;";
-            break;
-        case '>':
-            // Plain, but for the end mark of a CDATA section.
-            if (i >= 2 && data[i - 1] == QLatin1Char(']') && data[i - 2] == QLatin1Char(']'))
-                replacement = "&gt;";
-            break;
-        case '&':
-            replacement = "&amp;";
-            break;
-        case '"':
-            if (inAttribute)
-                replacement = "&quot;";
-            break;
-        case '\n':
-            if (inAttribute)
-                replacement = "&#xa;";
-            break;
-        case '\t':
-            if (inAttribute)
-                replacement = "&#x9;";
-            break;
-        case '\r':
-            replacement = "&#xd;";
-            break;
-        default:
-            if (c < 0x20 || c >= 0xfffe || data[i].isLowSurrogate())
-                replacement = "";
-            else if (data[i].isHighSurrogate()) {
-                if (i + 1 < length && data[i + 1].isLowSurrogate())
-                    ++i;
-                else
-                    replacement = "";
-            }
-            break;
-        }
-        if (replacement != nullptr) {
-            out.append(data + plainFrom, i - plainFrom);
-            out += QLatin1String(replacement);
-            plainFrom = i + replaced;
-        }
-    }
-    out.append(data + plainFrom, length - plainFrom);
-}
-
 // What there is to know about one kind of element.
 struct TagRules
 {
@@ -127,101 +40,63 @@ struct TagRules
     bool emptyIsMissing = false;
 };
 
-bool isText(const QDomNode& node)
-{
-    const QDomNode::NodeType type = node.nodeType();
-    return type == QDomNode::TextNode || type == QDomNode::CDATASectionNode;
-}
-
-class Writer final
+// Writes nodes of a document in the order of the text form.
+class NodeWriter final
 {
 public:
-    Writer(QStringList (*attributeOrder)(const QString&), bool keepEmpty)
-        : m_attributeOrder(attributeOrder), m_keepEmpty(keepEmpty)
+    NodeWriter(zoHPCDocumentWriter& writer, QStringList (*attributeOrder)(const QString&), bool keepEmpty)
+        : m_writer(writer), m_attributeOrder(attributeOrder), m_keepEmpty(keepEmpty)
     {
     }
 
-    // Walks without recursion: forwarding networks may nest thousands of levels deep.
-    QString write(const QDomDocument& document)
+    // The node and its following siblings. Walks without recursion: forwarding networks may nest thousands of
+    // levels deep.
+    void write(QDomNode node)
     {
-        QDomNode node = document.firstChild();
-        bool afterText = false;
+        int depth = 0;
         while (!node.isNull()) {
-            const QDomNode child = open(node, afterText);
+            const QDomNode child = open(node);
             if (!child.isNull()) {
-                ++m_depth;
+                ++depth;
                 node = child;
-                afterText = false;
                 continue;
             }
-            for (;;) {
-                const QDomNode next = node.nextSibling();
-                afterText = isText(node);
-                if (!afterText && !isText(next))
-                    m_out += QLatin1Char('\n');
-                if (!next.isNull()) {
-                    node = next;
-                    break;
-                }
-                if (m_depth == 0)
-                    return std::move(m_out);
-                --m_depth;
+            if (node.isElement())
+                m_writer.closeElement();
+            QDomNode next = node.nextSibling();
+            while (next.isNull() && depth > 0) {
+                --depth;
                 node = node.parentNode();
-                if (!afterText)
-                    indent();
-                m_out += QLatin1String("</");
-                m_out += node.nodeName();
-                m_out += QLatin1Char('>');
+                m_writer.closeElement();
+                next = node.nextSibling();
             }
+            node = next;
         }
-        return std::move(m_out);
     }
 
 private:
-    void indent()
-    {
-        const int blanks = m_depth * s_indent;
-        while (m_blanks.size() < blanks)
-            m_blanks += QLatin1String("                                ");
-        m_out.append(m_blanks.constData(), blanks);
-    }
-
     // Writes a node up to its children, and returns the first of them.
-    QDomNode open(const QDomNode& node, bool afterText)
+    QDomNode open(const QDomNode& node)
     {
         switch (node.nodeType()) {
         case QDomNode::ElementNode:
             break;
         case QDomNode::TextNode:
-            appendEscaped(m_out, node.nodeValue(), false);
+            m_writer.addText(node.nodeValue());
             return {};
         case QDomNode::CDATASectionNode:
-            m_out += QLatin1String("<![CDATA[") + node.nodeValue() + QLatin1String("]]>");
+            m_writer.addSection(node.nodeValue());
             return {};
         case QDomNode::CommentNode:
-            if (!afterText)
-                indent();
-            m_out += QLatin1String("<!--") + node.nodeValue() + QLatin1String("-->");
+            m_writer.addComment(node.nodeValue());
             return {};
         default:
             return {}; // declarations carry nothing of a configuration
         }
-
-        if (!afterText)
-            indent();
-        m_out += QLatin1Char('<');
         const QString tag = node.nodeName();
-        m_out += tag;
+        m_writer.openElement(tag);
         writeAttributes(tag, node.attributes());
-        const QDomNode child = node.firstChild();
-        if (child.isNull())
-            m_out += QLatin1String("/>");
-        else {
-            m_out += QLatin1Char('>');
-            if (!isText(child))
-                m_out += QLatin1Char('\n');
-        }
-        return child;
+        return node.firstChild();
     }
 
     void writeAttributes(const QString& tag, const QDomNamedNodeMap& map)
@@ -243,11 +118,6 @@ private:
             if (rules.emptyIsMissing && value.isEmpty())
                 continue;
             const QString name = attribute.nodeName();
-            if (!isName(name)) {
-                zoLog::error("Attribute '%s' of '%s' is left out of the document: not an XML name.",
-                             name.toUtf8().constData(), tag.toUtf8().constData());
-                continue;
-            }
             const int rank = count > 1 ? rules.ranks.value(name, std::numeric_limits<int>::max()) : 0;
             attributes.append({rank, name, value});
         }
@@ -255,13 +125,8 @@ private:
             std::sort(attributes.begin(), attributes.end(), [](const Attribute& a, const Attribute& b) {
                 return a.rank != b.rank ? a.rank < b.rank : a.name < b.name;
             });
-        for (const Attribute& attribute : attributes) {
-            m_out += QLatin1Char(' ');
-            m_out += attribute.name;
-            m_out += QLatin1String("=\"");
-            appendEscaped(m_out, attribute.value, true);
-            m_out += QLatin1Char('"');
-        }
+        for (const Attribute& attribute : attributes)
+            m_writer.addAttribute(attribute.name, attribute.value);
     }
 
     const TagRules& rulesOf(const QString& tag)
@@ -282,14 +147,12 @@ private:
         return *m_lastRules;
     }
 
+    zoHPCDocumentWriter& m_writer;
     QStringList (*m_attributeOrder)(const QString&);
     bool m_keepEmpty;
     std::map<QString, TagRules> m_rules; // its entries stay where they are
     QString m_lastTag;
     const TagRules* m_lastRules = nullptr;
-    QString m_out;
-    QString m_blanks;
-    int m_depth = 0;
 };
 
 // Finds where the nesting of elements exceeds `limit`; -1 when it does not. Only counts: whether the text is
@@ -343,8 +206,15 @@ int tooDeepAt(const QString& text, int limit)
 
 QString zoHPCDocumentText::toText(const QDomDocument& document, EmptyAttributes emptyAttributes)
 {
-    return Writer(&zoHPCDocumentText::attributeOrder, emptyAttributes == EmptyAttributes::Keep)
-        .write(document);
+    zoHPCDocumentWriter writer;
+    NodeWriter(writer, &zoHPCDocumentText::attributeOrder, emptyAttributes == EmptyAttributes::Keep)
+        .write(document.firstChild());
+    return writer.takeText();
+}
+
+void zoHPCDocumentText::appendChildren(const QDomElement& element, zoHPCDocumentWriter& writer)
+{
+    NodeWriter(writer, &zoHPCDocumentText::attributeOrder, false).write(element.firstChild());
 }
 
 bool zoHPCDocumentText::parse(const QString& text, QDomDocument& document)

@@ -4,6 +4,8 @@
 #include <QStringList>
 
 class QDomDocument;
+class QDomElement;
+class zoHPCDocumentWriter;
 
 // The text form of configuration documents: what files, the cluster service and the text dialog hold.
 class zoHPCDocumentText final
@@ -30,6 +32,9 @@ public:
     // `emptyAttributes` can keep those of the display section.
     static QString toText(const QDomDocument& document,
                           EmptyAttributes emptyAttributes = EmptyAttributes::OmitInDisplays);
+
+    // The children of an element in the same form, into the element that the writer has open.
+    static void appendChildren(const QDomElement& element, zoHPCDocumentWriter& writer);
 
     // Reads a text into a fresh document. A text that is not well-formed, is nested deeper than
     // maximumDepth() or expands its entities without bound gives an empty document, false, and an error in

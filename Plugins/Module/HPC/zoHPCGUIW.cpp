@@ -4,6 +4,7 @@
 #include "zoHPCConfigEditGUIW.h"
 #include "zoHPCDisplayGUII.h"
 #include "zoHPCDocumentText.h"
+#include "zoHPCDocumentWriter.h"
 #include "zoHPCTreeEditGUIW.h"
 #include "zoHPCTreeGUIW.h"
 #include "zoHPCTreeItem.h"
@@ -245,13 +246,16 @@ void zoHPCGUIW::updateDisplayState()
 
 QString zoHPCGUIW::getConfigString()
 {
-    QDomDocument document;
-    QDomElement root = document.createElement(QStringLiteral("cluster"));
-    root.setAttribute(QStringLiteral("version"), QStringLiteral("1"));
-    document.appendChild(root);
-    m_tree->saveToXML(document);
-    m_displayEditor->saveToXML(document);
-    m_lastConfig = zoHPCDocumentText::toText(document);
+    zoHPCDocumentWriter writer;
+    writer.openElement(QStringLiteral("cluster"));
+    writer.addAttribute(QStringLiteral("version"), QStringLiteral("1"));
+    m_tree->writeSection(writer);
+    QDomDocument displays;
+    displays.appendChild(displays.createElement(QStringLiteral("cluster")));
+    m_displayEditor->saveToXML(displays);
+    zoHPCDocumentText::appendChildren(displays.documentElement(), writer);
+    writer.closeElement();
+    m_lastConfig = writer.takeText();
     return m_lastConfig;
 }
 

@@ -3,6 +3,7 @@
 #include "ui_zoHPCTreeGUIW.h"
 #include "zoHPC.h"
 #include "zoHPCConfigEditGUIW.h"
+#include "zoHPCDocumentWriter.h"
 #include "zoHPCHostsText.h"
 #include "zoHPCItemIds.h"
 #include "zoHPCTreeDepth.h"
@@ -970,6 +971,48 @@ void zoHPCTreeGUIW::saveToXML(QDomDocument& doc)
     appendXMLConfig(m_master, doc, root);
     if (!root.isNull())
         doc.appendChild(root);
+}
+
+void zoHPCTreeGUIW::writeSection(zoHPCDocumentWriter& writer)
+{
+    if (!m_booking.isEmpty())
+        writer.addAttribute(s_booking, m_booking);
+    loadNodesFile();
+
+    const auto open = [this, &writer](const zoHPCTreeItem* item) {
+        // An option of that name replaces the attribute, as it does in a document.
+        const auto addFirst = [&writer, item](const QString& name, bool exists, const QString& value) {
+            const QString option = item->getOption(name);
+            if (exists || !option.isEmpty())
+                writer.addAttribute(name, option.isEmpty() ? value : option);
+        };
+        writer.openElement(item->isMaster() ? s_master : item->isNetwork() ? s_network : s_node);
+        addFirst(s_name, !item->isMaster() && !item->isNetwork(), item->hostName());
+        addFirst(zoHPCOption::NodesFile, item->isMaster() && !m_hostFile.isEmpty(), m_hostFile);
+        item->forEachOption([&writer](const QString& name, const QString& value) {
+            if (!value.isEmpty() && name != s_name && name != zoHPCOption::NodesFile)
+                writer.addAttribute(name, value);
+        });
+    };
+
+    struct Place
+    {
+        const QTreeWidgetItem* item;
+        int next;
+    };
+    open(m_master);
+    std::vector<Place> places{{m_master, 0}};
+    while (!places.empty()) {
+        Place& place = places.back();
+        if (place.next >= place.item->childCount()) {
+            places.pop_back();
+            writer.closeElement();
+            continue;
+        }
+        const auto* child = static_cast<const zoHPCTreeItem*>(place.item->child(place.next++));
+        open(child);
+        places.push_back({child, 0});
+    }
 }
 
 void zoHPCTreeGUIW::appendXMLConfig(zoHPCTreeItem* item, QDomDocument& doc, QDomElement& parent)

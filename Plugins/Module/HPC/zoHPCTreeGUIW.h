@@ -14,6 +14,7 @@
 class QAction;
 class QTreeWidgetItem;
 class Ui_zoHPCTreeGUIW;
+class zoHPCDocumentWriter;
 class zoHPCTreeItem;
 
 // The host tree's view: owns the items from the master down, reads and writes them as hosts text and as a
@@ -72,6 +73,9 @@ public:
 
     // Section of the configuration document. Saving reads the hosts file first, when there is one.
     void saveToXML(QDomDocument& doc);
+    // The same as text, into the root element that the writer has just opened; without a document in between,
+    // which large clusters pay for at each change while they run.
+    void writeSection(zoHPCDocumentWriter& writer);
     void appendXMLConfig(zoHPCTreeItem* item, QDomDocument& doc, QDomElement& parent);
     void loadFromXML(QDomDocument& doc);
     void setXMLConfig(zoHPCTreeItem* parent, QDomElement element);
