@@ -16,13 +16,8 @@
 #include <limits>
 #include <map>
 
-#include <sys/resource.h>
-
 namespace
 {
-// The DOM tears down one level of elements in less than 100 bytes of stack; the rest is margin for callers
-// and for instrumented builds.
-constexpr rlim_t s_stackPerLevel = 256;
 constexpr int s_largestDepth = 30000; // the parser's time grows with the square of the depth
 
 // Readers of the display section take an empty attribute for a missing one. Written, it would be gone after
@@ -259,12 +254,7 @@ int zoHPCDocumentText::maximumDepth()
 {
     // No deeper than the tree that the document becomes, less some levels for being asked further down the
     // stack: a document is refused as a whole or read as a whole.
-    const int treeDepth = std::max(zoHPCTreeDepth::limit() - 64, 16);
-    rlimit stack{};
-    if (getrlimit(RLIMIT_STACK, &stack) != 0 || stack.rlim_cur == RLIM_INFINITY)
-        return std::min(treeDepth, s_largestDepth);
-    return int(
-        std::min<rlim_t>({stack.rlim_cur / s_stackPerLevel, rlim_t(treeDepth), rlim_t(s_largestDepth)}));
+    return std::min(std::max(zoHPCTreeDepth::limit() - 64, 16), s_largestDepth);
 }
 
 QStringList zoHPCDocumentText::attributeOrder(const QString& tag)
