@@ -168,6 +168,7 @@ private slots:
     void importLegacyOfAnotherFileSaysSoInTheStatusBar();
     void importLegacyOfAMissingFileIsAnEmptyCluster();
     void deepHostsTextIsSavedAndLoaded();
+    void deepestDocumentIsReadAsAWhole();
     void documentTooDeepForTheTreeIsRefusedAsAWhole();
     void disabledNodesStayReadableWhenThePaletteChanges();
     void hashSeedDoesNotChangeTheBytes_data();
@@ -907,6 +908,19 @@ void tst_zoHPCGUIW::deepHostsTextIsSavedAndLoaded()
     QCOMPARE(m_window->getConfigString().toUtf8(), contentOf(path("deep.zhpc")));
 }
 
+void tst_zoHPCGUIW::deepestDocumentIsReadAsAWhole()
+{
+    const int pairs = (zoHPCDocumentText::maximumDepth() - 2) / 2; // below the root and the master
+
+    m_window->setConfigString(QStringLiteral("<cluster><master>") +
+                              QStringLiteral("<network><node name=\"n\">").repeated(pairs) +
+                              QStringLiteral("</node></network>").repeated(pairs) +
+                              QStringLiteral("</master><display user=\"2\"/></cluster>"));
+
+    QCOMPARE(m_window->getTree()->getNodeNames().size(), pairs);
+    QVERIFY(m_window->getConfigString().contains(QStringLiteral("<display")));
+}
+
 void tst_zoHPCGUIW::documentTooDeepForTheTreeIsRefusedAsAWhole()
 {
     m_window->setConfigString(QLatin1String(s_document));
@@ -933,17 +947,18 @@ void tst_zoHPCGUIW::disabledNodesStayReadableWhenThePaletteChanges()
     };
     QVERIFY(contrast() >= 60);
 
-    QPalette dark = before;
-    dark.setColor(QPalette::Base, QColor(30, 30, 30));
-    dark.setColor(QPalette::Text, QColor(230, 230, 230));
-    dark.setColor(QPalette::Light, QColor(40, 40, 40));
-    QApplication::setPalette(dark);
+    // A background as grey as the text of disabled nodes was on white.
+    QPalette grey = before;
+    grey.setColor(QPalette::Base, QColor(120, 120, 120));
+    grey.setColor(QPalette::Text, QColor(250, 250, 250));
+    grey.setColor(QPalette::Light, QColor(125, 125, 125));
+    QApplication::setPalette(grey);
     QCoreApplication::processEvents();
-    const int inTheDark = contrast();
+    const int onGrey = contrast();
     QApplication::setPalette(before);
     QCoreApplication::processEvents();
 
-    QVERIFY(inTheDark >= 60);
+    QVERIFY(onGrey >= 60);
     QVERIFY(contrast() >= 60);
 }
 
