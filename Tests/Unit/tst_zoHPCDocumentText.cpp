@@ -6,6 +6,8 @@
 #include <QDomDocument>
 #include <QProcess>
 
+#include <functional>
+
 namespace
 {
 QString nested(int depth)
@@ -68,6 +70,7 @@ private slots:
     void emptyTextIsSilent();
     void thousandLevelsAreReadAndWritten();
     void nestingBeyondTheStackIsRefused();
+    void depthIsTheSameFurtherDownTheStack();
     void angleBracketsInsideValuesAndCommentsDoNotCountAsNesting();
     void entitiesDoNotExpandWithoutBound();
 };
@@ -338,6 +341,17 @@ void tst_zoHPCDocumentText::nestingBeyondTheStackIsRefused()
                                       document));
 
     QVERIFY(!document.hasChildNodes());
+}
+
+void tst_zoHPCDocumentText::depthIsTheSameFurtherDownTheStack()
+{
+    const int here = zoHPCDocumentText::maximumDepth();
+    const std::function<int(int)> further = [&further](int levels) {
+        volatile char used[1024] = {};
+        return levels > 0 ? further(levels - 1) + used[0] : zoHPCDocumentText::maximumDepth();
+    };
+
+    QCOMPARE(further(500), here);
 }
 
 void tst_zoHPCDocumentText::angleBracketsInsideValuesAndCommentsDoNotCountAsNesting()

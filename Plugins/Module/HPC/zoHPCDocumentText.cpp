@@ -252,9 +252,8 @@ bool zoHPCDocumentText::parse(const QString& text, QDomDocument& document, Refus
 
 int zoHPCDocumentText::maximumDepth()
 {
-    // No deeper than the tree that the document becomes, less some levels for being asked further down the
-    // stack: a document is refused as a whole or read as a whole.
-    return std::min(std::max(zoHPCTreeDepth::limit() - 64, 16), s_largestDepth);
+    // No deeper than the tree that the document becomes: a document is refused as a whole or read as a whole.
+    return std::min(zoHPCTreeDepth::limit(), s_largestDepth);
 }
 
 QStringList zoHPCDocumentText::attributeOrder(const QString& tag)

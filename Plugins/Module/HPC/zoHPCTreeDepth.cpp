@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <climits>
 #include <cstddef>
-#include <cstdint>
 
 #include <pthread.h>
 
@@ -13,30 +12,28 @@ namespace
 // destruction of a DOM at 64 (Qt 5.15, x86-64).
 constexpr std::size_t BytesPerLevel = 512;
 // For what runs below and above these recursions.
-constexpr std::size_t Reserve = 1024 * 1024;
+constexpr std::size_t Reserve = 2 * 1024 * 1024;
 // A stack of unknown size is taken for a small one.
 constexpr std::size_t UnknownStack = 2 * 1024 * 1024;
 
-std::size_t remainingStack()
+// The whole stack, not what is left of it: who asks from deeper in the program must get the same answer, or a
+// document passes one check and fails the next.
+std::size_t stackSize()
 {
     pthread_attr_t attributes;
     if (pthread_getattr_np(pthread_self(), &attributes) != 0)
         return UnknownStack;
-    void* lowest = nullptr;
     std::size_t size = 0;
-    const bool known = pthread_attr_getstack(&attributes, &lowest, &size) == 0;
+    const bool known = pthread_attr_getstacksize(&attributes, &size) == 0;
     pthread_attr_destroy(&attributes);
-    const char here = 0;
-    const auto bottom = reinterpret_cast<std::uintptr_t>(lowest);
-    const auto current = reinterpret_cast<std::uintptr_t>(&here);
-    return known && current > bottom ? std::size_t(current - bottom) : UnknownStack;
+    return known ? size : UnknownStack;
 }
 } // namespace
 
 int zoHPCTreeDepth::limit()
 {
-    const std::size_t remaining = remainingStack();
+    const std::size_t size = stackSize();
     // A tiny stack still carries a usual cluster.
-    const std::size_t usable = remaining > 2 * Reserve ? remaining - Reserve : remaining / 2;
+    const std::size_t usable = size > 2 * Reserve ? size - Reserve : size / 2;
     return int(std::min<std::size_t>(std::max<std::size_t>(usable / BytesPerLevel, 16), INT_MAX));
 }
