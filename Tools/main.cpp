@@ -22,15 +22,36 @@ QString tr(const char* text)
     return QCoreApplication::translate("zohpc", text);
 }
 
+// The commands whose name begins with `prefix`, a line each.
+QString commandList(const QString& prefix = {})
+{
+    QString text;
+    for (const zoCommandEntry& entry : zoCommandTable) {
+        const QString name = QString::fromLatin1(entry.name);
+        if (name.startsWith(prefix))
+            text += QStringLiteral("  %1 %2\n").arg(name.leftJustified(14), tr(entry.summary));
+    }
+    return text;
+}
+
+QString hostsOverview()
+{
+    return tr("Usage: zohpc hosts COMMAND [options] ...\n"
+              "Hosts text and the bracket form of other cluster tools.\n"
+              "\n"
+              "Commands:\n") +
+           commandList(QStringLiteral("hosts ")) +
+           tr("\n"
+              "  zohpc hosts COMMAND --help   options and examples of a command\n");
+}
+
 QString overview()
 {
     QString text = tr("Usage: zohpc COMMAND [options] ...\n"
                       "Clusters and walls in configuration files and hosts text, without a window.\n"
                       "\n"
                       "Commands:\n");
-    for (const zoCommandEntry& entry : zoCommandTable)
-        text += QStringLiteral("  %1 %2\n")
-                    .arg(QString::fromLatin1(entry.name).leftJustified(14), tr(entry.summary));
+    text += commandList();
     text += tr("\n"
                "  zohpc COMMAND --help   options and examples of a command\n"
                "  zohpc --version        the version\n"
@@ -86,10 +107,25 @@ int runDocumentProgram(const QString& command, const QStringList& arguments)
     return zoConsole::Unusable;
 }
 
-int usageError(const QString& reason)
+int usageError(const QString& reason, const QString& help = QStringLiteral("zohpc --help"))
 {
-    zoConsole::complain(tr("zohpc: %1\nTry 'zohpc --help'.").arg(reason));
+    zoConsole::complain(tr("zohpc: %1\nTry '%2'.").arg(reason, help));
     return zoConsole::Unusable;
+}
+
+bool isHelp(const QString& argument)
+{
+    return argument == QLatin1String("--help") || argument == QLatin1String("-h");
+}
+
+// "hosts" with none of its commands: help, or a complaint.
+int runHosts(const QStringList& arguments)
+{
+    if (!arguments.isEmpty() && isHelp(arguments.constFirst()))
+        return zoConsole::write(hostsOverview().toUtf8()) ? zoConsole::Fine : zoConsole::Unusable;
+    return usageError(arguments.isEmpty() ? tr("hosts needs a command: expand, fold or tree")
+                                          : tr("unknown command \"hosts %1\"").arg(arguments.constFirst()),
+                      QStringLiteral("zohpc hosts --help"));
 }
 } // namespace
 
@@ -109,17 +145,16 @@ int main(int argc, char** argv)
             arguments << QStringLiteral("--help");
         first = arguments.isEmpty() ? QStringLiteral("--help") : arguments.constFirst();
     }
-    if (first == QLatin1String("--help") || first == QLatin1String("-h"))
+    if (isHelp(first))
         return zoConsole::write(overview().toUtf8()) ? zoConsole::Fine : zoConsole::Unusable;
     if (first == QLatin1String("--version") || first == QLatin1String("-v"))
         return zoConsole::write("zohpc " ZO_VERSION "\n") ? zoConsole::Fine : zoConsole::Unusable;
 
     const zoCommandEntry* entry = takeCommand(arguments);
-    if (entry == nullptr) {
-        const QString words =
-            QStringList(arguments.mid(0, first == QLatin1String("hosts") ? 2 : 1)).join(QLatin1Char(' '));
-        return usageError(tr("unknown command \"%1\"").arg(words));
-    }
+    if (entry == nullptr && first == QLatin1String("hosts"))
+        return runHosts(arguments.mid(1));
+    if (entry == nullptr)
+        return usageError(tr("unknown command \"%1\"").arg(first));
     if (entry->isDocumentCommand)
         return runDocumentProgram(QString::fromLatin1(entry->name), arguments);
     return createCommand(QString::fromLatin1(entry->name))->run(arguments);

@@ -11,6 +11,7 @@ class tst_zohpc final : public zoTestCase
 
 private slots:
     void overviewNamesEachCommand();
+    void hostsAloneHasItsOverview();
     void everyCommandHasHelpWithExamples_data();
     void everyCommandHasHelpWithExamples();
     void helpWordIsTheHelpOption();
@@ -33,6 +34,24 @@ void tst_zohpc::overviewNamesEachCommand()
         QVERIFY2(run.output.contains(QByteArray("\n  ") + command + ' '), command);
     QCOMPARE(zoCommandRun::zohpc({QStringLiteral("help")}).whole(), run.whole());
     QCOMPARE(zoCommandRun::zohpc({QStringLiteral("-h")}).whole(), run.whole());
+}
+
+void tst_zohpc::hostsAloneHasItsOverview()
+{
+    const zoCommandRun run = zoCommandRun::zohpc({QStringLiteral("hosts"), QStringLiteral("--help")});
+
+    QCOMPARE(run.errors, QByteArray());
+    QCOMPARE(run.exitCode, 0);
+    QCOMPARE(run.output, QByteArray("Usage: zohpc hosts COMMAND [options] ...\n"
+                                    "Hosts text and the bracket form of other cluster tools.\n"
+                                    "\n"
+                                    "Commands:\n"
+                                    "  hosts expand   the names that hosts text stands for\n"
+                                    "  hosts fold     names as hosts text, in as few words as possible\n"
+                                    "  hosts tree     the networks of hosts text, with their gateways\n"
+                                    "\n"
+                                    "  zohpc hosts COMMAND --help   options and examples of a command\n"));
+    QCOMPARE(zoCommandRun::zohpc({QStringLiteral("help"), QStringLiteral("hosts")}).whole(), run.whole());
 }
 
 void tst_zohpc::everyCommandHasHelpWithExamples_data()
@@ -85,9 +104,10 @@ void tst_zohpc::wrongUsageIsTold_data()
                                             "zohpc: unknown command \"frobnicate\"\nTry 'zohpc --help'.\n");
     QTest::newRow("unknown-hosts-command")
         << QStringList{"hosts", "frobnicate"}
-        << QByteArray("zohpc: unknown command \"hosts frobnicate\"\nTry 'zohpc --help'.\n");
+        << QByteArray("zohpc: unknown command \"hosts frobnicate\"\nTry 'zohpc hosts --help'.\n");
     QTest::newRow("hosts-alone") << QStringList{"hosts"}
-                                 << QByteArray("zohpc: unknown command \"hosts\"\nTry 'zohpc --help'.\n");
+                                 << QByteArray("zohpc: hosts needs a command: expand, fold or tree\n"
+                                               "Try 'zohpc hosts --help'.\n");
     QTest::newRow("unknown-option")
         << QStringList{"hosts", "fold", "--frob"}
         << QByteArray("zohpc hosts fold: Unknown option 'frob'.\nTry 'zohpc hosts fold --help'.\n");
