@@ -63,10 +63,7 @@ void tst_zohpcHosts::hostsTextExpands_data()
     QTest::newRow("range-padded") << "n01 - n03" << lines("n01 n02 n03");
     QTest::newRow("range-grows") << "n099 - n101" << lines("n099 n100 n101");
     QTest::newRow("ranges-chained") << "n1 - n3 - n5" << lines("n1 n2 n3 n4 n5");
-    QTest::newRow("range-reversed") << "n10 - n1" << lines("n10 n1");
     QTest::newRow("range-adjacent") << "n1 - n2" << lines("n1 n2");
-    QTest::newRow("range-other-prefix") << "n1 - m5" << lines("n1 m5");
-    QTest::newRow("range-too-long") << "n1 - n10002" << lines("n1 n10002");
     QTest::newRow("range-without-a-start") << " - n5" << lines("n5");
     QTest::newRow("range-not-over-braces") << "{ n1 - { n5 }" << lines("n1 n5");
     QTest::newRow("options-are-no-names") << "host[rt=0] x [rt=1] y" << lines("host x y");
@@ -150,6 +147,19 @@ void tst_zohpcHosts::badInputIsTold_data()
         << "n[1-3x] m" << told("n m", "TEXT:1:2: \"[1-3x]\" is no range and is left out");
     QTest::newRow("character-dropped")
         << "ok node_1" << told("ok node1", "TEXT:1:4: \"node_1\" reads as \"node1\"; --names keeps it");
+    QTest::newRow("range-too-long")
+        << "b a1 - a10002"
+        << told("b a1 a10002",
+                "TEXT:1:8: \"a1 - a10002\" fills nothing: the names are more than 10000 apart");
+    QTest::newRow("range-backwards") << "n1 n10 -\n n1"
+                                     << told("n1 n10 n1",
+                                             "TEXT:2:2: \"n10 - n1\" fills nothing: it runs backwards");
+    QTest::newRow("range-of-two-texts")
+        << "n1 - m5, m6 - n9"
+        << told("n1 m5 m6 n9", "TEXT:1:6: \"n1 - m5\" fills nothing: the names differ before their number\n"
+                               "TEXT:1:15: \"m6 - n9\" fills nothing: the names differ before their number");
+    QTest::newRow("range-after-a-bracket")
+        << "n[5-6] - n1" << told("n5 n6 n1", "TEXT:1:10: \"n6 - n1\" fills nothing: it runs backwards");
     QTest::newRow("nothing-left") << "ok @" << told("ok", "TEXT:1:4: \"@\" is no host name and is left out");
     QTest::newRow("not-ascii") << QString::fromUtf8("n\xc3\xb8"
                                                     "d1 \xf0\x9f\x98\x80 a_b")

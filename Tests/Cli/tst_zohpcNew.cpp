@@ -212,6 +212,8 @@ void tst_zohpcNew::wrongUsageIsTold_data()
     QTest::newRow("wall-fraction") << QStringList{"--wall", "1.5x2"} + hosts
                                    << QByteArray(
                                           "--wall: \"1.5x2\" is no number of columns and rows such as 3x2");
+    QTest::newRow("wall-too-many-tiles") << QStringList{"--wall", "1000x101"} + hosts
+                                         << QByteArray("--wall: 1000x101 tiles are more than 100000");
     QTest::newRow("tile") << wall + hosts + QStringList{"--tile", "0x5"}
                           << QByteArray("--tile: \"0x5\" is no size in pixels such as 1920x1080");
     QTest::newRow("overlap") << wall + hosts + QStringList{"--overlap", "x"}

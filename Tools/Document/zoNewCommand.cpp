@@ -199,6 +199,9 @@ int zoNewCommand::execute(const QCommandLineParser& parser)
         std::vector<double> tiles;
         if (!readNumbers(value("wall"), "x", 2, tiles) || !areWhole(tiles, 1, 1000))
             return wrong("wall", tr("number of columns and rows such as 3x2"));
+        if (tiles[0] * tiles[1] > zoHPCProjectionItem::MaximumTiles)
+            return usageError(tr("--wall: %1 tiles are more than %2")
+                                  .arg(value("wall"), QString::number(zoHPCProjectionItem::MaximumTiles)));
         if (!readNumbers(value("distance"), "x", 1, number) || number[0] <= 0)
             return wrong("distance", tr("number of millimetres"));
         const bool hasSize = parser.isSet(QStringLiteral("size"));

@@ -5,6 +5,8 @@
 #include "zoHPCHostsText.h"
 #include "zoHostsInput.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 
 namespace
@@ -75,6 +77,37 @@ std::vector<Word> strangeWords(const QString& text)
     }
     return words;
 }
+
+// Where the word stands first from `begin` on; `begin` when it is not there as such, but came out of a
+// bracket.
+int offsetOfWord(const QString& text, const QString& word, int begin)
+{
+    const auto isEnd = [&](int p) { return p < 0 || p >= text.size() || endsWord(text.at(p)); };
+    for (int p = text.indexOf(word, begin); p >= 0; p = text.indexOf(word, p + 1)) {
+        if (isEnd(p - 1) && isEnd(p + word.size()))
+            return p;
+    }
+    return begin;
+}
+
+QString emptyRangeReason(const zoHostsTree::EmptyRange& range)
+{
+    const QString text = range.from + QLatin1String(" - ") + range.to;
+    switch (range.reason) {
+    case zoHostsTree::EmptyRange::Prefixes:
+        return QCoreApplication::translate("zoHostsCommand",
+                                           "\"%1\" fills nothing: the names differ before their number")
+            .arg(text);
+    case zoHostsTree::EmptyRange::Backwards:
+        return QCoreApplication::translate("zoHostsCommand", "\"%1\" fills nothing: it runs backwards")
+            .arg(text);
+    case zoHostsTree::EmptyRange::TooLong:
+        return QCoreApplication::translate("zoHostsCommand",
+                                           "\"%1\" fills nothing: the names are more than %2 apart")
+            .arg(text, QString::number(zoHostsTree::LongestRange));
+    }
+    return {};
+}
 } // namespace
 
 void zoHostsCommand::addArguments(QCommandLineParser& parser) const
@@ -133,6 +166,12 @@ int zoHostsCommand::execute(const QCommandLineParser& parser)
             zoConsole::complain(tr("zohpc %1: braces are more than %2 deep")
                                     .arg(name(), QString::number(zoHostsTree::MaximumDepth)));
             return zoConsole::Unusable;
+        }
+        int offset = 0;
+        for (const zoHostsTree::EmptyRange& range : tree.emptyRanges()) {
+            offset = offsetOfWord(input.text(), range.to, offsetOfWord(input.text(), range.from, offset));
+            complain(input, offset, emptyRangeReason(range));
+            result = zoConsole::ProblemsFound;
         }
     }
     return writeResult(tree, parser) ? result : zoConsole::Unusable;

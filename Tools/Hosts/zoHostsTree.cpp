@@ -94,7 +94,7 @@ int zoHostsTree::append(int parent, Item item)
 }
 
 // A range fills up from the sibling before, whatever stands between them in the text, where both have the
-// same prefix and are no more than 10000 apart.
+// same prefix and are not too far apart.
 void zoHostsTree::appendHost(int network, const QString& name, bool isRange, bool isRenderNode)
 {
     Item host;
@@ -104,7 +104,13 @@ void zoHostsTree::appendHost(int network, const QString& name, bool isRange, boo
         const zoHPCNumberedName from(item(previous).name);
         const zoHPCNumberedName to(name);
         const int distance = to.number() - from.number();
-        if (distance > 1 && distance < 10001 && from.prefix() == to.prefix()) {
+        if (from.prefix() != to.prefix()) {
+            m_emptyRanges.push_back({item(previous).name, name, EmptyRange::Prefixes});
+        } else if (distance > LongestRange) {
+            m_emptyRanges.push_back({item(previous).name, name, EmptyRange::TooLong});
+        } else if (distance < 0) {
+            m_emptyRanges.push_back({item(previous).name, name, EmptyRange::Backwards});
+        } else {
             for (int i = 1; i < distance; ++i) {
                 host.name = from.name(i);
                 append(network, host);

@@ -21,7 +21,18 @@ public:
         bool isRenderNode = true;
     };
 
+    // A "-" between two hosts that fills nothing although they are no neighbours, by the reader's rules.
+    struct EmptyRange
+    {
+        enum Reason { Prefixes, Backwards, TooLong };
+        QString from;
+        QString to;
+        Reason reason;
+    };
+
     static constexpr int Root = 0;
+    // Hosts of one range are no further apart.
+    static constexpr int LongestRange = 10000;
     // Deeper braces are not read.
     static constexpr int MaximumDepth = 10000;
 
@@ -37,6 +48,9 @@ public:
     // The item that follows in pre-order; -1 after the last. `depth` is kept up.
     int next(int index, int& depth) const;
 
+    // In the order of the text.
+    const std::vector<EmptyRange>& emptyRanges() const { return m_emptyRanges; }
+
     // All hosts in pre-order.
     std::vector<QString> hostNames() const;
 
@@ -45,4 +59,5 @@ private:
     void appendHost(int network, const QString& name, bool isRange, bool isRenderNode);
 
     std::vector<Item> m_items;
+    std::vector<EmptyRange> m_emptyRanges;
 };
