@@ -382,7 +382,10 @@ def alike(actual, expected):
 
 def check():
     wrong = 0
-    for path in sorted(FOLDER.glob("*.xml")):
+    paths = sorted(FOLDER.glob("*.xml"))
+    if not paths:
+        sys.exit(f"no files in {FOLDER}")
+    for path in paths:
         expected = ElementTree.parse(path.with_suffix(".zhpc")).getroot()
         actual = Reference(path.read_bytes()).cluster
         if not alike(actual, expected):

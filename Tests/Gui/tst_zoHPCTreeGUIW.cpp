@@ -68,6 +68,8 @@ private slots:
     void writerAgreesWithTheStepByStepWriter();
     void writesOneItemAndOneListIntoAStream();
     void writtenTextReadsBackToTheSameTree();
+    void runsEndWhereTheReaderWouldNotFillThem_data();
+    void runsEndWhereTheReaderWouldNotFillThem();
 
     // Section of the document
     void defaultTree();
@@ -994,6 +996,35 @@ void tst_zoHPCTreeGUIW::writtenTextReadsBackToTheSameTree()
 
     m_view->setHostString(m_view->getHostsString());
 
+    QCOMPARE(outline(), before);
+}
+
+void tst_zoHPCTreeGUIW::runsEndWhereTheReaderWouldNotFillThem_data()
+{
+    QTest::addColumn<QString>("tree");
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("longest") << "n1 - n10001"
+                             << "n1 - n10001\n";
+    QTest::newRow("one-more") << "n1 - n10001 n10002"
+                              << "n1 - n10001\nn10002\n";
+    QTest::newRow("two-ranges") << "n1 - n10001 - n10005"
+                                << "n1 - n10001\nn10002 - n10005\n";
+    QTest::newRow("largest-number") << "n2147483645 n2147483646 n2147483647 n2147483648"
+                                    << "n2147483645 - n2147483647\nn2147483648\n";
+    QTest::newRow("past-the-largest-number") << "n2147483647 n2147483648 n2147483649"
+                                             << "n2147483647\nn2147483648\nn2147483649\n";
+}
+
+void tst_zoHPCTreeGUIW::runsEndWhereTheReaderWouldNotFillThem()
+{
+    QFETCH(QString, tree);
+    QFETCH(QString, text);
+    m_view->setHostString(tree);
+    const QString before = outline();
+
+    QCOMPARE(m_view->getHostsString(), text);
+    m_view->setHostString(text);
     QCOMPARE(outline(), before);
 }
 

@@ -32,7 +32,8 @@ std::size_t stackSize()
 
 int zoHPCTreeDepth::limit()
 {
-    const std::size_t size = stackSize();
+    // Asking for the size costs a walk over the memory map of the process.
+    thread_local const std::size_t size = stackSize();
     // A tiny stack still carries a usual cluster.
     const std::size_t usable = size > 2 * Reserve ? size - Reserve : size / 2;
     return int(std::min<std::size_t>(std::max<std::size_t>(usable / BytesPerLevel, 16), INT_MAX));

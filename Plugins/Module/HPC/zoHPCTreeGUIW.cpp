@@ -26,6 +26,7 @@
 #include <QVarLengthArray>
 
 #include <algorithm>
+#include <climits>
 #include <cstring>
 #include <map>
 
@@ -226,12 +227,15 @@ void HostsTextBuilder::addHost(QStringView token)
     }
 }
 
+// Hosts of the longest range, both ends included. Longer ones are typing mistakes and are not filled.
+constexpr int s_longestRange = 10001;
+
 // Range of names between two hosts: the numbers in between, or nothing.
 int hostsBetween(const zoHPCNumberedName& previous, const zoHPCNumberedName& next)
 {
     const qint64 from = previous.number();
     const qint64 to = next.number();
-    const bool fill = from < to - 1 && to - from < 10001 && previous.prefix() == next.prefix();
+    const bool fill = from < to - 1 && to - from < s_longestRange && previous.prefix() == next.prefix();
     return fill ? int(to - from - 1) : 0;
 }
 
@@ -651,6 +655,15 @@ public:
         return last >= '0' && last <= '9' && nextLast == (last == '9' ? '0' : last + 1);
     }
 
+    // Hosts of the longest run that reads back as a range. Runs from a name without a number ("host 1 2")
+    // never do, and are written all the same.
+    int longest() const
+    {
+        if (m_number.digits().isEmpty())
+            return INT_MAX;
+        return int(std::min<qint64>(s_longestRange, qint64(INT_MAX) - m_number.number() + 1));
+    }
+
     // Goes on by one; whether the name is the one expected there.
     bool isNext(const QString& name)
     {
@@ -709,8 +722,9 @@ int HostsTextWriter::lastOfRun(const Place& place) const
     if (start->childCount() > 0 || !RunName::mayFollow(start->hostName(), at(place, first + 1)->hostName()))
         return first;
     RunName expected(start->hostName());
+    const int longest = expected.longest();
     int last = first;
-    while (last + 1 < place.count) {
+    while (last + 1 < place.count && last + 1 - first < longest) {
         const zoHPCTreeItem* item = at(place, last + 1);
         if (item->childCount() > 0 || !expected.isNext(item->hostName()))
             break;
