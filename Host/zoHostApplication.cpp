@@ -1,5 +1,6 @@
 #include "zoHostApplication.h"
 
+#include "zoHostDocument.h"
 #include "zoHostLogPanel.h"
 
 #include <zoKernelServiceFactory.h>
@@ -26,9 +27,12 @@ zoHostApplication::zoHostApplication(const zoHostOptions& options)
     , m_controller(options.nonInteractive)
     , m_preferences(&m_settings)
     , m_cameras(&m_settings, &m_nodes)
+    , m_recent(&m_settings)
+    , m_earlier(zoHostEarlierConfigurations::defaultFolder())
     , m_clusterPage(std::make_unique<zoHostClusterPage>(&m_preferences, &m_cluster))
     , m_window(std::make_unique<zoHostMainWindow>(
-          zoHostMainWindow::Services{&m_preferences, &m_cameras, &m_nodes}))
+          zoHostMainWindow::Services{&m_preferences, &m_cameras, &m_nodes, &m_controller, &m_cluster,
+                                     &m_settings, &m_recent, &m_earlier}))
     , m_mainWindowService(std::make_unique<zoHostMainWindowService>(m_window.get()))
 {
     connect(&m_log, &zoHostLog::messageLogged, m_window->logPanel(), &zoHostLogPanel::addMessage);
@@ -38,9 +42,12 @@ zoHostApplication::zoHostApplication(const zoHostOptions& options)
         QCoreApplication::quit();
     });
     // Without a file of its own a session begins with the default document, which has no name yet.
-    m_cluster.offerConfig(defaultDocument());
+    const QString document = defaultDocument();
+    m_cluster.offerConfig(document);
     registerServices();
     loadModules();
+    if (!options.nonInteractive)
+        rememberDocuments(document);
     m_session = std::make_unique<zoHostSession>(m_options, m_window.get(), &m_cluster);
 }
 
@@ -96,6 +103,16 @@ void zoHostApplication::unregisterServices()
     factory.unregisterService<zoNodeService>();
     factory.unregisterService<zoPreferencesService>();
     factory.unregisterService<zoControllerService>();
+}
+
+// Once the modules have begun: what they show before a person or a file comes is nobody's work. A script
+// leaves no trace in what people find in their menus.
+void zoHostApplication::rememberDocuments(const QString& newDocument)
+{
+    const zoHostDocument* document = m_window->document();
+    m_earlier.setNewDocument(newDocument);
+    connect(document, &zoHostDocument::fileOpened, &m_recent, &zoHostRecentFiles::add);
+    connect(document, &zoHostDocument::replaced, &m_earlier, &zoHostEarlierConfigurations::keep);
 }
 
 void zoHostApplication::loadModules()

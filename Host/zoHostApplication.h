@@ -3,12 +3,14 @@
 #include "zoHostCameraService.h"
 #include "zoHostClusterPage.h"
 #include "zoHostControllerService.h"
+#include "zoHostEarlierConfigurations.h"
 #include "zoHostLog.h"
 #include "zoHostMainWindow.h"
 #include "zoHostMainWindowService.h"
 #include "zoHostNodeService.h"
 #include "zoHostOptions.h"
 #include "zoHostPreferencesService.h"
+#include "zoHostRecentFiles.h"
 #include "zoHostSession.h"
 #include "zoHostSignals.h"
 #include "zoLocalClusterService.h"
@@ -41,6 +43,7 @@ private:
     void registerServices();
     void unregisterServices();
     void loadModules();
+    void rememberDocuments(const QString& newDocument);
 
     zoHostOptions m_options;
     zoHostLog m_log;
@@ -50,6 +53,8 @@ private:
     zoHostPreferencesService m_preferences;
     zoHostNodeService m_nodes;
     zoHostCameraService m_cameras;
+    zoHostRecentFiles m_recent;
+    zoHostEarlierConfigurations m_earlier;
     zoLocalClusterService m_cluster;
     std::unique_ptr<zoHostClusterPage> m_clusterPage;
     std::unique_ptr<zoHostMainWindow> m_window;

@@ -1,18 +1,33 @@
 #include "zoHostMainWindow.h"
 
 #include "zoHostCameraPanel.h"
+#include "zoHostDocument.h"
+#include "zoHostEarlierConfigurations.h"
+#include "zoHostEarlierDialog.h"
 #include "zoHostLogPanel.h"
 #include "zoHostPreferencesDialog.h"
+#include "zoHostRecentFiles.h"
+#include "zoHostRecentMenu.h"
 
 #include <QZOToolBar.h>
+#include <zoClusterService.h>
+#include <zoControllerService.h>
+#include <zoLog.h>
 #include <zoPlatform.h>
 
 #include <QActionEvent>
+#include <QApplication>
 #include <QCloseEvent>
+#include <QDir>
 #include <QDockWidget>
+#include <QDropEvent>
+#include <QFileInfo>
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QMimeData>
+#include <QPushButton>
+#include <QSettings>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QTreeWidget>
@@ -27,6 +42,28 @@ static void initResources()
 
 namespace
 {
+const char GeometryKey[] = "MainWindow/Geometry";
+const char StateKey[] = "MainWindow/State";
+constexpr int StateVersion = 1; // to be raised when docks or tool bars change their meaning
+constexpr int MessageMs = 10000;
+
+QString hostName()
+{
+    return QStringLiteral("zohost");
+}
+
+// The one configuration file that is dragged; empty when it is anything else.
+QString draggedConfiguration(const QMimeData* data)
+{
+    const QList<QUrl> urls = data->urls();
+    if (urls.size() != 1 || !urls.constFirst().isLocalFile())
+        return {};
+    const QFileInfo file(urls.constFirst().toLocalFile());
+    if (file.suffix().compare(QLatin1String("zhpc"), Qt::CaseInsensitive) != 0 || !file.isFile())
+        return {};
+    return file.absoluteFilePath();
+}
+
 struct ToolTip
 {
     const char* key;
@@ -57,13 +94,15 @@ void resolveToolTip(QAction* action)
 zoHostMainWindow::zoHostMainWindow(const Services& services, QWidget* parent)
     : QMainWindow(parent)
     , m_services(services)
+    , m_document(new zoHostDocument(this))
     , m_pages(new QStackedWidget(this))
     , m_emptyPage(new QLabel(tr("No module is loaded.\nThe log says why."), this))
     , m_moduleToolBar(new QZOToolBar(tr("Modules"), this))
 {
     initResources();
     setObjectName(QStringLiteral("HostMainWindow"));
-    setWindowTitle(QStringLiteral("zohost"));
+    setWindowTitle(hostName());
+    setAcceptDrops(true);
     setWindowIcon(QIcon(QStringLiteral(":/host/zohost.svg")));
     setDockOptions(QMainWindow::AnimatedDocks | QMainWindow::AllowTabbedDocks);
 
@@ -82,17 +121,29 @@ zoHostMainWindow::zoHostMainWindow(const Services& services, QWidget* parent)
     statusBar()->setSizeGripEnabled(true);
     // Not left to the first show, which would cut it to the size of a small screen.
     resize(sizeHint());
+    restoreLayout();
+
+    connect(m_document, &zoHostDocument::changed, this, &zoHostMainWindow::updateTitle);
+    connect(m_pages, &QStackedWidget::currentChanged, this, &zoHostMainWindow::updateTitle);
+    connect(services.cluster, &zoClusterService::started, this, &zoHostMainWindow::updateRunning);
+    connect(services.cluster, &zoClusterService::stopped, this, &zoHostMainWindow::updateRunning);
+    updateRunning();
 }
 
 zoHostMainWindow::~zoHostMainWindow()
 {
+    // A host that is told to end does not close its window before.
+    if (isVisible())
+        saveLayout();
     // Entries must not be looked up while the children go one by one.
     for (const Module& module : qAsConst(m_modules)) {
         if (module.window) {
             disconnect(module.window, nullptr, this, nullptr);
             module.window->removeEventFilter(this);
+            m_document->forget(module.window);
         }
     }
+    disconnect(m_pages, nullptr, this, nullptr);
     m_moduleToolBar->removeEventFilter(this);
     // The dialog first: it gives back pages that it does not own.
     delete m_preferencesDialog;
@@ -106,6 +157,13 @@ QSize zoHostMainWindow::sizeHint() const
 void zoHostMainWindow::createMenus()
 {
     QMenu* file = menuBar()->addMenu(tr("&File"));
+    m_recentMenu = new zoHostRecentMenu(m_services.recent, file);
+    connect(m_recentMenu, &zoHostRecentMenu::fileChosen, this, &zoHostMainWindow::openConfiguration);
+    file->addMenu(m_recentMenu);
+    QAction* earlier =
+        file->addAction(tr("&Earlier configurations..."), this, &zoHostMainWindow::showEarlierConfigurations);
+    earlier->setObjectName(QStringLiteral("EarlierConfigurations"));
+    file->addSeparator();
     QAction* quit = file->addAction(tr("&Quit"), this, &QWidget::close);
     quit->setShortcut(QKeySequence::Quit);
     quit->setMenuRole(QAction::QuitRole);
@@ -195,6 +253,7 @@ void zoHostMainWindow::addModule(const QString& name, const QString& category, Q
     m_pages->addWidget(window);
     window->installEventFilter(this);
     m_modules.append({deepCopy(name), window, window, item});
+    m_document->watch(window);
     connect(window, &QObject::destroyed, this,
             [this](QObject* gone) { removeModule(static_cast<QWidget*>(gone)); });
     if (m_modules.size() == 1)
@@ -264,8 +323,174 @@ bool zoHostMainWindow::eventFilter(QObject* watched, QEvent* event)
 
 void zoHostMainWindow::closeEvent(QCloseEvent* event)
 {
+    if (!mayClose()) {
+        event->ignore();
+        return;
+    }
+    saveLayout();
     emit closing();
     QMainWindow::closeEvent(event);
+}
+
+void zoHostMainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!takes(event)) {
+        event->ignore();
+        return;
+    }
+    // Never a move: who gives the file away by one would delete it.
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+}
+
+void zoHostMainWindow::dropEvent(QDropEvent* event)
+{
+    // A session may have started since the drag came in.
+    if (!takes(event)) {
+        event->ignore();
+        return;
+    }
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    // Later: the other program waits for the end of its drag.
+    const QString file = draggedConfiguration(event->mimeData());
+    QMetaObject::invokeMethod(
+        this, [this, file] { openConfiguration(file); }, Qt::QueuedConnection);
+}
+
+bool zoHostMainWindow::takes(const QDropEvent* event) const
+{
+    return (event->possibleActions() & Qt::CopyAction) != 0 && mayReplace() &&
+           !draggedConfiguration(event->mimeData()).isEmpty();
+}
+
+bool zoHostMainWindow::mayReplace() const
+{
+    return !m_services.cluster->isRunning() && QApplication::activeModalWidget() == nullptr;
+}
+
+void zoHostMainWindow::openConfiguration(const QString& fileName)
+{
+    if (!mayReplace())
+        return;
+    const QString shown = QDir::toNativeSeparators(fileName);
+    if (!QFileInfo::exists(fileName)) {
+        zoLog::error("Configuration %s is not there any more", shown.toUtf8().constData());
+        if (!m_services.controller->isNonInteractive() && offerRemoval(fileName))
+            m_services.recent->remove(fileName);
+        return;
+    }
+    const bool unsaved = m_document->differs();
+    if (!m_document->load(fileName)) {
+        zoLog::error("Unable to load configuration %s: no module takes it", shown.toUtf8().constData());
+        return;
+    }
+    if (unsaved)
+        statusBar()->showMessage(tr("What was not saved is kept under File > Earlier configurations."),
+                                 MessageMs);
+}
+
+bool zoHostMainWindow::offerRemoval(const QString& fileName)
+{
+    QMessageBox box(QMessageBox::Warning, hostName(),
+                    tr("%1 is not there any more.").arg(QFileInfo(fileName).fileName()),
+                    QMessageBox::NoButton, this);
+    box.setInformativeText(QDir::toNativeSeparators(fileName));
+    const QPushButton* removing = box.addButton(tr("&Remove from the list"), QMessageBox::AcceptRole);
+    box.setDefaultButton(box.addButton(tr("&Keep"), QMessageBox::RejectRole));
+    box.exec();
+    return box.clickedButton() == removing;
+}
+
+void zoHostMainWindow::showEarlierConfigurations()
+{
+    if (!m_earlierDialog) {
+        m_earlierDialog = new zoHostEarlierDialog(m_services.earlier, m_services.settings, this);
+        m_earlierDialog->setAttribute(Qt::WA_DeleteOnClose);
+        connect(m_earlierDialog, &zoHostEarlierDialog::bringBackRequested, this,
+                &zoHostMainWindow::bringBack);
+        updateRunning();
+    }
+    m_earlierDialog->open();
+}
+
+void zoHostMainWindow::bringBack(const QString& text, const QString& originFile)
+{
+    if (m_services.cluster->isRunning())
+        return;
+    if (!m_document->bringBack(text, originFile))
+        zoLog::error("Unable to bring the configuration back: no module takes it");
+}
+
+void zoHostMainWindow::updateTitle()
+{
+    QWidget* page = m_pages->currentWidget();
+    const bool isModule = std::any_of(m_modules.cbegin(), m_modules.cend(), [page](const Module& module) {
+        return module.window != nullptr && module.window == page;
+    });
+    const bool modified = isModule && page->isWindowModified();
+    QString file = isModule ? QFileInfo(page->windowFilePath()).fileName() : QString();
+    // A place holder in a name would be taken for the one of the mark.
+    file.replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
+    if (file.isEmpty() && modified)
+        file = tr("Untitled");
+    // Without a mark first: Qt wants the title to have a place for it while it shows.
+    if (!modified)
+        setWindowModified(false);
+    setWindowTitle(file.isEmpty() ? hostName() : file + QStringLiteral("[*] - ") + hostName());
+    setWindowModified(modified);
+}
+
+void zoHostMainWindow::updateRunning()
+{
+    const bool running = m_services.cluster->isRunning();
+    m_recentMenu->setOpenEnabled(!running);
+    if (m_earlierDialog)
+        m_earlierDialog->setRunning(running);
+}
+
+bool zoHostMainWindow::mayClose()
+{
+    if (m_services.controller->isNonInteractive())
+        return true;
+    const QVector<Module> modules = m_modules;
+    for (const Module& module : modules) {
+        if (!module.window || !zoHostDocument::differs(module.window))
+            continue;
+        showModule(module.window);
+        const QString file = QFileInfo(module.window->windowFilePath()).fileName();
+        QMessageBox box(QMessageBox::Warning, hostName(),
+                        file.isEmpty() ? tr("The configuration has never been saved.")
+                                       : tr("%1 has changes that are not saved.").arg(file),
+                        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
+        box.setInformativeText(tr("They are lost unless you save them before the host closes."));
+        box.setDefaultButton(QMessageBox::Save);
+        const int answer = box.exec();
+        if (answer == QMessageBox::Discard)
+            continue;
+        // A module that is gone, or a save that failed or was given up: better not to close.
+        if (answer != QMessageBox::Save || !module.window || !zoHostDocument::save(module.window))
+            return false;
+    }
+    return true;
+}
+
+void zoHostMainWindow::restoreLayout()
+{
+    // A script gets the same picture every time.
+    if (m_services.controller->isNonInteractive())
+        return;
+    // A place that no screen shows any more is moved to one that does.
+    restoreGeometry(m_services.settings->value(QLatin1String(GeometryKey)).toByteArray());
+    restoreState(m_services.settings->value(QLatin1String(StateKey)).toByteArray(), StateVersion);
+}
+
+void zoHostMainWindow::saveLayout() const
+{
+    if (m_services.controller->isNonInteractive())
+        return;
+    m_services.settings->setValue(QLatin1String(GeometryKey), saveGeometry());
+    m_services.settings->setValue(QLatin1String(StateKey), saveState(StateVersion));
 }
 
 QTreeWidgetItem* zoHostMainWindow::categoryItem(const QString& category)
@@ -291,6 +516,7 @@ void zoHostMainWindow::removeModule(const QWidget* window)
         return;
     const Module module = *it;
     m_modules.erase(it);
+    m_document->forget(module.address);
     if (module.window) {
         module.window->removeEventFilter(this);
         m_pages->removeWidget(module.window);

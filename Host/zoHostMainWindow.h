@@ -4,19 +4,30 @@
 #include <QPointer>
 #include <QVector>
 
+class QAction;
 class QLabel;
+class QMimeData;
+class QSettings;
 class QStackedWidget;
 class QToolBar;
 class QTreeWidget;
 class QTreeWidgetItem;
+class zoClusterService;
+class zoControllerService;
 class zoHostCameraService;
+class zoHostDocument;
+class zoHostEarlierConfigurations;
+class zoHostEarlierDialog;
 class zoHostLogPanel;
 class zoHostNodeService;
 class zoHostPreferencesDialog;
 class zoHostPreferencesService;
+class zoHostRecentFiles;
+class zoHostRecentMenu;
 
 // The host's window: the modules by category at the left, the current module's window in the middle, the
-// cameras below the modules and the log at the bottom.
+// cameras below the modules and the log at the bottom. Its title tells the current module's file and whether
+// that is saved.
 class zoHostMainWindow final : public QMainWindow
 {
     Q_OBJECT
@@ -27,6 +38,11 @@ public:
         zoHostPreferencesService* preferences;
         zoHostCameraService* cameras;
         zoHostNodeService* nodes;
+        zoControllerService* controller;
+        zoClusterService* cluster;
+        QSettings* settings;
+        zoHostRecentFiles* recent;
+        zoHostEarlierConfigurations* earlier;
     };
 
     explicit zoHostMainWindow(const Services& services,
@@ -36,6 +52,7 @@ public:
     QSize sizeHint() const override;
     QToolBar* moduleToolBar() const { return m_moduleToolBar; }
     zoHostLogPanel* logPanel() const { return m_logPanel; }
+    zoHostDocument* document() const { return m_document; }
 
     // Lists a module and shows its window as a page of this one, which owns it from then on. A window that is
     // destroyed leaves the list. A name that is registered already is replaced.
@@ -55,14 +72,20 @@ public:
 public slots:
     void showPreferences();
     void showAbout();
+    void showEarlierConfigurations();
+    // Opens a configuration as a person's wish; not while a session runs. Nobody is asked about unsaved
+    // changes: what is replaced is kept among the earlier configurations.
+    void openConfiguration(const QString& fileName);
 
 signals:
-    // The user wants the window gone; emitted before it closes.
+    // The user wants the window gone and lost nothing by it; emitted before it closes.
     void closing();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     struct Module
@@ -78,13 +101,25 @@ private:
     QTreeWidgetItem* categoryItem(const QString& category);
     void removeModule(const QWidget* window);
     void showModule(QWidget* window);
+    void updateTitle();
+    void updateRunning();
+    bool mayReplace() const;
+    bool mayClose();
+    bool offerRemoval(const QString& fileName);
+    void bringBack(const QString& text, const QString& originFile);
+    bool takes(const QDropEvent* event) const;
+    void restoreLayout();
+    void saveLayout() const;
 
     Services m_services;
+    zoHostDocument* m_document;
     QStackedWidget* m_pages;
     QLabel* m_emptyPage;
     QToolBar* m_moduleToolBar;
     QTreeWidget* m_moduleList = nullptr;
     zoHostLogPanel* m_logPanel = nullptr;
+    zoHostRecentMenu* m_recentMenu = nullptr;
     QVector<Module> m_modules;
+    QPointer<zoHostEarlierDialog> m_earlierDialog;
     QPointer<zoHostPreferencesDialog> m_preferencesDialog;
 };

@@ -1,6 +1,7 @@
 #include "zoHostSession.h"
 
 #include "zoClusterDocument.h"
+#include "zoHostDocument.h"
 #include "zoHostMainWindow.h"
 
 #include <zoClusterService.h>
@@ -17,11 +18,6 @@
 namespace
 {
 constexpr int SessionFailed = 1;
-
-bool isLatin1(const QString& text)
-{
-    return QString::fromLatin1(text.toLatin1()) == text;
-}
 } // namespace
 
 zoHostSession::zoHostSession(const zoHostOptions& options, zoHostMainWindow* window,
@@ -76,7 +72,7 @@ bool zoHostSession::loadConfiguration(const QString& fileName)
         if (m_ended)
             return false;
         const QString absolute = QFileInfo(fileName).absoluteFilePath();
-        if (!passToModule(absolute)) {
+        if (!m_window->document()->load(absolute)) {
             fail(tr("Unable to load configuration %1: no module takes it").arg(fileName));
             return !m_ended;
         }
@@ -89,24 +85,6 @@ bool zoHostSession::loadConfiguration(const QString& fileName)
         nodes << node.id;
     print(tr("nodes: %1").arg(nodes.join(QStringLiteral(", "))));
     return true;
-}
-
-// The entry of the module object reads a Latin-1 name; the module's window has one for all other names.
-bool zoHostSession::passToModule(const QString& fileName)
-{
-    if (isLatin1(fileName)) {
-        const QByteArray name = fileName.toLatin1();
-        QObject* module = m_window->moduleObject("loadConfig(const char*)");
-        return module != nullptr && QMetaObject::invokeMethod(module, "loadConfig", Qt::DirectConnection,
-                                                              Q_ARG(const char*, name.constData()));
-    }
-    const QList<QWidget*> windows = m_window->moduleWindows();
-    for (QWidget* window : windows) {
-        if (window->metaObject()->indexOfSlot("loadConfig(QString)") >= 0)
-            return QMetaObject::invokeMethod(window, "loadConfig", Qt::DirectConnection,
-                                             Q_ARG(QString, fileName));
-    }
-    return false;
 }
 
 void zoHostSession::start()
@@ -169,7 +147,8 @@ void zoHostSession::takeScreenshot()
 
 void zoHostSession::finish()
 {
-    if (m_ended)
+    // A person may want to save first, and stays when the window does.
+    if (m_ended || (!m_options.nonInteractive && !m_window->close()))
         return;
     m_ended = true;
     QCoreApplication::exit(0);

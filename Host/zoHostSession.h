@@ -25,7 +25,6 @@ public:
 
 private:
     bool loadConfiguration(const QString& fileName);
-    bool passToModule(const QString& fileName);
     void start();
     void follow();
     void measure();

@@ -1,24 +1,32 @@
+#include "zoDialogRobot.h"
+#include "zoFakeModule.h"
+#include "zoHostParts.h"
 #include "zoTestCase.h"
 
-#include <zoHostCameraService.h>
+#include <zoHostDocument.h>
+#include <zoHostLogPanel.h>
 #include <zoHostMainWindow.h>
 #include <zoHostMainWindowService.h>
-#include <zoHostNodeService.h>
-#include <zoHostPreferencesService.h>
 
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
+#include <QDir>
 #include <QDockWidget>
+#include <QDropEvent>
 #include <QLabel>
 #include <QMenuBar>
-#include <QSettings>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPushButton>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QStackedWidget>
-#include <QTemporaryDir>
+#include <QStatusBar>
 #include <QToolBar>
 #include <QToolButton>
 #include <QTreeWidget>
+#include <QWindow>
 
 #include <memory>
 
@@ -66,32 +74,67 @@ private slots:
     void closingIsAnnounced();
     void docksCanBeHiddenAndShown();
 
+    void titleShowsFileAndMark();
+    void titleOfAConfigurationWithoutAFile();
+    void titleFollowsTheCurrentModule();
+    void placeHolderInANameIsShown();
+
+    void recentFileIsOpened();
+    void missingRecentFileMayBeRemoved();
+    void missingRecentFileMayBeKept();
+    void whatIsReplacedUnsavedIsTold();
+    void nothingIsOpenedWhileASessionRuns();
+
+    void configurationIsDropped();
+    void dropOverAChildIsTaken();
+    void otherDragsAreRefused_data();
+    void otherDragsAreRefused();
+    void dragThatOnlyMovesIsRefused();
+    void nothingIsDroppedWhileASessionRuns();
+    void nothingIsDroppedWhileADialogAsks();
+
+    void savedWorkIsNotAskedAbout();
+    void unsavedWorkIsSaved();
+    void unsavedWorkIsDiscarded();
+    void cancelKeepsTheHostOpen();
+    void saveGivenUpKeepsTheHostOpen();
+    void scriptIsNotAsked();
+
+    void earlierConfigurationIsBroughtBack();
+    void nothingIsBroughtBackWhileASessionRuns();
+
+    void placeAndDocksAreRemembered();
+    void hostThatIsToldToEndRemembersToo();
+    void placeOnAMissingScreenIsMoved();
+    void scriptHasTheStandardPlace();
+
 private:
     QWidget* addModule(const QString& name, const QString& category);
+    zoFakeModuleWindow* addFakeModule();
+    void restart();
+    bool drag(QWidget* target, const QMimeData& data, Qt::DropActions actions = Qt::CopyAction);
+    bool drop(QWidget* target, const QMimeData& data);
+    static std::unique_ptr<QMimeData> files(const QStringList& names);
+    QString title() const { return m_window->windowHandle()->title(); }
+    bool closeAnswering(QMessageBox::StandardButton answer);
     QTreeWidget* list() const { return m_window->findChild<QTreeWidget*>("ModuleList"); }
 
-    std::unique_ptr<QTemporaryDir> m_directory;
-    std::unique_ptr<QSettings> m_settings;
-    std::unique_ptr<zoHostPreferencesService> m_preferences;
-    std::unique_ptr<zoHostNodeService> m_nodes;
-    std::unique_ptr<zoHostCameraService> m_cameras;
+    std::unique_ptr<zoHostParts> m_parts;
+    std::unique_ptr<zoFakeModule> m_module;
     std::unique_ptr<zoHostMainWindow> m_window;
 };
 
 void tst_zoHostMainWindow::init()
 {
-    m_directory = std::make_unique<QTemporaryDir>();
-    m_settings = std::make_unique<QSettings>(m_directory->filePath("settings.ini"), QSettings::IniFormat);
-    m_preferences = std::make_unique<zoHostPreferencesService>(m_settings.get());
-    m_nodes = std::make_unique<zoHostNodeService>();
-    m_cameras = std::make_unique<zoHostCameraService>(m_settings.get(), m_nodes.get());
-    m_window = std::make_unique<zoHostMainWindow>(
-        zoHostMainWindow::Services{m_preferences.get(), m_cameras.get(), m_nodes.get()});
+    m_parts = std::make_unique<zoHostParts>();
+    m_window = std::make_unique<zoHostMainWindow>(m_parts->services());
 }
 
 void tst_zoHostMainWindow::cleanup()
 {
     m_window.reset();
+    m_module.reset();
+    m_parts.reset();
     zoTestCase::cleanup();
 }
 
@@ -353,6 +396,445 @@ void tst_zoHostMainWindow::docksCanBeHiddenAndShown()
         dock->toggleViewAction()->trigger();
         QVERIFY2(dock->isVisible(), name);
     }
+}
+
+zoFakeModuleWindow* tst_zoHostMainWindow::addFakeModule()
+{
+    auto* window = new zoFakeModuleWindow(m_window.get());
+    m_module = std::make_unique<zoFakeModule>(window);
+    m_window->addModule("Fake", "Rendering", window, QString(), QIcon(), "Fake");
+    m_window->moduleToolBar()->addAction(m_module->toggleAction());
+    m_window->show();
+    return window;
+}
+
+// As if the host had been ended and started again.
+void tst_zoHostMainWindow::restart()
+{
+    m_window.reset();
+    m_window = std::make_unique<zoHostMainWindow>(m_parts->services());
+}
+
+// Whether the drag is taken.
+bool tst_zoHostMainWindow::drag(QWidget* target, const QMimeData& data, Qt::DropActions actions)
+{
+    QDragEnterEvent event(QPoint(5, 5), actions, &data, Qt::LeftButton, Qt::NoModifier);
+    event.ignore();
+    QCoreApplication::sendEvent(target, &event);
+    // Whatever the other program offers first: the file must stay there.
+    return event.isAccepted() && event.dropAction() == Qt::CopyAction;
+}
+
+bool tst_zoHostMainWindow::drop(QWidget* target, const QMimeData& data)
+{
+    QDropEvent event(QPointF(5, 5), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+    event.ignore();
+    QCoreApplication::sendEvent(target, &event);
+    return event.isAccepted() && event.dropAction() == Qt::CopyAction;
+}
+
+std::unique_ptr<QMimeData> tst_zoHostMainWindow::files(const QStringList& names)
+{
+    auto data = std::make_unique<QMimeData>();
+    QList<QUrl> urls;
+    for (const QString& name : names)
+        urls << QUrl::fromLocalFile(name);
+    data->setUrls(urls);
+    return data;
+}
+
+// Whether the host closed; fails the test when it did not ask.
+bool tst_zoHostMainWindow::closeAnswering(QMessageBox::StandardButton answer)
+{
+    const zoDialogRobot robot([answer](QDialog* dialog) {
+        auto* box = qobject_cast<QMessageBox*>(dialog);
+        QVERIFY(box != nullptr);
+        box->button(answer)->click();
+    });
+    const bool closed = m_window->close();
+    QTest::qVerify(robot.handled() == 1, "robot.handled() == 1", "asked once", __FILE__, __LINE__);
+    return closed;
+}
+
+void tst_zoHostMainWindow::titleShowsFileAndMark()
+{
+    zoFakeModuleWindow* module = addFakeModule();
+    module->loadConfig(m_parts->writeFile("wall.zhpc", "a"));
+    QCOMPARE(title(), QStringLiteral("wall.zhpc - zohost"));
+
+    module->edit("b");
+    QCOMPARE(title(), QStringLiteral("wall.zhpc* - zohost"));
+    QVERIFY(m_window->isWindowModified());
+
+    module->saveConfig();
+    QCOMPARE(title(), QStringLiteral("wall.zhpc - zohost"));
+    QVERIFY(!m_window->isWindowModified());
+}
+
+void tst_zoHostMainWindow::titleOfAConfigurationWithoutAFile()
+{
+    zoFakeModuleWindow* module = addFakeModule();
+    QCOMPARE(title(), QStringLiteral("zohost"));
+
+    module->edit("b");
+    QCOMPARE(title(), QStringLiteral("Untitled* - zohost"));
+
+    module->setDefaultConfig();
+    QCOMPARE(title(), QStringLiteral("zohost"));
+}
+
+void tst_zoHostMainWindow::titleFollowsTheCurrentModule()
+{
+    zoFakeModuleWindow* module = addFakeModule();
+    module->loadConfig(m_parts->writeFile("wall.zhpc", "a"));
+    module->edit("b");
+    QWidget* other = addModule("b", "Rendering");
+
+    other->show();
+    QCOMPARE(title(), QStringLiteral("zohost"));
+
+    module->show();
+    QCOMPARE(title(), QStringLiteral("wall.zhpc* - zohost"));
+
+    delete module;
+    QCOMPARE(title(), QStringLiteral("zohost"));
+}
+
+void tst_zoHostMainWindow::placeHolderInANameIsShown()
+{
+    zoFakeModuleWindow* module = addFakeModule();
+    module->loadConfig(m_parts->writeFile("a[*].zhpc", "a"));
+    QCOMPARE(title(), QStringLiteral("a[*].zhpc - zohost"));
+
+    module->edit("b");
+
+    QCOMPARE(title(), QStringLiteral("a[*].zhpc* - zohost"));
+}
+
+void tst_zoHostMainWindow::recentFileIsOpened()
+{
+    zoFakeModuleWindow* module = addFakeModule();
+    const QString file = m_parts->writeFile("wall.zhpc", "a");
+    m_parts->recent.add(file);
+
+    m_window->findChild<QMenu*>("RecentMenu")->actions().constFirst()->trigger();
+
+    QTRY_COMPARE(module->windowFilePath(), file);
+    QCOMPARE(m_module->loaded, QStringList(file));
+}
+
+void tst_zoHostMainWindow::missingRecentFileMayBeRemoved()
+{
+    addFakeModule();
+    m_parts->recent.add(m_parts->filePath("gone.zhpc"));
+    expectMessage(QtCriticalMsg, QRegularExpression("gone.zhpc is not there any more"));
+    const zoDialogRobot robot([](QDialog* dialog) {
+        auto* box = qobject_cast<QMessageBox*>(dialog);
+        QVERIFY(box != nullptr && box->text().contains("gone.zhpc"));
+        for (QAbstractButton* button : box->buttons()) {
+            if (box->buttonRole(button) == QMessageBox::AcceptRole)
+                button->click();
+        }
+    });
+
+    m_window->openConfiguration(m_parts->filePath("gone.zhpc"));
+
+    QCOMPARE(robot.handled(), 1);
+    QCOMPARE(m_parts->recent.files(), QStringList());
+    QCOMPARE(m_module->loaded, QStringList());
+}
+
+void tst_zoHostMainWindow::missingRecentFileMayBeKept()
+{
+    addFakeModule();
+    m_parts->recent.add(m_parts->filePath("away.zhpc"));
+    expectMessage(QtCriticalMsg, QRegularExpression("away.zhpc is not there any more"));
+    const zoDialogRobot robot([](QDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
+
+    m_window->openConfiguration(m_parts->filePath("away.zhpc"));
+
+    QCOMPARE(robot.handled(), 1);
+    QCOMPARE(m_parts->recent.files(), QStringList(m_parts->filePath("away.zhpc")));
+}
+
+void tst_zoHostMainWindow::whatIsReplacedUnsavedIsTold()
+{
+    zoFakeModuleWindow* module = addFakeModule();
+    const QString file = m_parts->writeFile("wall.zhpc", "a");
+    m_window->openConfiguration(file);
+    QCOMPARE(m_window->statusBar()->currentMessage(), QString());
+    module->edit("work");
+
+    m_window->openConfiguration(file);
+
+    QVERIFY(m_window->statusBar()->currentMessage().contains("Earlier"));
+}
+
+void tst_zoHostMainWindow::nothingIsOpenedWhileASessionRuns()
+{
+    addFakeModule();
+    const QString file = m_parts->writeFile("wall.zhpc", "a");
+    m_parts->recent.add(file);
+    m_parts->cluster.applyConfig("<cluster><master><network><node name='n'/></network></master></cluster>");
+    QVERIFY(m_parts->cluster.start());
+    auto* menu = m_window->findChild<QMenu*>("RecentMenu");
+    QVERIFY(!menu->actions().constFirst()->isEnabled());
+
+    m_window->openConfiguration(file);
+    QCOMPARE(m_module->loaded, QStringList());
+
+    m_parts->cluster.stop();
+    QVERIFY(menu->actions().constFirst()->isEnabled());
+    m_window->openConfiguration(file);
+    QCOMPARE(m_module->loaded, QStringList(file));
+}
+
+void tst_zoHostMainWindow::configurationIsDropped()
+{
+    addFakeModule();
+    const QString file = m_parts->writeFile(QString::fromUtf8("größe.ZHPC"), "a");
+    const auto data = files({file});
+
+    QVERIFY(drag(m_window.get(), *data, Qt::CopyAction | Qt::MoveAction | Qt::LinkAction));
+    QVERIFY(drop(m_window.get(), *data));
+
+    QTRY_COMPARE(m_module->loaded, QStringList(file));
+}
+
+void tst_zoHostMainWindow::dropOverAChildIsTaken()
+{
+    zoFakeModuleWindow* module = addFakeModule();
+    const auto data = files({m_parts->writeFile("wall.zhpc", "a")});
+
+    QVERIFY(drag(module, *data));
+    QVERIFY(drag(m_window->logPanel()->viewport(), *data));
+}
+
+void tst_zoHostMainWindow::otherDragsAreRefused_data()
+{
+    QTest::addColumn<QStringList>("names");
+
+    QTest::newRow("other-suffix") << QStringList("wall.xml");
+    QTest::newRow("two-files") << QStringList({"a.zhpc", "b.zhpc"});
+    QTest::newRow("missing-file") << QStringList("gone.zhpc");
+    QTest::newRow("folder") << QStringList("folder.zhpc");
+    QTest::newRow("nothing") << QStringList();
+}
+
+void tst_zoHostMainWindow::otherDragsAreRefused()
+{
+    QFETCH(QStringList, names);
+    addFakeModule();
+    for (const char* name : {"wall.xml", "a.zhpc", "b.zhpc"})
+        m_parts->writeFile(name, "a");
+    QVERIFY(QDir(m_parts->directory.path()).mkdir("folder.zhpc"));
+    for (QString& name : names)
+        name = m_parts->filePath(name);
+    const auto data = files(names);
+
+    QVERIFY(!drag(m_window.get(), *data));
+    QVERIFY(!drop(m_window.get(), *data));
+
+    QCoreApplication::processEvents();
+    QCOMPARE(m_module->loaded, QStringList());
+}
+
+void tst_zoHostMainWindow::dragThatOnlyMovesIsRefused()
+{
+    addFakeModule();
+    const auto data = files({m_parts->writeFile("wall.zhpc", "a")});
+
+    QVERIFY(!drag(m_window.get(), *data, Qt::MoveAction));
+}
+
+void tst_zoHostMainWindow::nothingIsDroppedWhileASessionRuns()
+{
+    addFakeModule();
+    const auto data = files({m_parts->writeFile("wall.zhpc", "a")});
+    QVERIFY(drag(m_window.get(), *data));
+    m_parts->cluster.applyConfig("<cluster><master><network><node name='n'/></network></master></cluster>");
+    QVERIFY(m_parts->cluster.start());
+
+    QVERIFY(!drop(m_window.get(), *data));
+    QVERIFY(!drag(m_window.get(), *data));
+
+    QCoreApplication::processEvents();
+    QCOMPARE(m_module->loaded, QStringList());
+}
+
+void tst_zoHostMainWindow::nothingIsDroppedWhileADialogAsks()
+{
+    addFakeModule();
+    const auto data = files({m_parts->writeFile("wall.zhpc", "a")});
+    m_window->showPreferences();
+    QVERIFY(QApplication::activeModalWidget() != nullptr);
+
+    QVERIFY(!drag(m_window.get(), *data));
+}
+
+void tst_zoHostMainWindow::savedWorkIsNotAskedAbout()
+{
+    zoFakeModuleWindow* module = addFakeModule();
+    module->edit("b");
+    module->nextSaveName = m_parts->filePath("b.zhpc");
+    module->saveConfig();
+
+    QVERIFY(m_window->close());
+}
+
+void tst_zoHostMainWindow::unsavedWorkIsSaved()
+{
+    zoFakeModuleWindow* module = addFakeModule();
+    module->edit("b");
+    module->nextSaveName = m_parts->filePath("b.zhpc");
+    QSignalSpy closing(m_window.get(), &zoHostMainWindow::closing);
+
+    QVERIFY(closeAnswering(QMessageBox::Save));
+
+    QVERIFY(!zoHostDocument::differs(module));
+    QVERIFY(QFile::exists(m_parts->filePath("b.zhpc")));
+    QCOMPARE(closing.count(), 1);
+}
+
+void tst_zoHostMainWindow::unsavedWorkIsDiscarded()
+{
+    zoFakeModuleWindow* module = addFakeModule();
+    module->edit("b");
+
+    QVERIFY(closeAnswering(QMessageBox::Discard));
+
+    QCOMPARE(module->saves, 0);
+}
+
+void tst_zoHostMainWindow::cancelKeepsTheHostOpen()
+{
+    zoFakeModuleWindow* module = addFakeModule();
+    module->edit("b");
+    QSignalSpy closing(m_window.get(), &zoHostMainWindow::closing);
+
+    QVERIFY(!closeAnswering(QMessageBox::Cancel));
+
+    QVERIFY(m_window->isVisible());
+    QCOMPARE(module->saves, 0);
+    // A start that is under way goes on.
+    QCOMPARE(closing.count(), 0);
+}
+
+void tst_zoHostMainWindow::saveGivenUpKeepsTheHostOpen()
+{
+    zoFakeModuleWindow* module = addFakeModule();
+    module->edit("b");
+
+    QVERIFY(!closeAnswering(QMessageBox::Save));
+
+    QVERIFY(m_window->isVisible());
+    QCOMPARE(module->saves, 1);
+}
+
+void tst_zoHostMainWindow::scriptIsNotAsked()
+{
+    m_window.reset();
+    m_parts = std::make_unique<zoHostParts>(true);
+    m_window = std::make_unique<zoHostMainWindow>(m_parts->services());
+    addFakeModule()->edit("b");
+
+    QVERIFY(m_window->close());
+}
+
+void tst_zoHostMainWindow::earlierConfigurationIsBroughtBack()
+{
+    zoFakeModuleWindow* module = addFakeModule();
+    connect(m_window->document(), &zoHostDocument::replaced, &m_parts->earlier,
+            &zoHostEarlierConfigurations::keep);
+    module->edit("first");
+    module->loadConfig(m_parts->writeFile("wall.zhpc", "second"));
+
+    m_window->findChild<QAction*>("EarlierConfigurations")->trigger();
+    auto* dialog = m_window->findChild<QDialog*>("EarlierDialog");
+    QVERIFY(dialog != nullptr && dialog->isVisible());
+    QTest::mouseClick(dialog->findChild<QPushButton*>("BringBack"), Qt::LeftButton);
+
+    QCOMPARE(module->text(), QStringLiteral("first"));
+    // What it replaced is the newest now.
+    QCOMPARE(m_parts->earlier.textOf(m_parts->earlier.entries().at(0)), QStringLiteral("new"));
+    QCOMPARE(m_parts->earlier.textOf(m_parts->earlier.entries().at(1)), QStringLiteral("second"));
+    QTRY_VERIFY(m_window->findChild<QDialog*>("EarlierDialog") == nullptr);
+}
+
+void tst_zoHostMainWindow::nothingIsBroughtBackWhileASessionRuns()
+{
+    addFakeModule();
+    m_parts->earlier.keep("first", QString());
+    m_parts->cluster.applyConfig("<cluster><master><network><node name='n'/></network></master></cluster>");
+    QVERIFY(m_parts->cluster.start());
+
+    m_window->showEarlierConfigurations();
+    auto* button = m_window->findChild<QPushButton*>("BringBack");
+    QVERIFY(!button->isEnabled());
+
+    m_parts->cluster.stop();
+    QVERIFY(button->isEnabled());
+}
+
+void tst_zoHostMainWindow::placeAndDocksAreRemembered()
+{
+    m_window->show();
+    m_window->setGeometry(20, 30, 700, 640);
+    m_window->findChild<QDockWidget*>("CameraDock")->hide();
+    auto* log = m_window->findChild<QDockWidget*>("LogDock");
+    m_window->resizeDocks({log}, {260}, Qt::Vertical);
+    QTRY_COMPARE(log->height(), 260);
+    QVERIFY(m_window->close());
+
+    restart();
+    m_window->show();
+
+    QCOMPARE(m_window->geometry(), QRect(20, 30, 700, 640));
+    QVERIFY(m_window->findChild<QDockWidget*>("CameraDock")->isHidden());
+    QVERIFY(m_window->findChild<QDockWidget*>("ModuleDock")->isVisible());
+    QTRY_COMPARE(m_window->findChild<QDockWidget*>("LogDock")->height(), 260);
+}
+
+void tst_zoHostMainWindow::hostThatIsToldToEndRemembersToo()
+{
+    m_window->show();
+    m_window->setGeometry(20, 30, 700, 640);
+
+    restart();
+
+    QCOMPARE(m_window->geometry(), QRect(20, 30, 700, 640));
+}
+
+void tst_zoHostMainWindow::placeOnAMissingScreenIsMoved()
+{
+    m_window->show();
+    m_window->setGeometry(9000, 7000, 600, 500);
+    QVERIFY(m_window->close());
+
+    restart();
+    m_window->show();
+
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    QVERIFY(screen.contains(m_window->geometry()));
+}
+
+void tst_zoHostMainWindow::scriptHasTheStandardPlace()
+{
+    m_window->show();
+    m_window->setGeometry(20, 30, 700, 640);
+    QVERIFY(m_window->close());
+    zoHostControllerService script(true);
+    zoHostMainWindow::Services services = m_parts->services();
+    services.controller = &script;
+
+    m_window = std::make_unique<zoHostMainWindow>(services);
+    QCOMPARE(m_window->size(), m_window->sizeHint());
+    m_window->show();
+    m_window->setGeometry(50, 60, 720, 650);
+    m_window.reset();
+
+    restart();
+    QCOMPARE(m_window->geometry(), QRect(20, 30, 700, 640));
 }
 
 ZO_TEST_MAIN(tst_zoHostMainWindow)

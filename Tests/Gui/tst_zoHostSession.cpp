@@ -1,19 +1,17 @@
+#include "zoDialogRobot.h"
+#include "zoFakeModule.h"
+#include "zoHostParts.h"
 #include "zoTestCase.h"
 
-#include <zoHostCameraService.h>
 #include <zoHostMainWindow.h>
-#include <zoHostNodeService.h>
-#include <zoHostPreferencesService.h>
 #include <zoHostSession.h>
-#include <zoLocalClusterService.h>
 
 #include <QAction>
 #include <QApplication>
+#include <QDialog>
 #include <QFile>
 #include <QImage>
-#include <QSettings>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QToolBar>
 
 #include <memory>
@@ -62,6 +60,7 @@ private slots:
     void clusterIsStarted();
     void failedStartIsLoggedAndTheHostGoesOn();
     void sessionEndsTheProgramWhenThePersonStopsIt();
+    void unsavedWorkKeepsTheProgram();
     void failedStartDoesNotEndTheProgram();
     void withoutExitAfterStopTheProgramGoesOn();
     void screenshotIsTakenWhileRunning();
@@ -70,12 +69,7 @@ private:
     void begin(const zoHostOptions& options, const QString& file);
     QString writeFile(const QString& text);
 
-    std::unique_ptr<QTemporaryDir> m_directory;
-    std::unique_ptr<QSettings> m_settings;
-    std::unique_ptr<zoHostPreferencesService> m_preferences;
-    std::unique_ptr<zoHostNodeService> m_nodes;
-    std::unique_ptr<zoHostCameraService> m_cameras;
-    std::unique_ptr<zoLocalClusterService> m_cluster;
+    std::unique_ptr<zoHostParts> m_parts;
     std::unique_ptr<ModuleObject> m_module;
     std::unique_ptr<zoHostMainWindow> m_window;
     std::unique_ptr<zoHostSession> m_session;
@@ -89,17 +83,9 @@ const char OneNode[] =
 
 void tst_zoHostSession::init()
 {
-    m_directory = std::make_unique<QTemporaryDir>();
-    m_settings = std::make_unique<QSettings>(m_directory->filePath("settings.ini"), QSettings::IniFormat);
-    m_preferences = std::make_unique<zoHostPreferencesService>(m_settings.get());
-    m_nodes = std::make_unique<zoHostNodeService>();
-    m_cameras = std::make_unique<zoHostCameraService>(m_settings.get(), m_nodes.get());
-    m_cluster = std::make_unique<zoLocalClusterService>();
-    m_cluster->setLockDirectory(m_directory->path());
-    m_cluster->setMemoryPerNode(0);
-    m_module = std::make_unique<ModuleObject>(m_cluster.get());
-    m_window = std::make_unique<zoHostMainWindow>(
-        zoHostMainWindow::Services{m_preferences.get(), m_cameras.get(), m_nodes.get()});
+    m_parts = std::make_unique<zoHostParts>();
+    m_module = std::make_unique<ModuleObject>(&m_parts->cluster);
+    m_window = std::make_unique<zoHostMainWindow>(m_parts->services());
     m_window->moduleToolBar()->addAction(new QAction("Cluster", m_module.get()));
 }
 
@@ -112,13 +98,13 @@ void tst_zoHostSession::cleanup()
 
 void tst_zoHostSession::begin(const zoHostOptions& options, const QString& file)
 {
-    m_session = std::make_unique<zoHostSession>(options, m_window.get(), m_cluster.get());
+    m_session = std::make_unique<zoHostSession>(options, m_window.get(), &m_parts->cluster);
     m_session->begin(file);
 }
 
 QString tst_zoHostSession::writeFile(const QString& text)
 {
-    QFile file(m_directory->filePath("a.zhpc"));
+    QFile file(m_parts->directory.filePath("a.zhpc"));
     if (file.open(QIODevice::WriteOnly))
         file.write(text.toUtf8());
     return file.fileName();
@@ -130,7 +116,7 @@ void tst_zoHostSession::nothingAskedForDoesNothing()
     QCoreApplication::processEvents();
 
     QCOMPARE(m_module->loaded, QStringList());
-    QVERIFY(!m_cluster->isRunning());
+    QVERIFY(!m_parts->cluster.isRunning());
 }
 
 void tst_zoHostSession::configurationIsLoadedThroughTheModule()
@@ -144,15 +130,15 @@ void tst_zoHostSession::configurationIsLoadedThroughTheModule()
 
 void tst_zoHostSession::unreadableConfigurationIsLoggedAndTheHostGoesOn()
 {
-    m_cluster->applyConfig(OneNode);
+    m_parts->cluster.applyConfig(OneNode);
     zoHostOptions options;
     options.start = true;
     expectMessage(QtCriticalMsg,
                   QRegularExpression(QStringLiteral("Unable to load configuration .*none.zhpc: ")));
 
-    begin(options, m_directory->filePath("none.zhpc"));
+    begin(options, m_parts->directory.filePath("none.zhpc"));
 
-    QTRY_VERIFY(m_cluster->isRunning());
+    QTRY_VERIFY(m_parts->cluster.isRunning());
     QCOMPARE(m_module->loaded, QStringList());
 }
 
@@ -174,17 +160,17 @@ void tst_zoHostSession::clusterIsStarted()
     options.start = true;
 
     begin(options, writeFile(OneNode));
-    QVERIFY(!m_cluster->isRunning());
+    QVERIFY(!m_parts->cluster.isRunning());
 
-    QTRY_VERIFY(m_cluster->isRunning());
-    QCOMPARE(m_cluster->runningNodes(), QStringList("n1"));
+    QTRY_VERIFY(m_parts->cluster.isRunning());
+    QCOMPARE(m_parts->cluster.runningNodes(), QStringList("n1"));
 }
 
 void tst_zoHostSession::failedStartIsLoggedAndTheHostGoesOn()
 {
     zoHostOptions options;
     options.start = true;
-    QSignalSpy stopped(m_cluster.get(), &zoClusterService::stopped);
+    QSignalSpy stopped(&m_parts->cluster, &zoClusterService::stopped);
     expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("no enabled node")));
     expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("The cluster did not start")));
 
@@ -199,13 +185,34 @@ void tst_zoHostSession::sessionEndsTheProgramWhenThePersonStopsIt()
     options.start = true;
     options.exitAfterStop = true;
     begin(options, writeFile(OneNode));
-    connect(m_cluster.get(), &zoClusterService::started, m_session.get(),
+    connect(&m_parts->cluster, &zoClusterService::started, m_session.get(),
             [this] { QMetaObject::invokeMethod(m_module.get(), "stopCluster", Qt::QueuedConnection); });
 
     const int exitCode = QCoreApplication::exec();
 
     QCOMPARE(exitCode, 0);
-    QVERIFY(!m_cluster->isRunning());
+    QVERIFY(!m_parts->cluster.isRunning());
+}
+
+void tst_zoHostSession::unsavedWorkKeepsTheProgram()
+{
+    auto* work = new zoFakeModuleWindow(m_window.get());
+    m_window->addModule("Fake", "Rendering", work, QString(), QIcon(), "Fake");
+    work->edit("work");
+    zoHostOptions options;
+    options.start = true;
+    options.exitAfterStop = true;
+    m_window->show();
+    begin(options, writeFile(OneNode));
+    connect(&m_parts->cluster, &zoClusterService::started, m_session.get(),
+            [this] { QMetaObject::invokeMethod(m_module.get(), "stopCluster", Qt::QueuedConnection); });
+    const zoDialogRobot robot([](QDialog* dialog) { dialog->reject(); });
+
+    QTRY_COMPARE(robot.handled(), 1);
+    QTRY_VERIFY(QApplication::activeModalWidget() == nullptr);
+
+    QVERIFY(m_window->isVisible());
+    work->edit(QString());
 }
 
 void tst_zoHostSession::failedStartDoesNotEndTheProgram()
@@ -218,7 +225,7 @@ void tst_zoHostSession::failedStartDoesNotEndTheProgram()
     begin(options, writeFile("<cluster/>"));
     // Queued behind everything that the session queues, twice over.
     constexpr int Later = 7;
-    connect(m_cluster.get(), &zoClusterService::stopped, m_session.get(), [this] {
+    connect(&m_parts->cluster, &zoClusterService::stopped, m_session.get(), [this] {
         QMetaObject::invokeMethod(
             m_session.get(),
             [this] {
@@ -237,9 +244,9 @@ void tst_zoHostSession::withoutExitAfterStopTheProgramGoesOn()
     options.start = true;
     begin(options, writeFile(OneNode));
     constexpr int Later = 7;
-    connect(m_cluster.get(), &zoClusterService::started, m_session.get(),
+    connect(&m_parts->cluster, &zoClusterService::started, m_session.get(),
             [this] { QMetaObject::invokeMethod(m_module.get(), "stopCluster", Qt::QueuedConnection); });
-    connect(m_cluster.get(), &zoClusterService::stopped, m_session.get(), [this] {
+    connect(&m_parts->cluster, &zoClusterService::stopped, m_session.get(), [this] {
         QMetaObject::invokeMethod(
             m_session.get(),
             [this] {
@@ -256,13 +263,13 @@ void tst_zoHostSession::screenshotIsTakenWhileRunning()
 {
     zoHostOptions options;
     options.start = true;
-    options.screenshotFile = m_directory->filePath("shot.png");
+    options.screenshotFile = m_parts->directory.filePath("shot.png");
     m_window->show();
 
     begin(options, writeFile(OneNode));
 
     QTRY_VERIFY(QFile::exists(options.screenshotFile));
-    QVERIFY(m_cluster->isRunning());
+    QVERIFY(m_parts->cluster.isRunning());
     QCOMPARE(QImage(options.screenshotFile, "PNG").size(), m_window->grab().size());
 }
 

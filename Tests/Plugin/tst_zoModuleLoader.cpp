@@ -2,10 +2,12 @@
 
 #include <zoHostCameraService.h>
 #include <zoHostControllerService.h>
+#include <zoHostEarlierConfigurations.h>
 #include <zoHostMainWindow.h>
 #include <zoHostMainWindowService.h>
 #include <zoHostNodeService.h>
 #include <zoHostPreferencesService.h>
+#include <zoHostRecentFiles.h>
 #include <zoKernelServiceFactory.h>
 #include <zoLocalClusterService.h>
 #include <zoModuleLoader.h>
@@ -43,8 +45,8 @@ struct Host
         : settings(directory.filePath("settings.ini"), QSettings::IniFormat)
         , preferences(&settings)
         , cameras(&settings, &nodes)
-        , window(
-              std::make_unique<zoHostMainWindow>(zoHostMainWindow::Services{&preferences, &cameras, &nodes}))
+        , window(std::make_unique<zoHostMainWindow>(zoHostMainWindow::Services{
+              &preferences, &cameras, &nodes, &controller, &cluster, &settings, &recent, &earlier}))
         , mainWindowService(window.get())
         , loader(std::make_unique<zoModuleLoader>())
     {
@@ -74,6 +76,8 @@ struct Host
     zoHostNodeService nodes;
     zoHostCameraService cameras;
     zoLocalClusterService cluster;
+    zoHostRecentFiles recent{&settings};
+    zoHostEarlierConfigurations earlier{directory.filePath("earlier")};
     std::unique_ptr<zoHostMainWindow> window;
     zoHostMainWindowService mainWindowService;
     std::unique_ptr<zoModuleLoader> loader;

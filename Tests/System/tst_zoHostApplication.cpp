@@ -74,6 +74,7 @@ void tst_zoHostApplication::initTestCase()
     qunsetenv("ZOKE_DATA");
     // Settings and marks of sessions of this test alone.
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_directory.path()));
+    qputenv("XDG_DATA_HOME", QFile::encodeName(m_directory.path()));
     qputenv("XDG_RUNTIME_DIR", QFile::encodeName(m_directory.path()));
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_directory.path());
     QCoreApplication::setOrganizationName("zo");

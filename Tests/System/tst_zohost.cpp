@@ -95,6 +95,7 @@ std::unique_ptr<QProcess> tst_zohost::createProcess(const QStringList& arguments
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("QT_QPA_PLATFORM", "offscreen");
     environment.insert("XDG_CONFIG_HOME", m_directory->path());
+    environment.insert("XDG_DATA_HOME", m_directory->path());
     environment.insert("XDG_RUNTIME_DIR", m_directory->path());
     environment.insert("LC_ALL", "C.UTF-8");
     environment.remove("ZOKE_DATA");

@@ -220,6 +220,7 @@ void tst_zohostSamples::sampleRunsInTheHost()
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("QT_QPA_PLATFORM", "offscreen");
     environment.insert("XDG_CONFIG_HOME", m_directory->path());
+    environment.insert("XDG_DATA_HOME", m_directory->path());
     environment.insert("XDG_RUNTIME_DIR", m_directory->path());
     process.setProcessEnvironment(environment);
     const QString screenshot = m_directory->filePath(file + QStringLiteral(".png"));

@@ -1,0 +1,129 @@
+#include "zoHostDocument.h"
+
+#include "zoHostMainWindow.h"
+
+#include <QDynamicPropertyChangeEvent>
+#include <QVariant>
+#include <QWidget>
+
+#include <algorithm>
+
+namespace
+{
+const char DiffersProperty[] = "differs";
+const char ReplacedProperty[] = "replacedConfiguration";
+
+bool isLatin1(const QString& text)
+{
+    return QString::fromLatin1(text.toLatin1()) == text;
+}
+
+bool hasSlot(const QObject* object, const char* signature)
+{
+    return object->metaObject()->indexOfSlot(signature) >= 0;
+}
+} // namespace
+
+zoHostDocument::zoHostDocument(zoHostMainWindow* window) : QObject(window), m_window(window) {}
+
+zoHostDocument::~zoHostDocument() = default;
+
+void zoHostDocument::watch(QWidget* moduleWindow)
+{
+    moduleWindow->installEventFilter(this);
+    announceFile(moduleWindow);
+    emit changed();
+}
+
+void zoHostDocument::forget(QObject* moduleWindow)
+{
+    m_announced.remove(moduleWindow);
+    moduleWindow->removeEventFilter(this);
+}
+
+bool zoHostDocument::differs(const QWidget* moduleWindow)
+{
+    const QVariant now = moduleWindow->property(DiffersProperty);
+    return now.isValid() ? now.toBool() : moduleWindow->isWindowModified();
+}
+
+bool zoHostDocument::differs() const
+{
+    const QList<QWidget*> windows = m_window->moduleWindows();
+    return std::any_of(windows.begin(), windows.end(),
+                       [](const QWidget* moduleWindow) { return differs(moduleWindow); });
+}
+
+// The entry of the module object reads a Latin-1 name; the module's window has one for all other names.
+bool zoHostDocument::load(const QString& fileName)
+{
+    if (isLatin1(fileName)) {
+        const QByteArray name = fileName.toLatin1();
+        QObject* module = m_window->moduleObject("loadConfig(const char*)");
+        return module != nullptr && QMetaObject::invokeMethod(module, "loadConfig", Qt::DirectConnection,
+                                                              Q_ARG(const char*, name.constData()));
+    }
+    const QList<QWidget*> windows = m_window->moduleWindows();
+    for (QWidget* moduleWindow : windows) {
+        if (hasSlot(moduleWindow, "loadConfig(QString)"))
+            return QMetaObject::invokeMethod(moduleWindow, "loadConfig", Qt::DirectConnection,
+                                             Q_ARG(QString, fileName));
+    }
+    return false;
+}
+
+bool zoHostDocument::bringBack(const QString& text, const QString& originFile)
+{
+    QObject* module = m_window->moduleObject("setConfig(QString)");
+    if (module == nullptr)
+        return false;
+    // A text that comes through the module object leaves the module's file as it is.
+    const QList<QWidget*> windows = m_window->moduleWindows();
+    for (QWidget* moduleWindow : windows) {
+        const QString open = moduleWindow->windowFilePath();
+        if (!open.isEmpty() && open != originFile && hasSlot(moduleWindow, "setDefaultConfig()"))
+            QMetaObject::invokeMethod(moduleWindow, "setDefaultConfig", Qt::DirectConnection);
+    }
+    return QMetaObject::invokeMethod(module, "setConfig", Qt::DirectConnection, Q_ARG(QString, text));
+}
+
+bool zoHostDocument::save(QWidget* moduleWindow)
+{
+    if (hasSlot(moduleWindow, "saveConfig()"))
+        QMetaObject::invokeMethod(moduleWindow, "saveConfig", Qt::DirectConnection);
+    return !differs(moduleWindow);
+}
+
+bool zoHostDocument::eventFilter(QObject* watched, QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::WindowTitleChange:
+        announceFile(static_cast<QWidget*>(watched));
+        emit changed();
+        break;
+    case QEvent::ModifiedChange:
+        emit changed();
+        break;
+    case QEvent::DynamicPropertyChange:
+        if (static_cast<QDynamicPropertyChangeEvent*>(event)->propertyName() == ReplacedProperty) {
+            const QVariant text = watched->property(ReplacedProperty);
+            if (text.isValid())
+                emit replaced(text.toString(), static_cast<QWidget*>(watched)->windowFilePath());
+        }
+        break;
+    default:
+        break;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void zoHostDocument::announceFile(QWidget* moduleWindow)
+{
+    const QString file = moduleWindow->windowFilePath();
+    QString& announced = m_announced[moduleWindow];
+    if (file == announced)
+        return;
+    announced = QString(file.constData(), file.size());
+    if (!file.isEmpty())
+        emit fileOpened(file);
+}

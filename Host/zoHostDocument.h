@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QHash>
+#include <QObject>
+#include <QString>
+
+class QWidget;
+class zoHostMainWindow;
+
+// The configuration that a module has open, as the host sees it: the module's window tells its file and
+// whether it differs from it, and takes requests through slots by name.
+//
+// A module's window keeps windowFilePath and windowModified, and announces changes with WindowTitleChange and
+// ModifiedChange. When it has the property "differs", that is the state of this very moment. Before it
+// replaces the document it sets its property "replacedConfiguration" to the text that goes.
+class zoHostDocument final : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit zoHostDocument(zoHostMainWindow* window); // also the parent
+    ~zoHostDocument() override;
+
+    void watch(QWidget* moduleWindow);
+    void forget(QObject* moduleWindow); // also from inside its destructor
+
+    // Of any of the host's module windows: whether closing would lose work.
+    static bool differs(const QWidget* moduleWindow);
+    bool differs() const;
+
+    // False when no module takes it. What is wrong with a file goes to the log.
+    bool load(const QString& fileName);
+
+    // Replaces the document by an earlier one. It is open as the file that it came from if that is the one
+    // that is open now, else without a file, so that Save overwrites nothing else. False when no module takes
+    // it.
+    bool bringBack(const QString& text, const QString& originFile);
+
+    // Lets the module save, which may ask for a name. False when the document still differs.
+    static bool save(QWidget* moduleWindow);
+
+signals:
+    // File or unsaved mark of a module's window changed.
+    void changed();
+    // A module's window has another file now; never empty.
+    void fileOpened(const QString& fileName);
+    // The text is about to go; `fileName` is the file that it was open as, or empty.
+    void replaced(const QString& text, const QString& fileName);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void announceFile(QWidget* moduleWindow);
+
+    zoHostMainWindow* m_window;
+    QHash<const QObject*, QString> m_announced; // the file that was told last, by module window
+};

@@ -1,0 +1,94 @@
+#include "zoFakeModule.h"
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QFile>
+
+zoFakeModuleWindow::zoFakeModuleWindow(QWidget* parent) : QMainWindow(parent) {}
+zoFakeModuleWindow::~zoFakeModuleWindow() = default;
+
+void zoFakeModuleWindow::edit(const QString& text)
+{
+    m_text = text;
+    updateMark();
+}
+
+void zoFakeModuleWindow::setConfigString(const QString& text)
+{
+    replace(text);
+    updateMark();
+}
+
+void zoFakeModuleWindow::loadConfig(const QString& fileName)
+{
+    loaded << fileName;
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly))
+        return;
+    replace(QString::fromUtf8(file.readAll()));
+    m_savedText = m_text;
+    setFile(fileName);
+    updateMark();
+}
+
+void zoFakeModuleWindow::saveConfig()
+{
+    ++saves;
+    const QString name = windowFilePath().isEmpty() ? nextSaveName : windowFilePath();
+    QFile file(name);
+    if (name.isEmpty() || !file.open(QIODevice::WriteOnly))
+        return;
+    file.write(m_text.toUtf8());
+    m_savedText = m_text;
+    setFile(name);
+    updateMark();
+}
+
+void zoFakeModuleWindow::setDefaultConfig()
+{
+    replace(QStringLiteral("new"));
+    m_savedText = m_text;
+    setFile(QString());
+    updateMark();
+}
+
+void zoFakeModuleWindow::replace(const QString& text)
+{
+    setProperty("replacedConfiguration", m_text);
+    setProperty("replacedConfiguration", QVariant());
+    m_text = text;
+}
+
+void zoFakeModuleWindow::setFile(const QString& fileName)
+{
+    if (fileName == windowFilePath())
+        return;
+    setWindowFilePath(fileName);
+    QEvent changed(QEvent::WindowTitleChange);
+    QCoreApplication::sendEvent(this, &changed);
+}
+
+void zoFakeModuleWindow::updateMark()
+{
+    if (!windowTitle().contains(QLatin1String("[*]")))
+        setWindowTitle(QStringLiteral("fake[*]"));
+    setWindowModified(differs());
+}
+
+zoFakeModule::zoFakeModule(zoFakeModuleWindow* window)
+    : m_window(window), m_toggleAction(new QAction(QStringLiteral("Fake"), this))
+{
+}
+
+zoFakeModule::~zoFakeModule() = default;
+
+void zoFakeModule::loadConfig(const char* fileName)
+{
+    loaded << QString::fromLatin1(fileName);
+    m_window->loadConfig(loaded.constLast());
+}
+
+void zoFakeModule::setConfig(const QString& text)
+{
+    m_window->setConfigString(text);
+}
