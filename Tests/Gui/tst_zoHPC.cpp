@@ -1,4 +1,5 @@
 #include "zoDialogRobot.h"
+#include "zoDocumentEar.h"
 #include "zoFakeHost.h"
 #include "zoTestCase.h"
 
@@ -18,6 +19,7 @@
 #include <QMetaMethod>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 
 #include <zoPlatform.h>
 
@@ -90,6 +92,7 @@ private slots:
     void displayChangesReachARunningSession();
     void nothingIsSentWhileIdle();
     void configurationFromTheServiceIsNotSentBack();
+    void configurationThatTheServiceReplacesIsAnnounced();
     void windowsMayGoBeforeTheModule();
 
 private:
@@ -824,6 +827,24 @@ void tst_zoHPC::configurationFromTheServiceIsNotSentBack()
     // Afterwards changes are sent again.
     window()->getDisplayEditor()->apply();
     QCOMPARE(m_host->cluster.calls, QStringList{QStringLiteral("applyConfig")});
+}
+
+void tst_zoHPC::configurationThatTheServiceReplacesIsAnnounced()
+{
+    m_host->cluster.config = documentWithHost("first");
+    make();
+    const QString first = window()->documentText();
+    QVERIFY(!window()->differs());
+    const zoDocumentEar ear(window());
+
+    m_module->setConfig(documentWithHost("second"));
+    QCOMPARE(ear.replaced, QStringList{first});
+
+    const QTemporaryDir folder;
+    window()->saveConfig(folder.filePath(QStringLiteral("a.zhpc")));
+    emit m_host->cluster.configChanged(documentWithHost("third"));
+    QCOMPARE(ear.replaced.size(), 2);
+    QVERIFY(window()->differs());
 }
 
 void tst_zoHPC::windowsMayGoBeforeTheModule()

@@ -145,7 +145,7 @@ void zoHPC::setConfig(const QString& config)
 {
     const FlagDown notSentBack(m_forwardConfigChanges);
     if (m_mainWindow)
-        m_mainWindow->setConfigString(config);
+        m_mainWindow->replaceConfigString(config);
 }
 
 void zoHPC::startCluster()

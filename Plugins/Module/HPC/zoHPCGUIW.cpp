@@ -5,12 +5,17 @@
 #include "zoHPCDisplayGUII.h"
 #include "zoHPCDocumentText.h"
 #include "zoHPCDocumentWriter.h"
+#include "zoHPCLayout.h"
+#include "zoHPCProblems.h"
+#include "zoHPCStatusPane.h"
 #include "zoHPCTreeEditGUIW.h"
 #include "zoHPCTreeGUIW.h"
 #include "zoHPCTreeItem.h"
 #include "zoHPCWindowItem.h"
 
 #include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QDir>
 #include <QDomDocument>
 #include <QFile>
@@ -22,16 +27,25 @@
 #include <QMenuBar>
 #include <QSaveFile>
 #include <QSet>
+#include <QSpinBox>
 #include <QSplitter>
 #include <QStatusBar>
+#include <QTreeWidget>
+#include <QWindow>
 
 #include <QZOToolBar.h>
 #include <zoIconManager.h>
 #include <zoLog.h>
 #include <zoPlatform.h>
 
+#include <utility>
+
 namespace
 {
+// Changes come in bursts: key strokes, drags, ten thousand rows. The status bar follows when they are over
+// (ms).
+constexpr int STATUS_DELAY = 150;
+
 // Files end at their first NUL byte.
 QString textOf(const QByteArray& bytes)
 {
@@ -41,6 +55,22 @@ QString textOf(const QByteArray& bytes)
 QIcon icon(const char* name)
 {
     return zoIconManager::getIcon(QLatin1String(name), QString());
+}
+
+// A document of the tree section that `writeTree` writes and the displays as they are.
+template <class WriteTree>
+QString documentOf(const zoHPCDisplayGUII& displayEditor, WriteTree writeTree)
+{
+    zoHPCDocumentWriter writer;
+    writer.openElement(QStringLiteral("cluster"));
+    writer.addAttribute(QStringLiteral("version"), QStringLiteral("1"));
+    writeTree(writer);
+    QDomDocument displays;
+    displays.appendChild(displays.createElement(QStringLiteral("cluster")));
+    displayEditor.saveToXML(displays);
+    zoHPCDocumentText::appendChildren(displays.documentElement(), writer);
+    writer.closeElement();
+    return writer.takeText();
 }
 } // namespace
 
@@ -56,6 +86,7 @@ zoHPCGUIW::zoHPCGUIW(QWidget* parent, const QString& name) : QMainWindow(parent)
     createMenus();
     createToolBars();
     createSplitter();
+    createStatusBar();
 
     m_editor->setItem(m_tree->selectedItem());
     connect(m_tree, SIGNAL(selectedItemChanged(zoHPCTreeItem*)), m_editor, SLOT(setItem(zoHPCTreeItem*)));
@@ -66,6 +97,11 @@ zoHPCGUIW::zoHPCGUIW(QWidget* parent, const QString& name) : QMainWindow(parent)
     m_displayEditor->setHostTree(m_tree);
     connect(m_displayEditor, SIGNAL(displayChanged()), this, SLOT(updateDisplayState()));
     connect(m_displayEditor, SIGNAL(displayChanged()), this, SIGNAL(displayPropertiesChanged()));
+
+    takeAsSaved();
+    m_untouchedText = m_savedText;
+    showFile();
+    followChanges();
 }
 
 zoHPCGUIW::~zoHPCGUIW() = default;
@@ -159,6 +195,53 @@ void zoHPCGUIW::createSplitter()
     layout->addWidget(splitter);
 }
 
+void zoHPCGUIW::createStatusBar()
+{
+    m_statusPane = new zoHPCStatusPane;
+    m_statusPane->setObjectName(QStringLiteral("m_statusPane"));
+    statusBar()->addPermanentWidget(m_statusPane);
+    connect(statusBar(), &QStatusBar::messageChanged, m_statusPane,
+            [this](const QString& message) { m_statusPane->setCompact(!message.isEmpty()); });
+    connect(m_statusPane, &zoHPCStatusPane::problemsClicked, this, &zoHPCGUIW::displaySetup);
+    m_statusTimer.setSingleShot(true);
+    m_statusTimer.setInterval(STATUS_DELAY);
+    connect(&m_statusTimer, &QTimer::timeout, this, [this] {
+        if (std::exchange(m_changedWhileWaiting, false))
+            m_statusTimer.start();
+        else
+            refreshStatus();
+    });
+}
+
+void zoHPCGUIW::followChanges()
+{
+    const auto follow = [this](const auto* sender, auto signal) {
+        connect(sender, signal, &m_statusTimer, [this] { refreshStatusLater(); });
+    };
+    follow(m_tree, &zoHPCTreeGUIW::hostsChanged);
+    for (const QTreeWidget* tree :
+         {m_tree->findChild<QTreeWidget*>(QStringLiteral("m_treeWidget")),
+          m_displayEditor->findChild<QTreeWidget*>(QStringLiteral("m_projectionTree")),
+          m_displayEditor->findChild<QTreeWidget*>(QStringLiteral("m_displayTree"))}) {
+        const QAbstractItemModel* model = tree->model();
+        follow(model, &QAbstractItemModel::dataChanged);
+        follow(model, &QAbstractItemModel::rowsInserted);
+        follow(model, &QAbstractItemModel::rowsRemoved);
+        follow(model, &QAbstractItemModel::rowsMoved);
+        follow(model, &QAbstractItemModel::modelReset);
+    }
+    // Most options of hosts do not show in their rows; it is the editor that changes them.
+    const QList<QComboBox*> combos = m_editor->findChildren<QComboBox*>();
+    for (const QComboBox* combo : combos)
+        follow(combo, QOverload<int>::of(&QComboBox::currentIndexChanged));
+    const QList<QSpinBox*> spinBoxes = m_editor->findChildren<QSpinBox*>();
+    for (const QSpinBox* spinBox : spinBoxes)
+        follow(spinBox, QOverload<int>::of(&QSpinBox::valueChanged));
+    const QList<QCheckBox*> checkBoxes = m_editor->findChildren<QCheckBox*>();
+    for (const QCheckBox* checkBox : checkBoxes)
+        follow(checkBox, &QCheckBox::toggled);
+}
+
 zoHPCTreeGUIW* zoHPCGUIW::getTree() const
 {
     return m_tree;
@@ -177,6 +260,16 @@ zoHPCDisplayGUII* zoHPCGUIW::getDisplayEditor() const
 QSize zoHPCGUIW::sizeHint() const
 {
     return {800, 600};
+}
+
+void zoHPCGUIW::setVisible(bool visible)
+{
+    // Qt complains about a native window that is made for a marked widget without "[*]" in its title.
+    const bool marked = isWindow() && !windowHandle() && isWindowModified();
+    setAttribute(Qt::WA_WindowModified, isWindowModified() && !marked);
+    QMainWindow::setVisible(visible);
+    if (marked)
+        setAttribute(Qt::WA_WindowModified);
 }
 
 void zoHPCGUIW::setStartEnabled(bool enabled)
@@ -246,17 +339,14 @@ void zoHPCGUIW::updateDisplayState()
 
 QString zoHPCGUIW::getConfigString()
 {
-    zoHPCDocumentWriter writer;
-    writer.openElement(QStringLiteral("cluster"));
-    writer.addAttribute(QStringLiteral("version"), QStringLiteral("1"));
-    m_tree->writeSection(writer);
-    QDomDocument displays;
-    displays.appendChild(displays.createElement(QStringLiteral("cluster")));
-    m_displayEditor->saveToXML(displays);
-    zoHPCDocumentText::appendChildren(displays.documentElement(), writer);
-    writer.closeElement();
-    m_lastConfig = writer.takeText();
+    m_lastConfig =
+        documentOf(*m_displayEditor, [this](zoHPCDocumentWriter& writer) { m_tree->writeSection(writer); });
     return m_lastConfig;
+}
+
+QString zoHPCGUIW::documentText() const
+{
+    return documentOf(*m_displayEditor, [this](zoHPCDocumentWriter& writer) { m_tree->writeRows(writer); });
 }
 
 void zoHPCGUIW::setConfigString(const QString& text)
@@ -266,6 +356,92 @@ void zoHPCGUIW::setConfigString(const QString& text)
     m_lastConfig = text;
     m_tree->loadFromXML(document);
     m_displayEditor->loadFromXML(document);
+    refreshStatusLater();
+}
+
+void zoHPCGUIW::replaceConfigString(const QString& text)
+{
+    // A service may tell back what it was just given, which makes nothing saved that was not.
+    const bool isSaved = m_currentFile.isEmpty() && text != documentText();
+    announceReplacement(text);
+    setConfigString(text);
+    if (isSaved)
+        takeAsSaved();
+}
+
+bool zoHPCGUIW::differs() const
+{
+    return documentText() != m_savedText;
+}
+
+void zoHPCGUIW::announceReplacement(const QString& coming)
+{
+    const bool isEmpty = m_tree->master()->childCount() == 0 &&
+                         m_displayEditor->getProjectionItems().isEmpty() &&
+                         m_displayEditor->getWindowItems().isEmpty();
+    const QString text = documentText();
+    if (isEmpty || text == m_untouchedText || text == coming)
+        return;
+    setProperty("replacedConfiguration", text);
+    setProperty("replacedConfiguration", QVariant());
+}
+
+void zoHPCGUIW::takeAsSaved()
+{
+    m_savedText = documentText();
+    showDiffers(false);
+    showContents();
+}
+
+void zoHPCGUIW::showFile()
+{
+    m_statusPane->setFile(m_currentFile);
+    // At once: a picture may be taken of what was just loaded.
+    m_statusPane->layout()->activate();
+    statusBar()->layout()->activate();
+    if (windowFilePath() == m_currentFile)
+        return;
+    setWindowFilePath(m_currentFile);
+    // Qt sends it for windows without a title only, which take that of the file.
+    QEvent change(QEvent::WindowTitleChange);
+    QCoreApplication::sendEvent(this, &change);
+}
+
+void zoHPCGUIW::showDiffers(bool differs)
+{
+    m_statusPane->setDiffers(differs);
+    if (isWindowModified() == differs)
+        return;
+    // setWindowModified() without its complaint about windows that have no "[*]" in their title: where this
+    // one stands alone, its status bar tells.
+    setAttribute(Qt::WA_WindowModified, differs);
+    QEvent change(QEvent::ModifiedChange);
+    QCoreApplication::sendEvent(this, &change);
+}
+
+void zoHPCGUIW::refreshStatusLater()
+{
+    m_changedWhileWaiting = m_statusTimer.isActive();
+    if (!m_changedWhileWaiting)
+        m_statusTimer.start();
+}
+
+void zoHPCGUIW::refreshStatus()
+{
+    showFile();
+    showDiffers(differs());
+    showContents();
+}
+
+void zoHPCGUIW::showContents()
+{
+    const auto* projections = m_displayEditor->findChild<QTreeWidget*>(QStringLiteral("m_projectionTree"));
+    const auto* displays = m_displayEditor->findChild<QTreeWidget*>(QStringLiteral("m_displayTree"));
+    const zoHPCLayout layout(projections, displays, m_tree->master());
+    m_statusPane->setCounts(int(layout.nodes().size()), displays->topLevelItemCount());
+    m_statusPane->setProblems(zoHPCProblems::find(layout));
+    m_statusTimer.stop();
+    m_changedWhileWaiting = false;
 }
 
 QString zoHPCGUIW::getConfigPath()
@@ -281,6 +457,8 @@ void zoHPCGUIW::setCurrentFile(const QString& fileName)
     const QFileInfo file(fileName);
     m_configDirectory = file.absolutePath();
     m_currentFile = file.absoluteFilePath();
+    takeAsSaved();
+    showFile();
 }
 
 void zoHPCGUIW::loadConfig()
@@ -306,6 +484,7 @@ void zoHPCGUIW::loadConfig(const QString& fileName)
         return;
     }
     file.close();
+    announceReplacement(textOf(bytes));
     m_lastConfig = textOf(bytes);
     setConfigString(m_lastConfig);
     setCurrentFile(fileName);
@@ -350,9 +529,13 @@ void zoHPCGUIW::saveConfig(const QString& fileName)
 
 void zoHPCGUIW::setDefaultConfig()
 {
+    announceReplacement();
     m_tree->setDefaultConfig();
     m_displayEditor->setDefaultConfig();
     m_currentFile.clear();
+    takeAsSaved();
+    m_untouchedText = m_savedText;
+    showFile();
 }
 
 void zoHPCGUIW::editConfig()
@@ -379,7 +562,7 @@ void zoHPCGUIW::importLegacy()
     if (file.open(QIODevice::ReadOnly))
         text = textOf(file.readAll());
     zoHPCConfigConverter converter;
-    setConfigString(converter.convert(text));
+    replaceConfigString(converter.convert(text));
     if (converter.parameterCount() == 0)
         statusBar()->showMessage(
             tr("%1 holds no parameters of a legacy configuration.").arg(QDir::toNativeSeparators(fileName)));

@@ -989,9 +989,20 @@ void zoHPCTreeGUIW::saveToXML(QDomDocument& doc)
 
 void zoHPCTreeGUIW::writeSection(zoHPCDocumentWriter& writer)
 {
-    if (!m_booking.isEmpty())
-        writer.addAttribute(s_booking, m_booking);
+    const QString booking = m_booking; // reading the hosts file ends it
     loadNodesFile();
+    writeRows(writer, booking);
+}
+
+void zoHPCTreeGUIW::writeRows(zoHPCDocumentWriter& writer) const
+{
+    writeRows(writer, m_booking);
+}
+
+void zoHPCTreeGUIW::writeRows(zoHPCDocumentWriter& writer, const QString& booking) const
+{
+    if (!booking.isEmpty())
+        writer.addAttribute(s_booking, booking);
 
     const auto open = [this, &writer](const zoHPCTreeItem* item) {
         // An option of that name replaces the attribute, as it does in a document.

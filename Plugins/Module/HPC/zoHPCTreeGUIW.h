@@ -76,6 +76,8 @@ public:
     // The same as text, into the root element that the writer has just opened; without a document in between,
     // which large clusters pay for at each change while they run.
     void writeSection(zoHPCDocumentWriter& writer);
+    // The same of the tree as it is, whatever a hosts file says by now.
+    void writeRows(zoHPCDocumentWriter& writer) const;
     void appendXMLConfig(zoHPCTreeItem* item, QDomDocument& doc, QDomElement& parent);
     void loadFromXML(QDomDocument& doc);
     void setXMLConfig(zoHPCTreeItem* parent, QDomElement element);
@@ -112,6 +114,7 @@ private:
     void expandAllParents();
     void updateRowHeight();
     void setReadablePalette();
+    void writeRows(zoHPCDocumentWriter& writer, const QString& booking) const;
 
     std::unique_ptr<Ui_zoHPCTreeGUIW> m_ui;
     zoHPCTreeItem* m_master = nullptr; // owned by the tree widget
