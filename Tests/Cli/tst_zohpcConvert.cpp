@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QJsonObject>
 #include <QTest>
 
 // "zohpc convert" as a whole process.
@@ -18,6 +19,7 @@ private slots:
     void outputIsTheConvertersText_data();
     void outputIsTheConvertersText();
     void outputFileIsReplaced();
+    void remarksTellFileLineAndColumn();
     void remarksAsJson();
     void unusableInputLeavesTheOldFile_data();
     void unusableInputLeavesTheOldFile();
@@ -46,7 +48,9 @@ void tst_zohpcConvert::outputIsTheConvertersText()
     const QByteArray text = converter.convert(QString::fromUtf8(legacy)).toUtf8();
     QByteArray remarks;
     for (const zoHPCConfigConverter::Remark& remark : converter.remarks())
-        remarks += file.toUtf8() + ": " + remark.text.toUtf8() + '\n';
+        remarks += QStringLiteral("%1:%2:%3: %4\n")
+                       .arg(file, QString::number(remark.line), QString::number(remark.column), remark.text)
+                       .toUtf8();
 
     const zoCommandRun run = zoCommandRun::zohpc({"convert", file});
     const zoCommandRun piped = zoCommandRun::zohpc({"convert", "-"}, legacy);
@@ -67,22 +71,44 @@ void tst_zohpcConvert::outputFileIsReplaced()
     QCOMPARE(zoCliFiles::read(output), zoCommandRun::zohpc({"convert", legacy}).output);
 }
 
+void tst_zohpcConvert::remarksTellFileLineAndColumn()
+{
+    const zoCommandRun run = zoCommandRun::zohpc({"convert", "-", "-o", m_files.path("remarks.zhpc")},
+                                                 "<config>\n"
+                                                 "  <key name=\"zoClusterProjectionType\">Powerwall</key>\n"
+                                                 "  <a/> <key name=\"zoClusterPWXRes\">wide</key>\n"
+                                                 "<key name=\"zoClusterPWXOverlap\">20</key>\n"
+                                                 "</config>\n");
+
+    QCOMPARE(run.whole(),
+             QByteArray("--- errors\n"
+                        "-:3:8: zoClusterPWXRes is \"wide\", which is no number; it was read as 0.\n"
+                        "-:4:1: The overlap 20 was taken for both directions.\n"
+                        "-:1:1: 1 windows have no node.\n"
+                        "--- exit code 0\n"));
+}
+
 void tst_zohpcConvert::remarksAsJson()
 {
     const QString legacy = QStringLiteral(ZO_TEST_DATA_DIR "/Legacy/custom-gap-and-empty-window.xml");
     zoHPCConfigConverter converter;
     converter.convert(QString::fromUtf8(zoCliFiles::read(legacy)));
-    QStringList remarks;
-    for (const zoHPCConfigConverter::Remark& remark : converter.remarks())
-        remarks << remark.text;
-    QVERIFY(!remarks.isEmpty());
+    QJsonArray remarks;
+    for (const zoHPCConfigConverter::Remark& remark : converter.remarks()) {
+        remarks << QJsonObject{{"file", legacy},
+                               {"line", remark.line},
+                               {"column", remark.column},
+                               {"kind", zoHPCConfigConverter::Remark::kindName(remark.kind)},
+                               {"text", remark.text}};
+    }
+    QVERIFY(remarks.size() > 1);
 
     const zoCommandRun run =
         zoCommandRun::zohpc({"convert", legacy, "--json", "-o", m_files.path("json.zhpc")});
 
     QCOMPARE(run.errors, QByteArray());
     QCOMPARE(run.exitCode, 0);
-    QCOMPARE(QJsonDocument::fromJson(run.output).array(), QJsonArray::fromStringList(remarks));
+    QCOMPARE(QJsonDocument::fromJson(run.output).array(), remarks);
 }
 
 void tst_zohpcConvert::unusableInputLeavesTheOldFile_data()

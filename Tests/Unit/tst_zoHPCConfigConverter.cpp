@@ -352,6 +352,10 @@ private slots:
     void remarksTellWhatChanged_data();
     void remarksTellWhatChanged();
     void remarksOfTheLastConversionOnly();
+    void remarksKnowTheirPlace_data();
+    void remarksKnowTheirPlace();
+    void remarksPassOverIgnoredParameters();
+    void kindsHaveDifferentWords();
 
     // Files and sizes.
     void corpusConvertsAsRecorded_data();
@@ -1864,13 +1868,115 @@ void tst_zoHPCConfigConverter::remarksOfTheLastConversionOnly()
 {
     zoHPCConfigConverter converter;
     converter.convert(QString());
-    QCOMPARE(converter.remarks(), (QList<Remark>{{Remark::Kind::NoParameters,
-                                                  QStringLiteral("The text holds no legacy parameter.")}}));
+    QCOMPARE(converter.remarks().size(), 1);
+    QCOMPARE(converter.remarks().first().kind, Remark::Kind::NoParameters);
+    QCOMPARE(converter.remarks().first().text, QStringLiteral("The text holds no legacy parameter."));
 
     converter.convert(legacyText(wallOf(QStringLiteral("a%1 b%2"), 3)));
 
-    QCOMPARE(converter.remarks(),
-             (QList<Remark>{{Remark::Kind::MissingHosts, QStringLiteral("1 windows have no node.")}}));
+    QCOMPARE(converter.remarks().size(), 1);
+    QCOMPARE(converter.remarks().first().kind, Remark::Kind::MissingHosts);
+    QCOMPARE(converter.remarks().first().text, QStringLiteral("1 windows have no node."));
+}
+
+void tst_zoHPCConfigConverter::remarksKnowTheirPlace_data()
+{
+    QTest::addColumn<QString>("lines"); // of parameters, the first in line 2
+    QTest::addColumn<Remark::Kind>("kind");
+    QTest::addColumn<QString>("parameter");
+    QTest::addColumn<int>("line");
+
+    using Kind = Remark::Kind;
+    const QString wall = QStringLiteral("zoClusterProjectionType=Powerwall\n");
+    QTest::newRow("number") << wall + "zoClusterPWXRes=wide" << Kind::UnreadNumber << "zoClusterPWXRes" << 3;
+    QTest::newRow("last-of-a-name-holds") << wall + "zoClusterPWXRes=wide\nzoClusterPWXRes=broad"
+                                          << Kind::UnreadNumber << "zoClusterPWXRes" << 4;
+    QTest::newRow("position-of-a-host")
+        << wall + "zoClusterPWServers=a[xpos=x]" << Kind::UnreadNumber << "zoClusterPWServers" << 3;
+    QTest::newRow("field-of-a-pipe") << "zoClusterPipe1=b 0 x 9 9\nzoClusterPipe0=a 0 0 9 9 p 0 0 0 9 9 0"
+                                     << Kind::UnreadNumber << "zoClusterPipe1" << 2;
+    QTest::newRow("field-of-an-entry")
+        << "x=y\nzoClusterHosts=a 0 0 9 9 0 0 1 1,b" << Kind::UnreadNumber << "zoClusterHosts" << 3;
+    QTest::newRow("compression") << "x=y\nzoClusterNetworkCompression=9" << Kind::UnknownCompression
+                                 << "zoClusterNetworkCompression" << 3;
+    QTest::newRow("equal-hosts") << wall + "zoClusterPWServers=a b b" << Kind::NumberedHosts
+                                 << "zoClusterPWServers" << 3;
+    QTest::newRow("equal-hosts-of-pipes") << "zoClusterPipe0=a\nzoClusterPipe1=b\nzoClusterPipe2=b"
+                                          << Kind::NumberedHosts << "zoClusterPipe1" << 3;
+    QTest::newRow("second-forwards") << "zoClusterPipe0=a\nzoClusterPipe1=m[forwards=b]n[forwards=c]"
+                                     << Kind::DroppedForwards << "zoClusterPipe1" << 3;
+    QTest::newRow("shifted-hosts") << "zoClusterProjectionType=Custom\nzoClusterPipe0=a\n"
+                                      "zoClusterPipe1=m[forwards=b]\nzoClusterPipe2=o[forwards=p]"
+                                   << Kind::ShiftedHosts << "zoClusterPipe1" << 4;
+    QTest::newRow("dropped-pipes") << "zoClusterPipe0=a\nzoClusterPipe10=b\nzoClusterPipe2=b"
+                                   << Kind::DroppedPipes << "zoClusterPipe2" << 4;
+    QTest::newRow("overlap") << wall + "zoClusterPWXOverlap=20" << Kind::CopiedOverlap
+                             << "zoClusterPWXOverlap" << 3;
+    QTest::newRow("half-stereo") << wall + "zoClusterPWStereoMode=2" << Kind::HalfStereo
+                                 << "zoClusterPWStereoMode" << 3;
+    QTest::newRow("missing-hosts") << wall + "zoClusterPWServers=a\nzoClusterPWCols=2" << Kind::MissingHosts
+                                   << "zoClusterPWServers" << 3;
+    QTest::newRow("pipe-without-host") << "zoClusterPipe0=a\nzoClusterPipe1= 0\nzoClusterPipe2=c"
+                                       << Kind::MissingHosts << "zoClusterPipe1" << 3;
+    QTest::newRow("unused-hosts") << wall + "zoClusterPWServers=a b" << Kind::UnusedHosts
+                                  << "zoClusterPWServers" << 3;
+    QTest::newRow("unused-forwarded-host")
+        << "zoClusterPipe0=a\nzoClusterPipe1=m[forwards=b]" << Kind::UnusedHosts << "zoClusterPipe1" << 3;
+    QTest::newRow("empty-window") << "zoClusterPipe0=a 0 0 9 9\nzoClusterPipe1=b 0 0 0 9" << Kind::EmptyWindow
+                                  << "zoClusterPipe1" << 3;
+    QTest::newRow("parameter-that-is-not-there")
+        << wall + "zoClusterPWServers2=a" << Kind::MissingHosts << "zoClusterPWServers" << 1;
+}
+
+void tst_zoHPCConfigConverter::remarksKnowTheirPlace()
+{
+    QFETCH(QString, lines);
+    QFETCH(Remark::Kind, kind);
+    QFETCH(QString, parameter);
+    QFETCH(int, line);
+    QString text = QStringLiteral("<config>\n");
+    const QStringList list = lines.split(QLatin1Char('\n'));
+    for (const QString& entry : list) {
+        text += QStringLiteral("  <x/><key name=\"%1\">%2</key>\n")
+                    .arg(entry.section(QLatin1Char('='), 0, 0), entry.section(QLatin1Char('='), 1));
+    }
+    zoHPCConfigConverter converter;
+
+    converter.convert(text + QStringLiteral("</config>"));
+
+    const QList<Remark> remarks = converter.remarks();
+    const auto remark = std::find_if(remarks.cbegin(), remarks.cend(),
+                                     [kind](const Remark& candidate) { return candidate.kind == kind; });
+    QVERIFY(remark != remarks.cend());
+    QCOMPARE(remark->parameter, parameter);
+    QCOMPARE(remark->line, line);
+    QCOMPARE(remark->column, line == 1 ? 1 : 7);
+}
+
+void tst_zoHPCConfigConverter::remarksPassOverIgnoredParameters()
+{
+    const QString nested = QStringLiteral("<key name='zoClusterPWXRes'>\n");
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("^Legacy parameters inside more than")));
+    zoHPCConfigConverter converter;
+
+    converter.convert(QStringLiteral("<config><key name='zoClusterProjectionType'>Powerwall</key>\n") +
+                      nested.repeated(zoHPCConfigConverter::MaximumNestedParameters + 20) +
+                      QStringLiteral("</key>").repeated(zoHPCConfigConverter::MaximumNestedParameters + 20) +
+                      QStringLiteral("</config>"));
+
+    QCOMPARE(converter.remarks().first().kind, Remark::Kind::UnreadNumber);
+    QCOMPARE(converter.remarks().first().line, zoHPCConfigConverter::MaximumNestedParameters + 1);
+}
+
+void tst_zoHPCConfigConverter::kindsHaveDifferentWords()
+{
+    QSet<QString> words;
+    for (int kind = 0; kind <= int(Remark::Kind::CutWall); ++kind)
+        words << Remark::kindName(Remark::Kind(kind));
+
+    QCOMPARE(words.size(), int(Remark::Kind::CutWall) + 1);
+    QVERIFY(!words.contains(QString()));
+    QCOMPARE(Remark::kindName(Remark::Kind::UnreadNumber), QStringLiteral("unread-number"));
 }
 
 void tst_zoHPCConfigConverter::corpusConvertsAsRecorded_data()

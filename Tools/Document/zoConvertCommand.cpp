@@ -14,11 +14,12 @@ QString zoConvertCommand::name() const
 
 QString zoConvertCommand::description() const
 {
-    return tr("Converts a legacy configuration into a configuration document. What a reader of the old file "
-              "should look at\n"
-              "afterwards, because it was dropped or changed by rule, is told on standard error; the exit "
-              "code is 0 all\n"
-              "the same.");
+    return tr(
+        "Converts a legacy configuration into a configuration document. What a reader of the old file "
+        "should look at\n"
+        "afterwards, because it was dropped or changed by rule, is told on standard error with the place "
+        "of the\n"
+        "parameter; the exit code is 0 all the same.");
 }
 
 QStringList zoConvertCommand::examples() const
@@ -33,7 +34,9 @@ void zoConvertCommand::addArguments(QCommandLineParser& parser) const
                       tr("Write to <file>, which is replaced as a whole. Standard output otherwise."),
                       tr("file")});
     parser.addOption(
-        {QStringLiteral("json"), tr("With --output: write the remarks as JSON to standard output.")});
+        {QStringLiteral("json"),
+         tr("With --output: write the remarks as JSON to standard output, a list of objects with \"file\", "
+            "\"line\", \"column\", \"kind\" and \"text\".")});
     parser.addPositionalArgument(QStringLiteral("LEGACY.xml"),
                                  tr("A legacy configuration, \"-\" for standard input."));
 }
@@ -73,10 +76,15 @@ int zoConvertCommand::execute(const QCommandLineParser& parser)
     const QList<zoHPCConfigConverter::Remark> remarks = converter.remarks();
     QByteArray json;
     for (const zoHPCConfigConverter::Remark& remark : remarks) {
-        if (isJson)
-            json += (json.isEmpty() ? "" : ",\n ") + zoConsole::json(remark.text);
-        else
-            zoConsole::complain(QStringLiteral("%1: %2").arg(file, remark.text));
+        if (!isJson) {
+            zoConsole::complain(file, remark.line, remark.column, remark.text);
+            continue;
+        }
+        json += (json.isEmpty() ? "{\"file\": " : ",\n {\"file\": ") + zoConsole::json(file) +
+                ", \"line\": " + QByteArray::number(remark.line) +
+                ", \"column\": " + QByteArray::number(remark.column) +
+                ", \"kind\": " + zoConsole::json(zoHPCConfigConverter::Remark::kindName(remark.kind)) +
+                ", \"text\": " + zoConsole::json(remark.text) + '}';
     }
     if (isJson && !zoConsole::write('[' + json + "]\n"))
         return zoConsole::Unusable;

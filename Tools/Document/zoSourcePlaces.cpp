@@ -5,8 +5,6 @@
 #include "zoHPCTreeItem.h"
 #include "zoHPCWindowItem.h"
 
-#include <QXmlStreamReader>
-
 zoSourcePlaces::zoSourcePlaces(zoClusterSetup& setup)
 {
     read(setup.source());
@@ -47,39 +45,18 @@ zoSourcePlaces::Place zoSourcePlaces::place(const QTreeWidgetItem* item) const
 
 void zoSourcePlaces::read(const QString& text)
 {
-    QXmlStreamReader reader(text);
-    reader.setNamespaceProcessing(false);
-    QStringList open;
-    int counted = 0; // characters of the text that are in `place`
-    Place place;
-    while (!reader.atEnd()) {
-        int offset = int(reader.characterOffset()); // where the next token begins
-        const QXmlStreamReader::TokenType token = reader.readNext();
-        if (token == QXmlStreamReader::EndElement)
-            open.removeLast();
-        if (token != QXmlStreamReader::StartElement)
-            continue;
-        // After a text the reader has the next "<" already.
-        if (offset > 0 && offset <= text.size() && text.at(offset - 1) == QLatin1Char('<'))
-            --offset;
-        for (; counted < offset && counted < text.size(); ++counted) {
-            ++place.column;
-            if (text.at(counted) == QLatin1Char('\n')) {
-                ++place.line;
-                place.column = 1;
-            }
-        }
-        const QString tag = reader.qualifiedName().toString();
-        const int depth = open.size();
-        const QString section = depth > 1 ? open.at(1) : QString();
+    zoHPCElementScanner scanner(text);
+    while (scanner.next()) {
+        const QString tag = scanner.tag();
+        const int depth = scanner.around().size();
+        const QString section = depth > 1 ? scanner.around().at(1) : QString();
         if (section == QLatin1String("master") &&
             (tag == QLatin1String("network") || tag == QLatin1String("node")))
-            m_hosts.push_back(place);
+            m_hosts.push_back(scanner.place());
         else if (depth == 1 && tag == QLatin1String("projection"))
-            m_projections.push_back(place);
+            m_projections.push_back(scanner.place());
         else if (section == QLatin1String("display") &&
                  (tag == QLatin1String("window") || tag == QLatin1String("viewport")))
-            m_outputs.push_back(place);
-        open << tag;
+            m_outputs.push_back(scanner.place());
     }
 }

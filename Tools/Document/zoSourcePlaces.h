@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zoHPCElementScanner.h>
+
 #include <QHash>
 #include <QString>
 
@@ -12,11 +14,7 @@ class zoClusterSetup;
 class zoSourcePlaces final
 {
 public:
-    struct Place
-    {
-        int line = 1; // from 1
-        int column = 1;
-    };
+    using Place = zoHPCElementScanner::Place;
 
     // The setup was read from its source().
     explicit zoSourcePlaces(zoClusterSetup& setup);

@@ -2,6 +2,7 @@
 
 #include "zoHPC.h"
 #include "zoHPCDocumentText.h"
+#include "zoHPCElementScanner.h"
 
 #include <zoLog.h>
 
@@ -214,11 +215,47 @@ zoHPCConfigConverter::zoHPCConfigConverter() = default;
 
 zoHPCConfigConverter::~zoHPCConfigConverter() = default;
 
+QString zoHPCConfigConverter::Remark::kindName(Kind kind)
+{
+    switch (kind) {
+    case Kind::NoParameters:
+        return QStringLiteral("no-parameters");
+    case Kind::UnreadNumber:
+        return QStringLiteral("unread-number");
+    case Kind::UnknownCompression:
+        return QStringLiteral("unknown-compression");
+    case Kind::NumberedHosts:
+        return QStringLiteral("numbered-hosts");
+    case Kind::DroppedForwards:
+        return QStringLiteral("dropped-forwards");
+    case Kind::ShiftedHosts:
+        return QStringLiteral("shifted-hosts");
+    case Kind::DroppedPipes:
+        return QStringLiteral("dropped-pipes");
+    case Kind::CopiedOverlap:
+        return QStringLiteral("copied-overlap");
+    case Kind::HalfStereo:
+        return QStringLiteral("half-stereo");
+    case Kind::MissingHosts:
+        return QStringLiteral("missing-hosts");
+    case Kind::UnusedHosts:
+        return QStringLiteral("unused-hosts");
+    case Kind::EmptyWindow:
+        return QStringLiteral("empty-window");
+    case Kind::CutWall:
+        return QStringLiteral("cut-wall");
+    }
+    return QString();
+}
+
 QString zoHPCConfigConverter::convert(const QString& legacyText)
 {
+    m_legacyText = legacyText;
     m_remarks.clear();
-    m_hasForwards = false;
+    m_entry = 0;
+    m_forwardsParameter.clear();
     m_unreadFields = 0;
+    m_unreadParameter.clear();
     m_document = QDomDocument();
     m_clusterElement = m_document.createElement(QStringLiteral("cluster"));
     m_masterElement = m_document.createElement(QStringLiteral("master"));
@@ -249,7 +286,8 @@ QString zoHPCConfigConverter::convert(const QString& legacyText)
     if (m_unreadFields > 0) {
         remark(Remark::Kind::UnreadNumber,
                tr("%1 fields of the window layout are missing or no numbers; they were read as 0.")
-                   .arg(m_unreadFields));
+                   .arg(m_unreadFields),
+               m_unreadParameter);
     }
     // With its empty attributes: a window without a host has an empty node.
     return zoHPCDocumentText::toText(m_document, zoHPCDocumentText::EmptyAttributes::Keep);
@@ -268,7 +306,7 @@ void zoHPCConfigConverter::parseConfig(const QString& legacyText)
         m_parameters.insert(key.element.attribute(QStringLiteral("name")), encoded ? decoded(value) : value);
     }
     if (m_parameters.isEmpty())
-        remark(Remark::Kind::NoParameters, tr("The text holds no legacy parameter."));
+        remark(Remark::Kind::NoParameters, tr("The text holds no legacy parameter."), QString());
 }
 
 void zoHPCConfigConverter::parseMode()
@@ -310,7 +348,8 @@ void zoHPCConfigConverter::parseOptions()
             m_masterElement.setAttribute(zoHPCOption::SceneCompression, QLatin1String(compression->scene));
         m_masterElement.setAttribute(zoHPCOption::ImageCompression, QLatin1String(compression->image));
     } else if (level != QLatin1String("0")) {
-        remark(Remark::Kind::UnknownCompression, tr("The compression level \"%1\" is not known.").arg(level));
+        remark(Remark::Kind::UnknownCompression, tr("The compression level \"%1\" is not known.").arg(level),
+               QStringLiteral("zoClusterNetworkCompression"));
     }
 
     const QString superSampling = parameter("zoClusterSortFirstStillFrameSupersamplingFactor", "0");
@@ -338,8 +377,8 @@ void zoHPCConfigConverter::parseHosts()
         break;
     case Custom: {
         const QStringList pipes = parsePipes();
-        for (const QString& pipe : pipes)
-            addHosts(m_networkElement, parsePipeHost(pipe));
+        for (m_entry = 0; m_entry < pipes.size(); ++m_entry)
+            addHosts(m_networkElement, parsePipeHost(pipes.at(m_entry)));
         break;
     }
     case Old: {
@@ -378,11 +417,13 @@ void zoHPCConfigConverter::addHosts(QDomElement& parent, const QString& hosts)
         if (parameter("zoClusterInfiniband", "0") == QLatin1String("1"))
             network.setAttribute(zoHPCOption::NetworkType, QStringLiteral("infiniband"));
 
-        m_hasForwards = true;
+        if (m_forwardsParameter.isEmpty())
+            m_forwardsParameter = entryParameter(m_entry);
         if (end >= 0) {
             remark(Remark::Kind::DroppedForwards,
                    tr("Host \"%1\": what follows its second list of forwarded hosts was dropped.")
-                       .arg(node.attribute(QStringLiteral("name"))));
+                       .arg(node.attribute(QStringLiteral("name"))),
+                   entryParameter(m_entry));
         }
         return;
     }
@@ -417,6 +458,7 @@ QDomElement zoHPCConfigConverter::addNode(QDomElement& parent, const QString& na
     QDomElement node = m_document.createElement(QStringLiteral("node"));
     node.setAttribute(QStringLiteral("name"), name);
     m_hostNames.append(name);
+    m_hostEntries.push_back(m_entry);
     parent.appendChild(node);
     return node;
 }
@@ -438,11 +480,14 @@ void zoHPCConfigConverter::numberEqualHosts()
     if (equal == m_hostNames.cend())
         return;
     const QString name = *equal;
+    const int entry = m_hostEntries[std::size_t(equal - m_hostNames.cbegin())];
     for (int i = 0; i < m_hostNames.size(); ++i)
         m_hostNames[i] = name + QLatin1Char(' ') + QString::number(i + 1);
-    remark(Remark::Kind::NumberedHosts, tr("Several hosts have the name \"%1\", so all windows name their "
-                                           "nodes \"%1 1\", \"%1 2\" and so on.")
-                                            .arg(name));
+    remark(Remark::Kind::NumberedHosts,
+           tr("Several hosts have the name \"%1\", so all windows name their "
+              "nodes \"%1 1\", \"%1 2\" and so on.")
+               .arg(name),
+           entryParameter(entry));
 }
 
 void zoHPCConfigConverter::parsePowerwall()
@@ -459,9 +504,11 @@ void zoHPCConfigConverter::parsePowerwall()
     // The legacy format knows one overlap, which holds in both directions.
     addWall(QStringLiteral("wall"), width, height, xOffset, yOffset, rows, columns, overlap, overlap);
     if (overlap != 0)
-        remark(Remark::Kind::CopiedOverlap, tr("The overlap %1 was taken for both directions.").arg(overlap));
+        remark(Remark::Kind::CopiedOverlap, tr("The overlap %1 was taken for both directions.").arg(overlap),
+               QStringLiteral("zoClusterPWXOverlap"));
     if (stereo.half)
-        remark(Remark::Kind::HalfStereo, tr("The viewports cover the left half of their windows only."));
+        remark(Remark::Kind::HalfStereo, tr("The viewports cover the left half of their windows only."),
+               QStringLiteral("zoClusterPWStereoMode"));
 
     const qint64 tiles = rows > 0 && columns > 0 ? qint64(rows) * columns : 0;
     const int limit = std::max(MaximumWindowsWithoutHost, int(m_hostNames.size()));
@@ -473,7 +520,8 @@ void zoHPCConfigConverter::parsePowerwall()
                          columns, k);
             remark(Remark::Kind::CutWall,
                    tr("The wall has %1 x %2 tiles; only its first %3 windows were converted.")
-                       .arg(QString::number(rows), QString::number(columns), QString::number(k)));
+                       .arg(QString::number(rows), QString::number(columns), QString::number(k)),
+                   rows > columns ? QStringLiteral("zoClusterPWRows") : QStringLiteral("zoClusterPWCols"));
             break;
         }
         const QString tileName =
@@ -494,15 +542,17 @@ void zoHPCConfigConverter::parseCustom()
     const QStringList pipes = parsePipes();
     int counter = 1;
     int emptyWindows = 0;
+    int firstEmptyWindow = 0;
     QHash<QByteArray, QString> planes;
     for (int i = 0; i < pipes.size(); ++i) {
+        m_entry = i;
         const QStringList fields = parts(pipes.at(i), ' ');
         const int width = toInt(fields.value(3));
         const int height = toInt(fields.value(4));
         const QDomElement window = addWindow(m_hostNames.value(i), QString(), toInt(fields.value(1)),
                                              toInt(fields.value(2)), width, height);
-        if (width == 0 || height == 0)
-            ++emptyWindows;
+        if ((width == 0 || height == 0) && ++emptyWindows == 1)
+            firstEmptyWindow = i;
 
         const QStringList descriptors = parts(fields.mid(5).join(QLatin1Char(' ')), '|');
         for (const QString& descriptor : descriptors) {
@@ -534,14 +584,16 @@ void zoHPCConfigConverter::parseCustom()
         }
     }
 
-    const int dropped = pipeParameterCount() - int(pipes.size());
-    if (dropped > 0) {
+    const QStringList dropped = droppedPipes(pipes.size());
+    if (!dropped.isEmpty()) {
         remark(Remark::Kind::DroppedPipes,
                tr("There is no zoClusterPipe%1, so %2 pipes with higher numbers were dropped.")
-                   .arg(QString::number(pipes.size()), QString::number(dropped)));
+                   .arg(QString::number(pipes.size()), QString::number(dropped.size())),
+               dropped.constFirst());
     }
     if (emptyWindows > 0)
-        remark(Remark::Kind::EmptyWindow, tr("%1 windows have no width or no height.").arg(emptyWindows));
+        remark(Remark::Kind::EmptyWindow, tr("%1 windows have no width or no height.").arg(emptyWindows),
+               entryParameter(firstEmptyWindow));
     remarkWindows(int(pipes.size()));
 }
 
@@ -660,7 +712,7 @@ int zoHPCConfigConverter::toInt(const QString& text)
     bool isNumber = false;
     const int value = text.toInt(&isNumber);
     if (!isNumber)
-        ++m_unreadFields;
+        countUnreadField();
     return value;
 }
 
@@ -669,7 +721,7 @@ double zoHPCConfigConverter::toDouble(const QString& text)
     bool isNumber = false;
     const double value = text.toDouble(&isNumber);
     if (!isNumber)
-        ++m_unreadFields;
+        countUnreadField();
     return value;
 }
 
@@ -678,40 +730,105 @@ int zoHPCConfigConverter::position(const std::vector<int>& positions, int index)
     return std::size_t(index) < positions.size() ? positions[std::size_t(index)] : 0;
 }
 
-int zoHPCConfigConverter::pipeParameterCount() const
+// Parameters of pipes from a number on, in the order of their numbers.
+QStringList zoHPCConfigConverter::droppedPipes(int firstNumber) const
 {
     const QString prefix = QStringLiteral("zoClusterPipe");
-    int count = 0;
+    QMap<uint, QString> pipes;
     for (auto it = m_parameters.lowerBound(prefix); it != m_parameters.cend() && it.key().startsWith(prefix);
          ++it) {
         const QString number = it.key().mid(prefix.size());
-        if (number == QString::number(number.toUInt()))
-            ++count;
+        if (number == QString::number(number.toUInt()) && number.toUInt() >= uint(firstNumber))
+            pipes.insert(number.toUInt(), it.key());
     }
-    return count;
+    return pipes.values();
 }
 
-void zoHPCConfigConverter::remark(Remark::Kind kind, const QString& text)
+// Where hosts and windows are: one parameter for all of them, but one for each pipe.
+QString zoHPCConfigConverter::entryParameter(int entry) const
 {
-    m_remarks.append({kind, text});
+    switch (m_mode) {
+    case Raytracing:
+        return QStringLiteral("zoClusterSortFirstServers");
+    case Powerwall:
+        return QStringLiteral("zoClusterPWServers");
+    case Custom:
+        return QStringLiteral("zoClusterPipe%1").arg(entry);
+    case Old:
+        return QStringLiteral("zoClusterHosts");
+    }
+    return QString();
+}
+
+void zoHPCConfigConverter::countUnreadField()
+{
+    if (++m_unreadFields == 1)
+        m_unreadParameter = entryParameter(m_entry);
+}
+
+QList<zoHPCConfigConverter::Remark> zoHPCConfigConverter::remarks() const
+{
+    QList<Remark> remarks = m_remarks;
+    QHash<QString, zoHPCElementScanner::Place> places;
+    for (const Remark& remark : qAsConst(remarks)) {
+        if (!remark.parameter.isEmpty())
+            places.insert(remark.parameter, {});
+    }
+    if (places.isEmpty())
+        return remarks;
+
+    std::vector<int> open; // depths of the parameters around
+    zoHPCElementScanner scanner(m_legacyText);
+    while (scanner.next()) {
+        const int depth = scanner.around().size();
+        while (!open.empty() && open.back() >= depth)
+            open.pop_back();
+        if (scanner.tag() != QLatin1String("key"))
+            continue;
+        open.push_back(depth);
+        // The last one of a name holds.
+        const auto place = places.find(scanner.attribute(QStringLiteral("name")));
+        if (place != places.end() && open.size() <= std::size_t(MaximumNestedParameters))
+            *place = scanner.place();
+    }
+    for (Remark& remark : remarks) {
+        const zoHPCElementScanner::Place place = places.value(remark.parameter);
+        remark.line = place.line;
+        remark.column = place.column;
+    }
+    return remarks;
+}
+
+void zoHPCConfigConverter::remark(Remark::Kind kind, const QString& text, const QString& aboutParameter)
+{
+    m_remarks.append({kind, text, aboutParameter});
 }
 
 void zoHPCConfigConverter::remarkNumber(const char* key, const QString& text)
 {
     remark(Remark::Kind::UnreadNumber,
-           tr("%1 is \"%2\", which is no number; it was read as 0.").arg(QLatin1String(key), text));
+           tr("%1 is \"%2\", which is no number; it was read as 0.").arg(QLatin1String(key), text),
+           QLatin1String(key));
 }
 
 void zoHPCConfigConverter::remarkWindows(int windows)
 {
     const int hosts = int(m_hostNames.size());
-    if (m_hasForwards) {
+    if (!m_forwardsParameter.isEmpty()) {
         remark(Remark::Kind::ShiftedHosts,
                tr("Forwarding hosts take part in the order in which windows get their "
-                  "nodes and positions; check both."));
+                  "nodes and positions; check both."),
+               m_forwardsParameter);
     }
-    if (hosts < windows)
-        remark(Remark::Kind::MissingHosts, tr("%1 windows have no node.").arg(windows - hosts));
-    else if (hosts > windows)
-        remark(Remark::Kind::UnusedHosts, tr("%1 hosts have no window.").arg(hosts - windows));
+    if (hosts < windows) {
+        // A pipe without a host takes one from all that follow: the first one is what to look at.
+        int entry = 0;
+        for (const int hostEntry : m_hostEntries)
+            entry += hostEntry == entry ? 1 : 0;
+        remark(Remark::Kind::MissingHosts, tr("%1 windows have no node.").arg(windows - hosts),
+               entryParameter(entry));
+    } else if (hosts > windows) {
+        remark(Remark::Kind::UnusedHosts, tr("%1 hosts have no window.").arg(hosts - windows),
+               entryParameter(m_hostEntries[std::size_t(windows)]));
+    }
 }

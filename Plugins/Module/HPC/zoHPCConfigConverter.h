@@ -37,9 +37,19 @@ public:
         };
 
         Kind kind;
-        QString text; // one sentence for a person
+        QString text;      // one sentence for a person
+        QString parameter; // the legacy parameter that it is about; empty for none in particular
+        // Where that parameter stands in the legacy text, from 1; the beginning when it does not.
+        int line = 1;
+        int column = 1;
 
-        bool operator==(const Remark& other) const { return kind == other.kind && text == other.text; }
+        bool operator==(const Remark& other) const
+        {
+            return kind == other.kind && text == other.text && parameter == other.parameter &&
+                   line == other.line && column == other.column;
+        }
+        // Stable word for the kind, the same in all languages, such as "unread-number".
+        static QString kindName(Kind kind);
     };
 
     // A wall gets no more windows than this unless its list of hosts is longer: a damaged file with a million
@@ -61,7 +71,8 @@ public:
     int parameterCount() const { return int(m_parameters.size()); }
 
     // Values that the last conversion dropped or changed by rule, in the order in which it met them.
-    QList<Remark> remarks() const { return m_remarks; }
+    // Reads the legacy text again to find the places.
+    QList<Remark> remarks() const;
 
 private:
     // Layouts of a legacy file; the numbers are the format's own.
@@ -94,8 +105,10 @@ private:
     int toInt(const QString& text);
     double toDouble(const QString& text);
     static int position(const std::vector<int>& positions, int index);
-    int pipeParameterCount() const;
-    void remark(Remark::Kind kind, const QString& text);
+    QStringList droppedPipes(int firstNumber) const;
+    QString entryParameter(int entry) const;
+    void countUnreadField();
+    void remark(Remark::Kind kind, const QString& text, const QString& aboutParameter);
     void remarkNumber(const char* key, const QString& text);
     void remarkWindows(int windows);
 
@@ -111,7 +124,11 @@ private:
     std::vector<int> m_hostYPositions; // of plain hosts only
     bool m_edgeBlending = false;
     double m_zeroParallax = 0.0;
-    QList<Remark> m_remarks;
-    bool m_hasForwards = false;
-    int m_unreadFields = 0; // fields of the layout that are no numbers
+    QString m_legacyText;
+    QList<Remark> m_remarks;        // without their places
+    int m_entry = 0;                // that is being read: the number of the pipe in the custom layout
+    std::vector<int> m_hostEntries; // of the names of hosts
+    QString m_forwardsParameter;    // with the first forwarding host
+    int m_unreadFields = 0;         // fields of the layout that are no numbers
+    QString m_unreadParameter;      // with the first of them
 };
