@@ -1,5 +1,6 @@
 #include "zoHostApplication.h"
 #include "zoHostOptions.h"
+#include "zoHostTranslations.h"
 
 #include <QApplication>
 
@@ -19,7 +20,10 @@ void chooseOffscreenWithoutDisplay()
 zoHostOptions::Result readCommandLine(int& argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
-    return zoHostOptions::parse(QCoreApplication::arguments());
+    const QStringList arguments = QCoreApplication::arguments();
+    // Twice: what it prints is in the language that it asks for.
+    const zoHostTranslations translations(zoHostOptions::parse(arguments).options.language);
+    return zoHostOptions::parse(arguments);
 }
 } // namespace
 

@@ -1,5 +1,6 @@
 #include "zoClusterNodeLocks.h"
 
+#include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QFile>
 #include <QtEndian>
@@ -88,7 +89,8 @@ int zoClusterNodeLocks::openFile(qint64 mark)
     // Someone else may have made the directory to lay a link here.
     struct stat info = {};
     if (lstat(directory.constData(), &info) == -1 || !S_ISDIR(info.st_mode) || info.st_uid != geteuid()) {
-        m_error = QFile::decodeName(directory) + QStringLiteral(": not a directory of this user");
+        m_error = QCoreApplication::translate("zoClusterNodeLocks", "%1: not a directory of this user")
+                      .arg(QFile::decodeName(directory));
         return -1;
     }
     const QByteArray name = directory + "/zo-cluster-nodes-" + QByteArray::number(index) + ".lock";

@@ -24,6 +24,7 @@ QString defaultDocument()
 
 zoHostApplication::zoHostApplication(const zoHostOptions& options)
     : m_options(options)
+    , m_translations(options.language)
     , m_controller(options.nonInteractive)
     , m_preferences(&m_settings)
     , m_cameras(&m_settings, &m_nodes)
@@ -120,6 +121,8 @@ void zoHostApplication::loadModules()
     const QStringList files = m_options.moduleFiles.isEmpty()
                                   ? QStringList(zoModuleLoader::defaultModuleFile())
                                   : m_options.moduleFiles;
-    for (const QString& file : files)
+    for (const QString& file : files) {
+        m_translations.addModule(file);
         m_loader.load(file);
+    }
 }

@@ -13,6 +13,7 @@
 #include "zoHostRecentFiles.h"
 #include "zoHostSession.h"
 #include "zoHostSignals.h"
+#include "zoHostTranslations.h"
 #include "zoLocalClusterService.h"
 #include "zoModuleLoader.h"
 
@@ -46,6 +47,7 @@ private:
     void rememberDocuments(const QString& newDocument);
 
     zoHostOptions m_options;
+    zoHostTranslations m_translations; // before all that has texts
     zoHostLog m_log;
     zoHostSignals m_signals;
     QSettings m_settings;

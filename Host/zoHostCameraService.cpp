@@ -9,14 +9,20 @@
 namespace
 {
 const char CamerasKey[] = "Cameras";
+
+// Not translated: displays refer to cameras by name, and their documents read the same everywhere.
+QString defaultName(int number)
+{
+    return QStringLiteral("Camera %1").arg(number);
+}
 } // namespace
 
 zoHostCameraService::zoHostCameraService(QSettings* settings, zoHostNodeService* nodes, QObject* parent)
     : zoCameraService(parent), m_settings(settings), m_nodes(nodes)
 {
     const QString key = QLatin1String(CamerasKey);
-    const QStringList stored = m_settings->contains(key) ? m_settings->value(key).toStringList()
-                                                         : QStringList(tr("Camera %1").arg(1));
+    const QStringList stored =
+        m_settings->contains(key) ? m_settings->value(key).toStringList() : QStringList(defaultName(1));
     for (const QString& entry : stored) {
         const QString name = entry.trimmed();
         if (!name.isEmpty() && !isTaken(name))
@@ -37,9 +43,9 @@ QStringList zoHostCameraService::cameraNames()
 int zoHostCameraService::addCamera()
 {
     int number = 1;
-    while (isTaken(tr("Camera %1").arg(number)))
+    while (isTaken(defaultName(number)))
         ++number;
-    m_cameras.append({m_nextNode++, tr("Camera %1").arg(number)});
+    m_cameras.append({m_nextNode++, defaultName(number)});
     save();
     emit camerasChanged();
     return m_cameras.size() - 1;

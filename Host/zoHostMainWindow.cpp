@@ -77,6 +77,18 @@ constexpr ToolTip ToolTips[] = {
                        "Cluster: set up render nodes and displays, start and stop a session")},
 };
 
+// The categories that modules give, in English, and that a person reads.
+constexpr const char* Categories[] = {QT_TRANSLATE_NOOP("zoHostMainWindow", "Rendering")};
+
+QString categoryTitle(const QString& category)
+{
+    for (const char* known : Categories) {
+        if (category == QLatin1String(known))
+            return zoHostMainWindow::tr(known);
+    }
+    return category;
+}
+
 // Shares no data with `text`, which may lie in a module that is unloaded earlier.
 QString deepCopy(const QString& text)
 {
@@ -246,7 +258,7 @@ void zoHostMainWindow::addModule(const QString& name, const QString& category, Q
         }
     }
 
-    auto* item = new QTreeWidgetItem(categoryItem(deepCopy(category)), {deepCopy(title)});
+    auto* item = new QTreeWidgetItem(categoryItem(categoryTitle(deepCopy(category))), {deepCopy(title)});
     item->setIcon(0, icon);
     item->setToolTip(0, resolvedToolTip(deepCopy(toolTipKey)));
     // The stack is below this window, so the module's window keeps its owner when it becomes a page.

@@ -1,18 +1,23 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 #include <QStringList>
 
 // What the command line of the host asks for.
 class zoHostOptions final
 {
+    Q_DECLARE_TR_FUNCTIONS(zoHostOptions)
+
 public:
     // The outcome of reading a command line: either options to run with, or a text to print and an exit code.
     struct Result;
 
-    // Reads the arguments, program name first. Needs no application object and no display.
+    // Reads the arguments, program name first. Needs no application object and no display. The language is
+    // told with every outcome, so that what is printed can be had in it.
     static Result parse(const QStringList& arguments);
 
+    QString language;        // empty: the locale decides
     QString configFile;      // empty: the default file of the preferences
     QString screenshotFile;  // empty: none
     QStringList moduleFiles; // empty: the module that belongs to this host

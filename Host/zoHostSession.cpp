@@ -31,15 +31,15 @@ zoHostSession::~zoHostSession() = default;
 void zoHostSession::begin(const QString& configurationFile)
 {
     connect(m_cluster, &zoClusterService::progressChanged, this, [this](const QString& text, int percent) {
-        print(percent < 0 ? tr("progress: %1").arg(text)
-                          : tr("progress: %1% %2").arg(QString::number(percent), text));
+        print(percent < 0 ? QStringLiteral("progress: %1").arg(text)
+                          : QStringLiteral("progress: %1% %2").arg(QString::number(percent), text));
     });
     connect(m_cluster, &zoClusterService::started, this, [this] { m_wasRunning = true; });
     connect(m_cluster, &zoClusterService::stopped, this, [this] {
         // A start that failed is followed by another try; its caller judges the outcome.
         if (!m_wasRunning)
             return;
-        print(tr("stopped"));
+        print(QStringLiteral("stopped"));
         if (m_options.exitAfterStop)
             then(&zoHostSession::finish);
     });
@@ -77,13 +77,14 @@ bool zoHostSession::loadConfiguration(const QString& fileName)
             return !m_ended;
         }
         if (usable)
-            zoLog::info("Configuration %s loaded", absolute.toUtf8().constData());
+            zoLog::info(tr("Configuration %1 loaded").arg(absolute));
     }
-    print(fileName.isEmpty() ? tr("configuration: default") : tr("configuration: %1").arg(fileName));
+    print(fileName.isEmpty() ? QStringLiteral("configuration: default")
+                             : QStringLiteral("configuration: %1").arg(fileName));
     QStringList nodes;
     for (const zoClusterDocument::Node& node : document.enabledNodes())
         nodes << node.id;
-    print(tr("nodes: %1").arg(nodes.join(QStringLiteral(", "))));
+    print(QStringLiteral("nodes: %1").arg(nodes.join(QStringLiteral(", "))));
     return true;
 }
 
@@ -104,7 +105,7 @@ void zoHostSession::start()
 void zoHostSession::follow()
 {
     const QStringList nodes = m_cluster->runningNodes();
-    print(tr("running: %1").arg(nodes.join(QStringLiteral(", "))));
+    print(QStringLiteral("running: %1").arg(nodes.join(QStringLiteral(", "))));
     if (m_options.nonInteractive && m_options.exitAfterStop)
         then(&zoHostSession::measure);
     else if (!m_options.screenshotFile.isEmpty())
@@ -118,7 +119,7 @@ void zoHostSession::measure()
         fail(tr("The network could not be measured"));
         return;
     }
-    print(tr("speed test: sent %1 bytes/s, received %2 bytes/s, synchronised %3 frames/s")
+    print(QStringLiteral("speed test: sent %1 bytes/s, received %2 bytes/s, synchronised %3 frames/s")
               .arg(figures.at(0), figures.at(1), figures.at(2)));
     then(&zoHostSession::takeScreenshot);
 }
@@ -135,7 +136,7 @@ void zoHostSession::takeScreenshot()
             if (m_ended)
                 return;
         } else {
-            print(tr("screenshot: %1").arg(name));
+            print(QStringLiteral("screenshot: %1").arg(name));
         }
     }
     if (m_options.nonInteractive && m_options.start && m_options.exitAfterStop) {
@@ -164,7 +165,7 @@ void zoHostSession::print(const QString& line) const
 
 void zoHostSession::fail(const QString& reason)
 {
-    zoLog::error("%s", reason.toUtf8().constData());
+    zoLog::error(reason);
     if (!m_options.nonInteractive || m_ended)
         return;
     m_ended = true;

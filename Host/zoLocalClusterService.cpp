@@ -58,10 +58,11 @@ QString listOf(const QStringList& ids)
     constexpr int Shown = 8;
     if (ids.isEmpty())
         return QCoreApplication::translate("zoLocalClusterService", "no node");
-    QString list = QStringList(ids.mid(0, Shown)).join(QStringLiteral(", "));
-    if (ids.size() > Shown)
-        list += QCoreApplication::translate("zoLocalClusterService", " and %1 more").arg(ids.size() - Shown);
-    return list;
+    const QString list = QStringList(ids.mid(0, Shown)).join(QStringLiteral(", "));
+    if (ids.size() <= Shown)
+        return list;
+    return QCoreApplication::translate("zoLocalClusterService", "%1 and %2 more")
+        .arg(list, QString::number(ids.size() - Shown));
 }
 } // namespace
 
@@ -108,7 +109,7 @@ void zoLocalClusterService::applyConfig(const QString& document)
     zoClusterDocument parsed;
     QString reason;
     if (!parsed.parse(config, reason)) {
-        zoLog::error("Configuration of the running cluster refused: %s", reason.toUtf8().constData());
+        zoLog::error(tr("Configuration of the running cluster refused: %1").arg(reason));
         return;
     }
     m_config = config;
@@ -129,7 +130,7 @@ bool zoLocalClusterService::start()
     if (m_state == State::Running)
         return true;
     if (m_state == State::Starting) {
-        zoLog::error("Cluster start refused: a start is in progress");
+        zoLog::error(tr("Cluster start refused: a start is in progress"));
         return false;
     }
 
@@ -172,7 +173,7 @@ bool zoLocalClusterService::start()
 
     m_nodes = std::move(nodes);
     m_state = State::Running;
-    zoLog::info("Cluster runs on %s", listOf(runningNodes()).toUtf8().constData());
+    zoLog::info(tr("Cluster runs on %1").arg(listOf(runningNodes())));
     emit started();
     if (!self)
         return true;
@@ -193,7 +194,7 @@ void zoLocalClusterService::stop()
     m_locks.releaseAll();
     m_nodes.clear();
     m_state = State::Idle;
-    zoLog::info("Cluster stopped");
+    zoLog::info(tr("Cluster stopped"));
     emit stopped();
 }
 
@@ -208,7 +209,7 @@ void zoLocalClusterService::setShowTiles(bool on)
     if (on == m_showTiles)
         return;
     m_showTiles = on;
-    zoLog::info("Show tiles: %s", on ? "on" : "off");
+    zoLog::info(on ? tr("Show tiles: on") : tr("Show tiles: off"));
 }
 
 void zoLocalClusterService::setShowTestImage(bool on)
@@ -216,7 +217,7 @@ void zoLocalClusterService::setShowTestImage(bool on)
     if (on == m_showTestImage)
         return;
     m_showTestImage = on;
-    zoLog::info("Show test image: %s", on ? "on" : "off");
+    zoLog::info(on ? tr("Show test image: on") : tr("Show test image: off"));
 }
 
 QStringList zoLocalClusterService::speedTest()
@@ -226,7 +227,7 @@ QStringList zoLocalClusterService::speedTest()
     zoLoopbackSpeedTest test(int(m_nodes.size()));
     const QStringList figures = test.run();
     if (figures.isEmpty())
-        zoLog::error("Network speed test failed: %s", test.errorString().toUtf8().constData());
+        zoLog::error(tr("Network speed test failed: %1").arg(test.errorString()));
     return figures;
 }
 
@@ -287,8 +288,7 @@ bool zoLocalClusterService::connectNodes(const Nodes& nodes, Findings& findings)
             break;
         case zoClusterNodeLocks::Outcome::NoLocking:
             if (!lockingFailed)
-                zoLog::error("Other hosts on this machine cannot be seen: %s",
-                             m_locks.errorString().toUtf8().constData());
+                zoLog::error(tr("Other hosts on this machine cannot be seen: %1").arg(m_locks.errorString()));
             lockingFailed = true;
             break;
         }
@@ -315,7 +315,7 @@ bool zoLocalClusterService::fail(const QString& reason)
 {
     m_locks.releaseAll();
     m_state = State::Idle;
-    zoLog::error("Cluster not started: %s", reason.toUtf8().constData());
+    zoLog::error(tr("Cluster not started: %1").arg(reason));
     // Whoever disabled a Start button waits for this.
     emit stopped();
     return false;
@@ -335,14 +335,14 @@ void zoLocalClusterService::updateSession(const Nodes& wanted)
         if (!markedPlaces.contains({node.id, node.servicePort}) &&
             m_locks.acquire(node.id, node.servicePort, m_acceptRunningServers) ==
                 zoClusterNodeLocks::Outcome::InUse) {
-            zoLog::error("Node %s not added: a server already runs on it", node.id.toUtf8().constData());
+            zoLog::error(tr("Node %1 not added: a server already runs on it").arg(node.id));
             continue;
         }
         running.push_back(node);
     }
     m_nodes = std::move(running);
     if (runningNodes() != before) {
-        zoLog::info("Cluster runs on %s", listOf(runningNodes()).toUtf8().constData());
+        zoLog::info(tr("Cluster runs on %1").arg(listOf(runningNodes())));
         emit runningNodesChanged();
     }
 }

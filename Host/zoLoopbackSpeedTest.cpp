@@ -1,5 +1,6 @@
 #include "zoLoopbackSpeedTest.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QNetworkProxy>
 #include <QTcpServer>
@@ -122,7 +123,7 @@ QStringList zoLoopbackSpeedTest::run()
     const qint64 received = sent < 0 ? -1 : rateOf(bytesPerRound, m_limits.bytes, receiveRound);
     const qint64 frames = received < 0 ? -1 : rateOf(1, m_limits.frames, syncRound);
     if (frames < 0) {
-        m_error = QStringLiteral("a connection broke");
+        m_error = QCoreApplication::translate("zoLoopbackSpeedTest", "a connection broke");
         return {};
     }
     return {QString::number(sent), QString::number(received), QString::number(frames)};

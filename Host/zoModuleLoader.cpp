@@ -60,7 +60,7 @@ void withdrawActions(const QString& canonicalFile)
 
 void logFailure(const QString& fileName, const QString& reason)
 {
-    zoLog::error("Unable to load module %s: %s", fileName.toUtf8().constData(), reason.toUtf8().constData());
+    zoLog::error(zoModuleLoader::tr("Unable to load module %1: %2").arg(fileName, reason));
 }
 } // namespace
 
@@ -117,7 +117,7 @@ bool zoModuleLoader::load(const QString& fileName)
         return false;
     }
     m_libraries.push_back(std::move(library));
-    zoLog::info("Module %s loaded", file.toUtf8().constData());
+    zoLog::info(tr("Module %1 loaded").arg(file));
     return true;
 }
 
@@ -161,6 +161,5 @@ void zoModuleLoader::unload(QLibrary& library)
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     const QString file = library.fileName();
     if (!library.unload())
-        zoLog::error("Unable to unload module %s: %s", file.toUtf8().constData(),
-                     library.errorString().toUtf8().constData());
+        zoLog::error(tr("Unable to unload module %1: %2").arg(file, library.errorString()));
 }

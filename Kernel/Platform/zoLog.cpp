@@ -25,3 +25,13 @@ void zoLog::error(const char* format, ...)
     qCCritical(zoCategory).noquote() << QString::vasprintf(format, arguments);
     va_end(arguments);
 }
+
+void zoLog::info(const QString& text)
+{
+    qCInfo(zoCategory).noquote() << text;
+}
+
+void zoLog::error(const QString& text)
+{
+    qCCritical(zoCategory).noquote() << text;
+}

@@ -13,6 +13,7 @@ private slots:
     void noArgumentsAskForNothing();
     void everyOptionIsRead();
     void helpNamesEveryOption();
+    void languageIsToldWithWhatIsPrinted();
     void versionIsOneLine();
     void wrongUseIsReported_data();
     void wrongUseIsReported();
@@ -35,11 +36,12 @@ void tst_zoHostOptions::everyOptionIsRead()
 {
     const zoHostOptions::Result result = zoHostOptions::parse(
         {"zohost", "--config", "a b.zhpc", "--start", "--non-interactive", "--screenshot=s.png",
-         "--exit-after-stop", "--module", "one.so", "--module", "two.so"});
+         "--exit-after-stop", "--module", "one.so", "--module", "two.so", "--language", "de"});
 
     QVERIFY(result.run);
     QCOMPARE(result.options.configFile, QStringLiteral("a b.zhpc"));
     QCOMPARE(result.options.screenshotFile, QStringLiteral("s.png"));
+    QCOMPARE(result.options.language, QStringLiteral("de"));
     QCOMPARE(result.options.moduleFiles, QStringList({"one.so", "two.so"}));
     QVERIFY(result.options.start);
     QVERIFY(result.options.nonInteractive);
@@ -53,10 +55,20 @@ void tst_zoHostOptions::helpNamesEveryOption()
     QVERIFY(!result.run);
     QCOMPARE(result.exitCode, 0);
     QCOMPARE(result.standardError, QString());
-    for (const QString& option :
-         QStringList({"--config <FILE>", "--start", "--non-interactive", "--screenshot <FILE.png>",
-                      "--exit-after-stop", "--module <FILE>", "--help", "--version"}))
+    for (const QString& option : QStringList(
+             {"--config <FILE>", "--start", "--non-interactive", "--screenshot <FILE.png>",
+              "--exit-after-stop", "--module <FILE>", "--language <LANGUAGE>", "--help", "--version"}))
         QVERIFY2(result.standardOutput.contains(option), qPrintable(option));
+}
+
+void tst_zoHostOptions::languageIsToldWithWhatIsPrinted()
+{
+    for (const QString& other : {QStringLiteral("--help"), QStringLiteral("--nonsense")}) {
+        const zoHostOptions::Result result = zoHostOptions::parse({"zohost", other, "--language", "de"});
+
+        QVERIFY(!result.run);
+        QCOMPARE(result.options.language, QStringLiteral("de"));
+    }
 }
 
 void tst_zoHostOptions::versionIsOneLine()
@@ -76,6 +88,8 @@ void tst_zoHostOptions::wrongUseIsReported_data()
 
     QTest::newRow("unknown-option") << QStringList({"--nonsense"}) << "nonsense";
     QTest::newRow("missing-value") << QStringList({"--config"}) << "config";
+    QTest::newRow("empty-language") << QStringList({"--language", ""}) << "language";
+    QTest::newRow("two-languages") << QStringList({"--language", "de", "--language", "en"}) << "language";
     QTest::newRow("value-for-a-switch") << QStringList({"--start=now"}) << "start";
     QTest::newRow("empty-file-name") << QStringList({"--config", ""}) << "--config needs a file name";
     QTest::newRow("empty-module-name") << QStringList({"--module="}) << "--module needs a file name";

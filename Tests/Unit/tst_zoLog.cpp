@@ -45,6 +45,7 @@ private slots:
     void percentSignInAnArgumentIsNoFormat();
     void argumentsAreFormattedAsPrintfDoes();
     void textIsNotQuoted();
+    void translatedTextIsTakenAsItIs();
     void longTextIsWhole();
     void categoryCanBeSilenced();
 };
@@ -109,6 +110,21 @@ void tst_zoLog::textIsNotQuoted()
 
     QCOMPARE(messages.size(), 1);
     QCOMPARE(messages.at(0).text, QStringLiteral("a \"b\" c\nnext"));
+}
+
+void tst_zoLog::translatedTextIsTakenAsItIs()
+{
+    const QList<Message> messages = messagesOf([] {
+        zoLog::info(QString::fromUtf8("100 %s geladen: \u00fc"));
+        zoLog::error(QStringLiteral("%n"));
+    });
+
+    QCOMPARE(messages.size(), 2);
+    QCOMPARE(messages.at(0).type, QtInfoMsg);
+    QCOMPARE(messages.at(0).category, QStringLiteral("zo"));
+    QCOMPARE(messages.at(0).text, QString::fromUtf8("100 %s geladen: \u00fc"));
+    QCOMPARE(messages.at(1).type, QtCriticalMsg);
+    QCOMPARE(messages.at(1).text, QStringLiteral("%n"));
 }
 
 void tst_zoLog::longTextIsWhole()

@@ -187,7 +187,7 @@ void zoHPC::setNetworkOption(int networkIndex, const QString& key, const QString
     zoHPCTreeGUIW* tree = m_mainWindow->getTree();
     zoHPCTreeItem* network = tree->findNetworkByIndex(networkIndex);
     if (network == nullptr) {
-        zoLog::error("Network %d not found.", networkIndex);
+        zoLog::error(tr("Network %1 not found.").arg(networkIndex));
         return;
     }
     network->setOption(key, value);

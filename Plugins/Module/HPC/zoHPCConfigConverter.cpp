@@ -204,8 +204,8 @@ std::vector<Key> keysOf(const QDomDocument& legacy, QString& text)
         }
     }
     if (tooDeep) {
-        zoLog::error("Legacy parameters inside more than %d others were ignored.",
-                     zoHPCConfigConverter::MaximumNestedParameters);
+        zoLog::error(zoHPCConfigConverter::tr("Legacy parameters inside more than %1 others were ignored.")
+                         .arg(zoHPCConfigConverter::MaximumNestedParameters));
     }
     return keys;
 }
@@ -516,8 +516,8 @@ void zoHPCConfigConverter::parsePowerwall()
     int k = 0;
     for (qint64 tile = 0; tile < tiles; ++tile) {
         if (k > limit - stereo.windows) {
-            zoLog::error("Legacy wall of %d x %d tiles: only the first %d windows were converted.", rows,
-                         columns, k);
+            zoLog::error(tr("Legacy wall of %1 x %2 tiles: only the first %3 windows were converted.")
+                             .arg(QString::number(rows), QString::number(columns), QString::number(k)));
             remark(Remark::Kind::CutWall,
                    tr("The wall has %1 x %2 tiles; only its first %3 windows were converted.")
                        .arg(QString::number(rows), QString::number(columns), QString::number(k)),

@@ -399,7 +399,7 @@ QString zoHPCDisplayGUII::getUniqueProjectionName() const
     for (const zoHPCProjectionItem* projection : projections)
         names.insert(projection->getString(zoHPCProjectionItem::Name));
     for (int counter = 1;; ++counter) {
-        const QString name = QStringLiteral("%1%2").arg(tr("Projection"), QString::number(counter));
+        const QString name = QStringLiteral("Projection%1").arg(counter);
         if (!names.contains(name))
             return name;
     }

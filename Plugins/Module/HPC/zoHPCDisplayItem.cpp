@@ -87,7 +87,8 @@ void zoHPCDisplayItem::fromXML(const QDomElement& element)
                 around.removeLast();
         });
     if (viewports > MaximumViewports) {
-        zoLog::error("A display with more than %d viewports in its windows is not loaded.", MaximumViewports);
+        zoLog::error(
+            tr("A display with more than %1 viewports in its windows is not loaded.").arg(MaximumViewports));
         return;
     }
 

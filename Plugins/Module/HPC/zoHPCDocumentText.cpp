@@ -218,8 +218,9 @@ bool zoHPCDocumentText::parse(const QString& text, QDomDocument& document)
     if (parse(text, document, refusal))
         return true;
     if (!refusal.reason.isEmpty())
-        zoLog::error("Cluster config line %d, column %d: %s", refusal.line, refusal.column,
-                     refusal.reason.toUtf8().constData());
+        zoLog::error(
+            tr("Cluster config line %1, column %2: %3")
+                .arg(QString::number(refusal.line), QString::number(refusal.column), refusal.reason));
     return false;
 }
 
@@ -234,7 +235,7 @@ bool zoHPCDocumentText::parse(const QString& text, QDomDocument& document, Refus
     if (tooDeep >= 0) {
         refusal.line = text.leftRef(tooDeep).count(QLatin1Char('\n')) + 1;
         refusal.column = tooDeep - text.lastIndexOf(QLatin1Char('\n'), tooDeep);
-        refusal.reason = QStringLiteral("more than %1 elements are nested").arg(maximumDepth());
+        refusal.reason = tr("more than %1 elements are nested").arg(maximumDepth());
         return false;
     }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 #include <QStringList>
 
@@ -10,6 +11,8 @@ class zoHPCDocumentWriter;
 // The text form of configuration documents: what files, the cluster service and the text dialog hold.
 class zoHPCDocumentText final
 {
+    Q_DECLARE_TR_FUNCTIONS(zoHPCDocumentText)
+
 public:
     enum class EmptyAttributes { OmitInDisplays, Keep };
 

@@ -2,6 +2,8 @@
 
 #include <zoLog.h>
 
+#include <QCoreApplication>
+
 namespace
 {
 constexpr int s_indent = 1; // blanks per level
@@ -105,8 +107,10 @@ void zoHPCDocumentWriter::openElement(const QString& tag)
 void zoHPCDocumentWriter::addAttribute(const QString& name, const QString& value)
 {
     if (!isName(name)) {
-        zoLog::error("Attribute '%s' of '%s' is left out of the document: not an XML name.",
-                     name.toUtf8().constData(), m_tags.last().toUtf8().constData());
+        zoLog::error(
+            QCoreApplication::translate(
+                "zoHPCDocumentWriter", "Attribute '%1' of '%2' is left out of the document: not an XML name.")
+                .arg(name, m_tags.last()));
         return;
     }
     m_text += QLatin1Char(' ');

@@ -473,14 +473,13 @@ void zoHPCGUIW::loadConfig(const QString& fileName)
 {
     QFile file(fileName);
     if (fileName.isEmpty() || !file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        zoLog::error("Unable to load cluster config %s", fileName.toUtf8().constData());
+        zoLog::error(tr("Unable to load cluster config %1").arg(fileName));
         return;
     }
     const QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError) {
         // Half a file would take the place of a whole configuration.
-        zoLog::error("Unable to load cluster config %s: %s", fileName.toUtf8().constData(),
-                     file.errorString().toUtf8().constData());
+        zoLog::error(tr("Unable to load cluster config %1: %2").arg(fileName, file.errorString()));
         return;
     }
     file.close();
@@ -520,8 +519,8 @@ void zoHPCGUIW::saveConfig(const QString& fileName)
         return;
     const QByteArray bytes = getConfigString().toUtf8();
     if (file.write(bytes) != bytes.size() || !file.commit()) {
-        zoLog::error("Unable to save cluster config %s: %s. What the file held before is still there.",
-                     name.toUtf8().constData(), file.errorString().toUtf8().constData());
+        zoLog::error(tr("Unable to save cluster config %1: %2. What the file held before is still there.")
+                         .arg(name, file.errorString()));
         return;
     }
     setCurrentFile(name);

@@ -31,20 +31,19 @@ bool zoHPCPictureFile::save(const zoHPCPicture& picture, const QString& fileName
 {
     QSaveFile file(fileName);
     if (!file.open(QIODevice::WriteOnly)) {
-        zoLog::error("Unable to save picture %s: %s", qUtf8Printable(fileName),
-                     qUtf8Printable(file.errorString()));
+        zoLog::error(tr("Unable to save picture %1: %2").arg(fileName, file.errorString()));
         return false;
     }
     const QString format = QFileInfo(fileName).suffix();
     if (!write(picture, file, format, size, palette, scale)) {
         file.cancelWriting();
-        zoLog::error("Unable to write picture %s in the format \"%s\" at %d x %d", qUtf8Printable(fileName),
-                     qUtf8Printable(format), size.width(), size.height());
+        zoLog::error(
+            tr("Unable to write picture %1 in the format \"%2\" at %3 x %4")
+                .arg(fileName, format, QString::number(size.width()), QString::number(size.height())));
         return false;
     }
     if (!file.commit()) {
-        zoLog::error("Unable to save picture %s: %s", qUtf8Printable(fileName),
-                     qUtf8Printable(file.errorString()));
+        zoLog::error(tr("Unable to save picture %1: %2").arg(fileName, file.errorString()));
         return false;
     }
     return true;

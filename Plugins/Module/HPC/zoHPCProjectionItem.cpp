@@ -3,6 +3,7 @@
 #include <zoIconManager.h>
 #include <zoLog.h>
 
+#include <QCoreApplication>
 #include <QDomDocument>
 #include <QIcon>
 #include <QUuid>
@@ -392,8 +393,10 @@ bool zoHPCProjectionItem::hasTooManyTiles(int planes) const
     const qint64 columns = getInt(Columns);
     if (rows < 1 || columns < 1 || planes < 1 || rows * columns <= MaximumTiles / planes)
         return false;
-    zoLog::error("Projection %s with %lld x %lld tiles is not laid out: at most %d tiles are supported.",
-                 qUtf8Printable(getString(Name)), static_cast<long long>(rows),
-                 static_cast<long long>(columns), MaximumTiles);
+    zoLog::error(QCoreApplication::translate(
+                     "zoHPCProjectionItem",
+                     "Projection %1 with %2 x %3 tiles is not laid out: at most %4 tiles are supported.")
+                     .arg(getString(Name), QString::number(rows), QString::number(columns),
+                          QString::number(MaximumTiles)));
     return true;
 }

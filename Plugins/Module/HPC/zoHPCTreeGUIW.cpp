@@ -70,9 +70,11 @@ int depthOf(const QTreeWidgetItem* item)
     return depth;
 }
 
-void reportDepth(const char* what, int limit)
+QString sectionTooDeep(int limit)
 {
-    zoLog::error("%s is nested too deep: at most %d levels of the tree fit the stack.", what, limit);
+    return zoHPCTreeGUIW::tr(
+               "The cluster section is nested too deep: at most %1 levels of the tree fit the stack.")
+        .arg(limit);
 }
 
 // Rows that are being collected for one parent, attached at once. The parent of an open list is itself
@@ -916,7 +918,8 @@ void zoHPCTreeGUIW::setHostString(const QString& text)
 {
     HostsTextBuilder builder(this, tr("Network"));
     if (!builder.read(text)) {
-        reportDepth("The hosts text", builder.depthLimit());
+        zoLog::error(tr("The hosts text is nested too deep: at most %1 levels of the tree fit the stack.")
+                         .arg(builder.depthLimit()));
         return;
     }
     m_booking.clear();
@@ -944,8 +947,7 @@ void zoHPCTreeGUIW::loadNodesFile()
     const QByteArray content = file.readAll();
     if (file.error() != QFileDevice::NoError) {
         // Half a file would cost the other half of the cluster at the next save.
-        zoLog::error("Unable to read hosts file %s: %s", qUtf8Printable(m_hostFile),
-                     qUtf8Printable(file.errorString()));
+        zoLog::error(tr("Unable to read hosts file %1: %2").arg(m_hostFile, file.errorString()));
         return;
     }
     setHostString(QString::fromUtf8(content));
@@ -1088,7 +1090,7 @@ void zoHPCTreeGUIW::loadFromXML(QDomDocument& doc)
     const QDomElement root = doc.documentElement();
     SectionBuilder builder(this, m_master, tr("Network"));
     if (!builder.read(nullptr, root)) {
-        reportDepth("The cluster section", builder.depthLimit());
+        zoLog::error(sectionTooDeep(builder.depthLimit()));
         return;
     }
     m_booking = root.attribute(s_booking);
@@ -1107,7 +1109,7 @@ void zoHPCTreeGUIW::setXMLConfig(zoHPCTreeItem* parent, QDomElement element)
 {
     SectionBuilder builder(this, m_master, tr("Network"));
     if (!builder.read(parent, element)) {
-        reportDepth("The cluster section", builder.depthLimit());
+        zoLog::error(sectionTooDeep(builder.depthLimit()));
         return;
     }
     if (builder.hasHostFile())

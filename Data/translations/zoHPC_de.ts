@@ -1,0 +1,1672 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de_DE" sourcelanguage="en">
+<context>
+    <name>zoHPC</name>
+    <message>
+        <source>Cluster</source>
+        <translation>Cluster</translation>
+    </message>
+    <message>
+        <source>&amp;Toggle Connection to the Cluster</source>
+        <translation>Verbindung zum Cluster &amp;umschalten</translation>
+    </message>
+    <message>
+        <source>Toggle Connection to the Cluster</source>
+        <translation>Verbindung zum Cluster umschalten</translation>
+    </message>
+    <message>
+        <source>Send: %1 MByte/s
+Receive: %2 MByte/s
+Sync: %3 frames/s
+</source>
+        <translation>Senden: %1 MByte/s
+Empfangen: %2 MByte/s
+Synchronisation: %3 Bilder/s
+</translation>
+    </message>
+    <message>
+        <source>Results</source>
+        <translation>Ergebnisse</translation>
+    </message>
+    <message>
+        <source>There is already a ZOKEClusterServer running
+on one or more of the requested cluster nodes.
+Do you really want to start clustering and risk
+performance problems?</source>
+        <translation>Auf mindestens einem der gewünschten Clusterknoten
+läuft bereits ein ZOKEClusterServer.
+Soll der Cluster trotzdem gestartet werden,
+auch wenn er dann langsamer sein kann?</translation>
+    </message>
+    <message>
+        <source>There is already a ZOKEClusterServer running
+on one or more of the requested cluster nodes
+and there is likely not enough free memory.
+Do you really want to start clustering and risk
+server instability?</source>
+        <translation>Auf mindestens einem der gewünschten Clusterknoten
+läuft bereits ein ZOKEClusterServer,
+und wahrscheinlich reicht der freie Speicher nicht aus.
+Soll der Cluster trotzdem gestartet werden,
+auch wenn die Server dann instabil sein können?</translation>
+    </message>
+    <message>
+        <source>Network</source>
+        <translation>Netzwerk</translation>
+    </message>
+    <message>
+        <source>Network (%1)</source>
+        <translation>Netzwerk (%1)</translation>
+    </message>
+    <message>
+        <source>Network %1 not found.</source>
+        <translation>Netzwerk %1 nicht gefunden.</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCConfigConverter</name>
+    <message>
+        <source>%1 fields of the window layout are missing or no numbers; they were read as 0.</source>
+        <translation>Fehlende oder nicht numerische Angaben zu den Fenstern, die als 0 gelesen wurden: %1.</translation>
+    </message>
+    <message>
+        <source>The text holds no legacy parameter.</source>
+        <translation>Der Text enthält keinen Parameter einer alten Konfiguration.</translation>
+    </message>
+    <message>
+        <source>The compression level &quot;%1&quot; is not known.</source>
+        <translation>Die Kompressionsstufe „%1“ ist unbekannt.</translation>
+    </message>
+    <message>
+        <source>Host &quot;%1&quot;: what follows its second list of forwarded hosts was dropped.</source>
+        <translation>Rechner „%1“: Was auf seine zweite Liste weitergeleiteter Rechner folgt, entfällt.</translation>
+    </message>
+    <message>
+        <source>Several hosts have the name &quot;%1&quot;, so all windows name their nodes &quot;%1 1&quot;, &quot;%1 2&quot; and so on.</source>
+        <translation>Mehrere Rechner heißen „%1“; alle Fenster nennen ihre Knoten deshalb „%1 1“, „%1 2“ und so weiter.</translation>
+    </message>
+    <message>
+        <source>The overlap %1 was taken for both directions.</source>
+        <translation>Die Überlappung %1 gilt für beide Richtungen.</translation>
+    </message>
+    <message>
+        <source>The viewports cover the left half of their windows only.</source>
+        <translation>Die Viewports bedecken nur die linke Hälfte ihrer Fenster.</translation>
+    </message>
+    <message>
+        <source>The wall has %1 x %2 tiles; only its first %3 windows were converted.</source>
+        <translation>Die Wand hat %1 x %2 Kacheln; nur ihre ersten %3 Fenster wurden übernommen.</translation>
+    </message>
+    <message>
+        <source>There is no zoClusterPipe%1, so %2 pipes with higher numbers were dropped.</source>
+        <translation>zoClusterPipe%1 fehlt; Pipes mit höheren Nummern entfallen: %2.</translation>
+    </message>
+    <message>
+        <source>%1 windows have no width or no height.</source>
+        <translation>Fenster ohne Breite oder Höhe: %1.</translation>
+    </message>
+    <message>
+        <source>%1 is &quot;%2&quot;, which is no number; it was read as 0.</source>
+        <translation>%1 ist „%2“ und keine Zahl; der Wert wurde als 0 gelesen.</translation>
+    </message>
+    <message>
+        <source>Forwarding hosts take part in the order in which windows get their nodes and positions; check both.</source>
+        <translation>Weiterleitende Rechner zählen mit, wenn Fenster ihre Knoten und Positionen erhalten; beides ist zu prüfen.</translation>
+    </message>
+    <message>
+        <source>%1 windows have no node.</source>
+        <translation>Fenster ohne Knoten: %1.</translation>
+    </message>
+    <message>
+        <source>%1 hosts have no window.</source>
+        <translation>Rechner ohne Fenster: %1.</translation>
+    </message>
+    <message>
+        <source>Legacy parameters inside more than %1 others were ignored.</source>
+        <translation>Parameter der alten Konfiguration, die in mehr als %1 anderen stehen, wurden übergangen.</translation>
+    </message>
+    <message>
+        <source>Legacy wall of %1 x %2 tiles: only the first %3 windows were converted.</source>
+        <translation>Alte Wand mit %1 x %2 Kacheln: nur die ersten %3 Fenster wurden übernommen.</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCConfigEditGUIW</name>
+    <message>
+        <source>Edit cluster computers</source>
+        <translation>Clusterrechner bearbeiten</translation>
+    </message>
+    <message>
+        <source>Configuration</source>
+        <translation>Konfiguration</translation>
+    </message>
+    <message>
+        <source>Read configuration from file</source>
+        <translation>Konfiguration aus Datei lesen</translation>
+    </message>
+    <message>
+        <source>When a file is named here, its content takes the place of the text above</source>
+        <translation>Ist hier eine Datei angegeben, tritt ihr Inhalt an die Stelle des Textes darüber</translation>
+    </message>
+    <message>
+        <source>Choose the file</source>
+        <translation>Datei auswählen</translation>
+    </message>
+    <message>
+        <source>List of compute nodes</source>
+        <translation>Liste der Rechenknoten</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCConnectGUIW</name>
+    <message>
+        <source>Cluster</source>
+        <translation>Cluster</translation>
+    </message>
+    <message>
+        <source>Connecting to cluster servers ...</source>
+        <translation>Verbinden mit den Clusterservern ...</translation>
+    </message>
+    <message>
+        <source>Abort</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCDisplayGUII</name>
+    <message>
+        <source>Display Setup</source>
+        <translation>Anzeigen einrichten</translation>
+    </message>
+    <message>
+        <source>Surfaces of the display system, with the tiles or planes that follow from them</source>
+        <translation>Projektionsflächen des Anzeigesystems mit den Kacheln oder Ebenen, die sich aus ihnen ergeben</translation>
+    </message>
+    <message>
+        <source>Projections</source>
+        <translation>Projektionen</translation>
+    </message>
+    <message>
+        <source>Adds a tiled wall; its type can be changed</source>
+        <translation>Fügt eine Kachelwand hinzu; ihr Typ lässt sich ändern</translation>
+    </message>
+    <message>
+        <source>Add Projection</source>
+        <translation>Projektion hinzufügen</translation>
+    </message>
+    <message>
+        <source>What the render nodes show; orange rows still lack a render node or a projection</source>
+        <translation>Was die Renderknoten zeigen; orangefarbenen Zeilen fehlt noch ein Renderknoten oder eine Projektion</translation>
+    </message>
+    <message>
+        <source>Windows and Viewports</source>
+        <translation>Fenster und Viewports</translation>
+    </message>
+    <message>
+        <source>Adds a group of windows that share camera and user</source>
+        <translation>Fügt eine Gruppe von Fenstern mit gemeinsamer Kamera und gemeinsamem Benutzer hinzu</translation>
+    </message>
+    <message>
+        <source>Add Display</source>
+        <translation>Anzeige hinzufügen</translation>
+    </message>
+    <message>
+        <source>Adds a window with one viewport to the current display</source>
+        <translation>Fügt der aktuellen Anzeige ein Fenster mit einem Viewport hinzu</translation>
+    </message>
+    <message>
+        <source>Add Window</source>
+        <translation>Fenster hinzufügen</translation>
+    </message>
+    <message>
+        <source>Adds a viewport to the current window</source>
+        <translation>Fügt dem aktuellen Fenster einen Viewport hinzu</translation>
+    </message>
+    <message>
+        <source>Add Viewport</source>
+        <translation>Viewport hinzufügen</translation>
+    </message>
+    <message>
+        <source>Choose a projection, display, window or viewport to see and change its properties.</source>
+        <translation>Wählen Sie eine Projektion, eine Anzeige, ein Fenster oder einen Viewport aus, um die Eigenschaften zu sehen und zu ändern.</translation>
+    </message>
+    <message>
+        <source>Laid out by its projection: edit that one, or convert it to planes to edit each plane on its own.</source>
+        <translation>Ergibt sich aus der übergeordneten Projektion: Bearbeiten Sie diese, oder wandeln Sie sie in Ebenen um, um jede Ebene für sich zu bearbeiten.</translation>
+    </message>
+    <message>
+        <source>Projection</source>
+        <translation>Projektion</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Name that viewports refer to; renaming carries over to them</source>
+        <translation>Name, auf den sich Viewports beziehen; sie übernehmen einen neuen Namen</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <translation>Typ</translation>
+    </message>
+    <message>
+        <source>What the surface is made of; decides which parameters it has</source>
+        <translation>Art der Projektionsfläche; bestimmt, welche Parameter sie hat</translation>
+    </message>
+    <message>
+        <source>Tile Layout</source>
+        <translation>Kachelanordnung</translation>
+    </message>
+    <message>
+        <source>Row</source>
+        <translation>Zeile</translation>
+    </message>
+    <message>
+        <source>Row of this tile, from the top</source>
+        <translation>Zeile dieser Kachel, von oben gezählt</translation>
+    </message>
+    <message>
+        <source>Column</source>
+        <translation>Spalte</translation>
+    </message>
+    <message>
+        <source>Column of this tile, from the left</source>
+        <translation>Spalte dieser Kachel, von links gezählt</translation>
+    </message>
+    <message>
+        <source>Rows</source>
+        <translation>Zeilen</translation>
+    </message>
+    <message>
+        <source>Tiles on top of each other; each is one picture</source>
+        <translation>Anzahl der Kacheln übereinander; jede ist ein Bild</translation>
+    </message>
+    <message>
+        <source>Columns</source>
+        <translation>Spalten</translation>
+    </message>
+    <message>
+        <source>Tiles side by side; each is one picture</source>
+        <translation>Anzahl der Kacheln nebeneinander; jede ist ein Bild</translation>
+    </message>
+    <message>
+        <source>Tile overlap</source>
+        <translation>Kachelüberlappung</translation>
+    </message>
+    <message>
+        <source>How far neighbouring tiles show the same strip of the picture, side by side</source>
+        <translation>Wie breit der Bildstreifen ist, den nebeneinanderliegende Kacheln beide zeigen</translation>
+    </message>
+    <message>
+        <source>×</source>
+        <translation>×</translation>
+    </message>
+    <message>
+        <source>How far neighbouring tiles show the same strip of the picture, one above the other</source>
+        <translation>Wie hoch der Bildstreifen ist, den übereinanderliegende Kacheln beide zeigen</translation>
+    </message>
+    <message>
+        <source>[mm]</source>
+        <translation>[mm]</translation>
+    </message>
+    <message>
+        <source>Projection area [mm]</source>
+        <translation>Projektionsfläche [mm]</translation>
+    </message>
+    <message>
+        <source>Width</source>
+        <translation>Breite</translation>
+    </message>
+    <message>
+        <source>Width of the whole wall; the picture gets wider with it</source>
+        <translation>Breite der ganzen Wand; mit ihr wird das Bild breiter</translation>
+    </message>
+    <message>
+        <source>Height</source>
+        <translation>Höhe</translation>
+    </message>
+    <message>
+        <source>Height of the whole wall</source>
+        <translation>Höhe der ganzen Wand</translation>
+    </message>
+    <message>
+        <source>X</source>
+        <translation>X</translation>
+    </message>
+    <message>
+        <source>Y</source>
+        <translation>Y</translation>
+    </message>
+    <message>
+        <source>Z</source>
+        <translation>Z</translation>
+    </message>
+    <message>
+        <source>Lower left</source>
+        <translation>Unten links</translation>
+    </message>
+    <message>
+        <source>Lower left corner of the plane, x: to the right of the viewer</source>
+        <translation>Untere linke Ecke der Ebene, x: nach rechts vom Betrachter aus</translation>
+    </message>
+    <message>
+        <source>Lower left corner of the plane, y: above the viewer</source>
+        <translation>Untere linke Ecke der Ebene, y: über dem Betrachter</translation>
+    </message>
+    <message>
+        <source>Lower left corner of the plane, z: behind the viewer; surfaces in front have negative values</source>
+        <translation>Untere linke Ecke der Ebene, z: hinter dem Betrachter; Flächen vor ihm haben negative Werte</translation>
+    </message>
+    <message>
+        <source>Lower right</source>
+        <translation>Unten rechts</translation>
+    </message>
+    <message>
+        <source>Lower right corner of the plane, x: to the right of the viewer</source>
+        <translation>Untere rechte Ecke der Ebene, x: nach rechts vom Betrachter aus</translation>
+    </message>
+    <message>
+        <source>Lower right corner of the plane, y: above the viewer</source>
+        <translation>Untere rechte Ecke der Ebene, y: über dem Betrachter</translation>
+    </message>
+    <message>
+        <source>Lower right corner of the plane, z: behind the viewer; surfaces in front have negative values</source>
+        <translation>Untere rechte Ecke der Ebene, z: hinter dem Betrachter; Flächen vor ihm haben negative Werte</translation>
+    </message>
+    <message>
+        <source>Upper right</source>
+        <translation>Oben rechts</translation>
+    </message>
+    <message>
+        <source>Upper right corner of the plane, x: to the right of the viewer</source>
+        <translation>Obere rechte Ecke der Ebene, x: nach rechts vom Betrachter aus</translation>
+    </message>
+    <message>
+        <source>Upper right corner of the plane, y: above the viewer</source>
+        <translation>Obere rechte Ecke der Ebene, y: über dem Betrachter</translation>
+    </message>
+    <message>
+        <source>Upper right corner of the plane, z: behind the viewer; surfaces in front have negative values</source>
+        <translation>Obere rechte Ecke der Ebene, z: hinter dem Betrachter; Flächen vor ihm haben negative Werte</translation>
+    </message>
+    <message>
+        <source>Cave walls</source>
+        <translation>Wände der Cave</translation>
+    </message>
+    <message>
+        <source>The cave has a wall at the left</source>
+        <translation>Die Cave hat links eine Wand</translation>
+    </message>
+    <message>
+        <source>Left</source>
+        <translation>Links</translation>
+    </message>
+    <message>
+        <source>The cave has a ceiling</source>
+        <translation>Die Cave hat eine Decke</translation>
+    </message>
+    <message>
+        <source>Top</source>
+        <translation>Oben</translation>
+    </message>
+    <message>
+        <source>The cave has a wall in front of the viewer</source>
+        <translation>Die Cave hat eine Wand vor dem Betrachter</translation>
+    </message>
+    <message>
+        <source>Front</source>
+        <translation>Vorn</translation>
+    </message>
+    <message>
+        <source>The cave has a wall at the right</source>
+        <translation>Die Cave hat rechts eine Wand</translation>
+    </message>
+    <message>
+        <source>Right</source>
+        <translation>Rechts</translation>
+    </message>
+    <message>
+        <source>The cave has a floor</source>
+        <translation>Die Cave hat einen Boden</translation>
+    </message>
+    <message>
+        <source>Bottom</source>
+        <translation>Unten</translation>
+    </message>
+    <message>
+        <source>The cave has a wall behind the viewer</source>
+        <translation>Die Cave hat eine Wand hinter dem Betrachter</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>Hinten</translation>
+    </message>
+    <message>
+        <source>Cave size [mm]</source>
+        <translation>Größe der Cave [mm]</translation>
+    </message>
+    <message>
+        <source>From the left to the right wall</source>
+        <translation>Von der linken zur rechten Wand</translation>
+    </message>
+    <message>
+        <source>From the floor to the ceiling</source>
+        <translation>Vom Boden zur Decke</translation>
+    </message>
+    <message>
+        <source>Depth</source>
+        <translation>Tiefe</translation>
+    </message>
+    <message>
+        <source>From the front to the back wall</source>
+        <translation>Von der vorderen zur hinteren Wand</translation>
+    </message>
+    <message>
+        <source>Cave center [mm]</source>
+        <translation>Mitte der Cave [mm]</translation>
+    </message>
+    <message>
+        <source>Middle of the box, to the right of the viewer</source>
+        <translation>Mitte des Quaders, nach rechts vom Betrachter aus</translation>
+    </message>
+    <message>
+        <source>Middle of the box, above the viewer</source>
+        <translation>Mitte des Quaders, über dem Betrachter</translation>
+    </message>
+    <message>
+        <source>Middle of the box, behind the viewer</source>
+        <translation>Mitte des Quaders, hinter dem Betrachter</translation>
+    </message>
+    <message>
+        <source>View</source>
+        <translation>Sicht</translation>
+    </message>
+    <message>
+        <source>Distance [mm]</source>
+        <translation>Abstand [mm]</translation>
+    </message>
+    <message>
+        <source>How far in front of the viewer the surface stands; nearer makes the picture wider</source>
+        <translation>Wie weit die Fläche vor dem Betrachter steht; näher heran wird der Blickwinkel größer</translation>
+    </message>
+    <message>
+        <source>Right eye offset [pixel]</source>
+        <translation>Versatz rechtes Auge [Pixel]</translation>
+    </message>
+    <message>
+        <source>Moves the right eye&apos;s picture to the right</source>
+        <translation>Verschiebt das Bild des rechten Auges nach rechts</translation>
+    </message>
+    <message>
+        <source>Moves the right eye&apos;s picture up</source>
+        <translation>Verschiebt das Bild des rechten Auges nach oben</translation>
+    </message>
+    <message>
+        <source>Dims overlapping edges so that the tiles melt into one picture</source>
+        <translation>Blendet überlappende Ränder ab, sodass die Kacheln zu einem Bild verschmelzen</translation>
+    </message>
+    <message>
+        <source>Edge Blending</source>
+        <translation>Randüberblendung</translation>
+    </message>
+    <message>
+        <source>Edges</source>
+        <translation>Ränder</translation>
+    </message>
+    <message>
+        <source>Part of the tile width that fades out at the left</source>
+        <translation>Blendbereich am linken Rand, als Anteil der Kachelbreite</translation>
+    </message>
+    <message>
+        <source>Part of the tile width that fades out at the right</source>
+        <translation>Blendbereich am rechten Rand, als Anteil der Kachelbreite</translation>
+    </message>
+    <message>
+        <source>Part of the tile height that fades out at the top</source>
+        <translation>Blendbereich am oberen Rand, als Anteil der Kachelhöhe</translation>
+    </message>
+    <message>
+        <source>Part of the tile height that fades out at the bottom</source>
+        <translation>Blendbereich am unteren Rand, als Anteil der Kachelhöhe</translation>
+    </message>
+    <message>
+        <source>Display</source>
+        <translation>Anzeige</translation>
+    </message>
+    <message>
+        <source>Eye separation [mm]</source>
+        <translation>Augenabstand [mm]</translation>
+    </message>
+    <message>
+        <source>Distance between the two eyes; a larger one deepens the picture, zero flattens it</source>
+        <translation>Abstand der beiden Augen; ein größerer gibt dem Bild mehr Tiefe, null macht es flach</translation>
+    </message>
+    <message>
+        <source>Camera</source>
+        <translation>Kamera</translation>
+    </message>
+    <message>
+        <source>Camera of the scene that this display shows; empty follows the active one</source>
+        <translation>Kamera der Szene, die diese Anzeige zeigt; leer folgt der aktiven Kamera</translation>
+    </message>
+    <message>
+        <source>User</source>
+        <translation>Benutzer</translation>
+    </message>
+    <message>
+        <source>Number of the tracked user for whom the picture is right</source>
+        <translation>Nummer des verfolgten Benutzers, für den das Bild stimmt</translation>
+    </message>
+    <message>
+        <source>All pictures of this display change at the same moment, kept in step by the graphics boards</source>
+        <translation>Alle Bilder dieser Anzeige wechseln im selben Moment; die Grafikkarten halten sie im Takt</translation>
+    </message>
+    <message>
+        <source>Hardware sync</source>
+        <translation>Hardware-Synchronisation</translation>
+    </message>
+    <message>
+        <source>Window</source>
+        <translation>Fenster</translation>
+    </message>
+    <message>
+        <source>Render node</source>
+        <translation>Renderknoten</translation>
+    </message>
+    <message>
+        <source>Compute node that draws this window</source>
+        <translation>Rechenknoten, der dieses Fenster zeichnet</translation>
+    </message>
+    <message>
+        <source>Screen</source>
+        <translation>Bildschirm</translation>
+    </message>
+    <message>
+        <source>Screen of that node on which the window opens</source>
+        <translation>Bildschirm dieses Knotens, auf dem sich das Fenster öffnet</translation>
+    </message>
+    <message>
+        <source>The window covers its whole screen</source>
+        <translation>Das Fenster füllt seinen ganzen Bildschirm</translation>
+    </message>
+    <message>
+        <source>Full screen</source>
+        <translation>Vollbild</translation>
+    </message>
+    <message>
+        <source>Geometry [pixel]</source>
+        <translation>Geometrie [Pixel]</translation>
+    </message>
+    <message>
+        <source>Left edge of the window on its screen</source>
+        <translation>Linker Rand des Fensters auf seinem Bildschirm</translation>
+    </message>
+    <message>
+        <source>Top edge of the window on its screen</source>
+        <translation>Oberer Rand des Fensters auf seinem Bildschirm</translation>
+    </message>
+    <message>
+        <source>Width of the picture</source>
+        <translation>Breite des Bildes</translation>
+    </message>
+    <message>
+        <source>Height of the picture</source>
+        <translation>Höhe des Bildes</translation>
+    </message>
+    <message>
+        <source>Click the surface that this viewport shows</source>
+        <translation>Klicken Sie auf die Projektionsfläche, die dieser Viewport zeigt</translation>
+    </message>
+    <message>
+        <source>Position</source>
+        <translation>Position</translation>
+    </message>
+    <message>
+        <source>Part of the window that the viewport fills</source>
+        <translation>Teil des Fensters, den der Viewport füllt</translation>
+    </message>
+    <message>
+        <source>Lower left (fraction)</source>
+        <translation>Unten links (Anteil)</translation>
+    </message>
+    <message>
+        <source>Left edge of the viewport; 0 is the left edge of the window, 1 the right one</source>
+        <translation>Linker Rand des Viewports; 0 ist der linke Rand des Fensters, 1 der rechte</translation>
+    </message>
+    <message>
+        <source>Lower edge of the viewport; 0 is the lower edge of the window, 1 the upper one</source>
+        <translation>Unterer Rand des Viewports; 0 ist der untere Rand des Fensters, 1 der obere</translation>
+    </message>
+    <message>
+        <source>Upper right (fraction)</source>
+        <translation>Oben rechts (Anteil)</translation>
+    </message>
+    <message>
+        <source>Right edge of the viewport</source>
+        <translation>Rechter Rand des Viewports</translation>
+    </message>
+    <message>
+        <source>Upper edge of the viewport</source>
+        <translation>Oberer Rand des Viewports</translation>
+    </message>
+    <message>
+        <source>Lower left [pixel]</source>
+        <translation>Unten links [Pixel]</translation>
+    </message>
+    <message>
+        <source>Upper right [pixel]</source>
+        <translation>Oben rechts [Pixel]</translation>
+    </message>
+    <message>
+        <source>Stereo</source>
+        <translation>Stereo</translation>
+    </message>
+    <message>
+        <source>Which eye sees this viewport, or how it shows both eyes at once</source>
+        <translation>Welches Auge diesen Viewport sieht, oder wie er beide Augen zugleich bedient</translation>
+    </message>
+    <message>
+        <source>Flip</source>
+        <translation>Spiegeln</translation>
+    </message>
+    <message>
+        <source>Mirrors the picture left to right, for rear projection</source>
+        <translation>Vertauscht links und rechts, für Rückprojektion</translation>
+    </message>
+    <message>
+        <source>Horizontal</source>
+        <translation>Horizontal</translation>
+    </message>
+    <message>
+        <source>Turns the picture upside down, for hanging projectors</source>
+        <translation>Vertauscht oben und unten, für hängende Projektoren</translation>
+    </message>
+    <message>
+        <source>Vertical</source>
+        <translation>Vertikal</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Paste</source>
+        <translation>Einfügen</translation>
+    </message>
+    <message>
+        <source>Convert to planes</source>
+        <translation>In Ebenen umwandeln</translation>
+    </message>
+    <message>
+        <source>None yet: click the surface that this viewport shows.</source>
+        <translation>Noch keine: Klicken Sie auf die Projektionsfläche, die dieser Viewport zeigt.</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>Mono</source>
+        <translation>Mono</translation>
+    </message>
+    <message>
+        <source>Both</source>
+        <translation>Beide</translation>
+    </message>
+    <message>
+        <source>Wall (No head tracking)</source>
+        <translation>Wand (ohne Head-Tracking)</translation>
+    </message>
+    <message>
+        <source>[pixel]</source>
+        <translation>[Pixel]</translation>
+    </message>
+    <message>
+        <source>Power Wall</source>
+        <translation>Powerwall</translation>
+    </message>
+    <message>
+        <source>Cave</source>
+        <translation>Cave</translation>
+    </message>
+    <message>
+        <source>Plane</source>
+        <translation>Ebene</translation>
+    </message>
+    <message>
+        <source>Tile</source>
+        <translation>Kachel</translation>
+    </message>
+    <message>
+        <source>Whole window</source>
+        <translation>Ganzes Fenster</translation>
+    </message>
+    <message>
+        <source>Custom</source>
+        <translation>Benutzerdefiniert</translation>
+    </message>
+    <message>
+        <source>Disabled</source>
+        <translation>Deaktiviert</translation>
+    </message>
+    <message>
+        <source>Double Buffered</source>
+        <translation>Doppelt gepuffert</translation>
+    </message>
+    <message>
+        <source>Horizontal Interlaced</source>
+        <translation>Horizontal verschränkt</translation>
+    </message>
+    <message>
+        <source>Vertical Interlaced</source>
+        <translation>Vertikal verschränkt</translation>
+    </message>
+    <message>
+        <source>Left/Right Split</source>
+        <translation>Links/Rechts geteilt</translation>
+    </message>
+    <message>
+        <source>Top/Bottom Split</source>
+        <translation>Oben/Unten geteilt</translation>
+    </message>
+    <message>
+        <source>Red/Cyan</source>
+        <translation>Rot/Cyan</translation>
+    </message>
+    <message>
+        <source>Blue/Yellow</source>
+        <translation>Blau/Gelb</translation>
+    </message>
+    <message>
+        <source>Green/Magenta</source>
+        <translation>Grün/Magenta</translation>
+    </message>
+    <message>
+        <source>Extended desktop</source>
+        <translation>Erweiterter Desktop</translation>
+    </message>
+    <message>
+        <source>Primary screen</source>
+        <translation>Hauptbildschirm</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCDisplayItem</name>
+    <message>
+        <source>Display %1</source>
+        <translation>Anzeige %1</translation>
+    </message>
+    <message>
+        <source>A display with more than %1 viewports in its windows is not loaded.</source>
+        <translation>Eine Anzeige mit mehr als %1 Viewports in ihren Fenstern wird nicht geladen.</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCDocumentText</name>
+    <message>
+        <source>Cluster config line %1, column %2: %3</source>
+        <translation>Clusterkonfiguration, Zeile %1, Spalte %2: %3</translation>
+    </message>
+    <message>
+        <source>more than %1 elements are nested</source>
+        <translation>mehr als %1 Elemente sind ineinander verschachtelt</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCDocumentWriter</name>
+    <message>
+        <source>Attribute &apos;%1&apos; of &apos;%2&apos; is left out of the document: not an XML name.</source>
+        <translation>Attribut &apos;%1&apos; von &apos;%2&apos; fehlt im Dokument: kein XML-Name.</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCGUIW</name>
+    <message>
+        <source>HPC Cluster</source>
+        <translation>HPC-Cluster</translation>
+    </message>
+    <message>
+        <source>toolBar</source>
+        <translation>Werkzeugleiste</translation>
+    </message>
+    <message>
+        <source>New</source>
+        <translation>Neu</translation>
+    </message>
+    <message>
+        <source>Load...</source>
+        <translation>Laden...</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Speichern</translation>
+    </message>
+    <message>
+        <source>Save As...</source>
+        <translation>Speichern unter...</translation>
+    </message>
+    <message>
+        <source>Import legacy...</source>
+        <translation>Alte Konfiguration importieren...</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>Starten</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Stoppen</translation>
+    </message>
+    <message>
+        <source>Edit configuration...</source>
+        <translation>Konfiguration bearbeiten...</translation>
+    </message>
+    <message>
+        <source>Display Setup...</source>
+        <translation>Anzeigen einrichten...</translation>
+    </message>
+    <message>
+        <source>Run network speed test...</source>
+        <translation>Netzwerkgeschwindigkeit messen...</translation>
+    </message>
+    <message>
+        <source>Show tiles</source>
+        <translation>Kacheln anzeigen</translation>
+    </message>
+    <message>
+        <source>Show test image</source>
+        <translation>Testbild anzeigen</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;Datei</translation>
+    </message>
+    <message>
+        <source>&amp;Edit</source>
+        <translation>&amp;Bearbeiten</translation>
+    </message>
+    <message>
+        <source>&amp;Diagnostics</source>
+        <translation>Dia&amp;gnose</translation>
+    </message>
+    <message>
+        <source>QuickActions</source>
+        <translation>Schnellzugriff</translation>
+    </message>
+    <message>
+        <source>Load Cluster Configuration</source>
+        <translation>Clusterkonfiguration laden</translation>
+    </message>
+    <message>
+        <source>Cluster Config (*.zhpc)</source>
+        <translation>Clusterkonfiguration (*.zhpc)</translation>
+    </message>
+    <message>
+        <source>Save Cluster Configuration</source>
+        <translation>Clusterkonfiguration speichern</translation>
+    </message>
+    <message>
+        <source>Load Legacy Configuration</source>
+        <translation>Alte Konfiguration laden</translation>
+    </message>
+    <message>
+        <source>Legacy Config (*.xml)</source>
+        <translation>Alte Konfiguration (*.xml)</translation>
+    </message>
+    <message>
+        <source>%1 holds no parameters of a legacy configuration.</source>
+        <translation>%1 enthält keine Parameter einer alten Konfiguration.</translation>
+    </message>
+    <message>
+        <source>Unable to load cluster config %1</source>
+        <translation>Clusterkonfiguration %1 kann nicht geladen werden</translation>
+    </message>
+    <message>
+        <source>Unable to load cluster config %1: %2</source>
+        <translation>Clusterkonfiguration %1 kann nicht geladen werden: %2</translation>
+    </message>
+    <message>
+        <source>Unable to save cluster config %1: %2. What the file held before is still there.</source>
+        <translation>Clusterkonfiguration %1 kann nicht gespeichert werden: %2. Der bisherige Inhalt der Datei ist noch da.</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCLayoutPane</name>
+    <message>
+        <source>Room</source>
+        <translation>Raum</translation>
+    </message>
+    <message>
+        <source>Screens</source>
+        <translation>Bildschirme</translation>
+    </message>
+    <message>
+        <source>Size of the screens: windows that reach beyond it stand out. &quot;Automatic&quot; takes what the windows need.</source>
+        <translation>Größe der Bildschirme: Fenster, die darüber hinausragen, fallen auf. „Automatisch“ nimmt, was die Fenster brauchen.</translation>
+    </message>
+    <message>
+        <source>Automatic</source>
+        <translation>Automatisch</translation>
+    </message>
+    <message>
+        <source>%1 x %2</source>
+        <translation>%1 x %2</translation>
+    </message>
+    <message>
+        <source>Screen [pixel]</source>
+        <translation>Bildschirm [Pixel]</translation>
+    </message>
+    <message>
+        <source>Fit</source>
+        <translation>Einpassen</translation>
+    </message>
+    <message>
+        <source>Takes everything into the picture</source>
+        <translation>Nimmt alles ins Bild</translation>
+    </message>
+    <message>
+        <source>Save picture...</source>
+        <translation>Bild speichern...</translation>
+    </message>
+    <message>
+        <source>Writes the picture to a file: SVG, PNG or PDF</source>
+        <translation>Schreibt das Bild in eine Datei: SVG, PNG oder PDF</translation>
+    </message>
+    <message>
+        <source>Save picture</source>
+        <translation>Bild speichern</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCPictureFile</name>
+    <message>
+        <source>Scalable picture (*.svg);;Picture (*.png);;Document (*.pdf)</source>
+        <translation>Skalierbares Bild (*.svg);;Bild (*.png);;Dokument (*.pdf)</translation>
+    </message>
+    <message>
+        <source>Unable to save picture %1: %2</source>
+        <translation>Bild %1 kann nicht gespeichert werden: %2</translation>
+    </message>
+    <message>
+        <source>Unable to write picture %1 in the format &quot;%2&quot; at %3 x %4</source>
+        <translation>Bild %1 kann nicht im Format „%2“ mit %3 x %4 geschrieben werden</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCPreferencesGUII</name>
+    <message>
+        <source>Cluster</source>
+        <translation>Cluster</translation>
+    </message>
+    <message>
+        <source>Default Config File</source>
+        <translation>Standardkonfiguration</translation>
+    </message>
+    <message>
+        <source>Cluster configuration that is loaded at start; empty for none</source>
+        <translation>Clusterkonfiguration, die beim Start geladen wird; leer für keine</translation>
+    </message>
+    <message>
+        <source>Choose the file</source>
+        <translation>Datei auswählen</translation>
+    </message>
+    <message>
+        <source>Load HPC Cluster Configuration</source>
+        <translation>HPC-Clusterkonfiguration laden</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCProblemModel</name>
+    <message>
+        <source>Problem</source>
+        <translation>Problem</translation>
+    </message>
+    <message>
+        <source>Fix</source>
+        <translation>Abhilfe</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCProblems</name>
+    <message>
+        <source>Viewport %1 of window %2 of display %3 shows no projection.</source>
+        <translation>Viewport %1 in Fenster %2 von Anzeige %3 zeigt keine Projektion.</translation>
+    </message>
+    <message>
+        <source>Viewport %1 of window %2 of display %3 shows the projection &quot;%4&quot;, which does not exist.</source>
+        <translation>Viewport %1 in Fenster %2 von Anzeige %3 zeigt die Projektion „%4“, die es nicht gibt.</translation>
+    </message>
+    <message>
+        <source>Window %1 of display %2 has no render node.</source>
+        <translation>Fenster %1 von Anzeige %2 hat keinen Renderknoten.</translation>
+    </message>
+    <message>
+        <source>Use %1</source>
+        <translation>%1 verwenden</translation>
+    </message>
+    <message>
+        <source>Window %1 of display %2 is on the node &quot;%3&quot;, which the cluster does not have.</source>
+        <translation>Fenster %1 von Anzeige %2 liegt auf dem Knoten „%3“, den der Cluster nicht hat.</translation>
+    </message>
+    <message>
+        <source>Window %1 of display %2 is on the node &quot;%3&quot;, which is disabled.</source>
+        <translation>Fenster %1 von Anzeige %2 liegt auf dem Knoten „%3“, der deaktiviert ist.</translation>
+    </message>
+    <message>
+        <source>Enable %1</source>
+        <translation>%1 aktivieren</translation>
+    </message>
+    <message>
+        <source>Window %1 of display %2 and window %3 of display %4 overlap on one screen of the node &quot;%5&quot;.</source>
+        <translation>Fenster %1 von Anzeige %2 und Fenster %3 von Anzeige %4 überlappen sich auf einem Bildschirm des Knotens „%5“.</translation>
+    </message>
+    <message>
+        <source>No viewport shows &quot;%1&quot;.</source>
+        <translation>Kein Viewport zeigt „%1“.</translation>
+    </message>
+    <message>
+        <source>More than one viewport shows &quot;%1&quot; to the same eye.</source>
+        <translation>Mehr als ein Viewport zeigt „%1“ demselben Auge.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is shown to the left eye, but not to the right eye.</source>
+        <translation>„%1“ wird dem linken Auge gezeigt, dem rechten aber nicht.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is shown to the right eye, but not to the left eye.</source>
+        <translation>„%1“ wird dem rechten Auge gezeigt, dem linken aber nicht.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has no area.</source>
+        <translation>„%1“ hat keine Fläche.</translation>
+    </message>
+    <message>
+        <source>The corner of &quot;%1&quot; is %2 degrees off a right angle.</source>
+        <translation>Die Ecke von „%1“ weicht um %2 Grad vom rechten Winkel ab.</translation>
+    </message>
+    <message>
+        <source>Make square</source>
+        <translation>Rechtwinklig machen</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; faces away from the viewer: its picture is mirrored.</source>
+        <translation>„%1“ ist vom Betrachter abgewandt: Das Bild ist gespiegelt.</translation>
+    </message>
+    <message>
+        <source>Turn round</source>
+        <translation>Umdrehen</translation>
+    </message>
+    <message>
+        <source>Make sizes positive</source>
+        <translation>Größen positiv machen</translation>
+    </message>
+    <message>
+        <source>The edge blending of &quot;%1&quot; is wider than its overlap with other planes.</source>
+        <translation>Die Randüberblendung von „%1“ ist breiter als die Überlappung mit anderen Ebenen.</translation>
+    </message>
+    <message>
+        <source>Fit to overlap</source>
+        <translation>An Überlappung anpassen</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is only a few millimetres in size. Was it measured in metres?</source>
+        <translation>„%1“ ist nur wenige Millimeter groß. Wurde in Metern gemessen?</translation>
+    </message>
+    <message>
+        <source>Multiply by 1000</source>
+        <translation>Mit 1000 malnehmen</translation>
+    </message>
+    <message>
+        <source>%1 nodes bear the name &quot;%2&quot;.</source>
+        <translation>%1 Knoten tragen den Namen „%2“.</translation>
+    </message>
+    <message>
+        <source>%1 number %2 holds no node.</source>
+        <translation>%1 Nummer %2 enthält keinen Knoten.</translation>
+    </message>
+    <message>
+        <source>%1 number %2 holds no node that is enabled.</source>
+        <translation>%1 Nummer %2 enthält keinen aktivierten Knoten.</translation>
+    </message>
+    <message>
+        <source>Enable its nodes</source>
+        <translation>Knoten aktivieren</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCProblemsView</name>
+    <message>
+        <source>Problems</source>
+        <translation>Probleme</translation>
+    </message>
+    <message>
+        <source>No problems</source>
+        <translation>Keine Probleme</translation>
+    </message>
+    <message>
+        <source>1 problem</source>
+        <translation>1 Problem</translation>
+    </message>
+    <message>
+        <source>%1 problems</source>
+        <translation>%1 Probleme</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCProjectionItem</name>
+    <message>
+        <source>Projection %1 with %2 x %3 tiles is not laid out: at most %4 tiles are supported.</source>
+        <translation>Projektion %1 mit %2 x %3 Kacheln wird nicht aufgeteilt: höchstens %4 Kacheln sind möglich.</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCRoomPicture</name>
+    <message>
+        <source>No projections</source>
+        <translation>Keine Projektionen</translation>
+    </message>
+    <message>
+        <source>Viewer</source>
+        <translation>Betrachter</translation>
+    </message>
+    <message>
+        <source>%1 (no area)</source>
+        <translation>%1 (ohne Fläche)</translation>
+    </message>
+    <message>
+        <source>%1 (mirrored)</source>
+        <translation>%1 (gespiegelt)</translation>
+    </message>
+    <message>
+        <source>%1 (skewed)</source>
+        <translation>%1 (schiefwinklig)</translation>
+    </message>
+    <message>
+        <source>r%1 c%2</source>
+        <translation>Z%1 S%2</translation>
+    </message>
+    <message>
+        <source>Grid %1</source>
+        <translation>Raster %1</translation>
+    </message>
+    <message>
+        <source>Edge blending</source>
+        <translation>Randüberblendung</translation>
+    </message>
+    <message>
+        <source>Overlap</source>
+        <translation>Überlappung</translation>
+    </message>
+    <message>
+        <source>Shown nowhere</source>
+        <translation>Nirgends gezeigt</translation>
+    </message>
+    <message>
+        <source>Faces away from the viewer</source>
+        <translation>Vom Betrachter abgewandt</translation>
+    </message>
+    <message>
+        <source>Tiled walls: 1 pixel drawn as 1 mm</source>
+        <translation>Kachelwände: 1 Pixel als 1 mm gezeichnet</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCRoomView</name>
+    <message>
+        <source>Room</source>
+        <translation>Raum</translation>
+    </message>
+    <message>
+        <source>The projections in space around the viewer</source>
+        <translation>Die Projektionen im Raum um den Betrachter</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCScreensPicture</name>
+    <message>
+        <source>No windows</source>
+        <translation>Keine Fenster</translation>
+    </message>
+    <message>
+        <source>Extended desktop</source>
+        <translation>Erweiterter Desktop</translation>
+    </message>
+    <message>
+        <source>Primary screen</source>
+        <translation>Hauptbildschirm</translation>
+    </message>
+    <message>
+        <source>Screen %1</source>
+        <translation>Bildschirm %1</translation>
+    </message>
+    <message>
+        <source>Left</source>
+        <translation>Links</translation>
+    </message>
+    <message>
+        <source>Right</source>
+        <translation>Rechts</translation>
+    </message>
+    <message>
+        <source>Double Buffered</source>
+        <translation>Doppelt gepuffert</translation>
+    </message>
+    <message>
+        <source>Horizontal Interlaced</source>
+        <translation>Horizontal verschränkt</translation>
+    </message>
+    <message>
+        <source>Vertical Interlaced</source>
+        <translation>Vertikal verschränkt</translation>
+    </message>
+    <message>
+        <source>Left/Right Split</source>
+        <translation>Links/Rechts geteilt</translation>
+    </message>
+    <message>
+        <source>Top/Bottom Split</source>
+        <translation>Oben/Unten geteilt</translation>
+    </message>
+    <message>
+        <source>Red/Cyan</source>
+        <translation>Rot/Cyan</translation>
+    </message>
+    <message>
+        <source>Blue/Yellow</source>
+        <translation>Blau/Gelb</translation>
+    </message>
+    <message>
+        <source>Green/Magenta</source>
+        <translation>Grün/Magenta</translation>
+    </message>
+    <message>
+        <source>Window %1 of display %2</source>
+        <translation>Fenster %1 von Anzeige %2</translation>
+    </message>
+    <message>
+        <source>Window %1</source>
+        <translation>Fenster %1</translation>
+    </message>
+    <message>
+        <source>No render node</source>
+        <translation>Kein Renderknoten</translation>
+    </message>
+    <message>
+        <source>%1 (not in the cluster)</source>
+        <translation>%1 (nicht im Cluster)</translation>
+    </message>
+    <message>
+        <source>%1 (disabled)</source>
+        <translation>%1 (deaktiviert)</translation>
+    </message>
+    <message>
+        <source>%1, full screen</source>
+        <translation>%1, Vollbild</translation>
+    </message>
+    <message>
+        <source>%1, %2 at %3, %4</source>
+        <translation>%1, %2 bei %3, %4</translation>
+    </message>
+    <message>
+        <source>%1, partly off the screen</source>
+        <translation>%1, teils außerhalb des Bildschirms</translation>
+    </message>
+    <message>
+        <source>%1, overlaps</source>
+        <translation>%1, überlappt</translation>
+    </message>
+    <message>
+        <source>No projection</source>
+        <translation>Keine Projektion</translation>
+    </message>
+    <message>
+        <source>flipped</source>
+        <translation>gespiegelt</translation>
+    </message>
+    <message>
+        <source>%1, flipped</source>
+        <translation>%1, gespiegelt</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCScreensView</name>
+    <message>
+        <source>Screens</source>
+        <translation>Bildschirme</translation>
+    </message>
+    <message>
+        <source>The windows on the screens of each render node</source>
+        <translation>Die Fenster auf den Bildschirmen jedes Renderknotens</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCTreeEditGUIW</name>
+    <message>
+        <source>Options</source>
+        <translation>Optionen</translation>
+    </message>
+    <message>
+        <source>Data compression</source>
+        <translation>Datenkompression</translation>
+    </message>
+    <message>
+        <source>Compression of the scene data that is sent to the compute nodes</source>
+        <translation>Kompression der Szenendaten, die an die Rechenknoten gesendet werden</translation>
+    </message>
+    <message>
+        <source>Image compression</source>
+        <translation>Bildkompression</translation>
+    </message>
+    <message>
+        <source>Compression of the images that the compute nodes send back</source>
+        <translation>Kompression der Bilder, die die Rechenknoten zurücksenden</translation>
+    </message>
+    <message>
+        <source>Start/Stop action</source>
+        <translation>Start-/Stopp-Aktion</translation>
+    </message>
+    <message>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;The selected aciton will be performed on cluster start and reverted on cluster stop&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Die gewählte Aktion wird beim Starten des Clusters ausgeführt und beim Stoppen rückgängig gemacht&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
+    </message>
+    <message>
+        <source>Still supersampling</source>
+        <translation>Standbild-Supersampling</translation>
+    </message>
+    <message>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;During still antialiasing the image can be rendered in a higher resolution. This can eventually reduce the noice but will increase network traffic. &lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Während der Kantenglättung im Stillstand kann das Bild in höherer Auflösung gerendert werden. Das kann das Rauschen verringern, erhöht aber die Netzwerklast. &lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
+    </message>
+    <message>
+        <source>Advanced</source>
+        <translation>Erweitert</translation>
+    </message>
+    <message>
+        <source>Parallel frames</source>
+        <translation>Parallele Bilder</translation>
+    </message>
+    <message>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Multiple frames are rendered in parallel by a different group of compute nodes. This can be used to get a better cluster scalability with a large number of compute nodes.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Mehrere Bilder werden gleichzeitig von verschiedenen Gruppen von Rechenknoten gerendert. Damit skaliert der Cluster bei vielen Rechenknoten besser.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
+    </message>
+    <message>
+        <source>Frame buffers</source>
+        <translation>Bildpuffer</translation>
+    </message>
+    <message>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;On slow network connections the framerate can be improved by using multiple rendering buffers.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Bei langsamen Netzwerkverbindungen lässt sich die Bildrate mit mehreren Renderpuffern verbessern.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
+    </message>
+    <message>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;All nodes of a homogeneous cluster have the same performance&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Alle Knoten eines homogenen Clusters sind gleich leistungsfähig&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
+    </message>
+    <message>
+        <source>Homogeneous cluster</source>
+        <translation>Homogener Cluster</translation>
+    </message>
+    <message>
+        <source>Network</source>
+        <translation>Netzwerk</translation>
+    </message>
+    <message>
+        <source>Use the compute nodes of this network</source>
+        <translation>Die Rechenknoten dieses Netzwerks verwenden</translation>
+    </message>
+    <message>
+        <source>Enabled</source>
+        <translation>Aktiviert</translation>
+    </message>
+    <message>
+        <source>Network type</source>
+        <translation>Netzwerktyp</translation>
+    </message>
+    <message>
+        <source>Kind of the network that connects the compute nodes</source>
+        <translation>Art des Netzwerks, das die Rechenknoten verbindet</translation>
+    </message>
+    <message>
+        <source>Network speed</source>
+        <translation>Netzwerkgeschwindigkeit</translation>
+    </message>
+    <message>
+        <source>Bandwidth of the network</source>
+        <translation>Bandbreite des Netzwerks</translation>
+    </message>
+    <message>
+        <source>Service port</source>
+        <translation>Dienstport</translation>
+    </message>
+    <message>
+        <source>Port on which the cluster servers of this network listen</source>
+        <translation>Port, an dem die Clusterserver dieses Netzwerks lauschen</translation>
+    </message>
+    <message>
+        <source>Description</source>
+        <translation>Beschreibung</translation>
+    </message>
+    <message>
+        <source>Shown behind the network in the tree</source>
+        <translation>Steht im Baum hinter dem Netzwerk</translation>
+    </message>
+    <message>
+        <source>Encrypt the connections to the compute nodes of this network</source>
+        <translation>Die Verbindungen zu den Rechenknoten dieses Netzwerks verschlüsseln</translation>
+    </message>
+    <message>
+        <source>Encrypted</source>
+        <translation>Verschlüsselt</translation>
+    </message>
+    <message>
+        <source>Compute node</source>
+        <translation>Rechenknoten</translation>
+    </message>
+    <message>
+        <source>Use this node</source>
+        <translation>Diesen Knoten verwenden</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Enter host name or ip address</source>
+        <translation>Rechnername oder IP-Adresse eingeben</translation>
+    </message>
+    <message>
+        <source>Use this node in raytracing mode</source>
+        <translation>Diesen Knoten im Raytracing-Modus verwenden</translation>
+    </message>
+    <message>
+        <source>Use for Raytracing</source>
+        <translation>Für Raytracing verwenden</translation>
+    </message>
+    <message>
+        <source>Ethernet</source>
+        <translation>Ethernet</translation>
+    </message>
+    <message>
+        <source>Infiniband</source>
+        <translation>Infiniband</translation>
+    </message>
+    <message>
+        <source>Auto</source>
+        <translation>Automatisch</translation>
+    </message>
+    <message>
+        <source>Internet</source>
+        <translation>Internet</translation>
+    </message>
+    <message>
+        <source>1 Gigabit</source>
+        <translation>1 Gigabit</translation>
+    </message>
+    <message>
+        <source>10 Gigabit</source>
+        <translation>10 Gigabit</translation>
+    </message>
+    <message>
+        <source>10G uplink to 1G</source>
+        <translation>10G-Uplink zu 1G</translation>
+    </message>
+    <message>
+        <source>40 Gigabit</source>
+        <translation>40 Gigabit</translation>
+    </message>
+    <message>
+        <source>40G uplink to 10G</source>
+        <translation>40G-Uplink zu 10G</translation>
+    </message>
+    <message>
+        <source>Off</source>
+        <translation>Aus</translation>
+    </message>
+    <message>
+        <source>Medium</source>
+        <translation>Mittel</translation>
+    </message>
+    <message>
+        <source>High</source>
+        <translation>Hoch</translation>
+    </message>
+    <message>
+        <source>Low (Lossless)</source>
+        <translation>Niedrig (verlustfrei)</translation>
+    </message>
+    <message>
+        <source>Medium (Lossy)</source>
+        <translation>Mittel (verlustbehaftet)</translation>
+    </message>
+    <message>
+        <source>High (Lossy)</source>
+        <translation>Hoch (verlustbehaftet)</translation>
+    </message>
+    <message>
+        <source>Do nothing</source>
+        <translation>Nichts tun</translation>
+    </message>
+    <message>
+        <source>Downscale Off / On</source>
+        <translation>Herunterskalieren aus / ein</translation>
+    </message>
+    <message>
+        <source>Raytracing On / Off</source>
+        <translation>Raytracing ein / aus</translation>
+    </message>
+    <message>
+        <source>Rendering On / Off</source>
+        <translation>Rendering ein / aus</translation>
+    </message>
+    <message>
+        <source>2x2</source>
+        <translation>2x2</translation>
+    </message>
+    <message>
+        <source>3x3</source>
+        <translation>3x3</translation>
+    </message>
+    <message>
+        <source>4x4</source>
+        <translation>4x4</translation>
+    </message>
+    <message>
+        <source>1</source>
+        <translation>1</translation>
+    </message>
+    <message>
+        <source>2</source>
+        <translation>2</translation>
+    </message>
+    <message>
+        <source>3</source>
+        <translation>3</translation>
+    </message>
+    <message>
+        <source>4</source>
+        <translation>4</translation>
+    </message>
+    <message>
+        <source>5</source>
+        <translation>5</translation>
+    </message>
+    <message>
+        <source>6</source>
+        <translation>6</translation>
+    </message>
+    <message>
+        <source>7</source>
+        <translation>7</translation>
+    </message>
+    <message>
+        <source>8</source>
+        <translation>8</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCTreeGUIW</name>
+    <message>
+        <source>Cluster</source>
+        <translation>Cluster</translation>
+    </message>
+    <message>
+        <source>Cluster config...</source>
+        <translation>Clusterkonfiguration...</translation>
+    </message>
+    <message>
+        <source>Add network</source>
+        <translation>Netzwerk hinzufügen</translation>
+    </message>
+    <message>
+        <source>Add compute node</source>
+        <translation>Rechenknoten hinzufügen</translation>
+    </message>
+    <message>
+        <source>Remove network</source>
+        <translation>Netzwerk entfernen</translation>
+    </message>
+    <message>
+        <source>Remove compute node</source>
+        <translation>Rechenknoten entfernen</translation>
+    </message>
+    <message>
+        <source>Options</source>
+        <translation>Optionen</translation>
+    </message>
+    <message>
+        <source>Network</source>
+        <translation>Netzwerk</translation>
+    </message>
+    <message>
+        <source>The cluster section is nested too deep: at most %1 levels of the tree fit the stack.</source>
+        <translation>Der Clusterabschnitt ist zu tief verschachtelt: höchstens %1 Ebenen des Baums passen auf den Stapel.</translation>
+    </message>
+    <message>
+        <source>The hosts text is nested too deep: at most %1 levels of the tree fit the stack.</source>
+        <translation>Der Text der Rechner ist zu tief verschachtelt: höchstens %1 Ebenen des Baums passen auf den Stapel.</translation>
+    </message>
+    <message>
+        <source>Unable to read hosts file %1: %2</source>
+        <translation>Rechnerdatei %1 kann nicht gelesen werden: %2</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCViewportItem</name>
+    <message>
+        <source>Viewport: %1 %2</source>
+        <translation>Viewport: %1 %2</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCWindowItem</name>
+    <message>
+        <source>Window: %1</source>
+        <translation>Fenster: %1</translation>
+    </message>
+</context>
+</TS>

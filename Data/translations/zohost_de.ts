@@ -1,0 +1,410 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de_DE" sourcelanguage="en">
+<context>
+    <name>zoClusterDocument</name>
+    <message>
+        <source>line %1, column %2: %3</source>
+        <translation>Zeile %1, Spalte %2: %3</translation>
+    </message>
+</context>
+<context>
+    <name>zoClusterNodeLocks</name>
+    <message>
+        <source>%1: not a directory of this user</source>
+        <translation>%1: kein Verzeichnis dieses Benutzers</translation>
+    </message>
+</context>
+<context>
+    <name>zoHostCameraPanel</name>
+    <message>
+        <source>Add</source>
+        <translation>Neu</translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>Umbenennen</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Cameras</source>
+        <translation>Kameras</translation>
+    </message>
+</context>
+<context>
+    <name>zoHostClusterPage</name>
+    <message>
+        <source> MiB</source>
+        <translation> MiB</translation>
+    </message>
+    <message>
+        <source>Do not ask</source>
+        <translation>Nicht fragen</translation>
+    </message>
+    <message>
+        <source>A start asks when this machine has less memory available for a node</source>
+        <translation>Beim Starten wird gefragt, wenn dieser Rechner weniger freien Speicher für einen Knoten hat</translation>
+    </message>
+    <message>
+        <source>Sessions of this host keep all nodes on this machine. A start asks first when the available memory is not enough for all of them.</source>
+        <translation>Sitzungen dieses Programms halten alle Knoten auf diesem Rechner. Vor dem Starten wird gefragt, wenn der freie Speicher nicht für alle ausreicht.</translation>
+    </message>
+    <message>
+        <source>&amp;Memory per node:</source>
+        <translation>&amp;Speicher pro Knoten:</translation>
+    </message>
+    <message>
+        <source>Local cluster</source>
+        <translation>Lokaler Cluster</translation>
+    </message>
+</context>
+<context>
+    <name>zoHostLogPanel</name>
+    <message>
+        <source>Messages of the host and its modules appear here.</source>
+        <translation>Hier erscheinen die Meldungen des Programms und seiner Module.</translation>
+    </message>
+    <message>
+        <source>Log</source>
+        <translation>Protokoll</translation>
+    </message>
+    <message>
+        <source>Error: </source>
+        <translation>Fehler: </translation>
+    </message>
+    <message>
+        <source>Warning: </source>
+        <translation>Warnung: </translation>
+    </message>
+    <message>
+        <source>Clear log</source>
+        <translation>Protokoll leeren</translation>
+    </message>
+</context>
+<context>
+    <name>zoHostMainWindow</name>
+    <message>
+        <source>Cluster: set up render nodes and displays, start and stop a session</source>
+        <translation>Cluster: Renderknoten und Anzeigen einrichten, eine Sitzung starten und stoppen</translation>
+    </message>
+    <message>
+        <source>No module is loaded.
+The log says why.</source>
+        <translation>Kein Modul ist geladen.
+Das Protokoll nennt den Grund.</translation>
+    </message>
+    <message>
+        <source>Modules</source>
+        <translation>Module</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;Datei</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;Beenden</translation>
+    </message>
+    <message>
+        <source>&amp;Edit</source>
+        <translation>&amp;Bearbeiten</translation>
+    </message>
+    <message>
+        <source>&amp;Preferences...</source>
+        <translation>&amp;Einstellungen...</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>&amp;Ansicht</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
+    </message>
+    <message>
+        <source>&amp;About zohost</source>
+        <translation>Ü&amp;ber zohost</translation>
+    </message>
+    <message>
+        <source>Cameras</source>
+        <translation>Kameras</translation>
+    </message>
+    <message>
+        <source>Log</source>
+        <translation>Protokoll</translation>
+    </message>
+    <message>
+        <source>About zohost</source>
+        <translation>Über zohost</translation>
+    </message>
+    <message>
+        <source>&lt;b&gt;zohost %1&lt;/b&gt;&lt;p&gt;Shows and runs render cluster configurations.&lt;/p&gt;</source>
+        <translation>&lt;b&gt;zohost %1&lt;/b&gt;&lt;p&gt;Zeigt Konfigurationen von Renderclustern und führt sie aus.&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>Rendering</source>
+        <translation>Rendering</translation>
+    </message>
+</context>
+<context>
+    <name>zoHostOptions</name>
+    <message>
+        <source>Shows and runs render cluster configurations.</source>
+        <translation>Zeigt Konfigurationen von Renderclustern und führt sie aus.</translation>
+    </message>
+    <message>
+        <source>Prints this help and exits.</source>
+        <translation>Gibt diese Hilfe aus und beendet sich.</translation>
+    </message>
+    <message>
+        <source>Prints the version and exits.</source>
+        <translation>Gibt die Version aus und beendet sich.</translation>
+    </message>
+    <message>
+        <source>Loads this configuration instead of the default file of the preferences.</source>
+        <translation>Lädt diese Konfiguration anstelle der Standarddatei aus den Einstellungen.</translation>
+    </message>
+    <message>
+        <source>FILE</source>
+        <translation>DATEI</translation>
+    </message>
+    <message>
+        <source>Starts the cluster once the window is shown.</source>
+        <translation>Startet den Cluster, sobald das Fenster zu sehen ist.</translation>
+    </message>
+    <message>
+        <source>Asks nothing, prints each step on standard output and exits with 1 when a step fails.</source>
+        <translation>Fragt nichts, gibt jeden Schritt (auf Englisch) auf der Standardausgabe aus und endet mit 1, wenn ein Schritt misslingt.</translation>
+    </message>
+    <message>
+        <source>Writes a picture of the window, of the running cluster when --start is given.</source>
+        <translation>Schreibt ein Bild des Fensters; mit --start das des laufenden Clusters.</translation>
+    </message>
+    <message>
+        <source>FILE.png</source>
+        <translation>DATEI.png</translation>
+    </message>
+    <message>
+        <source>Exits when the session ends. With --start and --non-interactive the host measures the network, stops the session itself and exits.</source>
+        <translation>Beendet sich mit der Sitzung. Mit --start und --non-interactive wird das Netzwerk gemessen und die Sitzung von selbst gestoppt.</translation>
+    </message>
+    <message>
+        <source>Loads this module instead of the one that belongs to the host. May be given several times.</source>
+        <translation>Lädt dieses Modul anstelle des mitgelieferten. Darf mehrfach angegeben werden.</translation>
+    </message>
+    <message>
+        <source>Speaks this language, for instance de, instead of the one of the locale.</source>
+        <translation>Spricht diese Sprache, zum Beispiel en, anstelle der des Systems.</translation>
+    </message>
+    <message>
+        <source>LANGUAGE</source>
+        <translation>SPRACHE</translation>
+    </message>
+    <message>
+        <source>Try &apos;zohost --help&apos; for the options.</source>
+        <translation>Die Optionen nennt &apos;zohost --help&apos;.</translation>
+    </message>
+    <message>
+        <source>unexpected argument &apos;%1&apos;</source>
+        <translation>unerwartetes Argument &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>--%1 needs a file name</source>
+        <translation>--%1 braucht einen Dateinamen</translation>
+    </message>
+    <message>
+        <source>--language needs a language</source>
+        <translation>--language braucht eine Sprache</translation>
+    </message>
+    <message>
+        <source>--%1 is given more than once</source>
+        <translation>--%1 ist mehrfach angegeben</translation>
+    </message>
+</context>
+<context>
+    <name>zoHostPreferencesDialog</name>
+    <message>
+        <source>Preferences</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Pages</source>
+        <translation>Seiten</translation>
+    </message>
+    <message>
+        <source>No module offers preferences.</source>
+        <translation>Kein Modul bietet Einstellungen an.</translation>
+    </message>
+</context>
+<context>
+    <name>zoHostSession</name>
+    <message>
+        <source>Unable to load configuration %1: %2</source>
+        <translation>Konfiguration %1 kann nicht geladen werden: %2</translation>
+    </message>
+    <message>
+        <source>Configuration %1 cannot be used: %2</source>
+        <translation>Konfiguration %1 ist nicht verwendbar: %2</translation>
+    </message>
+    <message>
+        <source>Unable to load configuration %1: no module takes it</source>
+        <translation>Konfiguration %1 kann nicht geladen werden: kein Modul nimmt sie an</translation>
+    </message>
+    <message>
+        <source>Unable to start: no module runs a cluster</source>
+        <translation>Starten nicht möglich: kein Modul betreibt einen Cluster</translation>
+    </message>
+    <message>
+        <source>The cluster did not start</source>
+        <translation>Der Cluster ist nicht gestartet</translation>
+    </message>
+    <message>
+        <source>The network could not be measured</source>
+        <translation>Das Netzwerk konnte nicht gemessen werden</translation>
+    </message>
+    <message>
+        <source>Unable to write screenshot %1: %2</source>
+        <translation>Bildschirmfoto %1 kann nicht geschrieben werden: %2</translation>
+    </message>
+    <message>
+        <source>Unable to stop: no module runs a cluster</source>
+        <translation>Stoppen nicht möglich: kein Modul betreibt einen Cluster</translation>
+    </message>
+    <message>
+        <source>Configuration %1 loaded</source>
+        <translation>Konfiguration %1 geladen</translation>
+    </message>
+</context>
+<context>
+    <name>zoLocalClusterService</name>
+    <message>
+        <source>no node</source>
+        <translation>keinem Knoten</translation>
+    </message>
+    <message>
+        <source>aborted</source>
+        <translation>abgebrochen</translation>
+    </message>
+    <message>
+        <source>a server already runs on %1</source>
+        <translation>auf %1 läuft bereits ein Server</translation>
+    </message>
+    <message>
+        <source>not enough memory for %1</source>
+        <translation>nicht genug Speicher für %1</translation>
+    </message>
+    <message>
+        <source>the configuration is empty</source>
+        <translation>die Konfiguration ist leer</translation>
+    </message>
+    <message>
+        <source>the configuration is not well-formed: %1</source>
+        <translation>die Konfiguration ist nicht wohlgeformt: %1</translation>
+    </message>
+    <message>
+        <source>the configuration has no enabled node</source>
+        <translation>die Konfiguration hat keinen aktivierten Knoten</translation>
+    </message>
+    <message>
+        <source>Connecting to %1 ...</source>
+        <translation>Verbinden mit %1 ...</translation>
+    </message>
+    <message>
+        <source>Connected</source>
+        <translation>Verbunden</translation>
+    </message>
+    <message>
+        <source>%1 and %2 more</source>
+        <translation>%1 und %2 mehr</translation>
+    </message>
+    <message>
+        <source>Configuration of the running cluster refused: %1</source>
+        <translation>Konfiguration des laufenden Clusters zurückgewiesen: %1</translation>
+    </message>
+    <message>
+        <source>Cluster start refused: a start is in progress</source>
+        <translation>Start des Clusters abgelehnt: er wird gerade gestartet</translation>
+    </message>
+    <message>
+        <source>Cluster runs on %1</source>
+        <translation>Cluster läuft auf %1</translation>
+    </message>
+    <message>
+        <source>Cluster stopped</source>
+        <translation>Cluster gestoppt</translation>
+    </message>
+    <message>
+        <source>Show tiles: on</source>
+        <translation>Kacheln anzeigen: ein</translation>
+    </message>
+    <message>
+        <source>Show tiles: off</source>
+        <translation>Kacheln anzeigen: aus</translation>
+    </message>
+    <message>
+        <source>Show test image: on</source>
+        <translation>Testbild anzeigen: ein</translation>
+    </message>
+    <message>
+        <source>Show test image: off</source>
+        <translation>Testbild anzeigen: aus</translation>
+    </message>
+    <message>
+        <source>Network speed test failed: %1</source>
+        <translation>Messung der Netzwerkgeschwindigkeit misslungen: %1</translation>
+    </message>
+    <message>
+        <source>Other hosts on this machine cannot be seen: %1</source>
+        <translation>Andere Sitzungen auf diesem Rechner sind nicht zu erkennen: %1</translation>
+    </message>
+    <message>
+        <source>Cluster not started: %1</source>
+        <translation>Cluster nicht gestartet: %1</translation>
+    </message>
+    <message>
+        <source>Node %1 not added: a server already runs on it</source>
+        <translation>Knoten %1 nicht hinzugefügt: auf ihm läuft bereits ein Server</translation>
+    </message>
+</context>
+<context>
+    <name>zoLoopbackSpeedTest</name>
+    <message>
+        <source>a connection broke</source>
+        <translation>eine Verbindung ist abgebrochen</translation>
+    </message>
+</context>
+<context>
+    <name>zoModuleLoader</name>
+    <message>
+        <source>There is no such file</source>
+        <translation>Die Datei gibt es nicht</translation>
+    </message>
+    <message>
+        <source>The module is loaded already</source>
+        <translation>Das Modul ist schon geladen</translation>
+    </message>
+    <message>
+        <source>It has no entry initPlugin</source>
+        <translation>Ihm fehlt der Einsprung initPlugin</translation>
+    </message>
+    <message>
+        <source>Its entry failed</source>
+        <translation>Sein Einsprung ist gescheitert</translation>
+    </message>
+    <message>
+        <source>Unable to load module %1: %2</source>
+        <translation>Modul %1 kann nicht geladen werden: %2</translation>
+    </message>
+    <message>
+        <source>Module %1 loaded</source>
+        <translation>Modul %1 geladen</translation>
+    </message>
+    <message>
+        <source>Unable to unload module %1: %2</source>
+        <translation>Modul %1 kann nicht entladen werden: %2</translation>
+    </message>
+</context>
+</TS>
