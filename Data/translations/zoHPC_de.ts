@@ -1346,6 +1346,73 @@ auch wenn die Server dann instabil sein können?</translation>
     </message>
 </context>
 <context>
+    <name>zoHPCStatusPane</name>
+    <message>
+        <source>Not saved</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This configuration is in no file yet</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>changed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The configuration holds changes that were not saved</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>1 node</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 nodes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Compute nodes of the cluster</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>1 display</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 displays</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Displays of the display setup</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No problems</source>
+        <translation type="unfinished">Keine Probleme</translation>
+    </message>
+    <message>
+        <source>1 problem</source>
+        <translation type="unfinished">1 Problem</translation>
+    </message>
+    <message>
+        <source>%1 problems</source>
+        <translation type="unfinished">%1 Probleme</translation>
+    </message>
+    <message>
+        <source>Everything would light up as far as can be told from here</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Click to see them in the display setup, where they can be fixed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>zoHPCTreeEditGUIW</name>
     <message>
         <source>Options</source>

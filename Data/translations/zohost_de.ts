@@ -62,6 +62,76 @@
     </message>
 </context>
 <context>
+    <name>zoHostEarlierConfigurations</name>
+    <message>
+        <source>The folder cannot be made</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The folder cannot be written</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>zoHostEarlierDialog</name>
+    <message>
+        <source>Earlier Configurations</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Earlier configurations</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Replaced</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Nodes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Displays</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Text of the configuration</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Bring back</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>(never saved)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A configuration that New, Load, Import or the cluster replaces is kept here.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>It had no file.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Networks: %1   Nodes: %2   Projections: %3   Displays: %4   Windows: %5   Viewports: %6</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A session is running. Stop it to bring a configuration back.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The configuration that is open now is kept here when you bring another back.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>zoHostLogPanel</name>
     <message>
         <source>Messages of the host and its modules appear here.</source>
@@ -147,6 +217,42 @@ Das Protokoll nennt den Grund.</translation>
     <message>
         <source>Rendering</source>
         <translation>Rendering</translation>
+    </message>
+    <message>
+        <source>&amp;Earlier configurations...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>What was not saved is kept under File &gt; Earlier configurations.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is not there any more.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Remove from the list</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Keep</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Untitled</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The configuration has never been saved.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 has changes that are not saved.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>They are lost unless you save them before the host closes.</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -237,6 +343,21 @@ Das Protokoll nennt den Grund.</translation>
     <message>
         <source>No module offers preferences.</source>
         <translation>Kein Modul bietet Einstellungen an.</translation>
+    </message>
+</context>
+<context>
+    <name>zoHostRecentMenu</name>
+    <message>
+        <source>&amp;Recent</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No files yet</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Clear list</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
