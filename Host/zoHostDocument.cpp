@@ -38,20 +38,27 @@ void zoHostDocument::watch(QWidget* moduleWindow)
 void zoHostDocument::forget(QObject* moduleWindow)
 {
     m_announced.remove(moduleWindow);
+    m_broughtBack.remove(moduleWindow);
     moduleWindow->removeEventFilter(this);
 }
 
-bool zoHostDocument::differs(const QWidget* moduleWindow)
+bool zoHostDocument::differs(const QWidget* moduleWindow) const
 {
     const QVariant now = moduleWindow->property(DiffersProperty);
-    return now.isValid() ? now.toBool() : moduleWindow->isWindowModified();
+    return m_broughtBack.contains(moduleWindow) ||
+           (now.isValid() ? now.toBool() : moduleWindow->isWindowModified());
 }
 
 bool zoHostDocument::differs() const
 {
     const QList<QWidget*> windows = m_window->moduleWindows();
     return std::any_of(windows.begin(), windows.end(),
-                       [](const QWidget* moduleWindow) { return differs(moduleWindow); });
+                       [this](const QWidget* moduleWindow) { return differs(moduleWindow); });
+}
+
+bool zoHostDocument::isMarked(const QWidget* moduleWindow) const
+{
+    return m_broughtBack.contains(moduleWindow) || moduleWindow->isWindowModified();
 }
 
 // The entry of the module object reads a Latin-1 name; the module's window has one for all other names.
@@ -84,7 +91,15 @@ bool zoHostDocument::bringBack(const QString& text, const QString& originFile)
         if (!open.isEmpty() && open != originFile && hasSlot(moduleWindow, "setDefaultConfig()"))
             QMetaObject::invokeMethod(moduleWindow, "setDefaultConfig", Qt::DirectConnection);
     }
-    return QMetaObject::invokeMethod(module, "setConfig", Qt::DirectConnection, Q_ARG(QString, text));
+    if (!QMetaObject::invokeMethod(module, "setConfig", Qt::DirectConnection, Q_ARG(QString, text)))
+        return false;
+    // Without a file there is nothing that a module could compare it with.
+    for (QWidget* moduleWindow : windows) {
+        if (moduleWindow->windowFilePath().isEmpty() && hasSlot(moduleWindow, "setDefaultConfig()"))
+            m_broughtBack.insert(moduleWindow);
+    }
+    emit changed();
+    return true;
 }
 
 bool zoHostDocument::save(QWidget* moduleWindow)
@@ -98,6 +113,8 @@ bool zoHostDocument::eventFilter(QObject* watched, QEvent* event)
 {
     switch (event->type()) {
     case QEvent::WindowTitleChange:
+        if (!static_cast<QWidget*>(watched)->windowFilePath().isEmpty())
+            m_broughtBack.remove(watched);
         announceFile(static_cast<QWidget*>(watched));
         emit changed();
         break;
@@ -107,8 +124,11 @@ bool zoHostDocument::eventFilter(QObject* watched, QEvent* event)
     case QEvent::DynamicPropertyChange:
         if (static_cast<QDynamicPropertyChangeEvent*>(event)->propertyName() == ReplacedProperty) {
             const QVariant text = watched->property(ReplacedProperty);
-            if (text.isValid())
-                emit replaced(text.toString(), static_cast<QWidget*>(watched)->windowFilePath());
+            if (!text.isValid())
+                break;
+            emit replaced(text.toString(), static_cast<QWidget*>(watched)->windowFilePath());
+            if (m_broughtBack.remove(watched))
+                emit changed();
         }
         break;
     default:

@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QObject>
+#include <QSet>
 #include <QString>
 
 class QWidget;
@@ -24,9 +25,11 @@ public:
     void watch(QWidget* moduleWindow);
     void forget(QObject* moduleWindow); // also from inside its destructor
 
-    // Of any of the host's module windows: whether closing would lose work.
-    static bool differs(const QWidget* moduleWindow);
-    bool differs() const;
+    // Whether closing would lose work. One that was brought back and never saved is work.
+    bool differs(const QWidget* moduleWindow) const;
+    bool differs() const; // of any module's window
+    // The same as the window marks it, which may follow the document a moment later.
+    bool isMarked(const QWidget* moduleWindow) const;
 
     // False when no module takes it. What is wrong with a file goes to the log.
     bool load(const QString& fileName);
@@ -37,7 +40,7 @@ public:
     bool bringBack(const QString& text, const QString& originFile);
 
     // Lets the module save, which may ask for a name. False when the document still differs.
-    static bool save(QWidget* moduleWindow);
+    bool save(QWidget* moduleWindow);
 
 signals:
     // File or unsaved mark of a module's window changed.
@@ -55,4 +58,5 @@ private:
 
     zoHostMainWindow* m_window;
     QHash<const QObject*, QString> m_announced; // the file that was told last, by module window
+    QSet<const QObject*> m_broughtBack;         // module windows that show one without a file
 };

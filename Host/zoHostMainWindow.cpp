@@ -440,7 +440,7 @@ void zoHostMainWindow::updateTitle()
     const bool isModule = std::any_of(m_modules.cbegin(), m_modules.cend(), [page](const Module& module) {
         return module.window != nullptr && module.window == page;
     });
-    const bool modified = isModule && page->isWindowModified();
+    const bool modified = isModule && m_document->isMarked(page);
     QString file = isModule ? QFileInfo(page->windowFilePath()).fileName() : QString();
     // A place holder in a name would be taken for the one of the mark.
     file.replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
@@ -467,7 +467,7 @@ bool zoHostMainWindow::mayClose()
         return true;
     const QVector<Module> modules = m_modules;
     for (const Module& module : modules) {
-        if (!module.window || !zoHostDocument::differs(module.window))
+        if (!module.window || !m_document->differs(module.window))
             continue;
         showModule(module.window);
         const QString file = QFileInfo(module.window->windowFilePath()).fileName();
@@ -481,7 +481,7 @@ bool zoHostMainWindow::mayClose()
         if (answer == QMessageBox::Discard)
             continue;
         // A module that is gone, or a save that failed or was given up: better not to close.
-        if (answer != QMessageBox::Save || !module.window || !zoHostDocument::save(module.window))
+        if (answer != QMessageBox::Save || !module.window || !m_document->save(module.window))
             return false;
     }
     return true;

@@ -35,6 +35,8 @@ private slots:
     void bringBackGoesThroughTheModuleObject();
     void broughtBackTextDoesNotStandInForAnotherFile();
     void broughtBackTextOfTheOpenFileStaysOpenAsIt();
+    void broughtBackTextIsWorkUntilItIsSaved();
+    void broughtBackTextThatIsReplacedIsWorkNoMore();
     void saveMayBeGivenUp();
     void forgottenWindowIsNotHeard();
 
@@ -92,7 +94,7 @@ void tst_zoHostDocument::saveMakesTheFileKnown()
     m_window->edit("a");
     m_window->nextSaveName = m_parts->filePath("a.zhpc");
 
-    QVERIFY(zoHostDocument::save(m_window));
+    QVERIFY(m_host->document()->save(m_window));
 
     QCOMPARE(opened.count(), 1);
     QCOMPARE(opened.constFirst().constFirst().toString(), m_window->nextSaveName);
@@ -138,7 +140,7 @@ void tst_zoHostDocument::differsIsReadAtThatMoment()
     m_window->edit("a");
     m_window->setWindowModified(false); // a mark that has not followed yet
 
-    QVERIFY(zoHostDocument::differs(m_window));
+    QVERIFY(m_host->document()->differs(m_window));
     QVERIFY(m_host->document()->differs());
 }
 
@@ -146,11 +148,11 @@ void tst_zoHostDocument::markCountsWithoutTheProperty()
 {
     QWidget plain;
     plain.setWindowTitle("plain[*]");
-    QVERIFY(!zoHostDocument::differs(&plain));
+    QVERIFY(!m_host->document()->differs(&plain));
 
     plain.setWindowModified(true);
 
-    QVERIFY(zoHostDocument::differs(&plain));
+    QVERIFY(m_host->document()->differs(&plain));
 }
 
 void tst_zoHostDocument::replacedTextIsToldWithItsFile()
@@ -228,15 +230,39 @@ void tst_zoHostDocument::broughtBackTextOfTheOpenFileStaysOpenAsIt()
     QVERIFY(m_host->document()->bringBack("earlier", file));
 
     QCOMPARE(m_window->windowFilePath(), file);
-    QVERIFY(zoHostDocument::differs(m_window));
+    QVERIFY(m_host->document()->differs(m_window));
     QCOMPARE(replaced.count(), 1);
+}
+
+void tst_zoHostDocument::broughtBackTextIsWorkUntilItIsSaved()
+{
+    QVERIFY(m_host->document()->bringBack("earlier", QString()));
+    QVERIFY(!m_window->differs());
+    QVERIFY(m_host->document()->differs(m_window));
+    QVERIFY(m_host->document()->isMarked(m_window));
+
+    m_window->nextSaveName = m_parts->filePath("a.zhpc");
+    QVERIFY(m_host->document()->save(m_window));
+
+    QVERIFY(!m_host->document()->differs(m_window));
+    QVERIFY(!m_host->document()->isMarked(m_window));
+}
+
+void tst_zoHostDocument::broughtBackTextThatIsReplacedIsWorkNoMore()
+{
+    QVERIFY(m_host->document()->bringBack("earlier", QString()));
+    QVERIFY(m_host->document()->differs(m_window));
+
+    m_window->setDefaultConfig();
+
+    QVERIFY(!m_host->document()->differs(m_window));
 }
 
 void tst_zoHostDocument::saveMayBeGivenUp()
 {
     m_window->edit("a");
 
-    QVERIFY(!zoHostDocument::save(m_window));
+    QVERIFY(!m_host->document()->save(m_window));
 
     QCOMPARE(m_window->saves, 1);
 }

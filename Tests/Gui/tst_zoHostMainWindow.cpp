@@ -691,7 +691,7 @@ void tst_zoHostMainWindow::unsavedWorkIsSaved()
 
     QVERIFY(closeAnswering(QMessageBox::Save));
 
-    QVERIFY(!zoHostDocument::differs(module));
+    QVERIFY(!m_window->document()->differs(module));
     QVERIFY(QFile::exists(m_parts->filePath("b.zhpc")));
     QCOMPARE(closing.count(), 1);
 }
@@ -755,6 +755,7 @@ void tst_zoHostMainWindow::earlierConfigurationIsBroughtBack()
     QTest::mouseClick(dialog->findChild<QPushButton*>("BringBack"), Qt::LeftButton);
 
     QCOMPARE(module->text(), QStringLiteral("first"));
+    QCOMPARE(title(), QStringLiteral("Untitled* - zohost"));
     // What it replaced is the newest now.
     QCOMPARE(m_parts->earlier.textOf(m_parts->earlier.entries().at(0)), QStringLiteral("new"));
     QCOMPARE(m_parts->earlier.textOf(m_parts->earlier.entries().at(1)), QStringLiteral("second"));

@@ -16,6 +16,9 @@ void zoFakeModuleWindow::edit(const QString& text)
 void zoFakeModuleWindow::setConfigString(const QString& text)
 {
     replace(text);
+    // Without a file there is nothing to compare it with.
+    if (windowFilePath().isEmpty())
+        m_savedText = m_text;
     updateMark();
 }
 

@@ -1,16 +1,24 @@
+#include "zoDialogRobot.h"
 #include "zoTestCase.h"
 
+#include <zoConfigurationCounts.h>
 #include <zoHostApplication.h>
 #include <zoKernelServiceFactory.h>
 
 #include <QAction>
 #include <QApplication>
+#include <QDialog>
+#include <QDir>
 #include <QFile>
+#include <QMenu>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QToolBar>
+#include <QTreeWidget>
+#include <QWindow>
 
 #include <memory>
 
@@ -60,7 +68,21 @@ private slots:
     void hostClosesWhileASessionRuns();
     void hostClosesWithThePreferencesOpen();
 
+    void openedFileIsInTitleAndMenu();
+    void fileWithANameOutsideLatin1IsOpened();
+    void changeIsMarkedAndAskedAbout();
+    void saveBeforeClosingAsksForAName();
+    void replacedConfigurationComesBack_data();
+    void replacedConfigurationComesBack();
+    void untouchedNewConfigurationIsNotKept();
+    void configurationOfTheServiceIsRemembered();
+
 private:
+    QWidget* moduleWindow() const { return mainWindow()->moduleWindows().constFirst(); }
+    QMenu* recentMenu() const { return mainWindow()->findChild<QMenu*>("RecentMenu"); }
+    QString title() const { return mainWindow()->windowHandle()->title(); }
+    QString copySample(const QString& sample, const QString& name) const;
+    QByteArray savedText() const;
     zoClusterService* cluster() const { return zoKernelServiceFactory::getService<zoClusterService>(); }
 
     QTemporaryDir m_directory;
@@ -83,6 +105,7 @@ void tst_zoHostApplication::initTestCase()
 void tst_zoHostApplication::init()
 {
     QSettings().clear();
+    QDir(zoHostEarlierConfigurations::defaultFolder()).removeRecursively();
     zoHostOptions options;
     options.moduleFiles = QStringList(QStringLiteral(ZO_MODULE_FILE));
     m_host = std::make_unique<zoHostApplication>(options);
@@ -212,6 +235,131 @@ void tst_zoHostApplication::hostClosesWithThePreferencesOpen()
 
     QVERIFY(!isModuleMapped());
     QCOMPARE(QApplication::allWidgets(), QWidgetList());
+}
+
+QString tst_zoHostApplication::copySample(const QString& sample, const QString& name) const
+{
+    const QString file = m_directory.filePath(name);
+    QFile::remove(file);
+    return QFile::copy(QStringLiteral(ZO_DATA_DIR "/cluster/") + sample, file) ? file : QString();
+}
+
+// The document as the module writes it now.
+QByteArray tst_zoHostApplication::savedText() const
+{
+    QFile file(m_directory.filePath("look.zhpc"));
+    QMetaObject::invokeMethod(moduleWindow(), "saveConfig", Q_ARG(QString, file.fileName()));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void tst_zoHostApplication::openedFileIsInTitleAndMenu()
+{
+    QCOMPARE(title(), QStringLiteral("zohost"));
+    const QString file = copySample("powerwall-2x2.zhpc", "wall.zhpc");
+
+    mainWindow()->openConfiguration(file);
+
+    QCOMPARE(title(), QStringLiteral("wall.zhpc - zohost"));
+    QCOMPARE(recentMenu()->actions().constFirst()->data().toString(), file);
+}
+
+void tst_zoHostApplication::fileWithANameOutsideLatin1IsOpened()
+{
+    const QString file = copySample("powerwall-2x2.zhpc", QString::fromUtf8("стена.zhpc"));
+    mainWindow()->openConfiguration(file);
+    actionOf(moduleWindow(), "New")->trigger();
+    QCOMPARE(title(), QStringLiteral("zohost"));
+
+    recentMenu()->actions().constFirst()->trigger();
+
+    QTRY_COMPARE(title(), QString::fromUtf8("стена.zhpc - zohost"));
+}
+
+void tst_zoHostApplication::changeIsMarkedAndAskedAbout()
+{
+    mainWindow()->openConfiguration(copySample("powerwall-2x2.zhpc", "wall.zhpc"));
+    actionOf(moduleWindow(), "Add network")->trigger();
+    const zoDialogRobot robot([](QDialog* dialog) { dialog->reject(); });
+
+    // Asked at once, although the mark follows later.
+    QVERIFY(!mainWindow()->close());
+
+    QCOMPARE(robot.handled(), 1);
+    QTRY_COMPARE(title(), QStringLiteral("wall.zhpc* - zohost"));
+    actionOf(moduleWindow(), "Save")->trigger();
+    QTRY_COMPARE(title(), QStringLiteral("wall.zhpc - zohost"));
+    QVERIFY(mainWindow()->close());
+}
+
+void tst_zoHostApplication::saveBeforeClosingAsksForAName()
+{
+    actionOf(moduleWindow(), "Add network")->trigger();
+    std::unique_ptr<zoDialogRobot> second;
+    const zoDialogRobot first([&second](QDialog* dialog) {
+        second = std::make_unique<zoDialogRobot>([](QDialog* asking) { asking->reject(); });
+        qobject_cast<QMessageBox*>(dialog)->button(QMessageBox::Save)->click();
+    });
+
+    QVERIFY(!mainWindow()->close());
+
+    QCOMPARE(second->handled(), 1);
+    QVERIFY(mainWindow()->isVisible());
+}
+
+void tst_zoHostApplication::replacedConfigurationComesBack_data()
+{
+    QTest::addColumn<QString>("how");
+
+    QTest::newRow("new") << "new";
+    QTest::newRow("load") << "load";
+    QTest::newRow("service") << "service";
+}
+
+void tst_zoHostApplication::replacedConfigurationComesBack()
+{
+    QFETCH(QString, how);
+    mainWindow()->openConfiguration(copySample("powerwall-2x2.zhpc", "wall.zhpc"));
+    actionOf(moduleWindow(), "Add network")->trigger();
+
+    if (how == "new")
+        actionOf(moduleWindow(), "New")->trigger();
+    else if (how == "load")
+        mainWindow()->openConfiguration(copySample("cave-4-sided.zhpc", "cave.zhpc"));
+    else
+        emit cluster()->configChanged("<cluster version=\"1\"/>");
+    const zoHostEarlierConfigurations kept(zoHostEarlierConfigurations::defaultFolder());
+    QCOMPARE(kept.entries().size(), 1);
+    const QString work = kept.textOf(kept.entries().constFirst());
+    QCOMPARE(zoConfigurationCounts(work).networks, 2);
+    mainWindow()->showEarlierConfigurations();
+    auto* dialog = mainWindow()->findChild<QDialog*>("EarlierDialog");
+    QCOMPARE(dialog->findChild<QTreeWidget*>("EarlierList")->topLevelItem(0)->text(1),
+             QStringLiteral("wall.zhpc"));
+    QTest::mouseClick(dialog->findChild<QPushButton*>("BringBack"), Qt::LeftButton);
+
+    // The service leaves the file, which it came from, open.
+    QTRY_COMPARE(title(), how == "service" ? QStringLiteral("wall.zhpc* - zohost")
+                                           : QStringLiteral("Untitled* - zohost"));
+    QCOMPARE(QString::fromUtf8(savedText()), work);
+}
+
+void tst_zoHostApplication::untouchedNewConfigurationIsNotKept()
+{
+    mainWindow()->openConfiguration(copySample("powerwall-2x2.zhpc", "wall.zhpc"));
+
+    QCOMPARE(zoHostEarlierConfigurations(zoHostEarlierConfigurations::defaultFolder()).entries().size(), 0);
+    actionOf(moduleWindow(), "New")->trigger();
+    QCOMPARE(zoHostEarlierConfigurations(zoHostEarlierConfigurations::defaultFolder()).entries().size(), 1);
+}
+
+void tst_zoHostApplication::configurationOfTheServiceIsRemembered()
+{
+    emit cluster()->configChanged("<cluster version=\"1\"><master><network/></master></cluster>");
+    emit cluster()->configChanged("<cluster version=\"1\"/>");
+
+    const zoHostEarlierConfigurations kept(zoHostEarlierConfigurations::defaultFolder());
+    QVERIFY(kept.textOf(kept.entries().constFirst()).contains("<network"));
+    QCOMPARE(kept.entries().constFirst().originFile, QString());
 }
 
 ZO_TEST_MAIN(tst_zoHostApplication)
