@@ -8,6 +8,9 @@
 #include <QProgressBar>
 #include <QPushButton>
 
+#include <algorithm>
+#include <cmath>
+
 // The connection progress overlay.
 class tst_zoHPCConnectGUIW final : public zoTestCase
 {
@@ -31,6 +34,8 @@ private slots:
     void roundedRegionFollowsTheFormula();
     void paintingSetsTheMask();
     void plateIsTranslucentBlackWithAGreyEdge();
+    void textIsReadableOnAnyBackground_data();
+    void textIsReadableOnAnyBackground();
 
 private:
     std::unique_ptr<zoFakeHost> m_host;
@@ -214,6 +219,43 @@ void tst_zoHPCConnectGUIW::plateIsTranslucentBlackWithAGreyEdge()
     QCOMPARE(QColor::fromRgba(image.pixel(image.width() / 2, 0)), QColor(127, 127, 127, 255));
     QCOMPARE(QColor::fromRgba(image.pixel(0, image.height() / 2)), QColor(127, 127, 127, 255));
     QCOMPARE(qAlpha(image.pixel(0, 0)), 0);
+}
+
+void tst_zoHPCConnectGUIW::textIsReadableOnAnyBackground_data()
+{
+    QTest::addColumn<QColor>("background");
+
+    QTest::newRow("white") << QColor(Qt::white);
+    QTest::newRow("grey") << QColor(127, 127, 127);
+    QTest::newRow("yellow") << QColor(Qt::yellow);
+    QTest::newRow("black") << QColor(Qt::black);
+}
+
+void tst_zoHPCConnectGUIW::textIsReadableOnAnyBackground()
+{
+    QFETCH(QColor, background);
+    const auto luminance = [](const QColor& color) {
+        const auto linear = [](double part) {
+            return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+               0.0722 * linear(color.blueF());
+    };
+    m_overlay->setProgress(QStringLiteral("MMMMMMMM"), 40);
+
+    QImage image(m_overlay->size(), QImage::Format_RGB32);
+    image.fill(background);
+    m_overlay->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+
+    const QRect box(label()->mapTo(m_overlay, QPoint()), label()->size());
+    const QColor ground = image.pixelColor(box.center().x(), box.top() + 1);
+    double lightest = 0.0;
+    for (int y = box.top(); y <= box.bottom(); ++y) {
+        for (int x = box.left(); x <= box.right(); ++x)
+            lightest = std::max(lightest, luminance(image.pixelColor(x, y)));
+    }
+    // What guidelines for readable text ask for.
+    QVERIFY((lightest + 0.05) / (luminance(ground) + 0.05) >= 7.0);
 }
 
 ZO_TEST_MAIN(tst_zoHPCConnectGUIW)

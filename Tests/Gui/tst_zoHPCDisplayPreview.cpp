@@ -13,6 +13,7 @@
 #include <QTabWidget>
 #include <QTreeView>
 
+#include <algorithm>
 #include <memory>
 
 // The layout preview in the display-setup dialog.
@@ -33,12 +34,17 @@ private slots:
     void cancelBringsThePictureBack();
     void lostNodeIsAProblem();
     void fixChangesTheHostTree();
+    void cancelTakesFixesOfTheHostTreeBack();
+    void cancelTakesBackWhatALaterFixChangedAgain();
+    void okKeepsFixesOfTheHostTree();
+    void cancelLeavesHostsThatWereReplaced();
     void problemOfAHostSelectsItInItsTree();
     void deletedRowLeavesThePicture();
     void dialogMayOutliveTheHostTree();
 
 private:
     void load(const char* file);
+    void fixProblem(zoHPCProblem::Kind kind, const QString& about);
     zoHPCLayoutPane* pane() const { return m_dialog->findChild<zoHPCLayoutPane*>(); }
     QTreeWidget* tree(const char* name) const
     {
@@ -74,6 +80,19 @@ void tst_zoHPCDisplayPreview::load(const char* file)
     QVERIFY(zoHPCDocumentText::parse(QString::fromUtf8(source.readAll()), document));
     m_hosts->loadFromXML(document);
     m_dialog->loadFromXML(document);
+}
+
+// By its button's key; the pane must be up to date.
+void tst_zoHPCDisplayPreview::fixProblem(zoHPCProblem::Kind kind, const QString& about)
+{
+    const std::vector<zoHPCProblem>& problems = pane()->problemsView()->problems();
+    const auto problem = std::find_if(problems.begin(), problems.end(), [&](const zoHPCProblem& candidate) {
+        return candidate.kind == kind && candidate.message.contains(about);
+    });
+    QVERIFY(problem != problems.end());
+    QTreeView* const list = pane()->problemsView()->findChild<QTreeView*>();
+    list->setCurrentIndex(list->model()->index(static_cast<int>(problem - problems.begin()), 0));
+    QTest::keyClick(list, Qt::Key_Space);
 }
 
 void tst_zoHPCDisplayPreview::previewShowsTheSetup()
@@ -198,6 +217,82 @@ void tst_zoHPCDisplayPreview::fixChangesTheHostTree()
 
     QVERIFY(node->isEnabled());
     QCOMPARE(hosts.size(), 1);
+}
+
+void tst_zoHPCDisplayPreview::cancelTakesFixesOfTheHostTreeBack()
+{
+    zoHPCTreeItem* const network = m_hosts->findNetworkByIndex(1);
+    zoHPCTreeItem* const node = m_hosts->getNodeItems()[1];
+    zoHPCTreeItem* const other = m_hosts->getNodeItems()[2];
+    node->setIsEnabled(false);
+    network->setIsEnabled(false);
+    other->setOption(QStringLiteral("note"), QStringLiteral("kept"));
+    pane()->refresh();
+    fixProblem(zoHPCProblem::Kind::WindowWithDisabledNode, node->hostName());
+    QVERIFY(node->isEnabled());
+    QVERIFY(network->isEnabled());
+    QSignalSpy hosts(m_hosts.get(), &zoHPCTreeGUIW::hostsChanged);
+    QSignalSpy displays(m_dialog.get(), &zoHPCDisplayGUII::displayChanged);
+
+    m_dialog->apply();
+    m_dialog->reject();
+
+    QVERIFY(!node->isEnabled());
+    QVERIFY(!network->isEnabled());
+    QVERIFY(other->isEnabled());
+    QCOMPARE(other->getOption(QStringLiteral("note")), QStringLiteral("kept"));
+    QCOMPARE(hosts.size(), 1);
+    QCOMPARE(displays.size(), 1); // of Apply
+
+    // Once.
+    node->setIsEnabled(true);
+    m_dialog->reject();
+    QVERIFY(node->isEnabled());
+}
+
+void tst_zoHPCDisplayPreview::cancelTakesBackWhatALaterFixChangedAgain()
+{
+    zoHPCTreeItem* const node = m_hosts->getNodeItems()[1];
+    for (int i = 0; i < 2; ++i) {
+        node->setOption(zoHPCOption::Enabled, QStringLiteral("false"));
+        pane()->refresh();
+        fixProblem(zoHPCProblem::Kind::WindowWithDisabledNode, node->hostName());
+        QVERIFY(node->isEnabled());
+    }
+
+    m_dialog->reject();
+
+    QVERIFY(!node->isEnabled());
+}
+
+void tst_zoHPCDisplayPreview::okKeepsFixesOfTheHostTree()
+{
+    zoHPCTreeItem* const node = m_hosts->getNodeItems()[1];
+    node->setIsEnabled(false);
+    pane()->refresh();
+    fixProblem(zoHPCProblem::Kind::WindowWithDisabledNode, node->hostName());
+
+    m_dialog->accept();
+    m_dialog->open(m_hosts->getNodeNames());
+    m_dialog->reject();
+
+    QVERIFY(node->isEnabled());
+}
+
+void tst_zoHPCDisplayPreview::cancelLeavesHostsThatWereReplaced()
+{
+    m_hosts->getNodeItems()[1]->setIsEnabled(false);
+    pane()->refresh();
+    fixProblem(zoHPCProblem::Kind::WindowWithDisabledNode, m_hosts->getNodeItems()[1]->hostName());
+
+    // As when the cluster service brings another configuration while the dialog is open.
+    load("powerwall-2x2");
+    QSignalSpy hosts(m_hosts.get(), &zoHPCTreeGUIW::hostsChanged);
+    m_dialog->reject();
+
+    for (const zoHPCTreeItem* node : m_hosts->getNodeItems())
+        QVERIFY(node->isEnabled());
+    QCOMPARE(hosts.size(), 0);
 }
 
 void tst_zoHPCDisplayPreview::problemOfAHostSelectsItInItsTree()

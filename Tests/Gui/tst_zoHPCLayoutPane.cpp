@@ -37,6 +37,11 @@ private slots:
     void removedRowIsForgottenAtOnce();
     void clearedTreeIsForgottenAtOnce();
     void manyChangesAreReadOnce();
+    void largeWallIsFollowedInLessDetail_data();
+    void largeWallIsFollowedInLessDetail();
+    void otherTabSettlesAtOnce();
+    void smallWallIsFollowedWhole();
+    void changesThatSettleWhileHiddenAreReadWhenShown();
     void hiddenPaneReadsNothing();
     void treesMayGoFirst();
     void otherModelReplacesTheFirst();
@@ -53,6 +58,8 @@ private slots:
     void noButtonTakesTheReturnKey();
 
 private:
+    void changeQuickly();
+
     std::unique_ptr<zoHPCSetup> m_setup;
     std::unique_ptr<zoHPCLayoutPane> m_pane;
     zoHPCProjectionItem* m_wall = nullptr;
@@ -116,7 +123,10 @@ void tst_zoHPCLayoutPane::removedRowIsForgottenAtOnce()
 
     // Before the event loop turns, a click finds nothing that is gone.
     QVERIFY(m_pane->screensView()->picture().nodes().empty());
-    QVERIFY(m_pane->problemsView()->problems().empty());
+    for (const zoHPCProblem& problem : m_pane->problemsView()->problems()) {
+        QVERIFY(!problem.item);
+        QVERIFY(!problem.hasFix());
+    }
     QTRY_COMPARE(m_pane->problemCount(), 1);
     QCOMPARE(m_pane->problemsView()->problems()[0].item, m_wall);
 }
@@ -138,6 +148,102 @@ void tst_zoHPCLayoutPane::manyChangesAreReadOnce()
 
     QTRY_COMPARE(counted.size(), 1);
     QCOMPARE(m_pane->problemCount(), counted[0][0].toInt());
+}
+
+// A wall of 40 x 40 tiles gets wider and wider, as while its spin box is held.
+void tst_zoHPCLayoutPane::changeQuickly()
+{
+    QSignalSpy settled(m_pane.get(), &zoHPCLayoutPane::settled);
+    m_setup->addPowerWall(QStringLiteral("dark"), 1, 1); // which is a problem
+    m_wall->setInt(zoHPCProjectionItem::Rows, 40);
+    m_wall->setInt(zoHPCProjectionItem::Columns, 40);
+    m_wall->update();
+    m_pane->refresh();
+    const auto shown = [this] {
+        return m_pane->roomView()->picture().walls().empty()
+                   ? 0.0
+                   : m_pane->roomView()->picture().walls()[0].plane.width();
+    };
+    const bool isRoom = m_pane->findChild<QTabWidget*>()->currentIndex() == 0;
+    double width = 5000.0;
+    for (int turn = 0; turn < 100 && m_pane->isSettled(); ++turn) {
+        m_wall->setDouble(zoHPCProjectionItem::Width, width += 10.0);
+        m_wall->update();
+        QCoreApplication::processEvents();
+        if (isRoom)
+            QCOMPARE(shown(), width);
+    }
+    QVERIFY(!m_pane->isSettled());
+    QCOMPARE(settled.size(), 0);
+}
+
+void tst_zoHPCLayoutPane::largeWallIsFollowedInLessDetail_data()
+{
+    QTest::addColumn<int>("tab");
+
+    QTest::newRow("room") << 0;
+    QTest::newRow("screens") << 1;
+}
+
+void tst_zoHPCLayoutPane::largeWallIsFollowedInLessDetail()
+{
+    QFETCH(int, tab);
+    m_pane->findChild<QTabWidget*>()->setCurrentIndex(tab);
+    QSignalSpy settled(m_pane.get(), &zoHPCLayoutPane::settled);
+
+    changeQuickly();
+
+    // The picture that is seen follows; what was found wrong before can be read on.
+    QCOMPARE(m_pane->roomView()->picture().walls().empty(), tab == 1);
+    QCOMPARE(m_pane->screensView()->picture().nodes().empty(), tab == 0);
+    if (tab == 0)
+        QCOMPARE(m_pane->roomView()->detail(), zoHPCPicture::Detail::Fast);
+    QCOMPARE(m_pane->problemsView()->problems().size(), size_t(1));
+    QVERIFY(!m_pane->problemsView()->problems()[0].item);
+
+    QTRY_COMPARE(settled.size(), 1);
+    QVERIFY(m_pane->isSettled());
+    QCOMPARE(m_pane->roomView()->detail(), zoHPCPicture::Detail::Full);
+    QCOMPARE(m_pane->roomView()->picture().walls().size(), size_t(2));
+    QCOMPARE(m_pane->screensView()->picture().nodes().size(), size_t(1));
+    QVERIFY(m_pane->problemsView()->problems()[0].item);
+}
+
+void tst_zoHPCLayoutPane::otherTabSettlesAtOnce()
+{
+    changeQuickly();
+
+    m_pane->findChild<QTabWidget*>()->setCurrentIndex(1);
+
+    QVERIFY(m_pane->isSettled());
+    QCOMPARE(m_pane->screensView()->picture().nodes().size(), size_t(1));
+    QCOMPARE(m_pane->roomView()->picture().walls().size(), size_t(2));
+}
+
+void tst_zoHPCLayoutPane::smallWallIsFollowedWhole()
+{
+    for (int turn = 0; turn < 5; ++turn) {
+        m_wall->setDouble(zoHPCProjectionItem::Width, 5000.0 + turn);
+        m_wall->update();
+        QCoreApplication::processEvents();
+
+        QVERIFY(m_pane->isSettled());
+        QCOMPARE(m_pane->roomView()->detail(), zoHPCPicture::Detail::Full);
+        QCOMPARE(m_pane->roomView()->picture().walls().size(), size_t(1));
+        QCOMPARE(m_pane->screensView()->picture().nodes().size(), size_t(1));
+    }
+}
+
+void tst_zoHPCLayoutPane::changesThatSettleWhileHiddenAreReadWhenShown()
+{
+    changeQuickly();
+
+    m_pane->hide();
+    delete m_window;
+    m_pane->show();
+
+    QVERIFY(m_pane->isSettled());
+    QVERIFY(m_pane->screensView()->picture().nodes().empty());
 }
 
 void tst_zoHPCLayoutPane::hiddenPaneReadsNothing()

@@ -26,6 +26,7 @@ private slots:
     void draggingTurnsAndSelectsNothing();
     void draggingWithShiftMoves();
     void draggingIsPaintedFast();
+    void quickChangesOfALargePictureArePaintedFast();
     void wheelComesNearer();
     void doubleClickFits();
     void keysTurnZoomAndFit();
@@ -160,6 +161,33 @@ void tst_zoHPCRoomView::draggingIsPaintedFast()
 
     QVERIFY(fast != full);
     QCOMPARE(after, full);
+}
+
+void tst_zoHPCRoomView::quickChangesOfALargePictureArePaintedFast()
+{
+    using Detail = zoHPCPicture::Detail;
+    m_view->setIsChanging(true);
+    for (int i = 0; i < 3; ++i)
+        QTest::keyClick(m_view.get(), Qt::Key_Left);
+    QCOMPARE(m_view->detail(), Detail::Full);
+    m_view->setIsChanging(false);
+
+    m_setup->addPowerWall(QStringLiteral("large"), 40, 40);
+    m_view->showLayout(std::make_shared<const zoHPCLayout>(m_setup->layout()));
+    QTRY_COMPARE(m_view->detail(), Detail::Full); // what was turned before may not have settled
+    m_view->setIsChanging(true);
+    QCOMPARE(m_view->detail(), Detail::Fast);
+    m_view->setIsChanging(false);
+    QCOMPARE(m_view->detail(), Detail::Full);
+
+    // As quickly as the machine is.
+    for (int i = 0; i < 100 && m_view->detail() == Detail::Full; ++i)
+        QTest::keyClick(m_view.get(), Qt::Key_Left);
+    QCOMPARE(m_view->detail(), Detail::Fast);
+    QTRY_COMPARE(m_view->detail(), Detail::Full);
+    for (int i = 0; i < 100 && m_view->detail() == Detail::Full; ++i)
+        wheel(1);
+    QCOMPARE(m_view->detail(), Detail::Fast);
 }
 
 void tst_zoHPCRoomView::wheelComesNearer()

@@ -4,7 +4,10 @@
 #include <zoHPCScreensView.h>
 
 #include <QApplication>
+#include <QHelpEvent>
 #include <QSignalSpy>
+#include <QTextDocument>
+#include <QToolTip>
 #include <QWheelEvent>
 
 #include <memory>
@@ -35,8 +38,18 @@ private slots:
     void pictureFollowsTheDragInPlace();
     void windowThatGoesEndsTheDrag();
     void layoutThatGoesEndsTheDrag();
+    void movedWindowSnaps_data();
+    void movedWindowSnaps();
+    void movedEdgeSnaps_data();
+    void movedEdgeSnaps();
+    void controlKeySuspendsSnapping();
+    void unknownSizeOfAScreenIsNoLine();
+    void snappingLeavesTheSmallestWindow();
+    void guideShowsWhereItSnapped();
+    void toolTipsAreReadAsTheyStand();
     void draggingBesideMovesTheSheet();
     void wheelAndKeysZoom();
+    void quickChangesOfALargePictureArePaintedFast();
     void doubleClickFits();
     void screenSizeIsUsed();
     void cursorTellsWhatADragDoes();
@@ -44,7 +57,10 @@ private slots:
 private:
     void show();
     QPoint placeOf(double x, double y) const;
-    void move(const QPoint& to, Qt::MouseButtons buttons = Qt::LeftButton);
+    void move(const QPoint& to, Qt::MouseButtons buttons = Qt::LeftButton,
+              Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    void addNeighbour();
+    QRect dragged(const QPoint& from, const QPointF& pixels, Qt::KeyboardModifiers modifiers);
     void drag(const QPoint& from, const QPoint& by);
     QRect geometry() const;
 
@@ -90,9 +106,9 @@ QPoint tst_zoHPCScreensView::placeOf(double x, double y) const
     return QPointF(place.left() + x * place.width(), place.top() + y * place.height()).toPoint();
 }
 
-void tst_zoHPCScreensView::move(const QPoint& to, Qt::MouseButtons buttons)
+void tst_zoHPCScreensView::move(const QPoint& to, Qt::MouseButtons buttons, Qt::KeyboardModifiers modifiers)
 {
-    QMouseEvent event(QEvent::MouseMove, to, m_view->mapToGlobal(to), Qt::NoButton, buttons, Qt::NoModifier);
+    QMouseEvent event(QEvent::MouseMove, to, m_view->mapToGlobal(to), Qt::NoButton, buttons, modifiers);
     QApplication::sendEvent(m_view.get(), &event);
 }
 
@@ -296,6 +312,169 @@ void tst_zoHPCScreensView::layoutThatGoesEndsTheDrag()
     QCOMPARE(changed.size(), 1);
 }
 
+// The window gets smaller; a second one stands beside it on a screen of known size. A third one, in full
+// screen below them, and a fourth one on another screen have no part in it.
+void tst_zoHPCScreensView::addNeighbour()
+{
+    m_window->setInt(zoHPCWindowItem::X, 100);
+    m_window->setInt(zoHPCWindowItem::Y, 150);
+    m_window->setInt(zoHPCWindowItem::Width, 600);
+    m_window->setInt(zoHPCWindowItem::Height, 400);
+    m_setup->addWindowAt(QStringLiteral("n"), QStringLiteral("0"), 1000, 700, 500, 300);
+    QTreeWidgetItem* const below = m_setup->addWindow(QStringLiteral("n"), QString());
+    m_setup->addWindowAt(QStringLiteral("n"), QStringLiteral("1"), 1300, 730, 500, 300);
+    QTreeWidgetItem* const display = below->parent();
+    display->insertChild(0, display->takeChild(display->indexOfChild(below)));
+    m_view->setScreenSize(QSizeF(1920, 1200));
+    show();
+}
+
+// By about so many pixels of the screen: as near as whole units of the picture come to it.
+QRect tst_zoHPCScreensView::dragged(const QPoint& from, const QPointF& pixels,
+                                    Qt::KeyboardModifiers modifiers)
+{
+    const QPoint to = from + (pixels * m_view->picture().scale()).toPoint();
+    QTest::mousePress(m_view.get(), Qt::LeftButton, modifiers, from);
+    move(from + QPoint(0, 300), Qt::LeftButton, modifiers); // surely a drag
+    move(to, Qt::LeftButton, modifiers);
+    const QRect result = geometry();
+    QTest::mouseRelease(m_view.get(), Qt::LeftButton, modifiers, to);
+    return result;
+}
+
+void tst_zoHPCScreensView::movedWindowSnaps_data()
+{
+    QTest::addColumn<QPointF>("to"); // of the upper left corner
+    QTest::addColumn<QPoint>("expected");
+
+    // Less than 8 units of the picture are about 35 pixels here.
+    QTest::newRow("left-and-top-of-the-screen") << QPointF(20, -20) << QPoint(0, 0);
+    QTest::newRow("right-and-bottom-of-the-screen") << QPointF(1305, 815) << QPoint(1320, 800);
+    QTest::newRow("left-of-the-neighbour") << QPointF(380, 315) << QPoint(400, 300);
+    QTest::newRow("below-the-neighbour") << QPointF(980, 780) << QPoint(1000, 800);
+    QTest::newRow("flush-with-the-neighbour") << QPointF(915, 620) << QPoint(900, 600);
+}
+
+void tst_zoHPCScreensView::movedWindowSnaps()
+{
+    QFETCH(QPointF, to);
+    QFETCH(QPoint, expected);
+    addNeighbour();
+
+    const QRect result = dragged(placeOf(0.5, 0.5), to - QPointF(100, 150), Qt::NoModifier);
+
+    QCOMPARE(result, QRect(expected, QSize(600, 400)));
+}
+
+void tst_zoHPCScreensView::movedEdgeSnaps_data()
+{
+    QTest::addColumn<QPointF>("edge");
+    QTest::addColumn<QPoint>("offset");
+    QTest::addColumn<QPointF>("by");
+    QTest::addColumn<QRect>("expected");
+
+    QTest::newRow("left-to-the-screen")
+        << QPointF(0.0, 0.5) << QPoint(1, 0) << QPointF(-85, 40) << QRect(0, 150, 700, 400);
+    QTest::newRow("top-to-the-screen")
+        << QPointF(0.5, 0.0) << QPoint(0, 1) << QPointF(40, -135) << QRect(100, 0, 600, 550);
+    QTest::newRow("right-to-the-neighbour")
+        << QPointF(1.0, 0.5) << QPoint(-1, 0) << QPointF(285, 40) << QRect(100, 150, 900, 400);
+    QTest::newRow("corner-to-the-neighbour")
+        << QPointF(1.0, 1.0) << QPoint(-1, -1) << QPointF(285, 165) << QRect(100, 150, 900, 550);
+}
+
+void tst_zoHPCScreensView::movedEdgeSnaps()
+{
+    QFETCH(QPointF, edge);
+    QFETCH(QPoint, offset);
+    QFETCH(QPointF, by);
+    QFETCH(QRect, expected);
+    addNeighbour();
+
+    const QRect result = dragged(placeOf(edge.x(), edge.y()) + offset, by, Qt::NoModifier);
+
+    QCOMPARE(result, expected);
+}
+
+void tst_zoHPCScreensView::controlKeySuspendsSnapping()
+{
+    addNeighbour();
+    const double scale = m_view->picture().scale();
+    const QPoint way = (QPointF(285, 165) * scale).toPoint();
+
+    const QRect result = dragged(placeOf(0.5, 0.5), QPointF(285, 165), Qt::ControlModifier);
+
+    QCOMPARE(result, QRect(100 + qRound(way.x() / scale), 150 + qRound(way.y() / scale), 600, 400));
+    QVERIFY(result.right() + 1 != 1000);
+}
+
+void tst_zoHPCScreensView::unknownSizeOfAScreenIsNoLine()
+{
+    // As large as its only window needs: that window must leave its right edge at once.
+    const double scale = m_view->picture().scale();
+
+    const QRect result = dragged(placeOf(1.0, 0.5) - QPoint(2, 0), QPointF(-4 / scale, 0), Qt::NoModifier);
+
+    QVERIFY(qAbs(result.width() - (1600 - 4 / scale)) <= 1.0);
+}
+
+void tst_zoHPCScreensView::snappingLeavesTheSmallestWindow()
+{
+    addNeighbour();
+    m_setup->addWindowAt(QStringLiteral("n"), QStringLiteral("0"), 106, 800, 100, 100);
+    show();
+
+    const QRect result = dragged(placeOf(1.0, 0.5) - QPoint(1, 0), QPointF(-590, 0), Qt::NoModifier);
+
+    QCOMPARE(result.x(), 100);
+    QVERIFY(result.width() >= 16);
+}
+
+void tst_zoHPCScreensView::guideShowsWhereItSnapped()
+{
+    addNeighbour();
+    const auto paintedDuring = [this](Qt::KeyboardModifiers modifiers) {
+        const QPoint from = placeOf(0.5, 0.5);
+        QTest::mousePress(m_view.get(), Qt::LeftButton, modifiers, from);
+        move(from + QPoint(0, 300), Qt::LeftButton, modifiers);
+        // Held where it stands: it lies flush with nothing but what it is put against.
+        m_window->setInt(zoHPCWindowItem::X, 400);
+        m_window->setInt(zoHPCWindowItem::Y, 300);
+        const QPointF way = QPointF(300, 150) * m_view->picture().scale();
+        move(from + way.toPoint(), Qt::LeftButton, modifiers);
+        m_window->setInt(zoHPCWindowItem::X, 400);
+        m_window->setInt(zoHPCWindowItem::Y, 300);
+        show();
+        const QImage image = m_view->grab().toImage();
+        QTest::keyClick(m_view.get(), Qt::Key_Escape);
+        QTest::mouseRelease(m_view.get(), Qt::LeftButton, modifiers, from);
+        show();
+        return image;
+    };
+
+    const QImage free = paintedDuring(Qt::ControlModifier);
+    const QImage snapped = paintedDuring(Qt::NoModifier);
+
+    QVERIFY(free != snapped);
+}
+
+void tst_zoHPCScreensView::toolTipsAreReadAsTheyStand()
+{
+    m_window->setRenderNode(QStringLiteral("a&b<i>"));
+    m_window->update();
+    show();
+    const QPoint at = placeOf(0.75, 0.5);
+    QHelpEvent help(QEvent::ToolTip, at, m_view->mapToGlobal(at));
+
+    QApplication::sendEvent(m_view.get(), &help);
+
+    QTextDocument shown;
+    shown.setHtml(QToolTip::text());
+    QVERIFY(Qt::mightBeRichText(QToolTip::text()));
+    QVERIFY(shown.toPlainText().startsWith(m_window->text(0)));
+    QVERIFY(shown.toPlainText().contains(QStringLiteral("Ctrl")));
+}
+
 void tst_zoHPCScreensView::draggingBesideMovesTheSheet()
 {
     const QPoint before = placeOf(0.5, 0.5);
@@ -326,6 +505,31 @@ void tst_zoHPCScreensView::wheelAndKeysZoom()
     QVERIFY(m_view->picture().scale() > before);
     QTest::keyClick(m_view.get(), Qt::Key_Home);
     QVERIFY(qAbs(m_view->picture().scale() - before) < 1e-9);
+}
+
+void tst_zoHPCScreensView::quickChangesOfALargePictureArePaintedFast()
+{
+    using Detail = zoHPCPicture::Detail;
+    m_view->setIsChanging(true);
+    for (int i = 0; i < 3; ++i)
+        QTest::keyClick(m_view.get(), Qt::Key_Plus);
+    QCOMPARE(m_view->detail(), Detail::Full);
+    m_view->setIsChanging(false);
+
+    for (int i = 0; i < 300; ++i)
+        m_setup->addWindow(QStringLiteral("n%1").arg(i), QString());
+    show();
+    QTRY_COMPARE(m_view->detail(), Detail::Full); // what was zoomed before may not have settled
+    m_view->setIsChanging(true);
+    QCOMPARE(m_view->detail(), Detail::Fast);
+    m_view->setIsChanging(false);
+    QCOMPARE(m_view->detail(), Detail::Full);
+
+    // As quickly as the machine is.
+    for (int i = 0; i < 100 && m_view->detail() == Detail::Full; ++i)
+        QTest::keyClick(m_view.get(), Qt::Key_Plus);
+    QCOMPARE(m_view->detail(), Detail::Fast);
+    QTRY_COMPARE(m_view->detail(), Detail::Full);
 }
 
 void tst_zoHPCScreensView::doubleClickFits()

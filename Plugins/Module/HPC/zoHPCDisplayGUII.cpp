@@ -17,6 +17,8 @@
 
 #include <QAbstractSpinBox>
 #include <QAction>
+#include <QDoubleSpinBox>
+#include <QFontMetrics>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPushButton>
@@ -26,6 +28,7 @@
 #include <QSet>
 #include <QShortcut>
 #include <QSignalBlocker>
+#include <QSpinBox>
 #include <QStringListModel>
 #include <QStyle>
 
@@ -78,6 +81,33 @@ void showFirstColumnOnly(QTreeView* view)
         view->setColumnHidden(col, true);
 }
 
+// Ranges take everything that a document may hold, far more than a wall ever has: a field is wide enough for
+// usual numbers, wider when there is room.
+void narrow(QAbstractSpinBox* field)
+{
+    QString widest;
+    QString usual;
+    if (const auto* number = qobject_cast<const QDoubleSpinBox*>(field)) {
+        for (const double limit : {number->minimum(), number->maximum()}) {
+            const QString text = number->textFromValue(limit);
+            if (text.size() > widest.size())
+                widest = text;
+        }
+        usual = number->textFromValue(-10000.0);
+    } else if (const auto* pixels = qobject_cast<const QSpinBox*>(field)) {
+        for (const int limit : {pixels->minimum(), pixels->maximum()}) {
+            const QString text = QString::number(limit);
+            if (text.size() > widest.size())
+                widest = text;
+        }
+        usual = QStringLiteral("-10000");
+    }
+    const QFontMetrics metrics(field->font());
+    const int spare = metrics.horizontalAdvance(widest) - metrics.horizontalAdvance(usual);
+    if (spare > 0)
+        field->setMinimumWidth(field->minimumSizeHint().width() - spare);
+}
+
 QIcon icon(const char* name)
 {
     return zoIconManager::getIcon(QString::fromLatin1(name), QString());
@@ -114,6 +144,9 @@ zoHPCDisplayGUII::zoHPCDisplayGUII(QWidget* parent) : QDialog(parent)
     for (QTreeWidget* tree : {m_projectionTree, m_displayTree})
         showFirstColumnOnly(tree);
     fillCombos();
+    const QList<QAbstractSpinBox*> numbers = m_panels->findChildren<QAbstractSpinBox*>();
+    for (QAbstractSpinBox* number : numbers)
+        narrow(number);
     // Wide enough for all panels while nothing is hidden yet; the rest is the trees'.
     m_panelArea->setMinimumWidth(m_panels->minimumSizeHint().width() +
                                  style()->pixelMetric(QStyle::PM_ScrollBarExtent));
@@ -426,6 +459,7 @@ void zoHPCDisplayGUII::open(const QStringList& nodeNames)
     }
     setSelected(nullptr, nullptr);
 
+    m_hostChanges.clear();
     m_backup = QDomDocument();
     QDomElement root = m_backup.createElement(QString::fromLatin1("cluster"));
     root.setAttribute(QString::fromLatin1("version"), QString::fromLatin1("1"));
@@ -444,6 +478,7 @@ void zoHPCDisplayGUII::apply()
 
 void zoHPCDisplayGUII::accept()
 {
+    m_hostChanges.clear();
     emit displayChanged();
     QDialog::accept();
 }
@@ -454,6 +489,7 @@ void zoHPCDisplayGUII::reject()
         const QSignalBlocker blocker(this);
         loadFromXML(m_backup);
     }
+    takeBackHostChanges();
     QDialog::reject();
 }
 
@@ -909,17 +945,22 @@ void zoHPCDisplayGUII::createPreview()
     m_splitter->setStretchFactor(0, 0);
     m_splitter->setStretchFactor(2, 1);
     constexpr int TREE_WIDTH = 280;
-    const int pictureWidth = m_layoutPane->sizeHint().width();
+    constexpr int PICTURE_WIDTH = 580; // most problems can be read to their end
+    const int pictureWidth = std::max(PICTURE_WIDTH, m_layoutPane->sizeHint().width());
     m_splitter->setSizes({TREE_WIDTH, 0, pictureWidth});
-    resize(std::min(TREE_WIDTH + m_panelArea->minimumWidth() + pictureWidth,
-                    QGuiApplication::primaryScreen()->availableGeometry().width()),
-           height());
+    // Within the screen, with room for the frame around the window.
+    constexpr int FRAME = 48;
+    const QSize screen = QGuiApplication::primaryScreen()->availableGeometry().size();
+    resize(std::min(TREE_WIDTH + m_panelArea->minimumWidth() + pictureWidth, screen.width()),
+           std::min(height(), screen.height() - FRAME));
     setHostTree(nullptr);
 
     connect(m_layoutPane, &zoHPCLayoutPane::itemActivated, this, &zoHPCDisplayGUII::chooseItem);
     connect(m_layoutPane, &zoHPCLayoutPane::displayEdited, this,
             &zoHPCDisplayGUII::correctProjectionViewportsAssignments);
+    connect(m_layoutPane, &zoHPCLayoutPane::hostsAboutToBeEdited, this, &zoHPCDisplayGUII::noteHosts);
     connect(m_layoutPane, &zoHPCLayoutPane::hostsEdited, this, [this] {
+        noteHostChanges();
         if (m_hosts)
             emit m_hosts->hostsChanged();
     });
@@ -935,6 +976,48 @@ void zoHPCDisplayGUII::chooseItem(QTreeWidgetItem* item)
         tree->setCurrentItem(item);
     else if (auto* host = dynamic_cast<zoHPCTreeItem*>(item); host && m_hosts)
         m_hosts->setSelectedItem(host);
+}
+
+void zoHPCDisplayGUII::noteHosts()
+{
+    m_hostsBefore.clear();
+    if (!m_hosts)
+        return;
+    std::vector<zoHPCTreeItem*> hosts;
+    m_hosts->master()->getAllSubItems(hosts);
+    m_hostsBefore.reserve(hosts.size());
+    for (zoHPCTreeItem* host : hosts)
+        m_hostsBefore.emplace_back(host, host->getOption(zoHPCOption::Enabled));
+}
+
+void zoHPCDisplayGUII::noteHostChanges()
+{
+    if (m_hosts) {
+        for (const auto& [host, enabled] : m_hostsBefore) {
+            // Of a row that changes twice the first value counts, which is taken back last.
+            if (host->getOption(zoHPCOption::Enabled) != enabled)
+                m_hostChanges.emplace_back(indexOf(host->treeWidget(), host), enabled);
+        }
+    }
+    m_hostsBefore.clear();
+}
+
+void zoHPCDisplayGUII::takeBackHostChanges()
+{
+    bool isChanged = false;
+    for (auto change = m_hostChanges.crbegin(); m_hosts && change != m_hostChanges.crend(); ++change) {
+        // A row that left its tree since, as when another configuration was loaded, is invalid.
+        if (!change->first.isValid())
+            continue;
+        const QTreeWidget* const tree = m_hosts->master()->treeWidget();
+        if (auto* host = dynamic_cast<zoHPCTreeItem*>(itemAt(tree, change->first))) {
+            host->setOption(zoHPCOption::Enabled, change->second);
+            isChanged = true;
+        }
+    }
+    m_hostChanges.clear();
+    if (isChanged)
+        emit m_hosts->hostsChanged();
 }
 
 void zoHPCDisplayGUII::activate(ActiveTree tree)

@@ -7,10 +7,13 @@
 #include <QHash>
 #include <QList>
 #include <QModelIndex>
+#include <QPersistentModelIndex>
 #include <QPointer>
 #include <QStringList>
 
 #include <memory>
+#include <utility>
+#include <vector>
 
 class QAction;
 class QStringListModel;
@@ -20,6 +23,7 @@ class zoHPCDisplayItem;
 class zoHPCLayoutPane;
 class zoHPCProjectionItem;
 class zoHPCTreeGUIW;
+class zoHPCTreeItem;
 class zoHPCTreeWidgetItem;
 class zoHPCViewportItem;
 class zoHPCWindowItem;
@@ -73,7 +77,8 @@ public:
     static QStringList attributeOrder(const QString& tagName);
 
 public slots:
-    // Shows the dialog modal. Cancel brings back the setup of this moment.
+    // Shows the dialog modal. Cancel brings back the setup of this moment, and takes back what fixes of
+    // problems changed in the host tree.
     void open(const QStringList& nodeNames);
     void apply();
     void accept() override;
@@ -123,6 +128,9 @@ private:
 
     void activate(ActiveTree tree);
     void chooseItem(QTreeWidgetItem* item);
+    void noteHosts();
+    void noteHostChanges();
+    void takeBackHostChanges();
     void updateActions();
     void showPanel();
     void bindProjection();
@@ -153,6 +161,10 @@ private:
     QAction* m_copyDisplayAction = nullptr;
     QAction* m_pasteDisplayAction = nullptr;
     QDomDocument m_backup;
+    // What a fix is about to change in the host tree, and what fixes changed there since the dialog opened:
+    // rows and what their option "enabled" was.
+    std::vector<std::pair<zoHPCTreeItem*, QString>> m_hostsBefore;
+    std::vector<std::pair<QPersistentModelIndex, QString>> m_hostChanges;
     std::shared_ptr<zoHPCProjectionItem> m_copiedProjection;
     std::shared_ptr<zoHPCDisplayItem> m_copiedDisplay;
     QHash<QString, QString> m_projectionNames;       // by identifier

@@ -41,6 +41,7 @@ zoHPCLayout::zoHPCLayout(const QList<zoHPCProjectionItem*>& projections,
     nameNodes();
     readProjections(projections);
     readWindows(windows);
+    linkViewports();
     markShown();
 }
 
@@ -51,7 +52,10 @@ zoHPCLayout::zoHPCLayout(const QTreeWidget* projections, const QTreeWidget* disp
 
 int zoHPCLayout::indexOf(const QTreeWidgetItem* projection) const
 {
-    return m_projectionsByItem.value(projection, None);
+    const auto found = std::find_if(m_projections.begin(), m_projections.end(),
+                                    [projection](const Projection& p) { return p.item == projection; });
+    return projection && found != m_projections.end() ? static_cast<int>(found - m_projections.begin())
+                                                      : None;
 }
 
 std::vector<int> zoHPCLayout::shownBy(const QTreeWidgetItem* output) const
@@ -84,24 +88,21 @@ unsigned zoHPCLayout::eyesOf(const QString& eye)
 void zoHPCLayout::readProjections(const QList<zoHPCProjectionItem*>& items)
 {
     m_projections.reserve(static_cast<size_t>(items.size()));
-    m_projectionsByItem.reserve(items.size());
-    m_projectionsByIdentifier.reserve(items.size());
-    m_projectionsByName.reserve(items.size());
+    std::vector<int> above; // the rows from the top down to the last one
     for (zoHPCProjectionItem* item : items) {
         if (!item)
             continue;
+        while (!above.empty() && m_projections[static_cast<size_t>(above.back())].item != item->parent())
+            above.pop_back();
         const int index = static_cast<int>(m_projections.size());
         Projection projection;
         projection.item = item;
-        projection.parent = indexOf(item->parent());
-        projection.top =
-            projection.parent == None ? index : m_projections[static_cast<size_t>(projection.parent)].top;
+        projection.parent = above.empty() ? None : above.back();
+        projection.top = above.empty() ? index : above.front();
         projection.isTile = item->childCount() == 0;
         m_projections.push_back(projection);
-        m_projectionsByItem.insert(item, index);
-        // Of equal names the last one counts, as for the links of the editor.
-        m_projectionsByIdentifier.insert(item->getString(zoHPCProjectionItem::Identifier), index);
-        m_projectionsByName.insert(item->getString(zoHPCProjectionItem::Name), index);
+        if (!projection.isTile)
+            above.push_back(index);
     }
 }
 
@@ -121,7 +122,6 @@ void zoHPCLayout::readWindows(const QList<zoHPCWindowItem*>& items)
                 viewport.number = ++viewportCounts[static_cast<size_t>(viewport.window)];
                 size = m_windows[static_cast<size_t>(viewport.window)].geometry.size();
             }
-            viewport.projection = projectionOf(*viewportItem);
             viewport.eyes = eyesOf(viewportItem->getString(zoHPCViewportItem::Eye));
             viewport.area = viewportArea(*viewportItem, size);
             m_viewports.push_back(viewport);
@@ -204,12 +204,27 @@ void zoHPCLayout::readNodes(zoHPCTreeItem* master)
 
 void zoHPCLayout::nameNodes()
 {
+    m_nodesByName.reserve(static_cast<int>(m_nodes.size()));
+    bool isUnique = true;
+    for (size_t i = 0; i < m_nodes.size() && isUnique; ++i) {
+        m_nodes[i].name = m_nodes[i].item->hostName();
+        if (m_nodes[i].name.isEmpty())
+            continue;
+        int& index = m_nodesByName[m_nodes[i].name];
+        isUnique = index == 0;
+        index = static_cast<int>(i) + 1;
+    }
+    if (isUnique) {
+        for (int& index : m_nodesByName)
+            --index;
+        return;
+    }
+
+    m_nodesByName.clear();
     QHash<QString, int> counts;
-    counts.reserve(static_cast<int>(m_nodes.size()));
     for (const Node& node : m_nodes)
         ++counts[node.item->hostName()];
     QHash<QString, int> used;
-    m_nodesByName.reserve(static_cast<int>(m_nodes.size()));
     for (size_t i = 0; i < m_nodes.size(); ++i) {
         Node& node = m_nodes[i];
         const QString& name = node.item->hostName();
@@ -221,14 +236,37 @@ void zoHPCLayout::nameNodes()
     }
 }
 
-int zoHPCLayout::projectionOf(const zoHPCViewportItem& viewport) const
+void zoHPCLayout::linkViewports()
 {
-    const QString identifier = viewport.getString(zoHPCViewportItem::ProjectionIdentifier);
-    if (!identifier.isEmpty()) {
-        const auto known = m_projectionsByIdentifier.constFind(identifier);
-        if (known != m_projectionsByIdentifier.constEnd())
-            return *known;
+    // Only what viewports refer to is looked up: a wall has many more tiles than there are viewports.
+    QHash<QString, int> identifiers;
+    QHash<QString, int> names;
+    for (const Viewport& viewport : m_viewports) {
+        identifiers.insert(viewport.item->getString(zoHPCViewportItem::ProjectionIdentifier), None);
+        names.insert(viewport.item->getString(zoHPCViewportItem::Projection), None);
     }
-    const QString name = viewport.getString(zoHPCViewportItem::Projection);
-    return name.isEmpty() ? None : m_projectionsByName.value(name, None);
+    identifiers.remove(QString());
+    names.remove(QString());
+    // Of equal ones the last counts, as for the links of the editor.
+    const auto lookUp = [this](QHash<QString, int>& wanted, int column) {
+        for (size_t i = 0; i < m_projections.size() && !wanted.isEmpty(); ++i) {
+            const auto found = wanted.find(m_projections[i].item->getString(column));
+            if (found != wanted.end())
+                *found = static_cast<int>(i);
+        }
+    };
+    lookUp(identifiers, zoHPCProjectionItem::Identifier);
+    bool needsNames = false;
+    for (Viewport& viewport : m_viewports) {
+        viewport.projection =
+            identifiers.value(viewport.item->getString(zoHPCViewportItem::ProjectionIdentifier), None);
+        needsNames |= viewport.projection == None;
+    }
+    if (!needsNames)
+        return;
+    lookUp(names, zoHPCProjectionItem::Name);
+    for (Viewport& viewport : m_viewports) {
+        if (viewport.projection == None)
+            viewport.projection = names.value(viewport.item->getString(zoHPCViewportItem::Projection), None);
+    }
 }

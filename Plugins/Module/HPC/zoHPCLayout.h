@@ -103,18 +103,15 @@ public:
 private:
     void readProjections(const QList<zoHPCProjectionItem*>& items);
     void readWindows(const QList<zoHPCWindowItem*>& items);
+    void linkViewports();
     void markShown();
     void readNodes(zoHPCTreeItem* master);
     void nameNodes();
-    int projectionOf(const zoHPCViewportItem& viewport) const;
 
     std::vector<Node> m_nodes;
     std::vector<Network> m_networks;
     std::vector<Projection> m_projections;
     std::vector<Window> m_windows;
     std::vector<Viewport> m_viewports;
-    QHash<const QTreeWidgetItem*, int> m_projectionsByItem;
-    QHash<QString, int> m_projectionsByIdentifier;
-    QHash<QString, int> m_projectionsByName;
     QHash<QString, int> m_nodesByName;
 };

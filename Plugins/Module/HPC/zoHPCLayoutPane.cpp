@@ -38,12 +38,6 @@ zoHPCLayoutPane::zoHPCLayoutPane(QWidget* parent) : QWidget(parent)
     m_problems = new zoHPCProblemsView;
     m_problems->setObjectName(QString::fromLatin1("m_problemsView"));
 
-    m_tabs = new QTabWidget;
-    m_tabs->setObjectName(QString::fromLatin1("m_layoutTabs"));
-    m_tabs->setDocumentMode(true);
-    m_tabs->addTab(m_room, tr("Room"));
-    m_tabs->addTab(m_screens, tr("Screens"));
-
     m_screenSize = new QComboBox;
     m_screenSize->setObjectName(QString::fromLatin1("m_screenSize"));
     m_screenSize->setToolTip(tr("Size of the screens: windows that reach beyond it stand out. \"Automatic\" "
@@ -54,12 +48,20 @@ zoHPCLayoutPane::zoHPCLayoutPane(QWidget* parent) : QWidget(parent)
                               QSize(size.width, size.height));
     auto* const screenSizeLabel = new QLabel(tr("Screen [pixel]"));
     screenSizeLabel->setBuddy(m_screenSize);
-    // The dialog around keeps its size from tab to tab.
-    for (QWidget* tool : {static_cast<QWidget*>(m_screenSize), static_cast<QWidget*>(screenSizeLabel)}) {
-        QSizePolicy policy = tool->sizePolicy();
-        policy.setRetainSizeWhenHidden(true);
-        tool->setSizePolicy(policy);
-    }
+    auto* const screensPage = new QWidget;
+    auto* const screensLayout = new QVBoxLayout(screensPage);
+    screensLayout->setContentsMargins(0, 0, 0, 0);
+    auto* const screenSizeRow = new QHBoxLayout;
+    screenSizeRow->addWidget(screenSizeLabel);
+    screenSizeRow->addWidget(m_screenSize);
+    screenSizeRow->addStretch();
+    screensLayout->addWidget(m_screens);
+    screensLayout->addLayout(screenSizeRow);
+    m_tabs = new QTabWidget;
+    m_tabs->setObjectName(QString::fromLatin1("m_layoutTabs"));
+    m_tabs->setDocumentMode(true);
+    m_tabs->addTab(m_room, tr("Room"));
+    m_tabs->addTab(screensPage, tr("Screens"));
     auto* const fitButton = new QPushButton(tr("Fit"));
     fitButton->setObjectName(QString::fromLatin1("m_fitButton"));
     fitButton->setToolTip(tr("Takes everything into the picture"));
@@ -71,8 +73,6 @@ zoHPCLayoutPane::zoHPCLayoutPane(QWidget* parent) : QWidget(parent)
 
     auto* const tools = new QHBoxLayout;
     tools->setContentsMargins(0, 0, 0, 0);
-    tools->addWidget(screenSizeLabel);
-    tools->addWidget(m_screenSize);
     tools->addStretch();
     tools->addWidget(fitButton);
     tools->addWidget(saveButton);
@@ -94,18 +94,18 @@ zoHPCLayoutPane::zoHPCLayoutPane(QWidget* parent) : QWidget(parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(splitter);
 
-    // The size of the screens means something for one of the pictures only.
-    const auto showTools = [this, screenSizeLabel] {
-        const bool isScreens = m_tabs->currentWidget() == m_screens;
-        m_screenSize->setVisible(isScreens);
-        screenSizeLabel->setVisible(isScreens);
-    };
-    showTools();
-    connect(m_tabs, &QTabWidget::currentChanged, this, showTools);
     connect(m_screenSize, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             [this] { m_screens->setScreenSize(m_screenSize->currentData().toSize()); });
+    connect(m_tabs, &QTabWidget::currentChanged, this, [this] {
+        if (m_isPartial)
+            settle();
+    });
+    connect(&m_settling, &zoHPCSettling::settled, this, [this] {
+        if (isVisible())
+            settle();
+    });
     connect(fitButton, &QPushButton::clicked, this, [this] {
-        if (m_tabs->currentWidget() == m_screens)
+        if (isScreensShown())
             m_screens->fit();
         else
             m_room->fit();
@@ -117,6 +117,10 @@ zoHPCLayoutPane::zoHPCLayoutPane(QWidget* parent) : QWidget(parent)
     connect(m_screens, &zoHPCScreensView::windowChanged, this, [this] {
         refreshLater();
         emit displayEdited();
+    });
+    connect(m_problems, &zoHPCProblemsView::aboutToFix, this, [this](bool hosts) {
+        if (hosts)
+            emit hostsAboutToBeEdited();
     });
     connect(m_problems, &zoHPCProblemsView::fixed, this, [this](bool hosts) {
         refreshLater();
@@ -162,11 +166,17 @@ void zoHPCLayoutPane::setCurrentItem(const QTreeWidgetItem* item)
     m_screens->setCurrentItem(item);
 }
 
+bool zoHPCLayoutPane::isSettled() const
+{
+    return !m_isStale && !m_isPartial;
+}
+
 void zoHPCLayoutPane::refresh()
 {
-    m_isStale = false;
-    const auto layout = std::make_shared<const zoHPCLayout>(m_projections.data(), m_displays.data(),
-                                                            m_hosts ? m_hosts->master() : nullptr);
+    m_isPartial = false;
+    m_room->setIsChanging(false);
+    m_screens->setIsChanging(false);
+    const auto layout = readLayout();
     showLayout(layout);
     m_problems->setProblems(zoHPCProblems::find(*layout));
     const int count = static_cast<int>(m_problems->problems().size());
@@ -176,23 +186,60 @@ void zoHPCLayoutPane::refresh()
     emit problemCountChanged(count);
 }
 
+std::shared_ptr<const zoHPCLayout> zoHPCLayoutPane::readLayout()
+{
+    // A setup of some hundred windows or some thousand tiles takes longer to check than a frame lasts.
+    constexpr size_t MANY = 1000;
+    m_isStale = false;
+    auto layout = std::make_shared<const zoHPCLayout>(m_projections.data(), m_displays.data(),
+                                                      m_hosts ? m_hosts->master() : nullptr);
+    m_isLarge = layout->projections().size() + layout->windows().size() + layout->viewports().size() > MANY;
+    return layout;
+}
+
+void zoHPCLayoutPane::catchUp()
+{
+    m_settling.note();
+    if (!m_isLarge || !m_settling.isQuick()) {
+        refresh();
+        return;
+    }
+    m_isPartial = true;
+    m_problems->forgetItems();
+    const auto layout = readLayout();
+    m_showsItems = true;
+    m_room->setIsChanging(true);
+    m_screens->setIsChanging(true);
+    // The other one shows items that may be gone.
+    m_room->showLayout(isScreensShown() ? nullptr : layout);
+    m_screens->showLayout(isScreensShown() ? layout : nullptr);
+}
+
+void zoHPCLayoutPane::settle()
+{
+    if (isSettled())
+        return;
+    m_settling.settle();
+    refresh();
+    emit settled();
+}
+
 void zoHPCLayoutPane::savePicture()
 {
     const QString fileName =
         QFileDialog::getSaveFileName(this, tr("Save picture"), QString(), zoHPCPictureFile::filter());
     if (fileName.isEmpty())
         return;
-    if (m_isStale)
-        refresh();
-    const QWidget* const view = m_tabs->currentWidget();
-    const zoHPCPicture& picture = view == m_screens ? static_cast<const zoHPCPicture&>(m_screens->picture())
-                                                    : static_cast<const zoHPCPicture&>(m_room->picture());
-    zoHPCPictureFile::save(picture, fileName, view->size(), palette(), 2.0);
+    settle();
+    if (isScreensShown())
+        zoHPCPictureFile::save(m_screens->picture(), fileName, m_screens->size(), palette(), 2.0);
+    else
+        zoHPCPictureFile::save(m_room->picture(), fileName, m_room->size(), palette(), 2.0);
 }
 
 void zoHPCLayoutPane::showEvent(QShowEvent* event)
 {
-    if (m_isStale)
+    if (!isSettled())
         refresh();
     QWidget::showEvent(event);
 }
@@ -225,7 +272,7 @@ void zoHPCLayoutPane::invalidate()
     if (!m_showsItems)
         return;
     showLayout(nullptr);
-    m_problems->setProblems({});
+    m_problems->forgetItems();
 }
 
 void zoHPCLayoutPane::refreshLater()
@@ -239,9 +286,14 @@ void zoHPCLayoutPane::refreshLater()
         [this] {
             m_isScheduled = false;
             if (m_isStale && isVisible())
-                refresh();
+                catchUp();
         },
         Qt::QueuedConnection);
+}
+
+bool zoHPCLayoutPane::isScreensShown() const
+{
+    return m_tabs->currentIndex() == m_tabs->indexOf(m_screens->parentWidget());
 }
 
 void zoHPCLayoutPane::showLayout(const std::shared_ptr<const zoHPCLayout>& layout)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zoHPCSettling.h"
+
 #include <QPointer>
 #include <QTreeWidget>
 #include <QWidget>
@@ -32,6 +34,9 @@ public:
     zoHPCProblemsView* problemsView() const { return m_problems; }
     // Of the last refresh.
     int problemCount() const;
+    // Whether all of it shows the trees as they are now. While they change quickly, large setups are followed
+    // by the current picture only, in less detail.
+    bool isSettled() const;
 
     // Trees of the display setup and the host tree. Not owned, each may be null and may go before the pane.
     void setModel(QTreeWidget* projections, QTreeWidget* displays, zoHPCTreeGUIW* hosts);
@@ -51,9 +56,12 @@ signals:
     void itemActivated(QTreeWidgetItem* item);
     // A drag or a fix changed values of the display setup.
     void displayEdited();
-    // A fix changed values of the host tree.
+    // Around a fix that changes values of the host tree.
+    void hostsAboutToBeEdited();
     void hostsEdited();
     void problemCountChanged(int count);
+    // All was read after changes that came quickly.
+    void settled();
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -61,6 +69,10 @@ protected:
 private:
     void follow(QTreeWidget* tree);
     void invalidate();
+    bool isScreensShown() const;
+    void catchUp();
+    std::shared_ptr<const zoHPCLayout> readLayout();
+    void settle();
     void showLayout(const std::shared_ptr<const zoHPCLayout>& layout);
 
     QPointer<QTreeWidget> m_projections;
@@ -72,8 +84,11 @@ private:
     zoHPCScreensView* m_screens = nullptr;
     zoHPCProblemsView* m_problems = nullptr;
     QComboBox* m_screenSize = nullptr;
+    zoHPCSettling m_settling; // of the trees
     int m_count = 0;
     bool m_showsItems = false;
+    bool m_isLarge = false;   // the last layout
+    bool m_isPartial = false; // only the current picture is up to date
     bool m_isStale = true;
     bool m_isScheduled = false;
 };

@@ -17,6 +17,9 @@ public:
     zoHPCPicture(const zoHPCPicture&) = delete;
     zoHPCPicture& operator=(const zoHPCPicture&) = delete;
 
+    // So much to draw that frames in full detail come late.
+    virtual bool isLarge() const = 0;
+
     // Fills the area, in the painter's units.
     virtual void paint(QPainter& painter, const QRectF& area, const QPalette& palette,
                        Detail detail) const = 0;

@@ -13,6 +13,15 @@ void zoHPCProblemModel::setProblems(std::vector<zoHPCProblem> problems)
     endResetModel();
 }
 
+void zoHPCProblemModel::forgetItems()
+{
+    for (zoHPCProblem& problem : m_problems) {
+        problem.item = nullptr;
+        problem.other = nullptr;
+        problem.fix = nullptr;
+    }
+}
+
 int zoHPCProblemModel::find(zoHPCProblem::Kind kind, const QString& message) const
 {
     for (size_t i = 0; i < m_problems.size(); ++i) {
@@ -41,7 +50,7 @@ QVariant zoHPCProblemModel::data(const QModelIndex& index, int role) const
     if (role == Qt::DisplayRole)
         return text;
     if (role == Qt::ToolTipRole && index.column() == Message)
-        return text.toHtmlEscaped();
+        return QStringLiteral("<qt>%1</qt>").arg(text.toHtmlEscaped());
     return QVariant();
 }
 

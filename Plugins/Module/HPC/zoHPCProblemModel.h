@@ -19,6 +19,8 @@ public:
 
     const std::vector<zoHPCProblem>& problems() const { return m_problems; }
     void setProblems(std::vector<zoHPCProblem> problems);
+    // The texts stay until the next setProblems(), the items and fixes are forgotten.
+    void forgetItems();
     // Row of a problem of this kind with this message; -1 when there is none.
     int find(zoHPCProblem::Kind kind, const QString& message) const;
 

@@ -76,6 +76,11 @@ const std::vector<zoHPCProblem>& zoHPCProblemsView::problems() const
     return m_model->problems();
 }
 
+void zoHPCProblemsView::forgetItems()
+{
+    m_model->forgetItems();
+}
+
 bool zoHPCProblemsView::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == m_list && event->type() == QEvent::KeyPress &&
@@ -88,8 +93,10 @@ bool zoHPCProblemsView::eventFilter(QObject* watched, QEvent* event)
 
 void zoHPCProblemsView::activate(int row)
 {
-    if (row >= 0 && row < m_model->rowCount())
-        emit itemActivated(m_model->problems()[static_cast<size_t>(row)].item);
+    if (row < 0 || row >= m_model->rowCount())
+        return;
+    if (QTreeWidgetItem* const item = m_model->problems()[static_cast<size_t>(row)].item)
+        emit itemActivated(item);
 }
 
 void zoHPCProblemsView::fixLater(const QModelIndex& index)
@@ -112,6 +119,8 @@ void zoHPCProblemsView::fix(int row)
     const zoHPCProblem problem = m_model->problems()[static_cast<size_t>(row)];
     if (!problem.hasFix())
         return;
+    const bool hosts = problem.kind == zoHPCProblem::Kind::WindowWithDisabledNode || problem.concernsHost();
+    emit aboutToFix(hosts);
     problem.fix();
-    emit fixed(problem.kind == zoHPCProblem::Kind::WindowWithDisabledNode || problem.concernsHost());
+    emit fixed(hosts);
 }

@@ -25,9 +25,13 @@ public:
     // Keeps the current row where the same problem is there again.
     void setProblems(std::vector<zoHPCProblem> problems);
     const std::vector<zoHPCProblem>& problems() const;
+    // Before items go: the list can be read on, but a click does nothing until the next setProblems().
+    void forgetItems();
 
 signals:
     void itemActivated(QTreeWidgetItem* item);
+    // Before each fix; whether it changes the host tree or the display setup.
+    void aboutToFix(bool hosts);
     // A fix was made; whether it changed the host tree or the display setup. Nothing that was set before
     // need be valid any more.
     void fixed(bool hosts);

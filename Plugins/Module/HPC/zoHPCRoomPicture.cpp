@@ -300,6 +300,15 @@ void zoHPCRoomPicture::fit(const QRectF& area)
     m_camera.fit(extent(), area, 0.07 * std::min(area.width(), area.height()));
 }
 
+bool zoHPCRoomPicture::isLarge() const
+{
+    constexpr qint64 MANY_TILES = 1000;
+    qint64 tiles = 0;
+    for (const Wall& wall : m_walls)
+        tiles += qint64(wall.rows) * wall.columns;
+    return tiles > MANY_TILES;
+}
+
 void zoHPCRoomPicture::paint(QPainter& painter, const QRectF& area, const QPalette& palette,
                              Detail detail) const
 {
@@ -827,49 +836,71 @@ void zoHPCRoomPicture::paintLegend(Canvas& canvas) const
     const auto hasBands = [](const Wall& wall) {
         return wall.firstTile < 0 && wall.leftBand + wall.rightBand + wall.lowerBand + wall.upperBand > 0.0;
     };
-    QFont font = canvas.style.font;
-    const QFontMetricsF metrics(font, canvas.painter.device());
-    const double height = metrics.height();
-    const double swatch = 1.6 * height;
-    double x = canvas.area.left() + 0.6 * height;
-    const double y = canvas.area.bottom() - 1.5 * height;
-    canvas.painter.setFont(font);
-    const auto entry = [&](const QBrush& ground, const QBrush& brush, const QString& text) {
-        if (brush.style() != Qt::NoBrush) {
-            const QRectF box(x, y + 0.1 * height, swatch, 0.8 * height);
-            canvas.painter.setPen(Qt::NoPen);
-            canvas.painter.fillRect(box, ground);
-            canvas.painter.setPen(QPen(canvas.style.line, 1.0));
-            canvas.painter.setBrush(brush);
-            canvas.painter.drawRect(box);
-            x += swatch + 0.4 * height;
-        }
-        canvas.painter.setPen(canvas.style.faintText);
-        const double width = metrics.horizontalAdvance(text) + 1.0;
-        canvas.painter.drawText(QRectF(x, y, width, height), Qt::AlignVCenter | Qt::AlignLeft, text);
-        x += width + height;
+    struct Entry
+    {
+        QString text;
+        QBrush ground;
+        QBrush brush; // none: only the text
     };
-
-    QRectF ground(0.0, 0.0, 1e-3, 1e-3);
+    std::vector<Entry> entries;
+    QRectF floor(0.0, 0.0, 1e-3, 1e-3);
     for (const Point3& p : extent())
-        ground = ground.united(QRectF(p.x, p.z, 1e-3, 1e-3));
-    entry(QBrush(), QBrush(),
-          tr("Grid %1").arg(lengthText(roundStep(std::max(ground.width(), ground.height()) / 10.0))));
+        floor = floor.united(QRectF(p.x, p.z, 1e-3, 1e-3));
+    entries.push_back(
+        {tr("Grid %1").arg(lengthText(roundStep(std::max(floor.width(), floor.height()) / 10.0))), QBrush(),
+         QBrush()});
     const QBrush paper(canvas.style.background);
     if (any([&](const Wall& wall) { return wall.isBlended && (overlaps(wall) || hasBands(wall)); })) {
-        QLinearGradient ramp(x, 0.0, x + swatch, 0.0);
+        QLinearGradient ramp(0.0, 0.0, 1.0, 0.0);
+        ramp.setCoordinateMode(QGradient::ObjectMode);
         ramp.setColorAt(0.0, withAlpha(canvas.style.fadeOut, 0.75));
         ramp.setColorAt(1.0, withAlpha(canvas.style.fadeIn, 0.75));
-        entry(paper, ramp, tr("Edge blending"));
+        entries.push_back({tr("Edge blending"), paper, ramp});
     }
     if (any([&](const Wall& wall) { return !wall.isBlended && overlaps(wall); }))
-        entry(paper, withAlpha(canvas.style.twice, 0.6), tr("Overlap"));
+        entries.push_back({tr("Overlap"), paper, withAlpha(canvas.style.twice, 0.6)});
     if (any([](const Wall& wall) { return !wall.lit.empty() && !wall.isDegenerate; }))
-        entry(paper, QBrush(withAlpha(canvas.style.faintText, 0.5), Qt::DiagCrossPattern),
-              tr("Shown nowhere"));
+        entries.push_back({tr("Shown nowhere"), paper,
+                           QBrush(withAlpha(canvas.style.faintText, 0.5), Qt::DiagCrossPattern)});
     if (any([](const Wall& wall) { return wall.turnsAway; }))
-        entry(QBrush(withAlpha(canvas.style.bad, 0.22)),
-              QBrush(withAlpha(canvas.style.bad, 0.7), Qt::BDiagPattern), tr("Faces away from the viewer"));
+        entries.push_back({tr("Faces away from the viewer"), QBrush(withAlpha(canvas.style.bad, 0.22)),
+                           QBrush(withAlpha(canvas.style.bad, 0.7), Qt::BDiagPattern)});
     if (any([](const Wall& wall) { return wall.isInPixels; }))
-        entry(QBrush(), QBrush(), tr("Tiled walls: 1 pixel drawn as 1 mm"));
+        entries.push_back({tr("Tiled walls: 1 pixel drawn as 1 mm"), QBrush(), QBrush()});
+
+    // In as many lines as the width asks for.
+    const QFontMetricsF metrics(canvas.style.font, canvas.painter.device());
+    const double height = metrics.height();
+    const double swatch = 1.6 * height;
+    const double left = canvas.area.left() + 0.6 * height;
+    std::vector<QPointF> places;
+    double x = left;
+    double y = 0.0;
+    for (const Entry& entry : entries) {
+        const double width = metrics.horizontalAdvance(entry.text) + 1.0 +
+                             (entry.brush.style() != Qt::NoBrush ? swatch + 0.4 * height : 0.0);
+        if (x > left && x + width > canvas.area.right()) {
+            x = left;
+            y += 1.2 * height;
+        }
+        places.emplace_back(x, y);
+        x += width + height;
+    }
+    const double top = canvas.area.bottom() - 1.5 * height - y;
+    canvas.painter.setFont(canvas.style.font);
+    for (size_t i = 0; i < entries.size(); ++i) {
+        QPointF place = places[i] + QPointF(0.0, top);
+        if (entries[i].brush.style() != Qt::NoBrush) {
+            const QRectF box(place + QPointF(0.0, 0.1 * height), QSizeF(swatch, 0.8 * height));
+            canvas.painter.fillRect(box, entries[i].ground);
+            canvas.painter.setPen(QPen(canvas.style.line, 1.0));
+            canvas.painter.setBrush(entries[i].brush);
+            canvas.painter.drawRect(box);
+            place.rx() += swatch + 0.4 * height;
+        }
+        canvas.painter.setPen(canvas.style.faintText);
+        canvas.painter.drawText(
+            QRectF(place, QSizeF(metrics.horizontalAdvance(entries[i].text) + 1.0, height)),
+            Qt::AlignVCenter | Qt::AlignLeft, entries[i].text);
+    }
 }

@@ -69,6 +69,7 @@ public:
     // Takes everything into the picture; the direction stays.
     void fit(const QRectF& area);
 
+    bool isLarge() const override;
     void paint(QPainter& painter, const QRectF& area, const QPalette& palette, Detail detail) const override;
 
     // The tile, or plane, nearest to the eye at this place of the picture; null beside all of them.

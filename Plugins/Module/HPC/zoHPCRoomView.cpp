@@ -26,9 +26,16 @@ zoHPCRoomView::zoHPCRoomView(QWidget* parent) : QWidget(parent)
     setAccessibleName(tr("Room"));
     setAccessibleDescription(tr("The projections in space around the viewer"));
     setAttribute(Qt::WA_OpaquePaintEvent);
+    connect(&m_settling, &zoHPCSettling::settled, this, QOverload<>::of(&QWidget::update));
 }
 
 zoHPCRoomView::~zoHPCRoomView() = default;
+
+zoHPCPicture::Detail zoHPCRoomView::detail() const
+{
+    const bool isQuick = m_isDragging || ((m_isChanging || m_settling.isQuick()) && m_picture.isLarge());
+    return isQuick ? zoHPCPicture::Detail::Fast : zoHPCPicture::Detail::Full;
+}
 
 QSize zoHPCRoomView::sizeHint() const
 {
@@ -59,6 +66,14 @@ void zoHPCRoomView::setCurrentItem(const QTreeWidgetItem* item)
     update();
 }
 
+void zoHPCRoomView::setIsChanging(bool changing)
+{
+    if (m_isChanging == changing)
+        return;
+    m_isChanging = changing;
+    update();
+}
+
 void zoHPCRoomView::fit()
 {
     m_isFitted = true;
@@ -72,9 +87,11 @@ bool zoHPCRoomView::event(QEvent* event)
         const auto* help = static_cast<QHelpEvent*>(event);
         const QTreeWidgetItem* const item = m_picture.itemAt(help->pos(), rect());
         if (item)
-            QToolTip::showText(help->globalPos(),
-                               item->data(zoHPCProjectionItem::Name, Qt::EditRole).toString().toHtmlEscaped(),
-                               this);
+            QToolTip::showText(
+                help->globalPos(),
+                QStringLiteral("<qt>%1</qt>")
+                    .arg(item->data(zoHPCProjectionItem::Name, Qt::EditRole).toString().toHtmlEscaped()),
+                this);
         else
             QToolTip::hideText();
         return true;
@@ -85,8 +102,7 @@ bool zoHPCRoomView::event(QEvent* event)
 void zoHPCRoomView::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    m_picture.paint(painter, rect(), palette(),
-                    m_isDragging ? zoHPCPicture::Detail::Fast : zoHPCPicture::Detail::Full);
+    m_picture.paint(painter, rect(), palette(), detail());
 }
 
 void zoHPCRoomView::resizeEvent(QResizeEvent*)
@@ -182,6 +198,7 @@ void zoHPCRoomView::turn(double yaw, double pitch)
 {
     zoHPCRoomCamera camera = m_picture.camera();
     camera.orbit(yaw, pitch);
+    m_settling.note();
     m_picture.setCamera(camera);
     m_isFitted = false;
     update();
@@ -191,6 +208,7 @@ void zoHPCRoomView::zoom(double factor)
 {
     zoHPCRoomCamera camera = m_picture.camera();
     camera.zoom(factor);
+    m_settling.note();
     m_picture.setCamera(camera);
     m_isFitted = false;
     update();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zoHPCRoomPicture.h"
+#include "zoHPCSettling.h"
 
 #include <QPoint>
 #include <QWidget>
@@ -21,6 +22,8 @@ public:
     ~zoHPCRoomView() override;
 
     const zoHPCRoomPicture& picture() const { return m_picture; }
+    // What the next frame shows; changes that come quickly show less of large pictures.
+    zoHPCPicture::Detail detail() const;
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
@@ -28,6 +31,9 @@ public:
     void showLayout(std::shared_ptr<const zoHPCLayout> layout);
     // Highlighted; announces nothing. Need not live.
     void setCurrentItem(const QTreeWidgetItem* item);
+
+    // Whether more layouts are to follow soon.
+    void setIsChanging(bool changing);
 
 public slots:
     // Takes everything into the picture, now and after changes, until the view is turned or moved by hand.
@@ -53,11 +59,13 @@ private:
     void zoom(double factor);
 
     zoHPCRoomPicture m_picture;
+    zoHPCSettling m_settling; // of wheel and keys
     std::shared_ptr<const zoHPCLayout> m_layout;
     const QTreeWidgetItem* m_current = nullptr; // never followed
     QPoint m_pressed;
     QPoint m_last;
     bool m_isPressed = false;
     bool m_isDragging = false;
+    bool m_isChanging = false;
     bool m_isFitted = true;
 };

@@ -99,15 +99,35 @@ void zoHPCScreensPicture::zoom(double factor, const QPointF& about)
 
 QRectF zoHPCScreensPicture::placeOf(const zoHPCWindowItem* window) const
 {
-    for (const Node& node : m_nodes) {
-        for (const Screen& screen : node.screens) {
-            for (const Window& candidate : screen.windows) {
-                if (candidate.item == window)
-                    return toPicture(candidate.geometry.translated(screen.origin));
-            }
-        }
+    const auto found = find(window);
+    return found.second ? toPicture(found.second->geometry.translated(found.first->origin)) : QRectF();
+}
+
+QRectF zoHPCScreensPicture::placeBeside(const zoHPCWindowItem* window, const QRectF& pixels) const
+{
+    const auto found = find(window);
+    return found.first ? toPicture(pixels.translated(found.first->origin)) : QRectF();
+}
+
+zoHPCScreensPicture::EdgeLines zoHPCScreensPicture::linesFor(const zoHPCWindowItem* window) const
+{
+    EdgeLines lines;
+    const Screen* const screen = find(window).first;
+    if (!screen)
+        return lines;
+    const auto add = [&lines](const QRectF& box) {
+        lines.x.push_back(qRound(box.left()));
+        lines.x.push_back(qRound(box.right()));
+        lines.y.push_back(qRound(box.top()));
+        lines.y.push_back(qRound(box.bottom()));
+    };
+    // A size that follows the windows is none that one of them could be put against.
+    add(QRectF(QPointF(0.0, 0.0), screen->isSizeKnown ? screen->size : QSizeF()));
+    for (const Window& other : screen->windows) {
+        if (other.item != window && !other.isFullScreen)
+            add(other.geometry);
     }
-    return QRectF();
+    return lines;
 }
 
 void zoHPCScreensPicture::paint(QPainter& painter, const QRectF& area, const QPalette& palette,
@@ -213,9 +233,25 @@ QString zoHPCScreensPicture::eyeName(const QString& eye)
     return QString();
 }
 
+std::pair<const zoHPCScreensPicture::Screen*, const zoHPCScreensPicture::Window*>
+zoHPCScreensPicture::find(const zoHPCWindowItem* window) const
+{
+    for (const Node& node : m_nodes) {
+        for (const Screen& screen : node.screens) {
+            for (const Window& candidate : screen.windows) {
+                if (candidate.item == window)
+                    return {&screen, &candidate};
+            }
+        }
+    }
+    return {nullptr, nullptr};
+}
+
 void zoHPCScreensPicture::read(const zoHPCLayout& layout)
 {
     m_nodes.clear();
+    constexpr size_t MANY_WINDOWS = 200;
+    m_isLarge = layout.windows().size() > MANY_WINDOWS;
     QHash<QString, size_t> nodesByName;
     std::vector<std::pair<size_t, size_t>> places; // of each window of the layout: node, and where in it
     std::vector<std::vector<std::pair<int, Window>>> windows; // by node: screen and window

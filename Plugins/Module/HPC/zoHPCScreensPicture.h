@@ -9,6 +9,7 @@
 #include <QSizeF>
 #include <QString>
 
+#include <utility>
 #include <vector>
 
 class QTreeWidgetItem;
@@ -80,6 +81,13 @@ public:
         bool canMove = false; // windows in full screen have no place of their own
     };
 
+    // Edges that another window can lie flush with, in pixels of its screen.
+    struct EdgeLines
+    {
+        std::vector<int> x;
+        std::vector<int> y;
+    };
+
     // Size of all screens that have a number, in pixels; empty when it is not known. Takes effect with the
     // next setLayout().
     void setScreenSize(const QSizeF& size) { m_screenSize = size; }
@@ -102,7 +110,13 @@ public:
     double scale() const { return m_scale; }
     // Where a window is in the picture.
     QRectF placeOf(const zoHPCWindowItem* window) const;
+    // Where a place on the screen of a window, in pixels, is in the picture.
+    QRectF placeBeside(const zoHPCWindowItem* window, const QRectF& pixels) const;
+    // Edges of the windows beside it that have a place of their own, and of its screen as far as these are
+    // known.
+    EdgeLines linesFor(const zoHPCWindowItem* window) const;
 
+    bool isLarge() const override { return m_isLarge; }
     void paint(QPainter& painter, const QRectF& area, const QPalette& palette, Detail detail) const override;
 
     // Edges can be taken some units of the picture beside them.
@@ -114,6 +128,7 @@ public:
     static QString eyeName(const QString& eye);
 
 private:
+    std::pair<const Screen*, const Window*> find(const zoHPCWindowItem* window) const;
     void read(const zoHPCLayout& layout);
     void measure(Screen& screen) const;
     static void markCovered(Screen& screen);
@@ -138,6 +153,7 @@ private:
     std::vector<Node> m_nodes;
     const QTreeWidgetItem* m_current = nullptr; // never followed
     QSizeF m_screenSize;
+    bool m_isLarge = false;
     double m_unit = 1000.0; // height of a usual screen, in pixels: gaps and titles follow it
     double m_aspect = 1.4;
     QRectF m_sheet;

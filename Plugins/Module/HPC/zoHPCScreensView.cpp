@@ -1,6 +1,7 @@
 #include "zoHPCScreensView.h"
 
 #include "zoHPCLayout.h"
+#include "zoHPCPictureStyle.h"
 #include "zoHPCViewportItem.h"
 #include "zoHPCWindowItem.h"
 
@@ -14,6 +15,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 namespace
 {
@@ -23,9 +25,33 @@ constexpr int SMALLEST_WINDOW = 16;
 // Further away no screen is (pixels).
 constexpr int FARTHEST = 100000;
 
+// How near an edge comes to a line before it lies on it (units of the picture).
+constexpr double SNAP_REACH = 8.0;
+
 int limited(double value)
 {
     return qRound(qBound(-double(FARTHEST), value, double(FARTHEST)));
+}
+
+// How far it is to the line that is nearest to one of the two edges, of which either may not move; 0 when
+// none is within reach.
+int wayToLine(const std::vector<int>& lines, bool first, int begin, bool second, int end, int reach)
+{
+    int way = 0;
+    int least = reach + 1;
+    const auto consider = [&](int candidate) {
+        if (std::abs(candidate) < least) {
+            way = candidate;
+            least = std::abs(candidate);
+        }
+    };
+    for (const int line : lines) {
+        if (first)
+            consider(line - begin);
+        if (second)
+            consider(line - end);
+    }
+    return way;
 }
 } // namespace
 
@@ -36,9 +62,17 @@ zoHPCScreensView::zoHPCScreensView(QWidget* parent) : QWidget(parent)
     setAccessibleName(tr("Screens"));
     setAccessibleDescription(tr("The windows on the screens of each render node"));
     setAttribute(Qt::WA_OpaquePaintEvent);
+    connect(&m_settling, &zoHPCSettling::settled, this, QOverload<>::of(&QWidget::update));
 }
 
 zoHPCScreensView::~zoHPCScreensView() = default;
+
+zoHPCPicture::Detail zoHPCScreensView::detail() const
+{
+    const bool isQuick =
+        m_drag != Drag::None || ((m_isChanging || m_settling.isQuick()) && m_picture.isLarge());
+    return isQuick ? zoHPCPicture::Detail::Fast : zoHPCPicture::Detail::Full;
+}
 
 QSize zoHPCScreensView::sizeHint() const
 {
@@ -78,6 +112,14 @@ void zoHPCScreensView::setScreenSize(const QSizeF& size)
     showLayout(m_layout);
 }
 
+void zoHPCScreensView::setIsChanging(bool changing)
+{
+    if (m_isChanging == changing)
+        return;
+    m_isChanging = changing;
+    update();
+}
+
 void zoHPCScreensView::fit()
 {
     m_isFitted = true;
@@ -98,10 +140,18 @@ bool zoHPCScreensView::event(QEvent* event)
         const zoHPCScreensPicture::Hit hit = m_picture.hitTest(help->pos());
         const QTreeWidgetItem* const item =
             hit.viewport ? static_cast<const QTreeWidgetItem*>(hit.viewport) : hit.window;
-        if (item)
-            QToolTip::showText(help->globalPos(), item->text(0).toHtmlEscaped(), this);
-        else
+        if (!item)
             QToolTip::hideText();
+        else if (hit.canMove)
+            QToolTip::showText(help->globalPos(),
+                               QStringLiteral("<qt>%1<br>%2</qt>")
+                                   .arg(item->text(0).toHtmlEscaped(),
+                                        tr("Drag it, or one of its edges. Ctrl: free of the edges beside it.")
+                                            .toHtmlEscaped()),
+                               this);
+        else
+            QToolTip::showText(help->globalPos(),
+                               QStringLiteral("<qt>%1</qt>").arg(item->text(0).toHtmlEscaped()), this);
         return true;
     }
     return QWidget::event(event);
@@ -110,8 +160,9 @@ bool zoHPCScreensView::event(QEvent* event)
 void zoHPCScreensView::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    m_picture.paint(painter, rect(), palette(),
-                    m_drag == Drag::None ? zoHPCPicture::Detail::Full : zoHPCPicture::Detail::Fast);
+    m_picture.paint(painter, rect(), palette(), detail());
+    if (m_drag == Drag::Window)
+        paintGuides(painter);
 }
 
 void zoHPCScreensView::resizeEvent(QResizeEvent*)
@@ -129,8 +180,10 @@ void zoHPCScreensView::mousePressEvent(QMouseEvent* event)
     m_last = event->pos();
     m_isPressed = true;
     m_hit = event->button() == Qt::LeftButton ? m_picture.hitTest(event->pos()) : zoHPCScreensPicture::Hit();
-    if (m_hit.window)
+    if (m_hit.window) {
         m_before = geometryOf(*m_hit.window);
+        m_lines = m_picture.linesFor(m_hit.window);
+    }
 }
 
 void zoHPCScreensView::mouseMoveEvent(QMouseEvent* event)
@@ -145,7 +198,7 @@ void zoHPCScreensView::mouseMoveEvent(QMouseEvent* event)
         m_drag = m_hit.window && m_hit.canMove ? Drag::Window : Drag::Sheet;
     }
     if (m_drag == Drag::Window) {
-        dragWindow(event->pos());
+        dragWindow(event->pos(), !(event->modifiers() & Qt::ControlModifier));
     } else {
         m_picture.pan(event->pos() - m_last);
         m_isFitted = false;
@@ -178,9 +231,7 @@ void zoHPCScreensView::wheelEvent(QWheelEvent* event)
     event->accept();
     if (m_drag == Drag::Window)
         return;
-    m_picture.zoom(std::pow(ZOOM_PER_STEP, event->angleDelta().y() / 120.0), event->position());
-    m_isFitted = false;
-    update();
+    zoom(std::pow(ZOOM_PER_STEP, event->angleDelta().y() / 120.0), event->position());
 }
 
 void zoHPCScreensView::keyPressEvent(QKeyEvent* event)
@@ -191,12 +242,18 @@ void zoHPCScreensView::keyPressEvent(QKeyEvent* event)
     } else if (event->key() == Qt::Key_Home) {
         fit();
     } else if (event->key() == Qt::Key_Plus || event->key() == Qt::Key_Minus) {
-        m_picture.zoom(event->key() == Qt::Key_Plus ? ZOOM_PER_STEP : 1.0 / ZOOM_PER_STEP, rect().center());
-        m_isFitted = false;
-        update();
+        zoom(event->key() == Qt::Key_Plus ? ZOOM_PER_STEP : 1.0 / ZOOM_PER_STEP, rect().center());
     } else {
         QWidget::keyPressEvent(event);
     }
+}
+
+void zoHPCScreensView::zoom(double factor, const QPointF& about)
+{
+    m_picture.zoom(factor, about);
+    m_settling.note();
+    m_isFitted = false;
+    update();
 }
 
 QRect zoHPCScreensView::geometryOf(const zoHPCWindowItem& window)
@@ -235,7 +292,7 @@ bool zoHPCScreensView::isShown(const zoHPCWindowItem* window) const
                        [&](const zoHPCLayout::Window& shown) { return shown.item == window; });
 }
 
-void zoHPCScreensView::dragWindow(const QPoint& to)
+void zoHPCScreensView::dragWindow(const QPoint& to, bool snaps)
 {
     const QPointF way = QPointF(to - m_pressed) / m_picture.scale();
     const int x = limited(way.x());
@@ -252,7 +309,60 @@ void zoHPCScreensView::dragWindow(const QPoint& to)
         geometry.setTop(std::min(m_before.top() + y, m_before.bottom() + 1 - SMALLEST_WINDOW));
     if (m_hit.edges & zoHPCScreensPicture::BottomEdge)
         geometry.setHeight(std::max(m_before.height() + y, SMALLEST_WINDOW));
+    m_guidesX.clear();
+    m_guidesY.clear();
+    if (snaps)
+        snap(geometry);
     setGeometryOf(*m_hit.window, geometry);
+}
+
+void zoHPCScreensView::snap(QRect& geometry)
+{
+    const int reach = qRound(SNAP_REACH / m_picture.scale());
+    const bool moves = m_hit.edges == zoHPCScreensPicture::NoEdge;
+    const bool left = moves || (m_hit.edges & zoHPCScreensPicture::LeftEdge);
+    const bool right = moves || (m_hit.edges & zoHPCScreensPicture::RightEdge);
+    const bool top = moves || (m_hit.edges & zoHPCScreensPicture::TopEdge);
+    const bool bottom = moves || (m_hit.edges & zoHPCScreensPicture::BottomEdge);
+
+    const int x = wayToLine(m_lines.x, left, geometry.x(), right, geometry.x() + geometry.width(), reach);
+    const int y = wayToLine(m_lines.y, top, geometry.y(), bottom, geometry.y() + geometry.height(), reach);
+    if (moves) {
+        geometry.translate(x, y);
+    } else {
+        // An edge that would leave less than the smallest window stays.
+        if (geometry.width() + (left ? -x : x) >= SMALLEST_WINDOW)
+            geometry.adjust(left ? x : 0, 0, right ? x : 0, 0);
+        if (geometry.height() + (top ? -y : y) >= SMALLEST_WINDOW)
+            geometry.adjust(0, top ? y : 0, 0, bottom ? y : 0);
+    }
+
+    const auto guides = [](const std::vector<int>& lines, bool first, int begin, bool second, int end) {
+        std::vector<int> result;
+        for (const int line : lines) {
+            if (((first && line == begin) || (second && line == end)) &&
+                std::find(result.begin(), result.end(), line) == result.end())
+                result.push_back(line);
+        }
+        return result;
+    };
+    m_guidesX = guides(m_lines.x, left, geometry.x(), right, geometry.x() + geometry.width());
+    m_guidesY = guides(m_lines.y, top, geometry.y(), bottom, geometry.y() + geometry.height());
+}
+
+void zoHPCScreensView::paintGuides(QPainter& painter) const
+{
+    const QRectF window = m_picture.placeOf(m_hit.window);
+    constexpr double BEYOND = 16.0;
+    painter.setPen(QPen(zoHPCPictureStyle(palette()).current, 1.0, Qt::DashLine));
+    for (const int line : m_guidesX) {
+        const double x = m_picture.placeBeside(m_hit.window, QRectF(line, 0.0, 0.0, 0.0)).x();
+        painter.drawLine(QPointF(x, window.top() - BEYOND), QPointF(x, window.bottom() + BEYOND));
+    }
+    for (const int line : m_guidesY) {
+        const double y = m_picture.placeBeside(m_hit.window, QRectF(0.0, line, 0.0, 0.0)).y();
+        painter.drawLine(QPointF(window.left() - BEYOND, y), QPointF(window.right() + BEYOND, y));
+    }
 }
 
 void zoHPCScreensView::endDrag()
@@ -262,6 +372,8 @@ void zoHPCScreensView::endDrag()
     m_drag = Drag::None;
     m_isPressed = false;
     m_hit = zoHPCScreensPicture::Hit();
+    m_guidesX.clear();
+    m_guidesY.clear();
 }
 
 void zoHPCScreensView::showCursor(const zoHPCScreensPicture::Hit& hit)

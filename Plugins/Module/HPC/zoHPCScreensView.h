@@ -1,19 +1,22 @@
 #pragma once
 
 #include "zoHPCScreensPicture.h"
+#include "zoHPCSettling.h"
 
 #include <QPoint>
 #include <QRect>
 #include <QWidget>
 
 #include <memory>
+#include <vector>
 
 class QTreeWidgetItem;
 class zoHPCLayout;
 
 // Shows the screens. Windows that are not in full screen are dragged by their inside or their edges, which
-// writes to their items at once; Escape takes the drag back. Dragging beside them moves the sheet, the wheel
-// comes nearer, a double click, or Home, takes everything into the picture; a click selects.
+// writes to their items at once; edges that come near those of other windows or of the screen lie flush with
+// them unless the control key is held; Escape takes the drag back. Dragging beside them moves the sheet, the
+// wheel comes nearer, a double click, or Home, takes everything into the picture; a click selects.
 class zoHPCScreensView final : public QWidget
 {
     Q_OBJECT
@@ -23,6 +26,8 @@ public:
     ~zoHPCScreensView() override;
 
     const zoHPCScreensPicture& picture() const { return m_picture; }
+    // What the next frame shows; changes that come quickly show less of large pictures.
+    zoHPCPicture::Detail detail() const;
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
@@ -32,6 +37,9 @@ public:
     void setCurrentItem(const QTreeWidgetItem* item);
     // Of all screens, in pixels; empty when it is not known.
     void setScreenSize(const QSizeF& size);
+
+    // Whether more layouts are to follow soon.
+    void setIsChanging(bool changing);
 
 public slots:
     // Takes everything into the picture, now and after changes, until the sheet is moved by hand.
@@ -57,20 +65,28 @@ protected:
 private:
     enum class Drag { None, Sheet, Window };
 
+    void zoom(double factor, const QPointF& about);
     static QRect geometryOf(const zoHPCWindowItem& window);
     void setGeometryOf(zoHPCWindowItem& window, const QRect& geometry);
     bool isShown(const zoHPCWindowItem* window) const;
-    void dragWindow(const QPoint& to);
+    void dragWindow(const QPoint& to, bool snaps);
+    void snap(QRect& geometry);
+    void paintGuides(QPainter& painter) const;
     void endDrag();
     void showCursor(const zoHPCScreensPicture::Hit& hit);
 
     zoHPCScreensPicture m_picture;
+    zoHPCSettling m_settling; // of wheel and keys
     std::shared_ptr<const zoHPCLayout> m_layout;
-    zoHPCScreensPicture::Hit m_hit; // of the press
-    QRect m_before;                 // geometry of the dragged window at the press, in pixels
+    zoHPCScreensPicture::Hit m_hit;         // of the press
+    QRect m_before;                         // geometry of the dragged window at the press, in pixels
+    zoHPCScreensPicture::EdgeLines m_lines; // what the dragged window snaps to
+    std::vector<int> m_guidesX;             // the lines that it lies flush with, in pixels of its screen
+    std::vector<int> m_guidesY;
     QPoint m_pressed;
     QPoint m_last;
     Drag m_drag = Drag::None;
     bool m_isPressed = false;
+    bool m_isChanging = false;
     bool m_isFitted = true;
 };

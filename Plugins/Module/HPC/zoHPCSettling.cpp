@@ -1,0 +1,27 @@
+#include "zoHPCSettling.h"
+
+zoHPCSettling::zoHPCSettling(QObject* parent) : QObject(parent)
+{
+    m_timer.setSingleShot(true);
+    m_timer.setInterval(Interval);
+    connect(&m_timer, &QTimer::timeout, this, [this] {
+        if (!m_isQuick)
+            return;
+        m_isQuick = false;
+        emit settled();
+    });
+}
+
+zoHPCSettling::~zoHPCSettling() = default;
+
+void zoHPCSettling::note()
+{
+    m_isQuick = m_timer.isActive();
+    m_timer.start();
+}
+
+void zoHPCSettling::settle()
+{
+    m_timer.stop();
+    m_isQuick = false;
+}
