@@ -524,14 +524,6 @@ auch wenn die Server dann instabil sein können?</translation>
         <translation>Blendbereich am rechten Rand, als Anteil der Kachelbreite</translation>
     </message>
     <message>
-        <source>Part of the tile height that fades out at the top</source>
-        <translation>Blendbereich am oberen Rand, als Anteil der Kachelhöhe</translation>
-    </message>
-    <message>
-        <source>Part of the tile height that fades out at the bottom</source>
-        <translation>Blendbereich am unteren Rand, als Anteil der Kachelhöhe</translation>
-    </message>
-    <message>
         <source>Display</source>
         <translation>Anzeige</translation>
     </message>
@@ -794,6 +786,30 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>Primary screen</source>
         <translation>Hauptbildschirm</translation>
+    </message>
+    <message>
+        <source>Left (fraction)</source>
+        <translation>Links (Anteil)</translation>
+    </message>
+    <message>
+        <source>Right (fraction)</source>
+        <translation>Rechts (Anteil)</translation>
+    </message>
+    <message>
+        <source>Top (fraction)</source>
+        <translation>Oben (Anteil)</translation>
+    </message>
+    <message>
+        <source>Part of the tile height that fades out at the lower edge, which the render nodes call the top one</source>
+        <translation>Teil der Kachelhöhe, der am unteren Rand ausgeblendet wird; die Renderknoten nennen ihn den oberen</translation>
+    </message>
+    <message>
+        <source>Bottom (fraction)</source>
+        <translation>Unten (Anteil)</translation>
+    </message>
+    <message>
+        <source>Part of the tile height that fades out at the upper edge, which the render nodes call the bottom one</source>
+        <translation>Teil der Kachelhöhe, der am oberen Rand ausgeblendet wird; die Renderknoten nennen ihn den unteren</translation>
     </message>
 </context>
 <context>
@@ -1343,6 +1359,10 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>The windows on the screens of each render node</source>
         <translation>Die Fenster auf den Bildschirmen jedes Renderknotens</translation>
+    </message>
+    <message>
+        <source>Drag it, or one of its edges. Ctrl: free of the edges beside it.</source>
+        <translation>Mit der Maus verschieben oder an einem Rand ziehen. Strg: ohne an Nachbarn einzurasten.</translation>
     </message>
 </context>
 <context>
