@@ -65,70 +65,70 @@
     <name>zoHostEarlierConfigurations</name>
     <message>
         <source>The folder cannot be made</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Ordner lässt sich nicht anlegen</translation>
     </message>
     <message>
         <source>The folder cannot be written</source>
-        <translation type="unfinished"></translation>
+        <translation>In den Ordner lässt sich nicht schreiben</translation>
     </message>
 </context>
 <context>
     <name>zoHostEarlierDialog</name>
     <message>
         <source>Earlier Configurations</source>
-        <translation type="unfinished"></translation>
+        <translation>Frühere Konfigurationen</translation>
     </message>
     <message>
         <source>Earlier configurations</source>
-        <translation type="unfinished"></translation>
+        <translation>Frühere Konfigurationen</translation>
     </message>
     <message>
         <source>Replaced</source>
-        <translation type="unfinished"></translation>
+        <translation>Ersetzt</translation>
     </message>
     <message>
         <source>File</source>
-        <translation type="unfinished"></translation>
+        <translation>Datei</translation>
     </message>
     <message>
         <source>Nodes</source>
-        <translation type="unfinished"></translation>
+        <translation>Knoten</translation>
     </message>
     <message>
         <source>Displays</source>
-        <translation type="unfinished"></translation>
+        <translation>Anzeigen</translation>
     </message>
     <message>
         <source>Text of the configuration</source>
-        <translation type="unfinished"></translation>
+        <translation>Text der Konfiguration</translation>
     </message>
     <message>
         <source>&amp;Bring back</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Zurückholen</translation>
     </message>
     <message>
         <source>(never saved)</source>
-        <translation type="unfinished"></translation>
+        <translation>(nie gesichert)</translation>
     </message>
     <message>
         <source>A configuration that New, Load, Import or the cluster replaces is kept here.</source>
-        <translation type="unfinished"></translation>
+        <translation>Konfigurationen, die durch Neu, Laden, Importieren oder den Cluster ersetzt werden, bleiben hier erhalten.</translation>
     </message>
     <message>
         <source>It had no file.</source>
-        <translation type="unfinished"></translation>
+        <translation>Sie hatte keine Datei.</translation>
     </message>
     <message>
         <source>Networks: %1   Nodes: %2   Projections: %3   Displays: %4   Windows: %5   Viewports: %6</source>
-        <translation type="unfinished"></translation>
+        <translation>Netzwerke: %1   Knoten: %2   Projektionen: %3   Anzeigen: %4   Fenster: %5   Ansichten: %6</translation>
     </message>
     <message>
         <source>A session is running. Stop it to bring a configuration back.</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine Sitzung läuft. Um eine Konfiguration zurückzuholen, muss sie beendet werden.</translation>
     </message>
     <message>
         <source>The configuration that is open now is kept here when you bring another back.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die jetzt geöffnete Konfiguration bleibt hier erhalten, wenn eine andere zurückgeholt wird.</translation>
     </message>
 </context>
 <context>
@@ -220,39 +220,39 @@ Das Protokoll nennt den Grund.</translation>
     </message>
     <message>
         <source>&amp;Earlier configurations...</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Frühere Konfigurationen...</translation>
     </message>
     <message>
         <source>What was not saved is kept under File &gt; Earlier configurations.</source>
-        <translation type="unfinished"></translation>
+        <translation>Was nicht gesichert war, findet sich unter Datei &gt; Frühere Konfigurationen.</translation>
     </message>
     <message>
         <source>%1 is not there any more.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ist nicht mehr vorhanden.</translation>
     </message>
     <message>
         <source>&amp;Remove from the list</source>
-        <translation type="unfinished"></translation>
+        <translation>Aus der Liste &amp;entfernen</translation>
     </message>
     <message>
         <source>&amp;Keep</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Behalten</translation>
     </message>
     <message>
         <source>Untitled</source>
-        <translation type="unfinished"></translation>
+        <translation>Unbenannt</translation>
     </message>
     <message>
         <source>The configuration has never been saved.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Konfiguration wurde noch nie gesichert.</translation>
     </message>
     <message>
         <source>%1 has changes that are not saved.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 enthält Änderungen, die nicht gesichert sind.</translation>
     </message>
     <message>
         <source>They are lost unless you save them before the host closes.</source>
-        <translation type="unfinished"></translation>
+        <translation>Sie gehen verloren, wenn sie vor dem Schließen nicht gesichert werden.</translation>
     </message>
 </context>
 <context>
@@ -349,15 +349,15 @@ Das Protokoll nennt den Grund.</translation>
     <name>zoHostRecentMenu</name>
     <message>
         <source>&amp;Recent</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Zuletzt geöffnet</translation>
     </message>
     <message>
         <source>No files yet</source>
-        <translation type="unfinished"></translation>
+        <translation>Noch keine Dateien</translation>
     </message>
     <message>
         <source>&amp;Clear list</source>
-        <translation type="unfinished"></translation>
+        <translation>Liste &amp;leeren</translation>
     </message>
 </context>
 <context>
