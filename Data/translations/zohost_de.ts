@@ -108,7 +108,7 @@
     </message>
     <message>
         <source>(never saved)</source>
-        <translation>(nie gesichert)</translation>
+        <translation>(nie gespeichert)</translation>
     </message>
     <message>
         <source>A configuration that New, Load, Import or the cluster replaces is kept here.</source>
@@ -120,11 +120,11 @@
     </message>
     <message>
         <source>Networks: %1   Nodes: %2   Projections: %3   Displays: %4   Windows: %5   Viewports: %6</source>
-        <translation>Netzwerke: %1   Knoten: %2   Projektionen: %3   Anzeigen: %4   Fenster: %5   Ansichten: %6</translation>
+        <translation>Netzwerke: %1   Knoten: %2   Projektionen: %3   Anzeigen: %4   Fenster: %5   Viewports: %6</translation>
     </message>
     <message>
         <source>A session is running. Stop it to bring a configuration back.</source>
-        <translation>Eine Sitzung läuft. Um eine Konfiguration zurückzuholen, muss sie beendet werden.</translation>
+        <translation>Eine Sitzung läuft. Um eine Konfiguration zurückzuholen, muss sie gestoppt werden.</translation>
     </message>
     <message>
         <source>The configuration that is open now is kept here when you bring another back.</source>
@@ -224,7 +224,7 @@ Das Protokoll nennt den Grund.</translation>
     </message>
     <message>
         <source>What was not saved is kept under File &gt; Earlier configurations.</source>
-        <translation>Was nicht gesichert war, findet sich unter Datei &gt; Frühere Konfigurationen.</translation>
+        <translation>Was nicht gespeichert war, findet sich unter Datei &gt; Frühere Konfigurationen.</translation>
     </message>
     <message>
         <source>%1 is not there any more.</source>
@@ -244,15 +244,15 @@ Das Protokoll nennt den Grund.</translation>
     </message>
     <message>
         <source>The configuration has never been saved.</source>
-        <translation>Die Konfiguration wurde noch nie gesichert.</translation>
+        <translation>Die Konfiguration wurde noch nie gespeichert.</translation>
     </message>
     <message>
         <source>%1 has changes that are not saved.</source>
-        <translation>%1 enthält Änderungen, die nicht gesichert sind.</translation>
+        <translation>%1 enthält Änderungen, die nicht gespeichert sind.</translation>
     </message>
     <message>
         <source>They are lost unless you save them before the host closes.</source>
-        <translation>Sie gehen verloren, wenn sie vor dem Schließen nicht gesichert werden.</translation>
+        <translation>Sie gehen verloren, wenn sie vor dem Schließen nicht gespeichert werden.</translation>
     </message>
 </context>
 <context>
