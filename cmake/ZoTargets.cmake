@@ -42,21 +42,31 @@ function(zo_add_module name)
   install(TARGETS ${name} LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/zo")
 endfunction()
 
-# zo_add_test(<name> [SOURCES <file>...] [LIBS <target>...] [LABELS <label>...] [ENV <VAR=value>...] [TIMEOUT <s>]):
-# one QtTest executable per class; <name>.cpp is the first source. Runs offscreen and from any folder.
+# zo_add_test(<name> [DESKTOP] [SOURCES <file>...] [LIBS <target>...] [LABELS <label>...] [ENV <VAR=value>...]
+#   [TIMEOUT <s>]):
+# one QtTest executable per class; <name>.cpp is the first source. Runs offscreen and from any folder; with DESKTOP on
+# an X display of its own with a window manager, skipped where these are not installed.
 function(zo_add_test name)
-  cmake_parse_arguments(ARG "" "TIMEOUT" "SOURCES;LIBS;LABELS;ENV" ${ARGN})
+  cmake_parse_arguments(ARG "DESKTOP" "TIMEOUT" "SOURCES;LIBS;LABELS;ENV" ${ARGN})
   if(NOT ARG_TIMEOUT)
     set(ARG_TIMEOUT 120)
   endif()
   add_executable(${name} ${name}.cpp ${ARG_SOURCES})
   zo_setup_target(${name})
   target_link_libraries(${name} PRIVATE Zo::TestSupport ${ARG_LIBS})
-  add_test(NAME ${name} COMMAND ${name})
+  set(platform offscreen)
+  set(launcher)
+  if(ARG_DESKTOP)
+    set(platform xcb)
+    set(launcher "${PROJECT_SOURCE_DIR}/dev/desktop")
+    list(APPEND ARG_LABELS desktop)
+  endif()
+  add_test(NAME ${name} COMMAND ${launcher} $<TARGET_FILE:${name}>)
   set_tests_properties(${name} PROPERTIES
     TIMEOUT ${ARG_TIMEOUT}
     LABELS "${ARG_LABELS}"
-    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;${ZO_SANITIZER_ENVIRONMENT};${ARG_ENV}")
+    SKIP_RETURN_CODE 77
+    ENVIRONMENT "QT_QPA_PLATFORM=${platform};LC_ALL=C.UTF-8;${ZO_SANITIZER_ENVIRONMENT};${ARG_ENV}")
 endfunction()
 
 # zo_add_benchmark(<name> [SOURCES <file>...] [LIBS <target>...]): built with the rest, run by `ctest -C Benchmark`.

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QPoint>
+#include <QString>
+
+struct _XDisplay;
+
+// Mouse and keyboard of the X display, moved from outside of the program under test as a person moves them:
+// through the server, on a connection of its own. Needs no application object; any one thread at a time.
+class zoDesktopInput final
+{
+public:
+    enum class Key { Return, Escape, Tab, Right, Down, Home };
+
+    zoDesktopInput(); // the display of the environment
+    ~zoDesktopInput();
+    zoDesktopInput(const zoDesktopInput&) = delete;
+    zoDesktopInput& operator=(const zoDesktopInput&) = delete;
+
+    // Whether there is a display that takes such input.
+    bool isUsable() const;
+    bool hasWindowManager() const;
+
+    // Positions are pixels of the screen.
+    void click(QPoint position);
+    void doubleClick(QPoint position);
+    void press(Key key);
+    void pressControl(char letter);
+    // Letters, digits and signs of the keyboard. False when the keyboard lacks one; nothing is typed then.
+    bool type(const QString& text);
+
+private:
+    void moveTo(QPoint position);
+    void button(int number);
+    void tap(unsigned keyCode, bool withShift = false, bool withControl = false);
+    void flush();
+
+    _XDisplay* m_display;
+};
