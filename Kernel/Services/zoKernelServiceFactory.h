@@ -25,6 +25,13 @@ public:
         return dynamic_cast<T*>(the().find(typeid(T).name()));
     }
 
+    // Whether getService() would return one; says nothing. For what works without the service, too.
+    template <class T>
+    static bool hasService()
+    {
+        return dynamic_cast<T*>(the().m_services.value(typeid(T).name())) != nullptr;
+    }
+
     // Replaces what was registered for T. Null is kept as a null entry.
     template <class T>
     void registerService(zoBaseService* service)

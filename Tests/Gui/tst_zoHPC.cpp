@@ -90,6 +90,8 @@ private slots:
     void runtimeOptionsReachARunningSession_data();
     void runtimeOptionsReachARunningSession();
     void displayChangesReachARunningSession();
+    void selectingSendsNothingThatTheSessionHas();
+    void valueReplacedBySelectingIsSentOnce();
     void nothingIsSentWhileIdle();
     void configurationFromTheServiceIsNotSentBack();
     void configurationThatTheServiceReplacesIsAnnounced();
@@ -801,6 +803,56 @@ void tst_zoHPC::displayChangesReachARunningSession()
 
     QCOMPARE(m_host->cluster.calls, QStringList{QStringLiteral("applyConfig")});
     QCOMPARE(m_host->cluster.documents.first(), window()->getConfigString());
+}
+
+void tst_zoHPC::selectingSendsNothingThatTheSessionHas()
+{
+    m_host->cluster.config = documentWithHost("a");
+    make();
+    m_host->cluster.running = true;
+    emit m_host->cluster.started();
+    zoHPCTreeGUIW* tree = window()->getTree();
+    tree->setSelectedItem(tree->getNodeItems().front());
+    // The editor's page of the master shows the value of before, until somebody looks at the master again.
+    tree->master()->setOption(zoHPCOption::ImageCompression, QStringLiteral("lossless"));
+    window()->getDisplayEditor()->apply();
+    QCOMPARE(m_host->cluster.documents.size(), 1);
+    const QSignalSpy announced(window()->getEditor(), SIGNAL(imageCompressionChanged(QString)));
+
+    tree->setSelectedItem(tree->findNetworkByIndex(1));
+    tree->setSelectedItem(tree->master());
+
+    QCOMPARE(announced.count(), 1);
+    QCOMPARE(m_host->cluster.documents.size(), 1);
+
+    // The same with what the service told.
+    emit m_host->cluster.configChanged(documentWithHost("b"));
+    tree->setSelectedItem(tree->getNodeItems().front());
+    tree->master()->setOption(zoHPCOption::ImageCompression, QStringLiteral("lossless"));
+    m_module->setConfig(window()->documentText());
+    QCOMPARE(m_host->cluster.documents.size(), 1);
+    window()->getEditor()->findChild<QComboBox*>(QStringLiteral("m_imageCompression"))->setCurrentIndex(0);
+    QCOMPARE(m_host->cluster.documents.size(), 2);
+}
+
+void tst_zoHPC::valueReplacedBySelectingIsSentOnce()
+{
+    m_host->cluster.config = documentWithHost("a");
+    make();
+    m_host->cluster.running = true;
+    emit m_host->cluster.started();
+    zoHPCTreeGUIW* tree = window()->getTree();
+    tree->setSelectedItem(tree->getNodeItems().front());
+    tree->master()->setOption(zoHPCOption::ImageCompression, QStringLiteral("unknown"));
+    window()->getDisplayEditor()->apply();
+    QVERIFY(m_host->cluster.documents.last().contains(QStringLiteral("unknown")));
+
+    tree->setSelectedItem(tree->master());
+    tree->setSelectedItem(tree->getNodeItems().front());
+    tree->setSelectedItem(tree->master());
+
+    QCOMPARE(m_host->cluster.documents.size(), 2);
+    QVERIFY(!m_host->cluster.documents.last().contains(QStringLiteral("unknown")));
 }
 
 void tst_zoHPC::nothingIsSentWhileIdle()

@@ -144,6 +144,11 @@ private slots:
     void optionsNamedLikeAttributesReplaceThem();
     void writingTheTextReadsTheHostsFileFirst();
 
+private slots:
+    // Keys
+    void deleteKeyRemovesTheCurrentRow_data();
+    void deleteKeyRemovesTheCurrentRow();
+
 private:
     QString outline() const;
     static QString outline(const QTreeWidgetItem* item);
@@ -1979,6 +1984,66 @@ void tst_zoHPCTreeGUIW::tooDeepSectionIsRefused()
 
     QCOMPARE(outline(), QString("{kept}"));
     QCOMPARE(changed.count(), 0);
+}
+
+void tst_zoHPCTreeGUIW::deleteKeyRemovesTheCurrentRow_data()
+{
+    QTest::addColumn<QString>("row");
+    QTest::addColumn<QString>("session"); // "", "selected-before", "selected-during", "over"
+    QTest::addColumn<QString>("hosts");
+
+    const QString all = QStringLiteral("n1 n2 n3");
+    QTest::newRow("master") << "master"
+                            << "" << all;
+    QTest::newRow("network") << "network"
+                             << ""
+                             << "n3";
+    QTest::newRow("node") << "node"
+                          << ""
+                          << "n2 n3";
+    QTest::newRow("running-network") << "network"
+                                     << "selected-during" << all;
+    QTest::newRow("running-node") << "node"
+                                  << "selected-during" << all;
+    QTest::newRow("network-selected-before-the-session") << "network"
+                                                         << "selected-before" << all;
+    QTest::newRow("node-selected-before-the-session") << "node"
+                                                      << "selected-before" << all;
+    QTest::newRow("network-after-the-session") << "network"
+                                               << "over"
+                                               << "n3";
+    QTest::newRow("node-after-the-session") << "node"
+                                            << "over"
+                                            << "n2 n3";
+}
+
+void tst_zoHPCTreeGUIW::deleteKeyRemovesTheCurrentRow()
+{
+    QFETCH(QString, row);
+    QFETCH(QString, session);
+    QFETCH(QString, hosts);
+    zoHPCTreeGUIW tree;
+    tree.setHostString(QStringLiteral("{ n1 n2 } { n3 }"));
+    tree.show();
+    tree.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&tree));
+    auto* view = tree.findChild<QTreeWidget*>(QStringLiteral("m_treeWidget"));
+    view->setFocus();
+    if (session == QLatin1String("selected-during"))
+        tree.setIsRunning(true, {});
+    tree.setSelectedItem(row == QLatin1String("master")    ? tree.master()
+                         : row == QLatin1String("network") ? tree.findNetworkByIndex(1)
+                                                           : tree.getNodeItems().front());
+    if (session == QLatin1String("selected-before") || session == QLatin1String("over"))
+        tree.setIsRunning(true, {});
+    if (session == QLatin1String("over"))
+        tree.setIsRunning(false, {});
+    const QSignalSpy changed(&tree, &zoHPCTreeGUIW::hostsChanged);
+
+    QTest::keyClick(view, Qt::Key_Delete);
+
+    QCOMPARE(tree.getNodeNames().join(QLatin1Char(' ')), hosts);
+    QCOMPARE(changed.count(), hosts.startsWith(QLatin1String("n1")) ? 0 : 1);
 }
 
 ZO_TEST_MAIN(tst_zoHPCTreeGUIW)

@@ -3,10 +3,13 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QFile>
 #include <QLibrary>
 #include <QProcess>
 #include <QToolBar>
+#include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
 
 namespace
 {
@@ -32,6 +35,7 @@ private slots:
     void secondInitMakesNoSecondModule();
     void preferencesEntryRegistersItsPageOnce();
     void slotsCanBeInvokedByName();
+    void selectingWhileRunningSendsNothing();
     void libraryIsGoneAfterUnloading();
     void canBeLoadedAgain();
 
@@ -111,6 +115,37 @@ void tst_libzoHPC::slotsCanBeInvokedByName()
     QVERIFY(QMetaObject::invokeMethod(module, "setAdvanced", Q_ARG(bool, true)));
 
     QVERIFY(m_host->cluster.calls.contains(QStringLiteral("start")));
+}
+
+void tst_libzoHPC::selectingWhileRunningSendsNothing()
+{
+    QFile sample(QStringLiteral(ZO_DATA_DIR "/cluster/tiledwall-3x5-gateway.zhpc"));
+    QVERIFY(sample.open(QIODevice::ReadOnly));
+    m_host->cluster.config = QString::fromUtf8(sample.readAll());
+    m_host->cluster.onStart = [this] { return m_host->cluster.running = true; };
+    entry("initPlugin")();
+    QObject* module = m_host->toolBar->actions().first()->parent();
+    QVERIFY(QMetaObject::invokeMethod(module, "startCluster"));
+    emit m_host->cluster.started();
+    QCOMPARE(m_host->cluster.documents.size(), 1);
+    QWidget* window = m_host->modules.first().window;
+    auto* tree = window->findChild<QTreeWidget*>(QStringLiteral("m_treeWidget"));
+    int rows = 0;
+
+    for (int round = 0; round < 2; ++round) {
+        for (QTreeWidgetItemIterator row(tree); *row; ++row, ++rows)
+            tree->setCurrentItem(*row);
+    }
+    QVERIFY(rows > 30);
+    QCOMPARE(m_host->cluster.documents.size(), 1);
+
+    // What a person changes is sent, once.
+    window->findChild<QComboBox*>(QStringLiteral("m_parallelFrames"))->setCurrentIndex(3);
+    QCOMPARE(m_host->cluster.documents.size(), 2);
+    for (QTreeWidgetItemIterator row(tree); *row; ++row)
+        tree->setCurrentItem(*row);
+    tree->setCurrentItem(tree->topLevelItem(0));
+    QCOMPARE(m_host->cluster.documents.size(), 2);
 }
 
 void tst_libzoHPC::libraryIsGoneAfterUnloading()

@@ -55,6 +55,7 @@ private slots:
     void nullEntryIsNullAndSaidOnStandardError();
     void unregisteredServiceIsMissingAgain();
     void objectOfAnotherTypeIsNullWithoutAWord();
+    void askingWhetherThereIsOneSaysNothing();
 };
 
 void tst_zoKernelServiceFactory::registeredServiceIsFound()
@@ -67,6 +68,24 @@ void tst_zoKernelServiceFactory::registeredServiceIsFound()
 
     QCOMPARE(zoKernelServiceFactory::getService<FirstService>(), &first);
     QCOMPARE(zoKernelServiceFactory::getService<SecondService>(), &second);
+}
+
+void tst_zoKernelServiceFactory::askingWhetherThereIsOneSaysNothing()
+{
+    FirstService first;
+    SecondService second;
+    const QByteArray said = standardErrorOf([&] {
+        zoKernelServiceFactory& factory = zoKernelServiceFactory::the();
+        QVERIFY(!factory.hasService<FirstService>());
+        factory.registerService<FirstService>(nullptr);
+        QVERIFY(!factory.hasService<FirstService>());
+        factory.registerService<FirstService>(&second);
+        QVERIFY(!factory.hasService<FirstService>());
+        factory.registerService<FirstService>(&first);
+        QVERIFY(factory.hasService<FirstService>());
+    });
+
+    QCOMPARE(said, QByteArray());
 }
 
 void tst_zoKernelServiceFactory::secondRegistrationReplacesTheFirst()

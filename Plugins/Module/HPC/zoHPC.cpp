@@ -144,8 +144,10 @@ void zoHPC::loadConfig(const char* fileName)
 void zoHPC::setConfig(const QString& config)
 {
     const FlagDown notSentBack(m_forwardConfigChanges);
-    if (m_mainWindow)
-        m_mainWindow->replaceConfigString(config);
+    if (!m_mainWindow)
+        return;
+    m_mainWindow->replaceConfigString(config);
+    m_sessionConfig = m_mainWindow->documentText();
 }
 
 void zoHPC::startCluster()
@@ -159,11 +161,11 @@ void zoHPC::startCluster()
     connect(m_clusterService, SIGNAL(notEnoughMemoryFound(QString)), this,
                                      SLOT(setFoundNotEnoughMemory(QString)));
 
-    const QString config = m_mainWindow->getConfigString();
+    m_sessionConfig = m_mainWindow->getConfigString();
     m_clusterService->setAcceptRunningServers(false);
     m_clusterService->setAcceptLowMemory(false);
     m_retryRequested = false;
-    m_clusterService->applyConfig(config);
+    m_clusterService->applyConfig(QString(m_sessionConfig));
     // Once more for every risk that was accepted during the attempt; never for any other failure.
     while (!m_clusterService->start() && m_retryRequested)
         m_retryRequested = false;
@@ -191,6 +193,7 @@ void zoHPC::setNetworkOption(int networkIndex, const QString& key, const QString
         return;
     }
     network->setOption(key, value);
+    m_mainWindow->refreshStatusLater();
     zoHPCTreeItem* selected = tree->selectedItem();
     tree->setSelectedItem(network);
     m_mainWindow->getEditor()->setItem(network);
@@ -281,8 +284,13 @@ void zoHPC::setRunning(bool running)
 
 void zoHPC::updateRuntimConfig()
 {
-    if (m_mainWindow && m_forwardConfigChanges && m_clusterService->isRunning())
-        m_clusterService->applyConfig(m_mainWindow->getConfigString());
+    if (!m_mainWindow || !m_forwardConfigChanges || !m_clusterService->isRunning())
+        return;
+    // The editor also announces what it comes to show when a person selects an item.
+    if (m_mainWindow->getEditor()->isShowingItem() && m_mainWindow->documentText() == m_sessionConfig)
+        return;
+    m_sessionConfig = m_mainWindow->getConfigString();
+    m_clusterService->applyConfig(QString(m_sessionConfig));
 }
 
 // Called once by the host after loading the library. The object goes with the library.

@@ -80,6 +80,7 @@ private:
     QPointer<zoHPCConnectGUIW> m_connectOverlay; // owned by the host's main window
     QPointer<zoHPCGUIW> m_mainWindow;            // owned by the host's main window
     QAction* m_toggleAction = nullptr;
+    QString m_sessionConfig; // what the service has, as the window writes it
     bool m_starting = false;
     bool m_retryRequested = false;
     bool m_forwardConfigChanges = true;

@@ -12,6 +12,7 @@
 #include "zoHPCTreeGUIW.h"
 #include "zoHPCTreeItem.h"
 #include "zoHPCWindowItem.h"
+#include "zoHPCWindowMemory.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -27,6 +28,7 @@
 #include <QMenuBar>
 #include <QSaveFile>
 #include <QSet>
+#include <QShortcut>
 #include <QSpinBox>
 #include <QSplitter>
 #include <QStatusBar>
@@ -57,6 +59,11 @@ QIcon icon(const char* name)
     return zoIconManager::getIcon(QLatin1String(name), QString());
 }
 
+QTreeWidget* treeOf(const QWidget* widget, const char* name)
+{
+    return widget->findChild<QTreeWidget*>(QString::fromLatin1(name));
+}
+
 // A document of the tree section that `writeTree` writes and the displays as they are.
 template <class WriteTree>
 QString documentOf(const zoHPCDisplayGUII& displayEditor, WriteTree writeTree)
@@ -77,6 +84,7 @@ QString documentOf(const zoHPCDisplayGUII& displayEditor, WriteTree writeTree)
 zoHPCGUIW::zoHPCGUIW(QWidget* parent, const QString& name) : QMainWindow(parent)
 {
     m_displayEditor = new zoHPCDisplayGUII(this);
+    zoHPCWindowMemory::rememberDialog(m_displayEditor, QStringLiteral("display setup"));
     setupUi(this);
     setObjectName(name);
     m_tree = new zoHPCTreeGUIW;
@@ -91,6 +99,11 @@ zoHPCGUIW::zoHPCGUIW(QWidget* parent, const QString& name) : QMainWindow(parent)
     m_editor->setItem(m_tree->selectedItem());
     connect(m_tree, SIGNAL(selectedItemChanged(zoHPCTreeItem*)), m_editor, SLOT(setItem(zoHPCTreeItem*)));
     setAdvanced(false);
+
+    // As in other trees; here the name has a field of its own.
+    auto* rename = new QShortcut(QKeySequence(Qt::Key_F2), treeOf(m_tree, "m_treeWidget"));
+    rename->setContext(Qt::WidgetShortcut);
+    connect(rename, &QShortcut::activated, m_editor, &zoHPCTreeEditGUIW::editName);
 
     connect(m_tree, SIGNAL(hostsChanged()), this, SLOT(updateDisplayState()));
     connect(m_editor, SIGNAL(hostChanged()), this, SLOT(updateDisplayState()));
@@ -109,20 +122,27 @@ zoHPCGUIW::~zoHPCGUIW() = default;
 void zoHPCGUIW::createActions()
 {
     m_newAction = new QAction(icon("FileNew"), tr("New"), this);
+    m_newAction->setShortcut(QKeySequence::New);
     connect(m_newAction, SIGNAL(triggered()), this, SLOT(setDefaultConfig()));
     m_loadAction = new QAction(icon("FileOpen"), tr("Load..."), this);
+    m_loadAction->setShortcut(QKeySequence::Open);
     connect(m_loadAction, SIGNAL(triggered()), this, SLOT(loadConfig()));
     m_saveAction = new QAction(icon("Save"), tr("Save"), this);
+    m_saveAction->setShortcut(QKeySequence::Save);
     connect(m_saveAction, SIGNAL(triggered()), this, SLOT(saveConfig()));
     m_saveAsAction = new QAction(tr("Save As..."), this);
+    // Not QKeySequence::SaveAs, which some desktops leave empty.
+    m_saveAsAction->setShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+S")));
     connect(m_saveAsAction, SIGNAL(triggered()), this, SLOT(saveAsConfig()));
     m_importLegacyAction = new QAction(icon("FileOpen"), tr("Import legacy..."), this);
     connect(m_importLegacyAction, SIGNAL(triggered()), this, SLOT(importLegacy()));
 
     m_startAction = new QAction(icon("StartCluster"), tr("Start"), this);
+    m_startAction->setShortcut(Qt::Key_F5);
     connect(m_startAction, SIGNAL(triggered()), this, SLOT(startCluster()));
     m_stopAction = new QAction(icon("StopCluster"), tr("Stop"), this);
     m_stopAction->setEnabled(false);
+    m_stopAction->setShortcut(QKeySequence(QStringLiteral("Shift+F5")));
     connect(m_stopAction, SIGNAL(triggered()), this, SLOT(stopCluster()));
 
     m_editConfigAction = new QAction(tr("Edit configuration..."), this);
@@ -179,6 +199,8 @@ void zoHPCGUIW::createToolBars()
     quickActions->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     addToolBar(Qt::BottomToolBarArea, quickActions);
     quickActions->addActions({m_startAction, m_stopAction});
+    // Their keys work also while the bar is hidden.
+    addActions({m_startAction, m_stopAction});
 }
 
 void zoHPCGUIW::createSplitter()
@@ -189,6 +211,7 @@ void zoHPCGUIW::createSplitter()
     m_editor->setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Expanding);
     splitter->addWidget(m_tree);
     splitter->addWidget(m_editor);
+    new zoHPCWindowMemory(splitter, QStringLiteral("main splitter"));
 
     auto* layout = new QGridLayout(m_frame);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -220,9 +243,8 @@ void zoHPCGUIW::followChanges()
     };
     follow(m_tree, &zoHPCTreeGUIW::hostsChanged);
     for (const QTreeWidget* tree :
-         {m_tree->findChild<QTreeWidget*>(QStringLiteral("m_treeWidget")),
-          m_displayEditor->findChild<QTreeWidget*>(QStringLiteral("m_projectionTree")),
-          m_displayEditor->findChild<QTreeWidget*>(QStringLiteral("m_displayTree"))}) {
+         {treeOf(m_tree, "m_treeWidget"), treeOf(m_displayEditor, "m_projectionTree"),
+          treeOf(m_displayEditor, "m_displayTree")}) {
         const QAbstractItemModel* model = tree->model();
         follow(model, &QAbstractItemModel::dataChanged);
         follow(model, &QAbstractItemModel::rowsInserted);
@@ -435,8 +457,8 @@ void zoHPCGUIW::refreshStatus()
 
 void zoHPCGUIW::showContents()
 {
-    const auto* projections = m_displayEditor->findChild<QTreeWidget*>(QStringLiteral("m_projectionTree"));
-    const auto* displays = m_displayEditor->findChild<QTreeWidget*>(QStringLiteral("m_displayTree"));
+    const auto* projections = treeOf(m_displayEditor, "m_projectionTree");
+    const auto* displays = treeOf(m_displayEditor, "m_displayTree");
     const zoHPCLayout layout(projections, displays, m_tree->master());
     m_statusPane->setCounts(int(layout.nodes().size()), displays->topLevelItemCount());
     m_statusPane->setProblems(zoHPCProblems::find(layout));
@@ -541,6 +563,7 @@ void zoHPCGUIW::editConfig()
 {
     m_configDialog = std::make_unique<zoHPCConfigEditGUIW>();
     m_configDialog->setWindowTitle(m_editConfigAction->text());
+    zoHPCWindowMemory::rememberDialog(m_configDialog.get(), QStringLiteral("configuration"));
     m_configDialog->setServersFileEditable(false);
     m_configDialog->setText(getConfigString());
     // The configuration as it was shown is applied again, not what was typed: the dialog lets people read the

@@ -56,6 +56,16 @@ void zoHPCTreeEditGUIW::setIsRunning(bool running)
     m_ui->m_networkSettings->setEnabled(!running);
 }
 
+void zoHPCTreeEditGUIW::editName()
+{
+    const int page = m_ui->m_stackedEditPanel->currentIndex();
+    if (item() == nullptr || page == MasterPage)
+        return;
+    QLineEdit* name = page == NodePage ? m_ui->m_hostName : m_ui->m_networkDescription;
+    name->setFocus(Qt::ShortcutFocusReason);
+    name->selectAll();
+}
+
 void zoHPCTreeEditGUIW::setItem(zoHPCTreeItem* item)
 {
     if (item == nullptr)

@@ -28,6 +28,11 @@ public:
     // While the cluster runs the settings of networks can only be read.
     void setIsRunning(bool running);
 
+    // While the widgets take the values of an item. What is announced then need not be a change.
+    bool isShowingItem() const { return m_isFilling; }
+    // Lets a person type the name of the item shown; nothing for an item without one.
+    void editName();
+
 public slots:
     // Edits this item, which is not owned: it must live until the next call or until the tree widget dies
     // that holds it now. Null is ignored. An option that the editor cannot show (no row of its combo box, a

@@ -8,6 +8,7 @@
 #include "zoHPCItemIds.h"
 #include "zoHPCTreeDepth.h"
 #include "zoHPCTreeItem.h"
+#include "zoHPCWindowMemory.h"
 
 #include <zoIconManager.h>
 #include <zoLog.h>
@@ -21,6 +22,7 @@
 #include <QPainter>
 #include <QPointer>
 #include <QScopedValueRollback>
+#include <QShortcut>
 #include <QStyle>
 #include <QTreeWidget>
 #include <QVarLengthArray>
@@ -795,6 +797,10 @@ zoHPCTreeGUIW::zoHPCTreeGUIW(QWidget* parent)
     connect(m_removeNetworkAction, &QAction::triggered, this, &zoHPCTreeGUIW::removeItem);
     connect(m_removeHostAction, &QAction::triggered, this, &zoHPCTreeGUIW::removeItem);
 
+    auto* remove = new QShortcut(QKeySequence(Qt::Key_Delete), m_ui->m_treeWidget);
+    remove->setContext(Qt::WidgetShortcut);
+    connect(remove, &QShortcut::activated, this, &zoHPCTreeGUIW::removeByKey);
+
     setSelectedItem(m_master);
 }
 
@@ -1260,11 +1266,25 @@ void zoHPCTreeGUIW::removeItem()
     emit hostsChanged();
 }
 
+void zoHPCTreeGUIW::removeByKey()
+{
+    const zoHPCTreeItem* item = selectedItem();
+    // What the actions allow differs from this: a network that was current when a session began keeps its
+    // own.
+    if (!item || m_running)
+        return;
+    if (item->isNetwork())
+        m_removeNetworkAction->trigger();
+    else if (item->isNode())
+        m_removeHostAction->trigger();
+}
+
 void zoHPCTreeGUIW::editHosts()
 {
     // Guarded: the window, and the dialog with it, may go while the dialog is open.
     const QPointer<zoHPCConfigEditGUIW> dialog = new zoHPCConfigEditGUIW(this);
     dialog->setWindowTitle(m_configAction->text());
+    zoHPCWindowMemory::rememberDialog(dialog, QStringLiteral("hosts"));
     dialog->setServersFileEditable(true);
     dialog->setServersFile(m_hostFile);
     dialog->setText(getHostsString());

@@ -114,6 +114,7 @@ private:
     void expandAllParents();
     void updateRowHeight();
     void setReadablePalette();
+    void removeByKey();
     void writeRows(zoHPCDocumentWriter& writer, const QString& booking) const;
 
     std::unique_ptr<Ui_zoHPCTreeGUIW> m_ui;

@@ -1,0 +1,287 @@
+#include "zoDialogRobot.h"
+#include "zoHostParts.h"
+#include "zoSplitterDrag.h"
+#include "zoTestCase.h"
+
+#include <zoHPCGUIW.h>
+#include <zoHPCTreeEditGUIW.h>
+#include <zoHPCTreeGUIW.h>
+#include <zoHPCTreeItem.h>
+
+#include <zoHostDocument.h>
+#include <zoKernelServiceFactory.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QDialog>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QSplitter>
+#include <QTreeWidget>
+
+#include <memory>
+
+// The cluster window as a page of the host's window, with real keys.
+class tst_zoHPCInHost final : public zoTestCase
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void keyReachesItsAction_data();
+    void keyReachesItsAction();
+    void startAndStopKeysWorkWithoutTheirBar();
+    void noKeyIsGivenTwice();
+    void keysOfAPageThatIsNotShownAreSilent();
+    void windowsKeepTheirKeysApart();
+    void renameKeyLeadsToTheName_data();
+    void renameKeyLeadsToTheName();
+    void titleOfTheHostFollowsTheFile();
+    void splitterIsRememberedAfterTheHostHasEnded();
+
+private:
+    struct Host
+    {
+        std::unique_ptr<zoHostMainWindow> window;
+        zoHPCGUIW* module = nullptr;
+    };
+    Host open();
+    static void activate(QWidget* window);
+    static QAction* action(const QWidget* window, const QString& text);
+    QTreeWidget* hostTree() const
+    {
+        return m_host.module->getTree()->findChild<QTreeWidget*>(QStringLiteral("m_treeWidget"));
+    }
+
+    std::unique_ptr<zoHostParts> m_parts;
+    Host m_host;
+};
+
+void tst_zoHPCInHost::init()
+{
+    m_parts = std::make_unique<zoHostParts>();
+    zoKernelServiceFactory::the().registerService<zoPreferencesService>(&m_parts->preferences);
+    m_host = open();
+}
+
+void tst_zoHPCInHost::cleanup()
+{
+    m_host.window.reset();
+    zoKernelServiceFactory::the().unregisterService<zoPreferencesService>();
+    m_parts.reset();
+    zoTestCase::cleanup();
+}
+
+tst_zoHPCInHost::Host tst_zoHPCInHost::open()
+{
+    Host host;
+    host.window = std::make_unique<zoHostMainWindow>(m_parts->services());
+    host.module = new zoHPCGUIW(host.window.get(), QStringLiteral("Module"));
+    host.window->addModule(QStringLiteral("Cluster"), QStringLiteral("Rendering"), host.module, QString(),
+                           QIcon(), QStringLiteral("Cluster"));
+    return host;
+}
+
+void tst_zoHPCInHost::activate(QWidget* window)
+{
+    window->show();
+    window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(window));
+}
+
+QAction* tst_zoHPCInHost::action(const QWidget* window, const QString& text)
+{
+    const QList<QAction*> actions = window->findChildren<QAction*>();
+    for (QAction* candidate : actions) {
+        if (candidate->text() == text)
+            return candidate;
+    }
+    return nullptr;
+}
+
+void tst_zoHPCInHost::keyReachesItsAction_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("modifiers");
+    QTest::addColumn<bool>("asks");
+
+    const int none = int(Qt::NoModifier);
+    const int ctrl = int(Qt::ControlModifier);
+    const int shift = int(Qt::ShiftModifier);
+    QTest::newRow("new") << "New" << int(Qt::Key_N) << ctrl << false;
+    QTest::newRow("load") << "Load..." << int(Qt::Key_O) << ctrl << true;
+    QTest::newRow("save") << "Save" << int(Qt::Key_S) << ctrl << true;
+    QTest::newRow("save-as") << "Save As..." << int(Qt::Key_S) << (ctrl | shift) << true;
+    QTest::newRow("start") << "Start" << int(Qt::Key_F5) << none << false;
+    QTest::newRow("stop") << "Stop" << int(Qt::Key_F5) << shift << false;
+}
+
+void tst_zoHPCInHost::keyReachesItsAction()
+{
+    QFETCH(QString, text);
+    QFETCH(int, key);
+    QFETCH(int, modifiers);
+    QFETCH(bool, asks);
+    activate(m_host.window.get());
+    m_host.module->setStartEnabled(text != QLatin1String("Stop"));
+    const QSignalSpy triggered(action(m_host.module, text), &QAction::triggered);
+    std::unique_ptr<zoDialogRobot> robot;
+
+    for (QWidget* focus : {static_cast<QWidget*>(hostTree()),
+                           static_cast<QWidget*>(m_host.window->findChild<QTreeWidget*>("ModuleList"))}) {
+        if (asks)
+            robot = std::make_unique<zoDialogRobot>([](QDialog* dialog) { dialog->reject(); });
+        m_host.module->setStartEnabled(text != QLatin1String("Stop"));
+        activate(m_host.window.get());
+        focus->setFocus();
+        QTest::keyClick(focus, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+    }
+
+    QCOMPARE(triggered.count(), 2);
+}
+
+void tst_zoHPCInHost::startAndStopKeysWorkWithoutTheirBar()
+{
+    activate(m_host.window.get());
+    m_host.module->findChild<QWidget*>(QStringLiteral("QuickActionBar"))->hide();
+    const QSignalSpy started(m_host.module, SIGNAL(startTriggered()));
+
+    QTest::keyClick(hostTree(), Qt::Key_F5);
+
+    QCOMPARE(started.count(), 1);
+}
+
+void tst_zoHPCInHost::noKeyIsGivenTwice()
+{
+    QHash<QString, QString> owners;
+    int count = 0;
+
+    const QList<QAction*> actions = m_host.window->findChildren<QAction*>();
+    for (const QAction* candidate : actions) {
+        if (candidate->shortcutContext() != Qt::WindowShortcut &&
+            candidate->shortcutContext() != Qt::ApplicationShortcut)
+            continue;
+        const QList<QKeySequence> keys = candidate->shortcuts();
+        for (const QKeySequence& key : keys) {
+            const QString name = key.toString(QKeySequence::PortableText);
+            QVERIFY2(!owners.contains(name), qPrintable(name + QStringLiteral(": ") + owners.value(name) +
+                                                        QStringLiteral(" and ") + candidate->text()));
+            owners.insert(name, candidate->text());
+            ++count;
+        }
+    }
+
+    QVERIFY(count >= 6);
+}
+
+void tst_zoHPCInHost::keysOfAPageThatIsNotShownAreSilent()
+{
+    auto* other = new QWidget;
+    m_host.window->addModule(QStringLiteral("Other"), QStringLiteral("Rendering"), other, QString(), QIcon(),
+                             QStringLiteral("Other"));
+    activate(m_host.window.get());
+    const QSignalSpy triggered(action(m_host.module, QStringLiteral("New")), &QAction::triggered);
+    const QSignalSpy started(m_host.module, SIGNAL(startTriggered()));
+    other->show();
+    QTRY_VERIFY(!m_host.module->isVisible());
+
+    QTest::keyClick(m_host.window.get(), Qt::Key_N, Qt::ControlModifier);
+    QTest::keyClick(m_host.window.get(), Qt::Key_F5);
+
+    QCOMPARE(triggered.count(), 0);
+    QCOMPARE(started.count(), 0);
+}
+
+void tst_zoHPCInHost::windowsKeepTheirKeysApart()
+{
+    const Host second = open();
+    activate(m_host.window.get());
+    activate(second.window.get());
+    const QSignalSpy first(action(m_host.module, QStringLiteral("New")), &QAction::triggered);
+    const QSignalSpy active(action(second.module, QStringLiteral("New")), &QAction::triggered);
+
+    QTest::keyClick(second.window.get(), Qt::Key_N, Qt::ControlModifier);
+
+    QCOMPARE(first.count(), 0);
+    QCOMPARE(active.count(), 1);
+}
+
+void tst_zoHPCInHost::renameKeyLeadsToTheName_data()
+{
+    QTest::addColumn<int>("row"); // 0 master, 1 network, 2 node
+    QTest::addColumn<bool>("running");
+    QTest::addColumn<QString>("field");
+
+    QTest::newRow("master") << 0 << false << "";
+    QTest::newRow("network") << 1 << false << "m_networkDescription";
+    QTest::newRow("node") << 2 << false << "m_hostName";
+    QTest::newRow("running-network") << 1 << true << "";
+    QTest::newRow("running-node") << 2 << true << "m_hostName";
+}
+
+void tst_zoHPCInHost::renameKeyLeadsToTheName()
+{
+    QFETCH(int, row);
+    QFETCH(bool, running);
+    QFETCH(QString, field);
+    activate(m_host.window.get());
+    zoHPCTreeGUIW* tree = m_host.module->getTree();
+    tree->findNetworkByIndex(1)->setOption(zoHPCOption::Description, QStringLiteral("Uplink"));
+    m_host.module->setIsRunning(running, QStringList());
+    tree->setSelectedItem(row == 0   ? tree->master()
+                          : row == 1 ? tree->findNetworkByIndex(1)
+                                     : tree->getNodeItems().front());
+    hostTree()->setFocus();
+
+    QTest::keyClick(hostTree(), Qt::Key_F2);
+
+    if (field.isEmpty()) {
+        QCOMPARE(QApplication::focusWidget(), static_cast<QWidget*>(hostTree()));
+        return;
+    }
+    const auto* name = m_host.module->getEditor()->findChild<QLineEdit*>(field);
+    QCOMPARE(QApplication::focusWidget(), static_cast<const QWidget*>(name));
+    QCOMPARE(name->selectedText(), name->text());
+    QVERIFY(!name->text().isEmpty());
+}
+
+void tst_zoHPCInHost::titleOfTheHostFollowsTheFile()
+{
+    activate(m_host.window.get());
+
+    m_host.module->saveConfig(m_parts->filePath(QStringLiteral("wall.zhpc")));
+    QVERIFY2(m_host.window->windowTitle().contains(QStringLiteral("wall.zhpc")),
+             qPrintable(m_host.window->windowTitle()));
+    QVERIFY(!m_host.window->isWindowModified());
+    m_host.module->getTree()->getNodeItems().front()->setHostName(QStringLiteral("n1"));
+    QTRY_VERIFY(m_host.window->isWindowModified());
+
+    const QSignalSpy replaced(m_host.window->document(), &zoHostDocument::replaced);
+    m_host.module->setDefaultConfig();
+
+    QVERIFY(!m_host.window->isWindowModified());
+    QCOMPARE(replaced.count(), 1);
+}
+
+void tst_zoHPCInHost::splitterIsRememberedAfterTheHostHasEnded()
+{
+    activate(m_host.window.get());
+    auto* splitter = qobject_cast<QSplitter*>(m_host.module->getTree()->parentWidget());
+    const QList<int> before = splitter->sizes();
+    zoSplitterDrag(splitter, -60);
+    const QList<int> sizes = splitter->sizes();
+    QVERIFY(sizes != before);
+
+    m_host.window.reset(); // as a host does that a script ends
+    m_host = open();
+    activate(m_host.window.get());
+
+    splitter = qobject_cast<QSplitter*>(m_host.module->getTree()->parentWidget());
+    QTRY_COMPARE(splitter->sizes(), sizes);
+}
+
+ZO_TEST_MAIN(tst_zoHPCInHost)
+#include "tst_zoHPCInHost.moc"
