@@ -1369,43 +1369,43 @@ auch wenn die Server dann instabil sein können?</translation>
     <name>zoHPCStatusPane</name>
     <message>
         <source>Not saved</source>
-        <translation type="unfinished"></translation>
+        <translation>Nicht gespeichert</translation>
     </message>
     <message>
         <source>This configuration is in no file yet</source>
-        <translation type="unfinished"></translation>
+        <translation>Diese Konfiguration steht noch in keiner Datei</translation>
     </message>
     <message>
         <source>changed</source>
-        <translation type="unfinished"></translation>
+        <translation>geändert</translation>
     </message>
     <message>
         <source>The configuration holds changes that were not saved</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Konfiguration enthält Änderungen, die nicht gespeichert sind</translation>
     </message>
     <message>
         <source>1 node</source>
-        <translation type="unfinished"></translation>
+        <translation>1 Knoten</translation>
     </message>
     <message>
         <source>%1 nodes</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Knoten</translation>
     </message>
     <message>
         <source>Compute nodes of the cluster</source>
-        <translation type="unfinished"></translation>
+        <translation>Rechenknoten des Clusters</translation>
     </message>
     <message>
         <source>1 display</source>
-        <translation type="unfinished"></translation>
+        <translation>1 Anzeige</translation>
     </message>
     <message>
         <source>%1 displays</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Anzeigen</translation>
     </message>
     <message>
         <source>Displays of the display setup</source>
-        <translation type="unfinished"></translation>
+        <translation>Eingerichtete Anzeigen</translation>
     </message>
     <message>
         <source>No problems</source>
@@ -1421,15 +1421,15 @@ auch wenn die Server dann instabil sein können?</translation>
     </message>
     <message>
         <source>Everything would light up as far as can be told from here</source>
-        <translation type="unfinished"></translation>
+        <translation>Soweit von hier aus zu erkennen, würde alles leuchten</translation>
     </message>
     <message>
         <source>and %1 more</source>
-        <translation type="unfinished"></translation>
+        <translation>und %1 weitere</translation>
     </message>
     <message>
         <source>Click to see them in the display setup, where they can be fixed.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein Klick zeigt sie in der Anzeigeneinrichtung, wo sie sich beheben lassen.</translation>
     </message>
 </context>
 <context>
