@@ -100,6 +100,29 @@ void buildFloor(benchmark::State& state, QString (*text)(int))
     }
 }
 
+// Entry by entry as the format tells it, each section counted from the beginning of the text.
+QStringList sections(const QString& text)
+{
+    QStringList entries;
+    const int count = text.count(QLatin1Char(',')) + 1;
+    for (int i = 0; i < count; ++i)
+        entries << text.section(QLatin1Char(','), i, i);
+    return entries;
+}
+
+// As the converter does it.
+QStringList split(const QString& text)
+{
+    return text.split(QLatin1Char(','));
+}
+
+void splitEntries(benchmark::State& state, QStringList (*entriesOf)(const QString&))
+{
+    const QString text = oldText(int(state.range(0)));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(entriesOf(text));
+}
+
 // The conversion does what it is timed for.
 bool isWhole(const Layout& layout)
 {
@@ -154,6 +177,24 @@ int main(int argc, char** argv)
             }
         }
     }
+    if (sections(oldText(100)) != split(oldText(100))) {
+        std::fprintf(stderr, "sections and parts are not the same\n");
+        return 1;
+    }
+    for (const int count : s_counts) {
+        benchmark::RegisterBenchmark("split/once", splitEntries, split)
+            ->Arg(count)
+            ->Unit(benchmark::kMillisecond)
+            ->Repetitions(5)
+            ->MinTime(0.1)
+            ->ReportAggregatesOnly();
+        benchmark::RegisterBenchmark("split/sections", splitEntries, sections)
+            ->Arg(count)
+            ->Unit(benchmark::kMillisecond)
+            ->Repetitions(2)
+            ->Iterations(1)
+            ->ReportAggregatesOnly();
+    }
     Medians medians;
     benchmark::RunSpecifiedBenchmarks(&medians);
 
@@ -173,6 +214,15 @@ int main(int argc, char** argv)
                         kept ? "" : "  EXCEEDED");
             fine = fine && kept;
             before = time;
+        }
+    }
+    for (const int count : s_counts) {
+        const double once = medians.time("split", "once", count);
+        const double literal = medians.time("split", "sections", count);
+        const double whole = medians.time("convert", "old", count);
+        if (once > 0.0 && literal > 0.0 && whole > 0.0) {
+            std::printf("split  %6d: section by section takes %.0f x one pass, %.1f x the whole conversion\n",
+                        count, literal / once, literal / whole);
         }
     }
     return fine ? 0 : 1;

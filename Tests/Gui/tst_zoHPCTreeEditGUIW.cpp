@@ -144,6 +144,7 @@ private slots:
     void runningClusterLocksTheNetworkPageOnly();
     void networkTypeChangeShowsTheFillerAgain();
     void removedItemCanStillBeEdited();
+    void deletedItemIsForgotten();
     void editorOutlivesTheTree();
     void rebuiltTreeIsShownFromItsMaster();
 
@@ -1000,6 +1001,29 @@ void tst_zoHPCTreeEditGUIW::removedItemCanStillBeEdited()
     find<QLineEdit>("m_hostName")->setText(QStringLiteral("gone"));
     find<QCheckBox>("m_renderNode")->setChecked(false);
     QCOMPARE(m_node->hostName(), QStringLiteral("gone"));
+}
+
+void tst_zoHPCTreeEditGUIW::deletedItemIsForgotten()
+{
+    zoHPCTreeEditGUIW second;
+    {
+        zoHPCTreeEditGUIW gone;
+        gone.setItem(m_node);
+    }
+    second.setItem(m_node);
+    m_editor->setItem(m_node);
+    QSignalSpy changed(m_editor.get(), &zoHPCTreeEditGUIW::hostChanged);
+
+    delete m_node;
+
+    find<QLineEdit>("m_hostName")->setText(QStringLiteral("gone"));
+    second.setEncrypted(true);
+    QCOMPARE(changed.count(), 0);
+    // Shows the next one as if nothing had been.
+    zoHPCTreeItem* node = m_tree->createNode(m_tree->findNetworkByIndex(1), QStringLiteral("next"), -1);
+    m_editor->setItem(node);
+    find<QLineEdit>("m_hostName")->setText(QStringLiteral("after"));
+    QCOMPARE(node->hostName(), QStringLiteral("after"));
 }
 
 void tst_zoHPCTreeEditGUIW::editorOutlivesTheTree()

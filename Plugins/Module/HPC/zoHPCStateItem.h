@@ -55,6 +55,7 @@ protected:
     quint32 m_isDisplayNode : 1;
     quint32 m_uniqueNameIs : 2; // zoHPCTreeItem::UniqueName
     quint32 m_isBuried : 1;     // waits in the view's graveyard
+    quint32 m_isEdited : 1;     // an editor shows it or did so
     quint32 m_lookDue : 1;      // zoHPCTreeItem::LookDue: refresh this row
     quint32 m_lookDueBelow : 1; // and all rows below it
 

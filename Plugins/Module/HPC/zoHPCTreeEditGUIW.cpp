@@ -6,7 +6,6 @@
 #include "zoHPCTreeItem.h"
 
 #include <QScopedValueRollback>
-#include <QTreeWidget>
 
 namespace
 {
@@ -16,6 +15,9 @@ enum Page { MasterPage, NetworkPage, NodePage };
 constexpr int s_defaultParallelFrames = 2;
 constexpr int s_defaultFrameQueueLength = 2;
 constexpr int s_defaultSupersampling = 0;
+
+// Of the list of all that there are, for items that die.
+zoHPCTreeEditGUIW* s_firstEditor = nullptr;
 
 template <std::size_t size>
 void addRows(QComboBox* combo, const zoHPCComboRow (&rows)[size])
@@ -36,9 +38,17 @@ zoHPCTreeEditGUIW::zoHPCTreeEditGUIW(QWidget* parent)
     m_ui->setupUi(this);
     fillComboRows();
     connectWidgets();
+    m_nextEditor = s_firstEditor;
+    s_firstEditor = this;
 }
 
-zoHPCTreeEditGUIW::~zoHPCTreeEditGUIW() = default;
+zoHPCTreeEditGUIW::~zoHPCTreeEditGUIW()
+{
+    zoHPCTreeEditGUIW** place = &s_firstEditor;
+    while (*place != this)
+        place = &(*place)->m_nextEditor;
+    *place = m_nextEditor;
+}
 
 void zoHPCTreeEditGUIW::setComboboxByData(QComboBox* combo, const QString& data)
 {
@@ -71,8 +81,7 @@ void zoHPCTreeEditGUIW::setItem(zoHPCTreeItem* item)
     if (item == nullptr)
         return;
     m_item = item;
-    m_tree = item->treeWidget();
-    m_isInTree = !m_tree.isNull();
+    item->m_isEdited = 1;
 
     const QScopedValueRollback<bool> filling(m_isFilling, true);
     if (item->isMaster())
@@ -99,13 +108,13 @@ void zoHPCTreeEditGUIW::ethernetSpeedChanged(int index)
 void zoHPCTreeEditGUIW::setSceneCompression(int index)
 {
     if (writeRow(zoHPCOption::SceneCompression, m_ui->m_sceneCompression, index))
-        emit sceneCompressionChanged(item()->getOption(zoHPCOption::SceneCompression));
+        emit sceneCompressionChanged(m_item->getOption(zoHPCOption::SceneCompression));
 }
 
 void zoHPCTreeEditGUIW::setImageCompression(int index)
 {
     if (writeRow(zoHPCOption::ImageCompression, m_ui->m_imageCompression, index))
-        emit imageCompressionChanged(item()->getOption(zoHPCOption::ImageCompression));
+        emit imageCompressionChanged(m_item->getOption(zoHPCOption::ImageCompression));
 }
 
 void zoHPCTreeEditGUIW::setStartStopAction(int index)
@@ -118,21 +127,21 @@ void zoHPCTreeEditGUIW::setParallelFrames(int index)
 {
     if (writeRow(zoHPCOption::ParallelFrames, m_ui->m_parallelFrames, index))
         emit parallelFramesChanged(
-            item()->getIntOption(zoHPCOption::ParallelFrames, s_defaultParallelFrames));
+            m_item->getIntOption(zoHPCOption::ParallelFrames, s_defaultParallelFrames));
 }
 
 void zoHPCTreeEditGUIW::setQueueLength(int index)
 {
     if (writeRow(zoHPCOption::FramePipelineLength, m_ui->m_frameQueueLength, index))
         emit frameQueueLengthChanged(
-            item()->getIntOption(zoHPCOption::FramePipelineLength, s_defaultFrameQueueLength));
+            m_item->getIntOption(zoHPCOption::FramePipelineLength, s_defaultFrameQueueLength));
 }
 
 void zoHPCTreeEditGUIW::setStillSupersampling(int index)
 {
     if (writeRow(zoHPCOption::StillFrameSupersampling, m_ui->m_stillFrameSupersampling, index))
         emit stillFrameSupersamplingChanged(
-            item()->getIntOption(zoHPCOption::StillFrameSupersampling, s_defaultSupersampling));
+            m_item->getIntOption(zoHPCOption::StillFrameSupersampling, s_defaultSupersampling));
 }
 
 void zoHPCTreeEditGUIW::servicePortChanged(int port)
@@ -185,31 +194,34 @@ void zoHPCTreeEditGUIW::connectWidgets()
     // What these show is what the item has, so showing another item leaves them with nothing to write: a
     // network of ten thousand nodes is not drawn anew because somebody looks at it.
     const auto setEnabledOption = [this](bool enabled) {
-        if (!m_isFilling && item() != nullptr)
-            item()->setIsEnabled(enabled);
+        if (!m_isFilling && m_item != nullptr)
+            m_item->setIsEnabled(enabled);
     };
     connect(m_ui->m_networkEnabled, &QCheckBox::toggled, this, setEnabledOption);
     connect(m_ui->m_hostEnabled, &QCheckBox::toggled, this, setEnabledOption);
     connect(m_ui->m_renderNode, &QCheckBox::toggled, this, [this](bool renderNode) {
-        if (!m_isFilling && item() != nullptr)
-            item()->setIsRenderNode(renderNode);
+        if (!m_isFilling && m_item != nullptr)
+            m_item->setIsRenderNode(renderNode);
     });
     connect(m_ui->m_hostName, &QLineEdit::textChanged, this, [this](const QString& name) {
-        if (item() == nullptr)
+        if (m_item == nullptr)
             return;
         if (!m_isFilling)
-            item()->setHostName(name);
+            m_item->setHostName(name);
         emit hostChanged();
     });
     connect(m_ui->m_networkDescription, &QLineEdit::textChanged, this, [this](const QString& description) {
-        if (!m_isFilling && item() != nullptr)
-            item()->setOption(zoHPCOption::Description, description);
+        if (!m_isFilling && m_item != nullptr)
+            m_item->setOption(zoHPCOption::Description, description);
     });
 }
 
-zoHPCTreeItem* zoHPCTreeEditGUIW::item() const
+void zoHPCTreeEditGUIW::forget(zoHPCTreeItem* dying)
 {
-    return m_isInTree && m_tree.isNull() ? nullptr : m_item;
+    for (zoHPCTreeEditGUIW* editor = s_firstEditor; editor != nullptr; editor = editor->m_nextEditor) {
+        if (editor->m_item == dying)
+            editor->m_item = nullptr;
+    }
 }
 
 void zoHPCTreeEditGUIW::showMaster()
@@ -270,12 +282,11 @@ void zoHPCTreeEditGUIW::showOption(QComboBox* combo, const QString& option,
 
 bool zoHPCTreeEditGUIW::write(const QString& option, const QString& value)
 {
-    zoHPCTreeItem* const edited = item();
-    if (edited == nullptr)
+    if (m_item == nullptr)
         return false;
     // What is merely shown leaves the item as it is, without even an empty option of that name.
-    if (!m_isFilling || edited->getOption(option) != value)
-        edited->setOption(option, value);
+    if (!m_isFilling || m_item->getOption(option) != value)
+        m_item->setOption(option, value);
     return true;
 }
 

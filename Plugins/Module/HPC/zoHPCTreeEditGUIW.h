@@ -1,13 +1,11 @@
 #pragma once
 
-#include <QPointer>
 #include <QString>
 #include <QWidget>
 
 #include <memory>
 
 class QComboBox;
-class QTreeWidget;
 class Ui_zoHPCTreeEditGUIW;
 class zoHPCTreeItem;
 
@@ -34,10 +32,10 @@ public:
     void editName();
 
 public slots:
-    // Edits this item, which is not owned: it must live until the next call or until the tree widget dies
-    // that holds it now. Null is ignored. An option that the editor cannot show (no row of its combo box, a
-    // port that no server can have) is replaced by the default. A widget that comes to show another value
-    // than before announces it as if a person had chosen it: so listeners hear what a loaded document holds.
+    // Edits this item, which is not owned; one that dies is forgotten. Null is ignored. An option that the
+    // editor cannot show (no row of its combo box, a port that no server can have) is replaced by the
+    // default. A widget that comes to show another value than before announces it as if a person had chosen
+    // it: so listeners hear what a loaded document holds.
     void setItem(zoHPCTreeItem* item);
 
     // A person changed a widget. Without an item these do nothing.
@@ -63,10 +61,13 @@ signals:
     void hostChanged();
 
 private:
+    friend class zoHPCTreeItem;
+
+    // Of any editor.
+    static void forget(zoHPCTreeItem* dying);
+
     void fillComboRows();
     void connectWidgets();
-    // Null when there is none, or when it died with its tree.
-    zoHPCTreeItem* item() const;
     void showMaster();
     void showNetwork();
     void showNode();
@@ -77,7 +78,6 @@ private:
 
     std::unique_ptr<Ui_zoHPCTreeEditGUIW> m_ui;
     zoHPCTreeItem* m_item = nullptr; // not owned
-    QPointer<QTreeWidget> m_tree;    // holds the item
-    bool m_isInTree = false;
+    zoHPCTreeEditGUIW* m_nextEditor = nullptr;
     bool m_isFilling = false; // the widgets change because another item is shown
 };

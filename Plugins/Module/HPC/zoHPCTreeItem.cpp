@@ -1,5 +1,6 @@
 #include "zoHPCTreeItem.h"
 
+#include "zoHPCTreeEditGUIW.h"
 #include "zoHPCTreeGUIW.h"
 
 #include <zoIconManager.h>
@@ -75,6 +76,8 @@ zoHPCTreeItem::~zoHPCTreeItem()
 {
     if (m_isBuried && tree())
         tree()->forget(this);
+    if (m_isEdited)
+        zoHPCTreeEditGUIW::forget(this);
     if (!hasGrandchildren(this))
         return;
     // The base class would recurse, once per level.

@@ -122,6 +122,7 @@ public:
     static void destroy(const QList<QTreeWidgetItem*>& detached);
 
 private:
+    friend class zoHPCTreeEditGUIW;
     friend class zoHPCTreeGUIW;
 
     // What the item rarely has. Without it the options hold exactly the key "enabled" with an empty value.
