@@ -69,7 +69,7 @@ void zoHPCTreeEditGUIW::setIsRunning(bool running)
 void zoHPCTreeEditGUIW::editName()
 {
     const int page = m_ui->m_stackedEditPanel->currentIndex();
-    if (item() == nullptr || page == MasterPage)
+    if (m_item == nullptr || page == MasterPage)
         return;
     QLineEdit* name = page == NodePage ? m_ui->m_hostName : m_ui->m_networkDescription;
     name->setFocus(Qt::ShortcutFocusReason);
