@@ -1409,15 +1409,15 @@ auch wenn die Server dann instabil sein können?</translation>
     </message>
     <message>
         <source>No problems</source>
-        <translation type="unfinished">Keine Probleme</translation>
+        <translation>Keine Probleme</translation>
     </message>
     <message>
         <source>1 problem</source>
-        <translation type="unfinished">1 Problem</translation>
+        <translation>1 Problem</translation>
     </message>
     <message>
         <source>%1 problems</source>
-        <translation type="unfinished">%1 Probleme</translation>
+        <translation>%1 Probleme</translation>
     </message>
     <message>
         <source>Everything would light up as far as can be told from here</source>
