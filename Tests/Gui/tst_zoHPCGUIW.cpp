@@ -1219,15 +1219,30 @@ void tst_zoHPCGUIW::messagesStillShowBesideTheStatus()
     const auto* file = status<zoHPCElidedLabel>("m_fileStatus");
     const auto* pane = status<zoHPCStatusPane>("m_statusPane");
     const int left = pane->x();
+    const int height = m_window->statusBar()->height();
+    const auto widthOf = [this](const QString& message) {
+        return m_window->statusBar()->fontMetrics().horizontalAdvance(message);
+    };
 
-    m_window->statusBar()->showMessage(QStringLiteral("A message"));
-
-    QTRY_VERIFY(pane->x() > left);
+    const QString small = QStringLiteral("A message");
+    m_window->statusBar()->showMessage(small);
+    QTRY_VERIFY(pane->x() > widthOf(small));
     QVERIFY(pane->isVisible() && file->isVisible());
-    QVERIFY(pane->x() > m_window->width() / 4);
+    QVERIFY(status<QLabel>("m_nodesStatus")->isVisible());
+
+    const QString large = QStringLiteral("A message that needs nearly all of this window's width for itself");
+    m_window->statusBar()->showMessage(large);
+    QTRY_VERIFY(pane->x() > widthOf(large));
+    m_window->getTree()->getNodeItems().front()->setHostName(QStringLiteral("c"));
+    QTRY_VERIFY(m_window->isWindowModified());
+    QTRY_VERIFY(pane->x() > widthOf(large));
+    QCOMPARE(m_window->statusBar()->height(), height);
 
     m_window->statusBar()->clearMessage();
-    QTRY_COMPARE(pane->x(), left);
+    QTRY_VERIFY(pane->x() <= left);
+    QVERIFY(file->isVisible());
+    QVERIFY(status<QLabel>("m_changedStatus")->isVisible());
+    QVERIFY(status<QLabel>("m_nodesStatus")->isVisible());
 }
 
 void tst_zoHPCGUIW::fileNameGetsItsRoom()

@@ -405,9 +405,8 @@ void tst_zohostDesktop::makeWall(const Person& person) const
     person.waitFor("two displays", [] { return outputs()->topLevelItemCount() == 2; });
     for (int i = 0; i < 3; ++i)
         makeWindow(person, 1, i, m_nodes.at(3 + i), 3 + i);
-    person.waitFor("everything would light up", [] {
-        return inDialog<QAbstractItemView>("m_problemList")->model()->rowCount() == 0;
-    });
+    person.waitFor("everything would light up",
+                   [] { return inDialog<QAbstractItemView>("m_problemList")->model()->rowCount() == 0; });
     keepPicture(person, "setup");
     person.click("OK", [] { return spotOf(dialogButton(QDialogButtonBox::Ok)); });
     person.waitFor("the dialog is closed", [] { return QApplication::activeModalWidget() == nullptr; });

@@ -48,6 +48,9 @@ namespace
 // (ms).
 constexpr int STATUS_DELAY = 150;
 
+// A message may take the place of what the status bar says otherwise (ms).
+constexpr int MESSAGE_TIME = 20000;
+
 // Files end at their first NUL byte.
 QString textOf(const QByteArray& bytes)
 {
@@ -223,8 +226,11 @@ void zoHPCGUIW::createStatusBar()
     m_statusPane = new zoHPCStatusPane;
     m_statusPane->setObjectName(QStringLiteral("m_statusPane"));
     statusBar()->addPermanentWidget(m_statusPane);
-    connect(statusBar(), &QStatusBar::messageChanged, m_statusPane,
-            [this](const QString& message) { m_statusPane->setCompact(!message.isEmpty()); });
+    connect(statusBar(), &QStatusBar::messageChanged, m_statusPane, [this](const QString& message) {
+        // With room for the margins and the size grip.
+        const int width = statusBar()->fontMetrics().horizontalAdvance(message);
+        m_statusPane->giveRoom(message.isEmpty() ? 0 : width + statusBar()->height() * 2);
+    });
     connect(m_statusPane, &zoHPCStatusPane::problemsClicked, this, &zoHPCGUIW::displaySetup);
     m_statusTimer.setSingleShot(true);
     m_statusTimer.setInterval(STATUS_DELAY);
@@ -587,7 +593,8 @@ void zoHPCGUIW::importLegacy()
     replaceConfigString(converter.convert(text));
     if (converter.parameterCount() == 0)
         statusBar()->showMessage(
-            tr("%1 holds no parameters of a legacy configuration.").arg(QDir::toNativeSeparators(fileName)));
+            tr("%1 holds no parameters of a legacy configuration.").arg(QDir::toNativeSeparators(fileName)),
+            MESSAGE_TIME);
     else
         statusBar()->clearMessage();
 }

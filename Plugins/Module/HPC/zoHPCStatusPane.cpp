@@ -47,11 +47,12 @@ zoHPCStatusPane::zoHPCStatusPane(QWidget* parent) : QWidget(parent)
           static_cast<QWidget*>(m_displays), static_cast<QWidget*>(m_problems)})
         layout->addWidget(part);
 
-    setCompact(false);
     setFile(QString());
     setDiffers(false);
     setCounts(0, 0);
     setProblems({});
+    // The bar keeps its height whatever gives way to a message.
+    setMinimumHeight(sizeHint().height());
 }
 
 void zoHPCStatusPane::setFile(const QString& path)
@@ -65,7 +66,8 @@ void zoHPCStatusPane::setDiffers(bool differs)
 {
     m_changed->setText(differs ? tr("changed") : QString());
     m_changed->setToolTip(differs ? tr("The configuration holds changes that were not saved") : QString());
-    m_changed->setVisible(differs);
+    m_differs = differs;
+    arrange();
 }
 
 void zoHPCStatusPane::setCounts(int nodes, int displays)
@@ -97,7 +99,33 @@ void zoHPCStatusPane::setProblems(const std::vector<zoHPCProblem>& problems)
                            QStringLiteral("</qt>"));
 }
 
-void zoHPCStatusPane::setCompact(bool compact)
+void zoHPCStatusPane::giveRoom(int width)
 {
-    m_file->setMaximumWidth(fontMetrics().averageCharWidth() * (compact ? SHORT_NAME : WIDEST_NAME));
+    m_room = width;
+    arrange();
+}
+
+void zoHPCStatusPane::arrange()
+{
+    const auto setNameWidth = [this](int characters) {
+        m_file->setMaximumWidth(fontMetrics().averageCharWidth() * characters);
+    };
+    setNameWidth(WIDEST_NAME);
+    for (QWidget* part : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
+        part->setVisible(part != m_changed || m_differs);
+    const auto isRoom = [this] {
+        return m_room == 0 || parentWidget() == nullptr ||
+               parentWidget()->width() - sizeHint().width() >= m_room;
+    };
+    if (isRoom())
+        return;
+    setNameWidth(SHORT_NAME);
+    // What matters most goes last.
+    for (QWidget* part :
+         {static_cast<QWidget*>(m_displays), static_cast<QWidget*>(m_nodes), static_cast<QWidget*>(m_file),
+          static_cast<QWidget*>(m_problems), static_cast<QWidget*>(m_changed)}) {
+        if (isRoom())
+            return;
+        part->hide();
+    }
 }

@@ -23,16 +23,21 @@ public:
     void setDiffers(bool differs);
     void setCounts(int nodes, int displays);
     void setProblems(const std::vector<zoHPCProblem>& problems);
-    // Gives room to a message that shows beside the pane: the file's name becomes short.
-    void setCompact(bool compact);
+    // Leaves this many pixels of the status bar to a message, as long as it shows: the file's name becomes
+    // short, then parts give way. 0 ends it.
+    void giveRoom(int width);
 
 signals:
     void problemsClicked();
 
 private:
+    void arrange();
+
     zoHPCElidedLabel* m_file = nullptr;
     QLabel* m_changed = nullptr;
     QLabel* m_nodes = nullptr;
     QLabel* m_displays = nullptr;
     QToolButton* m_problems = nullptr;
+    int m_room = 0;
+    bool m_differs = false;
 };
