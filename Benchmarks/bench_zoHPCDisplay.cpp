@@ -2,6 +2,8 @@
 // work stands beside the least that the toolkit needs for it, or beside the plain way to write it, measured
 // in the same run. Prints a table of the ratios of CPU medians, and their goals, at the end.
 
+#include "zoBenchmark.h"
+
 #include <zoHPCDisplayGUII.h>
 #include <zoHPCDisplayItem.h>
 #include <zoHPCProjectionItem.h>
@@ -16,27 +18,17 @@
 
 #include <benchmark/benchmark.h>
 
-#include <cstdio>
-#include <cstdlib>
-#include <map>
 #include <memory>
-#include <string>
-#include <vector>
 
 namespace
 {
+using zoBenchmark::require;
+using zoBenchmark::settle;
+
 constexpr int Side = 100; // tiles of the wall, each way
 constexpr int Tiles = Side * Side;
 constexpr int Windows = 1000;
 constexpr int Names = 10000;
-
-void require(bool condition, const char* what)
-{
-    if (condition)
-        return;
-    std::fprintf(stderr, "wrong result: %s\n", what);
-    std::exit(1);
-}
 
 QString text(const char* latin1)
 {
@@ -238,12 +230,13 @@ void setNodeNamesPlainly(QComboBox& combo, zoHPCDisplayGUII& editor, const QStri
     }
 }
 
+// In the tree of the dialog as it is shown.
 void convertPlainly(QTreeWidget& tree)
 {
     QTreeWidgetItem* wall = tree.topLevelItem(0);
-    int row = 0;
-    while (wall->childCount() > 0)
-        tree.insertTopLevelItem(row++, wall->takeChild(0));
+    const int row = tree.indexOfTopLevelItem(wall);
+    for (int i = 0; wall->childCount() > 0; ++i)
+        tree.insertTopLevelItem(row + i, wall->takeChild(0));
     delete wall;
 }
 
@@ -252,8 +245,12 @@ void convertPlainly(QTreeWidget& tree)
 void regenerate(benchmark::State& state)
 {
     zoHPCProjectionItem* wall = s_wall->wall();
-    for (auto _ : state)
+    for (auto _ : state) {
+        state.PauseTiming();
+        settle();
+        state.ResumeTiming();
         wall->update();
+    }
     require(wall->childCount() == Tiles, "tiles after regeneration");
 }
 
@@ -262,8 +259,12 @@ void changeDistance(benchmark::State& state)
 {
     zoHPCProjectionItem* wall = s_wall->wall();
     static double distance = 1000.0; // each round its own: equal values change nothing
-    for (auto _ : state)
+    for (auto _ : state) {
+        state.PauseTiming();
+        settle();
+        state.ResumeTiming();
         wall->setDouble(zoHPCProjectionItem::Distance, distance += 1.0);
+    }
     require(wall->childCount() == Tiles, "tiles after a change");
     require(static_cast<zoHPCProjectionItem*>(wall->child(77))->getDouble(zoHPCProjectionItem::Distance) ==
                 distance,
@@ -272,16 +273,24 @@ void changeDistance(benchmark::State& state)
 
 void regenerateFloor(benchmark::State& state)
 {
-    for (auto _ : state)
+    for (auto _ : state) {
+        state.PauseTiming();
+        settle();
+        state.ResumeTiming();
         s_plainWall->regenerate();
+    }
     require(s_plainWall->wall->childCount() == Tiles, "rows of the floor");
 }
 
 void load(benchmark::State& state)
 {
     zoHPCDisplayGUII editor;
-    for (auto _ : state)
+    for (auto _ : state) {
+        state.PauseTiming();
+        settle();
+        state.ResumeTiming();
         editor.loadFromXML(s_wall->document);
+    }
     require(editor.getProjectionItems().size() == Tiles + 1, "tiles loaded");
     require(editor.getViewportItems().last()->getString(13) == text("Wall row:10 col:100"),
             "viewports linked");
@@ -293,8 +302,12 @@ void loadFloor(benchmark::State& state)
     QTreeWidget displays;
     projections.setColumnCount(zoHPCProjectionItem::ColumnCount);
     displays.setColumnCount(zoHPCViewportItem::ColumnCount);
-    for (auto _ : state)
+    for (auto _ : state) {
+        state.PauseTiming();
+        settle();
+        state.ResumeTiming();
         loadPlainly(projections, displays, s_wall->document);
+    }
     require(projections.topLevelItem(0)->childCount() == Tiles, "tiles loaded plainly");
     require(displays.topLevelItem(0)->childCount() == Windows, "windows loaded plainly");
 }
@@ -326,83 +339,53 @@ QDomDocument wallOnly()
     return document;
 }
 
-void convert(benchmark::State& state)
+// A wall that is shown and expanded in the dialog, ready to be converted.
+struct Conversion
 {
-    const QDomDocument document = wallOnly();
-    zoHPCDisplayGUII editor;
-    editor.open({});
-    auto* tree = editor.findChild<QTreeWidget*>(text("m_projectionTree"));
-    for (auto _ : state) {
-        state.PauseTiming();
+    Conversion() : document(wallOnly())
+    {
+        editor.open({});
+        tree = editor.findChild<QTreeWidget*>(text("m_projectionTree"));
+    }
+
+    void prepare()
+    {
         editor.loadFromXML(document);
         tree->expandItem(tree->topLevelItem(0));
         tree->setCurrentItem(tree->topLevelItem(0));
-        QCoreApplication::processEvents();
-        state.ResumeTiming();
-        editor.convertToPlanes();
+        settle();
     }
-    require(tree->topLevelItemCount() == Tiles, "tiles at top level");
+
+    void verify() const { require(tree->topLevelItemCount() == Tiles, "tiles at top level"); }
+
+    QDomDocument document;
+    zoHPCDisplayGUII editor;
+    QTreeWidget* tree = nullptr;
+};
+
+void convert(benchmark::State& state)
+{
+    Conversion conversion;
+    for (auto _ : state) {
+        state.PauseTiming();
+        conversion.prepare();
+        state.ResumeTiming();
+        conversion.editor.convertToPlanes();
+    }
+    conversion.verify();
 }
 
 void convertFloor(benchmark::State& state)
 {
-    QTreeWidget tree;
-    tree.setColumnCount(zoHPCProjectionItem::ColumnCount);
+    Conversion conversion;
     for (auto _ : state) {
         state.PauseTiming();
-        tree.clear();
-        auto* wall = new zoHPCProjectionItem(text("W"), text("wall"));
-        wall->setInt(zoHPCProjectionItem::Rows, Side);
-        wall->setInt(zoHPCProjectionItem::Columns, Side);
-        wall->update();
-        tree.addTopLevelItem(wall);
+        conversion.prepare();
         state.ResumeTiming();
-        convertPlainly(tree);
+        convertPlainly(*conversion.tree);
     }
-    require(tree.topLevelItemCount() == Tiles, "tiles at top level, one by one");
+    conversion.verify();
 }
-
-using Function = void (*)(benchmark::State&);
-
-struct Row
-{
-    const char* work;
-    Function function;
-    const char* floor;
-    Function floorFunction;
-    double goal; // 0 is none
-};
-
-const Row s_rows[] = {
-    {"regenerate the wall", regenerate, "bare rows of 40 columns", regenerateFloor, 1.1},
-    {"change a field of the wall", changeDistance, "bare rows of 40 columns", regenerateFloor, 0},
-    {"section from a ready DOM", load, "section, plainly", loadFloor, 0.25},
-    {"10,000 node names", nodeNames, "node names, plainly", nodeNamesFloor, 0},
-    {"wall to planes", convert, "to planes, one by one and not shown", convertFloor, 0},
-};
-
-// Prints as usual and keeps the medians.
-class Medians final : public benchmark::ConsoleReporter
-{
-public:
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        for (const Run& run : runs) {
-            if (run.run_type == Run::RT_Aggregate && run.aggregate_name == "median")
-                m_cpu[run.run_name.function_name] = run.GetAdjustedCPUTime();
-        }
-        ConsoleReporter::ReportRuns(runs);
-    }
-
-    double of(const std::string& name) const
-    {
-        const auto found = m_cpu.find(name);
-        return found == m_cpu.end() ? 0 : found->second;
-    }
-
-private:
-    std::map<std::string, double> m_cpu;
-};
 } // namespace
 
 int main(int argc, char** argv)
@@ -414,48 +397,21 @@ int main(int argc, char** argv)
     s_plainWall = std::make_unique<PlainWall>();
     s_windows = std::make_unique<ManyWindows>();
 
-    // Interleaved, so that a busy moment of the machine does not hit one side only.
-    std::vector<char*> arguments(argv, argv + argc);
-    std::string interleave = "--benchmark_enable_random_interleaving=true";
-    std::string quiet = "--benchmark_report_aggregates_only=true";
-    arguments.insert(arguments.begin() + 1, {&interleave[0], &quiet[0]});
-    int count = int(arguments.size());
-    benchmark::Initialize(&count, arguments.data());
-
-    std::map<std::string, Function> functions;
-    for (const Row& row : s_rows) {
-        functions[row.work] = row.function;
-        functions[row.floor] = row.floorFunction;
-    }
-    for (const auto& function : functions) {
-        benchmark::RegisterBenchmark(function.first.c_str(), function.second)
-            ->Unit(benchmark::kMillisecond)
-            ->Repetitions(7)
-            ->MinTime(0.05);
-    }
-    Medians medians;
-    benchmark::RunSpecifiedBenchmarks(&medians);
-
-    std::printf("\n%-28s %10s  %-36s %10s  %6s  %5s\n", "work", "ms", "beside", "ms", "ratio", "goal");
-    bool met = true;
-    for (const Row& row : s_rows) {
-        const double value = medians.of(row.work);
-        const double floor = medians.of(row.floor);
-        if (value <= 0 || floor <= 0)
-            continue;
-        if (row.goal > 0) {
-            const bool rowMet = value / floor <= row.goal;
-            met &= rowMet;
-            std::printf("%-28s %10.3f  %-36s %10.3f  %6.3f  %5.2f  %s\n", row.work, value, row.floor, floor,
-                        value / floor, row.goal, rowMet ? "met" : "MISSED");
-        } else {
-            std::printf("%-28s %10.3f  %-36s %10.3f  %6.3f  none\n", row.work, value, row.floor, floor,
-                        value / floor);
-        }
-    }
+    // More often than the others: how an allocator puts memory together differs from time to time.
+    zoBenchmark::Suite suite(15);
+    suite.compare({"regenerating the wall", "10,000 bare rows of 40 columns", "", 0, 0, 1.1}, regenerate,
+                  regenerateFloor);
+    suite.compare({"changing a field of the wall", "10,000 bare rows of 40 columns", ""}, changeDistance,
+                  regenerateFloor);
+    suite.compare({"section from a ready document", "the same, every nested tile built", "", 0, 0, 0.25},
+                  load, loadFloor);
+    suite.compare({"10,000 node names, 10,000 windows", "one name after the other", "", 0, 0, 0.05},
+                  nodeNames, nodeNamesFloor);
+    suite.compare({"wall to planes", "one plane after the other", "", 0, 0, 0.2}, convert, convertFloor);
+    suite.run(argc, argv);
+    const bool met = suite.print();
     s_windows.reset();
     s_plainWall.reset();
     s_wall.reset();
-    std::printf("\n%s\n", met ? "All goals met." : "Some goals missed.");
-    return 0;
+    return suite.finish(met);
 }

@@ -2,20 +2,27 @@
 // measured in the same run; and inputs that invite quadratic time, beside their doubles. Prints a table of
 // the ratios of CPU medians, and their goals, at the end.
 
+#include "zoBenchmark.h"
+
+#include <zoHPCDisplayGUII.h>
+#include <zoHPCDisplayItem.h>
 #include <zoHPCDocumentText.h>
 #include <zoHPCDocumentWriter.h>
+#include <zoHPCGUIW.h>
 #include <zoHPCHostsText.h>
 #include <zoHPCTreeGUIW.h>
 #include <zoHPCTreeItem.h>
+#include <zoHPCWindowItem.h>
 
 #include <QApplication>
 #include <QDomDocument>
+#include <QLineEdit>
+#include <QMap>
+#include <QSet>
 #include <QTreeWidget>
 
 #include <benchmark/benchmark.h>
 
-#include <cstdio>
-#include <cstdlib>
 #include <map>
 #include <memory>
 #include <string>
@@ -25,15 +32,10 @@
 
 namespace
 {
-constexpr int NodesPerNetwork = 100;
+using zoBenchmark::require;
+using zoBenchmark::settle;
 
-void require(bool condition, const char* what)
-{
-    if (condition)
-        return;
-    std::fprintf(stderr, "wrong result: %s\n", what);
-    std::exit(1);
-}
+constexpr int NodesPerNetwork = 100;
 
 // ---- The least: a plain tree widget, filled in bulk.
 
@@ -173,16 +175,6 @@ struct Subject
         return writer.takeText();
     }
 
-    // Before timing: the tree is laid out, and the allocator has put together what was freed, which it would
-    // otherwise do at the first larger request.
-    static void settle()
-    {
-        QCoreApplication::processEvents();
-        void* block = std::malloc(60000);
-        benchmark::DoNotOptimize(block);
-        std::free(block);
-    }
-
     QDomDocument save()
     {
         QDomDocument result;
@@ -303,7 +295,7 @@ void readText(benchmark::State& state, int count)
         state.PauseTiming();
         s.view.setHostString(QString());
         s.view.setHostString(QString()); // destroys what the first one took out
-        Subject::settle();
+        settle();
         state.ResumeTiming();
         s.view.setHostString(s.folding);
     }
@@ -315,7 +307,7 @@ void readTextFloor(benchmark::State& state, int count)
     for (auto _ : state) {
         state.PauseTiming();
         s.plain.clear();
-        Subject::settle();
+        settle();
         state.ResumeTiming();
         s.plain.read(s.folding);
     }
@@ -329,7 +321,7 @@ void readTextOverOld(benchmark::State& state, int count)
     s.view.setHostString(s.folding);
     for (auto _ : state) {
         state.PauseTiming();
-        Subject::settle();
+        settle();
         state.ResumeTiming();
         s.view.setHostString(s.folding);
     }
@@ -343,7 +335,7 @@ void readTextOverMarked(benchmark::State& state, int count)
     s.view.setHostString(s.folding);
     for (auto _ : state) {
         state.PauseTiming();
-        Subject::settle();
+        settle();
         state.ResumeTiming();
         s.view.setHostString(s.folding);
     }
@@ -353,7 +345,7 @@ void readTextOverMarked(benchmark::State& state, int count)
 void writeText(benchmark::State& state, Subject& s, const QString& text)
 {
     s.view.setHostString(text);
-    Subject::settle();
+    settle();
     for (auto _ : state)
         benchmark::DoNotOptimize(s.view.getHostsString());
 }
@@ -361,7 +353,7 @@ void writeText(benchmark::State& state, Subject& s, const QString& text)
 void writeTextFloor(benchmark::State& state, Subject& s, const QString& text)
 {
     s.view.setHostString(text);
-    Subject::settle();
+    settle();
     for (auto _ : state)
         benchmark::DoNotOptimize(s.appendNames());
 }
@@ -410,7 +402,7 @@ void readSection(benchmark::State& state, int count)
         state.PauseTiming();
         s.view.setDefaultConfig();
         s.view.setDefaultConfig();
-        Subject::settle();
+        settle();
         state.ResumeTiming();
         QDomDocument document;
         zoHPCDocumentText::parse(s.document, document);
@@ -424,7 +416,7 @@ void readSectionFloor(benchmark::State& state, int count)
     for (auto _ : state) {
         state.PauseTiming();
         s.plain.clear();
-        Subject::settle();
+        settle();
         state.ResumeTiming();
         QDomDocument document;
         document.setContent(s.document);
@@ -436,7 +428,7 @@ void setRunning(benchmark::State& state, int count)
 {
     Subject& s = subject(count);
     s.view.setHostString(s.folding);
-    Subject::settle();
+    settle();
     auto* viewport = s.view.findChild<QTreeWidget*>()->viewport();
     bool running = false;
     for (auto _ : state) {
@@ -452,7 +444,7 @@ void setRunningFloor(benchmark::State& state, int count)
     Subject& s = subject(count);
     s.plain.clear();
     s.plain.read(s.folding);
-    Subject::settle();
+    settle();
     bool running = false;
     const QBrush brush = s.view.palette().brush(QPalette::Text);
     for (auto _ : state) {
@@ -462,7 +454,109 @@ void setRunningFloor(benchmark::State& state, int count)
     }
 }
 
-struct Row
+// The cluster window with a node that is being renamed, every tenth of the nodes driving a window.
+struct Renaming
+{
+    explicit Renaming(int count)
+    {
+        std::unique_ptr<zoHPCDisplayItem> display = std::make_unique<zoHPCDisplayItem>();
+        QDomDocument document;
+        QDomElement root = document.createElement(QStringLiteral("cluster"));
+        root.setAttribute(QStringLiteral("version"), 1);
+        document.appendChild(root);
+        for (int i = 0; i < count; i += 10) {
+            auto* item = new zoHPCWindowItem;
+            item->setRenderNode(subject(count).names.at(i));
+            display->addChild(item);
+        }
+        root.appendChild(display->toXML(document, QStringLiteral("display")));
+        window.getTree()->setHostString(subject(count).folding);
+        window.getDisplayEditor()->loadFromXML(document);
+        window.show();
+        node = window.getTree()->getNodeItems()[static_cast<size_t>(count / 2)];
+        window.getTree()->setSelectedItem(node);
+        name = window.findChild<QLineEdit*>(QStringLiteral("m_hostName"));
+        require(name->text() == subject(count).names.at(count / 2), "the node that is renamed");
+        settle();
+    }
+
+    // Types a letter, or takes it away.
+    void stroke()
+    {
+        if (name->text().endsWith(QLatin1Char('x')))
+            name->backspace();
+        else
+            name->insert(QStringLiteral("x"));
+    }
+
+    void verify()
+    {
+        int marked = 0;
+        for (const zoHPCTreeItem* item : window.getTree()->getNodeItems())
+            marked += item->isDisplayNode();
+        const int count = window.getTree()->getNodeNames().size();
+        require(node->uniqueHostName() == name->text(), "unique name of the renamed node");
+        require(marked == count / 10 - (name->text().endsWith(QLatin1Char('x')) ? 1 : 0), "marked nodes");
+    }
+
+    zoHPCGUIW window{nullptr, QStringLiteral("Module")};
+    zoHPCTreeItem* node = nullptr;
+    QLineEdit* name = nullptr;
+};
+
+std::map<int, std::unique_ptr<Renaming>> s_renamings; // emptied before the application goes
+
+Renaming& renaming(int count)
+{
+    std::unique_ptr<Renaming>& known = s_renamings[count];
+    if (!known)
+        known = std::make_unique<Renaming>(count);
+    return *known;
+}
+
+void keyStroke(benchmark::State& state, int count)
+{
+    Renaming& r = renaming(count);
+    for (auto _ : state)
+        r.stroke();
+    r.verify();
+}
+
+// The rule as it is told: groups by name, one name after the other, one mark after the other.
+void updatePlainly(zoHPCGUIW& window)
+{
+    const std::vector<zoHPCTreeItem*> nodes = window.getTree()->getNodeItems();
+    QMap<QString, QList<zoHPCTreeItem*>> groups;
+    for (zoHPCTreeItem* node : nodes)
+        groups[node->hostName()].append(node);
+    for (auto group = groups.cbegin(); group != groups.cend(); ++group) {
+        for (int k = 0; k < group->size(); ++k)
+            group->at(k)->setUniqueHostName(
+                group->size() == 1 ? group.key()
+                                   : QStringLiteral("%1 %2").arg(group.key(), QString::number(k + 1)));
+    }
+    QSet<QString> renderNodes;
+    for (const zoHPCWindowItem* item : window.getDisplayEditor()->getWindowItems())
+        renderNodes.insert(item->renderNode());
+    for (zoHPCTreeItem* node : nodes)
+        node->setIsDisplayNode(renderNodes.contains(node->uniqueHostName()));
+}
+
+void keyStrokeFloor(benchmark::State& state, int count)
+{
+    Renaming& r = renaming(count);
+    // The window's own way is shut off meanwhile.
+    const bool blocked = r.name->blockSignals(true);
+    for (auto _ : state) {
+        r.stroke();
+        r.node->setHostName(r.name->text());
+        updatePlainly(r.window);
+    }
+    r.name->blockSignals(blocked);
+    r.verify();
+}
+
+struct Work
 {
     const char* work;
     Function function;
@@ -471,8 +565,7 @@ struct Row
     double goals[2];
 };
 
-// 0 is no goal.
-const Row s_rows[] = {
+const Work s_works[] = {
     {"hosts text -> tree", readText, "scan, bulk items", readTextFloor, {2.0, 2.75}},
     {"the same over an old tree", readTextOverOld, "scan, bulk items", readTextFloor, {4, 6.5}},
     {"the same over a marked tree", readTextOverMarked, "scan, bulk items", readTextFloor, {4, 6.5}},
@@ -481,6 +574,7 @@ const Row s_rows[] = {
     {"tree section -> text", writeSection, "DOM, toString", writeSectionFloor, {0.9, 0.9}},
     {"text -> tree section", readSection, "setContent, bulk items", readSectionFloor, {1.25, 1.25}},
     {"all nodes to running or back", setRunning, "icons and colours, quiet", setRunningFloor, {1.5, 2.0}},
+    {"key stroke in a node's name", keyStroke, "names and marks one by one", keyStrokeFloor, {0.25, 0.25}},
 };
 const int s_counts[] = {10000, 100000};
 // How often the time may multiply when the size does by ten: a triple per doubling.
@@ -562,34 +656,6 @@ const Growth s_growths[] = {
 // How often the time may multiply when the size doubles.
 const double s_doublingGoal = 3.0;
 
-std::string nameOf(const char* work, int count)
-{
-    return std::string(work) + " / " + std::to_string(count);
-}
-
-// Prints as usual and keeps the medians.
-class Medians final : public benchmark::ConsoleReporter
-{
-public:
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        for (const Run& run : runs) {
-            if (run.run_type == Run::RT_Aggregate && run.aggregate_name == "median")
-                m_cpu[run.run_name.function_name] = run.GetAdjustedCPUTime();
-        }
-        ConsoleReporter::ReportRuns(runs);
-    }
-
-    double of(const std::string& name) const
-    {
-        const auto found = m_cpu.find(name);
-        return found == m_cpu.end() ? 0 : found->second;
-    }
-
-private:
-    std::map<std::string, double> m_cpu;
-};
-
 double heapPerNode(int count, bool plain)
 {
     const QString text = subject(count).folding;
@@ -610,16 +676,6 @@ double heapPerNode(int count, bool plain)
     return double(after - before) / count;
 }
 
-bool printRow(const char* work, int count, double value, double floor, double goal, const char* unit)
-{
-    if (value <= 0 || floor <= 0)
-        return true;
-    const double ratio = value / floor;
-    const bool met = goal <= 0 || ratio <= goal;
-    std::printf("%-36s %7d  %10.3f %10.3f %-5s  %6.2f  %5.2f  %s\n", work, count, value, floor, unit, ratio,
-                goal, met ? "met" : "MISSED");
-    return met;
-}
 } // namespace
 
 int main(int argc, char** argv)
@@ -628,67 +684,54 @@ int main(int argc, char** argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
 
-    // Interleaved, so that a busy moment of the machine does not hit one side only.
-    std::vector<char*> arguments(argv, argv + argc);
-    std::string interleave = "--benchmark_enable_random_interleaving=true";
-    std::string quiet = "--benchmark_report_aggregates_only=true";
-    arguments.insert(arguments.begin() + 1, {&interleave[0], &quiet[0]});
-    int count = int(arguments.size());
-    benchmark::Initialize(&count, arguments.data());
-
-    std::map<std::string, Function> functions;
-    for (int nodes : s_counts) {
-        for (const Row& row : s_rows) {
-            functions[nameOf(row.work, nodes)] = row.function;
-            functions[nameOf(row.floor, nodes)] = row.floorFunction;
+    zoBenchmark::Suite suite(7);
+    for (const Work& work : s_works) {
+        for (int i = 0; i < 2; ++i) {
+            const int nodes = s_counts[i];
+            suite.compare(
+                {work.work, work.floor, std::to_string(nodes), 0, 0, work.goals[i]},
+                [run = work.function, nodes](benchmark::State& state) { run(state, nodes); },
+                [run = work.floorFunction, nodes](benchmark::State& state) { run(state, nodes); });
         }
-        for (const auto& function : functions) {
-            const Function run = function.second;
-            benchmark::RegisterBenchmark(function.first.c_str(),
-                                         [run, nodes](benchmark::State& state) { run(state, nodes); })
-                ->Unit(benchmark::kMillisecond)
-                ->Repetitions(7)
-                ->MinTime(0.05);
-        }
-        functions.clear();
     }
     for (const Growth& growth : s_growths) {
-        for (const int size : {growth.count, 2 * growth.count}) {
-            benchmark::RegisterBenchmark(nameOf(growth.work, size).c_str(),
-                                         [&growth, size](benchmark::State& state) {
-                                             growth.function(state,
-                                                             QString::fromLatin1(growth.unit).repeated(size));
-                                         })
-                ->Unit(benchmark::kMillisecond)
-                ->Repetitions(7)
-                ->MinTime(0.05);
-        }
+        const auto grown = [&growth](int count) {
+            return [&growth, count](benchmark::State& state) {
+                growth.function(state, QString::fromLatin1(growth.unit).repeated(count));
+            };
+        };
+        const std::string work = growth.work;
+        suite.compare({work + ", twice", work, std::to_string(2 * growth.count), 0, 0, s_doublingGoal},
+                      grown(2 * growth.count), grown(growth.count));
     }
-    Medians medians;
-    benchmark::RunSpecifiedBenchmarks(&medians);
+    suite.run(argc, argv);
 
-    std::printf("\n%-36s %7s  %10s %10s %-5s  %6s  %5s\n", "work", "nodes", "measured", "floor", "", "ratio",
-                "goal");
-    bool met = true;
-    for (const Row& row : s_rows) {
-        for (int i = 0; i < 2; ++i)
-            met &= printRow(row.work, s_counts[i], medians.of(nameOf(row.work, s_counts[i])),
-                            medians.of(nameOf(row.floor, s_counts[i])), row.goals[i], "ms");
+    // Growth has a table of its own.
+    const std::vector<zoBenchmark::Row> rows = suite.takeRows();
+    std::vector<zoBenchmark::Row> growths;
+    std::map<std::string, double> atFirstSize;
+    for (const zoBenchmark::Row& row : rows) {
+        if (row.work == row.beside + ", twice") {
+            growths.push_back(row);
+            continue;
+        }
+        suite.append(row);
+        if (row.size == std::to_string(s_counts[0]))
+            atFirstSize[row.work] = row.value;
+        else
+            growths.insert(growths.begin(), {row.work + ", ten times", row.work, row.size, row.value,
+                                             atFirstSize[row.work], s_growthGoal});
     }
     for (int nodes : s_counts) {
         heapPerNode(nodes, false); // warms what is made once
-        met &= printRow("heap per node", nodes, heapPerNode(nodes, false), heapPerNode(nodes, true), 1.05,
-                        "bytes");
+        suite.append({"heap per node", "bulk items with their name", std::to_string(nodes),
+                      heapPerNode(nodes, false), heapPerNode(nodes, true), 1.05, 0, "bytes"});
     }
-    for (const Row& row : s_rows)
-        met &= printRow((std::string("x 10: ") + row.work).c_str(), s_counts[1],
-                        medians.of(nameOf(row.work, s_counts[1])), medians.of(nameOf(row.work, s_counts[0])),
-                        s_growthGoal, "ms");
-    for (const Growth& growth : s_growths)
-        met &= printRow((std::string("x 2: ") + growth.work).c_str(), 2 * growth.count,
-                        medians.of(nameOf(growth.work, 2 * growth.count)),
-                        medians.of(nameOf(growth.work, growth.count)), s_doublingGoal, "ms");
+    bool met = suite.print();
+    for (const zoBenchmark::Row& row : growths)
+        suite.append(row);
+    met &= suite.print();
+    s_renamings.clear();
     s_subjects.clear();
-    std::printf("\n%s\n", met ? "All goals met." : "Some goals missed.");
-    return 0;
+    return suite.finish(met);
 }
