@@ -4,6 +4,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -174,15 +175,20 @@ public:
     bool print()
     {
         bool met = true;
-        bool hasSizes = false;
+        std::vector<std::string> sizes;
         for (const Row& row : m_rows) {
             met &= row.isMet();
-            hasSizes |= !row.size.empty();
+            if (std::find(sizes.begin(), sizes.end(), row.size) == sizes.end())
+                sizes.push_back(row.size);
         }
-        if (m_markdown)
-            printMarkdown(hasSizes);
-        else
+        if (m_rows.empty())
+            return true;
+        if (!m_markdown)
             printAligned();
+        else if (sizes.size() == 2)
+            printMarkdownBySize(sizes);
+        else
+            printMarkdown(sizes.size() > 1);
         m_rows.clear();
         return met;
     }
@@ -245,6 +251,35 @@ private:
                         hasSizes ? (' ' + row.size + " |").c_str() : "", amount(row.value, row.unit).c_str(),
                         row.beside.c_str(), amount(row.besideValue, row.unit).c_str(),
                         row.value / row.besideValue, row.isMet() ? "" : " (missed)", goalOf(row).c_str());
+        std::printf("\n");
+    }
+
+    // Two sizes stand side by side.
+    void printMarkdownBySize(const std::vector<std::string>& sizes) const
+    {
+        std::printf("| work | beside |");
+        for (const std::string& size : sizes)
+            std::printf(" %s | goal |", size.c_str());
+        std::printf("\n|---|---|---|---|---|---|\n");
+        std::vector<std::string> done;
+        for (const Row& first : m_rows) {
+            if (std::find(done.begin(), done.end(), first.work) != done.end())
+                continue;
+            done.push_back(first.work);
+            std::printf("| %s | %s |", first.work.c_str(), first.beside.c_str());
+            for (const std::string& size : sizes) {
+                const auto row = std::find_if(m_rows.begin(), m_rows.end(), [&](const Row& candidate) {
+                    return candidate.work == first.work && candidate.size == size;
+                });
+                if (row == m_rows.end())
+                    std::printf(" | |");
+                else
+                    std::printf(" %.2f (%s%s) | %s |", row->value / row->besideValue,
+                                amount(row->value, row->unit).c_str(), row->isMet() ? "" : ", missed",
+                                goalOf(*row).c_str());
+            }
+            std::printf("\n");
+        }
         std::printf("\n");
     }
 

@@ -20,15 +20,19 @@
 #include <QDomDocument>
 #include <QDoubleSpinBox>
 #include <QGroupBox>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QStackedWidget>
 #include <QTreeView>
 #include <QTreeWidget>
 
+#include <algorithm>
+#include <initializer_list>
 #include <memory>
 
 namespace
@@ -277,6 +281,8 @@ private slots:
     void displayShowsItsCamera();
     void namedFieldGetsTheFocusWithF2();
     void noFieldIsCutOff();
+    void fitsASmallScreen();
+    void fieldsShowUsualNumbersWhole();
 
     void attributeOrderFollowsColumns();
     void nestedProjectionsLoadAndSave();
@@ -2045,6 +2051,39 @@ void tst_zoHPCDisplayGUII::noFieldIsCutOff()
     }
 
     QCOMPARE(cut, QStringList());
+}
+
+void tst_zoHPCDisplayGUII::fitsASmallScreen()
+{
+    // Frame and panels of a desktop take some of the height.
+    QVERIFY(m_editor->minimumSizeHint().width() <= 1366);
+    QVERIFY(m_editor->minimumSizeHint().height() <= 640);
+    const QSize screen = QGuiApplication::primaryScreen()->availableGeometry().size();
+    QVERIFY(m_editor->height() < screen.height());
+    QVERIFY(m_editor->width() <= std::max(screen.width(), m_editor->minimumSizeHint().width()));
+}
+
+void tst_zoHPCDisplayGUII::fieldsShowUsualNumbersWhole()
+{
+    load("<cluster version='1'><projection name='d' type='plane' x1='-10000' y1='-10000' z1='-10000'/>"
+         "<display><window x='-10000' fullscreen='false'/></display></cluster>");
+    m_editor->open({});
+    m_editor->resize(m_editor->minimumSizeHint());
+    const auto check = [this](QTreeWidget* tree, QTreeWidgetItem* item,
+                              std::initializer_list<const char*> names) {
+        tree->setCurrentItem(item);
+        QCoreApplication::processEvents();
+        for (const char* const name : names) {
+            auto* const edit = field<QAbstractSpinBox>(name)->findChild<QLineEdit*>();
+            QVERIFY(edit->text().startsWith(text("-10000")));
+            QVERIFY2(edit->contentsRect().width() >= edit->fontMetrics().horizontalAdvance(edit->text()),
+                     name);
+        }
+    };
+
+    check(projectionTree(), projectionTree()->topLevelItem(0),
+          {"m_lowerLeftX", "m_lowerLeftY", "m_lowerLeftZ"});
+    check(displayTree(), displayTree()->topLevelItem(0)->child(0), {"m_windowX"});
 }
 
 void tst_zoHPCDisplayGUII::attributeOrderFollowsColumns()
