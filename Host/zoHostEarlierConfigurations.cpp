@@ -98,8 +98,8 @@ QString zoHostEarlierConfigurations::textOf(const Entry& entry) const
         return entry.text;
     QFile file(entry.fileName);
     if (!file.open(QIODevice::ReadOnly)) {
-        zoLog::error("Unable to read earlier configuration %s: %s", entry.fileName.toUtf8().constData(),
-                     file.errorString().toUtf8().constData());
+        zoLog::error(
+            tr("Unable to read earlier configuration %1: %2").arg(entry.fileName, file.errorString()));
         return {};
     }
     return QString::fromUtf8(file.readAll());
@@ -146,9 +146,9 @@ void zoHostEarlierConfigurations::writeWaiting()
             removeOldest();
     }
     if (!reason.isEmpty())
-        zoLog::error("Unable to keep the replaced configuration in %s: %s. It stays under File > Earlier "
-                     "configurations until the host ends.",
-                     QDir::toNativeSeparators(m_folder).toUtf8().constData(), reason.toUtf8().constData());
+        zoLog::error(tr("Unable to keep the replaced configuration in %1: %2. It stays under File > Earlier "
+                        "configurations until the host ends.")
+                         .arg(QDir::toNativeSeparators(m_folder), reason));
 }
 
 bool zoHostEarlierConfigurations::write(const Entry& entry, QString& reason) const

@@ -387,14 +387,14 @@ void zoHostMainWindow::openConfiguration(const QString& fileName)
         return;
     const QString shown = QDir::toNativeSeparators(fileName);
     if (!QFileInfo::exists(fileName)) {
-        zoLog::error("Configuration %s is not there any more", shown.toUtf8().constData());
+        zoLog::error(tr("Configuration %1 is not there any more").arg(shown));
         if (!m_services.controller->isNonInteractive() && offerRemoval(fileName))
             m_services.recent->remove(fileName);
         return;
     }
     const bool unsaved = m_document->differs();
     if (!m_document->load(fileName)) {
-        zoLog::error("Unable to load configuration %s: no module takes it", shown.toUtf8().constData());
+        zoLog::error(tr("Unable to load configuration %1: no module takes it").arg(shown));
         return;
     }
     if (unsaved)
@@ -431,7 +431,7 @@ void zoHostMainWindow::bringBack(const QString& text, const QString& originFile)
     if (m_services.cluster->isRunning())
         return;
     if (!m_document->bringBack(text, originFile))
-        zoLog::error("Unable to bring the configuration back: no module takes it");
+        zoLog::error(tr("Unable to bring the configuration back: no module takes it"));
 }
 
 void zoHostMainWindow::updateTitle()

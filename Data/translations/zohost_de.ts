@@ -71,6 +71,14 @@
         <source>The folder cannot be written</source>
         <translation>In den Ordner lässt sich nicht schreiben</translation>
     </message>
+    <message>
+        <source>Unable to read earlier configuration %1: %2</source>
+        <translation>Frühere Konfiguration %1 kann nicht gelesen werden: %2</translation>
+    </message>
+    <message>
+        <source>Unable to keep the replaced configuration in %1: %2. It stays under File &gt; Earlier configurations until the host ends.</source>
+        <translation>Die ersetzte Konfiguration kann nicht in %1 aufbewahrt werden: %2. Sie bleibt unter Datei &gt; Frühere Konfigurationen, bis das Programm endet.</translation>
+    </message>
 </context>
 <context>
     <name>zoHostEarlierDialog</name>
@@ -253,6 +261,18 @@ Das Protokoll nennt den Grund.</translation>
     <message>
         <source>They are lost unless you save them before the host closes.</source>
         <translation>Sie gehen verloren, wenn sie vor dem Schließen nicht gespeichert werden.</translation>
+    </message>
+    <message>
+        <source>Configuration %1 is not there any more</source>
+        <translation>Konfiguration %1 ist nicht mehr vorhanden</translation>
+    </message>
+    <message>
+        <source>Unable to load configuration %1: no module takes it</source>
+        <translation>Konfiguration %1 kann nicht geladen werden: kein Modul nimmt sie an</translation>
+    </message>
+    <message>
+        <source>Unable to bring the configuration back: no module takes it</source>
+        <translation>Die Konfiguration kann nicht zurückgeholt werden: kein Modul nimmt sie an</translation>
     </message>
 </context>
 <context>

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QProcess>
+#include <QSet>
 #include <QTemporaryDir>
 
 #include <memory>
@@ -27,6 +28,8 @@ private slots:
 
     void menusAreInTheLanguage_data();
     void menusAreInTheLanguage();
+    void mnemonicsAreUnique_data();
+    void mnemonicsAreUnique();
     void helpIsInTheLanguage();
     void stepsForScriptsAreEnglish();
     void otherDataDirectoryKeepsTheTranslations();
@@ -108,6 +111,46 @@ void tst_zohostLanguages::menusAreInTheLanguage()
     QVERIFY2(m_output.contains(german ? GermanModuleMenus : EnglishModuleMenus), said.constData());
     QVERIFY2(!m_output.contains(german ? EnglishModuleMenus : GermanModuleMenus), said.constData());
     QVERIFY2(m_output.contains(german ? "&Ansicht | " : "&View | "), said.constData());
+}
+
+void tst_zohostLanguages::mnemonicsAreUnique_data()
+{
+    QTest::addColumn<QString>("language");
+
+    QTest::newRow("en") << "en";
+    QTest::newRow("de") << "de";
+}
+
+void tst_zohostLanguages::mnemonicsAreUnique()
+{
+    QFETCH(QString, language);
+
+    run({}, {"--language", language, "--module", ZO_MODULE_FILE, "--module",
+             ZO_FIXTURE_DIR "/libzoMenuModule.so"});
+
+    const QStringList bars = QString::fromUtf8(m_output).split("menu bar\n", Qt::SkipEmptyParts);
+    QCOMPARE(bars.size(), 2);
+    QStringList groups; // what is seen together
+    for (const QString& bar : bars) {
+        const QStringList menus = bar.split('\n', Qt::SkipEmptyParts);
+        QStringList titles;
+        for (const QString& menu : menus) {
+            titles << menu.section(" | ", 0, 0);
+            groups << menu.section(" | ", 1);
+        }
+        QVERIFY(titles.size() > 2);
+        for (const QString& title : qAsConst(titles))
+            QVERIFY2(title.contains('&'), qPrintable(title));
+        groups << titles.join(" | ");
+    }
+    for (const QString& group : qAsConst(groups)) {
+        QSet<QChar> letters;
+        for (int at = group.indexOf('&'); at >= 0; at = group.indexOf('&', at + 1)) {
+            const QChar letter = group.at(at + 1).toLower();
+            QVERIFY2(!letters.contains(letter), qPrintable(group));
+            letters.insert(letter);
+        }
+    }
 }
 
 void tst_zohostLanguages::helpIsInTheLanguage()

@@ -224,7 +224,7 @@ void zoHPC::runSpeedTest()
     const QString message = tr("Send: %1 MByte/s\nReceive: %2 MByte/s\nSync: %3 frames/s\n")
                                 .arg(megabytesPerSecond(rates.at(0)), megabytesPerSecond(rates.at(1)),
                                      QString::number(double(rates.at(2).toLongLong()), 'f', 2));
-    zoLog::info("%s", message.toUtf8().constData());
+    zoLog::info(message);
     QMessageBox::information(nullptr, tr("Results"), message, QMessageBox::Ok);
 }
 

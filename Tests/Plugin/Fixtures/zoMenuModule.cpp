@@ -23,6 +23,7 @@ private:
         QWidget* window = zoKernelServiceFactory::getService<zoMainWindowService>()->mainWindowWidget();
         const QList<QMenuBar*> bars = window->findChildren<QMenuBar*>();
         for (const QMenuBar* bar : bars) {
+            std::printf("menu bar\n");
             const QList<QAction*> menus = bar->actions();
             for (const QAction* menu : menus) {
                 QStringList texts(menu->text());
