@@ -801,7 +801,7 @@ auch wenn die Server dann instabil sein können?</translation>
     </message>
     <message>
         <source>Part of the tile height that fades out at the lower edge, which the render nodes call the top one</source>
-        <translation>Teil der Kachelhöhe, der am unteren Rand ausgeblendet wird; die Renderknoten nennen ihn den oberen</translation>
+        <translation>Blendbereich am unteren Rand, als Anteil der Kachelhöhe; die Renderknoten nennen ihn den oberen</translation>
     </message>
     <message>
         <source>Bottom (fraction)</source>
@@ -809,7 +809,7 @@ auch wenn die Server dann instabil sein können?</translation>
     </message>
     <message>
         <source>Part of the tile height that fades out at the upper edge, which the render nodes call the bottom one</source>
-        <translation>Teil der Kachelhöhe, der am oberen Rand ausgeblendet wird; die Renderknoten nennen ihn den unteren</translation>
+        <translation>Blendbereich am oberen Rand, als Anteil der Kachelhöhe; die Renderknoten nennen ihn den unteren</translation>
     </message>
 </context>
 <context>
@@ -1429,7 +1429,7 @@ auch wenn die Server dann instabil sein können?</translation>
     </message>
     <message>
         <source>Click to see them in the display setup, where they can be fixed.</source>
-        <translation>Ein Klick zeigt sie in der Anzeigeneinrichtung, wo sie sich beheben lassen.</translation>
+        <translation>Ein Klick zeigt sie unter „Anzeigen einrichten“, wo sie sich beheben lassen.</translation>
     </message>
 </context>
 <context>
