@@ -112,8 +112,8 @@ private:
     QWidget* addModule(const QString& name, const QString& category);
     zoFakeModuleWindow* addFakeModule();
     void restart();
-    bool drag(QWidget* target, const QMimeData& data, Qt::DropActions actions = Qt::CopyAction);
-    bool drop(QWidget* target, const QMimeData& data);
+    Qt::DropAction drag(QWidget* target, const QMimeData& data, Qt::DropActions actions = Qt::CopyAction);
+    Qt::DropAction drop(QWidget* target, const QMimeData& data);
     static std::unique_ptr<QMimeData> files(const QStringList& names);
     QString title() const { return m_window->windowHandle()->title(); }
     bool closeAnswering(QMessageBox::StandardButton answer);
@@ -415,22 +415,21 @@ void tst_zoHostMainWindow::restart()
     m_window = std::make_unique<zoHostMainWindow>(m_parts->services());
 }
 
-// Whether the drag is taken.
-bool tst_zoHostMainWindow::drag(QWidget* target, const QMimeData& data, Qt::DropActions actions)
+// What a drop would do.
+Qt::DropAction tst_zoHostMainWindow::drag(QWidget* target, const QMimeData& data, Qt::DropActions actions)
 {
     QDragEnterEvent event(QPoint(5, 5), actions, &data, Qt::LeftButton, Qt::NoModifier);
     event.ignore();
     QCoreApplication::sendEvent(target, &event);
-    // Whatever the other program offers first: the file must stay there.
-    return event.isAccepted() && event.dropAction() == Qt::CopyAction;
+    return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
 }
 
-bool tst_zoHostMainWindow::drop(QWidget* target, const QMimeData& data)
+Qt::DropAction tst_zoHostMainWindow::drop(QWidget* target, const QMimeData& data)
 {
     QDropEvent event(QPointF(5, 5), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
     event.ignore();
     QCoreApplication::sendEvent(target, &event);
-    return event.isAccepted() && event.dropAction() == Qt::CopyAction;
+    return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
 }
 
 std::unique_ptr<QMimeData> tst_zoHostMainWindow::files(const QStringList& names)
@@ -595,8 +594,9 @@ void tst_zoHostMainWindow::configurationIsDropped()
     const QString file = m_parts->writeFile(QString::fromUtf8("größe.ZHPC"), "a");
     const auto data = files({file});
 
-    QVERIFY(drag(m_window.get(), *data, Qt::CopyAction | Qt::MoveAction | Qt::LinkAction));
-    QVERIFY(drop(m_window.get(), *data));
+    // Never a move, whatever the other program would rather do: the file must stay there.
+    QCOMPARE(drag(m_window.get(), *data, Qt::CopyAction | Qt::MoveAction | Qt::LinkAction), Qt::CopyAction);
+    QCOMPARE(drop(m_window.get(), *data), Qt::CopyAction);
 
     QTRY_COMPARE(m_module->loaded, QStringList(file));
 }
@@ -606,8 +606,8 @@ void tst_zoHostMainWindow::dropOverAChildIsTaken()
     zoFakeModuleWindow* module = addFakeModule();
     const auto data = files({m_parts->writeFile("wall.zhpc", "a")});
 
-    QVERIFY(drag(module, *data));
-    QVERIFY(drag(m_window->logPanel()->viewport(), *data));
+    QCOMPARE(drag(module, *data), Qt::CopyAction);
+    QCOMPARE(drag(m_window->logPanel()->viewport(), *data), Qt::CopyAction);
 }
 
 void tst_zoHostMainWindow::otherDragsAreRefused_data()
@@ -632,8 +632,8 @@ void tst_zoHostMainWindow::otherDragsAreRefused()
         name = m_parts->filePath(name);
     const auto data = files(names);
 
-    QVERIFY(!drag(m_window.get(), *data));
-    QVERIFY(!drop(m_window.get(), *data));
+    QCOMPARE(drag(m_window.get(), *data), Qt::IgnoreAction);
+    QCOMPARE(drop(m_window.get(), *data), Qt::IgnoreAction);
 
     QCoreApplication::processEvents();
     QCOMPARE(m_module->loaded, QStringList());
@@ -644,19 +644,19 @@ void tst_zoHostMainWindow::dragThatOnlyMovesIsRefused()
     addFakeModule();
     const auto data = files({m_parts->writeFile("wall.zhpc", "a")});
 
-    QVERIFY(!drag(m_window.get(), *data, Qt::MoveAction));
+    QCOMPARE(drag(m_window.get(), *data, Qt::MoveAction), Qt::IgnoreAction);
 }
 
 void tst_zoHostMainWindow::nothingIsDroppedWhileASessionRuns()
 {
     addFakeModule();
     const auto data = files({m_parts->writeFile("wall.zhpc", "a")});
-    QVERIFY(drag(m_window.get(), *data));
+    QCOMPARE(drag(m_window.get(), *data), Qt::CopyAction);
     m_parts->cluster.applyConfig("<cluster><master><network><node name='n'/></network></master></cluster>");
     QVERIFY(m_parts->cluster.start());
 
-    QVERIFY(!drop(m_window.get(), *data));
-    QVERIFY(!drag(m_window.get(), *data));
+    QCOMPARE(drop(m_window.get(), *data), Qt::IgnoreAction);
+    QCOMPARE(drag(m_window.get(), *data), Qt::IgnoreAction);
 
     QCoreApplication::processEvents();
     QCOMPARE(m_module->loaded, QStringList());
@@ -669,7 +669,7 @@ void tst_zoHostMainWindow::nothingIsDroppedWhileADialogAsks()
     m_window->showPreferences();
     QVERIFY(QApplication::activeModalWidget() != nullptr);
 
-    QVERIFY(!drag(m_window.get(), *data));
+    QCOMPARE(drag(m_window.get(), *data), Qt::IgnoreAction);
 }
 
 void tst_zoHostMainWindow::savedWorkIsNotAskedAbout()

@@ -86,6 +86,7 @@ void tst_zoHostRecentMenu::chosenFileIsTold()
     QSignalSpy chosen(m_menu.get(), &zoHostRecentMenu::fileChosen);
 
     m_menu->actions().at(1)->trigger();
+    QCOMPARE(chosen.count(), 0); // not from inside the action, which the opening may destroy
 
     QTRY_COMPARE(chosen.count(), 1);
     QCOMPARE(chosen.constFirst().constFirst().toString(), QStringLiteral("/walls/a.zhpc"));

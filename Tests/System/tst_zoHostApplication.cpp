@@ -76,6 +76,7 @@ private slots:
     void replacedConfigurationComesBack();
     void untouchedNewConfigurationIsNotKept();
     void configurationOfTheServiceIsRemembered();
+    void scriptLeavesNoTrace();
 
 private:
     QWidget* moduleWindow() const { return mainWindow()->moduleWindows().constFirst(); }
@@ -360,6 +361,24 @@ void tst_zoHostApplication::configurationOfTheServiceIsRemembered()
     const zoHostEarlierConfigurations kept(zoHostEarlierConfigurations::defaultFolder());
     QVERIFY(kept.textOf(kept.entries().constFirst()).contains("<network"));
     QCOMPARE(kept.entries().constFirst().originFile, QString());
+}
+
+void tst_zoHostApplication::scriptLeavesNoTrace()
+{
+    m_host.reset();
+    zoHostOptions options;
+    options.moduleFiles = QStringList(QStringLiteral(ZO_MODULE_FILE));
+    options.nonInteractive = true;
+    m_host = std::make_unique<zoHostApplication>(options);
+    mainWindow()->show();
+
+    mainWindow()->openConfiguration(copySample("powerwall-2x2.zhpc", "wall.zhpc"));
+    actionOf(moduleWindow(), "New")->trigger();
+
+    QVERIFY(!recentMenu()->actions().constFirst()->isEnabled());
+    QVERIFY(!QDir(zoHostEarlierConfigurations::defaultFolder()).exists());
+    actionOf(moduleWindow(), "Add network")->trigger();
+    QVERIFY(mainWindow()->close());
 }
 
 ZO_TEST_MAIN(tst_zoHostApplication)

@@ -10,11 +10,16 @@
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QDomDocument>
+#include <QDrag>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMenuBar>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
@@ -108,6 +113,18 @@ public:
         m_input.click(find(what, spot));
     }
 
+    // Until the other window has noticed; what it takes is let go by the caller.
+    void drag(QPoint from, QPoint to, const std::function<bool()>& hasStarted) const
+    {
+        m_input.grab(from);
+        m_input.carryTo(from + QPoint(QApplication::startDragDistance() * 2, 0));
+        waitFor("the drag", hasStarted);
+        m_input.carryTo(to - QPoint(20, 0));
+        m_input.carryTo(to);
+    }
+
+    void letGo() const { m_input.letGo(); }
+
     void press(zoDesktopInput::Key key) const { m_input.press(key); }
 
     void pressControl(char letter) const { m_input.pressControl(letter); }
@@ -167,6 +184,55 @@ public:
 
 private:
     zoDesktopInput& m_input;
+};
+
+// A window that files are dragged from; it would rather give them away than share them.
+class FileManager final : public QLabel
+{
+public:
+    explicit FileManager(QWidget* parent) : QLabel("files", parent, Qt::Dialog)
+    {
+        setAlignment(Qt::AlignCenter);
+        resize(160, 80);
+        qApp->installEventFilter(this);
+    }
+
+    bool isDragging() const { return m_dragging; }
+    bool hasEntered() const { return m_entered; }        // the host's window
+    Qt::DropAction offer() const { return m_offer; }     // what a drop would do now
+    Qt::DropAction outcome() const { return m_outcome; } // of the last drag
+
+    QString file;
+
+protected:
+    void mouseMoveEvent(QMouseEvent* event) override
+    {
+        if (m_dragging || !(event->buttons() & Qt::LeftButton))
+            return;
+        auto* urls = new QMimeData;
+        urls->setUrls({QUrl::fromLocalFile(file)});
+        auto* drag = new QDrag(this);
+        drag->setMimeData(urls);
+        connect(drag, &QDrag::actionChanged, this, [this](Qt::DropAction action) { m_offer = action; });
+        m_dragging = true;
+        m_entered = false;
+        m_offer = Qt::IgnoreAction;
+        m_outcome = drag->exec(Qt::CopyAction | Qt::MoveAction, Qt::MoveAction);
+        m_dragging = false;
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::DragEnter && watched->isWindowType())
+            m_entered = m_entered || watched == parentWidget()->windowHandle();
+        return QLabel::eventFilter(watched, event);
+    }
+
+private:
+    bool m_dragging = false;
+    bool m_entered = false;
+    Qt::DropAction m_offer = Qt::IgnoreAction;
+    Qt::DropAction m_outcome = Qt::IgnoreAction;
 };
 
 zoHostMainWindow* hostWindow()
@@ -240,9 +306,14 @@ class tst_zohostDesktop final : public zoTestCase
 
 private slots:
     void initTestCase();
+    void init();
     void wallIsBuiltSavedAndLoaded();
+    void filesAreDroppedAndWorkIsAskedAbout();
 
 private:
+    void play(const std::function<void(const Person&)>& act);
+    void dropFiles(const Person& person) const;
+    void dropFile(const Person& person, const QString& fileName, bool isTaken) const;
     void buildWall(const Person& person) const;
     void editHosts(const Person& person) const;
     void makeWall(const Person& person) const;
@@ -269,7 +340,23 @@ void tst_zohostDesktop::initTestCase()
     QCoreApplication::setOrganizationName("zo");
 }
 
+void tst_zohostDesktop::init()
+{
+    QSettings().clear();
+}
+
 void tst_zohostDesktop::wallIsBuiltSavedAndLoaded()
+{
+    play([this](const Person& person) { buildWall(person); });
+}
+
+void tst_zohostDesktop::filesAreDroppedAndWorkIsAskedAbout()
+{
+    play([this](const Person& person) { dropFiles(person); });
+}
+
+// Runs the host, as the program does, until the person has closed it.
+void tst_zohostDesktop::play(const std::function<void(const Person&)>& act)
 {
     zoHostOptions options;
     options.moduleFiles = QStringList(QStringLiteral(ZO_MODULE_FILE));
@@ -277,10 +364,12 @@ void tst_zohostDesktop::wallIsBuiltSavedAndLoaded()
     std::atomic<bool> hasLeft{false};
     std::string failure;
 
-    std::thread thread([this, &failure, &hasLeft] {
+    std::thread thread([this, &act, &failure, &hasLeft] {
         const Person person(m_input);
         try {
-            buildWall(person);
+            person.waitFor("the host is active", [] { return hostWindow()->isActiveWindow(); });
+            act(person);
+            person.waitFor("the host is closed", [] { return !hostWindow()->isVisible(); });
         } catch (const std::exception& exception) {
             failure = exception.what();
             keepPicture(person, "failure");
@@ -292,8 +381,9 @@ void tst_zohostDesktop::wallIsBuiltSavedAndLoaded()
         hasLeft = true;
     });
     const int exitCode = host.run();
+    // The person may still be looking.
     while (!hasLeft)
-        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, LookMs);
+        QCoreApplication::processEvents(QEventLoop::AllEvents, LookMs);
     thread.join();
 
     QVERIFY2(failure.empty(), failure.c_str());
@@ -302,7 +392,6 @@ void tst_zohostDesktop::wallIsBuiltSavedAndLoaded()
 
 void tst_zohostDesktop::buildWall(const Person& person) const
 {
-    person.waitFor("the host is active", [] { return hostWindow()->isActiveWindow(); });
     editHosts(person);
     makeWall(person);
     person.waitFor("the title shows unsaved work", [] {
@@ -454,6 +543,93 @@ void tst_zohostDesktop::answerFileDialog(const Person& person, const QString& fi
     person.waitFor("the file dialog is closed", [] { return QApplication::activeModalWidget() == nullptr; });
 }
 
+void tst_zohostDesktop::dropFiles(const Person& person) const
+{
+    const QString wall = m_directory.filePath("dropped.zhpc");
+    QFile::copy(QStringLiteral(ZO_DATA_DIR "/cluster/powerwall-2x2.zhpc"), wall);
+    const QString other = m_directory.filePath("dropped.xml");
+    QFile::copy(wall, other);
+    const auto title = [](const QString& text) {
+        return [text] { return hostWindow()->windowHandle()->title() == text; };
+    };
+
+    dropFile(person, other, false);
+    dropFile(person, wall, true);
+    person.waitFor("the dropped file is open", title("dropped.zhpc - zohost"));
+
+    // Work that New replaces comes back, and Recent has the file.
+    QMenuBar* hostMenus = person.see([] { return hostWindow()->menuBar(); });
+    QMenuBar* menus = person.see([] { return clusterWindow()->menuBar(); });
+    person.chooseMenu(menus, "&Edit", "Add network");
+    person.waitFor("the change is marked", title("dropped.zhpc* - zohost"));
+    person.chooseMenu(menus, "&File", "New");
+    person.waitFor("the window is empty", title("zohost"));
+    person.chooseMenu(hostMenus, "&File", "&Earlier configurations...");
+    person.find("Bring back", [] { return spotOf(inDialog<QPushButton>("BringBack")); });
+    keepPicture(person, "earlier");
+    person.click("Bring back", [] { return spotOf(inDialog<QPushButton>("BringBack")); });
+    person.waitFor("it is back as work", title("Untitled* - zohost"));
+    person.waitFor("its nodes are there", [] { return hosts().contains("wall-r1-c1"); });
+    person.chooseMenu(hostMenus, "&File", "&Recent");
+    person.click("the recent file", [wall] {
+        auto* menu = hostWindow()->findChild<QMenu*>("RecentMenu");
+        QAction* first = menu->actions().constFirst();
+        return first->data().toString() == wall ? Spot{menu, menu->actionGeometry(first)} : Spot();
+    });
+    person.waitFor("the file is open again", title("dropped.zhpc - zohost"));
+
+    // Cancel stays, Save saves.
+    person.chooseMenu(menus, "&Edit", "Add network");
+    person.waitFor("the change is marked", title("dropped.zhpc* - zohost"));
+    const auto answer = [](QMessageBox::StandardButton which) {
+        return [which] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            return box == nullptr ? Spot() : spotOf(box->button(which));
+        };
+    };
+    person.pressControl('q');
+    person.click("Cancel", answer(QMessageBox::Cancel));
+    person.waitFor("nobody asks", [] { return QApplication::activeModalWidget() == nullptr; });
+    if (!person.see([] { return hostWindow()->isVisible(); }))
+        throw std::runtime_error("the host closed in spite of Cancel");
+    const QByteArray before = contentOf(wall);
+    person.waitFor("the host is active", [] { return hostWindow()->isActiveWindow(); });
+    person.pressControl('q');
+    person.click("Save", answer(QMessageBox::Save));
+    person.waitFor("the file is written", [wall, before] { return contentOf(wall) != before; });
+}
+
+void tst_zohostDesktop::dropFile(const Person& person, const QString& fileName, bool isTaken) const
+{
+    FileManager* files = person.see([fileName] {
+        auto* window = new FileManager(hostWindow());
+        window->file = fileName;
+        window->show();
+        return window;
+    });
+    const QPoint from = person.find("the file", [files] { return spotOf(files); });
+    // Over a list of the module, which takes no drops itself.
+    const QPoint to = person.find("the host tree", [] {
+        const auto* tree = clusterWindow()->findChild<QTreeWidget*>(QStringLiteral("m_treeWidget"));
+        return Spot{tree->viewport(),
+                    tree->viewport()->rect().adjusted(0, 0, 0, -tree->viewport()->height() / 2)};
+    });
+    person.drag(from, to, [files] { return files->isDragging(); });
+    person.waitFor("the drag is over the host", [files] { return files->hasEntered(); });
+    if (isTaken)
+        person.waitFor("the host offers to open it", [files] { return files->offer() == Qt::CopyAction; });
+    person.letGo();
+    person.waitFor("the drop", [files] { return !files->isDragging(); });
+    const Qt::DropAction outcome = person.see([files] { return files->outcome(); });
+    if (outcome != (isTaken ? Qt::CopyAction : Qt::IgnoreAction))
+        throw std::runtime_error("the drop of " + fileName.toStdString() + " did " + std::to_string(outcome));
+    person.see([files] {
+        delete files;
+        return true;
+    });
+    person.waitFor("the host is active", [] { return hostWindow()->isActiveWindow(); });
+}
+
 // Into the folder of ZO_SCREENSHOTS, when somebody wants to look.
 void tst_zohostDesktop::keepPicture(const Person& person, const char* name) const
 {
@@ -461,6 +637,7 @@ void tst_zohostDesktop::keepPicture(const Person& person, const char* name) cons
     if (folder.isEmpty())
         return;
     person.see([folder, name] {
+        QCoreApplication::processEvents(); // what is to be painted
         const QString file = folder + QStringLiteral("/desktop-%1.png").arg(QLatin1String(name));
         return QGuiApplication::primaryScreen()->grabWindow(0).save(file);
     });

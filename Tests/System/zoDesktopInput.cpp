@@ -15,16 +15,10 @@ KeySym symbolOf(zoDesktopInput::Key key)
     switch (key) {
     case zoDesktopInput::Key::Return:
         return XK_Return;
-    case zoDesktopInput::Key::Escape:
-        return XK_Escape;
     case zoDesktopInput::Key::Tab:
         return XK_Tab;
     case zoDesktopInput::Key::Right:
         return XK_Right;
-    case zoDesktopInput::Key::Down:
-        return XK_Down;
-    case zoDesktopInput::Key::Home:
-        return XK_Home;
     }
     return NoSymbol;
 }
@@ -65,15 +59,27 @@ bool zoDesktopInput::hasWindowManager() const
 void zoDesktopInput::click(QPoint position)
 {
     moveTo(position);
-    button(1);
+    XTestFakeButtonEvent(m_display, 1, True, CurrentTime);
+    XTestFakeButtonEvent(m_display, 1, False, CurrentTime);
     flush();
 }
 
-void zoDesktopInput::doubleClick(QPoint position)
+void zoDesktopInput::grab(QPoint position)
 {
     moveTo(position);
-    button(1);
-    button(1);
+    XTestFakeButtonEvent(m_display, 1, True, CurrentTime);
+    flush();
+}
+
+void zoDesktopInput::carryTo(QPoint position)
+{
+    moveTo(position);
+    flush();
+}
+
+void zoDesktopInput::letGo()
+{
+    XTestFakeButtonEvent(m_display, 1, False, CurrentTime);
     flush();
 }
 
@@ -119,12 +125,6 @@ bool zoDesktopInput::type(const QString& text)
 void zoDesktopInput::moveTo(QPoint position)
 {
     XTestFakeMotionEvent(m_display, DefaultScreen(m_display), position.x(), position.y(), CurrentTime);
-}
-
-void zoDesktopInput::button(int number)
-{
-    XTestFakeButtonEvent(m_display, unsigned(number), True, CurrentTime);
-    XTestFakeButtonEvent(m_display, unsigned(number), False, CurrentTime);
 }
 
 void zoDesktopInput::tap(unsigned keyCode, bool withShift, bool withControl)

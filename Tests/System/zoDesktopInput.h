@@ -10,7 +10,7 @@ struct _XDisplay;
 class zoDesktopInput final
 {
 public:
-    enum class Key { Return, Escape, Tab, Right, Down, Home };
+    enum class Key { Return, Tab, Right };
 
     zoDesktopInput(); // the display of the environment
     ~zoDesktopInput();
@@ -23,7 +23,10 @@ public:
 
     // Positions are pixels of the screen.
     void click(QPoint position);
-    void doubleClick(QPoint position);
+    // A drag: the button goes down, stays so on the way, and goes up.
+    void grab(QPoint position);
+    void carryTo(QPoint position);
+    void letGo();
     void press(Key key);
     void pressControl(char letter);
     // Letters, digits and signs of the keyboard. False when the keyboard lacks one; nothing is typed then.
@@ -31,7 +34,6 @@ public:
 
 private:
     void moveTo(QPoint position);
-    void button(int number);
     void tap(unsigned keyCode, bool withShift = false, bool withControl = false);
     void flush();
 

@@ -9,6 +9,7 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
+#include <ctime>
 #include <memory>
 
 // The configurations that others took the place of.
@@ -17,6 +18,7 @@ class tst_zoHostEarlierConfigurations final : public zoTestCase
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void init();
     void cleanup();
 
@@ -46,6 +48,13 @@ private:
     std::unique_ptr<QTemporaryDir> m_directory;
     std::unique_ptr<zoHostEarlierConfigurations> m_earlier;
 };
+
+void tst_zoHostEarlierConfigurations::initTestCase()
+{
+    zoTestCase::initTestCase();
+    qputenv("TZ", "JST-9"); // times of day differ from those of the files
+    tzset();
+}
 
 void tst_zoHostEarlierConfigurations::init()
 {
