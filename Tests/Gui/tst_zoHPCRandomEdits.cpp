@@ -16,6 +16,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QRandomGenerator>
+#include <QShortcut>
 #include <QSpinBox>
 #include <QStackedWidget>
 #include <QTemporaryDir>
@@ -186,6 +187,13 @@ std::vector<tst_zoHPCRandomEdits::Operation> tst_zoHPCRandomEdits::treeOperation
                                            m_view->removeNetworkAction(), m_view->removeHostAction()};
              actions.at(random(actions.size()))->trigger();
          }},
+        {"remove-by-key", 2,
+         [this] {
+             // A key reaches a shortcut in the active window only.
+             auto* shortcut = m_tree->findChild<QShortcut*>();
+             QVERIFY(shortcut && shortcut->key() == QKeySequence(Qt::Key_Delete));
+             QMetaObject::invokeMethod(shortcut, "activated");
+         }},
         {"hosts-text", 3, [this] { m_view->setHostString(hostsText()); }},
         {"hosts-text-again", 3, [this] { m_view->setHostString(m_view->getHostsString()); }},
         {"one-hosts-text", 1,
@@ -321,6 +329,7 @@ std::vector<tst_zoHPCRandomEdits::Operation> tst_zoHPCRandomEdits::editorOperati
         {"widget", 16, [this] { changeWidget(); }},
         {"editor-slot", 8, [this] { callEditorSlot(); }},
         {"edit-item", 5, [this] { m_editor->setItem(chance(10) ? nullptr : randomItem()); }},
+        {"edit-name", 2, [this] { m_editor->editName(); }},
         {"editor-running", 1, [this] { m_editor->setIsRunning(chance(3)); }},
     };
 }
@@ -332,13 +341,24 @@ std::vector<tst_zoHPCRandomEdits::Operation> tst_zoHPCRandomEdits::windowOperati
         {"load-former", 2,
          [this] {
              if (!m_texts.isEmpty())
-                 m_window->setConfigString(m_texts.at(random(m_texts.size())));
+                 chance(2) ? m_window->setConfigString(oneOf(m_texts))
+                           : m_window->replaceConfigString(oneOf(m_texts));
          }},
         {"save", 2, [this, file] { m_window->saveConfig(file); }},
         {"load", 2,
          [this, file] {
              if (QFile::exists(file))
                  m_window->loadConfig(file);
+         }},
+        {"edit-text", 1,
+         [this] {
+             withDialog([](QDialog*) {});
+             m_window->editConfig();
+         }},
+        {"display-setup", 1,
+         [this] {
+             m_window->displaySetup();
+             chance(2) ? m_window->getDisplayEditor()->accept() : m_window->getDisplayEditor()->reject();
          }},
         {"config-string", 2, [this] { m_texts << m_window->getConfigString(); }},
         {"new", 1,

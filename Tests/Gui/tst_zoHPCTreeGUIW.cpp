@@ -121,6 +121,7 @@ private slots:
     void editHostsTakesTheText();
     void editHostsTakesTheFileOverTheText();
     void editHostsCancelledChangesNothing();
+    void deletedRowIsWholeWhileTheCurrentOneMovesOn();
     void overlayIconIsPaintedAtEightEight();
     void disabledRowsAreReadable();
     void rowsFillTheView();
@@ -1698,6 +1699,26 @@ void tst_zoHPCTreeGUIW::editHostsCancelledChangesNothing()
     QCOMPARE(outline(), QString("{a b}"));
     QVERIFY(m_view->hostFile().isEmpty());
     QCOMPARE(changed.count(), 0);
+}
+
+void tst_zoHPCTreeGUIW::deletedRowIsWholeWhileTheCurrentOneMovesOn()
+{
+    m_view->setHostString("a b c");
+    m_view->setSelectedItem(item({0, 1}));
+    int selections = 0;
+    bool whole = true;
+    connect(m_view.get(), &zoHPCTreeGUIW::selectedItemChanged, this, [&] {
+        ++selections;
+        const QTreeWidgetItem* network = m_master->child(0);
+        for (int row = 0; row < network->childCount(); ++row)
+            whole = whole && dynamic_cast<const zoHPCTreeItem*>(network->child(row)) != nullptr;
+    });
+
+    delete item({0, 1});
+
+    QVERIFY(selections > 0);
+    QVERIFY(whole);
+    QCOMPARE(outline(), QString("{a c}"));
 }
 
 void tst_zoHPCTreeGUIW::overlayIconIsPaintedAtEightEight()

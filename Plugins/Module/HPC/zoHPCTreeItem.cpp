@@ -74,20 +74,21 @@ zoHPCTreeItem::zoHPCTreeItem(zoHPCTreeGUIW* tree) : zoHPCStateItem(tree)
 
 zoHPCTreeItem::~zoHPCTreeItem()
 {
-    if (m_isBuried && tree())
-        tree()->forget(this);
-    if (m_isEdited)
-        zoHPCTreeEditGUIW::forget(this);
-    if (!hasGrandchildren(this))
-        return;
-    // The base class would recurse, once per level.
+    // While the item is whole: the base class takes it out of the tree, too, when nothing of this class is
+    // left, and the current row moves on before it is out.
     if (QTreeWidget* widget = treeWidget()) {
         if (QTreeWidgetItem* above = parent())
             above->removeChild(this);
         else
             widget->takeTopLevelItem(widget->indexOfTopLevelItem(this));
     }
-    destroy(takeChildren());
+    if (m_isBuried && tree())
+        tree()->forget(this);
+    if (m_isEdited)
+        zoHPCTreeEditGUIW::forget(this);
+    // The base class would recurse, once per level.
+    if (hasGrandchildren(this))
+        destroy(takeChildren());
 }
 
 void zoHPCTreeItem::setIsRunning(bool running)
