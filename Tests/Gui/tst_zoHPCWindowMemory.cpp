@@ -94,7 +94,7 @@ void tst_zoHPCWindowMemory::dialogComesBackAsItWasLeft()
         dialog.resize(640, 360);
         QCoreApplication::processEvents();
         const QList<int> before = dialog.splitter->sizes();
-        zoSplitterDrag(dialog.splitter, 70);
+        zoSplitterDrag(dialog.splitter, 300); // wider than the dialog was
         QVERIFY(dialog.splitter->sizes() != before);
         dialog.tabs->setCurrentIndex(1);
         sizes = dialog.splitter->sizes();
