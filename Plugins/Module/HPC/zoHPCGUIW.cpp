@@ -443,8 +443,10 @@ void zoHPCGUIW::setConfigString(const QString& text)
 void zoHPCGUIW::replaceConfigString(const QString& text)
 {
     // A service may tell back what it was just given, which makes nothing saved that was not.
-    const bool isSaved = m_currentFile.isEmpty() && text != documentText();
-    announceReplacement(text);
+    const QString going = documentText();
+    const bool isSaved = m_currentFile.isEmpty() && text != going;
+    if (text != going)
+        announceReplacement(going);
     setConfigString(text);
     if (isSaved)
         takeAsSaved();
@@ -455,15 +457,12 @@ bool zoHPCGUIW::differs() const
     return documentText() != m_savedText;
 }
 
-void zoHPCGUIW::announceReplacement(const QString& coming)
+void zoHPCGUIW::announceReplacement(const QString& going)
 {
-    const bool isEmpty = m_tree->master()->childCount() == 0 &&
-                         m_displayEditor->getProjectionItems().isEmpty() &&
-                         m_displayEditor->getWindowItems().isEmpty();
-    const QString text = documentText();
-    if (isEmpty || text == m_untouchedText || text == coming)
+    static const QString s_empty = QString::fromLatin1("<cluster version=\"1\">\n <master/>\n</cluster>\n");
+    if (going == s_empty || going == m_untouchedText)
         return;
-    setProperty("replacedConfiguration", text);
+    setProperty("replacedConfiguration", going);
     setProperty("replacedConfiguration", QVariant());
 }
 
@@ -564,8 +563,10 @@ void zoHPCGUIW::loadConfig(const QString& fileName)
         return;
     }
     file.close();
-    announceReplacement(textOf(bytes));
     m_lastConfig = textOf(bytes);
+    const QString going = documentText();
+    if (m_lastConfig != going)
+        announceReplacement(going);
     setConfigString(m_lastConfig);
     setCurrentFile(fileName);
 }
@@ -609,7 +610,7 @@ void zoHPCGUIW::saveConfig(const QString& fileName)
 
 void zoHPCGUIW::setDefaultConfig()
 {
-    announceReplacement();
+    announceReplacement(documentText());
     m_tree->setDefaultConfig();
     m_displayEditor->setDefaultConfig();
     m_currentFile.clear();

@@ -111,7 +111,7 @@ private:
     void createStatusBar();
     void followChanges();
     void setCurrentFile(const QString& fileName);
-    void announceReplacement(const QString& coming = QString());
+    void announceReplacement(const QString& going);
     void takeAsSaved();
     void showFile();
     void showDiffers(bool differs);

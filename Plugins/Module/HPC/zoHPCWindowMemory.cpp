@@ -68,11 +68,8 @@ void zoHPCWindowMemory::rememberDialog(QDialog* dialog, const QString& name)
 
 bool zoHPCWindowMemory::eventFilter(QObject* watched, QEvent* event)
 {
-    // Dialogs get their size before the parts in them are shown and before they are centred, parts their
-    // place when they have one.
-    if (event->type() == QEvent::Polish && m_widget->isWindow()) {
-        restore();
-    } else if (event->type() == QEvent::Show && !event->spontaneous()) {
+    // Of a dialog, before it is centred.
+    if (event->type() == QEvent::Show && !event->spontaneous()) {
         restore();
         m_shown = state();
     } else if (event->type() == QEvent::Hide && !event->spontaneous()) {
