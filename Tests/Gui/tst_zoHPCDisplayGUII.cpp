@@ -11,6 +11,7 @@
 #include <zoKernelServiceFactory.h>
 #include <zoNodeService.h>
 
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QBrush>
@@ -282,6 +283,8 @@ private slots:
     void namedFieldGetsTheFocusWithF2();
     void noFieldIsCutOff();
     void fitsASmallScreen();
+    void tabKeyVisitsThePartsInTheirOrder();
+    void everyNumberHasANameToBeRead();
     void fieldsShowUsualNumbersWhole();
 
     void attributeOrderFollowsColumns();
@@ -2061,6 +2064,69 @@ void tst_zoHPCDisplayGUII::fitsASmallScreen()
     const QSize screen = QGuiApplication::primaryScreen()->availableGeometry().size();
     QVERIFY(m_editor->height() < screen.height());
     QVERIFY(m_editor->width() <= std::max(screen.width(), m_editor->minimumSizeHint().width()));
+}
+
+void tst_zoHPCDisplayGUII::tabKeyVisitsThePartsInTheirOrder()
+{
+    load("<cluster version='1'><projection name='a' type='powerwall'/><display/></cluster>");
+    m_editor->open({});
+    projectionTree()->setCurrentItem(projectionTree()->topLevelItem(0));
+    projectionTree()->setFocus();
+
+    QStringList visited;
+    const QWidget* const first = projectionTree();
+    const QWidget* widget = first;
+    do {
+        if ((widget->focusPolicy() & Qt::TabFocus) && widget->isVisible() && widget->isEnabled() &&
+            !widget->focusProxy() && !qobject_cast<const QAbstractSpinBox*>(widget->parentWidget())) {
+            const auto* const button = qobject_cast<const QPushButton*>(widget);
+            visited << (widget->objectName().isEmpty() && button ? button->text().remove(QLatin1Char('&'))
+                                                                 : widget->objectName());
+        }
+        widget = widget->nextInFocusChain();
+    } while (widget != first);
+
+    QCOMPARE(visited, (QStringList{text("m_projectionTree"),
+                                   text("m_addProjectionButton"),
+                                   text("m_displayTree"),
+                                   text("m_addDisplayButton"),
+                                   text("m_name"),
+                                   text("m_type"),
+                                   text("m_rows"),
+                                   text("m_columns"),
+                                   text("m_overlapX"),
+                                   text("m_overlapY"),
+                                   text("m_areaWidth"),
+                                   text("m_areaHeight"),
+                                   text("m_distance"),
+                                   text("m_rightOffsetX"),
+                                   text("m_rightOffsetY"),
+                                   text("m_edgeBlending"),
+                                   text("qt_tabwidget_tabbar"),
+                                   text("m_roomView"),
+                                   text("m_fitButton"),
+                                   text("m_savePictureButton"),
+                                   text("m_problemList"),
+                                   text("OK"),
+                                   text("Cancel"),
+                                   text("Apply")}));
+}
+
+void tst_zoHPCDisplayGUII::everyNumberHasANameToBeRead()
+{
+    QStringList nameless;
+    const QList<QAbstractSpinBox*> numbers = m_editor->findChildren<QAbstractSpinBox*>();
+    for (QAbstractSpinBox* number : numbers) {
+        const QAccessibleInterface* const reader = QAccessible::queryAccessibleInterface(number);
+        QVERIFY(reader);
+        const QString name = reader->text(QAccessible::Name);
+        if (name.size() < 2 && name != QLatin1String("X") && name != QLatin1String("Y") &&
+            name != QLatin1String("Z"))
+            nameless << number->objectName();
+    }
+
+    QVERIFY(!numbers.isEmpty());
+    QCOMPARE(nameless, QStringList());
 }
 
 void tst_zoHPCDisplayGUII::fieldsShowUsualNumbersWhole()

@@ -3,6 +3,7 @@
 #include "zoHPCDisplayItem.h"
 #include "zoHPCDisplayTables.h"
 #include "zoHPCLayoutPane.h"
+#include "zoHPCProblemsView.h"
 #include "zoHPCProjectionItem.h"
 #include "zoHPCTreeGUIW.h"
 #include "zoHPCTreeItem.h"
@@ -108,6 +109,23 @@ void narrow(QAbstractSpinBox* field)
         field->setMinimumWidth(field->minimumSizeHint().width() - spare);
 }
 
+// The second and third number of a row have a sign for a label, or none: what is read aloud is their tool
+// tip.
+void nameForReaders(const QWidget* panels)
+{
+    const QList<QLabel*> labels = panels->findChildren<QLabel*>();
+    QSet<const QWidget*> labelled;
+    for (const QLabel* label : labels) {
+        if (label->buddy() && label->text() != QString::fromUtf8("×"))
+            labelled.insert(label->buddy());
+    }
+    const QList<QAbstractSpinBox*> numbers = panels->findChildren<QAbstractSpinBox*>();
+    for (QAbstractSpinBox* number : numbers) {
+        if (!labelled.contains(number))
+            number->setAccessibleName(number->toolTip());
+    }
+}
+
 QIcon icon(const char* name)
 {
     return zoIconManager::getIcon(QString::fromLatin1(name), QString());
@@ -147,6 +165,7 @@ zoHPCDisplayGUII::zoHPCDisplayGUII(QWidget* parent) : QDialog(parent)
     const QList<QAbstractSpinBox*> numbers = m_panels->findChildren<QAbstractSpinBox*>();
     for (QAbstractSpinBox* number : numbers)
         narrow(number);
+    nameForReaders(m_panels);
     // Wide enough for all panels while nothing is hidden yet; the rest is the trees'.
     m_panelArea->setMinimumWidth(m_panels->minimumSizeHint().width() +
                                  style()->pixelMetric(QStyle::PM_ScrollBarExtent));
@@ -954,6 +973,13 @@ void zoHPCDisplayGUII::createPreview()
     resize(std::min(TREE_WIDTH + m_panelArea->minimumWidth() + pictureWidth, screen.width()),
            std::min(height(), screen.height() - FRAME));
     setHostTree(nullptr);
+    // The buttons at the bottom come last.
+    QWidget* last = m_layoutPane->problemsView()->findChild<QTreeView*>();
+    for (const QDialogButtonBox::StandardButton which :
+         {QDialogButtonBox::Ok, QDialogButtonBox::Cancel, QDialogButtonBox::Apply}) {
+        setTabOrder(last, m_buttonBox->button(which));
+        last = m_buttonBox->button(which);
+    }
 
     connect(m_layoutPane, &zoHPCLayoutPane::itemActivated, this, &zoHPCDisplayGUII::chooseItem);
     connect(m_layoutPane, &zoHPCLayoutPane::displayEdited, this,
