@@ -220,6 +220,7 @@ void zoHPCDisplayGUII::setNodeNames(const QStringList& names)
         int first; // place of the first entry
     };
     QHash<QString, Seen> seen;
+    seen.reserve(names.size());
     QStringList entries;
     entries.reserve(names.size());
     for (const QString& name : names) {
@@ -240,12 +241,19 @@ void zoHPCDisplayGUII::setNodeNames(const QStringList& names)
         m_nodeNames->setStringList(entries);
     }
 
-    const QSet<QString> known(entries.cbegin(), entries.cend());
+    // Without equal names the entries are the names.
+    const bool isNumbered = seen.size() != names.size();
+    const QSet<QString> numbered =
+        isNumbered ? QSet<QString>(entries.cbegin(), entries.cend()) : QSet<QString>();
+    const auto isKnown = [&](const QString& name) {
+        return isNumbered ? numbered.contains(name) : seen.contains(name);
+    };
     {
         const BulkChange change(m_displayTree);
         const QList<zoHPCWindowItem*> windows = getWindowItems();
         for (zoHPCWindowItem* window : windows) {
-            if (window->renderNode().isEmpty() || known.contains(window->renderNode()))
+            const QString node = window->renderNode();
+            if (node.isEmpty() || isKnown(node))
                 continue;
             window->setRenderNode(QString::fromLatin1(""));
             window->update();
