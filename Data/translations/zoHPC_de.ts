@@ -1068,11 +1068,11 @@ auch wenn die Server dann instabil sein können?</translation>
     </message>
     <message>
         <source>Window %1 of display %2 is on the node &quot;%3&quot;, which the cluster does not have.</source>
-        <translation>Fenster %1 von Anzeige %2 liegt auf dem Knoten „%3“, den der Cluster nicht hat.</translation>
+        <translation>Fenster %1 von Anzeige %2: Knoten „%3“ ist nicht im Cluster.</translation>
     </message>
     <message>
         <source>Window %1 of display %2 is on the node &quot;%3&quot;, which is disabled.</source>
-        <translation>Fenster %1 von Anzeige %2 liegt auf dem Knoten „%3“, der deaktiviert ist.</translation>
+        <translation>Fenster %1 von Anzeige %2: Knoten „%3“ ist deaktiviert.</translation>
     </message>
     <message>
         <source>Enable %1</source>
@@ -1080,7 +1080,7 @@ auch wenn die Server dann instabil sein können?</translation>
     </message>
     <message>
         <source>Window %1 of display %2 and window %3 of display %4 overlap on one screen of the node &quot;%5&quot;.</source>
-        <translation>Fenster %1 von Anzeige %2 und Fenster %3 von Anzeige %4 überlappen sich auf einem Bildschirm des Knotens „%5“.</translation>
+        <translation>Überlappung auf „%5“: Fenster %1 von Anzeige %2 und Fenster %3 von Anzeige %4.</translation>
     </message>
     <message>
         <source>No viewport shows &quot;%1&quot;.</source>
@@ -1092,11 +1092,11 @@ auch wenn die Server dann instabil sein können?</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is shown to the left eye, but not to the right eye.</source>
-        <translation>„%1“ wird dem linken Auge gezeigt, dem rechten aber nicht.</translation>
+        <translation>Nur das linke Auge sieht „%1“, das rechte nicht.</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is shown to the right eye, but not to the left eye.</source>
-        <translation>„%1“ wird dem rechten Auge gezeigt, dem linken aber nicht.</translation>
+        <translation>Nur das rechte Auge sieht „%1“, das linke nicht.</translation>
     </message>
     <message>
         <source>&quot;%1&quot; has no area.</source>

@@ -1,0 +1,39 @@
+#include "zoScreenshots.h"
+
+#include <QApplication>
+#include <QFont>
+#include <QSettings>
+#include <QStyle>
+#include <QStyleFactory>
+#include <QTemporaryDir>
+
+#include <cstdio>
+
+// zo-screenshots LANGUAGE FOLDER
+int main(int argc, char** argv)
+{
+    if (argc != 3) {
+        std::fputs("Usage: zo-screenshots LANGUAGE FOLDER\nSee dev/screenshots.\n", stderr);
+        return 2;
+    }
+    // The same picture everywhere: no settings, no display, no style, scale or zone of whoever runs this.
+    const QTemporaryDir home;
+    for (const char* variable : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_RUNTIME_DIR"})
+        qputenv(variable, home.path().toLocal8Bit());
+    for (const char* variable : {"QT_SCALE_FACTOR", "QT_FONT_DPI", "QT_STYLE_OVERRIDE", "ZOKE_DATA"})
+        qunsetenv(variable);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_ENABLE_HIGHDPI_SCALING", "0");
+    qputenv("TZ", "UTC");
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, home.path());
+    QCoreApplication::setOrganizationName(QStringLiteral("zo"));
+    QCoreApplication::setApplicationName(QStringLiteral("zohost"));
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+
+    QApplication application(argc, argv);
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setPalette(QApplication::style()->standardPalette());
+    QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
+    zoScreenshots screenshots(QString::fromLocal8Bit(argv[1]), QString::fromLocal8Bit(argv[2]));
+    return screenshots.takeAll() ? 0 : 1;
+}
