@@ -35,6 +35,7 @@ private slots:
     void buttonMendsTheProblem();
     void buttonThatIsLeftAgainMendsNothing();
     void problemWithoutFixHasNoButton();
+    void messageWithoutFixHasTheWholeRow();
     void spaceMendsTheProblem();
     void fixMayReplaceTheList();
     void problemThatWentMeanwhileIsNotMended();
@@ -170,6 +171,39 @@ void tst_zoHPCProblemsView::problemWithoutFixHasNoButton()
 
     QCOMPARE(fixed.size(), 0);
     QCOMPARE(m_list->model()->index(1, 1).data().toString(), QString());
+}
+
+void tst_zoHPCProblemsView::messageWithoutFixHasTheWholeRow()
+{
+    // How a row looks beside another one with a fix.
+    const auto lookOfTheFirst = [this](const QString& message, const QString& fixText) {
+        std::vector<zoHPCProblem> problems;
+        problems.emplace_back(Kind::TileShownNowhere, &m_items[0], message);
+        problems.emplace_back(Kind::WindowWithoutNode, &m_items[1], QStringLiteral("x"));
+        problems.back().fixText = fixText;
+        problems.back().fix = [] {};
+        m_view->setProblems(problems);
+        QCoreApplication::processEvents();
+        const QRect row = m_list->visualRect(m_list->model()->index(0, 0)) |
+                          m_list->visualRect(m_list->model()->index(0, 1));
+        return m_list->viewport()->grab(row).toImage();
+    };
+    // Fills two thirds of the row, and is cut where half of that is for buttons.
+    QString message;
+    while (m_list->fontMetrics().horizontalAdvance(message) < 2 * m_list->viewport()->width() / 3)
+        message += QStringLiteral("m ");
+    QString longFix;
+    while (m_list->fontMetrics().horizontalAdvance(longFix) < m_list->viewport()->width() / 2)
+        longFix += QStringLiteral("f");
+
+    const QImage beside = lookOfTheFirst(message, longFix);
+
+    QVERIFY(m_list->columnWidth(0) < m_list->fontMetrics().horizontalAdvance(message));
+    QCOMPARE(beside, lookOfTheFirst(message, QStringLiteral("f")));
+    QVERIFY(beside != lookOfTheFirst(QString(), QStringLiteral("f")));
+    QSignalSpy activated(m_view.get(), &zoHPCProblemsView::itemActivated);
+    QTest::mouseClick(m_list->viewport(), Qt::LeftButton, Qt::NoModifier, placeOf(0, 1));
+    QCOMPARE(activated.size(), 1);
 }
 
 void tst_zoHPCProblemsView::spaceMendsTheProblem()

@@ -136,11 +136,10 @@ void zoScreenshots::takeHost()
     settleLog();
     take(window(), QStringLiteral("host-idle"));
 
-    trigger("startCluster()");
+    trigger("startCluster");
     settleLog();
     take(window(), QStringLiteral("host-running"));
-    trigger("stopCluster()");
-    settle();
+    trigger("stopCluster");
 }
 
 // As it stands over the window while the second half of the nodes is awaited.
@@ -159,10 +158,9 @@ void zoScreenshots::takeConnecting()
             QPainter(&image).drawPixmap(window()->mapFromGlobal(overlay->mapToGlobal(QPoint())),
                                         overlay->grab());
         });
-    trigger("startCluster()");
+    trigger("startCluster");
     disconnect(connection);
-    trigger("stopCluster()");
-    settle();
+    trigger("stopCluster");
     if (image.isNull())
         fail(QStringLiteral("connecting: no overlay"));
     else
@@ -201,8 +199,7 @@ void zoScreenshots::takeHostsDialog()
 void zoScreenshots::takeDocumentDialog()
 {
     load(sample("powerwall-2x2.zhpc"));
-    atDialog([this] { QMetaObject::invokeMethod(module(), "editConfig"); }, QSize(760, 480),
-             QStringLiteral("configuration"));
+    atDialog([this] { trigger("editConfig"); }, QSize(760, 480), QStringLiteral("configuration"));
 }
 
 void zoScreenshots::takeDisplaySetup()
@@ -291,15 +288,14 @@ void zoScreenshots::load(const QString& fileName)
 
 void zoScreenshots::trigger(const char* slot)
 {
-    const QByteArray name = QByteArray(slot).chopped(2);
-    QObject* object = window()->moduleObject(slot);
-    if (object == nullptr || !QMetaObject::invokeMethod(object, name.constData()))
+    if (!QMetaObject::invokeMethod(module(), slot))
         fail(QLatin1String(slot) + QStringLiteral(": no such slot"));
+    settle();
 }
 
 void zoScreenshots::openDisplaySetup(const std::function<void(QDialog*)>& show)
 {
-    QMetaObject::invokeMethod(module(), "displaySetup");
+    trigger("displaySetup");
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
     if (dialog == nullptr) {
         fail(QStringLiteral("display setup: no dialog"));

@@ -42,7 +42,7 @@ private:
     QWidget* module() const;
     zoClusterService* cluster() const;
     void load(const QString& fileName);
-    void trigger(const char* slot);
+    void trigger(const char* slot); // of the module's window
     void openDisplaySetup(const std::function<void(QDialog*)>& show);
     void choose(QWidget* parent, const char* tree, int row, int child = -1, int grandchild = -1);
     void atDialog(const std::function<void()>& open, const QSize& size, const QString& name);

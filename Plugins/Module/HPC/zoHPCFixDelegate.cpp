@@ -14,13 +14,13 @@ void zoHPCFixDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
                              const QModelIndex& index) const
 {
     const QString text = index.data().toString();
+    if (text.isEmpty())
+        return;
     QStyleOptionViewItem empty(option);
     initStyleOption(&empty, index);
     empty.text.clear();
     const QStyle* const style = option.widget ? option.widget->style() : QApplication::style();
     style->drawControl(QStyle::CE_ItemViewItem, &empty, painter, option.widget);
-    if (text.isEmpty())
-        return;
     QStyleOptionButton shown = button(option, text);
     shown.state |= m_pressed == index ? QStyle::State_Sunken : QStyle::State_Raised;
     style->drawControl(QStyle::CE_PushButton, &shown, painter, option.widget);

@@ -1,6 +1,7 @@
 #include "zoHPCProblemsView.h"
 
 #include "zoHPCFixDelegate.h"
+#include "zoHPCProblemDelegate.h"
 #include "zoHPCProblemModel.h"
 
 #include <QHeaderView>
@@ -31,6 +32,7 @@ zoHPCProblemsView::zoHPCProblemsView(QWidget* parent) : QWidget(parent)
     m_list->installEventFilter(this);
     auto* const delegate = new zoHPCFixDelegate(m_list);
     m_list->setItemDelegateForColumn(zoHPCProblemModel::Fix, delegate);
+    m_list->setItemDelegateForColumn(zoHPCProblemModel::Message, new zoHPCProblemDelegate(m_list));
 
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -38,7 +40,8 @@ zoHPCProblemsView::zoHPCProblemsView(QWidget* parent) : QWidget(parent)
     layout->addWidget(m_list);
 
     connect(m_list, &QTreeView::clicked, this, [this](const QModelIndex& index) {
-        if (index.column() == zoHPCProblemModel::Message)
+        // Where there is no button the whole row is the message.
+        if (index.column() == zoHPCProblemModel::Message || index.data().toString().isEmpty())
             activate(index.row());
     });
     connect(m_list, &QTreeView::activated, this, [this](const QModelIndex& index) { activate(index.row()); });
