@@ -34,6 +34,7 @@
 #include <QStyle>
 
 #include <algorithm>
+#include <initializer_list>
 
 namespace
 {
@@ -714,17 +715,18 @@ void zoHPCDisplayGUII::updateTiledVsibility()
         row >= 0 ? zoHPCDisplayTables::ProjectionTypes[row] : UNKNOWN;
 
     m_tileLayoutGroup->setVisible(type.tileLayout);
-    for (QWidget* widget : QList<QWidget*>{m_rowLabel, m_row, m_columnLabel, m_column})
+    for (QWidget* widget : std::initializer_list<QWidget*>{m_rowLabel, m_row, m_columnLabel, m_column})
         widget->setVisible(type.tilePlace);
     m_overlapUnit->setText(row >= 0 ? tr(type.overlapUnit) : QString());
     m_areaGroup->setVisible(type.area);
     m_cornersGroup->setVisible(type.corners);
-    for (QWidget* widget : QList<QWidget*>{m_caveWallsGroup, m_caveSizeGroup, m_caveCenterGroup})
-        widget->setVisible(type.cave);
-    for (QWidget* widget : QList<QWidget*>{m_distanceLabel, m_distance})
-        widget->setVisible(type.distance);
     for (QWidget* widget :
-         QList<QWidget*>{m_rightOffsetXLabel, m_rightOffsetX, m_rightOffsetYLabel, m_rightOffsetY})
+         std::initializer_list<QWidget*>{m_caveWallsGroup, m_caveSizeGroup, m_caveCenterGroup})
+        widget->setVisible(type.cave);
+    for (QWidget* widget : std::initializer_list<QWidget*>{m_distanceLabel, m_distance})
+        widget->setVisible(type.distance);
+    for (QWidget* widget : std::initializer_list<QWidget*>{m_rightOffsetXLabel, m_rightOffsetX,
+                                                           m_rightOffsetYLabel, m_rightOffsetY})
         widget->setVisible(type.rightOffset);
     m_edgesGroup->setVisible(type.edges && m_edgeBlending->isChecked());
 }
@@ -732,7 +734,8 @@ void zoHPCDisplayGUII::updateTiledVsibility()
 void zoHPCDisplayGUII::setViewportPosition()
 {
     const bool custom = m_position->currentData().toString() == QLatin1String("custom");
-    for (QWidget* field : QList<QWidget*>{m_viewportX1, m_viewportY1, m_viewportX2, m_viewportY2})
+    for (QWidget* field :
+         std::initializer_list<QWidget*>{m_viewportX1, m_viewportY1, m_viewportX2, m_viewportY2})
         field->setEnabled(custom);
 }
 
@@ -1121,7 +1124,7 @@ void zoHPCDisplayGUII::bindProjection()
                                                : QAbstractSpinBox::UpDownArrows);
         }
         m_name->setReadOnly(generated);
-        for (QWidget* choice : QList<QWidget*>{m_type, m_edgeBlending})
+        for (QWidget* choice : std::initializer_list<QWidget*>{m_type, m_edgeBlending})
             choice->setEnabled(!generated);
     }
     updateTiledVsibility();
@@ -1186,8 +1189,8 @@ void zoHPCDisplayGUII::showPixels()
     const auto* window = viewport ? dynamic_cast<const zoHPCWindowItem*>(viewport->parent()) : nullptr;
     // How large a full-screen window is only its screen knows.
     const bool known = window && !window->getBool(zoHPCWindowItem::FullScreen);
-    for (QWidget* widget :
-         QList<QWidget*>{m_lowerLeftPixelLabel, m_lowerLeftPixel, m_upperRightPixelLabel, m_upperRightPixel})
+    for (QWidget* widget : std::initializer_list<QWidget*>{m_lowerLeftPixelLabel, m_lowerLeftPixel,
+                                                           m_upperRightPixelLabel, m_upperRightPixel})
         widget->setVisible(known);
     if (!known)
         return;
