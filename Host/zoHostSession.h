@@ -9,8 +9,9 @@ class zoHostMainWindow;
 
 // The session that the command line asks for: loads the configuration, starts the cluster, follows it, takes
 // the picture and ends the program. Goes on by signals and queued calls, one step after the other. A
-// non-interactive session prints its steps on standard output, in English for scripts, and exits with 1 at
-// the first step that fails.
+// non-interactive session prints its steps on standard output and exits with 1 at the first step that fails.
+// Steps are English in every language, so that scripts know them, but for what the service says of a
+// progress.
 class zoHostSession final : public QObject
 {
     Q_OBJECT
