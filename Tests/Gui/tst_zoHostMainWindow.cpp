@@ -132,6 +132,10 @@ void tst_zoHostMainWindow::init()
 
 void tst_zoHostMainWindow::cleanup()
 {
+    // A drag that a test leaves open: the application would send the next drop to a window that is gone.
+    QDragLeaveEvent leave;
+    QWidget anyWindow;
+    QCoreApplication::sendEvent(&anyWindow, &leave);
     m_window.reset();
     m_module.reset();
     m_parts.reset();
