@@ -5,13 +5,14 @@
 #include "zoHostMainWindow.h"
 
 #include <zoClusterService.h>
+#include <zoFileWriter.h>
 #include <zoLog.h>
 
+#include <QBuffer>
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QPixmap>
-#include <QSaveFile>
 
 #include <cstdio>
 
@@ -128,11 +129,12 @@ void zoHostSession::takeScreenshot()
 {
     const QString name = m_options.screenshotFile;
     if (!name.isEmpty()) {
-        QSaveFile file(name);
-        const bool written =
-            file.open(QIODevice::WriteOnly) && m_window->grab().save(&file, "PNG") && file.commit();
-        if (!written) {
-            fail(tr("Unable to write screenshot %1: %2").arg(name, file.errorString()));
+        QBuffer buffer;
+        buffer.open(QIODevice::WriteOnly);
+        m_window->grab().save(&buffer, "PNG");
+        QString reason;
+        if (zoFileWriter::write(name, buffer.data(), &reason) != zoFileWriter::Result::Written) {
+            fail(tr("Unable to write screenshot %1: %2").arg(name, reason));
             if (m_ended)
                 return;
         } else {

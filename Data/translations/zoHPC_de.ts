@@ -951,6 +951,10 @@ auch wenn die Server dann instabil sein können?</translation>
         <source>Unable to save cluster config %1: %2. What the file held before is still there.</source>
         <translation>Clusterkonfiguration %1 kann nicht gespeichert werden: %2. Der bisherige Inhalt der Datei ist noch da.</translation>
     </message>
+    <message>
+        <source>Unable to save cluster config %1: %2</source>
+        <translation>Clusterkonfiguration %1 kann nicht gespeichert werden: %2</translation>
+    </message>
 </context>
 <context>
     <name>zoHPCLayoutPane</name>

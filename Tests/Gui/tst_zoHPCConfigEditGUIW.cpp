@@ -46,6 +46,7 @@ private slots:
     void cancelledBrowsingLeavesTheField();
     void okAcceptsAndCancelRejects();
     void hugeTextIsShown();
+    void tabKeyLeavesTheText();
 
 private:
     template <typename Widget>
@@ -283,6 +284,20 @@ void tst_zoHPCConfigEditGUIW::hugeTextIsShown()
     m_dialog->setText(text);
 
     QCOMPARE(m_dialog->text(), text);
+}
+
+void tst_zoHPCConfigEditGUIW::tabKeyLeavesTheText()
+{
+    m_dialog->setText(QStringLiteral("a"));
+    m_dialog->setServersFileEditable(true);
+    m_dialog->show();
+    auto* editor = find<QPlainTextEdit>("m_textEdit");
+    editor->setFocus();
+
+    QTest::keyClick(editor, Qt::Key_Tab);
+
+    QCOMPARE(m_dialog->text(), QStringLiteral("a"));
+    QCOMPARE(m_dialog->focusWidget(), find<QLineEdit>("m_serversFile"));
 }
 
 ZO_TEST_MAIN(tst_zoHPCConfigEditGUIW)

@@ -172,6 +172,7 @@ private slots:
     void editConfigShowsTheTextAndAppliesItUnchanged();
     void editConfigCancelledChangesNothing();
     void importLegacyLoadsTheConvertedText();
+    void importedDocumentIsNotSaved();
     void importLegacyOfAnotherFileSaysSoInTheStatusBar();
     void importLegacyOfAMissingFileIsAnEmptyCluster();
     void deepHostsTextIsSavedAndLoaded();
@@ -892,6 +893,19 @@ void tst_zoHPCGUIW::importLegacyLoadsTheConvertedText()
     QCOMPARE(m_window->getTree()->getNodeNames(), (QStringList{"a", "b"}));
     QVERIFY(m_window->getTree()->getNodeItems().front()->isDisplayNode());
     QCOMPARE(m_window->findChild<QStatusBar*>()->currentMessage(), QString());
+}
+
+void tst_zoHPCGUIW::importedDocumentIsNotSaved()
+{
+    m_window->setDefaultConfig();
+    write(path("old.xml"), "<config><key name=\"zoClusterPWServers\">a b</key></config>");
+    const zoDialogRobot robot([this](QDialog* dialog) { choose(dialog, path("old.xml")); });
+
+    action("Import legacy...")->trigger();
+
+    QVERIFY(m_window->windowFilePath().isEmpty());
+    QVERIFY(m_window->differs());
+    QTRY_VERIFY(m_window->isWindowModified());
 }
 
 void tst_zoHPCGUIW::importLegacyOfAnotherFileSaysSoInTheStatusBar()

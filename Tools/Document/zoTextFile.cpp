@@ -2,8 +2,9 @@
 
 #include "zoConsole.h"
 
+#include <zoFileWriter.h>
+
 #include <QFile>
-#include <QSaveFile>
 
 #include <cstdio>
 
@@ -34,9 +35,7 @@ bool zoTextFile::write(const QString& fileName, const QString& text)
 {
     if (fileName == QLatin1String("-"))
         return zoConsole::write(text.toUtf8());
-    QSaveFile file(fileName);
-    const QByteArray bytes = text.toUtf8();
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-        return complain(fileName, file.errorString());
-    return true;
+    QString reason;
+    return zoFileWriter::write(fileName, text.toUtf8(), &reason) == zoFileWriter::Result::Written ||
+           complain(fileName, reason);
 }

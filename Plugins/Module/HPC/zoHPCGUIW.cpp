@@ -25,7 +25,6 @@
 #include <QGridLayout>
 #include <QMenu>
 #include <QMenuBar>
-#include <QSaveFile>
 #include <QSet>
 #include <QShortcut>
 #include <QSpinBox>
@@ -35,6 +34,7 @@
 #include <QWindow>
 
 #include <QZOToolBar.h>
+#include <zoFileWriter.h>
 #include <zoIconManager.h>
 #include <zoLog.h>
 #include <zoPlatform.h>
@@ -596,16 +596,21 @@ void zoHPCGUIW::saveConfig(const QString& fileName)
     if (name.right(suffix.size()).toLower() != suffix)
         name += suffix;
 
-    QSaveFile file(name);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Text))
-        return;
-    const QByteArray bytes = getConfigString().toUtf8();
-    if (file.write(bytes) != bytes.size() || !file.commit()) {
+    QString reason;
+    switch (zoFileWriter::write(name, getConfigString().toUtf8(), &reason)) {
+    case zoFileWriter::Result::Written:
+        setCurrentFile(name);
+        break;
+    case zoFileWriter::Result::NotOpened:
+        break;
+    case zoFileWriter::Result::NotWritten:
         zoLog::error(tr("Unable to save cluster config %1: %2. What the file held before is still there.")
-                         .arg(name, file.errorString()));
-        return;
+                         .arg(name, reason));
+        break;
+    case zoFileWriter::Result::Damaged:
+        zoLog::error(tr("Unable to save cluster config %1: %2").arg(name, reason));
+        break;
     }
-    setCurrentFile(name);
 }
 
 void zoHPCGUIW::setDefaultConfig()
@@ -644,7 +649,12 @@ void zoHPCGUIW::importLegacy()
     if (file.open(QIODevice::ReadOnly))
         text = textOf(file.readAll());
     zoHPCConfigConverter converter;
-    replaceConfigString(converter.convert(text));
+    const QString converted = converter.convert(text);
+    const QString going = documentText();
+    if (converted != going)
+        announceReplacement(going);
+    // No file holds it yet in this form: it is not saved.
+    setConfigString(converted);
     if (converter.parameterCount() == 0)
         statusBar()->showMessage(
             tr("%1 holds no parameters of a legacy configuration.").arg(QDir::toNativeSeparators(fileName)),

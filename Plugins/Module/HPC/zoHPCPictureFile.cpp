@@ -2,15 +2,16 @@
 
 #include "zoHPCPicture.h"
 
+#include <zoFileWriter.h>
 #include <zoLog.h>
 
+#include <QBuffer>
 #include <QFileInfo>
 #include <QImage>
 #include <QMarginsF>
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QSaveFile>
 #include <QSvgGenerator>
 
 namespace
@@ -29,21 +30,18 @@ bool isPossible(const QSize& size)
 bool zoHPCPictureFile::save(const zoHPCPicture& picture, const QString& fileName, const QSize& size,
                             const QPalette& palette, double scale)
 {
-    QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly)) {
-        zoLog::error(tr("Unable to save picture %1: %2").arg(fileName, file.errorString()));
-        return false;
-    }
     const QString format = QFileInfo(fileName).suffix();
-    if (!write(picture, file, format, size, palette, scale)) {
-        file.cancelWriting();
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    if (!write(picture, buffer, format, size, palette, scale)) {
         zoLog::error(
             tr("Unable to write picture %1 in the format \"%2\" at %3 x %4")
                 .arg(fileName, format, QString::number(size.width()), QString::number(size.height())));
         return false;
     }
-    if (!file.commit()) {
-        zoLog::error(tr("Unable to save picture %1: %2").arg(fileName, file.errorString()));
+    QString reason;
+    if (zoFileWriter::write(fileName, buffer.data(), &reason) != zoFileWriter::Result::Written) {
+        zoLog::error(tr("Unable to save picture %1: %2").arg(fileName, reason));
         return false;
     }
     return true;
