@@ -158,6 +158,7 @@ private slots:
     void cleanup();
 
     void newEditorIsEmpty();
+    void longNamesAreCutInTheMiddle();
     void defaultConfigIsOneDisplay();
 
     void savesProjectionsBeforeDisplays();
@@ -384,6 +385,13 @@ void tst_zoHPCDisplayGUII::newEditorIsEmpty()
     QCOMPARE(projectionTree()->topLevelItemCount(), 0);
     QCOMPARE(displayTree()->topLevelItemCount(), 0);
     QVERIFY(m_editor->getWindowItems().isEmpty());
+}
+
+void tst_zoHPCDisplayGUII::longNamesAreCutInTheMiddle()
+{
+    // Tiles and their viewports differ at the end of their names.
+    for (const char* name : {"m_projectionTree", "m_displayTree", "m_planeView"})
+        QCOMPARE(field<QTreeView>(name)->textElideMode(), Qt::ElideMiddle);
 }
 
 void tst_zoHPCDisplayGUII::defaultConfigIsOneDisplay()

@@ -98,6 +98,7 @@ public:
         , camera(cameraToUse)
         , style(palette)
         , isFast(detailToShow == Detail::Fast)
+        , m_lowest(areaToFill.bottom())
     {
     }
 
@@ -203,31 +204,34 @@ public:
                                         << b - head * along - 0.45 * head * across);
     }
 
-    // On a ground of its own, moved down until it covers no other label.
-    void label(const QPointF& center, const QString& text, const QColor& color, bool isBold)
+    // On a ground of its own, whole within the picture; moved down until it covers no other label, or up
+    // where there is no room below.
+    void label(const QPointF& center, const QString& fullText, const QColor& color, bool isBold)
     {
         QFont font = style.font;
         font.setBold(isBold);
         const QFontMetricsF metrics(font, painter.device());
-        const QSizeF size(metrics.horizontalAdvance(text) + 8.0, metrics.height() + 2.0);
+        constexpr double MARGIN = 4.0;
+        const QString text = metrics.elidedText(fullText, Qt::ElideMiddle, area.width() - 3.0 * MARGIN);
+        const QSizeF size(metrics.horizontalAdvance(text) + 2.0 * MARGIN, metrics.height() + 2.0);
         QRectF box(center - QPointF(size.width() / 2.0, size.height() / 2.0), size);
         // Off the picture: better no name than one that belongs to nothing visible.
         if (!area.adjusted(-size.width() / 2.0, 0, size.width() / 2.0, 0).intersects(box))
             return;
-        for (int attempt = 0; attempt < 12; ++attempt) {
-            const auto other = std::find_if(m_labels.begin(), m_labels.end(),
-                                            [&](const QRectF& taken) { return taken.intersects(box); });
-            if (other == m_labels.end())
-                break;
-            box.moveTop(other->bottom() + 1.0);
+        box.moveLeft(std::max(std::min(box.left(), area.right() - box.width()), area.left()));
+        box.moveTop(std::max(box.top(), area.top()));
+        QRectF free = besideLabels(box, false);
+        if (free.bottom() > m_lowest) {
+            box.moveBottom(std::min(box.bottom(), m_lowest));
+            free = besideLabels(box, true);
         }
-        m_labels.push_back(box);
+        m_labels.push_back(free);
         painter.setPen(Qt::NoPen);
         painter.setBrush(withAlpha(style.background, 0.8));
-        painter.drawRoundedRect(box, 3.0, 3.0);
+        painter.drawRoundedRect(free, 3.0, 3.0);
         painter.setFont(font);
         painter.setPen(color);
-        painter.drawText(box, Qt::AlignCenter, text);
+        painter.drawText(free, Qt::AlignCenter, text);
     }
 
     // Beside the labels that are there, or not at all.
@@ -239,11 +243,13 @@ public:
         };
         if (isTaken())
             box.translate(0.0, box.height());
-        if (area.intersects(box) && !isTaken())
+        if (area.contains(box) && !isTaken())
             painter.drawText(box, Qt::AlignCenter, text);
     }
 
     void reserve(const QRectF& box) { m_labels.push_back(box); }
+    // Below this there are no labels.
+    void endLabelsAt(double y) { m_lowest = y; }
 
     QPainter& painter;
     const QRectF area;
@@ -258,7 +264,23 @@ private:
         return {a.x + t * (b.x - a.x), a.y + t * (b.y - a.y), zoHPCRoomCamera::Near};
     }
 
+    QRectF besideLabels(QRectF box, bool isAbove) const
+    {
+        for (int attempt = 0; attempt < 12; ++attempt) {
+            const auto other = std::find_if(m_labels.begin(), m_labels.end(),
+                                            [&](const QRectF& taken) { return taken.intersects(box); });
+            if (other == m_labels.end())
+                break;
+            if (isAbove)
+                box.moveBottom(other->top() - 1.0);
+            else
+                box.moveTop(other->bottom() + 1.0);
+        }
+        return box;
+    }
+
     std::vector<QRectF> m_labels;
+    double m_lowest;
 };
 
 void zoHPCRoomPicture::setLayout(const zoHPCLayout& layout)
@@ -340,9 +362,9 @@ void zoHPCRoomPicture::paint(QPainter& painter, const QRectF& area, const QPalet
             paintViewer(canvas);
     }
     paintHighlights(canvas);
+    paintLegend(canvas);
     paintNames(canvas);
     paintAxes(canvas);
-    paintLegend(canvas);
     painter.restore();
 }
 
@@ -887,6 +909,8 @@ void zoHPCRoomPicture::paintLegend(Canvas& canvas) const
         x += width + height;
     }
     const double top = canvas.area.bottom() - 1.5 * height - y;
+    canvas.endLabelsAt(top);
+    canvas.reserve(QRectF(QPointF(canvas.area.left(), top), canvas.area.bottomRight()));
     canvas.painter.setFont(canvas.style.font);
     for (size_t i = 0; i < entries.size(); ++i) {
         QPointF place = places[i] + QPointF(0.0, top);
