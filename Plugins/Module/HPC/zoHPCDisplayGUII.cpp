@@ -497,6 +497,23 @@ void zoHPCDisplayGUII::open(const QStringList& nodeNames)
     setNodeNames(nodeNames);
     setModal(true);
     show();
+    fitScreen();
+}
+
+// Once all parts know their sizes, which depend on style and language.
+void zoHPCDisplayGUII::fitScreen()
+{
+    constexpr int FRAME = 32; // around the window
+    const int room = screen()->availableGeometry().width() - FRAME;
+    const int tooWide = minimumSizeHint().width() - room;
+    if (tooWide <= 0)
+        return;
+    // Better panels to scroll than panes one over the other.
+    m_panelArea->setMinimumWidth(std::max(m_panelArea->minimumWidth() - tooWide, 0));
+    m_panelArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_splitter->updateGeometry();
+    layout()->activate();
+    resize(std::min(width(), room), height());
 }
 
 void zoHPCDisplayGUII::apply()
@@ -977,11 +994,12 @@ void zoHPCDisplayGUII::createPreview()
     constexpr int TREE_WIDTH = 280;
     constexpr int PICTURE_WIDTH = 580; // most problems can be read to their end
     const int pictureWidth = std::max(PICTURE_WIDTH, m_layoutPane->sizeHint().width());
-    m_splitter->setSizes({TREE_WIDTH, 0, pictureWidth});
+    const int panelWidth = m_panelArea->minimumWidth();
+    m_splitter->setSizes({TREE_WIDTH, panelWidth, pictureWidth});
     // Within the screen, with room for the frame around the window.
     constexpr int FRAME = 48;
     const QSize screen = QGuiApplication::primaryScreen()->availableGeometry().size();
-    resize(std::min(TREE_WIDTH + m_panelArea->minimumWidth() + pictureWidth, screen.width()),
+    resize(std::min(TREE_WIDTH + panelWidth + pictureWidth, screen.width()),
            std::min(height(), screen.height() - FRAME));
     setHostTree(nullptr);
     // The buttons at the bottom come last.

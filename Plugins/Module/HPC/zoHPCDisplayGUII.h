@@ -123,6 +123,7 @@ private:
     void bindPanels();
     void createActions();
     void createPreview();
+    void fitScreen();
     void connectTrees();
     void connectServices();
 
