@@ -16,6 +16,13 @@ zoFileWriter::Result fail(zoFileWriter::Result result, const QFileDevice& file, 
 
 zoFileWriter::Result zoFileWriter::write(const QString& fileName, const QByteArray& bytes, QString* reason)
 {
+    return write(
+        fileName, [&bytes] { return bytes; }, reason);
+}
+
+zoFileWriter::Result zoFileWriter::write(const QString& fileName, const std::function<QByteArray()>& bytes,
+                                         QString* reason)
+{
     const QFileInfo target(fileName);
     // Replacing /dev/null by a file is within the rights of an administrator; a file of one's own may lie in
     // a folder of somebody else; the longest names leave no room for that of a temporary file beside them.
@@ -27,13 +34,15 @@ zoFileWriter::Result zoFileWriter::write(const QString& fileName, const QByteArr
         QSaveFile file(fileName);
         if (!file.open(QIODevice::WriteOnly))
             return fail(Result::NotOpened, file, reason);
-        if (file.write(bytes) != bytes.size() || !file.commit())
+        const QByteArray content = bytes();
+        if (file.write(content) != content.size() || !file.commit())
             return fail(Result::NotWritten, file, reason);
     } else {
         QFile file(fileName);
         if (!file.open(QIODevice::WriteOnly))
             return fail(Result::NotOpened, file, reason);
-        if (file.write(bytes) != bytes.size() || !file.flush())
+        const QByteArray content = bytes();
+        if (file.write(content) != content.size() || !file.flush())
             return fail(Result::Damaged, file, reason);
     }
     return Result::Written;

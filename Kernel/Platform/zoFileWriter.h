@@ -5,6 +5,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
+
 // Writes whole files.
 class ZO_KERNEL_EXPORT zoFileWriter final
 {
@@ -21,4 +23,7 @@ public:
     // are written to and stay what they are. `reason`, if given, becomes the system's text for what went
     // wrong.
     static Result write(const QString& fileName, const QByteArray& bytes, QString* reason = nullptr);
+    // Asks for the bytes once the file is open.
+    static Result write(const QString& fileName, const std::function<QByteArray()>& bytes,
+                        QString* reason = nullptr);
 };

@@ -169,6 +169,7 @@ private slots:
     void loadDialogLoads();
     void loadDialogCancelledChangesNothing();
     void saveKeepsTheMarksOfATreeWithAHostsFile();
+    void saveThatCannotOpenItsFileReadsNoHostsFile();
     void editConfigShowsTheTextAndAppliesItUnchanged();
     void editConfigCancelledChangesNothing();
     void importLegacyLoadsTheConvertedText();
@@ -837,6 +838,22 @@ void tst_zoHPCGUIW::saveKeepsTheMarksOfATreeWithAHostsFile()
     QVERIFY(!nodes.at(0)->isDisplayNode());
     QCOMPARE(nodes.at(2)->uniqueHostName(), QStringLiteral("a 2"));
     QCOMPARE(nodes.at(2)->icon(0).pixmap(32, 32).toImage(), before);
+}
+
+void tst_zoHPCGUIW::saveThatCannotOpenItsFileReadsNoHostsFile()
+{
+    write(path("hosts"), "{ n1 n2 }");
+    m_window->getTree()->setHostFile(path("hosts"));
+    m_window->saveConfig(path("a.zhpc"));
+    const QStringList names = m_window->getTree()->getNodeNames();
+    write(path("hosts"), "{ n3 }");
+
+    m_window->saveConfig(path("none/a.zhpc"));
+    QCOMPARE(m_window->getTree()->getNodeNames(), names);
+    QCOMPARE(m_window->windowFilePath(), path("a.zhpc"));
+
+    m_window->saveConfig(path("a.zhpc"));
+    QCOMPARE(m_window->getTree()->getNodeNames(), QStringList{QStringLiteral("n3")});
 }
 
 void tst_zoHPCGUIW::editConfigShowsTheTextAndAppliesItUnchanged()

@@ -277,8 +277,7 @@ void zoClusterComparison::compareNodeLists(const HostList& before, const HostLis
     };
     // Of the nodes below each network or gateway, those that the other side has not at all.
     const auto addMissing = [&](const HostList& list, const HostList& other, bool isAdded) {
-        QStringList parents{QString()};
-        parents += list.networks;
+        const QStringList parents = QStringList{QString()} + list.networks;
         for (const QString& parent : parents) {
             QStringList keys;
             const QStringList nodes = list.nodesOfNetwork.value(parent);

@@ -146,6 +146,7 @@ QByteArray zoEngineFiles::equalizer(const zoRenderSetup& setup)
 {
     const std::vector<zoRenderSetup::Picture>& pictures = setup.pictures();
     std::vector<QString> channels;
+    channels.reserve(pictures.size());
     UniqueNames names;
     for (const zoRenderSetup::Picture& picture : pictures)
         channels.push_back(names.add(picture.projection));

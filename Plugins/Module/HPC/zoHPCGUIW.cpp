@@ -597,7 +597,8 @@ void zoHPCGUIW::saveConfig(const QString& fileName)
         name += suffix;
 
     QString reason;
-    switch (zoFileWriter::write(name, getConfigString().toUtf8(), &reason)) {
+    switch (zoFileWriter::write(
+        name, [this] { return getConfigString().toUtf8(); }, &reason)) {
     case zoFileWriter::Result::Written:
         setCurrentFile(name);
         break;

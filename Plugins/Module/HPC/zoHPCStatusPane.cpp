@@ -111,7 +111,8 @@ void zoHPCStatusPane::arrange()
         m_file->setMaximumWidth(fontMetrics().averageCharWidth() * characters);
     };
     setNameWidth(WIDEST_NAME);
-    for (QWidget* part : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
+    const QList<QWidget*> parts = findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    for (QWidget* part : parts)
         part->setVisible(part != m_changed || m_differs);
     const auto isRoom = [this] {
         return m_room == 0 || parentWidget() == nullptr ||

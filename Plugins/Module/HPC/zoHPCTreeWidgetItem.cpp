@@ -5,6 +5,7 @@
 zoHPCTreeWidgetItem::zoHPCTreeWidgetItem() : QTreeWidgetItem(QTreeWidgetItem::UserType) {}
 
 // The toolkit's copy constructor would not take over the item type.
+// NOLINTNEXTLINE(bugprone-copy-constructor-init)
 zoHPCTreeWidgetItem::zoHPCTreeWidgetItem(const zoHPCTreeWidgetItem& prototype)
     : QTreeWidgetItem(QTreeWidgetItem::UserType)
 {
