@@ -955,6 +955,10 @@ auch wenn die Server dann instabil sein können?</translation>
         <source>Unable to save cluster config %1: %2</source>
         <translation>Clusterkonfiguration %1 kann nicht gespeichert werden: %2</translation>
     </message>
+    <message>
+        <source>%1 holds no cluster configuration.</source>
+        <translation>%1 enthält keine Clusterkonfiguration.</translation>
+    </message>
 </context>
 <context>
     <name>zoHPCLayoutPane</name>

@@ -174,6 +174,8 @@ private slots:
     void editConfigCancelledChangesNothing();
     void importLegacyLoadsTheConvertedText();
     void importedDocumentIsNotSaved();
+    void loadingAnotherFileSaysSoInTheStatusBar_data();
+    void loadingAnotherFileSaysSoInTheStatusBar();
     void importLegacyOfAnotherFileSaysSoInTheStatusBar();
     void importLegacyOfAMissingFileIsAnEmptyCluster();
     void deepHostsTextIsSavedAndLoaded();
@@ -923,6 +925,30 @@ void tst_zoHPCGUIW::importedDocumentIsNotSaved()
     QVERIFY(m_window->windowFilePath().isEmpty());
     QVERIFY(m_window->differs());
     QTRY_VERIFY(m_window->isWindowModified());
+}
+
+void tst_zoHPCGUIW::loadingAnotherFileSaysSoInTheStatusBar_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<bool>("isTold");
+    QTest::newRow("configuration") << QByteArray(s_document) << false;
+    QTest::newRow("no-displays") << QByteArray("<cluster><master/></cluster>") << false;
+    QTest::newRow("displays-only") << QByteArray("<cluster><display/></cluster>") << false;
+    QTest::newRow("legacy") << QByteArray("<config><key name=\"a\">b</key></config>") << true;
+    QTest::newRow("nothing") << QByteArray() << true;
+}
+
+void tst_zoHPCGUIW::loadingAnotherFileSaysSoInTheStatusBar()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(bool, isTold);
+    write(path("other.xml"), content);
+    m_window->findChild<QStatusBar*>()->showMessage(QStringLiteral("of the file before"));
+
+    m_window->loadConfig(path("other.xml"));
+
+    QCOMPARE(m_window->findChild<QStatusBar*>()->currentMessage(),
+             isTold ? path("other.xml") + QStringLiteral(" holds no cluster configuration.") : QString());
 }
 
 void tst_zoHPCGUIW::importLegacyOfAnotherFileSaysSoInTheStatusBar()

@@ -432,12 +432,21 @@ QString zoHPCGUIW::documentText() const
 
 void zoHPCGUIW::setConfigString(const QString& text)
 {
+    readText(text);
+}
+
+bool zoHPCGUIW::readText(const QString& text)
+{
     QDomDocument document;
     zoHPCDocumentText::parse(text, document);
     m_lastConfig = text;
     m_tree->loadFromXML(document);
     m_displayEditor->loadFromXML(document);
     refreshStatusLater();
+    const QDomElement root = document.documentElement();
+    return !root.firstChildElement(QStringLiteral("master")).isNull() ||
+           !root.firstChildElement(QStringLiteral("projection")).isNull() ||
+           !root.firstChildElement(QStringLiteral("display")).isNull();
 }
 
 void zoHPCGUIW::replaceConfigString(const QString& text)
@@ -567,8 +576,13 @@ void zoHPCGUIW::loadConfig(const QString& fileName)
     const QString going = documentText();
     if (m_lastConfig != going)
         announceReplacement(going);
-    setConfigString(m_lastConfig);
+    const bool isConfiguration = readText(m_lastConfig);
     setCurrentFile(fileName);
+    if (isConfiguration)
+        statusBar()->clearMessage();
+    else
+        statusBar()->showMessage(
+            tr("%1 holds no cluster configuration.").arg(QDir::toNativeSeparators(fileName)), MESSAGE_TIME);
 }
 
 void zoHPCGUIW::saveConfig()

@@ -112,6 +112,8 @@ private:
     void followChanges();
     void setCurrentFile(const QString& fileName);
     void announceReplacement(const QString& going);
+    // Loads both sections; false when the text holds neither.
+    bool readText(const QString& text);
     void takeAsSaved();
     void showFile();
     void showDiffers(bool differs);
