@@ -475,7 +475,7 @@ bool zoHostMainWindow::mayClose()
                         file.isEmpty() ? tr("The configuration has never been saved.")
                                        : tr("%1 has changes that are not saved.").arg(file),
                         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
-        box.setInformativeText(tr("They are lost unless you save them before the host closes."));
+        box.setInformativeText(tr("What is not saved is lost when the host closes."));
         box.setDefaultButton(QMessageBox::Save);
         const int answer = box.exec();
         if (answer == QMessageBox::Discard)

@@ -259,8 +259,8 @@ Das Protokoll nennt den Grund.</translation>
         <translation>%1 enthält Änderungen, die nicht gespeichert sind.</translation>
     </message>
     <message>
-        <source>They are lost unless you save them before the host closes.</source>
-        <translation>Sie gehen verloren, wenn sie vor dem Schließen nicht gespeichert werden.</translation>
+        <source>What is not saved is lost when the host closes.</source>
+        <translation>Was nicht gespeichert ist, geht beim Schließen verloren.</translation>
     </message>
     <message>
         <source>Configuration %1 is not there any more</source>
