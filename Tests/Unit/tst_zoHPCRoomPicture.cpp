@@ -1,13 +1,12 @@
 #include "zoHPCSetup.h"
 #include "zoTestCase.h"
+#include "zoTextNotes.h"
 
 #include <zoHPCPictureStyle.h>
 #include <zoHPCRoomPicture.h>
 
 #include <QApplication>
 #include <QImage>
-#include <QPaintDevice>
-#include <QPaintEngine>
 #include <QPainter>
 
 #include <cmath>
@@ -75,73 +74,6 @@ int count(const QImage& image, const QColor& color, int tolerance = 12)
     }
     return result;
 }
-
-// Notes the texts that are painted on it, and where.
-class TextNotes final : public QPaintDevice
-{
-public:
-    struct Text
-    {
-        QString text;
-        QRectF box;
-    };
-
-    QPaintEngine* paintEngine() const override { return &m_engine; }
-    const std::vector<Text>& texts() const { return m_engine.texts; }
-    QRectF boxOf(const QString& text) const
-    {
-        for (const Text& one : texts()) {
-            if (one.text == text)
-                return one.box;
-        }
-        return {};
-    }
-
-protected:
-    int metric(PaintDeviceMetric which) const override
-    {
-        switch (which) {
-        case PdmWidth:
-            return int(AREA.width());
-        case PdmHeight:
-            return int(AREA.height());
-        case PdmDpiX:
-        case PdmDpiY:
-        case PdmPhysicalDpiX:
-        case PdmPhysicalDpiY:
-            return 96;
-        case PdmDevicePixelRatio:
-            return 1;
-        case PdmDevicePixelRatioScaled:
-            return int(devicePixelRatioFScale());
-        default:
-            return QPaintDevice::metric(which);
-        }
-    }
-
-private:
-    class Engine final : public QPaintEngine
-    {
-    public:
-        Engine() : QPaintEngine(AllFeatures) {}
-        bool begin(QPaintDevice*) override { return true; }
-        bool end() override { return true; }
-        void updateState(const QPaintEngineState&) override {}
-        void drawPixmap(const QRectF&, const QPixmap&, const QRectF&) override {}
-        void drawPath(const QPainterPath&) override {}
-        void drawPolygon(const QPointF*, int, PolygonDrawMode) override {}
-        void drawTextItem(const QPointF& at, const QTextItem& item) override
-        {
-            texts.push_back({item.text(), QRectF(at.x(), at.y() - item.ascent(), item.width(),
-                                                 item.ascent() + item.descent())});
-        }
-        Type type() const override { return User; }
-
-        std::vector<Text> texts;
-    };
-
-    mutable Engine m_engine;
-};
 
 QString nameOf(const QTreeWidgetItem* item)
 {
@@ -747,18 +679,18 @@ void tst_zoHPCRoomPicture::textsAreWholeAndBesideEachOther()
     }
     picture.setCamera(camera);
 
-    TextNotes notes;
+    zoTextNotes notes(AREA.size().toSize());
     {
         QPainter painter(&notes);
         picture.paint(painter, AREA, lightPalette(), zoHPCPicture::Detail::Full);
     }
 
     QVERIFY(!notes.boxOf(QStringLiteral("Viewer")).isNull());
-    for (const TextNotes::Text& text : notes.texts()) {
+    for (const zoTextNotes::Text& text : notes.texts()) {
         QVERIFY2(AREA.contains(text.box), qPrintable(text.text));
         if (text.text.size() < 2)
             continue; // of the axes, which may lie over a wall's name
-        for (const TextNotes::Text& other : notes.texts())
+        for (const zoTextNotes::Text& other : notes.texts())
             QVERIFY2(&other == &text || other.text.size() < 2 || !other.box.intersects(text.box),
                      qPrintable(text.text + QStringLiteral(" over ") + other.text));
     }

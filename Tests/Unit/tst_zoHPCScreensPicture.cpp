@@ -1,5 +1,6 @@
 #include "zoHPCSetup.h"
 #include "zoTestCase.h"
+#include "zoTextNotes.h"
 
 #include <zoHPCPictureStyle.h>
 #include <zoHPCScreensPicture.h>
@@ -90,6 +91,7 @@ private slots:
 
     void wholePictureIsPainted();
     void eyesHaveTheirColours();
+    void textsOfEyesAtOnePlaceAreBesideEachOther();
     void overlapStandsOut();
     void currentItemIsHighlighted();
     void screenNames_data();
@@ -620,6 +622,36 @@ void tst_zoHPCScreensPicture::screenNames()
     QFETCH(QString, name);
 
     QCOMPARE(zoHPCScreensPicture::screenName(number), name);
+}
+
+void tst_zoHPCScreensPicture::textsOfEyesAtOnePlaceAreBesideEachOther()
+{
+    zoHPCSetup setup;
+    setup.addPowerWall(QStringLiteral("wall"), 1, 1);
+    setup.addNode(QStringLiteral("n"));
+    zoHPCWindowItem* const window = setup.addWindow(QStringLiteral("n"), QStringLiteral("wall"));
+    auto* left = dynamic_cast<zoHPCViewportItem*>(window->child(0));
+    auto* right = static_cast<zoHPCViewportItem*>(left->clone());
+    window->addChild(right);
+    left->setString(zoHPCViewportItem::Eye, QStringLiteral("left"));
+    right->setString(zoHPCViewportItem::Eye, QStringLiteral("right"));
+    zoHPCScreensPicture picture;
+    picture.setLayout(setup.layout());
+    picture.fit(AREA);
+
+    zoTextNotes notes(AREA.size().toSize());
+    {
+        QPainter painter(&notes);
+        picture.paint(painter, AREA, lightPalette(), zoHPCPicture::Detail::Full);
+    }
+
+    QVERIFY(!notes.boxOf(zoHPCScreensPicture::eyeName(QStringLiteral("left"))).isNull());
+    QVERIFY(!notes.boxOf(zoHPCScreensPicture::eyeName(QStringLiteral("right"))).isNull());
+    for (const zoTextNotes::Text& text : notes.texts()) {
+        for (const zoTextNotes::Text& other : notes.texts())
+            QVERIFY2(&other == &text || !other.box.intersects(text.box),
+                     qPrintable(text.text + QStringLiteral(" over ") + other.text));
+    }
 }
 
 void tst_zoHPCScreensPicture::eyeNames_data()

@@ -14,7 +14,10 @@
 #include <QPalette>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <map>
+#include <utility>
 
 namespace
 {
@@ -535,7 +538,28 @@ void zoHPCScreensPicture::paintWindow(QPainter& painter, const zoHPCPictureStyle
     const QRectF place = toPicture(window.geometry.translated(screen.origin));
     painter.fillRect(place, withAlpha(style.text, 0.10));
     for (const Viewport& viewport : window.viewports)
-        paintViewport(painter, style, viewport, place, detail, window.isCovered);
+        paintViewport(painter, style, viewport, place);
+    if (!window.isCovered) {
+        // One for each eye may fill the same place: their texts go one below the other.
+        std::map<std::array<double, 4>, std::pair<int, int>> rows; // painted, of all
+        const auto rowsOf = [&rows](const Viewport& viewport) -> std::pair<int, int>& {
+            const QRectF& area = viewport.area;
+            return rows[{area.x(), area.y(), area.width(), area.height()}];
+        };
+        const bool isAlone = window.viewports.size() < 2;
+        for (const Viewport& viewport : window.viewports) {
+            if (!isAlone)
+                ++rowsOf(viewport).second;
+        }
+        for (const Viewport& viewport : window.viewports) {
+            if (detail == Detail::Fast && viewport.area.width() * place.width() < 60.0)
+                continue;
+            const std::pair<int, int> row =
+                isAlone ? std::make_pair(0, 1)
+                        : std::make_pair(rowsOf(viewport).first++, rowsOf(viewport).second);
+            paintViewportText(painter, style, viewport, place, row.first, row.second);
+        }
+    }
 
     if (window.isOffScreen && place.width() > 0.0 && place.height() > 0.0) {
         // What is not on the screen, and nothing else.
@@ -583,8 +607,7 @@ void zoHPCScreensPicture::paintCaption(QPainter& painter, const zoHPCPictureStyl
 }
 
 void zoHPCScreensPicture::paintViewport(QPainter& painter, const zoHPCPictureStyle& style,
-                                        const Viewport& viewport, const QRectF& place, Detail detail,
-                                        bool isCovered) const
+                                        const Viewport& viewport, const QRectF& place) const
 {
     const QRectF& part = viewport.area;
     const QRectF box(place.left() + part.left() * place.width(), place.top() + part.top() * place.height(),
@@ -623,11 +646,18 @@ void zoHPCScreensPicture::paintViewport(QPainter& painter, const zoHPCPictureSty
         painter.setPen(QPen(style.current, 3.0, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
         painter.drawRect(box.adjusted(2.5, 2.5, -2.5, -2.5));
     }
-    if (isCovered || (detail == Detail::Fast && box.width() < 60.0))
-        return;
+}
 
+void zoHPCScreensPicture::paintViewportText(QPainter& painter, const zoHPCPictureStyle& style,
+                                            const Viewport& viewport, const QRectF& place, int row,
+                                            int rows) const
+{
+    const QRectF& part = viewport.area;
+    const QRectF box(place.left() + part.left() * place.width(), place.top() + part.top() * place.height(),
+                     part.width() * place.width(), part.height() * place.height());
     const double height = SCREEN_TITLE * m_unit * m_scale;
-    const QRectF upper(box.left() + 4.0, box.center().y() - height, box.width() - 8.0, height);
+    const double top = box.center().y() + (2.0 * row - rows) * height;
+    const QRectF upper(box.left() + 4.0, top, box.width() - 8.0, height);
     const bool isEmpty = viewport.projection.isEmpty();
     paintText(painter, upper, Qt::AlignHCenter | Qt::AlignBottom,
               isEmpty ? tr("No projection") : viewport.projection, isEmpty ? style.bad : style.text,

@@ -142,7 +142,10 @@ private:
     void paintWindow(QPainter& painter, const zoHPCPictureStyle& style, const Screen& screen,
                      const Window& window, Detail detail) const;
     void paintViewport(QPainter& painter, const zoHPCPictureStyle& style, const Viewport& viewport,
-                       const QRectF& place, Detail detail, bool isCovered) const;
+                       const QRectF& place) const;
+    // `row` of the rows that several viewports share, which lie at the same place.
+    void paintViewportText(QPainter& painter, const zoHPCPictureStyle& style, const Viewport& viewport,
+                           const QRectF& place, int row, int rows) const;
     void paintCaption(QPainter& painter, const zoHPCPictureStyle& style, const Screen& screen,
                       const Window& window) const;
     // In letters of this height, within what can be read and fits the box.
