@@ -1,12 +1,12 @@
 #include "zoHostEarlierConfigurations.h"
 
+#include <zoFileWriter.h>
 #include <zoLog.h>
 
 #include <QDir>
 #include <QFile>
 #include <QLockFile>
 #include <QRegularExpression>
-#include <QSaveFile>
 #include <QStandardPaths>
 
 #include <algorithm>
@@ -35,12 +35,7 @@ QString originNameOf(const QString& fileName)
 
 bool writeFile(const QString& fileName, const QString& text, QString& reason)
 {
-    QSaveFile file(fileName);
-    const QByteArray bytes = text.toUtf8();
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
-        return true;
-    reason = file.errorString();
-    return false;
+    return zoFileWriter::write(fileName, text.toUtf8(), &reason) == zoFileWriter::Result::Written;
 }
 } // namespace
 
