@@ -2,6 +2,7 @@
 
 #include "zoHPCLayout.h"
 #include "zoHPCProjectionItem.h"
+#include "zoText.h"
 
 #include <QApplication>
 #include <QHelpEvent>
@@ -89,7 +90,7 @@ bool zoHPCRoomView::event(QEvent* event)
         if (item)
             QToolTip::showText(
                 help->globalPos(),
-                QStringLiteral("<qt>%1</qt>")
+                zoText("<qt>%1</qt>")
                     .arg(item->data(zoHPCProjectionItem::Name, Qt::EditRole).toString().toHtmlEscaped()),
                 this);
         else

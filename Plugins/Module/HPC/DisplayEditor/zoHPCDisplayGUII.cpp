@@ -9,6 +9,7 @@
 #include "zoHPCTreeItem.h"
 #include "zoHPCViewportItem.h"
 #include "zoHPCWindowItem.h"
+#include "zoText.h"
 
 #include <QZODataWidgetMapper.h>
 #include <zoCameraService.h>
@@ -102,7 +103,7 @@ void narrow(QAbstractSpinBox* field)
             if (text.size() > widest.size())
                 widest = text;
         }
-        usual = QStringLiteral("-10000");
+        usual = zoText("-10000");
     }
     const QFontMetrics metrics(field->font());
     const int spare = metrics.horizontalAdvance(widest) - metrics.horizontalAdvance(usual);
@@ -233,8 +234,8 @@ void zoHPCDisplayGUII::setNodeNames(const QStringList& names)
         }
         ++it->count;
         if (it->count == 2)
-            entries[it->first] = QStringLiteral("%1 1").arg(name);
-        entries.append(QStringLiteral("%1 %2").arg(name, QString::number(it->count)));
+            entries[it->first] = zoText("%1 1").arg(name);
+        entries.append(zoText("%1 %2").arg(name, QString::number(it->count)));
     }
     {
         // Another choice is no change of the window that the panel shows.
@@ -421,8 +422,7 @@ void zoHPCDisplayGUII::correctWrongRows()
                 continue;
             const QString oldName = name;
             const int row = match.captured(1).toInt();
-            name.replace(match.capturedStart(), match.capturedLength(),
-                         QStringLiteral("row:%1").arg(rows + 1 - row));
+            name.replace(match.capturedStart(), match.capturedLength(), zoText("row:%1").arg(rows + 1 - row));
             renamed.insert(oldName, name);
         }
     }
@@ -460,7 +460,7 @@ QString zoHPCDisplayGUII::getUniqueProjectionName() const
     for (const zoHPCProjectionItem* projection : projections)
         names.insert(projection->getString(zoHPCProjectionItem::Name));
     for (int counter = 1;; ++counter) {
-        const QString name = QStringLiteral("Projection%1").arg(counter);
+        const QString name = zoText("Projection%1").arg(counter);
         if (!names.contains(name))
             return name;
     }

@@ -1,5 +1,7 @@
 #include "zoHPCConfigEditGUIW.h"
 
+#include "zoText.h"
+
 #include "ui_zoHPCConfigEditGUIW.h"
 
 #include <zoIconManager.h>
@@ -16,7 +18,7 @@ zoHPCConfigEditGUIW::zoHPCConfigEditGUIW(QWidget* parent)
     m_ui->m_textEdit->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
 
     const int iconSize = zoPlatform::getSmallIconSize();
-    m_ui->m_browseButton->setIcon(zoIconManager::getIcon(QStringLiteral("FileOpen"), QString()));
+    m_ui->m_browseButton->setIcon(zoIconManager::getIcon(zoText("FileOpen"), QString()));
     m_ui->m_browseButton->setIconSize(QSize(iconSize, iconSize));
     m_ui->m_browseButton->setMinimumSize(iconSize + 2, iconSize + 2);
     m_ui->m_browseButton->setMaximumSize(iconSize + 2, iconSize + 2);
@@ -59,9 +61,9 @@ void zoHPCConfigEditGUIW::setServersFileEditable(bool editable)
 
 void zoHPCConfigEditGUIW::browseServersFile()
 {
-    const QString directory = QString::fromStdString(zoPlatform::getDataDir()) + QStringLiteral("/cluster");
+    const QString directory = QString::fromStdString(zoPlatform::getDataDir()) + zoText("/cluster");
     const QString chosen =
-        QFileDialog::getOpenFileName(this, tr("List of compute nodes"), directory, QStringLiteral("*.*"));
+        QFileDialog::getOpenFileName(this, tr("List of compute nodes"), directory, zoText("*.*"));
     if (!chosen.isEmpty())
         m_ui->m_serversFile->setText(chosen);
 }

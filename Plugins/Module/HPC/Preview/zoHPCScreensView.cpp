@@ -4,6 +4,7 @@
 #include "zoHPCPictureStyle.h"
 #include "zoHPCViewportItem.h"
 #include "zoHPCWindowItem.h"
+#include "zoText.h"
 
 #include <QApplication>
 #include <QHelpEvent>
@@ -144,14 +145,14 @@ bool zoHPCScreensView::event(QEvent* event)
             QToolTip::hideText();
         else if (hit.canMove)
             QToolTip::showText(help->globalPos(),
-                               QStringLiteral("<qt>%1<br>%2</qt>")
+                               zoText("<qt>%1<br>%2</qt>")
                                    .arg(item->text(0).toHtmlEscaped(),
                                         tr("Drag it, or one of its edges. Ctrl: free of the edges beside it.")
                                             .toHtmlEscaped()),
                                this);
         else
-            QToolTip::showText(help->globalPos(),
-                               QStringLiteral("<qt>%1</qt>").arg(item->text(0).toHtmlEscaped()), this);
+            QToolTip::showText(help->globalPos(), zoText("<qt>%1</qt>").arg(item->text(0).toHtmlEscaped()),
+                               this);
         return true;
     }
     return QWidget::event(event);

@@ -1,5 +1,7 @@
 #include "zoHPCPreferencesGUII.h"
 
+#include "zoText.h"
+
 #include "ui_zoHPCPreferencesGUII.h"
 
 #include <zoIconManager.h>
@@ -17,13 +19,13 @@ const char s_defaultFileKey[] = "HPC Cluster default file";
 
 QString clusterDir()
 {
-    return QString::fromStdString(zoPlatform::getDataDir()) + QStringLiteral("/cluster");
+    return QString::fromStdString(zoPlatform::getDataDir()) + zoText("/cluster");
 }
 
 // The stored name follows the data directory when that moves.
 QString withDataVariable(QString fileName)
 {
-    return fileName.replace(clusterDir(), QStringLiteral("$ZOKE_DATA/cluster"), Qt::CaseSensitive);
+    return fileName.replace(clusterDir(), zoText("$ZOKE_DATA/cluster"), Qt::CaseSensitive);
 }
 
 zoPreferencesService* preferences()
@@ -56,7 +58,7 @@ zoHPCPreferencesGUII::zoHPCPreferencesGUII(QWidget* parent)
     m_ui->setupUi(this);
 
     const int iconSize = zoPlatform::getMediumIconSize();
-    m_ui->m_browseButton->setIcon(zoIconManager::getIcon(QStringLiteral("FileOpen"), QString()));
+    m_ui->m_browseButton->setIcon(zoIconManager::getIcon(zoText("FileOpen"), QString()));
     m_ui->m_browseButton->setIconSize(QSize(iconSize, iconSize));
     connect(m_ui->m_browseButton, &QAbstractButton::clicked, this, &zoHPCPreferencesGUII::clickedBrowse);
 
@@ -80,7 +82,7 @@ zoHPCPreferencesGUII::~zoHPCPreferencesGUII() = default;
 void zoHPCPreferencesGUII::clickedBrowse()
 {
     const QString chosen = QFileDialog::getOpenFileName(this, tr("Load HPC Cluster Configuration"),
-                                                        clusterDir(), QStringLiteral("*.zhpc"));
+                                                        clusterDir(), zoText("*.zhpc"));
     if (!chosen.isEmpty())
         m_ui->m_defaultConfigFile->setText(withDataVariable(chosen));
 }

@@ -1,9 +1,10 @@
 #include "zoHPCDocumentText.h"
 
-#include "zoHPC.h"
 #include "zoHPCDisplayGUII.h"
 #include "zoHPCDocumentWriter.h"
+#include "zoHPCOption.h"
 #include "zoHPCTreeDepth.h"
+#include "zoText.h"
 
 #include <QDomDocument>
 #include <QHash>
@@ -260,8 +261,8 @@ int zoHPCDocumentText::maximumDepth()
 QStringList zoHPCDocumentText::attributeOrder(const QString& tag)
 {
     if (tag == QLatin1String("cluster"))
-        return {QStringLiteral("version"), QStringLiteral("booking")};
+        return {zoText("version"), zoText("booking")};
     if (tag == QLatin1String("master") || tag == QLatin1String("network") || tag == QLatin1String("node"))
-        return {QStringLiteral("name"), zoHPCOption::NodesFile};
+        return {zoText("name"), zoHPCOption::NodesFile};
     return zoHPCDisplayGUII::attributeOrder(tag);
 }

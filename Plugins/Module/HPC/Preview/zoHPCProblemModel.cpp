@@ -1,5 +1,7 @@
 #include "zoHPCProblemModel.h"
 
+#include "zoText.h"
+
 zoHPCProblemModel::zoHPCProblemModel(QObject* parent) : QAbstractTableModel(parent) {}
 
 zoHPCProblemModel::~zoHPCProblemModel() = default;
@@ -50,7 +52,7 @@ QVariant zoHPCProblemModel::data(const QModelIndex& index, int role) const
     if (role == Qt::DisplayRole)
         return text;
     if (role == Qt::ToolTipRole && index.column() == Message)
-        return QStringLiteral("<qt>%1</qt>").arg(text.toHtmlEscaped());
+        return zoText("<qt>%1</qt>").arg(text.toHtmlEscaped());
     return QVariant();
 }
 

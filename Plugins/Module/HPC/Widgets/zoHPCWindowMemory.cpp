@@ -1,5 +1,7 @@
 #include "zoHPCWindowMemory.h"
 
+#include "zoText.h"
+
 #include <zoKernelServiceFactory.h>
 #include <zoPreferencesService.h>
 
@@ -43,7 +45,7 @@ QString textOf(const QList<int>& numbers)
 } // namespace
 
 zoHPCWindowMemory::zoHPCWindowMemory(QWidget* widget, const QString& name)
-    : QObject(widget), m_widget(widget), m_key(QStringLiteral("HPC Cluster window: %1").arg(name))
+    : QObject(widget), m_widget(widget), m_key(zoText("HPC Cluster window: %1").arg(name))
 {
     widget->installEventFilter(this);
     // Panes also change their sizes with the window around them, which is no wish for other proportions.

@@ -13,6 +13,7 @@
 #include "zoHPCTreeItem.h"
 #include "zoHPCWindowItem.h"
 #include "zoHPCWindowMemory.h"
+#include "zoText.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -119,11 +120,11 @@ template <class WriteTree>
 QString documentOf(const zoHPCDisplayGUII& displayEditor, WriteTree writeTree)
 {
     zoHPCDocumentWriter writer;
-    writer.openElement(QStringLiteral("cluster"));
-    writer.addAttribute(QStringLiteral("version"), QStringLiteral("1"));
+    writer.openElement(zoText("cluster"));
+    writer.addAttribute(zoText("version"), zoText("1"));
     writeTree(writer);
     QDomDocument displays;
-    displays.appendChild(displays.createElement(QStringLiteral("cluster")));
+    displays.appendChild(displays.createElement(zoText("cluster")));
     displayEditor.saveToXML(displays);
     zoHPCDocumentText::appendChildren(displays.documentElement(), writer);
     writer.closeElement();
@@ -134,7 +135,7 @@ QString documentOf(const zoHPCDisplayGUII& displayEditor, WriteTree writeTree)
 zoHPCGUIW::zoHPCGUIW(QWidget* parent, const QString& name) : QMainWindow(parent)
 {
     m_displayEditor = new zoHPCDisplayGUII(this);
-    zoHPCWindowMemory::rememberDialog(m_displayEditor, QStringLiteral("display setup"));
+    zoHPCWindowMemory::rememberDialog(m_displayEditor, zoText("display setup"));
     setupUi(this);
     setObjectName(name);
     m_tree = new zoHPCTreeGUIW;
@@ -182,7 +183,7 @@ void zoHPCGUIW::createActions()
     connect(m_saveAction, SIGNAL(triggered()), this, SLOT(saveConfig()));
     m_saveAsAction = new QAction(tr("Save As..."), this);
     // Not QKeySequence::SaveAs, which some desktops leave empty.
-    m_saveAsAction->setShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+S")));
+    m_saveAsAction->setShortcut(QKeySequence(zoText("Ctrl+Shift+S")));
     connect(m_saveAsAction, SIGNAL(triggered()), this, SLOT(saveAsConfig()));
     m_importLegacyAction = new QAction(icon("FileOpen"), tr("Import legacy..."), this);
     connect(m_importLegacyAction, SIGNAL(triggered()), this, SLOT(importLegacy()));
@@ -192,7 +193,7 @@ void zoHPCGUIW::createActions()
     connect(m_startAction, SIGNAL(triggered()), this, SLOT(startCluster()));
     m_stopAction = new QAction(icon("StopCluster"), tr("Stop"), this);
     m_stopAction->setEnabled(false);
-    m_stopAction->setShortcut(QKeySequence(QStringLiteral("Shift+F5")));
+    m_stopAction->setShortcut(QKeySequence(zoText("Shift+F5")));
     connect(m_stopAction, SIGNAL(triggered()), this, SLOT(stopCluster()));
 
     m_editConfigAction = new QAction(tr("Edit configuration..."), this);
@@ -241,7 +242,7 @@ void zoHPCGUIW::createToolBars()
     toolBar->addActions({m_tree->configAction(), m_displaySetupAction});
 
     auto* quickActions = new QZOToolBar(tr("QuickActions"), this);
-    quickActions->setObjectName(QStringLiteral("QuickActionBar"));
+    quickActions->setObjectName(zoText("QuickActionBar"));
     quickActions->setAllowedAreas(Qt::BottomToolBarArea);
     quickActions->setMovable(false);
     quickActions->setFloatable(false);
@@ -261,7 +262,7 @@ void zoHPCGUIW::createSplitter()
     m_editor->setSizePolicy(QSizePolicy::MinimumExpanding, QSizePolicy::Expanding);
     splitter->addWidget(m_tree);
     splitter->addWidget(m_editor);
-    new zoHPCWindowMemory(splitter, QStringLiteral("main splitter"));
+    new zoHPCWindowMemory(splitter, zoText("main splitter"));
 
     auto* layout = new QGridLayout(m_frame);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -271,7 +272,7 @@ void zoHPCGUIW::createSplitter()
 void zoHPCGUIW::createStatusBar()
 {
     m_statusPane = new zoHPCStatusPane;
-    m_statusPane->setObjectName(QStringLiteral("m_statusPane"));
+    m_statusPane->setObjectName(zoText("m_statusPane"));
     statusBar()->addPermanentWidget(m_statusPane);
     connect(statusBar(), &QStatusBar::messageChanged, m_statusPane, [this](const QString& message) {
         // With room for the margins and the size grip.
@@ -399,7 +400,7 @@ void zoHPCGUIW::updateDisplayState()
             nodes[i]->setUniqueHostName(name);
         else
             nodes[i]->setUniqueHostName(
-                QStringLiteral("%1 %2").arg(name, QString::number(++seen[groups.firstOf(i)])));
+                zoText("%1 %2").arg(name, QString::number(++seen[groups.firstOf(i)])));
     }
 
     std::vector<bool> isDisplayNode(nodes.size(), false);
@@ -444,9 +445,9 @@ bool zoHPCGUIW::readText(const QString& text)
     m_displayEditor->loadFromXML(document);
     refreshStatusLater();
     const QDomElement root = document.documentElement();
-    return !root.firstChildElement(QStringLiteral("master")).isNull() ||
-           !root.firstChildElement(QStringLiteral("projection")).isNull() ||
-           !root.firstChildElement(QStringLiteral("display")).isNull();
+    return !root.firstChildElement(zoText("master")).isNull() ||
+           !root.firstChildElement(zoText("projection")).isNull() ||
+           !root.firstChildElement(zoText("display")).isNull();
 }
 
 void zoHPCGUIW::replaceConfigString(const QString& text)
@@ -537,7 +538,7 @@ QString zoHPCGUIW::getConfigPath()
 {
     if (m_configDirectory.isEmpty())
         m_configDirectory =
-            QDir(QString::fromLatin1(zoPlatform::getDataDir().c_str())).filePath(QStringLiteral("cluster"));
+            QDir(QString::fromLatin1(zoPlatform::getDataDir().c_str())).filePath(zoText("cluster"));
     return m_configDirectory;
 }
 
@@ -606,7 +607,7 @@ void zoHPCGUIW::saveConfig(const QString& fileName)
     if (fileName.isEmpty())
         return;
     QString name = fileName;
-    const QString suffix = QStringLiteral(".zhpc");
+    const QString suffix = zoText(".zhpc");
     if (name.right(suffix.size()).toLower() != suffix)
         name += suffix;
 
@@ -643,7 +644,7 @@ void zoHPCGUIW::editConfig()
 {
     m_configDialog = std::make_unique<zoHPCConfigEditGUIW>();
     m_configDialog->setWindowTitle(m_editConfigAction->text());
-    zoHPCWindowMemory::rememberDialog(m_configDialog.get(), QStringLiteral("configuration"));
+    zoHPCWindowMemory::rememberDialog(m_configDialog.get(), zoText("configuration"));
     m_configDialog->setServersFileEditable(false);
     m_configDialog->setText(getConfigString());
     // The configuration as it was shown is applied again, not what was typed: the dialog lets people read the

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zoHPC.h"
+#include "zoHPCOption.h"
 #include "zoHPCStateItem.h"
 
 #include <QIcon>

@@ -2,6 +2,7 @@
 
 #include "zoHPCTreeEditGUIW.h"
 #include "zoHPCTreeGUIW.h"
+#include "zoText.h"
 
 #include <zoIconManager.h>
 
@@ -317,7 +318,7 @@ void zoHPCTreeItem::restoreFromIDCache(std::map<QString, zoHPCTreeItem*>& oldCac
 
 void zoHPCTreeItem::overwriteOptions(std::map<QString, QString>& options)
 {
-    const auto option = options.find(QStringLiteral("rt"));
+    const auto option = options.find(zoText("rt"));
     if (option != options.end())
         setIsRenderNode(option->second != QLatin1String("0") && option->second.toLower() != s_false);
 }
@@ -338,26 +339,26 @@ QIcon zoHPCTreeItem::getIcon(int kind, bool enabled, bool running, bool encrypte
 
     QIcon base;
     if (kind == NetworkIcon)
-        base = zoIconManager::getIcon(QStringLiteral("Network"), QString());
+        base = zoIconManager::getIcon(zoText("Network"), QString());
     else if (kind == NodeIcon)
-        base = zoIconManager::getIcon(QStringLiteral("Server"), QString());
+        base = zoIconManager::getIcon(zoText("Server"), QString());
     else if (kind == DisplayNodeIcon)
-        base = zoIconManager::getIcon(QStringLiteral("Display"), QString());
+        base = zoIconManager::getIcon(zoText("Display"), QString());
     else
         return cache[key] = QIcon();
 
     QPixmap picture =
         pictureOf(base, enabled ? QIcon::Normal : QIcon::Disabled, running ? QIcon::On : QIcon::Off);
     if (enabled && encrypted) {
-        const QIcon lock = zoIconManager::getIcon(QStringLiteral("Lock"), QString());
+        const QIcon lock = zoIconManager::getIcon(zoText("Lock"), QString());
         QPainter painter(&picture);
         painter.drawPixmap(QPoint(8, 8), lock.pixmap(QSize(24, 24), QIcon::Normal, QIcon::On));
     }
     if (enabled && noRender) {
         QPainter painter(&picture);
-        painter.setFont(QFont(QStringLiteral("Sans"), 8));
-        painter.setPen(QPen(QColor(QStringLiteral("#FF9900")), 1));
-        painter.drawText(QRect(16, 0, 32, 16), QStringLiteral("RT"));
+        painter.setFont(QFont(zoText("Sans"), 8));
+        painter.setPen(QPen(QColor(zoText("#FF9900")), 1));
+        painter.drawText(QRect(16, 0, 32, 16), zoText("RT"));
         painter.setPen(Qt::red);
         painter.drawLine(16, 7, 32, 7);
     }

@@ -1,9 +1,10 @@
 #include "zoHPCTreeEditGUIW.h"
 
 #include "ui_zoHPCTreeEditGUIW.h"
-#include "zoHPC.h"
+#include "zoHPCOption.h"
 #include "zoHPCTreeEditTables.h"
 #include "zoHPCTreeItem.h"
+#include "zoText.h"
 
 #include <QScopedValueRollback>
 
@@ -28,7 +29,7 @@ void addRows(QComboBox* combo, const zoHPCComboRow (&rows)[size])
 
 QString flagText(bool on)
 {
-    return on ? QStringLiteral("true") : QString();
+    return on ? zoText("true") : QString();
 }
 } // namespace
 

@@ -1,8 +1,9 @@
 #include "zoHPCConfigConverter.h"
 
-#include "zoHPC.h"
 #include "zoHPCDocumentText.h"
 #include "zoHPCElementScanner.h"
+#include "zoHPCOption.h"
+#include "zoText.h"
 
 #include <zoLog.h>
 
@@ -219,31 +220,31 @@ QString zoHPCConfigConverter::Remark::kindName(Kind kind)
 {
     switch (kind) {
     case Kind::NoParameters:
-        return QStringLiteral("no-parameters");
+        return zoText("no-parameters");
     case Kind::UnreadNumber:
-        return QStringLiteral("unread-number");
+        return zoText("unread-number");
     case Kind::UnknownCompression:
-        return QStringLiteral("unknown-compression");
+        return zoText("unknown-compression");
     case Kind::NumberedHosts:
-        return QStringLiteral("numbered-hosts");
+        return zoText("numbered-hosts");
     case Kind::DroppedForwards:
-        return QStringLiteral("dropped-forwards");
+        return zoText("dropped-forwards");
     case Kind::ShiftedHosts:
-        return QStringLiteral("shifted-hosts");
+        return zoText("shifted-hosts");
     case Kind::DroppedPipes:
-        return QStringLiteral("dropped-pipes");
+        return zoText("dropped-pipes");
     case Kind::CopiedOverlap:
-        return QStringLiteral("copied-overlap");
+        return zoText("copied-overlap");
     case Kind::HalfStereo:
-        return QStringLiteral("half-stereo");
+        return zoText("half-stereo");
     case Kind::MissingHosts:
-        return QStringLiteral("missing-hosts");
+        return zoText("missing-hosts");
     case Kind::UnusedHosts:
-        return QStringLiteral("unused-hosts");
+        return zoText("unused-hosts");
     case Kind::EmptyWindow:
-        return QStringLiteral("empty-window");
+        return zoText("empty-window");
     case Kind::CutWall:
-        return QStringLiteral("cut-wall");
+        return zoText("cut-wall");
     }
     return QString();
 }
@@ -257,10 +258,10 @@ QString zoHPCConfigConverter::convert(const QString& legacyText)
     m_unreadFields = 0;
     m_unreadParameter.clear();
     m_document = QDomDocument();
-    m_clusterElement = m_document.createElement(QStringLiteral("cluster"));
-    m_masterElement = m_document.createElement(QStringLiteral("master"));
-    m_networkElement = m_document.createElement(QStringLiteral("network"));
-    m_displayElement = m_document.createElement(QStringLiteral("display"));
+    m_clusterElement = m_document.createElement(zoText("cluster"));
+    m_masterElement = m_document.createElement(zoText("master"));
+    m_networkElement = m_document.createElement(zoText("network"));
+    m_displayElement = m_document.createElement(zoText("display"));
     m_masterElement.appendChild(m_networkElement);
     m_clusterElement.appendChild(m_masterElement);
     m_clusterElement.appendChild(m_displayElement);
@@ -302,8 +303,8 @@ void zoHPCConfigConverter::parseConfig(const QString& legacyText)
     const std::vector<Key> keys = keysOf(legacy, text);
     for (const Key& key : keys) {
         const QString value = text.mid(key.textBegin, key.textEnd - key.textBegin);
-        const bool encoded = key.element.attribute(QStringLiteral("type")) == QLatin1String("QString");
-        m_parameters.insert(key.element.attribute(QStringLiteral("name")), encoded ? decoded(value) : value);
+        const bool encoded = key.element.attribute(zoText("type")) == QLatin1String("QString");
+        m_parameters.insert(key.element.attribute(zoText("name")), encoded ? decoded(value) : value);
     }
     if (m_parameters.isEmpty())
         remark(Remark::Kind::NoParameters, tr("The text holds no legacy parameter."), QString());
@@ -330,7 +331,7 @@ QStringList zoHPCConfigConverter::parsePipes()
 {
     QStringList pipes;
     for (int i = 0;; ++i) {
-        const auto pipe = m_parameters.constFind(QStringLiteral("zoClusterPipe%1").arg(i));
+        const auto pipe = m_parameters.constFind(zoText("zoClusterPipe%1").arg(i));
         if (pipe == m_parameters.constEnd())
             return pipes;
         pipes.append(pipe.value());
@@ -349,14 +350,14 @@ void zoHPCConfigConverter::parseOptions()
         m_masterElement.setAttribute(zoHPCOption::ImageCompression, QLatin1String(compression->image));
     } else if (level != QLatin1String("0")) {
         remark(Remark::Kind::UnknownCompression, tr("The compression level \"%1\" is not known.").arg(level),
-               QStringLiteral("zoClusterNetworkCompression"));
+               zoText("zoClusterNetworkCompression"));
     }
 
     const QString superSampling = parameter("zoClusterSortFirstStillFrameSupersamplingFactor", "0");
     if (superSampling != QLatin1String("0"))
         m_masterElement.setAttribute(zoHPCOption::StillFrameSupersampling, superSampling);
 
-    m_displayElement.setAttribute(QStringLiteral("eyeseparation"), parameter("zoClusterEyeSeparation", "65"));
+    m_displayElement.setAttribute(zoText("eyeseparation"), parameter("zoClusterEyeSeparation", "65"));
 
     const QString zeroParallax = parameter("zoClusterZeroParallax", "1500");
     bool isNumber = false;
@@ -404,7 +405,7 @@ void zoHPCConfigConverter::addHosts(QDomElement& parent, const QString& hosts)
     const int forwards = hosts.indexOf(forwardsKey);
     if (forwards >= 0) {
         QDomElement node = addNode(parent, firstPart(hosts, '['));
-        QDomElement network = m_document.createElement(QStringLiteral("network"));
+        QDomElement network = m_document.createElement(zoText("network"));
         node.appendChild(network);
 
         const int begin = forwards + forwardsKey.size();
@@ -415,14 +416,14 @@ void zoHPCConfigConverter::addHosts(QDomElement& parent, const QString& hosts)
         // one that came up when its brackets went, and then it has no brackets left.
         addHosts(network, innerHosts);
         if (parameter("zoClusterInfiniband", "0") == QLatin1String("1"))
-            network.setAttribute(zoHPCOption::NetworkType, QStringLiteral("infiniband"));
+            network.setAttribute(zoHPCOption::NetworkType, zoText("infiniband"));
 
         if (m_forwardsParameter.isEmpty())
             m_forwardsParameter = entryParameter(m_entry);
         if (end >= 0) {
             remark(Remark::Kind::DroppedForwards,
                    tr("Host \"%1\": what follows its second list of forwarded hosts was dropped.")
-                       .arg(node.attribute(QStringLiteral("name"))),
+                       .arg(node.attribute(zoText("name"))),
                    entryParameter(m_entry));
         }
         return;
@@ -455,8 +456,8 @@ void zoHPCConfigConverter::addHost(QDomElement& parent, const QString& name, int
 
 QDomElement zoHPCConfigConverter::addNode(QDomElement& parent, const QString& name)
 {
-    QDomElement node = m_document.createElement(QStringLiteral("node"));
-    node.setAttribute(QStringLiteral("name"), name);
+    QDomElement node = m_document.createElement(zoText("node"));
+    node.setAttribute(zoText("name"), name);
     m_hostNames.append(name);
     m_hostEntries.push_back(m_entry);
     parent.appendChild(node);
@@ -502,13 +503,13 @@ void zoHPCConfigConverter::parsePowerwall()
     const WallStereo& stereo = wallStereo(parameter("zoClusterPWStereoMode", "0"));
 
     // The legacy format knows one overlap, which holds in both directions.
-    addWall(QStringLiteral("wall"), width, height, xOffset, yOffset, rows, columns, overlap, overlap);
+    addWall(zoText("wall"), width, height, xOffset, yOffset, rows, columns, overlap, overlap);
     if (overlap != 0)
         remark(Remark::Kind::CopiedOverlap, tr("The overlap %1 was taken for both directions.").arg(overlap),
-               QStringLiteral("zoClusterPWXOverlap"));
+               zoText("zoClusterPWXOverlap"));
     if (stereo.half)
         remark(Remark::Kind::HalfStereo, tr("The viewports cover the left half of their windows only."),
-               QStringLiteral("zoClusterPWStereoMode"));
+               zoText("zoClusterPWStereoMode"));
 
     const qint64 tiles = rows > 0 && columns > 0 ? qint64(rows) * columns : 0;
     const int limit = std::max(MaximumWindowsWithoutHost, int(m_hostNames.size()));
@@ -521,11 +522,10 @@ void zoHPCConfigConverter::parsePowerwall()
             remark(Remark::Kind::CutWall,
                    tr("The wall has %1 x %2 tiles; only its first %3 windows were converted.")
                        .arg(QString::number(rows), QString::number(columns), QString::number(k)),
-                   rows > columns ? QStringLiteral("zoClusterPWRows") : QStringLiteral("zoClusterPWCols"));
+                   rows > columns ? zoText("zoClusterPWRows") : zoText("zoClusterPWCols"));
             break;
         }
-        const QString tileName =
-            QStringLiteral("wall row:%1 col:%2").arg(tile / columns + 1).arg(tile % columns + 1);
+        const QString tileName = zoText("wall row:%1 col:%2").arg(tile / columns + 1).arg(tile % columns + 1);
         for (int w = 0; w < stereo.windows; ++w, ++k) {
             const QDomElement window =
                 addWindow(m_hostNames.value(k), QString(), position(m_hostXPositions, k),
@@ -558,12 +558,12 @@ void zoHPCConfigConverter::parseCustom()
         for (const QString& descriptor : descriptors) {
             const QStringList view = parts(descriptor, ' ');
             const bool isLeft = firstPart(view.value(6), ';') == QLatin1String("1");
-            QString eye = isLeft ? QStringLiteral("left") : QStringLiteral("right");
+            QString eye = isLeft ? zoText("left") : zoText("right");
             if (withoutQuotes(view.at(0)).toLower() == QLatin1String("stereo")) {
                 // A stereo view is listed once for each eye; the other descriptor stands for both.
                 if (isLeft)
                     continue;
-                eye = QStringLiteral("stereo");
+                eye = zoText("stereo");
             }
 
             const std::array<Point, 3> points = {pointOf(view, 7, doubleNumber),
@@ -571,7 +571,7 @@ void zoHPCConfigConverter::parseCustom()
                                                  pointOf(view, 13, doubleNumber)};
             QString& plane = planes[planeKey(points)];
             if (plane.isEmpty()) {
-                plane = QStringLiteral("projection%1").arg(counter++);
+                plane = zoText("projection%1").arg(counter++);
                 addPlane(plane, points);
             }
             // Rectangles may lie anywhere on a larger desktop. The far edges are wrapped by their last pixel,
@@ -602,15 +602,15 @@ void zoHPCConfigConverter::parseOld()
     const bool passive = parameter("zoClusterPassiveStereo", "0") == QLatin1String("1");
     const bool active = parameter("zoClusterActiveStereo", "0") == QLatin1String("1");
     const QStringList entries = parts(parameter("zoClusterHosts", ""), ',');
-    QStringList eyes(QStringLiteral("mono"));
+    QStringList eyes(zoText("mono"));
     if (active)
-        eyes = QStringList(QStringLiteral("stereo"));
+        eyes = QStringList(zoText("stereo"));
     else if (passive)
-        eyes = QStringList{QStringLiteral("left"), QStringLiteral("right")};
+        eyes = QStringList{zoText("left"), zoText("right")};
 
     for (int i = 0; i < entries.size(); ++i) {
         const QStringList fields = parts(entries.at(i), ' ');
-        const QString plane = QStringLiteral("projection%1").arg(i + 1);
+        const QString plane = zoText("projection%1").arg(i + 1);
         addPlane(plane, {{pointOf(fields, 9, singleNumber), pointOf(fields, 12, singleNumber),
                           pointOf(fields, 15, singleNumber)}});
         const QDomElement window =
@@ -629,28 +629,27 @@ void zoHPCConfigConverter::parseOld()
 void zoHPCConfigConverter::addWall(const QString& name, int tileWidth, int tileHeight, int offsetX,
                                    int offsetY, int rows, int columns, int overlapX, int overlapY)
 {
-    QDomElement projection = m_document.createElement(QStringLiteral("projection"));
-    projection.setAttribute(QStringLiteral("name"), name);
-    projection.setAttribute(QStringLiteral("type"), QStringLiteral("wall"));
-    projection.setAttribute(QStringLiteral("tilewidth"), tileWidth);
-    projection.setAttribute(QStringLiteral("tileheight"), tileHeight);
-    projection.setAttribute(QStringLiteral("offsetx"), offsetX);
-    projection.setAttribute(QStringLiteral("offsety"), offsetY);
-    projection.setAttribute(QStringLiteral("rows"), rows);
-    projection.setAttribute(QStringLiteral("columns"), columns);
-    projection.setAttribute(QStringLiteral("edgeblending"),
-                            m_edgeBlending ? QStringLiteral("true") : QStringLiteral("false"));
-    projection.setAttribute(QStringLiteral("overlapx"), overlapX);
-    projection.setAttribute(QStringLiteral("overlapy"), overlapY);
-    projection.setAttribute(QStringLiteral("distance"), m_zeroParallax);
+    QDomElement projection = m_document.createElement(zoText("projection"));
+    projection.setAttribute(zoText("name"), name);
+    projection.setAttribute(zoText("type"), zoText("wall"));
+    projection.setAttribute(zoText("tilewidth"), tileWidth);
+    projection.setAttribute(zoText("tileheight"), tileHeight);
+    projection.setAttribute(zoText("offsetx"), offsetX);
+    projection.setAttribute(zoText("offsety"), offsetY);
+    projection.setAttribute(zoText("rows"), rows);
+    projection.setAttribute(zoText("columns"), columns);
+    projection.setAttribute(zoText("edgeblending"), m_edgeBlending ? zoText("true") : zoText("false"));
+    projection.setAttribute(zoText("overlapx"), overlapX);
+    projection.setAttribute(zoText("overlapy"), overlapY);
+    projection.setAttribute(zoText("distance"), m_zeroParallax);
     m_clusterElement.appendChild(projection);
 }
 
 void zoHPCConfigConverter::addPlane(const QString& name, const std::array<std::array<double, 3>, 3>& points)
 {
-    QDomElement projection = m_document.createElement(QStringLiteral("projection"));
-    projection.setAttribute(QStringLiteral("name"), name);
-    projection.setAttribute(QStringLiteral("type"), QStringLiteral("plane"));
+    QDomElement projection = m_document.createElement(zoText("projection"));
+    projection.setAttribute(zoText("name"), name);
+    projection.setAttribute(zoText("type"), zoText("plane"));
     for (std::size_t i = 0; i < points.size(); ++i) {
         const QString number = QString::number(i + 1);
         projection.setAttribute(QLatin1Char('x') + number, points[i][0]);
@@ -663,16 +662,16 @@ void zoHPCConfigConverter::addPlane(const QString& name, const std::array<std::a
 QDomElement zoHPCConfigConverter::addWindow(const QString& node, const QString& screen, int x, int y,
                                             int width, int height)
 {
-    QDomElement window = m_document.createElement(QStringLiteral("window"));
-    window.setAttribute(QStringLiteral("node"), node);
-    window.setAttribute(QStringLiteral("screen"), screen);
-    window.setAttribute(QStringLiteral("x"), x);
-    window.setAttribute(QStringLiteral("y"), y);
-    window.setAttribute(QStringLiteral("width"), width);
-    window.setAttribute(QStringLiteral("height"), height);
+    QDomElement window = m_document.createElement(zoText("window"));
+    window.setAttribute(zoText("node"), node);
+    window.setAttribute(zoText("screen"), screen);
+    window.setAttribute(zoText("x"), x);
+    window.setAttribute(zoText("y"), y);
+    window.setAttribute(zoText("width"), width);
+    window.setAttribute(zoText("height"), height);
     // Replaces the caller's screen: legacy windows lie on the extended desktop.
-    window.setAttribute(QStringLiteral("screen"), QStringLiteral("-2"));
-    window.setAttribute(QStringLiteral("fullscreen"), QStringLiteral("false"));
+    window.setAttribute(zoText("screen"), zoText("-2"));
+    window.setAttribute(zoText("fullscreen"), zoText("false"));
     m_displayElement.appendChild(window);
     return window;
 }
@@ -680,15 +679,15 @@ QDomElement zoHPCConfigConverter::addWindow(const QString& node, const QString& 
 void zoHPCConfigConverter::addViewport(QDomElement window, const QString& projection, double x1, double y1,
                                        double x2, double y2, const QString& eye, int rotate)
 {
-    QDomElement viewport = m_document.createElement(QStringLiteral("viewport"));
-    viewport.setAttribute(QStringLiteral("projection"), projection);
-    viewport.setAttribute(QStringLiteral("x1"), x1);
-    viewport.setAttribute(QStringLiteral("y1"), y1);
-    viewport.setAttribute(QStringLiteral("x2"), x2);
-    viewport.setAttribute(QStringLiteral("y2"), y2);
-    viewport.setAttribute(QStringLiteral("eye"), eye);
-    viewport.setAttribute(QStringLiteral("rotate"), rotate);
-    viewport.setAttribute(QStringLiteral("position"), QStringLiteral("custom"));
+    QDomElement viewport = m_document.createElement(zoText("viewport"));
+    viewport.setAttribute(zoText("projection"), projection);
+    viewport.setAttribute(zoText("x1"), x1);
+    viewport.setAttribute(zoText("y1"), y1);
+    viewport.setAttribute(zoText("x2"), x2);
+    viewport.setAttribute(zoText("y2"), y2);
+    viewport.setAttribute(zoText("eye"), eye);
+    viewport.setAttribute(zoText("rotate"), rotate);
+    viewport.setAttribute(zoText("position"), zoText("custom"));
     window.appendChild(viewport);
 }
 
@@ -733,7 +732,7 @@ int zoHPCConfigConverter::position(const std::vector<int>& positions, int index)
 // Parameters of pipes from a number on, in the order of their numbers.
 QStringList zoHPCConfigConverter::droppedPipes(int firstNumber) const
 {
-    const QString prefix = QStringLiteral("zoClusterPipe");
+    const QString prefix = zoText("zoClusterPipe");
     QMap<uint, QString> pipes;
     for (auto it = m_parameters.lowerBound(prefix); it != m_parameters.cend() && it.key().startsWith(prefix);
          ++it) {
@@ -749,13 +748,13 @@ QString zoHPCConfigConverter::entryParameter(int entry) const
 {
     switch (m_mode) {
     case Raytracing:
-        return QStringLiteral("zoClusterSortFirstServers");
+        return zoText("zoClusterSortFirstServers");
     case Powerwall:
-        return QStringLiteral("zoClusterPWServers");
+        return zoText("zoClusterPWServers");
     case Custom:
-        return QStringLiteral("zoClusterPipe%1").arg(entry);
+        return zoText("zoClusterPipe%1").arg(entry);
     case Old:
-        return QStringLiteral("zoClusterHosts");
+        return zoText("zoClusterHosts");
     }
     return QString();
 }
@@ -787,7 +786,7 @@ QList<zoHPCConfigConverter::Remark> zoHPCConfigConverter::remarks() const
             continue;
         open.push_back(depth);
         // The last one of a name holds.
-        const auto place = places.find(scanner.attribute(QStringLiteral("name")));
+        const auto place = places.find(scanner.attribute(zoText("name")));
         if (place != places.end() && open.size() <= std::size_t(MaximumNestedParameters))
             *place = scanner.place();
     }

@@ -2,6 +2,7 @@
 
 #include "zoHPCElidedLabel.h"
 #include "zoHPCProblem.h"
+#include "zoText.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -22,15 +23,15 @@ constexpr int SHORT_NAME = 8;
 zoHPCStatusPane::zoHPCStatusPane(QWidget* parent) : QWidget(parent)
 {
     m_file = new zoHPCElidedLabel;
-    m_file->setObjectName(QStringLiteral("m_fileStatus"));
+    m_file->setObjectName(zoText("m_fileStatus"));
     m_changed = new QLabel;
-    m_changed->setObjectName(QStringLiteral("m_changedStatus"));
+    m_changed->setObjectName(zoText("m_changedStatus"));
     m_nodes = new QLabel;
-    m_nodes->setObjectName(QStringLiteral("m_nodesStatus"));
+    m_nodes->setObjectName(zoText("m_nodesStatus"));
     m_displays = new QLabel;
-    m_displays->setObjectName(QStringLiteral("m_displaysStatus"));
+    m_displays->setObjectName(zoText("m_displaysStatus"));
     m_problems = new QToolButton;
-    m_problems->setObjectName(QStringLiteral("m_problemsStatus"));
+    m_problems->setObjectName(zoText("m_problemsStatus"));
     m_problems->setAutoRaise(true);
     m_problems->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     m_problems->setFocusPolicy(Qt::TabFocus);
@@ -95,8 +96,7 @@ void zoHPCStatusPane::setProblems(const std::vector<zoHPCProblem>& problems)
     if (count > MOST_PROBLEMS_TOLD)
         lines << tr("and %1 more").arg(QString::number(count - MOST_PROBLEMS_TOLD));
     lines << tr("Click to see them in the display setup, where they can be fixed.");
-    m_problems->setToolTip(QStringLiteral("<qt>") + lines.join(QStringLiteral("<br/>")) +
-                           QStringLiteral("</qt>"));
+    m_problems->setToolTip(zoText("<qt>") + lines.join(zoText("<br/>")) + zoText("</qt>"));
 }
 
 void zoHPCStatusPane::giveRoom(int width)

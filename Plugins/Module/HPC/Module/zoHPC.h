@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zoHPCOption.h"
+
 #include <QObject>
 #include <QPointer>
 #include <QString>
@@ -8,29 +10,6 @@ class QAction;
 class zoClusterService;
 class zoHPCConnectGUIW;
 class zoHPCGUIW;
-
-// Keys of a host-tree item's option map and attribute names in the configuration document. Compared exactly.
-namespace zoHPCOption
-{
-extern const QString Enabled;
-extern const QString RenderNode;
-extern const QString NetworkType;
-extern const QString LinkSpeed;
-extern const QString SceneCompression;
-extern const QString ImageCompression;
-extern const QString Description;
-extern const QString IbDevice;
-extern const QString IbPort;
-extern const QString ServicePort;
-extern const QString PixelFormat;
-extern const QString StartStopAction;
-extern const QString ParallelFrames;
-extern const QString FramePipelineLength;
-extern const QString StillFrameSupersampling;
-extern const QString NodesFile;
-extern const QString Encrypted;
-extern const QString Homogeneous;
-} // namespace zoHPCOption
 
 // The module object: builds the cluster window, registers it with the host and runs sessions through the
 // host's cluster service. One per process, created by initPlugin(). The host may invoke its slots by name.

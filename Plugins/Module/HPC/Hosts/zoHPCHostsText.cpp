@@ -1,5 +1,7 @@
 #include "zoHPCHostsText.h"
 
+#include "zoText.h"
+
 #include <QRegularExpression>
 #include <QVector>
 
@@ -63,7 +65,7 @@ const QChar s_closeBrace = QLatin1Char('}');
 // "gw[a=1,forwards=x y]" -> "gw[a=1,] { x y }".
 QString moveForwards(const QString& text)
 {
-    const QString key = QStringLiteral("forwards=");
+    const QString key = zoText("forwards=");
     if (!text.contains(key))
         return text;
 
@@ -243,7 +245,7 @@ zoHPCNumberedName::zoHPCNumberedName(const QString& name) : m_name(name)
         return;
     }
     // Line ends decide here: a dot does not match them, and "$" matches before the last one.
-    static const QRegularExpression pattern(QStringLiteral("^(.*[^0-9])([0-9]+)$"));
+    static const QRegularExpression pattern(zoText("^(.*[^0-9])([0-9]+)$"));
     const QRegularExpressionMatch match = pattern.match(m_name);
     if (match.hasMatch()) {
         m_prefix = QStringView(m_name).mid(match.capturedStart(1), match.capturedLength(1));
@@ -261,6 +263,6 @@ QString zoHPCNumberedName::name(int offset) const
     QString text = QString::number(qint64(number()) + offset);
     // At most twelve zeros.
     if (m_digits.startsWith(QLatin1Char('0')) && text.size() < m_digits.size())
-        text = (QStringLiteral("000000000000") + text).right(int(m_digits.size()));
+        text = (zoText("000000000000") + text).right(int(m_digits.size()));
     return m_prefix.toString() + text;
 }

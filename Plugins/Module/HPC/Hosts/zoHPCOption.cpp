@@ -1,4 +1,4 @@
-#include "zoHPC.h"
+#include "zoHPCOption.h"
 
 // Plain QString objects, not literals in the library's read-only data: a text that outlives the library must
 // not point into it.

@@ -5,6 +5,7 @@
 #include "zoHPCTreeEditGUIW.h"
 #include "zoHPCTreeGUIW.h"
 #include "zoHPCTreeItem.h"
+#include "zoText.h"
 
 #include <QAction>
 #include <QMessageBox>
@@ -47,11 +48,10 @@ zoHPC::zoHPC()
     m_clusterService = zoKernelServiceFactory::getService<zoClusterService>();
 
     auto* mainWindowService = zoKernelServiceFactory::getService<zoMainWindowService>();
-    m_mainWindow = new zoHPCGUIW(mainWindowService->mainWindowWidget(), QStringLiteral("Module"));
-    mainWindowService->registerModule(QStringLiteral("Cluster"), QStringLiteral("Rendering"), m_mainWindow,
-                                      QStringLiteral("Tipreel_Cluster"),
-                                      zoIconManager::getIcon(QStringLiteral("ModuleCluster"), QString()),
-                                      tr("Cluster"), 0);
+    m_mainWindow = new zoHPCGUIW(mainWindowService->mainWindowWidget(), zoText("Module"));
+    mainWindowService->registerModule(
+        zoText("Cluster"), zoText("Rendering"), m_mainWindow, zoText("Tipreel_Cluster"),
+        zoIconManager::getIcon(zoText("ModuleCluster"), QString()), tr("Cluster"), 0);
     connectMainWindow();
 
     m_mainWindow->setStartEnabled(true);
@@ -100,10 +100,10 @@ void zoHPC::createToggleAction()
 {
     // A child of the module object: hosts find the object that takes their calls as the parent of this
     // action.
-    m_toggleAction = new QAction(zoIconManager::getIcon(QStringLiteral("ModuleCluster"), QString()),
+    m_toggleAction = new QAction(zoIconManager::getIcon(zoText("ModuleCluster"), QString()),
                                  tr("&Toggle Connection to the Cluster"), this);
     m_toggleAction->setIconText(tr("Cluster"));
-    m_toggleAction->setToolTip(QStringLiteral("Tipreel_Cluster")); // a key that the host resolves
+    m_toggleAction->setToolTip(zoText("Tipreel_Cluster")); // a key that the host resolves
     m_toggleAction->setStatusTip(tr("Toggle Connection to the Cluster"));
     m_toggleAction->setCheckable(true);
     connect(m_toggleAction, SIGNAL(toggled(bool)), this, SLOT(toggleCluster(bool)));
@@ -131,7 +131,7 @@ void zoHPC::show()
 QString zoHPC::getConfigPath()
 {
     if (m_configPath.isEmpty())
-        m_configPath = QString::fromStdString(zoPlatform::getDataDir()) + QStringLiteral("/cluster");
+        m_configPath = QString::fromStdString(zoPlatform::getDataDir()) + zoText("/cluster");
     return m_configPath;
 }
 

@@ -1,14 +1,15 @@
 #include "zoHPCTreeGUIW.h"
 
 #include "ui_zoHPCTreeGUIW.h"
-#include "zoHPC.h"
 #include "zoHPCConfigEditGUIW.h"
 #include "zoHPCDocumentWriter.h"
 #include "zoHPCHostsText.h"
 #include "zoHPCItemIds.h"
+#include "zoHPCOption.h"
 #include "zoHPCTreeDepth.h"
 #include "zoHPCTreeItem.h"
 #include "zoHPCWindowMemory.h"
+#include "zoText.h"
 
 #include <zoIconManager.h>
 #include <zoLog.h>
@@ -223,7 +224,7 @@ void HostsTextBuilder::addHost(QStringView token)
     QString value;
     if (zoHPCHostsText::renderOption(token, value)) {
         overridden.push_back(node);
-        std::map<QString, QString> options{{QStringLiteral("rt"), value}};
+        std::map<QString, QString> options{{zoText("rt"), value}};
         zoHPCTreeItem probe(nullptr);
         probe.overwriteOptions(options);
         for (zoHPCTreeItem* item : overridden)
@@ -265,7 +266,7 @@ bool HostsTextBuilder::overwriteOptions() const
     for (const auto& option : m_renderOptions) {
         if (option.first->isRenderNode() != option.second)
             option.first->setOptionQuietly(zoHPCOption::RenderNode,
-                                           option.second ? QString() : QStringLiteral("false"));
+                                           option.second ? QString() : zoText("false"));
     }
     return !m_renderOptions.empty();
 }
@@ -445,7 +446,7 @@ bool SectionBuilder::read(zoHPCTreeItem* parent, const QDomElement& top)
                 into->pending.append(item);
             if (tag == s_node) {
                 item->setIsNode(true);
-                item->setHostName(element.attribute(s_name, QStringLiteral("localhost")));
+                item->setHostName(element.attribute(s_name, zoText("localhost")));
             } else {
                 item->setIsNetwork(true);
                 item->setText(0, m_networkText);
@@ -766,13 +767,13 @@ void HostsTextWriter::appendName(const QString& name)
 zoHPCTreeGUIW::zoHPCTreeGUIW(QWidget* parent)
     : QWidget(parent)
     , m_ui(std::make_unique<Ui_zoHPCTreeGUIW>())
-    , m_configAction(new QAction(zoIconManager::getIcon(QStringLiteral("Network"), QString()),
-                                 tr("Cluster config..."), this))
+    , m_configAction(
+          new QAction(zoIconManager::getIcon(zoText("Network"), QString()), tr("Cluster config..."), this))
     , m_addNetworkAction(new QAction(tr("Add network"), this))
     , m_addHostAction(new QAction(tr("Add compute node"), this))
     , m_removeNetworkAction(new QAction(tr("Remove network"), this))
     , m_removeHostAction(new QAction(tr("Remove compute node"), this))
-    , m_nodeIcon(zoIconManager::getIcon(QStringLiteral("Server"), QString()))
+    , m_nodeIcon(zoIconManager::getIcon(zoText("Server"), QString()))
 {
     m_ui->setupUi(this);
     QHeaderView* header = m_ui->m_treeWidget->header();
@@ -785,7 +786,7 @@ zoHPCTreeGUIW::zoHPCTreeGUIW(QWidget* parent)
     m_master = createMaster();
     m_ui->m_treeWidget->addTopLevelItem(m_master);
     updateRowHeight();
-    createNode(createNetwork(m_master, -1), QStringLiteral("localhost"), -1);
+    createNode(createNetwork(m_master, -1), zoText("localhost"), -1);
     expandAllParents();
 
     connect(m_ui->m_treeWidget, &QTreeWidget::currentItemChanged, this, &zoHPCTreeGUIW::currentItemChanged);
@@ -827,7 +828,7 @@ zoHPCTreeItem* zoHPCTreeGUIW::createMaster()
     auto* master = new zoHPCTreeItem(this);
     master->setText(0, tr("Options"));
     master->setIsMaster(true);
-    master->setOption(zoHPCOption::SceneCompression, QStringLiteral("best"));
+    master->setOption(zoHPCOption::SceneCompression, zoText("best"));
     return master;
 }
 
@@ -1128,10 +1129,10 @@ void zoHPCTreeGUIW::setDefaultConfig()
     setSelectedItem(m_master);
     m_master->clearOptions();
     buryAll();
-    m_master->setOption(zoHPCOption::SceneCompression, QStringLiteral("best"));
+    m_master->setOption(zoHPCOption::SceneCompression, zoText("best"));
     m_hostFile.clear();
     m_master->updateState();
-    createNode(createNetwork(m_master, -1), QStringLiteral("localhost"), -1);
+    createNode(createNetwork(m_master, -1), zoText("localhost"), -1);
     expandAllParents();
     currentItemChanged(m_master, m_master);
 }
@@ -1233,10 +1234,10 @@ void zoHPCTreeGUIW::addHost()
     }
     zoHPCTreeItem* node = nullptr;
     if (current->isNetwork()) {
-        node = createNode(current, QStringLiteral("localhost"), -1);
+        node = createNode(current, zoText("localhost"), -1);
     } else {
         zoHPCTreeItem* parent = current->getParent();
-        node = createNode(parent, QStringLiteral("localhost"), parent->indexOfChild(current) + 1);
+        node = createNode(parent, zoText("localhost"), parent->indexOfChild(current) + 1);
     }
     node->getParent()->setExpanded(true);
     setSelectedItem(node);
@@ -1284,7 +1285,7 @@ void zoHPCTreeGUIW::editHosts()
     // Guarded: the window, and the dialog with it, may go while the dialog is open.
     const QPointer<zoHPCConfigEditGUIW> dialog = new zoHPCConfigEditGUIW(this);
     dialog->setWindowTitle(m_configAction->text());
-    zoHPCWindowMemory::rememberDialog(dialog, QStringLiteral("hosts"));
+    zoHPCWindowMemory::rememberDialog(dialog, zoText("hosts"));
     dialog->setServersFileEditable(true);
     dialog->setServersFile(m_hostFile);
     dialog->setText(getHostsString());
