@@ -102,14 +102,14 @@ int runDocumentProgram(const QString& command, const QStringList& arguments)
     const QByteArray program = QFile::encodeName(QCoreApplication::applicationDirPath() +
                                                  QLatin1String("/" ZO_LIBEXEC_DIR "/zohpc-document"));
     execv(program.constData(), argv.data());
-    zoConsole::complain(
+    zoConsole::printError(
         tr("zohpc: %1: %2").arg(QFile::decodeName(program), QString::fromLocal8Bit(std::strerror(errno))));
     return zoConsole::Unusable;
 }
 
 int usageError(const QString& reason, const QString& help = QStringLiteral("zohpc --help"))
 {
-    zoConsole::complain(tr("zohpc: %1\nTry '%2'.").arg(reason, help));
+    zoConsole::printError(tr("zohpc: %1\nTry '%2'.").arg(reason, help));
     return zoConsole::Unusable;
 }
 
@@ -118,7 +118,7 @@ bool isHelp(const QString& argument)
     return argument == QLatin1String("--help") || argument == QLatin1String("-h");
 }
 
-// "hosts" with none of its commands: help, or a complaint.
+// "hosts" with none of its commands: help, or an error.
 int runHosts(const QStringList& arguments)
 {
     if (!arguments.isEmpty() && isHelp(arguments.constFirst()))

@@ -21,7 +21,7 @@ int zoCommand::run(const QStringList& arguments)
 
 int zoCommand::usageError(const QString& reason) const
 {
-    zoConsole::complain(tr("zohpc %1: %2\nTry 'zohpc %1 --help'.").arg(name(), reason));
+    zoConsole::printError(tr("zohpc %1: %2\nTry 'zohpc %1 --help'.").arg(name(), reason));
     return zoConsole::Unusable;
 }
 

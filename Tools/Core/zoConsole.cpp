@@ -12,20 +12,20 @@ bool zoConsole::write(const QByteArray& text)
         std::fwrite(text.constData(), 1, std::size_t(text.size()), stdout) == std::size_t(text.size());
     if (isWhole && std::fflush(stdout) == 0)
         return true;
-    complain(QCoreApplication::translate("zoConsole", "zohpc: standard output: %1")
-                 .arg(QString::fromLocal8Bit(std::strerror(errno))));
+    printError(QCoreApplication::translate("zoConsole", "zohpc: standard output: %1")
+                   .arg(QString::fromLocal8Bit(std::strerror(errno))));
     return false;
 }
 
-void zoConsole::complain(const QString& message)
+void zoConsole::printError(const QString& message)
 {
     const QByteArray text = message.toUtf8() + '\n';
     std::fwrite(text.constData(), 1, std::size_t(text.size()), stderr);
 }
 
-void zoConsole::complain(const QString& file, int line, int column, const QString& reason)
+void zoConsole::printError(const QString& file, int line, int column, const QString& reason)
 {
-    complain(
+    printError(
         QStringLiteral("%1:%2:%3: %4").arg(file, QString::number(line), QString::number(column), reason));
 }
 

@@ -12,13 +12,13 @@ enum ExitCode {
     Unusable = 2 // wrong usage, unreadable input, output that cannot be written
 };
 
-// Writes to standard output; when that fails (a full disk), complains and returns false.
+// Writes to standard output; when that fails (a full disk), prints an error and returns false.
 bool write(const QByteArray& text);
 
 // Writes one message and a line end to standard error.
-void complain(const QString& message);
+void printError(const QString& message);
 // "file:line:column: reason", lines and columns from 1.
-void complain(const QString& file, int line, int column, const QString& reason);
+void printError(const QString& file, int line, int column, const QString& reason);
 
 // The text as a JSON string with its quotes.
 QByteArray json(const QString& text);

@@ -41,7 +41,7 @@ void writeMessage(QtMsgType type, const QMessageLogContext& context, const QStri
 {
     const bool isOurs = context.category != nullptr && std::strcmp(context.category, "zo") == 0;
     if (isOurs ? type != QtInfoMsg && type != QtDebugMsg : type == QtFatalMsg || type == QtCriticalMsg)
-        zoConsole::complain(QStringLiteral("zohpc: ") + text);
+        zoConsole::printError(QStringLiteral("zohpc: ") + text);
 }
 } // namespace
 
@@ -67,7 +67,7 @@ int main(int argc, char** argv)
     const std::unique_ptr<zoCommand> command =
         arguments.isEmpty() ? nullptr : createCommand(arguments.constFirst());
     if (command == nullptr) {
-        zoConsole::complain(QStringLiteral("zohpc-document is run by zohpc"));
+        zoConsole::printError(QStringLiteral("zohpc-document is run by zohpc"));
         return zoConsole::Unusable;
     }
     return command->run(arguments.mid(1));

@@ -18,16 +18,16 @@ bool zoClusterSetup::readFile(const QString& fileName)
         const QString reason = refusal.reason.isEmpty()
                                    ? QCoreApplication::translate("zoClusterSetup", "the file is empty")
                                    : refusal.reason;
-        zoConsole::complain(fileName, refusal.line, refusal.column, reason);
+        zoConsole::printError(fileName, refusal.line, refusal.column, reason);
         return false;
     }
     // The window would show an empty cluster; a script would go on with it.
     const QString root = document.documentElement().tagName();
     if (root != QLatin1String("cluster")) {
-        zoConsole::complain(fileName, 1, 1,
-                            QCoreApplication::translate(
-                                "zoClusterSetup", "no cluster configuration: its root element is \"%1\"")
-                                .arg(root));
+        zoConsole::printError(fileName, 1, 1,
+                              QCoreApplication::translate(
+                                  "zoClusterSetup", "no cluster configuration: its root element is \"%1\"")
+                                  .arg(root));
         return false;
     }
     readDocument(document);

@@ -13,7 +13,7 @@ class zoClusterSetup final
 public:
     zoClusterSetup();
 
-    // Reads a configuration file; complains and returns false when it holds none.
+    // Reads a configuration file; when it holds none, prints an error and returns false.
     bool readFile(const QString& fileName);
     // Reads a document that is known to be good.
     void readDocument(QDomDocument& document);

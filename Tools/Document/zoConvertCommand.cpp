@@ -60,14 +60,15 @@ int zoConvertCommand::execute(const QCommandLineParser& parser)
     QDomDocument document;
     zoHPCDocumentText::Refusal refusal;
     if (!zoHPCDocumentText::parse(legacy, document, refusal)) {
-        zoConsole::complain(file, refusal.line, refusal.column,
-                            refusal.reason.isEmpty() ? tr("the file is empty") : refusal.reason);
+        zoConsole::printError(file, refusal.line, refusal.column,
+                              refusal.reason.isEmpty() ? tr("the file is empty") : refusal.reason);
         return zoConsole::Unusable;
     }
     zoHPCConfigConverter converter;
     const QString text = converter.convert(legacy);
     if (converter.parameterCount() == 0) {
-        zoConsole::complain(file, 1, 1, tr("no legacy configuration: it has no parameter (element \"key\")"));
+        zoConsole::printError(file, 1, 1,
+                              tr("no legacy configuration: it has no parameter (element \"key\")"));
         return zoConsole::Unusable;
     }
     if (!zoTextFile::write(output, text))
@@ -77,7 +78,7 @@ int zoConvertCommand::execute(const QCommandLineParser& parser)
     QByteArray json;
     for (const zoHPCConfigConverter::Remark& remark : remarks) {
         if (!isJson) {
-            zoConsole::complain(file, remark.line, remark.column, remark.text);
+            zoConsole::printError(file, remark.line, remark.column, remark.text);
             continue;
         }
         json += (json.isEmpty() ? "{\"file\": " : ",\n {\"file\": ") + zoConsole::json(file) +

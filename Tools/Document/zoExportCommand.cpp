@@ -68,10 +68,10 @@ int zoExportCommand::execute(const QCommandLineParser& parser)
     const zoSourcePlaces places(setup);
     for (const zoRenderSetup::Note& note : rendering.notes()) {
         const zoSourcePlaces::Place place = places.place(note.item);
-        zoConsole::complain(file, place.line, place.column, note.text);
+        zoConsole::printError(file, place.line, place.column, note.text);
     }
     if (rendering.pictures().empty()) {
-        zoConsole::complain(file, 1, 1, tr("nothing to render: no window of a node shows a plane"));
+        zoConsole::printError(file, 1, 1, tr("nothing to render: no window of a node shows a plane"));
         return zoConsole::ProblemsFound;
     }
     if (!paraView.isEmpty() &&

@@ -10,9 +10,9 @@
 
 namespace
 {
-bool complain(const QString& fileName, const QString& reason)
+bool printError(const QString& fileName, const QString& reason)
 {
-    zoConsole::complain(QStringLiteral("%1: %2").arg(fileName, reason));
+    zoConsole::printError(QStringLiteral("%1: %2").arg(fileName, reason));
     return false;
 }
 } // namespace
@@ -23,10 +23,10 @@ bool zoTextFile::read(const QString& fileName, QString& text)
     const bool isOpen = fileName == QLatin1String("-") ? file.open(stdin, QIODevice::ReadOnly)
                                                        : file.open(QIODevice::ReadOnly);
     if (!isOpen)
-        return complain(fileName, file.errorString());
+        return printError(fileName, file.errorString());
     const QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError)
-        return complain(fileName, file.errorString());
+        return printError(fileName, file.errorString());
     text = QString::fromUtf8(bytes.constData());
     return true;
 }
@@ -37,5 +37,5 @@ bool zoTextFile::write(const QString& fileName, const QString& text)
         return zoConsole::write(text.toUtf8());
     QString reason;
     return zoFileWriter::write(fileName, text.toUtf8(), &reason) == zoFileWriter::Result::Written ||
-           complain(fileName, reason);
+           printError(fileName, reason);
 }

@@ -2,8 +2,8 @@
 
 #include <QString>
 
-// Reads and writes texts as the document commands do: "-" is standard input or output, failures are
-// complained of.
+// Reads and writes texts as the document commands do: "-" is standard input or output, and failures are
+// told on standard error.
 namespace zoTextFile
 {
 // The whole file as UTF-8, to its first NUL byte.

@@ -11,10 +11,10 @@
 
 namespace
 {
-void complain(const zoHostsInput& input, int offset, const QString& reason)
+void printError(const zoHostsInput& input, int offset, const QString& reason)
 {
     const zoHostsInput::Place place = input.place(offset);
-    zoConsole::complain(place.file, place.line, place.column, reason);
+    zoConsole::printError(place.file, place.line, place.column, reason);
 }
 
 bool isNameChar(QChar c)
@@ -141,12 +141,12 @@ int zoHostsCommand::execute(const QCommandLineParser& parser)
     zoBracketText brackets;
     const QString text = brackets.expanded(input.text());
     if (brackets.hasError()) {
-        complain(input, brackets.error().offset, brackets.error().reason);
+        printError(input, brackets.error().offset, brackets.error().reason);
         return zoConsole::Unusable;
     }
     int result = zoConsole::Fine;
     for (const zoBracketText::Problem& warning : brackets.warnings()) {
-        complain(input, warning.offset, warning.reason);
+        printError(input, warning.offset, warning.reason);
         result = zoConsole::ProblemsFound;
     }
 
@@ -157,20 +157,20 @@ int zoHostsCommand::execute(const QCommandLineParser& parser)
         const std::vector<Word> words = strangeWords(input.text());
         for (const Word& word : words) {
             const QString name = zoHPCHostsText::hostName(word.text);
-            complain(input, word.offset,
-                     name.isEmpty() ? tr("\"%1\" is no host name and is left out").arg(word.text)
-                                    : tr("\"%1\" reads as \"%2\"; --names keeps it").arg(word.text, name));
+            printError(input, word.offset,
+                       name.isEmpty() ? tr("\"%1\" is no host name and is left out").arg(word.text)
+                                      : tr("\"%1\" reads as \"%2\"; --names keeps it").arg(word.text, name));
             result = zoConsole::ProblemsFound;
         }
         if (!tree.readHostsText(text)) {
-            zoConsole::complain(tr("zohpc %1: braces are more than %2 deep")
-                                    .arg(name(), QString::number(zoHostsTree::MaximumDepth)));
+            zoConsole::printError(tr("zohpc %1: braces are more than %2 deep")
+                                      .arg(name(), QString::number(zoHostsTree::MaximumDepth)));
             return zoConsole::Unusable;
         }
         int offset = 0;
         for (const zoHostsTree::EmptyRange& range : tree.emptyRanges()) {
             offset = offsetOfWord(input.text(), range.to, offsetOfWord(input.text(), range.from, offset));
-            complain(input, offset, emptyRangeReason(range));
+            printError(input, offset, emptyRangeReason(range));
             result = zoConsole::ProblemsFound;
         }
     }

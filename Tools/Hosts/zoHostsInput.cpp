@@ -10,9 +10,9 @@
 
 namespace
 {
-bool complainUnreadable(const QString& fileName, const QString& reason)
+bool printUnreadable(const QString& fileName, const QString& reason)
 {
-    zoConsole::complain(QStringLiteral("%1: %2").arg(fileName, reason));
+    zoConsole::printError(QStringLiteral("%1: %2").arg(fileName, reason));
     return false;
 }
 } // namespace
@@ -36,10 +36,10 @@ bool zoHostsInput::readFile(const QString& fileName)
         return readStandardInput();
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly))
-        return complainUnreadable(fileName, file.errorString());
+        return printUnreadable(fileName, file.errorString());
     const QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError)
-        return complainUnreadable(fileName, file.errorString());
+        return printUnreadable(fileName, file.errorString());
     append(fileName, QString::fromUtf8(bytes));
     return true;
 }
@@ -48,10 +48,10 @@ bool zoHostsInput::readStandardInput()
 {
     QFile file;
     if (!file.open(stdin, QIODevice::ReadOnly))
-        return complainUnreadable(QStringLiteral("-"), file.errorString());
+        return printUnreadable(QStringLiteral("-"), file.errorString());
     const QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError)
-        return complainUnreadable(QStringLiteral("-"), file.errorString());
+        return printUnreadable(QStringLiteral("-"), file.errorString());
     append(QStringLiteral("-"), QString::fromUtf8(bytes));
     return true;
 }

@@ -19,7 +19,7 @@ public:
 
     // An argument "-" is standard input, no argument at all too.
     bool readArguments(const QStringList& texts);
-    // False when it cannot be read; complains.
+    // When it cannot be read, prints an error and returns false.
     bool readFile(const QString& fileName);
 
     const QString& text() const { return m_text; }
