@@ -19,7 +19,7 @@ zoSourcePlaces::zoSourcePlaces(zoClusterSetup& setup)
     std::vector<const QTreeWidgetItem*> projections;
     const QList<zoHPCProjectionItem*> all = setup.displays().getProjectionItems();
     for (const zoHPCProjectionItem* item : all) {
-        if (item->parent() == nullptr)
+        if (item->isTopLevel())
             projections.push_back(item);
     }
     if (projections.size() == m_projections.size()) {

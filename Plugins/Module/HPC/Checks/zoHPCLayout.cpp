@@ -1,12 +1,14 @@
 #include "zoHPCLayout.h"
 
 #include "zoHPCDisplayItem.h"
+#include "zoHPCDisplaySetup.h"
 #include "zoHPCProjectionItem.h"
 #include "zoHPCTreeItem.h"
 #include "zoHPCViewportItem.h"
 #include "zoHPCWindowItem.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace
 {
@@ -14,6 +16,18 @@ template <class T>
 QList<T*> itemsOf(const QTreeWidget* tree)
 {
     return tree ? zoHPCTreeWidgetItem::subChildren<T>(tree) : QList<T*>();
+}
+
+// The place of a display among the displays of its setup; none when it stands alone.
+std::optional<int> placeOf(const QTreeWidgetItem* display)
+{
+    if (!display)
+        return std::nullopt;
+    const QTreeWidget* const tree = display->treeWidget();
+    const QTreeWidgetItem* const root = tree ? tree->invisibleRootItem() : display->parent();
+    if (!root)
+        return std::nullopt;
+    return root->indexOfChild(const_cast<QTreeWidgetItem*>(display));
 }
 
 // Imported configurations give the corners in pixels: a whole window is never a single pixel, so a corner
@@ -47,6 +61,11 @@ zoHPCLayout::zoHPCLayout(const QList<zoHPCProjectionItem*>& projections,
 
 zoHPCLayout::zoHPCLayout(const QTreeWidget* projections, const QTreeWidget* displays, zoHPCTreeItem* master)
     : zoHPCLayout(itemsOf<zoHPCProjectionItem>(projections), itemsOf<zoHPCWindowItem>(displays), master)
+{
+}
+
+zoHPCLayout::zoHPCLayout(const zoHPCDisplaySetup& displays, zoHPCTreeItem* master)
+    : zoHPCLayout(displays.getProjectionItems(), displays.getWindowItems(), master)
 {
 }
 
@@ -128,11 +147,7 @@ void zoHPCLayout::readWindows(const QList<zoHPCWindowItem*>& items)
         } else if (item) {
             const QTreeWidgetItem* const display = item->parent();
             if (!displays.contains(display))
-                displays.insert(display, display && display->treeWidget()
-                                             ? display->treeWidget()->indexOfTopLevelItem(
-                                                   const_cast<QTreeWidgetItem*>(display)) +
-                                                   1
-                                             : displays.size() + 1);
+                displays.insert(display, placeOf(display).value_or(displays.size()) + 1);
             Window window;
             window.item = item;
             window.display = displays.value(display);

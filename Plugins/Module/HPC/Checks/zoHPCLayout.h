@@ -10,6 +10,7 @@
 class QTreeWidget;
 class QTreeWidgetItem;
 class zoHPCDisplayItem;
+class zoHPCDisplaySetup;
 class zoHPCProjectionItem;
 class zoHPCTreeItem;
 class zoHPCViewportItem;
@@ -80,6 +81,8 @@ public:
     // master means no nodes.
     zoHPCLayout(const QList<zoHPCProjectionItem*>& projections, const QList<zoHPCWindowItem*>& windows,
                 zoHPCTreeItem* master);
+    // The same from a whole setup.
+    zoHPCLayout(const zoHPCDisplaySetup& displays, zoHPCTreeItem* master);
     // The same from whole trees, each of which may be null.
     zoHPCLayout(const QTreeWidget* projections, const QTreeWidget* displays, zoHPCTreeItem* master);
 

@@ -1,6 +1,7 @@
 #include "zoHPCDisplayGUII.h"
 
 #include "zoHPCDisplayItem.h"
+#include "zoHPCDisplaySetup.h"
 #include "zoHPCDisplayTables.h"
 #include "zoHPCLayoutPane.h"
 #include "zoHPCProblemsView.h"
@@ -24,7 +25,6 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPushButton>
-#include <QRegularExpression>
 #include <QScopedValueRollback>
 #include <QScreen>
 #include <QSet>
@@ -158,6 +158,8 @@ QTreeWidgetItem* itemAt(const QTreeWidget* tree, const QModelIndex& index)
 zoHPCDisplayGUII::zoHPCDisplayGUII(QWidget* parent) : QDialog(parent)
 {
     setupUi(this);
+    m_setup = std::make_unique<zoHPCDisplaySetup>(m_projectionTree->invisibleRootItem(),
+                                                  m_displayTree->invisibleRootItem());
     // The other columns hold the properties.
     m_projectionTree->setColumnCount(zoHPCProjectionItem::ColumnCount);
     m_displayTree->setColumnCount(zoHPCViewportItem::ColumnCount);
@@ -196,17 +198,17 @@ zoHPCDisplayGUII::~zoHPCDisplayGUII()
 
 QList<zoHPCProjectionItem*> zoHPCDisplayGUII::getProjectionItems() const
 {
-    return zoHPCTreeWidgetItem::subChildren<zoHPCProjectionItem>(m_projectionTree);
+    return m_setup->getProjectionItems();
 }
 
 QList<zoHPCViewportItem*> zoHPCDisplayGUII::getViewportItems() const
 {
-    return zoHPCTreeWidgetItem::subChildren<zoHPCViewportItem>(m_displayTree);
+    return m_setup->getViewportItems();
 }
 
 QList<zoHPCWindowItem*> zoHPCDisplayGUII::getWindowItems() const
 {
-    return zoHPCTreeWidgetItem::subChildren<zoHPCWindowItem>(m_displayTree);
+    return m_setup->getWindowItems();
 }
 
 QList<zoHPCWindowItem*> zoHPCDisplayGUII::getDisplayItems() const
@@ -252,14 +254,7 @@ void zoHPCDisplayGUII::setNodeNames(const QStringList& names)
     };
     {
         const BulkChange change(m_displayTree);
-        const QList<zoHPCWindowItem*> windows = getWindowItems();
-        for (zoHPCWindowItem* window : windows) {
-            const QString node = window->renderNode();
-            if (node.isEmpty() || isKnown(node))
-                continue;
-            window->setRenderNode(QString::fromLatin1(""));
-            window->update();
-        }
+        m_setup->clearUnknownNodes(isKnown);
     }
     m_displayMapper->refresh();
     m_layoutPane->refreshLater();
@@ -308,53 +303,21 @@ void zoHPCDisplayGUII::setIsRunning(bool running)
 
 void zoHPCDisplayGUII::saveToXML(QDomDocument& document) const
 {
-    QDomElement root = document.documentElement();
-    if (root.isNull())
-        return;
-    for (int i = 0; i < m_projectionTree->topLevelItemCount(); ++i) {
-        if (auto* projection = dynamic_cast<zoHPCProjectionItem*>(m_projectionTree->topLevelItem(i)))
-            root.appendChild(projection->toXML(document, QString::fromLatin1("projection")));
-    }
-    for (int i = 0; i < m_displayTree->topLevelItemCount(); ++i) {
-        if (auto* display = dynamic_cast<zoHPCDisplayItem*>(m_displayTree->topLevelItem(i)))
-            root.appendChild(display->toXML(document, QString::fromLatin1("display")));
-    }
+    m_setup->saveToXML(document);
 }
 
 void zoHPCDisplayGUII::loadFromXML(const QDomDocument& document)
 {
-    const QDomElement root = document.documentElement();
-    const int version = root.attribute(QString::fromLatin1("version"), QString::fromLatin1("0")).toInt();
     {
         const QScopedValueRollback<bool> updating(m_updating, true);
         m_projectionTree->clear();
         m_displayTree->clear();
-
-        const QString projectionTag = QString::fromLatin1("projection");
-        QList<QTreeWidgetItem*> projections;
-        for (QDomElement element = root.firstChildElement(projectionTag); !element.isNull();
-             element = element.nextSiblingElement(projectionTag)) {
-            auto projection =
-                std::make_unique<zoHPCProjectionItem>(QString::fromLatin1(""), QString::fromLatin1("wall"));
-            projection->fromXML(element);
-            projections.append(projection.release());
-        }
-        m_projectionTree->addTopLevelItems(projections);
-
-        const QString displayTag = QString::fromLatin1("display");
-        QList<QTreeWidgetItem*> displays;
-        for (QDomElement element = root.firstChildElement(displayTag); !element.isNull();
-             element = element.nextSiblingElement(displayTag)) {
-            auto display = std::make_unique<zoHPCDisplayItem>();
-            display->fromXML(element);
-            displays.append(display.release());
-        }
-        m_displayTree->addTopLevelItems(displays);
+        m_setup->loadFromXML(document);
         expandOutputs();
     }
-    if (version == 0)
-        correctWrongRows();
-    correctProjectionViewportsAssignments();
+    m_displayMapper->refresh();
+    showAssignedProjection();
+    m_layoutPane->refreshLater();
     bindProjection();
     bindOutput();
     emit displayChanged();
@@ -364,119 +327,39 @@ void zoHPCDisplayGUII::setDefaultConfig()
 {
     m_projectionTree->clear();
     m_displayTree->clear();
-    m_displayTree->addTopLevelItem(new zoHPCDisplayItem);
+    m_setup->setDefaultConfig();
 }
 
 void zoHPCDisplayGUII::correctProjectionViewportsAssignments()
 {
-    collectProjections();
-
     {
         const BulkChange change(m_displayTree);
-        linkViewports();
+        m_setup->correctProjectionViewportsAssignments();
     }
     m_displayMapper->refresh();
     showAssignedProjection();
     m_layoutPane->refreshLater();
 }
 
-void zoHPCDisplayGUII::linkViewports()
-{
-    const QList<zoHPCViewportItem*> viewports = getViewportItems();
-    for (zoHPCViewportItem* viewport : viewports) {
-        const auto name =
-            m_projectionNames.constFind(viewport->getString(zoHPCViewportItem::ProjectionIdentifier));
-        if (name != m_projectionNames.constEnd()) {
-            viewport->setProjection(name.value());
-            continue;
-        }
-        const auto identifier =
-            m_projectionIdentifiers.constFind(viewport->getString(zoHPCViewportItem::Projection));
-        if (identifier != m_projectionIdentifiers.constEnd())
-            viewport->setString(zoHPCViewportItem::ProjectionIdentifier, identifier.value());
-        else
-            viewport->setProjection(QString::fromLatin1(""));
-    }
-}
-
 void zoHPCDisplayGUII::correctWrongRows()
 {
-    static const QRegularExpression rowPattern(QString::fromLatin1("row:(\\d+)"));
-
-    QHash<QString, QString> renamed;
-    for (int i = 0; i < m_projectionTree->topLevelItemCount(); ++i) {
-        const auto* wall = dynamic_cast<zoHPCProjectionItem*>(m_projectionTree->topLevelItem(i));
-        if (!wall || wall->projectionType() != QLatin1String("wall"))
-            continue;
-        const int rows = wall->getInt(zoHPCProjectionItem::Rows);
-        if (rows < 2)
-            continue;
-        const QList<zoHPCProjectionItem*> tiles = wall->children<zoHPCProjectionItem>();
-        for (const zoHPCProjectionItem* tile : tiles) {
-            if (!tile)
-                continue;
-            QString name = tile->getString(zoHPCProjectionItem::Name);
-            // The last one is the tile's own: the wall's name may hold such a text, too.
-            QRegularExpressionMatch match;
-            if (name.lastIndexOf(rowPattern, -1, &match) < 0)
-                continue;
-            const QString oldName = name;
-            const int row = match.captured(1).toInt();
-            name.replace(match.capturedStart(), match.capturedLength(), zoText("row:%1").arg(rows + 1 - row));
-            renamed.insert(oldName, name);
-        }
-    }
-    if (renamed.isEmpty())
-        return;
-
     const BulkChange change(m_displayTree);
-    const QList<zoHPCViewportItem*> viewports = getViewportItems();
-    for (zoHPCViewportItem* viewport : viewports) {
-        const auto it = renamed.constFind(viewport->getString(zoHPCViewportItem::Projection));
-        if (it == renamed.constEnd())
-            continue;
-        viewport->setProjection(it.value());
-        viewport->setString(zoHPCViewportItem::ProjectionIdentifier, QString::fromLatin1(""));
-    }
+    m_setup->correctWrongRows();
 }
 
 void zoHPCDisplayGUII::collectProjections()
 {
-    m_projectionNames.clear();
-    m_projectionIdentifiers.clear();
-    const QList<zoHPCProjectionItem*> projections = getProjectionItems();
-    for (const zoHPCProjectionItem* projection : projections) {
-        const QString identifier = projection->getString(zoHPCProjectionItem::Identifier);
-        const QString name = projection->getString(zoHPCProjectionItem::Name);
-        m_projectionNames.insert(identifier, name);
-        m_projectionIdentifiers.insert(name, identifier);
-    }
+    m_setup->collectProjections();
 }
 
 QString zoHPCDisplayGUII::getUniqueProjectionName() const
 {
-    QSet<QString> names;
-    const QList<zoHPCProjectionItem*> projections = getProjectionItems();
-    for (const zoHPCProjectionItem* projection : projections)
-        names.insert(projection->getString(zoHPCProjectionItem::Name));
-    for (int counter = 1;; ++counter) {
-        const QString name = zoText("Projection%1").arg(counter);
-        if (!names.contains(name))
-            return name;
-    }
+    return m_setup->getUniqueProjectionName();
 }
 
 QStringList zoHPCDisplayGUII::attributeOrder(const QString& tagName)
 {
-    if (tagName == QLatin1String("projection"))
-        return zoHPCTreeWidgetItem::attributeOrder(zoHPCProjectionItem::columns(QString()));
-    if (tagName == QLatin1String("display"))
-        return zoHPCTreeWidgetItem::attributeOrder(zoHPCDisplayItem::columns());
-    if (tagName == QLatin1String("window"))
-        return zoHPCTreeWidgetItem::attributeOrder(zoHPCWindowItem::columns());
-    if (tagName == QLatin1String("viewport"))
-        return zoHPCTreeWidgetItem::attributeOrder(zoHPCViewportItem::columns());
-    return {};
+    return zoHPCDisplaySetup::attributeOrder(tagName);
 }
 
 void zoHPCDisplayGUII::open(const QStringList& nodeNames)
@@ -1171,7 +1054,7 @@ void zoHPCDisplayGUII::showAssignedProjection()
 
     const QString identifier = viewport->getString(zoHPCViewportItem::ProjectionIdentifier);
     QModelIndex assigned;
-    if (!name.isEmpty() && m_projectionNames.contains(identifier)) {
+    if (!name.isEmpty() && m_setup->isProjection(identifier)) {
         const QList<zoHPCProjectionItem*> projections = getProjectionItems();
         for (zoHPCProjectionItem* projection : projections) {
             if (projection->getString(zoHPCProjectionItem::Identifier) == identifier)

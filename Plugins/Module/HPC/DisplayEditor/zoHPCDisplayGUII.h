@@ -4,7 +4,6 @@
 
 #include <QDialog>
 #include <QDomDocument>
-#include <QHash>
 #include <QList>
 #include <QModelIndex>
 #include <QPersistentModelIndex>
@@ -20,6 +19,7 @@ class QStringListModel;
 class QTreeWidgetItem;
 class QZODataWidgetMapper;
 class zoHPCDisplayItem;
+class zoHPCDisplaySetup;
 class zoHPCLayoutPane;
 class zoHPCProjectionItem;
 class zoHPCTreeGUIW;
@@ -56,6 +56,9 @@ public:
     void setZeroParallax(float distance);    // mm, of all tiled walls
     // While a session runs rows neither come nor go by hand; values stay editable.
     void setIsRunning(bool running);
+
+    // What the trees hold, for whoever reads it without them.
+    const zoHPCDisplaySetup& setup() const { return *m_setup; }
 
     // Appends the display section to the document element.
     void saveToXML(QDomDocument& document) const;
@@ -145,10 +148,10 @@ private:
     zoHPCDisplayItem* currentOutput() const;
     zoHPCDisplayItem* currentDisplay() const; // of the current row or above it
     zoHPCWindowItem* currentWindow() const;
-    void linkViewports();
     void regenerate(zoHPCProjectionItem* projection);
     void expandOutputs();
 
+    std::unique_ptr<zoHPCDisplaySetup> m_setup; // of the rows of both trees
     QZODataWidgetMapper* m_projectionMapper = nullptr;
     QZODataWidgetMapper* m_displayMapper = nullptr;
     zoHPCLayoutPane* m_layoutPane = nullptr;
@@ -168,8 +171,6 @@ private:
     std::vector<std::pair<QPersistentModelIndex, QString>> m_hostChanges;
     std::shared_ptr<zoHPCProjectionItem> m_copiedProjection;
     std::shared_ptr<zoHPCDisplayItem> m_copiedDisplay;
-    QHash<QString, QString> m_projectionNames;       // by identifier
-    QHash<QString, QString> m_projectionIdentifiers; // by name
     ActiveTree m_activeTree = ActiveTree::None;
     bool m_running = false;
     bool m_updating = false; // our own changes are under way: rows that change need no answer

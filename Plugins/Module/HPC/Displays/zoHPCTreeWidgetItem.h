@@ -79,11 +79,21 @@ public:
     template <class T>
     static QList<T*> subChildren(const QTreeWidget* tree)
     {
+        return subChildren<T>(tree->invisibleRootItem());
+    }
+
+    // The same over all rows below a root of any kind.
+    template <class T>
+    static QList<T*> subChildren(const QTreeWidgetItem* root)
+    {
         QList<T*> result;
-        for (int i = 0; i < tree->topLevelItemCount(); ++i)
-            collect(tree->topLevelItem(i), result);
+        for (int i = 0; i < root->childCount(); ++i)
+            collect(root->child(i), result);
         return result;
     }
+
+    // Whether no row of the display setup is above it; rows may have a root that no view shows.
+    bool isTopLevel() const { return dynamic_cast<const zoHPCTreeWidgetItem*>(parent()) == nullptr; }
 
     // Attribute names of a map in the order in which they are written.
     static QStringList attributeOrder(const ColumnMap& columns);

@@ -1,0 +1,232 @@
+#include "zoHPCDisplaySetup.h"
+
+#include "zoHPCDisplayItem.h"
+#include "zoHPCProjectionItem.h"
+#include "zoHPCViewportItem.h"
+#include "zoHPCWindowItem.h"
+#include "zoText.h"
+
+#include <zoClusterTags.h>
+
+#include <QDomDocument>
+#include <QRegularExpression>
+#include <QSet>
+
+zoHPCDisplaySetup::zoHPCDisplaySetup()
+    : m_ownProjections(std::make_unique<QTreeWidgetItem>())
+    , m_ownDisplays(std::make_unique<QTreeWidgetItem>())
+    , m_projectionRoot(m_ownProjections.get())
+    , m_displayRoot(m_ownDisplays.get())
+{
+}
+
+zoHPCDisplaySetup::zoHPCDisplaySetup(QTreeWidgetItem* projectionRoot, QTreeWidgetItem* displayRoot)
+    : m_projectionRoot(projectionRoot), m_displayRoot(displayRoot)
+{
+}
+
+zoHPCDisplaySetup::~zoHPCDisplaySetup() = default;
+
+QList<zoHPCProjectionItem*> zoHPCDisplaySetup::getProjectionItems() const
+{
+    return zoHPCTreeWidgetItem::subChildren<zoHPCProjectionItem>(m_projectionRoot);
+}
+
+QList<zoHPCViewportItem*> zoHPCDisplaySetup::getViewportItems() const
+{
+    return zoHPCTreeWidgetItem::subChildren<zoHPCViewportItem>(m_displayRoot);
+}
+
+QList<zoHPCWindowItem*> zoHPCDisplaySetup::getWindowItems() const
+{
+    return zoHPCTreeWidgetItem::subChildren<zoHPCWindowItem>(m_displayRoot);
+}
+
+void zoHPCDisplaySetup::saveToXML(QDomDocument& document) const
+{
+    QDomElement root = document.documentElement();
+    if (root.isNull())
+        return;
+    const auto append = [&](const QTreeWidgetItem* items, const QString& tagName) {
+        for (int i = 0; i < items->childCount(); ++i) {
+            if (const auto* item = dynamic_cast<const zoHPCTreeWidgetItem*>(items->child(i)))
+                root.appendChild(item->toXML(document, tagName));
+        }
+    };
+    append(m_projectionRoot, zoClusterTags::Projection);
+    append(m_displayRoot, zoClusterTags::Display);
+}
+
+void zoHPCDisplaySetup::loadFromXML(const QDomDocument& document)
+{
+    clear();
+    zoHPCDisplaySetup loaded;
+    loaded.read(document);
+    loaded.upgrade(document.documentElement()
+                       .attribute(zoClusterTags::VersionAttribute, QString::fromLatin1("0"))
+                       .toInt());
+    loaded.correctProjectionViewportsAssignments();
+
+    m_projectionRoot->addChildren(loaded.m_projectionRoot->takeChildren());
+    m_displayRoot->addChildren(loaded.m_displayRoot->takeChildren());
+    m_names = loaded.m_names;
+    m_identifiers = loaded.m_identifiers;
+}
+
+void zoHPCDisplaySetup::setDefaultConfig()
+{
+    clear();
+    m_displayRoot->addChild(new zoHPCDisplayItem);
+}
+
+void zoHPCDisplaySetup::clear()
+{
+    qDeleteAll(m_projectionRoot->takeChildren());
+    qDeleteAll(m_displayRoot->takeChildren());
+}
+
+void zoHPCDisplaySetup::correctProjectionViewportsAssignments()
+{
+    collectProjections();
+    linkViewports();
+}
+
+void zoHPCDisplaySetup::correctWrongRows()
+{
+    static const QRegularExpression rowPattern(QString::fromLatin1("row:(\\d+)"));
+
+    QHash<QString, QString> renamed;
+    for (int i = 0; i < m_projectionRoot->childCount(); ++i) {
+        const auto* wall = dynamic_cast<zoHPCProjectionItem*>(m_projectionRoot->child(i));
+        if (!wall || wall->projectionType() != QLatin1String("wall"))
+            continue;
+        const int rows = wall->getInt(zoHPCProjectionItem::Rows);
+        if (rows < 2)
+            continue;
+        const QList<zoHPCProjectionItem*> tiles = wall->children<zoHPCProjectionItem>();
+        for (const zoHPCProjectionItem* tile : tiles) {
+            if (!tile)
+                continue;
+            QString name = tile->getString(zoHPCProjectionItem::Name);
+            // The last one is the tile's own: the wall's name may hold such a text, too.
+            QRegularExpressionMatch match;
+            if (name.lastIndexOf(rowPattern, -1, &match) < 0)
+                continue;
+            const QString oldName = name;
+            const int row = match.captured(1).toInt();
+            name.replace(match.capturedStart(), match.capturedLength(), zoText("row:%1").arg(rows + 1 - row));
+            renamed.insert(oldName, name);
+        }
+    }
+    if (renamed.isEmpty())
+        return;
+
+    const QList<zoHPCViewportItem*> viewports = getViewportItems();
+    for (zoHPCViewportItem* viewport : viewports) {
+        const auto it = renamed.constFind(viewport->getString(zoHPCViewportItem::Projection));
+        if (it == renamed.constEnd())
+            continue;
+        viewport->setProjection(it.value());
+        viewport->setString(zoHPCViewportItem::ProjectionIdentifier, QString::fromLatin1(""));
+    }
+}
+
+void zoHPCDisplaySetup::collectProjections()
+{
+    m_names.clear();
+    m_identifiers.clear();
+    const QList<zoHPCProjectionItem*> projections = getProjectionItems();
+    for (const zoHPCProjectionItem* projection : projections) {
+        const QString identifier = projection->getString(zoHPCProjectionItem::Identifier);
+        const QString name = projection->getString(zoHPCProjectionItem::Name);
+        m_names.insert(identifier, name);
+        m_identifiers.insert(name, identifier);
+    }
+}
+
+QString zoHPCDisplaySetup::getUniqueProjectionName() const
+{
+    QSet<QString> names;
+    const QList<zoHPCProjectionItem*> projections = getProjectionItems();
+    for (const zoHPCProjectionItem* projection : projections)
+        names.insert(projection->getString(zoHPCProjectionItem::Name));
+    for (int counter = 1;; ++counter) {
+        const QString name = zoText("Projection%1").arg(counter);
+        if (!names.contains(name))
+            return name;
+    }
+}
+
+void zoHPCDisplaySetup::clearUnknownNodes(const std::function<bool(const QString&)>& isKnown)
+{
+    const QList<zoHPCWindowItem*> windows = getWindowItems();
+    for (zoHPCWindowItem* window : windows) {
+        const QString node = window->renderNode();
+        if (node.isEmpty() || isKnown(node))
+            continue;
+        window->setRenderNode(QString::fromLatin1(""));
+        window->update();
+    }
+}
+
+QStringList zoHPCDisplaySetup::attributeOrder(const QString& tagName)
+{
+    if (tagName == zoClusterTags::Projection)
+        return zoHPCTreeWidgetItem::attributeOrder(zoHPCProjectionItem::columns(QString()));
+    if (tagName == zoClusterTags::Display)
+        return zoHPCTreeWidgetItem::attributeOrder(zoHPCDisplayItem::columns());
+    if (tagName == zoClusterTags::Window)
+        return zoHPCTreeWidgetItem::attributeOrder(zoHPCWindowItem::columns());
+    if (tagName == zoClusterTags::Viewport)
+        return zoHPCTreeWidgetItem::attributeOrder(zoHPCViewportItem::columns());
+    return {};
+}
+
+void zoHPCDisplaySetup::read(const QDomDocument& document)
+{
+    const QDomElement root = document.documentElement();
+    const QString projectionTag = zoClusterTags::Projection;
+    QList<QTreeWidgetItem*> projections;
+    for (QDomElement element = root.firstChildElement(projectionTag); !element.isNull();
+         element = element.nextSiblingElement(projectionTag)) {
+        auto projection =
+            std::make_unique<zoHPCProjectionItem>(QString::fromLatin1(""), QString::fromLatin1("wall"));
+        projection->fromXML(element);
+        projections.append(projection.release());
+    }
+    m_projectionRoot->addChildren(projections);
+
+    const QString displayTag = zoClusterTags::Display;
+    QList<QTreeWidgetItem*> displays;
+    for (QDomElement element = root.firstChildElement(displayTag); !element.isNull();
+         element = element.nextSiblingElement(displayTag)) {
+        auto display = std::make_unique<zoHPCDisplayItem>();
+        display->fromXML(element);
+        displays.append(display.release());
+    }
+    m_displayRoot->addChildren(displays);
+}
+
+// All steps from earlier versions of the document, oldest first.
+void zoHPCDisplaySetup::upgrade(int version)
+{
+    if (version == 0)
+        correctWrongRows();
+}
+
+void zoHPCDisplaySetup::linkViewports()
+{
+    const QList<zoHPCViewportItem*> viewports = getViewportItems();
+    for (zoHPCViewportItem* viewport : viewports) {
+        const auto name = m_names.constFind(viewport->getString(zoHPCViewportItem::ProjectionIdentifier));
+        if (name != m_names.constEnd()) {
+            viewport->setProjection(name.value());
+            continue;
+        }
+        const auto identifier = m_identifiers.constFind(viewport->getString(zoHPCViewportItem::Projection));
+        if (identifier != m_identifiers.constEnd())
+            viewport->setString(zoHPCViewportItem::ProjectionIdentifier, identifier.value());
+        else
+            viewport->setProjection(QString::fromLatin1(""));
+    }
+}
