@@ -4,6 +4,7 @@
 
 #include <zoHPCLayoutPane.h>
 #include <zoHPCProblemsView.h>
+#include <zoHPCReview.h>
 #include <zoHPCRoomView.h>
 #include <zoHPCScreensView.h>
 
@@ -37,6 +38,7 @@ private slots:
     void removedRowIsForgottenAtOnce();
     void clearedTreeIsForgottenAtOnce();
     void manyChangesAreReadOnce();
+    void othersShareWhatThePaneRead();
     void largeWallIsFollowedInLessDetail_data();
     void largeWallIsFollowedInLessDetail();
     void otherTabSettlesAtOnce();
@@ -148,6 +150,18 @@ void tst_zoHPCLayoutPane::manyChangesAreReadOnce()
 
     QTRY_COMPARE(counted.size(), 1);
     QCOMPARE(m_pane->problemCount(), counted[0][0].toInt());
+}
+
+void tst_zoHPCLayoutPane::othersShareWhatThePaneRead()
+{
+    m_setup->addPowerWall(QStringLiteral("dark"), 1, 1);
+    const auto read = m_pane->review().layout();
+    const zoHPCProblem* const problems = m_pane->review().problems().data();
+
+    QTRY_COMPARE(m_pane->problemCount(), 1);
+
+    QCOMPARE(m_pane->review().layout(), read);
+    QCOMPARE(m_pane->review().problems().data(), problems);
 }
 
 // A wall of 40 x 40 tiles gets wider and wider, as while its spin box is held.

@@ -6,6 +6,7 @@
 #include "zoHPCLayoutPane.h"
 #include "zoHPCProblemsView.h"
 #include "zoHPCProjectionItem.h"
+#include "zoHPCReview.h"
 #include "zoHPCTreeGUIW.h"
 #include "zoHPCTreeItem.h"
 #include "zoHPCViewportItem.h"
@@ -257,13 +258,18 @@ void zoHPCDisplayGUII::setNodeNames(const QStringList& names)
         m_setup->clearUnknownNodes(isKnown);
     }
     m_displayMapper->refresh();
-    m_layoutPane->refreshLater();
+    m_layoutPane->review().noteChange();
 }
 
 void zoHPCDisplayGUII::setHostTree(zoHPCTreeGUIW* hosts)
 {
     m_hosts = hosts;
     m_layoutPane->setModel(m_projectionTree, m_displayTree, hosts);
+}
+
+zoHPCReview& zoHPCDisplayGUII::review() const
+{
+    return m_layoutPane->review();
 }
 
 void zoHPCDisplayGUII::setEyeSeparation(float separation)
@@ -338,7 +344,7 @@ void zoHPCDisplayGUII::correctProjectionViewportsAssignments()
     }
     m_displayMapper->refresh();
     showAssignedProjection();
-    m_layoutPane->refreshLater();
+    m_layoutPane->review().noteChange();
 }
 
 void zoHPCDisplayGUII::correctWrongRows()

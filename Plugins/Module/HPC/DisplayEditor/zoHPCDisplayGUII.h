@@ -22,6 +22,7 @@ class zoHPCDisplayItem;
 class zoHPCDisplaySetup;
 class zoHPCLayoutPane;
 class zoHPCProjectionItem;
+class zoHPCReview;
 class zoHPCTreeGUIW;
 class zoHPCTreeItem;
 class zoHPCTreeWidgetItem;
@@ -52,6 +53,8 @@ public:
     // The nodes that the preview checks the setup against, and what its fixes change. Not owned, may go
     // first.
     void setHostTree(zoHPCTreeGUIW* hosts);
+    // Layout and problems of the setup on that host tree, read once for all who show them.
+    zoHPCReview& review() const;
     void setEyeSeparation(float separation); // mm, of all displays
     void setZeroParallax(float distance);    // mm, of all tiled walls
     // While a session runs rows neither come nor go by hand; values stay editable.

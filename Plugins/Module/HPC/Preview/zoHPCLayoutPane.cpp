@@ -2,8 +2,8 @@
 
 #include "zoHPCLayout.h"
 #include "zoHPCPictureFile.h"
-#include "zoHPCProblems.h"
 #include "zoHPCProblemsView.h"
+#include "zoHPCReview.h"
 #include "zoHPCRoomView.h"
 #include "zoHPCScreensView.h"
 #include "zoHPCTreeGUIW.h"
@@ -31,57 +31,24 @@ constexpr struct
 
 zoHPCLayoutPane::zoHPCLayoutPane(QWidget* parent) : QWidget(parent)
 {
+    m_review = new zoHPCReview(this);
     m_room = new zoHPCRoomView;
     m_room->setObjectName(QString::fromLatin1("m_roomView"));
     m_screens = new zoHPCScreensView;
     m_screens->setObjectName(QString::fromLatin1("m_screensView"));
     m_problems = new zoHPCProblemsView;
     m_problems->setObjectName(QString::fromLatin1("m_problemsView"));
-
-    m_screenSize = new QComboBox;
-    m_screenSize->setObjectName(QString::fromLatin1("m_screenSize"));
-    m_screenSize->setToolTip(tr("Size of the screens: windows that reach beyond it stand out. \"Automatic\" "
-                                "takes what the windows need."));
-    m_screenSize->addItem(tr("Automatic"), QSize());
-    for (const auto& size : SCREEN_SIZES)
-        m_screenSize->addItem(tr("%1 x %2").arg(QString::number(size.width), QString::number(size.height)),
-                              QSize(size.width, size.height));
-    auto* const screenSizeLabel = new QLabel(tr("Screen [pixel]"));
-    screenSizeLabel->setBuddy(m_screenSize);
-    auto* const screensPage = new QWidget;
-    auto* const screensLayout = new QVBoxLayout(screensPage);
-    screensLayout->setContentsMargins(0, 0, 0, 0);
-    auto* const screenSizeRow = new QHBoxLayout;
-    screenSizeRow->addWidget(screenSizeLabel);
-    screenSizeRow->addWidget(m_screenSize);
-    screenSizeRow->addStretch();
-    screensLayout->addWidget(m_screens);
-    screensLayout->addLayout(screenSizeRow);
     m_tabs = new QTabWidget;
     m_tabs->setObjectName(QString::fromLatin1("m_layoutTabs"));
     m_tabs->setDocumentMode(true);
     m_tabs->addTab(m_room, tr("Room"));
-    m_tabs->addTab(screensPage, tr("Screens"));
-    auto* const fitButton = new QPushButton(tr("Fit"));
-    fitButton->setObjectName(QString::fromLatin1("m_fitButton"));
-    fitButton->setToolTip(tr("Takes everything into the picture"));
-    fitButton->setAutoDefault(false);
-    auto* const saveButton = new QPushButton(tr("Save picture..."));
-    saveButton->setObjectName(QString::fromLatin1("m_savePictureButton"));
-    saveButton->setToolTip(tr("Writes the picture to a file: SVG, PNG or PDF"));
-    saveButton->setAutoDefault(false);
-
-    auto* const tools = new QHBoxLayout;
-    tools->setContentsMargins(0, 0, 0, 0);
-    tools->addStretch();
-    tools->addWidget(fitButton);
-    tools->addWidget(saveButton);
+    m_tabs->addTab(createScreensPage(), tr("Screens"));
 
     auto* const upper = new QWidget;
     auto* const upperLayout = new QVBoxLayout(upper);
     upperLayout->setContentsMargins(0, 0, 0, 0);
     upperLayout->addWidget(m_tabs);
-    upperLayout->addLayout(tools);
+    upperLayout->addLayout(createTools());
     auto* const splitter = new QSplitter(Qt::Vertical);
     splitter->setObjectName(QString::fromLatin1("m_layoutSplitter"));
     splitter->setChildrenCollapsible(false);
@@ -94,28 +61,81 @@ zoHPCLayoutPane::zoHPCLayoutPane(QWidget* parent) : QWidget(parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(splitter);
 
-    connect(m_screenSize, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-            [this] { m_screens->setScreenSize(m_screenSize->currentData().toSize()); });
+    connect(m_review, &zoHPCReview::changed, this, &zoHPCLayoutPane::catchUpLater);
+    connect(m_review, &zoHPCReview::itemsLeft, this, &zoHPCLayoutPane::forgetItems);
     connect(m_tabs, &QTabWidget::currentChanged, this, [this] {
         if (m_isPartial)
             settle();
     });
-    connect(&m_settling, &zoHPCSettling::settled, this, [this] {
+    connect(&m_debounce, &zoHPCDebounce::settled, this, [this] {
         if (isVisible())
             settle();
     });
+    connectViews();
+}
+
+zoHPCLayoutPane::~zoHPCLayoutPane() = default;
+
+QWidget* zoHPCLayoutPane::createScreensPage()
+{
+    m_screenSize = new QComboBox;
+    m_screenSize->setObjectName(QString::fromLatin1("m_screenSize"));
+    m_screenSize->setToolTip(tr("Size of the screens: windows that reach beyond it stand out. \"Automatic\" "
+                                "takes what the windows need."));
+    m_screenSize->addItem(tr("Automatic"), QSize());
+    for (const auto& size : SCREEN_SIZES)
+        m_screenSize->addItem(tr("%1 x %2").arg(QString::number(size.width), QString::number(size.height)),
+                              QSize(size.width, size.height));
+    connect(m_screenSize, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            [this] { m_screens->setScreenSize(m_screenSize->currentData().toSize()); });
+    auto* const label = new QLabel(tr("Screen [pixel]"));
+    label->setBuddy(m_screenSize);
+
+    auto* const page = new QWidget;
+    auto* const layout = new QVBoxLayout(page);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* const row = new QHBoxLayout;
+    row->addWidget(label);
+    row->addWidget(m_screenSize);
+    row->addStretch();
+    layout->addWidget(m_screens);
+    layout->addLayout(row);
+    return page;
+}
+
+QLayout* zoHPCLayoutPane::createTools()
+{
+    auto* const fitButton = new QPushButton(tr("Fit"));
+    fitButton->setObjectName(QString::fromLatin1("m_fitButton"));
+    fitButton->setToolTip(tr("Takes everything into the picture"));
+    fitButton->setAutoDefault(false);
     connect(fitButton, &QPushButton::clicked, this, [this] {
         if (isScreensShown())
             m_screens->fit();
         else
             m_room->fit();
     });
+    auto* const saveButton = new QPushButton(tr("Save picture..."));
+    saveButton->setObjectName(QString::fromLatin1("m_savePictureButton"));
+    saveButton->setToolTip(tr("Writes the picture to a file: SVG, PNG or PDF"));
+    saveButton->setAutoDefault(false);
     connect(saveButton, &QPushButton::clicked, this, &zoHPCLayoutPane::savePicture);
+
+    auto* const tools = new QHBoxLayout;
+    tools->setContentsMargins(0, 0, 0, 0);
+    tools->addStretch();
+    tools->addWidget(fitButton);
+    tools->addWidget(saveButton);
+    return tools;
+}
+
+void zoHPCLayoutPane::connectViews()
+{
     connect(m_room, &zoHPCRoomView::itemActivated, this, &zoHPCLayoutPane::itemActivated);
     connect(m_screens, &zoHPCScreensView::itemActivated, this, &zoHPCLayoutPane::itemActivated);
     connect(m_problems, &zoHPCProblemsView::itemActivated, this, &zoHPCLayoutPane::itemActivated);
     connect(m_screens, &zoHPCScreensView::windowChanged, this, [this] {
-        refreshLater();
+        m_review->noteChange();
         emit displayEdited();
     });
     connect(m_problems, &zoHPCProblemsView::aboutToFix, this, [this](bool hosts) {
@@ -123,18 +143,12 @@ zoHPCLayoutPane::zoHPCLayoutPane(QWidget* parent) : QWidget(parent)
             emit hostsAboutToBeEdited();
     });
     connect(m_problems, &zoHPCProblemsView::fixed, this, [this](bool hosts) {
-        refreshLater();
+        m_review->noteChange();
         if (hosts)
             emit hostsEdited();
         else
             emit displayEdited();
     });
-}
-
-zoHPCLayoutPane::~zoHPCLayoutPane()
-{
-    for (const QMetaObject::Connection& connection : m_connections)
-        disconnect(connection);
 }
 
 int zoHPCLayoutPane::problemCount() const
@@ -144,20 +158,10 @@ int zoHPCLayoutPane::problemCount() const
 
 void zoHPCLayoutPane::setModel(QTreeWidget* projections, QTreeWidget* displays, zoHPCTreeGUIW* hosts)
 {
-    for (const QMetaObject::Connection& connection : m_connections)
-        disconnect(connection);
-    m_connections.clear();
-    m_projections = projections;
-    m_displays = displays;
-    m_hosts = hosts;
-    invalidate();
-    follow(projections);
-    follow(displays);
-    if (hosts) {
-        follow(hosts->findChild<QTreeWidget*>(QString::fromLatin1("m_treeWidget")));
-        m_connections.push_back(
-            connect(hosts, &zoHPCTreeGUIW::hostsChanged, this, &zoHPCLayoutPane::refreshLater));
-    }
+    disconnect(m_hostsConnection);
+    if (hosts)
+        m_hostsConnection = connect(hosts, &zoHPCTreeGUIW::hostsChanged, m_review, &zoHPCReview::noteChange);
+    m_review->setTrees(projections, displays, hosts ? hosts->master() : nullptr);
 }
 
 void zoHPCLayoutPane::setCurrentItem(const QTreeWidgetItem* item)
@@ -173,12 +177,17 @@ bool zoHPCLayoutPane::isSettled() const
 
 void zoHPCLayoutPane::refresh()
 {
+    m_review->noteChange();
+    showAll();
+}
+
+void zoHPCLayoutPane::showAll()
+{
     m_isPartial = false;
     m_room->setIsChanging(false);
     m_screens->setIsChanging(false);
-    const auto layout = readLayout();
-    showLayout(layout);
-    m_problems->setProblems(zoHPCProblems::find(*layout));
+    showLayout(readLayout());
+    m_problems->setProblems(m_review->problems());
     const int count = static_cast<int>(m_problems->problems().size());
     if (count == m_count)
         return;
@@ -191,23 +200,21 @@ std::shared_ptr<const zoHPCLayout> zoHPCLayoutPane::readLayout()
     // A setup of some hundred windows or some thousand tiles takes longer to check than a frame lasts.
     constexpr size_t MANY = 1000;
     m_isStale = false;
-    auto layout = std::make_shared<const zoHPCLayout>(m_projections.data(), m_displays.data(),
-                                                      m_hosts ? m_hosts->master() : nullptr);
+    auto layout = m_review->layout();
     m_isLarge = layout->projections().size() + layout->windows().size() + layout->viewports().size() > MANY;
     return layout;
 }
 
 void zoHPCLayoutPane::catchUp()
 {
-    m_settling.note();
-    if (!m_isLarge || !m_settling.isQuick()) {
-        refresh();
+    m_debounce.note();
+    if (!m_isLarge || !m_debounce.isQuick()) {
+        showAll();
         return;
     }
     m_isPartial = true;
     m_problems->forgetItems();
     const auto layout = readLayout();
-    m_showsItems = true;
     m_room->setIsChanging(true);
     m_screens->setIsChanging(true);
     // The other one shows items that may be gone.
@@ -219,8 +226,8 @@ void zoHPCLayoutPane::settle()
 {
     if (isSettled())
         return;
-    m_settling.settle();
-    refresh();
+    m_debounce.settle();
+    showAll();
     emit settled();
 }
 
@@ -240,42 +247,17 @@ void zoHPCLayoutPane::savePicture()
 void zoHPCLayoutPane::showEvent(QShowEvent* event)
 {
     if (!isSettled())
-        refresh();
+        showAll();
     QWidget::showEvent(event);
 }
 
-void zoHPCLayoutPane::follow(QTreeWidget* tree)
+void zoHPCLayoutPane::forgetItems()
 {
-    if (!tree)
-        return;
-    const QAbstractItemModel* const model = tree->model();
-    // Before rows go, nothing may point to their items any more.
-    m_connections.push_back(
-        connect(model, &QAbstractItemModel::rowsAboutToBeRemoved, this, &zoHPCLayoutPane::invalidate));
-    m_connections.push_back(
-        connect(model, &QAbstractItemModel::modelAboutToBeReset, this, &zoHPCLayoutPane::invalidate));
-    m_connections.push_back(connect(tree, &QObject::destroyed, this, &zoHPCLayoutPane::invalidate));
-    m_connections.push_back(
-        connect(model, &QAbstractItemModel::rowsInserted, this, &zoHPCLayoutPane::refreshLater));
-    m_connections.push_back(
-        connect(model, &QAbstractItemModel::rowsMoved, this, &zoHPCLayoutPane::refreshLater));
-    m_connections.push_back(
-        connect(model, &QAbstractItemModel::layoutChanged, this, &zoHPCLayoutPane::refreshLater));
-    m_connections.push_back(
-        connect(model, &QAbstractItemModel::dataChanged, this, &zoHPCLayoutPane::refreshLater));
-}
-
-void zoHPCLayoutPane::invalidate()
-{
-    refreshLater();
-    // Trees announce the removal of their rows one by one.
-    if (!m_showsItems)
-        return;
     showLayout(nullptr);
     m_problems->forgetItems();
 }
 
-void zoHPCLayoutPane::refreshLater()
+void zoHPCLayoutPane::catchUpLater()
 {
     m_isStale = true;
     if (m_isScheduled || !isVisible())
@@ -298,7 +280,6 @@ bool zoHPCLayoutPane::isScreensShown() const
 
 void zoHPCLayoutPane::showLayout(const std::shared_ptr<const zoHPCLayout>& layout)
 {
-    m_showsItems = layout != nullptr;
     m_room->showLayout(layout);
     m_screens->showLayout(layout);
 }

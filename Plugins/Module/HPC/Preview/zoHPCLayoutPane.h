@@ -1,19 +1,18 @@
 #pragma once
 
-#include "zoHPCSettling.h"
+#include "zoHPCDebounce.h"
 
-#include <QPointer>
-#include <QTreeWidget>
 #include <QWidget>
 
 #include <memory>
-#include <vector>
 
 class QComboBox;
 class QTabWidget;
+class QTreeWidget;
 class QTreeWidgetItem;
 class zoHPCLayout;
 class zoHPCProblemsView;
+class zoHPCReview;
 class zoHPCRoomView;
 class zoHPCScreensView;
 class zoHPCTreeGUIW;
@@ -32,6 +31,8 @@ public:
     zoHPCRoomView* roomView() const { return m_room; }
     zoHPCScreensView* screensView() const { return m_screens; }
     zoHPCProblemsView* problemsView() const { return m_problems; }
+    // What the pane shows, for others who show the same configuration: it is read and checked once for all.
+    zoHPCReview& review() const { return *m_review; }
     // Of the last refresh.
     int problemCount() const;
     // Whether all of it shows the trees as they are now. While they change quickly, large setups are followed
@@ -46,8 +47,6 @@ public:
 public slots:
     // Reads the trees now.
     void refresh();
-    // Reads them once what is going on is done; for changes that the trees do not announce.
-    void refreshLater();
     // Asks for a file and writes the picture of the current tab to it: SVG, PNG or PDF by its suffix.
     void savePicture();
 
@@ -67,26 +66,28 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    void follow(QTreeWidget* tree);
-    void invalidate();
-    bool isScreensShown() const;
+    QWidget* createScreensPage();
+    QLayout* createTools();
+    void connectViews();
+
+    void forgetItems();
+    void catchUpLater();
     void catchUp();
-    std::shared_ptr<const zoHPCLayout> readLayout();
     void settle();
+    void showAll();
+    bool isScreensShown() const;
+    std::shared_ptr<const zoHPCLayout> readLayout();
     void showLayout(const std::shared_ptr<const zoHPCLayout>& layout);
 
-    QPointer<QTreeWidget> m_projections;
-    QPointer<QTreeWidget> m_displays;
-    QPointer<zoHPCTreeGUIW> m_hosts;
-    std::vector<QMetaObject::Connection> m_connections;
+    zoHPCReview* m_review = nullptr;
+    QMetaObject::Connection m_hostsConnection;
     QTabWidget* m_tabs = nullptr;
     zoHPCRoomView* m_room = nullptr;
     zoHPCScreensView* m_screens = nullptr;
     zoHPCProblemsView* m_problems = nullptr;
     QComboBox* m_screenSize = nullptr;
-    zoHPCSettling m_settling; // of the trees
+    zoHPCDebounce m_debounce; // of the trees
     int m_count = 0;
-    bool m_showsItems = false;
     bool m_isLarge = false;   // the last layout
     bool m_isPartial = false; // only the current picture is up to date
     bool m_isStale = true;

@@ -27,14 +27,14 @@ zoHPCRoomView::zoHPCRoomView(QWidget* parent) : QWidget(parent)
     setAccessibleName(tr("Room"));
     setAccessibleDescription(tr("The projections in space around the viewer"));
     setAttribute(Qt::WA_OpaquePaintEvent);
-    connect(&m_settling, &zoHPCSettling::settled, this, QOverload<>::of(&QWidget::update));
+    connect(&m_debounce, &zoHPCDebounce::settled, this, QOverload<>::of(&QWidget::update));
 }
 
 zoHPCRoomView::~zoHPCRoomView() = default;
 
 zoHPCPicture::Detail zoHPCRoomView::detail() const
 {
-    const bool isQuick = m_isDragging || ((m_isChanging || m_settling.isQuick()) && m_picture.isLarge());
+    const bool isQuick = m_isDragging || ((m_isChanging || m_debounce.isQuick()) && m_picture.isLarge());
     return isQuick ? zoHPCPicture::Detail::Fast : zoHPCPicture::Detail::Full;
 }
 
@@ -199,7 +199,7 @@ void zoHPCRoomView::turn(double yaw, double pitch)
 {
     zoHPCRoomCamera camera = m_picture.camera();
     camera.orbit(yaw, pitch);
-    m_settling.note();
+    m_debounce.note();
     m_picture.setCamera(camera);
     m_isFitted = false;
     update();
@@ -209,7 +209,7 @@ void zoHPCRoomView::zoom(double factor)
 {
     zoHPCRoomCamera camera = m_picture.camera();
     camera.zoom(factor);
-    m_settling.note();
+    m_debounce.note();
     m_picture.setCamera(camera);
     m_isFitted = false;
     update();

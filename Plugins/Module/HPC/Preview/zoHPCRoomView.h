@@ -1,7 +1,7 @@
 #pragma once
 
+#include "zoHPCDebounce.h"
 #include "zoHPCRoomPicture.h"
-#include "zoHPCSettling.h"
 
 #include <QPoint>
 #include <QWidget>
@@ -59,7 +59,7 @@ private:
     void zoom(double factor);
 
     zoHPCRoomPicture m_picture;
-    zoHPCSettling m_settling; // of wheel and keys
+    zoHPCDebounce m_debounce; // of wheel and keys
     std::shared_ptr<const zoHPCLayout> m_layout;
     const QTreeWidgetItem* m_current = nullptr; // never followed
     QPoint m_pressed;

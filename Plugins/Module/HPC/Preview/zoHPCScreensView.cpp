@@ -63,7 +63,7 @@ zoHPCScreensView::zoHPCScreensView(QWidget* parent) : QWidget(parent)
     setAccessibleName(tr("Screens"));
     setAccessibleDescription(tr("The windows on the screens of each render node"));
     setAttribute(Qt::WA_OpaquePaintEvent);
-    connect(&m_settling, &zoHPCSettling::settled, this, QOverload<>::of(&QWidget::update));
+    connect(&m_debounce, &zoHPCDebounce::settled, this, QOverload<>::of(&QWidget::update));
 }
 
 zoHPCScreensView::~zoHPCScreensView() = default;
@@ -71,7 +71,7 @@ zoHPCScreensView::~zoHPCScreensView() = default;
 zoHPCPicture::Detail zoHPCScreensView::detail() const
 {
     const bool isQuick =
-        m_drag != Drag::None || ((m_isChanging || m_settling.isQuick()) && m_picture.isLarge());
+        m_drag != Drag::None || ((m_isChanging || m_debounce.isQuick()) && m_picture.isLarge());
     return isQuick ? zoHPCPicture::Detail::Fast : zoHPCPicture::Detail::Full;
 }
 
@@ -252,7 +252,7 @@ void zoHPCScreensView::keyPressEvent(QKeyEvent* event)
 void zoHPCScreensView::zoom(double factor, const QPointF& about)
 {
     m_picture.zoom(factor, about);
-    m_settling.note();
+    m_debounce.note();
     m_isFitted = false;
     update();
 }

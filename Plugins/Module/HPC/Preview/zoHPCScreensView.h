@@ -1,7 +1,7 @@
 #pragma once
 
+#include "zoHPCDebounce.h"
 #include "zoHPCScreensPicture.h"
-#include "zoHPCSettling.h"
 
 #include <QPoint>
 #include <QRect>
@@ -76,7 +76,7 @@ private:
     void showCursor(const zoHPCScreensPicture::Hit& hit);
 
     zoHPCScreensPicture m_picture;
-    zoHPCSettling m_settling; // of wheel and keys
+    zoHPCDebounce m_debounce; // of wheel and keys
     std::shared_ptr<const zoHPCLayout> m_layout;
     zoHPCScreensPicture::Hit m_hit;         // of the press
     QRect m_before;                         // geometry of the dragged window at the press, in pixels

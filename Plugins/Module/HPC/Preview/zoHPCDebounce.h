@@ -5,7 +5,7 @@
 
 // Tells changes that follow each other quickly, as while a spin box is held or a wheel turned, from single
 // ones: what shows them may do less for each and all of it once they settle.
-class zoHPCSettling final : public QObject
+class zoHPCDebounce final : public QObject
 {
     Q_OBJECT
 
@@ -13,8 +13,8 @@ public:
     // Longer than a held spin box or key takes from one step to the next.
     static constexpr int Interval = 250; // ms
 
-    explicit zoHPCSettling(QObject* parent = nullptr);
-    ~zoHPCSettling() override;
+    explicit zoHPCDebounce(QObject* parent = nullptr);
+    ~zoHPCDebounce() override;
 
     // A change. The first one is single; those that come within the interval after another are quick.
     void note();

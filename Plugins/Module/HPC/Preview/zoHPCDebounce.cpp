@@ -1,6 +1,6 @@
-#include "zoHPCSettling.h"
+#include "zoHPCDebounce.h"
 
-zoHPCSettling::zoHPCSettling(QObject* parent) : QObject(parent)
+zoHPCDebounce::zoHPCDebounce(QObject* parent) : QObject(parent)
 {
     m_timer.setSingleShot(true);
     m_timer.setInterval(Interval);
@@ -12,15 +12,15 @@ zoHPCSettling::zoHPCSettling(QObject* parent) : QObject(parent)
     });
 }
 
-zoHPCSettling::~zoHPCSettling() = default;
+zoHPCDebounce::~zoHPCDebounce() = default;
 
-void zoHPCSettling::note()
+void zoHPCDebounce::note()
 {
     m_isQuick = m_timer.isActive();
     m_timer.start();
 }
 
-void zoHPCSettling::settle()
+void zoHPCDebounce::settle()
 {
     m_timer.stop();
     m_isQuick = false;
