@@ -323,7 +323,7 @@ void zoHPCDisplayGUII::loadFromXML(const QDomDocument& document)
     }
     m_displayMapper->refresh();
     showAssignedProjection();
-    m_layoutPane->refreshLater();
+    m_layoutPane->review().noteChange();
     bindProjection();
     bindOutput();
     emit displayChanged();
