@@ -1,8 +1,5 @@
 #include "zoCommandTable.h"
 #include "zoConsole.h"
-#include "zoHostsExpandCommand.h"
-#include "zoHostsFoldCommand.h"
-#include "zoHostsTreeCommand.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -10,13 +7,14 @@
 
 #include <cerrno>
 #include <cstring>
-#include <memory>
 #include <vector>
 
 #include <unistd.h>
 
 namespace
 {
+constexpr QLatin1String s_hosts{"hosts "}; // begins the names of the hosts commands
+
 QString tr(const char* text)
 {
     return QCoreApplication::translate("zohpc", text);
@@ -26,7 +24,7 @@ QString tr(const char* text)
 QString commandList(const QString& prefix = {})
 {
     QString text;
-    for (const zoCommandEntry& entry : zoCommandTable) {
+    for (const zoCommandEntry& entry : zoCommandTable::entries()) {
         const QString name = QString::fromLatin1(entry.name);
         if (name.startsWith(prefix))
             text += QStringLiteral("  %1 %2\n").arg(name.leftJustified(14), tr(entry.summary));
@@ -40,7 +38,7 @@ QString hostsOverview()
               "Hosts text and the bracket form of other cluster tools.\n"
               "\n"
               "Commands:\n") +
-           commandList(QStringLiteral("hosts ")) +
+           commandList(s_hosts) +
            tr("\n"
               "  zohpc hosts COMMAND --help   options and examples of a command\n");
 }
@@ -61,21 +59,10 @@ QString overview()
     return text;
 }
 
-std::unique_ptr<zoCommand> createCommand(const QString& name)
-{
-    if (name == QLatin1String("hosts expand"))
-        return std::make_unique<zoHostsExpandCommand>();
-    if (name == QLatin1String("hosts fold"))
-        return std::make_unique<zoHostsFoldCommand>();
-    if (name == QLatin1String("hosts tree"))
-        return std::make_unique<zoHostsTreeCommand>();
-    return nullptr;
-}
-
 // The entry that the first one or two arguments name; takes them off.
 const zoCommandEntry* takeCommand(QStringList& arguments)
 {
-    for (const zoCommandEntry& entry : zoCommandTable) {
+    for (const zoCommandEntry& entry : zoCommandTable::entries()) {
         const QStringList words = QString::fromLatin1(entry.name).split(QLatin1Char(' '));
         if (arguments.mid(0, words.size()) == words) {
             arguments = arguments.mid(words.size());
@@ -83,6 +70,15 @@ const zoCommandEntry* takeCommand(QStringList& arguments)
         }
     }
     return nullptr;
+}
+
+// The names of the commands, a line each, for the completion of the shell.
+QByteArray commandNames()
+{
+    QByteArray text;
+    for (const zoCommandEntry& entry : zoCommandTable::entries())
+        text += QByteArray(entry.name) + '\n';
+    return text;
 }
 
 // Becomes the program with the module's classes; returns only when that fails.
@@ -118,12 +114,24 @@ bool isHelp(const QString& argument)
     return argument == QLatin1String("--help") || argument == QLatin1String("-h");
 }
 
+// "a, b or c"
+QString listed(const QStringList& words)
+{
+    return tr("%1 or %2").arg(words.mid(0, words.size() - 1).join(QLatin1String(", ")), words.constLast());
+}
+
 // "hosts" with none of its commands: help, or an error.
 int runHosts(const QStringList& arguments)
 {
     if (!arguments.isEmpty() && isHelp(arguments.constFirst()))
         return zoConsole::write(hostsOverview().toUtf8()) ? zoConsole::Fine : zoConsole::Unusable;
-    return usageError(arguments.isEmpty() ? tr("hosts needs a command: expand, fold or tree")
+    QStringList commands;
+    for (const zoCommandEntry& entry : zoCommandTable::entries()) {
+        const QString name = QString::fromLatin1(entry.name);
+        if (name.startsWith(s_hosts))
+            commands << name.mid(s_hosts.size());
+    }
+    return usageError(arguments.isEmpty() ? tr("hosts needs a command: %1").arg(listed(commands))
                                           : tr("unknown command \"hosts %1\"").arg(arguments.constFirst()),
                       QStringLiteral("zohpc hosts --help"));
 }
@@ -150,12 +158,16 @@ int main(int argc, char** argv)
     if (first == QLatin1String("--version") || first == QLatin1String("-v"))
         return zoConsole::write("zohpc " ZO_VERSION "\n") ? zoConsole::Fine : zoConsole::Unusable;
 
+    // Not in the overview: the completion asks for it.
+    if (first == QLatin1String("--list-commands"))
+        return zoConsole::write(commandNames()) ? zoConsole::Fine : zoConsole::Unusable;
+
     const zoCommandEntry* entry = takeCommand(arguments);
     if (entry == nullptr && first == QLatin1String("hosts"))
         return runHosts(arguments.mid(1));
     if (entry == nullptr)
         return usageError(tr("unknown command \"%1\"").arg(first));
-    if (entry->isDocumentCommand)
-        return runDocumentProgram(QString::fromLatin1(entry->name), arguments);
-    return createCommand(QString::fromLatin1(entry->name))->run(arguments);
+    const QString name = QString::fromLatin1(entry->name);
+    return entry->create == nullptr ? runDocumentProgram(name, arguments)
+                                    : entry->create()->run(name, arguments);
 }

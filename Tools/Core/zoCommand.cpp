@@ -4,8 +4,9 @@
 
 zoCommand::~zoCommand() = default;
 
-int zoCommand::run(const QStringList& arguments)
+int zoCommand::run(const QString& name, const QStringList& arguments)
 {
+    m_name = name;
     QCommandLineParser parser;
     parser.setApplicationDescription(description());
     parser.addOption({{QStringLiteral("h"), QStringLiteral("help")}, tr("Show this help.")});

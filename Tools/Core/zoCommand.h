@@ -17,21 +17,23 @@ public:
     zoCommand& operator=(const zoCommand&) = delete;
 
     // Parses the arguments that follow the command's name, shows help or runs; returns the exit code. Wrong
-    // usage is told on standard error.
-    int run(const QStringList& arguments);
+    // usage is told on standard error. `name` is what was typed after "zohpc": "hosts expand".
+    int run(const QString& name, const QStringList& arguments);
 
 protected:
-    // As typed after "zohpc": "hosts expand".
-    virtual QString name() const = 0;
     virtual QString description() const = 0;
     // One example per entry: the command line, then a tab and what it does.
     virtual QStringList examples() const = 0;
     virtual void addArguments(QCommandLineParser& parser) const = 0;
     virtual int execute(const QCommandLineParser& parser) = 0;
 
+    // Of the command that runs.
+    const QString& name() const { return m_name; }
     // Tells the mistake and where help is; returns the exit code for it.
     int usageError(const QString& reason) const;
 
 private:
     QString helpText(const QCommandLineParser& parser) const;
+
+    QString m_name;
 };

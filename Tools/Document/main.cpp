@@ -1,11 +1,5 @@
-#include "zoCheckCommand.h"
+#include "zoCommandTable.h"
 #include "zoConsole.h"
-#include "zoConvertCommand.h"
-#include "zoDiffCommand.h"
-#include "zoDrawCommand.h"
-#include "zoExportCommand.h"
-#include "zoFormatCommand.h"
-#include "zoNewCommand.h"
 #include "zoNoServices.h"
 
 #include <QApplication>
@@ -13,29 +7,9 @@
 
 #include <cstdio>
 #include <cstring>
-#include <memory>
 
 namespace
 {
-std::unique_ptr<zoCommand> createCommand(const QString& name)
-{
-    if (name == QLatin1String("check"))
-        return std::make_unique<zoCheckCommand>();
-    if (name == QLatin1String("convert"))
-        return std::make_unique<zoConvertCommand>();
-    if (name == QLatin1String("diff"))
-        return std::make_unique<zoDiffCommand>();
-    if (name == QLatin1String("draw"))
-        return std::make_unique<zoDrawCommand>();
-    if (name == QLatin1String("export"))
-        return std::make_unique<zoExportCommand>();
-    if (name == QLatin1String("format"))
-        return std::make_unique<zoFormatCommand>();
-    if (name == QLatin1String("new"))
-        return std::make_unique<zoNewCommand>();
-    return nullptr;
-}
-
 // What the module logs of a document goes to standard error, one line each.
 void writeMessage(QtMsgType type, const QMessageLogContext& context, const QString& text)
 {
@@ -64,11 +38,11 @@ int main(int argc, char** argv)
     QApplication::setApplicationName(QStringLiteral("zohpc"));
     const zoNoServices services;
 
-    const std::unique_ptr<zoCommand> command =
-        arguments.isEmpty() ? nullptr : createCommand(arguments.constFirst());
+    const QString name = arguments.value(0);
+    const zoCommandEntry* command = zoCommandTable::find(name);
     if (command == nullptr) {
         zoConsole::printError(QStringLiteral("zohpc-document is run by zohpc"));
         return zoConsole::Unusable;
     }
-    return command->run(arguments.mid(1));
+    return command->create()->run(name, arguments.mid(1));
 }

@@ -6,11 +6,6 @@
 #include "zoHPCProblems.h"
 #include "zoSourcePlaces.h"
 
-QString zoCheckCommand::name() const
-{
-    return QStringLiteral("check");
-}
-
 QString zoCheckCommand::description() const
 {
     return tr("Reads configurations and lists what of them would not light up as meant, as the problem list "

@@ -7,11 +7,6 @@
 
 #include <QDomDocument>
 
-QString zoConvertCommand::name() const
-{
-    return QStringLiteral("convert");
-}
-
 QString zoConvertCommand::description() const
 {
     return tr(

@@ -8,7 +8,6 @@ class zoConvertCommand final : public zoCommand
     Q_DECLARE_TR_FUNCTIONS(zoConvertCommand)
 
 protected:
-    QString name() const override;
     QString description() const override;
     QStringList examples() const override;
     void addArguments(QCommandLineParser& parser) const override;

@@ -4,11 +4,6 @@
 #include "zoClusterSetup.h"
 #include "zoConsole.h"
 
-QString zoDiffCommand::name() const
-{
-    return QStringLiteral("diff");
-}
-
 QString zoDiffCommand::description() const
 {
     return tr(

@@ -25,11 +25,6 @@ bool isFormat(const QString& format)
 }
 } // namespace
 
-QString zoDrawCommand::name() const
-{
-    return QStringLiteral("draw");
-}
-
 QString zoDrawCommand::description() const
 {
     return tr("Draws a configuration as the layout preview shows it: the room with its projection planes "

@@ -8,7 +8,6 @@ class zoDrawCommand final : public zoCommand
     Q_DECLARE_TR_FUNCTIONS(zoDrawCommand)
 
 protected:
-    QString name() const override;
     QString description() const override;
     QStringList examples() const override;
     void addArguments(QCommandLineParser& parser) const override;

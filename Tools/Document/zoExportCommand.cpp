@@ -9,11 +9,6 @@
 
 #include <cmath>
 
-QString zoExportCommand::name() const
-{
-    return QStringLiteral("export");
-}
-
 QString zoExportCommand::description() const
 {
     return tr("Writes the same wall for other engines that render distributed. What these cannot say, such "

@@ -8,7 +8,6 @@ class zoExportCommand final : public zoCommand
     Q_DECLARE_TR_FUNCTIONS(zoExportCommand)
 
 protected:
-    QString name() const override;
     QString description() const override;
     QStringList examples() const override;
     void addArguments(QCommandLineParser& parser) const override;

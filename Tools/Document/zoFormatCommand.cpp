@@ -4,11 +4,6 @@
 #include "zoConsole.h"
 #include "zoTextFile.h"
 
-QString zoFormatCommand::name() const
-{
-    return QStringLiteral("format");
-}
-
 QString zoFormatCommand::description() const
 {
     return tr("Writes a configuration in the canonical text, byte for byte as the cluster window saves it. A "

@@ -8,7 +8,6 @@ class zoFormatCommand final : public zoCommand
     Q_DECLARE_TR_FUNCTIONS(zoFormatCommand)
 
 protected:
-    QString name() const override;
     QString description() const override;
     QStringList examples() const override;
     void addArguments(QCommandLineParser& parser) const override;

@@ -86,11 +86,6 @@ QStringList tileNames(const zoHPCProjectionItem& projection)
 
 } // namespace
 
-QString zoNewCommand::name() const
-{
-    return QStringLiteral("new");
-}
-
 QString zoNewCommand::description() const
 {
     return tr("Writes a whole configuration of a tiled wall or a cave: the hosts, the projection, and a "

@@ -8,7 +8,6 @@ class zoNewCommand final : public zoCommand
     Q_DECLARE_TR_FUNCTIONS(zoNewCommand)
 
 protected:
-    QString name() const override;
     QString description() const override;
     QStringList examples() const override;
     void addArguments(QCommandLineParser& parser) const override;

@@ -3,11 +3,6 @@
 #include "zoConsole.h"
 #include "zoHostNames.h"
 
-QString zoHostsExpandCommand::name() const
-{
-    return QStringLiteral("hosts expand");
-}
-
 QString zoHostsExpandCommand::description() const
 {
     return tr("Writes the names that hosts text or brackets stand for, in their order, hosts behind gateways "

@@ -8,7 +8,6 @@ class zoHostsExpandCommand final : public zoHostsCommand
     Q_DECLARE_TR_FUNCTIONS(zoHostsExpandCommand)
 
 protected:
-    QString name() const override;
     QString description() const override;
     QStringList examples() const override;
     void addArguments(QCommandLineParser& parser) const override;

@@ -122,11 +122,6 @@ private:
 };
 } // namespace
 
-QString zoHostsFoldCommand::name() const
-{
-    return QStringLiteral("hosts fold");
-}
-
 QString zoHostsFoldCommand::description() const
 {
     return tr("Writes names in as few words as possible: as hosts text (\"n01 - n16\") or in the bracket "

@@ -8,7 +8,6 @@ class zoHostsFoldCommand final : public zoHostsCommand
     Q_DECLARE_TR_FUNCTIONS(zoHostsFoldCommand)
 
 protected:
-    QString name() const override;
     QString description() const override;
     QStringList examples() const override;
     void addArguments(QCommandLineParser& parser) const override;

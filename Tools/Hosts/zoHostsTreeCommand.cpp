@@ -3,11 +3,6 @@
 #include "zoConsole.h"
 #include "zoHPCHostsText.h"
 
-QString zoHostsTreeCommand::name() const
-{
-    return QStringLiteral("hosts tree");
-}
-
 QString zoHostsTreeCommand::description() const
 {
     return tr("Shows the networks that hosts text makes, their hosts, and the networks behind gateways. "

@@ -8,7 +8,6 @@ class zoHostsTreeCommand final : public zoHostsCommand
     Q_DECLARE_TR_FUNCTIONS(zoHostsTreeCommand)
 
 protected:
-    QString name() const override;
     QString description() const override;
     QStringList examples() const override;
     bool writeResult(const zoHostsTree& tree, const QCommandLineParser& parser) override;

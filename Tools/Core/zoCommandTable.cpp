@@ -1,0 +1,73 @@
+#include "zoCommandTable.h"
+
+#include "zoCheckCommand.h"
+#include "zoConvertCommand.h"
+#include "zoDiffCommand.h"
+#include "zoDrawCommand.h"
+#include "zoExportCommand.h"
+#include "zoFormatCommand.h"
+#include "zoHostsExpandCommand.h"
+#include "zoHostsFoldCommand.h"
+#include "zoHostsTreeCommand.h"
+#include "zoNewCommand.h"
+
+#include <QtGlobal>
+
+// Compiled into both programs: the commands of zohpc-document need the module's classes, and with them
+// libraries that take long to load; the others start in a few milliseconds.
+namespace
+{
+template <class Command>
+std::unique_ptr<zoCommand> create()
+{
+    return std::make_unique<Command>();
+}
+
+// Of a command that zohpc-document serves.
+template <class Command>
+constexpr auto createInDocument() -> std::unique_ptr<zoCommand> (*)()
+{
+#ifdef ZO_DOCUMENT_COMMANDS
+    return create<Command>;
+#else
+    return nullptr;
+#endif
+}
+} // namespace
+
+const std::vector<zoCommandEntry>& zoCommandTable::entries()
+{
+    static const std::vector<zoCommandEntry> entries{
+        {"check",
+         QT_TRANSLATE_NOOP("zohpc", "the problems that keep windows of a configuration dark or wrong"),
+         createInDocument<zoCheckCommand>()},
+        {"convert", QT_TRANSLATE_NOOP("zohpc", "a legacy configuration as a configuration document"),
+         createInDocument<zoConvertCommand>()},
+        {"diff", QT_TRANSLATE_NOOP("zohpc", "what differs between two configurations, in words"),
+         createInDocument<zoDiffCommand>()},
+        {"draw", QT_TRANSLATE_NOOP("zohpc", "the room or the screens as a picture"),
+         createInDocument<zoDrawCommand>()},
+        {"export", QT_TRANSLATE_NOOP("zohpc", "the same wall for other engines that render distributed"),
+         createInDocument<zoExportCommand>()},
+        {"format", QT_TRANSLATE_NOOP("zohpc", "a configuration in the canonical text"),
+         createInDocument<zoFormatCommand>()},
+        {"hosts expand", QT_TRANSLATE_NOOP("zohpc", "the names that hosts text stands for"),
+         create<zoHostsExpandCommand>},
+        {"hosts fold", QT_TRANSLATE_NOOP("zohpc", "names as hosts text, in as few words as possible"),
+         create<zoHostsFoldCommand>},
+        {"hosts tree", QT_TRANSLATE_NOOP("zohpc", "the networks of hosts text, with their gateways"),
+         create<zoHostsTreeCommand>},
+        {"new", QT_TRANSLATE_NOOP("zohpc", "a whole configuration of a wall or a cave from one line"),
+         createInDocument<zoNewCommand>()},
+    };
+    return entries;
+}
+
+const zoCommandEntry* zoCommandTable::find(const QString& name)
+{
+    for (const zoCommandEntry& entry : entries()) {
+        if (name == QLatin1String(entry.name))
+            return &entry;
+    }
+    return nullptr;
+}
