@@ -1,6 +1,6 @@
 #include "zoHPCDocumentText.h"
 
-#include "zoHPCDisplayGUII.h"
+#include "zoHPCDisplaySetup.h"
 #include "zoHPCDocumentWriter.h"
 #include "zoHPCOption.h"
 #include "zoHPCTreeDepth.h"
@@ -264,5 +264,5 @@ QStringList zoHPCDocumentText::attributeOrder(const QString& tag)
         return {zoText("version"), zoText("booking")};
     if (tag == QLatin1String("master") || tag == QLatin1String("network") || tag == QLatin1String("node"))
         return {zoText("name"), zoHPCOption::NodesFile};
-    return zoHPCDisplayGUII::attributeOrder(tag);
+    return zoHPCDisplaySetup::attributeOrder(tag);
 }
