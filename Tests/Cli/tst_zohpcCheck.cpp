@@ -18,6 +18,7 @@ private slots:
     void samplesAreSound();
     void problemsHaveTheirPlaces();
     void problemsAsJson();
+    void jsonHasALineForEachProblem();
     void unusableFileDoesNotHideTheOthers();
     void noFileIsWrongUsage();
 
@@ -92,6 +93,26 @@ void tst_zohpcCheck::problemsAsJson()
     QCOMPARE(first.value("kind").toString(), QStringLiteral("viewport-without-projection"));
     QVERIFY(!first.value("text").toString().isEmpty());
     QVERIFY(first.contains("fix"));
+}
+
+void tst_zohpcCheck::jsonHasALineForEachProblem()
+{
+    // Commas and braces in texts are no borders.
+    const QString file = m_files.write("a,b\"}{[].zhpc", badSetup());
+
+    const QByteArray output = zoCommandRun::zohpc({"check", "--json", file}).output;
+
+    const QJsonArray problems = QJsonDocument::fromJson(output).array();
+    QCOMPARE(problems.size(), 4);
+    const QList<QByteArray> lines = output.split('\n');
+    QCOMPARE(lines.size(), 5);
+    QCOMPARE(lines.last(), QByteArray());
+    for (int i = 0; i < 4; ++i) {
+        const QByteArray& line = lines.at(i);
+        QCOMPARE(line.left(1), QByteArray(i == 0 ? "[" : " "));
+        QCOMPARE(line.right(1), QByteArray(i == 3 ? "]" : ","));
+        QCOMPARE(QJsonDocument::fromJson(line.mid(1, line.size() - 2)).object(), problems.at(i).toObject());
+    }
 }
 
 void tst_zohpcCheck::unusableFileDoesNotHideTheOthers()

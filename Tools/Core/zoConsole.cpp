@@ -28,31 +28,3 @@ void zoConsole::printError(const QString& file, int line, int column, const QStr
     printError(
         QStringLiteral("%1:%2:%3: %4").arg(file, QString::number(line), QString::number(column), reason));
 }
-
-QByteArray zoConsole::json(const QString& text)
-{
-    QByteArray result("\"");
-    const QByteArray bytes = text.toUtf8();
-    for (const char c : bytes) {
-        switch (c) {
-        case '"':
-            result += "\\\"";
-            break;
-        case '\\':
-            result += "\\\\";
-            break;
-        case '\n':
-            result += "\\n";
-            break;
-        case '\t':
-            result += "\\t";
-            break;
-        default:
-            if (uchar(c) < 0x20)
-                result += "\\u00" + QByteArray::number(uchar(c), 16).rightJustified(2, '0');
-            else
-                result += c;
-        }
-    }
-    return result + '"';
-}

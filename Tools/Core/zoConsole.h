@@ -19,7 +19,4 @@ bool write(const QByteArray& text);
 void printError(const QString& message);
 // "file:line:column: reason", lines and columns from 1.
 void printError(const QString& file, int line, int column, const QString& reason);
-
-// The text as a JSON string with its quotes.
-QByteArray json(const QString& text);
 } // namespace zoConsole

@@ -4,7 +4,21 @@
 #include "zoConsole.h"
 #include "zoHPCLayout.h"
 #include "zoHPCProblems.h"
+#include "zoJson.h"
 #include "zoSourcePlaces.h"
+
+namespace
+{
+QJsonObject jsonOf(const zoHPCProblem& problem, const QString& file, const zoSourcePlaces::Place& place)
+{
+    return {{QStringLiteral("file"), file},
+            {QStringLiteral("line"), place.line},
+            {QStringLiteral("column"), place.column},
+            {QStringLiteral("kind"), zoHPCProblem::kindName(problem.kind)},
+            {QStringLiteral("text"), problem.message},
+            {QStringLiteral("fix"), problem.hasFix() ? QJsonValue(problem.fixText) : QJsonValue()}};
+}
+} // namespace
 
 QString zoCheckCommand::description() const
 {
@@ -36,6 +50,7 @@ int zoCheckCommand::execute(const QCommandLineParser& parser)
     const bool isJson = parser.isSet(QStringLiteral("json"));
     int result = zoConsole::Fine;
     QByteArray text;
+    QJsonArray list;
     for (const QString& file : files) {
         zoClusterSetup setup;
         if (!setup.readFile(file)) {
@@ -47,25 +62,20 @@ int zoCheckCommand::execute(const QCommandLineParser& parser)
         const zoHPCProblems::List problems = zoHPCProblems::find(layout);
         if (problems.empty())
             continue;
+        result = qMax<int>(result, zoConsole::ProblemsFound);
         const zoSourcePlaces places(setup);
         for (const zoHPCProblem& problem : problems) {
             const zoSourcePlaces::Place place = places.place(problem.item);
-            result = qMax<int>(result, zoConsole::ProblemsFound);
-            const QString line = QString::number(place.line);
-            const QString column = QString::number(place.column);
             if (isJson)
-                text += (text.isEmpty() ? "{\"file\": " : ",\n {\"file\": ") + zoConsole::json(file) +
-                        ", \"line\": " + line.toLatin1() + ", \"column\": " + column.toLatin1() +
-                        ", \"kind\": " + zoConsole::json(zoHPCProblem::kindName(problem.kind)) +
-                        ", \"text\": " + zoConsole::json(problem.message) + ", \"fix\": " +
-                        (problem.hasFix() ? zoConsole::json(problem.fixText) : QByteArray("null")) + '}';
+                list << jsonOf(problem, file, place);
             else
-                text += QStringLiteral("%1:%2:%3: %4\n").arg(file, line, column, problem.message).toUtf8();
+                text += QStringLiteral("%1:%2:%3: %4\n")
+                            .arg(file, QString::number(place.line), QString::number(place.column),
+                                 problem.message)
+                            .toUtf8();
         }
     }
-    if (isJson)
-        text = '[' + text + "]\n";
-    if (!zoConsole::write(text))
+    if (!zoConsole::write(isJson ? zoJson::text(list) : text))
         return zoConsole::Unusable;
     return result;
 }

@@ -3,6 +3,7 @@
 #include "zoConsole.h"
 #include "zoHPCConfigConverter.h"
 #include "zoHPCDocumentText.h"
+#include "zoJson.h"
 #include "zoTextFile.h"
 
 #include <QDomDocument>
@@ -70,19 +71,18 @@ int zoConvertCommand::execute(const QCommandLineParser& parser)
         return zoConsole::Unusable;
 
     const QList<zoHPCConfigConverter::Remark> remarks = converter.remarks();
-    QByteArray json;
+    QJsonArray list;
     for (const zoHPCConfigConverter::Remark& remark : remarks) {
-        if (!isJson) {
+        if (isJson)
+            list << QJsonObject{{QStringLiteral("file"), file},
+                                {QStringLiteral("line"), remark.line},
+                                {QStringLiteral("column"), remark.column},
+                                {QStringLiteral("kind"), zoHPCConfigConverter::Remark::kindName(remark.kind)},
+                                {QStringLiteral("text"), remark.text}};
+        else
             zoConsole::printError(file, remark.line, remark.column, remark.text);
-            continue;
-        }
-        json += (json.isEmpty() ? "{\"file\": " : ",\n {\"file\": ") + zoConsole::json(file) +
-                ", \"line\": " + QByteArray::number(remark.line) +
-                ", \"column\": " + QByteArray::number(remark.column) +
-                ", \"kind\": " + zoConsole::json(zoHPCConfigConverter::Remark::kindName(remark.kind)) +
-                ", \"text\": " + zoConsole::json(remark.text) + '}';
     }
-    if (isJson && !zoConsole::write('[' + json + "]\n"))
+    if (isJson && !zoConsole::write(zoJson::text(list)))
         return zoConsole::Unusable;
     return zoConsole::Fine;
 }

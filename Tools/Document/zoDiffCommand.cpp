@@ -3,6 +3,7 @@
 #include "zoClusterComparison.h"
 #include "zoClusterSetup.h"
 #include "zoConsole.h"
+#include "zoJson.h"
 
 QString zoDiffCommand::description() const
 {
@@ -48,17 +49,17 @@ int zoDiffCommand::execute(const QCommandLineParser& parser)
     if (differences.empty() && before.text() != after.text())
         differences.push_back({QStringLiteral("other"), tr("the canonical texts differ")});
 
+    const bool isJson = parser.isSet(QStringLiteral("json"));
     QByteArray text;
-    if (parser.isSet(QStringLiteral("json"))) {
-        for (const zoClusterComparison::Difference& difference : differences)
-            text += (text.isEmpty() ? "{\"kind\": " : ",\n {\"kind\": ") + zoConsole::json(difference.kind) +
-                    ", \"text\": " + zoConsole::json(difference.text) + '}';
-        text = '[' + text + "]\n";
-    } else {
-        for (const zoClusterComparison::Difference& difference : differences)
+    QJsonArray list;
+    for (const zoClusterComparison::Difference& difference : differences) {
+        if (isJson)
+            list << QJsonObject{{QStringLiteral("kind"), difference.kind},
+                                {QStringLiteral("text"), difference.text}};
+        else
             text += difference.text.toUtf8() + '\n';
     }
-    if (!zoConsole::write(text))
+    if (!zoConsole::write(isJson ? zoJson::text(list) : text))
         return zoConsole::Unusable;
     return differences.empty() ? zoConsole::Fine : zoConsole::ProblemsFound;
 }

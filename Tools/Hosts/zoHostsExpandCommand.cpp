@@ -2,6 +2,7 @@
 
 #include "zoConsole.h"
 #include "zoHostNames.h"
+#include "zoJson.h"
 
 QString zoHostsExpandCommand::description() const
 {
@@ -39,9 +40,13 @@ bool zoHostsExpandCommand::writeResult(const zoHostsTree& tree, const QCommandLi
         names = std::move(sorted);
     }
 
-    const bool isJson = parser.isSet(QStringLiteral("json"));
-    const QByteArray separator = isJson ? QByteArrayLiteral(",\n ")
-                                 : parser.isSet(QStringLiteral("separator"))
+    if (parser.isSet(QStringLiteral("json"))) {
+        QJsonArray list;
+        for (const QString& host : names)
+            list << host;
+        return zoConsole::write(zoJson::text(list));
+    }
+    const QByteArray separator = parser.isSet(QStringLiteral("separator"))
                                      ? parser.value(QStringLiteral("separator")).toUtf8()
                                      : QByteArrayLiteral("\n");
     QByteArray text;
@@ -49,13 +54,8 @@ bool zoHostsExpandCommand::writeResult(const zoHostsTree& tree, const QCommandLi
     for (const QString& host : names) {
         if (&host != &names.front())
             text += separator;
-        if (isJson)
-            text += zoConsole::json(host);
-        else
-            text += host.toUtf8();
+        text += host.toUtf8();
     }
-    if (isJson)
-        text = '[' + text + ']';
     if (!text.isEmpty())
         text += '\n';
     return zoConsole::write(text);

@@ -2,6 +2,7 @@
 
 #include "zoConsole.h"
 #include "zoHostNames.h"
+#include "zoJson.h"
 
 #include <QHash>
 
@@ -163,8 +164,8 @@ bool zoHostsFoldCommand::writeResult(const zoHostsTree& tree, const QCommandLine
         text = HostsTextWriter(tree, keepOrder).write();
     }
     if (parser.isSet(QStringLiteral("json"))) {
-        text = "{\"hosts\": " + QByteArray::number(int(tree.hostNames().size())) +
-               ",\n \"text\": " + zoConsole::json(QString::fromUtf8(text).trimmed()) + "}\n";
+        text = zoJson::text(QJsonObject{{QStringLiteral("hosts"), int(tree.hostNames().size())},
+                                        {QStringLiteral("text"), QString::fromUtf8(text).trimmed()}});
     }
     return zoConsole::write(text);
 }

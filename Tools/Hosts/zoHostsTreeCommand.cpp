@@ -2,6 +2,7 @@
 
 #include "zoConsole.h"
 #include "zoHPCHostsText.h"
+#include "zoJson.h"
 
 QString zoHostsTreeCommand::description() const
 {
@@ -79,7 +80,7 @@ QByteArray zoHostsTreeCommand::text(const zoHostsTree& tree)
     return result;
 }
 
-// Written in one pass: braces may be too deep for recursions.
+// Written by hand and in one pass: braces may be too deep for recursions, and the library's writer recurses.
 QByteArray zoHostsTreeCommand::json(const zoHostsTree& tree)
 {
     QByteArray result("{\"networks\": [");
@@ -97,7 +98,7 @@ QByteArray zoHostsTreeCommand::json(const zoHostsTree& tree)
         if (item.isNetwork)
             result += "{\"index\": " + QByteArray::number(++networks) + ", \"hosts\": [";
         else
-            result += "{\"name\": " + zoConsole::json(item.name) +
+            result += "{\"name\": " + zoJson::quoted(item.name) +
                       ", \"render\": " + (item.isRenderNode ? "true" : "false") + ", \"networks\": [";
         index = tree.next(index, depth);
     }
