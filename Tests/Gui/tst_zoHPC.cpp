@@ -1,5 +1,5 @@
 #include "zoDialogRobot.h"
-#include "zoDocumentEar.h"
+#include "zoDocumentSpy.h"
 #include "zoFakeHost.h"
 #include "zoTestCase.h"
 
@@ -887,15 +887,15 @@ void tst_zoHPC::configurationThatTheServiceReplacesIsAnnounced()
     make();
     const QString first = window()->documentText();
     QVERIFY(!window()->differs());
-    const zoDocumentEar ear(window());
+    const zoDocumentSpy spy(window());
 
     m_module->setConfig(documentWithHost("second"));
-    QCOMPARE(ear.replaced, QStringList{first});
+    QCOMPARE(spy.replaced, QStringList{first});
 
     const QTemporaryDir folder;
     window()->saveConfig(folder.filePath(QStringLiteral("a.zhpc")));
     emit m_host->cluster.configChanged(documentWithHost("third"));
-    QCOMPARE(ear.replaced.size(), 2);
+    QCOMPARE(spy.replaced.size(), 2);
     QVERIFY(window()->differs());
 }
 

@@ -1,5 +1,5 @@
 #include "zoDialogRobot.h"
-#include "zoDocumentEar.h"
+#include "zoDocumentSpy.h"
 #include "zoFakeHost.h"
 #include "zoTestCase.h"
 
@@ -1053,20 +1053,20 @@ void tst_zoHPCGUIW::disabledNodesStayReadableWhenThePaletteChanges()
 void tst_zoHPCGUIW::filePathFollowsTheFile()
 {
     write(path("a.zhpc"), s_document);
-    const zoDocumentEar ear(m_window.get());
+    const zoDocumentSpy spy(m_window.get());
     QCOMPARE(m_window->windowFilePath(), QString());
 
     m_window->loadConfig(path("a.zhpc"));
     QCOMPARE(m_window->windowFilePath(), path("a.zhpc"));
-    QCOMPARE(ear.titles, 1);
+    QCOMPARE(spy.titles, 1);
     m_window->saveConfig(path("b"));
     QCOMPARE(m_window->windowFilePath(), path("b.zhpc"));
-    QCOMPARE(ear.titles, 2);
+    QCOMPARE(spy.titles, 2);
     m_window->saveConfig();
-    QCOMPARE(ear.titles, 2);
+    QCOMPARE(spy.titles, 2);
     m_window->setDefaultConfig();
     QCOMPARE(m_window->windowFilePath(), QString());
-    QCOMPARE(ear.titles, 3);
+    QCOMPARE(spy.titles, 3);
 
     QCOMPARE(m_window->windowTitle(), QStringLiteral("HPC Cluster"));
 }
@@ -1112,7 +1112,7 @@ void tst_zoHPCGUIW::changeShowsInTheStatusBar()
                           : row == 1 ? tree->findNetworkByIndex(1)
                                      : tree->master());
     QVERIFY(!m_window->isWindowModified());
-    const zoDocumentEar ear(m_window.get());
+    const zoDocumentSpy spy(m_window.get());
 
     if (row == 3)
         m_window->getDisplayEditor()->getWindowItems().first()->setInt(zoHPCWindowItem::X, 12);
@@ -1130,8 +1130,8 @@ void tst_zoHPCGUIW::changeShowsInTheStatusBar()
     QVERIFY(m_window->property("differs").toBool());
     QVERIFY(!m_window->isWindowModified());
     QTRY_VERIFY(m_window->isWindowModified());
-    QCOMPARE(ear.marks, 1);
-    QCOMPARE(ear.titles, 0);
+    QCOMPARE(spy.marks, 1);
+    QCOMPARE(spy.titles, 0);
     QCOMPARE(status<QLabel>("m_changedStatus")->text(), QStringLiteral("changed"));
     QVERIFY(!status<QLabel>("m_changedStatus")->isHidden());
 }
@@ -1217,10 +1217,10 @@ void tst_zoHPCGUIW::askingReadsNoHostsFile()
     QCOMPARE(m_window->getTree()->getNodeNames(), (QStringList{QStringLiteral("n1"), QStringLiteral("n2")}));
 
     m_window->getTree()->getNodeItems().front()->setHostName(QStringLiteral("n7"));
-    const zoDocumentEar ear(m_window.get());
+    const zoDocumentSpy spy(m_window.get());
     m_window->setDefaultConfig();
-    QCOMPARE(ear.replaced.size(), 1);
-    QVERIFY2(ear.replaced.first().contains(QStringLiteral("n7")), qPrintable(ear.replaced.first()));
+    QCOMPARE(spy.replaced.size(), 1);
+    QVERIFY2(spy.replaced.first().contains(QStringLiteral("n7")), qPrintable(spy.replaced.first()));
 }
 
 void tst_zoHPCGUIW::windowAloneShowsThatItWasChanged()
@@ -1349,9 +1349,9 @@ void tst_zoHPCGUIW::replacedDocumentIsAnnounced()
     m_window->setConfigString(QLatin1String(s_document));
     write(path("other.zhpc"), QByteArray(s_document).replace("\"b\"", "\"c\""));
     write(path("old.xml"), "");
-    zoDocumentEar ear(m_window.get());
+    zoDocumentSpy spy(m_window.get());
     QString nodesThen;
-    ear.onReplaced = [this, &nodesThen] {
+    spy.onReplaced = [this, &nodesThen] {
         nodesThen = m_window->getTree()->getNodeNames().join(QLatin1Char(' '));
     };
 
@@ -1366,7 +1366,7 @@ void tst_zoHPCGUIW::replacedDocumentIsAnnounced()
         m_window->importLegacy();
     }
 
-    QCOMPARE(ear.replaced, QStringList{QLatin1String(s_document)});
+    QCOMPARE(spy.replaced, QStringList{QLatin1String(s_document)});
     QCOMPARE(nodesThen, QStringLiteral("a b a")); // before it goes
     QVERIFY(!m_window->dynamicPropertyNames().contains("replacedConfiguration"));
     QVERIFY(m_window->getConfigString() != QLatin1String(s_document));
@@ -1394,7 +1394,7 @@ void tst_zoHPCGUIW::nothingIsAnnouncedWhenNothingGetsLost()
         m_window->setDefaultConfig();
     else if (!before.isEmpty())
         m_window->setConfigString(before);
-    const zoDocumentEar ear(m_window.get());
+    const zoDocumentSpy spy(m_window.get());
 
     if (next == QLatin1String("missing")) {
         expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("Unable to load")));
@@ -1405,7 +1405,7 @@ void tst_zoHPCGUIW::nothingIsAnnouncedWhenNothingGetsLost()
         m_window->replaceConfigString(next);
     }
 
-    QCOMPARE(ear.replaced, QStringList());
+    QCOMPARE(spy.replaced, QStringList());
 }
 
 void tst_zoHPCGUIW::hashSeedDoesNotChangeTheBytes_data()

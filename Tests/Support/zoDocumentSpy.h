@@ -8,11 +8,11 @@
 
 #include <functional>
 
-// Hears what a module's window tells the host of its document, as hosts do: by the window's events.
-class zoDocumentEar final : public QObject
+// Records what a module's window tells the host of its document, as hosts hear it: by the events of the window.
+class zoDocumentSpy final : public QObject
 {
 public:
-    explicit zoDocumentEar(QWidget* window) { window->installEventFilter(this); }
+    explicit zoDocumentSpy(QWidget* window) { window->installEventFilter(this); }
 
     int titles = 0;       // changes of the file or the title
     int marks = 0;        // changes of the unsaved mark
