@@ -1,16 +1,372 @@
 #include "zoFileWriter.h"
 
 #include <QFile>
-#include <QFileInfo>
-#include <QSaveFile>
+#include <QRandomGenerator>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <climits>
 
 namespace
 {
-zoFileWriter::Result fail(zoFileWriter::Result result, const QFileDevice& file, QString* reason)
+using Result = zoFileWriter::Result;
+using Status = struct stat;
+
+constexpr int LONGEST_NAME = 255;
+constexpr int LONGEST_CHAIN = 40;           // of links, as the system has it
+constexpr off_t LARGEST_KEPT = 256L << 20U; // of an overwritten file, in memory
+constexpr int TRIES = 100;
+
+zoFileWriter::Guard& guard()
 {
-    if (reason != nullptr)
-        *reason = file.errorString();
-    return result;
+    static zoFileWriter::Guard s_guard;
+    return s_guard;
+}
+
+// An open file that is closed in the end.
+class Descriptor final
+{
+public:
+    explicit Descriptor(int number = -1) : m_number(number) {}
+    ~Descriptor() { close(); }
+
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    bool isOpen() const { return m_number >= 0; }
+    int number() const { return m_number; }
+    void reset(int number)
+    {
+        close();
+        m_number = number;
+    }
+    // 0, or the error: some file systems tell only here that there was no room.
+    int close()
+    {
+        const int number = m_number;
+        m_number = -1;
+        return number >= 0 && ::close(number) != 0 && errno != EINTR ? errno : 0;
+    }
+
+private:
+    int m_number;
+};
+
+bool isSame(const Status& a, const Status& b)
+{
+    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
+bool isFull(int error)
+{
+    return error == ENOSPC || error == EDQUOT || error == EFBIG;
+}
+
+// The name that a chain of links ends with, whether there is a file or not.
+QByteArray followLinks(QByteArray name)
+{
+    char link[PATH_MAX];
+    for (int i = 0; i < LONGEST_CHAIN; ++i) {
+        const ssize_t size = ::readlink(name.constData(), link, sizeof link);
+        if (size < 0)
+            break;
+        const QByteArray next(link, int(size));
+        name = next.startsWith('/') ? next : name.left(name.lastIndexOf('/') + 1) + next;
+    }
+    return name;
+}
+
+// 0 or the error. A write that is cut short is gone on with, so that the error is the one that stopped it.
+int writeAll(int file, const QByteArray& bytes)
+{
+    for (int done = 0; done < bytes.size();) {
+        const ssize_t size = ::write(file, bytes.constData() + done, size_t(bytes.size() - done));
+        if (size < 0 && errno != EINTR)
+            return errno;
+        if (size == 0)
+            return EIO;
+        done += int(qMax<ssize_t>(size, 0));
+    }
+    return 0;
+}
+
+// 0 or the error. Not every file system knows what this is.
+int flush(int file)
+{
+    return ::fsync(file) == 0 || errno == EINVAL || errno == EROFS || errno == ENOTSUP ? 0 : errno;
+}
+
+bool readAll(int file, off_t size, QByteArray& bytes)
+{
+    if (size > LARGEST_KEPT)
+        return false;
+    bytes.resize(int(size));
+    for (int done = 0; done < bytes.size();) {
+        const ssize_t got = ::pread(file, bytes.data() + done, size_t(bytes.size() - done), done);
+        if (got <= 0)
+            return false;
+        done += int(got);
+    }
+    return true;
+}
+
+bool readAttribute(int file, const char* name, QByteArray& value)
+{
+    const ssize_t size = ::fgetxattr(file, name, nullptr, 0);
+    if (size < 0)
+        return false;
+    value.resize(int(size));
+    return ::fgetxattr(file, name, value.data(), size_t(size)) == size;
+}
+
+bool readAttributeNames(int file, QList<QByteArray>& names)
+{
+    const ssize_t size = ::flistxattr(file, nullptr, 0);
+    if (size <= 0)
+        return size == 0 || errno == ENOTSUP;
+    QByteArray list(int(size), '\0');
+    if (::flistxattr(file, list.data(), size_t(size)) != size)
+        return false;
+    names = list.split('\0');
+    names.removeAll(QByteArray());
+    // Sums over the content, which the system makes itself.
+    names.removeAll("security.ima");
+    names.removeAll("security.evm");
+    return true;
+}
+
+// Access lists among them. False when the new file cannot have the ones of the old file and no others.
+bool takeAttributes(int from, int to)
+{
+    QList<QByteArray> names;
+    QList<QByteArray> inherited; // from the folder
+    if (!readAttributeNames(from, names) || !readAttributeNames(to, inherited))
+        return false;
+    for (const QByteArray& name : qAsConst(inherited)) {
+        if (!names.contains(name) && ::fremovexattr(to, name.constData()) != 0)
+            return false;
+    }
+    for (const QByteArray& name : qAsConst(names)) {
+        QByteArray value;
+        QByteArray already;
+        if (!readAttribute(from, name.constData(), value))
+            return false;
+        if (readAttribute(to, name.constData(), already) && already == value)
+            continue;
+        if (::fsetxattr(to, name.constData(), value.constData(), size_t(value.size()), 0) != 0)
+            return false;
+    }
+    return true;
+}
+
+// False when the new file cannot be the old one's equal to everybody.
+bool takeRights(int from, const Status& old, int to)
+{
+    constexpr mode_t bits = 07777;
+    Status made{};
+    if (::fstat(to, &made) != 0)
+        return false;
+    // A member of the group cannot give a file to its owner; the member's own would lock the others out.
+    if ((made.st_uid != old.st_uid || made.st_gid != old.st_gid) && ::fchown(to, old.st_uid, old.st_gid) != 0)
+        return false;
+    return ::fchmod(to, old.st_mode & bits) == 0 && takeAttributes(from, to) && ::fstat(to, &made) == 0 &&
+           (made.st_mode & bits) == (old.st_mode & bits);
+}
+
+// A new file beside the one that it is to become.
+class NewFile final
+{
+public:
+    explicit NewFile(const QByteArray& path) : m_name(nameOf(path))
+    {
+        const QByteArray folder = folderOf(path);
+        m_folder.reset(::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+        if (!m_folder.isOpen() && errno == EACCES) // a folder that is not to be listed
+            m_folder.reset(::open(folder.constData(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    }
+    ~NewFile()
+    {
+        if (!m_temporary.isEmpty())
+            ::unlinkat(m_folder.number(), m_temporary.constData(), 0);
+    }
+
+    NewFile(const NewFile&) = delete;
+    NewFile& operator=(const NewFile&) = delete;
+
+    // 0 or the error that open() would meet.
+    static int mayOpen(const QByteArray& path)
+    {
+        const int error = errorOf(nameOf(path));
+        if (error != 0)
+            return error;
+        return ::faccessat(AT_FDCWD, folderOf(path).constData(), W_OK | X_OK, AT_EACCESS) == 0 ? 0 : errno;
+    }
+
+    int number() const { return m_file.number(); }
+
+    // 0 or the error.
+    int open(mode_t mode)
+    {
+        if (!m_folder.isOpen())
+            return errno;
+        if (const int error = errorOf(m_name))
+            return error;
+        for (int i = 0; i < TRIES; ++i) {
+            const QByteArray ending =
+                '.' + QByteArray::number(QRandomGenerator::global()->generate(), 16).rightJustified(8, '0');
+            QByteArray name = m_name + ending;
+            if (name.size() > LONGEST_NAME)
+                name = QByteArray(".zo") + ending;
+            m_file.reset(::openat(m_folder.number(), name.constData(),
+                                  O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
+            if (m_file.isOpen()) {
+                m_temporary = name;
+                return 0;
+            }
+            if (errno != EEXIST)
+                break;
+        }
+        return errno;
+    }
+
+    // 0 or the error. All is on the disk before the name is given, so that a machine that goes down leaves
+    // one or the other.
+    int write(const QByteArray& bytes)
+    {
+        if (const int error = writeAll(m_file.number(), bytes))
+            return error;
+        if (const int error = flush(m_file.number()))
+            return error;
+        return m_file.close();
+    }
+
+    // 0 or the error.
+    int takeName()
+    {
+        if (::renameat(m_folder.number(), m_temporary.constData(), m_folder.number(), m_name.constData()) !=
+            0)
+            return errno;
+        m_temporary.clear();
+        // Without effect on a folder that is not to be listed. A failure is none of the file: it is there.
+        ::fsync(m_folder.number());
+        return 0;
+    }
+
+private:
+    static QByteArray nameOf(const QByteArray& path) { return path.mid(path.lastIndexOf('/') + 1); }
+    static QByteArray folderOf(const QByteArray& path)
+    {
+        const int slash = path.lastIndexOf('/');
+        return slash < 0 ? QByteArray(".") : path.left(slash + 1);
+    }
+    static int errorOf(const QByteArray& name)
+    {
+        if (name.isEmpty())
+            return EISDIR;
+        return name.size() > LONGEST_NAME ? ENAMETOOLONG : 0;
+    }
+
+    Descriptor m_folder;
+    Descriptor m_file;
+    QByteArray m_name;
+    QByteArray m_temporary; // empty: there is none
+};
+
+// Over the old bytes, not into an emptied file: there is no moment at which a kill leaves nothing.
+Result overwrite(int file, const Status& old, const QByteArray& bytes, int& error)
+{
+    QByteArray before;
+    const bool isKept = readAll(file, old.st_size, before);
+    const off_t more = bytes.size() - old.st_size;
+    if (more > 0 && ::fallocate(file, FALLOC_FL_KEEP_SIZE, old.st_size, more) != 0 && isFull(errno)) {
+        error = errno;
+        return Result::NotWritten;
+    }
+    error = writeAll(file, bytes);
+    if (error == 0 && ::ftruncate(file, bytes.size()) != 0)
+        error = errno;
+    if (error == 0)
+        error = flush(file);
+    if (error == 0)
+        return Result::Written;
+    const bool isRestored = isKept && ::lseek(file, 0, SEEK_SET) == 0 && writeAll(file, before) == 0 &&
+                            ::ftruncate(file, old.st_size) == 0 && flush(file) == 0;
+    return isRestored ? Result::NotWritten : Result::Damaged;
+}
+
+Result writeDevice(Descriptor& file, const QByteArray& bytes, int& error)
+{
+    error = writeAll(file.number(), bytes);
+    if (error == 0)
+        error = file.close();
+    return error == 0 ? Result::Written : Result::Damaged;
+}
+
+// Where there was no file.
+Result make(const QByteArray& path, const std::function<QByteArray()>& bytes, int& error)
+{
+    NewFile made(path);
+    error = made.open(0666);
+    if (error != 0)
+        return isFull(error) ? Result::NotWritten : Result::NotOpened;
+    error = made.write(bytes());
+    if (error == 0)
+        error = made.takeName();
+    return error == 0 ? Result::Written : Result::NotWritten;
+}
+
+Result replace(const QByteArray& path, Descriptor& file, const Status& old,
+               const std::function<QByteArray()>& bytes, int& error)
+{
+    Status there{};
+    const bool isOnly = old.st_nlink == 1 && ::lstat(path.constData(), &there) == 0 && isSame(there, old);
+    NewFile made(path);
+    error = isOnly ? made.open(0600) : 0;
+    if (isFull(error))
+        return Result::NotWritten;
+    if (!isOnly || error != 0 || !takeRights(file.number(), old, made.number()))
+        return overwrite(file.number(), old, bytes(), error);
+    const QByteArray content = bytes();
+    error = made.write(content);
+    if (error != 0)
+        return Result::NotWritten;
+    error = made.takeName();
+    // A file can be mounted, and /tmp lets nobody replace what is another's.
+    if (error == EBUSY || error == EXDEV || error == EPERM || error == EACCES)
+        return overwrite(file.number(), old, content, error);
+    return error == 0 ? Result::Written : Result::NotWritten;
+}
+
+// Readable, too, if it may be: what is overwritten can be put back then.
+int openThere(const QByteArray& name)
+{
+    const int file = ::open(name.constData(), O_RDWR | O_CLOEXEC | O_NOCTTY);
+    return file < 0 && errno == EACCES ? ::open(name.constData(), O_WRONLY | O_CLOEXEC | O_NOCTTY) : file;
+}
+
+Result writeFile(const QByteArray& name, const std::function<QByteArray()>& bytes, int& error)
+{
+    Status old{};
+    if (::stat(name.constData(), &old) != 0) {
+        error = errno;
+        return error == ENOENT ? make(followLinks(name), bytes, error) : Result::NotOpened;
+    }
+    const bool isFile = S_ISREG(old.st_mode);
+    Descriptor file(isFile ? openThere(name) : ::open(name.constData(), O_WRONLY | O_CLOEXEC | O_NOCTTY));
+    if (!file.isOpen() || ::fstat(file.number(), &old) != 0) {
+        error = errno;
+        return Result::NotOpened;
+    }
+    return isFile ? replace(followLinks(name), file, old, bytes, error) : writeDevice(file, bytes(), error);
+}
+
+QByteArray encoded(const QString& fileName)
+{
+    return QFile::encodeName(fileName);
 }
 } // namespace
 
@@ -23,27 +379,40 @@ zoFileWriter::Result zoFileWriter::write(const QString& fileName, const QByteArr
 zoFileWriter::Result zoFileWriter::write(const QString& fileName, const std::function<QByteArray()>& bytes,
                                          QString* reason)
 {
-    const QFileInfo target(fileName);
-    // Replacing /dev/null by a file is within the rights of an administrator; a file of one's own may lie in
-    // a folder of somebody else; the longest names leave no room for that of a temporary file beside them.
-    constexpr int LONGEST_NAME = 255 - 7;
-    const bool isReplaced =
-        !target.exists() || (target.isFile() && QFileInfo(target.canonicalPath()).isWritable() &&
-                             QFile::encodeName(target.fileName()).size() <= LONGEST_NAME);
-    if (isReplaced) {
-        QSaveFile file(fileName);
-        if (!file.open(QIODevice::WriteOnly))
-            return fail(Result::NotOpened, file, reason);
-        const QByteArray content = bytes();
-        if (file.write(content) != content.size() || !file.commit())
-            return fail(Result::NotWritten, file, reason);
+    if (reason != nullptr)
+        reason->clear();
+    if (guard().mayWrite && !guard().mayWrite(fileName))
+        return Result::NotOpened;
+    int error = 0;
+    const Result result = writeFile(encoded(fileName), bytes, error);
+    if (reason != nullptr && error != 0)
+        *reason = qt_error_string(error);
+    if (result == Result::Written && guard().written)
+        guard().written(fileName);
+    return result;
+}
+
+bool zoFileWriter::canWrite(const QString& fileName, QString* reason)
+{
+    const QByteArray name = encoded(fileName);
+    Status old{};
+    int error = 0;
+    if (::stat(name.constData(), &old) == 0) {
+        if (S_ISDIR(old.st_mode))
+            error = EISDIR;
+        else if (::faccessat(AT_FDCWD, name.constData(), W_OK, AT_EACCESS) != 0)
+            error = errno;
+    } else if (errno == ENOENT) {
+        error = NewFile::mayOpen(followLinks(name));
     } else {
-        QFile file(fileName);
-        if (!file.open(QIODevice::WriteOnly))
-            return fail(Result::NotOpened, file, reason);
-        const QByteArray content = bytes();
-        if (file.write(content) != content.size() || !file.flush())
-            return fail(Result::Damaged, file, reason);
+        error = errno;
     }
-    return Result::Written;
+    if (reason != nullptr)
+        *reason = error == 0 ? QString() : qt_error_string(error);
+    return error == 0;
+}
+
+void zoFileWriter::setGuard(const Guard& newGuard)
+{
+    guard() = newGuard;
 }
