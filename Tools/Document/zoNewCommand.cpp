@@ -10,15 +10,19 @@
 #include "zoHPCViewportItem.h"
 #include "zoTextFile.h"
 
+#include <zoClusterTags.h>
+
 #include <QSet>
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <memory>
 #include <vector>
 
 namespace
 {
-// Numbers parted by "x" (or, for places, by commas); false when they are not as many as asked for.
+// Numbers separated by "x" (or, for places, by commas); false when they are not as many as asked for.
 bool readNumbers(const QString& text, const char* separator, std::size_t count, std::vector<double>& numbers)
 {
     numbers.clear();
@@ -42,17 +46,10 @@ bool areWhole(const std::vector<double>& numbers, double minimum, double maximum
     return true;
 }
 
-// A view of one tile: one of it, or one for each eye.
-struct View
-{
-    QString projection;
-    QString eye;
-};
-
 struct Stereo
 {
     const char* name;
-    std::vector<const char*> eyes;
+    std::vector<const char*> eyes; // a window for each
 };
 
 const std::vector<Stereo>& stereoModes()
@@ -73,18 +70,18 @@ constexpr CaveWall s_caveWalls[] = {
     {"left", "Left", zoHPCProjectionItem::LeftWall},    {"right", "Right", zoHPCProjectionItem::RightWall},
     {"top", "Top", zoHPCProjectionItem::TopWall},       {"bottom", "Bottom", zoHPCProjectionItem::BottomWall},
     {"front", "Front", zoHPCProjectionItem::FrontWall}, {"back", "Back", zoHPCProjectionItem::BackWall}};
-
-// Names of the tiles that were generated, in their order.
-QStringList tileNames(const zoHPCProjectionItem& projection)
-{
-    QStringList names;
-    const QList<zoHPCProjectionItem*> tiles = projection.children<zoHPCProjectionItem>();
-    for (const zoHPCProjectionItem* tile : tiles)
-        names << tile->getString(zoHPCProjectionItem::Name);
-    return names;
-}
-
 } // namespace
+
+// What was asked for, as far as walls and caves have it in common.
+struct zoNewCommand::Request
+{
+    std::vector<double> tile;    // pixels
+    std::vector<double> overlap; // pixels
+    double eyeSeparation;        // mm
+    const Stereo* stereo;        // not owned
+    std::unique_ptr<zoHPCProjectionItem> projection;
+    QStringList hosts; // that drive screens
+};
 
 QString zoNewCommand::description() const
 {
@@ -145,10 +142,6 @@ void zoNewCommand::addArguments(QCommandLineParser& parser) const
 
 int zoNewCommand::execute(const QCommandLineParser& parser)
 {
-    const auto value = [&](const char* option) { return parser.value(QLatin1String(option)); };
-    const auto wrong = [&](const char* option, const QString& expected) {
-        return usageError(tr("--%1: \"%2\" is no %3").arg(QLatin1String(option), value(option), expected));
-    };
     const bool isWall = parser.isSet(QStringLiteral("wall"));
     const bool isCave = parser.isSet(QStringLiteral("cave"));
     if (!parser.positionalArguments().isEmpty())
@@ -158,163 +151,214 @@ int zoNewCommand::execute(const QCommandLineParser& parser)
     if (!parser.isSet(QStringLiteral("hosts")))
         return usageError(tr("--hosts is missing"));
 
-    // Pixels
-    std::vector<double> tile;
-    if (!readNumbers(value("tile"), "x", 2, tile) || !areWhole(tile, 1, 100000))
-        return wrong("tile", tr("size in pixels such as 1920x1080"));
-    std::vector<double> overlap;
-    if (readNumbers(value("overlap"), "x", 1, overlap))
-        overlap.push_back(overlap.front());
-    else if (!readNumbers(value("overlap"), "x", 2, overlap))
-        return wrong("overlap", tr("number of pixels"));
-    if (!areWhole(overlap, 0, 100000))
-        return wrong("overlap", tr("number of pixels"));
-    if (overlap[0] >= tile[0] || overlap[1] >= tile[1])
-        return usageError(
-            tr("--overlap: tiles of %1 pixels cannot share %2").arg(value("tile"), value("overlap")));
-    double eyeSeparation = 0.0;
-    std::vector<double> number;
-    if (!readNumbers(value("eye-separation"), "x", 1, number) || number[0] < 0)
-        return wrong("eye-separation", tr("number of millimetres"));
-    eyeSeparation = number[0];
-    const Stereo* stereo = nullptr;
-    for (const Stereo& mode : stereoModes()) {
-        if (value("stereo") == QLatin1String(mode.name))
-            stereo = &mode;
-    }
-    if (stereo == nullptr)
-        return wrong("stereo", tr("mode: none, quad-buffer, left-right"));
-
-    // Projection
-    QString title = value("name").trimmed();
-    if (title.isEmpty())
-        title = isWall ? tr("Wall") : tr("Cave");
-    std::unique_ptr<zoHPCProjectionItem> projection;
-    if (isWall) {
-        std::vector<double> tiles;
-        if (!readNumbers(value("wall"), "x", 2, tiles) || !areWhole(tiles, 1, 1000))
-            return wrong("wall", tr("number of columns and rows such as 3x2"));
-        if (tiles[0] * tiles[1] > zoHPCProjectionItem::MaximumTiles)
-            return usageError(tr("--wall: %1 tiles are more than %2")
-                                  .arg(value("wall"), QString::number(zoHPCProjectionItem::MaximumTiles)));
-        if (!readNumbers(value("distance"), "x", 1, number) || number[0] <= 0)
-            return wrong("distance", tr("number of millimetres"));
-        const bool hasSize = parser.isSet(QStringLiteral("size"));
-        projection = std::make_unique<zoHPCProjectionItem>(title, hasSize ? QStringLiteral("powerwall")
-                                                                          : QStringLiteral("wall"));
-        projection->setDouble(zoHPCProjectionItem::Distance, number[0]);
-        projection->setInt(zoHPCProjectionItem::Columns, int(tiles[0]));
-        projection->setInt(zoHPCProjectionItem::Rows, int(tiles[1]));
-        double overlapX = tiles[0] > 1 ? overlap[0] : 0.0;
-        double overlapY = tiles[1] > 1 ? overlap[1] : 0.0;
-        projection->setBool(zoHPCProjectionItem::EdgeBlending, overlapX > 0.0 || overlapY > 0.0);
-        if (hasSize) {
-            std::vector<double> size;
-            if (!readNumbers(value("size"), "x", 2, size) || size[0] <= 0 || size[1] <= 0)
-                return wrong("size", tr("size in millimetres such as 3600x2000"));
-            projection->setDouble(zoHPCProjectionItem::Width, size[0]);
-            projection->setDouble(zoHPCProjectionItem::Height, size[1]);
-            // From pixels to millimetres on the wall.
-            overlapX *= size[0] / (tiles[0] * tile[0] - (tiles[0] - 1) * overlapX);
-            overlapY *= size[1] / (tiles[1] * tile[1] - (tiles[1] - 1) * overlapY);
-        }
-        projection->setDouble(zoHPCProjectionItem::OverlapX, overlapX);
-        projection->setDouble(zoHPCProjectionItem::OverlapY, overlapY);
-    } else {
-        std::vector<double> size;
-        if (!readNumbers(value("cave"), "x", 3, size) || size[0] <= 0 || size[1] <= 0 || size[2] <= 0)
-            return wrong("cave", tr("size in millimetres such as 3000x2400x3000"));
-        std::vector<double> center;
-        if (!readNumbers(value("center"), ",", 3, center))
-            return wrong("center", tr("place in millimetres such as 0,-400,0"));
-        if (overlap[0] > 0 || overlap[1] > 0)
-            return usageError(tr("--overlap: the walls of a cave share no pixels"));
-        if (parser.isSet(QStringLiteral("size")))
-            return usageError(tr("--size is for walls"));
-        projection = std::make_unique<zoHPCProjectionItem>(title, QStringLiteral("cave"));
-        projection->setDouble(zoHPCProjectionItem::CaveWidth, size[0]);
-        projection->setDouble(zoHPCProjectionItem::CaveHeight, size[1]);
-        projection->setDouble(zoHPCProjectionItem::CaveDepth, size[2]);
-        projection->setDouble(zoHPCProjectionItem::CaveX, center[0]);
-        projection->setDouble(zoHPCProjectionItem::CaveY, center[1]);
-        projection->setDouble(zoHPCProjectionItem::CaveZ, center[2]);
-        for (const CaveWall& wall : s_caveWalls)
-            projection->setBool(wall.column, false);
-        const QStringList walls = value("walls").split(QLatin1Char(','));
-        for (const QString& name : walls) {
-            bool isKnown = false;
-            for (const CaveWall& wall : s_caveWalls) {
-                if (name.trimmed() == QLatin1String(wall.name)) {
-                    projection->setBool(wall.column, true);
-                    isKnown = true;
-                }
-            }
-            if (!isKnown)
-                return usageError(tr("--walls: \"%1\" is no wall of a cave").arg(name.trimmed()));
-        }
-        projection->setBool(zoHPCProjectionItem::EdgeBlending, false);
-    }
-    projection->update();
-
-    // Hosts
-    QString hostsText = value("hosts");
-    if (hostsText == QLatin1String("-") && !zoTextFile::read(hostsText, hostsText))
-        return zoConsole::Unusable;
-    zoBracketText brackets;
-    hostsText = brackets.expanded(hostsText);
-    if (brackets.hasError())
-        return usageError(tr("--hosts: %1").arg(brackets.error().reason));
+    Request request;
     zoClusterSetup setup;
+    zoHPCDisplayItem display;
+    const bool isGood = readPixels(parser, request) && readStereo(parser, request) &&
+                        (isWall ? makeWall(parser, request) : makeCave(parser, request)) &&
+                        readHosts(parser, setup, request) && addWindows(parser, request, display);
+    return isGood && write(parser, setup, *request.projection, display) ? zoConsole::Fine
+                                                                        : zoConsole::Unusable;
+}
+
+bool zoNewCommand::refuse(const QString& reason) const
+{
+    usageError(reason);
+    return false;
+}
+
+bool zoNewCommand::refuseValue(const QCommandLineParser& parser, const QString& option,
+                               const QString& expected) const
+{
+    return refuse(tr("--%1: \"%2\" is no %3").arg(option, parser.value(option), expected));
+}
+
+bool zoNewCommand::readPixels(const QCommandLineParser& parser, Request& request) const
+{
+    const QString tile = parser.value(QStringLiteral("tile"));
+    const QString overlap = parser.value(QStringLiteral("overlap"));
+    if (!readNumbers(tile, "x", 2, request.tile) || !areWhole(request.tile, 1, 100000))
+        return refuseValue(parser, QStringLiteral("tile"), tr("size in pixels such as 1920x1080"));
+    if (readNumbers(overlap, "x", 1, request.overlap))
+        request.overlap.push_back(request.overlap.front());
+    else if (!readNumbers(overlap, "x", 2, request.overlap))
+        return refuseValue(parser, QStringLiteral("overlap"), tr("number of pixels"));
+    if (!areWhole(request.overlap, 0, 100000))
+        return refuseValue(parser, QStringLiteral("overlap"), tr("number of pixels"));
+    if (request.overlap[0] >= request.tile[0] || request.overlap[1] >= request.tile[1])
+        return refuse(tr("--overlap: tiles of %1 pixels cannot share %2").arg(tile, overlap));
+    return true;
+}
+
+bool zoNewCommand::readStereo(const QCommandLineParser& parser, Request& request) const
+{
+    std::vector<double> number;
+    if (!readNumbers(parser.value(QStringLiteral("eye-separation")), "x", 1, number) || number[0] < 0)
+        return refuseValue(parser, QStringLiteral("eye-separation"), tr("number of millimetres"));
+    request.eyeSeparation = number[0];
+    const std::vector<Stereo>& modes = stereoModes();
+    const auto mode = std::find_if(modes.begin(), modes.end(), [&](const Stereo& known) {
+        return parser.value(QStringLiteral("stereo")) == QLatin1String(known.name);
+    });
+    if (mode == modes.end())
+        return refuseValue(parser, QStringLiteral("stereo"), tr("mode: none, quad-buffer, left-right"));
+    request.stereo = &*mode;
+    return true;
+}
+
+bool zoNewCommand::makeWall(const QCommandLineParser& parser, Request& request) const
+{
+    const QString wall = parser.value(QStringLiteral("wall"));
+    std::vector<double> tiles;
+    if (!readNumbers(wall, "x", 2, tiles) || !areWhole(tiles, 1, 1000))
+        return refuseValue(parser, QStringLiteral("wall"), tr("number of columns and rows such as 3x2"));
+    if (tiles[0] * tiles[1] > zoHPCProjectionItem::MaximumTiles)
+        return refuse(tr("--wall: %1 tiles are more than %2")
+                          .arg(wall, QString::number(zoHPCProjectionItem::MaximumTiles)));
+    std::vector<double> distance;
+    if (!readNumbers(parser.value(QStringLiteral("distance")), "x", 1, distance) || distance[0] <= 0)
+        return refuseValue(parser, QStringLiteral("distance"), tr("number of millimetres"));
+    const bool hasSize = parser.isSet(QStringLiteral("size"));
+    auto projection = std::make_unique<zoHPCProjectionItem>(
+        title(parser, tr("Wall")), hasSize ? QStringLiteral("powerwall") : QStringLiteral("wall"));
+    projection->setDouble(zoHPCProjectionItem::Distance, distance[0]);
+    projection->setInt(zoHPCProjectionItem::Columns, int(tiles[0]));
+    projection->setInt(zoHPCProjectionItem::Rows, int(tiles[1]));
+    double overlapX = tiles[0] > 1 ? request.overlap[0] : 0.0;
+    double overlapY = tiles[1] > 1 ? request.overlap[1] : 0.0;
+    projection->setBool(zoHPCProjectionItem::EdgeBlending, overlapX > 0.0 || overlapY > 0.0);
+    if (hasSize) {
+        std::vector<double> size;
+        if (!readNumbers(parser.value(QStringLiteral("size")), "x", 2, size) || size[0] <= 0 || size[1] <= 0)
+            return refuseValue(parser, QStringLiteral("size"), tr("size in millimetres such as 3600x2000"));
+        projection->setDouble(zoHPCProjectionItem::Width, size[0]);
+        projection->setDouble(zoHPCProjectionItem::Height, size[1]);
+        // From pixels to millimetres on the wall.
+        overlapX *= size[0] / (tiles[0] * request.tile[0] - (tiles[0] - 1) * overlapX);
+        overlapY *= size[1] / (tiles[1] * request.tile[1] - (tiles[1] - 1) * overlapY);
+    }
+    projection->setDouble(zoHPCProjectionItem::OverlapX, overlapX);
+    projection->setDouble(zoHPCProjectionItem::OverlapY, overlapY);
+    projection->update();
+    request.projection = std::move(projection);
+    return true;
+}
+
+bool zoNewCommand::makeCave(const QCommandLineParser& parser, Request& request) const
+{
+    std::vector<double> size;
+    if (!readNumbers(parser.value(QStringLiteral("cave")), "x", 3, size) || size[0] <= 0 || size[1] <= 0 ||
+        size[2] <= 0)
+        return refuseValue(parser, QStringLiteral("cave"), tr("size in millimetres such as 3000x2400x3000"));
+    std::vector<double> center;
+    if (!readNumbers(parser.value(QStringLiteral("center")), ",", 3, center))
+        return refuseValue(parser, QStringLiteral("center"), tr("place in millimetres such as 0,-400,0"));
+    if (request.overlap[0] > 0 || request.overlap[1] > 0)
+        return refuse(tr("--overlap: the walls of a cave share no pixels"));
+    if (parser.isSet(QStringLiteral("size")))
+        return refuse(tr("--size is for walls"));
+    auto projection =
+        std::make_unique<zoHPCProjectionItem>(title(parser, tr("Cave")), QStringLiteral("cave"));
+    projection->setDouble(zoHPCProjectionItem::CaveWidth, size[0]);
+    projection->setDouble(zoHPCProjectionItem::CaveHeight, size[1]);
+    projection->setDouble(zoHPCProjectionItem::CaveDepth, size[2]);
+    projection->setDouble(zoHPCProjectionItem::CaveX, center[0]);
+    projection->setDouble(zoHPCProjectionItem::CaveY, center[1]);
+    projection->setDouble(zoHPCProjectionItem::CaveZ, center[2]);
+    for (const CaveWall& wall : s_caveWalls)
+        projection->setBool(wall.column, false);
+    const QStringList walls = parser.value(QStringLiteral("walls")).split(QLatin1Char(','));
+    for (const QString& entry : walls) {
+        const QString name = entry.trimmed();
+        const auto* wall =
+            std::find_if(std::begin(s_caveWalls), std::end(s_caveWalls),
+                         [&](const CaveWall& known) { return name == QLatin1String(known.name); });
+        if (wall == std::end(s_caveWalls))
+            return refuse(tr("--walls: \"%1\" is no wall of a cave").arg(name));
+        projection->setBool(wall->column, true);
+    }
+    projection->setBool(zoHPCProjectionItem::EdgeBlending, false);
+    projection->update();
+    request.projection = std::move(projection);
+    return true;
+}
+
+bool zoNewCommand::readHosts(const QCommandLineParser& parser, zoClusterSetup& setup, Request& request) const
+{
+    const QString given = parser.value(QStringLiteral("hosts"));
+    QString text = given;
+    if (given == QLatin1String("-") && !zoTextFile::read(given, text))
+        return false;
+    zoBracketText brackets;
+    text = brackets.expanded(text);
+    if (brackets.hasError())
+        return refuse(tr("--hosts: %1").arg(brackets.error().reason));
     setup.hosts().setDefaultConfig();
-    setup.hosts().setHostString(hostsText);
-    QStringList hosts;
+    setup.hosts().setHostString(text);
     QSet<QString> known;
     for (zoHPCTreeItem* node : setup.hosts().getNodeItems()) {
         if (known.contains(node->hostName()))
-            return usageError(tr("--hosts: \"%1\" comes twice").arg(node->hostName()));
+            return refuse(tr("--hosts: \"%1\" comes twice").arg(node->hostName()));
         known.insert(node->hostName());
         if (node->items().empty())
-            hosts << node->hostName();
+            request.hosts << node->hostName();
     }
-    if (hosts.isEmpty())
-        return usageError(tr("--hosts: no host in \"%1\"").arg(value("hosts")));
+    if (request.hosts.isEmpty())
+        return refuse(tr("--hosts: no host in \"%1\"").arg(given));
+    return true;
+}
 
-    // Windows
-    std::vector<View> views;
-    const QStringList tiles = tileNames(*projection);
-    for (const QString& tileName : tiles) {
-        for (const char* eye : stereo->eyes)
-            views.push_back({tileName, QLatin1String(eye)});
-    }
-    const int viewCount = int(views.size());
-    if (hosts.size() < viewCount && viewCount % hosts.size() != 0)
-        return usageError(tr("--hosts: %1 windows do not spread evenly over %2 hosts")
-                              .arg(QString::number(viewCount), QString::number(hosts.size())));
-    const int screens = hosts.size() < viewCount ? viewCount / hosts.size() : 1;
+bool zoNewCommand::addWindows(const QCommandLineParser& parser, const Request& request,
+                              zoHPCDisplayItem& display) const
+{
+    const QList<zoHPCProjectionItem*> tiles = request.projection->children<zoHPCProjectionItem>();
+    const int windowCount = tiles.size() * int(request.stereo->eyes.size());
+    const int hostCount = request.hosts.size();
+    if (hostCount < windowCount && windowCount % hostCount != 0)
+        return refuse(tr("--hosts: %1 windows do not spread evenly over %2 hosts")
+                          .arg(QString::number(windowCount), QString::number(hostCount)));
+    const int screens = hostCount < windowCount ? windowCount / hostCount : 1;
     if (screens > 16)
-        return usageError(tr("--hosts: %1 screens on each host, 16 at most").arg(screens));
-    zoHPCDisplayItem display;
-    display.setEyeSeparation(eyeSeparation);
-    display.setBool(zoHPCDisplayItem::HardwareSync, value("stereo") == QLatin1String("quad-buffer"));
-    for (int i = 0; i < viewCount; ++i) {
-        auto* window = new zoHPCWindowItem;
-        display.addChild(window);
-        window->setRenderNode(hosts.at(i / screens));
-        window->setString(zoHPCWindowItem::Screen, QString::number(i % screens));
-        window->setInt(zoHPCWindowItem::Width, int(tile[0]));
-        window->setInt(zoHPCWindowItem::Height, int(tile[1]));
-        auto* viewport = new zoHPCViewportItem;
-        window->addChild(viewport);
-        viewport->setProjection(views[std::size_t(i)].projection);
-        viewport->setString(zoHPCViewportItem::Eye, views[std::size_t(i)].eye);
-    }
+        return refuse(tr("--hosts: %1 screens on each host, 16 at most").arg(screens));
 
+    display.setEyeSeparation(request.eyeSeparation);
+    display.setBool(zoHPCDisplayItem::HardwareSync,
+                    parser.value(QStringLiteral("stereo")) == QLatin1String("quad-buffer"));
+    int number = 0;
+    for (const zoHPCProjectionItem* tile : tiles) {
+        for (const char* eye : request.stereo->eyes) {
+            auto* window = new zoHPCWindowItem;
+            display.addChild(window);
+            window->setRenderNode(request.hosts.at(number / screens));
+            window->setString(zoHPCWindowItem::Screen, QString::number(number % screens));
+            window->setInt(zoHPCWindowItem::Width, int(request.tile[0]));
+            window->setInt(zoHPCWindowItem::Height, int(request.tile[1]));
+            auto* viewport = new zoHPCViewportItem;
+            window->addChild(viewport);
+            viewport->setProjection(tile->getString(zoHPCProjectionItem::Name));
+            viewport->setString(zoHPCViewportItem::Eye, QLatin1String(eye));
+            ++number;
+        }
+    }
+    return true;
+}
+
+bool zoNewCommand::write(const QCommandLineParser& parser, zoClusterSetup& setup,
+                         const zoHPCProjectionItem& projection, const zoHPCDisplayItem& display)
+{
     QDomDocument document = setup.document();
-    document.documentElement().appendChild(projection->toXML(document, QStringLiteral("projection")));
-    document.documentElement().appendChild(display.toXML(document, QStringLiteral("display")));
+    document.documentElement().appendChild(projection.toXML(document, zoClusterTags::Projection));
+    document.documentElement().appendChild(display.toXML(document, zoClusterTags::Display));
     // Once through the trees, so that the text is what a save writes.
     zoClusterSetup canonical;
     canonical.readDocument(document);
-    const QString output = parser.isSet(QStringLiteral("output")) ? value("output") : QStringLiteral("-");
-    return zoTextFile::write(output, canonical.text()) ? zoConsole::Fine : zoConsole::Unusable;
+    const QString output = parser.value(QStringLiteral("output"));
+    return zoTextFile::write(parser.isSet(QStringLiteral("output")) ? output : QStringLiteral("-"),
+                             canonical.text());
+}
+
+QString zoNewCommand::title(const QCommandLineParser& parser, const QString& fallback)
+{
+    const QString name = parser.value(QStringLiteral("name")).trimmed();
+    return name.isEmpty() ? fallback : name;
 }
