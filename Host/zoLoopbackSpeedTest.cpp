@@ -24,6 +24,38 @@ struct Connection
     std::unique_ptr<QTcpSocket> master;
     std::unique_ptr<QTcpSocket> node;
 };
+using Connections = std::vector<Connection>;
+
+// False when one cannot be made; `error` says why.
+bool connectNodes(Connections& connections, int count, QString& error)
+{
+    QTcpServer server;
+    server.setProxy(QNetworkProxy::NoProxy);
+    if (!server.listen(QHostAddress::LocalHost)) {
+        error = server.errorString();
+        return false;
+    }
+    for (int i = 0; i < count; ++i) {
+        Connection connection;
+        connection.master = std::make_unique<QTcpSocket>();
+        connection.master->setProxy(QNetworkProxy::NoProxy);
+        connection.master->connectToHost(server.serverAddress(), server.serverPort());
+        if (!connection.master->waitForConnected(TimeoutMs)) {
+            error = connection.master->errorString();
+            return false;
+        }
+        if (!server.hasPendingConnections() && !server.waitForNewConnection(TimeoutMs)) {
+            error = server.errorString();
+            return false;
+        }
+        connection.node.reset(server.nextPendingConnection());
+        connection.node->setParent(nullptr);
+        connection.master->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+        connection.node->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+        connections.push_back(std::move(connection));
+    }
+    return true;
+}
 
 // Moves one block from one end to the other and waits until all of it is there.
 bool transfer(QTcpSocket& from, QTcpSocket& to, const QByteArray& block, QByteArray& buffer)
@@ -45,6 +77,22 @@ qint64 perSecond(qint64 amount, qint64 nanoseconds)
 {
     return qint64(double(amount) * NanosecondsPerSecond / double(std::max<qint64>(nanoseconds, 1)));
 }
+
+// Round after round over all connections until a bound is reached; the rate, or -1 when a connection broke.
+template <class Transfer>
+qint64 rate(Connections& connections, qint64 perRound, qint64 bound, int milliseconds,
+            const Transfer& transferOne)
+{
+    QElapsedTimer timer;
+    timer.start();
+    qint64 amount = 0;
+    do {
+        if (!std::all_of(connections.begin(), connections.end(), transferOne))
+            return -1;
+        amount += perRound;
+    } while (amount < bound && timer.elapsed() < milliseconds);
+    return perSecond(amount, timer.nsecsElapsed());
+}
 } // namespace
 
 zoLoopbackSpeedTest::zoLoopbackSpeedTest(int nodeCount) : zoLoopbackSpeedTest(nodeCount, Limits()) {}
@@ -56,72 +104,26 @@ zoLoopbackSpeedTest::zoLoopbackSpeedTest(int nodeCount, const Limits& limits)
 
 QStringList zoLoopbackSpeedTest::run()
 {
-    QTcpServer server;
-    server.setProxy(QNetworkProxy::NoProxy);
-    if (!server.listen(QHostAddress::LocalHost)) {
-        m_error = server.errorString();
+    Connections connections;
+    if (!connectNodes(connections, m_connections, m_error))
         return {};
-    }
-    std::vector<Connection> connections;
-    for (int i = 0; i < m_connections; ++i) {
-        Connection connection;
-        connection.master = std::make_unique<QTcpSocket>();
-        connection.master->setProxy(QNetworkProxy::NoProxy);
-        connection.master->connectToHost(server.serverAddress(), server.serverPort());
-        if (!connection.master->waitForConnected(TimeoutMs)) {
-            m_error = connection.master->errorString();
-            return {};
-        }
-        if (!server.hasPendingConnections() && !server.waitForNewConnection(TimeoutMs)) {
-            m_error = server.errorString();
-            return {};
-        }
-        connection.node.reset(server.nextPendingConnection());
-        connection.node->setParent(nullptr);
-        connection.master->setSocketOption(QAbstractSocket::LowDelayOption, 1);
-        connection.node->setSocketOption(QAbstractSocket::LowDelayOption, 1);
-        connections.push_back(std::move(connection));
-    }
 
     const QByteArray block(ChunkSize, 'z');
     const QByteArray frame(FrameSize, 's');
     QByteArray buffer(ChunkSize, '\0');
-    // Round after round over all connections until a bound is reached; the rate, or -1 when a connection
-    // broke.
-    const auto rateOf = [this](qint64 perRound, qint64 bound, const auto& round) -> qint64 {
-        QElapsedTimer timer;
-        timer.start();
-        qint64 amount = 0;
-        do {
-            if (!round())
-                return -1;
-            amount += perRound;
-        } while (amount < bound && timer.elapsed() < m_limits.milliseconds);
-        return perSecond(amount, timer.nsecsElapsed());
-    };
-
-    const qint64 bytesPerRound = qint64(ChunkSize) * m_connections;
-    const auto sendRound = [&] {
-        return std::all_of(connections.begin(), connections.end(), [&](Connection& connection) {
-            return transfer(*connection.master, *connection.node, block, buffer);
-        });
-    };
-    const auto receiveRound = [&] {
-        return std::all_of(connections.begin(), connections.end(), [&](Connection& connection) {
-            return transfer(*connection.node, *connection.master, block, buffer);
-        });
-    };
+    const auto send = [&](Connection& c) { return transfer(*c.master, *c.node, block, buffer); };
+    const auto receive = [&](Connection& c) { return transfer(*c.node, *c.master, block, buffer); };
     // A frame is in step when every node got the mark and answered it.
-    const auto syncRound = [&] {
-        return std::all_of(connections.begin(), connections.end(), [&](Connection& connection) {
-            return transfer(*connection.master, *connection.node, frame, buffer) &&
-                   transfer(*connection.node, *connection.master, frame, buffer);
-        });
+    const auto synchronise = [&](Connection& c) {
+        return transfer(*c.master, *c.node, frame, buffer) && transfer(*c.node, *c.master, frame, buffer);
     };
 
-    const qint64 sent = rateOf(bytesPerRound, m_limits.bytes, sendRound);
-    const qint64 received = sent < 0 ? -1 : rateOf(bytesPerRound, m_limits.bytes, receiveRound);
-    const qint64 frames = received < 0 ? -1 : rateOf(1, m_limits.frames, syncRound);
+    const qint64 bytes = qint64(ChunkSize) * m_connections;
+    const int milliseconds = m_limits.milliseconds;
+    const qint64 sent = rate(connections, bytes, m_limits.bytes, milliseconds, send);
+    const qint64 received = sent < 0 ? -1 : rate(connections, bytes, m_limits.bytes, milliseconds, receive);
+    const qint64 frames =
+        received < 0 ? -1 : rate(connections, 1, m_limits.frames, milliseconds, synchronise);
     if (frames < 0) {
         m_error = QCoreApplication::translate("zoLoopbackSpeedTest", "a connection broke");
         return {};

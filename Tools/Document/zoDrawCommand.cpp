@@ -25,6 +25,16 @@ bool isFormat(const QString& format)
 }
 } // namespace
 
+// What was asked for.
+struct zoDrawCommand::Request
+{
+    QStringList outputs;
+    QString picture; // empty: the names of the outputs say
+    QString format;  // for standard output
+    QSize size;      // points
+    double scale;
+};
+
 QString zoDrawCommand::description() const
 {
     return tr("Draws a configuration as the layout preview shows it: the room with its projection planes "
@@ -63,65 +73,80 @@ void zoDrawCommand::addArguments(QCommandLineParser& parser) const
 
 int zoDrawCommand::execute(const QCommandLineParser& parser)
 {
-    const auto wrong = [&](const char* option, const QString& expected) {
-        return usageError(tr("--%1: \"%2\" is no %3")
-                              .arg(QLatin1String(option), parser.value(QLatin1String(option)), expected));
-    };
-    if (parser.positionalArguments().size() != 1)
-        return usageError(parser.positionalArguments().isEmpty() ? tr("no file given")
-                                                                 : tr("one file at a time"));
-    const QStringList outputs = parser.values(QStringLiteral("output"));
-    if (outputs.isEmpty())
-        return usageError(tr("--output is missing"));
-    static const QRegularExpression sizePattern(QStringLiteral("^([1-9][0-9]{0,4})x([1-9][0-9]{0,4})$"));
-    const QRegularExpressionMatch match = sizePattern.match(parser.value(QStringLiteral("size")));
-    if (!match.hasMatch())
-        return wrong("size", tr("size in points such as 1200x800"));
-    const QSize size(match.captured(1).toInt(), match.captured(2).toInt());
-    bool isNumber = false;
-    const double scale = parser.value(QStringLiteral("scale")).toDouble(&isNumber);
-    if (!isNumber || !(scale >= 0.1 && scale <= 16.0))
-        return wrong("scale", tr("number from 0.1 to 16"));
-    const QString which = parser.value(QStringLiteral("picture"));
-    if (!which.isEmpty() && which != QLatin1String("room") && which != QLatin1String("screens"))
-        return wrong("picture", tr("picture: room, screens"));
-    if (!isFormat(parser.value(QStringLiteral("format"))))
-        return wrong("format", tr("format: svg, png, pdf"));
-    for (const QString& output : outputs) {
-        if (output != QLatin1String("-") && !isFormat(QFileInfo(output).suffix().toLower()))
-            return usageError(tr("--output: \"%1\" does not end in .svg, .png or .pdf").arg(output));
-    }
-
+    Request request;
+    if (!read(parser, request))
+        return zoConsole::Unusable;
     zoClusterSetup setup;
     if (!setup.readFile(parser.positionalArguments().constFirst()))
         return zoConsole::Unusable;
     const zoHPCLayout layout(setup.displays().getProjectionItems(), setup.displays().getWindowItems(),
                              setup.hosts().master());
-    for (const QString& output : outputs) {
-        const bool hasScreens = which.isEmpty()
-                                    ? QFileInfo(output).fileName().contains(QLatin1String("screens"))
-                                    : which == QLatin1String("screens");
-        zoHPCRoomPicture room;
-        zoHPCScreensPicture screens;
-        const QRectF area(QPointF(0.0, 0.0), size);
-        if (hasScreens) {
-            screens.setLayout(layout);
-            screens.fit(area);
-        } else {
-            room.setLayout(layout);
-            room.fit(area);
-        }
-        const zoHPCPicture& picture = hasScreens ? static_cast<const zoHPCPicture&>(screens) : room;
-        if (output == QLatin1String("-")) {
-            QBuffer buffer;
-            buffer.open(QIODevice::WriteOnly);
-            if (!zoHPCPictureFile::write(picture, buffer, parser.value(QStringLiteral("format")), size,
-                                         QPalette(), scale) ||
-                !zoConsole::write(buffer.data()))
-                return zoConsole::Unusable;
-        } else if (!zoHPCPictureFile::save(picture, output, size, QPalette(), scale)) {
-            return zoConsole::Unusable; // told in the log
-        }
+    for (const QString& output : request.outputs) {
+        if (!draw(layout, output, request))
+            return zoConsole::Unusable;
     }
     return zoConsole::Fine;
+}
+
+bool zoDrawCommand::read(const QCommandLineParser& parser, Request& request) const
+{
+    const auto refuse = [&](const QString& reason) {
+        usageError(reason);
+        return false;
+    };
+    const auto refuseValue = [&](const QString& option, const QString& expected) {
+        return refuse(tr("--%1: \"%2\" is no %3").arg(option, parser.value(option), expected));
+    };
+    if (parser.positionalArguments().size() != 1)
+        return refuse(parser.positionalArguments().isEmpty() ? tr("no file given")
+                                                             : tr("one file at a time"));
+    request.outputs = parser.values(QStringLiteral("output"));
+    if (request.outputs.isEmpty())
+        return refuse(tr("--output is missing"));
+    static const QRegularExpression sizePattern(QStringLiteral("^([1-9][0-9]{0,4})x([1-9][0-9]{0,4})$"));
+    const QRegularExpressionMatch match = sizePattern.match(parser.value(QStringLiteral("size")));
+    if (!match.hasMatch())
+        return refuseValue(QStringLiteral("size"), tr("size in points such as 1200x800"));
+    request.size = QSize(match.captured(1).toInt(), match.captured(2).toInt());
+    bool isNumber = false;
+    request.scale = parser.value(QStringLiteral("scale")).toDouble(&isNumber);
+    if (!isNumber || !(request.scale >= 0.1 && request.scale <= 16.0))
+        return refuseValue(QStringLiteral("scale"), tr("number from 0.1 to 16"));
+    request.picture = parser.value(QStringLiteral("picture"));
+    if (!request.picture.isEmpty() && request.picture != QLatin1String("room") &&
+        request.picture != QLatin1String("screens"))
+        return refuseValue(QStringLiteral("picture"), tr("picture: room, screens"));
+    request.format = parser.value(QStringLiteral("format"));
+    if (!isFormat(request.format))
+        return refuseValue(QStringLiteral("format"), tr("format: svg, png, pdf"));
+    for (const QString& output : qAsConst(request.outputs)) {
+        if (output != QLatin1String("-") && !isFormat(QFileInfo(output).suffix().toLower()))
+            return refuse(tr("--output: \"%1\" does not end in .svg, .png or .pdf").arg(output));
+    }
+    return true;
+}
+
+bool zoDrawCommand::draw(const zoHPCLayout& layout, const QString& output, const Request& request)
+{
+    const bool hasScreens = request.picture.isEmpty()
+                                ? QFileInfo(output).fileName().contains(QLatin1String("screens"))
+                                : request.picture == QLatin1String("screens");
+    zoHPCRoomPicture room;
+    zoHPCScreensPicture screens;
+    const QRectF area(QPointF(0.0, 0.0), request.size);
+    if (hasScreens) {
+        screens.setLayout(layout);
+        screens.fit(area);
+    } else {
+        room.setLayout(layout);
+        room.fit(area);
+    }
+    const zoHPCPicture& picture = hasScreens ? static_cast<const zoHPCPicture&>(screens) : room;
+    if (output != QLatin1String("-"))
+        return zoHPCPictureFile::save(picture, output, request.size, QPalette(), request.scale);
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    return zoHPCPictureFile::write(picture, buffer, request.format, request.size, QPalette(),
+                                   request.scale) &&
+           zoConsole::write(buffer.data());
 }

@@ -4,6 +4,10 @@
 #include <QSet>
 #include <QStringList>
 
+#include <algorithm>
+#include <iterator>
+#include <vector>
+
 namespace
 {
 // Enough for a micrometre; engines read single precision.
@@ -108,6 +112,131 @@ QStringList ordered(const std::vector<zoRenderSetup::Picture>& pictures, Key key
     }
     return result;
 }
+// The configuration for an Equalizer server: where pictures are drawn (nodes, pipes, windows, channels), then
+// what they show (a canvas for each wall).
+class EqualizerFile
+{
+public:
+    explicit EqualizerFile(const zoRenderSetup& setup) : m_pictures(setup.pictures())
+    {
+        UniqueNames names;
+        m_channels.reserve(m_pictures.size());
+        for (const Picture& picture : m_pictures)
+            m_channels.push_back(names.add(picture.projection));
+
+        m_writer.open("server");
+        m_writer.open("config");
+        m_writer.line(
+            QStringLiteral("attributes { eye_base %1 }").arg(number(setup.eyeSeparation() / 1000.0)));
+        const QStringList hosts = ordered(m_pictures, [](const Picture& p) { return p.host; });
+        for (const QString& host : hosts)
+            writeNode(host);
+        m_writer.line(QStringLiteral("observer { }"));
+        UniqueNames wallNames;
+        const QStringList walls = ordered(m_pictures, [](const Picture& p) { return p.wall; });
+        for (const QString& wall : walls)
+            writeCanvas(wall, quoted(wallNames.add(wall)));
+        m_writer.close();
+        m_writer.close();
+    }
+
+    const QByteArray& text() const { return m_writer.text(); }
+
+private:
+    using Picture = zoRenderSetup::Picture;
+
+    void writeNode(const QString& host)
+    {
+        m_writer.open("node");
+        m_writer.line(QStringLiteral("name %1").arg(quoted(plain(host))));
+        m_writer.line(QStringLiteral("connection { hostname %1 }").arg(quoted(plain(host))));
+        std::vector<Picture> ofHost;
+        std::copy_if(m_pictures.begin(), m_pictures.end(), std::back_inserter(ofHost),
+                     [&](const Picture& p) { return p.host == host; });
+        const QStringList screens =
+            ordered(ofHost, [](const Picture& p) { return QString::number(p.screen); });
+        for (const QString& screen : screens)
+            writePipe(host, screen.toInt());
+        m_writer.close();
+    }
+
+    void writePipe(const QString& host, int screen)
+    {
+        m_writer.open("pipe");
+        if (screen >= 0)
+            m_writer.line(QStringLiteral("device %1").arg(screen));
+        int window = -1;
+        for (std::size_t i = 0; i < m_pictures.size(); ++i) {
+            const Picture& picture = m_pictures[i];
+            if (picture.host != host || picture.screen != screen)
+                continue;
+            if (picture.window != window) {
+                if (window >= 0)
+                    m_writer.close();
+                window = picture.window;
+                openWindow(picture);
+            }
+            writeChannel(picture, m_channels[i]);
+        }
+        if (window >= 0)
+            m_writer.close();
+        m_writer.close();
+    }
+
+    void openWindow(const Picture& picture)
+    {
+        m_writer.open("window");
+        m_writer.line(
+            QStringLiteral("name %1").arg(quoted(QStringLiteral("window %1").arg(picture.window + 1))));
+        m_writer.line(QStringLiteral("viewport %1").arg(rectangle(picture.windowGeometry)));
+        if (picture.isFullScreen)
+            m_writer.line(QStringLiteral("attributes { hint_fullscreen ON }"));
+    }
+
+    void writeChannel(const Picture& picture, const QString& name)
+    {
+        m_writer.open("channel");
+        m_writer.line(QStringLiteral("name %1").arg(quoted(name)));
+        // Counted from the lower left corner.
+        const QRectF& area = picture.area;
+        m_writer.line(QStringLiteral("viewport %1")
+                          .arg(rectangle({area.x(), 1.0 - area.bottom(), area.width(), area.height()})));
+        m_writer.close();
+    }
+
+    void writeCanvas(const QString& wall, const QString& name)
+    {
+        m_writer.open("layout");
+        m_writer.line(QStringLiteral("name %1").arg(name));
+        m_writer.line(QStringLiteral("view { }"));
+        m_writer.close();
+        m_writer.open("canvas");
+        m_writer.line(QStringLiteral("name %1").arg(name));
+        m_writer.line(QStringLiteral("layout %1").arg(name));
+        for (std::size_t i = 0; i < m_pictures.size(); ++i) {
+            if (m_pictures[i].wall == wall)
+                writeSegment(m_pictures[i], m_channels[i]);
+        }
+        m_writer.close();
+    }
+
+    void writeSegment(const Picture& picture, const QString& channel)
+    {
+        m_writer.open("segment");
+        m_writer.line(QStringLiteral("channel %1").arg(quoted(channel)));
+        m_writer.line(QStringLiteral("viewport %1").arg(rectangle(picture.part)));
+        m_writer.open("wall");
+        m_writer.line(QStringLiteral("bottom_left [ %1 ]").arg(metres(picture.plane.lowerLeft)));
+        m_writer.line(QStringLiteral("bottom_right [ %1 ]").arg(metres(picture.plane.lowerRight)));
+        m_writer.line(QStringLiteral("top_left [ %1 ]").arg(metres(picture.plane.upperLeft())));
+        m_writer.close();
+        m_writer.close();
+    }
+
+    const std::vector<Picture>& m_pictures; // not owned
+    std::vector<QString> m_channels;        // the name of each picture
+    BraceWriter m_writer;
+};
 } // namespace
 
 QByteArray zoEngineFiles::paraView(const zoRenderSetup& setup)
@@ -144,94 +273,5 @@ QByteArray zoEngineFiles::paraView(const zoRenderSetup& setup)
 
 QByteArray zoEngineFiles::equalizer(const zoRenderSetup& setup)
 {
-    const std::vector<zoRenderSetup::Picture>& pictures = setup.pictures();
-    std::vector<QString> channels;
-    channels.reserve(pictures.size());
-    UniqueNames names;
-    for (const zoRenderSetup::Picture& picture : pictures)
-        channels.push_back(names.add(picture.projection));
-
-    BraceWriter writer;
-    writer.open("server");
-    writer.open("config");
-    writer.line(QStringLiteral("attributes { eye_base %1 }").arg(number(setup.eyeSeparation() / 1000.0)));
-    const QStringList hosts = ordered(pictures, [](const zoRenderSetup::Picture& p) { return p.host; });
-    for (const QString& host : hosts) {
-        writer.open("node");
-        writer.line(QStringLiteral("name %1").arg(quoted(plain(host))));
-        writer.line(QStringLiteral("connection { hostname %1 }").arg(quoted(plain(host))));
-        std::vector<zoRenderSetup::Picture> ofHost;
-        for (const zoRenderSetup::Picture& picture : pictures) {
-            if (picture.host == host)
-                ofHost.push_back(picture);
-        }
-        const QStringList screens =
-            ordered(ofHost, [](const zoRenderSetup::Picture& p) { return QString::number(p.screen); });
-        for (const QString& screen : screens) {
-            writer.open("pipe");
-            if (screen.toInt() >= 0)
-                writer.line(QStringLiteral("device %1").arg(screen));
-            int window = -1;
-            for (std::size_t i = 0; i < pictures.size(); ++i) {
-                const zoRenderSetup::Picture& picture = pictures[i];
-                if (picture.host != host || QString::number(picture.screen) != screen)
-                    continue;
-                if (picture.window != window) {
-                    if (window >= 0)
-                        writer.close();
-                    window = picture.window;
-                    writer.open("window");
-                    writer.line(
-                        QStringLiteral("name %1").arg(quoted(QStringLiteral("window %1").arg(window + 1))));
-                    writer.line(QStringLiteral("viewport %1").arg(rectangle(picture.windowGeometry)));
-                    if (picture.isFullScreen)
-                        writer.line(QStringLiteral("attributes { hint_fullscreen ON }"));
-                }
-                writer.open("channel");
-                writer.line(QStringLiteral("name %1").arg(quoted(channels[i])));
-                // Counted from the lower left corner.
-                const QRectF& area = picture.area;
-                writer.line(
-                    QStringLiteral("viewport %1")
-                        .arg(rectangle({area.x(), 1.0 - area.bottom(), area.width(), area.height()})));
-                writer.close();
-            }
-            if (window >= 0)
-                writer.close();
-            writer.close();
-        }
-        writer.close();
-    }
-
-    writer.line(QStringLiteral("observer { }"));
-    UniqueNames walls;
-    const QStringList wallNames = ordered(pictures, [](const zoRenderSetup::Picture& p) { return p.wall; });
-    for (const QString& wall : wallNames) {
-        const QString name = quoted(walls.add(wall));
-        writer.open("layout");
-        writer.line(QStringLiteral("name %1").arg(name));
-        writer.line(QStringLiteral("view { }"));
-        writer.close();
-        writer.open("canvas");
-        writer.line(QStringLiteral("name %1").arg(name));
-        writer.line(QStringLiteral("layout %1").arg(name));
-        for (std::size_t i = 0; i < pictures.size(); ++i) {
-            const zoRenderSetup::Picture& picture = pictures[i];
-            if (picture.wall != wall)
-                continue;
-            writer.open("segment");
-            writer.line(QStringLiteral("channel %1").arg(quoted(channels[i])));
-            writer.line(QStringLiteral("viewport %1").arg(rectangle(picture.part)));
-            writer.open("wall");
-            writer.line(QStringLiteral("bottom_left [ %1 ]").arg(metres(picture.plane.lowerLeft)));
-            writer.line(QStringLiteral("bottom_right [ %1 ]").arg(metres(picture.plane.lowerRight)));
-            writer.line(QStringLiteral("top_left [ %1 ]").arg(metres(picture.plane.upperLeft())));
-            writer.close();
-            writer.close();
-        }
-        writer.close();
-    }
-    writer.close();
-    writer.close();
-    return writer.text();
+    return EqualizerFile(setup).text();
 }
