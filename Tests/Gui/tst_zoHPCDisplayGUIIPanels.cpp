@@ -178,7 +178,7 @@ void tst_zoHPCDisplayGUIIPanels::comboHoldsTheTable_data()
         }
         QTest::newRow(name) << text(combo) << texts << values;
     };
-    add("types", "m_type", zoHPCDisplayTables::ProjectionTypes);
+    add("types", "m_type", zoHPCProjectionType::all());
     add("positions", "m_position", zoHPCDisplayTables::Positions);
     add("eyes", "m_eye", zoHPCDisplayTables::Eyes);
     add("screens", "m_screen", zoHPCDisplayTables::Screens);
@@ -575,7 +575,7 @@ void tst_zoHPCDisplayGUIIPanels::eyesAreNamed_data()
 {
     QTest::addColumn<QString>("shown");
 
-    for (const zoHPCDisplayTables::ComboRow& row : zoHPCDisplayTables::Eyes) {
+    for (const zoHPCDisplayTables::StereoMode& row : zoHPCDisplayTables::Eyes) {
         const QString value = text(row.value);
         const bool one = value == text("left") || value == text("right");
         QTest::newRow(row.value) << (one ? QString() : value == text("mono") ? text("Mono") : text("Both"));

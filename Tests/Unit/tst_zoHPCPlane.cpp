@@ -13,6 +13,7 @@ class tst_zoHPCPlane final : public zoTestCase
 
 private slots:
     void wallInFrontReadsFromTheViewersSide();
+    void facingPlaneIsCentredOnTheAxis();
     void swappedCornersTurnThePlaneRound();
     void fourthCornerCompletesTheParallelogram();
     void partIsCutOutByFractions();
@@ -39,6 +40,16 @@ void tst_zoHPCPlane::wallInFrontReadsFromTheViewersSide()
     QCOMPARE(plane.height(), 2000.0);
     QCOMPARE(plane.normal().z, 1.0);
     QCOMPARE(plane.distanceInFront(Point3()), 1500.0);
+}
+
+void tst_zoHPCPlane::facingPlaneIsCentredOnTheAxis()
+{
+    const zoHPCPlane plane = zoHPCPlane::facing(3000.0, 2000.0, 1500.0);
+
+    const zoHPCPlane byHand = frontWall();
+    QCOMPARE(length(plane.lowerLeft - byHand.lowerLeft), 0.0);
+    QCOMPARE(length(plane.lowerRight - byHand.lowerRight), 0.0);
+    QCOMPARE(length(plane.upperRight - byHand.upperRight), 0.0);
 }
 
 void tst_zoHPCPlane::swappedCornersTurnThePlaneRound()

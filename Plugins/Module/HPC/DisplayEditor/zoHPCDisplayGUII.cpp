@@ -288,7 +288,7 @@ void zoHPCDisplayGUII::setZeroParallax(float distance)
         QList<zoHPCProjectionItem*> walls;
         const QList<zoHPCProjectionItem*> projections = getProjectionItems();
         for (zoHPCProjectionItem* projection : projections) {
-            if (projection->projectionType() == QLatin1String("wall"))
+            if (projection->kind() == zoHPCProjectionType::Kind::Wall)
                 walls.append(projection);
         }
         // From the last: a wall inside a wall goes when the outer one lays out its tiles.
@@ -431,7 +431,7 @@ void zoHPCDisplayGUII::addProjection()
 {
     if (m_running)
         return;
-    auto* projection = new zoHPCProjectionItem(getUniqueProjectionName(), QString::fromLatin1("wall"));
+    auto* projection = new zoHPCProjectionItem(getUniqueProjectionName(), zoHPCProjectionType::Kind::Wall);
     m_projectionTree->addTopLevelItem(projection);
     m_projectionTree->setCurrentItem(projection);
 }
@@ -614,16 +614,12 @@ void zoHPCDisplayGUII::setProjectionType()
 
 void zoHPCDisplayGUII::updateTiledVsibility()
 {
-    static constexpr zoHPCDisplayTables::ProjectionType UNKNOWN{"",    "",    "",    "",    false, false,
-                                                                false, false, false, false, false, false};
-    const int row = m_type->currentIndex();
-    const zoHPCDisplayTables::ProjectionType& type =
-        row >= 0 ? zoHPCDisplayTables::ProjectionTypes[row] : UNKNOWN;
+    const zoHPCProjectionType& type = zoHPCProjectionType::of(m_type->currentData().toString());
 
     m_tileLayoutGroup->setVisible(type.tileLayout);
     for (QWidget* widget : std::initializer_list<QWidget*>{m_rowLabel, m_row, m_columnLabel, m_column})
         widget->setVisible(type.tilePlace);
-    m_overlapUnit->setText(row >= 0 ? tr(type.overlapUnit) : QString());
+    m_overlapUnit->setText(*type.overlapUnit ? tr(type.overlapUnit) : QString());
     m_areaGroup->setVisible(type.area);
     m_cornersGroup->setVisible(type.corners);
     for (QWidget* widget :
@@ -690,14 +686,14 @@ void zoHPCDisplayGUII::keyPressEvent(QKeyEvent* event)
 
 void zoHPCDisplayGUII::fillCombos()
 {
-    for (const zoHPCDisplayTables::ProjectionType& type : zoHPCDisplayTables::ProjectionTypes)
-        m_type->addItem(icon(type.icon), tr(type.text), QString::fromLatin1(type.value));
-    const auto fill = [](QComboBox* combo, const zoHPCDisplayTables::ComboRow& row) {
+    for (const zoHPCProjectionType& type : zoHPCProjectionType::all())
+        m_type->addItem(icon(type.choiceIcon), tr(type.text), QString::fromLatin1(type.value));
+    const auto fill = [](QComboBox* combo, const auto& row) {
         combo->addItem(tr(row.text), QString::fromLatin1(row.value));
     };
-    for (const zoHPCDisplayTables::ComboRow& row : zoHPCDisplayTables::Positions)
+    for (const zoHPCDisplayTables::Position& row : zoHPCDisplayTables::Positions)
         fill(m_position, row);
-    for (const zoHPCDisplayTables::ComboRow& row : zoHPCDisplayTables::Eyes)
+    for (const zoHPCDisplayTables::StereoMode& row : zoHPCDisplayTables::Eyes)
         fill(m_eye, row);
     for (const zoHPCDisplayTables::ComboRow& row : zoHPCDisplayTables::Screens)
         fill(m_screen, row);
@@ -1111,11 +1107,13 @@ void zoHPCDisplayGUII::showPixels()
 
 void zoHPCDisplayGUII::showEyes()
 {
-    const QString eye = m_eye->currentData().toString();
-    if (m_eye->currentIndex() < 0 || eye == QLatin1String("left") || eye == QLatin1String("right"))
+    using Eyes = zoHPCDisplayTables::StereoMode::Eyes;
+    const zoHPCDisplayTables::StereoMode* const mode =
+        zoHPCDisplayTables::stereoMode(m_eye->currentData().toString());
+    if (!mode || mode->eyes == Eyes::Left || mode->eyes == Eyes::Right)
         m_eyesShown->clear();
     else
-        m_eyesShown->setText(eye == QLatin1String("mono") ? tr("Mono") : tr("Both"));
+        m_eyesShown->setText(mode->eyes == Eyes::Mono ? tr("Mono") : tr("Both"));
 }
 
 zoHPCProjectionItem* zoHPCDisplayGUII::currentProjection() const

@@ -2,6 +2,7 @@
 
 #include "zoHPCWindowItem.h"
 
+#include <zoClusterTags.h>
 #include <zoLog.h>
 
 #include <QDomDocument>
@@ -39,7 +40,7 @@ void zoHPCDisplayItem::setEyeSeparation(double separation)
 
 void zoHPCDisplayItem::update()
 {
-    // Displays bear no number; the blank before its place stays.
+    // Displays have no number; the blank before its place stays.
     setString(Text, tr("Display %1").arg(QString()));
 }
 
@@ -49,7 +50,7 @@ QDomElement zoHPCDisplayItem::toXML(QDomDocument& document, const QString& tagNa
     const QList<zoHPCWindowItem*> windows = children<zoHPCWindowItem>();
     for (const zoHPCWindowItem* window : windows) {
         if (window)
-            element.appendChild(window->toXML(document, QString::fromLatin1("window")));
+            element.appendChild(window->toXML(document, zoClusterTags::Window));
     }
     return element;
 }
@@ -70,10 +71,10 @@ void zoHPCDisplayItem::fromXML(const QDomElement& element)
     walk(
         element,
         [&](const QDomElement& entered) {
-            if (entered.tagName() == QLatin1String("window")) {
+            if (entered.tagName() == zoClusterTags::Window) {
                 around.append(found.size());
                 found.append({entered, {}});
-            } else if (entered.tagName() == QLatin1String("viewport")) {
+            } else if (entered.tagName() == zoClusterTags::Viewport) {
                 viewports += around.size();
                 if (viewports > MaximumViewports)
                     return false;
@@ -83,7 +84,7 @@ void zoHPCDisplayItem::fromXML(const QDomElement& element)
             return true;
         },
         [&](const QDomElement& left) {
-            if (left.tagName() == QLatin1String("window"))
+            if (left.tagName() == zoClusterTags::Window)
                 around.removeLast();
         });
     if (viewports > MaximumViewports) {
@@ -112,7 +113,7 @@ zoHPCDisplayItem* zoHPCDisplayItem::clone()
 {
     QDomDocument document;
     auto copy = std::make_unique<zoHPCDisplayItem>();
-    copy->fromXML(toXML(document, QString::fromLatin1("display")));
+    copy->fromXML(toXML(document, zoClusterTags::Display));
     return copy.release();
 }
 

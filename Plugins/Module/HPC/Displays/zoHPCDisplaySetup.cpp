@@ -98,7 +98,7 @@ void zoHPCDisplaySetup::correctWrongRows()
     QHash<QString, QString> renamed;
     for (int i = 0; i < m_projectionRoot->childCount(); ++i) {
         const auto* wall = dynamic_cast<zoHPCProjectionItem*>(m_projectionRoot->child(i));
-        if (!wall || wall->projectionType() != QLatin1String("wall"))
+        if (!wall || wall->kind() != zoHPCProjectionType::Kind::Wall)
             continue;
         const int rows = wall->getInt(zoHPCProjectionItem::Rows);
         if (rows < 2)
@@ -190,7 +190,7 @@ void zoHPCDisplaySetup::read(const QDomDocument& document)
     for (QDomElement element = root.firstChildElement(projectionTag); !element.isNull();
          element = element.nextSiblingElement(projectionTag)) {
         auto projection =
-            std::make_unique<zoHPCProjectionItem>(QString::fromLatin1(""), QString::fromLatin1("wall"));
+            std::make_unique<zoHPCProjectionItem>(QString::fromLatin1(""), zoHPCProjectionType::Kind::Wall);
         projection->fromXML(element);
         projections.append(projection.release());
     }

@@ -1,9 +1,10 @@
 #pragma once
 
+#include <QLatin1String>
+#include <QString>
 #include <QtGlobal>
 
-// Rows of the combo boxes of the display-setup dialog and what its panels show, in the order of the dialog.
-// Texts are translated in the context of zoHPCDisplayGUII.
+// What viewports and windows may hold, as the combo boxes of the display-setup dialog offer it. Texts are translated in the context of zoHPCDisplayGUII.
 namespace zoHPCDisplayTables
 {
 struct ComboRow
@@ -12,59 +13,65 @@ struct ComboRow
     const char* value; // what the item holds
 };
 
-// The types of projections and the parameters that each has.
-struct ProjectionType
+// Where a viewport lies in its window, in fractions from the lower left corner.
+struct Position
 {
     const char* text;
     const char* value;
-    const char* icon;
-    const char* overlapUnit;
-    bool tilePlace;  // row and column of the tile itself
-    bool tileLayout; // rows, columns, overlap
-    bool area;
-    bool corners;
-    bool cave;
-    bool distance;
-    bool rightOffset;
-    bool edges; // blend widths of its own
+    bool isPreset; // without one the viewport keeps its own rectangle
+    double x1, y1, x2, y2;
 };
 
-inline constexpr ProjectionType ProjectionTypes[] = {
-    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Wall (No head tracking)"), "wall",
-     "Iconset/TiledWallOnNormal.svg", QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "[pixel]"), false, true, false,
-     false, false, true, true, false},
-    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Power Wall"), "powerwall", "Iconset/ProjectionOnNormal.svg",
-     QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "[mm]"), false, true, true, false, false, true, true, false},
-    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Cave"), "cave", "Iconset/CaveOnNormal.svg",
-     QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "[mm]"), false, true, false, false, true, false, false, false},
-    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Plane"), "plane", "Iconset/ProjectionOnNormal.svg",
-     QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "[mm]"), false, false, false, true, false, false, false, true},
-    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Tile"), "tile", "Iconset/WallTileOnNormal.svg",
-     QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "[mm]"), true, true, false, false, false, true, true, false},
+// A way in which a viewport serves the two eyes.
+struct StereoMode
+{
+    enum class Eyes { Mono, Left, Right, Both };
+
+    const char* text;
+    const char* value;
+    Eyes eyes;
 };
 
-inline constexpr ComboRow Positions[] = {
-    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Whole window"), "fill"},
-    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Left"), "left"},
-    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Right"), "right"},
-    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Top"), "top"},
-    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Bottom"), "bottom"},
-    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Custom"), "custom"},
+inline constexpr Position Positions[] = {
+    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Whole window"), "fill", true, 0.0, 0.0, 1.0, 1.0},
+    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Left"), "left", true, 0.0, 0.0, 0.5, 1.0},
+    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Right"), "right", true, 0.5, 0.0, 1.0, 1.0},
+    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Top"), "top", true, 0.0, 0.5, 1.0, 1.0},
+    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Bottom"), "bottom", true, 0.0, 0.0, 1.0, 0.5},
+    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Custom"), "custom", false, 0.0, 0.0, 1.0, 1.0},
 };
 
-inline constexpr ComboRow Eyes[] = {
-    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Disabled"), "mono"},
-    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Left"), "left"},
-    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Right"), "right"},
-    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Double Buffered"), "stereo"},
-    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Horizontal Interlaced"), "horizontalinterlaced"},
-    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Vertical Interlaced"), "verticalinterlaced"},
-    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Left/Right Split"), "splitleftright"},
-    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Top/Bottom Split"), "splitbottomtop"},
-    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Red/Cyan"), "redcyan"},
-    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Blue/Yellow"), "blueyellow"},
-    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Green/Magenta"), "greenmagenta"},
+inline constexpr StereoMode Eyes[] = {
+    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Disabled"), "mono", StereoMode::Eyes::Mono},
+    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Left"), "left", StereoMode::Eyes::Left},
+    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Right"), "right", StereoMode::Eyes::Right},
+    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Double Buffered"), "stereo", StereoMode::Eyes::Both},
+    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Horizontal Interlaced"), "horizontalinterlaced",
+     StereoMode::Eyes::Both},
+    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Vertical Interlaced"), "verticalinterlaced",
+     StereoMode::Eyes::Both},
+    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Left/Right Split"), "splitleftright", StereoMode::Eyes::Both},
+    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Top/Bottom Split"), "splitbottomtop", StereoMode::Eyes::Both},
+    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Red/Cyan"), "redcyan", StereoMode::Eyes::Both},
+    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Blue/Yellow"), "blueyellow", StereoMode::Eyes::Both},
+    {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Green/Magenta"), "greenmagenta", StereoMode::Eyes::Both},
 };
+
+// Null for a value that is none of the modes.
+inline const StereoMode* stereoMode(const QString& value)
+{
+    for (const StereoMode& mode : Eyes) {
+        if (value == QLatin1String(mode.value))
+            return &mode;
+    }
+    return nullptr;
+}
+
+inline bool isForOneEye(const QString& value)
+{
+    const StereoMode* const mode = stereoMode(value);
+    return mode && (mode->eyes == StereoMode::Eyes::Left || mode->eyes == StereoMode::Eyes::Right);
+}
 
 // The screens of a node are counted from 1 in the dialog and from 0 in documents.
 inline constexpr ComboRow Screens[] = {

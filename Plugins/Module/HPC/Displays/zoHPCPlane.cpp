@@ -20,21 +20,17 @@ void pointToItem(zoHPCProjectionItem& item, int column, const Point3& point)
 }
 } // namespace
 
-double length(const Point3& a)
-{
-    return std::sqrt(dot(a, a));
-}
-
-Point3 unit(const Point3& a)
-{
-    const double l = length(a);
-    return l > 0.0 ? (1.0 / l) * a : a;
-}
-
 zoHPCPlane::zoHPCPlane(const Point3& lowerLeftCorner, const Point3& lowerRightCorner,
                        const Point3& upperRightCorner)
     : lowerLeft(lowerLeftCorner), lowerRight(lowerRightCorner), upperRight(upperRightCorner)
 {
+}
+
+zoHPCPlane zoHPCPlane::facing(double width, double height, double distance)
+{
+    const double x = width / 2;
+    const double y = height / 2;
+    return {{-x, -y, -distance}, {x, -y, -distance}, {x, y, -distance}};
 }
 
 zoHPCPlane zoHPCPlane::fromItem(const zoHPCProjectionItem& item)

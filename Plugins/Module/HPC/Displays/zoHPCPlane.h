@@ -1,35 +1,7 @@
 #pragma once
 
+#include "Point3.h"
 #include "zoHPCProjectionItem.h"
-
-inline Point3 operator+(const Point3& a, const Point3& b)
-{
-    return {a.x + b.x, a.y + b.y, a.z + b.z};
-}
-
-inline Point3 operator-(const Point3& a, const Point3& b)
-{
-    return {a.x - b.x, a.y - b.y, a.z - b.z};
-}
-
-inline Point3 operator*(double factor, const Point3& a)
-{
-    return {factor * a.x, factor * a.y, factor * a.z};
-}
-
-inline double dot(const Point3& a, const Point3& b)
-{
-    return a.x * b.x + a.y * b.y + a.z * b.z;
-}
-
-inline Point3 cross(const Point3& a, const Point3& b)
-{
-    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
-}
-
-double length(const Point3& a);
-// A vector without length stays as it is.
-Point3 unit(const Point3& a);
 
 // A projection plane by three of its corners, in millimetres; the fourth completes the parallelogram.
 class zoHPCPlane final
@@ -38,6 +10,8 @@ public:
     zoHPCPlane() = default;
     zoHPCPlane(const Point3& lowerLeftCorner, const Point3& lowerRightCorner, const Point3& upperRightCorner);
 
+    // Upright, straight in front of the viewer and centred on the axis.
+    static zoHPCPlane facing(double width, double height, double distance);
     // Corners of a projection of type "plane".
     static zoHPCPlane fromItem(const zoHPCProjectionItem& item);
     void toItem(zoHPCProjectionItem& item) const;
@@ -55,7 +29,7 @@ public:
     // The part between these fractions.
     zoHPCPlane part(double s1, double t1, double s2, double t2) const;
 
-    // No area: corners that coincide or lie on one line, or that are no numbers.
+    // No area: corners that coincide or lie on one line, or that are not numbers.
     bool isDegenerate() const;
     // By how much the corner at the lower right differs from a right angle, in degrees.
     double skew() const;

@@ -1,5 +1,8 @@
 #include "zoHPCProjectionItem.h"
 
+#include "zoHPCPlane.h"
+
+#include <zoClusterTags.h>
 #include <zoIconManager.h>
 #include <zoLog.h>
 
@@ -8,65 +11,19 @@
 #include <QIcon>
 #include <QUuid>
 
-#include <cmath>
+#include <map>
 #include <memory>
 
 namespace
 {
-Point3 operator+(const Point3& a, const Point3& b)
-{
-    return {a.x + b.x, a.y + b.y, a.z + b.z};
-}
+using Kind = zoHPCProjectionType::Kind;
 
-Point3 operator-(const Point3& a, const Point3& b)
+// Not unit(): planes at the limit, which is the single-precision value, and their rounding come out as they
+// always did.
+Point3 direction(const Point3& a, double length)
 {
-    return {a.x - b.x, a.y - b.y, a.z - b.z};
-}
-
-Point3 operator*(double factor, const Point3& a)
-{
-    return {factor * a.x, factor * a.y, factor * a.z};
-}
-
-double length(const Point3& a)
-{
-    return std::sqrt(a.x * a.x + a.y * a.y + a.z * a.z);
-}
-
-// A vector without length stays as it is.
-Point3 unit(const Point3& a, double length)
-{
-    // The limit is the single-precision value: planes at the limit come out as they always did.
     const double divisor = length < static_cast<double>(1e-6F) ? 1.0 : length;
     return {a.x / divisor, a.y / divisor, a.z / divisor};
-}
-
-const QIcon& projectionIcon()
-{
-    static const QIcon icon =
-        zoIconManager::getIcon(QString::fromLatin1("Iconset/ProjectionOnNormal.svg"), QString());
-    return icon;
-}
-
-const QIcon& tiledWallIcon()
-{
-    static const QIcon icon =
-        zoIconManager::getIcon(QString::fromLatin1("Iconset/TiledWallOnNormal.svg"), QString());
-    return icon;
-}
-
-const QIcon& caveIcon()
-{
-    static const QIcon icon =
-        zoIconManager::getIcon(QString::fromLatin1("Iconset/CaveOnNormal.svg"), QString());
-    return icon;
-}
-
-const QIcon& tileIcon()
-{
-    static const QIcon icon =
-        zoIconManager::getIcon(QString::fromLatin1("Iconset/WallTileOnNormal.svg"), QString());
-    return icon;
 }
 
 // The attribute of each saved column; index is the column.
@@ -78,23 +35,45 @@ const char* const ATTRIBUTES[zoHPCProjectionItem::ColumnCount] = {
     "x3",      "y3",       "z3",       "edgeblending", "leftedge",     "rightedge", "topedge", "bottomedge",
 };
 
-zoHPCTreeWidgetItem::ColumnMap mapOf(std::initializer_list<int> columns)
+zoHPCTreeWidgetItem::ColumnMap mapOf(const zoHPCProjectionType& type)
 {
     zoHPCTreeWidgetItem::ColumnMap map;
-    for (const int col : columns)
+    for (const int col : type.columns)
         map.emplace(col, QString::fromLatin1(ATTRIBUTES[col]));
     return map;
 }
 
-zoHPCTreeWidgetItem::ColumnMap unionMap()
+const QIcon& iconOf(const zoHPCProjectionType& type)
 {
-    zoHPCTreeWidgetItem::ColumnMap map;
-    for (const char* const type : {"cave", "wall", "powerwall", "plane", "tile"}) {
-        const zoHPCTreeWidgetItem::ColumnMap& columns =
-            zoHPCProjectionItem::columns(QString::fromLatin1(type));
-        map.insert(columns.begin(), columns.end());
-    }
-    return map;
+    static std::map<Kind, QIcon> s_icons;
+    const auto known = s_icons.find(type.kind);
+    if (known != s_icons.end())
+        return known->second;
+    return s_icons.emplace(type.kind, zoIconManager::getIcon(QString::fromLatin1(type.icon), QString()))
+        .first->second;
+}
+
+// The tiles of a plane, in millimetres.
+struct Grid
+{
+    int rows;
+    int columns;
+    double overlapX;
+    double overlapY;
+    double tileWidth;
+    double tileHeight;
+};
+
+// Of a tile that shares its inner edges with its neighbours.
+void setBlendWidths(zoHPCProjectionItem& tile, const Grid& grid, int row, int column)
+{
+    using P = zoHPCProjectionItem;
+    tile.setDouble(P::LeftEdge, (column > 0 ? grid.overlapX : 0.0) / grid.tileWidth);
+    tile.setDouble(P::RightEdge, (column < grid.columns - 1 ? grid.overlapX : 0.0) / grid.tileWidth);
+    // Row 0 is the top row, and still its bottom overlap is called the top edge: the render side reads the
+    // pair this way round.
+    tile.setDouble(P::TopEdge, (row < grid.rows - 1 ? grid.overlapY : 0.0) / grid.tileHeight);
+    tile.setDouble(P::BottomEdge, (row > 0 ? grid.overlapY : 0.0) / grid.tileHeight);
 }
 
 // Text that is only ever joined, never a pattern: names may hold "%1".
@@ -112,11 +91,17 @@ QString tileLabel(int row, int column)
 zoHPCProjectionItem::zoHPCProjectionItem(const QString& name, const QString& type)
 {
     setDefaults();
-    setData(Name, Qt::DecorationRole, projectionIcon());
+    // Unknown types and power walls keep it.
+    setData(Name, Qt::DecorationRole, iconOf(zoHPCProjectionType::of(Kind::Plane)));
     setString(Identifier, QUuid::createUuid().toString());
     setString(Name, name);
     setString(Type, type);
     update();
+}
+
+zoHPCProjectionItem::zoHPCProjectionItem(const QString& name, Kind kind)
+    : zoHPCProjectionItem(name, zoHPCProjectionType::word(kind))
+{
 }
 
 zoHPCProjectionItem::~zoHPCProjectionItem() = default;
@@ -141,16 +126,22 @@ void zoHPCProjectionItem::update()
     changeIcon();
     clearChildren();
 
-    const QString type = projectionType();
-    if (type == QLatin1String("powerwall")) {
-        const double right = getDouble(Width) / 2;
-        const double top = getDouble(Height) / 2;
-        const double distance = getDouble(Distance);
-        addPlane(QString(), {-right, -top, -distance}, {right, -top, -distance}, {right, top, -distance});
-    } else if (type == QLatin1String("wall")) {
+    switch (kind()) {
+    case Kind::PowerWall: {
+        const zoHPCPlane plane = zoHPCPlane::facing(getDouble(Width), getDouble(Height), getDouble(Distance));
+        addPlane(QString(), plane.lowerLeft, plane.lowerRight, plane.upperRight);
+        break;
+    }
+    case Kind::Wall:
         addWallTiles();
-    } else if (type == QLatin1String("cave")) {
+        break;
+    case Kind::Cave:
         addCaveWalls();
+        break;
+    case Kind::Plane:
+    case Kind::Tile:
+    case Kind::Other:
+        break;
     }
 }
 
@@ -159,7 +150,7 @@ QDomElement zoHPCProjectionItem::toXML(QDomDocument& document, const QString& ta
     QDomElement element = zoHPCTreeWidgetItem::toXML(document, tagName);
     for (int i = 0; i < childCount(); ++i) {
         if (const auto* projection = dynamic_cast<const zoHPCProjectionItem*>(child(i)))
-            element.appendChild(projection->toXML(document, QString::fromLatin1("projection")));
+            element.appendChild(projection->toXML(document, zoClusterTags::Projection));
     }
     return element;
 }
@@ -179,8 +170,8 @@ const zoHPCTreeWidgetItem::ColumnMap& zoHPCProjectionItem::getColumns() const
 zoHPCProjectionItem* zoHPCProjectionItem::clone()
 {
     QDomDocument document;
-    auto copy = std::make_unique<zoHPCProjectionItem>(QString::fromLatin1(""), QString::fromLatin1("wall"));
-    copy->fromXML(toXML(document, QString::fromLatin1("projection")));
+    auto copy = std::make_unique<zoHPCProjectionItem>(QString::fromLatin1(""), Kind::Wall);
+    copy->fromXML(toXML(document, zoClusterTags::Projection));
     // The source takes a new identifier as well: nothing that was linked before the copy may follow either of
     // the two by identifier alone.
     setString(Identifier, QUuid::createUuid().toString());
@@ -189,19 +180,13 @@ zoHPCProjectionItem* zoHPCProjectionItem::clone()
 
 void zoHPCProjectionItem::changeIcon()
 {
-    const QString type = projectionType();
-    const QIcon* icon = nullptr;
-    if (type == QLatin1String("wall"))
-        icon = &tiledWallIcon();
-    else if (type == QLatin1String("cave"))
-        icon = &caveIcon();
-    else if (type == QLatin1String("plane"))
-        icon = &projectionIcon();
-    else if (type == QLatin1String("tile"))
-        icon = &tileIcon();
+    const zoHPCProjectionType& type = typeRow();
+    if (!type.icon)
+        return;
     // Qt 6 takes no two icons for equal values: each update would announce a change there.
-    if (icon && this->icon(Name).cacheKey() != icon->cacheKey())
-        setData(Name, Qt::DecorationRole, *icon);
+    const QIcon& ofType = iconOf(type);
+    if (icon(Name).cacheKey() != ofType.cacheKey())
+        setData(Name, Qt::DecorationRole, ofType);
 }
 
 void zoHPCProjectionItem::addPlane(const QString& name, const Point3& lowerLeft, const Point3& lowerRight,
@@ -218,11 +203,15 @@ void zoHPCProjectionItem::addPlane(const QString& name, const Point3& lowerLeft,
     const Point3 b = lowerRight - upperRight; // points down
     const double planeWidth = length(a);
     const double planeHeight = length(b);
-    const Point3 u = unit(a, planeWidth);
-    const Point3 v = unit(b, planeHeight);
+    const Point3 u = direction(a, planeWidth);
+    const Point3 v = direction(b, planeHeight);
     const Point3 upperLeft = upperRight - lowerRight + lowerLeft;
-    const double tileWidth = (planeWidth + (columns - 1) * ox) / columns;
-    const double tileHeight = (planeHeight + (rows - 1) * oy) / rows;
+    const Grid grid{rows,
+                    columns,
+                    ox,
+                    oy,
+                    (planeWidth + (columns - 1) * ox) / columns,
+                    (planeHeight + (rows - 1) * oy) / rows};
 
     const QString ownName = getString(Name);
     const QString ownIdentifier = getString(Identifier);
@@ -230,7 +219,7 @@ void zoHPCProjectionItem::addPlane(const QString& name, const Point3& lowerLeft,
     const bool single = rows < 2 && columns < 2 && !name.isEmpty();
     const bool blending = getBool(EdgeBlending);
 
-    zoHPCProjectionItem prototype(QString(), QString::fromLatin1("plane"));
+    zoHPCProjectionItem prototype(QString(), Kind::Plane);
     prototype.setInt(OverlapX, getInt(OverlapX));
     prototype.setInt(OverlapY, getInt(OverlapY));
     prototype.setBool(EdgeBlending, blending);
@@ -248,23 +237,13 @@ void zoHPCProjectionItem::addPlane(const QString& name, const Point3& lowerLeft,
             plane->setString(Name, joined(ownName, QLatin1Char(' '), label).trimmed());
             plane->setString(Identifier, joined(ownIdentifier, QLatin1Char('/'), label));
 
-            const Point3 origin = upperLeft + (j * (tileWidth - ox)) * u + (i * (tileHeight - oy)) * v;
-            const Point3 corners[] = {origin + tileHeight * v, origin + tileWidth * u + tileHeight * v,
-                                      origin + tileWidth * u};
-            int col = X1;
-            for (const Point3& corner : corners) {
-                plane->setDouble(col++, corner.x);
-                plane->setDouble(col++, corner.y);
-                plane->setDouble(col++, corner.z);
-            }
-            if (blending) {
-                plane->setDouble(LeftEdge, (j > 0 ? ox : 0.0) / tileWidth);
-                plane->setDouble(RightEdge, (j < columns - 1 ? ox : 0.0) / tileWidth);
-                // Row 0 is the top row, and still its bottom overlap is called the top edge: the render side
-                // reads the pair this way round.
-                plane->setDouble(TopEdge, (i < rows - 1 ? oy : 0.0) / tileHeight);
-                plane->setDouble(BottomEdge, (i > 0 ? oy : 0.0) / tileHeight);
-            }
+            const Point3 origin =
+                upperLeft + (j * (grid.tileWidth - ox)) * u + (i * (grid.tileHeight - oy)) * v;
+            const Point3 across = grid.tileWidth * u;
+            const Point3 down = grid.tileHeight * v;
+            zoHPCPlane(origin + down, origin + across + down, origin + across).toItem(*plane);
+            if (blending)
+                setBlendWidths(*plane, grid, i, j);
             planes.append(plane.release());
         }
     }
@@ -273,29 +252,14 @@ void zoHPCProjectionItem::addPlane(const QString& name, const Point3& lowerLeft,
 
 const zoHPCTreeWidgetItem::ColumnMap& zoHPCProjectionItem::columns(const QString& type)
 {
-    static const ColumnMap cave =
-        mapOf({Name, Type, Rows, Columns, OverlapX, OverlapY, CaveWidth, CaveHeight, CaveDepth, CaveX, CaveY,
-               CaveZ, LeftWall, RightWall, TopWall, BottomWall, FrontWall, BackWall, EdgeBlending});
-    static const ColumnMap wall = mapOf(
-        {Name, Type, RightOffsetX, RightOffsetY, Rows, Columns, OverlapX, OverlapY, Distance, EdgeBlending});
-    static const ColumnMap powerwall = mapOf({Name, Type, RightOffsetX, RightOffsetY, Rows, Columns, OverlapX,
-                                              OverlapY, Width, Height, Distance, EdgeBlending});
-    static const ColumnMap plane = mapOf({Name, Type, Rows, Columns, X1, Y1, Z1, X2, Y2, Z2, X3, Y3, Z3,
-                                          EdgeBlending, LeftEdge, RightEdge, TopEdge, BottomEdge});
-    static const ColumnMap tile = mapOf({Name, Type, RightOffsetX, RightOffsetY, Row, TileColumn, Rows,
-                                         Columns, OverlapX, OverlapY, Distance, EdgeBlending});
-    if (type == QLatin1String("cave"))
-        return cave;
-    if (type == QLatin1String("wall"))
-        return wall;
-    if (type == QLatin1String("powerwall"))
-        return powerwall;
-    if (type == QLatin1String("plane"))
-        return plane;
-    if (type == QLatin1String("tile"))
-        return tile;
-    static const ColumnMap all = unionMap();
-    return all;
+    static const std::map<Kind, ColumnMap> s_maps = [] {
+        std::map<Kind, ColumnMap> maps;
+        for (const zoHPCProjectionType& known : zoHPCProjectionType::all())
+            maps.emplace(known.kind, mapOf(known));
+        maps.emplace(Kind::Other, mapOf(zoHPCProjectionType::of(Kind::Other)));
+        return maps;
+    }();
+    return s_maps.at(zoHPCProjectionType::of(type).kind);
 }
 
 void zoHPCProjectionItem::setDefaults()
@@ -332,7 +296,7 @@ void zoHPCProjectionItem::addWallTiles()
     const QString ownName = getString(Name);
     const QString ownIdentifier = getString(Identifier);
 
-    zoHPCProjectionItem prototype(QString(), QString::fromLatin1("tile"));
+    zoHPCProjectionItem prototype(QString(), Kind::Tile);
     for (const int col : {Rows, Columns, OverlapX, OverlapY, RightOffsetX, RightOffsetY})
         prototype.setInt(col, getInt(col));
     prototype.setBool(EdgeBlending, getBool(EdgeBlending));

@@ -1,14 +1,8 @@
 #pragma once
 
+#include "Point3.h"
+#include "zoHPCProjectionType.h"
 #include "zoHPCTreeWidgetItem.h"
-
-// A point in the tracking space, in millimetres. The viewer looks along -z, y is up.
-struct Point3
-{
-    double x = 0.0;
-    double y = 0.0;
-    double z = 0.0;
-};
 
 // A physical projection surface (power wall, tiled wall, cave, plane or tile) that keeps its planes or tiles
 // as generated children.
@@ -63,11 +57,14 @@ public:
         ColumnCount = 40
     };
 
-    // Type is one of "powerwall", "wall", "cave", "plane", "tile"; another one generates nothing.
+    // A type that zoHPCProjectionType does not know generates nothing.
     zoHPCProjectionItem(const QString& name, const QString& type);
+    zoHPCProjectionItem(const QString& name, zoHPCProjectionType::Kind kind);
     ~zoHPCProjectionItem() override;
 
     QString projectionType() const;
+    zoHPCProjectionType::Kind kind() const { return typeRow().kind; }
+    const zoHPCProjectionType& typeRow() const { return zoHPCProjectionType::of(projectionType()); }
 
     void setName(const QString& name);
     // Does not regenerate the children; call update().

@@ -1,26 +1,14 @@
 #include "zoHPCViewportItem.h"
 
+#include "zoHPCDisplayTables.h"
+
+#include <zoClusterTags.h>
 #include <zoIconManager.h>
 
 #include <QDomDocument>
 #include <QIcon>
 
 #include <memory>
-
-namespace
-{
-struct Preset
-{
-    const char* position;
-    double x1, y1, x2, y2;
-};
-
-// Any other position keeps the stored rectangle.
-constexpr Preset PRESETS[] = {
-    {"fill", 0.0, 0.0, 1.0, 1.0}, {"left", 0.0, 0.0, 0.5, 1.0},   {"right", 0.5, 0.0, 1.0, 1.0},
-    {"top", 0.0, 0.5, 1.0, 1.0},  {"bottom", 0.0, 0.0, 1.0, 0.5},
-};
-} // namespace
 
 zoHPCViewportItem::zoHPCViewportItem()
 {
@@ -59,12 +47,12 @@ void zoHPCViewportItem::update()
 {
     const QString projection = getString(Projection);
     const QString eye = getString(Eye);
-    const bool oneEye = eye == QLatin1String("left") || eye == QLatin1String("right");
-    setLabel(tr("Viewport: %1 %2").arg(projection, oneEye ? eye : QString()), !projection.isEmpty());
+    setLabel(tr("Viewport: %1 %2").arg(projection, zoHPCDisplayTables::isForOneEye(eye) ? eye : QString()),
+             !projection.isEmpty());
 
     const QString position = getString(Position);
-    for (const Preset& preset : PRESETS) {
-        if (position == QLatin1String(preset.position))
+    for (const zoHPCDisplayTables::Position& preset : zoHPCDisplayTables::Positions) {
+        if (preset.isPreset && position == QLatin1String(preset.value))
             setViewport(preset.x1, preset.y1, preset.x2, preset.y2);
     }
 }
@@ -78,7 +66,7 @@ zoHPCViewportItem* zoHPCViewportItem::clone()
 {
     QDomDocument document;
     auto copy = std::make_unique<zoHPCViewportItem>();
-    copy->fromXML(toXML(document, QString::fromLatin1("viewport")));
+    copy->fromXML(toXML(document, zoClusterTags::Viewport));
     return copy.release();
 }
 

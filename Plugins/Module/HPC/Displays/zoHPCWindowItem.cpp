@@ -2,6 +2,7 @@
 
 #include "zoHPCViewportItem.h"
 
+#include <zoClusterTags.h>
 #include <zoIconManager.h>
 
 #include <QBrush>
@@ -52,14 +53,14 @@ QDomElement zoHPCWindowItem::toXML(QDomDocument& document, const QString& tagNam
     const QList<zoHPCViewportItem*> viewports = children<zoHPCViewportItem>();
     for (const zoHPCViewportItem* viewport : viewports) {
         if (viewport)
-            element.appendChild(viewport->toXML(document, QString::fromLatin1("viewport")));
+            element.appendChild(viewport->toXML(document, zoClusterTags::Viewport));
     }
     return element;
 }
 
 void zoHPCWindowItem::fromXML(const QDomElement& element)
 {
-    fromElements(element, descendants(element, QString::fromLatin1("viewport")));
+    fromElements(element, descendants(element, zoClusterTags::Viewport));
 }
 
 void zoHPCWindowItem::fromElements(const QDomElement& element, const QList<QDomElement>& viewports)
@@ -89,7 +90,7 @@ zoHPCWindowItem* zoHPCWindowItem::clone()
 {
     QDomDocument document;
     auto copy = std::make_unique<zoHPCWindowItem>();
-    copy->fromXML(toXML(document, QString::fromLatin1("window")));
+    copy->fromXML(toXML(document, zoClusterTags::Window));
     return copy.release();
 }
 
