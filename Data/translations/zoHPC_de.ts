@@ -1147,8 +1147,8 @@ auch wenn die Server dann instabil sein können?</translation>
         <translation>Mit 1000 malnehmen</translation>
     </message>
     <message>
-        <source>%1 nodes bear the name &quot;%2&quot;.</source>
-        <translation>%1 Knoten tragen den Namen „%2“.</translation>
+        <source>%1 nodes are called &quot;%2&quot;.</source>
+        <translation>%1 Knoten heißen „%2“.</translation>
     </message>
     <message>
         <source>%1 number %2 holds no node.</source>

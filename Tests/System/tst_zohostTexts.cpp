@@ -388,7 +388,7 @@ void tst_zohostTexts::displaySetup()
     for (const char* text :
          {"shows no projection", "has no render node", "which is disabled", "overlap on one screen",
           "No viewport shows", "More than one viewport", "to the left eye", "degrees off", "faces away",
-          "few millimetres", "bear the name", "holds no node"})
+          "few millimetres", "are called", "holds no node"})
         QVERIFY2(!m_read.filter(text).isEmpty(), text);
 }
 

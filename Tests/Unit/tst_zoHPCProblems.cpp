@@ -1002,7 +1002,7 @@ void tst_zoHPCProblems::duplicateHostNameIsReportedOnce()
     const List problems = zoHPCProblems::duplicateHostNames(setup.layout());
 
     QCOMPARE(problems.size(), size_t(1));
-    QCOMPARE(problems[0].message, QStringLiteral("3 nodes bear the name \"a\"."));
+    QCOMPARE(problems[0].message, QStringLiteral("3 nodes are called \"a\"."));
     QCOMPARE(problems[0].item, setup.hosts.getNodeItems()[2]);
     QCOMPARE(problems[0].other, setup.hosts.getNodeItems()[0]);
     QVERIFY(problems[0].concernsHost());

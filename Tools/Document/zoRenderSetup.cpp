@@ -182,11 +182,12 @@ bool zoRenderSetup::findPlane(int projection, Picture& picture) const
         return true;
     }
     if (isTypeOf(item, "wall")) {
-        picture.plane = wallPlane(item, tilePixels(projection));
+        picture.plane = wallPlane(item, m_layout.tilePixels(projection));
         return item.getInt(P::Rows) > 0 && item.getInt(P::Columns) > 0;
     }
     if (isTypeOf(item, "tile")) {
-        const QSizeF tile = tilePixels(entry.parent == zoHPCLayout::None ? projection : entry.parent);
+        const QSizeF tile =
+            m_layout.tilePixels(entry.parent == zoHPCLayout::None ? projection : entry.parent);
         const double overlapX = item.getDouble(P::OverlapX);
         const double overlapY = item.getDouble(P::OverlapY);
         const int rows = std::max(1, item.getInt(P::Rows));
@@ -215,25 +216,6 @@ zoHPCPlane zoRenderSetup::wallPlane(const zoHPCProjectionItem& wall, const QSize
                      m_pixelPitch / 2;
     const double z = -wall.getDouble(P::Distance);
     return {{-x, -y, z}, {x, -y, z}, {x, y, z}};
-}
-
-// The size of the first viewport that shows the tile, or a tile of the wall.
-QSizeF zoRenderSetup::tilePixels(int wall) const
-{
-    for (const zoHPCLayout::Viewport& viewport : m_layout.viewports()) {
-        if (viewport.projection == zoHPCLayout::None || viewport.window == zoHPCLayout::None)
-            continue;
-        const zoHPCLayout::Projection& projection = m_layout.projections()[std::size_t(viewport.projection)];
-        const bool isTile = viewport.projection == wall && isTypeOf(*projection.item, "tile");
-        if (projection.parent != wall && !isTile)
-            continue;
-        const QSizeF window = m_layout.windows()[std::size_t(viewport.window)].geometry.size();
-        const QSizeF size(window.width() * viewport.area.width(), window.height() * viewport.area.height());
-        if (size.width() >= 1.0 && size.height() >= 1.0)
-            return size;
-    }
-    // As large as a new window.
-    return QSizeF(1280.0, 1024.0);
 }
 
 void zoRenderSetup::note(const QTreeWidgetItem* item, const QString& text)

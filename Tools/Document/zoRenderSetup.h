@@ -53,7 +53,6 @@ private:
     void noteProjections();
     void addPicture(const zoHPCLayout::Viewport& viewport);
     bool findPlane(int projection, Picture& picture) const;
-    QSizeF tilePixels(int wall) const;
     zoHPCPlane wallPlane(const zoHPCProjectionItem& wall, const QSizeF& tile) const;
     void note(const QTreeWidgetItem* item, const QString& text);
 

@@ -48,6 +48,11 @@ QRectF viewportArea(const zoHPCViewportItem& viewport, const QSizeF& window)
 }
 } // namespace
 
+QString zoHPCLayout::Projection::name() const
+{
+    return item->getString(zoHPCProjectionItem::Name);
+}
+
 zoHPCLayout::zoHPCLayout(const QList<zoHPCProjectionItem*>& projections,
                          const QList<zoHPCWindowItem*>& windows, zoHPCTreeItem* master)
 {
@@ -88,6 +93,46 @@ std::vector<int> zoHPCLayout::shownBy(const QTreeWidgetItem* output) const
             result.push_back(viewport.projection);
     }
     return result;
+}
+
+std::vector<const zoHPCLayout::Projection*>
+zoHPCLayout::tilesOrTheirProjections(const std::function<bool(size_t)>& claim) const
+{
+    std::vector<bool> holds(m_projections.size(), false);
+    std::vector<int> without(m_projections.size(), 0); // by top-level row: tiles for which it does not hold
+    for (size_t i = 0; i < m_projections.size(); ++i) {
+        if (!m_projections[i].isTile)
+            continue;
+        holds[i] = claim(i);
+        without[static_cast<size_t>(m_projections[i].top)] += holds[i] ? 0 : 1;
+    }
+    std::vector<const Projection*> result;
+    for (size_t i = 0; i < m_projections.size(); ++i) {
+        const size_t top = static_cast<size_t>(m_projections[i].top);
+        const bool isWhole = top == i && without[i] == 0;
+        if (isWhole || (holds[i] && without[top] > 0))
+            result.push_back(&m_projections[i]);
+    }
+    return result;
+}
+
+QSizeF zoHPCLayout::tilePixels(int projection) const
+{
+    for (const Viewport& viewport : m_viewports) {
+        if (viewport.projection == None || viewport.window == None)
+            continue;
+        const Projection& shown = m_projections[static_cast<size_t>(viewport.projection)];
+        // A tile may also be a projection of its own.
+        const bool isTile =
+            viewport.projection == projection && shown.item->projectionType() == QLatin1String("tile");
+        if (shown.parent != projection && !isTile)
+            continue;
+        const QSizeF window = m_windows[static_cast<size_t>(viewport.window)].geometry.size();
+        const QSizeF size(window.width() * viewport.area.width(), window.height() * viewport.area.height());
+        if (size.width() >= 1.0 && size.height() >= 1.0)
+            return size;
+    }
+    return QSizeF(1280.0, 1024.0);
 }
 
 int zoHPCLayout::nodeNamed(const QString& name) const

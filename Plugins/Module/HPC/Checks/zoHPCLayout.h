@@ -3,13 +3,14 @@
 #include <QHash>
 #include <QList>
 #include <QRectF>
+#include <QSizeF>
 #include <QString>
 
+#include <functional>
 #include <vector>
 
 class QTreeWidget;
 class QTreeWidgetItem;
-class zoHPCDisplayItem;
 class zoHPCDisplaySetup;
 class zoHPCProjectionItem;
 class zoHPCTreeItem;
@@ -51,6 +52,8 @@ public:
         int top = None;       // the row of the tree that it belongs to; itself at top level
         bool isTile = true;   // nothing below it
         bool isShown = false; // by a viewport of its own or of a projection above it
+
+        QString name() const;
     };
 
     struct Window
@@ -77,8 +80,7 @@ public:
     };
 
     zoHPCLayout() = default;
-    // Lists in depth-first order as zoHPCDisplayGUII::getProjectionItems() and getWindowItems() give them; no
-    // master means no nodes.
+    // Lists in depth-first order as zoHPCDisplaySetup gives them; no master means no nodes.
     zoHPCLayout(const QList<zoHPCProjectionItem*>& projections, const QList<zoHPCWindowItem*>& windows,
                 zoHPCTreeItem* master);
     // The same from a whole setup.
@@ -97,6 +99,12 @@ public:
     // Projections that a row of the display tree shows: of a viewport, of all viewports of a window or of a
     // display.
     std::vector<int> shownBy(const QTreeWidgetItem* output) const;
+    // The tiles for which the claim holds, by their indices; where it holds for all tiles of a row of the tree,
+    // that row instead.
+    std::vector<const Projection*> tilesOrTheirProjections(const std::function<bool(size_t)>& claim) const;
+    // Size of the tiles of a projection that has pixels: that of the first viewport that shows one of them. New
+    // windows have the fallback.
+    QSizeF tilePixels(int projection) const;
     // By its unique name; None when there is no such node.
     int nodeNamed(const QString& name) const;
 

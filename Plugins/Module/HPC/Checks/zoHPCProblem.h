@@ -1,33 +1,21 @@
 #pragma once
 
+#include "zoHPCProblemKinds.h"
+
 #include <QString>
 
 #include <functional>
+#include <vector>
 
 class QTreeWidgetItem;
 
-// Something in a configuration that would not light up as meant, the item it concerns and, where one exists,
-// a way to mend it. Holds items: valid until the next change of their trees.
+// Something in a configuration that keeps pixels dark or shows them wrong, the item it concerns and, where one
+// exists, a fix. Holds items: valid until the next change of their trees.
 class zoHPCProblem final
 {
 public:
-    enum class Kind {
-        ViewportWithoutProjection,
-        WindowWithoutNode,
-        WindowWithUnknownNode,
-        WindowWithDisabledNode,
-        OverlappingWindows,
-        TileShownNowhere,
-        TileShownTwice,
-        TileForOneEye,
-        DegeneratePlane,
-        SkewedPlane,
-        MirroredPlane,
-        BlendWiderThanOverlap,
-        WallInMetres,
-        DuplicateHostName,
-        NetworkWithoutEnabledNode
-    };
+    using List = std::vector<zoHPCProblem>;
+    using Kind = zoHPCProblemKind;
 
     zoHPCProblem(Kind problemKind, QTreeWidgetItem* concerned, const QString& text);
 
@@ -35,8 +23,11 @@ public:
     static QString kindName(Kind kind);
 
     bool hasFix() const { return static_cast<bool>(fix); }
+    void setFix(const QString& text, std::function<void()> change);
     // Whether the item is a row of the host tree; otherwise it is one of the display setup.
     bool concernsHost() const;
+    // Whether the fix changes values of the host tree; otherwise it changes those of the display setup.
+    bool fixesHosts() const;
 
     Kind kind;
     QString message;

@@ -6,8 +6,7 @@
 class QStyleOptionButton;
 
 // Paints a cell as a push button with its text, and nothing where there is no text: what stands before it may
-// reach into the cell. Thousands of rows need no
-// thousands of widgets that way.
+// reach into the cell. Thousands of rows need no thousands of widgets that way.
 class zoHPCFixDelegate final : public QStyledItemDelegate
 {
     Q_OBJECT

@@ -122,7 +122,7 @@ void zoHPCProblemsView::fix(int row)
     const zoHPCProblem problem = m_model->problems()[static_cast<size_t>(row)];
     if (!problem.hasFix())
         return;
-    const bool hosts = problem.kind == zoHPCProblem::Kind::WindowWithDisabledNode || problem.concernsHost();
+    const bool hosts = problem.fixesHosts();
     emit aboutToFix(hosts);
     problem.fix();
     emit fixed(hosts);

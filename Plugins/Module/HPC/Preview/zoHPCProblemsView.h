@@ -12,8 +12,7 @@ class QTreeView;
 class QTreeWidgetItem;
 class zoHPCProblemModel;
 
-// The list of problems. A click selects the item of a problem, the button in its row, or the space bar, mends
-// it.
+// The list of problems. A click selects the item of a problem; the button in its row, or the space bar, fixes it.
 class zoHPCProblemsView final : public QWidget
 {
     Q_OBJECT

@@ -67,24 +67,6 @@ QString lengthText(double mm)
     return mm >= 1000.0 ? QString::number(mm / 1000.0) + QString::fromLatin1(" m")
                         : QString::number(mm) + QString::fromLatin1(" mm");
 }
-
-// Pixel size of the tiles of each tiled wall: that of the first viewport that shows one of its tiles. New
-// windows have the fallback.
-QSizeF tileSize(const zoHPCLayout& layout, int projection)
-{
-    for (const zoHPCLayout::Viewport& viewport : layout.viewports()) {
-        if (viewport.projection == zoHPCLayout::None || viewport.projection == projection ||
-            viewport.window == zoHPCLayout::None)
-            continue;
-        if (layout.projections()[static_cast<size_t>(viewport.projection)].parent != projection)
-            continue;
-        const QSizeF window = layout.windows()[static_cast<size_t>(viewport.window)].geometry.size();
-        const QSizeF size(window.width() * viewport.area.width(), window.height() * viewport.area.height());
-        if (size.width() >= 1.0 && size.height() >= 1.0)
-            return size;
-    }
-    return QSizeF(1280.0, 1024.0);
-}
 } // namespace
 
 // What the parts of the picture are painted with.
@@ -489,7 +471,7 @@ void zoHPCRoomPicture::addTiledWall(const zoHPCLayout& layout, int projection)
     wall.isInPixels = true;
     wall.name = wall.item->getString(P::Name);
     wall.isBlended = wall.item->getBool(P::EdgeBlending);
-    const QSizeF tile = tileSize(layout, projection);
+    const QSizeF tile = layout.tilePixels(projection);
     const double overlapX = wall.item->getInt(P::OverlapX);
     const double overlapY = wall.item->getInt(P::OverlapY);
     const double width = wall.columns * tile.width() - (wall.columns - 1) * overlapX;

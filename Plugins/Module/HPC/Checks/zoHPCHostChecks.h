@@ -1,0 +1,18 @@
+#pragma once
+
+#include "zoHPCProblem.h"
+
+#include <QCoreApplication>
+
+class zoHPCLayout;
+
+// Checks of the host tree.
+class zoHPCHostChecks final
+{
+    Q_DECLARE_TR_FUNCTIONS(zoHPCProblems)
+
+public:
+    static zoHPCProblem::List duplicateHostNames(const zoHPCLayout& layout);
+    // Networks that are themselves enabled.
+    static zoHPCProblem::List networksWithoutEnabledNode(const zoHPCLayout& layout);
+};

@@ -1,0 +1,224 @@
+#include "zoHPCPlaneChecks.h"
+
+#include "zoHPCLayout.h"
+#include "zoHPCPlane.h"
+#include "zoHPCPlaneOverlaps.h"
+#include "zoHPCProjectionItem.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+
+namespace
+{
+using Kind = zoHPCProblem::Kind;
+using Projection = zoHPCLayout::Projection;
+
+bool isA(const zoHPCProjectionItem& item, const char* type)
+{
+    return item.projectionType() == QLatin1String(type);
+}
+
+zoHPCPlane squared(const zoHPCPlane& plane)
+{
+    const Point3 u = unit(plane.right());
+    const Point3 up = plane.up();
+    const Point3 upright = unit(up - dot(up, u) * u);
+    return {plane.lowerLeft, plane.lowerRight, plane.lowerRight + plane.height() * upright};
+}
+
+zoHPCPlane turnedRound(const zoHPCPlane& plane)
+{
+    // The picture shall stand upright afterwards: a plane upside down is mirrored at its middle line.
+    if (unit(plane.up()).y < -0.5)
+        return {plane.upperLeft(), plane.upperRight, plane.lowerRight};
+    return {plane.lowerRight, plane.lowerLeft, plane.upperLeft()};
+}
+
+// Columns that hold lengths, by type.
+std::vector<int> lengthColumns(const zoHPCProjectionItem& item)
+{
+    using P = zoHPCProjectionItem;
+    if (isA(item, "powerwall"))
+        return {P::Width, P::Height, P::Distance};
+    if (isA(item, "cave"))
+        return {P::CaveWidth, P::CaveHeight, P::CaveDepth, P::CaveX, P::CaveY, P::CaveZ};
+    if (isA(item, "plane"))
+        return {P::X1, P::Y1, P::Z1, P::X2, P::Y2, P::Z2, P::X3, P::Y3, P::Z3};
+    if (isA(item, "wall"))
+        return {P::Distance};
+    return {};
+}
+
+bool looksLikeMetres(const zoHPCProjectionItem& item)
+{
+    const std::vector<int> columns = lengthColumns(item);
+    double largest = 0.0;
+    for (const int column : columns) {
+        const double size = std::abs(item.getDouble(column));
+        if (!(size < zoHPCPlaneChecks::SmallestWall))
+            return false;
+        largest = std::max(largest, size);
+    }
+    return largest > 0.0;
+}
+
+void multiplyLengths(zoHPCProjectionItem& item, double factor)
+{
+    for (const int column : lengthColumns(item))
+        item.setDouble(column, factor * item.getDouble(column));
+    // The overlap of tiled walls is in pixels.
+    if (isA(item, "powerwall") || isA(item, "cave")) {
+        for (const int column : {zoHPCProjectionItem::OverlapX, zoHPCProjectionItem::OverlapY})
+            item.setDouble(column, factor * item.getDouble(column));
+    }
+    item.update();
+}
+
+// Sizes of which an odd number below 0 turns a generated wall round.
+std::vector<int> signedColumns(const zoHPCProjectionItem& item)
+{
+    using P = zoHPCProjectionItem;
+    if (isA(item, "powerwall"))
+        return {P::Width, P::Height, P::Distance};
+    if (isA(item, "cave"))
+        return {P::CaveWidth, P::CaveHeight, P::CaveDepth};
+    return {};
+}
+
+bool turnsItsBack(const zoHPCProjectionItem& item)
+{
+    if (isA(item, "plane"))
+        return zoHPCPlane::fromItem(item).turnsAwayFrom(Point3());
+    double sign = 1.0;
+    for (const int column : signedColumns(item))
+        sign *= item.getDouble(column);
+    return sign < 0.0;
+}
+} // namespace
+
+zoHPCProblem::List zoHPCPlaneChecks::degeneratePlanes(const zoHPCLayout& layout)
+{
+    const auto degenerate = [&](size_t i) {
+        const zoHPCProjectionItem& item = *layout.projections()[i].item;
+        return isA(item, "plane") && zoHPCPlane::fromItem(item).isDegenerate();
+    };
+    zoHPCProblem::List problems;
+    for (const Projection* projection : layout.tilesOrTheirProjections(degenerate)) {
+        problems.emplace_back(Kind::DegeneratePlane, projection->item,
+                              tr("\"%1\" has no area.").arg(projection->name()));
+    }
+    return problems;
+}
+
+zoHPCProblem::List zoHPCPlaneChecks::skewedPlanes(const zoHPCLayout& layout)
+{
+    zoHPCProblem::List problems;
+    for (const Projection& projection : layout.projections()) {
+        if (projection.parent != zoHPCLayout::None || !isA(*projection.item, "plane"))
+            continue;
+        const double skew = zoHPCPlane::fromItem(*projection.item).skew();
+        if (!(skew > LargestSkew))
+            continue;
+        zoHPCProblem problem(Kind::SkewedPlane, projection.item,
+                             tr("The corner of \"%1\" is %2 degrees off a right angle.")
+                                 .arg(projection.name(), QString::number(skew, 'f', 1)));
+        problem.setFix(tr("Make square"), [item = projection.item] {
+            squared(zoHPCPlane::fromItem(*item)).toItem(*item);
+            item->update();
+        });
+        problems.push_back(problem);
+    }
+    return problems;
+}
+
+zoHPCProblem::List zoHPCPlaneChecks::mirroredPlanes(const zoHPCLayout& layout)
+{
+    zoHPCProblem::List problems;
+    for (const Projection& projection : layout.projections()) {
+        if (projection.parent != zoHPCLayout::None || !turnsItsBack(*projection.item))
+            continue;
+        zoHPCProjectionItem* const item = projection.item;
+        zoHPCProblem problem(
+            Kind::MirroredPlane, item,
+            tr("\"%1\" faces away from the viewer: its picture is mirrored.").arg(projection.name()));
+        if (isA(*item, "plane")) {
+            problem.setFix(tr("Turn round"), [item] {
+                turnedRound(zoHPCPlane::fromItem(*item)).toItem(*item);
+                item->update();
+            });
+        } else {
+            problem.setFix(tr("Make sizes positive"), [item] {
+                for (const int column : signedColumns(*item))
+                    item->setDouble(column, std::abs(item->getDouble(column)));
+                item->update();
+            });
+        }
+        problems.push_back(problem);
+    }
+    return problems;
+}
+
+zoHPCProblem::List zoHPCPlaneChecks::blendsWiderThanOverlap(const zoHPCLayout& layout)
+{
+    using P = zoHPCProjectionItem;
+    std::vector<zoHPCPlane> planes;
+    std::vector<const Projection*> blended;
+    for (const Projection& projection : layout.projections()) {
+        if (!projection.isTile || !isA(*projection.item, "plane"))
+            continue;
+        const zoHPCPlane plane = zoHPCPlane::fromItem(*projection.item);
+        if (plane.isDegenerate())
+            continue;
+        planes.push_back(plane);
+        if (projection.parent == zoHPCLayout::None && projection.item->getBool(P::EdgeBlending))
+            blended.push_back(&projection);
+    }
+    zoHPCProblem::List problems;
+    if (blended.empty())
+        return problems;
+
+    const zoHPCPlaneOverlaps overlaps(std::move(planes));
+    for (const Projection* projection : blended) {
+        zoHPCProjectionItem* const item = projection->item;
+        const zoHPCPlaneOverlaps::Reach reach = overlaps.over(zoHPCPlane::fromItem(*item));
+        // What the render side calls the top edge is the lower one: see zoHPCProjectionItem::addPlane().
+        const std::array<std::pair<int, double>, 4> edges = {{{P::LeftEdge, reach.left},
+                                                              {P::RightEdge, reach.right},
+                                                              {P::TopEdge, reach.lower},
+                                                              {P::BottomEdge, reach.upper}}};
+        constexpr double TOLERANCE = 2e-3;
+        const bool tooWide = std::any_of(edges.begin(), edges.end(), [&](const auto& edge) {
+            return item->getDouble(edge.first) > edge.second + TOLERANCE;
+        });
+        if (!tooWide)
+            continue;
+        zoHPCProblem problem(Kind::BlendWiderThanOverlap, item,
+                             tr("The edge blending of \"%1\" is wider than its overlap with other planes.")
+                                 .arg(projection->name()));
+        problem.setFix(tr("Fit to overlap"), [item, edges] {
+            for (const auto& edge : edges)
+                item->setDouble(edge.first, std::min(item->getDouble(edge.first), edge.second));
+            item->update();
+        });
+        problems.push_back(problem);
+    }
+    return problems;
+}
+
+zoHPCProblem::List zoHPCPlaneChecks::wallsInMetres(const zoHPCLayout& layout)
+{
+    zoHPCProblem::List problems;
+    for (const Projection& projection : layout.projections()) {
+        zoHPCProjectionItem* const item = projection.item;
+        if (projection.parent != zoHPCLayout::None || !looksLikeMetres(*item))
+            continue;
+        zoHPCProblem problem(Kind::WallInMetres, item,
+                             tr("\"%1\" is only a few millimetres in size. Was it measured in metres?")
+                                 .arg(projection.name()));
+        problem.setFix(tr("Multiply by 1000"), [item] { multiplyLengths(*item, 1000.0); });
+        problems.push_back(problem);
+    }
+    return problems;
+}
