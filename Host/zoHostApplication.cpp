@@ -39,6 +39,8 @@ zoHostApplication::zoHostApplication(const zoHostOptions& options)
     connect(&m_log, &zoHostLog::messageLogged, m_window->logPanel(), &zoHostLogPanel::addMessage);
     connect(m_window.get(), &zoHostMainWindow::closing, &m_cluster, &zoClusterService::abort);
     connect(&m_signals, &zoHostSignals::terminationRequested, this, [this] {
+        if (m_recovery)
+            m_recovery->keepUnfinished();
         m_cluster.abort();
         QCoreApplication::quit();
     });
@@ -58,6 +60,7 @@ zoHostApplication::~zoHostApplication()
     m_session.reset();
     m_cluster.abort();
     m_cluster.stop();
+    m_recovery.reset();
     // Windows first: their code lies in the modules.
     m_window.reset();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -72,7 +75,13 @@ int zoHostApplication::run()
     m_window->show();
     const QString file = configurationFile();
     QMetaObject::invokeMethod(
-        m_session.get(), [this, file] { m_session->begin(file); }, Qt::QueuedConnection);
+        m_session.get(),
+        [this, file] {
+            m_session->begin(file);
+            if (m_recovery)
+                m_recovery->offer();
+        },
+        Qt::QueuedConnection);
     return QCoreApplication::exec();
 }
 
@@ -112,6 +121,7 @@ void zoHostApplication::rememberDocuments(const QString& newDocument)
 {
     const zoHostDocument* document = m_window->document();
     m_earlier.setNewDocument(newDocument);
+    m_recovery = std::make_unique<zoHostRecovery>(m_window.get(), &m_earlier);
     connect(document, &zoHostDocument::fileOpened, &m_recent, &zoHostRecentFiles::add);
     connect(document, &zoHostDocument::replaced, &m_earlier, &zoHostEarlierConfigurations::keep);
 }

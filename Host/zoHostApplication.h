@@ -11,6 +11,7 @@
 #include "zoHostOptions.h"
 #include "zoHostPreferencesService.h"
 #include "zoHostRecentFiles.h"
+#include "zoHostRecovery.h"
 #include "zoHostSession.h"
 #include "zoHostSignals.h"
 #include "zoHostTranslations.h"
@@ -61,6 +62,7 @@ private:
     std::unique_ptr<zoHostClusterPage> m_clusterPage;
     std::unique_ptr<zoHostMainWindow> m_window;
     std::unique_ptr<zoHostMainWindowService> m_mainWindowService;
+    std::unique_ptr<zoHostRecovery> m_recovery; // null in a script
     zoModuleLoader m_loader;
     std::unique_ptr<zoHostSession> m_session;
 };

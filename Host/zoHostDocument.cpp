@@ -12,6 +12,8 @@ namespace
 {
 const char DiffersProperty[] = "differs";
 const char ReplacedProperty[] = "replacedConfiguration";
+const char ReadProperty[] = "readFile";
+const char TextProperty[] = "configuration";
 
 bool isLatin1(const QString& text)
 {
@@ -102,6 +104,11 @@ bool zoHostDocument::bringBack(const QString& text, const QString& originFile)
     return true;
 }
 
+QString zoHostDocument::text(const QWidget* moduleWindow) const
+{
+    return moduleWindow->property(TextProperty).toString();
+}
+
 bool zoHostDocument::save(QWidget* moduleWindow)
 {
     if (hasSlot(moduleWindow, "saveConfig()"))
@@ -122,7 +129,11 @@ bool zoHostDocument::eventFilter(QObject* watched, QEvent* event)
         emit changed();
         break;
     case QEvent::DynamicPropertyChange:
-        if (static_cast<QDynamicPropertyChangeEvent*>(event)->propertyName() == ReplacedProperty) {
+        if (static_cast<QDynamicPropertyChangeEvent*>(event)->propertyName() == ReadProperty) {
+            const QString fileName = watched->property(ReadProperty).toString();
+            if (!fileName.isEmpty())
+                emit fileRead(QString(fileName.constData(), fileName.size()));
+        } else if (static_cast<QDynamicPropertyChangeEvent*>(event)->propertyName() == ReplacedProperty) {
             const QVariant text = watched->property(ReplacedProperty);
             if (!text.isValid())
                 break;

@@ -13,7 +13,8 @@ class zoHostMainWindow;
 //
 // A module's window keeps windowFilePath and windowModified, and announces changes with WindowTitleChange and
 // ModifiedChange. When it has the property "differs", that is the state of this very moment. Before it
-// replaces the document it sets its property "replacedConfiguration" to the text that goes.
+// replaces the document it sets its property "replacedConfiguration" to the text that goes, and when it has
+// read a file its property "readFile" to the name. Its property "configuration" is the text that it would save.
 class zoHostDocument final : public QObject
 {
     Q_OBJECT
@@ -39,6 +40,9 @@ public:
     // it.
     bool bringBack(const QString& text, const QString& originFile);
 
+    // What the window would save; null when its module does not tell.
+    QString text(const QWidget* moduleWindow) const;
+
     // Lets the module save, which may ask for a name. False when the document still differs.
     bool save(QWidget* moduleWindow);
 
@@ -47,6 +51,8 @@ signals:
     void changed();
     // A module's window has another file now; never empty.
     void fileOpened(const QString& fileName);
+    // A module read this file, whether or not it was open before.
+    void fileRead(const QString& fileName);
     // The text is about to go; `fileName` is the file that it was open as, or empty.
     void replaced(const QString& text, const QString& fileName);
 

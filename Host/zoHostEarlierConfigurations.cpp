@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QLockFile>
 #include <QRegularExpression>
+#include <QSet>
 #include <QStandardPaths>
 
 #include <algorithm>
@@ -15,10 +16,20 @@ namespace
 {
 constexpr int LockTimeoutMs = 2000;
 const char StampFormat[] = "yyyyMMdd'T'HHmmss'Z'";
+const char UnfinishedMark[] = "_unsaved";
 
 const QRegularExpression& namePattern()
 {
-    static const QRegularExpression pattern(QStringLiteral("^(\\d{6,15})_(\\d{8}T\\d{6}Z)\\.zhpc$"));
+    static const QRegularExpression pattern(
+        QStringLiteral("^(\\d{6,15})_(\\d{8}T\\d{6}Z)(_unsaved)?\\.zhpc$"));
+    return pattern;
+}
+
+// Files that a writer was killed over.
+const QRegularExpression& remainsPattern()
+{
+    static const QRegularExpression pattern(
+        QStringLiteral("^\\d{6,15}_\\d{8}T\\d{6}Z(_unsaved)?\\.(zhpc|origin)\\.[0-9a-f]{8}$"));
     return pattern;
 }
 
@@ -28,9 +39,16 @@ qint64 numberOf(const QString& name)
     return namePattern().match(name).captured(1).toLongLong();
 }
 
+// Without the mark, so that one rename takes the mark off.
+QString finishedNameOf(QString fileName)
+{
+    return fileName.replace(QLatin1String(UnfinishedMark) + QStringLiteral(".zhpc"), QStringLiteral(".zhpc"));
+}
+
 QString originNameOf(const QString& fileName)
 {
-    return fileName.left(fileName.lastIndexOf(QLatin1Char('.'))) + QStringLiteral(".origin");
+    const QString name = finishedNameOf(fileName);
+    return name.left(name.lastIndexOf(QLatin1Char('.'))) + QStringLiteral(".origin");
 }
 
 bool writeFile(const QString& fileName, const QString& text, QString& reason)
@@ -62,13 +80,26 @@ void zoHostEarlierConfigurations::setNewDocument(const QString& text)
 
 void zoHostEarlierConfigurations::keep(const QString& text, const QString& originFile)
 {
+    add(text, originFile, false);
+}
+
+void zoHostEarlierConfigurations::keepUnfinished(const QString& text, const QString& originFile)
+{
+    add(text, originFile, true);
+}
+
+void zoHostEarlierConfigurations::add(const QString& text, const QString& originFile, bool isUnfinished)
+{
     if (text.isEmpty() || text == m_newDocument)
         return;
     const QVector<Entry> before = entries();
-    if (!before.isEmpty() && textOf(before.constFirst()) == text)
+    // Not when the mark is missing: what is there twice is no loss.
+    if (!before.isEmpty() && before.constFirst().isUnfinished >= isUnfinished &&
+        textOf(before.constFirst()) == text)
         return;
 
     Entry entry;
+    entry.isUnfinished = isUnfinished;
     entry.replaced = QDateTime::currentDateTimeUtc();
     // Texts of their own: the given ones may lie in a module that is unloaded earlier.
     entry.originFile = QString(originFile.constData(), originFile.size());
@@ -77,6 +108,25 @@ void zoHostEarlierConfigurations::keep(const QString& text, const QString& origi
     writeWaiting();
     while (m_waiting.size() > Limit)
         m_waiting.removeFirst();
+    emit changed();
+}
+
+QVector<zoHostEarlierConfigurations::Entry> zoHostEarlierConfigurations::unfinished() const
+{
+    QVector<Entry> found = entries();
+    found.erase(std::remove_if(found.begin(), found.end(), [](const Entry& e) { return !e.isUnfinished; }),
+                found.end());
+    return found;
+}
+
+void zoHostEarlierConfigurations::finish(const Entry& entry)
+{
+    if (!entry.fileName.isEmpty())
+        QFile::rename(entry.fileName, finishedNameOf(entry.fileName));
+    for (Entry& waiting : m_waiting) {
+        if (waiting.replaced == entry.replaced && waiting.text == entry.text)
+            waiting.isUnfinished = false;
+    }
     emit changed();
 }
 
@@ -117,6 +167,7 @@ QVector<zoHostEarlierConfigurations::Entry> zoHostEarlierConfigurations::written
         entry.replaced =
             QDateTime::fromString(namePattern().match(name).captured(2), QLatin1String(StampFormat));
         entry.replaced.setTimeSpec(Qt::UTC);
+        entry.isUnfinished = !namePattern().match(name).captured(3).isEmpty();
         QFile origin(originNameOf(entry.fileName));
         if (origin.open(QIODevice::ReadOnly))
             entry.originFile = QString::fromUtf8(origin.readAll());
@@ -133,12 +184,15 @@ void zoHostEarlierConfigurations::writeWaiting()
     } else {
         // Hosts that run side by side number their files in one row.
         QLockFile lock(QDir(m_folder).filePath(QStringLiteral(".lock")));
-        if (!lock.tryLock(LockTimeoutMs))
+        // A disk without room for the lock has none for the file: writing that tells why.
+        if (!lock.tryLock(LockTimeoutMs) && lock.error() == QLockFile::LockFailedError)
             reason = tr("The folder cannot be written");
         while (reason.isEmpty() && !m_waiting.isEmpty() && write(m_waiting.constFirst(), reason))
             m_waiting.removeFirst();
-        if (reason.isEmpty())
+        if (reason.isEmpty()) {
             removeOldest();
+            removeRemains();
+        }
     }
     if (!reason.isEmpty())
         zoLog::error(tr("Unable to keep the replaced configuration in %1: %2. It stays under File > Earlier "
@@ -153,14 +207,18 @@ bool zoHostEarlierConfigurations::write(const Entry& entry, QString& reason) con
     QString fileName;
     // A file may be there unseen: a folder can be writable and yet not be readable.
     do {
-        const QString name = QStringLiteral("%1_%2.zhpc")
+        const QString name = QStringLiteral("%1_%2%3.zhpc")
                                  .arg(++number, 6, 10, QLatin1Char('0'))
-                                 .arg(entry.replaced.toString(QLatin1String(StampFormat)));
+                                 .arg(entry.replaced.toString(QLatin1String(StampFormat)),
+                                      QLatin1String(entry.isUnfinished ? UnfinishedMark : ""));
         fileName = QDir(m_folder).filePath(name);
-    } while (QFile::exists(fileName));
+    } while (QFile::exists(fileName) || QFile::exists(finishedNameOf(fileName)));
     // The configuration last: it is never there without its origin.
-    return writeFile(originNameOf(fileName), entry.originFile, reason) &&
-           writeFile(fileName, entry.text, reason);
+    const QString originName = originNameOf(fileName);
+    if (writeFile(originName, entry.originFile, reason) && writeFile(fileName, entry.text, reason))
+        return true;
+    QFile::remove(originName);
+    return false;
 }
 
 void zoHostEarlierConfigurations::removeOldest() const
@@ -169,5 +227,23 @@ void zoHostEarlierConfigurations::removeOldest() const
     for (int i = 0; i < all.size() - Limit; ++i) {
         QFile::remove(all.at(i).fileName);
         QFile::remove(originNameOf(all.at(i).fileName));
+    }
+}
+
+// Under the lock nobody else is between two writes: what is half there stays so.
+void zoHostEarlierConfigurations::removeRemains() const
+{
+    QSet<QString> origins;
+    const QVector<Entry> all = written();
+    for (const Entry& entry : all)
+        origins.insert(QFileInfo(originNameOf(entry.fileName)).fileName());
+    const QDir folder(m_folder);
+    const QStringList names = folder.entryList(QDir::Files);
+    for (const QString& name : names) {
+        const QString configuration = QFileInfo(name).completeBaseName() + QStringLiteral(".zhpc");
+        const bool isLonely = name.endsWith(QLatin1String(".origin")) && numberOf(configuration) != 0 &&
+                              !origins.contains(name);
+        if (isLonely || remainsPattern().match(name).hasMatch())
+            QFile::remove(folder.filePath(name));
     }
 }

@@ -6,8 +6,9 @@
 #include <QVector>
 
 // The last configurations that others took the place of. Each is a .zhpc file in a folder, named by number
-// and time (UTC), beside it a file .origin with the name of the file that it was open as. What cannot be
-// written stays in memory until it can.
+// and time (UTC), beside it a file .origin with the name of the file that it was open as. The name of one that
+// was open, unsaved, when its host was told to end says so until it was offered again. What cannot be written
+// stays in memory until it can.
 class zoHostEarlierConfigurations final : public QObject
 {
     Q_OBJECT
@@ -19,6 +20,7 @@ public:
         QString originFile; // empty: it had no file
         QString fileName;   // in the folder; empty: only in memory
         QString text;       // in memory only; see textOf()
+        bool isUnfinished = false;
     };
 
     static constexpr int Limit = 20;
@@ -37,6 +39,14 @@ public:
     // document and the text that is the newest already. Failures are logged.
     void keep(const QString& text, const QString& originFile);
 
+    // The same for work that its host has no time to save.
+    void keepUnfinished(const QString& text, const QString& originFile);
+
+    // What keepUnfinished() kept and nobody was offered yet, newest first.
+    QVector<Entry> unfinished() const;
+    // From here on it is an earlier configuration like the others.
+    void finish(const Entry& entry);
+
     // Newest first.
     QVector<Entry> entries() const;
 
@@ -48,9 +58,11 @@ signals:
 
 private:
     QVector<Entry> written() const; // oldest first
+    void add(const QString& text, const QString& originFile, bool isUnfinished);
     void writeWaiting();
     bool write(const Entry& entry, QString& reason) const;
     void removeOldest() const;
+    void removeRemains() const;
 
     QString m_folder;
     QString m_newDocument;

@@ -4,6 +4,7 @@
 #include "zoHostDocument.h"
 #include "zoHostEarlierConfigurations.h"
 #include "zoHostEarlierDialog.h"
+#include "zoHostFileGuard.h"
 #include "zoHostLogPanel.h"
 #include "zoHostPreferencesDialog.h"
 #include "zoHostRecentFiles.h"
@@ -135,6 +136,7 @@ zoHostMainWindow::zoHostMainWindow(const Services& services, QWidget* parent)
     resize(sizeHint());
     restoreLayout();
 
+    new zoHostFileGuard(this, m_document, services.controller, services.cluster);
     connect(m_document, &zoHostDocument::changed, this, &zoHostMainWindow::updateTitle);
     connect(m_pages, &QStackedWidget::currentChanged, this, &zoHostMainWindow::updateTitle);
     connect(services.cluster, &zoClusterService::started, this, &zoHostMainWindow::updateRunning);
@@ -428,7 +430,8 @@ void zoHostMainWindow::showEarlierConfigurations()
 
 void zoHostMainWindow::bringBack(const QString& text, const QString& originFile)
 {
-    if (m_services.cluster->isRunning())
+    // A text that could not be read must not empty the document; the log says why nothing happens.
+    if (m_services.cluster->isRunning() || text.isEmpty())
         return;
     if (!m_document->bringBack(text, originFile))
         zoLog::error(tr("Unable to bring the configuration back: no module takes it"));

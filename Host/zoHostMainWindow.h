@@ -76,6 +76,8 @@ public slots:
     // Opens a configuration as a person's wish; not while a session runs. Nobody is asked about unsaved
     // changes: what is replaced is kept among the earlier configurations.
     void openConfiguration(const QString& fileName);
+    // Brings an earlier configuration back; not while a session runs.
+    void bringBack(const QString& text, const QString& originFile);
 
 signals:
     // The user wants the window gone and lost nothing by it; emitted before it closes.
@@ -106,7 +108,6 @@ private:
     bool mayReplace() const;
     bool mayClose();
     bool offerRemoval(const QString& fileName);
-    void bringBack(const QString& text, const QString& originFile);
     bool takes(const QDropEvent* event) const;
     void restoreLayout();
     void saveLayout() const;

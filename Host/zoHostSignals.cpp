@@ -26,6 +26,7 @@ void setHandler(void (*handler)(int))
     action.sa_flags = SA_RESTART;
     sigaction(SIGINT, &action, nullptr);
     sigaction(SIGTERM, &action, nullptr);
+    sigaction(SIGHUP, &action, nullptr); // a terminal that is closed
 }
 } // namespace
 

@@ -2,7 +2,7 @@
 
 #include <QObject>
 
-// Turns an interrupt or a request to terminate (SIGINT, SIGTERM) into a signal on the user-interface thread,
+// Turns an interrupt or a request to terminate (SIGINT, SIGTERM, SIGHUP) into a signal on the user-interface thread,
 // so that the program ends in its usual order. At most one at a time.
 class zoHostSignals final : public QObject
 {

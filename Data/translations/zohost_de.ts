@@ -140,6 +140,49 @@
     </message>
 </context>
 <context>
+    <name>zoHostFileGuard</name>
+    <message>
+        <source>%1 was changed by another program since it was loaded and is not overwritten</source>
+        <translation>%1 wurde seit dem Laden von einem anderen Programm geändert und wird nicht überschrieben</translation>
+    </message>
+    <message>
+        <source>%1 was changed by another program since it was loaded.</source>
+        <translation>%1 wurde seit dem Laden von einem anderen Programm geändert.</translation>
+    </message>
+    <message>
+        <source>Overwrite it with what the window shows, or read it again? What the window shows is then kept under File &gt; Earlier configurations.</source>
+        <translation>Mit dem überschreiben, was das Fenster zeigt, oder neu laden? Was das Fenster zeigt, bleibt dann unter Datei &gt; Frühere Konfigurationen.</translation>
+    </message>
+    <message>
+        <source>&amp;Reload</source>
+        <translation>&amp;Neu laden</translation>
+    </message>
+    <message>
+        <source>&amp;Overwrite</source>
+        <translation>&amp;Überschreiben</translation>
+    </message>
+    <message>
+        <source>Save &amp;As...</source>
+        <translation>Speichern &amp;unter...</translation>
+    </message>
+    <message>
+        <source>%1 was changed by another program. Save asks before it overwrites it.</source>
+        <translation>%1 wurde von einem anderen Programm geändert. Speichern fragt, bevor es überschreibt.</translation>
+    </message>
+    <message>
+        <source>%1 was changed by another program.</source>
+        <translation>%1 wurde von einem anderen Programm geändert.</translation>
+    </message>
+    <message>
+        <source>Read it again?</source>
+        <translation>Neu laden?</translation>
+    </message>
+    <message>
+        <source>&amp;Keep</source>
+        <translation>&amp;Behalten</translation>
+    </message>
+</context>
+<context>
     <name>zoHostLogPanel</name>
     <message>
         <source>Messages of the host and its modules appear here.</source>
@@ -378,6 +421,41 @@ Das Protokoll nennt den Grund.</translation>
     <message>
         <source>&amp;Clear list</source>
         <translation>Liste &amp;leeren</translation>
+    </message>
+</context>
+<context>
+    <name>zoHostRecovery</name>
+    <message>
+        <source>A configuration that was never saved, of %1</source>
+        <translation>Eine nie gespeicherte Konfiguration vom %1</translation>
+    </message>
+    <message>
+        <source>%1, of %2</source>
+        <translation>%1, vom %2</translation>
+    </message>
+    <message>
+        <source>The host was told to end while there were changes that were not saved.</source>
+        <translation>Das Programm wurde beendet, während es ungespeicherte Änderungen gab.</translation>
+    </message>
+    <message>
+        <source>They stay under File &gt; Earlier configurations.</source>
+        <translation>Sie bleiben unter Datei &gt; Frühere Konfigurationen.</translation>
+    </message>
+    <message>
+        <source>&amp;Bring back</source>
+        <translation>&amp;Zurückholen</translation>
+    </message>
+    <message>
+        <source>&amp;Not now</source>
+        <translation>&amp;Nicht jetzt</translation>
+    </message>
+    <message>
+        <source>Hosts were told to end while there were changes that were not saved.</source>
+        <translation>Programme wurden beendet, während es ungespeicherte Änderungen gab.</translation>
+    </message>
+    <message>
+        <source>&amp;Show them</source>
+        <translation>An&amp;zeigen</translation>
     </message>
 </context>
 <context>

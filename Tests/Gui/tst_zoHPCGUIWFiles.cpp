@@ -1,5 +1,6 @@
 #include "zoDialogRobot.h"
 #include "zoFakeHost.h"
+#include "zoFullDisk.h"
 #include "zoHPCWindowTest.h"
 
 #include <zoHPCDocumentText.h>
@@ -19,9 +20,6 @@
 #include <QSignalSpy>
 #include <QStatusBar>
 
-#include <csignal>
-#include <sys/resource.h>
-
 namespace
 {
 // Types a file name into the file dialog and accepts.
@@ -30,26 +28,6 @@ void choose(QDialog* dialog, const QString& fileName)
     dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(fileName);
     QMetaObject::invokeMethod(dialog, "accept");
 }
-
-// No file may grow beyond `bytes` while this lives: what a full disk looks like to a program.
-class FullDisk final
-{
-public:
-    explicit FullDisk(rlim_t bytes)
-    {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        rlimit limit = m_before;
-        limit.rlim_cur = bytes;
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &m_before); }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
-private:
-    rlimit m_before{};
-};
 } // namespace
 
 // The cluster window and its files: what is written, read, refused and imported.
@@ -67,6 +45,7 @@ private slots:
     void savingAppendsTheExtension();
     void savingWithAnEmptyNameChangesNothing();
     void savingWhereNothingCanBeWrittenChangesNothing();
+    void fullDiskLeavesTheOldFileWhole_data();
     void fullDiskLeavesTheOldFileWhole();
     void saveAsksForANameOnlyWhenThereIsNone();
     void newForgetsTheFile();
@@ -205,21 +184,33 @@ void tst_zoHPCGUIWFiles::savingWhereNothingCanBeWrittenChangesNothing()
     QVERIFY(messages().isEmpty());
 }
 
+void tst_zoHPCGUIWFiles::fullDiskLeavesTheOldFileWhole_data()
+{
+    QTest::addColumn<QString>("hosts");
+
+    QTest::newRow("a-few-hundred-bytes") << QStringLiteral("n1 - n9");
+    QTest::newRow("more-than-a-buffer") << QStringLiteral("n0001 - n9000");
+}
+
 void tst_zoHPCGUIWFiles::fullDiskLeavesTheOldFileWhole()
 {
+    QFETCH(QString, hosts);
+    zoFullDisk disk(m_folder->path());
     const QString fileName = path("wall.zhpc");
     write(fileName, "the old content");
-    m_window->getTree()->setHostString(QStringLiteral("n0001 - n9000"));
-    expectMessage(QtCriticalMsg,
-                  QRegularExpression(QStringLiteral("^Unable to save cluster config .*wall\\.zhpc")));
+    m_window->getTree()->setHostString(hosts);
+    expectMessage(
+        QtCriticalMsg,
+        QRegularExpression(QStringLiteral("^Unable to save cluster config .*wall\\.zhpc: %1\\. What "
+                                          "the file held before is still there\\.$")
+                               .arg(disk.reason())));
+    disk.fill();
 
-    {
-        const FullDisk fullDisk(16 * 1024);
-        m_window->saveConfig(fileName);
-    }
+    m_window->saveConfig(fileName);
 
     QCOMPARE(contentOf(fileName), QByteArray("the old content"));
-    QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList{QStringLiteral("wall.zhpc")});
+    QCOMPARE(disk.countFiles(), 1);
+    QCOMPARE(m_window->windowFilePath(), QString());
 }
 
 void tst_zoHPCGUIWFiles::saveAsksForANameOnlyWhenThereIsNone()

@@ -1,6 +1,8 @@
 #include "zoFakeModule.h"
 
 #include <QAction>
+#include <zoFileWriter.h>
+
 #include <QCoreApplication>
 #include <QFile>
 
@@ -28,7 +30,10 @@ void zoFakeModuleWindow::loadConfig(const QString& fileName)
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly))
         return;
-    replace(QString::fromUtf8(file.readAll()));
+    const QString text = QString::fromUtf8(file.readAll());
+    setProperty("readFile", fileName);
+    setProperty("readFile", QVariant());
+    replace(text);
     m_savedText = m_text;
     setFile(fileName);
     updateMark();
@@ -37,13 +42,21 @@ void zoFakeModuleWindow::loadConfig(const QString& fileName)
 void zoFakeModuleWindow::saveConfig()
 {
     ++saves;
-    const QString name = windowFilePath().isEmpty() ? nextSaveName : windowFilePath();
-    QFile file(name);
-    if (name.isEmpty() || !file.open(QIODevice::WriteOnly))
+    saveAs(windowFilePath().isEmpty() ? nextSaveName : windowFilePath());
+}
+
+void zoFakeModuleWindow::saveAsConfig()
+{
+    ++saves;
+    saveAs(nextSaveName);
+}
+
+void zoFakeModuleWindow::saveAs(const QString& fileName)
+{
+    if (fileName.isEmpty() || zoFileWriter::write(fileName, m_text.toUtf8()) != zoFileWriter::Result::Written)
         return;
-    file.write(m_text.toUtf8());
     m_savedText = m_text;
-    setFile(name);
+    setFile(fileName);
     updateMark();
 }
 

@@ -10,6 +10,7 @@ class zoFakeModuleWindow final : public QMainWindow
 {
     Q_OBJECT
     Q_PROPERTY(bool differs READ differs)
+    Q_PROPERTY(QString configuration READ text)
 
 public:
     explicit zoFakeModuleWindow(QWidget* parent = nullptr);
@@ -29,12 +30,14 @@ public:
 public slots:
     void loadConfig(const QString& fileName);
     void saveConfig();
+    void saveAsConfig();
     void setDefaultConfig();
 
 private:
     void replace(const QString& text);
     void setFile(const QString& fileName);
     void updateMark();
+    void saveAs(const QString& fileName);
 
     QString m_text;
     QString m_savedText;

@@ -3,6 +3,7 @@
 
 #include <zoConfigurationCounts.h>
 #include <zoHostApplication.h>
+#include <zoHostDocument.h>
 #include <zoKernelServiceFactory.h>
 
 #include <QAction>
@@ -13,6 +14,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QSessionManager>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -20,6 +22,8 @@
 #include <QTreeWidget>
 #include <QWindow>
 
+#include <csignal>
+#include <cstddef>
 #include <memory>
 
 namespace
@@ -76,6 +80,11 @@ private slots:
     void replacedConfigurationComesBack();
     void untouchedNewConfigurationIsNotKept();
     void configurationOfTheServiceIsRemembered();
+    void unsavedWorkIsOfferedAgain_data();
+    void unsavedWorkIsOfferedAgain();
+    void savedWorkIsNotOffered();
+    void workOfALogoutThatWasCalledOffIsNotOffered();
+    void changedFileIsNotOverwrittenUnasked();
     void scriptLeavesNoTrace();
 
 private:
@@ -361,6 +370,134 @@ void tst_zoHostApplication::configurationOfTheServiceIsRemembered()
     const zoHostEarlierConfigurations kept(zoHostEarlierConfigurations::defaultFolder());
     QVERIFY(kept.textOf(kept.entries().constFirst()).contains("<network"));
     QCOMPARE(kept.entries().constFirst().originFile, QString());
+}
+
+namespace
+{
+// No platform of a test has a session manager; nobody looks at the argument.
+void logOut()
+{
+    alignas(std::max_align_t) static char manager[256];
+    emit qGuiApp->commitDataRequest(*reinterpret_cast<QSessionManager*>(manager));
+}
+
+void clickRole(QDialog* dialog, QMessageBox::ButtonRole role)
+{
+    auto* box = qobject_cast<QMessageBox*>(dialog);
+    QVERIFY(box != nullptr);
+    const QList<QAbstractButton*> buttons = box->buttons();
+    for (QAbstractButton* button : buttons) {
+        if (box->buttonRole(button) == role)
+            button->click();
+    }
+}
+} // namespace
+
+void tst_zoHostApplication::unsavedWorkIsOfferedAgain_data()
+{
+    QTest::addColumn<int>("signal"); // 0: a logout
+    QTest::addColumn<bool>("hasFile");
+
+    QTest::newRow("terminate") << SIGTERM << true;
+    QTest::newRow("terminate-never-saved") << SIGTERM << false;
+    QTest::newRow("hang-up") << SIGHUP << true;
+    QTest::newRow("logout") << 0 << true;
+}
+
+void tst_zoHostApplication::unsavedWorkIsOfferedAgain()
+{
+    QFETCH(int, signal);
+    QFETCH(bool, hasFile);
+    const QString file = hasFile ? copySample("powerwall-2x2.zhpc", "wall.zhpc") : QString();
+    if (hasFile)
+        mainWindow()->openConfiguration(file);
+    actionOf(moduleWindow(), "Add network")->trigger();
+    const QString work = moduleWindow()->property("configuration").toString();
+    QCOMPARE(zoConfigurationCounts(work).networks, 2);
+
+    if (signal == 0)
+        logOut();
+    else
+        QCOMPARE(::raise(signal), 0);
+
+    const zoHostEarlierConfigurations kept(zoHostEarlierConfigurations::defaultFolder());
+    QTRY_COMPARE(kept.entries().size(), 1);
+    QCOMPARE(kept.textOf(kept.entries().constFirst()), work);
+    QCOMPARE(kept.entries().constFirst().originFile, file);
+    m_host.reset();
+    zoHostOptions options;
+    options.configFile = file;
+    options.moduleFiles = QStringList(QStringLiteral(ZO_MODULE_FILE));
+    m_host = std::make_unique<zoHostApplication>(options);
+    QString question;
+    const zoDialogRobot robot([&](QDialog* dialog) {
+        question = qobject_cast<QMessageBox*>(dialog)->informativeText();
+        clickRole(dialog, QMessageBox::AcceptRole);
+        QCoreApplication::quit();
+    });
+    m_host->run();
+
+    QCOMPARE(robot.handled(), 1);
+    QVERIFY2(question.contains(hasFile ? file : QStringLiteral("never saved")), qPrintable(question));
+    QCOMPARE(moduleWindow()->property("configuration").toString(), work);
+    QCOMPARE(moduleWindow()->windowFilePath(), file);
+    QVERIFY(mainWindow()->document()->differs());
+    QCOMPARE(kept.unfinished().size(), 0);
+}
+
+void tst_zoHostApplication::savedWorkIsNotOffered()
+{
+    mainWindow()->openConfiguration(copySample("powerwall-2x2.zhpc", "wall.zhpc"));
+
+    logOut();
+
+    const zoHostEarlierConfigurations kept(zoHostEarlierConfigurations::defaultFolder());
+    QCOMPARE(kept.entries().size(), 0);
+}
+
+void tst_zoHostApplication::workOfALogoutThatWasCalledOffIsNotOffered()
+{
+    mainWindow()->openConfiguration(copySample("powerwall-2x2.zhpc", "wall.zhpc"));
+    actionOf(moduleWindow(), "Add network")->trigger();
+    logOut();
+    const zoHostEarlierConfigurations kept(zoHostEarlierConfigurations::defaultFolder());
+    QCOMPARE(kept.unfinished().size(), 1);
+    QVERIFY(mainWindow()->document()->save(moduleWindow()));
+
+    QVERIFY(mainWindow()->close());
+
+    QCOMPARE(kept.unfinished().size(), 0);
+    QCOMPARE(kept.entries().size(), 1);
+}
+
+void tst_zoHostApplication::changedFileIsNotOverwrittenUnasked()
+{
+    const QString file = copySample("powerwall-2x2.zhpc", "wall.zhpc");
+    mainWindow()->openConfiguration(file);
+    actionOf(moduleWindow(), "Add network")->trigger();
+    const QByteArray foreign("<cluster version=\"1\"/>");
+    {
+        QFile another(file);
+        QVERIFY(another.open(QIODevice::WriteOnly));
+        another.write(foreign);
+    }
+    {
+        const zoDialogRobot robot([&](QDialog* dialog) { clickRole(dialog, QMessageBox::RejectRole); });
+        actionOf(moduleWindow(), "Save")->trigger();
+        QCOMPARE(robot.handled(), 1);
+    }
+    QFile saved(file);
+    QVERIFY(saved.open(QIODevice::ReadOnly));
+    QCOMPARE(saved.readAll(), foreign);
+    QVERIFY(mainWindow()->document()->differs());
+
+    const zoDialogRobot robot([&](QDialog* dialog) { clickRole(dialog, QMessageBox::AcceptRole); });
+    actionOf(moduleWindow(), "Save")->trigger();
+    QCOMPARE(robot.handled(), 1);
+    actionOf(moduleWindow(), "Add network")->trigger();
+    actionOf(moduleWindow(), "Save")->trigger();
+
+    QVERIFY(!mainWindow()->document()->differs());
 }
 
 void tst_zoHostApplication::scriptLeavesNoTrace()

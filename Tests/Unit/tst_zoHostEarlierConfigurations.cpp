@@ -1,3 +1,4 @@
+#include "zoFullDisk.h"
 #include "zoTestCase.h"
 
 #include <zoHostEarlierConfigurations.h>
@@ -34,6 +35,10 @@ private slots:
     void orderIsThatOfTheReplacementsWhateverTheClockSays();
     void fileWithoutOriginIsStillListed();
     void unwritableFolderLosesNothing();
+    void fullDiskLosesNothing();
+    void whatAKillLeftIsRemoved();
+    void unfinishedWorkIsMarkedUntilItWasOffered();
+    void unfinishedWorkThatIsKeptAlreadyIsMarked();
     void waitingOnesAreWrittenOnceTheFolderCanBe();
     void unreadableFileIsLogged();
     void textsAreCopied();
@@ -229,6 +234,71 @@ void tst_zoHostEarlierConfigurations::unwritableFolderLosesNothing()
     QCOMPARE(texts(), QStringList({"<b/>", "<a/>"}));
     QCOMPARE(m_earlier->entries().constLast().originFile, QStringLiteral("/a.zhpc"));
     m_earlier.reset();
+}
+
+void tst_zoHostEarlierConfigurations::fullDiskLosesNothing()
+{
+    QVERIFY(QDir().mkpath(folder()));
+    zoFullDisk disk(folder());
+    m_earlier->keep("<a/>", "/a.zhpc");
+    disk.fill();
+    expectMessage(QtCriticalMsg,
+                  QRegularExpression("Unable to keep the replaced configuration in .*" + disk.reason()));
+
+    m_earlier->keep(QString(800, QLatin1Char('b')), "/b.zhpc");
+
+    QCOMPARE(texts(), QStringList({QString(800, QLatin1Char('b')), "<a/>"}));
+    QCOMPARE(m_earlier->entries().constFirst().originFile, QStringLiteral("/b.zhpc"));
+    QCOMPARE(fileNames().size(), 1);
+    QCOMPARE(QDir(folder()).entryList({"*.origin"}, QDir::Files).size(), 1);
+    expectMessage(QtCriticalMsg, QRegularExpression("Unable to keep"));
+    m_earlier.reset();
+}
+
+void tst_zoHostEarlierConfigurations::whatAKillLeftIsRemoved()
+{
+    m_earlier->keep("<a/>", "/a.zhpc");
+    // An origin whose configuration was never written, and a file that never got its name.
+    for (const char* name : {"000002_20260101T000000Z.origin", "000002_20260101T000000Z.zhpc.0123abcd",
+                             "000003_20260101T000000Z.origin.0123abcd"})
+        QVERIFY(QFile(QDir(folder()).filePath(name)).open(QIODevice::WriteOnly));
+
+    m_earlier->keep("<b/>", QString());
+
+    QCOMPARE(texts(), QStringList({"<b/>", "<a/>"}));
+    QCOMPARE(fileNames().size(), 2);
+    QCOMPARE(QDir(folder()).entryList(QDir::Files).size(), 4);
+    QCOMPARE(m_earlier->entries().constLast().originFile, QStringLiteral("/a.zhpc"));
+}
+
+void tst_zoHostEarlierConfigurations::unfinishedWorkIsMarkedUntilItWasOffered()
+{
+    m_earlier->keep("<a/>", "/a.zhpc");
+    m_earlier->keepUnfinished("<b/>", "/b.zhpc");
+    m_earlier = std::make_unique<zoHostEarlierConfigurations>(folder());
+
+    const auto unfinished = m_earlier->unfinished();
+    QCOMPARE(unfinished.size(), 1);
+    QCOMPARE(m_earlier->textOf(unfinished.constFirst()), QStringLiteral("<b/>"));
+    QCOMPARE(unfinished.constFirst().originFile, QStringLiteral("/b.zhpc"));
+    QCOMPARE(texts(), QStringList({"<b/>", "<a/>"}));
+
+    m_earlier->finish(unfinished.constFirst());
+
+    m_earlier = std::make_unique<zoHostEarlierConfigurations>(folder());
+    QCOMPARE(m_earlier->unfinished().size(), 0);
+    QCOMPARE(texts(), QStringList({"<b/>", "<a/>"}));
+    QCOMPARE(m_earlier->entries().constFirst().originFile, QStringLiteral("/b.zhpc"));
+}
+
+void tst_zoHostEarlierConfigurations::unfinishedWorkThatIsKeptAlreadyIsMarked()
+{
+    m_earlier->keep("<a/>", QString());
+    m_earlier->keepUnfinished("<a/>", QString());
+    m_earlier->keepUnfinished("<a/>", QString());
+
+    QCOMPARE(m_earlier->unfinished().size(), 1);
+    QCOMPARE(texts(), QStringList({"<a/>", "<a/>"}));
 }
 
 void tst_zoHostEarlierConfigurations::waitingOnesAreWrittenOnceTheFolderCanBe()

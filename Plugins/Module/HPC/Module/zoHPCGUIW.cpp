@@ -573,6 +573,9 @@ void zoHPCGUIW::loadConfig(const QString& fileName)
         return;
     }
     file.close();
+    // A host sees by it that somebody else changed the file later.
+    setProperty("readFile", QFileInfo(fileName).absoluteFilePath());
+    setProperty("readFile", QVariant());
     m_lastConfig = textOf(bytes);
     const QString going = documentText();
     if (m_lastConfig != going)

@@ -35,6 +35,7 @@ class zoHPCGUIW : public QMainWindow, private Ui_zoHPCGUIW
 {
     Q_OBJECT
     Q_PROPERTY(bool differs READ differs)
+    Q_PROPERTY(QString configuration READ documentText)
 
 public:
     zoHPCGUIW(QWidget* parent, const QString& name);

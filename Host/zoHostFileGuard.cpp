@@ -1,0 +1,255 @@
+#include "zoHostFileGuard.h"
+
+#include "zoHostDocument.h"
+#include "zoHostMainWindow.h"
+
+#include <zoClusterService.h>
+#include <zoControllerService.h>
+#include <zoFileWriter.h>
+#include <zoLog.h>
+
+#include <QApplication>
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QStatusBar>
+
+#include <sys/stat.h>
+
+namespace
+{
+constexpr int SettleMs = 200;
+constexpr int MessageMs = 20000;
+constexpr qint64 NsPerSecond = 1000000000;
+
+QString absoluteName(const QString& fileName)
+{
+    return QFileInfo(fileName).absoluteFilePath();
+}
+
+QString shortName(const QString& fileName)
+{
+    return QFileInfo(fileName).fileName();
+}
+} // namespace
+
+zoHostFileGuard::zoHostFileGuard(zoHostMainWindow* window, zoHostDocument* document,
+                                 zoControllerService* controller, zoClusterService* cluster)
+    : QObject(window), m_window(window), m_document(document), m_controller(controller), m_cluster(cluster)
+{
+    zoFileWriter::setGuard({[this](const QString& fileName) { return mayWrite(fileName); },
+                            [this](const QString& fileName) {
+                                if (m_known.contains(absoluteName(fileName)))
+                                    takeNote(fileName);
+                            }});
+    connect(document, &zoHostDocument::fileRead, this, &zoHostFileGuard::takeNoteOfRead);
+    connect(document, &zoHostDocument::fileOpened, this, [this](const QString& fileName) {
+        m_reading.clear();
+        if (!m_known.contains(fileName))
+            takeNote(fileName);
+        forgetOthers();
+    });
+    connect(document, &zoHostDocument::changed, this, &zoHostFileGuard::forgetOthers);
+    connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, [this] { m_settled.start(); });
+    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, [this] { m_settled.start(); });
+    connect(cluster, &zoClusterService::stopped, this, [this] { m_settled.start(); });
+    connect(&m_settled, &QTimer::timeout, this, &zoHostFileGuard::checkFiles);
+    m_settled.setObjectName(QStringLiteral("FileGuardTimer")); // for tests that wait for a look
+    m_settled.setSingleShot(true);
+    m_settled.setInterval(SettleMs);
+    // Not every file system tells of changes: whoever comes back from another program may have made some.
+    window->installEventFilter(this);
+}
+
+zoHostFileGuard::~zoHostFileGuard()
+{
+    zoFileWriter::setGuard({});
+}
+
+bool zoHostFileGuard::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::WindowActivate && !m_known.isEmpty())
+        m_settled.start();
+    return QObject::eventFilter(watched, event);
+}
+
+bool zoHostFileGuard::State::isUntouched(const State& other) const
+{
+    return exists == other.exists && device == other.device && number == other.number && size == other.size &&
+           changedNs == other.changedNs;
+}
+
+zoHostFileGuard::State zoHostFileGuard::stateOf(const QString& fileName)
+{
+    State state;
+    QFile file(fileName);
+    struct stat status
+    {
+    };
+    if (!file.open(QIODevice::ReadOnly) || ::fstat(file.handle(), &status) != 0)
+        return state;
+    state.exists = true;
+    state.device = quint64(status.st_dev);
+    state.number = quint64(status.st_ino);
+    state.size = status.st_size;
+    state.changedNs = status.st_mtim.tv_sec * NsPerSecond + status.st_mtim.tv_nsec;
+    QCryptographicHash sum(QCryptographicHash::Sha1);
+    if (S_ISREG(status.st_mode) && sum.addData(&file))
+        state.sum = sum.result();
+    return state;
+}
+
+bool zoHostFileGuard::isChanged(const QString& fileName)
+{
+    const State now = stateOf(fileName);
+    State& known = m_known[fileName];
+    // What is gone can be written again.
+    if (!now.exists || known.isUntouched(now))
+        return false;
+    if (known.sum != now.sum)
+        return true;
+    known = now;
+    return false;
+}
+
+void zoHostFileGuard::takeNote(const QString& fileName)
+{
+    const QString name = absoluteName(fileName);
+    m_known.insert(name, stateOf(name));
+    m_told.remove(name);
+    watch();
+}
+
+void zoHostFileGuard::takeNoteOfRead(const QString& fileName)
+{
+    m_reading = absoluteName(fileName);
+    takeNote(fileName);
+}
+
+void zoHostFileGuard::forgetOthers()
+{
+    const QStringList names = m_known.keys();
+    for (const QString& name : names) {
+        if (name == m_reading || windowOf(name) != nullptr)
+            continue;
+        m_known.remove(name);
+        m_told.remove(name);
+    }
+    if (names.size() != m_known.size())
+        watch();
+}
+
+// The folders, too: a file that another one takes the place of is watched no more.
+void zoHostFileGuard::watch()
+{
+    if (m_controller->isNonInteractive())
+        return;
+    QStringList wanted;
+    for (auto it = m_known.cbegin(); it != m_known.cend(); ++it) {
+        if (QFileInfo::exists(it.key()))
+            wanted << it.key();
+        wanted << QFileInfo(it.key()).absolutePath();
+    }
+    wanted.removeDuplicates();
+    const QStringList watched = m_watcher.files() + m_watcher.directories();
+    for (const QString& name : watched) {
+        if (!wanted.contains(name))
+            m_watcher.removePath(name);
+    }
+    for (const QString& name : qAsConst(wanted)) {
+        if (!watched.contains(name) && QFileInfo::exists(name))
+            m_watcher.addPath(name);
+    }
+}
+
+bool zoHostFileGuard::mayWrite(const QString& fileName)
+{
+    const QString name = absoluteName(fileName);
+    if (!m_known.contains(name) || !isChanged(name))
+        return true;
+    if (!m_controller->isNonInteractive())
+        return ask(name);
+    zoLog::error(tr("%1 was changed by another program since it was loaded and is not overwritten")
+                     .arg(QDir::toNativeSeparators(name)));
+    return false;
+}
+
+bool zoHostFileGuard::ask(const QString& fileName)
+{
+    const QPointer<QWidget> moduleWindow = windowOf(fileName);
+    QMessageBox box(QMessageBox::Warning, QStringLiteral("zohost"),
+                    tr("%1 was changed by another program since it was loaded.").arg(shortName(fileName)),
+                    QMessageBox::NoButton, m_window);
+    box.setInformativeText(
+        tr("Overwrite it with what the window shows, or read it again? What the window shows "
+           "is then kept under File > Earlier configurations."));
+    QPushButton* reload = box.addButton(tr("&Reload"), QMessageBox::DestructiveRole);
+    const QPushButton* overwrite = box.addButton(tr("&Overwrite"), QMessageBox::AcceptRole);
+    const QPushButton* saveAs = box.addButton(tr("Save &As..."), QMessageBox::ActionRole);
+    box.setDefaultButton(box.addButton(QMessageBox::Cancel));
+    reload->setEnabled(!m_cluster->isRunning());
+    box.exec();
+    if (box.clickedButton() == overwrite)
+        return true;
+    if (box.clickedButton() == reload)
+        m_document->load(fileName);
+    else if (box.clickedButton() == saveAs && moduleWindow)
+        QMetaObject::invokeMethod(moduleWindow, "saveAsConfig", Qt::DirectConnection);
+    return false;
+}
+
+void zoHostFileGuard::checkFiles()
+{
+    watch();
+    // A dialog is open, or a session runs: this is called again after them.
+    if (m_controller->isNonInteractive() || QApplication::activeModalWidget() != nullptr ||
+        m_cluster->isRunning())
+        return;
+    const QStringList names = m_known.keys();
+    for (const QString& name : names) {
+        QWidget* moduleWindow = windowOf(name);
+        if (moduleWindow == nullptr || !isChanged(name))
+            continue;
+        const QByteArray sum = stateOf(name).sum;
+        if (m_told.value(name) == sum)
+            continue;
+        m_told.insert(name, sum);
+        if (!m_document->differs(moduleWindow)) {
+            offerReload(name);
+            return;
+        }
+        m_window->statusBar()->showMessage(
+            tr("%1 was changed by another program. Save asks before it overwrites it.").arg(shortName(name)),
+            MessageMs);
+    }
+}
+
+void zoHostFileGuard::offerReload(const QString& fileName)
+{
+    m_offer = new QMessageBox(QMessageBox::Question, QStringLiteral("zohost"),
+                              tr("%1 was changed by another program.").arg(shortName(fileName)),
+                              QMessageBox::NoButton, m_window);
+    m_offer->setAttribute(Qt::WA_DeleteOnClose);
+    m_offer->setInformativeText(tr("Read it again?"));
+    QPushButton* reload = m_offer->addButton(tr("&Reload"), QMessageBox::AcceptRole);
+    m_offer->addButton(tr("&Keep"), QMessageBox::RejectRole);
+    m_offer->setDefaultButton(reload);
+    connect(m_offer, &QMessageBox::finished, this, [this, fileName, reload] {
+        if (m_offer->clickedButton() == reload && !m_cluster->isRunning())
+            m_document->load(fileName);
+    });
+    m_offer->open();
+}
+
+QWidget* zoHostFileGuard::windowOf(const QString& fileName) const
+{
+    const QList<QWidget*> windows = m_window->moduleWindows();
+    for (QWidget* moduleWindow : windows) {
+        if (moduleWindow->windowFilePath() == fileName)
+            return moduleWindow;
+    }
+    return nullptr;
+}

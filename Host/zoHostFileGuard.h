@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QByteArray>
+#include <QFileSystemWatcher>
+#include <QHash>
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QTimer>
+
+class QMessageBox;
+class QWidget;
+class zoClusterService;
+class zoControllerService;
+class zoHostDocument;
+class zoHostMainWindow;
+
+// Sees to it that nobody's changes get lost in the file of an open configuration: one that another program
+// changed is not overwritten unasked, and is offered to be read again while nothing of its window is unsaved.
+class zoHostFileGuard final : public QObject
+{
+    Q_OBJECT
+
+public:
+    // The window is also the parent. One guard at a time speaks for the files that are written.
+    zoHostFileGuard(zoHostMainWindow* window, zoHostDocument* document, zoControllerService* controller,
+                    zoClusterService* cluster);
+    ~zoHostFileGuard() override;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override; // of the window
+
+private:
+    // What a file held when it was last read or written here.
+    struct State
+    {
+        bool exists = false;
+        quint64 device = 0;
+        quint64 number = 0;
+        qint64 size = 0;
+        qint64 changedNs = 0;
+        QByteArray sum; // of the content
+
+        bool isUntouched(const State& other) const;
+    };
+
+    static State stateOf(const QString& fileName);
+    // Whether another program changed it; also takes note of one that was only written anew.
+    bool isChanged(const QString& fileName);
+    void takeNote(const QString& fileName);
+    void takeNoteOfRead(const QString& fileName);
+    void forgetOthers();
+    void watch();
+
+    bool mayWrite(const QString& fileName);
+    bool ask(const QString& fileName);
+    void checkFiles();
+    void offerReload(const QString& fileName);
+    QWidget* windowOf(const QString& fileName) const;
+
+    zoHostMainWindow* m_window;
+    zoHostDocument* m_document;
+    zoControllerService* m_controller;
+    zoClusterService* m_cluster;
+    QHash<QString, State> m_known;     // by absolute name
+    QHash<QString, QByteArray> m_told; // sums of the changes that a person knows of
+    QString m_reading;                 // its window has another name yet
+    QFileSystemWatcher m_watcher;
+    QTimer m_settled{this}; // programs write in several steps
+    QPointer<QMessageBox> m_offer;
+};

@@ -1,0 +1,116 @@
+#include "zoHostRecovery.h"
+
+#include "zoHostDocument.h"
+#include "zoHostMainWindow.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QLocale>
+#include <QMessageBox>
+#include <QPushButton>
+
+zoHostRecovery::zoHostRecovery(zoHostMainWindow* window, zoHostEarlierConfigurations* earlier)
+    : m_window(window), m_earlier(earlier)
+{
+    // A logout does not wait for answers: without this, windows would be closed and ask.
+    QGuiApplication::setFallbackSessionManagementEnabled(false);
+    connect(qGuiApp, &QGuiApplication::commitDataRequest, this, &zoHostRecovery::keepUnfinished);
+    connect(window, &zoHostMainWindow::closing, this, &zoHostRecovery::finish);
+}
+
+zoHostRecovery::~zoHostRecovery() = default;
+
+void zoHostRecovery::keepUnfinished()
+{
+    const zoHostDocument* document = m_window->document();
+    const QList<QWidget*> windows = m_window->moduleWindows();
+    for (const QWidget* moduleWindow : windows) {
+        if (!document->differs(moduleWindow))
+            continue;
+        const QString text = document->text(moduleWindow);
+        m_earlier->keepUnfinished(text, moduleWindow->windowFilePath());
+        m_kept << QString(text.constData(), text.size());
+    }
+}
+
+// A logout may be called off: what was kept for it is saved or discarded by now.
+void zoHostRecovery::finish()
+{
+    const QVector<Entry> entries = m_earlier->unfinished();
+    for (const Entry& entry : entries) {
+        if (m_kept.contains(m_earlier->textOf(entry)))
+            m_earlier->finish(entry);
+    }
+}
+
+void zoHostRecovery::offer()
+{
+    const QVector<Entry> entries = m_earlier->unfinished();
+    if (entries.isEmpty())
+        return;
+    // Asked once: what is not brought back now stays in the list.
+    for (const Entry& entry : entries)
+        m_earlier->finish(entry);
+    // The files have other names now.
+    const QVector<Entry> listed = m_earlier->entries();
+    if (entries.size() == 1) {
+        for (const Entry& entry : listed) {
+            if (entry.replaced == entries.constFirst().replaced &&
+                entry.originFile == entries.constFirst().originFile) {
+                offerOne(entry);
+                return;
+            }
+        }
+    } else {
+        offerList(entries);
+    }
+}
+
+QString zoHostRecovery::describe(const Entry& entry)
+{
+    const QString time = QLocale().toString(entry.replaced.toLocalTime(), QLocale::ShortFormat);
+    return entry.originFile.isEmpty() ? tr("A configuration that was never saved, of %1").arg(time)
+                                      : tr("%1, of %2").arg(QDir::toNativeSeparators(entry.originFile), time);
+}
+
+void zoHostRecovery::offerOne(const Entry& entry)
+{
+    auto* box = new QMessageBox(QMessageBox::Question, QStringLiteral("zohost"),
+                                tr("The host was told to end while there were changes that were not saved."),
+                                QMessageBox::NoButton, m_window);
+    box->setObjectName(QStringLiteral("RecoveryBox"));
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setInformativeText(describe(entry) + QLatin1Char('\n') +
+                            tr("They stay under File > Earlier configurations."));
+    QPushButton* bringBack = box->addButton(tr("&Bring back"), QMessageBox::AcceptRole);
+    box->addButton(tr("&Not now"), QMessageBox::RejectRole);
+    box->setDefaultButton(bringBack);
+    connect(box, &QMessageBox::finished, this, [this, box, bringBack, entry] {
+        if (box->clickedButton() == bringBack)
+            m_window->bringBack(m_earlier->textOf(entry), entry.originFile);
+    });
+    box->open();
+}
+
+void zoHostRecovery::offerList(const QVector<Entry>& entries)
+{
+    QStringList lines;
+    for (const Entry& entry : entries)
+        lines << describe(entry);
+    auto* box = new QMessageBox(QMessageBox::Question, QStringLiteral("zohost"),
+                                tr("Hosts were told to end while there were changes that were not saved."),
+                                QMessageBox::NoButton, m_window);
+    box->setObjectName(QStringLiteral("RecoveryBox"));
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setInformativeText(lines.join(QLatin1Char('\n')) + QLatin1Char('\n') +
+                            tr("They stay under File > Earlier configurations."));
+    QPushButton* show = box->addButton(tr("&Show them"), QMessageBox::AcceptRole);
+    box->addButton(tr("&Not now"), QMessageBox::RejectRole);
+    box->setDefaultButton(show);
+    connect(box, &QMessageBox::finished, this, [this, box, show] {
+        if (box->clickedButton() == show)
+            m_window->showEarlierConfigurations();
+    });
+    box->open();
+}

@@ -1,0 +1,341 @@
+#include "zoDialogRobot.h"
+#include "zoFakeModule.h"
+#include "zoHostParts.h"
+#include "zoTestCase.h"
+
+#include <zoHostDocument.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QStatusBar>
+#include <QTimer>
+#include <QToolBar>
+
+#include <cstdio>
+#include <memory>
+
+// A file that is open here and that another program changes.
+class tst_zoHostFileGuard final : public zoTestCase
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void changedFileIsNotOverwrittenUnasked_data();
+    void changedFileIsNotOverwrittenUnasked();
+    void scriptDoesNotOverwriteAChangedFile();
+    void ownFileIsWrittenUnasked();
+    void fileWithTheSameContentIsWrittenUnasked();
+    void missingFileIsWrittenUnasked();
+    void fileThatWasLoadedAgainIsWrittenUnasked();
+    void fileThatWasLoadedTwiceInATurnIsWrittenUnasked();
+    void linkToAChangedFileIsNotOverwrittenUnasked();
+    void reloadIsOfferedWhileNothingIsUnsaved_data();
+    void reloadIsOfferedWhileNothingIsUnsaved();
+    void changeThatWasKeptOutIsAskedAboutBySave();
+    void unsavedWorkIsNotAskedToGo();
+    void nothingIsOfferedWhileASessionRuns();
+    void nothingIsOfferedOverADialog();
+
+private:
+    void open(bool nonInteractive);
+    QString load();
+    // As another program does: over the old bytes, or by a new file that takes its place.
+    void change(const QString& text, bool byRename = false) const;
+    QString content() const;
+    QMessageBox* box() const { return qobject_cast<QMessageBox*>(QApplication::activeModalWidget()); }
+    // The moments at which the guard looks at its files.
+    QSignalSpy looks() const
+    {
+        return QSignalSpy(m_host->findChild<QTimer*>("FileGuardTimer"), SIGNAL(timeout()));
+    }
+    static void click(QDialog* dialog, const QString& text);
+
+    std::unique_ptr<zoHostParts> m_parts;
+    std::unique_ptr<zoHostMainWindow> m_host;
+    zoFakeModuleWindow* m_window = nullptr; // owned by the host's window
+    std::unique_ptr<zoFakeModule> m_module;
+};
+
+void tst_zoHostFileGuard::init()
+{
+    open(false);
+}
+
+void tst_zoHostFileGuard::open(bool nonInteractive)
+{
+    m_host.reset();
+    m_parts = std::make_unique<zoHostParts>(nonInteractive);
+    m_host = std::make_unique<zoHostMainWindow>(m_parts->services());
+    m_window = new zoFakeModuleWindow(m_host.get());
+    m_module = std::make_unique<zoFakeModule>(m_window);
+    m_host->addModule("Fake", "Rendering", m_window, QString(), QIcon(), "Fake");
+    m_host->moduleToolBar()->addAction(m_module->toggleAction());
+}
+
+void tst_zoHostFileGuard::cleanup()
+{
+    m_host.reset();
+    m_parts.reset();
+    zoTestCase::cleanup();
+}
+
+QString tst_zoHostFileGuard::load()
+{
+    const QString file = m_parts->writeFile("wall.zhpc", "loaded");
+    m_window->loadConfig(file);
+    return file;
+}
+
+void tst_zoHostFileGuard::change(const QString& text, bool byRename) const
+{
+    const QString written = m_parts->writeFile(byRename ? "wall.new" : "wall.zhpc", text);
+    if (byRename)
+        QCOMPARE(std::rename(QFile::encodeName(written).constData(),
+                             QFile::encodeName(m_parts->filePath("wall.zhpc")).constData()),
+                 0);
+}
+
+QString tst_zoHostFileGuard::content() const
+{
+    QFile file(m_parts->filePath("wall.zhpc"));
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+void tst_zoHostFileGuard::click(QDialog* dialog, const QString& text)
+{
+    const QList<QAbstractButton*> buttons = dialog->findChildren<QAbstractButton*>();
+    for (QAbstractButton* button : buttons) {
+        if (QString(button->text()).remove(QLatin1Char('&')) == text) {
+            button->click();
+            return;
+        }
+    }
+    QFAIL("no such button");
+}
+
+void tst_zoHostFileGuard::changedFileIsNotOverwrittenUnasked_data()
+{
+    QTest::addColumn<QString>("answer");
+    QTest::addColumn<QString>("content");
+    QTest::addColumn<QString>("shown");
+    QTest::addColumn<bool>("differs");
+
+    QTest::newRow("cancel") << "Cancel"
+                            << "by another"
+                            << "mine" << true;
+    QTest::newRow("overwrite") << "Overwrite"
+                               << "mine"
+                               << "mine" << false;
+    QTest::newRow("reload") << "Reload"
+                            << "by another"
+                            << "by another" << false;
+    QTest::newRow("save-as") << "Save As..."
+                             << "by another"
+                             << "mine" << false;
+}
+
+void tst_zoHostFileGuard::changedFileIsNotOverwrittenUnasked()
+{
+    QFETCH(QString, answer);
+    load();
+    m_window->edit("mine");
+    change("by another");
+    m_window->nextSaveName = m_parts->filePath("other.zhpc");
+    const zoDialogRobot robot([&](QDialog* dialog) { click(dialog, answer); });
+
+    m_window->saveConfig();
+
+    QCOMPARE(robot.handled(), 1);
+    QTEST(content(), "content");
+    QTEST(m_window->text(), "shown");
+    QTEST(m_window->differs(), "differs");
+    QCOMPARE(QFile::exists(m_window->nextSaveName), answer == "Save As...");
+    // Once is enough.
+    if (answer != "Cancel") {
+        m_window->edit("later");
+        m_window->saveConfig();
+        QVERIFY(!m_window->differs());
+    }
+}
+
+void tst_zoHostFileGuard::scriptDoesNotOverwriteAChangedFile()
+{
+    open(true);
+    load();
+    m_window->edit("mine");
+    change("by another");
+    expectMessage(QtCriticalMsg,
+                  QRegularExpression("wall.zhpc was changed by another program since it was loaded"));
+
+    m_window->saveConfig();
+
+    QCOMPARE(content(), QStringLiteral("by another"));
+    QVERIFY(m_window->differs());
+}
+
+void tst_zoHostFileGuard::ownFileIsWrittenUnasked()
+{
+    load();
+    for (const char* text : {"mine", "mine again", "and again"}) {
+        m_window->edit(text);
+        m_window->saveConfig();
+        QCOMPARE(content(), QString(text));
+    }
+}
+
+void tst_zoHostFileGuard::fileWithTheSameContentIsWrittenUnasked()
+{
+    load();
+    m_window->edit("mine");
+    change("loaded", true);
+
+    m_window->saveConfig();
+
+    QCOMPARE(content(), QStringLiteral("mine"));
+}
+
+void tst_zoHostFileGuard::missingFileIsWrittenUnasked()
+{
+    QVERIFY(QFile::remove(load()));
+    m_window->edit("mine");
+
+    m_window->saveConfig();
+
+    QCOMPARE(content(), QStringLiteral("mine"));
+}
+
+// The name of the window stays the same then.
+void tst_zoHostFileGuard::fileThatWasLoadedAgainIsWrittenUnasked()
+{
+    const QString file = load();
+    change("by another");
+    m_window->loadConfig(file);
+    m_window->edit("mine");
+
+    m_window->saveConfig();
+
+    QCOMPARE(content(), QStringLiteral("mine"));
+}
+
+void tst_zoHostFileGuard::fileThatWasLoadedTwiceInATurnIsWrittenUnasked()
+{
+    const QString file = load();
+    m_window->setDefaultConfig();
+    change("by another");
+    m_window->loadConfig(file);
+    m_window->edit("mine");
+
+    m_window->saveConfig();
+
+    QCOMPARE(content(), QStringLiteral("mine"));
+}
+
+void tst_zoHostFileGuard::linkToAChangedFileIsNotOverwrittenUnasked()
+{
+    load();
+    const QString link = m_parts->filePath("link.zhpc");
+    QVERIFY(QFile::link(m_parts->filePath("wall.zhpc"), link));
+    m_window->loadConfig(link);
+    m_window->edit("mine");
+    change("by another");
+    const zoDialogRobot robot([&](QDialog* dialog) { click(dialog, "Cancel"); });
+
+    m_window->saveConfig();
+
+    QCOMPARE(robot.handled(), 1);
+    QCOMPARE(content(), QStringLiteral("by another"));
+}
+
+void tst_zoHostFileGuard::reloadIsOfferedWhileNothingIsUnsaved_data()
+{
+    QTest::addColumn<bool>("byRename");
+
+    QTest::newRow("written") << false;
+    QTest::newRow("replaced") << true;
+}
+
+void tst_zoHostFileGuard::reloadIsOfferedWhileNothingIsUnsaved()
+{
+    QFETCH(bool, byRename);
+    load();
+
+    // Once more: what took the place of the file is watched as well.
+    for (const char* text : {"by another", "by yet another", "and another"}) {
+        change(text, byRename);
+        QTRY_VERIFY(box() != nullptr);
+        QVERIFY(box()->text().contains("wall.zhpc"));
+        click(box(), "Reload");
+        QTRY_COMPARE(m_window->text(), QString(text));
+        QTRY_VERIFY(box() == nullptr);
+    }
+    QVERIFY(!m_window->differs());
+}
+
+void tst_zoHostFileGuard::changeThatWasKeptOutIsAskedAboutBySave()
+{
+    load();
+    change("by another");
+    QTRY_VERIFY(box() != nullptr);
+    click(box(), "Keep");
+    QTRY_VERIFY(box() == nullptr);
+    QCOMPARE(m_window->text(), QStringLiteral("loaded"));
+    const zoDialogRobot robot([&](QDialog* dialog) { click(dialog, "Cancel"); });
+
+    m_window->saveConfig();
+
+    QCOMPARE(robot.handled(), 1);
+    QCOMPARE(content(), QStringLiteral("by another"));
+}
+
+void tst_zoHostFileGuard::unsavedWorkIsNotAskedToGo()
+{
+    load();
+    m_window->edit("mine");
+
+    change("by another");
+
+    QTRY_VERIFY(m_host->statusBar()->currentMessage().contains("wall.zhpc was changed by another program"));
+    QVERIFY(box() == nullptr);
+    QCOMPARE(m_window->text(), QStringLiteral("mine"));
+}
+
+void tst_zoHostFileGuard::nothingIsOfferedWhileASessionRuns()
+{
+    load();
+    m_parts->cluster.applyConfig("<cluster><master><network><node name='n'/></network></master></cluster>");
+    QVERIFY(m_parts->cluster.start());
+    change("by another");
+    QVERIFY(looks().wait());
+    QVERIFY(box() == nullptr);
+
+    m_parts->cluster.stop();
+
+    QTRY_VERIFY(box() != nullptr);
+    click(box(), "Reload");
+    QCOMPARE(m_window->text(), QStringLiteral("by another"));
+}
+
+void tst_zoHostFileGuard::nothingIsOfferedOverADialog()
+{
+    load();
+    QDialog dialog(m_host.get());
+    dialog.open();
+    change("by another");
+    QVERIFY(looks().wait());
+    QCOMPARE(QApplication::activeModalWidget(), &dialog);
+    dialog.close();
+    QEvent activated(QEvent::WindowActivate);
+    QCoreApplication::sendEvent(m_host.get(), &activated);
+
+    QTRY_VERIFY(box() != nullptr);
+    click(box(), "Keep");
+}
+
+ZO_TEST_MAIN(tst_zoHostFileGuard)
+#include "tst_zoHostFileGuard.moc"
