@@ -159,7 +159,7 @@
     </message>
     <message>
         <source>&amp;Overwrite</source>
-        <translation>&amp;Überschreiben</translation>
+        <translation>Übers&amp;chreiben</translation>
     </message>
     <message>
         <source>Save &amp;As...</source>
