@@ -48,6 +48,9 @@ private slots:
     void separatorStandsBetweenNames();
     void sortWritesEachNameOnce();
     void deepBracesAreReadAndTooDeepOnesRefused();
+    void asManyNamesAsAClusterMayHaveAreWritten();
+    void controlCharacterIsNoNumber();
+    void namesOfManyNumbersFold();
     void sameBytesInEveryProcess();
 };
 
@@ -140,9 +143,33 @@ void tst_zohpcHosts::badInputIsTold_data()
     QTest::newRow("step-of-a-number") << "n[1/2]" << refused("TEXT:1:3: \"1/2\" is no range of numbers");
     QTest::newRow("number-too-long") << "n[1-123456789012345678]"
                                      << refused("TEXT:1:3: \"1-123456789012345678\" is no range of numbers");
-    QTest::newRow("too-many") << "n[1-99999999999]" << refused("TEXT:1:1: more than 10000000 names");
+    QTest::newRow("too-many") << "n[1-99999999999]" << refused("TEXT:1:1: more than 1000000 names");
+    QTest::newRow("one-too-many") << "a n[1-1000001]" << refused("TEXT:1:3: more than 1000000 names");
+    QTest::newRow("one-too-many-by-steps")
+        << "a n[1-2000001/2]" << refused("TEXT:1:3: more than 1000000 names");
+    QTest::newRow("one-too-many-by-a-list")
+        << "n[1-600000,1-400001]" << refused("TEXT:1:1: more than 1000000 names");
+    QTest::newRow("one-too-many-of-two-words")
+        << "n[1-600000] m[1-400001]" << refused("TEXT:1:13: more than 1000000 names");
+    QTest::newRow("too-long-altogether")
+        << QString(100, QLatin1Char('n')) + "[1-999999]"
+        << refused("TEXT:1:1: names of more than 32000000 characters altogether");
+    // Each line is 10,000 hosts.
+    QString ranges;
+    for (int i = 100; i < 201; ++i)
+        ranges += QStringLiteral("n%1x0 - n%1x9999\n").arg(i);
+    QTest::newRow("too-many-by-ranges") << ranges << refused("TEXT:101:1: more than 1000000 names");
+    QTest::newRow("control-character")
+        << QString("ok\n a\x01")
+        << refused("TEXT:2:3: the control character U+0001 cannot stand in hosts text");
+    QTest::newRow("control-character-in-brackets")
+        << QString("n[1\x1b]")
+        << refused("TEXT:1:4: the control character U+001B cannot stand in hosts text");
+    QTest::newRow("control-character-of-eight-bits")
+        << QString("n") + QChar(0x9b) + "1"
+        << refused("TEXT:1:2: the control character U+009B cannot stand in hosts text");
     QTest::newRow("too-many-together")
-        << "a b[0-9999]c[0-9999]" << refused("TEXT:1:3: more than 10000000 names");
+        << "a b[0-9999]c[0-9999]" << refused("TEXT:1:3: more than 1000000 names");
     QTest::newRow("not-quite-a-range")
         << "n[1-3x] m" << told("n m", "TEXT:1:2: \"[1-3x]\" is no range and is left out");
     QTest::newRow("character-dropped")
@@ -160,6 +187,17 @@ void tst_zohpcHosts::badInputIsTold_data()
                                "TEXT:1:15: \"m6 - n9\" fills nothing: the names differ before their number");
     QTest::newRow("range-after-a-bracket")
         << "n[5-6] - n1" << told("n5 n6 n1", "TEXT:1:10: \"n6 - n1\" fills nothing: it runs backwards");
+    // The text has no "m1" there: it came out of a bracket.
+    QTest::newRow("range-to-a-bracket")
+        << "m1x n5 - m[1-2] m1"
+        << told("m1x n5 m1 m2 m1", "TEXT:1:10: \"n5 - m1\" fills nothing: the names "
+                                   "differ before their number");
+    QTest::newRow("range-behind-a-moved-network")
+        << "gw[forwards=a b,rt=0] n5 - m1"
+        << told("gw a b n5 m1", "TEXT:1:28: \"n5 - m1\" fills nothing: the names differ before their number");
+    QTest::newRow("range-in-a-moved-network")
+        << "gw[rt=0,forwards=n5 - m1] c"
+        << told("gw n5 m1 c", "TEXT:1:23: \"n5 - m1\" fills nothing: the names differ before their number");
     QTest::newRow("nothing-left") << "ok @" << told("ok", "TEXT:1:4: \"@\" is no host name and is left out");
     QTest::newRow("not-ascii") << QString::fromUtf8("n\xc3\xb8"
                                                     "d1 \xf0\x9f\x98\x80 a_b")
@@ -441,16 +479,51 @@ void tst_zohpcHosts::deepBracesAreReadAndTooDeepOnesRefused()
         return text;
     };
 
-    const zoCommandRun deep = zoCommandRun::zohpc({"hosts", "expand"}, nested(5000));
-    const zoCommandRun tree = zoCommandRun::zohpc({"hosts", "tree", "--json"}, nested(5000));
-    const zoCommandRun tooDeep = zoCommandRun::zohpc({"hosts", "expand"}, nested(10001));
+    // As deep as the window reads them; the tool alone once read 10,000.
+    const zoCommandRun deep = zoCommandRun::zohpc({"hosts", "expand"}, nested(510) + "a");
+    const zoCommandRun tree = zoCommandRun::zohpc({"hosts", "tree", "--json"}, nested(510));
+    const zoCommandRun tooDeep = zoCommandRun::zohpc({"hosts", "expand"}, nested(511));
 
-    QCOMPARE(deep.whole(), fine(QByteArray("a\n").repeated(5000)));
+    QCOMPARE(deep.whole(), fine(QByteArray("a\n").repeated(511)));
     QCOMPARE(tree.exitCode, 0);
-    QCOMPARE(tree.output.count("\"index\""), 5001);
-    QCOMPARE(
-        tooDeep.whole(),
-        QByteArray("--- errors\nzohpc hosts expand: braces are more than 10000 deep\n--- exit code 2\n"));
+    QCOMPARE(tree.output.count("\"index\""), 511);
+    QCOMPARE(tooDeep.whole(),
+             QByteArray("--- errors\n-:1:1533: braces are more than 511 deep\n--- exit code 2\n"));
+}
+
+void tst_zohpcHosts::asManyNamesAsAClusterMayHaveAreWritten()
+{
+    const zoCommandRun brackets = zoCommandRun::zohpc({"hosts", "fold", "-b", "n[1-1000000]"});
+    const zoCommandRun steps = zoCommandRun::zohpc({"hosts", "fold", "-b", "--steps", "n[1-1999999/2]"});
+
+    QCOMPARE(brackets.whole(), fine("n[1-1000000]\n"));
+    QCOMPARE(steps.whole(), fine("n[1-1999999/2]\n"));
+}
+
+// U+0001 stands for a number while names are folded: such a name once took the numbers of others, or what lay
+// behind them in memory.
+void tst_zohpcHosts::controlCharacterIsNoNumber()
+{
+    for (const QStringList& command : QList<QStringList>{
+             {"fold", "-b", "--names"}, {"fold", "--names"}, {"expand", "--sort", "--names"}, {"tree"}}) {
+        const zoCommandRun run =
+            zoCommandRun::zohpc(QStringList("hosts") + command, QByteArray("n1 n2 n\x01 n\x01-\x01"));
+
+        QCOMPARE(run.whole(),
+                 QByteArray("--- errors\n-:1:8: the control character U+0001 cannot stand in hosts "
+                            "text\n--- exit code 2\n"));
+    }
+}
+
+void tst_zohpcHosts::namesOfManyNumbersFold()
+{
+    const QString many = QString("a1").repeated(17);
+    const QString few = QString("a1").repeated(16);
+
+    const zoCommandRun run = zoCommandRun::zohpc(
+        {"hosts", "fold", "-b", "--names", many + "x", many + "y", many + "x", few + "b", few + "c"});
+
+    QCOMPARE(run.whole(), fine((few + "b," + few + "c," + many + "x," + many + "y\n").toUtf8()));
 }
 
 void tst_zohpcHosts::sameBytesInEveryProcess()

@@ -55,6 +55,14 @@ void append(QStringView text, QString& result)
     result.append(text.data(), int(text.size()));
 }
 
+int digitCount(qint64 number)
+{
+    int count = 1;
+    for (; number >= 10; number /= 10)
+        ++count;
+    return count;
+}
+
 void appendNumber(qint64 number, int width, QString& result)
 {
     char digits[24];
@@ -73,7 +81,9 @@ void appendNumber(qint64 number, int width, QString& result)
 QString zoBracketText::expanded(const QString& text)
 {
     m_text = text;
+    m_pieces.clear();
     m_count = 0;
+    m_characters = 0;
     m_hasError = false;
     m_warnings.clear();
 
@@ -108,7 +118,9 @@ QString zoBracketText::expanded(const QString& text)
         int next = bracket;
         if (!readWord(bracket, word, next))
             return QString();
+        m_pieces.push_back({result.size(), copied, true});
         append(m_text.mid(copied, begin - copied), result);
+        m_pieces.push_back({result.size(), begin, false});
         if (!appendNames(word, begin, result))
             return QString();
         copied = next;
@@ -116,8 +128,19 @@ QString zoBracketText::expanded(const QString& text)
     }
     if (copied == 0)
         return text;
+    m_pieces.push_back({result.size(), copied, true});
     append(m_text.mid(copied), result);
     return result;
+}
+
+int zoBracketText::sourceOffset(int expandedOffset) const
+{
+    const auto after = std::upper_bound(m_pieces.begin(), m_pieces.end(), expandedOffset,
+                                        [](int value, const Piece& p) { return value < p.expandedOffset; });
+    if (after == m_pieces.begin())
+        return expandedOffset;
+    const Piece& piece = *(after - 1);
+    return piece.isCopy ? piece.sourceOffset + expandedOffset - piece.expandedOffset : piece.sourceOffset;
 }
 
 // Reads on from the first bracket to the end of the word; the text before it is there.
@@ -213,21 +236,29 @@ bool zoBracketText::readRange(int begin, int end, Range& range)
 // All combinations, the last bracket changes first.
 bool zoBracketText::appendNames(const Word& word, int offset, QString& result)
 {
+    constexpr qint64 Maximum = zoClusterLimits::MaximumHosts;
+    qint64 length = 1; // of the longest name, with its blank
+    for (const QStringView text : word.texts)
+        length += text.size();
     qint64 count = 1;
     for (const Ranges& ranges : word.brackets) {
         qint64 sum = 0;
+        int width = 1;
         for (const Range& range : ranges) {
-            sum += (range.last - range.first) / range.step + 1;
-            if (sum > MaximumNames)
-                break;
+            sum += std::min((range.last - range.first) / range.step, Maximum) + 1;
+            width = std::max({width, range.width, digitCount(range.last)});
         }
-        count *= sum;
-        if (count > MaximumNames)
-            break;
+        length += width;
+        count = std::min(count * std::min(sum, Maximum + 1), Maximum + 1);
     }
     m_count += count;
-    if (m_count > MaximumNames)
-        return fail(offset, tr("more than %1 names").arg(MaximumNames));
+    if (m_count > Maximum)
+        return fail(offset, tr("more than %1 names").arg(Maximum));
+    m_characters += count * length;
+    if (m_characters > zoClusterLimits::MaximumNameCharacters)
+        return fail(
+            offset,
+            tr("names of more than %1 characters altogether").arg(zoClusterLimits::MaximumNameCharacters));
 
     struct Position
     {

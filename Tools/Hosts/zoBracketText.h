@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zoClusterLimits.h>
+
 #include <QCoreApplication>
 #include <QString>
 #include <QStringView>
@@ -21,12 +23,11 @@ public:
         QString reason;
     };
 
-    // More names than this are a typing mistake, not a cluster.
-    static constexpr qint64 MaximumNames = 10000000;
-
     // The text with each word of brackets replaced by the names that it stands for, parted by blanks. Empty
     // when the brackets cannot be read: error() tells then why.
     QString expanded(const QString& text);
+    // Where a place of the expanded text comes from; the begin of its word for what was in brackets.
+    int sourceOffset(int expandedOffset) const;
 
     bool hasError() const { return m_hasError; }
     const Problem& error() const { return m_error; }
@@ -42,6 +43,12 @@ private:
         int width; // with zeros before the number
     };
     using Ranges = std::vector<Range>;
+    struct Piece
+    {
+        int expandedOffset;
+        int sourceOffset;
+        bool isCopy; // as it stood
+    };
     struct Word
     {
         std::vector<QStringView> texts; // one more than there are brackets
@@ -55,7 +62,9 @@ private:
     bool fail(int offset, const QString& reason);
 
     QStringView m_text;
+    std::vector<Piece> m_pieces; // empty: nothing was expanded
     qint64 m_count = 0;
+    qint64 m_characters = 0;
     bool m_hasError = false;
     Problem m_error = {0, QString()};
     std::vector<Problem> m_warnings;

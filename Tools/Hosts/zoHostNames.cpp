@@ -16,6 +16,8 @@ namespace
 // text.
 using Number = quint64;
 constexpr int MaximumDigits = 17;
+// A name of more numbers is text as a whole: folding takes the square of their number.
+constexpr std::size_t MaximumNumbers = 16;
 constexpr int WidthShift = 57;
 
 Number number(QStringView digits)
@@ -83,6 +85,7 @@ std::vector<Group> groupsOf(const std::vector<QString>& names)
     std::vector<Number> numbers;
     int current = -1;
     for (std::size_t i = 0; i < names.size(); ++i) {
+        Q_ASSERT(!names[i].contains(s_placeholder));
         pattern.resize(0);
         numbers.clear();
         const QString& name = names[i];
@@ -100,6 +103,10 @@ std::vector<Group> groupsOf(const std::vector<QString>& names)
             while (p != end && !isDigit(*p))
                 ++p;
             pattern.append(begin, int(p - begin));
+        }
+        if (numbers.size() > MaximumNumbers) {
+            pattern = name;
+            numbers.clear();
         }
         if (current < 0 || groups[std::size_t(current)].pattern != pattern) {
             current = indices.value(pattern, -1);

@@ -7,6 +7,7 @@
 
 // Order and folding of host names. A name is seen as texts with numbers between them, "rack2node07" as
 // "rack", 2, "node", 07; names of the same texts are folded together. Padded and unpadded numbers stay apart.
+// Names hold no control characters.
 namespace zoHostNames
 {
 // Indices of the names in natural order (by text, then number by number; shorter numbers first), equal ones

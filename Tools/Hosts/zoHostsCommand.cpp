@@ -5,6 +5,8 @@
 #include "zoHPCHostsText.h"
 #include "zoHostsInput.h"
 
+#include <zoClusterLimits.h>
+
 #include <QCoreApplication>
 
 #include <algorithm>
@@ -78,16 +80,32 @@ std::vector<Word> strangeWords(const QString& text)
     return words;
 }
 
-// Where the word stands first from `begin` on; `begin` when it is not there as such, but came out of a
-// bracket.
-int offsetOfWord(const QString& text, const QString& word, int begin)
+// Characters that no host has and that mean nothing between hosts; -1 for none. They would pass for what
+// stands for a number while names are folded, and a terminal obeys them.
+int controlCharacterOffset(const QString& text)
 {
-    const auto isEnd = [&](int p) { return p < 0 || p >= text.size() || endsWord(text.at(p)); };
-    for (int p = text.indexOf(word, begin); p >= 0; p = text.indexOf(word, p + 1)) {
-        if (isEnd(p - 1) && isEnd(p + word.size()))
-            return p;
+    const auto found = std::find_if(text.cbegin(), text.cend(), [](QChar c) {
+        return c.category() == QChar::Other_Control && !c.isSpace();
+    });
+    return found == text.cend() ? -1 : int(found - text.cbegin());
+}
+
+QString refusalReason(zoHostsTree::Outcome outcome)
+{
+    switch (outcome) {
+    case zoHostsTree::Outcome::TooDeep:
+        return QCoreApplication::translate("zoHostsCommand", "braces are more than %1 deep")
+            .arg(zoClusterLimits::MaximumNetworkDepth);
+    case zoHostsTree::Outcome::TooMany:
+        return QCoreApplication::translate("zoHostsCommand", "more than %1 names")
+            .arg(zoClusterLimits::MaximumHosts);
+    case zoHostsTree::Outcome::TooLong:
+        return QCoreApplication::translate("zoHostsCommand", "names of more than %1 characters altogether")
+            .arg(zoClusterLimits::MaximumNameCharacters);
+    case zoHostsTree::Outcome::Read:
+        break;
     }
-    return begin;
+    return {};
 }
 
 QString emptyRangeReason(const zoHostsTree::EmptyRange& range)
@@ -138,6 +156,15 @@ int zoHostsCommand::execute(const QCommandLineParser& parser)
     if ((files.isEmpty() || !texts.isEmpty()) && !input.readArguments(texts))
         return zoConsole::Unusable;
 
+    const int control = controlCharacterOffset(input.text());
+    if (control >= 0) {
+        const ushort code = input.text().at(control).unicode();
+        printError(input, control,
+                   tr("the control character U+%1 cannot stand in hosts text")
+                       .arg(QString::number(code, 16).toUpper().rightJustified(4, QLatin1Char('0'))));
+        return zoConsole::Unusable;
+    }
+
     zoBracketText brackets;
     const QString text = brackets.expanded(input.text());
     if (brackets.hasError()) {
@@ -162,15 +189,13 @@ int zoHostsCommand::execute(const QCommandLineParser& parser)
                                       : tr("\"%1\" reads as \"%2\"; --names keeps it").arg(word.text, name));
             result = zoConsole::ProblemsFound;
         }
-        if (!tree.readHostsText(text)) {
-            zoConsole::printError(tr("zohpc %1: braces are more than %2 deep")
-                                      .arg(name(), QString::number(zoHostsTree::MaximumDepth)));
+        const zoHostsTree::Outcome outcome = tree.readHostsText(text);
+        if (outcome != zoHostsTree::Outcome::Read) {
+            printError(input, brackets.sourceOffset(tree.endOffset()), refusalReason(outcome));
             return zoConsole::Unusable;
         }
-        int offset = 0;
         for (const zoHostsTree::EmptyRange& range : tree.emptyRanges()) {
-            offset = offsetOfWord(input.text(), range.to, offsetOfWord(input.text(), range.from, offset));
-            printError(input, offset, emptyRangeReason(range));
+            printError(input, brackets.sourceOffset(range.offset), emptyRangeReason(range));
             result = zoConsole::ProblemsFound;
         }
     }

@@ -6,6 +6,8 @@
 
 #include <QHash>
 
+#include <algorithm>
+
 namespace
 {
 // Hosts text of a tree: a line per host, range or brace; a single network needs no braces.
@@ -111,7 +113,8 @@ private:
 
     void line(int depth, const QByteArray& text)
     {
-        m_text.append(depth, ' ');
+        // Deep braces would be little but blanks.
+        m_text.append(std::min(depth, 64), ' ');
         m_text += text;
         m_text += '\n';
     }

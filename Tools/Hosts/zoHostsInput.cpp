@@ -70,14 +70,17 @@ zoHostsInput::Place zoHostsInput::place(int offset) const
         std::upper_bound(m_sources.begin(), m_sources.end(), offset,
                          [](int value, const Source& source) { return value < source.offset; });
     const Source& source = *(after - 1);
-    const auto begin = m_text.cbegin() + source.offset;
-    const auto here = m_text.cbegin() + offset;
-    const int line = int(std::count(begin, here, QLatin1Char('\n'))) + 1;
-    int column = 1;
-    for (auto p = here; p != begin && *(p - 1) != QLatin1Char('\n'); --p) {
-        // The second half of a character outside the basic plane is no column of its own.
-        if (!(p - 1)->isLowSurrogate())
-            ++column;
+    if (m_counted.offset > offset || m_counted.offset < source.offset)
+        m_counted = {source.offset, 1, 1};
+    for (; m_counted.offset < offset; ++m_counted.offset) {
+        const QChar c = m_text.at(m_counted.offset);
+        if (c == QLatin1Char('\n')) {
+            ++m_counted.line;
+            m_counted.column = 1;
+        } else if (!c.isLowSurrogate()) {
+            // The second half of a character outside the basic plane is no column of its own.
+            ++m_counted.column;
+        }
     }
-    return {source.file, line, column};
+    return {source.file, m_counted.line, m_counted.column};
 }

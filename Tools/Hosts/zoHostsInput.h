@@ -23,6 +23,7 @@ public:
     bool readFile(const QString& fileName);
 
     const QString& text() const { return m_text; }
+    // Places from top to bottom cost one pass over the text.
     Place place(int offset) const;
 
 private:
@@ -35,6 +36,15 @@ private:
     bool readStandardInput();
     void append(const QString& file, const QString& text);
 
+    // The place that was asked for last: counting goes on from there.
+    struct Counted
+    {
+        int offset = -1;
+        int line = 1;
+        int column = 1;
+    };
+
     QString m_text;
     std::vector<Source> m_sources;
+    mutable Counted m_counted;
 };

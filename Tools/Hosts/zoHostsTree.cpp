@@ -2,12 +2,16 @@
 
 #include "zoHPCHostsText.h"
 
+#include <zoClusterLimits.h>
+
+#include <algorithm>
+
 zoHostsTree::zoHostsTree()
 {
     m_items.emplace_back();
 }
 
-bool zoHostsTree::readHostsText(const QString& text)
+zoHostsTree::Outcome zoHostsTree::readHostsText(const QString& text)
 {
     int network = -1;
     int anchor = Root; // the next "{" opens a network below it; -1 for none
@@ -22,8 +26,10 @@ bool zoHostsTree::readHostsText(const QString& text)
         if (token.size() == 1 && first == QLatin1Char('{')) {
             if (anchor < 0)
                 continue;
-            if (++depth > MaximumDepth)
-                return false;
+            if (++depth > zoClusterLimits::MaximumNetworkDepth) {
+                m_endOffset = reader.offset();
+                return Outcome::TooDeep;
+            }
             Item item;
             item.isNetwork = true;
             network = append(anchor, item);
@@ -52,12 +58,16 @@ bool zoHostsTree::readHostsText(const QString& text)
                 network = append(anchor, item);
                 ++depth;
             }
-            appendHost(network, name, isRange, isRenderNode);
+            const Outcome outcome = appendHost(network, name, reader.offset(), isRange, isRenderNode);
+            if (outcome != Outcome::Read) {
+                m_endOffset = reader.offset();
+                return outcome;
+            }
             anchor = item(network).lastChild;
             isRange = false;
         }
     }
-    return true;
+    return Outcome::Read;
 }
 
 void zoHostsTree::readNames(const QString& text)
@@ -74,8 +84,11 @@ void zoHostsTree::readNames(const QString& text)
         const QChar* begin = p;
         while (p != end && !isSeparator(*p))
             ++p;
-        if (p != begin)
-            appendHost(parent, QString(begin, int(p - begin)), false, true);
+        if (p != begin) {
+            Item host;
+            host.name = QString(begin, int(p - begin));
+            append(parent, host);
+        }
     }
 }
 
@@ -95,8 +108,16 @@ int zoHostsTree::append(int parent, Item item)
 
 // A range fills up from the sibling before, whatever stands between them in the text, where both have the
 // same prefix and are not too far apart.
-void zoHostsTree::appendHost(int network, const QString& name, bool isRange, bool isRenderNode)
+zoHostsTree::Outcome zoHostsTree::appendHost(int network, const QString& name, int offset, bool isRange,
+                                             bool isRenderNode)
 {
+    const auto count = [this](qint64 hosts, int length) {
+        m_hosts += hosts;
+        m_characters += hosts * length;
+        return m_hosts > zoClusterLimits::MaximumHosts                 ? Outcome::TooMany
+               : m_characters > zoClusterLimits::MaximumNameCharacters ? Outcome::TooLong
+                                                                       : Outcome::Read;
+    };
     Item host;
     host.isRenderNode = isRenderNode;
     const int previous = item(network).lastChild;
@@ -105,12 +126,16 @@ void zoHostsTree::appendHost(int network, const QString& name, bool isRange, boo
         const zoHPCNumberedName to(name);
         const int distance = to.number() - from.number();
         if (from.prefix() != to.prefix()) {
-            m_emptyRanges.push_back({item(previous).name, name, EmptyRange::Prefixes});
+            m_emptyRanges.push_back({item(previous).name, name, EmptyRange::Prefixes, offset});
         } else if (distance > LongestRange) {
-            m_emptyRanges.push_back({item(previous).name, name, EmptyRange::TooLong});
+            m_emptyRanges.push_back({item(previous).name, name, EmptyRange::TooLong, offset});
         } else if (distance < 0) {
-            m_emptyRanges.push_back({item(previous).name, name, EmptyRange::Backwards});
+            m_emptyRanges.push_back({item(previous).name, name, EmptyRange::Backwards, offset});
         } else {
+            const Outcome outcome =
+                count(std::max(distance - 1, 0), std::max(item(previous).name.size(), name.size()));
+            if (outcome != Outcome::Read)
+                return outcome;
             for (int i = 1; i < distance; ++i) {
                 host.name = from.name(i);
                 append(network, host);
@@ -119,6 +144,7 @@ void zoHostsTree::appendHost(int network, const QString& name, bool isRange, boo
     }
     host.name = name;
     append(network, host);
+    return count(1, name.size());
 }
 
 std::vector<int> zoHostsTree::children(int index) const

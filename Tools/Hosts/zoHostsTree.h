@@ -28,18 +28,26 @@ public:
         QString from;
         QString to;
         Reason reason;
+        int offset; // of the second host in the text
+    };
+
+    enum class Outcome {
+        Read,
+        TooDeep, // braces
+        TooMany, // hosts
+        TooLong  // the names of all hosts together
     };
 
     static constexpr int Root = 0;
     // Hosts of one range are no further apart.
     static constexpr int LongestRange = 10000;
-    // Deeper braces are not read.
-    static constexpr int MaximumDepth = 10000;
 
     zoHostsTree();
 
-    // Reads hosts text into an empty tree; false when its braces are too deep.
-    bool readHostsText(const QString& text);
+    // Reads hosts text into an empty tree. What is beyond the limits of a cluster is not read; endOffset() is
+    // the place of the token where that began.
+    Outcome readHostsText(const QString& text);
+    int endOffset() const { return m_endOffset; }
     // Reads names as they stand, parted by blanks and commas, into one network.
     void readNames(const QString& text);
 
@@ -56,8 +64,11 @@ public:
 
 private:
     int append(int parent, Item item);
-    void appendHost(int network, const QString& name, bool isRange, bool isRenderNode);
+    Outcome appendHost(int network, const QString& name, int offset, bool isRange, bool isRenderNode);
 
     std::vector<Item> m_items;
     std::vector<EmptyRange> m_emptyRanges;
+    int m_endOffset = 0;
+    qint64 m_hosts = 0;
+    qint64 m_characters = 0; // of their names
 };

@@ -4,6 +4,8 @@
 #include "zoHPCHostsText.h"
 #include "zoJson.h"
 
+#include <algorithm>
+
 QString zoHostsTreeCommand::description() const
 {
     return tr("Shows the networks that hosts text makes, their hosts, and the networks behind gateways. "
@@ -26,6 +28,9 @@ bool zoHostsTreeCommand::writeResult(const zoHostsTree& tree, const QCommandLine
 
 namespace
 {
+// Lines of deeper braces would be little but blanks.
+constexpr int DeepestIndent = 64;
+
 // The last host that one line, "n01 - n16", can say together with this one; the host itself when they are
 // less than three.
 int lastOfRange(const zoHostsTree& tree, int index)
@@ -55,7 +60,7 @@ QByteArray zoHostsTreeCommand::text(const zoHostsTree& tree)
     int depth = 0;
     for (int index = tree.next(zoHostsTree::Root, depth); index >= 0;) {
         const zoHostsTree::Item& item = tree.item(index);
-        result.append(2 * (depth - 1), ' ');
+        result.append(std::min(2 * (depth - 1), DeepestIndent), ' ');
         if (item.isNetwork) {
             const std::size_t hosts = tree.children(index).size();
             const QString number = QString::number(++networks);
@@ -94,7 +99,7 @@ QByteArray zoHostsTreeCommand::json(const zoHostsTree& tree)
             result += ',';
         level = depth;
         const zoHostsTree::Item& item = tree.item(index);
-        result += '\n' + QByteArray(depth, ' ');
+        result += '\n' + QByteArray(std::min(depth, DeepestIndent), ' ');
         if (item.isNetwork)
             result += "{\"index\": " + QByteArray::number(++networks) + ", \"hosts\": [";
         else

@@ -60,10 +60,11 @@ bool opens(QChar brace)
 
 const QChar s_openBrace = QLatin1Char('{');
 const QChar s_closeBrace = QLatin1Char('}');
+} // namespace
 
 // Moves the value of the last "forwards=" of each option block behind the block, in braces:
 // "gw[a=1,forwards=x y]" -> "gw[a=1,] { x y }".
-QString moveForwards(const QString& text)
+QString zoHPCHostsText::moveForwards(const QString& text, std::vector<Piece>& pieces)
 {
     const QString key = zoText("forwards=");
     if (!text.contains(key))
@@ -71,6 +72,10 @@ QString moveForwards(const QString& text)
 
     QString result;
     result.reserve(text.size() + 64);
+    const auto take = [&](int from, int to) {
+        pieces.push_back({result.size(), from});
+        result.append(text.constData() + from, to - from);
+    };
     const QStringView all(text);
     int copied = 0;    // up to here the text is in the result
     int opening = -1;  // first "[" since the last "]"
@@ -87,10 +92,10 @@ QString moveForwards(const QString& text)
                 int valueEnd = value;
                 while (text.at(valueEnd) != QLatin1Char(',') && valueEnd < i)
                     ++valueEnd;
-                result.append(text.constData() + copied, forwards - copied);
-                result.append(text.constData() + valueEnd, i + 1 - valueEnd);
+                take(copied, forwards);
+                take(valueEnd, i + 1);
                 result += QLatin1String(" { ");
-                result.append(text.constData() + value, valueEnd - value);
+                take(value, valueEnd);
                 result += QLatin1String(" }");
                 copied = i + 1;
             }
@@ -98,13 +103,15 @@ QString moveForwards(const QString& text)
             forwards = -1;
         }
     }
-    result.append(text.constData() + copied, text.size() - copied);
+    take(copied, text.size());
     return result;
 }
-} // namespace
 
 zoHPCHostsText::zoHPCHostsText(const QString& text)
-    : m_text(moveForwards(text)), m_position(m_text.constData()), m_end(m_position + m_text.size())
+    : m_text(moveForwards(text, m_pieces))
+    , m_begin(m_text.constData())
+    , m_position(m_begin)
+    , m_end(m_begin + m_text.size())
 {
 }
 
@@ -114,6 +121,7 @@ bool zoHPCHostsText::next()
     CharClass kind = Plain;
     while (p != m_end && ((kind = classOf(*p)) == Blank || kind == Separator))
         ++p;
+    m_begin = p;
     if (p == m_end) {
         m_position = p;
         m_token = {};
@@ -141,6 +149,14 @@ bool zoHPCHostsText::next()
         m_token = QStringView(begin, end);
     }
     return true;
+}
+
+int zoHPCHostsText::offset() const
+{
+    const int position = int(m_begin - m_text.constData());
+    const auto after = std::upper_bound(m_pieces.begin(), m_pieces.end(), position,
+                                        [](int value, const Piece& piece) { return value < piece.position; });
+    return after == m_pieces.begin() ? position : (after - 1)->offset + position - (after - 1)->position;
 }
 
 // Reads on from a "[" to the end of the token. Inside a block a run of separators is one comma, braces are

@@ -4,6 +4,8 @@
 #include <QStringList>
 #include <QStringView>
 
+#include <vector>
+
 // Splits hosts text into its tokens in one pass: braces, "-", option blocks and hosts with their option block
 // glued to them ("gw1[rt=0,a=b]").
 class zoHPCHostsText final
@@ -15,6 +17,8 @@ public:
     bool next();
     // Parentheses read as braces. Valid until the next call of next().
     QStringView token() const { return m_token; }
+    // Where the token begins in the text.
+    int offset() const;
 
     static QStringList tokens(const QString& text);
 
@@ -24,11 +28,21 @@ public:
     static bool renderOption(QStringView token, QString& value);
 
 private:
+    // A stretch of the text that was moved: "forwards=" goes behind its block.
+    struct Piece
+    {
+        int position; // in m_text
+        int offset;   // in the text as it was given
+    };
+
+    static QString moveForwards(const QString& text, std::vector<Piece>& pieces);
     void readBlock(const QChar* position);
 
+    std::vector<Piece> m_pieces; // empty: nothing was moved
     QString m_text;
     QString m_buffer;
     QStringView m_token;
+    const QChar* m_begin; // of the token
     const QChar* m_position;
     const QChar* m_end;
 };
