@@ -2,39 +2,41 @@
 
 #include <QCoreApplication>
 #include <QCryptographicHash>
+#include <QDir>
 #include <QFile>
+#include <QUuid>
 #include <QtEndian>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstring>
+
 #include <fcntl.h>
-#include <sched.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace
 {
-// One byte of a lock file stands for one node and port. A file per node would cost a descriptor each, which a
-// large cluster does not have.
+// What stands for a node and port in a list. A mark that is given back stands there once more, with this bit.
+constexpr qint64 GivenBack = 0x4000000000000000;
+constexpr char TurnsName[] = "zo-cluster-nodes.lock";
+constexpr char ListPrefix[] = "zo-cluster-session-";
+
 qint64 markOf(const QString& nodeId, int servicePort)
 {
     const QByteArray key = nodeId.toUtf8() + '\0' + QByteArray::number(servicePort);
     const QByteArray digest = QCryptographicHash::hash(key, QCryptographicHash::Sha256);
-    constexpr quint64 PositiveOffsets = 0x3fffffffffffffff;
-    return qint64(qFromBigEndian<quint64>(digest.constData()) & PositiveOffsets);
+    return qint64(qFromBigEndian<quint64>(digest.constData()) & quint64(GivenBack - 1));
 }
 
 // Locks of the open file, not of the process: two sessions of one process must meet as well.
-bool setLock(int file, qint64 mark, short type)
+bool lock(int file, int operation)
 {
-    struct flock lock = {};
-    lock.l_type = type;
-    lock.l_whence = SEEK_SET;
-    lock.l_start = off_t(mark);
-    lock.l_len = 1;
     int result = 0;
     do {
-        result = fcntl(file, F_OFD_SETLK, &lock);
+        result = flock(file, operation | LOCK_NB);
     } while (result == -1 && errno == EINTR);
     return result == 0;
 }
@@ -56,10 +58,7 @@ QByteArray userDirectory()
 }
 } // namespace
 
-zoClusterNodeLocks::zoClusterNodeLocks()
-{
-    m_files.fill(-1);
-}
+zoClusterNodeLocks::zoClusterNodeLocks() = default;
 
 zoClusterNodeLocks::~zoClusterNodeLocks()
 {
@@ -73,79 +72,222 @@ void zoClusterNodeLocks::setDirectory(const QString& directory)
     m_directory = directory;
 }
 
-// The open file for a mark, or -1.
-int zoClusterNodeLocks::openFile(qint64 mark)
+bool zoClusterNodeLocks::fail(const QByteArray& name)
 {
-    const int index = int(mark % FileCount);
-    int& file = m_files[size_t(index)];
-    if (file != -1)
-        return file;
-    const QByteArray directory = m_directory.isEmpty() ? userDirectory() : QFile::encodeName(m_directory);
-    constexpr mode_t OwnerOnly = 0700;
-    if (mkdir(directory.constData(), OwnerOnly) == -1 && errno != EEXIST) {
-        m_error = QFile::decodeName(directory) + QStringLiteral(": ") + systemError();
-        return -1;
-    }
-    // Someone else may have made the directory to lay a link here.
+    m_error = QFile::decodeName(m_path + name) + QStringLiteral(": ") + systemError();
+    return false;
+}
+
+// -1, with the reason in errno, for what is no file of this user.
+int zoClusterNodeLocks::openFile(const QByteArray& name, int flags)
+{
+    constexpr mode_t OwnerReadsAndWrites = 0600;
+    const int file = open((m_path + name).constData(), flags | O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK,
+                          OwnerReadsAndWrites);
     struct stat info = {};
+    if (file == -1 || (fstat(file, &info) == 0 && S_ISREG(info.st_mode) && info.st_uid == geteuid()))
+        return file;
+    close(file);
+    errno = EPERM;
+    return -1;
+}
+
+bool zoClusterNodeLocks::openTurns()
+{
+    struct stat info = {};
+    if (m_turns != -1 && fstat(m_turns, &info) == 0 && info.st_nlink > 0)
+        return true;
+    // Never opened, or somebody tidied up: others meet at a new file.
+    if (m_turns != -1)
+        close(m_turns);
+    m_turns = -1;
+    m_generation.reset();
+
+    const QByteArray directory = m_directory.isEmpty() ? userDirectory() : QFile::encodeName(m_directory);
+    m_path = directory;
+    constexpr mode_t OwnerOnly = 0700;
+    if (mkdir(directory.constData(), OwnerOnly) == -1 && errno != EEXIST)
+        return fail(QByteArray());
+    // Someone else may have made the directory to lay a link here.
     if (lstat(directory.constData(), &info) == -1 || !S_ISDIR(info.st_mode) || info.st_uid != geteuid()) {
         m_error = QCoreApplication::translate("zoClusterNodeLocks", "%1: not a directory of this user")
                       .arg(QFile::decodeName(directory));
-        return -1;
+        return false;
     }
-    const QByteArray name = directory + "/zo-cluster-nodes-" + QByteArray::number(index) + ".lock";
-    constexpr mode_t OwnerReadsAndWrites = 0600;
-    file = open(name.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, OwnerReadsAndWrites);
-    if (file == -1)
-        m_error = QFile::decodeName(name) + QStringLiteral(": ") + systemError();
-    return file;
+    m_path += '/';
+    m_turns = openFile(TurnsName, O_CREAT);
+    return m_turns != -1 || fail(TurnsName);
+}
+
+// One session at a time reads and writes lists, for some microseconds. One that was stopped right then, by a
+// debugger or a signal, must not stop the others for ever.
+bool zoClusterNodeLocks::beginTurn()
+{
+    if (!openTurns())
+        return false;
+    constexpr int Tries = 10000;
+    constexpr useconds_t Pause = 100;
+    for (int attempt = 0; !lock(m_turns, LOCK_EX); ++attempt) {
+        if (errno != EWOULDBLOCK || attempt == Tries)
+            return fail(TurnsName);
+        usleep(Pause);
+    }
+    quint64 generation = 0;
+    if (pread(m_turns, &generation, sizeof generation, 0) == -1) {
+        fail(TurnsName);
+        endTurn();
+        return false;
+    }
+    if (m_generation != generation) {
+        readOthers();
+        m_generation = generation;
+    }
+    return true;
+}
+
+void zoClusterNodeLocks::endTurn()
+{
+    lock(m_turns, LOCK_UN);
+}
+
+// Reads what is new in the lists of sessions that are alive, and takes away the others.
+void zoClusterNodeLocks::readOthers()
+{
+    std::vector<Other> before;
+    before.swap(m_others);
+    const QStringList names =
+        QDir(QFile::decodeName(m_path))
+            .entryList({QLatin1String(ListPrefix) + QLatin1Char('*')}, QDir::Files | QDir::System);
+    for (const QString& decodedName : names) {
+        const QByteArray name = QFile::encodeName(decodedName);
+        if (name == m_listName)
+            continue;
+        const auto known = std::find_if(before.begin(), before.end(),
+                                        [&name](const Other& other) { return other.name == name; });
+        Other other;
+        if (known != before.end()) {
+            other = std::move(*known);
+            known->file = -1;
+        } else {
+            other.name = name;
+            other.file = openFile(name, 0);
+        }
+        if (other.file == -1)
+            continue;
+        if (lock(other.file, LOCK_SH)) {
+            unlink((m_path + name).constData());
+            close(other.file);
+            continue;
+        }
+        readOn(other);
+        m_others.push_back(std::move(other));
+    }
+    for (const Other& other : before) {
+        if (other.file != -1)
+            close(other.file);
+    }
+}
+
+void zoClusterNodeLocks::readOn(Other& other)
+{
+    std::array<qint64, 1024> records;
+    for (;;) {
+        const ssize_t bytes =
+            pread(other.file, records.data(), records.size() * sizeof(qint64), off_t(other.size));
+        const std::size_t count = bytes > 0 ? std::size_t(bytes) / sizeof(qint64) : 0;
+        if (count == 0)
+            return;
+        for (std::size_t i = 0; i < count; ++i) {
+            if ((records[i] & GivenBack) != 0)
+                other.marks.remove(records[i] & ~GivenBack);
+            else
+                other.marks.insert(records[i]);
+        }
+        other.size += qint64(count * sizeof(qint64));
+    }
+}
+
+bool zoClusterNodeLocks::isUsedByOthers(qint64 mark)
+{
+    return std::any_of(m_others.begin(), m_others.end(), [mark](Other& other) {
+        if (!other.marks.contains(mark))
+            return false;
+        if (!lock(other.file, LOCK_SH))
+            return true;
+        // The session ended meanwhile.
+        lock(other.file, LOCK_UN);
+        other.marks.clear();
+        return false;
+    });
+}
+
+bool zoClusterNodeLocks::openList()
+{
+    if (m_list != -1)
+        return true;
+    m_listName = ListPrefix + QUuid::createUuid().toByteArray(QUuid::WithoutBraces);
+    m_listSize = 0;
+    m_list = openFile(m_listName, O_CREAT | O_EXCL);
+    return (m_list != -1 && lock(m_list, LOCK_EX)) || fail(m_listName);
+}
+
+// Writes a record into the own list and tells the others that there is something to read.
+bool zoClusterNodeLocks::append(qint64 record)
+{
+    if (!openList())
+        return false;
+    if (pwrite(m_list, &record, sizeof record, off_t(m_listSize)) != ssize_t(sizeof record))
+        return fail(m_listName); // half a record is overwritten by the next one
+    const quint64 generation = *m_generation + 1;
+    if (pwrite(m_turns, &generation, sizeof generation, 0) != ssize_t(sizeof generation))
+        return fail(TurnsName);
+    m_listSize += qint64(sizeof record);
+    m_generation = generation;
+    return true;
 }
 
 // Closing gives back the marks as well.
 void zoClusterNodeLocks::closeFiles()
 {
-    for (int& file : m_files) {
-        if (file != -1)
-            close(file);
-        file = -1;
+    if (m_list != -1) {
+        unlink((m_path + m_listName).constData());
+        close(m_list);
+        m_list = -1;
     }
+    m_listName.clear();
+    for (const Other& other : m_others)
+        close(other.file);
+    m_others.clear();
+    if (m_turns != -1)
+        close(m_turns);
+    m_turns = -1;
+    m_generation.reset();
 }
 
 zoClusterNodeLocks::Outcome zoClusterNodeLocks::acquire(const QString& nodeId, int servicePort, bool share)
 {
     const qint64 mark = markOf(nodeId, servicePort);
-    const int file = openFile(mark);
-    if (file == -1)
+    if (!beginTurn())
         return Outcome::NoLocking;
-    // Alone for a moment to learn that nobody else is there, then shared, so that others can join on purpose.
-    // Several tries: another session may be in that same moment.
-    constexpr int Tries = 1000;
-    for (int attempt = 0; attempt < Tries; ++attempt) {
-        if (setLock(file, mark, F_WRLCK)) {
-            setLock(file, mark, F_RDLCK);
+    const bool isUsed = isUsedByOthers(mark);
+    Outcome outcome = isUsed ? share ? Outcome::Shared : Outcome::InUse : Outcome::Free;
+    if (outcome != Outcome::InUse && !m_held.contains(mark)) {
+        if (append(mark))
             m_held.insert(mark);
-            return Outcome::Free;
-        }
-        if (errno != EAGAIN && errno != EACCES) {
-            m_error = systemError();
-            return Outcome::NoLocking;
-        }
-        if (!share)
-            return Outcome::InUse;
-        if (setLock(file, mark, F_RDLCK)) {
-            m_held.insert(mark);
-            return Outcome::Shared;
-        }
-        sched_yield();
+        else
+            outcome = Outcome::NoLocking;
     }
-    return Outcome::InUse;
+    endTurn();
+    return outcome;
 }
 
 void zoClusterNodeLocks::release(const QString& nodeId, int servicePort)
 {
     const qint64 mark = markOf(nodeId, servicePort);
-    if (m_held.remove(mark))
-        setLock(openFile(mark), mark, F_UNLCK);
+    if (!m_held.remove(mark) || !beginTurn())
+        return;
+    append(mark | GivenBack);
+    endTurn();
 }
 
 void zoClusterNodeLocks::releaseAll()

@@ -120,8 +120,9 @@ void zoLocalClusterService::offerConfig(const QString& document)
 {
     if (document == m_config)
         return;
+    const QPointer<zoLocalClusterService> self(this);
     applyConfig(document);
-    if (document == m_config)
+    if (self && document == m_config)
         emit configChanged(m_config);
 }
 
@@ -277,6 +278,8 @@ bool zoLocalClusterService::connectNodes(const Nodes& nodes, Findings& findings)
         shownPercent = percent;
         if (!self || m_abortRequested)
             return false;
+        if (lockingFailed)
+            continue; // each try may wait for the others
 
         // Shared in any case: whether that may be is decided when all nodes were seen.
         switch (m_locks.acquire(node.id, node.servicePort, true)) {
@@ -287,8 +290,7 @@ bool zoLocalClusterService::connectNodes(const Nodes& nodes, Findings& findings)
             findings.inUse << node.id;
             break;
         case zoClusterNodeLocks::Outcome::NoLocking:
-            if (!lockingFailed)
-                zoLog::error(tr("Other hosts on this machine cannot be seen: %1").arg(m_locks.errorString()));
+            zoLog::error(tr("Other hosts on this machine cannot be seen: %1").arg(m_locks.errorString()));
             lockingFailed = true;
             break;
         }
