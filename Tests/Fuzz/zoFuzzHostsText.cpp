@@ -1,6 +1,7 @@
 #include "zoFuzzing.h"
 
 #include <zoHPCHostsText.h>
+#include <zoHPCNumberedName.h>
 #include <zoHPCTreeGUIW.h>
 #include <zoHPCTreeItem.h>
 

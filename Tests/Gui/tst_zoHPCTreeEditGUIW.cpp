@@ -880,7 +880,7 @@ void tst_zoHPCTreeEditGUIW::showingTheSameValuesAgainAnnouncesNothing()
         if (meta->method(i).methodType() == QMetaMethod::Signal)
             spies.append(std::make_shared<QSignalSpy>(m_editor.get(), meta->method(i)));
     }
-    QCOMPARE(spies.size(), 7);
+    QCOMPARE(spies.size(), 8);
 
     for (zoHPCTreeItem* item : {m_master, m_network, m_node, m_master})
         m_editor->setItem(item);

@@ -1,6 +1,7 @@
 #include "zoTestCase.h"
 
 #include <zoHPCHostsText.h>
+#include <zoHPCNumberedName.h>
 
 #include <QApplication>
 #include <QRandomGenerator>

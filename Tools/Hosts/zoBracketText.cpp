@@ -1,5 +1,7 @@
 #include "zoBracketText.h"
 
+#include "zoHPCHostsText.h"
+
 #include <algorithm>
 
 namespace
@@ -12,41 +14,15 @@ bool isDigit(QChar c)
     return c >= QLatin1Char('0') && c <= QLatin1Char('9');
 }
 
-bool isBlank(QChar c)
-{
-    switch (c.unicode()) {
-    case ' ':
-    case '\t':
-    case '\n':
-    case '\v':
-    case '\f':
-    case '\r':
-        return true;
-    default:
-        return false;
-    }
-}
-
 // Ends a word: separators, braces, a closing bracket.
 bool endsWord(QChar c)
 {
-    switch (c.unicode()) {
-    case ',':
-    case '|':
-    case '{':
-    case '}':
-    case '(':
-    case ')':
-    case ']':
-        return true;
-    default:
-        return isBlank(c);
-    }
+    return c == QLatin1Char(']') || (c != QLatin1Char('[') && zoHPCHostsText::endsWord(c));
 }
 
 bool canStandInRange(QChar c)
 {
-    return isDigit(c) || isBlank(c) || c == QLatin1Char('-') || c == QLatin1Char(',') ||
+    return isDigit(c) || zoHPCHostsText::isBlank(c) || c == QLatin1Char('-') || c == QLatin1Char(',') ||
            c == QLatin1Char('/');
 }
 
@@ -105,7 +81,7 @@ QString zoBracketText::expanded(const QString& text)
         }
         // A bracket belongs to the word before it, over blanks too.
         int begin = bracket;
-        while (begin > copied && isBlank(text.at(begin - 1)))
+        while (begin > copied && zoHPCHostsText::isBlank(text.at(begin - 1)))
             --begin;
         if (begin == copied || endsWord(text.at(begin - 1)))
             begin = bracket;
@@ -183,9 +159,9 @@ bool zoBracketText::readRanges(int begin, int end, Ranges& ranges)
             ++comma;
         int first = p;
         int last = comma;
-        while (first < last && isBlank(m_text.at(first)))
+        while (first < last && zoHPCHostsText::isBlank(m_text.at(first)))
             ++first;
-        while (last > first && isBlank(m_text.at(last - 1)))
+        while (last > first && zoHPCHostsText::isBlank(m_text.at(last - 1)))
             --last;
         Range range;
         if (!readRange(first, last, range))

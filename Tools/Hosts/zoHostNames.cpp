@@ -1,13 +1,12 @@
 #include "zoHostNames.h"
 
-#include "zoHPCHostsText.h"
+#include "zoHPCNumberedName.h"
 
 #include <QHash>
 #include <QSet>
 #include <QStringView>
 
 #include <algorithm>
-#include <climits>
 #include <numeric>
 
 namespace
@@ -340,14 +339,11 @@ QByteArray zoHostNames::orderedBracketText(const std::vector<QString>& names)
 
 std::size_t zoHostNames::rangeLength(const std::vector<QString>& names, std::size_t begin)
 {
-    // The reader of ranges fills no more.
-    constexpr qint64 LongestRange = 10001;
-
     const zoHPCNumberedName first(names[begin]);
     // Without a number nothing can be counted on; a number that does not fit reads as 0.
-    if (first.digits().isEmpty() || first.name(0) != names[begin])
+    if (!first.isCountable())
         return 1;
-    const std::size_t maximum = std::size_t(std::min(LongestRange, INT_MAX - qint64(first.number()) + 1));
+    const std::size_t maximum = std::size_t(first.longestRange()); // the reader of ranges fills no more
     std::size_t length = 1;
     while (begin + length < names.size() && length < maximum &&
            names[begin + length] == first.name(int(length)))

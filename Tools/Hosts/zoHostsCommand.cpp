@@ -19,34 +19,6 @@ void printError(const zoHostsInput& input, int offset, const QString& reason)
     zoConsole::printError(place.file, place.line, place.column, reason);
 }
 
-bool isNameChar(QChar c)
-{
-    const ushort u = c.unicode();
-    return (u >= 'a' && u <= 'z') || (u >= '0' && u <= '9') || (u >= 'A' && u <= 'Z') || u == '-' || u == '.';
-}
-
-bool endsWord(QChar c)
-{
-    switch (c.unicode()) {
-    case ' ':
-    case '\t':
-    case '\n':
-    case '\v':
-    case '\f':
-    case '\r':
-    case ',':
-    case '|':
-    case '{':
-    case '}':
-    case '(':
-    case ')':
-    case '[':
-        return true;
-    default:
-        return false;
-    }
-}
-
 struct Word
 {
     int offset;
@@ -65,14 +37,14 @@ std::vector<Word> strangeWords(const QString& text)
             p = close < 0 ? size : close + 1;
             continue;
         }
-        if (endsWord(text.at(p))) {
+        if (zoHPCHostsText::endsWord(text.at(p))) {
             ++p;
             continue;
         }
         const int begin = p;
         bool isPlain = true;
-        for (; p < size && !endsWord(text.at(p)); ++p)
-            isPlain = isPlain && isNameChar(text.at(p));
+        for (; p < size && !zoHPCHostsText::endsWord(text.at(p)); ++p)
+            isPlain = isPlain && zoHPCHostsText::isNameChar(text.at(p));
         // What begins with a slash is left out as a whole.
         if (!isPlain && text.at(begin) != QLatin1Char('/'))
             words.push_back({begin, text.mid(begin, p - begin)});
@@ -112,17 +84,19 @@ QString emptyRangeReason(const zoHostsTree::EmptyRange& range)
 {
     const QString text = range.from + QLatin1String(" - ") + range.to;
     switch (range.reason) {
-    case zoHostsTree::EmptyRange::Prefixes:
+    case zoHPCNumberedName::Range::OtherPrefix:
         return QCoreApplication::translate("zoHostsCommand",
                                            "\"%1\" fills nothing: the names differ before their number")
             .arg(text);
-    case zoHostsTree::EmptyRange::Backwards:
+    case zoHPCNumberedName::Range::Backwards:
         return QCoreApplication::translate("zoHostsCommand", "\"%1\" fills nothing: it runs backwards")
             .arg(text);
-    case zoHostsTree::EmptyRange::TooLong:
+    case zoHPCNumberedName::Range::TooLong:
         return QCoreApplication::translate("zoHostsCommand",
                                            "\"%1\" fills nothing: the names are more than %2 apart")
-            .arg(text, QString::number(zoHostsTree::LongestRange));
+            .arg(text, QString::number(zoHPCNumberedName::LargestDistance));
+    case zoHPCNumberedName::Range::Filled:
+        break;
     }
     return {};
 }

@@ -124,22 +124,16 @@ zoHostsTree::Outcome zoHostsTree::appendHost(int network, const QString& name, i
     if (isRange && previous >= 0) {
         const zoHPCNumberedName from(item(previous).name);
         const zoHPCNumberedName to(name);
-        const int distance = to.number() - from.number();
-        if (from.prefix() != to.prefix()) {
-            m_emptyRanges.push_back({item(previous).name, name, EmptyRange::Prefixes, offset});
-        } else if (distance > LongestRange) {
-            m_emptyRanges.push_back({item(previous).name, name, EmptyRange::TooLong, offset});
-        } else if (distance < 0) {
-            m_emptyRanges.push_back({item(previous).name, name, EmptyRange::Backwards, offset});
-        } else {
-            const Outcome outcome =
-                count(std::max(distance - 1, 0), std::max(item(previous).name.size(), name.size()));
-            if (outcome != Outcome::Read)
-                return outcome;
-            for (int i = 1; i < distance; ++i) {
-                host.name = from.name(i);
-                append(network, host);
-            }
+        const zoHPCNumberedName::Range range = from.rangeTo(to);
+        if (range != zoHPCNumberedName::Range::Filled)
+            m_emptyRanges.push_back({item(previous).name, name, range, offset});
+        const int between = from.namesBetween(to);
+        const Outcome outcome = count(between, std::max(item(previous).name.size(), name.size()));
+        if (outcome != Outcome::Read)
+            return outcome;
+        for (int i = 1; i <= between; ++i) {
+            host.name = from.name(i);
+            append(network, host);
         }
     }
     host.name = name;

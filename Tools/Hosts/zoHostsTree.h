@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zoHPCNumberedName.h"
+
 #include <QString>
 #include <QStringView>
 
@@ -24,10 +26,9 @@ public:
     // A "-" between two hosts that fills nothing although they are no neighbours, by the reader's rules.
     struct EmptyRange
     {
-        enum Reason { Prefixes, Backwards, TooLong };
         QString from;
         QString to;
-        Reason reason;
+        zoHPCNumberedName::Range reason;
         int offset; // of the second host in the text
     };
 
@@ -39,8 +40,6 @@ public:
     };
 
     static constexpr int Root = 0;
-    // Hosts of one range are no further apart.
-    static constexpr int LongestRange = 10000;
 
     zoHostsTree();
 

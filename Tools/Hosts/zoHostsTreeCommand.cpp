@@ -1,7 +1,7 @@
 #include "zoHostsTreeCommand.h"
 
 #include "zoConsole.h"
-#include "zoHPCHostsText.h"
+#include "zoHPCNumberedName.h"
 #include "zoJson.h"
 
 #include <algorithm>
@@ -37,7 +37,7 @@ int lastOfRange(const zoHostsTree& tree, int index)
 {
     const zoHostsTree::Item& item = tree.item(index);
     const zoHPCNumberedName first(item.name);
-    if (item.firstChild >= 0 || first.digits().isEmpty() || first.name(0) != item.name)
+    if (item.firstChild >= 0 || !first.isCountable())
         return index;
     int last = index;
     int count = 1;

@@ -2,7 +2,6 @@
 
 #include "zoText.h"
 
-#include <QRegularExpression>
 #include <QVector>
 
 #include <algorithm>
@@ -40,17 +39,6 @@ CharClass classOf(QChar c)
     default:
         return Plain;
     }
-}
-
-bool isNameChar(QChar c)
-{
-    const ushort u = c.unicode();
-    return (u >= 'a' && u <= 'z') || (u >= '0' && u <= '9') || (u >= 'A' && u <= 'Z') || u == '-' || u == '.';
-}
-
-bool isDigit(QChar c)
-{
-    return c.unicode() >= '0' && c.unicode() <= '9';
 }
 
 bool opens(QChar brace)
@@ -140,7 +128,7 @@ bool zoHPCHostsText::next()
     while (p != m_end && classOf(*p) == Blank)
         ++p;
     m_position = p;
-    // Blanks before an option block do not part it from its host.
+    // Blanks before an option block do not separate it from its host.
     if (p != m_end && classOf(*p) == BlockOpen) {
         m_buffer.setUnicode(begin, int(end - begin));
         readBlock(p);
@@ -165,8 +153,9 @@ void zoHPCHostsText::readBlock(const QChar* p)
 {
     const QLatin1Char comma(',');
     bool inside = false;
-    bool blanks = false;     // pending
-    bool separators = false; // pending, stronger than blanks: they part even what an option block would glue
+    bool blanks = false; // pending
+    bool separators =
+        false; // pending, stronger than blanks: they separate even what an option block would glue
     for (; p != m_end; ++p) {
         const CharClass kind = classOf(*p);
         if (kind == Blank) {
@@ -210,6 +199,22 @@ QStringList zoHPCHostsText::tokens(const QString& text)
     return result;
 }
 
+bool zoHPCHostsText::isBlank(QChar c)
+{
+    return classOf(c) == Blank;
+}
+
+bool zoHPCHostsText::endsWord(QChar c)
+{
+    return classOf(c) != Plain;
+}
+
+bool zoHPCHostsText::isNameChar(QChar c)
+{
+    const ushort u = c.unicode();
+    return (u >= 'a' && u <= 'z') || (u >= '0' && u <= '9') || (u >= 'A' && u <= 'Z') || u == '-' || u == '.';
+}
+
 QString zoHPCHostsText::hostName(QStringView token)
 {
     const QChar* begin = token.begin();
@@ -244,41 +249,4 @@ bool zoHPCHostsText::renderOption(QStringView token, QString& value)
         found = true;
     }
     return found;
-}
-
-zoHPCNumberedName::zoHPCNumberedName(const QString& name) : m_name(name)
-{
-    const bool isPlain = std::all_of(m_name.cbegin(), m_name.cend(),
-                                     [](QChar c) { return c.unicode() >= 0x20 && c.unicode() < 0x7f; });
-    if (isPlain) {
-        int start = m_name.size();
-        while (start > 0 && isDigit(m_name.at(start - 1)))
-            --start;
-        if (start > 0 && start < m_name.size()) {
-            m_prefix = QStringView(m_name).left(start);
-            m_digits = QStringView(m_name).mid(start);
-        }
-        return;
-    }
-    // Line ends decide here: a dot does not match them, and "$" matches before the last one.
-    static const QRegularExpression pattern(zoText("^(.*[^0-9])([0-9]+)$"));
-    const QRegularExpressionMatch match = pattern.match(m_name);
-    if (match.hasMatch()) {
-        m_prefix = QStringView(m_name).mid(match.capturedStart(1), match.capturedLength(1));
-        m_digits = QStringView(m_name).mid(match.capturedStart(2), match.capturedLength(2));
-    }
-}
-
-int zoHPCNumberedName::number() const
-{
-    return m_digits.toString().toInt();
-}
-
-QString zoHPCNumberedName::name(int offset) const
-{
-    QString text = QString::number(qint64(number()) + offset);
-    // At most twelve zeros.
-    if (m_digits.startsWith(QLatin1Char('0')) && text.size() < m_digits.size())
-        text = (zoText("000000000000") + text).right(int(m_digits.size()));
-    return m_prefix.toString() + text;
 }

@@ -22,6 +22,13 @@ public:
 
     static QStringList tokens(const QString& text);
 
+    // White space of the text: ASCII only.
+    static bool isBlank(QChar c);
+    // What a host's name ends at: blanks, separators, braces, an option block.
+    static bool endsWord(QChar c);
+    // Letters, digits, "-" and ".": what host names are made of.
+    static bool isNameChar(QChar c);
+
     // What a host token names: the part before its option block without characters that names cannot have.
     static QString hostName(QStringView token);
     // The value of "rt" in the token's option block; false when there is none.
@@ -45,25 +52,4 @@ private:
     const QChar* m_begin; // of the token
     const QChar* m_position;
     const QChar* m_end;
-};
-
-// A host name seen as a prefix and a number ("node07"). A name that is not made so, or of digits only, has
-// neither.
-class zoHPCNumberedName final
-{
-public:
-    explicit zoHPCNumberedName(const QString& name);
-
-    QStringView prefix() const { return m_prefix; }
-    QStringView digits() const { return m_digits; }
-    // 0 for no number and for one that does not fit.
-    int number() const;
-
-    // The name `offset` numbers further, with zeros to the width of the digits.
-    QString name(int offset) const;
-
-private:
-    QString m_name;
-    QStringView m_prefix;
-    QStringView m_digits;
 };

@@ -1,60 +1,57 @@
 #pragma once
 
-#include <QHash>
+#include "zoHPCTreeItem.h"
+#include "zoHPCTreeWalk.h"
+
+#include <zoClusterIds.h>
+
 #include <QString>
 
 #include <vector>
 
-class zoHPCTreeItem;
-
-// Rows of networks from the root down as small numbers, shared between the trees that are compared. Stands
-// for the ids of networks, which are as long as the tree is deep.
-class zoHPCNetworkPaths final
-{
-public:
-    // Number of the path that extends `path` (0 is the root's) by `row`.
-    int child(int path, int row);
-
-private:
-    QHash<quint64, int> m_paths;
-};
-
-// Index of a tree's items by id, linear in the number of items. Equal to entering the items one after the
-// other with zoHPCTreeItem::addToIDCache(), as long as no host is named like a network's id (see
-// isAmbiguous()).
+// The items of a host tree by their ids. Equal to entering the items one after the other with
+// zoHPCTreeItem::addToIDCache(), and linear in their number.
 class zoHPCItemIds final
 {
 public:
-    // Enters a node or the master; returns the index of its entry for id().
+    zoHPCItemIds() : m_ids(m_places) {}
+    // Tables that are compared share the places, which outlive them.
+    explicit zoHPCItemIds(zoClusterPlaces& places) : m_ids(places) {}
+
+    // Enters a node or the master, or a network; returns the number of its entry.
     int addName(const QString& name, zoHPCTreeItem* item);
-    const QString& id(int entry) const { return m_entries[std::size_t(entry)].id; }
-    // The item that has the id of an entry of `other` here.
+    int addNetwork(int place, zoHPCTreeItem* item); // see zoClusterPlaces
+    QString id(int entry) const { return m_ids.id(entry); }
+
+    // Enters trees in pre-order, in which ids are given. `entered` gets each item and the number of its entry.
+    template <class Entered>
+    void enter(const std::vector<zoHPCTreeItem*>& tops, Entered entered);
+
+    // Null when there is none.
+    zoHPCTreeItem* findName(const QString& id) const { return at(m_ids.find(id)); }
+    // The item here that has the id of an entry of `other`.
     zoHPCTreeItem* findSame(const zoHPCItemIds& other, int entry) const;
-    zoHPCTreeItem* findName(const QString& id) const;
-
-    // Enters a network; returns how many had this path before.
-    int addNetwork(int path, zoHPCTreeItem* item);
-    zoHPCTreeItem* findNetwork(int path, int occurrence) const;
-
-    // A name that could meet the id of a network.
-    static bool isAmbiguous(const QString& name);
 
     void reserve(std::size_t count);
 
 private:
-    struct Entry
-    {
-        QString id;
-        zoHPCTreeItem* item;
-        uint hash;
-        int nextSuffix;
-    };
+    zoHPCTreeItem* at(int entry) const;
 
-    int find(const QString& id, uint hash) const;
-    int insert(const QString& id, uint hash, zoHPCTreeItem* item);
-
-    std::vector<Entry> m_entries;
-    std::vector<int> m_slots; // indices of entries, -1 for none; its size is a power of two
-    QHash<quint64, zoHPCTreeItem*> m_networks;
-    QHash<int, int> m_occurrences;
+    zoClusterPlaces m_places; // unless they are shared
+    zoClusterIds m_ids;
+    std::vector<zoHPCTreeItem*> m_items; // by entry
 };
+
+template <class Entered>
+void zoHPCItemIds::enter(const std::vector<zoHPCTreeItem*>& tops, Entered entered)
+{
+    zoHPCTreeWalk::inherit(tops, zoClusterPlaces::Top, [&](zoHPCTreeItem* item, int row, int place) {
+        if (item->isNetwork()) {
+            place = m_ids.places().child(place, row);
+            entered(item, addNetwork(place, item));
+        } else {
+            entered(item, addName(item->hostName(), item));
+        }
+        return place;
+    });
+}

@@ -17,9 +17,6 @@ constexpr int s_defaultParallelFrames = 2;
 constexpr int s_defaultFrameQueueLength = 2;
 constexpr int s_defaultSupersampling = 0;
 
-// Of the list of all that there are, for items that die.
-zoHPCTreeEditGUIW* s_firstEditor = nullptr;
-
 template <std::size_t size>
 void addRows(QComboBox* combo, const zoHPCComboRow (&rows)[size])
 {
@@ -39,17 +36,9 @@ zoHPCTreeEditGUIW::zoHPCTreeEditGUIW(QWidget* parent)
     m_ui->setupUi(this);
     fillComboRows();
     connectWidgets();
-    m_nextEditor = s_firstEditor;
-    s_firstEditor = this;
 }
 
-zoHPCTreeEditGUIW::~zoHPCTreeEditGUIW()
-{
-    zoHPCTreeEditGUIW** place = &s_firstEditor;
-    while (*place != this)
-        place = &(*place)->m_nextEditor;
-    *place = m_nextEditor;
-}
+zoHPCTreeEditGUIW::~zoHPCTreeEditGUIW() = default;
 
 void zoHPCTreeEditGUIW::setComboboxByData(QComboBox* combo, const QString& data)
 {
@@ -70,7 +59,7 @@ void zoHPCTreeEditGUIW::setIsRunning(bool running)
 void zoHPCTreeEditGUIW::editName()
 {
     const int page = m_ui->m_stackedEditPanel->currentIndex();
-    if (m_item == nullptr || page == MasterPage)
+    if (item() == nullptr || page == MasterPage)
         return;
     QLineEdit* name = page == NodePage ? m_ui->m_hostName : m_ui->m_networkDescription;
     name->setFocus(Qt::ShortcutFocusReason);
@@ -81,8 +70,7 @@ void zoHPCTreeEditGUIW::setItem(zoHPCTreeItem* item)
 {
     if (item == nullptr)
         return;
-    m_item = item;
-    item->m_isEdited = 1;
+    m_watchedItem = item->watch();
 
     const QScopedValueRollback<bool> filling(m_isFilling, true);
     if (item->isMaster())
@@ -109,13 +97,13 @@ void zoHPCTreeEditGUIW::ethernetSpeedChanged(int index)
 void zoHPCTreeEditGUIW::setSceneCompression(int index)
 {
     if (writeRow(zoHPCOption::SceneCompression, m_ui->m_sceneCompression, index))
-        emit sceneCompressionChanged(m_item->getOption(zoHPCOption::SceneCompression));
+        emit sceneCompressionChanged(item()->getOption(zoHPCOption::SceneCompression));
 }
 
 void zoHPCTreeEditGUIW::setImageCompression(int index)
 {
     if (writeRow(zoHPCOption::ImageCompression, m_ui->m_imageCompression, index))
-        emit imageCompressionChanged(m_item->getOption(zoHPCOption::ImageCompression));
+        emit imageCompressionChanged(item()->getOption(zoHPCOption::ImageCompression));
 }
 
 void zoHPCTreeEditGUIW::setStartStopAction(int index)
@@ -128,21 +116,21 @@ void zoHPCTreeEditGUIW::setParallelFrames(int index)
 {
     if (writeRow(zoHPCOption::ParallelFrames, m_ui->m_parallelFrames, index))
         emit parallelFramesChanged(
-            m_item->getIntOption(zoHPCOption::ParallelFrames, s_defaultParallelFrames));
+            item()->getIntOption(zoHPCOption::ParallelFrames, s_defaultParallelFrames));
 }
 
 void zoHPCTreeEditGUIW::setQueueLength(int index)
 {
     if (writeRow(zoHPCOption::FramePipelineLength, m_ui->m_frameQueueLength, index))
         emit frameQueueLengthChanged(
-            m_item->getIntOption(zoHPCOption::FramePipelineLength, s_defaultFrameQueueLength));
+            item()->getIntOption(zoHPCOption::FramePipelineLength, s_defaultFrameQueueLength));
 }
 
 void zoHPCTreeEditGUIW::setStillSupersampling(int index)
 {
     if (writeRow(zoHPCOption::StillFrameSupersampling, m_ui->m_stillFrameSupersampling, index))
         emit stillFrameSupersamplingChanged(
-            m_item->getIntOption(zoHPCOption::StillFrameSupersampling, s_defaultSupersampling));
+            item()->getIntOption(zoHPCOption::StillFrameSupersampling, s_defaultSupersampling));
 }
 
 void zoHPCTreeEditGUIW::servicePortChanged(int port)
@@ -195,34 +183,34 @@ void zoHPCTreeEditGUIW::connectWidgets()
     // What these show is what the item has, so showing another item leaves them with nothing to write: a
     // network of ten thousand nodes is not drawn anew because somebody looks at it.
     const auto setEnabledOption = [this](bool enabled) {
-        if (!m_isFilling && m_item != nullptr)
-            m_item->setIsEnabled(enabled);
+        if (m_isFilling || item() == nullptr)
+            return;
+        item()->setIsEnabled(enabled);
+        emit changed();
     };
     connect(m_ui->m_networkEnabled, &QCheckBox::toggled, this, setEnabledOption);
     connect(m_ui->m_hostEnabled, &QCheckBox::toggled, this, setEnabledOption);
     connect(m_ui->m_renderNode, &QCheckBox::toggled, this, [this](bool renderNode) {
-        if (!m_isFilling && m_item != nullptr)
-            m_item->setIsRenderNode(renderNode);
+        if (m_isFilling || item() == nullptr)
+            return;
+        item()->setIsRenderNode(renderNode);
+        emit changed();
     });
     connect(m_ui->m_hostName, &QLineEdit::textChanged, this, [this](const QString& name) {
-        if (m_item == nullptr)
+        if (item() == nullptr)
             return;
-        if (!m_isFilling)
-            m_item->setHostName(name);
+        if (!m_isFilling) {
+            item()->setHostName(name);
+            emit changed();
+        }
         emit hostChanged();
     });
     connect(m_ui->m_networkDescription, &QLineEdit::textChanged, this, [this](const QString& description) {
-        if (!m_isFilling && m_item != nullptr)
-            m_item->setOption(zoHPCOption::Description, description);
+        if (m_isFilling || item() == nullptr)
+            return;
+        item()->setOption(zoHPCOption::Description, description);
+        emit changed();
     });
-}
-
-void zoHPCTreeEditGUIW::forget(zoHPCTreeItem* dying)
-{
-    for (zoHPCTreeEditGUIW* editor = s_firstEditor; editor != nullptr; editor = editor->m_nextEditor) {
-        if (editor->m_item == dying)
-            editor->m_item = nullptr;
-    }
 }
 
 void zoHPCTreeEditGUIW::showMaster()
@@ -238,56 +226,59 @@ void zoHPCTreeEditGUIW::showMaster()
     showOption(m_ui->m_frameQueueLength, zoHPCOption::FramePipelineLength,
                &zoHPCTreeEditGUIW::setQueueLength);
     showOption(m_ui->m_parallelFrames, zoHPCOption::ParallelFrames, &zoHPCTreeEditGUIW::setParallelFrames);
-    m_ui->m_homogeneousCluster->setChecked(m_item->getOption(zoHPCOption::Homogeneous) == flagText(true));
+    m_ui->m_homogeneousCluster->setChecked(item()->getOption(zoHPCOption::Homogeneous) == flagText(true));
     setHomogeneous(m_ui->m_homogeneousCluster->isChecked());
 }
 
 void zoHPCTreeEditGUIW::showNetwork()
 {
     m_ui->m_stackedEditPanel->setCurrentIndex(NetworkPage);
-    m_ui->m_networkEnabled->setChecked(m_item->isEnabled());
+    m_ui->m_networkEnabled->setChecked(item()->isEnabled());
     showOption(m_ui->m_networkTypeSelection, zoHPCOption::NetworkType, &zoHPCTreeEditGUIW::setNetworkType);
     showOption(m_ui->m_networkSpeedSelection, zoHPCOption::LinkSpeed,
                &zoHPCTreeEditGUIW::ethernetSpeedChanged);
-    m_ui->m_networkDescription->setText(m_item->getOption(zoHPCOption::Description));
+    m_ui->m_networkDescription->setText(item()->getOption(zoHPCOption::Description));
     setNetworkType(m_ui->m_networkTypeSelection->currentIndex());
 
-    int port = m_item->getIntOption(zoHPCOption::ServicePort, zoHPCTreeEditTables::DefaultServicePort);
+    int port = item()->getIntOption(zoHPCOption::ServicePort, zoHPCTreeEditTables::DefaultServicePort);
     if (port < m_ui->m_servicePort->minimum() || port > m_ui->m_servicePort->maximum())
         port = zoHPCTreeEditTables::DefaultServicePort;
     m_ui->m_servicePort->setValue(port);
     // Also when the number shown is that of the previous item.
     servicePortChanged(port);
 
-    m_ui->m_encrypted->setChecked(m_item->isEncrypted());
+    m_ui->m_encrypted->setChecked(item()->isEncrypted());
     setEncrypted(m_ui->m_encrypted->isChecked());
 }
 
 void zoHPCTreeEditGUIW::showNode()
 {
     m_ui->m_stackedEditPanel->setCurrentIndex(NodePage);
-    m_ui->m_hostEnabled->setChecked(m_item->isEnabled());
-    m_ui->m_renderNode->setChecked(m_item->isRenderNode());
-    m_ui->m_hostName->setText(m_item->hostName()); // last: it is announced
+    m_ui->m_hostEnabled->setChecked(item()->isEnabled());
+    m_ui->m_renderNode->setChecked(item()->isRenderNode());
+    m_ui->m_hostName->setText(item()->hostName()); // last: it is announced
 }
 
 void zoHPCTreeEditGUIW::showOption(QComboBox* combo, const QString& option,
                                    void (zoHPCTreeEditGUIW::*slot)(int))
 {
-    setComboboxByData(combo, m_item->getOption(option));
+    setComboboxByData(combo, item()->getOption(option));
     // A value without a row is replaced also when the combo box stood on row 0 already and thus had no
     // change.
-    if (m_item->getOption(option) != getDataFromCombobox(combo))
+    if (item()->getOption(option) != getDataFromCombobox(combo))
         (this->*slot)(combo->currentIndex());
 }
 
 bool zoHPCTreeEditGUIW::write(const QString& option, const QString& value)
 {
-    if (m_item == nullptr)
+    if (item() == nullptr)
         return false;
     // What is merely shown leaves the item as it is, without even an empty option of that name.
-    if (!m_isFilling || m_item->getOption(option) != value)
-        m_item->setOption(option, value);
+    const bool isChange = item()->getOption(option) != value;
+    if (!m_isFilling || isChange)
+        item()->setOption(option, value);
+    if (isChange)
+        emit changed();
     return true;
 }
 

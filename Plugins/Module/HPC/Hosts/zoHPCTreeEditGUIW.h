@@ -59,13 +59,12 @@ signals:
     void frameQueueLengthChanged(int length);
     void stillFrameSupersamplingChanged(int level);
     void hostChanged();
+    // Something that a document holds was changed here.
+    void changed();
 
 private:
-    friend class zoHPCTreeItem;
-
-    // Of any editor.
-    static void forget(zoHPCTreeItem* dying);
-
+    // Null before the first one, and when the one that was shown last is destroyed.
+    zoHPCTreeItem* item() const { return m_watchedItem.lock().get(); }
     void fillComboRows();
     void connectWidgets();
     void showMaster();
@@ -77,7 +76,6 @@ private:
     bool writeRow(const QString& option, const QComboBox* combo, int index);
 
     std::unique_ptr<Ui_zoHPCTreeEditGUIW> m_ui;
-    zoHPCTreeItem* m_item = nullptr; // not owned
-    zoHPCTreeEditGUIW* m_nextEditor = nullptr;
+    std::weak_ptr<zoHPCTreeItem> m_watchedItem;
     bool m_isFilling = false; // the widgets change because another item is shown
 };

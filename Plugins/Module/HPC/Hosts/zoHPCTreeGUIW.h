@@ -7,7 +7,6 @@
 #include <QWidget>
 
 #include <memory>
-#include <set>
 #include <sstream>
 #include <vector>
 
@@ -15,10 +14,11 @@ class QAction;
 class QTreeWidgetItem;
 class Ui_zoHPCTreeGUIW;
 class zoHPCDocumentWriter;
+class zoHPCHostTree;
 class zoHPCTreeItem;
 
-// The host tree's view: owns the items from the master down, reads and writes them as hosts text and as a
-// section of the configuration document.
+// The view of a host tree, which it owns: shows its items and lets people edit them. What reads, writes and
+// asks the tree is zoHPCHostTree's.
 class zoHPCTreeGUIW final : public QWidget
 {
     Q_OBJECT
@@ -27,6 +27,7 @@ public:
     explicit zoHPCTreeGUIW(QWidget* parent = nullptr);
     ~zoHPCTreeGUIW() override;
 
+    zoHPCHostTree* hosts() const { return m_hosts.get(); }
     // The view's own top-level item; lives as long as the view.
     zoHPCTreeItem* master() const { return m_master; }
     // The tree's current item, null when there is none.
@@ -40,9 +41,9 @@ public:
     QAction* removeHostAction() const { return m_removeHostAction; }
 
     // Path of the hosts file that a save reads first; empty for none.
-    const QString& hostFile() const { return m_hostFile; }
+    const QString& hostFile() const;
     // Opaque text that travels with a configuration until the tree is rebuilt from hosts text.
-    const QString& booking() const { return m_booking; }
+    const QString& booking() const;
 
     // New items; index -1 appends. The parent, which must not be null, owns the item. createMaster()'s item
     // belongs to the caller.
@@ -99,37 +100,28 @@ public slots:
 signals:
     void selectedItemChanged(zoHPCTreeItem* item);
     void hostsChanged();
+    // Something that a document holds changed here: a row, a name, an option, the hosts file or the booking.
+    void changed();
 
 protected:
     void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    friend class zoHPCTreeItem;
-
-    void bury(const QList<QTreeWidgetItem*>& detached);
-    void buryAll();
-    void clearGraveyard();
-    void forget(QTreeWidgetItem* buried);
+    void followHosts();
     void expandAllParents();
     void updateRowHeight();
     void setReadablePalette();
     void removeByKey();
-    void writeRows(zoHPCDocumentWriter& writer, const QString& booking) const;
 
     std::unique_ptr<Ui_zoHPCTreeGUIW> m_ui;
-    zoHPCTreeItem* m_master = nullptr; // owned by the tree widget
     QAction* m_configAction = nullptr;
     QAction* m_addNetworkAction = nullptr;
     QAction* m_addHostAction = nullptr;
     QAction* m_removeNetworkAction = nullptr;
     QAction* m_removeHostAction = nullptr;
+    std::unique_ptr<zoHPCHostTree> m_hosts;
+    zoHPCTreeItem* m_master = nullptr; // of m_hosts
     bool m_running = false;
     bool m_isSettingPalette = false;
-    QString m_hostFile;
-    QString m_booking;
-    QIcon m_nodeIcon;
-    // Items taken out of the tree: an editor may still show one until the next rebuild moves it to the
-    // master.
-    std::set<QTreeWidgetItem*> m_graveyard;
 };

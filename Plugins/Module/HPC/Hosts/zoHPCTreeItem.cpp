@@ -1,48 +1,22 @@
 #include "zoHPCTreeItem.h"
 
-#include "zoHPCTreeEditGUIW.h"
-#include "zoHPCTreeGUIW.h"
+#include "zoHPCHostIcon.h"
+#include "zoHPCTreeContext.h"
+#include "zoHPCTreeWalk.h"
 #include "zoText.h"
 
-#include <zoIconManager.h>
+#include <zoClusterIds.h>
 
 #include <QAbstractItemModel>
 #include <QCoreApplication>
-#include <QFont>
-#include <QPainter>
-#include <QPixmap>
 #include <QTreeWidget>
 
 #include <algorithm>
-
-static_assert(sizeof(void*) != 8 || sizeof(zoHPCStateItem) <= sizeof(QTreeWidgetItem) + sizeof(void*),
-              "the flags lie in the padding of the base class");
 
 namespace
 {
 const QString s_false = QString::fromLatin1("false");
 const QString s_true = QString::fromLatin1("true");
-const QString s_networkId = QString::fromLatin1("Network:/");
-
-constexpr int PictureSize = 32;
-
-QIcon iconOf(const QPixmap& pixmap)
-{
-    QIcon icon;
-    icon.addPixmap(pixmap, QIcon::Normal, QIcon::Off);
-    return icon;
-}
-
-// A transparent picture stands for artwork that the host does not have, so that overlays still show.
-QPixmap pictureOf(const QIcon& icon, QIcon::Mode mode, QIcon::State state)
-{
-    QPixmap pixmap = icon.pixmap(QSize(PictureSize, PictureSize), mode, state);
-    if (pixmap.isNull()) {
-        pixmap = QPixmap(PictureSize, PictureSize);
-        pixmap.fill(Qt::transparent);
-    }
-    return pixmap;
-}
 
 QModelIndex indexOf(const QTreeWidget* tree, const QTreeWidgetItem* item)
 {
@@ -68,7 +42,7 @@ bool hasGrandchildren(const QTreeWidgetItem* item)
 }
 } // namespace
 
-zoHPCTreeItem::zoHPCTreeItem(zoHPCTreeGUIW* tree) : zoHPCStateItem(tree)
+zoHPCTreeItem::zoHPCTreeItem(zoHPCTreeContext* context) : zoHPCTreeRow(context)
 {
     takeLook(currentLook(true, nullptr));
 }
@@ -83,10 +57,9 @@ zoHPCTreeItem::~zoHPCTreeItem()
         else
             widget->takeTopLevelItem(widget->indexOfTopLevelItem(this));
     }
-    if (m_isBuried && tree())
-        tree()->forget(this);
-    if (m_isEdited)
-        zoHPCTreeEditGUIW::forget(this);
+    // Nobody finds it any more.
+    if (m_extras)
+        m_extras->life.reset();
     // The base class would recurse, once per level.
     if (hasGrandchildren(this))
         destroy(takeChildren());
@@ -94,15 +67,15 @@ zoHPCTreeItem::~zoHPCTreeItem()
 
 void zoHPCTreeItem::setIsRunning(bool running)
 {
-    if (m_isRunning == running)
+    if (has(Running) == running)
         return;
-    m_isRunning = running;
+    set(Running, running);
     updateState();
 }
 
 void zoHPCTreeItem::setIsDisplayNode(bool displayNode)
 {
-    m_isDisplayNode = displayNode;
+    set(DisplayNode, displayNode);
     updateState();
 }
 
@@ -136,20 +109,21 @@ bool zoHPCTreeItem::isEncrypted() const
 
 void zoHPCTreeItem::setHostName(const QString& name)
 {
-    if (m_uniqueNameIs == UniqueNameIsHostName && name != m_hostName) {
+    if (uniqueName() == UniqueNameIsHostName && name != m_hostName) {
         extras().uniqueHostName = m_hostName;
-        m_uniqueNameIs = UniqueNameInExtras;
+        setUniqueName(UniqueNameElsewhere);
     }
     m_hostName = name;
     setText(0, name);
+    noteChange();
 }
 
 QString zoHPCTreeItem::uniqueHostName() const
 {
-    switch (m_uniqueNameIs) {
+    switch (uniqueName()) {
     case UniqueNameIsHostName:
         return m_hostName;
-    case UniqueNameInExtras:
+    case UniqueNameElsewhere:
         return m_extras->uniqueHostName;
     default:
         return {};
@@ -159,13 +133,13 @@ QString zoHPCTreeItem::uniqueHostName() const
 void zoHPCTreeItem::setUniqueHostName(const QString& name)
 {
     if (name.isEmpty() || name == m_hostName) {
-        m_uniqueNameIs = name.isEmpty() ? UniqueNameEmpty : UniqueNameIsHostName;
+        setUniqueName(name.isEmpty() ? UniqueNameEmpty : UniqueNameIsHostName);
         if (m_extras)
             m_extras->uniqueHostName.clear();
         return;
     }
     extras().uniqueHostName = name;
-    m_uniqueNameIs = UniqueNameInExtras;
+    setUniqueName(UniqueNameElsewhere);
 }
 
 zoHPCTreeItem* zoHPCTreeItem::getParent() const
@@ -192,13 +166,14 @@ void zoHPCTreeItem::setOption(const QString& name, const QString& value)
     setOptionQuietly(name, value);
     if (name == zoHPCOption::Enabled || name == zoHPCOption::Encrypted)
         updateState();
+    noteChange();
 }
 
 void zoHPCTreeItem::setOptionQuietly(const QString& name, const QString& value)
 {
     if (m_extras || !value.isEmpty() || name != zoHPCOption::Enabled)
         extras().options[name] = value;
-    if (m_isNetwork && name == zoHPCOption::Description)
+    if (has(Network) && name == zoHPCOption::Description)
         showDescription(value);
 }
 
@@ -221,6 +196,7 @@ std::map<QString, QString>& zoHPCTreeItem::getOptions()
 void zoHPCTreeItem::clearOptions()
 {
     extras().options.clear();
+    noteChange();
 }
 
 void zoHPCTreeItem::copyValuesFrom(zoHPCTreeItem* other)
@@ -246,14 +222,7 @@ std::vector<zoHPCTreeItem*> zoHPCTreeItem::items() const
 
 void zoHPCTreeItem::getAllSubItems(std::vector<zoHPCTreeItem*>& out)
 {
-    std::vector<zoHPCTreeItem*> waiting{this};
-    while (!waiting.empty()) {
-        zoHPCTreeItem* item = waiting.back();
-        waiting.pop_back();
-        out.push_back(item);
-        for (int i = item->childCount() - 1; i >= 0; --i)
-            waiting.push_back(static_cast<zoHPCTreeItem*>(item->child(i)));
-    }
+    zoHPCTreeWalk::forEach(this, [&out](zoHPCTreeItem* item) { out.push_back(item); });
 }
 
 void zoHPCTreeItem::clearItems()
@@ -263,19 +232,16 @@ void zoHPCTreeItem::clearItems()
 
 QString zoHPCTreeItem::getItemId() const
 {
-    if (!m_isNetwork)
+    if (!has(Network))
         return m_hostName;
     std::vector<int> rows;
     const zoHPCTreeItem* item = this;
     while (item && item->parent()) {
-        if (item->m_isNetwork)
+        if (item->has(Network))
             rows.push_back(item->parent()->indexOfChild(const_cast<zoHPCTreeItem*>(item)));
         item = item->getParent();
     }
-    QString id = s_networkId;
-    for (auto row = rows.crbegin(); row != rows.crend(); ++row)
-        id += QString::number(*row) + QLatin1Char('/');
-    return id;
+    return zoClusterPlaces::text(rows);
 }
 
 QString zoHPCTreeItem::addToIDCache(std::map<QString, zoHPCTreeItem*>& cache)
@@ -289,17 +255,17 @@ QString zoHPCTreeItem::addToIDCache(std::map<QString, zoHPCTreeItem*>& cache)
         return id;
     }
 
-    const auto candidate = [&id](int suffix) { return id + QLatin1Char('_') + QString::number(suffix); };
     Extras* hint = first->second ? &first->second->extras() : nullptr;
     int suffix = 2;
-    if (hint && hint->suffixCache == &cache && cache.count(candidate(hint->nextSuffix - 1)) > 0)
+    // Not when the hint is of an earlier cache, perhaps at the same address.
+    if (hint && hint->suffixCache == &cache &&
+        cache.count(id + QLatin1Char('_') + QString::number(hint->nextSuffix - 1)) > 0)
         suffix = hint->nextSuffix;
-    QString used = candidate(suffix);
-    while (cache.count(used) > 0)
-        used = candidate(++suffix);
+    const QString used = zoClusterIds::freeId(
+        id, suffix, [&cache](const QString& candidate) { return cache.count(candidate) > 0; });
     if (hint) {
         hint->suffixCache = &cache;
-        hint->nextSuffix = suffix + 1;
+        hint->nextSuffix = suffix;
     }
     if (m_extras && m_extras.get() != hint)
         m_extras->suffixCache = nullptr;
@@ -330,39 +296,7 @@ void zoHPCTreeItem::updateState()
 
 QIcon zoHPCTreeItem::getIcon(int kind, bool enabled, bool running, bool encrypted, bool noRender)
 {
-    static std::map<int, QIcon> cache;
-    const int key =
-        kind | int(enabled) << 15 | int(running) << 16 | int(encrypted) << 17 | int(noRender) << 18;
-    const auto known = cache.find(key);
-    if (known != cache.end())
-        return known->second;
-
-    QIcon base;
-    if (kind == NetworkIcon)
-        base = zoIconManager::getIcon(zoText("Network"), QString());
-    else if (kind == NodeIcon)
-        base = zoIconManager::getIcon(zoText("Server"), QString());
-    else if (kind == DisplayNodeIcon)
-        base = zoIconManager::getIcon(zoText("Display"), QString());
-    else
-        return cache[key] = QIcon();
-
-    QPixmap picture =
-        pictureOf(base, enabled ? QIcon::Normal : QIcon::Disabled, running ? QIcon::On : QIcon::Off);
-    if (enabled && encrypted) {
-        const QIcon lock = zoIconManager::getIcon(zoText("Lock"), QString());
-        QPainter painter(&picture);
-        painter.drawPixmap(QPoint(8, 8), lock.pixmap(QSize(24, 24), QIcon::Normal, QIcon::On));
-    }
-    if (enabled && noRender) {
-        QPainter painter(&picture);
-        painter.setFont(QFont(zoText("Sans"), 8));
-        painter.setPen(QPen(QColor(zoText("#FF9900")), 1));
-        painter.drawText(QRect(16, 0, 32, 16), zoText("RT"));
-        painter.setPen(Qt::red);
-        painter.drawLine(16, 7, 32, 7);
-    }
-    return cache[key] = iconOf(picture);
+    return zoHPCHostIcon::icon(kind, enabled, running, encrypted, noRender);
 }
 
 void zoHPCTreeItem::refreshLooks(Refresh scope)
@@ -401,15 +335,15 @@ void zoHPCTreeItem::refreshLooks(Refresh scope, const zoHPCTreeItem* above)
     const auto visit = [scope](zoHPCTreeItem* item, const zoHPCTreeItem* parent, bool enabled, bool& due) {
         bool wanted = true;
         if (scope == Refresh::Due) {
-            due = due || item->m_lookDueBelow;
-            wanted = due || item->m_lookDue;
-            item->m_lookDue = 0;
-            item->m_lookDueBelow = 0;
+            due = due || item->has(LookDueBelow);
+            wanted = due || item->has(LookDue);
+            item->set(LookDue, false);
+            item->set(LookDueBelow, false);
         }
         return wanted && item->takeLook(item->currentLook(enabled, parent));
     };
     const auto hasVisitsBelow = [scope](const zoHPCTreeItem* item) {
-        return item->childCount() > 0 && (scope != Refresh::StopAtRunning || !item->m_isRunning);
+        return item->childCount() > 0 && (scope != Refresh::StopAtRunning || !item->has(Running));
     };
 
     const bool enabled = aboveEnabled && isEnabled();
@@ -454,19 +388,19 @@ void zoHPCTreeItem::refreshLooks(Refresh scope, const zoHPCTreeItem* above)
                                 roles);
 }
 
-zoHPCStateItem::Look zoHPCTreeItem::currentLook(bool effectivelyEnabled, const zoHPCTreeItem* above) const
+zoHPCTreeRow::Look zoHPCTreeItem::currentLook(bool effectivelyEnabled, const zoHPCTreeItem* above) const
 {
     Look look;
-    look.hasIcon = m_isNetwork || m_isNode;
+    look.hasIcon = has(Network) || has(Node);
     look.enabled = effectivelyEnabled;
-    look.running = m_isRunning;
-    if (m_isNode) {
-        look.kind = m_isDisplayNode ? DisplayNodeIcon : NodeIcon;
+    look.running = has(Running);
+    if (has(Node)) {
+        look.kind = has(DisplayNode) ? zoHPCHostIcon::DisplayNode : zoHPCHostIcon::Node;
         // Encryption belongs to the network.
         look.encrypted = above && above->isEncrypted();
         look.noRender = !isRenderNode();
-    } else if (m_isNetwork) {
-        look.kind = NetworkIcon;
+    } else if (has(Network)) {
+        look.kind = zoHPCHostIcon::Network;
         look.encrypted = isEncrypted();
     }
     return look;
@@ -474,25 +408,31 @@ zoHPCStateItem::Look zoHPCTreeItem::currentLook(bool effectivelyEnabled, const z
 
 void zoHPCTreeItem::markRunning(bool running)
 {
-    if (m_isRunning == running)
+    if (has(Running) == running)
         return;
-    m_isRunning = running;
-    m_lookDue = 1;
+    set(Running, running);
+    set(LookDue, true);
     if (!running)
-        m_lookDueBelow = 1;
+        set(LookDueBelow, true);
 }
 
 void zoHPCTreeItem::markDisplayNode(bool displayNode)
 {
-    m_isDisplayNode = displayNode;
-    m_lookDue = 1;
-    if (!m_isRunning)
-        m_lookDueBelow = 1;
+    set(DisplayNode, displayNode);
+    set(LookDue, true);
+    if (!has(Running))
+        set(LookDueBelow, true);
 }
 
 bool zoHPCTreeItem::isPlain() const
 {
-    return !m_extras && !m_isRunning && !m_isDisplayNode && m_uniqueNameIs == UniqueNameEmpty;
+    if (has(Running) || has(DisplayNode) || uniqueName() != UniqueNameEmpty)
+        return false;
+    if (!m_extras)
+        return true;
+    const auto& options = m_extras->options;
+    return options.size() == 1 && options.begin()->first == zoHPCOption::Enabled &&
+           options.begin()->second.isEmpty();
 }
 
 void zoHPCTreeItem::takeOver(const zoHPCTreeItem& previous)
@@ -500,15 +440,23 @@ void zoHPCTreeItem::takeOver(const zoHPCTreeItem& previous)
     if (previous.m_extras) {
         extras().options = previous.m_extras->options;
         const auto description = m_extras->options.find(zoHPCOption::Description);
-        if (m_isNetwork && description != m_extras->options.end())
+        if (has(Network) && description != m_extras->options.end())
             showDescription(description->second);
     } else if (m_extras) {
         m_extras->options = {{zoHPCOption::Enabled, QString()}};
     }
-    m_isRunning = previous.m_isRunning;
-    m_isDisplayNode = previous.m_isDisplayNode;
-    if (previous.m_uniqueNameIs != UniqueNameEmpty || m_uniqueNameIs != UniqueNameEmpty)
+    set(Running, previous.has(Running));
+    set(DisplayNode, previous.has(DisplayNode));
+    if (previous.uniqueName() != UniqueNameEmpty || uniqueName() != UniqueNameEmpty)
         setUniqueHostName(previous.uniqueHostName());
+}
+
+std::weak_ptr<zoHPCTreeItem> zoHPCTreeItem::watch()
+{
+    std::shared_ptr<zoHPCTreeItem>& life = extras().life;
+    if (!life)
+        life = std::shared_ptr<zoHPCTreeItem>(this, [](zoHPCTreeItem*) {});
+    return life;
 }
 
 void zoHPCTreeItem::destroy(const QList<QTreeWidgetItem*>& detached)
@@ -545,4 +493,10 @@ void zoHPCTreeItem::showDescription(const QString& description)
 {
     setText(0, description.isEmpty() ? QCoreApplication::translate("zoHPC", "Network")
                                      : QCoreApplication::translate("zoHPC", "Network (%1)").arg(description));
+}
+
+void zoHPCTreeItem::noteChange()
+{
+    if (context())
+        context()->noteChange();
 }

@@ -1,42 +1,45 @@
 #pragma once
 
 #include "zoHPCOption.h"
-#include "zoHPCStateItem.h"
+#include "zoHPCTreeRow.h"
 
 #include <QIcon>
 #include <QList>
 #include <QString>
 
+#include <cstddef>
 #include <map>
 #include <memory>
 #include <vector>
 
+class zoHPCTreeContext;
 class zoHPCTreeGUIW;
 
 // One row of the host tree: the master, a network or a compute node, with its options.
-class zoHPCTreeItem final : public zoHPCStateItem
+class zoHPCTreeItem final : public zoHPCTreeRow
 {
 public:
-    // Kinds of pictures for getIcon().
-    enum IconKind { NetworkIcon = 0, NodeIcon = 1, DisplayNodeIcon = 2 };
-
-    // A new item holds the option "enabled" with an empty value and belongs to no row yet.
+    // A new item holds the option "enabled" with an empty value and belongs to no row yet. The context, which
+    // may be null, is not owned.
+    explicit zoHPCTreeItem(zoHPCTreeContext* context);
+    explicit zoHPCTreeItem(std::nullptr_t) : zoHPCTreeItem(static_cast<zoHPCTreeContext*>(nullptr)) {}
+    // With the view's tree as context. Stands with the view.
     explicit zoHPCTreeItem(zoHPCTreeGUIW* tree);
     // Destroys what hangs below, however deep, without recursion.
     ~zoHPCTreeItem() override;
 
-    bool isMaster() const { return m_isMaster; }
-    void setIsMaster(bool master) { m_isMaster = master; }
-    bool isNetwork() const { return m_isNetwork; }
-    void setIsNetwork(bool network) { m_isNetwork = network; }
-    bool isNode() const { return m_isNode; }
-    void setIsNode(bool node) { m_isNode = node; }
+    bool isMaster() const { return has(Master); }
+    void setIsMaster(bool master) { set(Master, master); }
+    bool isNetwork() const { return has(Network); }
+    void setIsNetwork(bool network) { set(Network, network); }
+    bool isNode() const { return has(Node); }
+    void setIsNode(bool node) { set(Node, node); }
 
     // The cluster runs with this item in it.
-    bool isRunning() const { return m_isRunning; }
+    bool isRunning() const { return has(Running); }
     void setIsRunning(bool running);
     // The node drives a display.
-    bool isDisplayNode() const { return m_isDisplayNode; }
+    bool isDisplayNode() const { return has(DisplayNode); }
     void setIsDisplayNode(bool displayNode);
 
     // Own option only; ancestors are not consulted.
@@ -92,7 +95,7 @@ public:
     // Brings icon and text colour of this item, and of those below it unless it runs, up to date.
     void updateState();
 
-    // Composed once per combination and shared. An unknown kind gives an empty picture.
+    // See zoHPCHostIcon.
     static QIcon getIcon(int kind, bool enabled, bool running, bool encrypted, bool noRender);
 
     // For whole trees: marks and options are written without a look at the display, then one walk tells each
@@ -118,13 +121,13 @@ public:
     // Takes over options and marks (running, display node, unique name) of the item that this one replaces.
     void takeOver(const zoHPCTreeItem& previous);
 
+    // Observes the item's life: the pointer is null once the item is destroyed. It does not own the item.
+    std::weak_ptr<zoHPCTreeItem> watch();
+
     // Destroys detached items and all below them without recursion.
     static void destroy(const QList<QTreeWidgetItem*>& detached);
 
 private:
-    friend class zoHPCTreeEditGUIW;
-    friend class zoHPCTreeGUIW;
-
     // What the item rarely has. Without it the options hold exactly the key "enabled" with an empty value.
     struct Extras
     {
@@ -133,14 +136,14 @@ private:
         // Of the first item of an id in a cache: where the search for a free suffix goes on.
         const void* suffixCache = nullptr; // compared only
         int nextSuffix = 2;
+        std::shared_ptr<zoHPCTreeItem> life; // owns nothing; goes with the item
     };
-
-    enum UniqueName : quint32 { UniqueNameEmpty, UniqueNameIsHostName, UniqueNameInExtras };
 
     Extras& extras();
     Look currentLook(bool effectivelyEnabled, const zoHPCTreeItem* parent) const;
     void refreshLooks(Refresh scope, const zoHPCTreeItem* parent);
     void showDescription(const QString& description);
+    void noteChange();
 
     QString m_hostName;
     std::unique_ptr<Extras> m_extras;

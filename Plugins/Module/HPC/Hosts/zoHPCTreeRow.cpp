@@ -1,14 +1,17 @@
-#include "zoHPCStateItem.h"
+#include "zoHPCTreeRow.h"
 
-#include "zoHPCTreeGUIW.h"
-#include "zoHPCTreeItem.h"
+#include "zoHPCHostIcon.h"
+#include "zoHPCTreeContext.h"
 
-#include <QApplication>
 #include <QBrush>
+#include <QGuiApplication>
 #include <QIcon>
 #include <QPalette>
 
-zoHPCStateItem::zoHPCStateItem(zoHPCTreeGUIW* tree)
+static_assert(sizeof(void*) != 8 || sizeof(zoHPCTreeRow) <= sizeof(QTreeWidgetItem) + sizeof(void*),
+              "the bits lie in the padding of the base class");
+
+zoHPCTreeRow::zoHPCTreeRow(zoHPCTreeContext* context)
     : m_lookTaken(0)
     , m_lookHasIcon(0)
     , m_lookKind(0)
@@ -18,35 +21,27 @@ zoHPCStateItem::zoHPCStateItem(zoHPCTreeGUIW* tree)
     , m_lookNoRender(0)
     , m_ownIcon(0)
     , m_ownColour(0)
-    , m_isMaster(0)
-    , m_isNetwork(0)
-    , m_isNode(0)
-    , m_isRunning(0)
-    , m_isDisplayNode(0)
-    , m_uniqueNameIs(0)
-    , m_isBuried(0)
-    , m_isEdited(0)
-    , m_lookDue(0)
-    , m_lookDueBelow(0)
-    , m_tree(tree)
+    , m_uniqueName(UniqueNameEmpty)
+    , m_flags(0)
+    , m_context(context)
 {
 }
 
-QVariant zoHPCStateItem::data(int column, int role) const
+QVariant zoHPCTreeRow::data(int column, int role) const
 {
     if (column == 0 && m_lookTaken) {
         if (role == Qt::DecorationRole && m_lookHasIcon && !m_ownIcon)
-            return zoHPCTreeItem::getIcon(m_lookKind, m_lookEnabled, m_lookRunning, m_lookEncrypted,
-                                          m_lookNoRender);
+            return zoHPCHostIcon::icon(m_lookKind, m_lookEnabled, m_lookRunning, m_lookEncrypted,
+                                       m_lookNoRender);
         if (role == Qt::ForegroundRole && !m_ownColour) {
-            const QPalette palette = m_tree ? m_tree->palette() : QApplication::palette();
+            const QPalette palette = m_context ? m_context->palette() : QGuiApplication::palette();
             return palette.brush(m_lookEnabled ? QPalette::Text : QPalette::Light);
         }
     }
     return QTreeWidgetItem::data(column, role);
 }
 
-void zoHPCStateItem::setData(int column, int role, const QVariant& value)
+void zoHPCTreeRow::setData(int column, int role, const QVariant& value)
 {
     if (column == 0 && role == Qt::DecorationRole)
         m_ownIcon = 1;
@@ -55,7 +50,7 @@ void zoHPCStateItem::setData(int column, int role, const QVariant& value)
     QTreeWidgetItem::setData(column, role, value);
 }
 
-bool zoHPCStateItem::takeLook(const Look& look)
+bool zoHPCTreeRow::takeLook(const Look& look)
 {
     bool changed = !m_lookTaken || m_lookEnabled != look.enabled;
     if (look.hasIcon)

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringView>
+
+#include <utility>
+#include <vector>
+
+class QTreeWidgetItem;
+class zoHPCTreeContext;
+class zoHPCTreeItem;
+
+// Builds networks with their nodes from hosts text. They hang in no tree until somebody takes them.
+class zoHPCHostsTextBuilder final
+{
+public:
+    // `networkText` is what networks without a description show.
+    zoHPCHostsTextBuilder(zoHPCTreeContext* context, const QString& networkText);
+    ~zoHPCHostsTextBuilder();
+    zoHPCHostsTextBuilder(const zoHPCHostsTextBuilder&) = delete;
+    zoHPCHostsTextBuilder& operator=(const zoHPCHostsTextBuilder&) = delete;
+
+    // False when the text is nested too deep.
+    bool read(const QString& text);
+    // In levels of the tree, the master being the first.
+    int depthLimit() const { return m_depthLimit; }
+
+    // Top level, owned by the builder.
+    const QList<QTreeWidgetItem*>& networks() const { return m_networks; }
+    // The caller owns them from now on.
+    QList<QTreeWidgetItem*> takeNetworks();
+    // Applies what the text says about render nodes; returns whether it said anything.
+    bool overwriteOptions() const;
+
+private:
+    // Rows that are being collected for one parent, attached at once. The parent of an open list is itself
+    // attached while it has no children yet: attaching walks what hangs below.
+    struct Rows
+    {
+        QTreeWidgetItem* parent = nullptr;
+        QList<QTreeWidgetItem*> pending;
+
+        int count() const;
+        void attach();
+    };
+
+    void readToken(QStringView token);
+    void openNetwork();
+    void closeNetwork();
+    void addHost(QStringView token);
+    void fillRange(std::vector<zoHPCTreeItem*>& inserted);
+    zoHPCTreeItem* newNode(const QString& name);
+
+    zoHPCTreeContext* m_context; // not owned
+    const QString m_networkText;
+    const int m_depthLimit;
+    QList<QTreeWidgetItem*> m_networks;
+    std::vector<Rows> m_open;            // networks from the top one to the current one
+    QTreeWidgetItem* m_anchor = nullptr; // node that the next "{" hangs a network under; null is the root
+    bool m_hasAnchor = true;
+    bool m_rangePending = false;
+    std::vector<std::pair<zoHPCTreeItem*, bool>> m_renderOptions;
+};
