@@ -1270,46 +1270,6 @@ auch wenn die Server dann instabil sein können?</translation>
         <translation>Bildschirm %1</translation>
     </message>
     <message>
-        <source>Left</source>
-        <translation>Links</translation>
-    </message>
-    <message>
-        <source>Right</source>
-        <translation>Rechts</translation>
-    </message>
-    <message>
-        <source>Double Buffered</source>
-        <translation>Doppelt gepuffert</translation>
-    </message>
-    <message>
-        <source>Horizontal Interlaced</source>
-        <translation>Horizontal verschränkt</translation>
-    </message>
-    <message>
-        <source>Vertical Interlaced</source>
-        <translation>Vertikal verschränkt</translation>
-    </message>
-    <message>
-        <source>Left/Right Split</source>
-        <translation>Links/Rechts geteilt</translation>
-    </message>
-    <message>
-        <source>Top/Bottom Split</source>
-        <translation>Oben/Unten geteilt</translation>
-    </message>
-    <message>
-        <source>Red/Cyan</source>
-        <translation>Rot/Cyan</translation>
-    </message>
-    <message>
-        <source>Blue/Yellow</source>
-        <translation>Blau/Gelb</translation>
-    </message>
-    <message>
-        <source>Green/Magenta</source>
-        <translation>Grün/Magenta</translation>
-    </message>
-    <message>
         <source>Window %1 of display %2</source>
         <translation>Fenster %1 von Anzeige %2</translation>
     </message>

@@ -2,6 +2,7 @@
 
 #include "zoHPCDisplayItem.h"
 #include "zoHPCDisplaySetup.h"
+#include "zoHPCDisplayTables.h"
 #include "zoHPCProjectionItem.h"
 #include "zoHPCTreeItem.h"
 #include "zoHPCViewportItem.h"
@@ -124,7 +125,7 @@ QSizeF zoHPCLayout::tilePixels(int projection) const
         const Projection& shown = m_projections[static_cast<size_t>(viewport.projection)];
         // A tile may also be a projection of its own.
         const bool isTile =
-            viewport.projection == projection && shown.item->projectionType() == QLatin1String("tile");
+            viewport.projection == projection && shown.item->kind() == zoHPCProjectionType::Kind::Tile;
         if (shown.parent != projection && !isTile)
             continue;
         const QSizeF window = m_windows[static_cast<size_t>(viewport.window)].geometry.size();
@@ -142,9 +143,11 @@ int zoHPCLayout::nodeNamed(const QString& name) const
 
 unsigned zoHPCLayout::eyesOf(const QString& eye)
 {
-    if (eye == QLatin1String("left"))
+    using Eyes = zoHPCDisplayTables::StereoMode::Eyes;
+    const zoHPCDisplayTables::StereoMode* const mode = zoHPCDisplayTables::stereoMode(eye);
+    if (mode && mode->eyes == Eyes::Left)
         return LeftEye;
-    if (eye == QLatin1String("right"))
+    if (mode && mode->eyes == Eyes::Right)
         return RightEye;
     return BothEyes;
 }

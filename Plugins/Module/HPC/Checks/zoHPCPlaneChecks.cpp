@@ -15,9 +15,9 @@ namespace
 using Kind = zoHPCProblem::Kind;
 using Projection = zoHPCLayout::Projection;
 
-bool isA(const zoHPCProjectionItem& item, const char* type)
+bool isPlane(const zoHPCProjectionItem& item)
 {
-    return item.projectionType() == QLatin1String(type);
+    return item.kind() == zoHPCProjectionType::Kind::Plane;
 }
 
 zoHPCPlane squared(const zoHPCPlane& plane)
@@ -36,26 +36,10 @@ zoHPCPlane turnedRound(const zoHPCPlane& plane)
     return {plane.lowerRight, plane.lowerLeft, plane.upperLeft()};
 }
 
-// Columns that hold lengths, by type.
-std::vector<int> lengthColumns(const zoHPCProjectionItem& item)
-{
-    using P = zoHPCProjectionItem;
-    if (isA(item, "powerwall"))
-        return {P::Width, P::Height, P::Distance};
-    if (isA(item, "cave"))
-        return {P::CaveWidth, P::CaveHeight, P::CaveDepth, P::CaveX, P::CaveY, P::CaveZ};
-    if (isA(item, "plane"))
-        return {P::X1, P::Y1, P::Z1, P::X2, P::Y2, P::Z2, P::X3, P::Y3, P::Z3};
-    if (isA(item, "wall"))
-        return {P::Distance};
-    return {};
-}
-
 bool looksLikeMetres(const zoHPCProjectionItem& item)
 {
-    const std::vector<int> columns = lengthColumns(item);
     double largest = 0.0;
-    for (const int column : columns) {
+    for (const int column : item.typeRow().lengths) {
         const double size = std::abs(item.getDouble(column));
         if (!(size < zoHPCPlaneChecks::SmallestWall))
             return false;
@@ -66,33 +50,22 @@ bool looksLikeMetres(const zoHPCProjectionItem& item)
 
 void multiplyLengths(zoHPCProjectionItem& item, double factor)
 {
-    for (const int column : lengthColumns(item))
+    const zoHPCProjectionType& type = item.typeRow();
+    for (const int column : type.lengths)
         item.setDouble(column, factor * item.getDouble(column));
-    // The overlap of tiled walls is in pixels.
-    if (isA(item, "powerwall") || isA(item, "cave")) {
+    if (type.overlapIsLength) {
         for (const int column : {zoHPCProjectionItem::OverlapX, zoHPCProjectionItem::OverlapY})
             item.setDouble(column, factor * item.getDouble(column));
     }
     item.update();
 }
 
-// Sizes of which an odd number below 0 turns a generated wall round.
-std::vector<int> signedColumns(const zoHPCProjectionItem& item)
-{
-    using P = zoHPCProjectionItem;
-    if (isA(item, "powerwall"))
-        return {P::Width, P::Height, P::Distance};
-    if (isA(item, "cave"))
-        return {P::CaveWidth, P::CaveHeight, P::CaveDepth};
-    return {};
-}
-
 bool turnsItsBack(const zoHPCProjectionItem& item)
 {
-    if (isA(item, "plane"))
+    if (isPlane(item))
         return zoHPCPlane::fromItem(item).turnsAwayFrom(Point3());
     double sign = 1.0;
-    for (const int column : signedColumns(item))
+    for (const int column : item.typeRow().sizes)
         sign *= item.getDouble(column);
     return sign < 0.0;
 }
@@ -102,7 +75,7 @@ zoHPCProblem::List zoHPCPlaneChecks::degeneratePlanes(const zoHPCLayout& layout)
 {
     const auto degenerate = [&](size_t i) {
         const zoHPCProjectionItem& item = *layout.projections()[i].item;
-        return isA(item, "plane") && zoHPCPlane::fromItem(item).isDegenerate();
+        return isPlane(item) && zoHPCPlane::fromItem(item).isDegenerate();
     };
     zoHPCProblem::List problems;
     for (const Projection* projection : layout.tilesOrTheirProjections(degenerate)) {
@@ -116,7 +89,7 @@ zoHPCProblem::List zoHPCPlaneChecks::skewedPlanes(const zoHPCLayout& layout)
 {
     zoHPCProblem::List problems;
     for (const Projection& projection : layout.projections()) {
-        if (projection.parent != zoHPCLayout::None || !isA(*projection.item, "plane"))
+        if (projection.parent != zoHPCLayout::None || !isPlane(*projection.item))
             continue;
         const double skew = zoHPCPlane::fromItem(*projection.item).skew();
         if (!(skew > LargestSkew))
@@ -143,14 +116,14 @@ zoHPCProblem::List zoHPCPlaneChecks::mirroredPlanes(const zoHPCLayout& layout)
         zoHPCProblem problem(
             Kind::MirroredPlane, item,
             tr("\"%1\" faces away from the viewer: its picture is mirrored.").arg(projection.name()));
-        if (isA(*item, "plane")) {
+        if (isPlane(*item)) {
             problem.setFix(tr("Turn round"), [item] {
                 turnedRound(zoHPCPlane::fromItem(*item)).toItem(*item);
                 item->update();
             });
         } else {
             problem.setFix(tr("Make sizes positive"), [item] {
-                for (const int column : signedColumns(*item))
+                for (const int column : item->typeRow().sizes)
                     item->setDouble(column, std::abs(item->getDouble(column)));
                 item->update();
             });
@@ -166,7 +139,7 @@ zoHPCProblem::List zoHPCPlaneChecks::blendsWiderThanOverlap(const zoHPCLayout& l
     std::vector<zoHPCPlane> planes;
     std::vector<const Projection*> blended;
     for (const Projection& projection : layout.projections()) {
-        if (!projection.isTile || !isA(*projection.item, "plane"))
+        if (!projection.isTile || !isPlane(*projection.item))
             continue;
         const zoHPCPlane plane = zoHPCPlane::fromItem(*projection.item);
         if (plane.isDegenerate())

@@ -40,3 +40,9 @@ zoHPCPictureStyle::zoHPCPictureStyle(const QPalette& palette)
     rightEye = orange;
     bothEyes = green;
 }
+
+QColor zoHPCPictureStyle::withAlpha(QColor color, double alpha)
+{
+    color.setAlphaF(alpha);
+    return color;
+}

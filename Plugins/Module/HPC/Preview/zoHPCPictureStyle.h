@@ -12,6 +12,8 @@ class zoHPCPictureStyle final
 public:
     explicit zoHPCPictureStyle(const QPalette& palette);
 
+    static QColor withAlpha(QColor color, double alpha);
+
     bool isDark = false;
     QColor background;
     QColor text;

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "zoHPCPicture.h"
-#include "zoHPCPlane.h"
 #include "zoHPCRoomCamera.h"
+#include "zoHPCRoomWall.h"
 
 #include <QCoreApplication>
 #include <QString>
@@ -11,8 +11,7 @@
 
 class QTreeWidgetItem;
 class zoHPCLayout;
-class zoHPCPictureStyle;
-class zoHPCProjectionItem;
+class zoHPCRoomCanvas;
 
 // The projection planes in space as they stand around the viewer, in perspective: the viewer stands at the
 // origin and looks along -z, y is up. Tiled walls, which have pixels instead of sizes, stand upright at their
@@ -23,40 +22,7 @@ class zoHPCRoomPicture final : public zoHPCPicture
     Q_DECLARE_TR_FUNCTIONS(zoHPCRoomPicture)
 
 public:
-    // Rows and columns of tiles in one plane. Widths and steps are fractions of the plane.
-    struct Wall
-    {
-        zoHPCProjectionItem* item = nullptr; // the row of the tree that makes it; not owned
-        QString name;
-        zoHPCPlane plane;
-        int rows = 1;
-        int columns = 1;
-        double tileWidth = 1.0;
-        double tileHeight = 1.0;
-        double columnStep = 1.0;
-        double rowStep = 1.0;
-        int firstTile =
-            -1; // index among the item's children; the item is the tile itself when there are none
-        bool isBlended = false;
-        double leftBand = 0.0; // of a plane that stands alone
-        double rightBand = 0.0;
-        double lowerBand = 0.0;
-        double upperBand = 0.0;
-        bool isInPixels = false;
-        bool isDegenerate = false;
-        bool isSkewed = false;
-        bool turnsAway = false; // from the viewer
-        std::vector<bool> lit; // tiles that a viewport shows, row by row from the top; empty when all are lit
-
-        bool isBad() const { return isDegenerate || isSkewed || turnsAway; }
-        double left(int column) const { return column * columnStep; }
-        double top(int row) const { return 1.0 - row * rowStep; } // rows count downward
-        bool isLit(int row, int column) const
-        {
-            return lit.empty() ||
-                   lit[static_cast<size_t>(row) * static_cast<size_t>(columns) + static_cast<size_t>(column)];
-        }
-    };
+    using Wall = zoHPCRoomWall;
 
     // Reads what there is to draw. The items must live while itemAt() may be called.
     void setLayout(const zoHPCLayout& layout);
@@ -82,27 +48,22 @@ private:
         int tile = -1; // all of it
     };
 
-    class Canvas;
+    // The nearest wall that a ray meets, and where in fractions of its plane.
+    struct Meeting
+    {
+        const Wall* wall = nullptr;
+        double s = 0.0;
+        double t = 0.0;
+    };
 
-    void addWalls(const zoHPCLayout& layout, int projection);
-    void addGeneratedWall(const zoHPCLayout& layout, int projection, int firstTile, int tiles);
-    void addTiledWall(const zoHPCLayout& layout, int projection);
-    void addPlane(const zoHPCLayout& layout, int projection);
-    void finish(Wall& wall, const zoHPCLayout& layout, int projection);
-    std::vector<Point3> extent() const;
+    Meeting meet(const Point3& ray) const;
+    QTreeWidgetItem* lineAt(const QPointF& point, const QRectF& area) const;
 
-    void paintFloor(Canvas& canvas) const;
-    void paintViewer(Canvas& canvas) const;
-    void paintWall(Canvas& canvas, const Wall& wall) const;
-    void paintFill(Canvas& canvas, const Wall& wall) const;
-    void paintBands(Canvas& canvas, const Wall& wall) const;
-    void paintTileLines(Canvas& canvas, const Wall& wall) const;
-    void paintNormal(Canvas& canvas, const Wall& wall) const;
-    void paintHighlights(Canvas& canvas) const;
-    void paintAxes(Canvas& canvas) const;
-    void paintNames(Canvas& canvas) const;
-    void paintTileNames(Canvas& canvas) const;
-    void paintLegend(Canvas& canvas) const;
+    void paintViewer(zoHPCRoomCanvas& canvas) const;
+    void paintHighlights(zoHPCRoomCanvas& canvas) const;
+    void paintAxes(zoHPCRoomCanvas& canvas) const;
+    void paintNames(zoHPCRoomCanvas& canvas) const;
+    void paintTileNames(zoHPCRoomCanvas& canvas, const Wall& wall) const;
 
     std::vector<Wall> m_walls;
     std::vector<Highlight> m_highlights;

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "zoHPCPicture.h"
+#include "zoHPCScreenNode.h"
+#include "zoHPCScreensPainter.h"
 
-#include <QColor>
 #include <QCoreApplication>
 #include <QPointF>
 #include <QRectF>
@@ -14,7 +15,6 @@
 
 class QTreeWidgetItem;
 class zoHPCLayout;
-class zoHPCPictureStyle;
 class zoHPCViewportItem;
 class zoHPCWindowItem;
 
@@ -28,49 +28,10 @@ class zoHPCScreensPicture final : public zoHPCPicture
 public:
     enum Edge : unsigned { NoEdge = 0, LeftEdge = 1, RightEdge = 2, TopEdge = 4, BottomEdge = 8 };
 
-    struct Viewport
-    {
-        zoHPCViewportItem* item = nullptr;         // not owned
-        QString projection;                        // empty when it shows none
-        const QTreeWidgetItem* shown = nullptr;    // the projection's row; never followed
-        const QTreeWidgetItem* shownTop = nullptr; // the row at top level that it belongs to
-        QString eye;                               // stored value
-        bool isFlippedX = false;
-        bool isFlippedY = false;
-        QRectF area; // fractions of the window
-    };
-
-    struct Window
-    {
-        zoHPCWindowItem* item = nullptr; // not owned
-        QString name;
-        bool isFullScreen = false;
-        bool overlaps = false;
-        bool isOffScreen = false; // in part at least
-        bool isCovered = false;   // wholly, by a later window
-        QRectF geometry;          // pixels on its screen
-        std::vector<Viewport> viewports;
-    };
-
-    struct Screen
-    {
-        int number = 0;
-        QSizeF size; // pixels
-        bool isSizeKnown = false;
-        QRectF bounds; // the screen and all its windows, in pixels from its upper left corner
-        std::vector<Window> windows;
-        std::vector<QRectF> overlaps; // places that two windows share
-        QPointF origin;               // of the pixels, in the sheet
-    };
-
-    struct Node
-    {
-        QString name; // empty for windows without a node
-        bool isKnown = true;
-        bool isEnabled = true;
-        std::vector<Screen> screens;
-        QRectF card; // in the sheet
-    };
+    using Node = zoHPCScreenNode;
+    using Screen = zoHPCScreenNode::Screen;
+    using Window = zoHPCScreenNode::Window;
+    using Viewport = zoHPCScreenNode::Viewport;
 
     // What lies under a point.
     struct Hit
@@ -105,9 +66,9 @@ public:
     void fit(const QRectF& area);
     // About a point that stays where it is.
     void zoom(double factor, const QPointF& about);
-    void pan(const QPointF& by) { m_offset += by; }
+    void pan(const QPointF& by) { m_placement.offset += by; }
     // Units of the picture for one pixel of a screen.
-    double scale() const { return m_scale; }
+    double scale() const { return m_placement.scale; }
     // Where a window is in the picture.
     QRectF placeOf(const zoHPCWindowItem* window) const;
     // Where a place on the screen of a window, in pixels, is in the picture.
@@ -128,38 +89,18 @@ public:
     static QString eyeName(const QString& eye);
 
 private:
+    using Placement = zoHPCScreensPainter::Placement;
+
     std::pair<const Screen*, const Window*> find(const zoHPCWindowItem* window) const;
     void read(const zoHPCLayout& layout);
-    void measure(Screen& screen) const;
-    static void markCovered(Screen& screen);
     void arrange(double aspect);
     QRectF placeCards(double rowWidth, double gap);
-    QRectF toPicture(const QRectF& onSheet) const;
-
-    void paintNode(QPainter& painter, const zoHPCPictureStyle& style, const Node& node, Detail detail) const;
-    void paintScreen(QPainter& painter, const zoHPCPictureStyle& style, const Screen& screen,
-                     Detail detail) const;
-    void paintWindow(QPainter& painter, const zoHPCPictureStyle& style, const Screen& screen,
-                     const Window& window, Detail detail) const;
-    void paintViewport(QPainter& painter, const zoHPCPictureStyle& style, const Viewport& viewport,
-                       const QRectF& place) const;
-    // `row` of the rows that several viewports share, which lie at the same place.
-    void paintViewportText(QPainter& painter, const zoHPCPictureStyle& style, const Viewport& viewport,
-                           const QRectF& place, int row, int rows) const;
-    void paintCaption(QPainter& painter, const zoHPCPictureStyle& style, const Screen& screen,
-                      const Window& window) const;
-    // In letters of this height, within what can be read and fits the box.
-    static void paintText(QPainter& painter, const QRectF& box, int flags, const QString& text,
-                          const QColor& color, double height, const QColor& ground = QColor());
-    bool isCurrent(const QTreeWidgetItem* item) const { return item && item == m_current; }
 
     std::vector<Node> m_nodes;
     const QTreeWidgetItem* m_current = nullptr; // never followed
     QSizeF m_screenSize;
     bool m_isLarge = false;
-    double m_unit = 1000.0; // height of a usual screen, in pixels: gaps and titles follow it
     double m_aspect = 1.4;
     QRectF m_sheet;
-    double m_scale = 0.1;
-    QPointF m_offset; // of the sheet's origin in the picture
+    Placement m_placement;
 };

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QBrush>
+#include <QCoreApplication>
+#include <QString>
+
+#include <vector>
+
+class zoHPCRoomCanvas;
+struct zoHPCRoomWall;
+
+// Says at the lower edge of the room's picture what its colours and patterns mean, as far as they occur, and how
+// wide the grid is.
+class zoHPCRoomLegend final
+{
+    Q_DECLARE_TR_FUNCTIONS(zoHPCRoomPicture)
+
+public:
+    // The step of the grid is in millimetres. The canvas must outlive the legend.
+    zoHPCRoomLegend(zoHPCRoomCanvas& canvas, const std::vector<zoHPCRoomWall>& walls, double gridStep);
+
+    // Keeps labels off its place.
+    void paint();
+
+private:
+    struct Entry
+    {
+        QString text;
+        QBrush ground;
+        QBrush brush; // none: only the text
+    };
+
+    void addEntries(const std::vector<zoHPCRoomWall>& walls, double gridStep);
+
+    zoHPCRoomCanvas& m_canvas;
+    std::vector<Entry> m_entries;
+};

@@ -1,0 +1,26 @@
+#pragma once
+
+class zoHPCRoomCanvas;
+struct zoHPCRoomWall;
+
+// Paints one wall of the room: its surface, the bands where tiles overlap, the lines between them, its outline
+// and the side that it faces.
+class zoHPCRoomWallPainter final
+{
+public:
+    // Both must outlive the painter.
+    zoHPCRoomWallPainter(zoHPCRoomCanvas& canvas, const zoHPCRoomWall& wall) : m_canvas(canvas), m_wall(wall)
+    {
+    }
+
+    void paint();
+
+private:
+    void paintFill();
+    void paintBands();
+    void paintTileLines();
+    void paintNormal();
+
+    zoHPCRoomCanvas& m_canvas;
+    const zoHPCRoomWall& m_wall;
+};
