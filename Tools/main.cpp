@@ -13,7 +13,7 @@
 
 namespace
 {
-constexpr QLatin1String s_hosts{"hosts "}; // begins the names of the hosts commands
+const QLatin1String s_hosts("hosts "); // begins the names of the hosts commands
 
 QString tr(const char* text)
 {

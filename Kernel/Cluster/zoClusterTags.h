@@ -5,22 +5,29 @@
 // The element names of a configuration document and its version. Host, module and tools read them here.
 namespace zoClusterTags
 {
-constexpr QLatin1String Cluster{"cluster"}; // the root
+// The library's own constructor counts with strlen(), which clang evaluates at run time only.
+template <int Size>
+constexpr QLatin1String word(const char (&text)[Size])
+{
+    return QLatin1String(text, Size - 1);
+}
+
+constexpr QLatin1String Cluster = word("cluster"); // the root
 
 // The host tree.
-constexpr QLatin1String Master{"master"};
-constexpr QLatin1String Network{"network"};
-constexpr QLatin1String Node{"node"};
+constexpr QLatin1String Master = word("master");
+constexpr QLatin1String Network = word("network");
+constexpr QLatin1String Node = word("node");
 
 // The display setup.
-constexpr QLatin1String Projection{"projection"};
-constexpr QLatin1String Display{"display"};
-constexpr QLatin1String Window{"window"};
-constexpr QLatin1String Viewport{"viewport"};
+constexpr QLatin1String Projection = word("projection");
+constexpr QLatin1String Display = word("display");
+constexpr QLatin1String Window = word("window");
+constexpr QLatin1String Viewport = word("viewport");
 
 // Attributes of the root.
-constexpr QLatin1String VersionAttribute{"version"};
-constexpr QLatin1String BookingAttribute{"booking"};
+constexpr QLatin1String VersionAttribute = word("version");
+constexpr QLatin1String BookingAttribute = word("booking");
 
 // What is written. Documents without a version are of version 0 and are upgraded when they are read.
 constexpr int Version = 1;

@@ -18,7 +18,7 @@ using Kind = zoHPCLegacyRemark::Kind;
 
 namespace
 {
-constexpr QLatin1String ForwardsKey{"forwards="};
+const QLatin1String ForwardsKey("forwards=");
 }
 
 zoHPCLegacyHosts::zoHPCLegacyHosts(const zoHPCLegacyParameters& parameters, zoHPCLegacyRemarks& remarks)
