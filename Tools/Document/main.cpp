@@ -1,12 +1,11 @@
 #include "zoCommandTable.h"
 #include "zoConsole.h"
-#include "zoNoServices.h"
 
-#include <QApplication>
+#include <QGuiApplication>
 #include <QStringList>
 
-#include <cstdio>
 #include <cstring>
+#include <memory>
 
 namespace
 {
@@ -17,28 +16,34 @@ void writeMessage(QtMsgType type, const QMessageLogContext& context, const QStri
     if (isOurs ? type != QtInfoMsg && type != QtDebugMsg : type == QtFatalMsg || type == QtCriticalMsg)
         zoConsole::printError(QStringLiteral("zohpc: ") + text);
 }
+
+// Pictures need the toolkit's fonts; nothing else does, and to bring them up takes longer than a whole command.
+std::unique_ptr<QCoreApplication> createApplication(const QString& command, int& argc, char** argv)
+{
+    if (command != QLatin1String("draw"))
+        return std::make_unique<QCoreApplication>(argc, argv);
+    // Whatever the environment says: no display is needed.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qunsetenv("QT_QPA_PLATFORMTHEME");
+    return std::make_unique<QGuiApplication>(argc, argv);
+}
 } // namespace
 
-// Run by zohpc for the commands that need the module's classes: "zohpc-document COMMAND [arguments]". Its
-// widgets are never shown, so it needs no display.
+// Run by zohpc for the commands that need the module's classes: "zohpc-document COMMAND [arguments]". Constructs no
+// widget and needs no display.
 int main(int argc, char** argv)
 {
     qInstallMessageHandler(writeMessage);
-    // Whatever the environment says.
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qunsetenv("QT_QPA_PLATFORMTHEME");
-    qunsetenv("QT_STYLE_OVERRIDE");
 
-    // The toolkit would take options such as -style out of the arguments.
+    // The toolkit would take options such as -platform out of the arguments.
     int ownCount = 1;
     QStringList arguments;
     for (int i = 1; i < argc; ++i)
         arguments << QString::fromLocal8Bit(argv[i]);
-    QApplication application(ownCount, argv);
-    QApplication::setApplicationName(QStringLiteral("zohpc"));
-    const zoNoServices services;
-
     const QString name = arguments.value(0);
+    const std::unique_ptr<QCoreApplication> application = createApplication(name, ownCount, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("zohpc"));
+
     const zoCommandEntry* command = zoCommandTable::find(name);
     if (command == nullptr) {
         zoConsole::printError(QStringLiteral("zohpc-document is run by zohpc"));

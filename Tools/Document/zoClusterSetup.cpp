@@ -6,7 +6,7 @@
 
 #include <QCoreApplication>
 
-zoClusterSetup::zoClusterSetup() = default;
+#include <zoClusterTags.h>
 
 bool zoClusterSetup::readFile(const QString& fileName)
 {
@@ -23,7 +23,7 @@ bool zoClusterSetup::readFile(const QString& fileName)
     }
     // The window would show an empty cluster; a script would go on with it.
     const QString root = document.documentElement().tagName();
-    if (root != QLatin1String("cluster")) {
+    if (root != zoClusterTags::Cluster) {
         zoConsole::printError(fileName, 1, 1,
                               QCoreApplication::translate(
                                   "zoClusterSetup", "no cluster configuration: its root element is \"%1\"")
@@ -36,30 +36,5 @@ bool zoClusterSetup::readFile(const QString& fileName)
 
 void zoClusterSetup::readDocument(QDomDocument& document)
 {
-    m_hosts.loadFromXML(document);
-    m_displays.loadFromXML(document);
-}
-
-QDomDocument zoClusterSetup::document()
-{
-    QDomDocument document;
-    QDomElement root = appendRoot(document);
-    if (!m_hosts.booking().isEmpty())
-        root.setAttribute(QStringLiteral("booking"), m_hosts.booking());
-    m_hosts.appendXMLConfig(m_hosts.master(), document, root);
-    m_displays.saveToXML(document);
-    return document;
-}
-
-QString zoClusterSetup::text()
-{
-    return zoHPCDocumentText::toText(document());
-}
-
-QDomElement zoClusterSetup::appendRoot(QDomDocument& document)
-{
-    QDomElement root = document.createElement(QStringLiteral("cluster"));
-    root.setAttribute(QStringLiteral("version"), QStringLiteral("1"));
-    document.appendChild(root);
-    return root;
+    m_configuration.read(document);
 }

@@ -6,7 +6,7 @@
 
 namespace
 {
-constexpr int s_indent = 1; // blanks per level
+constexpr int Indent = 1; // blanks per level
 
 bool isNameStart(QChar c)
 {
@@ -185,7 +185,7 @@ void zoHPCDocumentWriter::beginNode(bool isText)
 
 void zoHPCDocumentWriter::indent()
 {
-    const int blanks = m_tags.size() * s_indent;
+    const int blanks = m_tags.size() * Indent;
     while (m_blanks.size() < blanks)
         m_blanks += QLatin1String("                                ");
     m_text.append(m_blanks.constData(), blanks);

@@ -19,7 +19,7 @@
 
 namespace
 {
-constexpr int s_largestDepth = 30000; // the parser's time grows with the square of the depth
+constexpr int LargestDepth = 30000; // the parser's time grows with the square of the depth
 
 // Readers of the display section take an empty attribute for a missing one. Written, it would be gone after
 // the next load and save, and the file would change although nobody changed it.
@@ -255,7 +255,7 @@ bool zoHPCDocumentText::parse(const QString& text, QDomDocument& document, Refus
 int zoHPCDocumentText::maximumDepth()
 {
     // No deeper than the tree that the document becomes: a document is refused as a whole or read as a whole.
-    return std::min(zoHPCTreeDepth::limit(), s_largestDepth);
+    return std::min(zoHPCTreeDepth::limit(), LargestDepth);
 }
 
 QStringList zoHPCDocumentText::attributeOrder(const QString& tag)

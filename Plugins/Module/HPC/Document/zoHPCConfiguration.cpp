@@ -1,0 +1,66 @@
+#include "zoHPCConfiguration.h"
+
+#include "zoHPCDocumentText.h"
+#include "zoHPCDocumentWriter.h"
+
+#include <QDomDocument>
+
+#include <zoClusterTags.h>
+
+namespace
+{
+// A document of the tree section that `writeHosts` writes and the displays as they are.
+template <class WriteHosts>
+QString write(const zoHPCDisplaySetup& displays, const WriteHosts& writeHosts)
+{
+    zoHPCDocumentWriter writer;
+    writer.openElement(zoClusterTags::Cluster);
+    writer.addAttribute(zoClusterTags::VersionAttribute, QString::number(zoClusterTags::Version));
+    writeHosts(writer);
+    QDomDocument document;
+    document.appendChild(document.createElement(zoClusterTags::Cluster));
+    displays.saveToXML(document);
+    zoHPCDocumentText::appendChildren(document.documentElement(), writer);
+    writer.closeElement();
+    return writer.takeText();
+}
+} // namespace
+
+void zoHPCConfiguration::read(QDomDocument& document)
+{
+    m_hosts.loadFromXML(document);
+    m_displays.loadFromXML(document);
+}
+
+QString zoHPCConfiguration::text() const
+{
+    return textAsIs(m_hosts, m_displays);
+}
+
+QDomDocument zoHPCConfiguration::document() const
+{
+    QDomDocument document;
+    zoHPCDocumentText::parse(text(), document);
+    return document;
+}
+
+QString zoHPCConfiguration::text(zoHPCHostTree& hosts, const zoHPCDisplaySetup& displays)
+{
+    return write(displays, [&hosts](zoHPCDocumentWriter& writer) { hosts.writeSection(writer); });
+}
+
+QString zoHPCConfiguration::textAsIs(const zoHPCHostTree& hosts, const zoHPCDisplaySetup& displays)
+{
+    return write(displays, [&hosts](zoHPCDocumentWriter& writer) { hosts.writeRows(writer); });
+}
+
+bool zoHPCConfiguration::isConfiguration(const QDomDocument& document)
+{
+    const QDomElement root = document.documentElement();
+    for (const QLatin1String tag :
+         {zoClusterTags::Master, zoClusterTags::Projection, zoClusterTags::Display}) {
+        if (!root.firstChildElement(tag).isNull())
+            return true;
+    }
+    return false;
+}

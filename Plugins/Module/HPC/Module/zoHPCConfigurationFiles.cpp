@@ -1,0 +1,103 @@
+#include "zoHPCConfigurationFiles.h"
+
+#include "zoText.h"
+
+#include <QByteArray>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <zoFileWriter.h>
+#include <zoLog.h>
+#include <zoPlatform.h>
+
+namespace
+{
+// Files end at their first NUL byte.
+QString textOf(const QByteArray& bytes)
+{
+    return QString::fromUtf8(bytes.constData());
+}
+} // namespace
+
+void zoHPCConfigurationFiles::setCurrent(const QString& fileName)
+{
+    const QFileInfo file(fileName);
+    m_directory = file.absolutePath();
+    m_current = file.absoluteFilePath();
+}
+
+void zoHPCConfigurationFiles::closeCurrent()
+{
+    m_current.clear();
+}
+
+QString zoHPCConfigurationFiles::directory()
+{
+    if (m_directory.isEmpty())
+        m_directory = QDir(QString::fromLatin1(zoPlatform::getDataDir().c_str())).filePath(zoText("cluster"));
+    return m_directory;
+}
+
+bool zoHPCConfigurationFiles::read(const QString& fileName, QString& text)
+{
+    QFile file(fileName);
+    if (fileName.isEmpty() || !file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        zoLog::error(tr("Unable to load cluster config %1").arg(fileName));
+        return false;
+    }
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError) {
+        // Half a file would take the place of a whole configuration.
+        zoLog::error(tr("Unable to load cluster config %1: %2").arg(fileName, file.errorString()));
+        return false;
+    }
+    text = textOf(bytes);
+    return true;
+}
+
+QString zoHPCConfigurationFiles::readLegacy(const QString& fileName)
+{
+    QFile file(fileName);
+    return file.open(QIODevice::ReadOnly) ? textOf(file.readAll()) : QString();
+}
+
+bool zoHPCConfigurationFiles::write(const QString& fileName, const std::function<QString()>& text)
+{
+    if (fileName.isEmpty())
+        return false;
+    QString name = fileName;
+    const QString suffix = zoText(".zhpc");
+    if (name.right(suffix.size()).toLower() != suffix)
+        name += suffix;
+
+    QString reason;
+    switch (zoFileWriter::write(
+        name, [&text] { return text().toUtf8(); }, &reason)) {
+    case zoFileWriter::Result::Written:
+        setCurrent(name);
+        return true;
+    case zoFileWriter::Result::NotOpened:
+        break;
+    case zoFileWriter::Result::NotWritten:
+        zoLog::error(tr("Unable to save cluster config %1: %2. What the file held before is still there.")
+                         .arg(name, reason));
+        break;
+    case zoFileWriter::Result::Damaged:
+        zoLog::error(tr("Unable to save cluster config %1: %2").arg(name, reason));
+        break;
+    }
+    return false;
+}
+
+void zoHPCConfigurationFiles::setUntouched(const QString& text)
+{
+    m_saved = text;
+    m_untouched = text;
+}
+
+bool zoHPCConfigurationFiles::isWorthKeeping(const QString& text) const
+{
+    static const QString s_empty = zoText("<cluster version=\"1\">\n <master/>\n</cluster>\n");
+    return text != s_empty && text != m_untouched;
+}
