@@ -1388,8 +1388,8 @@ auch wenn die Server dann instabil sein können?</translation>
         <translation>%1 Probleme</translation>
     </message>
     <message>
-        <source>Everything would light up as far as can be told from here</source>
-        <translation>Soweit von hier aus zu erkennen, würde alles leuchten</translation>
+        <source>Every window would show its part of the scene, as far as can be told from here</source>
+        <translation>Soweit von hier aus zu erkennen, würde jedes Fenster seinen Teil der Szene zeigen</translation>
     </message>
     <message>
         <source>and %1 more</source>

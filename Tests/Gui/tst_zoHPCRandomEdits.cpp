@@ -340,9 +340,12 @@ std::vector<tst_zoHPCRandomEdits::Operation> tst_zoHPCRandomEdits::windowOperati
     return {
         {"load-former", 2,
          [this] {
-             if (!m_texts.isEmpty())
-                 chance(2) ? m_window->setConfigString(oneOf(m_texts))
-                           : m_window->replaceConfigString(oneOf(m_texts));
+             if (m_texts.isEmpty())
+                 return;
+             if (chance(2))
+                 m_window->setConfigString(oneOf(m_texts));
+             else
+                 m_window->replaceConfigString(oneOf(m_texts));
          }},
         {"save", 2, [this, file] { m_window->saveConfig(file); }},
         {"load", 2,

@@ -9,6 +9,7 @@
 
 #include <QAction>
 #include <QMessageBox>
+#include <QScopedValueRollback>
 
 #include <zoClusterService.h>
 #include <zoControllerService.h>
@@ -20,20 +21,6 @@
 
 namespace
 {
-// Sets a flag to false while it lives.
-class FlagDown final
-{
-public:
-    explicit FlagDown(bool& flag) : m_flag(flag), m_before(flag) { m_flag = false; }
-    ~FlagDown() { m_flag = m_before; }
-    FlagDown(const FlagDown&) = delete;
-    FlagDown& operator=(const FlagDown&) = delete;
-
-private:
-    bool& m_flag;
-    const bool m_before;
-};
-
 QString megabytesPerSecond(const QString& bytesPerSecond)
 {
     return QString::number(double(bytesPerSecond.toLongLong()) * (1.0 / 1048576), 'f', 4);
@@ -143,11 +130,9 @@ void zoHPC::loadConfig(const char* fileName)
 
 void zoHPC::setConfig(const QString& config)
 {
-    const FlagDown notSentBack(m_forwardConfigChanges);
-    if (!m_mainWindow)
-        return;
-    m_mainWindow->replaceConfigString(config);
-    m_sessionConfig = m_mainWindow->documentText();
+    const QScopedValueRollback<bool> notSentBack(m_forwardConfigChanges, false);
+    if (m_mainWindow)
+        m_sessionConfig = m_mainWindow->replaceConfigString(config);
 }
 
 void zoHPC::startCluster()
@@ -193,7 +178,6 @@ void zoHPC::setNetworkOption(int networkIndex, const QString& key, const QString
         return;
     }
     network->setOption(key, value);
-    m_mainWindow->refreshStatusLater();
     zoHPCTreeItem* selected = tree->selectedItem();
     tree->setSelectedItem(network);
     m_mainWindow->getEditor()->setItem(network);

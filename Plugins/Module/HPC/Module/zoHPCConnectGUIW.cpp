@@ -1,5 +1,7 @@
 #include "zoHPCConnectGUIW.h"
 
+#include "ui_zoHPCConnectGUIW.h"
+
 #include <QPainter>
 #include <QShowEvent>
 
@@ -8,18 +10,18 @@
 
 namespace
 {
-constexpr int s_cornerRadius = 6; // pixels
+constexpr int CornerRadius = 6; // pixels
 } // namespace
 
 zoHPCConnectGUIW::zoHPCConnectGUIW(QWidget* parent, const QString& name)
-    : QDialog(parent, Qt::Tool | Qt::FramelessWindowHint)
+    : QDialog(parent, Qt::Tool | Qt::FramelessWindowHint), m_ui(std::make_unique<Ui_zoHPCConnectGUIW>())
 {
-    setupUi(this);
+    m_ui->setupUi(this);
     setObjectName(name);
     setModal(true);
     setAttribute(Qt::WA_TranslucentBackground);
 
-    connect(m_abortButton, SIGNAL(clicked()), this, SLOT(clickedAbort()));
+    connect(m_ui->m_abortButton, SIGNAL(clicked()), this, SLOT(clickedAbort()));
     if (zoClusterService* service = zoKernelServiceFactory::getService<zoClusterService>()) {
         connect(service, SIGNAL(progressChanged(QString,int)), this, SLOT(setProgress(QString,int)));
         connect(service, SIGNAL(progressFinished()), this, SLOT(setFinished()));
@@ -30,13 +32,13 @@ zoHPCConnectGUIW::~zoHPCConnectGUIW() = default;
 
 void zoHPCConnectGUIW::setProgress(const QString& text, int value)
 {
-    m_label->setText(text);
-    if (value < 0 && m_progressBar->maximum() != 0)
-        m_progressBar->setMaximum(0);
+    m_ui->m_label->setText(text);
+    if (value < 0 && m_ui->m_progressBar->maximum() != 0)
+        m_ui->m_progressBar->setMaximum(0);
     // Compared with 10 but set to 100: a bar with ten steps is left as whoever made it wanted it.
-    if (value >= 0 && m_progressBar->maximum() != 10)
-        m_progressBar->setMaximum(100);
-    m_progressBar->setValue(value);
+    if (value >= 0 && m_ui->m_progressBar->maximum() != 10)
+        m_ui->m_progressBar->setMaximum(100);
+    m_ui->m_progressBar->setValue(value);
     show();
 }
 
@@ -47,7 +49,7 @@ void zoHPCConnectGUIW::setFinished()
 
 void zoHPCConnectGUIW::clickedAbort()
 {
-    m_abortButton->setEnabled(false);
+    m_ui->m_abortButton->setEnabled(false);
     abortConnecting();
 }
 
@@ -67,7 +69,7 @@ void zoHPCConnectGUIW::showEvent(QShowEvent* event)
 {
     // A new attempt can be aborted again.
     if (!event->spontaneous())
-        m_abortButton->setEnabled(true);
+        m_ui->m_abortButton->setEnabled(true);
     QDialog::showEvent(event);
 }
 
@@ -80,9 +82,8 @@ void zoHPCConnectGUIW::paintEvent(QPaintEvent* event)
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setPen(QPen(QColor(127, 127, 127, 255), 2.0, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
     painter.setBrush(QBrush(QColor(0, 0, 0, 75), Qt::SolidPattern));
-    painter.drawRoundedRect(QRectF(0, 0, width(), height()), s_cornerRadius, s_cornerRadius,
-                            Qt::AbsoluteSize);
-    const QRegion rounded = createRoundedRect(rect(), s_cornerRadius);
+    painter.drawRoundedRect(QRectF(0, 0, width(), height()), CornerRadius, CornerRadius, Qt::AbsoluteSize);
+    const QRegion rounded = createRoundedRect(rect(), CornerRadius);
     // Setting the same mask again would ask for the next paint event from inside this one, without end.
     if (mask() != rounded)
         setMask(rounded);

@@ -1,12 +1,14 @@
 #pragma once
 
-#include "ui_zoHPCConnectGUIW.h"
-
 #include <QDialog>
 #include <QRegion>
 
+#include <memory>
+
+class Ui_zoHPCConnectGUIW;
+
 // The overlay that shows the progress of a session start, and lets the user abandon it.
-class zoHPCConnectGUIW : public QDialog, private Ui_zoHPCConnectGUIW
+class zoHPCConnectGUIW : public QDialog
 {
     Q_OBJECT
 
@@ -38,4 +40,6 @@ protected:
 
 private:
     void abortConnecting();
+
+    const std::unique_ptr<Ui_zoHPCConnectGUIW> m_ui;
 };

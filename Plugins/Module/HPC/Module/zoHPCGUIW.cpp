@@ -1,12 +1,15 @@
 #include "zoHPCGUIW.h"
 
+#include "ui_zoHPCGUIW.h"
 #include "zoHPCConfigConverter.h"
 #include "zoHPCConfigEditGUIW.h"
+#include "zoHPCConfiguration.h"
 #include "zoHPCDisplayGUII.h"
+#include "zoHPCDisplaySetup.h"
 #include "zoHPCDocumentText.h"
-#include "zoHPCDocumentWriter.h"
+#include "zoHPCHostTree.h"
 #include "zoHPCLayout.h"
-#include "zoHPCProblems.h"
+#include "zoHPCReview.h"
 #include "zoHPCStatusPane.h"
 #include "zoHPCTreeEditGUIW.h"
 #include "zoHPCTreeGUIW.h"
@@ -16,29 +19,23 @@
 #include "zoText.h"
 
 #include <QAction>
-#include <QCheckBox>
-#include <QComboBox>
 #include <QDir>
 #include <QDomDocument>
-#include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScopedValueRollback>
 #include <QSet>
 #include <QShortcut>
-#include <QSpinBox>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTreeWidget>
 #include <QWindow>
 
 #include <QZOToolBar.h>
-#include <zoFileWriter.h>
 #include <zoIconManager.h>
-#include <zoLog.h>
-#include <zoPlatform.h>
 
 #include <utility>
 #include <vector>
@@ -47,16 +44,10 @@ namespace
 {
 // Changes come in bursts: key strokes, drags, ten thousand rows. The status bar follows when they are over
 // (ms).
-constexpr int STATUS_DELAY = 150;
+constexpr int StatusDelay = 150;
 
 // A message may take the place of what the status bar says otherwise (ms).
-constexpr int MESSAGE_TIME = 20000;
-
-// Files end at their first NUL byte.
-QString textOf(const QByteArray& bytes)
-{
-    return QString::fromUtf8(bytes.constData());
-}
+constexpr int MessageTime = 20000;
 
 // Nodes by host name. A flat table: a key stroke in the name of one node groups ten thousand of them anew,
 // and that many small allocations would cost more than all else.
@@ -109,34 +100,14 @@ QIcon icon(const char* name)
 {
     return zoIconManager::getIcon(QLatin1String(name), QString());
 }
-
-QTreeWidget* treeOf(const QWidget* widget, const char* name)
-{
-    return widget->findChild<QTreeWidget*>(QString::fromLatin1(name));
-}
-
-// A document of the tree section that `writeTree` writes and the displays as they are.
-template <class WriteTree>
-QString documentOf(const zoHPCDisplayGUII& displayEditor, WriteTree writeTree)
-{
-    zoHPCDocumentWriter writer;
-    writer.openElement(zoText("cluster"));
-    writer.addAttribute(zoText("version"), zoText("1"));
-    writeTree(writer);
-    QDomDocument displays;
-    displays.appendChild(displays.createElement(zoText("cluster")));
-    displayEditor.saveToXML(displays);
-    zoHPCDocumentText::appendChildren(displays.documentElement(), writer);
-    writer.closeElement();
-    return writer.takeText();
-}
 } // namespace
 
-zoHPCGUIW::zoHPCGUIW(QWidget* parent, const QString& name) : QMainWindow(parent)
+zoHPCGUIW::zoHPCGUIW(QWidget* parent, const QString& name)
+    : QMainWindow(parent), m_ui(std::make_unique<Ui_zoHPCGUIW>())
 {
     m_displayEditor = new zoHPCDisplayGUII(this);
     zoHPCWindowMemory::rememberDialog(m_displayEditor, zoText("display setup"));
-    setupUi(this);
+    m_ui->setupUi(this);
     setObjectName(name);
     m_tree = new zoHPCTreeGUIW;
     m_editor = new zoHPCTreeEditGUIW;
@@ -152,7 +123,7 @@ zoHPCGUIW::zoHPCGUIW(QWidget* parent, const QString& name) : QMainWindow(parent)
     setAdvanced(false);
 
     // As in other trees; here the name has a field of its own.
-    auto* rename = new QShortcut(QKeySequence(Qt::Key_F2), treeOf(m_tree, "m_treeWidget"));
+    auto* rename = new QShortcut(QKeySequence(Qt::Key_F2), m_tree->master()->treeWidget());
     rename->setContext(Qt::WidgetShortcut);
     connect(rename, &QShortcut::activated, m_editor, &zoHPCTreeEditGUIW::editName);
 
@@ -162,8 +133,8 @@ zoHPCGUIW::zoHPCGUIW(QWidget* parent, const QString& name) : QMainWindow(parent)
     connect(m_displayEditor, SIGNAL(displayChanged()), this, SLOT(updateDisplayState()));
     connect(m_displayEditor, SIGNAL(displayChanged()), this, SIGNAL(displayPropertiesChanged()));
 
-    takeAsSaved();
-    m_untouchedText = m_savedText;
+    m_files.setUntouched(documentText());
+    takeAsSaved(documentText());
     showFile();
     followChanges();
 }
@@ -239,7 +210,7 @@ void zoHPCGUIW::createMenus()
 
 void zoHPCGUIW::createToolBars()
 {
-    toolBar->addActions({m_tree->configAction(), m_displaySetupAction});
+    m_ui->toolBar->addActions({m_tree->configAction(), m_displaySetupAction});
 
     auto* quickActions = new QZOToolBar(tr("QuickActions"), this);
     quickActions->setObjectName(zoText("QuickActionBar"));
@@ -264,7 +235,7 @@ void zoHPCGUIW::createSplitter()
     splitter->addWidget(m_editor);
     new zoHPCWindowMemory(splitter, zoText("main splitter"));
 
-    auto* layout = new QGridLayout(m_frame);
+    auto* layout = new QGridLayout(m_ui->m_frame);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(splitter);
 }
@@ -281,7 +252,7 @@ void zoHPCGUIW::createStatusBar()
     });
     connect(m_statusPane, &zoHPCStatusPane::problemsClicked, this, &zoHPCGUIW::displaySetup);
     m_statusTimer.setSingleShot(true);
-    m_statusTimer.setInterval(STATUS_DELAY);
+    m_statusTimer.setInterval(StatusDelay);
     connect(&m_statusTimer, &QTimer::timeout, this, [this] {
         if (std::exchange(m_changedWhileWaiting, false))
             m_statusTimer.start();
@@ -292,30 +263,11 @@ void zoHPCGUIW::createStatusBar()
 
 void zoHPCGUIW::followChanges()
 {
-    const auto follow = [this](const auto* sender, auto signal) {
-        connect(sender, signal, &m_statusTimer, [this] { refreshStatusLater(); });
-    };
-    follow(m_tree, &zoHPCTreeGUIW::hostsChanged);
-    for (const QTreeWidget* tree :
-         {treeOf(m_tree, "m_treeWidget"), treeOf(m_displayEditor, "m_projectionTree"),
-          treeOf(m_displayEditor, "m_displayTree")}) {
-        const QAbstractItemModel* model = tree->model();
-        follow(model, &QAbstractItemModel::dataChanged);
-        follow(model, &QAbstractItemModel::rowsInserted);
-        follow(model, &QAbstractItemModel::rowsRemoved);
-        follow(model, &QAbstractItemModel::rowsMoved);
-        follow(model, &QAbstractItemModel::modelReset);
-    }
-    // Most options of hosts do not show in their rows; it is the editor that changes them.
-    const QList<QComboBox*> combos = m_editor->findChildren<QComboBox*>();
-    for (const QComboBox* combo : combos)
-        follow(combo, QOverload<int>::of(&QComboBox::currentIndexChanged));
-    const QList<QSpinBox*> spinBoxes = m_editor->findChildren<QSpinBox*>();
-    for (const QSpinBox* spinBox : spinBoxes)
-        follow(spinBox, QOverload<int>::of(&QSpinBox::valueChanged));
-    const QList<QCheckBox*> checkBoxes = m_editor->findChildren<QCheckBox*>();
-    for (const QCheckBox* checkBox : checkBoxes)
-        follow(checkBox, &QCheckBox::toggled);
+    // The timer as context: it goes before the trees do.
+    connect(m_tree, &zoHPCTreeGUIW::changed, &m_statusTimer, [this] { refreshStatusLater(); });
+    connect(m_editor, &zoHPCTreeEditGUIW::changed, &m_statusTimer, [this] { refreshStatusLater(); });
+    connect(&m_displayEditor->review(), &zoHPCReview::changed, &m_statusTimer,
+            [this] { refreshStatusLater(); });
 }
 
 zoHPCTreeGUIW* zoHPCGUIW::getTree() const
@@ -390,6 +342,8 @@ void zoHPCGUIW::displaySetup()
 
 void zoHPCGUIW::updateDisplayState()
 {
+    if (m_isReplacing)
+        return;
     const std::vector<zoHPCTreeItem*> nodes = m_tree->getNodeItems();
 
     const NameGroups groups(nodes);
@@ -421,14 +375,13 @@ void zoHPCGUIW::updateDisplayState()
 
 QString zoHPCGUIW::getConfigString()
 {
-    m_lastConfig =
-        documentOf(*m_displayEditor, [this](zoHPCDocumentWriter& writer) { m_tree->writeSection(writer); });
+    m_lastConfig = zoHPCConfiguration::text(*m_tree->hosts(), m_displayEditor->setup());
     return m_lastConfig;
 }
 
 QString zoHPCGUIW::documentText() const
 {
-    return documentOf(*m_displayEditor, [this](zoHPCDocumentWriter& writer) { m_tree->writeRows(writer); });
+    return zoHPCConfiguration::textAsIs(*m_tree->hosts(), m_displayEditor->setup());
 }
 
 void zoHPCGUIW::setConfigString(const QString& text)
@@ -441,57 +394,67 @@ bool zoHPCGUIW::readText(const QString& text)
     QDomDocument document;
     zoHPCDocumentText::parse(text, document);
     m_lastConfig = text;
-    m_tree->loadFromXML(document);
-    m_displayEditor->loadFromXML(document);
-    refreshStatusLater();
-    const QDomElement root = document.documentElement();
-    return !root.firstChildElement(zoText("master")).isNull() ||
-           !root.firstChildElement(zoText("projection")).isNull() ||
-           !root.firstChildElement(zoText("display")).isNull();
+    replaceContents([&] {
+        m_tree->loadFromXML(document);
+        m_displayEditor->loadFromXML(document);
+    });
+    return zoHPCConfiguration::isConfiguration(document);
 }
 
-void zoHPCGUIW::replaceConfigString(const QString& text)
+// Tree and displays refer to each other: the marks of the nodes follow once both are there.
+void zoHPCGUIW::replaceContents(const std::function<void()>& replace)
+{
+    {
+        const QScopedValueRollback<bool> replacing(m_isReplacing, true);
+        replace();
+    }
+    updateDisplayState();
+    refreshStatusLater();
+}
+
+QString zoHPCGUIW::replaceConfigString(const QString& text)
 {
     // A service may tell back what it was just given, which makes nothing saved that was not.
-    const QString going = documentText();
-    const bool isSaved = m_currentFile.isEmpty() && text != going;
-    if (text != going)
-        announceReplacement(going);
+    const bool isSaved = announceReplacement(text) != text && m_files.current().isEmpty();
     setConfigString(text);
+    const QString written = documentText();
     if (isSaved)
-        takeAsSaved();
+        takeAsSaved(written);
+    return written;
 }
 
 bool zoHPCGUIW::differs() const
 {
-    return documentText() != m_savedText;
+    return m_files.differs(documentText());
 }
 
-void zoHPCGUIW::announceReplacement(const QString& going)
+QString zoHPCGUIW::announceReplacement(const QString& coming)
 {
-    static const QString s_empty = QString::fromLatin1("<cluster version=\"1\">\n <master/>\n</cluster>\n");
-    if (going == s_empty || going == m_untouchedText)
-        return;
-    setProperty("replacedConfiguration", going);
-    setProperty("replacedConfiguration", QVariant());
+    const QString going = documentText();
+    if (going != coming && m_files.isWorthKeeping(going)) {
+        setProperty("replacedConfiguration", going);
+        setProperty("replacedConfiguration", QVariant());
+    }
+    return going;
 }
 
-void zoHPCGUIW::takeAsSaved()
+void zoHPCGUIW::takeAsSaved(const QString& text)
 {
-    m_savedText = documentText();
+    m_files.setSaved(text);
     showDiffers(false);
     showContents();
 }
 
 void zoHPCGUIW::showFile()
 {
-    m_statusPane->setFile(m_currentFile);
+    const QString& file = m_files.current();
+    m_statusPane->setFile(file);
     // At once: a picture may be taken of what was just loaded.
     m_statusPane->layout()->activate();
     statusBar()->layout()->activate();
-    if (windowFilePath() == m_currentFile)
+    if (windowFilePath() == file)
         return;
-    setWindowFilePath(m_currentFile);
+    setWindowFilePath(file);
     // Qt sends it for windows without a title only, which take that of the file.
     QEvent change(QEvent::WindowTitleChange);
     QCoreApplication::sendEvent(this, &change);
@@ -525,30 +488,17 @@ void zoHPCGUIW::refreshStatus()
 
 void zoHPCGUIW::showContents()
 {
-    const auto* projections = treeOf(m_displayEditor, "m_projectionTree");
-    const auto* displays = treeOf(m_displayEditor, "m_displayTree");
-    const zoHPCLayout layout(projections, displays, m_tree->master());
-    m_statusPane->setCounts(int(layout.nodes().size()), displays->topLevelItemCount());
-    m_statusPane->setProblems(zoHPCProblems::find(layout));
+    zoHPCReview& review = m_displayEditor->review();
+    m_statusPane->setCounts(int(review.layout()->nodes().size()),
+                            m_displayEditor->setup().displayRoot()->childCount());
+    m_statusPane->setProblems(review.problems());
     m_statusTimer.stop();
     m_changedWhileWaiting = false;
 }
 
 QString zoHPCGUIW::getConfigPath()
 {
-    if (m_configDirectory.isEmpty())
-        m_configDirectory =
-            QDir(QString::fromLatin1(zoPlatform::getDataDir().c_str())).filePath(zoText("cluster"));
-    return m_configDirectory;
-}
-
-void zoHPCGUIW::setCurrentFile(const QString& fileName)
-{
-    const QFileInfo file(fileName);
-    m_configDirectory = file.absolutePath();
-    m_currentFile = file.absoluteFilePath();
-    takeAsSaved();
-    showFile();
+    return m_files.directory();
 }
 
 void zoHPCGUIW::loadConfig()
@@ -561,40 +511,30 @@ void zoHPCGUIW::loadConfig()
 
 void zoHPCGUIW::loadConfig(const QString& fileName)
 {
-    QFile file(fileName);
-    if (fileName.isEmpty() || !file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        zoLog::error(tr("Unable to load cluster config %1").arg(fileName));
+    QString text;
+    if (!zoHPCConfigurationFiles::read(fileName, text))
         return;
-    }
-    const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError) {
-        // Half a file would take the place of a whole configuration.
-        zoLog::error(tr("Unable to load cluster config %1: %2").arg(fileName, file.errorString()));
-        return;
-    }
-    file.close();
     // A host sees by it that somebody else changed the file later.
     setProperty("readFile", QFileInfo(fileName).absoluteFilePath());
     setProperty("readFile", QVariant());
-    m_lastConfig = textOf(bytes);
-    const QString going = documentText();
-    if (m_lastConfig != going)
-        announceReplacement(going);
-    const bool isConfiguration = readText(m_lastConfig);
-    setCurrentFile(fileName);
+    announceReplacement(text);
+    const bool isConfiguration = readText(text);
+    m_files.setCurrent(fileName);
+    takeAsSaved(documentText());
+    showFile();
     if (isConfiguration)
         statusBar()->clearMessage();
     else
         statusBar()->showMessage(
-            tr("%1 holds no cluster configuration.").arg(QDir::toNativeSeparators(fileName)), MESSAGE_TIME);
+            tr("%1 holds no cluster configuration.").arg(QDir::toNativeSeparators(fileName)), MessageTime);
 }
 
 void zoHPCGUIW::saveConfig()
 {
-    if (m_currentFile.isEmpty())
+    if (m_files.current().isEmpty())
         saveAsConfig();
     else
-        saveConfig(m_currentFile);
+        saveConfig(QString(m_files.current()));
 }
 
 void zoHPCGUIW::saveAsConfig()
@@ -607,39 +547,23 @@ void zoHPCGUIW::saveAsConfig()
 
 void zoHPCGUIW::saveConfig(const QString& fileName)
 {
-    if (fileName.isEmpty())
+    if (!m_files.write(fileName, [this] { return getConfigString(); }))
         return;
-    QString name = fileName;
-    const QString suffix = zoText(".zhpc");
-    if (name.right(suffix.size()).toLower() != suffix)
-        name += suffix;
-
-    QString reason;
-    switch (zoFileWriter::write(
-        name, [this] { return getConfigString().toUtf8(); }, &reason)) {
-    case zoFileWriter::Result::Written:
-        setCurrentFile(name);
-        break;
-    case zoFileWriter::Result::NotOpened:
-        break;
-    case zoFileWriter::Result::NotWritten:
-        zoLog::error(tr("Unable to save cluster config %1: %2. What the file held before is still there.")
-                         .arg(name, reason));
-        break;
-    case zoFileWriter::Result::Damaged:
-        zoLog::error(tr("Unable to save cluster config %1: %2").arg(name, reason));
-        break;
-    }
+    takeAsSaved(documentText());
+    showFile();
 }
 
 void zoHPCGUIW::setDefaultConfig()
 {
-    announceReplacement(documentText());
-    m_tree->setDefaultConfig();
-    m_displayEditor->setDefaultConfig();
-    m_currentFile.clear();
-    takeAsSaved();
-    m_untouchedText = m_savedText;
+    announceReplacement(QString());
+    replaceContents([this] {
+        m_tree->setDefaultConfig();
+        m_displayEditor->setDefaultConfig();
+    });
+    m_files.closeCurrent();
+    const QString text = documentText();
+    m_files.setUntouched(text);
+    takeAsSaved(text);
     showFile();
 }
 
@@ -663,21 +587,15 @@ void zoHPCGUIW::importLegacy()
     if (fileName.isEmpty())
         return;
     // A file that cannot be opened is an empty text, which converts into an empty cluster.
-    QString text;
-    QFile file(fileName);
-    if (file.open(QIODevice::ReadOnly))
-        text = textOf(file.readAll());
     zoHPCConfigConverter converter;
-    const QString converted = converter.convert(text);
-    const QString going = documentText();
-    if (converted != going)
-        announceReplacement(going);
+    const QString converted = converter.convert(zoHPCConfigurationFiles::readLegacy(fileName));
+    announceReplacement(converted);
     // No file holds it yet in this form: it is not saved.
     setConfigString(converted);
     if (converter.parameterCount() == 0)
         statusBar()->showMessage(
             tr("%1 holds no parameters of a legacy configuration.").arg(QDir::toNativeSeparators(fileName)),
-            MESSAGE_TIME);
+            MessageTime);
     else
         statusBar()->clearMessage();
 }

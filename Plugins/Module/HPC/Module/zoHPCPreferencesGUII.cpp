@@ -15,7 +15,7 @@
 
 namespace
 {
-const char s_defaultFileKey[] = "HPC Cluster default file";
+const char DefaultFileKey[] = "HPC Cluster default file";
 
 QString clusterDir()
 {
@@ -91,13 +91,13 @@ void zoHPCPreferencesGUII::showStored()
 {
     if (zoPreferencesService* service = preferences())
         m_ui->m_defaultConfigFile->setText(
-            service->getString(QLatin1String(s_defaultFileKey), QLatin1String("")));
+            service->getString(QLatin1String(DefaultFileKey), QLatin1String("")));
 }
 
 void zoHPCPreferencesGUII::storeShown()
 {
     if (zoPreferencesService* service = preferences())
-        service->setString(QLatin1String(s_defaultFileKey),
+        service->setString(QLatin1String(DefaultFileKey),
                            withDataVariable(m_ui->m_defaultConfigFile->text()));
 }
 
@@ -105,7 +105,7 @@ void zoHPCPreferencesGUII::storeDefaults()
 {
     // The host keeps the text, so it is no literal of this library.
     if (zoPreferencesService* service = preferences())
-        service->setString(QLatin1String(s_defaultFileKey), QLatin1String(""));
+        service->setString(QLatin1String(DefaultFileKey), QLatin1String(""));
 }
 
 void initPreferencesPlugin()

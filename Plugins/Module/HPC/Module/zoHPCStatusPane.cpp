@@ -14,10 +14,10 @@
 namespace
 {
 // What a tool tip tells of a long list.
-constexpr std::size_t MOST_PROBLEMS_TOLD = 8;
+constexpr std::size_t MostProblemsTold = 8;
 // Of the file's name, in average characters: alone, and beside a message.
-constexpr int WIDEST_NAME = 40;
-constexpr int SHORT_NAME = 8;
+constexpr int WidestName = 40;
+constexpr int ShortName = 8;
 } // namespace
 
 zoHPCStatusPane::zoHPCStatusPane(QWidget* parent) : QWidget(parent)
@@ -87,14 +87,15 @@ void zoHPCStatusPane::setProblems(const std::vector<zoHPCProblem>& problems)
                                      : tr("%1 problems").arg(QString::number(count)));
     m_problems->setIcon(count == 0 ? QIcon() : style()->standardIcon(QStyle::SP_MessageBoxWarning));
     if (count == 0) {
-        m_problems->setToolTip(tr("Everything would light up as far as can be told from here"));
+        m_problems->setToolTip(
+            tr("Every window would show its part of the scene, as far as can be told from here"));
         return;
     }
     QStringList lines;
-    for (std::size_t i = 0; i < qMin(count, MOST_PROBLEMS_TOLD); ++i)
+    for (std::size_t i = 0; i < qMin(count, MostProblemsTold); ++i)
         lines << problems[i].message.toHtmlEscaped();
-    if (count > MOST_PROBLEMS_TOLD)
-        lines << tr("and %1 more").arg(QString::number(count - MOST_PROBLEMS_TOLD));
+    if (count > MostProblemsTold)
+        lines << tr("and %1 more").arg(QString::number(count - MostProblemsTold));
     lines << tr("Click to see them in the display setup, where they can be fixed.");
     m_problems->setToolTip(zoText("<qt>") + lines.join(zoText("<br/>")) + zoText("</qt>"));
 }
@@ -110,7 +111,7 @@ void zoHPCStatusPane::arrange()
     const auto setNameWidth = [this](int characters) {
         m_file->setMaximumWidth(fontMetrics().averageCharWidth() * characters);
     };
-    setNameWidth(WIDEST_NAME);
+    setNameWidth(WidestName);
     const QList<QWidget*> parts = findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
     for (QWidget* part : parts)
         part->setVisible(part != m_changed || m_differs);
@@ -120,7 +121,7 @@ void zoHPCStatusPane::arrange()
     };
     if (isRoom())
         return;
-    setNameWidth(SHORT_NAME);
+    setNameWidth(ShortName);
     // What matters most goes last.
     for (QWidget* part :
          {static_cast<QWidget*>(m_displays), static_cast<QWidget*>(m_nodes), static_cast<QWidget*>(m_file),

@@ -6,8 +6,8 @@
 
 namespace
 {
-constexpr int LEAST_CHARACTERS = 6;
-constexpr int MARGIN = 2;
+constexpr int LeastCharacters = 6;
+constexpr int Margin = 2;
 } // namespace
 
 zoHPCElidedLabel::zoHPCElidedLabel(QWidget* parent) : QFrame(parent)
@@ -27,17 +27,17 @@ void zoHPCElidedLabel::setText(const QString& text)
 
 QString zoHPCElidedLabel::shownText() const
 {
-    return fontMetrics().elidedText(m_text, Qt::ElideMiddle, contentsRect().width() - 2 * MARGIN);
+    return fontMetrics().elidedText(m_text, Qt::ElideMiddle, contentsRect().width() - 2 * Margin);
 }
 
 QSize zoHPCElidedLabel::sizeHint() const
 {
-    return {widthOf(m_text), fontMetrics().height() + 2 * MARGIN};
+    return {widthOf(m_text), fontMetrics().height() + 2 * Margin};
 }
 
 QSize zoHPCElidedLabel::minimumSizeHint() const
 {
-    const int least = fontMetrics().averageCharWidth() * LEAST_CHARACTERS;
+    const int least = fontMetrics().averageCharWidth() * LeastCharacters;
     return {qMin(least, widthOf(m_text)), sizeHint().height()};
 }
 
@@ -45,7 +45,7 @@ void zoHPCElidedLabel::paintEvent(QPaintEvent* event)
 {
     QFrame::paintEvent(event);
     QPainter painter(this);
-    style()->drawItemText(&painter, contentsRect().adjusted(MARGIN, 0, -MARGIN, 0),
+    style()->drawItemText(&painter, contentsRect().adjusted(Margin, 0, -Margin, 0),
                           int(Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine), palette(), isEnabled(),
                           shownText(), foregroundRole());
 }
@@ -60,5 +60,5 @@ void zoHPCElidedLabel::changeEvent(QEvent* event)
 int zoHPCElidedLabel::widthOf(const QString& text) const
 {
     // One more than the text needs: elidedText() rounds up.
-    return fontMetrics().horizontalAdvance(text) + 2 * MARGIN + 1;
+    return fontMetrics().horizontalAdvance(text) + 2 * Margin + 1;
 }

@@ -18,9 +18,9 @@
 namespace
 {
 // Larger than any screen wall of a desk (pixels).
-constexpr int LARGEST = 32767;
+constexpr int LargestSize = 32767;
 
-// Numbers parted by commas; empty unless there are `count` that are all within 0..LARGEST.
+// Numbers parted by commas; empty unless there are `count` that are all within 0..LargestSize.
 QList<int> numbers(const QString& text, int count)
 {
     QList<int> result;
@@ -28,7 +28,7 @@ QList<int> numbers(const QString& text, int count)
     for (const QString& part : parts) {
         bool ok = false;
         const int number = part.toInt(&ok);
-        if (!ok || number < 0 || number > LARGEST)
+        if (!ok || number < 0 || number > LargestSize)
             return {};
         result << number;
     }
