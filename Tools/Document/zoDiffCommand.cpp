@@ -44,7 +44,7 @@ int zoDiffCommand::execute(const QCommandLineParser& parser)
         return zoConsole::Unusable;
 
     const zoClusterComparison comparison(before.document(), after.document());
-    std::vector<zoClusterComparison::Difference> differences = comparison.differences();
+    std::vector<zoDifferences::Difference> differences = comparison.differences();
     // Whatever has no words of its own is not kept quiet.
     if (differences.empty() && before.text() != after.text())
         differences.push_back({QStringLiteral("other"), tr("the canonical texts differ")});
@@ -52,7 +52,7 @@ int zoDiffCommand::execute(const QCommandLineParser& parser)
     const bool isJson = parser.isSet(QStringLiteral("json"));
     QByteArray text;
     QJsonArray list;
-    for (const zoClusterComparison::Difference& difference : differences) {
+    for (const zoDifferences::Difference& difference : differences) {
         if (isJson)
             list << QJsonObject{{QStringLiteral("kind"), difference.kind},
                                 {QStringLiteral("text"), difference.text}};

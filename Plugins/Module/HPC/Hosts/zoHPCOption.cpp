@@ -1,5 +1,14 @@
 #include "zoHPCOption.h"
 
+namespace
+{
+struct Entry
+{
+    const QString& key;
+    const char* words;
+};
+} // namespace
+
 // Plain QString objects, not literals in the library's read-only data: a text that outlives the library must
 // not point into it.
 namespace zoHPCOption
@@ -23,4 +32,31 @@ const QString StillFrameSupersampling = QString::fromLatin1("stillframesupersamp
 const QString NodesFile = QString::fromLatin1("nodesfile");
 const QString Encrypted = QString::fromLatin1("encrypted");
 const QString Homogeneous = QString::fromLatin1("homogeneous");
+
+QString words(const QString& key)
+{
+    static const Entry entries[] = {{Enabled, "enabled"},
+                                    {RenderNode, "render node"},
+                                    {NetworkType, "network type"},
+                                    {LinkSpeed, "link speed"},
+                                    {SceneCompression, "scene compression"},
+                                    {ImageCompression, "image compression"},
+                                    {Description, "description"},
+                                    {IbDevice, "InfiniBand device"},
+                                    {IbPort, "InfiniBand port"},
+                                    {ServicePort, "service port"},
+                                    {PixelFormat, "pixel format"},
+                                    {StartStopAction, "start/stop action"},
+                                    {ParallelFrames, "parallel frames"},
+                                    {FramePipelineLength, "frame queue length"},
+                                    {StillFrameSupersampling, "still-frame supersampling"},
+                                    {NodesFile, "hosts file"},
+                                    {Encrypted, "encryption"},
+                                    {Homogeneous, "homogeneous nodes"}};
+    for (const Entry& entry : entries) {
+        if (entry.key == key)
+            return QString::fromLatin1(entry.words);
+    }
+    return key;
+}
 } // namespace zoHPCOption

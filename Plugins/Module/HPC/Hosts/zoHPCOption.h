@@ -23,4 +23,7 @@ extern const QString StillFrameSupersampling;
 extern const QString NodesFile;
 extern const QString Encrypted;
 extern const QString Homogeneous;
+
+// An option as a sentence calls it, "link speed"; a key that is no option stands for itself.
+QString words(const QString& key);
 } // namespace zoHPCOption

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+class QDomElement;
+
+// What differs between two configurations, in the order in which it is told, and the words that all
+// comparisons share.
+class zoDifferences final
+{
+public:
+    struct Difference
+    {
+        QString kind; // a stable word such as "node-added"
+        QString text;
+    };
+
+    const std::vector<Difference>& list() const { return m_list; }
+
+    void add(const QString& kind, const QString& text);
+    // "label: words changed from before to after"
+    void addChange(const QString& kind, const QString& label, const QString& words, const QString& before,
+                   const QString& after);
+
+    // The value of an attribute: "on" and "off" for flags, "none" for an empty one.
+    static QString shown(const QString& value);
+    // A name in quotes; "nothing" for an empty one.
+    static QString quoted(const QString& name);
+    // Of both elements, sorted, each once.
+    static QStringList attributeNames(const QDomElement& before, const QDomElement& after);
+    // The keys that are among the others too, in their order.
+    static QStringList common(const QStringList& keys, const QStringList& others);
+
+private:
+    std::vector<Difference> m_list;
+};

@@ -1,0 +1,157 @@
+#include "zoProjectionComparison.h"
+
+#include "zoAttributeComparison.h"
+#include "zoDifferences.h"
+#include "zoHPCProjectionItem.h"
+
+#include <zoClusterTags.h>
+
+#include <QHash>
+#include <QSet>
+#include <QStringList>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <iterator>
+
+namespace
+{
+using P = zoHPCProjectionItem;
+
+constexpr int s_corners[] = {P::X1, P::Y1, P::Z1, P::X2, P::Y2, P::Z2, P::X3, P::Y3, P::Z3};
+
+QString attributeName(int column)
+{
+    return P::columns(QString()).at(column);
+}
+
+QString attribute(const QDomElement& projection, int column)
+{
+    return projection.attribute(attributeName(column));
+}
+
+bool isPlane(const QDomElement& projection)
+{
+    return attribute(projection, P::Type) == QLatin1String("plane");
+}
+
+QString labelOf(const QDomElement& projection)
+{
+    const QString type = attribute(projection, P::Type);
+    const QString word = type == QLatin1String("powerwall") ? QStringLiteral("wall") : type;
+    return (word.isEmpty() ? QStringLiteral("projection") : word) + QLatin1Char(' ') +
+           zoDifferences::quoted(attribute(projection, P::Name));
+}
+
+QString cornersOf(const QDomElement& plane)
+{
+    QStringList points;
+    for (std::size_t i = 0; i < std::size(s_corners); i += 3)
+        points << QStringLiteral("(%1, %2, %3)")
+                      .arg(attribute(plane, s_corners[i]), attribute(plane, s_corners[i + 1]),
+                           attribute(plane, s_corners[i + 2]));
+    return points.join(QLatin1Char(' '));
+}
+
+// Whether they differ in nothing but the name.
+bool isRenamed(const QDomElement& before, const QDomElement& after)
+{
+    const QStringList names = zoDifferences::attributeNames(before, after);
+    return std::all_of(names.begin(), names.end(), [&](const QString& name) {
+        return name == attributeName(P::Name) || before.attribute(name) == after.attribute(name);
+    });
+}
+} // namespace
+
+zoProjectionComparison::Projections zoProjectionComparison::projectionsOf(const QDomElement& root)
+{
+    Projections result;
+    QHash<QString, int> counts;
+    for (QDomElement element = root.firstChildElement(zoClusterTags::Projection); !element.isNull();
+         element = element.nextSiblingElement(zoClusterTags::Projection)) {
+        const QString name = attribute(element, P::Name);
+        result.push_back({name + QLatin1Char('\n') + QString::number(++counts[name]), element});
+    }
+    return result;
+}
+
+void zoProjectionComparison::compare(const QDomElement& before, const QDomElement& after)
+{
+    const Projections from = projectionsOf(before);
+    const Projections to = projectionsOf(after);
+    QStringList keysFrom;
+    QStringList keysTo;
+    QHash<QString, QDomElement> former;
+    for (const Projection& projection : from) {
+        keysFrom << projection.key;
+        former.insert(projection.key, projection.element);
+    }
+    for (const Projection& projection : to)
+        keysTo << projection.key;
+    const QStringList common = zoDifferences::common(keysFrom, keysTo);
+    const QSet<QString> known(keysTo.cbegin(), keysTo.cend());
+    Projections removed;
+    std::copy_if(from.begin(), from.end(), std::back_inserter(removed),
+                 [&](const Projection& projection) { return !known.contains(projection.key); });
+
+    for (const Projection& projection : to) {
+        if (former.contains(projection.key)) {
+            compareProjection(former[projection.key], projection.element);
+            continue;
+        }
+        const auto renamed = std::find_if(removed.begin(), removed.end(), [&](const Projection& other) {
+            return isRenamed(other.element, projection.element);
+        });
+        if (renamed == removed.end()) {
+            m_differences.add(QStringLiteral("projection-added"),
+                              tr("%1: added").arg(labelOf(projection.element)));
+            continue;
+        }
+        m_differences.add(QStringLiteral("projection-renamed"),
+                          tr("%1: renamed to %2")
+                              .arg(labelOf(renamed->element),
+                                   zoDifferences::quoted(attribute(projection.element, P::Name))));
+        removed.erase(renamed);
+    }
+    for (const Projection& projection : removed)
+        m_differences.add(QStringLiteral("projection-removed"),
+                          tr("%1: removed").arg(labelOf(projection.element)));
+    if (common != zoDifferences::common(keysTo, keysFrom))
+        m_differences.add(QStringLiteral("projections-reordered"),
+                          tr("the projections are in another order"));
+}
+
+void zoProjectionComparison::compareProjection(const QDomElement& before, const QDomElement& after)
+{
+    const QString label = labelOf(after);
+    QStringList skipped{attributeName(P::Name)};
+    if (isPlane(before) && isPlane(after) && comparePlanes(label, before, after)) {
+        for (const int corner : s_corners)
+            skipped << attributeName(corner);
+    }
+    zoAttributeComparison::compare(label, before, after, skipped, m_differences);
+}
+
+bool zoProjectionComparison::comparePlanes(const QString& label, const QDomElement& before,
+                                           const QDomElement& after)
+{
+    std::array<double, std::size(s_corners)> shift{};
+    for (std::size_t i = 0; i < shift.size(); ++i)
+        shift[i] = attribute(after, s_corners[i]).toDouble() - attribute(before, s_corners[i]).toDouble();
+    if (std::all_of(shift.begin(), shift.end(), [](double distance) { return distance == 0.0; }))
+        return false;
+    for (std::size_t i = 3; i < shift.size(); ++i) {
+        if (std::abs(shift[i] - shift[i % 3]) > 1e-6) {
+            m_differences.add(
+                QStringLiteral("tile-reshaped"),
+                tr("%1: corners changed from %2 to %3 mm").arg(label, cornersOf(before), cornersOf(after)));
+            return true;
+        }
+    }
+    m_differences.add(QStringLiteral("tile-moved"),
+                      tr("%1: moved by (%2, %3, %4) mm")
+                          .arg(label, QString::number(shift[0], 'g', 9), QString::number(shift[1], 'g', 9),
+                               QString::number(shift[2], 'g', 9)));
+    return true;
+}
