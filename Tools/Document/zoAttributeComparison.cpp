@@ -3,6 +3,7 @@
 #include "zoDifferences.h"
 #include "zoHPCDisplayItem.h"
 #include "zoHPCProjectionItem.h"
+#include "zoHPCProjectionType.h"
 #include "zoHPCViewportItem.h"
 #include "zoHPCWindowItem.h"
 
@@ -193,8 +194,7 @@ QString unitText(Unit unit, const QDomElement& element)
 {
     if (unit == Unit::OfType) {
         const QString type = element.attribute(QStringLiteral("type"));
-        const bool isInPixels =
-            type.isEmpty() || type == QLatin1String("wall") || type == QLatin1String("tile");
+        const bool isInPixels = type.isEmpty() || zoHPCProjectionType::of(type).isInPixels;
         unit = isInPixels ? Unit::Pixels : Unit::Millimetres;
     }
     switch (unit) {

@@ -2,6 +2,7 @@
 
 #include "zoAttributeComparison.h"
 #include "zoDifferences.h"
+#include "zoHPCDisplayTables.h"
 #include "zoHPCViewportItem.h"
 #include "zoHPCWindowItem.h"
 
@@ -55,7 +56,8 @@ QString viewText(const QDomElement& viewport)
 {
     const QString text = zoDifferences::quoted(viewport.attribute(projectionAttribute()));
     const QString eye = viewport.attribute(zoHPCViewportItem::columns().at(zoHPCViewportItem::Eye));
-    if (eye.isEmpty() || eye == QLatin1String("mono"))
+    const zoHPCDisplayTables::StereoMode* const mode = zoHPCDisplayTables::stereoMode(eye);
+    if (eye.isEmpty() || (mode != nullptr && mode->eyes == zoHPCDisplayTables::StereoMode::Eyes::Mono))
         return text;
     return text + QCoreApplication::translate("zoDisplayComparison", " (%1)").arg(eye);
 }

@@ -6,6 +6,7 @@
 #include "zoHPCDisplayItem.h"
 #include "zoHPCDocumentText.h"
 #include "zoHPCProjectionItem.h"
+#include "zoHPCProjectionType.h"
 #include "zoHPCTreeItem.h"
 #include "zoHPCViewportItem.h"
 #include "zoTextFile.h"
@@ -59,17 +60,16 @@ const std::vector<Stereo>& stereoModes()
     return modes;
 }
 
-struct CaveWall
-{
-    const char* name;
-    const char* label; // of the generated plane
-    zoHPCProjectionItem::Column column;
-};
+constexpr int s_caveWalls[] = {zoHPCProjectionItem::LeftWall,  zoHPCProjectionItem::RightWall,
+                               zoHPCProjectionItem::TopWall,   zoHPCProjectionItem::BottomWall,
+                               zoHPCProjectionItem::FrontWall, zoHPCProjectionItem::BackWall};
 
-constexpr CaveWall s_caveWalls[] = {
-    {"left", "Left", zoHPCProjectionItem::LeftWall},    {"right", "Right", zoHPCProjectionItem::RightWall},
-    {"top", "Top", zoHPCProjectionItem::TopWall},       {"bottom", "Bottom", zoHPCProjectionItem::BottomWall},
-    {"front", "Front", zoHPCProjectionItem::FrontWall}, {"back", "Back", zoHPCProjectionItem::BackWall}};
+// The wall of this name, which is that of its attribute too; end of the walls for another name.
+const int* findCaveWall(const QString& name)
+{
+    return std::find_if(std::begin(s_caveWalls), std::end(s_caveWalls),
+                        [&](int wall) { return name == zoHPCProjectionItem::columns(QString()).at(wall); });
+}
 } // namespace
 
 // What was asked for, as far as walls and caves have it in common.
@@ -220,7 +220,8 @@ bool zoNewCommand::makeWall(const QCommandLineParser& parser, Request& request) 
         return refuseValue(parser, QStringLiteral("distance"), tr("number of millimetres"));
     const bool hasSize = parser.isSet(QStringLiteral("size"));
     auto projection = std::make_unique<zoHPCProjectionItem>(
-        title(parser, tr("Wall")), hasSize ? QStringLiteral("powerwall") : QStringLiteral("wall"));
+        title(parser, tr("Wall")), zoHPCProjectionType::word(hasSize ? zoHPCProjectionType::Kind::PowerWall
+                                                                     : zoHPCProjectionType::Kind::Wall));
     projection->setDouble(zoHPCProjectionItem::Distance, distance[0]);
     projection->setInt(zoHPCProjectionItem::Columns, int(tiles[0]));
     projection->setInt(zoHPCProjectionItem::Rows, int(tiles[1]));
@@ -257,25 +258,22 @@ bool zoNewCommand::makeCave(const QCommandLineParser& parser, Request& request) 
         return refuse(tr("--overlap: the walls of a cave share no pixels"));
     if (parser.isSet(QStringLiteral("size")))
         return refuse(tr("--size is for walls"));
-    auto projection =
-        std::make_unique<zoHPCProjectionItem>(title(parser, tr("Cave")), QStringLiteral("cave"));
+    auto projection = std::make_unique<zoHPCProjectionItem>(
+        title(parser, tr("Cave")), zoHPCProjectionType::word(zoHPCProjectionType::Kind::Cave));
     projection->setDouble(zoHPCProjectionItem::CaveWidth, size[0]);
     projection->setDouble(zoHPCProjectionItem::CaveHeight, size[1]);
     projection->setDouble(zoHPCProjectionItem::CaveDepth, size[2]);
     projection->setDouble(zoHPCProjectionItem::CaveX, center[0]);
     projection->setDouble(zoHPCProjectionItem::CaveY, center[1]);
     projection->setDouble(zoHPCProjectionItem::CaveZ, center[2]);
-    for (const CaveWall& wall : s_caveWalls)
-        projection->setBool(wall.column, false);
-    const QStringList walls = parser.value(QStringLiteral("walls")).split(QLatin1Char(','));
-    for (const QString& entry : walls) {
-        const QString name = entry.trimmed();
-        const auto* wall =
-            std::find_if(std::begin(s_caveWalls), std::end(s_caveWalls),
-                         [&](const CaveWall& known) { return name == QLatin1String(known.name); });
+    for (const int wall : s_caveWalls)
+        projection->setBool(wall, false);
+    const QStringList names = parser.value(QStringLiteral("walls")).split(QLatin1Char(','));
+    for (const QString& name : names) {
+        const int* const wall = findCaveWall(name.trimmed());
         if (wall == std::end(s_caveWalls))
-            return refuse(tr("--walls: \"%1\" is no wall of a cave").arg(name));
-        projection->setBool(wall->column, true);
+            return refuse(tr("--walls: \"%1\" is no wall of a cave").arg(name.trimmed()));
+        projection->setBool(*wall, true);
     }
     projection->setBool(zoHPCProjectionItem::EdgeBlending, false);
     projection->update();

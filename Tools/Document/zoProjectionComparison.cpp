@@ -3,6 +3,7 @@
 #include "zoAttributeComparison.h"
 #include "zoDifferences.h"
 #include "zoHPCProjectionItem.h"
+#include "zoHPCProjectionType.h"
 
 #include <zoClusterTags.h>
 
@@ -31,15 +32,22 @@ QString attribute(const QDomElement& projection, int column)
     return projection.attribute(attributeName(column));
 }
 
+zoHPCProjectionType::Kind kindOf(const QDomElement& projection)
+{
+    return zoHPCProjectionType::of(attribute(projection, P::Type)).kind;
+}
+
 bool isPlane(const QDomElement& projection)
 {
-    return attribute(projection, P::Type) == QLatin1String("plane");
+    return kindOf(projection) == zoHPCProjectionType::Kind::Plane;
 }
 
 QString labelOf(const QDomElement& projection)
 {
     const QString type = attribute(projection, P::Type);
-    const QString word = type == QLatin1String("powerwall") ? QStringLiteral("wall") : type;
+    const QString word = kindOf(projection) == zoHPCProjectionType::Kind::PowerWall
+                             ? zoHPCProjectionType::word(zoHPCProjectionType::Kind::Wall)
+                             : type;
     return (word.isEmpty() ? QStringLiteral("projection") : word) + QLatin1Char(' ') +
            zoDifferences::quoted(attribute(projection, P::Name));
 }

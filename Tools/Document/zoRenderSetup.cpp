@@ -2,7 +2,9 @@
 
 #include "zoClusterSetup.h"
 #include "zoHPCDisplayItem.h"
+#include "zoHPCDisplayTables.h"
 #include "zoHPCProjectionItem.h"
+#include "zoHPCProjectionType.h"
 #include "zoHPCTreeItem.h"
 #include "zoHPCViewportItem.h"
 
@@ -15,9 +17,11 @@ namespace
 {
 using P = zoHPCProjectionItem;
 
-bool isTypeOf(const P& item, const char* type)
+using Type = zoHPCProjectionType::Kind;
+
+bool isTypeOf(const P& item, Type type)
 {
-    return item.projectionType() == QLatin1String(type);
+    return zoHPCProjectionType::of(item.projectionType()).kind == type;
 }
 
 // Where a tile begins in a row or column of them, in pixels.
@@ -92,8 +96,8 @@ void zoRenderSetup::noteProjections()
         const QString name = item.getString(P::Name);
         if (item.getBool(P::EdgeBlending))
             note(&item, tr("the edge blending of \"%1\" is not written").arg(name));
-        const bool isInPixels = isTypeOf(item, "wall") || isTypeOf(item, "tile");
-        if ((isInPixels || isTypeOf(item, "powerwall")) &&
+        const bool isInPixels = zoHPCProjectionType::of(item.projectionType()).isInPixels;
+        if ((isInPixels || isTypeOf(item, Type::PowerWall)) &&
             (item.getInt(P::RightOffsetX) != 0 || item.getInt(P::RightOffsetY) != 0))
             note(&item, tr("the right-eye offset of \"%1\" is not written").arg(name));
         if (isInPixels)
@@ -146,7 +150,9 @@ void zoRenderSetup::addPicture(const zoHPCLayout::Viewport& viewport)
         return leaveOut(tr("it has no pixels"));
 
     const QString eye = viewport.item->getString(zoHPCViewportItem::Eye);
-    if (!eye.isEmpty() && eye != QLatin1String("mono"))
+    const zoHPCDisplayTables::StereoMode* const mode = zoHPCDisplayTables::stereoMode(eye);
+    const bool isMono = mode != nullptr && mode->eyes == zoHPCDisplayTables::StereoMode::Eyes::Mono;
+    if (!eye.isEmpty() && !isMono)
         note(viewport.item, tr("the eye \"%1\" of %2 is not written").arg(eye, name));
     if (viewport.item->getBool(zoHPCViewportItem::FlipX) || viewport.item->getBool(zoHPCViewportItem::FlipY))
         note(viewport.item, tr("the flip of %1 is not written").arg(name));
@@ -159,11 +165,11 @@ bool zoRenderSetup::findPlane(int projection, Picture& picture) const
     const zoHPCLayout::Projection& entry = m_layout.projections()[std::size_t(projection)];
     const P& item = *entry.item;
     picture.part = QRectF(0.0, 0.0, 1.0, 1.0);
-    if (isTypeOf(item, "plane")) {
+    if (isTypeOf(item, Type::Plane)) {
         picture.plane = zoHPCPlane::fromItem(item);
         // A wall of planes that lie in one is one canvas.
         const P& top = *m_layout.projections()[std::size_t(entry.top)].item;
-        if (isTypeOf(top, "powerwall")) {
+        if (isTypeOf(top, Type::PowerWall)) {
             const double width = top.getDouble(P::Width);
             const double height = top.getDouble(P::Height);
             if (width > 0.0 && height > 0.0) {
@@ -174,18 +180,18 @@ bool zoRenderSetup::findPlane(int projection, Picture& picture) const
         }
         return true;
     }
-    if (isTypeOf(item, "powerwall")) {
+    if (isTypeOf(item, Type::PowerWall)) {
         const double x = item.getDouble(P::Width) / 2;
         const double y = item.getDouble(P::Height) / 2;
         const double z = -item.getDouble(P::Distance);
         picture.plane = zoHPCPlane({-x, -y, z}, {x, -y, z}, {x, y, z});
         return true;
     }
-    if (isTypeOf(item, "wall")) {
+    if (isTypeOf(item, Type::Wall)) {
         picture.plane = wallPlane(item, m_layout.tilePixels(projection));
         return item.getInt(P::Rows) > 0 && item.getInt(P::Columns) > 0;
     }
-    if (isTypeOf(item, "tile")) {
+    if (isTypeOf(item, Type::Tile)) {
         const QSizeF tile =
             m_layout.tilePixels(entry.parent == zoHPCLayout::None ? projection : entry.parent);
         const double overlapX = item.getDouble(P::OverlapX);

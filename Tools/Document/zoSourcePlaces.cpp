@@ -5,6 +5,8 @@
 #include "zoHPCTreeItem.h"
 #include "zoHPCWindowItem.h"
 
+#include <zoClusterTags.h>
+
 zoSourcePlaces::zoSourcePlaces(zoClusterSetup& setup)
 {
     read(setup.source());
@@ -50,13 +52,12 @@ void zoSourcePlaces::read(const QString& text)
         const QString tag = scanner.tag();
         const int depth = scanner.around().size();
         const QString section = depth > 1 ? scanner.around().at(1) : QString();
-        if (section == QLatin1String("master") &&
-            (tag == QLatin1String("network") || tag == QLatin1String("node")))
+        if (section == zoClusterTags::Master && (tag == zoClusterTags::Network || tag == zoClusterTags::Node))
             m_hosts.push_back(scanner.place());
-        else if (depth == 1 && tag == QLatin1String("projection"))
+        else if (depth == 1 && tag == zoClusterTags::Projection)
             m_projections.push_back(scanner.place());
-        else if (section == QLatin1String("display") &&
-                 (tag == QLatin1String("window") || tag == QLatin1String("viewport")))
+        else if (section == zoClusterTags::Display &&
+                 (tag == zoClusterTags::Window || tag == zoClusterTags::Viewport))
             m_outputs.push_back(scanner.place());
     }
 }
