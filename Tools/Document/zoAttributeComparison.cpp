@@ -14,11 +14,24 @@
 #include <QSet>
 
 #include <algorithm>
-#include <vector>
+#include <cstddef>
 
 namespace
 {
-using Columns = std::vector<int>;
+struct Columns
+{
+    int list[4];
+    std::size_t count;
+
+    const int* begin() const { return list; }
+    const int* end() const { return list + count; }
+};
+
+template <class... Column>
+constexpr Columns together(Column... columns)
+{
+    return {{columns...}, sizeof...(columns)};
+}
 
 enum class Unit {
     None,
@@ -35,165 +48,104 @@ struct Group
     const char* separator;
     Unit unit;
 };
-using Groups = std::vector<Group>;
 
-const Groups& projectionGroups()
-{
-    using P = zoHPCProjectionItem;
-    static const Groups groups{
-        {"type", QT_TRANSLATE_NOOP("zoAttributeComparison", "type"), {P::Type}, "", Unit::None},
-        {"tiles",
-         QT_TRANSLATE_NOOP("zoAttributeComparison", "columns x rows"),
-         {P::Columns, P::Rows},
-         "x",
-         Unit::None},
-        {"overlap",
-         QT_TRANSLATE_NOOP("zoAttributeComparison", "overlap"),
-         {P::OverlapX, P::OverlapY},
-         " x ",
-         Unit::OfType},
-        {"size",
-         QT_TRANSLATE_NOOP("zoAttributeComparison", "size"),
-         {P::Width, P::Height},
-         " x ",
-         Unit::OfType},
-        {"size",
-         QT_TRANSLATE_NOOP("zoAttributeComparison", "size"),
-         {P::CaveWidth, P::CaveHeight, P::CaveDepth},
-         " x ",
-         Unit::Millimetres},
-        {"center",
-         QT_TRANSLATE_NOOP("zoAttributeComparison", "center"),
-         {P::CaveX, P::CaveY, P::CaveZ},
-         ", ",
-         Unit::Millimetres},
-        {"distance",
-         QT_TRANSLATE_NOOP("zoAttributeComparison", "distance"),
-         {P::Distance},
-         "",
-         Unit::Millimetres},
-        {"left-wall", QT_TRANSLATE_NOOP("zoAttributeComparison", "left wall"), {P::LeftWall}, "", Unit::None},
-        {"right-wall",
-         QT_TRANSLATE_NOOP("zoAttributeComparison", "right wall"),
-         {P::RightWall},
-         "",
-         Unit::None},
-        {"top-wall", QT_TRANSLATE_NOOP("zoAttributeComparison", "top wall"), {P::TopWall}, "", Unit::None},
-        {"bottom-wall",
-         QT_TRANSLATE_NOOP("zoAttributeComparison", "bottom wall"),
-         {P::BottomWall},
-         "",
-         Unit::None},
-        {"front-wall",
-         QT_TRANSLATE_NOOP("zoAttributeComparison", "front wall"),
-         {P::FrontWall},
-         "",
-         Unit::None},
-        {"back-wall", QT_TRANSLATE_NOOP("zoAttributeComparison", "back wall"), {P::BackWall}, "", Unit::None},
-        {"right-eye-offset",
-         QT_TRANSLATE_NOOP("zoAttributeComparison", "right-eye offset"),
-         {P::RightOffsetX, P::RightOffsetY},
-         ", ",
-         Unit::Pixels},
-        {"place",
-         QT_TRANSLATE_NOOP("zoAttributeComparison", "column, row"),
-         {P::TileColumn, P::Row},
-         ", ",
-         Unit::None},
-        {"edge-blending",
-         QT_TRANSLATE_NOOP("zoAttributeComparison", "edge blending"),
-         {P::EdgeBlending},
-         "",
-         Unit::None},
-        {"blend-widths",
-         QT_TRANSLATE_NOOP("zoAttributeComparison", "blend widths left, right, top, bottom"),
-         {P::LeftEdge, P::RightEdge, P::TopEdge, P::BottomEdge},
-         ", ",
-         Unit::None},
-        // Of a plane that was or became a projection of another type.
-        {"area",
-         QT_TRANSLATE_NOOP("zoAttributeComparison", "area"),
-         {P::X1, P::Y1, P::X2, P::Y2},
-         ", ",
-         Unit::None}};
-    return groups;
-}
+using P = zoHPCProjectionItem;
+constexpr Group s_projectionGroups[] = {
+    {"type", QT_TRANSLATE_NOOP("zoAttributeComparison", "type"), together(P::Type), "", Unit::None},
+    {"tiles", QT_TRANSLATE_NOOP("zoAttributeComparison", "columns x rows"), together(P::Columns, P::Rows),
+     "x", Unit::None},
+    {"overlap", QT_TRANSLATE_NOOP("zoAttributeComparison", "overlap"), together(P::OverlapX, P::OverlapY),
+     " x ", Unit::OfType},
+    {"size", QT_TRANSLATE_NOOP("zoAttributeComparison", "size"), together(P::Width, P::Height), " x ",
+     Unit::OfType},
+    {"size", QT_TRANSLATE_NOOP("zoAttributeComparison", "size"),
+     together(P::CaveWidth, P::CaveHeight, P::CaveDepth), " x ", Unit::Millimetres},
+    {"center", QT_TRANSLATE_NOOP("zoAttributeComparison", "center"), together(P::CaveX, P::CaveY, P::CaveZ),
+     ", ", Unit::Millimetres},
+    {"distance", QT_TRANSLATE_NOOP("zoAttributeComparison", "distance"), together(P::Distance), "",
+     Unit::Millimetres},
+    {"left-wall", QT_TRANSLATE_NOOP("zoAttributeComparison", "left wall"), together(P::LeftWall), "",
+     Unit::None},
+    {"right-wall", QT_TRANSLATE_NOOP("zoAttributeComparison", "right wall"), together(P::RightWall), "",
+     Unit::None},
+    {"top-wall", QT_TRANSLATE_NOOP("zoAttributeComparison", "top wall"), together(P::TopWall), "",
+     Unit::None},
+    {"bottom-wall", QT_TRANSLATE_NOOP("zoAttributeComparison", "bottom wall"), together(P::BottomWall), "",
+     Unit::None},
+    {"front-wall", QT_TRANSLATE_NOOP("zoAttributeComparison", "front wall"), together(P::FrontWall), "",
+     Unit::None},
+    {"back-wall", QT_TRANSLATE_NOOP("zoAttributeComparison", "back wall"), together(P::BackWall), "",
+     Unit::None},
+    {"right-eye-offset", QT_TRANSLATE_NOOP("zoAttributeComparison", "right-eye offset"),
+     together(P::RightOffsetX, P::RightOffsetY), ", ", Unit::Pixels},
+    {"place", QT_TRANSLATE_NOOP("zoAttributeComparison", "column, row"), together(P::TileColumn, P::Row),
+     ", ", Unit::None},
+    {"edge-blending", QT_TRANSLATE_NOOP("zoAttributeComparison", "edge blending"), together(P::EdgeBlending),
+     "", Unit::None},
+    {"blend-widths", QT_TRANSLATE_NOOP("zoAttributeComparison", "blend widths left, right, top, bottom"),
+     together(P::LeftEdge, P::RightEdge, P::TopEdge, P::BottomEdge), ", ", Unit::None},
+    // Of a plane that was or became a projection of another type.
+    {"area", QT_TRANSLATE_NOOP("zoAttributeComparison", "area"), together(P::X1, P::Y1, P::X2, P::Y2), ", ",
+     Unit::None}};
 
-const Groups& displayGroups()
-{
-    using D = zoHPCDisplayItem;
-    static const Groups groups{{"eye-separation",
-                                QT_TRANSLATE_NOOP("zoAttributeComparison", "eye separation"),
-                                {D::EyeSeparation},
-                                "",
-                                Unit::Millimetres},
-                               {"hardware-sync",
-                                QT_TRANSLATE_NOOP("zoAttributeComparison", "hardware sync"),
-                                {D::HardwareSync},
-                                "",
-                                Unit::None}};
-    return groups;
-}
+using D = zoHPCDisplayItem;
+constexpr Group s_displayGroups[] = {
+    {"eye-separation", QT_TRANSLATE_NOOP("zoAttributeComparison", "eye separation"),
+     together(D::EyeSeparation), "", Unit::Millimetres},
+    {"hardware-sync", QT_TRANSLATE_NOOP("zoAttributeComparison", "hardware sync"), together(D::HardwareSync),
+     "", Unit::None}};
 
-const Groups& windowGroups()
-{
-    using W = zoHPCWindowItem;
-    static const Groups groups{
-        {"size",
-         QT_TRANSLATE_NOOP("zoAttributeComparison", "size"),
-         {W::Width, W::Height},
-         " x ",
-         Unit::Pixels},
-        {"full-screen",
-         QT_TRANSLATE_NOOP("zoAttributeComparison", "full screen"),
-         {W::FullScreen},
-         "",
-         Unit::None},
-        {"position",
-         QT_TRANSLATE_NOOP("zoAttributeComparison", "position"),
-         {W::X, W::Y},
-         ", ",
-         Unit::Pixels},
-        {"node", QT_TRANSLATE_NOOP("zoAttributeComparison", "render node"), {W::Node}, "", Unit::None}};
-    return groups;
-}
+using W = zoHPCWindowItem;
+constexpr Group s_windowGroups[] = {
+    {"size", QT_TRANSLATE_NOOP("zoAttributeComparison", "size"), together(W::Width, W::Height), " x ",
+     Unit::Pixels},
+    {"full-screen", QT_TRANSLATE_NOOP("zoAttributeComparison", "full screen"), together(W::FullScreen), "",
+     Unit::None},
+    {"position", QT_TRANSLATE_NOOP("zoAttributeComparison", "position"), together(W::X, W::Y), ", ",
+     Unit::Pixels},
+    {"node", QT_TRANSLATE_NOOP("zoAttributeComparison", "render node"), together(W::Node), "", Unit::None}};
 
-const Groups& viewportGroups()
-{
-    using V = zoHPCViewportItem;
-    static const Groups groups{
-        {"area",
-         QT_TRANSLATE_NOOP("zoAttributeComparison", "area"),
-         {V::X1, V::Y1, V::X2, V::Y2},
-         ", ",
-         Unit::None},
-        {"flip-x", QT_TRANSLATE_NOOP("zoAttributeComparison", "horizontal flip"), {V::FlipX}, "", Unit::None},
-        {"flip-y", QT_TRANSLATE_NOOP("zoAttributeComparison", "vertical flip"), {V::FlipY}, "", Unit::None}};
-    return groups;
-}
+using V = zoHPCViewportItem;
+constexpr Group s_viewportGroups[] = {{"area", QT_TRANSLATE_NOOP("zoAttributeComparison", "area"),
+                                       together(V::X1, V::Y1, V::X2, V::Y2), ", ", Unit::None},
+                                      {"flip-x",
+                                       QT_TRANSLATE_NOOP("zoAttributeComparison", "horizontal flip"),
+                                       together(V::FlipX), "", Unit::None},
+                                      {"flip-y", QT_TRANSLATE_NOOP("zoAttributeComparison", "vertical flip"),
+                                       together(V::FlipY), "", Unit::None}};
 
 // What there is to know about one kind of element.
 struct Kind
 {
-    const Groups& groups;
+    const Group* begin() const { return groups; }
+    const Group* end() const { return groups + groupCount; }
+
+    const Group* groups;
+    std::size_t groupCount;
     const zoHPCTreeWidgetItem::ColumnMap& columns;
 };
+
+template <std::size_t Count>
+Kind kind(const Group (&groups)[Count], const zoHPCTreeWidgetItem::ColumnMap& columns)
+{
+    return {groups, Count, columns};
+}
 
 Kind kindOf(const QString& tag)
 {
     if (tag == zoClusterTags::Projection)
-        return {projectionGroups(), zoHPCProjectionItem::columns(QString())};
+        return kind(s_projectionGroups, zoHPCProjectionItem::columns(QString()));
     if (tag == zoClusterTags::Display)
-        return {displayGroups(), zoHPCDisplayItem::columns()};
+        return kind(s_displayGroups, zoHPCDisplayItem::columns());
     if (tag == zoClusterTags::Window)
-        return {windowGroups(), zoHPCWindowItem::columns()};
-    return {viewportGroups(), zoHPCViewportItem::columns()};
+        return kind(s_windowGroups, zoHPCWindowItem::columns());
+    return kind(s_viewportGroups, zoHPCViewportItem::columns());
 }
 
 QString unitText(Unit unit, const QDomElement& element)
 {
     if (unit == Unit::OfType) {
-        const QString type = element.attribute(QStringLiteral("type"));
+        const QString type = element.attribute(P::columns(QString()).at(P::Type));
         const bool isInPixels = type.isEmpty() || zoHPCProjectionType::of(type).isInPixels;
         unit = isInPixels ? Unit::Pixels : Unit::Millimetres;
     }
@@ -224,7 +176,7 @@ void zoAttributeComparison::compare(const QString& label, const QDomElement& bef
                                     const QStringList& skipped, zoDifferences& differences)
 {
     const QString tag = after.tagName();
-    const Kind kind = kindOf(tag);
+    const Kind known = kindOf(tag);
     QSet<QString> told(skipped.cbegin(), skipped.cend());
     const auto differs = [&](const QString& name) {
         return !told.contains(name) && before.attribute(name) != after.attribute(name);
@@ -233,10 +185,10 @@ void zoAttributeComparison::compare(const QString& label, const QDomElement& bef
     const auto isMissing = [&](const QString& name) {
         return !before.hasAttribute(name) && !after.hasAttribute(name);
     };
-    for (const Group& group : kind.groups) {
+    for (const Group& group : known) {
         QStringList names;
         for (const int column : group.columns)
-            names << kind.columns.at(column);
+            names << known.columns.at(column);
         if (std::none_of(names.begin(), names.end(), differs) ||
             std::any_of(names.begin(), names.end(), isMissing))
             continue;
