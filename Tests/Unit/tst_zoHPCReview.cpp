@@ -43,7 +43,7 @@ void tst_zoHPCReview::init()
     m_setup->addPowerWall(QStringLiteral("wall"), 1, 2);
     m_setup->addWindow(QStringLiteral("n"), QStringLiteral("wall"));
     m_review = std::make_unique<zoHPCReview>();
-    m_review->setTrees(&m_setup->projections, &m_setup->displays, m_setup->hosts.master());
+    m_review->setTrees(&m_setup->projections, &m_setup->displays, m_setup->hosts.hosts());
 }
 
 void tst_zoHPCReview::cleanup()
@@ -189,7 +189,7 @@ void tst_zoHPCReview::otherTreesReplaceTheFirst()
     m_review->layout();
     QSignalSpy left(m_review.get(), &zoHPCReview::itemsLeft);
 
-    m_review->setTrees(&other.projections, &other.displays, other.hosts.master());
+    m_review->setTrees(&other.projections, &other.displays, other.hosts.hosts());
     QCOMPARE(left.size(), 1);
     const auto read = m_review->layout();
     QCOMPARE(read->projections().size(), size_t(2));

@@ -8,18 +8,24 @@ zoHPCReview::zoHPCReview(QObject* parent) : QObject(parent) {}
 
 zoHPCReview::~zoHPCReview() = default;
 
-void zoHPCReview::setTrees(QTreeWidget* projections, QTreeWidget* displays, zoHPCTreeItem* master)
+void zoHPCReview::setTrees(QTreeWidget* projections, QTreeWidget* displays, zoHPCHostTree* hosts)
 {
     for (const QMetaObject::Connection& connection : m_connections)
         disconnect(connection);
     m_connections.clear();
     m_projections = projections;
     m_displays = displays;
-    m_master = master;
-    m_hosts = master ? master->treeWidget() : nullptr;
+    m_hosts = hosts;
     follow(m_projections);
     follow(m_displays);
-    follow(m_hosts);
+    if (hosts) {
+        // The view of the hosts, where there is one, announces more than their tree, and rows before they go.
+        follow(hosts->master()->treeWidget());
+        m_connections.push_back(
+            connect(hosts, &zoHPCHostTree::aboutToReplaceItems, this, &zoHPCReview::forget));
+        m_connections.push_back(connect(hosts, &zoHPCHostTree::changed, this, &zoHPCReview::noteChange));
+        m_connections.push_back(connect(hosts, &QObject::destroyed, this, &zoHPCReview::forget));
+    }
     forget();
 }
 
@@ -27,7 +33,7 @@ const std::shared_ptr<const zoHPCLayout>& zoHPCReview::layout()
 {
     if (m_isLayoutStale) {
         m_layout = std::make_shared<const zoHPCLayout>(m_projections.data(), m_displays.data(),
-                                                       m_hosts ? m_master : nullptr);
+                                                       m_hosts ? m_hosts->master() : nullptr);
         m_isLayoutStale = false;
         m_areProblemsStale = true;
     }

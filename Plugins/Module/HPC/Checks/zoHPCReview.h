@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zoHPCHostTree.h"
 #include "zoHPCProblem.h"
 
 #include <QObject>
@@ -10,7 +11,6 @@
 #include <vector>
 
 class zoHPCLayout;
-class zoHPCTreeItem;
 
 // One reading of a configuration for all who show it: the layout and the problems of the trees as they are now.
 // Each is computed when somebody asks for it first after a change, and shared until the next change.
@@ -22,9 +22,8 @@ public:
     explicit zoHPCReview(QObject* parent = nullptr);
     ~zoHPCReview() override;
 
-    // What is read and followed from now on. Not owned; each may be null and may go before the review. The
-    // master is that of the host tree and lives as long as its tree.
-    void setTrees(QTreeWidget* projections, QTreeWidget* displays, zoHPCTreeItem* master);
+    // What is read and followed from now on. Not owned; each may be null and may go before the review.
+    void setTrees(QTreeWidget* projections, QTreeWidget* displays, zoHPCHostTree* hosts);
 
     // Never null.
     const std::shared_ptr<const zoHPCLayout>& layout();
@@ -46,8 +45,7 @@ private:
 
     QPointer<QTreeWidget> m_projections;
     QPointer<QTreeWidget> m_displays;
-    QPointer<QTreeWidget> m_hosts;
-    zoHPCTreeItem* m_master = nullptr; // not owned; lives while m_hosts does
+    QPointer<zoHPCHostTree> m_hosts;
     std::vector<QMetaObject::Connection> m_connections;
     std::shared_ptr<const zoHPCLayout> m_layout; // null when its items are gone
     std::vector<zoHPCProblem> m_problems;

@@ -109,12 +109,7 @@ QLayout* zoHPCLayoutPane::createTools()
     fitButton->setObjectName(QString::fromLatin1("m_fitButton"));
     fitButton->setToolTip(tr("Takes everything into the picture"));
     fitButton->setAutoDefault(false);
-    connect(fitButton, &QPushButton::clicked, this, [this] {
-        if (isScreensShown())
-            m_screens->fit();
-        else
-            m_room->fit();
-    });
+    connect(fitButton, &QPushButton::clicked, this, [this] { shownView()->fit(); });
     auto* const saveButton = new QPushButton(tr("Save picture..."));
     saveButton->setObjectName(QString::fromLatin1("m_savePictureButton"));
     saveButton->setToolTip(tr("Writes the picture to a file: SVG, PNG or PDF"));
@@ -131,8 +126,8 @@ QLayout* zoHPCLayoutPane::createTools()
 
 void zoHPCLayoutPane::connectViews()
 {
-    connect(m_room, &zoHPCRoomView::itemActivated, this, &zoHPCLayoutPane::itemActivated);
-    connect(m_screens, &zoHPCScreensView::itemActivated, this, &zoHPCLayoutPane::itemActivated);
+    for (const zoHPCPictureView* view : views())
+        connect(view, &zoHPCPictureView::itemActivated, this, &zoHPCLayoutPane::itemActivated);
     connect(m_problems, &zoHPCProblemsView::itemActivated, this, &zoHPCLayoutPane::itemActivated);
     connect(m_screens, &zoHPCScreensView::windowChanged, this, [this] {
         m_review->noteChange();
@@ -158,16 +153,13 @@ int zoHPCLayoutPane::problemCount() const
 
 void zoHPCLayoutPane::setModel(QTreeWidget* projections, QTreeWidget* displays, zoHPCTreeGUIW* hosts)
 {
-    disconnect(m_hostsConnection);
-    if (hosts)
-        m_hostsConnection = connect(hosts, &zoHPCTreeGUIW::hostsChanged, m_review, &zoHPCReview::noteChange);
-    m_review->setTrees(projections, displays, hosts ? hosts->master() : nullptr);
+    m_review->setTrees(projections, displays, hosts ? hosts->hosts() : nullptr);
 }
 
 void zoHPCLayoutPane::setCurrentItem(const QTreeWidgetItem* item)
 {
-    m_room->setCurrentItem(item);
-    m_screens->setCurrentItem(item);
+    for (zoHPCPictureView* view : views())
+        view->setCurrentItem(item);
 }
 
 bool zoHPCLayoutPane::isSettled() const
@@ -184,8 +176,8 @@ void zoHPCLayoutPane::refresh()
 void zoHPCLayoutPane::showAll()
 {
     m_isPartial = false;
-    m_room->setIsChanging(false);
-    m_screens->setIsChanging(false);
+    for (zoHPCPictureView* view : views())
+        view->setIsChanging(false);
     showLayout(readLayout());
     m_problems->setProblems(m_review->problems());
     const int count = static_cast<int>(m_problems->problems().size());
@@ -215,11 +207,11 @@ void zoHPCLayoutPane::catchUp()
     m_isPartial = true;
     m_problems->forgetItems();
     const auto layout = readLayout();
-    m_room->setIsChanging(true);
-    m_screens->setIsChanging(true);
-    // The other one shows items that may be gone.
-    m_room->showLayout(isScreensShown() ? nullptr : layout);
-    m_screens->showLayout(isScreensShown() ? layout : nullptr);
+    for (zoHPCPictureView* view : views()) {
+        view->setIsChanging(true);
+        // The other one shows items that may be gone.
+        view->showLayout(view == shownView() ? layout : nullptr);
+    }
 }
 
 void zoHPCLayoutPane::settle()
@@ -238,10 +230,7 @@ void zoHPCLayoutPane::savePicture()
     if (fileName.isEmpty())
         return;
     settle();
-    if (isScreensShown())
-        zoHPCPictureFile::save(m_screens->picture(), fileName, m_screens->size(), palette(), 2.0);
-    else
-        zoHPCPictureFile::save(m_room->picture(), fileName, m_room->size(), palette(), 2.0);
+    zoHPCPictureFile::save(shownView()->picture(), fileName, shownView()->size(), palette(), 2.0);
 }
 
 void zoHPCLayoutPane::showEvent(QShowEvent* event)
@@ -273,13 +262,19 @@ void zoHPCLayoutPane::catchUpLater()
         Qt::QueuedConnection);
 }
 
-bool zoHPCLayoutPane::isScreensShown() const
+std::array<zoHPCPictureView*, 2> zoHPCLayoutPane::views() const
 {
-    return m_tabs->currentIndex() == m_tabs->indexOf(m_screens->parentWidget());
+    return {m_room, m_screens};
+}
+
+zoHPCPictureView* zoHPCLayoutPane::shownView() const
+{
+    const bool isRoom = m_tabs->currentIndex() == m_tabs->indexOf(m_room);
+    return views()[isRoom ? 0 : 1];
 }
 
 void zoHPCLayoutPane::showLayout(const std::shared_ptr<const zoHPCLayout>& layout)
 {
-    m_room->showLayout(layout);
-    m_screens->showLayout(layout);
+    for (zoHPCPictureView* view : views())
+        view->showLayout(layout);
 }

@@ -4,6 +4,7 @@
 
 #include <QWidget>
 
+#include <array>
 #include <memory>
 
 class QComboBox;
@@ -11,6 +12,7 @@ class QTabWidget;
 class QTreeWidget;
 class QTreeWidgetItem;
 class zoHPCLayout;
+class zoHPCPictureView;
 class zoHPCProblemsView;
 class zoHPCReview;
 class zoHPCRoomView;
@@ -75,12 +77,12 @@ private:
     void catchUp();
     void settle();
     void showAll();
-    bool isScreensShown() const;
+    std::array<zoHPCPictureView*, 2> views() const;
+    zoHPCPictureView* shownView() const;
     std::shared_ptr<const zoHPCLayout> readLayout();
     void showLayout(const std::shared_ptr<const zoHPCLayout>& layout);
 
     zoHPCReview* m_review = nullptr;
-    QMetaObject::Connection m_hostsConnection;
     QTabWidget* m_tabs = nullptr;
     zoHPCRoomView* m_room = nullptr;
     zoHPCScreensView* m_screens = nullptr;

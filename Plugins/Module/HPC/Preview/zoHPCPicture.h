@@ -17,6 +17,8 @@ public:
     zoHPCPicture(const zoHPCPicture&) = delete;
     zoHPCPicture& operator=(const zoHPCPicture&) = delete;
 
+    // Takes everything into an area of this size and shape.
+    virtual void fit(const QRectF& area) = 0;
     // So much to draw that frames in full detail come late.
     virtual bool isLarge() const = 0;
 

@@ -32,9 +32,9 @@ public:
     const std::vector<Wall>& walls() const { return m_walls; }
     const zoHPCRoomCamera& camera() const { return m_camera; }
     void setCamera(const zoHPCRoomCamera& camera) { m_camera = camera; }
-    // Takes everything into the picture; the direction stays.
-    void fit(const QRectF& area);
 
+    // The direction stays.
+    void fit(const QRectF& area) override;
     bool isLarge() const override;
     void paint(QPainter& painter, const QRectF& area, const QPalette& palette, Detail detail) const override;
 

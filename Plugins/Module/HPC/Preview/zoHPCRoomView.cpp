@@ -8,7 +8,6 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QToolTip>
 #include <QWheelEvent>
 
@@ -18,35 +17,15 @@ namespace
 {
 constexpr double DEGREES_PER_PIXEL = 0.4;
 constexpr double DEGREES_PER_KEY = 10.0;
-constexpr double ZOOM_PER_STEP = 1.15;
 } // namespace
 
-zoHPCRoomView::zoHPCRoomView(QWidget* parent) : QWidget(parent)
+zoHPCRoomView::zoHPCRoomView(QWidget* parent) : zoHPCPictureView(parent)
 {
-    setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(tr("Room"));
     setAccessibleDescription(tr("The projections in space around the viewer"));
-    setAttribute(Qt::WA_OpaquePaintEvent);
-    connect(&m_debounce, &zoHPCDebounce::settled, this, QOverload<>::of(&QWidget::update));
 }
 
 zoHPCRoomView::~zoHPCRoomView() = default;
-
-zoHPCPicture::Detail zoHPCRoomView::detail() const
-{
-    const bool isQuick = m_isDragging || ((m_isChanging || m_debounce.isQuick()) && m_picture.isLarge());
-    return isQuick ? zoHPCPicture::Detail::Fast : zoHPCPicture::Detail::Full;
-}
-
-QSize zoHPCRoomView::sizeHint() const
-{
-    return QSize(480, 360);
-}
-
-QSize zoHPCRoomView::minimumSizeHint() const
-{
-    return QSize(160, 120);
-}
 
 void zoHPCRoomView::showLayout(std::shared_ptr<const zoHPCLayout> layout)
 {
@@ -54,8 +33,7 @@ void zoHPCRoomView::showLayout(std::shared_ptr<const zoHPCLayout> layout)
     m_picture.setLayout(m_layout ? *m_layout : zoHPCLayout());
     if (m_layout)
         m_picture.setCurrentItem(m_current, *m_layout);
-    if (m_isFitted)
-        m_picture.fit(rect());
+    fitAgain();
     update();
 }
 
@@ -64,21 +42,6 @@ void zoHPCRoomView::setCurrentItem(const QTreeWidgetItem* item)
     m_current = item;
     if (m_layout)
         m_picture.setCurrentItem(item, *m_layout);
-    update();
-}
-
-void zoHPCRoomView::setIsChanging(bool changing)
-{
-    if (m_isChanging == changing)
-        return;
-    m_isChanging = changing;
-    update();
-}
-
-void zoHPCRoomView::fit()
-{
-    m_isFitted = true;
-    m_picture.fit(rect());
     update();
 }
 
@@ -97,19 +60,7 @@ bool zoHPCRoomView::event(QEvent* event)
             QToolTip::hideText();
         return true;
     }
-    return QWidget::event(event);
-}
-
-void zoHPCRoomView::paintEvent(QPaintEvent*)
-{
-    QPainter painter(this);
-    m_picture.paint(painter, rect(), palette(), detail());
-}
-
-void zoHPCRoomView::resizeEvent(QResizeEvent*)
-{
-    if (m_isFitted)
-        m_picture.fit(rect());
+    return zoHPCPictureView::event(event);
 }
 
 void zoHPCRoomView::mousePressEvent(QMouseEvent* event)
@@ -133,8 +84,7 @@ void zoHPCRoomView::mouseMoveEvent(QMouseEvent* event)
         zoHPCRoomCamera camera = m_picture.camera();
         camera.pan(way, rect());
         m_picture.setCamera(camera);
-        m_isFitted = false;
-        update();
+        noteMove(Move::Dragged);
     } else {
         turn(-DEGREES_PER_PIXEL * way.x(), DEGREES_PER_PIXEL * way.y());
     }
@@ -155,14 +105,9 @@ void zoHPCRoomView::mouseReleaseEvent(QMouseEvent* event)
         emit itemActivated(item);
 }
 
-void zoHPCRoomView::mouseDoubleClickEvent(QMouseEvent*)
-{
-    fit();
-}
-
 void zoHPCRoomView::wheelEvent(QWheelEvent* event)
 {
-    zoom(std::pow(ZOOM_PER_STEP, event->angleDelta().y() / 120.0));
+    zoom(std::pow(ZoomPerStep, event->angleDelta().y() / 120.0));
     event->accept();
 }
 
@@ -185,13 +130,13 @@ void zoHPCRoomView::keyPressEvent(QKeyEvent* event)
         turn(0.0, -DEGREES_PER_KEY);
         break;
     case Qt::Key_Plus:
-        zoom(ZOOM_PER_STEP);
+        zoom(ZoomPerStep);
         break;
     case Qt::Key_Minus:
-        zoom(1.0 / ZOOM_PER_STEP);
+        zoom(1.0 / ZoomPerStep);
         break;
     default:
-        QWidget::keyPressEvent(event);
+        zoHPCPictureView::keyPressEvent(event);
     }
 }
 
@@ -199,18 +144,14 @@ void zoHPCRoomView::turn(double yaw, double pitch)
 {
     zoHPCRoomCamera camera = m_picture.camera();
     camera.orbit(yaw, pitch);
-    m_debounce.note();
     m_picture.setCamera(camera);
-    m_isFitted = false;
-    update();
+    noteMove(Move::Single);
 }
 
 void zoHPCRoomView::zoom(double factor)
 {
     zoHPCRoomCamera camera = m_picture.camera();
     camera.zoom(factor);
-    m_debounce.note();
     m_picture.setCamera(camera);
-    m_isFitted = false;
-    update();
+    noteMove(Move::Single);
 }

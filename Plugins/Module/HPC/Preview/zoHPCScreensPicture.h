@@ -62,8 +62,8 @@ public:
 
     const std::vector<Node>& nodes() const { return m_nodes; }
 
-    // Arranges the nodes for the shape of the area and takes all of them into it.
-    void fit(const QRectF& area);
+    // Arranges the nodes for the shape of the area, too.
+    void fit(const QRectF& area) override;
     // About a point that stays where it is.
     void zoom(double factor, const QPointF& about);
     void pan(const QPointF& by) { m_placement.offset += by; }

@@ -20,7 +20,6 @@
 
 namespace
 {
-constexpr double ZOOM_PER_STEP = 1.15;
 // A window never gets smaller by dragging, so that it can still be taken (pixels).
 constexpr int SMALLEST_WINDOW = 16;
 // Further away no screen is (pixels).
@@ -56,34 +55,14 @@ int wayToLine(const std::vector<int>& lines, bool first, int begin, bool second,
 }
 } // namespace
 
-zoHPCScreensView::zoHPCScreensView(QWidget* parent) : QWidget(parent)
+zoHPCScreensView::zoHPCScreensView(QWidget* parent) : zoHPCPictureView(parent)
 {
-    setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setAccessibleName(tr("Screens"));
     setAccessibleDescription(tr("The windows on the screens of each render node"));
-    setAttribute(Qt::WA_OpaquePaintEvent);
-    connect(&m_debounce, &zoHPCDebounce::settled, this, QOverload<>::of(&QWidget::update));
 }
 
 zoHPCScreensView::~zoHPCScreensView() = default;
-
-zoHPCPicture::Detail zoHPCScreensView::detail() const
-{
-    const bool isQuick =
-        m_drag != Drag::None || ((m_isChanging || m_debounce.isQuick()) && m_picture.isLarge());
-    return isQuick ? zoHPCPicture::Detail::Fast : zoHPCPicture::Detail::Full;
-}
-
-QSize zoHPCScreensView::sizeHint() const
-{
-    return QSize(480, 360);
-}
-
-QSize zoHPCScreensView::minimumSizeHint() const
-{
-    return QSize(160, 120);
-}
 
 void zoHPCScreensView::showLayout(std::shared_ptr<const zoHPCLayout> layout)
 {
@@ -95,8 +74,7 @@ void zoHPCScreensView::showLayout(std::shared_ptr<const zoHPCLayout> layout)
         m_picture.updateLayout(shown);
     } else {
         m_picture.setLayout(shown);
-        if (m_isFitted)
-            m_picture.fit(rect());
+        fitAgain();
     }
     update();
 }
@@ -111,21 +89,6 @@ void zoHPCScreensView::setScreenSize(const QSizeF& size)
 {
     m_picture.setScreenSize(size);
     showLayout(m_layout);
-}
-
-void zoHPCScreensView::setIsChanging(bool changing)
-{
-    if (m_isChanging == changing)
-        return;
-    m_isChanging = changing;
-    update();
-}
-
-void zoHPCScreensView::fit()
-{
-    m_isFitted = true;
-    m_picture.fit(rect());
-    update();
 }
 
 bool zoHPCScreensView::event(QEvent* event)
@@ -155,21 +118,16 @@ bool zoHPCScreensView::event(QEvent* event)
                                this);
         return true;
     }
-    return QWidget::event(event);
+    return zoHPCPictureView::event(event);
 }
 
-void zoHPCScreensView::paintEvent(QPaintEvent*)
+void zoHPCScreensView::paintEvent(QPaintEvent* event)
 {
+    zoHPCPictureView::paintEvent(event);
+    if (m_drag != Drag::Window)
+        return;
     QPainter painter(this);
-    m_picture.paint(painter, rect(), palette(), detail());
-    if (m_drag == Drag::Window)
-        paintGuides(painter);
-}
-
-void zoHPCScreensView::resizeEvent(QResizeEvent*)
-{
-    if (m_isFitted)
-        m_picture.fit(rect());
+    paintGuides(painter);
 }
 
 void zoHPCScreensView::mousePressEvent(QMouseEvent* event)
@@ -202,8 +160,7 @@ void zoHPCScreensView::mouseMoveEvent(QMouseEvent* event)
         dragWindow(event->pos(), !(event->modifiers() & Qt::ControlModifier));
     } else {
         m_picture.pan(event->pos() - m_last);
-        m_isFitted = false;
-        update();
+        noteMove(Move::Dragged);
     }
     m_last = event->pos();
 }
@@ -222,17 +179,12 @@ void zoHPCScreensView::mouseReleaseEvent(QMouseEvent* event)
         emit itemActivated(item);
 }
 
-void zoHPCScreensView::mouseDoubleClickEvent(QMouseEvent*)
-{
-    fit();
-}
-
 void zoHPCScreensView::wheelEvent(QWheelEvent* event)
 {
     event->accept();
     if (m_drag == Drag::Window)
         return;
-    zoom(std::pow(ZOOM_PER_STEP, event->angleDelta().y() / 120.0), event->position());
+    zoom(std::pow(ZoomPerStep, event->angleDelta().y() / 120.0), event->position());
 }
 
 void zoHPCScreensView::keyPressEvent(QKeyEvent* event)
@@ -243,18 +195,16 @@ void zoHPCScreensView::keyPressEvent(QKeyEvent* event)
     } else if (event->key() == Qt::Key_Home) {
         fit();
     } else if (event->key() == Qt::Key_Plus || event->key() == Qt::Key_Minus) {
-        zoom(event->key() == Qt::Key_Plus ? ZOOM_PER_STEP : 1.0 / ZOOM_PER_STEP, rect().center());
+        zoom(event->key() == Qt::Key_Plus ? ZoomPerStep : 1.0 / ZoomPerStep, rect().center());
     } else {
-        QWidget::keyPressEvent(event);
+        zoHPCPictureView::keyPressEvent(event);
     }
 }
 
 void zoHPCScreensView::zoom(double factor, const QPointF& about)
 {
     m_picture.zoom(factor, about);
-    m_debounce.note();
-    m_isFitted = false;
-    update();
+    noteMove(Move::Single);
 }
 
 QRect zoHPCScreensView::geometryOf(const zoHPCWindowItem& window)

@@ -1,11 +1,10 @@
 #pragma once
 
-#include "zoHPCDebounce.h"
+#include "zoHPCPictureView.h"
 #include "zoHPCScreensPicture.h"
 
 #include <QPoint>
 #include <QRect>
-#include <QWidget>
 
 #include <memory>
 #include <vector>
@@ -17,7 +16,7 @@ class zoHPCLayout;
 // writes to their items at once; edges that come near those of other windows or of the screen lie flush with
 // them unless the control key is held; Escape takes the drag back. Dragging beside them moves the sheet, the
 // wheel comes nearer, a double click, or Home, takes everything into the picture; a click selects.
-class zoHPCScreensView final : public QWidget
+class zoHPCScreensView final : public zoHPCPictureView
 {
     Q_OBJECT
 
@@ -25,40 +24,26 @@ public:
     explicit zoHPCScreensView(QWidget* parent = nullptr);
     ~zoHPCScreensView() override;
 
-    const zoHPCScreensPicture& picture() const { return m_picture; }
-    // What the next frame shows; changes that come quickly show less of large pictures.
-    zoHPCPicture::Detail detail() const;
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override;
-
-    // Null shows nothing, which ends a drag. The items of the layout must live until the next call.
-    void showLayout(std::shared_ptr<const zoHPCLayout> layout);
-    // Highlighted; announces nothing. Need not live.
-    void setCurrentItem(const QTreeWidgetItem* item);
+    const zoHPCScreensPicture& picture() const override { return m_picture; }
+    // Null also ends a drag.
+    void showLayout(std::shared_ptr<const zoHPCLayout> layout) override;
+    void setCurrentItem(const QTreeWidgetItem* item) override;
     // Of all screens, in pixels; empty when it is not known.
     void setScreenSize(const QSizeF& size);
 
-    // Whether more layouts are to follow soon.
-    void setIsChanging(bool changing);
-
-public slots:
-    // Takes everything into the picture, now and after changes, until the sheet is moved by hand.
-    void fit();
-
 signals:
-    // A window or viewport was clicked.
-    void itemActivated(QTreeWidgetItem* item);
     // A drag wrote to the window's columns. The picture follows with the next showLayout().
     void windowChanged(zoHPCWindowItem* window);
 
 protected:
+    zoHPCPicture& editedPicture() override { return m_picture; }
+    bool isDragging() const override { return m_drag != Drag::None; }
+
     bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
-    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
@@ -76,7 +61,6 @@ private:
     void showCursor(const zoHPCScreensPicture::Hit& hit);
 
     zoHPCScreensPicture m_picture;
-    zoHPCDebounce m_debounce; // of wheel and keys
     std::shared_ptr<const zoHPCLayout> m_layout;
     zoHPCScreensPicture::Hit m_hit;         // of the press
     QRect m_before;                         // geometry of the dragged window at the press, in pixels
@@ -87,6 +71,4 @@ private:
     QPoint m_last;
     Drag m_drag = Drag::None;
     bool m_isPressed = false;
-    bool m_isChanging = false;
-    bool m_isFitted = true;
 };
