@@ -5,6 +5,7 @@
   house.py headers ROOT FILE each header compiles by itself; FILE is the build's compile_commands.json
   house.py sizes [ROOT]      functions and files that are too long
   house.py words [ROOT]      what must not be written in the module
+  house.py all [ROOT]        includes, sizes and words
 
 Each finding is a line "FILE:LINE: what, and what to do". Findings that are still allowed stand in known.txt beside this
 file, one key a line; the list may only shrink: an entry that is no longer found is a finding, too.
@@ -205,8 +206,19 @@ def check_cycles(house):
     return findings
 
 
+def check_settings(house):
+    """The lint settings name the folders that there are."""
+    settings = house.root / ".clang-tidy"
+    if not settings.exists():
+        return []
+    match = re.search(r"^HeaderFilterRegex: '/\((.*)\)/'$", settings.read_text(), re.M)
+    named = set(match.group(1).split("|")) if match else set()
+    return [Finding(f"settings {folder}", f".clang-tidy: HeaderFilterRegex and LAYERS differ in {folder}")
+            for folder in sorted(named ^ set(LAYERS))]
+
+
 def check_includes(house):
-    return check_places(house) + check_arrows(house) + check_cycles(house)
+    return check_settings(house) + check_places(house) + check_arrows(house) + check_cycles(house)
 
 
 # ---- Headers
@@ -378,11 +390,13 @@ def without_comments(text):
 
 
 CHECKS = {
-    "includes": (check_includes, ("place", "name", "layer", "room", "arrow", "cycle")),
+    "includes": (check_includes, ("place", "name", "layer", "room", "arrow", "cycle", "settings")),
     "headers": (check_headers, ("first", "once", "alone")),
     "sizes": (check_sizes, ("file", "function")),
     "words": (check_words, ("word",)),
 }
+CHECKS["all"] = (lambda house: check_includes(house) + check_sizes(house) + check_words(house),
+                 CHECKS["includes"][1] + CHECKS["sizes"][1] + CHECKS["words"][1])
 
 
 def still_allowed(known_file, kinds):

@@ -104,6 +104,10 @@ class Includes(HouseTest):
         self.write("Shed/zoShed.cpp", "")
         self.assert_found("includes", "Shed: has sources but no row in LAYERS")
 
+    def test_lint_settings_name_the_layers(self):
+        self.write(".clang-tidy", "HeaderFilterRegex: '/(Kernel|Plugins|Host|Attic|Tests|Benchmarks)/'\n")
+        self.assert_found("includes", "HeaderFilterRegex and LAYERS differ in Attic", "differ in Tools")
+
     def test_two_headers_of_one_name(self):
         self.write("Host/zoLog.h", "#pragma once\n")
         self.assert_found("includes", "has the same name")
