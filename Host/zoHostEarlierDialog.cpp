@@ -39,37 +39,12 @@ zoHostEarlierDialog::zoHostEarlierDialog(zoHostEarlierConfigurations* configurat
     setWindowTitle(tr("Earlier Configurations"));
     resize(760, 560);
 
-    m_list->setObjectName(QStringLiteral("EarlierList"));
-    m_list->setAccessibleName(tr("Earlier configurations"));
-    m_list->setColumnCount(ColumnCount);
-    m_list->setHeaderLabels({tr("Replaced"), tr("File"), tr("Nodes"), tr("Displays")});
-    m_list->setRootIsDecorated(false);
-    m_list->setUniformRowHeights(true);
-    m_list->setAllColumnsShowFocus(true);
-    m_list->header()->setStretchLastSection(false);
-    m_list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    m_list->header()->setSectionResizeMode(File, QHeaderView::Stretch);
-
-    m_summary->setObjectName(QStringLiteral("EarlierSummary"));
-    m_summary->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    m_summary->setWordWrap(true);
-    m_preview->setObjectName(QStringLiteral("EarlierPreview"));
-    m_preview->setAccessibleName(tr("Text of the configuration"));
-    m_preview->setReadOnly(true);
-    m_preview->setLineWrapMode(QPlainTextEdit::NoWrap);
-    m_preview->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    m_hint->setObjectName(QStringLiteral("EarlierHint"));
-    m_hint->setWordWrap(true);
-
-    auto* look = new QWidget;
-    auto* lookLayout = new QVBoxLayout(look);
-    lookLayout->setContentsMargins(0, 0, 0, 0);
-    lookLayout->addWidget(m_summary);
-    lookLayout->addWidget(m_preview, 1);
-    m_splitter->addWidget(m_list);
-    m_splitter->addWidget(look);
+    setUpList();
+    setUpPreview();
     m_splitter->setChildrenCollapsible(false);
     m_splitter->setSizes({200, 300});
+    m_hint->setObjectName(QStringLiteral("EarlierHint"));
+    m_hint->setWordWrap(true);
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     m_bringBack = buttons->addButton(tr("&Bring back"), QDialogButtonBox::ActionRole);
@@ -93,6 +68,40 @@ zoHostEarlierDialog::zoHostEarlierDialog(zoHostEarlierConfigurations* configurat
 }
 
 zoHostEarlierDialog::~zoHostEarlierDialog() = default;
+
+void zoHostEarlierDialog::setUpList()
+{
+    m_list->setObjectName(QStringLiteral("EarlierList"));
+    m_list->setAccessibleName(tr("Earlier configurations"));
+    m_list->setColumnCount(ColumnCount);
+    m_list->setHeaderLabels({tr("Replaced"), tr("File"), tr("Nodes"), tr("Displays")});
+    m_list->setRootIsDecorated(false);
+    m_list->setUniformRowHeights(true);
+    m_list->setAllColumnsShowFocus(true);
+    m_list->header()->setStretchLastSection(false);
+    m_list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_list->header()->setSectionResizeMode(File, QHeaderView::Stretch);
+    m_splitter->addWidget(m_list);
+}
+
+void zoHostEarlierDialog::setUpPreview()
+{
+    m_summary->setObjectName(QStringLiteral("EarlierSummary"));
+    m_summary->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_summary->setWordWrap(true);
+    m_preview->setObjectName(QStringLiteral("EarlierPreview"));
+    m_preview->setAccessibleName(tr("Text of the configuration"));
+    m_preview->setReadOnly(true);
+    m_preview->setLineWrapMode(QPlainTextEdit::NoWrap);
+    m_preview->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+
+    auto* look = new QWidget;
+    auto* lookLayout = new QVBoxLayout(look);
+    lookLayout->setContentsMargins(0, 0, 0, 0);
+    lookLayout->addWidget(m_summary);
+    lookLayout->addWidget(m_preview, 1);
+    m_splitter->addWidget(look);
+}
 
 void zoHostEarlierDialog::setRunning(bool running)
 {

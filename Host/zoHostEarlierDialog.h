@@ -32,6 +32,8 @@ signals:
     void bringBackRequested(const QString& text, const QString& originFile);
 
 private:
+    void setUpList();
+    void setUpPreview();
     void fill();
     void showCurrent();
     void updateButton();
