@@ -32,12 +32,12 @@ public:
     // The same as the window marks it, which may follow the document a moment later.
     bool isMarked(const QWidget* moduleWindow) const;
 
-    // False when no module takes it. What is wrong with a file goes to the log.
+    // False when no loaded module opens configurations. What is wrong with a file goes to the log.
     bool load(const QString& fileName);
 
     // Replaces the document by an earlier one. It is open as the file that it came from if that is the one
-    // that is open now, else without a file, so that Save overwrites nothing else. False when no module takes
-    // it.
+    // that is open now, else without a file, so that Save overwrites nothing else. False when no loaded
+    // module opens configurations.
     bool bringBack(const QString& text, const QString& originFile);
 
     // What the window would save; null when its module does not tell.

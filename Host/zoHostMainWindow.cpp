@@ -396,7 +396,7 @@ void zoHostMainWindow::openConfiguration(const QString& fileName)
     }
     const bool unsaved = m_document->differs();
     if (!m_document->load(fileName)) {
-        zoLog::error(tr("Unable to load configuration %1: no module takes it").arg(shown));
+        zoLog::error(tr("Unable to load configuration %1: no loaded module opens configurations").arg(shown));
         return;
     }
     if (unsaved)
@@ -434,7 +434,7 @@ void zoHostMainWindow::bringBack(const QString& text, const QString& originFile)
     if (m_services.cluster->isRunning() || text.isEmpty())
         return;
     if (!m_document->bringBack(text, originFile))
-        zoLog::error(tr("Unable to bring the configuration back: no module takes it"));
+        zoLog::error(tr("Unable to bring the configuration back: no loaded module opens configurations"));
 }
 
 void zoHostMainWindow::updateTitle()

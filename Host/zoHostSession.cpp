@@ -74,7 +74,7 @@ bool zoHostSession::loadConfiguration(const QString& fileName)
             return false;
         const QString absolute = QFileInfo(fileName).absoluteFilePath();
         if (!m_window->document()->load(absolute)) {
-            fail(tr("Unable to load configuration %1: no module takes it").arg(fileName));
+            fail(tr("Unable to load configuration %1: no loaded module opens configurations").arg(fileName));
             return !m_ended;
         }
         if (usable)

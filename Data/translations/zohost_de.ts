@@ -310,12 +310,12 @@ Das Protokoll nennt den Grund.</translation>
         <translation>Konfiguration %1 ist nicht mehr vorhanden</translation>
     </message>
     <message>
-        <source>Unable to load configuration %1: no module takes it</source>
-        <translation>Konfiguration %1 kann nicht geladen werden: kein Modul nimmt sie an</translation>
+        <source>Unable to load configuration %1: no loaded module opens configurations</source>
+        <translation>Konfiguration %1 kann nicht geladen werden: kein geladenes Modul öffnet Konfigurationen</translation>
     </message>
     <message>
-        <source>Unable to bring the configuration back: no module takes it</source>
-        <translation>Die Konfiguration kann nicht zurückgeholt werden: kein Modul nimmt sie an</translation>
+        <source>Unable to bring the configuration back: no loaded module opens configurations</source>
+        <translation>Die Konfiguration kann nicht zurückgeholt werden: kein geladenes Modul öffnet Konfigurationen</translation>
     </message>
 </context>
 <context>
@@ -469,8 +469,8 @@ Das Protokoll nennt den Grund.</translation>
         <translation>Konfiguration %1 ist nicht verwendbar: %2</translation>
     </message>
     <message>
-        <source>Unable to load configuration %1: no module takes it</source>
-        <translation>Konfiguration %1 kann nicht geladen werden: kein Modul nimmt sie an</translation>
+        <source>Unable to load configuration %1: no loaded module opens configurations</source>
+        <translation>Konfiguration %1 kann nicht geladen werden: kein geladenes Modul öffnet Konfigurationen</translation>
     </message>
     <message>
         <source>Unable to start: no module runs a cluster</source>

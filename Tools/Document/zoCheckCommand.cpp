@@ -22,9 +22,9 @@ QJsonObject jsonOf(const zoHPCProblem& problem, const QString& file, const zoSou
 
 QString zoCheckCommand::description() const
 {
-    return tr("Reads configurations and lists what of them would not light up as meant, as the problem list "
-              "of the cluster\n"
-              "window does. Exit code 1 when something was found.");
+    return tr("Reads configurations and lists their problems, as the problem list of the cluster window does: "
+              "what would\n"
+              "keep a window dark or make it show something wrong. Exit code 1 when something was found.");
 }
 
 QStringList zoCheckCommand::examples() const

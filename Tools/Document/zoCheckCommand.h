@@ -2,7 +2,7 @@
 
 #include "zoCommand.h"
 
-// "check": lists what of configurations would not light up as meant.
+// "check": lists the problems that keep windows of configurations dark or wrong.
 class zoCheckCommand final : public zoCommand
 {
     Q_DECLARE_TR_FUNCTIONS(zoCheckCommand)

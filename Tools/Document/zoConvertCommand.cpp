@@ -21,7 +21,7 @@ QString zoConvertCommand::description() const
 QStringList zoConvertCommand::examples() const
 {
     return {QStringLiteral("zohpc convert old.xml -o wall.zhpc\t") + tr("the usual way"),
-            QStringLiteral("zohpc convert old.xml | zohpc check -\t") + tr("what of it would not light up")};
+            QStringLiteral("zohpc convert old.xml | zohpc check -\t") + tr("the problems of the result")};
 }
 
 void zoConvertCommand::addArguments(QCommandLineParser& parser) const

@@ -23,7 +23,7 @@ public:
         QString reason;
     };
 
-    // The text with each word of brackets replaced by the names that it stands for, parted by blanks. Empty
+    // The text with each word of brackets replaced by the names that it stands for, separated by blanks. Empty
     // when the brackets cannot be read: error() tells then why.
     QString expanded(const QString& text);
     // Where a place of the expanded text comes from; the begin of its word for what was in brackets.

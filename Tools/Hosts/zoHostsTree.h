@@ -47,7 +47,7 @@ public:
     // the place of the token where that began.
     Outcome readHostsText(const QString& text);
     int endOffset() const { return m_endOffset; }
-    // Reads names as they stand, parted by blanks and commas, into one network.
+    // Reads names as they stand, separated by blanks and commas, into one network.
     void readNames(const QString& text);
 
     const Item& item(int index) const { return m_items[std::size_t(index)]; }
