@@ -1,6 +1,6 @@
 #include "zoHostDocument.h"
 
-#include "zoHostMainWindow.h"
+#include "zoHostModules.h"
 
 #include <QDynamicPropertyChangeEvent>
 #include <QVariant>
@@ -26,7 +26,10 @@ bool hasSlot(const QObject* object, const char* signature)
 }
 } // namespace
 
-zoHostDocument::zoHostDocument(zoHostMainWindow* window) : QObject(window), m_window(window) {}
+zoHostDocument::zoHostDocument(const zoHostModules* modules, QObject* parent)
+    : QObject(parent), m_modules(modules)
+{
+}
 
 zoHostDocument::~zoHostDocument() = default;
 
@@ -53,7 +56,7 @@ bool zoHostDocument::differs(const QWidget* moduleWindow) const
 
 bool zoHostDocument::differs() const
 {
-    const QList<QWidget*> windows = m_window->moduleWindows();
+    const QList<QWidget*> windows = m_modules->moduleWindows();
     return std::any_of(windows.begin(), windows.end(),
                        [this](const QWidget* moduleWindow) { return differs(moduleWindow); });
 }
@@ -68,11 +71,11 @@ bool zoHostDocument::load(const QString& fileName)
 {
     if (isLatin1(fileName)) {
         const QByteArray name = fileName.toLatin1();
-        QObject* module = m_window->moduleObject("loadConfig(const char*)");
+        QObject* module = m_modules->moduleObject("loadConfig(const char*)");
         return module != nullptr && QMetaObject::invokeMethod(module, "loadConfig", Qt::DirectConnection,
                                                               Q_ARG(const char*, name.constData()));
     }
-    const QList<QWidget*> windows = m_window->moduleWindows();
+    const QList<QWidget*> windows = m_modules->moduleWindows();
     for (QWidget* moduleWindow : windows) {
         if (hasSlot(moduleWindow, "loadConfig(QString)"))
             return QMetaObject::invokeMethod(moduleWindow, "loadConfig", Qt::DirectConnection,
@@ -83,11 +86,11 @@ bool zoHostDocument::load(const QString& fileName)
 
 bool zoHostDocument::bringBack(const QString& text, const QString& originFile)
 {
-    QObject* module = m_window->moduleObject("setConfig(QString)");
+    QObject* module = m_modules->moduleObject("setConfig(QString)");
     if (module == nullptr)
         return false;
     // A text that comes through the module object leaves the module's file as it is.
-    const QList<QWidget*> windows = m_window->moduleWindows();
+    const QList<QWidget*> windows = m_modules->moduleWindows();
     for (QWidget* moduleWindow : windows) {
         const QString open = moduleWindow->windowFilePath();
         if (!open.isEmpty() && open != originFile && hasSlot(moduleWindow, "setDefaultConfig()"))

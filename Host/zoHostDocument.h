@@ -6,7 +6,7 @@
 #include <QString>
 
 class QWidget;
-class zoHostMainWindow;
+class zoHostModules;
 
 // The configuration that a module has open, as the host sees it: the module's window tells its file and
 // whether it differs from it, and takes requests through slots by name.
@@ -20,7 +20,8 @@ class zoHostDocument final : public QObject
     Q_OBJECT
 
 public:
-    explicit zoHostDocument(zoHostMainWindow* window); // also the parent
+    // The modules outlive this.
+    zoHostDocument(const zoHostModules* modules, QObject* parent);
     ~zoHostDocument() override;
 
     void watch(QWidget* moduleWindow);
@@ -62,7 +63,7 @@ protected:
 private:
     void announceFile(QWidget* moduleWindow);
 
-    zoHostMainWindow* m_window;
+    const zoHostModules* m_modules;             // not owned
     QHash<const QObject*, QString> m_announced; // the file that was told last, by module window
     QSet<const QObject*> m_broughtBack;         // module windows that show one without a file
 };

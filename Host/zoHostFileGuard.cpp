@@ -1,7 +1,7 @@
 #include "zoHostFileGuard.h"
 
 #include "zoHostDocument.h"
-#include "zoHostMainWindow.h"
+#include "zoHostModules.h"
 
 #include <zoClusterService.h>
 #include <zoControllerService.h>
@@ -13,6 +13,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QMainWindow>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStatusBar>
@@ -36,9 +37,14 @@ QString shortName(const QString& fileName)
 }
 } // namespace
 
-zoHostFileGuard::zoHostFileGuard(zoHostMainWindow* window, zoHostDocument* document,
+zoHostFileGuard::zoHostFileGuard(QMainWindow* window, const zoHostModules* modules, zoHostDocument* document,
                                  zoControllerService* controller, zoClusterService* cluster)
-    : QObject(window), m_window(window), m_document(document), m_controller(controller), m_cluster(cluster)
+    : QObject(window)
+    , m_window(window)
+    , m_modules(modules)
+    , m_document(document)
+    , m_controller(controller)
+    , m_cluster(cluster)
 {
     zoFileWriter::setGuard({[this](const QString& fileName) { return mayWrite(fileName); },
                             [this](const QString& fileName) {
@@ -246,7 +252,7 @@ void zoHostFileGuard::offerReload(const QString& fileName)
 
 QWidget* zoHostFileGuard::windowOf(const QString& fileName) const
 {
-    const QList<QWidget*> windows = m_window->moduleWindows();
+    const QList<QWidget*> windows = m_modules->moduleWindows();
     for (QWidget* moduleWindow : windows) {
         if (moduleWindow->windowFilePath() == fileName)
             return moduleWindow;

@@ -8,12 +8,13 @@
 #include <QString>
 #include <QTimer>
 
+class QMainWindow;
 class QMessageBox;
 class QWidget;
 class zoClusterService;
 class zoControllerService;
 class zoHostDocument;
-class zoHostMainWindow;
+class zoHostModules;
 
 // Sees to it that nobody's changes get lost in the file of an open configuration: one that another program
 // changed is not overwritten unasked, and is offered to be read again while nothing of its window is unsaved.
@@ -22,9 +23,10 @@ class zoHostFileGuard final : public QObject
     Q_OBJECT
 
 public:
-    // The window is also the parent. One guard at a time speaks for the files that are written.
-    zoHostFileGuard(zoHostMainWindow* window, zoHostDocument* document, zoControllerService* controller,
-                    zoClusterService* cluster);
+    // The window is also the parent; the modules outlive this. One guard at a time speaks for the files that
+    // are written.
+    zoHostFileGuard(QMainWindow* window, const zoHostModules* modules, zoHostDocument* document,
+                    zoControllerService* controller, zoClusterService* cluster);
     ~zoHostFileGuard() override;
 
 protected:
@@ -58,7 +60,8 @@ private:
     void offerReload(const QString& fileName);
     QWidget* windowOf(const QString& fileName) const;
 
-    zoHostMainWindow* m_window;
+    QMainWindow* m_window;
+    const zoHostModules* m_modules; // not owned
     zoHostDocument* m_document;
     zoControllerService* m_controller;
     zoClusterService* m_cluster;

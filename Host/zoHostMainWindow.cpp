@@ -107,7 +107,7 @@ void resolveToolTip(QAction* action)
 zoHostMainWindow::zoHostMainWindow(const Services& services, QWidget* parent)
     : QMainWindow(parent)
     , m_services(services)
-    , m_document(new zoHostDocument(this))
+    , m_document(new zoHostDocument(this, this))
     , m_pages(new QStackedWidget(this))
     , m_emptyPage(new QLabel(tr("No module is loaded.\nThe log says why."), this))
     , m_moduleToolBar(new QZOToolBar(tr("Modules"), this))
@@ -136,7 +136,7 @@ zoHostMainWindow::zoHostMainWindow(const Services& services, QWidget* parent)
     resize(sizeHint());
     restoreLayout();
 
-    new zoHostFileGuard(this, m_document, services.controller, services.cluster);
+    new zoHostFileGuard(this, this, m_document, services.controller, services.cluster);
     connect(m_document, &zoHostDocument::changed, this, &zoHostMainWindow::updateTitle);
     connect(m_pages, &QStackedWidget::currentChanged, this, &zoHostMainWindow::updateTitle);
     connect(services.cluster, &zoClusterService::started, this, &zoHostMainWindow::updateRunning);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zoHostModules.h"
+
 #include <QMainWindow>
 #include <QPointer>
 #include <QVector>
@@ -28,7 +30,7 @@ class zoHostRecentMenu;
 // The host's window: the modules by category at the left, the current module's window in the middle, the
 // cameras below the modules and the log at the bottom. Its title tells the current module's file and whether
 // that is saved.
-class zoHostMainWindow final : public QMainWindow
+class zoHostMainWindow final : public QMainWindow, public zoHostModules
 {
     Q_OBJECT
 
@@ -59,12 +61,8 @@ public:
     void addModule(const QString& name, const QString& category, QWidget* window, const QString& toolTipKey,
                    const QIcon& icon, const QString& title);
 
-    // The windows of the registered modules in the order of registration.
-    QList<QWidget*> moduleWindows() const;
-
-    // The module object that offers a slot with this signature: the parent of an action on the module tool
-    // bar. Null when there is none.
-    QObject* moduleObject(const char* slotSignature) const;
+    QList<QWidget*> moduleWindows() const override;
+    QObject* moduleObject(const char* slotSignature) const override;
 
     // The text for a tool-tip key of a module; any other text stands for itself.
     static QString resolvedToolTip(const QString& key);

@@ -5,7 +5,7 @@
 
 namespace
 {
-constexpr QLatin1String s_prefix("Network:/");
+const QLatin1String s_prefix("Network:/");
 constexpr int s_noPlace = -1;
 
 quint64 keyOf(int place, int row)
