@@ -39,8 +39,8 @@ public:
     void setShowTestImage(bool on) override;
     QStringList speedTest() override;
 
-    bool showsTiles() const { return m_showTiles; }
-    bool showsTestImage() const { return m_showTestImage; }
+    bool showsTiles() const { return m_showTiles; }         // for tests
+    bool showsTestImage() const { return m_showTestImage; } // for tests
 
     // Takes over a configuration that does not come from the user's window, and announces it with
     // configChanged().
@@ -49,9 +49,9 @@ public:
     // Memory in bytes that each node of a session needs; 0 asks nothing.
     void setMemoryPerNode(qint64 bytes);
     // Where the available memory in bytes comes from, negative for unknown; the operating system by default.
-    void setAvailableMemory(std::function<qint64()> available);
+    void setAvailableMemory(std::function<qint64()> available); // for tests
     // Where hosts meet; empty is the run-time directory of the user. Not during a session.
-    void setLockDirectory(const QString& directory);
+    void setLockDirectory(const QString& directory); // for tests
 
 private:
     enum class State { Idle, Starting, Running };

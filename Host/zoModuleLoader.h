@@ -24,7 +24,7 @@ public:
     bool load(const QString& fileName);
 
     // Absolute files of the loaded modules in the order of loading.
-    QStringList loadedFiles() const;
+    QStringList loadedFiles() const; // for tests
 
     // Unloads in reverse order of loading. Widgets of a module that nobody destroyed are destroyed before,
     // since their code goes away.

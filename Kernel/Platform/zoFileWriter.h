@@ -30,7 +30,7 @@ public:
                         QString* reason = nullptr);
 
     // Whether write() could open the file. Changes nothing.
-    static bool canWrite(const QString& fileName, QString* reason = nullptr);
+    static bool canWrite(const QString& fileName, QString* reason = nullptr); // for modules and tests
 
     // What a host has to say to the files that are written, by whomever.
     struct Guard

@@ -15,5 +15,5 @@ public:
     static QIcon getIcon(const QString& name, const QString& theme);
 
     // The Off picture at the medium icon size; null for an unknown name.
-    static QPixmap getPixmap(const QString& name, const QString& theme);
+    static QPixmap getPixmap(const QString& name, const QString& theme); // for modules and tests
 };

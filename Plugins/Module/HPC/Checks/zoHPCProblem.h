@@ -25,7 +25,7 @@ public:
     bool hasFix() const { return static_cast<bool>(fix); }
     void setFix(const QString& text, std::function<void()> change);
     // Whether the item is a row of the host tree; otherwise it is one of the display setup.
-    bool concernsHost() const;
+    bool concernsHost() const; // for tests
     // Whether the fix changes values of the host tree; otherwise it changes those of the display setup.
     bool fixesHosts() const;
 

@@ -45,7 +45,7 @@ public:
     QList<zoHPCViewportItem*> getViewportItems() const;
     // Both hold every window and, because a viewport is a window, every viewport; callers filter by kind.
     QList<zoHPCWindowItem*> getWindowItems() const;
-    QList<zoHPCWindowItem*> getDisplayItems() const;
+    QList<zoHPCWindowItem*> getDisplayItems() const; // for hosts and tests
 
     // Choices for render nodes, equal names told apart by a number. Windows whose node is none of them lose
     // it.
@@ -56,7 +56,7 @@ public:
     // Layout and problems of the setup on that host tree, read once for all who show them.
     zoHPCReview& review() const;
     void setEyeSeparation(float separation); // mm, of all displays
-    void setZeroParallax(float distance);    // mm, of all tiled walls
+    void setZeroParallax(float distance);    // mm, of all tiled walls; for hosts and tests
     // While a session runs rows neither come nor go by hand; values stay editable.
     void setIsRunning(bool running);
 

@@ -25,7 +25,7 @@ public:
     zoHPCDisplayItem();
     ~zoHPCDisplayItem() override;
 
-    double getEyeSeparation() const; // mm
+    double getEyeSeparation() const; // mm; for hosts and tests
     QString getCameraName() const;
 
     void setEyeSeparation(double separation);

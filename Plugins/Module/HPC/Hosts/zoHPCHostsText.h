@@ -20,7 +20,7 @@ public:
     // Where the token begins in the text.
     int offset() const;
 
-    static QStringList tokens(const QString& text);
+    static QStringList tokens(const QString& text); // for tests
 
     // White space of the text: ASCII only.
     static bool isBlank(QChar c);

@@ -62,6 +62,7 @@ public:
     // the log.
     QString getHostsString();
     void getHostsString(zoHPCTreeItem* item, std::stringstream& out, int depth);
+    // For hosts and tests.
     void getHostRangeString(std::vector<zoHPCTreeItem*> items, std::stringstream& out, int depth);
     void setHostString(const QString& text);
     // Reads the hosts file; does nothing without one or when it cannot be opened.
@@ -70,7 +71,7 @@ public:
     // Nodes between the node and its previous sibling, "n1" and "n4": in ascending order, put in between.
     std::vector<zoHPCTreeItem*> insertHostRange(zoHPCTreeItem* node);
     // The name `offset` numbers further, zero padding kept.
-    static QString createHostName(const QString& name, int offset);
+    static QString createHostName(const QString& name, int offset); // for hosts and tests
 
     // Section of the configuration document. Saving reads the hosts file first, when there is one.
     void saveToXML(QDomDocument& doc);
@@ -87,7 +88,7 @@ public:
     // Marks the nodes of these ids; marks none when not running.
     void setIsRunning(bool running, const QList<QString>& hosts);
 
-    QIcon getOverlayIcon(QPixmap base, const QPixmap& overlay);
+    QIcon getOverlayIcon(QPixmap base, const QPixmap& overlay); // for hosts and tests
 
 public slots:
     void currentItemChanged(QTreeWidgetItem* current, QTreeWidgetItem* previous);

@@ -40,7 +40,7 @@ public:
     void setIsRunning(bool running);
     // The node drives a display.
     bool isDisplayNode() const { return has(DisplayNode); }
-    void setIsDisplayNode(bool displayNode);
+    void setIsDisplayNode(bool displayNode); // for hosts and tests
 
     // Own option only; ancestors are not consulted.
     bool isEnabled() const;
@@ -61,13 +61,13 @@ public:
 
     // Options are text; an absent one and an empty one both mean the default. Reading never inserts a key.
     QString getOption(const QString& name) const;
-    bool hasOption(const QString& name) const;
+    bool hasOption(const QString& name) const; // for hosts and tests
     void setOption(const QString& name, const QString& value);
     // Text that is no number reads as 0, not as the default.
     int getIntOption(const QString& name, int defaultValue) const;
-    void setIntOption(const QString& name, int value, int defaultValue);
+    void setIntOption(const QString& name, int value, int defaultValue); // for hosts and tests
     // Stays valid until the item is destroyed. Changes made through it do not reach the display.
-    std::map<QString, QString>& getOptions();
+    std::map<QString, QString>& getOptions(); // for hosts and tests
     void clearOptions();
     // Replaces the options; flags, names and children stay.
     void copyValuesFrom(zoHPCTreeItem* other);
@@ -77,7 +77,7 @@ public:
     // Appends this item and all below it, depth first, in row order.
     void getAllSubItems(std::vector<zoHPCTreeItem*>& out);
     // Takes all children off; the caller owns them.
-    void clearItems();
+    void clearItems(); // for hosts and tests
 
     // A node's id is its host name, a network's its position ("Network:/0/1/").
     QString getItemId() const;
@@ -88,7 +88,7 @@ public:
     // Enters this item into the new cache and takes over the options of the item that has its id in the old
     // one.
     void restoreFromIDCache(std::map<QString, zoHPCTreeItem*>& oldCache,
-                            std::map<QString, zoHPCTreeItem*>& newCache);
+                            std::map<QString, zoHPCTreeItem*>& newCache); // for hosts and tests
     // Overrides from an option block of the hosts text. Only "rt" counts.
     void overwriteOptions(std::map<QString, QString>& options);
 

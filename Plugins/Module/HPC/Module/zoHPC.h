@@ -22,7 +22,7 @@ public:
     ~zoHPC() override;
 
     // Null before initPlugin() and after the library was unloaded.
-    static zoHPC* getInstance();
+    static zoHPC* getInstance(); // for hosts and tests
 
     void show();
 
@@ -36,7 +36,7 @@ public slots:
     void startCluster();
     void stopCluster();
     // networkIndex counts the networks of the tree from 1, in the order in which the tree shows them.
-    void setNetworkOption(int networkIndex, const QString& key, const QString& value);
+    void setNetworkOption(int networkIndex, const QString& key, const QString& value); // for hosts and tests
     void setAdvanced(bool advanced);
     void showTilesChanged(bool on);
     void showTestImageChanged(bool on);

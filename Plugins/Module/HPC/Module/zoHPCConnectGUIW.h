@@ -25,7 +25,7 @@ public slots:
     void setFinished();
     void clickedAbort();
     // Abandons the connection attempt whatever the argument says; hosts rely on it as a second way to abort.
-    void setAbortEnabled(bool enabled);
+    void setAbortEnabled(bool enabled); // for hosts and tests
 
 signals:
     // Declared for hosts that connect to them by name; nothing emits them.

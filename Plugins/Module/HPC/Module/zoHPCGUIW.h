@@ -49,7 +49,7 @@ public:
 
     zoHPCTreeGUIW* getTree() const;
     zoHPCTreeEditGUIW* getEditor() const;
-    zoHPCDisplayGUII* getDisplayEditor() const;
+    zoHPCDisplayGUII* getDisplayEditor() const; // for hosts and tests
 
     QSize sizeHint() const override;
     void setVisible(bool visible) override;

@@ -30,13 +30,13 @@ public:
     explicit zoHPCLayoutPane(QWidget* parent = nullptr);
     ~zoHPCLayoutPane() override;
 
-    zoHPCRoomView* roomView() const { return m_room; }
-    zoHPCScreensView* screensView() const { return m_screens; }
+    zoHPCRoomView* roomView() const { return m_room; }          // for tests
+    zoHPCScreensView* screensView() const { return m_screens; } // for tests
     zoHPCProblemsView* problemsView() const { return m_problems; }
     // What the pane shows, for others who show the same configuration: it is read and checked once for all.
     zoHPCReview& review() const { return *m_review; }
     // Of the last refresh.
-    int problemCount() const;
+    int problemCount() const; // for tests
     // Whether all of it shows the trees as they are now. While they change quickly, large setups are followed
     // by the current picture only, in less detail.
     bool isSettled() const;
