@@ -1,11 +1,10 @@
 #include "zoClusterDocument.h"
 
-#include <QCoreApplication>
-#include <QHash>
-#include <QSet>
-#include <QXmlStreamReader>
+#include <zoClusterIds.h>
+#include <zoClusterTags.h>
 
-#include <algorithm>
+#include <QCoreApplication>
+#include <QXmlStreamReader>
 
 namespace
 {
@@ -25,42 +24,6 @@ struct Item
     std::vector<int> children;
 };
 
-QString idOf(const std::vector<Item>& items, int index)
-{
-    if (items[size_t(index)].kind != Kind::Network)
-        return items[size_t(index)].name;
-    QString path;
-    for (int at = index; items[size_t(at)].parent != NoItem; at = items[size_t(at)].parent) {
-        if (items[size_t(at)].kind == Kind::Network)
-            path = QString::number(items[size_t(at)].row) + QLatin1Char('/') + path;
-    }
-    return QStringLiteral("Network:/") + path;
-}
-
-// Ids in the order of entering; equal ones get "_2", "_3", ... in turn.
-class IdCache final
-{
-public:
-    QString enter(const QString& id)
-    {
-        QString used = id;
-        // The next free suffix is kept per id: probing from 2 again would be quadratic in equal names.
-        if (m_used.contains(used)) {
-            int& next = m_nextSuffix[id];
-            next = std::max(next, 2);
-            do {
-                used = id + QLatin1Char('_') + QString::number(next++);
-            } while (m_used.contains(used));
-        }
-        m_used.insert(used);
-        return used;
-    }
-
-private:
-    QSet<QString> m_used;
-    QHash<QString, int> m_nextSuffix;
-};
-
 // The rows of the host tree; the master is the first. False when the text is not well-formed.
 bool readItems(const QString& text, std::vector<Item>& items, QString& reason)
 {
@@ -78,18 +41,17 @@ bool readItems(const QString& text, std::vector<Item>& items, QString& reason)
             const auto tag = xml.qualifiedName();
             const QXmlStreamAttributes attributes = xml.attributes();
             int index = NoItem;
-            if (tag == QLatin1String("master")) {
+            if (tag == zoClusterTags::Master) {
                 index = 0;
-            } else if (parent != NoItem &&
-                       (tag == QLatin1String("network") || tag == QLatin1String("node"))) {
+            } else if (parent != NoItem && (tag == zoClusterTags::Network || tag == zoClusterTags::Node)) {
                 index = int(items.size());
                 Item item;
-                item.kind = tag == QLatin1String("node") ? Kind::Node : Kind::Network;
+                item.kind = tag == zoClusterTags::Node ? Kind::Node : Kind::Network;
                 item.parent = parent;
                 item.row = int(items[size_t(parent)].children.size());
                 if (item.kind == Kind::Node)
-                    item.name = attributes.hasAttribute(QLatin1String("name"))
-                                    ? attributes.value(QLatin1String("name")).toString()
+                    item.name = attributes.hasAttribute(zoClusterTags::NameAttribute)
+                                    ? attributes.value(zoClusterTags::NameAttribute).toString()
                                     : QStringLiteral("localhost");
                 items.push_back(item);
                 items[size_t(parent)].children.push_back(index);
@@ -139,29 +101,30 @@ bool zoClusterDocument::parse(const QString& text, QString& reason)
     struct Step
     {
         int index;
+        int place; // of the network around it
         bool enabled;
         int servicePort;
     };
-    // A network's id is as long as the network is deep, and only a node that is named like one can meet it.
-    const QString networkPrefix = QStringLiteral("Network:/");
-    const bool networksCount = std::any_of(items.cbegin(), items.cend(), [&networkPrefix](const Item& item) {
-        return item.name.startsWith(networkPrefix);
-    });
-    IdCache ids;
-    std::vector<Step> pending{{0, true, DefaultServicePort}};
+    zoClusterPlaces places;
+    zoClusterIds ids(places);
+    ids.reserve(items.size());
+    std::vector<Step> pending{{0, zoClusterPlaces::Top, true, DefaultServicePort}};
     while (!pending.empty()) {
-        const Step step = pending.back();
+        Step step = pending.back();
         pending.pop_back();
         const Item& item = items[size_t(step.index)];
-        const bool enabled = step.enabled && item.enabled;
-        const int servicePort = item.kind == Kind::Network ? servicePortOf(item) : step.servicePort;
-        QString id;
-        if (item.kind != Kind::Network || networksCount)
-            id = ids.enter(idOf(items, step.index));
-        if (item.kind == Kind::Node)
-            m_nodes.push_back({id, item.name, servicePort, enabled});
+        step.enabled = step.enabled && item.enabled;
+        if (item.kind == Kind::Network) {
+            step.servicePort = servicePortOf(item);
+            step.place = places.child(step.place, item.row);
+            ids.addNetwork(step.place);
+        } else {
+            const int entry = ids.addName(item.name);
+            if (item.kind == Kind::Node)
+                m_nodes.push_back({ids.id(entry), item.name, step.servicePort, step.enabled});
+        }
         for (auto child = item.children.rbegin(); child != item.children.rend(); ++child)
-            pending.push_back({*child, enabled, servicePort});
+            pending.push_back({*child, step.place, step.enabled, step.servicePort});
     }
     return true;
 }

@@ -1,5 +1,7 @@
 #include "zoConfigurationCounts.h"
 
+#include <zoClusterTags.h>
+
 #include <QXmlStreamReader>
 
 zoConfigurationCounts::zoConfigurationCounts(const QString& document)
@@ -11,9 +13,9 @@ zoConfigurationCounts::zoConfigurationCounts(const QString& document)
         bool onlyBelowRoot;
     };
     const Tag tags[] = {
-        {QLatin1String("network"), networks, false},      {QLatin1String("node"), nodes, false},
-        {QLatin1String("projection"), projections, true}, {QLatin1String("display"), displays, true},
-        {QLatin1String("window"), windows, false},        {QLatin1String("viewport"), viewports, false},
+        {zoClusterTags::Network, networks, false},      {zoClusterTags::Node, nodes, false},
+        {zoClusterTags::Projection, projections, true}, {zoClusterTags::Display, displays, true},
+        {zoClusterTags::Window, windows, false},        {zoClusterTags::Viewport, viewports, false},
     };
     constexpr int BelowRoot = 2;
 

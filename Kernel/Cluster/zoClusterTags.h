@@ -25,6 +25,9 @@ constexpr QLatin1String Display = word("display");
 constexpr QLatin1String Window = word("window");
 constexpr QLatin1String Viewport = word("viewport");
 
+// Attribute of a node: its host name.
+constexpr QLatin1String NameAttribute{"name"};
+
 // Attributes of the root.
 constexpr QLatin1String VersionAttribute = word("version");
 constexpr QLatin1String BookingAttribute = word("booking");

@@ -5,6 +5,8 @@
 #include "zoHPCDisplayTables.h"
 #include "zoHPCProjectionItem.h"
 #include "zoHPCTreeItem.h"
+#include "zoHPCTreeWalk.h"
+#include "zoHPCUniqueNames.h"
 #include "zoHPCViewportItem.h"
 #include "zoHPCWindowItem.h"
 
@@ -231,71 +233,46 @@ void zoHPCLayout::markShown()
 
 void zoHPCLayout::readNodes(zoHPCTreeItem* master)
 {
-    struct Row
+    struct Above
     {
-        zoHPCTreeItem* item;
-        int network; // index of the parent when that is a network
+        int network; // index of the item when that is a network
         bool enabled;
     };
-    // Not recursive: gateways behind gateways may be nested some thousand levels deep.
-    std::vector<Row> open;
-    if (master)
-        open.push_back({master, None, true});
-    while (!open.empty()) {
-        const Row row = open.back();
-        open.pop_back();
-        const bool enabled = row.enabled && row.item->isEnabled();
-        int network = None;
-        if (row.item->isNetwork()) {
-            network = static_cast<int>(m_networks.size());
-            m_networks.push_back({row.item, enabled, {}, 0});
-        } else if (row.item->isNode()) {
-            m_nodes.push_back({row.item, QString(), enabled});
-            if (row.network != None) {
-                Network& parent = m_networks[static_cast<size_t>(row.network)];
-                parent.nodes.push_back(row.item);
-                parent.enabledNodes += enabled ? 1 : 0;
-            }
-        }
-        const std::vector<zoHPCTreeItem*> children = row.item->items();
-        for (auto child = children.rbegin(); child != children.rend(); ++child) {
-            if (*child)
-                open.push_back({*child, network, enabled});
-        }
-    }
+    if (!master)
+        return;
+    zoHPCTreeWalk::inherit(std::vector<zoHPCTreeItem*>{master}, Above{None, true},
+                           [this](zoHPCTreeItem* item, int, const Above& above) {
+                               Above here{None, above.enabled && item->isEnabled()};
+                               if (item->isNetwork()) {
+                                   here.network = static_cast<int>(m_networks.size());
+                                   m_networks.push_back({item, here.enabled, {}, 0});
+                               } else if (item->isNode()) {
+                                   m_nodes.push_back({item, QString(), here.enabled});
+                                   if (above.network != None) {
+                                       Network& network = m_networks[static_cast<size_t>(above.network)];
+                                       network.nodes.push_back(item);
+                                       network.enabledNodes += here.enabled ? 1 : 0;
+                                   }
+                               }
+                               return here;
+                           });
 }
 
 void zoHPCLayout::nameNodes()
 {
-    m_nodesByName.reserve(static_cast<int>(m_nodes.size()));
-    bool isUnique = true;
-    for (size_t i = 0; i < m_nodes.size() && isUnique; ++i) {
-        m_nodes[i].name = m_nodes[i].item->hostName();
-        if (m_nodes[i].name.isEmpty())
-            continue;
-        int& index = m_nodesByName[m_nodes[i].name];
-        isUnique = index == 0;
-        index = static_cast<int>(i) + 1;
-    }
-    if (isUnique) {
-        for (int& index : m_nodesByName)
-            --index;
-        return;
-    }
-
-    m_nodesByName.clear();
-    QHash<QString, int> counts;
+    std::vector<const QString*> hostNames;
+    hostNames.reserve(m_nodes.size());
     for (const Node& node : m_nodes)
-        ++counts[node.item->hostName()];
-    QHash<QString, int> used;
+        hostNames.push_back(&node.item->hostName());
+    const zoHPCUniqueNames names(std::move(hostNames));
+    m_nodesByName.reserve(static_cast<int>(m_nodes.size()));
     for (size_t i = 0; i < m_nodes.size(); ++i) {
-        Node& node = m_nodes[i];
-        const QString& name = node.item->hostName();
-        if (name.isEmpty())
+        if (m_nodes[i].item->hostName().isEmpty())
             continue;
-        node.name = counts.value(name) > 1 ? name + QLatin1Char(' ') + QString::number(++used[name]) : name;
-        if (!m_nodesByName.contains(node.name))
-            m_nodesByName.insert(node.name, static_cast<int>(i));
+        m_nodes[i].name = names.name(i);
+        // "n 1" may be a host name as well; the first node counts.
+        if (!m_nodesByName.contains(m_nodes[i].name))
+            m_nodesByName.insert(m_nodes[i].name, static_cast<int>(i));
     }
 }
 

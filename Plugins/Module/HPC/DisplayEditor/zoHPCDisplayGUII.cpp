@@ -9,6 +9,7 @@
 #include "zoHPCReview.h"
 #include "zoHPCTreeGUIW.h"
 #include "zoHPCTreeItem.h"
+#include "zoHPCUniqueNames.h"
 #include "zoHPCViewportItem.h"
 #include "zoHPCWindowItem.h"
 #include "zoText.h"
@@ -219,27 +220,15 @@ QList<zoHPCWindowItem*> zoHPCDisplayGUII::getDisplayItems() const
 
 void zoHPCDisplayGUII::setNodeNames(const QStringList& names)
 {
-    struct Seen
-    {
-        int count;
-        int first; // place of the first entry
-    };
-    QHash<QString, Seen> seen;
-    seen.reserve(names.size());
+    std::vector<const QString*> hostNames;
+    hostNames.reserve(std::size_t(names.size()));
+    for (const QString& name : names)
+        hostNames.push_back(&name);
+    const zoHPCUniqueNames unique(std::move(hostNames));
     QStringList entries;
     entries.reserve(names.size());
-    for (const QString& name : names) {
-        const auto it = seen.find(name);
-        if (it == seen.end()) {
-            seen.insert(name, {1, entries.size()});
-            entries.append(name);
-            continue;
-        }
-        ++it->count;
-        if (it->count == 2)
-            entries[it->first] = zoText("%1 1").arg(name);
-        entries.append(zoText("%1 %2").arg(name, QString::number(it->count)));
-    }
+    for (std::size_t i = 0; i < unique.count(); ++i)
+        entries.append(unique.name(i));
     {
         // Another choice is no change of the window that the panel shows.
         const QSignalBlocker blocker(m_renderNode);
@@ -247,11 +236,11 @@ void zoHPCDisplayGUII::setNodeNames(const QStringList& names)
     }
 
     // Without equal names the entries are the names.
-    const bool isNumbered = seen.size() != names.size();
+    const bool isNumbered = unique.hasNumbered();
     const QSet<QString> numbered =
         isNumbered ? QSet<QString>(entries.cbegin(), entries.cend()) : QSet<QString>();
     const auto isKnown = [&](const QString& name) {
-        return isNumbered ? numbered.contains(name) : seen.contains(name);
+        return isNumbered ? numbered.contains(name) : unique.find(name) < unique.count();
     };
     {
         const BulkChange change(m_displayTree);

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-const QString zoHPCHostsSection::NameAttribute = QString::fromLatin1("name");
+const QString zoHPCHostsSection::NameAttribute = zoClusterTags::NameAttribute;
 
 namespace
 {

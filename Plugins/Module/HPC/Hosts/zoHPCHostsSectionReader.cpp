@@ -10,7 +10,7 @@
 
 namespace
 {
-const QString s_name = QString::fromLatin1("name");
+const QString s_name = zoClusterTags::NameAttribute;
 
 int depthOf(const QTreeWidgetItem* item)
 {

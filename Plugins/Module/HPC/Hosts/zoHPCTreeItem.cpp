@@ -309,12 +309,15 @@ void zoHPCTreeItem::refreshLooksUnder(const zoHPCTreeItem& futureParent)
     refreshLooks(Refresh::All, &futureParent);
 }
 
-void zoHPCTreeItem::refreshLooks(Refresh scope, const zoHPCTreeItem* above)
+// One walk that tells each item what it inherits; then it announces the rows that look different.
+class zoHPCTreeItem::LookWalk final
 {
-    bool aboveEnabled = true;
-    for (const zoHPCTreeItem* item = above; item && aboveEnabled; item = item->getParent())
-        aboveEnabled = item->isEnabled();
+public:
+    LookWalk(Refresh scope, QTreeWidget* view) : m_scope(scope), m_view(view) {}
 
+    void run(zoHPCTreeItem* top, const zoHPCTreeItem* above);
+
+private:
     struct Visit
     {
         zoHPCTreeItem* parent;
@@ -328,64 +331,96 @@ void zoHPCTreeItem::refreshLooks(Refresh scope, const zoHPCTreeItem* above)
         int first;
         int last;
     };
-    std::vector<Visit> waiting;
-    std::vector<Run> runs;
 
-    // Returns whether the row's look changed.
-    const auto visit = [scope](zoHPCTreeItem* item, const zoHPCTreeItem* parent, bool enabled, bool& due) {
-        bool wanted = true;
-        if (scope == Refresh::Due) {
-            due = due || item->has(LookDueBelow);
-            wanted = due || item->has(LookDue);
-            item->set(LookDue, false);
-            item->set(LookDueBelow, false);
-        }
-        return wanted && item->takeLook(item->currentLook(enabled, parent));
-    };
-    const auto hasVisitsBelow = [scope](const zoHPCTreeItem* item) {
-        return item->childCount() > 0 && (scope != Refresh::StopAtRunning || !item->has(Running));
-    };
+    bool takeLook(zoHPCTreeItem* item, const zoHPCTreeItem* parent, bool enabled, bool& due) const;
+    bool goesBelow(const zoHPCTreeItem* item) const;
+    void visitChildren(const Visit& here);
+    void announceRuns() const;
 
-    const bool enabled = aboveEnabled && isEnabled();
+    const Refresh m_scope;
+    QTreeWidget* m_view; // may be null
+    std::vector<Visit> m_waiting;
+    std::vector<Run> m_runs;
+};
+
+void zoHPCTreeItem::LookWalk::run(zoHPCTreeItem* top, const zoHPCTreeItem* above)
+{
+    bool enabled = top->isEnabled();
+    for (const zoHPCTreeItem* item = above; item && enabled; item = item->getParent())
+        enabled = item->isEnabled();
+
     bool due = false;
-    const bool selfChanged = visit(this, above, enabled, due);
-    const QTreeWidget* widget = treeWidget();
-    if (hasVisitsBelow(this))
-        waiting.push_back({this, enabled, due, widget ? indexOf(widget, this) : QModelIndex()});
-    while (!waiting.empty()) {
-        const Visit here = waiting.back();
-        waiting.pop_back();
-        const int count = here.parent->childCount();
-        int firstChanged = -1;
-        for (int row = 0; row < count; ++row) {
-            auto* item = static_cast<zoHPCTreeItem*>(here.parent->child(row));
-            const bool itemEnabled = here.enabled && item->isEnabled();
-            bool itemDue = here.due;
-            const bool changed = visit(item, here.parent, itemEnabled, itemDue);
-            if (changed && firstChanged < 0) {
-                firstChanged = row;
-            } else if (!changed && firstChanged >= 0) {
-                runs.push_back({here.index, firstChanged, row - 1});
-                firstChanged = -1;
-            }
-            if (hasVisitsBelow(item))
-                waiting.push_back({item, itemEnabled, itemDue,
-                                   widget ? here.index.model()->index(row, 0, here.index) : QModelIndex()});
-        }
-        if (firstChanged >= 0)
-            runs.push_back({here.index, firstChanged, count - 1});
+    const bool selfChanged = takeLook(top, above, enabled, due);
+    if (goesBelow(top))
+        m_waiting.push_back({top, enabled, due, m_view ? indexOf(m_view, top) : QModelIndex()});
+    while (!m_waiting.empty()) {
+        const Visit here = m_waiting.back();
+        m_waiting.pop_back();
+        visitChildren(here);
     }
 
     // Announced only now: a listener may change the tree.
-    if (!widget)
+    if (!m_view)
         return;
-    QAbstractItemModel* model = widget->model();
-    const QVector<int> roles{Qt::DecorationRole, Qt::ForegroundRole};
     if (selfChanged)
-        announceLook();
-    for (const Run& run : runs)
+        top->announceLook();
+    announceRuns();
+}
+
+// Returns whether the row's look changed. `due` is that of the parent, then of the item.
+bool zoHPCTreeItem::LookWalk::takeLook(zoHPCTreeItem* item, const zoHPCTreeItem* parent, bool enabled,
+                                       bool& due) const
+{
+    bool wanted = true;
+    if (m_scope == Refresh::Due) {
+        due = due || item->has(LookDueBelow);
+        wanted = due || item->has(LookDue);
+        item->set(LookDue, false);
+        item->set(LookDueBelow, false);
+    }
+    return wanted && item->takeLook(item->currentLook(enabled, parent));
+}
+
+bool zoHPCTreeItem::LookWalk::goesBelow(const zoHPCTreeItem* item) const
+{
+    return item->childCount() > 0 && (m_scope != Refresh::StopAtRunning || !item->has(Running));
+}
+
+void zoHPCTreeItem::LookWalk::visitChildren(const Visit& here)
+{
+    const int count = here.parent->childCount();
+    int firstChanged = -1;
+    for (int row = 0; row < count; ++row) {
+        auto* item = static_cast<zoHPCTreeItem*>(here.parent->child(row));
+        const bool enabled = here.enabled && item->isEnabled();
+        bool due = here.due;
+        const bool changed = takeLook(item, here.parent, enabled, due);
+        if (changed && firstChanged < 0) {
+            firstChanged = row;
+        } else if (!changed && firstChanged >= 0) {
+            m_runs.push_back({here.index, firstChanged, row - 1});
+            firstChanged = -1;
+        }
+        if (goesBelow(item))
+            m_waiting.push_back(
+                {item, enabled, due, m_view ? here.index.model()->index(row, 0, here.index) : QModelIndex()});
+    }
+    if (firstChanged >= 0)
+        m_runs.push_back({here.index, firstChanged, count - 1});
+}
+
+void zoHPCTreeItem::LookWalk::announceRuns() const
+{
+    QAbstractItemModel* model = m_view->model();
+    const QVector<int> roles{Qt::DecorationRole, Qt::ForegroundRole};
+    for (const Run& run : m_runs)
         emit model->dataChanged(model->index(run.first, 0, run.parent), model->index(run.last, 0, run.parent),
                                 roles);
+}
+
+void zoHPCTreeItem::refreshLooks(Refresh scope, const zoHPCTreeItem* above)
+{
+    LookWalk(scope, treeWidget()).run(this, above);
 }
 
 zoHPCTreeRow::Look zoHPCTreeItem::currentLook(bool effectivelyEnabled, const zoHPCTreeItem* above) const

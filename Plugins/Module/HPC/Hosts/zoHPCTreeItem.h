@@ -139,6 +139,8 @@ private:
         std::shared_ptr<zoHPCTreeItem> life; // owns nothing; goes with the item
     };
 
+    class LookWalk;
+
     Extras& extras();
     Look currentLook(bool effectivelyEnabled, const zoHPCTreeItem* parent) const;
     void refreshLooks(Refresh scope, const zoHPCTreeItem* parent);

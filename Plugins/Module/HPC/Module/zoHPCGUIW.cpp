@@ -14,6 +14,7 @@
 #include "zoHPCTreeEditGUIW.h"
 #include "zoHPCTreeGUIW.h"
 #include "zoHPCTreeItem.h"
+#include "zoHPCUniqueNames.h"
 #include "zoHPCWindowItem.h"
 #include "zoHPCWindowMemory.h"
 #include "zoText.h"
@@ -48,53 +49,6 @@ constexpr int StatusDelay = 150;
 
 // A message may take the place of what the status bar says otherwise (ms).
 constexpr int MessageTime = 20000;
-
-// Nodes by host name. A flat table: a key stroke in the name of one node groups ten thousand of them anew,
-// and that many small allocations would cost more than all else.
-class NameGroups final
-{
-public:
-    explicit NameGroups(const std::vector<zoHPCTreeItem*>& nodes)
-        : m_nodes(nodes), m_first(nodes.size()), m_sizes(nodes.size(), 0)
-    {
-        size_t room = 16;
-        while (room < 2 * nodes.size())
-            room *= 2;
-        m_slots.assign(room, 0);
-        for (size_t i = 0; i < nodes.size(); ++i) {
-            size_t& slot = m_slots[slotOf(nodes[i]->hostName())];
-            if (slot == 0)
-                slot = i + 1;
-            m_first[i] = slot - 1;
-            ++m_sizes[m_first[i]];
-        }
-    }
-
-    // The first node of the group to which a node belongs, and how many there are.
-    size_t firstOf(size_t node) const { return m_first[node]; }
-    int sizeOf(size_t node) const { return m_sizes[m_first[node]]; }
-    // The first node of this name; beyond the last node when there is none.
-    size_t find(const QString& name) const
-    {
-        const size_t slot = m_slots[slotOf(name)];
-        return slot == 0 ? m_nodes.size() : slot - 1;
-    }
-
-private:
-    // Holds the name, or is free.
-    size_t slotOf(const QString& name) const
-    {
-        size_t slot = qHash(name) & (m_slots.size() - 1);
-        while (m_slots[slot] != 0 && m_nodes[m_slots[slot] - 1]->hostName() != name)
-            slot = (slot + 1) & (m_slots.size() - 1);
-        return slot;
-    }
-
-    const std::vector<zoHPCTreeItem*>& m_nodes;
-    std::vector<size_t> m_slots; // index of the first node of a name, plus 1
-    std::vector<size_t> m_first; // by node
-    std::vector<int> m_sizes;    // by first node
-};
 
 QIcon icon(const char* name)
 {
@@ -346,30 +300,27 @@ void zoHPCGUIW::updateDisplayState()
         return;
     const std::vector<zoHPCTreeItem*> nodes = m_tree->getNodeItems();
 
-    const NameGroups groups(nodes);
-    std::vector<int> seen(nodes.size(), 0);
-    for (size_t i = 0; i < nodes.size(); ++i) {
-        const QString& name = nodes[i]->hostName();
-        if (groups.sizeOf(i) == 1)
-            nodes[i]->setUniqueHostName(name);
-        else
-            nodes[i]->setUniqueHostName(
-                zoText("%1 %2").arg(name, QString::number(++seen[groups.firstOf(i)])));
-    }
+    std::vector<const QString*> hostNames;
+    hostNames.reserve(nodes.size());
+    for (const zoHPCTreeItem* node : nodes)
+        hostNames.push_back(&node->hostName());
+    const zoHPCUniqueNames names(std::move(hostNames));
+    for (size_t i = 0; i < nodes.size(); ++i)
+        nodes[i]->setUniqueHostName(names.name(i));
 
     std::vector<bool> isDisplayNode(nodes.size(), false);
     QSet<QString> numbered; // what can only be the name of one of several nodes, or of none
     const QList<zoHPCWindowItem*> windows = m_displayEditor->getWindowItems();
     for (const zoHPCWindowItem* window : windows) {
         const QString renderNode = window->renderNode();
-        const size_t node = groups.find(renderNode);
-        if (node < nodes.size() && groups.sizeOf(node) == 1)
+        const size_t node = names.find(renderNode);
+        if (node < nodes.size() && !names.isNumbered(node))
             isDisplayNode[node] = true;
         numbered.insert(renderNode);
     }
     for (size_t i = 0; i < nodes.size(); ++i)
         nodes[i]->markDisplayNode(isDisplayNode[i] ||
-                                  (groups.sizeOf(i) > 1 && numbered.contains(nodes[i]->uniqueHostName())));
+                                  (names.isNumbered(i) && numbered.contains(nodes[i]->uniqueHostName())));
     m_tree->master()->refreshLooks(zoHPCTreeItem::Refresh::Due);
 }
 
