@@ -42,12 +42,16 @@ function(zo_add_module name)
   install(TARGETS ${name} LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/zo")
 endfunction()
 
-# zo_add_test(<name> [DESKTOP] [SOURCES <file>...] [LIBS <target>...] [LABELS <label>...] [ENV <VAR=value>...]
+# zo_add_test(<name> LABELS <area>... [DESKTOP] [SOURCES <file>...] [LIBS <target>...] [ENV <VAR=value>...]
 #   [TIMEOUT <s>]):
-# one QtTest executable per class; <name>.cpp is the first source. Runs offscreen and from any folder; with DESKTOP on
-# an X display of its own with a window manager, skipped where these are not installed.
+# one QtTest executable per class, labelled by area: kernel, host, tools, or the room of the module in small letters;
+# <name>.cpp is the first source. Runs offscreen and from any folder; with DESKTOP on an X display of its own with a window
+# manager, skipped where these are not installed.
 function(zo_add_test name)
   cmake_parse_arguments(ARG "DESKTOP" "TIMEOUT" "SOURCES;LIBS;LABELS;ENV" ${ARGN})
+  if(NOT ARG_LABELS)
+    message(FATAL_ERROR "${name} needs LABELS: the area that it tests, see CONTRIBUTING.md")
+  endif()
   if(NOT ARG_TIMEOUT)
     set(ARG_TIMEOUT 120)
   endif()

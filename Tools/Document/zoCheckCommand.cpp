@@ -22,9 +22,10 @@ QJsonObject jsonOf(const zoHPCProblem& problem, const QString& file, const zoSou
 
 QString zoCheckCommand::description() const
 {
-    return tr("Reads configurations and lists their problems, as the problem list of the cluster window does: "
-              "what would\n"
-              "keep a window dark or make it show something wrong. Exit code 1 when something was found.");
+    return tr(
+        "Reads configurations and lists their problems, as the problem list of the cluster window does: "
+        "what would\n"
+        "keep a window dark or make it show something wrong. Exit code 1 when something was found.");
 }
 
 QStringList zoCheckCommand::examples() const
