@@ -5,6 +5,7 @@
 #include "zoHostMainWindow.h"
 
 #include <zoClusterService.h>
+#include <zoFileText.h>
 #include <zoFileWriter.h>
 #include <zoLog.h>
 
@@ -62,12 +63,12 @@ bool zoHostSession::loadConfiguration(const QString& fileName)
         document.parse(m_cluster->currentConfig(), reason);
     } else {
         QFile file(fileName);
-        if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        if (!file.open(QIODevice::ReadOnly)) {
             fail(tr("Unable to load configuration %1: %2").arg(fileName, file.errorString()));
             return !m_ended;
         }
         // The module decides what becomes of a text that cannot be used; a person sees why it is empty.
-        const bool usable = document.parse(QString::fromUtf8(file.readAll().constData()), reason);
+        const bool usable = document.parse(zoFileText(file.readAll()).text(), reason);
         if (!usable)
             fail(tr("Configuration %1 cannot be used: %2").arg(fileName, reason));
         if (m_ended)

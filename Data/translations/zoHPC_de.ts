@@ -959,6 +959,10 @@ auch wenn die Server dann instabil sein können?</translation>
         <source>%1 holds no cluster configuration.</source>
         <translation>%1 enthält keine Clusterkonfiguration.</translation>
     </message>
+    <message>
+        <source>Cluster config %1, line %2, column %3: the bytes are not UTF-8</source>
+        <translation>Clusterkonfiguration %1, Zeile %2, Spalte %3: Die Bytes sind kein UTF-8</translation>
+    </message>
 </context>
 <context>
     <name>zoHPCLayoutPane</name>
@@ -1708,6 +1712,10 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>Unable to read hosts file %1: %2</source>
         <translation>Rechnerdatei %1 kann nicht gelesen werden: %2</translation>
+    </message>
+    <message>
+        <source>it is no text in UTF-8</source>
+        <translation>sie ist kein Text in UTF-8</translation>
     </message>
 </context>
 <context>

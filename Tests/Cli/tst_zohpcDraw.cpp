@@ -121,8 +121,8 @@ void tst_zohpcDraw::failureLeavesTheOldFile()
 
     QCOMPARE(broken.whole(), QByteArray("--- errors\n-:1:10: Premature end of document.\n--- exit code 2\n"));
     QCOMPARE(zoCliFiles::read(kept), QByteArray("old"));
-    QCOMPARE(unwritable.whole(), "--- errors\nzohpc: Unable to save picture " + nowhere.toUtf8() +
-                                     ": No such file or directory\n--- exit code 2\n");
+    QCOMPARE(unwritable.whole(),
+             "--- errors\n" + nowhere.toUtf8() + ": No such file or directory\n--- exit code 2\n");
 }
 
 void tst_zohpcDraw::wrongUsageIsTold_data()

@@ -5,7 +5,10 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QProcess>
 #include <QTest>
+
+#include <unistd.h>
 
 namespace
 {
@@ -16,7 +19,7 @@ QString sample()
 
 QString legacy()
 {
-    return QStringLiteral(ZO_TEST_DATA_DIR "/Legacy/wall-defaults.xml");
+    return QStringLiteral(ZO_TEST_DATA_DIR "/Legacy/old-rounded-planes.xml");
 }
 
 // The sample by hand: what formatting it writes differs.
@@ -34,6 +37,14 @@ class tst_zohpcFiles final : public zoTestCase
 private slots:
     void fullDiskIsToldAndLeavesTheOldFile_data();
     void fullDiskIsToldAndLeavesTheOldFile();
+    void diskThatFillsUpIsToldWithItsReason();
+    void inputIsNotOverwritten_data();
+    void inputIsNotOverwritten();
+    void inputOnStandardInputIsNotOverwritten();
+    void twoOutputsDoNotGoIntoOneFile_data();
+    void twoOutputsDoNotGoIntoOneFile();
+    void outputIsLookedAtBeforeTheInput_data();
+    void outputIsLookedAtBeforeTheInput();
 
 private:
     zoCliFiles m_files;
@@ -74,6 +85,124 @@ void tst_zohpcFiles::fullDiskIsToldAndLeavesTheOldFile()
              run.errors.constData());
     QCOMPARE(zoCliFiles::read(path), before);
     QCOMPARE(disk.countFiles(), 1);
+}
+
+// Only the first bytes find room, in a file that is overwritten as it has two names.
+void tst_zohpcFiles::diskThatFillsUpIsToldWithItsReason()
+{
+    QVERIFY(QDir(m_files.path(QString())).mkpath("disk"));
+    zoFullDisk disk(m_files.path("disk"));
+    const QString path = m_files.write("disk/out.svg", "old");
+    QCOMPARE(::link(QFile::encodeName(path).constData(),
+                    QFile::encodeName(m_files.path("disk/other.svg")).constData()),
+             0);
+    disk.fill(4096);
+
+    const zoCommandRun run = zoCommandRun::zohpc({"draw", sample(), "-o", path});
+
+    QCOMPARE(run.whole(),
+             QStringLiteral("--- errors\nzohpc: Unable to save picture %1: %2\n--- exit code 2\n")
+                 .arg(path, disk.reason())
+                 .toUtf8());
+    QCOMPARE(zoCliFiles::read(path), QByteArray("old"));
+}
+
+void tst_zohpcFiles::inputIsNotOverwritten_data()
+{
+    QTest::addColumn<QStringList>("arguments"); // input, then output
+    QTest::addColumn<QString>("origin");
+    QTest::addColumn<bool>("byLink");
+
+    QTest::newRow("convert") << QStringList{"convert", "%1", "-o", "%2"} << legacy() << false;
+    QTest::newRow("export-paraview") << QStringList{"export", "%1", "--paraview", "%2"} << sample() << false;
+    QTest::newRow("export-equalizer")
+        << QStringList{"export", "%1", "--equalizer", "%2"} << sample() << false;
+    QTest::newRow("convert-by-link") << QStringList{"convert", "%1", "-o", "%2"} << legacy() << true;
+    QTest::newRow("draw-by-link") << QStringList{"draw", "%1", "-o", "%2"} << sample() << true;
+}
+
+void tst_zohpcFiles::inputIsNotOverwritten()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, origin);
+    QFETCH(bool, byLink);
+    const QByteArray content = zoCliFiles::read(origin);
+    const QString input = m_files.write("input", content);
+    QString output = QDir(m_files.path(QString())).filePath("./input");
+    if (byLink) {
+        output = m_files.path("link.svg");
+        QFile::remove(output);
+        QVERIFY(QFile::link(input, output));
+    }
+    for (QString& argument : arguments)
+        argument = QString(argument).replace("%1", input).replace("%2", output);
+
+    const zoCommandRun run = zoCommandRun::zohpc(arguments);
+
+    QCOMPARE(run.whole(),
+             "--- errors\n" + output.toUtf8() + ": the input would be overwritten\n--- exit code 2\n");
+    QCOMPARE(zoCliFiles::read(input), content);
+}
+
+void tst_zohpcFiles::inputOnStandardInputIsNotOverwritten()
+{
+    const QByteArray content = zoCliFiles::read(sample());
+    const QString input = m_files.write("input.zhpc", content);
+
+    const zoCommandRun run = zoCommandRun::program(
+        QStringLiteral("/bin/sh"),
+        {"-c", "exec \"$0\" export --paraview \"$1\" < \"$1\"", QStringLiteral(ZO_ZOHPC), input}, {},
+        QProcess::systemEnvironment());
+
+    QCOMPARE(run.exitCode, 2);
+    QVERIFY2(run.errors.endsWith("the input would be overwritten\n"), run.errors.constData());
+    QCOMPARE(zoCliFiles::read(input), content);
+}
+
+void tst_zohpcFiles::twoOutputsDoNotGoIntoOneFile_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+
+    QTest::newRow("export") << QStringList{"export", sample(), "--paraview", "%1", "--equalizer", "%2"};
+    QTest::newRow("draw") << QStringList{"draw", sample(), "-o", "%1", "-o", "%2"};
+}
+
+void tst_zohpcFiles::twoOutputsDoNotGoIntoOneFile()
+{
+    QFETCH(QStringList, arguments);
+    const QString first = m_files.path("out.svg");
+    const QString second = QDir(m_files.path(QString())).filePath("./out.svg");
+    QStringList standard = arguments;
+    for (QString& argument : arguments)
+        argument = QString(argument).replace("%1", first).replace("%2", second);
+    standard.replaceInStrings("%1", "-").replaceInStrings("%2", "-");
+
+    const QByteArray reason(": two outputs cannot go into one file\n--- exit code 2\n");
+    QCOMPARE(zoCommandRun::zohpc(arguments).whole(), "--- errors\n" + second.toUtf8() + reason);
+    QCOMPARE(zoCommandRun::zohpc(standard).whole(), "--- errors\n-" + reason);
+    QVERIFY(!QFile::exists(first));
+}
+
+void tst_zohpcFiles::outputIsLookedAtBeforeTheInput_data()
+{
+    QTest::addColumn<QStringList>("arguments"); // the output is added
+
+    QTest::newRow("format") << QStringList{"format", "/nowhere/input", "-o"};
+    QTest::newRow("convert") << QStringList{"convert", "/nowhere/input", "-o"};
+    QTest::newRow("export") << QStringList{"export", "/nowhere/input", "--paraview"};
+    QTest::newRow("draw") << QStringList{"draw", "/nowhere/input", "-o"};
+}
+
+// Nobody waits for work that is in vain; neither input nor output are there.
+void tst_zohpcFiles::outputIsLookedAtBeforeTheInput()
+{
+    QFETCH(QStringList, arguments);
+    const QString output = m_files.path("no/such/out.svg");
+
+    const zoCommandRun run = zoCommandRun::zohpc(arguments + QStringList{output});
+
+    QCOMPARE(run.whole(),
+             "--- errors\n" + output.toUtf8() + ": No such file or directory\n--- exit code 2\n");
 }
 
 ZO_TEST_MAIN(tst_zohpcFiles)

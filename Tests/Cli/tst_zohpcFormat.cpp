@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QTest>
+#include <QTextCodec>
 
 namespace
 {
@@ -19,6 +20,12 @@ const QByteArray s_canonical = R"(<cluster version="1" booking="b1">
  <display eyeseparation="65" user="1" hardwaresync="false"/>
 </cluster>
 )";
+
+// What of the text by hand is not in the canonical one, with the name of the file.
+QByteArray losses(const QByteArray& file = "-")
+{
+    return file + ":1:22: the comment is left out\n" + file + ":4:1: the element \"group\" is left out\n";
+}
 
 const QByteArray s_byHand = R"(<?xml version="1.0"?><!-- by hand -->
 <cluster booking='b1' version="1"><display hardwaresync="false" user="1" eyeseparation="65"/>
@@ -42,6 +49,14 @@ private slots:
     void replacesFilesInPlace();
     void canonicalFileIsNotTouched();
     void checkNamesFilesThatAreNotCanonical();
+    void checkComparesBytes_data();
+    void checkComparesBytes();
+    void everyLossIsTold_data();
+    void everyLossIsTold();
+    void fileThatLosesSomethingIsRewrittenOnlyByForce_data();
+    void fileThatLosesSomethingIsRewrittenOnlyByForce();
+    void encodingOfTheFileIsHonoured_data();
+    void encodingOfTheFileIsHonoured();
     void unusableInputIsTold_data();
     void unusableInputIsTold();
     void wrongUsageIsTold_data();
@@ -96,15 +111,19 @@ void tst_zohpcFormat::textIsWhatTheWindowSaves()
 
     zoHPCGUIW window(nullptr, QStringLiteral("HPC Cluster"));
     window.setConfigString(QString::fromUtf8(text));
-    QCOMPARE(run.whole(), window.getConfigString().toUtf8() + "--- errors\n--- exit code 0\n");
+    // What the window leaves out in silence is told here.
+    QCOMPARE(run.output, window.getConfigString().toUtf8());
+    QCOMPARE(run.exitCode, 0);
 }
 
 void tst_zohpcFormat::handWrittenTextBecomesCanonical()
 {
     const zoCommandRun run = zoCommandRun::zohpc({"format", "-"}, s_byHand);
 
-    QCOMPARE(run.whole(), s_canonical + "--- errors\n--- exit code 0\n");
-    QCOMPARE(zoCommandRun::zohpc({"format", "-"}, run.output).output, run.output);
+    // Nothing is left out in silence.
+    QCOMPARE(run.whole(), s_canonical + "--- errors\n" + losses() + "--- exit code 0\n");
+    QCOMPARE(zoCommandRun::zohpc({"format", "-"}, run.output).whole(),
+             run.output + "--- errors\n--- exit code 0\n");
 }
 
 void tst_zohpcFormat::hostsFileIsNotRead()
@@ -131,9 +150,18 @@ void tst_zohpcFormat::replacesFilesInPlace()
     const QString first = m_files.write("first.zhpc", s_byHand);
     const QString second = m_files.write("second.zhpc", s_byHand);
 
-    const zoCommandRun run = zoCommandRun::zohpc({"format", "-i", first, second});
+    // A comment gets lost, which nobody is to find out later.
+    const zoCommandRun refused = zoCommandRun::zohpc({"format", "-i", first, second});
+    QCOMPARE(zoCliFiles::read(first), s_byHand);
+    const zoCommandRun run = zoCommandRun::zohpc({"format", "-i", "--force", first, second});
 
-    QCOMPARE(run.whole(), QByteArray("--- errors\n--- exit code 0\n"));
+    QByteArray told;
+    for (const QString& file : {first, second})
+        told += losses(file.toUtf8()) + file.toUtf8() +
+                ": not rewritten, for this would be lost; --force does it all the same\n";
+    QCOMPARE(refused.whole(), "--- errors\n" + told + "--- exit code 2\n");
+    QCOMPARE(run.whole(),
+             "--- errors\n" + losses(first.toUtf8()) + losses(second.toUtf8()) + "--- exit code 0\n");
     QCOMPARE(zoCliFiles::read(first), s_canonical);
     QCOMPARE(zoCliFiles::read(second), s_canonical);
 }
@@ -164,6 +192,134 @@ void tst_zohpcFormat::checkNamesFilesThatAreNotCanonical()
              QByteArray("--- errors\n--- exit code 0\n"));
 }
 
+void tst_zohpcFormat::checkComparesBytes_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+
+    // The same text to a reader.
+    QTest::newRow("byte-order-mark") << QByteArray("\xef\xbb\xbf") + s_canonical;
+    QTest::newRow("nul-at-the-end") << s_canonical + QByteArray("\0", 1);
+    QTest::newRow("carriage-returns") << QByteArray(s_canonical).replace("\n", "\r\n");
+}
+
+void tst_zohpcFormat::checkComparesBytes()
+{
+    QFETCH(QByteArray, bytes);
+    const QString file = m_files.write("file.zhpc", bytes);
+
+    QCOMPARE(zoCommandRun::zohpc({"format", "--check", file}).whole(),
+             file.toUtf8() + ": not canonical\n--- errors\n--- exit code 1\n");
+    QCOMPARE(zoCommandRun::zohpc({"format", "-i", file}).whole(),
+             QByteArray("--- errors\n--- exit code 0\n"));
+    QCOMPARE(zoCliFiles::read(file), s_canonical);
+}
+
+void tst_zohpcFormat::everyLossIsTold_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QByteArray>("errors");
+
+    const auto inMaster = [](const char* text) {
+        return QByteArray("<cluster version=\"1\">\n<master>") + text + "</master></cluster>";
+    };
+    const auto inDisplay = [](const char* text) {
+        return QByteArray(
+                   "<cluster version=\"1\"><master/><projection name=\"P\" type=\"plane\"/>\n<display>") +
+               text + "</display></cluster>";
+    };
+    QTest::newRow("nothing") << inMaster("<network><node name='a' color='red'/></network>") << QByteArray();
+    QTest::newRow("comment") << inMaster("<!-- a -->") << QByteArray("-:2:9: the comment is left out\n");
+    QTest::newRow("comment-at-the-beginning") << "<!---->\n<!-- b -->\n" + inMaster("")
+                                              << QByteArray("-:1:1: the comment is left out\n"
+                                                            "-:2:1: the comment is left out\n");
+    QTest::newRow("text") << inMaster("\n words\n") << QByteArray("-:3:2: the text is left out\n");
+    QTest::newRow("instruction") << inMaster("<?a b?>")
+                                 << QByteArray("-:2:9: the processing instruction is left out\n");
+    QTest::newRow("element") << inMaster("<rack><network/></rack>")
+                             << QByteArray("-:2:9: the element \"rack\" is left out\n");
+    QTest::newRow("known-element-elsewhere")
+        << inDisplay("<viewport projection='P'/><window><viewport projection='P'/></window>")
+        << QByteArray("-:2:10: the element \"viewport\" is left out\n");
+    QTest::newRow("attribute-of-the-root")
+        << QByteArray("<cluster version='1' author='me'/>")
+        << QByteArray("-:1:22: the attribute \"author\" of \"cluster\" is left out\n");
+    QTest::newRow("attribute") << inDisplay("<window node='a > b'\n colour = \"red\"/>")
+                               << QByteArray("-:3:2: the attribute \"colour\" of \"window\" is left out\n");
+    QTest::newRow("empty-attribute") << inDisplay("<window colour=''/>") << QByteArray();
+    QTest::newRow("reference")
+        << inDisplay("<window><viewport projection='P'/>\n<viewport projection='Q'/></window>")
+        << QByteArray("-:3:11: there is no projection \"Q\": the reference is left out\n");
+    QTest::newRow("after-a-nul") << QByteArray("<cluster version='1'/>\0 more", 28)
+                                 << QByteArray("-:1:23: everything from the NUL character on is left out\n");
+}
+
+void tst_zohpcFormat::everyLossIsTold()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QByteArray, errors);
+
+    const zoCommandRun run = zoCommandRun::zohpc({"format", "-"}, text);
+
+    QCOMPARE(run.errors, errors);
+    QCOMPARE(run.exitCode, 0);
+}
+
+void tst_zohpcFormat::fileThatLosesSomethingIsRewrittenOnlyByForce_data()
+{
+    QTest::addColumn<QStringList>("before");
+    QTest::addColumn<QStringList>("after");
+
+    QTest::newRow("in-place") << QStringList{"-i"} << QStringList();
+    QTest::newRow("output") << QStringList() << QStringList{"-o"};
+}
+
+void tst_zohpcFormat::fileThatLosesSomethingIsRewrittenOnlyByForce()
+{
+    QFETCH(QStringList, before);
+    QFETCH(QStringList, after);
+    const QByteArray text("<cluster version=\"1\"/>\0<cluster/>", 33);
+    const QString file = m_files.write("cut.zhpc", text);
+    if (!after.isEmpty())
+        after << file;
+
+    const zoCommandRun refused =
+        zoCommandRun::zohpc(QStringList{"format"} + before + QStringList{file} + after);
+    const QByteArray content = zoCliFiles::read(file);
+    const zoCommandRun forced =
+        zoCommandRun::zohpc(QStringList{"format", "--force"} + before + QStringList{file} + after);
+
+    const QByteArray loss = file.toUtf8() + ":1:23: everything from the NUL character on is left out\n";
+    QCOMPARE(refused.whole(), "--- errors\n" + loss + file.toUtf8() +
+                                  ": not rewritten, for this would be lost; --force does it all the same\n"
+                                  "--- exit code 2\n");
+    QCOMPARE(content, text);
+    QCOMPARE(forced.whole(), "--- errors\n" + loss + "--- exit code 0\n");
+    QCOMPARE(zoCliFiles::read(file), QByteArray("<cluster version=\"1\">\n <master/>\n</cluster>\n"));
+}
+
+void tst_zohpcFormat::encodingOfTheFileIsHonoured_data()
+{
+    QTest::addColumn<QByteArray>("codec");
+    QTest::addColumn<QString>("declaration");
+
+    QTest::newRow("latin-1") << QByteArray("ISO-8859-1") << "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>";
+    QTest::newRow("utf-16") << QByteArray("UTF-16") << "<?xml version=\"1.0\" encoding=\"UTF-16\"?>";
+    QTest::newRow("utf-16-unsaid") << QByteArray("UTF-16") << QString();
+}
+
+void tst_zohpcFormat::encodingOfTheFileIsHonoured()
+{
+    QFETCH(QByteArray, codec);
+    QFETCH(QString, declaration);
+    const QByteArray canonical = QByteArray(s_canonical).replace("\"a\"", "\"w\xc3\xa4nde\"");
+    const QString file = m_files.write(
+        "old.zhpc", QTextCodec::codecForName(codec)->fromUnicode(declaration + QString::fromUtf8(canonical)));
+
+    QCOMPARE(zoCommandRun::zohpc({"format", file}).whole(), canonical + "--- errors\n--- exit code 0\n");
+    QCOMPARE(zoCommandRun::zohpc({"format", "-i", file}).exitCode, 0);
+    QCOMPARE(zoCliFiles::read(file), canonical);
+}
+
 void tst_zohpcFormat::unusableInputIsTold_data()
 {
     QTest::addColumn<QByteArray>("text");
@@ -174,6 +330,8 @@ void tst_zohpcFormat::unusableInputIsTold_data()
                              << QByteArray("-:3:1: Premature end of document.\n");
     QTest::newRow("wrong-tag") << QByteArray("<cluster>\n</clutter>")
                                << QByteArray("-:2:11: Opening and ending tag mismatch.\n");
+    QTest::newRow("not-utf-8") << QByteArray("<cluster version=\"1\">\n<master name=\"\xe4\"/></cluster>")
+                               << QByteArray("-:2:15: invalid UTF-8\n");
     QTest::newRow("other-root") << QByteArray("<html/>")
                                 << QByteArray(
                                        "-:1:1: no cluster configuration: its root element is \"html\"\n");
@@ -233,7 +391,7 @@ void tst_zohpcFormat::runsWithoutDisplayAndHome()
     QCOMPARE(zoCommandRun::zohpcIn({"DISPLAY=:9999", "QT_QPA_PLATFORM=xcb", "QT_QPA_PLATFORMTHEME=gtk3"},
                                    {"format", "-"}, s_byHand)
                  .whole(),
-             s_canonical + "--- errors\n--- exit code 0\n");
+             s_canonical + "--- errors\n" + losses() + "--- exit code 0\n");
 }
 
 void tst_zohpcFormat::sameBytesInEveryProcess()

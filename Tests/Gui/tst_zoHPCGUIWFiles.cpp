@@ -19,6 +19,7 @@
 #include <QProcess>
 #include <QSignalSpy>
 #include <QStatusBar>
+#include <QTextCodec>
 
 namespace
 {
@@ -51,6 +52,9 @@ private slots:
     void newForgetsTheFile();
     void loadedFileEndsAtTheFirstNulByte();
     void loadedFileIsUtf8();
+    void loadedFileMayBeOfAnOldTool_data();
+    void loadedFileMayBeOfAnOldTool();
+    void fileThatIsNotUtf8IsTold();
     void fileThatCannotBeOpenedChangesNothing();
     void fileThatCannotBeReadChangesNothing();
     void directoryFollowsTheFile();
@@ -266,6 +270,41 @@ void tst_zoHPCGUIWFiles::loadedFileIsUtf8()
     m_window->loadConfig(path("utf8.zhpc"));
 
     QCOMPARE(m_window->getTree()->getNodeNames().at(1), QString::fromUtf8("w\xc3\xa4nde"));
+}
+
+void tst_zoHPCGUIWFiles::loadedFileMayBeOfAnOldTool_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+
+    const QString text = QString::fromLatin1(s_document).replace("\"b\"", QString::fromUtf8("\"wände\""));
+    QTest::newRow("latin-1") << QByteArray("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n") +
+                                    text.toLatin1();
+    QTest::newRow("utf-16") << QTextCodec::codecForName("UTF-16LE")
+                                   ->fromUnicode(
+                                       QChar(QChar::ByteOrderMark) +
+                                       QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-16\"?>\n") +
+                                       text);
+}
+
+void tst_zoHPCGUIWFiles::loadedFileMayBeOfAnOldTool()
+{
+    QFETCH(QByteArray, bytes);
+    write(path("old.zhpc"), bytes);
+
+    m_window->loadConfig(path("old.zhpc"));
+
+    QCOMPARE(m_window->getTree()->getNodeNames().at(1), QString::fromUtf8("wände"));
+}
+
+void tst_zoHPCGUIWFiles::fileThatIsNotUtf8IsTold()
+{
+    write(path("odd.zhpc"), QByteArray("<cluster version=\"1\">\n <master name=\"\xe4\"/>\n</cluster>\n"));
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral(
+                                     "odd\\.zhpc, line 2, column 16: the bytes are not UTF-8$")));
+
+    m_window->loadConfig(path("odd.zhpc"));
+
+    QCOMPARE(m_window->windowFilePath(), path("odd.zhpc"));
 }
 
 void tst_zoHPCGUIWFiles::fileThatCannotBeOpenedChangesNothing()

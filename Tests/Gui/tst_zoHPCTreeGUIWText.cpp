@@ -173,6 +173,8 @@ private slots:
     void hostsFileIsRead();
     void unreadableHostsFileLeavesTheTree();
     void hostsFileThatFailsWhileReadLeavesTheTree();
+    void hostsFileThatIsNoTextLeavesTheTree_data();
+    void hostsFileThatIsNoTextLeavesTheTree();
 
     // Hosts text, writing
     void writesHostsText_data();
@@ -590,6 +592,32 @@ void tst_zoHPCTreeGUIWText::hostsFileThatFailsWhileReadLeavesTheTree()
     expectMessage(QtCriticalMsg, QRegularExpression("^Unable to read hosts file /proc/self/mem: ."));
 
     m_view->setHostFile("/proc/self/mem");
+
+    QCOMPARE(outline(), QString("{a}"));
+}
+
+void tst_zoHPCTreeGUIWText::hostsFileThatIsNoTextLeavesTheTree_data()
+{
+    QTest::addColumn<QByteArray>("content");
+
+    QTest::newRow("utf-16-little") << QByteArray("n\0001\0 \0-\0 \0n\0003\0", 14);
+    QTest::newRow("utf-16-big") << QByteArray("\xfe\xff\0n\0001", 6);
+    QTest::newRow("nul-at-the-end") << QByteArray("n1 - n3\n\0", 9);
+}
+
+void tst_zoHPCTreeGUIWText::hostsFileThatIsNoTextLeavesTheTree()
+{
+    QFETCH(QByteArray, content);
+    QTemporaryDir folder;
+    QFile file(folder.filePath("hosts.txt"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(content);
+    file.close();
+    m_view->setHostString("a");
+    expectMessage(QtCriticalMsg,
+                  QRegularExpression("^Unable to read hosts file .*hosts\\.txt: it is no text in UTF-8$"));
+
+    m_view->setHostFile(file.fileName());
 
     QCOMPARE(outline(), QString("{a}"));
 }

@@ -2,7 +2,6 @@
 
 #include "zoConsole.h"
 #include "zoHPCDocumentText.h"
-#include "zoTextFile.h"
 
 #include <QCoreApplication>
 
@@ -10,11 +9,11 @@
 
 bool zoClusterSetup::readFile(const QString& fileName)
 {
-    if (!zoTextFile::read(fileName, m_source))
+    if (!zoTextFile::read(fileName, m_file))
         return false;
     QDomDocument document;
     zoHPCDocumentText::Refusal refusal;
-    if (!zoHPCDocumentText::parse(m_source, document, refusal)) {
+    if (!zoHPCDocumentText::parse(m_file.text, document, refusal)) {
         const QString reason = refusal.reason.isEmpty()
                                    ? QCoreApplication::translate("zoClusterSetup", "the file is empty")
                                    : refusal.reason;

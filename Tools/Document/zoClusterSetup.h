@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zoHPCConfiguration.h"
+#include "zoTextFile.h"
 
 #include <QDomDocument>
 #include <QString>
@@ -14,8 +15,9 @@ public:
     // Reads a document that is known to be good.
     void readDocument(QDomDocument& document);
 
-    // The text that was read.
-    const QString& source() const { return m_source; }
+    // The text that was read, and the file.
+    const QString& source() const { return m_file.text; }
+    const zoTextFile::Content& file() const { return m_file; }
 
     zoHPCHostTree& hosts() { return m_configuration.hosts(); }
     zoHPCDisplaySetup& displays() { return m_configuration.displays(); }
@@ -25,6 +27,6 @@ public:
     QString text() const { return m_configuration.text(); }
 
 private:
-    QString m_source;
+    zoTextFile::Content m_file;
     zoHPCConfiguration m_configuration;
 };

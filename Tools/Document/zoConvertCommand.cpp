@@ -1,10 +1,10 @@
 #include "zoConvertCommand.h"
 
 #include "zoConsole.h"
+#include "zoDocumentLosses.h"
 #include "zoHPCConfigConverter.h"
 #include "zoHPCDocumentText.h"
 #include "zoJson.h"
-#include "zoTextFile.h"
 
 #include <QDomDocument>
 
@@ -15,7 +15,9 @@ QString zoConvertCommand::description() const
         "should look at\n"
         "afterwards, because it was dropped or changed by rule, is told on standard error with the place "
         "of the\n"
-        "parameter; the exit code is 0 all the same.");
+        "parameter; the exit code is 0 all the same. What is no parameter, such as a comment, is lost: told "
+        "likewise, and\n"
+        "a file is then written only with --force.");
 }
 
 QStringList zoConvertCommand::examples() const
@@ -33,6 +35,10 @@ void zoConvertCommand::addArguments(QCommandLineParser& parser) const
         {QStringLiteral("json"),
          tr("With --output: write the remarks as JSON to standard output, a list of objects with \"file\", "
             "\"line\", \"column\", \"kind\" and \"text\".")});
+    parser.addOption(
+        {QStringLiteral("force"),
+         tr("With --output: write it even when something of the old file that is no parameter gets "
+            "lost, such as a comment.")});
     parser.addPositionalArgument(QStringLiteral("LEGACY.xml"),
                                  tr("A legacy configuration, \"-\" for standard input."));
 }
@@ -49,9 +55,10 @@ int zoConvertCommand::execute(const QCommandLineParser& parser)
         return usageError(tr("--json needs --output"));
 
     const QString& file = files.constFirst();
-    QString legacy;
-    if (!zoTextFile::read(file, legacy))
+    zoTextFile::Content content;
+    if (!zoTextFile::mayWrite({output}, file) || !zoTextFile::read(file, content))
         return zoConsole::Unusable;
+    const QString& legacy = content.text;
     // The window imports what does not parse as an empty configuration; a script shall not go on with that.
     QDomDocument document;
     zoHPCDocumentText::Refusal refusal;
@@ -67,11 +74,13 @@ int zoConvertCommand::execute(const QCommandLineParser& parser)
                               tr("no legacy configuration: it has no parameter (element \"key\")"));
         return zoConsole::Unusable;
     }
-    if (!zoTextFile::write(output, text))
+    QJsonArray list;
+    const bool isLossy = printLosses(file, content, isJson ? &list : nullptr);
+    const bool isRefused = isLossy && output != QLatin1String("-") && !parser.isSet(QStringLiteral("force"));
+    if (!isRefused && !zoTextFile::write(output, text))
         return zoConsole::Unusable;
 
     const QList<zoHPCConfigConverter::Remark> remarks = converter.remarks();
-    QJsonArray list;
     for (const zoHPCConfigConverter::Remark& remark : remarks) {
         if (isJson)
             list << QJsonObject{{QStringLiteral("file"), file},
@@ -84,5 +93,29 @@ int zoConvertCommand::execute(const QCommandLineParser& parser)
     }
     if (isJson && !zoConsole::write(zoJson::text(list)))
         return zoConsole::Unusable;
+    if (isRefused) {
+        zoConsole::printError(
+            tr("%1: not written, for something of %2 would be lost; --force does it all the same")
+                .arg(output, file));
+        return zoConsole::Unusable;
+    }
     return zoConsole::Fine;
+}
+
+bool zoConvertCommand::printLosses(const QString& file, const zoTextFile::Content& content, QJsonArray* list)
+{
+    QVector<zoDocumentLosses::Loss> losses = zoDocumentLosses::ofConversion(content.text);
+    if (content.isCut)
+        losses.append({content.cutLine, content.cutColumn, zoDocumentLosses::cutText()});
+    for (const zoDocumentLosses::Loss& loss : qAsConst(losses)) {
+        if (list == nullptr)
+            zoConsole::printError(file, loss.line, loss.column, loss.text);
+        else
+            *list << QJsonObject{{QStringLiteral("file"), file},
+                                 {QStringLiteral("line"), loss.line},
+                                 {QStringLiteral("column"), loss.column},
+                                 {QStringLiteral("kind"), QStringLiteral("loss")},
+                                 {QStringLiteral("text"), loss.text}};
+    }
+    return !losses.isEmpty();
 }

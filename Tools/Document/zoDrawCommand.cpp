@@ -6,6 +6,7 @@
 #include "zoHPCPictureFile.h"
 #include "zoHPCRoomPicture.h"
 #include "zoHPCScreensPicture.h"
+#include "zoTextFile.h"
 
 #include <QBuffer>
 #include <QFileInfo>
@@ -76,8 +77,9 @@ int zoDrawCommand::execute(const QCommandLineParser& parser)
     Request request;
     if (!read(parser, request))
         return zoConsole::Unusable;
+    const QString file = parser.positionalArguments().constFirst();
     zoClusterSetup setup;
-    if (!setup.readFile(parser.positionalArguments().constFirst()))
+    if (!zoTextFile::mayWrite(request.outputs, file) || !setup.readFile(file))
         return zoConsole::Unusable;
     const zoHPCLayout layout(setup.displays().getProjectionItems(), setup.displays().getWindowItems(),
                              setup.hosts().master());

@@ -56,8 +56,10 @@ int zoExportCommand::execute(const QCommandLineParser& parser)
                               .arg(parser.value(QStringLiteral("pixel-pitch"))));
 
     const QString file = parser.positionalArguments().value(0, QStringLiteral("-"));
+    QStringList outputs{paraView, equalizer};
+    outputs.removeAll(QString());
     zoClusterSetup setup;
-    if (!setup.readFile(file))
+    if (!zoTextFile::mayWrite(outputs, file) || !setup.readFile(file))
         return zoConsole::Unusable;
     const zoRenderSetup rendering(setup, pitch);
     const zoSourcePlaces places(setup);

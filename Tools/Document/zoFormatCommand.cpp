@@ -2,14 +2,16 @@
 
 #include "zoClusterSetup.h"
 #include "zoConsole.h"
+#include "zoDocumentLosses.h"
 #include "zoTextFile.h"
 
 QString zoFormatCommand::description() const
 {
     return tr("Writes a configuration in the canonical text, byte for byte as the cluster window saves it. A "
               "hosts file\n"
-              "that it names is not read. Comments and elements that are not part of a configuration are "
-              "left out.");
+              "that it names is not read. What is not part of a configuration, such as comments, is left "
+              "out and told on\n"
+              "standard error with its place; a file is then rewritten only with --force.");
 }
 
 QStringList zoFormatCommand::examples() const
@@ -25,6 +27,7 @@ void zoFormatCommand::addArguments(QCommandLineParser& parser) const
 {
     parser.addOption(
         {{QStringLiteral("i"), QStringLiteral("in-place")}, tr("Replace each file by its canonical text.")});
+    parser.addOption({QStringLiteral("force"), tr("Replace a file even when something of it gets lost.")});
     parser.addOption({QStringLiteral("check"), tr("Write nothing; name the files that are not canonical.")});
     parser.addOption({{QStringLiteral("o"), QStringLiteral("output")}, tr("Write to <file>."), tr("file")});
     parser.addPositionalArgument(QStringLiteral("FILE"), tr("A configuration, \"-\" for standard input."),
@@ -34,37 +37,61 @@ void zoFormatCommand::addArguments(QCommandLineParser& parser) const
 int zoFormatCommand::execute(const QCommandLineParser& parser)
 {
     const QStringList files = parser.positionalArguments();
-    const bool isInPlace = parser.isSet(QStringLiteral("in-place"));
-    const bool isCheck = parser.isSet(QStringLiteral("check"));
+    Request request;
+    request.isInPlace = parser.isSet(QStringLiteral("in-place"));
+    request.isCheck = parser.isSet(QStringLiteral("check"));
+    request.isForced = parser.isSet(QStringLiteral("force"));
     const bool hasOutput = parser.isSet(QStringLiteral("output"));
+    if (hasOutput)
+        request.output = parser.value(QStringLiteral("output"));
     if (files.isEmpty())
         return usageError(tr("no file given"));
-    if (int(isInPlace) + int(isCheck) + int(hasOutput) > 1)
+    if (int(request.isInPlace) + int(request.isCheck) + int(hasOutput) > 1)
         return usageError(tr("--in-place, --check and --output exclude each other"));
-    if (files.size() > 1 && !isInPlace && !isCheck)
+    if (files.size() > 1 && !request.isInPlace && !request.isCheck)
         return usageError(tr("more than one file needs --in-place or --check"));
+    if (request.isInPlace && files.contains(QStringLiteral("-")))
+        return usageError(tr("standard input cannot be replaced"));
+    if (hasOutput && !zoTextFile::mayWrite({request.output}, files.constFirst(), true))
+        return zoConsole::Unusable;
 
     int result = zoConsole::Fine;
-    for (const QString& file : files) {
-        zoClusterSetup setup;
-        if (isInPlace && file == QLatin1String("-"))
-            return usageError(tr("standard input cannot be replaced"));
-        if (!setup.readFile(file)) {
-            result = zoConsole::Unusable;
-            continue;
-        }
-        const QString text = setup.text();
-        if (isCheck) {
-            if (setup.source() != text) {
-                zoConsole::write(tr("%1: not canonical\n").arg(file).toUtf8());
-                result = qMax<int>(result, zoConsole::ProblemsFound);
-            }
-        } else if (isInPlace ? setup.source() != text && !zoTextFile::write(file, text)
-                             : !zoTextFile::write(hasOutput ? parser.value(QStringLiteral("output"))
-                                                            : QStringLiteral("-"),
-                                                  text)) {
-            result = zoConsole::Unusable;
-        }
-    }
+    for (const QString& file : files)
+        result = qMax(result, format(file, request));
     return result;
+}
+
+int zoFormatCommand::format(const QString& file, const Request& request)
+{
+    zoClusterSetup setup;
+    if (!setup.readFile(file))
+        return zoConsole::Unusable;
+    const QString text = setup.text();
+    const bool isCanonical = setup.file().bytes == text.toUtf8();
+    if (request.isCheck) {
+        if (!isCanonical)
+            zoConsole::write(tr("%1: not canonical\n").arg(file).toUtf8());
+        return isCanonical ? zoConsole::Fine : zoConsole::ProblemsFound;
+    }
+    if (request.isInPlace && isCanonical)
+        return zoConsole::Fine;
+    const bool isReplaced = request.isInPlace || zoTextFile::isSameFile(file, request.output);
+    if (!isCanonical && printLosses(file, setup, text) && isReplaced && !request.isForced) {
+        zoConsole::printError(
+            tr("%1: not rewritten, for this would be lost; --force does it all the same").arg(file));
+        return zoConsole::Unusable;
+    }
+    return zoTextFile::write(request.isInPlace ? file : request.output, text) ? zoConsole::Fine
+                                                                              : zoConsole::Unusable;
+}
+
+bool zoFormatCommand::printLosses(const QString& file, const zoClusterSetup& setup, const QString& text)
+{
+    const QVector<zoDocumentLosses::Loss> losses = zoDocumentLosses::ofFormat(setup.source(), text);
+    for (const zoDocumentLosses::Loss& loss : losses)
+        zoConsole::printError(file, loss.line, loss.column, loss.text);
+    if (setup.file().isCut)
+        zoConsole::printError(file, setup.file().cutLine, setup.file().cutColumn,
+                              zoDocumentLosses::cutText());
+    return setup.file().isCut || !losses.isEmpty();
 }

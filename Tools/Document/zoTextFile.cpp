@@ -2,11 +2,16 @@
 
 #include "zoConsole.h"
 
+#include <zoFileText.h>
 #include <zoFileWriter.h>
 
+#include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
 
 #include <cstdio>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace
 {
@@ -15,20 +20,91 @@ bool printError(const QString& fileName, const QString& reason)
     zoConsole::printError(QStringLiteral("%1: %2").arg(fileName, reason));
     return false;
 }
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("zoTextFile", text);
+}
+
+bool readStatus(const QString& fileName, struct stat& status)
+{
+    return (fileName == QLatin1String("-") ? ::fstat(STDIN_FILENO, &status)
+                                           : ::stat(QFile::encodeName(fileName).constData(), &status)) == 0;
+}
+
+// Names of files that are not there yet.
+QString absoluteName(const QString& fileName)
+{
+    const QFileInfo file(fileName);
+    const QString folder = QFileInfo(file.absolutePath()).canonicalFilePath();
+    return (folder.isEmpty() ? file.absolutePath() : folder) + QLatin1Char('/') + file.fileName();
+}
 } // namespace
 
 bool zoTextFile::read(const QString& fileName, QString& text)
+{
+    Content content;
+    if (!read(fileName, content))
+        return false;
+    text = content.text;
+    return true;
+}
+
+bool zoTextFile::read(const QString& fileName, Content& content)
 {
     QFile file(fileName);
     const bool isOpen = fileName == QLatin1String("-") ? file.open(stdin, QIODevice::ReadOnly)
                                                        : file.open(QIODevice::ReadOnly);
     if (!isOpen)
         return printError(fileName, file.errorString());
-    const QByteArray bytes = file.readAll();
+    content.bytes = file.readAll();
     if (file.error() != QFileDevice::NoError)
         return printError(fileName, file.errorString());
-    text = QString::fromUtf8(bytes.constData());
+    const zoFileText decoded(content.bytes);
+    if (!decoded.isValid()) {
+        const zoFileText::Place place = decoded.invalidPlace();
+        zoConsole::printError(fileName, place.line, place.column,
+                              tr("invalid %1").arg(QString::fromLatin1(decoded.encoding())));
+        return false;
+    }
+    content.text = decoded.text();
+    content.isCut = decoded.isCut();
+    content.cutLine = decoded.cutPlace().line;
+    content.cutColumn = decoded.cutPlace().column;
     return true;
+}
+
+bool zoTextFile::mayWrite(const QStringList& outputs, const QString& input, bool mayBeInput)
+{
+    for (int i = 0; i < outputs.size(); ++i) {
+        const QString& output = outputs.at(i);
+        for (int k = 0; k < i; ++k) {
+            const bool isStandard = output == QLatin1String("-") && outputs.at(k) == output;
+            if (isStandard || (outputs.at(k) != QLatin1String("-") && isSameFile(outputs.at(k), output)))
+                return printError(output, tr("two outputs cannot go into one file"));
+        }
+        if (output == QLatin1String("-"))
+            continue;
+        if (!mayBeInput && isSameFile(input, output))
+            return printError(output, tr("the input would be overwritten"));
+        QString reason;
+        if (!zoFileWriter::canWrite(output, &reason))
+            return printError(output, reason);
+    }
+    return true;
+}
+
+bool zoTextFile::isSameFile(const QString& input, const QString& output)
+{
+    struct stat read = {};
+    struct stat written = {};
+    if (output == QLatin1String("-"))
+        return false;
+    // Devices take every output and lose no input.
+    if (readStatus(output, written))
+        return readStatus(input, read) && S_ISREG(written.st_mode) && read.st_dev == written.st_dev &&
+               read.st_ino == written.st_ino;
+    return input != QLatin1String("-") && absoluteName(input) == absoluteName(output);
 }
 
 bool zoTextFile::write(const QString& fileName, const QString& text)

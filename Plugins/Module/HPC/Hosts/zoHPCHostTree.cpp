@@ -221,6 +221,13 @@ void zoHPCHostTree::loadNodesFile()
                          .arg(m_hostFile, file.errorString()));
         return;
     }
+    if (content.contains('\0')) {
+        // UTF-16 or no text at all: its first character would become the whole cluster, and be saved.
+        zoLog::error(
+            translated(QT_TRANSLATE_NOOP("zoHPCTreeGUIW", "Unable to read hosts file %1: %2"))
+                .arg(m_hostFile, translated(QT_TRANSLATE_NOOP("zoHPCTreeGUIW", "it is no text in UTF-8"))));
+        return;
+    }
     setHostString(QString::fromUtf8(content));
 }
 

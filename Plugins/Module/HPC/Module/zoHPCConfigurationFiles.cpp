@@ -7,18 +7,10 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <zoFileText.h>
 #include <zoFileWriter.h>
 #include <zoLog.h>
 #include <zoPlatform.h>
-
-namespace
-{
-// Files end at their first NUL byte.
-QString textOf(const QByteArray& bytes)
-{
-    return QString::fromUtf8(bytes.constData());
-}
-} // namespace
 
 void zoHPCConfigurationFiles::setCurrent(const QString& fileName)
 {
@@ -42,7 +34,7 @@ QString zoHPCConfigurationFiles::directory()
 bool zoHPCConfigurationFiles::read(const QString& fileName, QString& text)
 {
     QFile file(fileName);
-    if (fileName.isEmpty() || !file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+    if (fileName.isEmpty() || !file.open(QIODevice::ReadOnly)) {
         zoLog::error(tr("Unable to load cluster config %1").arg(fileName));
         return false;
     }
@@ -52,14 +44,21 @@ bool zoHPCConfigurationFiles::read(const QString& fileName, QString& text)
         zoLog::error(tr("Unable to load cluster config %1: %2").arg(fileName, file.errorString()));
         return false;
     }
-    text = textOf(bytes);
+    const zoFileText content(bytes);
+    if (!content.isValid()) {
+        const zoFileText::Place place = content.invalidPlace();
+        zoLog::error(tr("Cluster config %1, line %2, column %3: the bytes are not UTF-8")
+                         .arg(fileName, QString::number(place.line), QString::number(place.column)));
+    }
+    // As a file that is opened in text mode, which cannot be done before the bytes of UTF-16 are characters.
+    text = QString(content.text()).remove(QLatin1Char('\r'));
     return true;
 }
 
 QString zoHPCConfigurationFiles::readLegacy(const QString& fileName)
 {
     QFile file(fileName);
-    return file.open(QIODevice::ReadOnly) ? textOf(file.readAll()) : QString();
+    return file.open(QIODevice::ReadOnly) ? zoFileText(file.readAll()).text() : QString();
 }
 
 bool zoHPCConfigurationFiles::write(const QString& fileName, const std::function<QString()>& text)

@@ -1,0 +1,313 @@
+#include "zoDocumentLosses.h"
+
+#include <zoClusterTags.h>
+
+#include <QCoreApplication>
+#include <QHash>
+#include <QXmlStreamReader>
+
+#include <algorithm>
+
+namespace
+{
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("zoDocumentLosses", text);
+}
+
+struct Attribute
+{
+    QString name;
+    QString value;
+    int offset; // in the text
+};
+
+// A part of a document that can get lost.
+struct Part
+{
+    QXmlStreamReader::TokenType type;
+    int offset;
+    QString tag;    // of an element
+    QString parent; // its nearest known ancestor
+    QVector<Attribute> attributes;
+    bool holdsKeys = false;
+};
+
+// Where the attributes of the start tag at `offset` begin, by name.
+QHash<QString, int> attributeOffsets(const QString& text, int offset)
+{
+    QHash<QString, int> offsets;
+    const auto at = [&text](int i) { return i < text.size() ? text.at(i) : QChar(QLatin1Char('>')); };
+    const auto endsName = [](QChar c) {
+        return c.isSpace() || c == QLatin1Char('=') || c == QLatin1Char('/') || c == QLatin1Char('>');
+    };
+    int i = offset + 1;
+    while (!endsName(at(i)))
+        ++i;
+    while (at(i) != QLatin1Char('>')) {
+        if (endsName(at(i))) {
+            ++i;
+            continue;
+        }
+        const int begin = i;
+        while (!endsName(at(i)))
+            ++i;
+        offsets.insert(text.mid(begin, i - begin), begin);
+        while (at(i) != QLatin1Char('"') && at(i) != QLatin1Char('\'') && at(i) != QLatin1Char('>'))
+            ++i;
+        if (at(i) != QLatin1Char('>')) {
+            const int end = text.indexOf(at(i), i + 1);
+            i = end < 0 ? text.size() : end + 1;
+        }
+    }
+    return offsets;
+}
+
+bool isKnown(const QString& tag)
+{
+    using namespace zoClusterTags;
+    for (const QLatin1String known :
+         {Cluster, Master, Network, Node, Projection, Display, Window, Viewport}) {
+        if (tag == known)
+            return true;
+    }
+    return false;
+}
+
+Part elementPart(const QXmlStreamReader& reader, const QString& text, int offset, const QStringList& around)
+{
+    Part part{reader.tokenType(), offset, reader.qualifiedName().toString(), QString(), {}};
+    for (const QString& tag : around) {
+        if (isKnown(tag))
+            part.parent = tag;
+    }
+    const QXmlStreamAttributes attributes = reader.attributes();
+    const QHash<QString, int> offsets =
+        attributes.isEmpty() ? QHash<QString, int>() : attributeOffsets(text, offset);
+    for (const QXmlStreamAttribute& attribute : attributes) {
+        const QString name = attribute.qualifiedName().toString();
+        part.attributes.append({name, attribute.value().toString(), offsets.value(name, offset)});
+    }
+    return part;
+}
+
+// Where the token begins that the reader read from `from` on. It may have read the first characters of it
+// before, and may have skipped blanks.
+int beginOf(const QXmlStreamReader& reader, const QString& text, int from)
+{
+    const auto find = [&text, from](const QString& mark) {
+        return qMax(0, text.indexOf(mark, qMax(0, from - mark.size())));
+    };
+    switch (reader.tokenType()) {
+    case QXmlStreamReader::StartElement:
+        return find(QLatin1Char('<') + reader.qualifiedName());
+    case QXmlStreamReader::Comment:
+        return find(QStringLiteral("<!--"));
+    case QXmlStreamReader::ProcessingInstruction:
+        return find(QStringLiteral("<?"));
+    default:
+        while (from < text.size() && text.at(from).isSpace())
+            ++from;
+        return from;
+    }
+}
+
+// The parts of a text that parses, in its order, without blanks, declaration and document type, which says
+// nothing that is not in its place already. Texts in a "key" are the value of that.
+QVector<Part> partsOf(const QString& text)
+{
+    const QString key = QStringLiteral("key");
+    QVector<Part> parts;
+    QVector<int> open;
+    QStringList around;
+    QXmlStreamReader reader(text);
+    reader.setNamespaceProcessing(false);
+    while (!reader.atEnd()) {
+        const int from = int(reader.characterOffset());
+        const QXmlStreamReader::TokenType type = reader.readNext();
+        const int offset = beginOf(reader, text, from);
+        switch (type) {
+        case QXmlStreamReader::StartElement:
+            parts.append(elementPart(reader, text, offset, around));
+            open.append(parts.size() - 1);
+            around.append(parts.constLast().tag);
+            if (around.constLast() == key) {
+                for (const int i : qAsConst(open))
+                    parts[i].holdsKeys = true;
+            }
+            break;
+        case QXmlStreamReader::EndElement:
+            open.removeLast();
+            around.removeLast();
+            break;
+        case QXmlStreamReader::Characters:
+            if (reader.isWhitespace() || around.contains(key))
+                break;
+            parts.append(Part{type, offset, {}, {}, {}});
+            break;
+        case QXmlStreamReader::Comment:
+        case QXmlStreamReader::ProcessingInstruction:
+            parts.append(Part{type, offset, {}, {}, {}});
+            break;
+        default:
+            break;
+        }
+    }
+    return parts;
+}
+
+// Collects losses and counts lines as far as they have come.
+class Collector final
+{
+public:
+    explicit Collector(const QString& text) : m_text(text) {}
+
+    void add(int offset, const QString& loss) { m_found.append({offset, loss}); }
+
+    // What is lost of a part that no configuration holds; nothing of an element.
+    void addOther(const Part& part)
+    {
+        if (part.type == QXmlStreamReader::Comment)
+            add(part.offset, tr("the comment is left out"));
+        else if (part.type == QXmlStreamReader::ProcessingInstruction)
+            add(part.offset, tr("the processing instruction is left out"));
+        else if (part.type == QXmlStreamReader::Characters)
+            add(part.offset, tr("the text is left out"));
+    }
+
+    QVector<zoDocumentLosses::Loss> take()
+    {
+        std::stable_sort(m_found.begin(), m_found.end(),
+                         [](const Found& a, const Found& b) { return a.offset < b.offset; });
+        QVector<zoDocumentLosses::Loss> losses;
+        int counted = 0;
+        int line = 1;
+        int lineStart = 0;
+        for (const Found& found : qAsConst(m_found)) {
+            for (; counted < found.offset; ++counted) {
+                if (m_text.at(counted) == QLatin1Char('\n')) {
+                    ++line;
+                    lineStart = counted + 1;
+                }
+            }
+            losses.append({line, found.offset - lineStart + 1, found.text});
+        }
+        return losses;
+    }
+
+private:
+    struct Found
+    {
+        int offset;
+        QString text;
+    };
+
+    const QString& m_text;
+    QVector<Found> m_found;
+};
+
+QString valueOf(const Part& element, const QString& name)
+{
+    for (const Attribute& attribute : element.attributes) {
+        if (attribute.name == name)
+            return attribute.value;
+    }
+    return {};
+}
+
+// Whether an element may be what became of another one, where some got lost.
+bool mayBecome(const Part& source, const Part& canonical)
+{
+    return std::all_of(source.attributes.begin(), source.attributes.end(), [&](const Attribute& attribute) {
+        const QString kept = valueOf(canonical, attribute.name);
+        return kept.isEmpty() || kept == attribute.value;
+    });
+}
+
+void compare(const Part& source, const Part& canonical, bool isUpgraded, Collector& losses)
+{
+    for (const Attribute& attribute : source.attributes) {
+        // What no reader distinguishes from a missing one, and what the upgrade of old documents changes.
+        if (attribute.value.isEmpty() || (isUpgraded && source.tag == zoClusterTags::Cluster))
+            continue;
+        const QString kept = valueOf(canonical, attribute.name);
+        if (kept == attribute.value)
+            continue;
+        const bool isReference =
+            source.tag == zoClusterTags::Viewport && attribute.name == zoClusterTags::Projection;
+        if (kept.isEmpty() && isReference)
+            losses.add(attribute.offset,
+                       tr("there is no projection \"%1\": the reference is left out").arg(attribute.value));
+        else if (kept.isEmpty())
+            losses.add(attribute.offset,
+                       tr("the attribute \"%1\" of \"%2\" is left out").arg(attribute.name, source.tag));
+        else if (!isUpgraded)
+            losses.add(
+                attribute.offset,
+                tr("the attribute \"%1\" of \"%2\" becomes \"%3\"").arg(attribute.name, source.tag, kept));
+    }
+}
+} // namespace
+
+QString zoDocumentLosses::cutText()
+{
+    return tr("everything from the NUL character on is left out");
+}
+
+QVector<zoDocumentLosses::Loss> zoDocumentLosses::ofFormat(const QString& source, const QString& canonical)
+{
+    const QVector<Part> before = partsOf(source);
+    const QVector<Part> after = partsOf(canonical);
+    // Reading keeps the order of what is of one kind, so the n-th stays the n-th; but where some got lost.
+    const auto kindOf = [](const Part& part) { return part.parent + QLatin1Char('/') + part.tag; };
+    QHash<QString, QVector<int>> kept;
+    for (int i = 0; i < after.size(); ++i)
+        kept[kindOf(after.at(i))].append(i);
+    QHash<QString, int> count;
+    for (const Part& part : before) {
+        if (part.type == QXmlStreamReader::StartElement)
+            ++count[kindOf(part)];
+    }
+    QHash<QString, int> next;
+    bool isUpgraded = false;
+    Collector losses(source);
+    for (const Part& part : before) {
+        if (part.type != QXmlStreamReader::StartElement) {
+            losses.addOther(part);
+            continue;
+        }
+        if (part.tag == zoClusterTags::Cluster && part.parent.isEmpty())
+            isUpgraded =
+                valueOf(part, zoClusterTags::VersionAttribute) != QString::number(zoClusterTags::Version);
+        const QString kind = kindOf(part);
+        const QVector<int> candidates = kept.value(kind);
+        int& at = next[kind];
+        if (isKnown(part.tag) && at < candidates.size() &&
+            (candidates.size() >= count.value(kind) || mayBecome(part, after.at(candidates.at(at)))))
+            compare(part, after.at(candidates.at(at++)), isUpgraded, losses);
+        else
+            losses.add(part.offset, tr("the element \"%1\" is left out").arg(part.tag));
+    }
+    return losses.take();
+}
+
+QVector<zoDocumentLosses::Loss> zoDocumentLosses::ofConversion(const QString& source)
+{
+    Collector losses(source);
+    const QVector<Part> parts = partsOf(source);
+    for (const Part& part : parts) {
+        if (part.type != QXmlStreamReader::StartElement) {
+            losses.addOther(part);
+        } else if (!part.holdsKeys) {
+            losses.add(part.offset, tr("the element \"%1\" is left out").arg(part.tag));
+        } else if (part.tag == QLatin1String("key")) {
+            for (const Attribute& attribute : part.attributes) {
+                if (attribute.name != QLatin1String("name") && attribute.name != QLatin1String("type"))
+                    losses.add(
+                        attribute.offset,
+                        tr("the attribute \"%1\" of \"%2\" is left out").arg(attribute.name, part.tag));
+            }
+        }
+    }
+    return losses.take();
+}
