@@ -10,13 +10,13 @@ namespace
 {
 enum class Kind { Master, Network, Node };
 
-constexpr int NoItem = -1;
+constexpr int s_noItem = -1;
 
 // One row of the host tree.
 struct Item
 {
     Kind kind = Kind::Node;
-    int parent = NoItem;
+    int parent = s_noItem;
     int row = 0;
     bool enabled = true;
     QString name;
@@ -33,17 +33,17 @@ bool readItems(const QString& text, std::vector<Item>& items, QString& reason)
     QXmlStreamReader xml(text);
     xml.setNamespaceProcessing(false); // as the window reads it
     // The item that each open element hangs its children under.
-    std::vector<int> open{NoItem};
+    std::vector<int> open{s_noItem};
     while (!xml.atEnd()) {
         switch (xml.readNext()) {
         case QXmlStreamReader::StartElement: {
             const int parent = open.back();
             const auto tag = xml.qualifiedName();
             const QXmlStreamAttributes attributes = xml.attributes();
-            int index = NoItem;
+            int index = s_noItem;
             if (tag == zoClusterTags::Master) {
                 index = 0;
-            } else if (parent != NoItem && (tag == zoClusterTags::Network || tag == zoClusterTags::Node)) {
+            } else if (parent != s_noItem && (tag == zoClusterTags::Network || tag == zoClusterTags::Node)) {
                 index = int(items.size());
                 Item item;
                 item.kind = tag == zoClusterTags::Node ? Kind::Node : Kind::Network;
@@ -56,7 +56,7 @@ bool readItems(const QString& text, std::vector<Item>& items, QString& reason)
                 items.push_back(item);
                 items[size_t(parent)].children.push_back(index);
             }
-            if (index != NoItem) {
+            if (index != s_noItem) {
                 Item& item = items[size_t(index)];
                 if (attributes.hasAttribute(QLatin1String("enabled")))
                     item.enabled = attributes.value(QLatin1String("enabled")) != QLatin1String("false");
@@ -64,7 +64,7 @@ bool readItems(const QString& text, std::vector<Item>& items, QString& reason)
                     item.servicePort = attributes.value(QLatin1String("serviceport")).toString();
             }
             // An element without an item is transparent: its children belong to what is around it.
-            open.push_back(index != NoItem ? index : parent);
+            open.push_back(index != s_noItem ? index : parent);
             break;
         }
         case QXmlStreamReader::EndElement:

@@ -20,15 +20,15 @@
 namespace
 {
 // What stands for a node and port in a list. A mark that is given back stands there once more, with this bit.
-constexpr qint64 GivenBack = 0x4000000000000000;
-constexpr char TurnsName[] = "zo-cluster-nodes.lock";
-constexpr char ListPrefix[] = "zo-cluster-session-";
+constexpr qint64 s_givenBack = 0x4000000000000000;
+constexpr char s_turnsName[] = "zo-cluster-nodes.lock";
+constexpr char s_listPrefix[] = "zo-cluster-session-";
 
 qint64 markOf(const QString& nodeId, int servicePort)
 {
     const QByteArray key = nodeId.toUtf8() + '\0' + QByteArray::number(servicePort);
     const QByteArray digest = QCryptographicHash::hash(key, QCryptographicHash::Sha256);
-    return qint64(qFromBigEndian<quint64>(digest.constData()) & quint64(GivenBack - 1));
+    return qint64(qFromBigEndian<quint64>(digest.constData()) & quint64(s_givenBack - 1));
 }
 
 // Locks of the open file, not of the process: two sessions of one process must meet as well.
@@ -115,8 +115,8 @@ bool zoClusterNodeLocks::openTurns()
         return false;
     }
     m_path += '/';
-    m_turns = openFile(TurnsName, O_CREAT);
-    return m_turns != -1 || fail(TurnsName);
+    m_turns = openFile(s_turnsName, O_CREAT);
+    return m_turns != -1 || fail(s_turnsName);
 }
 
 // One session at a time reads and writes lists, for some microseconds. One that was stopped right then, by a
@@ -129,12 +129,12 @@ bool zoClusterNodeLocks::beginTurn()
     constexpr useconds_t Pause = 100;
     for (int attempt = 0; !lock(m_turns, LOCK_EX); ++attempt) {
         if (errno != EWOULDBLOCK || attempt == Tries)
-            return fail(TurnsName);
+            return fail(s_turnsName);
         usleep(Pause);
     }
     quint64 generation = 0;
     if (pread(m_turns, &generation, sizeof generation, 0) == -1) {
-        fail(TurnsName);
+        fail(s_turnsName);
         endTurn();
         return false;
     }
@@ -157,7 +157,7 @@ void zoClusterNodeLocks::readOthers()
     before.swap(m_others);
     const QStringList names =
         QDir(QFile::decodeName(m_path))
-            .entryList({QLatin1String(ListPrefix) + QLatin1Char('*')}, QDir::Files | QDir::System);
+            .entryList({QLatin1String(s_listPrefix) + QLatin1Char('*')}, QDir::Files | QDir::System);
     for (const QString& decodedName : names) {
         const QByteArray name = QFile::encodeName(decodedName);
         if (name == m_listName)
@@ -198,8 +198,8 @@ void zoClusterNodeLocks::readOn(Other& other)
         if (count == 0)
             return;
         for (std::size_t i = 0; i < count; ++i) {
-            if ((records[i] & GivenBack) != 0)
-                other.marks.remove(records[i] & ~GivenBack);
+            if ((records[i] & s_givenBack) != 0)
+                other.marks.remove(records[i] & ~s_givenBack);
             else
                 other.marks.insert(records[i]);
         }
@@ -225,7 +225,7 @@ bool zoClusterNodeLocks::openList()
 {
     if (m_list != -1)
         return true;
-    m_listName = ListPrefix + QUuid::createUuid().toByteArray(QUuid::WithoutBraces);
+    m_listName = s_listPrefix + QUuid::createUuid().toByteArray(QUuid::WithoutBraces);
     m_listSize = 0;
     m_list = openFile(m_listName, O_CREAT | O_EXCL);
     return (m_list != -1 && lock(m_list, LOCK_EX)) || fail(m_listName);
@@ -240,7 +240,7 @@ bool zoClusterNodeLocks::append(qint64 record)
         return fail(m_listName); // half a record is overwritten by the next one
     const quint64 generation = *m_generation + 1;
     if (pwrite(m_turns, &generation, sizeof generation, 0) != ssize_t(sizeof generation))
-        return fail(TurnsName);
+        return fail(s_turnsName);
     m_listSize += qint64(sizeof record);
     m_generation = generation;
     return true;
@@ -286,7 +286,7 @@ void zoClusterNodeLocks::release(const QString& nodeId, int servicePort)
     const qint64 mark = markOf(nodeId, servicePort);
     if (!m_held.remove(mark) || !beginTurn())
         return;
-    append(mark | GivenBack);
+    append(mark | s_givenBack);
     endTurn();
 }
 

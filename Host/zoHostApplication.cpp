@@ -12,7 +12,7 @@
 
 namespace
 {
-const char DefaultFileKey[] = "HPC Cluster default file";
+constexpr char s_defaultFileKey[] = "HPC Cluster default file";
 
 // The text of the sample that an empty host shows; empty when the data directory lacks it.
 QString defaultDocument()
@@ -89,7 +89,7 @@ QString zoHostApplication::configurationFile()
 {
     if (!m_options.configFile.isEmpty())
         return m_options.configFile;
-    QString file = m_preferences.getString(QLatin1String(DefaultFileKey), QString());
+    QString file = m_preferences.getString(QLatin1String(s_defaultFileKey), QString());
     return file.replace(QLatin1String("$ZOKE_DATA"), QString::fromStdString(zoPlatform::getDataDir()));
 }
 

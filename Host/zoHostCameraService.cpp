@@ -8,7 +8,7 @@
 
 namespace
 {
-const char CamerasKey[] = "Cameras";
+constexpr char s_camerasKey[] = "Cameras";
 
 // Not translated: displays refer to cameras by name, and their documents read the same everywhere.
 QString defaultName(int number)
@@ -20,7 +20,7 @@ QString defaultName(int number)
 zoHostCameraService::zoHostCameraService(QSettings* settings, zoHostNodeService* nodes, QObject* parent)
     : zoCameraService(parent), m_settings(settings), m_nodes(nodes)
 {
-    const QString key = QLatin1String(CamerasKey);
+    const QString key = QLatin1String(s_camerasKey);
     const QStringList stored =
         m_settings->contains(key) ? m_settings->value(key).toStringList() : QStringList(defaultName(1));
     for (const QString& entry : stored) {
@@ -83,5 +83,5 @@ bool zoHostCameraService::isTaken(const QString& name) const
 
 void zoHostCameraService::save()
 {
-    m_settings->setValue(QLatin1String(CamerasKey), cameraNames());
+    m_settings->setValue(QLatin1String(s_camerasKey), cameraNames());
 }

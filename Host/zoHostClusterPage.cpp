@@ -10,17 +10,17 @@
 
 namespace
 {
-const char MemoryKey[] = "Local cluster memory per node";
-constexpr qint64 Mebibyte = 1024 * 1024;
-constexpr int DefaultMebibytes = int(zoLocalClusterService::DefaultMemoryPerNode / Mebibyte);
-constexpr int MaximumMebibytes = 1024 * 1024;
+constexpr char s_memoryKey[] = "Local cluster memory per node";
+constexpr qint64 s_mebibyte = 1024 * 1024;
+constexpr int s_defaultMebibytes = int(zoLocalClusterService::DefaultMemoryPerNode / s_mebibyte);
+constexpr int s_maximumMebibytes = 1024 * 1024;
 } // namespace
 
 zoHostClusterPage::zoHostClusterPage(zoPreferencesService* preferences, zoLocalClusterService* cluster)
     : m_preferences(preferences), m_cluster(cluster), m_memoryPerNode(new QSpinBox(this))
 {
     m_memoryPerNode->setObjectName(QStringLiteral("MemoryPerNode"));
-    m_memoryPerNode->setRange(0, MaximumMebibytes);
+    m_memoryPerNode->setRange(0, s_maximumMebibytes);
     m_memoryPerNode->setSingleStep(64);
     m_memoryPerNode->setSuffix(tr(" MiB"));
     m_memoryPerNode->setSpecialValueText(tr("Do not ask"));
@@ -35,10 +35,10 @@ zoHostClusterPage::zoHostClusterPage(zoPreferencesService* preferences, zoLocalC
     layout->addRow(tr("&Memory per node:"), m_memoryPerNode);
 
     m_preferences->registerPage(
-        tr("Local cluster"), this, [this] { storeMebibytes(DefaultMebibytes); },
+        tr("Local cluster"), this, [this] { storeMebibytes(s_defaultMebibytes); },
         [this] { storeMebibytes(m_memoryPerNode->value()); },
         [this] { m_memoryPerNode->setValue(storedMebibytes()); });
-    m_cluster->setMemoryPerNode(storedMebibytes() * Mebibyte);
+    m_cluster->setMemoryPerNode(storedMebibytes() * s_mebibyte);
 }
 
 zoHostClusterPage::~zoHostClusterPage() = default;
@@ -46,12 +46,12 @@ zoHostClusterPage::~zoHostClusterPage() = default;
 int zoHostClusterPage::storedMebibytes() const
 {
     bool ok = false;
-    const int stored = m_preferences->getString(QLatin1String(MemoryKey), QString()).toInt(&ok);
-    return ok ? qBound(0, stored, MaximumMebibytes) : DefaultMebibytes;
+    const int stored = m_preferences->getString(QLatin1String(s_memoryKey), QString()).toInt(&ok);
+    return ok ? qBound(0, stored, s_maximumMebibytes) : s_defaultMebibytes;
 }
 
 void zoHostClusterPage::storeMebibytes(int mebibytes)
 {
-    m_preferences->setString(QLatin1String(MemoryKey), QString::number(mebibytes));
-    m_cluster->setMemoryPerNode(mebibytes * Mebibyte);
+    m_preferences->setString(QLatin1String(s_memoryKey), QString::number(mebibytes));
+    m_cluster->setMemoryPerNode(mebibytes * s_mebibyte);
 }

@@ -10,10 +10,10 @@
 
 namespace
 {
-const char DiffersProperty[] = "differs";
-const char ReplacedProperty[] = "replacedConfiguration";
-const char ReadProperty[] = "readFile";
-const char TextProperty[] = "configuration";
+constexpr char s_differsProperty[] = "differs";
+constexpr char s_replacedProperty[] = "replacedConfiguration";
+constexpr char s_readProperty[] = "readFile";
+constexpr char s_textProperty[] = "configuration";
 
 bool isLatin1(const QString& text)
 {
@@ -49,7 +49,7 @@ void zoHostDocument::forget(QObject* moduleWindow)
 
 bool zoHostDocument::differs(const QWidget* moduleWindow) const
 {
-    const QVariant now = moduleWindow->property(DiffersProperty);
+    const QVariant now = moduleWindow->property(s_differsProperty);
     return m_broughtBack.contains(moduleWindow) ||
            (now.isValid() ? now.toBool() : moduleWindow->isWindowModified());
 }
@@ -109,7 +109,7 @@ bool zoHostDocument::bringBack(const QString& text, const QString& originFile)
 
 QString zoHostDocument::text(const QWidget* moduleWindow) const
 {
-    return moduleWindow->property(TextProperty).toString();
+    return moduleWindow->property(s_textProperty).toString();
 }
 
 bool zoHostDocument::save(QWidget* moduleWindow)
@@ -132,12 +132,12 @@ bool zoHostDocument::eventFilter(QObject* watched, QEvent* event)
         emit changed();
         break;
     case QEvent::DynamicPropertyChange:
-        if (static_cast<QDynamicPropertyChangeEvent*>(event)->propertyName() == ReadProperty) {
-            const QString fileName = watched->property(ReadProperty).toString();
+        if (static_cast<QDynamicPropertyChangeEvent*>(event)->propertyName() == s_readProperty) {
+            const QString fileName = watched->property(s_readProperty).toString();
             if (!fileName.isEmpty())
                 emit fileRead(QString(fileName.constData(), fileName.size()));
-        } else if (static_cast<QDynamicPropertyChangeEvent*>(event)->propertyName() == ReplacedProperty) {
-            const QVariant text = watched->property(ReplacedProperty);
+        } else if (static_cast<QDynamicPropertyChangeEvent*>(event)->propertyName() == s_replacedProperty) {
+            const QVariant text = watched->property(s_replacedProperty);
             if (!text.isValid())
                 break;
             emit replaced(text.toString(), static_cast<QWidget*>(watched)->windowFilePath());

@@ -14,9 +14,9 @@
 
 namespace
 {
-constexpr int LockTimeoutMs = 2000;
-const char StampFormat[] = "yyyyMMdd'T'HHmmss'Z'";
-const char UnfinishedMark[] = "_unsaved";
+constexpr int s_lockTimeoutMs = 2000;
+constexpr char s_stampFormat[] = "yyyyMMdd'T'HHmmss'Z'";
+constexpr char s_unfinishedMark[] = "_unsaved";
 
 const QRegularExpression& namePattern()
 {
@@ -42,7 +42,8 @@ qint64 numberOf(const QString& name)
 // Without the mark, so that one rename takes the mark off.
 QString finishedNameOf(QString fileName)
 {
-    return fileName.replace(QLatin1String(UnfinishedMark) + QStringLiteral(".zhpc"), QStringLiteral(".zhpc"));
+    return fileName.replace(QLatin1String(s_unfinishedMark) + QStringLiteral(".zhpc"),
+                            QStringLiteral(".zhpc"));
 }
 
 QString originNameOf(const QString& fileName)
@@ -165,7 +166,7 @@ QVector<zoHostEarlierConfigurations::Entry> zoHostEarlierConfigurations::written
         Entry entry;
         entry.fileName = folder.filePath(name);
         entry.replaced =
-            QDateTime::fromString(namePattern().match(name).captured(2), QLatin1String(StampFormat));
+            QDateTime::fromString(namePattern().match(name).captured(2), QLatin1String(s_stampFormat));
         entry.replaced.setTimeSpec(Qt::UTC);
         entry.isUnfinished = !namePattern().match(name).captured(3).isEmpty();
         QFile origin(originNameOf(entry.fileName));
@@ -185,7 +186,7 @@ void zoHostEarlierConfigurations::writeWaiting()
         // Hosts that run side by side number their files in one row.
         QLockFile lock(QDir(m_folder).filePath(QStringLiteral(".lock")));
         // A disk without room for the lock has none for the file: writing that tells why.
-        if (!lock.tryLock(LockTimeoutMs) && lock.error() == QLockFile::LockFailedError)
+        if (!lock.tryLock(s_lockTimeoutMs) && lock.error() == QLockFile::LockFailedError)
             reason = tr("The folder cannot be written");
         while (reason.isEmpty() && !m_waiting.isEmpty() && write(m_waiting.constFirst(), reason))
             m_waiting.removeFirst();
@@ -209,8 +210,8 @@ bool zoHostEarlierConfigurations::write(const Entry& entry, QString& reason) con
     do {
         const QString name = QStringLiteral("%1_%2%3.zhpc")
                                  .arg(++number, 6, 10, QLatin1Char('0'))
-                                 .arg(entry.replaced.toString(QLatin1String(StampFormat)),
-                                      QLatin1String(entry.isUnfinished ? UnfinishedMark : ""));
+                                 .arg(entry.replaced.toString(QLatin1String(s_stampFormat)),
+                                      QLatin1String(entry.isUnfinished ? s_unfinishedMark : ""));
         fileName = QDir(m_folder).filePath(name);
     } while (QFile::exists(fileName) || QFile::exists(finishedNameOf(fileName)));
     // The configuration last: it is never there without its origin.

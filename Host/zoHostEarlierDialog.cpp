@@ -18,8 +18,8 @@
 
 namespace
 {
-const char GeometryKey[] = "EarlierDialog/Geometry";
-const char SplitterKey[] = "EarlierDialog/Splitter";
+constexpr char s_geometryKey[] = "EarlierDialog/Geometry";
+constexpr char s_splitterKey[] = "EarlierDialog/Splitter";
 
 enum Column { Replaced, File, Nodes, Displays, ColumnCount };
 } // namespace
@@ -56,8 +56,8 @@ zoHostEarlierDialog::zoHostEarlierDialog(zoHostEarlierConfigurations* configurat
     layout->addWidget(m_hint);
     layout->addWidget(buttons);
 
-    restoreGeometry(m_settings->value(QLatin1String(GeometryKey)).toByteArray());
-    m_splitter->restoreState(m_settings->value(QLatin1String(SplitterKey)).toByteArray());
+    restoreGeometry(m_settings->value(QLatin1String(s_geometryKey)).toByteArray());
+    m_splitter->restoreState(m_settings->value(QLatin1String(s_splitterKey)).toByteArray());
 
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(m_bringBack, &QPushButton::clicked, this, &zoHostEarlierDialog::bringBack);
@@ -111,8 +111,8 @@ void zoHostEarlierDialog::setRunning(bool running)
 
 void zoHostEarlierDialog::done(int result)
 {
-    m_settings->setValue(QLatin1String(GeometryKey), saveGeometry());
-    m_settings->setValue(QLatin1String(SplitterKey), m_splitter->saveState());
+    m_settings->setValue(QLatin1String(s_geometryKey), saveGeometry());
+    m_settings->setValue(QLatin1String(s_splitterKey), m_splitter->saveState());
     QDialog::done(result);
 }
 

@@ -22,9 +22,9 @@
 
 namespace
 {
-constexpr int SettleMs = 200;
-constexpr int MessageMs = 20000;
-constexpr qint64 NsPerSecond = 1000000000;
+constexpr int s_settleMs = 200;
+constexpr int s_messageMs = 20000;
+constexpr qint64 s_nsPerSecond = 1000000000;
 
 QString absoluteName(const QString& fileName)
 {
@@ -65,7 +65,7 @@ zoHostFileGuard::zoHostFileGuard(QMainWindow* window, const zoHostModules* modul
     connect(&m_settled, &QTimer::timeout, this, &zoHostFileGuard::checkFiles);
     m_settled.setObjectName(QStringLiteral("FileGuardTimer")); // for tests that wait for a look
     m_settled.setSingleShot(true);
-    m_settled.setInterval(SettleMs);
+    m_settled.setInterval(s_settleMs);
     // Not every file system tells of changes: whoever comes back from another program may have made some.
     window->installEventFilter(this);
 }
@@ -101,7 +101,7 @@ zoHostFileGuard::State zoHostFileGuard::stateOf(const QString& fileName)
     state.device = quint64(status.st_dev);
     state.number = quint64(status.st_ino);
     state.size = status.st_size;
-    state.changedNs = status.st_mtim.tv_sec * NsPerSecond + status.st_mtim.tv_nsec;
+    state.changedNs = status.st_mtim.tv_sec * s_nsPerSecond + status.st_mtim.tv_nsec;
     QCryptographicHash sum(QCryptographicHash::Sha1);
     if (S_ISREG(status.st_mode) && sum.addData(&file))
         state.sum = sum.result();
@@ -229,7 +229,7 @@ void zoHostFileGuard::checkFiles()
         }
         m_window->statusBar()->showMessage(
             tr("%1 was changed by another program. Save asks before it overwrites it.").arg(shortName(name)),
-            MessageMs);
+            s_messageMs);
     }
 }
 

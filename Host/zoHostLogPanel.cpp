@@ -12,13 +12,13 @@
 namespace
 {
 // Enough to look back over a long session without holding on to all of it.
-constexpr int MaximumLines = 5000;
+constexpr int s_maximumLines = 5000;
 } // namespace
 
 zoHostLogPanel::zoHostLogPanel(QWidget* parent) : QPlainTextEdit(parent)
 {
     setReadOnly(true);
-    setMaximumBlockCount(MaximumLines);
+    setMaximumBlockCount(s_maximumLines);
     setLineWrapMode(QPlainTextEdit::WidgetWidth);
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

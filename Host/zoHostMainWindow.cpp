@@ -43,10 +43,10 @@ static void initResources()
 
 namespace
 {
-const char GeometryKey[] = "MainWindow/Geometry";
-const char StateKey[] = "MainWindow/State";
-constexpr int StateVersion = 1; // to be raised when docks or tool bars change their meaning
-constexpr int MessageMs = 10000;
+constexpr char s_geometryKey[] = "MainWindow/Geometry";
+constexpr char s_stateKey[] = "MainWindow/State";
+constexpr int s_stateVersion = 1; // to be raised when docks or tool bars change their meaning
+constexpr int s_messageMs = 10000;
 
 QString hostName()
 {
@@ -72,18 +72,18 @@ struct ToolTip
 };
 
 // The texts behind the tool-tip keys that modules use.
-constexpr ToolTip ToolTips[] = {
+constexpr ToolTip s_toolTips[] = {
     {"Tipreel_Cluster",
      QT_TRANSLATE_NOOP("zoHostMainWindow",
                        "Cluster: set up render nodes and displays, start and stop a session")},
 };
 
 // The categories that modules give, in English, and that a person reads.
-constexpr const char* Categories[] = {QT_TRANSLATE_NOOP("zoHostMainWindow", "Rendering")};
+constexpr const char* s_categories[] = {QT_TRANSLATE_NOOP("zoHostMainWindow", "Rendering")};
 
 QString categoryTitle(const QString& category)
 {
-    for (const char* known : Categories) {
+    for (const char* known : s_categories) {
         if (category == QLatin1String(known))
             return zoHostMainWindow::tr(known);
     }
@@ -298,7 +298,7 @@ QObject* zoHostMainWindow::moduleObject(const char* slotSignature) const
 
 QString zoHostMainWindow::resolvedToolTip(const QString& key)
 {
-    for (const ToolTip& entry : ToolTips) {
+    for (const ToolTip& entry : s_toolTips) {
         if (key == QLatin1String(entry.key))
             return tr(entry.text);
     }
@@ -401,7 +401,7 @@ void zoHostMainWindow::openConfiguration(const QString& fileName)
     }
     if (unsaved)
         statusBar()->showMessage(tr("What was not saved is kept under File > Earlier configurations."),
-                                 MessageMs);
+                                 s_messageMs);
 }
 
 bool zoHostMainWindow::offerRemoval(const QString& fileName)
@@ -496,16 +496,16 @@ void zoHostMainWindow::restoreLayout()
     if (m_services.controller->isNonInteractive())
         return;
     // A place that no screen shows any more is moved to one that does.
-    restoreGeometry(m_services.settings->value(QLatin1String(GeometryKey)).toByteArray());
-    restoreState(m_services.settings->value(QLatin1String(StateKey)).toByteArray(), StateVersion);
+    restoreGeometry(m_services.settings->value(QLatin1String(s_geometryKey)).toByteArray());
+    restoreState(m_services.settings->value(QLatin1String(s_stateKey)).toByteArray(), s_stateVersion);
 }
 
 void zoHostMainWindow::saveLayout() const
 {
     if (m_services.controller->isNonInteractive())
         return;
-    m_services.settings->setValue(QLatin1String(GeometryKey), saveGeometry());
-    m_services.settings->setValue(QLatin1String(StateKey), saveState(StateVersion));
+    m_services.settings->setValue(QLatin1String(s_geometryKey), saveGeometry());
+    m_services.settings->setValue(QLatin1String(s_stateKey), saveState(s_stateVersion));
 }
 
 QTreeWidgetItem* zoHostMainWindow::categoryItem(const QString& category)

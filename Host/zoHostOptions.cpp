@@ -4,7 +4,7 @@
 
 namespace
 {
-constexpr int UsageError = 2;
+constexpr int s_usageError = 2;
 
 // The options as the command line knows them.
 struct CommandLine
@@ -99,7 +99,7 @@ zoHostOptions::Result zoHostOptions::parse(const QStringList& arguments)
     }
     const QString mistake = isParsed ? line.mistake(parser) : parser.errorText();
     if (!mistake.isEmpty()) {
-        result.exitCode = UsageError;
+        result.exitCode = s_usageError;
         result.standardError =
             QStringLiteral("zohost: %1\n%2\n").arg(mistake, tr("Try 'zohost --help' for the options."));
         return result;

@@ -5,7 +5,7 @@
 
 namespace
 {
-const char FilesKey[] = "Recent/Files";
+constexpr char s_filesKey[] = "Recent/Files";
 
 bool isSameFile(const QString& left, const QString& right)
 {
@@ -37,7 +37,7 @@ QStringList zoHostRecentFiles::files() const
 {
     // What another host added meanwhile.
     m_settings->sync();
-    return m_settings->value(QLatin1String(FilesKey)).toStringList().mid(0, Limit);
+    return m_settings->value(QLatin1String(s_filesKey)).toStringList().mid(0, Limit);
 }
 
 void zoHostRecentFiles::add(const QString& fileName)
@@ -67,9 +67,9 @@ void zoHostRecentFiles::clear()
 
 void zoHostRecentFiles::store(const QStringList& list)
 {
-    if (list == m_settings->value(QLatin1String(FilesKey)).toStringList())
+    if (list == m_settings->value(QLatin1String(s_filesKey)).toStringList())
         return;
-    m_settings->setValue(QLatin1String(FilesKey), list);
+    m_settings->setValue(QLatin1String(s_filesKey), list);
     m_settings->sync();
     emit changed();
 }

@@ -7,7 +7,7 @@
 
 namespace
 {
-constexpr int FolderWidth = 320; // pixels
+constexpr int s_folderWidth = 320; // pixels
 
 QString withoutMnemonic(QString text)
 {
@@ -56,7 +56,7 @@ void zoHostRecentMenu::fill()
         const QString key = number < 10 ? QStringLiteral("&%1  ").arg(number)
                                         : QStringLiteral("1&0  "); // the tenth is the last
         // Behind the tabulator, where the short cuts stand: the names line up and the folders do.
-        const QString folder = fontMetrics().elidedText(shortFolder(file), Qt::ElideMiddle, FolderWidth);
+        const QString folder = fontMetrics().elidedText(shortFolder(file), Qt::ElideMiddle, s_folderWidth);
         QAction* action =
             addAction(key + withoutMnemonic(file.fileName()) + QLatin1Char('\t') + withoutMnemonic(folder));
         action->setData(name);

@@ -19,7 +19,7 @@
 
 namespace
 {
-constexpr int SessionFailed = 1;
+constexpr int s_sessionFailed = 1;
 } // namespace
 
 zoHostSession::zoHostSession(const zoHostOptions& options, zoHostMainWindow* window,
@@ -172,7 +172,7 @@ void zoHostSession::fail(const QString& reason)
     if (!m_options.nonInteractive || m_ended)
         return;
     m_ended = true;
-    QCoreApplication::exit(SessionFailed);
+    QCoreApplication::exit(s_sessionFailed);
 }
 
 void zoHostSession::then(void (zoHostSession::*step)())

@@ -10,8 +10,8 @@
 
 namespace
 {
-const char HostTexts[] = "zohost";
-const char QtTexts[] = "qtbase";
+constexpr char s_hostTexts[] = "zohost";
+constexpr char s_qtTexts[] = "qtbase";
 
 QString qtFolder()
 {
@@ -54,7 +54,7 @@ QString firstSpoken(const QStringList& wanted)
         const QString base = language.section(QLatin1Char('_'), 0, 0);
         if (base == QLatin1String("en") || base == QLatin1String("C"))
             break;
-        if (!fileOf(QLatin1String(HostTexts), language).isEmpty())
+        if (!fileOf(QLatin1String(s_hostTexts), language).isEmpty())
             return language;
     }
     return QStringLiteral("en");
@@ -66,8 +66,8 @@ zoHostTranslations::zoHostTranslations(const QString& language)
 {
     if (!language.isEmpty())
         QLocale::setDefault(QLocale(language));
-    install(fileOf(qtFolder(), QLatin1String(QtTexts), m_language));
-    add(QLatin1String(HostTexts));
+    install(fileOf(qtFolder(), QLatin1String(s_qtTexts), m_language));
+    add(QLatin1String(s_hostTexts));
 }
 
 zoHostTranslations::~zoHostTranslations()

@@ -14,7 +14,7 @@
 
 namespace
 {
-constexpr int Complete = 100;
+constexpr int s_complete = 100;
 
 // What the operating system can give to new programs without swapping; negative when it does not say.
 qint64 availableMemory()
@@ -270,7 +270,7 @@ bool zoLocalClusterService::connectNodes(const Nodes& nodes, Findings& findings)
     int shownPercent = -1;
     for (size_t i = 0; i < nodes.size(); ++i) {
         const zoClusterDocument::Node& node = nodes[i];
-        const int percent = int(i * Complete / nodes.size());
+        const int percent = int(i * s_complete / nodes.size());
         emit progressChanged(tr("Connecting to %1 ...").arg(node.id), percent);
         // Events at each percent only: a cluster of thousands must not redraw the window for each node.
         if (self && percent != shownPercent)
@@ -295,7 +295,7 @@ bool zoLocalClusterService::connectNodes(const Nodes& nodes, Findings& findings)
             break;
         }
     }
-    emit progressChanged(tr("Connected"), Complete);
+    emit progressChanged(tr("Connected"), s_complete);
     if (self)
         QCoreApplication::processEvents();
     return self && !m_abortRequested;

@@ -12,12 +12,12 @@
 
 namespace
 {
-constexpr int TimeoutMs = 2000;
-constexpr int ChunkSize = 64 * 1024;
-constexpr int FrameSize = 16;
+constexpr int s_timeoutMs = 2000;
+constexpr int s_chunkSize = 64 * 1024;
+constexpr int s_frameSize = 16;
 // More would measure the socket table and not the network.
-constexpr int MaximumConnections = 32;
-constexpr qint64 NanosecondsPerSecond = 1000000000;
+constexpr int s_maximumConnections = 32;
+constexpr qint64 s_nanosecondsPerSecond = 1000000000;
 
 struct Connection
 {
@@ -40,11 +40,11 @@ bool connectNodes(Connections& connections, int count, QString& error)
         connection.master = std::make_unique<QTcpSocket>();
         connection.master->setProxy(QNetworkProxy::NoProxy);
         connection.master->connectToHost(server.serverAddress(), server.serverPort());
-        if (!connection.master->waitForConnected(TimeoutMs)) {
+        if (!connection.master->waitForConnected(s_timeoutMs)) {
             error = connection.master->errorString();
             return false;
         }
-        if (!server.hasPendingConnections() && !server.waitForNewConnection(TimeoutMs)) {
+        if (!server.hasPendingConnections() && !server.waitForNewConnection(s_timeoutMs)) {
             error = server.errorString();
             return false;
         }
@@ -66,7 +66,7 @@ bool transfer(QTcpSocket& from, QTcpSocket& to, const QByteArray& block, QByteAr
     while (received < block.size()) {
         while (from.bytesToWrite() > 0 && from.flush()) {
         }
-        if (to.bytesAvailable() == 0 && !to.waitForReadyRead(TimeoutMs))
+        if (to.bytesAvailable() == 0 && !to.waitForReadyRead(s_timeoutMs))
             return false;
         received += to.read(buffer.data(), buffer.size());
     }
@@ -75,7 +75,7 @@ bool transfer(QTcpSocket& from, QTcpSocket& to, const QByteArray& block, QByteAr
 
 qint64 perSecond(qint64 amount, qint64 nanoseconds)
 {
-    return qint64(double(amount) * NanosecondsPerSecond / double(std::max<qint64>(nanoseconds, 1)));
+    return qint64(double(amount) * s_nanosecondsPerSecond / double(std::max<qint64>(nanoseconds, 1)));
 }
 
 // Round after round over all connections until a bound is reached; the rate, or -1 when a connection broke.
@@ -98,7 +98,7 @@ qint64 rate(Connections& connections, qint64 perRound, qint64 bound, int millise
 zoLoopbackSpeedTest::zoLoopbackSpeedTest(int nodeCount) : zoLoopbackSpeedTest(nodeCount, Limits()) {}
 
 zoLoopbackSpeedTest::zoLoopbackSpeedTest(int nodeCount, const Limits& limits)
-    : m_connections(std::max(1, std::min(nodeCount, MaximumConnections))), m_limits(limits)
+    : m_connections(std::max(1, std::min(nodeCount, s_maximumConnections))), m_limits(limits)
 {
 }
 
@@ -108,9 +108,9 @@ QStringList zoLoopbackSpeedTest::run()
     if (!connectNodes(connections, m_connections, m_error))
         return {};
 
-    const QByteArray block(ChunkSize, 'z');
-    const QByteArray frame(FrameSize, 's');
-    QByteArray buffer(ChunkSize, '\0');
+    const QByteArray block(s_chunkSize, 'z');
+    const QByteArray frame(s_frameSize, 's');
+    QByteArray buffer(s_chunkSize, '\0');
     const auto send = [&](Connection& c) { return transfer(*c.master, *c.node, block, buffer); };
     const auto receive = [&](Connection& c) { return transfer(*c.node, *c.master, block, buffer); };
     // A frame is in step when every node got the mark and answered it.
@@ -118,7 +118,7 @@ QStringList zoLoopbackSpeedTest::run()
         return transfer(*c.master, *c.node, frame, buffer) && transfer(*c.node, *c.master, frame, buffer);
     };
 
-    const qint64 bytes = qint64(ChunkSize) * m_connections;
+    const qint64 bytes = qint64(s_chunkSize) * m_connections;
     const int milliseconds = m_limits.milliseconds;
     const qint64 sent = rate(connections, bytes, m_limits.bytes, milliseconds, send);
     const qint64 received = sent < 0 ? -1 : rate(connections, bytes, m_limits.bytes, milliseconds, receive);

@@ -16,10 +16,10 @@ namespace
 using Result = zoFileWriter::Result;
 using Status = struct stat;
 
-constexpr int LONGEST_NAME = 255;
-constexpr int LONGEST_CHAIN = 40;           // of links, as the system has it
-constexpr off_t LARGEST_KEPT = 256L << 20U; // of an overwritten file, in memory
-constexpr int TRIES = 100;
+constexpr int s_longestName = 255;
+constexpr int s_longestChain = 40;           // of links, as the system has it
+constexpr off_t s_largestKept = 256L << 20U; // of an overwritten file, in memory
+constexpr int s_tries = 100;
 
 zoFileWriter::Guard& guard()
 {
@@ -70,7 +70,7 @@ bool isFull(int error)
 QByteArray followLinks(QByteArray name)
 {
     char link[PATH_MAX];
-    for (int i = 0; i < LONGEST_CHAIN; ++i) {
+    for (int i = 0; i < s_longestChain; ++i) {
         const ssize_t size = ::readlink(name.constData(), link, sizeof link);
         if (size < 0)
             break;
@@ -102,7 +102,7 @@ int flush(int file)
 
 bool readAll(int file, off_t size, QByteArray& bytes)
 {
-    if (size > LARGEST_KEPT)
+    if (size > s_largestKept)
         return false;
     bytes.resize(int(size));
     for (int done = 0; done < bytes.size();) {
@@ -215,11 +215,11 @@ public:
             return errno;
         if (const int error = errorOf(m_name))
             return error;
-        for (int i = 0; i < TRIES; ++i) {
+        for (int i = 0; i < s_tries; ++i) {
             const QByteArray ending =
                 '.' + QByteArray::number(QRandomGenerator::global()->generate(), 16).rightJustified(8, '0');
             QByteArray name = m_name + ending;
-            if (name.size() > LONGEST_NAME)
+            if (name.size() > s_longestName)
                 name = QByteArray(".zo") + ending;
             m_file.reset(::openat(m_folder.number(), name.constData(),
                                   O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
@@ -267,7 +267,7 @@ private:
     {
         if (name.isEmpty())
             return EISDIR;
-        return name.size() > LONGEST_NAME ? ENAMETOOLONG : 0;
+        return name.size() > s_longestName ? ENAMETOOLONG : 0;
     }
 
     Descriptor m_folder;

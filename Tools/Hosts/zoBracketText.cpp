@@ -7,7 +7,7 @@
 namespace
 {
 // Longer numbers do not fit.
-constexpr int MaximumDigits = 17;
+constexpr int s_maximumDigits = 17;
 
 bool isDigit(QChar c)
 {
@@ -181,9 +181,9 @@ bool zoBracketText::readRange(int begin, int end, Range& range)
     const auto readNumber = [&](int& p, qint64& number) {
         const int first = p;
         number = 0;
-        while (p < end && isDigit(m_text.at(p)) && p - first <= MaximumDigits)
+        while (p < end && isDigit(m_text.at(p)) && p - first <= s_maximumDigits)
             number = number * 10 + (m_text.at(p++).unicode() - '0');
-        return p > first && p - first <= MaximumDigits;
+        return p > first && p - first <= s_maximumDigits;
     };
 
     int p = begin;

@@ -14,27 +14,27 @@ namespace
 // A number with its width, in one word: the width decides first, then the value. Longer numbers count as
 // text.
 using Number = quint64;
-constexpr int MaximumDigits = 17;
+constexpr int s_maximumDigits = 17;
 // A name of more numbers is text as a whole: folding takes the square of their number.
 constexpr std::size_t MaximumNumbers = 16;
-constexpr int WidthShift = 57;
+constexpr int s_widthShift = 57;
 
 Number number(QStringView digits)
 {
     quint64 value = 0;
     for (const QChar c : digits)
         value = value * 10 + (c.unicode() - '0');
-    return (quint64(digits.size()) << WidthShift) | value;
+    return (quint64(digits.size()) << s_widthShift) | value;
 }
 
 quint64 valueOf(Number n)
 {
-    return n & ((quint64(1) << WidthShift) - 1);
+    return n & ((quint64(1) << s_widthShift) - 1);
 }
 
 int widthOf(Number n)
 {
-    return int(n >> WidthShift);
+    return int(n >> s_widthShift);
 }
 
 int digitCount(quint64 value)
@@ -94,7 +94,7 @@ std::vector<Group> groupsOf(const std::vector<QString>& names)
             const QChar* begin = p;
             while (p != end && isDigit(*p))
                 ++p;
-            if (p != begin && p - begin <= MaximumDigits) {
+            if (p != begin && p - begin <= s_maximumDigits) {
                 pattern += s_placeholder;
                 numbers.push_back(number(QStringView(begin, p)));
                 continue;
@@ -318,7 +318,7 @@ QByteArray zoHostNames::orderedBracketText(const std::vector<QString>& names)
     };
     for (const QString& name : names) {
         int start = name.size();
-        while (start > 0 && isDigit(name.at(start - 1)) && name.size() - start < MaximumDigits)
+        while (start > 0 && isDigit(name.at(start - 1)) && name.size() - start < s_maximumDigits)
             --start;
         if (start == name.size()) {
             flush();

@@ -29,7 +29,7 @@ bool zoHostsTreeCommand::writeResult(const zoHostsTree& tree, const QCommandLine
 namespace
 {
 // Lines of deeper braces would be little but blanks.
-constexpr int DeepestIndent = 64;
+constexpr int s_deepestIndent = 64;
 
 // The last host that one line, "n01 - n16", can say together with this one; the host itself when they are
 // less than three.
@@ -60,7 +60,7 @@ QByteArray zoHostsTreeCommand::text(const zoHostsTree& tree)
     int depth = 0;
     for (int index = tree.next(zoHostsTree::Root, depth); index >= 0;) {
         const zoHostsTree::Item& item = tree.item(index);
-        result.append(std::min(2 * (depth - 1), DeepestIndent), ' ');
+        result.append(std::min(2 * (depth - 1), s_deepestIndent), ' ');
         if (item.isNetwork) {
             const std::size_t hosts = tree.children(index).size();
             const QString number = QString::number(++networks);
@@ -99,7 +99,7 @@ QByteArray zoHostsTreeCommand::json(const zoHostsTree& tree)
             result += ',';
         level = depth;
         const zoHostsTree::Item& item = tree.item(index);
-        result += '\n' + QByteArray(std::min(depth, DeepestIndent), ' ');
+        result += '\n' + QByteArray(std::min(depth, s_deepestIndent), ' ');
         if (item.isNetwork)
             result += "{\"index\": " + QByteArray::number(++networks) + ", \"hosts\": [";
         else
