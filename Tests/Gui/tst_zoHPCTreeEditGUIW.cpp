@@ -22,6 +22,7 @@
 #include <QTextDocument>
 #include <QTreeWidget>
 
+#include <functional>
 #include <memory>
 
 namespace
@@ -137,6 +138,7 @@ private slots:
     void shownValuesAreAnnouncedWhenTheyDifferFromThoseBefore();
     void showingTheSameValuesAgainAnnouncesNothing();
     void replacedValueIsAnnounced();
+    void everyChangeIsSaidOnce();
     void previousItemKeepsItsValues();
     void newItemGetsNothingOfThePrevious();
     void selectionInTheTreeIsShown();
@@ -899,6 +901,39 @@ void tst_zoHPCTreeEditGUIW::replacedValueIsAnnounced()
     m_editor->setItem(m_master);
 
     QCOMPARE(changed, (QList<QList<QVariant>>{{QString()}}));
+}
+
+void tst_zoHPCTreeEditGUIW::everyChangeIsSaidOnce()
+{
+    QSignalSpy changed(m_editor.get(), &zoHPCTreeEditGUIW::changed);
+    const auto isSaid = [&changed](const std::function<void()>& change) {
+        changed.clear();
+        change();
+        return changed.size() == 1;
+    };
+
+    m_editor->setItem(m_master);
+    QVERIFY(isSaid([this] { find<QComboBox>("m_imageCompression")->setCurrentIndex(2); }));
+    QVERIFY(isSaid([this] { find<QCheckBox>("m_homogeneousCluster")->toggle(); }));
+    m_editor->setItem(m_network);
+    QVERIFY(isSaid([this] { find<QComboBox>("m_networkSpeedSelection")->setCurrentIndex(2); }));
+    QVERIFY(isSaid([this] { find<QSpinBox>("m_servicePort")->setValue(77); }));
+    QVERIFY(isSaid([this] { find<QCheckBox>("m_encrypted")->toggle(); }));
+    QVERIFY(isSaid([this] { find<QCheckBox>("m_networkEnabled")->toggle(); }));
+    QVERIFY(isSaid([this] { find<QLineEdit>("m_networkDescription")->setText(QStringLiteral("farm")); }));
+    m_editor->setItem(m_node);
+    QVERIFY(isSaid([this] { find<QCheckBox>("m_hostEnabled")->toggle(); }));
+    QVERIFY(isSaid([this] { find<QCheckBox>("m_renderNode")->toggle(); }));
+    QVERIFY(isSaid([this] { find<QLineEdit>("m_hostName")->setText(QStringLiteral("other")); }));
+
+    // Looking at items is none.
+    changed.clear();
+    for (zoHPCTreeItem* item : {m_master, m_network, m_node, m_master})
+        m_editor->setItem(item);
+    QCOMPARE(changed.size(), 0);
+    // But a value that no row shows is replaced.
+    m_network->setOption(zoHPCOption::LinkSpeed, QStringLiteral("no such value"));
+    QVERIFY(isSaid([this] { m_editor->setItem(m_network); }));
 }
 
 void tst_zoHPCTreeEditGUIW::previousItemKeepsItsValues()

@@ -57,11 +57,37 @@ private slots:
     void editHostsTakesTheFileOverTheText();
     void editHostsCancelledChangesNothing();
     void deletedRowIsWholeWhileTheCurrentOneMovesOn();
+    void everyChangeIsSaid();
 
     // Keys
     void deleteKeyRemovesTheCurrentRow_data();
     void deleteKeyRemovesTheCurrentRow();
 };
+
+void tst_zoHPCTreeGUIWEditing::everyChangeIsSaid()
+{
+    QSignalSpy changed(m_view.get(), &zoHPCTreeGUIW::changed);
+    const auto isSaid = [&changed](const std::function<void()>& change) {
+        changed.clear();
+        change();
+        return !changed.isEmpty();
+    };
+
+    QVERIFY(isSaid([this] { m_view->addNetwork(); }));
+    QVERIFY(isSaid([this] { m_view->addHost(); }));
+    QVERIFY(isSaid([this] { item({1, 0})->setHostName("n"); }));
+    QVERIFY(isSaid([this] { item({1})->setOption("speed", "10g"); }));
+    QVERIFY(isSaid([this] { m_view->removeItem(); }));
+    QVERIFY(isSaid([this] { delete item({1}); }));
+    QVERIFY(isSaid([this] { item({0})->addChild(new zoHPCTreeItem(m_view.get())); }));
+    QVERIFY(isSaid([this] { m_view->setHostString("a b"); }));
+    QVERIFY(isSaid([this] { m_view->setDefaultConfig(); }));
+
+    // Looking around is none, and neither is a session.
+    QVERIFY(!isSaid([this] { m_view->setSelectedItem(item({0, 0})); }));
+    QVERIFY(!isSaid([this] { m_view->setIsRunning(true, {"localhost"}); }));
+    QVERIFY(!isSaid([this] { m_view->getHostsString(); }));
+}
 
 void tst_zoHPCTreeGUIWEditing::startsWithTheDefaultTree()
 {

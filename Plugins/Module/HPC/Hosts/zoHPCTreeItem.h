@@ -63,7 +63,7 @@ public:
     QString getOption(const QString& name) const;
     bool hasOption(const QString& name) const; // for hosts and tests
     void setOption(const QString& name, const QString& value);
-    // Text that is no number reads as 0, not as the default.
+    // An invalid number reads as 0, not as the default.
     int getIntOption(const QString& name, int defaultValue) const;
     void setIntOption(const QString& name, int value, int defaultValue); // for hosts and tests
     // Stays valid until the item is destroyed. Changes made through it do not reach the display.
