@@ -10,7 +10,7 @@ class tst_zoHPCLayout final : public zoTestCase
 
 private slots:
     void emptyConfigurationIsAnEmptyLayout();
-    void nodesBearTheNamesThatWindowsUse();
+    void nodesHaveTheNamesThatWindowsUse();
     void equalNamesAreNumberedInTreeOrder();
     void nodeIsEnabledOnlyWithAllAboveIt();
     void networkCountsItsOwnNodes();
@@ -24,6 +24,8 @@ private slots:
     void cornersInPixelsAreReadAsSuch();
     void eyesFollowTheStereoMode_data();
     void eyesFollowTheStereoMode();
+    void tilesAreAsLargeAsTheFirstViewportOfOne();
+    void claimOfAllTilesIsThatOfTheProjection();
     void listsAndTreesGiveTheSame();
 };
 
@@ -38,7 +40,7 @@ void tst_zoHPCLayout::emptyConfigurationIsAnEmptyLayout()
     QCOMPARE(layout.indexOf(nullptr), zoHPCLayout::None);
 }
 
-void tst_zoHPCLayout::nodesBearTheNamesThatWindowsUse()
+void tst_zoHPCLayout::nodesHaveTheNamesThatWindowsUse()
 {
     zoHPCSetup setup;
     zoHPCTreeItem* const node = setup.addNode(QStringLiteral("n1"));
@@ -243,6 +245,47 @@ void tst_zoHPCLayout::eyesFollowTheStereoMode()
     QFETCH(unsigned, eyes);
 
     QCOMPARE(zoHPCLayout::eyesOf(eye), eyes);
+}
+
+void tst_zoHPCLayout::tilesAreAsLargeAsTheFirstViewportOfOne()
+{
+    zoHPCSetup setup;
+    zoHPCProjectionItem* const wall = setup.addProjection(QStringLiteral("wall"), QStringLiteral("wall"));
+    wall->setInt(zoHPCProjectionItem::Rows, 1);
+    wall->setInt(zoHPCProjectionItem::Columns, 2);
+    wall->update();
+    zoHPCProjectionItem* const tile = setup.addProjection(QStringLiteral("tile"), QStringLiteral("tile"));
+    zoHPCProjectionItem* const unshown = setup.addProjection(QStringLiteral("dark"), QStringLiteral("wall"));
+    const QString eye = QStringLiteral("mono");
+    zoHPCWindowItem* const window =
+        setup.addWindowAt(QStringLiteral("n"), QStringLiteral("0"), 0, 0, 800, 600);
+    zoHPCViewportItem* const half =
+        setup.addViewport(window, static_cast<zoHPCProjectionItem*>(wall->child(1))->getString(0), eye);
+    half->setViewport(0.5, 0.0, 1.0, 1.0);
+    setup.addViewport(setup.addWindowAt(QStringLiteral("n"), QStringLiteral("1"), 0, 0, 640, 480),
+                      QStringLiteral("tile"), eye);
+
+    const zoHPCLayout layout = setup.layout();
+
+    QCOMPARE(layout.tilePixels(layout.indexOf(wall)), QSizeF(400, 600));
+    QCOMPARE(layout.tilePixels(layout.indexOf(tile)), QSizeF(640, 480));
+    QCOMPARE(layout.tilePixels(layout.indexOf(unshown)), QSizeF(1280, 1024));
+}
+
+void tst_zoHPCLayout::claimOfAllTilesIsThatOfTheProjection()
+{
+    zoHPCSetup setup;
+    zoHPCProjectionItem* const all = setup.addPowerWall(QStringLiteral("all"), 1, 2);
+    zoHPCProjectionItem* const some = setup.addPowerWall(QStringLiteral("some"), 1, 2);
+    const zoHPCLayout layout = setup.layout();
+
+    const auto found = layout.tilesOrTheirProjections(
+        [&](size_t i) { return layout.projections()[i].item != some->child(0); });
+
+    QCOMPARE(found.size(), size_t(2));
+    QCOMPARE(found[0]->item, all);
+    QCOMPARE(found[1]->item, some->child(1));
+    QCOMPARE(found[0]->name(), QStringLiteral("all"));
 }
 
 void tst_zoHPCLayout::listsAndTreesGiveTheSame()

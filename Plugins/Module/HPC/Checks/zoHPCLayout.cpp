@@ -233,29 +233,34 @@ void zoHPCLayout::markShown()
 
 void zoHPCLayout::readNodes(zoHPCTreeItem* master)
 {
-    struct Above
-    {
-        int network; // index of the item when that is a network
-        bool enabled;
-    };
     if (!master)
         return;
+    struct Above
+    {
+        int network; // index of the parent when that is a network
+        bool enabled;
+    };
     zoHPCTreeWalk::inherit(std::vector<zoHPCTreeItem*>{master}, Above{None, true},
                            [this](zoHPCTreeItem* item, int, const Above& above) {
-                               Above here{None, above.enabled && item->isEnabled()};
+                               const bool enabled = above.enabled && item->isEnabled();
                                if (item->isNetwork()) {
-                                   here.network = static_cast<int>(m_networks.size());
-                                   m_networks.push_back({item, here.enabled, {}, 0});
-                               } else if (item->isNode()) {
-                                   m_nodes.push_back({item, QString(), here.enabled});
-                                   if (above.network != None) {
-                                       Network& network = m_networks[static_cast<size_t>(above.network)];
-                                       network.nodes.push_back(item);
-                                       network.enabledNodes += here.enabled ? 1 : 0;
-                                   }
+                                   m_networks.push_back({item, enabled, {}, 0});
+                                   return Above{static_cast<int>(m_networks.size()) - 1, enabled};
                                }
-                               return here;
+                               if (item->isNode())
+                                   addNode(item, above.network, enabled);
+                               return Above{None, enabled};
                            });
+}
+
+void zoHPCLayout::addNode(zoHPCTreeItem* item, int network, bool enabled)
+{
+    m_nodes.push_back({item, QString(), enabled});
+    if (network == None)
+        return;
+    Network& parent = m_networks[static_cast<size_t>(network)];
+    parent.nodes.push_back(item);
+    parent.enabledNodes += enabled ? 1 : 0;
 }
 
 void zoHPCLayout::nameNodes()

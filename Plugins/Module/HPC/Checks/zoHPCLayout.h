@@ -117,6 +117,7 @@ private:
     void linkViewports();
     void markShown();
     void readNodes(zoHPCTreeItem* master);
+    void addNode(zoHPCTreeItem* item, int network, bool enabled);
     void nameNodes();
 
     std::vector<Node> m_nodes;
