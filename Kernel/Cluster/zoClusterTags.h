@@ -26,7 +26,7 @@ constexpr QLatin1String Window = word("window");
 constexpr QLatin1String Viewport = word("viewport");
 
 // Attribute of a node: its host name.
-constexpr QLatin1String NameAttribute{"name"};
+constexpr QLatin1String NameAttribute = word("name");
 
 // Attributes of the root.
 constexpr QLatin1String VersionAttribute = word("version");

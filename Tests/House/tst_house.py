@@ -225,6 +225,10 @@ class Words(HouseTest):
         self.write(f"{MODULE}/Hosts/zoHPCItem.cpp", '#include "zoHPCItem.h"\n// Not QStringLiteral: see zoText.h.\n')
         self.assert_sound("words")
 
+    def test_constants_that_clang_does_not_count(self):
+        self.write("Host/zoHost.cpp", '#include "zoHost.h"\nconstexpr QLatin1String s_word{"word"};\n')
+        self.assert_found("words", "Host/zoHost.cpp:2: clang cannot count this at compile time")
+
     def test_literals_that_do_not_outlive_the_module(self):
         self.write(f"{MODULE}/Hosts/zoHPCItem.cpp", '#include "zoHPCItem.h"\nauto a = QStringLiteral("a");\n')
         self.assert_found("words", "zoHPCItem.cpp:2: zoText() instead of QStringLiteral")
