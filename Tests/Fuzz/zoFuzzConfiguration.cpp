@@ -2,6 +2,7 @@
 
 #include "zoFuzzing.h"
 
+#include <zoClusterTags.h>
 #include <zoHPCDisplayGUII.h>
 #include <zoHPCDocumentText.h>
 #include <zoHPCGUIW.h>
@@ -26,10 +27,10 @@ zoHPCGUIW& window()
 QString documentText()
 {
     QDomDocument document;
-    QDomElement root = document.createElement(QStringLiteral("cluster"));
-    root.setAttribute(QStringLiteral("version"), QStringLiteral("1"));
+    QDomElement root = document.createElement(zoClusterTags::Cluster);
+    root.setAttribute(zoClusterTags::VersionAttribute, zoClusterTags::Version);
     if (!window().getTree()->booking().isEmpty())
-        root.setAttribute(QStringLiteral("booking"), window().getTree()->booking());
+        root.setAttribute(zoClusterTags::BookingAttribute, window().getTree()->booking());
     document.appendChild(root);
     window().getTree()->appendXMLConfig(window().getTree()->master(), document, root);
     window().getDisplayEditor()->saveToXML(document);
@@ -49,7 +50,7 @@ bool zoFuzzConfiguration::isSmall(const QString& text)
     QDomDocument document;
     zoHPCDocumentText::Refusal refusal;
     zoHPCDocumentText::parse(text, document, refusal);
-    const QDomNodeList projections = document.elementsByTagName(QStringLiteral("projection"));
+    const QDomNodeList projections = document.elementsByTagName(zoClusterTags::Projection);
     qint64 tiles = 0;
     for (int i = 0; i < projections.size(); ++i) {
         const QDomElement projection = projections.at(i).toElement();

@@ -2,15 +2,15 @@
 
 #include "zoHPCDisplaySetup.h"
 #include "zoHPCDocumentWriter.h"
-#include "zoHPCOption.h"
+#include "zoHPCHostsSection.h"
 #include "zoHPCTreeDepth.h"
-#include "zoText.h"
 
 #include <QDomDocument>
 #include <QHash>
 #include <QVarLengthArray>
 #include <QXmlStreamReader>
 
+#include <zoClusterTags.h>
 #include <zoLog.h>
 
 #include <algorithm>
@@ -21,14 +21,6 @@ namespace
 {
 constexpr int LargestDepth = 30000; // the parser's time grows with the square of the depth
 
-// Readers of the display section take an empty attribute for a missing one. Written, it would be gone after
-// the next load and save, and the file would change although nobody changed it.
-bool isDisplayElement(const QString& tag)
-{
-    return tag == QLatin1String("projection") || tag == QLatin1String("display") ||
-           tag == QLatin1String("window") || tag == QLatin1String("viewport");
-}
-
 // What there is to know about one kind of element.
 struct TagRules
 {
@@ -36,14 +28,28 @@ struct TagRules
     bool emptyIsMissing = false;
 };
 
+// Each section knows the order of its attributes.
+TagRules makeRules(const QString& tag, bool keepEmpty)
+{
+    TagRules rules;
+    QStringList order = zoHPCDisplaySetup::attributeOrder(tag);
+    // Readers of the display section take an empty attribute for a missing one. Written, it would be gone after
+    // the next load and save, and the file would change although nobody changed it.
+    rules.emptyIsMissing = !keepEmpty && !order.isEmpty();
+    if (order.isEmpty())
+        order = zoHPCHostsSection::attributeOrder(tag);
+    if (tag == zoClusterTags::Cluster)
+        order = QStringList{zoClusterTags::VersionAttribute, zoClusterTags::BookingAttribute};
+    for (const QString& name : qAsConst(order))
+        rules.ranks.insert(name, rules.ranks.size());
+    return rules;
+}
+
 // Writes nodes of a document in the order of the text form.
 class NodeWriter final
 {
 public:
-    NodeWriter(zoHPCDocumentWriter& writer, QStringList (*attributeOrder)(const QString&), bool keepEmpty)
-        : m_writer(writer), m_attributeOrder(attributeOrder), m_keepEmpty(keepEmpty)
-    {
-    }
+    NodeWriter(zoHPCDocumentWriter& writer, bool keepEmpty) : m_writer(writer), m_keepEmpty(keepEmpty) {}
 
     // The node and its following siblings. Walks without recursion: forwarding networks may nest thousands of
     // levels deep.
@@ -129,14 +135,8 @@ private:
     {
         if (m_lastRules == nullptr || m_lastTag != tag) {
             auto it = m_rules.find(tag);
-            if (it == m_rules.end()) {
-                TagRules rules;
-                const QStringList order = m_attributeOrder(tag);
-                for (const QString& name : order)
-                    rules.ranks.insert(name, rules.ranks.size());
-                rules.emptyIsMissing = !m_keepEmpty && isDisplayElement(tag);
-                it = m_rules.emplace(tag, std::move(rules)).first;
-            }
+            if (it == m_rules.end())
+                it = m_rules.emplace(tag, makeRules(tag, m_keepEmpty)).first;
             m_lastTag = tag;
             m_lastRules = &it->second;
         }
@@ -144,7 +144,6 @@ private:
     }
 
     zoHPCDocumentWriter& m_writer;
-    QStringList (*m_attributeOrder)(const QString&);
     bool m_keepEmpty;
     std::map<QString, TagRules> m_rules; // its entries stay where they are
     QString m_lastTag;
@@ -203,14 +202,13 @@ int tooDeepAt(const QString& text, int limit)
 QString zoHPCDocumentText::toText(const QDomDocument& document, EmptyAttributes emptyAttributes)
 {
     zoHPCDocumentWriter writer;
-    NodeWriter(writer, &zoHPCDocumentText::attributeOrder, emptyAttributes == EmptyAttributes::Keep)
-        .write(document.firstChild());
+    NodeWriter(writer, emptyAttributes == EmptyAttributes::Keep).write(document.firstChild());
     return writer.takeText();
 }
 
 void zoHPCDocumentText::appendChildren(const QDomElement& element, zoHPCDocumentWriter& writer)
 {
-    NodeWriter(writer, &zoHPCDocumentText::attributeOrder, false).write(element.firstChild());
+    NodeWriter(writer, false).write(element.firstChild());
 }
 
 bool zoHPCDocumentText::parse(const QString& text, QDomDocument& document)
@@ -256,13 +254,4 @@ int zoHPCDocumentText::maximumDepth()
 {
     // No deeper than the tree that the document becomes: a document is refused as a whole or read as a whole.
     return std::min(zoHPCTreeDepth::limit(), LargestDepth);
-}
-
-QStringList zoHPCDocumentText::attributeOrder(const QString& tag)
-{
-    if (tag == QLatin1String("cluster"))
-        return {zoText("version"), zoText("booking")};
-    if (tag == QLatin1String("master") || tag == QLatin1String("network") || tag == QLatin1String("node"))
-        return {zoText("name"), zoHPCOption::NodesFile};
-    return zoHPCDisplaySetup::attributeOrder(tag);
 }

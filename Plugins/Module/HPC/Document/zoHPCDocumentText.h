@@ -2,7 +2,6 @@
 
 #include <QCoreApplication>
 #include <QString>
-#include <QStringList>
 
 class QDomDocument;
 class QDomElement;
@@ -27,12 +26,11 @@ public:
     zoHPCDocumentText() = delete;
 
     // The text of a document in the form of QDomDocument::toString(1), with attributes in a fixed order, so
-    // that the same content has the same bytes in every process: "version" before "booking" on the root; in
-    // the tree section "name", then "nodesfile"; in the display section the order of the items' columns;
-    // whatever has no such place follows sorted. Characters that XML cannot hold, attributes whose name is no
-    // XML name, and empty attributes of the display section (which readers take for missing ones) are left
-    // out.
-    // `emptyAttributes` can keep those of the display section.
+    // that the same content has the same bytes in every process: "version" before "booking" on the root, in
+    // the sections the order that zoHPCHostsSection and zoHPCDisplaySetup give; whatever has no such place
+    // follows sorted. Characters that XML cannot hold, attributes whose name is no XML name, and empty
+    // attributes of the display section (which readers take for missing ones) are left out; `emptyAttributes`
+    // can keep the last.
     static QString toText(const QDomDocument& document,
                           EmptyAttributes emptyAttributes = EmptyAttributes::OmitInDisplays);
 
@@ -49,7 +47,4 @@ public:
     // The deepest nesting of elements that the stack of this thread can carry, as a document and as a tree;
     // the toolkit recurses over both.
     static int maximumDepth();
-
-private:
-    static QStringList attributeOrder(const QString& tag);
 };

@@ -52,6 +52,13 @@ QString zoHPCHostsSection::tagOf(const zoHPCTreeItem& item)
     return item.isMaster() ? s_master : item.isNetwork() ? s_network : s_node;
 }
 
+QStringList zoHPCHostsSection::attributeOrder(const QString& tagName)
+{
+    if (tagName == s_master || tagName == s_network || tagName == s_node)
+        return {NameAttribute, zoHPCOption::NodesFile};
+    return {};
+}
+
 void zoHPCHostsSection::append(const zoHPCTreeItem* top, const QString& hostFile, QDomDocument& document,
                                QDomElement& parent)
 {

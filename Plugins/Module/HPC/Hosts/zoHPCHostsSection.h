@@ -4,6 +4,7 @@
 #include "zoHPCTreeWalk.h"
 
 #include <QDomDocument>
+#include <QStringList>
 
 // The host tree as elements of a configuration document: the one place that knows which elements, which
 // attributes, and in which order.
@@ -12,6 +13,8 @@ namespace zoHPCHostsSection
 // Element name of an item.
 QString tagOf(const zoHPCTreeItem& item);
 extern const QString NameAttribute;
+// Attributes of such an element that come first, in their order; empty for other elements. The rest is sorted.
+QStringList attributeOrder(const QString& tagName);
 
 // Writes an item and all below it. `Sink` is what elements go into, such as zoHPCDocumentWriter: it has
 // openElement(tag), addAttribute(name, value) and closeElement().
