@@ -14,6 +14,7 @@ struct zoCommandEntry
     const char* summary;
     // Null in zohpc for the commands of zohpc-document.
     std::unique_ptr<zoCommand> (*create)();
+    bool isPainting = false; // needs the toolkit's fonts
 };
 
 // The commands of zohpc. The overview, the program that serves a command and the completion of the shell follow

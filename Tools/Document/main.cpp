@@ -18,9 +18,9 @@ void writeMessage(QtMsgType type, const QMessageLogContext& context, const QStri
 }
 
 // Pictures need the toolkit's fonts; nothing else does, and to bring them up takes longer than a whole command.
-std::unique_ptr<QCoreApplication> createApplication(const QString& command, int& argc, char** argv)
+std::unique_ptr<QCoreApplication> createApplication(bool isPainting, int& argc, char** argv)
 {
-    if (command != QLatin1String("draw"))
+    if (!isPainting)
         return std::make_unique<QCoreApplication>(argc, argv);
     // Whatever the environment says: no display is needed.
     qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -41,10 +41,11 @@ int main(int argc, char** argv)
     for (int i = 1; i < argc; ++i)
         arguments << QString::fromLocal8Bit(argv[i]);
     const QString name = arguments.value(0);
-    const std::unique_ptr<QCoreApplication> application = createApplication(name, ownCount, argv);
+    const zoCommandEntry* command = zoCommandTable::find(name);
+    const std::unique_ptr<QCoreApplication> application =
+        createApplication(command != nullptr && command->isPainting, ownCount, argv);
     QCoreApplication::setApplicationName(QStringLiteral("zohpc"));
 
-    const zoCommandEntry* command = zoCommandTable::find(name);
     if (command == nullptr) {
         zoConsole::printError(QStringLiteral("zohpc-document is run by zohpc"));
         return zoConsole::Unusable;

@@ -11,7 +11,7 @@
 QString zoConvertCommand::description() const
 {
     return tr(
-        "Converts a legacy configuration into a configuration document. What a reader of the old file "
+        "Converts a legacy configuration into the present format. What a reader of the old file "
         "should look at\n"
         "afterwards, because it was dropped or changed by rule, is told on standard error with the place "
         "of the\n"

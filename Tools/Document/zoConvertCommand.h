@@ -5,7 +5,7 @@
 
 class QJsonArray;
 
-// "convert": a legacy configuration as a configuration document, and what to look at afterwards.
+// "convert": a legacy configuration in the present format, and what to look at afterwards.
 class zoConvertCommand final : public zoCommand
 {
     Q_DECLARE_TR_FUNCTIONS(zoConvertCommand)
