@@ -161,9 +161,9 @@ zoHPCProblem::List zoHPCPlaneChecks::blendsWiderThanOverlap(const zoHPCLayout& l
                                                               {P::RightEdge, reach.right},
                                                               {P::TopEdge, reach.lower},
                                                               {P::BottomEdge, reach.upper}}};
-        constexpr double TOLERANCE = 2e-3;
+        constexpr double Tolerance = 2e-3;
         const bool tooWide = std::any_of(edges.begin(), edges.end(), [&](const auto& edge) {
-            return item->getDouble(edge.first) > edge.second + TOLERANCE;
+            return item->getDouble(edge.first) > edge.second + Tolerance;
         });
         if (!tooWide)
             continue;

@@ -7,7 +7,7 @@
 namespace
 {
 // A plane that reaches more cells of space is compared with all others.
-constexpr double MAXIMUM_CELLS = 256.0;
+constexpr double s_maximumCells = 256.0;
 
 quint64 cellAt(double x, double y, double z)
 {
@@ -41,7 +41,7 @@ zoHPCPlaneOverlaps::zoHPCPlaneOverlaps(std::vector<zoHPCPlane> planes) : m_plane
     m_cell = std::max(sizes[sizes.size() / 2], 1e-3);
     for (size_t i = 0; i < m_planes.size(); ++i) {
         const Box box = boxOf(m_planes[i]);
-        if (!(box.count() <= MAXIMUM_CELLS))
+        if (!(box.count() <= s_maximumCells))
             m_large.push_back(i);
         else
             forEachCell(box, [&](quint64 cell) { m_cells[cell].push_back(i); });
@@ -50,7 +50,7 @@ zoHPCPlaneOverlaps::zoHPCPlaneOverlaps(std::vector<zoHPCPlane> planes) : m_plane
 
 zoHPCPlaneOverlaps::Reach zoHPCPlaneOverlaps::over(const zoHPCPlane& plane) const
 {
-    constexpr double TOUCH = 1e-3; // fraction of the plane that counts as the same place
+    constexpr double Touch = 1e-3; // fraction of the plane that counts as the same place
     Reach result;
     const Point3 u = unit(plane.right());
     const Point3 n = plane.normal();
@@ -74,17 +74,17 @@ zoHPCPlaneOverlaps::Reach zoHPCPlaneOverlaps::over(const zoHPCPlane& plane) cons
             }
             nearest = std::min(nearest, std::abs(dot(fromCorner, n)));
         }
-        const bool reaches = low[0] < 1.0 - TOUCH && high[0] > TOUCH && low[1] < 1.0 - TOUCH &&
-                             high[1] > TOUCH && nearest < 0.1 * std::max(w, h);
+        const bool reaches = low[0] < 1.0 - Touch && high[0] > Touch && low[1] < 1.0 - Touch &&
+                             high[1] > Touch && nearest < 0.1 * std::max(w, h);
         if (!reaches)
             continue;
-        if (low[0] < -TOUCH)
+        if (low[0] < -Touch)
             result.left = std::max(result.left, std::min(high[0], 1.0));
-        if (high[0] > 1.0 + TOUCH)
+        if (high[0] > 1.0 + Touch)
             result.right = std::max(result.right, std::min(1.0 - low[0], 1.0));
-        if (low[1] < -TOUCH)
+        if (low[1] < -Touch)
             result.lower = std::max(result.lower, std::min(high[1], 1.0));
-        if (high[1] > 1.0 + TOUCH)
+        if (high[1] > 1.0 + Touch)
             result.upper = std::max(result.upper, std::min(1.0 - low[1], 1.0));
     }
     return result;
@@ -114,7 +114,7 @@ std::vector<const zoHPCPlane*> zoHPCPlaneOverlaps::near(const zoHPCPlane& plane)
 {
     std::vector<const zoHPCPlane*> result;
     const Box box = boxOf(plane);
-    if (!(box.count() <= MAXIMUM_CELLS)) {
+    if (!(box.count() <= s_maximumCells)) {
         for (const zoHPCPlane& other : m_planes)
             result.push_back(&other);
         return result;

@@ -12,7 +12,7 @@ constexpr struct
     const char* word;
     Tree item;
     Tree fix;
-} KINDS[] = {
+} s_kinds[] = {
 #define ZO_KIND(kind, word, item, fix, check) {word, Tree::item, Tree::fix},
     ZO_HPC_PROBLEM_KINDS(ZO_KIND)
 #undef ZO_KIND
@@ -26,7 +26,7 @@ zoHPCProblem::zoHPCProblem(Kind problemKind, QTreeWidgetItem* concerned, const Q
 
 QString zoHPCProblem::kindName(Kind kind)
 {
-    return QString::fromLatin1(KINDS[static_cast<size_t>(kind)].word);
+    return QString::fromLatin1(s_kinds[static_cast<size_t>(kind)].word);
 }
 
 void zoHPCProblem::setFix(const QString& text, std::function<void()> change)
@@ -37,10 +37,10 @@ void zoHPCProblem::setFix(const QString& text, std::function<void()> change)
 
 bool zoHPCProblem::concernsHost() const
 {
-    return KINDS[static_cast<size_t>(kind)].item == Tree::Hosts;
+    return s_kinds[static_cast<size_t>(kind)].item == Tree::Hosts;
 }
 
 bool zoHPCProblem::fixesHosts() const
 {
-    return KINDS[static_cast<size_t>(kind)].fix == Tree::Hosts;
+    return s_kinds[static_cast<size_t>(kind)].fix == Tree::Hosts;
 }

@@ -9,13 +9,13 @@
 zoHPCProblems::List zoHPCProblems::find(const zoHPCLayout& layout)
 {
     using Check = List (*)(const zoHPCLayout&);
-    static constexpr Check CHECKS[] = {
+    static constexpr Check Checks[] = {
 #define ZO_KIND(kind, word, item, fix, check) check,
         ZO_HPC_PROBLEM_KINDS(ZO_KIND)
 #undef ZO_KIND
     };
     List all;
-    for (const Check check : CHECKS) {
+    for (const Check check : Checks) {
         List found = check(layout);
         std::move(found.begin(), found.end(), std::back_inserter(all));
     }

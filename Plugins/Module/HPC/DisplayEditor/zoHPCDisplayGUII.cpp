@@ -877,7 +877,7 @@ void zoHPCDisplayGUII::createPreview()
            std::min(height(), screen.height() - FRAME));
     setHostTree(nullptr);
     // The buttons at the bottom come last.
-    QWidget* last = m_layoutPane->problemsView()->findChild<QTreeView*>();
+    QWidget* last = m_layoutPane->problemsView()->list();
     for (const QDialogButtonBox::StandardButton which :
          {QDialogButtonBox::Ok, QDialogButtonBox::Cancel, QDialogButtonBox::Apply}) {
         setTabOrder(last, m_buttonBox->button(which));

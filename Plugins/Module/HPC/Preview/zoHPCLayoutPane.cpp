@@ -25,8 +25,8 @@ constexpr struct
 {
     int width;
     int height;
-} SCREEN_SIZES[] = {{1280, 1024}, {1920, 1080}, {1920, 1200}, {2560, 1440},
-                    {2560, 1600}, {3840, 2160}, {4096, 2160}};
+} s_screenSizes[] = {{1280, 1024}, {1920, 1080}, {1920, 1200}, {2560, 1440},
+                     {2560, 1600}, {3840, 2160}, {4096, 2160}};
 } // namespace
 
 zoHPCLayoutPane::zoHPCLayoutPane(QWidget* parent) : QWidget(parent)
@@ -83,7 +83,7 @@ QWidget* zoHPCLayoutPane::createScreensPage()
     m_screenSize->setToolTip(tr("Size of the screens: windows that reach beyond it stand out. \"Automatic\" "
                                 "takes what the windows need."));
     m_screenSize->addItem(tr("Automatic"), QSize());
-    for (const auto& size : SCREEN_SIZES)
+    for (const auto& size : s_screenSizes)
         m_screenSize->addItem(tr("%1 x %2").arg(QString::number(size.width), QString::number(size.height)),
                               QSize(size.width, size.height));
     connect(m_screenSize, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
@@ -190,10 +190,10 @@ void zoHPCLayoutPane::showAll()
 std::shared_ptr<const zoHPCLayout> zoHPCLayoutPane::readLayout()
 {
     // A setup of some hundred windows or some thousand tiles takes longer to check than a frame lasts.
-    constexpr size_t MANY = 1000;
+    constexpr size_t Many = 1000;
     m_isStale = false;
     auto layout = m_review->layout();
-    m_isLarge = layout->projections().size() + layout->windows().size() + layout->viewports().size() > MANY;
+    m_isLarge = layout->projections().size() + layout->windows().size() + layout->viewports().size() > Many;
     return layout;
 }
 

@@ -17,13 +17,13 @@
 namespace
 {
 // Points of a picture per inch, in all formats: texts are as large beside lines as on the screen.
-constexpr int RESOLUTION = 96;
-constexpr int LARGEST_SIDE = 32767;
+constexpr int s_resolution = 96;
+constexpr int s_largestSide = 32767;
 
 bool isPossible(const QSize& size)
 {
-    return size.width() > 0 && size.height() > 0 && size.width() <= LARGEST_SIDE &&
-           size.height() <= LARGEST_SIDE;
+    return size.width() > 0 && size.height() > 0 && size.width() <= s_largestSide &&
+           size.height() <= s_largestSide;
 }
 } // namespace
 
@@ -72,7 +72,7 @@ bool zoHPCPictureFile::writeSvg(const zoHPCPicture& picture, QIODevice& device, 
 {
     QSvgGenerator generator;
     generator.setOutputDevice(&device);
-    generator.setResolution(RESOLUTION);
+    generator.setResolution(s_resolution);
     generator.setSize(size);
     generator.setViewBox(QRect(QPoint(0, 0), size));
     QPainter painter;
@@ -92,8 +92,8 @@ bool zoHPCPictureFile::writePng(const zoHPCPicture& picture, QIODevice& device, 
     if (image.isNull())
         return false;
     image.setDevicePixelRatio(scale);
-    image.setDotsPerMeterX(qRound(RESOLUTION * scale / 0.0254));
-    image.setDotsPerMeterY(qRound(RESOLUTION * scale / 0.0254));
+    image.setDotsPerMeterX(qRound(s_resolution * scale / 0.0254));
+    image.setDotsPerMeterY(qRound(s_resolution * scale / 0.0254));
     QPainter painter;
     if (!painter.begin(&image))
         return false;
@@ -106,9 +106,9 @@ bool zoHPCPictureFile::writePdf(const zoHPCPicture& picture, QIODevice& device, 
 {
     QPdfWriter writer(&device);
     writer.setCreator(QCoreApplication::applicationName());
-    writer.setResolution(RESOLUTION);
+    writer.setResolution(s_resolution);
     writer.setPageSize(
-        QPageSize(QSizeF(size) * 72.0 / RESOLUTION, QPageSize::Point, QString(), QPageSize::ExactMatch));
+        QPageSize(QSizeF(size) * 72.0 / s_resolution, QPageSize::Point, QString(), QPageSize::ExactMatch));
     writer.setPageMargins(QMarginsF());
     QPainter painter;
     if (!painter.begin(&writer))

@@ -24,6 +24,8 @@ public:
     // Keeps the current row where the same problem is there again.
     void setProblems(std::vector<zoHPCProblem> problems);
     const std::vector<zoHPCProblem>& problems() const;
+    // Takes part in the order of tabs.
+    QTreeView* list() const { return m_list; }
     // Before items go: the list can be read on, but a click does nothing until the next setProblems().
     void forgetItems();
 

@@ -7,9 +7,9 @@
 
 namespace
 {
-constexpr double MAXIMUM_PITCH = 89.0;
-constexpr double NEAREST = 10.0; // mm
-constexpr double FARTHEST = 1e8;
+constexpr double s_maximumPitch = 89.0;
+constexpr double s_nearest = 10.0; // mm
+constexpr double s_farthest = 1e8;
 
 double focalLength(const QRectF& area)
 {
@@ -27,13 +27,13 @@ bool zoHPCRoomCamera::operator==(const zoHPCRoomCamera& other) const
 void zoHPCRoomCamera::orbit(double yawBy, double pitchBy)
 {
     yaw = std::remainder(yaw + yawBy, 360.0);
-    pitch = qBound(-MAXIMUM_PITCH, pitch + pitchBy, MAXIMUM_PITCH);
+    pitch = qBound(-s_maximumPitch, pitch + pitchBy, s_maximumPitch);
 }
 
 void zoHPCRoomCamera::zoom(double factor)
 {
     if (factor > 0.0)
-        distance = qBound(NEAREST, distance / factor, FARTHEST);
+        distance = qBound(s_nearest, distance / factor, s_farthest);
 }
 
 void zoHPCRoomCamera::pan(const QPointF& by, const QRectF& area)
@@ -63,8 +63,8 @@ void zoHPCRoomCamera::fit(const std::vector<Point3>& points, const QRectF& area,
     const double halfWidth = std::max(area.width() / 2.0 - margin, 1.0);
     const double halfHeight = std::max(area.height() / 2.0 - margin, 1.0);
     for (int round = 0; round < 10; ++round) {
-        distance = NEAREST;
-        double needed = NEAREST;
+        distance = s_nearest;
+        double needed = s_nearest;
         for (const Point3& p : points) {
             const Seen s = see(p);
             const double behindTarget = s.depth - distance;
@@ -72,7 +72,7 @@ void zoHPCRoomCamera::fit(const std::vector<Point3>& points, const QRectF& area,
                 std::max({needed, std::abs(s.x) * focal / halfWidth - behindTarget,
                           std::abs(s.y) * focal / halfHeight - behindTarget, 10.0 * Near - behindTarget});
         }
-        distance = std::min(needed, FARTHEST);
+        distance = std::min(needed, s_farthest);
         QPointF upperLeft(HUGE_VAL, HUGE_VAL);
         QPointF lowerRight(-HUGE_VAL, -HUGE_VAL);
         for (const Point3& p : points) {

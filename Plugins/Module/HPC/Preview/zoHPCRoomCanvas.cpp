@@ -122,9 +122,9 @@ void zoHPCRoomCanvas::label(const QPointF& center, const QString& fullText, cons
     QFont font = style.font;
     font.setBold(isBold);
     const QFontMetricsF metrics(font, painter.device());
-    constexpr double MARGIN = 4.0;
-    const QString text = metrics.elidedText(fullText, Qt::ElideMiddle, area.width() - 3.0 * MARGIN);
-    const QSizeF size(metrics.horizontalAdvance(text) + 2.0 * MARGIN, metrics.height() + 2.0);
+    constexpr double Margin = 4.0;
+    const QString text = metrics.elidedText(fullText, Qt::ElideMiddle, area.width() - 3.0 * Margin);
+    const QSizeF size(metrics.horizontalAdvance(text) + 2.0 * Margin, metrics.height() + 2.0);
     QRectF box(center - QPointF(size.width() / 2.0, size.height() / 2.0), size);
     // Off the picture: better no name than one that belongs to nothing visible.
     if (!area.adjusted(-size.width() / 2.0, 0, size.width() / 2.0, 0).intersects(box))

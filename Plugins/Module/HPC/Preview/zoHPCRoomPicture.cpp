@@ -69,11 +69,11 @@ void zoHPCRoomPicture::fit(const QRectF& area)
 
 bool zoHPCRoomPicture::isLarge() const
 {
-    constexpr qint64 MANY_TILES = 1000;
+    constexpr qint64 ManyTiles = 1000;
     qint64 tiles = 0;
     for (const Wall& wall : m_walls)
         tiles += qint64(wall.rows) * wall.columns;
-    return tiles > MANY_TILES;
+    return tiles > ManyTiles;
 }
 
 void zoHPCRoomPicture::paint(QPainter& painter, const QRectF& area, const QPalette& palette,
@@ -163,13 +163,13 @@ zoHPCRoomPicture::Meeting zoHPCRoomPicture::meet(const Point3& ray) const
 QTreeWidgetItem* zoHPCRoomPicture::lineAt(const QPointF& point, const QRectF& area) const
 {
     // What has no area can be taken at its line.
-    constexpr double REACH = 5.0;
+    constexpr double Reach = 5.0;
     for (const Wall& wall : m_walls) {
         if (!wall.isDegenerate || m_camera.see(wall.plane.center()).depth < zoHPCRoomCamera::Near)
             continue;
         const QPointF from = m_camera.toPicture(m_camera.see(wall.plane.lowerLeft), area);
         const QPointF to = m_camera.toPicture(m_camera.see(wall.plane.upperRight), area);
-        if (distanceToSegment(point, from, to) <= REACH)
+        if (distanceToSegment(point, from, to) <= Reach)
             return wall.item;
     }
     return nullptr;
@@ -179,12 +179,12 @@ void zoHPCRoomPicture::paintViewer(zoHPCRoomCanvas& canvas) const
 {
     if (!canvas.isVisible(Point3()))
         return;
-    constexpr double HEAD = 110.0; // mm
-    constexpr double LOOK = 500.0; // mm
+    constexpr double Head = 110.0; // mm
+    constexpr double Look = 500.0; // mm
     const double scale = m_camera.scaleAt(m_camera.see(Point3()).depth, canvas.area);
     // Always to be seen, never in the way.
-    const double radius = qBound(4.0, HEAD * scale, 8.0);
-    canvas.arrow(Point3(), {0.0, 0.0, -std::max(LOOK, 3.0 * radius / scale)}, canvas.style.text, 2.0);
+    const double radius = qBound(4.0, Head * scale, 8.0);
+    canvas.arrow(Point3(), {0.0, 0.0, -std::max(Look, 3.0 * radius / scale)}, canvas.style.text, 2.0);
     canvas.painter.setPen(QPen(canvas.style.background, 1.5));
     canvas.painter.setBrush(canvas.style.text);
     canvas.painter.drawEllipse(canvas.place(Point3()), radius, radius);
@@ -192,8 +192,8 @@ void zoHPCRoomPicture::paintViewer(zoHPCRoomCanvas& canvas) const
 
 void zoHPCRoomPicture::paintAxes(zoHPCRoomCanvas& canvas) const
 {
-    constexpr double SIZE = 24.0;
-    const QPointF origin = canvas.area.topLeft() + QPointF(1.6 * SIZE, 1.8 * SIZE);
+    constexpr double Size = 24.0;
+    const QPointF origin = canvas.area.topLeft() + QPointF(1.6 * Size, 1.8 * Size);
     const zoHPCRoomCamera::Seen from = m_camera.see(Point3());
     const struct
     {
@@ -207,8 +207,8 @@ void zoHPCRoomPicture::paintAxes(zoHPCRoomCanvas& canvas) const
     for (const auto& axis : axes) {
         const zoHPCRoomCamera::Seen to = m_camera.see(axis.direction);
         const QPointF way(to.x - from.x, from.y - to.y);
-        canvas.painter.drawLine(origin, origin + SIZE * way);
-        const QPointF text = origin + (SIZE + 8.0) * way;
+        canvas.painter.drawLine(origin, origin + Size * way);
+        const QPointF text = origin + (Size + 8.0) * way;
         canvas.painter.drawText(QRectF(text - QPointF(8.0, 9.0), QSizeF(16.0, 18.0)), Qt::AlignCenter,
                                 axis.name);
     }

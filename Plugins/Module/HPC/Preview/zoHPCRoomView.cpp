@@ -15,8 +15,8 @@
 
 namespace
 {
-constexpr double DEGREES_PER_PIXEL = 0.4;
-constexpr double DEGREES_PER_KEY = 10.0;
+constexpr double s_degreesPerPixel = 0.4;
+constexpr double s_degreesPerKey = 10.0;
 } // namespace
 
 zoHPCRoomView::zoHPCRoomView(QWidget* parent) : zoHPCPictureView(parent)
@@ -86,7 +86,7 @@ void zoHPCRoomView::mouseMoveEvent(QMouseEvent* event)
         m_picture.setCamera(camera);
         noteMove(Move::Dragged);
     } else {
-        turn(-DEGREES_PER_PIXEL * way.x(), DEGREES_PER_PIXEL * way.y());
+        turn(-s_degreesPerPixel * way.x(), s_degreesPerPixel * way.y());
     }
 }
 
@@ -118,16 +118,16 @@ void zoHPCRoomView::keyPressEvent(QKeyEvent* event)
         fit();
         break;
     case Qt::Key_Left:
-        turn(-DEGREES_PER_KEY, 0.0);
+        turn(-s_degreesPerKey, 0.0);
         break;
     case Qt::Key_Right:
-        turn(DEGREES_PER_KEY, 0.0);
+        turn(s_degreesPerKey, 0.0);
         break;
     case Qt::Key_Up:
-        turn(0.0, DEGREES_PER_KEY);
+        turn(0.0, s_degreesPerKey);
         break;
     case Qt::Key_Down:
-        turn(0.0, -DEGREES_PER_KEY);
+        turn(0.0, -s_degreesPerKey);
         break;
     case Qt::Key_Plus:
         zoom(ZoomPerStep);

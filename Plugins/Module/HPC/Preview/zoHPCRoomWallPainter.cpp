@@ -40,14 +40,14 @@ void zoHPCRoomWallPainter::paintFill()
         m_canvas.fill(m_wall.plane, QBrush(m_canvas.style.faintText, Qt::DiagCrossPattern));
         m_canvas.fill(m_wall.plane, zoHPCPictureStyle::withAlpha(m_canvas.style.background, 0.75));
         // Neighbours in a row at once. Frames during a drag do without the pattern of a large m_wall.
-        constexpr int MANY = 2000;
+        constexpr int Many = 2000;
         int pieces = 0;
         for (int row = 0; row < m_wall.rows; ++row) {
             for (int column = 0; column < m_wall.columns;) {
                 int end = column;
                 while (end < m_wall.columns && m_wall.isLit(row, end))
                     ++end;
-                if (end > column && (!m_canvas.isFast || ++pieces < MANY)) {
+                if (end > column && (!m_canvas.isFast || ++pieces < Many)) {
                     const double top = m_wall.top(row);
                     const zoHPCPlane part =
                         m_wall.plane.part(m_wall.left(column), std::max(0.0, top - m_wall.tileHeight),
@@ -66,9 +66,9 @@ void zoHPCRoomWallPainter::paintFill()
 
 void zoHPCRoomWallPainter::paintBands()
 {
-    constexpr double STRENGTH = 0.75;
-    const QColor out = zoHPCPictureStyle::withAlpha(m_canvas.style.fadeOut, STRENGTH);
-    const QColor in = zoHPCPictureStyle::withAlpha(m_canvas.style.fadeIn, STRENGTH);
+    constexpr double Strength = 0.75;
+    const QColor out = zoHPCPictureStyle::withAlpha(m_canvas.style.fadeOut, Strength);
+    const QColor in = zoHPCPictureStyle::withAlpha(m_canvas.style.fadeIn, Strength);
     const auto strip = [&](const zoHPCPlane& part, double width, bool upward) {
         if (width < 0.0) // a gap: the frames of the screens
             m_canvas.fill(part, zoHPCPictureStyle::withAlpha(m_canvas.style.background, 0.85));
@@ -79,15 +79,15 @@ void zoHPCRoomWallPainter::paintBands()
     };
     const double overlapX = m_wall.overlapX();
     const double overlapY = m_wall.overlapY();
-    constexpr double NOTHING = 1e-6;
-    if (m_wall.columns > 1 && std::abs(overlapX) > NOTHING) {
+    constexpr double Nothing = 1e-6;
+    if (m_wall.columns > 1 && std::abs(overlapX) > Nothing) {
         for (int column = 1; column < m_wall.columns; ++column) {
             const double s = m_wall.left(column);
             strip(m_wall.plane.part(std::min(s, s + overlapX), 0.0, std::max(s, s + overlapX), 1.0), overlapX,
                   false);
         }
     }
-    if (m_wall.rows > 1 && std::abs(overlapY) > NOTHING) {
+    if (m_wall.rows > 1 && std::abs(overlapY) > Nothing) {
         for (int row = 1; row < m_wall.rows; ++row) {
             const double t = m_wall.top(row);
             strip(m_wall.plane.part(0.0, std::min(t, t - overlapY), 1.0, std::max(t, t - overlapY)), overlapY,
@@ -115,11 +115,11 @@ void zoHPCRoomWallPainter::paintTileLines()
         return;
     const QPointF corner = m_canvas.place(m_wall.plane.lowerLeft);
     // Lines closer than this run together: then only some are drawn.
-    constexpr double CLOSEST = 3.0;
+    constexpr double Closest = 3.0;
     const auto every = [&](const Point3& end, int count) {
         const QPointF way = m_canvas.place(end) - corner;
         const double apart = std::hypot(way.x(), way.y()) / count;
-        return std::max(1, static_cast<int>(std::ceil(CLOSEST / std::max(apart, 1e-3))));
+        return std::max(1, static_cast<int>(std::ceil(Closest / std::max(apart, 1e-3))));
     };
     m_canvas.painter.setPen(QPen(zoHPCPictureStyle::withAlpha(m_canvas.style.line, 0.75), 1.0));
     const int columnStep = every(m_wall.plane.lowerRight, m_wall.columns);

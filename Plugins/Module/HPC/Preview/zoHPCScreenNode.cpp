@@ -18,12 +18,12 @@ using Viewport = zoHPCScreenNode::Viewport;
 using Window = zoHPCScreenNode::Window;
 
 // Damaged numbers must not make everything else vanish.
-constexpr double FARTHEST_PIXEL = 65536.0;
+constexpr double s_farthestPixel = 65536.0;
 
 QRectF limited(const QRectF& geometry)
 {
     return geometry.normalized().intersected(
-        QRectF(-FARTHEST_PIXEL, -FARTHEST_PIXEL, 2 * FARTHEST_PIXEL, 2 * FARTHEST_PIXEL));
+        QRectF(-s_farthestPixel, -s_farthestPixel, 2 * s_farthestPixel, 2 * s_farthestPixel));
 }
 
 // Reads one layout, step by step.
@@ -153,11 +153,11 @@ void Reader::markOverlaps()
 void Reader::markCovered(Screen& screen)
 {
     // Texts on top of each other can be read by nobody: those of a window wholly below a later one stay away.
-    constexpr size_t MANY = 500;
+    constexpr size_t Many = 500;
     for (size_t i = 0; i < screen.windows.size(); ++i) {
         if (!screen.windows[i].overlaps)
             continue;
-        const size_t end = std::min(screen.windows.size(), i + MANY);
+        const size_t end = std::min(screen.windows.size(), i + Many);
         for (size_t j = i + 1; j < end && !screen.windows[i].isCovered; ++j)
             screen.windows[i].isCovered = screen.windows[j].geometry.contains(screen.windows[i].geometry);
     }

@@ -240,13 +240,13 @@ void zoHPCScreensPainter::paintText(const QRectF& box, int flags, const QString&
                                     double height, const QColor& ground) const
 {
     // Smaller letters cannot be read, larger ones say no more.
-    constexpr double SMALLEST = 6.0;
-    constexpr double LARGEST = 15.0;
-    if (height < SMALLEST || box.width() < 2.0 * SMALLEST)
+    constexpr double Smallest = 6.0;
+    constexpr double Largest = 15.0;
+    if (height < Smallest || box.width() < 2.0 * Smallest)
         return;
     const QFont before = m_painter.font();
     QFont font = before;
-    font.setPixelSize(static_cast<int>(std::min(height, LARGEST)));
+    font.setPixelSize(static_cast<int>(std::min(height, Largest)));
     m_painter.setFont(font);
     const QFontMetricsF metrics(font, m_painter.device());
     const QString shown = metrics.elidedText(text, Qt::ElideRight, box.width());

@@ -12,9 +12,9 @@
 
 namespace
 {
-constexpr double SMALLEST_SCALE = 1e-4;
-constexpr double LARGEST_SCALE = 20.0;
-constexpr double EDGE_REACH = 5.0; // units of the picture
+constexpr double s_smallestScale = 1e-4;
+constexpr double s_largestScale = 20.0;
+constexpr double s_edgeReach = 5.0; // units of the picture
 
 } // namespace
 
@@ -53,7 +53,7 @@ void zoHPCScreensPicture::fit(const QRectF& area)
     if (m_sheet.isEmpty())
         return;
     const double scale = std::min(area.width() / m_sheet.width(), area.height() / m_sheet.height());
-    m_placement.scale = qBound(SMALLEST_SCALE, 0.97 * scale, 1.0);
+    m_placement.scale = qBound(s_smallestScale, 0.97 * scale, 1.0);
     m_placement.offset = area.center() - m_placement.scale * m_sheet.center();
 }
 
@@ -61,7 +61,7 @@ void zoHPCScreensPicture::zoom(double factor, const QPointF& about)
 {
     if (!(factor > 0.0))
         return;
-    const double scale = qBound(SMALLEST_SCALE, m_placement.scale * factor, LARGEST_SCALE);
+    const double scale = qBound(s_smallestScale, m_placement.scale * factor, s_largestScale);
     m_placement.offset = about - (scale / m_placement.scale) * (about - m_placement.offset);
     m_placement.scale = scale;
 }
@@ -129,15 +129,15 @@ zoHPCScreensPicture::Hit zoHPCScreensPicture::hitTest(const QPointF& point) cons
         for (auto screen = node->screens.rbegin(); screen != node->screens.rend(); ++screen) {
             for (auto window = screen->windows.rbegin(); window != screen->windows.rend(); ++window) {
                 const QRectF place = m_placement.toPicture(window->geometry.translated(screen->origin));
-                if (!place.adjusted(-EDGE_REACH, -EDGE_REACH, EDGE_REACH, EDGE_REACH).contains(point))
+                if (!place.adjusted(-s_edgeReach, -s_edgeReach, s_edgeReach, s_edgeReach).contains(point))
                     continue;
                 Hit hit;
                 hit.window = window->item;
                 hit.canMove = !window->isFullScreen;
                 if (hit.canMove) {
                     // In a narrow window the inside stays free to move it.
-                    const double reachX = std::min(EDGE_REACH, place.width() / 4.0);
-                    const double reachY = std::min(EDGE_REACH, place.height() / 4.0);
+                    const double reachX = std::min(s_edgeReach, place.width() / 4.0);
+                    const double reachY = std::min(s_edgeReach, place.height() / 4.0);
                     if (point.x() < place.left() + reachX)
                         hit.edges |= LeftEdge;
                     else if (point.x() > place.right() - reachX)
@@ -196,8 +196,8 @@ zoHPCScreensPicture::find(const zoHPCWindowItem* window) const
 
 void zoHPCScreensPicture::read(const zoHPCLayout& layout)
 {
-    constexpr size_t MANY_WINDOWS = 200;
-    m_isLarge = layout.windows().size() > MANY_WINDOWS;
+    constexpr size_t ManyWindows = 200;
+    m_isLarge = layout.windows().size() > ManyWindows;
     m_nodes = zoHPCScreenNode::read(layout, m_screenSize);
 }
 

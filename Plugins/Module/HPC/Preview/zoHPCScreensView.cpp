@@ -21,16 +21,16 @@
 namespace
 {
 // A window never gets smaller by dragging, so that it can still be taken (pixels).
-constexpr int SMALLEST_WINDOW = 16;
+constexpr int s_smallestWindow = 16;
 // Further away no screen is (pixels).
-constexpr int FARTHEST = 100000;
+constexpr int s_farthest = 100000;
 
 // How near an edge comes to a line before it lies on it (units of the picture).
-constexpr double SNAP_REACH = 8.0;
+constexpr double s_snapReach = 8.0;
 
 int limited(double value)
 {
-    return qRound(qBound(-double(FARTHEST), value, double(FARTHEST)));
+    return qRound(qBound(-double(s_farthest), value, double(s_farthest)));
 }
 
 // How far it is to the line that is nearest to one of the two edges, of which either may not move; 0 when
@@ -253,13 +253,13 @@ void zoHPCScreensView::dragWindow(const QPoint& to, bool snaps)
         geometry.translate(x, y);
     // The opposite edge stays where it is.
     if (m_hit.edges & zoHPCScreensPicture::LeftEdge)
-        geometry.setLeft(std::min(m_before.left() + x, m_before.right() + 1 - SMALLEST_WINDOW));
+        geometry.setLeft(std::min(m_before.left() + x, m_before.right() + 1 - s_smallestWindow));
     if (m_hit.edges & zoHPCScreensPicture::RightEdge)
-        geometry.setWidth(std::max(m_before.width() + x, SMALLEST_WINDOW));
+        geometry.setWidth(std::max(m_before.width() + x, s_smallestWindow));
     if (m_hit.edges & zoHPCScreensPicture::TopEdge)
-        geometry.setTop(std::min(m_before.top() + y, m_before.bottom() + 1 - SMALLEST_WINDOW));
+        geometry.setTop(std::min(m_before.top() + y, m_before.bottom() + 1 - s_smallestWindow));
     if (m_hit.edges & zoHPCScreensPicture::BottomEdge)
-        geometry.setHeight(std::max(m_before.height() + y, SMALLEST_WINDOW));
+        geometry.setHeight(std::max(m_before.height() + y, s_smallestWindow));
     m_guidesX.clear();
     m_guidesY.clear();
     if (snaps)
@@ -269,7 +269,7 @@ void zoHPCScreensView::dragWindow(const QPoint& to, bool snaps)
 
 void zoHPCScreensView::snap(QRect& geometry)
 {
-    const int reach = qRound(SNAP_REACH / m_picture.scale());
+    const int reach = qRound(s_snapReach / m_picture.scale());
     const bool moves = m_hit.edges == zoHPCScreensPicture::NoEdge;
     const bool left = moves || (m_hit.edges & zoHPCScreensPicture::LeftEdge);
     const bool right = moves || (m_hit.edges & zoHPCScreensPicture::RightEdge);
@@ -282,9 +282,9 @@ void zoHPCScreensView::snap(QRect& geometry)
         geometry.translate(x, y);
     } else {
         // An edge that would leave less than the smallest window stays.
-        if (geometry.width() + (left ? -x : x) >= SMALLEST_WINDOW)
+        if (geometry.width() + (left ? -x : x) >= s_smallestWindow)
             geometry.adjust(left ? x : 0, 0, right ? x : 0, 0);
-        if (geometry.height() + (top ? -y : y) >= SMALLEST_WINDOW)
+        if (geometry.height() + (top ? -y : y) >= s_smallestWindow)
             geometry.adjust(0, top ? y : 0, 0, bottom ? y : 0);
     }
 
@@ -304,15 +304,15 @@ void zoHPCScreensView::snap(QRect& geometry)
 void zoHPCScreensView::paintGuides(QPainter& painter) const
 {
     const QRectF window = m_picture.placeOf(m_hit.window);
-    constexpr double BEYOND = 16.0;
+    constexpr double Beyond = 16.0;
     painter.setPen(QPen(zoHPCPictureStyle(palette()).current, 1.0, Qt::DashLine));
     for (const int line : m_guidesX) {
         const double x = m_picture.placeBeside(m_hit.window, QRectF(line, 0.0, 0.0, 0.0)).x();
-        painter.drawLine(QPointF(x, window.top() - BEYOND), QPointF(x, window.bottom() + BEYOND));
+        painter.drawLine(QPointF(x, window.top() - Beyond), QPointF(x, window.bottom() + Beyond));
     }
     for (const int line : m_guidesY) {
         const double y = m_picture.placeBeside(m_hit.window, QRectF(0.0, line, 0.0, 0.0)).y();
-        painter.drawLine(QPointF(window.left() - BEYOND, y), QPointF(window.right() + BEYOND, y));
+        painter.drawLine(QPointF(window.left() - Beyond, y), QPointF(window.right() + Beyond, y));
     }
 }
 
