@@ -74,6 +74,8 @@ private slots:
     void windowMarksTheNodeOfItsUniqueName();
     void renamingANodeUpdatesTheMarks();
     void addingANodeUpdatesTheUniqueNames();
+    void loadingMarksOnceWithTheNewDisplays();
+    void replacingReturnsWhatIsThere();
     void displayChangeIsForwarded();
 
     void disabledNodesStayReadableWhenThePaletteChanges();
@@ -382,6 +384,41 @@ void tst_zoHPCGUIW::addingANodeUpdatesTheUniqueNames()
         names << node->uniqueHostName();
     QCOMPARE(names, (QStringList{QStringLiteral("localhost 1"), QStringLiteral("localhost 2"),
                                  QStringLiteral("localhost 3")}));
+}
+
+void tst_zoHPCGUIW::loadingMarksOnceWithTheNewDisplays()
+{
+    m_window->setConfigString(QLatin1String(s_document));
+    m_window->getDisplayEditor()->getWindowItems().first()->setRenderNode(QStringLiteral("b"));
+    m_window->getDisplayEditor()->apply();
+    const zoHPCTreeGUIW* tree = m_window->getTree();
+    QVERIFY(tree->getNodeItems().at(1)->isDisplayNode());
+    // The new hosts are there, the displays are the old ones.
+    int heard = 0;
+    bool isMarkedByOldDisplays = false;
+    connect(tree, &zoHPCTreeGUIW::hostsChanged, m_window.get(), [&] {
+        ++heard;
+        isMarkedByOldDisplays |= tree->getNodeItems().at(1)->isDisplayNode();
+    });
+
+    m_window->setConfigString(QLatin1String(s_document));
+
+    QCOMPARE(heard, 1);
+    QVERIFY(!isMarkedByOldDisplays);
+    QVERIFY(!tree->getNodeItems().at(1)->isDisplayNode());
+    QCOMPARE(tree->getNodeItems().at(2)->uniqueHostName(), QStringLiteral("a 2"));
+    QVERIFY(tree->getNodeItems().at(2)->isDisplayNode());
+}
+
+void tst_zoHPCGUIW::replacingReturnsWhatIsThere()
+{
+    const QString text =
+        QString::fromLatin1(s_document).replace(QLatin1String("\"b\""), QLatin1String("'c'"));
+
+    const QString written = m_window->replaceConfigString(text);
+
+    QVERIFY(written.contains(QLatin1String("\"c\"")));
+    QCOMPARE(written, m_window->documentText());
 }
 
 void tst_zoHPCGUIW::displayChangeIsForwarded()
