@@ -1,6 +1,8 @@
 #!/usr/bin/env python3
 """Sees each check of house.py fail: a small house in a temporary folder, sound at first, and one defect in it."""
 
+import contextlib
+import io
 import json
 import pathlib
 import subprocess
@@ -43,9 +45,10 @@ class HouseTest(unittest.TestCase):
 
     def run_check(self, check, *arguments):
         """Exit status and output, as ctest sees them."""
-        done = subprocess.run([sys.executable, str(HERE / "house.py"), check, str(self.root), *arguments],
-                              capture_output=True, text=True)
-        return done.returncode, done.stdout
+        output = io.StringIO()
+        with contextlib.redirect_stdout(output):
+            status = house.main([check, str(self.root), *arguments])
+        return status, output.getvalue()
 
     def assert_found(self, check, *parts):
         status, output = self.run_check(check)
