@@ -1,10 +1,12 @@
 #include "zoClusterDocument.h"
 
 #include <zoClusterIds.h>
+#include <zoClusterLimits.h>
 #include <zoClusterTags.h>
+#include <zoClusterXml.h>
 
 #include <QCoreApplication>
-#include <QXmlStreamReader>
+#include <QDomDocument>
 
 namespace
 {
@@ -24,61 +26,80 @@ struct Item
     std::vector<int> children;
 };
 
+QString reasonOf(zoClusterXml::Outcome outcome, const zoClusterXml::Refusal& refusal)
+{
+    switch (outcome) {
+    case zoClusterXml::Outcome::TooDeep:
+        return QCoreApplication::translate("zoClusterDocument", "more than %1 elements are nested")
+            .arg(zoClusterLimits::MaximumDepth);
+    case zoClusterXml::Outcome::TooManyEntities:
+        return QCoreApplication::translate("zoClusterDocument", "the document type declares too much");
+    default:
+        return refusal.reason;
+    }
+}
+
+// The item that an element stands for, below its parent; s_noItem for none.
+int readItem(const QDomElement& element, int parent, std::vector<Item>& items)
+{
+    const QString tag = element.tagName();
+    int index = s_noItem;
+    if (tag == zoClusterTags::Master) {
+        index = 0;
+    } else if (parent != s_noItem && (tag == zoClusterTags::Network || tag == zoClusterTags::Node)) {
+        index = int(items.size());
+        Item item;
+        item.kind = tag == zoClusterTags::Node ? Kind::Node : Kind::Network;
+        item.parent = parent;
+        item.row = int(items[size_t(parent)].children.size());
+        if (item.kind == Kind::Node)
+            item.name = element.attribute(zoClusterTags::NameAttribute, QStringLiteral("localhost"));
+        items.push_back(item);
+        items[size_t(parent)].children.push_back(index);
+    }
+    if (index != s_noItem) {
+        Item& item = items[size_t(index)];
+        if (element.hasAttribute(QStringLiteral("enabled")))
+            item.enabled = element.attribute(QStringLiteral("enabled")) != QLatin1String("false");
+        if (element.hasAttribute(QStringLiteral("serviceport")))
+            item.servicePort = element.attribute(QStringLiteral("serviceport"));
+    }
+    return index;
+}
+
 // The rows of the host tree; the master is the first. False when the text is not well-formed.
 bool readItems(const QString& text, std::vector<Item>& items, QString& reason)
 {
     items.assign(1, Item());
     items.front().kind = Kind::Master;
 
-    QXmlStreamReader xml(text);
-    xml.setNamespaceProcessing(false); // as the window reads it
-    // The item that each open element hangs its children under.
-    std::vector<int> open{s_noItem};
-    while (!xml.atEnd()) {
-        switch (xml.readNext()) {
-        case QXmlStreamReader::StartElement: {
-            const int parent = open.back();
-            const auto tag = xml.qualifiedName();
-            const QXmlStreamAttributes attributes = xml.attributes();
-            int index = s_noItem;
-            if (tag == zoClusterTags::Master) {
-                index = 0;
-            } else if (parent != s_noItem && (tag == zoClusterTags::Network || tag == zoClusterTags::Node)) {
-                index = int(items.size());
-                Item item;
-                item.kind = tag == zoClusterTags::Node ? Kind::Node : Kind::Network;
-                item.parent = parent;
-                item.row = int(items[size_t(parent)].children.size());
-                if (item.kind == Kind::Node)
-                    item.name = attributes.hasAttribute(zoClusterTags::NameAttribute)
-                                    ? attributes.value(zoClusterTags::NameAttribute).toString()
-                                    : QStringLiteral("localhost");
-                items.push_back(item);
-                items[size_t(parent)].children.push_back(index);
-            }
-            if (index != s_noItem) {
-                Item& item = items[size_t(index)];
-                if (attributes.hasAttribute(QLatin1String("enabled")))
-                    item.enabled = attributes.value(QLatin1String("enabled")) != QLatin1String("false");
-                if (attributes.hasAttribute(QLatin1String("serviceport")))
-                    item.servicePort = attributes.value(QLatin1String("serviceport")).toString();
-            }
-            // An element without an item is transparent: its children belong to what is around it.
-            open.push_back(index != s_noItem ? index : parent);
-            break;
-        }
-        case QXmlStreamReader::EndElement:
-            open.pop_back();
-            break;
-        default:
-            break;
-        }
-    }
-    if (xml.hasError()) {
+    QDomDocument document;
+    zoClusterXml::Refusal refusal;
+    const zoClusterXml::Outcome outcome = zoClusterXml::read(text, document, refusal);
+    if (outcome != zoClusterXml::Outcome::Read) {
         reason = QCoreApplication::translate("zoClusterDocument", "line %1, column %2: %3")
-                     .arg(QString::number(xml.lineNumber()), QString::number(xml.columnNumber()),
-                          xml.errorString());
+                     .arg(QString::number(refusal.line), QString::number(refusal.column),
+                          reasonOf(outcome, refusal));
         return false;
+    }
+    // Without recursion: the item that the children of each open element hang under.
+    std::vector<int> open{s_noItem};
+    QDomElement element = document.documentElement();
+    while (!element.isNull()) {
+        const int index = readItem(element, open.back(), items);
+        QDomElement next = element.firstChildElement();
+        if (!next.isNull()) {
+            // An element without an item is transparent: its children belong to what is around it.
+            open.push_back(index != s_noItem ? index : open.back());
+        } else {
+            next = element.nextSiblingElement();
+            while (next.isNull() && open.size() > 1) {
+                open.pop_back();
+                element = element.parentNode().toElement();
+                next = element.nextSiblingElement();
+            }
+        }
+        element = next;
     }
     return true;
 }

@@ -146,6 +146,9 @@ void zoHostSession::takeScreenshot()
         QObject* module = m_window->moduleObject("stopCluster()");
         if (module == nullptr || !QMetaObject::invokeMethod(module, "stopCluster", Qt::DirectConnection))
             fail(tr("Unable to stop: no module runs a cluster"));
+    } else if (m_options.nonInteractive && !m_options.start) {
+        // There is nobody to close the window, and nothing to wait for.
+        then(&zoHostSession::finish);
     }
 }
 

@@ -110,6 +110,8 @@ bool zoModuleLoader::load(const QString& fileName)
         failure = QString::fromLocal8Bit(exception.what());
         if (failure.isEmpty())
             failure = tr("Its entry failed");
+    } catch (...) {
+        failure = tr("Its entry failed");
     }
     if (!failure.isEmpty()) {
         logFailure(file, failure);

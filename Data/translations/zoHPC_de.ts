@@ -60,6 +60,10 @@ auch wenn die Server dann instabil sein können?</translation>
         <translation>Netzwerk (%1)</translation>
     </message>
     <message>
+        <source>Cluster start given up after %1 attempts.</source>
+        <translation>Start des Clusters nach %1 Versuchen aufgegeben.</translation>
+    </message>
+    <message>
         <source>Network %1 not found.</source>
         <translation>Netzwerk %1 nicht gefunden.</translation>
     </message>
@@ -828,6 +832,10 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>Cluster config line %1, column %2: %3</source>
         <translation>Clusterkonfiguration, Zeile %1, Spalte %2: %3</translation>
+    </message>
+    <message>
+        <source>the document type declares too much</source>
+        <translation>der Dokumenttyp vereinbart zu viel</translation>
     </message>
     <message>
         <source>more than %1 elements are nested</source>
@@ -1704,6 +1712,10 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>The cluster section is nested too deep: at most %1 levels of the tree fit the stack.</source>
         <translation>Der Clusterabschnitt ist zu tief verschachtelt: höchstens %1 Ebenen des Baums passen auf den Stapel.</translation>
+    </message>
+    <message>
+        <source>The hosts text names more than %1 hosts.</source>
+        <translation>Der Text der Rechner nennt mehr als %1 Rechner.</translation>
     </message>
     <message>
         <source>The hosts text is nested too deep: at most %1 levels of the tree fit the stack.</source>

@@ -7,6 +7,14 @@
         <source>line %1, column %2: %3</source>
         <translation>Zeile %1, Spalte %2: %3</translation>
     </message>
+    <message>
+        <source>more than %1 elements are nested</source>
+        <translation>mehr als %1 Elemente sind verschachtelt</translation>
+    </message>
+    <message>
+        <source>the document type declares too much</source>
+        <translation>der Dokumenttyp vereinbart zu viel</translation>
+    </message>
 </context>
 <context>
     <name>zoClusterNodeLocks</name>

@@ -13,9 +13,13 @@ constexpr int MaximumHosts = 1000000;
 constexpr qint64 MaximumNameCharacters = 32 * 1000 * 1000;
 
 // Levels of the host tree, the master being the first, and elements nested in a document. The toolkit recurses
-// over both (laying out an expanded tree view takes 321 bytes of stack for each level, destroying a document
-// 64), and text forms are indented by the level.
-constexpr int MaximumDepth = 1024;
+// over both (laying out an expanded tree view takes 321 bytes of stack for each level), and its parser's time
+// grows with the square of the depth.
+constexpr int MaximumDepth = 10240;
 // Networks inside each other: a network and its host are a level each.
 constexpr int MaximumNetworkDepth = (MaximumDepth - 1) / 2;
+
+// The levels of all rows of the tree together: text forms are indented by the level, so that many rows deep
+// down would be little but blanks.
+constexpr qint64 MaximumLevels = 100 * 1000 * 1000;
 } // namespace zoClusterLimits

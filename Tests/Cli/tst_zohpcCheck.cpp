@@ -19,6 +19,8 @@ private slots:
     void problemsHaveTheirPlaces();
     void problemsAsJson();
     void jsonHasALineForEachProblem();
+    void planesFarAwayAreChecked_data();
+    void planesFarAwayAreChecked();
     void unusableFileDoesNotHideTheOthers();
     void noFileIsWrongUsage();
 
@@ -93,6 +95,34 @@ void tst_zohpcCheck::problemsAsJson()
     QCOMPARE(first.value("kind").toString(), QStringLiteral("viewport-without-projection"));
     QVERIFY(!first.value("text").toString().isEmpty());
     QVERIFY(first.contains("fix"));
+}
+
+// Cells of space far away were once counted in steps that changed nothing: for ever, in the window too.
+void tst_zohpcCheck::planesFarAwayAreChecked_data()
+{
+    QTest::addColumn<QByteArray>("far");
+
+    for (const char* far : {"1e7", "1e15", "1e20", "1e150", "-1e20"})
+        QTest::newRow(far) << QByteArray(far);
+}
+
+void tst_zohpcCheck::planesFarAwayAreChecked()
+{
+    QFETCH(QByteArray, far);
+    // Two planes of a metre at a far place, the second one half over the first.
+    QByteArray text = "<cluster version=\"1\"><master><network><node name=\"a\"/></network></master>";
+    for (const char* left : {"0", "500"})
+        text += QByteArray("<projection name=\"P") + left +
+                "\" type=\"plane\" edgeblending=\"true\" rightedge=\"0.9\" x1=\"" + left +
+                "\" y1=\"0\" z1=\"" + far + "\" x2=\"1" + left + "\" y2=\"0\" z2=\"" + far + "\" x3=\"1" +
+                left + "\" y3=\"1000\" z3=\"" + far + "\"/>";
+    text += "</cluster>";
+
+    const zoCommandRun run = zoCommandRun::zohpc({"check", "-"}, text);
+
+    QCOMPARE(run.errors, QByteArray());
+    QCOMPARE(run.exitCode, 1);
+    QVERIFY(run.output.contains("The edge blending of \"P"));
 }
 
 void tst_zohpcCheck::jsonHasALineForEachProblem()

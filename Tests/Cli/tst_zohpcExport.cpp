@@ -90,6 +90,9 @@ private slots:
     void tiledWallHasASizePerPixel();
     void viewportsAreRanksOfTheirOwn();
     void negativePositionsKeepTheirSign();
+    void windowsBeyondAnyScreenAreLeftOut_data();
+    void windowsBeyondAnyScreenAreLeftOut();
+    void smallestDifferenceOfEyeSeparationIsTold();
     void severalScreensNameTheirDisplay();
     void equalHostsShareANode();
     void namesFitTheFormat();
@@ -198,6 +201,56 @@ void tst_zohpcExport::negativePositionsKeepTheirSign()
         {"export", "--paraview", "-"}, setup(s_plane, window("a", viewport("P"), "x=\"-5\" y=\"0\"")));
 
     QCOMPARE(machines(run.output).value(0).geometry, QStringLiteral("400x300-5+0"));
+}
+
+void tst_zohpcExport::windowsBeyondAnyScreenAreLeftOut_data()
+{
+    QTest::addColumn<QByteArray>("place");
+    QTest::addColumn<QByteArray>("view");
+    QTest::addColumn<bool>("isWritten");
+
+    const QByteArray whole = viewport("P");
+    QTest::newRow("furthest") << QByteArray("x=\"999600\"") << whole << true;
+    QTest::newRow("a-pixel-more") << QByteArray("x=\"999601\"") << whole << false;
+    QTest::newRow("right-end-of-numbers") << QByteArray("x=\"2147483647\"") << whole << false;
+    QTest::newRow("left-end-of-numbers")
+        << QByteArray("x=\"-2147483648\" y=\"-2147483648\"") << whole << false;
+    const auto part = [](const QByteArray& x) {
+        return "<viewport projection=\"P\" position=\"custom\" x1=\"" + x + "\" y1=\"0\" x2=\"1\" y2=\"1\"/>";
+    };
+    QTest::newRow("viewport-far-away") << QByteArray("x=\"0\"") << part("-1e300") << false;
+    QTest::newRow("viewport-infinite") << QByteArray("x=\"0\"") << part("-inf") << false;
+    QTest::newRow("viewport-no-number") << QByteArray("x=\"0\"") << part("nan") << false;
+}
+
+void tst_zohpcExport::windowsBeyondAnyScreenAreLeftOut()
+{
+    QFETCH(QByteArray, place);
+    QFETCH(QByteArray, view);
+    QFETCH(bool, isWritten);
+
+    const zoCommandRun run =
+        zoCommandRun::zohpc({"export", "--paraview", "-"}, setup(s_plane, window("a", view, place)));
+
+    QCOMPARE(machines(run.output).size(), isWritten ? 1 : 0);
+    QCOMPARE(run.errors.contains("is further than 1000000 pixels away"), !isWritten);
+}
+
+void tst_zohpcExport::smallestDifferenceOfEyeSeparationIsTold()
+{
+    const auto display = [](const char* separation, const QByteArray& content) {
+        return QByteArray("<display eyeseparation=\"") + separation + "\">" + content + "</display>";
+    };
+    const QByteArray text = "<cluster version=\"1\"><master><network><node name=\"a\"/></network></master>" +
+                            QByteArray(s_plane) + display("65", window("a", viewport("P"))) +
+                            display("64.5", window("a", viewport("P"), "x=\"400\"")) + "</cluster>";
+
+    const zoCommandRun run = zoCommandRun::zohpc({"export", "--paraview", "-"}, text);
+
+    // The first one's counts, and a smaller one is told as a larger one is.
+    QVERIFY(run.output.contains("EyeSeparation Value=\"0.065\""));
+    QVERIFY(run.errors.contains(
+        "the eye separation of 64.5 mm of display 2 is not written: there is one for all, 65 mm"));
 }
 
 void tst_zohpcExport::severalScreensNameTheirDisplay()

@@ -479,16 +479,21 @@ void tst_zohpcHosts::deepBracesAreReadAndTooDeepOnesRefused()
         return text;
     };
 
-    // As deep as the window reads them; the tool alone once read 10,000.
-    const zoCommandRun deep = zoCommandRun::zohpc({"hosts", "expand"}, nested(510) + "a");
-    const zoCommandRun tree = zoCommandRun::zohpc({"hosts", "tree", "--json"}, nested(510));
-    const zoCommandRun tooDeep = zoCommandRun::zohpc({"hosts", "expand"}, nested(511));
+    // No deeper than the window reads them; the tool alone once read 10,000.
+    const zoCommandRun deep = zoCommandRun::zohpc({"hosts", "expand"}, nested(5118) + "a");
+    const zoCommandRun tree = zoCommandRun::zohpc({"hosts", "tree", "--json"}, nested(5000));
+    const zoCommandRun tooDeep = zoCommandRun::zohpc({"hosts", "expand"}, nested(5119));
+    // Blanks alone would be gigabytes.
+    const zoCommandRun manyDeep =
+        zoCommandRun::zohpc({"hosts", "tree"}, nested(5000) + QByteArray("a ").repeated(100000));
 
-    QCOMPARE(deep.whole(), fine(QByteArray("a\n").repeated(511)));
+    QCOMPARE(deep.whole(), fine(QByteArray("a\n").repeated(5119)));
     QCOMPARE(tree.exitCode, 0);
-    QCOMPARE(tree.output.count("\"index\""), 511);
+    QCOMPARE(tree.output.count("\"index\""), 5001);
     QCOMPARE(tooDeep.whole(),
-             QByteArray("--- errors\n-:1:1533: braces are more than 511 deep\n--- exit code 2\n"));
+             QByteArray("--- errors\n-:1:15357: braces are more than 5119 deep\n--- exit code 2\n"));
+    QCOMPARE(manyDeep.output, QByteArray());
+    QVERIFY(manyDeep.errors.endsWith(": braces are more than 5119 deep\n"));
 }
 
 void tst_zohpcHosts::asManyNamesAsAClusterMayHaveAreWritten()

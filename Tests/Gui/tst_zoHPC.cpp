@@ -21,6 +21,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
+#include <zoKernelServiceFactory.h>
 #include <zoPlatform.h>
 
 namespace
@@ -70,6 +71,10 @@ private slots:
     void questionHasItsTexts_data();
     void questionHasItsTexts();
     void nonInteractiveHostAcceptsEveryRisk();
+    void serviceThatAlwaysAsksIsStartedTenTimes();
+    void personMayAnswerMoreOften();
+    void serviceMayGoWhileItIsUsed_data();
+    void serviceMayGoWhileItIsUsed();
     void questionsAreHeardOnlyDuringTheStart();
     void secondStartInsideAStartDoesNothing();
     void stopStops();
@@ -499,6 +504,124 @@ void tst_zoHPC::nonInteractiveHostAcceptsEveryRisk()
     QCOMPARE(attempts, 3);
     QVERIFY(m_host->cluster.calls.contains(QStringLiteral("setAcceptRunningServers true")));
     QVERIFY(m_host->cluster.calls.contains(QStringLiteral("setAcceptLowMemory true")));
+}
+
+void tst_zoHPC::serviceThatAlwaysAsksIsStartedTenTimes()
+{
+    m_host->nonInteractive = true;
+    make();
+    int attempts = 0;
+    m_host->cluster.onStart = [this, &attempts] {
+        ++attempts;
+        emit m_host->cluster.multipleServersFound(QStringLiteral("n1"));
+        return false;
+    };
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("given up after 10 attempts")));
+
+    m_module->startCluster();
+
+    QCOMPARE(attempts, 10);
+}
+
+void tst_zoHPC::personMayAnswerMoreOften()
+{
+    make();
+    int attempts = 0;
+    m_host->cluster.onStart = [this, &attempts] {
+        if (++attempts > 12)
+            return false;
+        const zoDialogRobot yes(
+            [](QDialog* dialog) { qobject_cast<QMessageBox*>(dialog)->button(QMessageBox::Yes)->click(); });
+        emit m_host->cluster.multipleServersFound(QStringLiteral("n1"));
+        return false;
+    };
+
+    m_module->startCluster();
+
+    QCOMPARE(attempts, 13);
+}
+
+namespace
+{
+// A service that is destroyed by one of its own operations, as by a host that closes meanwhile.
+class ShortLivedService final : public zoClusterService
+{
+public:
+    explicit ShortLivedService(const char* end) : m_end(end) {}
+
+    QString currentConfig() override { return {}; }
+    bool isRunning() override { return m_running; }
+    QStringList runningNodes() override { return {}; }
+    void setAcceptRunningServers(bool) override {}
+    void setAcceptLowMemory(bool) override { m_running = false; }
+    void applyConfig(const QString&) override { endIn("applyConfig"); }
+    bool start() override
+    {
+        emit multipleServersFound(QStringLiteral("n1"));
+        return endIn("start");
+    }
+    void stop() override { endIn("stop"); }
+    void abort() override {}
+    void setShowTiles(bool) override {}
+    void setShowTestImage(bool) override {}
+    QStringList speedTest() override { return {}; }
+
+    void run()
+    {
+        m_running = true;
+        emit started();
+    }
+
+private:
+    bool endIn(const char* operation)
+    {
+        if (qstrcmp(m_end, operation) == 0)
+            delete this;
+        return false;
+    }
+
+    const char* m_end;
+    bool m_running = false;
+};
+} // namespace
+
+void tst_zoHPC::serviceMayGoWhileItIsUsed_data()
+{
+    QTest::addColumn<QByteArray>("end");
+
+    QTest::newRow("start") << QByteArray("start");
+    QTest::newRow("configuration") << QByteArray("applyConfig");
+    QTest::newRow("stop") << QByteArray("stop");
+}
+
+void tst_zoHPC::serviceMayGoWhileItIsUsed()
+{
+    QFETCH(QByteArray, end);
+    m_host->nonInteractive = true;
+    QPointer<ShortLivedService> service(new ShortLivedService(end.constData()));
+    zoKernelServiceFactory::the().registerService<zoClusterService>(service);
+    make();
+    if (end == "stop")
+        service->run();
+
+    if (end == "stop")
+        m_module->stopCluster();
+    else
+        m_module->startCluster();
+
+    QVERIFY(service.isNull());
+    QCOMPARE(action("Start")->isEnabled(), true);
+    // Nothing of it is used any more.
+    m_module->startCluster();
+    m_module->stopCluster();
+    m_module->toggleCluster(true);
+    m_module->updateRuntimConfig();
+    m_module->showTilesChanged(true);
+    m_module->showTestImageChanged(true);
+    m_module->runSpeedTest();
+    m_module->setRunning(true);
+    m_module->setFoundMultipleServers(QString());
+    m_module->setFoundNotEnoughMemory(QString());
 }
 
 void tst_zoHPC::questionsAreHeardOnlyDuringTheStart()

@@ -188,6 +188,8 @@ private slots:
 
     // Size
     void fiveThousandNestedBraces();
+    void textOfTooManyHostsIsRefused_data();
+    void textOfTooManyHostsIsRefused();
     void tooDeepHostsTextIsRefused();
 };
 
@@ -794,6 +796,38 @@ void tst_zoHPCTreeGUIWText::fiveThousandNestedBraces()
     QCOMPARE(int(m_view->getNodeItems().size()), depth);
     QVERIFY(m_view->findNetworkByIndex(depth));
     m_view.reset();
+}
+
+void tst_zoHPCTreeGUIWText::textOfTooManyHostsIsRefused_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("message");
+
+    // A line is 10,000 hosts.
+    QString ranges;
+    for (int i = 100; i < 201; ++i)
+        ranges += QStringLiteral("n%1x0 - n%1x9999\n").arg(i);
+    const QString tooMany = QStringLiteral("^The hosts text names more than 1000000 hosts");
+    QTest::newRow("ranges") << ranges << tooMany;
+    const QString longName(100, QLatin1Char('n'));
+    QString longNames;
+    for (int i = 0; i < 33; ++i)
+        longNames += longName + QString::number(i) + "x0 - " + longName + QString::number(i) + "x9999\n";
+    QTest::newRow("long-names") << longNames << tooMany;
+    QTest::newRow("deep-in-braces") << QString("n {").repeated(5000) + QString(" a").repeated(9000)
+                                    << QStringLiteral("^The hosts text is nested too deep");
+}
+
+void tst_zoHPCTreeGUIWText::textOfTooManyHostsIsRefused()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, message);
+    m_view->setHostString("kept");
+    expectMessage(QtCriticalMsg, QRegularExpression(message));
+
+    m_view->setHostString(text);
+
+    QCOMPARE(outline(), QString("{kept}"));
 }
 
 void tst_zoHPCTreeGUIWText::tooDeepHostsTextIsRefused()

@@ -258,6 +258,7 @@ void tst_zoModuleLoader::brokenModuleIsReportedWithFileAndReason_data()
     QTest::newRow("no-entry") << fixture("zoNoEntryModule") << "It has no entry initPlugin";
     QTest::newRow("unresolved-symbol") << fixture("zoUnresolvedModule") << "zoSymbolThatNobodyDefines";
     QTest::newRow("entry-throws") << fixture("zoThrowingModule") << "the licence ran out";
+    QTest::newRow("entry-throws-anything") << fixture("zoThrowingAnythingModule") << "Its entry failed";
     QTest::newRow("text-file") << "text"
                                << "invalid ELF header|file too short";
     QTest::newRow("empty-file") << "empty"

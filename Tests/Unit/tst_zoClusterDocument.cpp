@@ -1,6 +1,7 @@
 #include "zoTestCase.h"
 
 #include <zoClusterDocument.h>
+#include <zoClusterLimits.h>
 
 #include <QApplication>
 
@@ -19,6 +20,8 @@ private slots:
     void malformedTextLeavesNoNodes();
     void everyTruncationIsRefused();
     void deepDocumentIsRead();
+    void deeperDocumentIsRefused();
+    void whatOldToolsWroteIsRead();
     void deepNetworksAreQuick();
     void nameLikeANetworksIdMeetsIt();
     void entitiesDoNotExpandWithoutBound();
@@ -136,7 +139,8 @@ void tst_zoClusterDocument::everyTruncationIsRefused()
 
 void tst_zoClusterDocument::deepDocumentIsRead()
 {
-    constexpr int Depth = 100000;
+    // No deeper than the module reads documents; the host alone once read 100,000 levels.
+    constexpr int Depth = zoClusterLimits::MaximumDepth - 2;
     QString open;
     QString close;
     for (int i = 0; i < Depth; ++i) {
@@ -152,9 +156,38 @@ void tst_zoClusterDocument::deepDocumentIsRead()
     QCOMPARE(document.nodes().back().id, QStringLiteral("n_%1").arg(Depth));
 }
 
+void tst_zoClusterDocument::deeperDocumentIsRefused()
+{
+    const QString deep = QStringLiteral("<node>").repeated(zoClusterLimits::MaximumDepth - 1) +
+                         QStringLiteral("</node>").repeated(zoClusterLimits::MaximumDepth - 1);
+    zoClusterDocument document;
+    QString reason;
+
+    QVERIFY(!document.parse(clusterOf("<master>" + deep + "</master>"), reason));
+
+    QVERIFY2(reason.endsWith(QStringLiteral("more than 10240 elements are nested")), qPrintable(reason));
+}
+
+// As the module reads them.
+void tst_zoClusterDocument::whatOldToolsWroteIsRead()
+{
+    zoClusterDocument document;
+    QString reason;
+
+    QVERIFY2(
+        document.parse("<?xml version=\"1.1\" encoding=\"nope\"?><cluster><master><network serviceport=\"1\""
+                       "serviceport=\"2\"><node name=\"a\"name=\"b\"/></network></master></cluster>",
+                       reason),
+        qPrintable(reason));
+
+    QCOMPARE(document.nodes().size(), size_t(1));
+    QCOMPARE(document.nodes().front().id, QStringLiteral("b"));
+    QCOMPARE(document.nodes().front().servicePort, 2);
+}
+
 void tst_zoClusterDocument::deepNetworksAreQuick()
 {
-    constexpr int Depth = 20000;
+    constexpr int Depth = (zoClusterLimits::MaximumDepth - 2) / 2;
     const QString open = QStringLiteral("<network><node name=\"n\">").repeated(Depth);
     const QString close = QStringLiteral("</node></network>").repeated(Depth);
     zoClusterDocument document;

@@ -73,6 +73,12 @@ private slots:
     void depthIsTheSameFurtherDownTheStack();
     void angleBracketsInsideValuesAndCommentsDoNotCountAsNesting();
     void entitiesDoNotExpandWithoutBound();
+    void whatOldToolsWroteIsRead_data();
+    void whatOldToolsWroteIsRead();
+    void documentTypeHasLimits_data();
+    void documentTypeHasLimits();
+    void depthIsTheSameOnEveryStack();
+    void manyAttributesAreReadInTime();
 };
 
 void tst_zoHPCDocumentText::formIsThatOfTheDom_data()
@@ -266,10 +272,9 @@ void tst_zoHPCDocumentText::textThatIsNotWellFormedIsAnEmptyDocument_data()
     QTest::newRow("wrong-end") << "<cluster><master></cluster></master>";
     QTest::newRow("two-roots") << "<cluster/><cluster/>";
     QTest::newRow("rubbish-behind") << "<cluster><master/></cluster>x";
-    QTest::newRow("attribute-twice") << "<cluster a=\"1\" a=\"2\"/>";
     QTest::newRow("attribute-without-quotes") << "<cluster a=1/>";
-    QTest::newRow("unknown-entity") << "<cluster a=\"&nope;\"/>";
-    QTest::newRow("control-character") << "<cluster a=\"\x01\"/>";
+    QTest::newRow("odd-name") << "<cluster 1a=\"1\"/>";
+    QTest::newRow("less-than-in-an-attribute") << "<cluster a=\"<\"/>";
 }
 
 void tst_zoHPCDocumentText::textThatIsNotWellFormedIsAnEmptyDocument()
@@ -375,8 +380,156 @@ void tst_zoHPCDocumentText::entitiesDoNotExpandWithoutBound()
     QVERIFY(!zoHPCDocumentText::parse(text, document));
 }
 
+// What the toolkit's own reader of texts takes, and as it takes it: a stricter one refused these files.
+void tst_zoHPCDocumentText::whatOldToolsWroteIsRead_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("written");
+
+    QTest::newRow("xml-1.1") << "<?xml version=\"1.1\"?><a b=\"1\"/>"
+                             << "<a b=\"1\"/>\n";
+    QTest::newRow("unknown-encoding") << "<?xml version=\"1.0\" encoding=\"nope\"?><a/>"
+                                      << "<a/>\n";
+    QTest::newRow("other-encoding") << QString::fromUtf8(
+                                           "<?xml version=\"1.0\" encoding=\"UTF-16\"?><a b=\"\xc3\xa9\"/>")
+                                    << QString::fromUtf8("<a b=\"\xc3\xa9\"/>\n");
+    QTest::newRow("attribute-twice") << "<a b=\"1\" b=\"2\"/>"
+                                     << "<a b=\"2\"/>\n";
+    QTest::newRow("no-blank-between-attributes") << "<a b=\"1\"c='2'/>"
+                                                 << "<a b=\"1\" c=\"2\"/>\n";
+    QTest::newRow("newline-in-an-attribute") << "<a b=\"1\n2\t3\r\n4\"/>"
+                                             << "<a b=\"1&#xa;2&#x9;3&#xd;&#xa;4\"/>\n";
+    QTest::newRow("unknown-entity") << "<a b=\"&nope;\" c=\"1\">&nope;</a>"
+                                    << "<a b=\"\" c=\"1\"/>\n";
+    QTest::newRow("control-character") << "<a b=\"x\x01\"/>"
+                                       << "<a b=\"x\"/>\n";
+    QTest::newRow("odd-names") << "<a.b-c:d _e.f:g=\"1\"/>"
+                               << "<a.b-c:d _e.f:g=\"1\"/>\n";
+    QTest::newRow("long-name") << QStringLiteral("<a %1=\"1\"/>").arg(QString(5000, 'b'))
+                               << QStringLiteral("<a %1=\"1\"/>\n").arg(QString(5000, 'b'));
+    QTest::newRow("byte-order-mark") << QString(QChar(QChar::ByteOrderMark)) + "<a/>"
+                                     << "<a/>\n";
+    QTest::newRow("entity") << "<!DOCTYPE a [<!ENTITY e \"12\">]><a b=\"&e;\">&e;</a>"
+                            << "<a b=\"12\">12</a>\n";
+    QTest::newRow("element-in-an-entity") << "<!DOCTYPE a [<!ENTITY e \"<b/>\">]><a>&e;&e;</a>"
+                                          << "<a>\n <b/>\n <b/>\n</a>\n";
+}
+
+void tst_zoHPCDocumentText::whatOldToolsWroteIsRead()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, written);
+    QDomDocument document;
+
+    QVERIFY(zoHPCDocumentText::parse(text, document));
+
+    QCOMPARE(zoHPCDocumentText::toText(document), written);
+}
+
+void tst_zoHPCDocumentText::documentTypeHasLimits_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("isRead");
+
+    const auto declarations = [](int count) {
+        QString text = QStringLiteral("<!DOCTYPE a [");
+        for (int i = 0; i < count; ++i)
+            text += QStringLiteral("<!ENTITY e%1 \"x\">").arg(i);
+        return text + QStringLiteral("]><a/>");
+    };
+    QTest::newRow("declarations") << declarations(256) << true;
+    // The toolkit takes the square of their number: six minutes for 50,000.
+    QTest::newRow("one-declaration-too-many") << declarations(257) << false;
+    QTest::newRow("many-declarations") << declarations(50000) << false;
+    const auto references = [](int count) {
+        return QStringLiteral("<!DOCTYPE a [<!ENTITY e \"x\">]><a>&#65;&amp;%1</a>")
+            .arg(QStringLiteral("&e;").repeated(count));
+    };
+    QTest::newRow("references") << references(1000) << true;
+    QTest::newRow("one-reference-too-many") << references(1001) << false;
+    QTest::newRow("references-without-declarations")
+        << QStringLiteral("<a>%1</a>").arg(QStringLiteral("&amp;&e;").repeated(2000)) << true;
+    const auto value = [](int length) {
+        return QStringLiteral("<!DOCTYPE a [<!ENTITY e \"%1\">]><a>&e;</a>").arg(QString(length, 'x'));
+    };
+    QTest::newRow("value") << value(4096) << true;
+    QTest::newRow("value-too-long") << value(4097) << false;
+    const auto attributes = [](int count) {
+        QString text = QStringLiteral("<!DOCTYPE a [");
+        for (int i = 0; i < count; ++i)
+            text += QStringLiteral("<!ATTLIST a b%1 CDATA \"x\">").arg(i);
+        return text + QStringLiteral("]><a/>");
+    };
+    QTest::newRow("attributes") << attributes(256) << true;
+    QTest::newRow("one-attribute-too-many") << attributes(257) << false;
+    // The toolkit recurses over these.
+    QTest::newRow("brackets")
+        << QStringLiteral("<!DOCTYPE a [<!ELEMENT a %1>]><a/>").arg(QString(500000, '(')) << false;
+    QTest::newRow("brackets-of-parameters")
+        << QStringLiteral("<!DOCTYPE a [<!ENTITY % p \"%1\"><!ELEMENT a %2>]><a/>")
+               .arg(QString(4000, '('), QStringLiteral("%p;").repeated(200))
+        << false;
+}
+
+void tst_zoHPCDocumentText::documentTypeHasLimits()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, isRead);
+    if (!isRead)
+        expectMessage(QtCriticalMsg,
+                      QRegularExpression(QStringLiteral("the document type declares too much")));
+    QDomDocument document;
+
+    QCOMPARE(zoHPCDocumentText::parse(text, document), isRead);
+
+    QCOMPARE(document.documentElement().isNull(), !isRead);
+}
+
+// The limit once followed from the stack of the process: what one program saved another one refused.
+void tst_zoHPCDocumentText::depthIsTheSameOnEveryStack()
+{
+    for (const char* kibibytes : {"4096", "16384"}) {
+        QProcess other;
+        other.start(QStringLiteral("/bin/sh"),
+                    {QStringLiteral("-c"),
+                     QStringLiteral("ulimit -s %1 && exec \"$0\" --print-depth").arg(kibibytes),
+                     QCoreApplication::applicationFilePath()});
+        QVERIFY(other.waitForFinished());
+
+        QCOMPARE(other.exitCode(), 0);
+        QCOMPARE(other.readAllStandardOutput(), QByteArray::number(zoHPCDocumentText::maximumDepth()) + ' ');
+    }
+}
+
+void tst_zoHPCDocumentText::manyAttributesAreReadInTime()
+{
+    // The stricter reader compares each with all others: minutes, and the test would run into its time limit.
+    constexpr int Count = 100000;
+    QString text = QStringLiteral("<a");
+    for (int i = 0; i < Count; ++i)
+        text += QStringLiteral(" b%1=\"\"").arg(i);
+    QDomDocument document;
+    QDomDocument broken;
+
+    QVERIFY(zoHPCDocumentText::parse(text + QStringLiteral("/>"), document));
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("line 1, column \\d+: .")));
+    QVERIFY(!zoHPCDocumentText::parse(text + QStringLiteral(">"), broken));
+
+    QCOMPARE(document.documentElement().attributes().count(), Count);
+}
+
 int main(int argc, char** argv)
 {
+    if (argc == 2 && qstrcmp(argv[1], "--print-depth") == 0) {
+        // As deep as the limit says, on this stack.
+        const int depth = zoHPCDocumentText::maximumDepth();
+        QDomDocument document;
+        if (!zoHPCDocumentText::parse(nested(depth), document) ||
+            zoHPCDocumentText::toText(document).isEmpty())
+            return 1;
+        printf("%d ", depth);
+        return 0;
+    }
     if (argc == 2 && qstrcmp(argv[1], "--print-sample") == 0) {
         const QCoreApplication application(argc, argv);
         fputs(zoHPCDocumentText::toText(orderedSample()).toUtf8().constData(), stdout);

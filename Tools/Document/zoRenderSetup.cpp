@@ -24,6 +24,15 @@ bool isTypeOf(const P& item, Type type)
     return zoHPCProjectionType::of(item.projectionType()).kind == type;
 }
 
+// Engines count pixels in whole numbers of 16 or 32 bits.
+constexpr int FurthestPixel = 1000000;
+
+bool isOnAScreen(const QRectF& area)
+{
+    return std::abs(area.left()) <= FurthestPixel && std::abs(area.top()) <= FurthestPixel &&
+           std::abs(area.right()) <= FurthestPixel && std::abs(area.bottom()) <= FurthestPixel;
+}
+
 // Where a tile begins in a row or column of them, in pixels.
 double tileOffset(int index, double size, double overlap)
 {
@@ -138,13 +147,19 @@ void zoRenderSetup::addPicture(const zoHPCLayout::Viewport& viewport)
     picture.screen = window.screen;
     picture.window = viewport.window;
     picture.isFullScreen = window.isFullScreen;
-    picture.windowGeometry = window.geometry.toRect();
     picture.area = viewport.area;
     const QRectF& outer = window.geometry;
-    const int left = qRound(outer.x() + viewport.area.left() * outer.width());
-    const int top = qRound(outer.y() + viewport.area.top() * outer.height());
-    const int right = qRound(outer.x() + viewport.area.right() * outer.width());
-    const int bottom = qRound(outer.y() + viewport.area.bottom() * outer.height());
+    const QRectF inner(QPointF(outer.x() + viewport.area.left() * outer.width(),
+                               outer.y() + viewport.area.top() * outer.height()),
+                       QPointF(outer.x() + viewport.area.right() * outer.width(),
+                               outer.y() + viewport.area.bottom() * outer.height()));
+    if (!isOnAScreen(outer) || !isOnAScreen(inner))
+        return leaveOut(tr("it is further than %1 pixels away").arg(FurthestPixel));
+    picture.windowGeometry = outer.toRect();
+    const int left = qRound(inner.left());
+    const int top = qRound(inner.top());
+    const int right = qRound(inner.right());
+    const int bottom = qRound(inner.bottom());
     picture.geometry = QRect(left, top, right - left, bottom - top);
     if (picture.geometry.width() < 1 || picture.geometry.height() < 1)
         return leaveOut(tr("it has no pixels"));

@@ -58,7 +58,10 @@ zoHostsTree::Outcome zoHostsTree::readHostsText(const QString& text)
                 network = append(anchor, item);
                 ++depth;
             }
-            const Outcome outcome = appendHost(network, name, reader.offset(), isRange, isRenderNode);
+            m_levels += 2 * qint64(depth);
+            const Outcome outcome = m_levels > zoClusterLimits::MaximumLevels
+                                        ? Outcome::TooDeep
+                                        : appendHost(network, name, reader.offset(), isRange, isRenderNode);
             if (outcome != Outcome::Read) {
                 m_endOffset = reader.offset();
                 return outcome;

@@ -34,7 +34,7 @@ public:
 
     enum class Outcome {
         Read,
-        TooDeep, // braces
+        TooDeep, // braces, or too many hosts deep in braces
         TooMany, // hosts
         TooLong  // the names of all hosts together
     };
@@ -70,4 +70,5 @@ private:
     int m_endOffset = 0;
     qint64 m_hosts = 0;
     qint64 m_characters = 0; // of their names
+    qint64 m_levels = 0;     // of the hosts that stand in the text
 };

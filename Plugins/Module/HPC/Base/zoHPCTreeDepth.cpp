@@ -1,7 +1,8 @@
 #include "zoHPCTreeDepth.h"
 
+#include <zoClusterLimits.h>
+
 #include <algorithm>
-#include <climits>
 #include <cstddef>
 
 #include <pthread.h>
@@ -36,5 +37,5 @@ int zoHPCTreeDepth::limit()
     thread_local const std::size_t size = stackSize();
     // A tiny stack still carries a usual cluster.
     const std::size_t usable = size > 2 * Reserve ? size - Reserve : size / 2;
-    return int(std::min<std::size_t>(std::max<std::size_t>(usable / BytesPerLevel, 16), INT_MAX));
+    return int(qBound<std::size_t>(16, usable / BytesPerLevel, zoClusterLimits::MaximumDepth));
 }

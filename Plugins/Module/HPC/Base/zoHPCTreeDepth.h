@@ -1,7 +1,7 @@
 #pragma once
 
-// How deep the host tree may be before the toolkit's own recursions (laying out an expanded tree view,
-// destroying a document) would overflow the stack of this thread.
+// How deep the host tree may be: one number in every process with a stack of the usual size or a larger one.
+// On a smaller stack, fewer: the toolkit's own recursions (laying out an expanded tree view) would overflow it.
 namespace zoHPCTreeDepth
 {
 // In levels, the master being the first.

@@ -6,14 +6,15 @@
 
 namespace
 {
-// A plane that reaches more cells of space is compared with all others.
+// A plane that reaches more cells of space, or cells further away, is compared with all others.
 constexpr double s_maximumCells = 256.0;
+constexpr double s_furthestCell = 1e6;
+// So many planes near one are no cluster: they are not compared, as if the plane were covered.
+constexpr size_t s_maximumNear = 2000;
 
 quint64 cellAt(double x, double y, double z)
 {
-    const auto part = [](double value) {
-        return static_cast<quint64>(static_cast<qint64>(qBound(-1e6, value, 1e6)) + 1048576);
-    };
+    const auto part = [](double value) { return static_cast<quint64>(static_cast<qint64>(value) + 1048576); };
     return part(x) << 42 | part(y) << 21 | part(z);
 }
 
@@ -41,11 +42,23 @@ zoHPCPlaneOverlaps::zoHPCPlaneOverlaps(std::vector<zoHPCPlane> planes) : m_plane
     m_cell = std::max(sizes[sizes.size() / 2], 1e-3);
     for (size_t i = 0; i < m_planes.size(); ++i) {
         const Box box = boxOf(m_planes[i]);
-        if (!(box.count() <= s_maximumCells))
+        if (!box.hasCells())
             m_large.push_back(i);
         else
             forEachCell(box, [&](quint64 cell) { m_cells[cell].push_back(i); });
     }
+}
+
+// Beyond 2^53 counting in doubles would not go on.
+bool zoHPCPlaneOverlaps::Box::hasCells() const
+{
+    double count = 1.0;
+    for (int axis = 0; axis < 3; ++axis) {
+        if (!(low[axis] >= -s_furthestCell) || !(high[axis] <= s_furthestCell))
+            return false;
+        count *= high[axis] - low[axis] + 1.0;
+    }
+    return count <= s_maximumCells;
 }
 
 zoHPCPlaneOverlaps::Reach zoHPCPlaneOverlaps::over(const zoHPCPlane& plane) const
@@ -57,7 +70,10 @@ zoHPCPlaneOverlaps::Reach zoHPCPlaneOverlaps::over(const zoHPCPlane& plane) cons
     const Point3 v = cross(n, u);
     const double w = plane.width();
     const double h = plane.height();
-    for (const zoHPCPlane* other : near(plane)) {
+    const std::vector<const zoHPCPlane*> others = near(plane);
+    if (others.size() > s_maximumNear)
+        return {1.0, 1.0, 1.0, 1.0};
+    for (const zoHPCPlane* other : others) {
         // Parts of a bent wall may stand at an angle to each other, the walls of a cave do not overlap.
         if (std::abs(dot(n, other->normal())) < 0.85)
             continue;
@@ -114,19 +130,26 @@ std::vector<const zoHPCPlane*> zoHPCPlaneOverlaps::near(const zoHPCPlane& plane)
 {
     std::vector<const zoHPCPlane*> result;
     const Box box = boxOf(plane);
-    if (!(box.count() <= s_maximumCells)) {
-        for (const zoHPCPlane& other : m_planes)
+    const auto take = [&](const zoHPCPlane& other) {
+        if (result.size() <= s_maximumNear)
             result.push_back(&other);
+    };
+    if (!box.hasCells()) {
+        for (const zoHPCPlane& other : m_planes)
+            take(other);
         return result;
     }
     for (const size_t i : m_large)
-        result.push_back(&m_planes[i]);
+        take(m_planes[i]);
     forEachCell(box, [&](quint64 cell) {
         const auto found = m_cells.constFind(cell);
         if (found == m_cells.constEnd())
             return;
-        for (const size_t i : *found)
+        for (const size_t i : *found) {
+            if (result.size() > s_maximumNear)
+                return;
             result.push_back(&m_planes[i]);
+        }
     });
     return result;
 }

@@ -30,10 +30,8 @@ private:
     {
         double low[3];
         double high[3];
-        double count() const
-        {
-            return (high[0] - low[0] + 1.0) * (high[1] - low[1] + 1.0) * (high[2] - low[2] + 1.0);
-        }
+        // False for so many or so far away that they are not told one by one.
+        bool hasCells() const;
     };
 
     Box boxOf(const zoHPCPlane& plane) const;
@@ -41,6 +39,6 @@ private:
 
     std::vector<zoHPCPlane> m_planes;
     double m_cell = 1.0;         // mm: cells of space, and the planes that reach them
-    std::vector<size_t> m_large; // planes that reach too many cells
+    std::vector<size_t> m_large; // planes that reach too many cells, or too far
     QHash<quint64, std::vector<size_t>> m_cells;
 };

@@ -3,14 +3,14 @@
 #include "zoHPCDisplaySetup.h"
 #include "zoHPCDocumentWriter.h"
 #include "zoHPCHostsSection.h"
-#include "zoHPCTreeDepth.h"
 
 #include <QDomDocument>
 #include <QHash>
 #include <QVarLengthArray>
-#include <QXmlStreamReader>
 
+#include <zoClusterLimits.h>
 #include <zoClusterTags.h>
+#include <zoClusterXml.h>
 #include <zoLog.h>
 
 #include <algorithm>
@@ -19,8 +19,6 @@
 
 namespace
 {
-constexpr int LargestDepth = 30000; // the parser's time grows with the square of the depth
-
 // What there is to know about one kind of element.
 struct TagRules
 {
@@ -149,54 +147,6 @@ private:
     QString m_lastTag;
     const TagRules* m_lastRules = nullptr;
 };
-
-// Finds where the nesting of elements exceeds `limit`; -1 when it does not. Only counts: whether the text is
-// well-formed is the parser's to say.
-int tooDeepAt(const QString& text, int limit)
-{
-    int depth = 0;
-    const int length = text.size();
-    const QChar* const data = text.constData();
-    const auto skipPast = [&text, length](int from, QLatin1String end) {
-        const int at = text.indexOf(end, from);
-        return at < 0 ? length : at + end.size();
-    };
-    int i = text.indexOf(QLatin1Char('<'));
-    while (i >= 0 && i + 1 < length) {
-        const QChar c = text.at(i + 1);
-        if (c == QLatin1Char('/')) {
-            --depth;
-            i += 2;
-        } else if (c == QLatin1Char('?'))
-            i = skipPast(i + 2, QLatin1String("?>"));
-        else if (c == QLatin1Char('!')) {
-            const QStringRef rest = text.midRef(i, 9);
-            if (rest.startsWith(QLatin1String("<!--")))
-                i = skipPast(i + 4, QLatin1String("-->"));
-            else if (rest == QLatin1String("<![CDATA["))
-                i = skipPast(i + 9, QLatin1String("]]>"));
-            else
-                i += 2;
-        } else {
-            const int start = i;
-            ushort quote = 0;
-            for (++i; i < length; ++i) {
-                const ushort inTag = data[i].unicode();
-                if (quote != 0) {
-                    if (inTag == quote)
-                        quote = 0;
-                } else if (inTag == '"' || inTag == '\'')
-                    quote = inTag;
-                else if (inTag == '>')
-                    break;
-            }
-            if (data[i - 1] != QLatin1Char('/') && ++depth > limit)
-                return start;
-        }
-        i = text.indexOf(QLatin1Char('<'), i);
-    }
-    return -1;
-}
 } // namespace
 
 QString zoHPCDocumentText::toText(const QDomDocument& document, EmptyAttributes emptyAttributes)
@@ -230,28 +180,18 @@ bool zoHPCDocumentText::parse(const QString& text, QDomDocument& document, Refus
     if (text.isEmpty())
         return false;
 
-    const int tooDeep = tooDeepAt(text, maximumDepth());
-    if (tooDeep >= 0) {
-        refusal.line = text.leftRef(tooDeep).count(QLatin1Char('\n')) + 1;
-        refusal.column = tooDeep - text.lastIndexOf(QLatin1Char('\n'), tooDeep);
+    zoClusterXml::Refusal found;
+    const zoClusterXml::Outcome outcome = zoClusterXml::read(text, document, found);
+    refusal = {found.line, found.column, found.reason};
+    if (outcome == zoClusterXml::Outcome::TooDeep)
         refusal.reason = tr("more than %1 elements are nested").arg(maximumDepth());
-        return false;
-    }
-
-    QXmlStreamReader reader(text);
-    reader.setNamespaceProcessing(false); // a colon in a name is just a character: no prefix is declared
-    QDomDocument parsed;
-    // What stood before an error is not used: half a configuration is worse than none.
-    if (!parsed.setContent(&reader, false, &refusal.reason, &refusal.line, &refusal.column)) {
-        ++refusal.column; // the reader counts from 0
-        return false;
-    }
-    document = parsed;
-    return true;
+    else if (outcome == zoClusterXml::Outcome::TooManyEntities)
+        refusal.reason = tr("the document type declares too much");
+    return outcome == zoClusterXml::Outcome::Read;
 }
 
 int zoHPCDocumentText::maximumDepth()
 {
     // No deeper than the tree that the document becomes: a document is refused as a whole or read as a whole.
-    return std::min(zoHPCTreeDepth::limit(), LargestDepth);
+    return zoClusterLimits::MaximumDepth;
 }

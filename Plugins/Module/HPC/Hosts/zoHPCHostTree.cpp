@@ -12,6 +12,7 @@
 #include "zoHPCTreeWalk.h"
 #include "zoText.h"
 
+#include <zoClusterLimits.h>
 #include <zoClusterTags.h>
 #include <zoLog.h>
 
@@ -184,7 +185,14 @@ void zoHPCHostTree::setHostString(const QString& text)
 {
     zoHPCHostsTextBuilder builder(this, networkText());
     const Operation operation(this);
-    if (!builder.read(text)) {
+    const zoHPCHostsTextBuilder::Outcome outcome = builder.read(text);
+    if (outcome == zoHPCHostsTextBuilder::Outcome::TooMany) {
+        zoLog::error(
+            translated(QT_TRANSLATE_NOOP("zoHPCTreeGUIW", "The hosts text names more than %1 hosts."))
+                .arg(zoClusterLimits::MaximumHosts));
+        return;
+    }
+    if (outcome == zoHPCHostsTextBuilder::Outcome::TooDeep) {
         zoLog::error(
             translated(QT_TRANSLATE_NOOP(
                            "zoHPCTreeGUIW",

@@ -6,6 +6,9 @@
 #include "zoHPCTreeItem.h"
 #include "zoText.h"
 
+#include <zoClusterLimits.h>
+
+#include <algorithm>
 #include <map>
 
 zoHPCHostsTextBuilder::zoHPCHostsTextBuilder(zoHPCTreeContext* context, const QString& networkText)
@@ -30,20 +33,35 @@ void zoHPCHostsTextBuilder::Rows::attach()
     pending.clear();
 }
 
-bool zoHPCHostsTextBuilder::read(const QString& text)
+zoHPCHostsTextBuilder::Outcome zoHPCHostsTextBuilder::read(const QString& text)
 {
     zoHPCHostsText reader(text);
     while (reader.next()) {
         readToken(reader.token());
         // The master, then a network and its nodes per open brace.
         if (1 + 2 * int(m_open.size()) > m_depthLimit)
-            return false;
+            m_outcome = Outcome::TooDeep;
+        if (m_outcome != Outcome::Read)
+            return m_outcome;
     }
     while (!m_open.empty()) {
         m_open.back().attach();
         m_open.pop_back();
     }
-    return true;
+    return m_outcome;
+}
+
+// False, with the outcome told, when so many hosts more in the current network are too many.
+bool zoHPCHostsTextBuilder::hasRoomFor(int hosts, int length)
+{
+    m_hosts += hosts;
+    m_characters += qint64(hosts) * length;
+    m_levels += 2 * qint64(hosts) * qint64(m_open.size());
+    if (m_hosts > zoClusterLimits::MaximumHosts || m_characters > zoClusterLimits::MaximumNameCharacters)
+        m_outcome = Outcome::TooMany;
+    else if (m_levels > zoClusterLimits::MaximumLevels)
+        m_outcome = Outcome::TooDeep;
+    return m_outcome == Outcome::Read;
 }
 
 QList<QTreeWidgetItem*> zoHPCHostsTextBuilder::takeNetworks()
@@ -116,6 +134,8 @@ void zoHPCHostsTextBuilder::addHost(QStringView token)
         return;
     if (m_open.empty())
         openNetwork();
+    if (!hasRoomFor(1, name.size()))
+        return;
     zoHPCTreeItem* node = newNode(name);
     m_open.back().pending.append(node);
     m_anchor = node;
@@ -146,6 +166,10 @@ void zoHPCHostsTextBuilder::fillRange(std::vector<zoHPCTreeItem*>& inserted)
         rows.pending.isEmpty() ? rows.parent->child(rows.parent->childCount() - 1) : rows.pending.last());
     const zoHPCNumberedName first(previous->hostName());
     const int count = first.namesBetween(zoHPCNumberedName(node->hostName()));
+    if (!hasRoomFor(count, std::max(previous->hostName().size(), node->hostName().size()))) {
+        rows.pending.append(node);
+        return;
+    }
     for (int k = 1; k <= count; ++k) {
         inserted.push_back(newNode(first.name(k)));
         rows.pending.append(inserted.back());

@@ -21,8 +21,14 @@ public:
     zoHPCHostsTextBuilder(const zoHPCHostsTextBuilder&) = delete;
     zoHPCHostsTextBuilder& operator=(const zoHPCHostsTextBuilder&) = delete;
 
-    // False when the text is nested too deep.
-    bool read(const QString& text);
+    enum class Outcome {
+        Read,
+        TooDeep, // braces, or too many hosts deep in braces
+        TooMany  // hosts, or characters of their names
+    };
+
+    // What is beyond the limits of a cluster is not built.
+    Outcome read(const QString& text);
     // In levels of the tree, the master being the first.
     int depthLimit() const { return m_depthLimit; }
 
@@ -45,6 +51,7 @@ private:
         void attach();
     };
 
+    bool hasRoomFor(int hosts, int length);
     void readToken(QStringView token);
     void openNetwork();
     void closeNetwork();
@@ -60,5 +67,9 @@ private:
     QTreeWidgetItem* m_anchor = nullptr; // node that the next "{" hangs a network under; null is the root
     bool m_hasAnchor = true;
     bool m_rangePending = false;
+    Outcome m_outcome = Outcome::Read;
+    qint64 m_hosts = 0;
+    qint64 m_characters = 0; // of their names
+    qint64 m_levels = 0;     // of the hosts
     std::vector<std::pair<zoHPCTreeItem*, bool>> m_renderOptions;
 };

@@ -102,6 +102,12 @@ void zoHPC::connectClusterService()
     connect(m_clusterService, &zoClusterService::stopped, this, [this] { setRunning(false); });
     connect(m_clusterService, &zoClusterService::runningNodesChanged, this, [this] { setRunning(true); });
     connect(m_clusterService, SIGNAL(configChanged(QString)), this, SLOT(setConfig(QString)));
+    // Nobody else ends what it began.
+    connect(m_clusterService, &QObject::destroyed, this, [this] {
+        setRunning(false);
+        if (m_connectOverlay)
+            m_connectOverlay->setFinished();
+    });
 }
 
 zoHPC* zoHPC::getInstance()
@@ -138,7 +144,7 @@ void zoHPC::setConfig(const QString& config)
 void zoHPC::startCluster()
 {
     // The service may run the event loop while it connects; a second click then starts nothing.
-    if (!m_mainWindow || m_starting)
+    if (!m_mainWindow || !m_clusterService || m_starting)
         return;
     m_starting = true;
     connect(m_clusterService, SIGNAL(multipleServersFound(QString)), this,
@@ -152,19 +158,39 @@ void zoHPC::startCluster()
     m_retryRequested = false;
     m_clusterService->applyConfig(QString(m_sessionConfig));
     // Once more for every risk that was accepted during the attempt; never for any other failure.
-    while (!m_clusterService->start() && m_retryRequested)
+    for (int attempts = 1; !startOnce() && m_retryRequested && mayTryAgain(attempts); ++attempts)
         m_retryRequested = false;
 
-    disconnect(m_clusterService, SIGNAL(multipleServersFound(QString)), this,
-                                        SLOT(setFoundMultipleServers(QString)));
-    disconnect(m_clusterService, SIGNAL(notEnoughMemoryFound(QString)), this,
-                                        SLOT(setFoundNotEnoughMemory(QString)));
+    if (m_clusterService) {
+        disconnect(m_clusterService, SIGNAL(multipleServersFound(QString)), this,
+                                            SLOT(setFoundMultipleServers(QString)));
+        disconnect(m_clusterService, SIGNAL(notEnoughMemoryFound(QString)), this,
+                                            SLOT(setFoundNotEnoughMemory(QString)));
+    }
     m_starting = false;
+}
+
+// True also when nothing can be started any more: a service may be destroyed by what it does.
+bool zoHPC::startOnce()
+{
+    return !m_clusterService || m_clusterService->start();
+}
+
+// A person ends attempts with an answer. Without one a service that asks again and again would go on for ever.
+bool zoHPC::mayTryAgain(int attempts) const
+{
+    constexpr int MaximumAttempts = 10;
+    if (!m_clusterService || !zoKernelServiceFactory::getService<zoControllerService>()->isNonInteractive() ||
+        attempts < MaximumAttempts)
+        return m_clusterService;
+    zoLog::error(tr("Cluster start given up after %1 attempts.").arg(attempts));
+    return false;
 }
 
 void zoHPC::stopCluster()
 {
-    m_clusterService->stop();
+    if (m_clusterService)
+        m_clusterService->stop();
 }
 
 void zoHPC::setNetworkOption(int networkIndex, const QString& key, const QString& value)
@@ -192,17 +218,19 @@ void zoHPC::setAdvanced(bool advanced)
 
 void zoHPC::showTilesChanged(bool on)
 {
-    m_clusterService->setShowTiles(on);
+    if (m_clusterService)
+        m_clusterService->setShowTiles(on);
 }
 
 void zoHPC::showTestImageChanged(bool on)
 {
-    m_clusterService->setShowTestImage(on);
+    if (m_clusterService)
+        m_clusterService->setShowTestImage(on);
 }
 
 void zoHPC::runSpeedTest()
 {
-    const QStringList rates = m_clusterService->speedTest();
+    const QStringList rates = m_clusterService ? m_clusterService->speedTest() : QStringList();
     if (rates.size() != 3)
         return;
     const QString message = tr("Send: %1 MByte/s\nReceive: %2 MByte/s\nSync: %3 frames/s\n")
@@ -216,7 +244,7 @@ void zoHPC::toggleCluster(bool on)
 {
     // What counts is what runs, not how the button looks.
     Q_UNUSED(on)
-    if (m_clusterService->isRunning())
+    if (m_clusterService && m_clusterService->isRunning())
         m_clusterService->stop();
     else
         startCluster();
@@ -235,6 +263,8 @@ void zoHPC::setFoundMultipleServers(const QString& nodes)
         if (answer != QMessageBox::Yes)
             return;
     }
+    if (!m_clusterService)
+        return;
     m_clusterService->setAcceptRunningServers(true);
     m_retryRequested = true;
 }
@@ -253,13 +283,15 @@ void zoHPC::setFoundNotEnoughMemory(const QString& nodes)
         if (answer != QMessageBox::Yes)
             return;
     }
+    if (!m_clusterService)
+        return;
     m_clusterService->setAcceptLowMemory(true);
     m_retryRequested = true;
 }
 
 void zoHPC::setRunning(bool running)
 {
-    const QStringList nodes = m_clusterService->runningNodes();
+    const QStringList nodes = m_clusterService ? m_clusterService->runningNodes() : QStringList();
     if (!m_mainWindow)
         return;
     m_mainWindow->setStartEnabled(!running);
@@ -268,7 +300,7 @@ void zoHPC::setRunning(bool running)
 
 void zoHPC::updateRuntimConfig()
 {
-    if (!m_mainWindow || !m_forwardConfigChanges || !m_clusterService->isRunning())
+    if (!m_mainWindow || !m_clusterService || !m_forwardConfigChanges || !m_clusterService->isRunning())
         return;
     // The editor also announces what it comes to show when a person selects an item.
     if (m_mainWindow->getEditor()->isShowingItem() && m_mainWindow->documentText() == m_sessionConfig)

@@ -2,12 +2,13 @@
 
 #include "zoHPCOption.h"
 
+#include <zoClusterService.h>
+
 #include <QObject>
 #include <QPointer>
 #include <QString>
 
 class QAction;
-class zoClusterService;
 class zoHPCConnectGUIW;
 class zoHPCGUIW;
 
@@ -51,10 +52,12 @@ private:
     void connectMainWindow();
     void createToggleAction();
     void connectClusterService();
+    bool startOnce();
+    bool mayTryAgain(int attempts) const;
 
     static zoHPC* s_instance;
 
-    zoClusterService* m_clusterService = nullptr; // not owned
+    QPointer<zoClusterService> m_clusterService; // of the host, which may take it away
     QString m_configPath;
     QPointer<zoHPCConnectGUIW> m_connectOverlay; // owned by the host's main window
     QPointer<zoHPCGUIW> m_mainWindow;            // owned by the host's main window
