@@ -20,7 +20,7 @@ namespace
 // Larger than any screen wall of a desk (pixels).
 constexpr int LargestSize = 32767;
 
-// Numbers parted by commas; empty unless there are `count` that are all within 0..LargestSize.
+// Numbers, separated by commas; empty unless there are `count` that are all within 0..LargestSize.
 QList<int> numbers(const QString& text, int count)
 {
     QList<int> result;
