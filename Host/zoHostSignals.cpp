@@ -26,7 +26,10 @@ void setHandler(void (*handler)(int))
     action.sa_flags = SA_RESTART;
     sigaction(SIGINT, &action, nullptr);
     sigaction(SIGTERM, &action, nullptr);
-    sigaction(SIGHUP, &action, nullptr); // a terminal that is closed
+    // A terminal that is closed; whoever started the host to outlive it has it ignored.
+    struct sigaction before = {};
+    if (sigaction(SIGHUP, nullptr, &before) == 0 && before.sa_handler != SIG_IGN)
+        sigaction(SIGHUP, &action, nullptr);
 }
 } // namespace
 

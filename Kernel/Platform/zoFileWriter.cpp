@@ -20,6 +20,7 @@ constexpr int s_longestName = 255;
 constexpr int s_longestChain = 40;           // of links, as the system has it
 constexpr off_t s_largestKept = 256L << 20U; // of an overwritten file, in memory
 constexpr int s_tries = 100;
+constexpr mode_t s_allBits = 07777;
 
 zoFileWriter::Guard& guard()
 {
@@ -166,15 +167,14 @@ bool takeAttributes(int from, int to)
 // False when the new file cannot be the old one's equal to everybody.
 bool takeRights(int from, const Status& old, int to)
 {
-    constexpr mode_t bits = 07777;
     Status made{};
     if (::fstat(to, &made) != 0)
         return false;
     // A member of the group cannot give a file to its owner; the member's own would lock the others out.
     if ((made.st_uid != old.st_uid || made.st_gid != old.st_gid) && ::fchown(to, old.st_uid, old.st_gid) != 0)
         return false;
-    return ::fchmod(to, old.st_mode & bits) == 0 && takeAttributes(from, to) && ::fstat(to, &made) == 0 &&
-           (made.st_mode & bits) == (old.st_mode & bits);
+    return ::fchmod(to, old.st_mode & s_allBits) == 0 && takeAttributes(from, to) &&
+           ::fstat(to, &made) == 0 && (made.st_mode & s_allBits) == (old.st_mode & s_allBits);
 }
 
 // A new file beside the one that it is to become.
@@ -235,10 +235,13 @@ public:
 
     // 0 or the error. All is on the disk before the name is given, so that a machine that goes down leaves
     // one or the other.
-    int write(const QByteArray& bytes)
+    int write(const QByteArray& bytes, mode_t mode = 0)
     {
         if (const int error = writeAll(m_file.number(), bytes))
             return error;
+        // Writing takes the bits off that lend the owner's rights.
+        if (mode != 0 && ::fchmod(m_file.number(), mode) != 0)
+            return errno;
         if (const int error = flush(m_file.number()))
             return error;
         return m_file.close();
@@ -331,7 +334,7 @@ Result replace(const QByteArray& path, Descriptor& file, const Status& old,
     if (!isOnly || error != 0 || !takeRights(file.number(), old, made.number()))
         return overwrite(file.number(), old, bytes(), error);
     const QByteArray content = bytes();
-    error = made.write(content);
+    error = made.write(content, old.st_mode & s_allBits);
     if (error != 0)
         return Result::NotWritten;
     error = made.takeName();

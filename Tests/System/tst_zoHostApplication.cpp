@@ -82,6 +82,7 @@ private slots:
     void configurationOfTheServiceIsRemembered();
     void unsavedWorkIsOfferedAgain_data();
     void unsavedWorkIsOfferedAgain();
+    void hangUpThatIsIgnoredStaysIgnored();
     void savedWorkIsNotOffered();
     void workOfALogoutThatWasCalledOffIsNotOffered();
     void changedFileIsNotOverwrittenUnasked();
@@ -443,6 +444,20 @@ void tst_zoHostApplication::unsavedWorkIsOfferedAgain()
     QCOMPARE(moduleWindow()->windowFilePath(), file);
     QVERIFY(mainWindow()->document()->differs());
     QCOMPARE(kept.unfinished().size(), 0);
+}
+
+// As under nohup.
+void tst_zoHostApplication::hangUpThatIsIgnoredStaysIgnored()
+{
+    m_host.reset();
+    auto* const before = std::signal(SIGHUP, SIG_IGN);
+    {
+        zoHostOptions options;
+        options.moduleFiles = QStringList(QStringLiteral(ZO_MODULE_FILE));
+        const zoHostApplication host(options);
+        QVERIFY(std::signal(SIGHUP, SIG_IGN) == SIG_IGN);
+    }
+    QVERIFY(std::signal(SIGHUP, before) == SIG_IGN);
 }
 
 void tst_zoHostApplication::savedWorkIsNotOffered()

@@ -151,6 +151,9 @@ int zoNewCommand::execute(const QCommandLineParser& parser)
     if (!parser.isSet(QStringLiteral("hosts")))
         return usageError(tr("--hosts is missing"));
 
+    if (!zoTextFile::mayWrite(parser.values(QStringLiteral("output")), QString()))
+        return zoConsole::Unusable;
+
     Request request;
     zoClusterSetup setup;
     zoHPCDisplayItem display;
