@@ -214,6 +214,13 @@ void tst_zohpcNew::wrongUsageIsTold_data()
                                           "--wall: \"1.5x2\" is no number of columns and rows such as 3x2");
     QTest::newRow("wall-too-many-tiles") << QStringList{"--wall", "1000x101"} + hosts
                                          << QByteArray("--wall: 1000x101 tiles are more than 100000");
+    QTest::newRow("wall-smallest-of-too-many-tiles")
+        << QStringList{"--wall", "885x113"} + hosts
+        << QByteArray("--wall: 885x113 tiles are more than 100000");
+    // The wall is taken: what is told is the next mistake.
+    QTest::newRow("wall-of-as-many-tiles-as-may-be")
+        << QStringList{"--wall", "1000x100", "--tile", "0x5"} + hosts
+        << QByteArray("--tile: \"0x5\" is no size in pixels such as 1920x1080");
     QTest::newRow("tile") << wall + hosts + QStringList{"--tile", "0x5"}
                           << QByteArray("--tile: \"0x5\" is no size in pixels such as 1920x1080");
     QTest::newRow("overlap") << wall + hosts + QStringList{"--overlap", "x"}

@@ -1,4 +1,5 @@
 #include "zoDialogRobot.h"
+#include "zoFakeHost.h"
 #include "zoFakeModule.h"
 #include "zoHostParts.h"
 #include "zoTestCase.h"
@@ -64,6 +65,8 @@ private slots:
     void failedStartDoesNotEndTheProgram();
     void withoutExitAfterStopTheProgramGoesOn();
     void screenshotIsTakenWhileRunning();
+    void speedTestHasThreeFigures_data();
+    void speedTestHasThreeFigures();
 
 private:
     void begin(const zoHostOptions& options, const QString& file);
@@ -271,6 +274,41 @@ void tst_zoHostSession::screenshotIsTakenWhileRunning()
     QTRY_VERIFY(QFile::exists(options.screenshotFile));
     QVERIFY(m_parts->cluster.isRunning());
     QCOMPARE(QImage(options.screenshotFile, "PNG").size(), m_window->grab().size());
+}
+
+void tst_zoHostSession::speedTestHasThreeFigures_data()
+{
+    QTest::addColumn<QStringList>("figures");
+
+    QTest::newRow("none") << QStringList();
+    QTest::newRow("two") << QStringList{"1", "2"};
+    QTest::newRow("four") << QStringList{"1", "2", "3", "4"};
+}
+
+void tst_zoHostSession::speedTestHasThreeFigures()
+{
+    QFETCH(QStringList, figures);
+    zoFakeClusterService cluster;
+    cluster.rates = figures;
+    cluster.onStart = [&cluster] {
+        cluster.running = true;
+        emit cluster.started();
+        return true;
+    };
+    ModuleObject module(&cluster);
+    zoHostMainWindow window(m_parts->services());
+    window.moduleToolBar()->addAction(new QAction("Cluster", &module));
+    zoHostOptions options;
+    options.start = true;
+    options.nonInteractive = true;
+    options.exitAfterStop = true;
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("^The network could not be measured$")));
+    zoHostSession session(options, &window, &cluster);
+    session.begin(writeFile(OneNode));
+
+    const int exitCode = QCoreApplication::exec();
+
+    QCOMPARE(exitCode, 1);
 }
 
 ZO_TEST_MAIN(tst_zoHostSession)

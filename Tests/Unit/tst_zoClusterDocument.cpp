@@ -13,6 +13,7 @@ class tst_zoClusterDocument final : public zoTestCase
 
 private slots:
     void disabledNodesAreListedWithTheirIds();
+    void nodeWithoutAHostNameIsNotRunOn();
     void servicePortIsTheOneOfTheNetworkAround_data();
     void servicePortIsTheOneOfTheNetworkAround();
     void undeclaredPrefixIsPartOfTheName();
@@ -51,6 +52,20 @@ void tst_zoClusterDocument::disabledNodesAreListedWithTheirIds()
     QVERIFY(document.nodes().at(0) == first);
     QVERIFY(document.nodes().at(1) == second);
     QCOMPARE(document.enabledNodes().size(), size_t(1));
+}
+
+void tst_zoClusterDocument::nodeWithoutAHostNameIsNotRunOn()
+{
+    zoClusterDocument document;
+    QString reason;
+
+    QVERIFY(document.parse(
+        clusterOf("<master><network><node name=\"\"/><node name=\"a\"/><node/></network></master>"), reason));
+
+    QCOMPARE(document.nodes().size(), size_t(3));
+    QCOMPARE(document.enabledNodes().size(), size_t(2));
+    QCOMPARE(document.enabledNodes().front().hostName, QStringLiteral("a"));
+    QCOMPARE(document.enabledNodes().back().hostName, QStringLiteral("localhost"));
 }
 
 void tst_zoClusterDocument::servicePortIsTheOneOfTheNetworkAround_data()

@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QLockFile>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -30,6 +31,7 @@ private slots:
     void emptyTextAndNewDocumentAreNotKept();
     void keptOnesOutliveTheHost();
     void hostsSideBySideDoNotOverwriteEachOther();
+    void nobodyWritesWhileAnotherHostDoes();
     void filesAreConfigurationsByteForByte();
     void foreignFilesAreLeftAlone();
     void orderIsThatOfTheReplacementsWhateverTheClockSays();
@@ -167,6 +169,23 @@ void tst_zoHostEarlierConfigurations::hostsSideBySideDoNotOverwriteEachOther()
     m_earlier->keep("<c/>", QString());
 
     QCOMPARE(texts(), QStringList({"<c/>", "<b/>", "<a/>"}));
+}
+
+void tst_zoHostEarlierConfigurations::nobodyWritesWhileAnotherHostDoes()
+{
+    QVERIFY(QDir().mkpath(folder()));
+    QLockFile other(QDir(folder()).filePath(".lock"));
+    QVERIFY(other.tryLock());
+    expectMessage(QtCriticalMsg, QRegularExpression("Unable to keep the replaced configuration in .*"));
+
+    m_earlier->keep("<a/>", QString());
+
+    QCOMPARE(fileNames(), QStringList());
+    QCOMPARE(texts(), QStringList("<a/>")); // not lost: it waits
+    other.unlock();
+    m_earlier->keep("<b/>", QString());
+    QCOMPARE(fileNames().size(), 2);
+    QCOMPARE(texts(), QStringList({"<b/>", "<a/>"}));
 }
 
 void tst_zoHostEarlierConfigurations::filesAreConfigurationsByteForByte()
