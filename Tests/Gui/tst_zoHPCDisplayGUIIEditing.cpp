@@ -10,8 +10,12 @@
 #include <QDoubleSpinBox>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QSignalSpy>
 #include <QTreeWidget>
+
+#include <functional>
+#include <map>
 
 // The display setup in a user's hands: OK and Cancel, adding, deleting, copying, converting.
 class tst_zoHPCDisplayGUIIEditing final : public zoHPCDisplaySetupTest
@@ -28,6 +32,12 @@ private slots:
     void okAnnouncesAndHides();
     void returnKeyStaysInTheDialog();
     void escapeCancels();
+
+    void changesAreSaid_data();
+    void changesAreSaid();
+    void lookingAroundIsNoChange();
+    void loadingIsSaidOnce();
+    void cancelSaysThatAllChangedBack();
 
     void addedProjectionsAreNumbered();
     void freedNumberIsTakenAgain();
@@ -178,6 +188,108 @@ void tst_zoHPCDisplayGUIIEditing::escapeCancels()
 
     QVERIFY(!m_editor->isVisible());
     QCOMPARE(announced.count(), 0);
+}
+
+void tst_zoHPCDisplayGUIIEditing::changesAreSaid_data()
+{
+    QTest::addColumn<QString>("operation");
+
+    for (const char* operation :
+         {"name", "rows", "camera", "position", "assign", "add-projection", "add-display", "add-window",
+          "delete", "paste", "convert", "separation", "parallax", "nodes", "link", "default"})
+        QTest::newRow(operation) << text(operation);
+}
+
+void tst_zoHPCDisplayGUIIEditing::changesAreSaid()
+{
+    QFETCH(QString, operation);
+    load(SMALL_SETUP);
+    projectionTree()->setCurrentItem(projection(0));
+    displayTree()->setCurrentItem(display(0)->child(0)->child(0));
+    m_editor->copyDisplay();
+    const QString before = saved();
+    const std::map<QString, std::function<void()>> operations{
+        {text("name"), [this] { projection(0)->setName(text("other")); }},
+        {text("rows"), [this] { projection(0)->setInt(zoHPCProjectionItem::Rows, 3); }},
+        {text("camera"), [this] { display(0)->setString(zoHPCDisplayItem::Camera, text("front")); }},
+        {text("position"),
+         [this] {
+             m_editor->getViewportItems().first()->setString(zoHPCViewportItem::Position, text("left"));
+         }},
+        {text("assign"),
+         [this] { m_editor->getViewportItems().first()->setProjection(projectionNames().constLast()); }},
+        {text("add-projection"), [this] { m_editor->addProjection(); }},
+        {text("add-display"), [this] { m_editor->addDisplay(); }},
+        {text("add-window"), [this] { m_editor->addWindow(); }},
+        {text("delete"), [this] { m_editor->deleteItem(); }},
+        {text("paste"), [this] { m_editor->pasteDisplay(); }},
+        {text("convert"), [this] { m_editor->convertToPlanes(); }},
+        {text("separation"), [this] { m_editor->setEyeSeparation(70.0F); }},
+        {text("parallax"), [this] { m_editor->setZeroParallax(2000.0F); }},
+        {text("nodes"), [this] { m_editor->setNodeNames({text("elsewhere")}); }},
+        // Linking changes rows without a word from their tree.
+        {text("link"),
+         [this] {
+             const QSignalBlocker blocker(projectionTree()->model());
+             projection(0)->setName(text("other"));
+             projection(0)->update();
+             m_editor->correctProjectionViewportsAssignments();
+         }},
+        {text("default"), [this] { m_editor->setDefaultConfig(); }},
+    };
+    const QSignalSpy changed(m_editor.get(), &zoHPCDisplayGUII::changed);
+
+    operations.at(operation)();
+
+    QVERIFY(saved() != before);
+    QVERIFY(!changed.isEmpty());
+}
+
+void tst_zoHPCDisplayGUIIEditing::lookingAroundIsNoChange()
+{
+    load(SMALL_SETUP);
+    const QSignalSpy changed(m_editor.get(), &zoHPCDisplayGUII::changed);
+
+    projectionTree()->setCurrentItem(projection(0)->child(1));
+    displayTree()->setCurrentItem(display(0)->child(0)->child(0));
+    displayTree()->setCurrentItem(display(0)->child(0));
+    m_editor->correctProjectionViewportsAssignments();
+    m_editor->setNodeNames({text("a"), text("b")});
+    m_editor->updateCameraList();
+
+    QCOMPARE(changed.count(), 0);
+}
+
+void tst_zoHPCDisplayGUIIEditing::loadingIsSaidOnce()
+{
+    load(SMALL_SETUP);
+    const QSignalSpy changed(m_editor.get(), &zoHPCDisplayGUII::changed);
+    int projectionsThen = 0;
+    QString linkedThen;
+    connect(m_editor.get(), &zoHPCDisplayGUII::changed, this, [&] {
+        projectionsThen = m_editor->getProjectionItems().size();
+        linkedThen = m_editor->getViewportItems().first()->getString(zoHPCViewportItem::ProjectionIdentifier);
+    });
+
+    load(SMALL_SETUP);
+
+    QCOMPARE(changed.count(), 1);
+    QCOMPARE(projectionsThen, m_editor->getProjectionItems().size());
+    QVERIFY(!linkedThen.isEmpty());
+}
+
+void tst_zoHPCDisplayGUIIEditing::cancelSaysThatAllChangedBack()
+{
+    load(SMALL_SETUP);
+    const QString before = saved();
+    m_editor->open({text("a"), text("b")});
+    m_editor->addProjection();
+    const QSignalSpy changed(m_editor.get(), &zoHPCDisplayGUII::changed);
+
+    m_editor->reject();
+
+    QCOMPARE(changed.count(), 1);
+    QCOMPARE(saved(), before);
 }
 
 void tst_zoHPCDisplayGUIIEditing::addedProjectionsAreNumbered()

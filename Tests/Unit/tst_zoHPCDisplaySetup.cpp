@@ -164,9 +164,8 @@ void tst_zoHPCDisplaySetup::viewportsAreLinkedWhenTheyAppear()
     m_setup->loadFromXML(documentOf(wallText(text("version=\"1\""), text("wall row:1 col:1"))));
 
     const zoHPCViewportItem* const viewport = m_setup->getViewportItems().constFirst();
-    const QString identifier = viewport->getString(zoHPCViewportItem::ProjectionIdentifier);
-    QCOMPARE(identifier, m_setup->getProjectionItems().at(1)->getString(zoHPCProjectionItem::Identifier));
-    QVERIFY(m_setup->isProjection(identifier));
+    QCOMPARE(m_setup->projectionOf(*viewport), m_setup->getProjectionItems().at(1));
+    QCOMPARE(m_setup->projectionOf(zoHPCViewportItem()), nullptr);
 }
 
 void tst_zoHPCDisplaySetup::wrongRowsAreTurnedInVersion0_data()

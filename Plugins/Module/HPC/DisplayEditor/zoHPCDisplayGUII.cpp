@@ -1,186 +1,85 @@
 #include "zoHPCDisplayGUII.h"
 
-#include "zoHPCDisplayItem.h"
+#include "ui_zoHPCDisplayGUII.h"
+#include "zoHPCDisplayActions.h"
+#include "zoHPCDisplayPanel.h"
 #include "zoHPCDisplaySetup.h"
-#include "zoHPCDisplayTables.h"
+#include "zoHPCDisplayTrees.h"
 #include "zoHPCLayoutPane.h"
+#include "zoHPCPanelFields.h"
 #include "zoHPCProblemsView.h"
 #include "zoHPCProjectionItem.h"
+#include "zoHPCProjectionPanel.h"
 #include "zoHPCReview.h"
 #include "zoHPCTreeGUIW.h"
 #include "zoHPCTreeItem.h"
-#include "zoHPCUniqueNames.h"
+#include "zoHPCTreeRows.h"
 #include "zoHPCViewportItem.h"
-#include "zoHPCWindowItem.h"
-#include "zoText.h"
+#include "zoHPCViewportPanel.h"
+#include "zoHPCWindowPanel.h"
 
 #include <QZODataWidgetMapper.h>
 #include <zoCameraService.h>
-#include <zoIconManager.h>
+#include <zoClusterTags.h>
 #include <zoKernelServiceFactory.h>
 #include <zoNodeService.h>
 
-#include <QAbstractSpinBox>
 #include <QAction>
-#include <QDoubleSpinBox>
-#include <QFontMetrics>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPushButton>
-#include <QScopedValueRollback>
 #include <QScreen>
-#include <QSet>
 #include <QShortcut>
 #include <QSignalBlocker>
-#include <QSpinBox>
-#include <QStringListModel>
 #include <QStyle>
 
 #include <algorithm>
-#include <initializer_list>
 
-namespace
-{
-// Changes the values of many rows as one: while it lives the view hears nothing, then it is painted once.
-// Rows must neither come nor go.
-class BulkChange final
+// Changes by the dialog itself: rows that change meanwhile need no answer, and what changed is announced once.
+class zoHPCDisplayGUII::Edit final
 {
 public:
-    explicit BulkChange(QTreeWidget* tree) : m_tree(tree), m_blocker(tree->model()) {}
-    ~BulkChange() { m_tree->viewport()->update(); }
+    explicit Edit(zoHPCDisplayGUII& dialog) : m_dialog(dialog), m_outer(dialog.m_edit)
+    {
+        m_dialog.m_edit = this;
+    }
 
-    BulkChange(const BulkChange&) = delete;
-    BulkChange& operator=(const BulkChange&) = delete;
+    ~Edit()
+    {
+        m_dialog.m_edit = m_outer;
+        if (m_isChanged)
+            m_dialog.noteChange();
+    }
+
+    Edit(const Edit&) = delete;
+    Edit& operator=(const Edit&) = delete;
+
+    void noteChange() { m_isChanged = true; }
 
 private:
-    QTreeWidget* m_tree;
-    QSignalBlocker m_blocker;
+    zoHPCDisplayGUII& m_dialog;
+    Edit* m_outer;
+    bool m_isChanged = false;
 };
 
-bool isViewport(const QTreeWidgetItem* item)
+zoHPCDisplayGUII::zoHPCDisplayGUII(QWidget* parent)
+    : QDialog(parent), m_form(std::make_unique<Ui_zoHPCDisplayGUII>())
 {
-    return dynamic_cast<const zoHPCViewportItem*>(item) != nullptr;
-}
-
-bool isPlainWindow(const QTreeWidgetItem* item)
-{
-    return dynamic_cast<const zoHPCWindowItem*>(item) != nullptr && !isViewport(item);
-}
-
-bool isPlainDisplay(const QTreeWidgetItem* item)
-{
-    return dynamic_cast<const zoHPCDisplayItem*>(item) != nullptr &&
-           dynamic_cast<const zoHPCWindowItem*>(item) == nullptr;
-}
-
-QTreeWidgetItem* topLevelOf(QTreeWidgetItem* item)
-{
-    while (item && item->parent())
-        item = item->parent();
-    return item;
-}
-
-void showFirstColumnOnly(QTreeView* view)
-{
-    for (int col = 1; col < view->model()->columnCount(); ++col)
-        view->setColumnHidden(col, true);
-}
-
-// Ranges take everything that a document may hold, far more than a wall ever has: a field is wide enough for
-// usual numbers, wider when there is room.
-void narrow(QAbstractSpinBox* field)
-{
-    QString widest;
-    QString usual;
-    if (const auto* number = qobject_cast<const QDoubleSpinBox*>(field)) {
-        for (const double limit : {number->minimum(), number->maximum()}) {
-            const QString text = number->textFromValue(limit);
-            if (text.size() > widest.size())
-                widest = text;
-        }
-        usual = number->textFromValue(-10000.0);
-    } else if (const auto* pixels = qobject_cast<const QSpinBox*>(field)) {
-        for (const int limit : {pixels->minimum(), pixels->maximum()}) {
-            const QString text = QString::number(limit);
-            if (text.size() > widest.size())
-                widest = text;
-        }
-        usual = zoText("-10000");
-    }
-    const QFontMetrics metrics(field->font());
-    const int spare = metrics.horizontalAdvance(widest) - metrics.horizontalAdvance(usual);
-    if (spare > 0)
-        field->setMinimumWidth(field->minimumSizeHint().width() - spare);
-}
-
-// The second and third number of a row have a sign for a label, or none: what is read aloud is their tool
-// tip.
-void nameForReaders(const QWidget* panels)
-{
-    const QList<QLabel*> labels = panels->findChildren<QLabel*>();
-    QSet<const QWidget*> labelled;
-    for (const QLabel* label : labels) {
-        if (label->buddy() && label->text() != QString::fromUtf8("×"))
-            labelled.insert(label->buddy());
-    }
-    const QList<QAbstractSpinBox*> numbers = panels->findChildren<QAbstractSpinBox*>();
-    for (QAbstractSpinBox* number : numbers) {
-        if (!labelled.contains(number))
-            number->setAccessibleName(number->toolTip());
-    }
-}
-
-QIcon icon(const char* name)
-{
-    return zoIconManager::getIcon(QString::fromLatin1(name), QString());
-}
-
-// The model index of a row of a tree, and back; a tree widget keeps its own functions for that to itself.
-QModelIndex indexOf(const QTreeWidget* tree, QTreeWidgetItem* item)
-{
-    if (!item)
-        return {};
-    QTreeWidgetItem* parent = item->parent();
-    const int row = parent ? parent->indexOfChild(item) : tree->indexOfTopLevelItem(item);
-    return tree->model()->index(row, 0, indexOf(tree, parent));
-}
-
-QTreeWidgetItem* itemAt(const QTreeWidget* tree, const QModelIndex& index)
-{
-    QList<int> rows;
-    for (QModelIndex i = index; i.isValid(); i = i.parent())
-        rows.prepend(i.row());
-    QTreeWidgetItem* item = tree->invisibleRootItem();
-    for (const int row : qAsConst(rows))
-        item = item ? item->child(row) : nullptr;
-    return rows.isEmpty() ? nullptr : item;
-}
-} // namespace
-
-zoHPCDisplayGUII::zoHPCDisplayGUII(QWidget* parent) : QDialog(parent)
-{
-    setupUi(this);
-    m_setup = std::make_unique<zoHPCDisplaySetup>(m_projectionTree->invisibleRootItem(),
-                                                  m_displayTree->invisibleRootItem());
-    // The other columns hold the properties.
-    m_projectionTree->setColumnCount(zoHPCProjectionItem::ColumnCount);
-    m_displayTree->setColumnCount(zoHPCViewportItem::ColumnCount);
-    for (QTreeWidget* tree : {m_projectionTree, m_displayTree})
-        showFirstColumnOnly(tree);
-    fillCombos();
-    const QList<QAbstractSpinBox*> numbers = m_panels->findChildren<QAbstractSpinBox*>();
-    for (QAbstractSpinBox* number : numbers)
-        narrow(number);
-    nameForReaders(m_panels);
+    m_form->setupUi(this);
+    m_trees = std::make_unique<zoHPCDisplayTrees>(m_form->m_projectionTree, m_form->m_displayTree);
+    m_setup = std::make_unique<zoHPCDisplaySetup>(m_form->m_projectionTree->invisibleRootItem(),
+                                                  m_form->m_displayTree->invisibleRootItem());
+    createPanels();
+    zoHPCPanelFields::prepareNumbers(m_form->m_panels);
     // Wide enough for all panels while nothing is hidden yet; the rest is the trees'.
-    m_panelArea->setMinimumWidth(m_panels->minimumSizeHint().width() +
-                                 style()->pixelMetric(QStyle::PM_ScrollBarExtent));
-    m_splitter->setStretchFactor(0, 1);
-    m_splitter->setStretchFactor(1, 0);
-    m_splitter->setSizes({width(), 0});
+    m_form->m_panelArea->setMinimumWidth(m_form->m_panels->minimumSizeHint().width() +
+                                         style()->pixelMetric(QStyle::PM_ScrollBarExtent));
+    m_form->m_splitter->setStretchFactor(0, 1);
+    m_form->m_splitter->setStretchFactor(1, 0);
+    m_form->m_splitter->setSizes({width(), 0});
 
-    bindPanels();
-    createActions();
+    connectPanels();
+    connectActions();
     connectTrees();
     connectServices();
     createPreview();
@@ -192,10 +91,10 @@ zoHPCDisplayGUII::zoHPCDisplayGUII(QWidget* parent) : QDialog(parent)
 zoHPCDisplayGUII::~zoHPCDisplayGUII()
 {
     // The rows go with the trees, which are still whole when the rest of the dialog is not.
-    m_projectionTree->disconnect(this);
-    m_projectionTree->model()->disconnect(this);
-    m_displayTree->disconnect(this);
-    m_displayTree->model()->disconnect(this);
+    m_form->m_projectionTree->disconnect(this);
+    m_form->m_projectionTree->model()->disconnect(this);
+    m_form->m_displayTree->disconnect(this);
+    m_form->m_displayTree->model()->disconnect(this);
 }
 
 QList<zoHPCProjectionItem*> zoHPCDisplayGUII::getProjectionItems() const
@@ -220,40 +119,20 @@ QList<zoHPCWindowItem*> zoHPCDisplayGUII::getDisplayItems() const
 
 void zoHPCDisplayGUII::setNodeNames(const QStringList& names)
 {
-    std::vector<const QString*> hostNames;
-    hostNames.reserve(std::size_t(names.size()));
-    for (const QString& name : names)
-        hostNames.push_back(&name);
-    const zoHPCUniqueNames unique(std::move(hostNames));
-    QStringList entries;
-    entries.reserve(names.size());
-    for (std::size_t i = 0; i < unique.count(); ++i)
-        entries.append(unique.name(i));
+    m_windowPanel->setNodeNames(names);
     {
-        // Another choice is no change of the window that the panel shows.
-        const QSignalBlocker blocker(m_renderNode);
-        m_nodeNames->setStringList(entries);
-    }
-
-    // Without equal names the entries are the names.
-    const bool isNumbered = unique.hasNumbered();
-    const QSet<QString> numbered =
-        isNumbered ? QSet<QString>(entries.cbegin(), entries.cend()) : QSet<QString>();
-    const auto isKnown = [&](const QString& name) {
-        return isNumbered ? numbered.contains(name) : unique.find(name) < unique.count();
-    };
-    {
-        const BulkChange change(m_displayTree);
-        m_setup->clearUnknownNodes(isKnown);
+        const Edit edit(*this);
+        const zoHPCDisplayTrees::BulkChange change(*m_trees);
+        if (m_setup->clearUnknownNodes([this](const QString& name) { return m_windowPanel->isNode(name); }))
+            noteBulkChange();
     }
     m_displayMapper->refresh();
-    m_layoutPane->review().noteChange();
 }
 
 void zoHPCDisplayGUII::setHostTree(zoHPCTreeGUIW* hosts)
 {
-    m_hosts = hosts;
-    m_layoutPane->setModel(m_projectionTree, m_displayTree, hosts);
+    m_hostFixes.setHostTree(hosts);
+    m_layoutPane->setModel(m_form->m_projectionTree, m_form->m_displayTree, hosts);
 }
 
 zoHPCReview& zoHPCDisplayGUII::review() const
@@ -263,9 +142,9 @@ zoHPCReview& zoHPCDisplayGUII::review() const
 
 void zoHPCDisplayGUII::setEyeSeparation(float separation)
 {
-    const QScopedValueRollback<bool> updating(m_updating, true);
-    for (int i = 0; i < m_displayTree->topLevelItemCount(); ++i) {
-        if (auto* display = dynamic_cast<zoHPCDisplayItem*>(m_displayTree->topLevelItem(i)))
+    const Edit edit(*this);
+    for (int i = 0; i < m_form->m_displayTree->topLevelItemCount(); ++i) {
+        if (auto* display = dynamic_cast<zoHPCDisplayItem*>(m_form->m_displayTree->topLevelItem(i)))
             display->setEyeSeparation(static_cast<double>(separation));
     }
 }
@@ -273,18 +152,8 @@ void zoHPCDisplayGUII::setEyeSeparation(float separation)
 void zoHPCDisplayGUII::setZeroParallax(float distance)
 {
     {
-        const QScopedValueRollback<bool> updating(m_updating, true);
-        QList<zoHPCProjectionItem*> walls;
-        const QList<zoHPCProjectionItem*> projections = getProjectionItems();
-        for (zoHPCProjectionItem* projection : projections) {
-            if (projection->kind() == zoHPCProjectionType::Kind::Wall)
-                walls.append(projection);
-        }
-        // From the last: a wall inside a wall goes when the outer one lays out its tiles.
-        for (auto it = walls.crbegin(); it != walls.crend(); ++it) {
-            (*it)->setDouble(zoHPCProjectionItem::Distance, static_cast<double>(distance));
-            regenerate(*it);
-        }
+        const Edit edit(*this);
+        m_trees->setWallDistance(static_cast<double>(distance));
     }
     correctProjectionViewportsAssignments();
     bindProjection();
@@ -304,15 +173,11 @@ void zoHPCDisplayGUII::saveToXML(QDomDocument& document) const
 void zoHPCDisplayGUII::loadFromXML(const QDomDocument& document)
 {
     {
-        const QScopedValueRollback<bool> updating(m_updating, true);
-        m_projectionTree->clear();
-        m_displayTree->clear();
+        const Edit edit(*this);
+        m_trees->clear();
         m_setup->loadFromXML(document);
-        expandOutputs();
+        m_trees->expandOutputs();
     }
-    m_displayMapper->refresh();
-    showAssignedProjection();
-    m_layoutPane->review().noteChange();
     bindProjection();
     bindOutput();
     emit displayChanged();
@@ -320,26 +185,33 @@ void zoHPCDisplayGUII::loadFromXML(const QDomDocument& document)
 
 void zoHPCDisplayGUII::setDefaultConfig()
 {
-    m_projectionTree->clear();
-    m_displayTree->clear();
-    m_setup->setDefaultConfig();
+    {
+        const Edit edit(*this);
+        m_trees->clear();
+        m_setup->setDefaultConfig();
+    }
+    bindProjection();
+    bindOutput();
 }
 
 void zoHPCDisplayGUII::correctProjectionViewportsAssignments()
 {
     {
-        const BulkChange change(m_displayTree);
-        m_setup->correctProjectionViewportsAssignments();
+        const Edit edit(*this);
+        const zoHPCDisplayTrees::BulkChange change(*m_trees);
+        if (m_setup->correctProjectionViewportsAssignments())
+            noteBulkChange();
     }
     m_displayMapper->refresh();
-    showAssignedProjection();
-    m_layoutPane->review().noteChange();
+    m_viewportPanel->showProjection();
 }
 
 void zoHPCDisplayGUII::correctWrongRows()
 {
-    const BulkChange change(m_displayTree);
-    m_setup->correctWrongRows();
+    const Edit edit(*this);
+    const zoHPCDisplayTrees::BulkChange change(*m_trees);
+    if (m_setup->correctWrongRows())
+        noteBulkChange();
 }
 
 void zoHPCDisplayGUII::collectProjections()
@@ -359,16 +231,13 @@ QStringList zoHPCDisplayGUII::attributeOrder(const QString& tagName)
 
 void zoHPCDisplayGUII::open(const QStringList& nodeNames)
 {
-    for (QTreeWidget* tree : {m_projectionTree, m_displayTree}) {
-        tree->clearSelection();
-        tree->setCurrentItem(nullptr);
-    }
+    m_trees->clearCurrentRows();
     setSelected(nullptr, nullptr);
 
-    m_hostChanges.clear();
+    m_hostFixes.clear();
     m_backup = QDomDocument();
-    QDomElement root = m_backup.createElement(QString::fromLatin1("cluster"));
-    root.setAttribute(QString::fromLatin1("version"), QString::fromLatin1("1"));
+    QDomElement root = m_backup.createElement(zoClusterTags::Cluster);
+    root.setAttribute(zoClusterTags::VersionAttribute, QString::number(zoClusterTags::Version));
     m_backup.appendChild(root);
     saveToXML(m_backup);
 
@@ -387,9 +256,9 @@ void zoHPCDisplayGUII::fitScreen()
     if (tooWide <= 0)
         return;
     // Better panels to scroll than panes one over the other.
-    m_panelArea->setMinimumWidth(std::max(m_panelArea->minimumWidth() - tooWide, 0));
-    m_panelArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    m_splitter->updateGeometry();
+    m_form->m_panelArea->setMinimumWidth(std::max(m_form->m_panelArea->minimumWidth() - tooWide, 0));
+    m_form->m_panelArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_form->m_splitter->updateGeometry();
     layout()->activate();
     resize(std::min(width(), room), height());
 }
@@ -401,7 +270,7 @@ void zoHPCDisplayGUII::apply()
 
 void zoHPCDisplayGUII::accept()
 {
-    m_hostChanges.clear();
+    m_hostFixes.clear();
     emit displayChanged();
     QDialog::accept();
 }
@@ -409,87 +278,65 @@ void zoHPCDisplayGUII::accept()
 void zoHPCDisplayGUII::reject()
 {
     if (!m_backup.documentElement().isNull()) {
-        const QSignalBlocker blocker(this);
-        loadFromXML(m_backup);
+        {
+            const QSignalBlocker blocker(this);
+            loadFromXML(m_backup);
+        }
+        noteChange();
     }
-    takeBackHostChanges();
+    m_hostFixes.takeBack();
     QDialog::reject();
 }
 
 void zoHPCDisplayGUII::addProjection()
 {
-    if (m_running)
-        return;
-    auto* projection = new zoHPCProjectionItem(getUniqueProjectionName(), zoHPCProjectionType::Kind::Wall);
-    m_projectionTree->addTopLevelItem(projection);
-    m_projectionTree->setCurrentItem(projection);
+    if (!m_running)
+        m_trees->addProjection(std::make_unique<zoHPCProjectionItem>(getUniqueProjectionName(),
+                                                                     zoHPCProjectionType::Kind::Wall));
 }
 
 void zoHPCDisplayGUII::addDisplay()
 {
-    if (m_running)
-        return;
-    auto* display = new zoHPCDisplayItem;
-    m_displayTree->addTopLevelItem(display);
-    // Nothing is taken from a current row, but without one the new display is what windows are to be added
-    // to.
-    if (!m_displayTree->currentItem())
-        m_displayTree->setCurrentItem(display);
+    if (!m_running)
+        m_trees->addDisplay();
 }
 
 void zoHPCDisplayGUII::addWindow()
 {
-    zoHPCDisplayItem* display = currentDisplay();
-    if (!display || m_running)
+    if (m_running)
         return;
-    auto* window = new zoHPCWindowItem;
-    display->addChild(window);
-    display->setExpanded(true);
-    m_displayTree->setCurrentItem(window);
-    addViewport();
+    if (m_trees->addOutput(std::make_unique<zoHPCWindowItem>()))
+        addViewport();
 }
 
 void zoHPCDisplayGUII::addViewport()
 {
-    zoHPCWindowItem* window = currentWindow();
-    if (!window || m_running)
-        return;
-    auto* viewport = new zoHPCViewportItem;
-    window->addChild(viewport);
-    window->setExpanded(true);
-    m_displayTree->setCurrentItem(viewport);
+    if (!m_running)
+        m_trees->addOutput(std::make_unique<zoHPCViewportItem>());
 }
 
 void zoHPCDisplayGUII::deleteItem()
 {
-    if (m_running)
+    if (m_running || m_activeTree == ActiveTree::None)
         return;
-    if (m_activeTree == ActiveTree::None)
+    // Destroyed last: whoever still follows the row lets go of it while it is whole.
+    const std::unique_ptr<QTreeWidgetItem> removed = zoHPCDisplayTrees::takeCurrent(activeTree());
+    if (!removed)
         return;
-    QTreeWidget* tree = m_activeTree == ActiveTree::Projections ? m_projectionTree : m_displayTree;
-    QTreeWidgetItem* item = tree->currentItem();
-    if (!item)
-        return;
-    // Taken out first, so that whoever still follows the row lets go of it while it is whole.
-    std::unique_ptr<QTreeWidgetItem> removed(item);
-    if (QTreeWidgetItem* parent = item->parent())
-        parent->removeChild(item);
-    else
-        tree->takeTopLevelItem(tree->indexOfTopLevelItem(item));
     correctProjectionViewportsAssignments();
     updateActions();
 }
 
 void zoHPCDisplayGUII::copyProjection()
 {
-    zoHPCProjectionItem* projection = currentProjection();
+    zoHPCProjectionItem* projection = m_trees->currentProjection();
     if (!projection)
         return;
     {
-        const QScopedValueRollback<bool> updating(m_updating, true);
-        m_copiedProjection.reset(projection->clone());
+        const Edit edit(*this);
+        m_clipboard.copyProjection(*projection);
         // The source has a new identifier: its tiles follow, and viewports find them again by name.
-        regenerate(static_cast<zoHPCProjectionItem*>(topLevelOf(projection)));
+        m_trees->regenerate(static_cast<zoHPCProjectionItem*>(zoHPCTreeRows::topLevelOf(projection)));
     }
     correctProjectionViewportsAssignments();
     bindProjection();
@@ -497,72 +344,41 @@ void zoHPCDisplayGUII::copyProjection()
 
 void zoHPCDisplayGUII::copyDisplay()
 {
-    zoHPCDisplayItem* item = currentOutput();
+    zoHPCDisplayItem* item = m_trees->currentOutput();
     if (!item)
         return;
-    m_copiedDisplay.reset(item->clone());
+    m_clipboard.copyOutput(*item);
     updateActions();
 }
 
 void zoHPCDisplayGUII::pasteProjection()
 {
-    if (m_running)
-        return;
-    if (!m_copiedProjection)
-        return;
-    auto* projection = m_copiedProjection->clone();
-    projection->setName(getUniqueProjectionName());
-    projection->update();
-    m_projectionTree->addTopLevelItem(projection);
-    m_projectionTree->setCurrentItem(projection);
+    if (!m_running && m_clipboard.hasProjection())
+        m_trees->addProjection(m_clipboard.newProjection(getUniqueProjectionName()));
 }
 
 void zoHPCDisplayGUII::pasteDisplay()
 {
-    if (m_running)
-        return;
-    if (!m_copiedDisplay)
-        return;
-    QTreeWidgetItem* parent = nullptr;
-    if (isViewport(m_copiedDisplay.get()))
-        parent = currentWindow();
-    else if (isPlainWindow(m_copiedDisplay.get()))
-        parent = currentDisplay();
-    else
-        parent = m_displayTree->invisibleRootItem();
-    if (!parent)
-        return;
-    zoHPCDisplayItem* item = m_copiedDisplay->clone();
-    parent->addChild(item);
-    parent->setExpanded(true);
-    m_displayTree->setCurrentItem(item);
-    correctProjectionViewportsAssignments();
+    if (!m_running && m_clipboard.hasOutput() && m_trees->addOutput(m_clipboard.newOutput()))
+        correctProjectionViewportsAssignments();
 }
 
 void zoHPCDisplayGUII::convertToPlanes()
 {
     if (m_running)
         return;
-    zoHPCProjectionItem* projection = currentProjection();
+    zoHPCProjectionItem* projection = m_trees->currentProjection();
     // Without children nothing would be left of it.
     if (!projection || projection->parent() || projection->childCount() == 0)
         return;
-    QTreeWidgetItem* const first = projection->child(0);
-    const QString identifier = projection->getString(zoHPCProjectionItem::Identifier);
+    const bool wasShown = m_setup->isShown(*projection);
+    QTreeWidgetItem* first = nullptr;
     {
-        const QScopedValueRollback<bool> updating(m_updating, true);
-        const int row = m_projectionTree->indexOfTopLevelItem(projection);
-        const QList<QTreeWidgetItem*> planes = projection->takeChildren();
-        delete m_projectionTree->takeTopLevelItem(row);
-        m_projectionTree->insertTopLevelItems(row, planes);
+        const Edit edit(*this);
+        first = m_trees->replaceByChildren(projection);
     }
-    m_projectionTree->setCurrentItem(first);
+    m_form->m_projectionTree->setCurrentItem(first);
     // The planes keep names and identifiers; only what showed the whole projection has to be linked again.
-    const QList<zoHPCViewportItem*> viewports = getViewportItems();
-    const bool wasShown =
-        std::any_of(viewports.cbegin(), viewports.cend(), [&identifier](const zoHPCViewportItem* viewport) {
-            return viewport->getString(zoHPCViewportItem::ProjectionIdentifier) == identifier;
-        });
     if (wasShown)
         correctProjectionViewportsAssignments();
     bindProjection();
@@ -570,14 +386,15 @@ void zoHPCDisplayGUII::convertToPlanes()
 
 void zoHPCDisplayGUII::updateProjection(const QModelIndex& changed)
 {
-    if (m_updating)
+    if (m_edit)
         return;
-    auto* projection = dynamic_cast<zoHPCProjectionItem*>(topLevelOf(itemAt(m_projectionTree, changed)));
+    auto* projection = dynamic_cast<zoHPCProjectionItem*>(
+        zoHPCTreeRows::topLevelOf(zoHPCTreeRows::itemAt(m_form->m_projectionTree, changed)));
     if (!projection)
         return;
     {
-        const QScopedValueRollback<bool> updating(m_updating, true);
-        regenerate(projection);
+        const Edit edit(*this);
+        m_trees->regenerate(projection);
     }
     correctProjectionViewportsAssignments();
     bindProjection();
@@ -585,82 +402,56 @@ void zoHPCDisplayGUII::updateProjection(const QModelIndex& changed)
 
 void zoHPCDisplayGUII::updateDisplay(const QModelIndex& changed)
 {
-    if (m_updating)
+    if (m_edit)
         return;
-    const QScopedValueRollback<bool> updating(m_updating, true);
-    if (auto* item = dynamic_cast<zoHPCTreeWidgetItem*>(itemAt(m_displayTree, changed)))
+    const Edit edit(*this);
+    if (auto* item =
+            dynamic_cast<zoHPCTreeWidgetItem*>(zoHPCTreeRows::itemAt(m_form->m_displayTree, changed)))
         item->update();
 }
 
 void zoHPCDisplayGUII::setProjectionType()
 {
-    zoHPCProjectionItem* projection = currentProjection();
+    zoHPCProjectionItem* projection = m_trees->currentProjection();
     // A type that the dialog does not know stays as it is.
-    if (projection && !m_updating && m_type->currentIndex() >= 0)
-        projection->setProjectionType(m_type->currentData().toString());
+    if (projection && !m_edit && m_form->m_type->currentIndex() >= 0)
+        projection->setProjectionType(m_projectionPanel->chosenType());
     updateTiledVsibility();
 }
 
 void zoHPCDisplayGUII::updateTiledVsibility()
 {
-    const zoHPCProjectionType& type = zoHPCProjectionType::of(m_type->currentData().toString());
-
-    m_tileLayoutGroup->setVisible(type.tileLayout);
-    for (QWidget* widget : std::initializer_list<QWidget*>{m_rowLabel, m_row, m_columnLabel, m_column})
-        widget->setVisible(type.tilePlace);
-    m_overlapUnit->setText(*type.overlapUnit ? tr(type.overlapUnit) : QString());
-    m_areaGroup->setVisible(type.area);
-    m_cornersGroup->setVisible(type.corners);
-    for (QWidget* widget :
-         std::initializer_list<QWidget*>{m_caveWallsGroup, m_caveSizeGroup, m_caveCenterGroup})
-        widget->setVisible(type.cave);
-    for (QWidget* widget : std::initializer_list<QWidget*>{m_distanceLabel, m_distance})
-        widget->setVisible(type.distance);
-    for (QWidget* widget : std::initializer_list<QWidget*>{m_rightOffsetXLabel, m_rightOffsetX,
-                                                           m_rightOffsetYLabel, m_rightOffsetY})
-        widget->setVisible(type.rightOffset);
-    m_edgesGroup->setVisible(type.edges && m_edgeBlending->isChecked());
+    m_projectionPanel->showParameters();
 }
 
 void zoHPCDisplayGUII::setViewportPosition()
 {
-    const bool custom = m_position->currentData().toString() == QLatin1String("custom");
-    for (QWidget* field :
-         std::initializer_list<QWidget*>{m_viewportX1, m_viewportY1, m_viewportX2, m_viewportY2})
-        field->setEnabled(custom);
+    m_viewportPanel->enableCorners();
 }
 
 void zoHPCDisplayGUII::selectProjectionPlane(QTreeWidgetItem* current, QTreeWidgetItem* previous)
 {
     Q_UNUSED(previous)
-    if (m_updating)
+    if (m_edit)
         return;
-    if (current && m_projectionTree->currentItem() != current)
-        m_projectionTree->setCurrentItem(current);
+    if (current && m_form->m_projectionTree->currentItem() != current)
+        m_form->m_projectionTree->setCurrentItem(current);
     bindProjection();
 }
 
 void zoHPCDisplayGUII::setSelected(QTreeWidgetItem* current, QTreeWidgetItem* previous)
 {
     Q_UNUSED(previous)
-    if (m_updating)
+    if (m_edit)
         return;
-    if (current && m_displayTree->currentItem() != current)
-        m_displayTree->setCurrentItem(current);
+    if (current && m_form->m_displayTree->currentItem() != current)
+        m_form->m_displayTree->setCurrentItem(current);
     bindOutput();
 }
 
 void zoHPCDisplayGUII::updateCameraList()
 {
-    auto* cameras = zoKernelServiceFactory::getService<zoCameraService>();
-    const QStringList names = cameras ? cameras->cameraNames() : QStringList();
-    const QString current = m_camera->currentText();
-    // The choice changes, not the display's camera, which may come and go with the scene.
-    const QSignalBlocker blocker(m_camera);
-    m_camera->clear();
-    m_camera->addItems(names);
-    m_camera->setCurrentIndex(m_camera->findText(current, Qt::MatchFixedString | Qt::MatchCaseSensitive));
-    m_camera->setEditText(current);
+    m_displayPanel->updateCameraList();
 }
 
 void zoHPCDisplayGUII::keyPressEvent(QKeyEvent* event)
@@ -673,178 +464,86 @@ void zoHPCDisplayGUII::keyPressEvent(QKeyEvent* event)
     QDialog::keyPressEvent(event);
 }
 
-void zoHPCDisplayGUII::fillCombos()
+void zoHPCDisplayGUII::createPanels()
 {
-    for (const zoHPCProjectionType& type : zoHPCProjectionType::all())
-        m_type->addItem(icon(type.choiceIcon), tr(type.text), QString::fromLatin1(type.value));
-    const auto fill = [](QComboBox* combo, const auto& row) {
-        combo->addItem(tr(row.text), QString::fromLatin1(row.value));
-    };
-    for (const zoHPCDisplayTables::Position& row : zoHPCDisplayTables::Positions)
-        fill(m_position, row);
-    for (const zoHPCDisplayTables::StereoMode& row : zoHPCDisplayTables::Eyes)
-        fill(m_eye, row);
-    for (const zoHPCDisplayTables::ComboRow& row : zoHPCDisplayTables::Screens)
-        fill(m_screen, row);
-    m_nodeNames = new QStringListModel(this);
-    m_renderNode->setModel(m_nodeNames);
+    m_displayMapper = new QZODataWidgetMapper(this);
+    m_displayMapper->setModel(m_form->m_displayTree->model());
+    m_projectionPanel = std::make_unique<zoHPCProjectionPanel>(*m_form);
+    m_displayPanel = std::make_unique<zoHPCDisplayPanel>(*m_form, *m_displayMapper);
+    m_windowPanel = std::make_unique<zoHPCWindowPanel>(*m_form, *m_displayMapper);
+    m_viewportPanel = std::make_unique<zoHPCViewportPanel>(*m_form, *m_displayMapper, *m_setup);
 }
 
-void zoHPCDisplayGUII::bindPanels()
+void zoHPCDisplayGUII::connectPanels()
 {
-    using P = zoHPCProjectionItem;
-    using V = zoHPCViewportItem;
-
-    m_projectionMapper = new QZODataWidgetMapper(this);
-    m_projectionMapper->setModel(m_projectionTree->model());
-    const std::pair<QWidget*, int> projectionFields[] = {
-        {m_name, P::Name},
-        {m_type, P::Type},
-        {m_rightOffsetX, P::RightOffsetX},
-        {m_rightOffsetY, P::RightOffsetY},
-        {m_row, P::Row},
-        {m_column, P::TileColumn},
-        {m_rows, P::Rows},
-        {m_columns, P::Columns},
-        {m_overlapX, P::OverlapX},
-        {m_overlapY, P::OverlapY},
-        {m_caveWidth, P::CaveWidth},
-        {m_caveHeight, P::CaveHeight},
-        {m_caveDepth, P::CaveDepth},
-        {m_caveCenterX, P::CaveX},
-        {m_caveCenterY, P::CaveY},
-        {m_caveCenterZ, P::CaveZ},
-        {m_leftWall, P::LeftWall},
-        {m_rightWall, P::RightWall},
-        {m_topWall, P::TopWall},
-        {m_bottomWall, P::BottomWall},
-        {m_frontWall, P::FrontWall},
-        {m_backWall, P::BackWall},
-        {m_areaWidth, P::Width},
-        {m_areaHeight, P::Height},
-        {m_distance, P::Distance},
-        {m_lowerLeftX, P::X1},
-        {m_lowerLeftY, P::Y1},
-        {m_lowerLeftZ, P::Z1},
-        {m_lowerRightX, P::X2},
-        {m_lowerRightY, P::Y2},
-        {m_lowerRightZ, P::Z2},
-        {m_upperRightX, P::X3},
-        {m_upperRightY, P::Y3},
-        {m_upperRightZ, P::Z3},
-        {m_edgeBlending, P::EdgeBlending},
-        {m_leftEdge, P::LeftEdge},
-        {m_rightEdge, P::RightEdge},
-        {m_topEdge, P::TopEdge},
-        {m_bottomEdge, P::BottomEdge},
-    };
-    for (const auto& [widget, col] : projectionFields)
-        m_projectionMapper->addMapping(widget, col);
-
-    m_displayMapper = new QZODataWidgetMapper(this);
-    m_displayMapper->setModel(m_displayTree->model());
-    const std::pair<QWidget*, int> outputFields[] = {
-        {m_eyeSeparation, V::EyeSeparation},
-        {m_camera, V::Camera},
-        {m_user, V::User},
-        {m_hardwareSync, V::HardwareSync},
-        {m_renderNode, V::Node},
-        {m_screen, V::Screen},
-        {m_windowX, V::X},
-        {m_windowY, V::Y},
-        {m_windowWidth, V::Width},
-        {m_windowHeight, V::Height},
-        {m_fullScreen, V::FullScreen},
-        {m_position, V::Position},
-        {m_viewportX1, V::X1},
-        {m_viewportY1, V::Y1},
-        {m_viewportX2, V::X2},
-        {m_viewportY2, V::Y2},
-        {m_flipX, V::FlipX},
-        {m_flipY, V::FlipY},
-        {m_eye, V::Eye},
-    };
-    for (const auto& [widget, col] : outputFields)
-        m_displayMapper->addMapping(widget, col);
-
     // After the mappers: the item has the new value when the panel follows it.
-    connect(m_type, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+    connect(m_form->m_type, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &zoHPCDisplayGUII::setProjectionType);
-    connect(m_edgeBlending, &QCheckBox::toggled, this, &zoHPCDisplayGUII::updateTiledVsibility);
-    connect(m_position, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+    connect(m_form->m_edgeBlending, &QCheckBox::toggled, this, &zoHPCDisplayGUII::updateTiledVsibility);
+    connect(m_form->m_position, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &zoHPCDisplayGUII::setViewportPosition);
-    connect(m_eye, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &zoHPCDisplayGUII::showEyes);
-    connect(m_fullScreen, &QCheckBox::toggled, m_geometryGroup, &QWidget::setHidden);
-    for (QDoubleSpinBox* field : {m_viewportX1, m_viewportY1, m_viewportX2, m_viewportY2})
-        connect(field, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,
-                &zoHPCDisplayGUII::showPixels);
-    connect(m_planeView, &QTreeView::clicked, this, &zoHPCDisplayGUII::assignProjection);
-    connect(m_planeView, &QTreeView::activated, this, &zoHPCDisplayGUII::assignProjection);
+    connect(m_viewportPanel.get(), &zoHPCViewportPanel::projectionChosen, this,
+            &zoHPCDisplayGUII::assignProjection);
     setViewportPosition();
     updateTiledVsibility();
-    showEyes();
+    m_viewportPanel->showEyes();
 }
 
-void zoHPCDisplayGUII::createActions()
+void zoHPCDisplayGUII::connectActions()
 {
-    const auto add = [this](QTreeWidget* tree, const QString& text, QKeySequence::StandardKey key,
-                            ActiveTree active, void (zoHPCDisplayGUII::*operation)()) {
-        auto* action = new QAction(text, tree);
-        action->setShortcuts(key);
-        action->setShortcutContext(Qt::WidgetShortcut);
-        tree->addAction(action);
+    m_actions = std::make_unique<zoHPCDisplayActions>(*m_form);
+    const auto perform = [this](const QAction* action, ActiveTree active,
+                                void (zoHPCDisplayGUII::*operation)()) {
         connect(action, &QAction::triggered, this, [this, active, operation] {
             activate(active);
             (this->*operation)();
         });
-        return action;
     };
-    m_deleteProjectionAction = add(m_projectionTree, tr("Delete"), QKeySequence::Delete,
-                                   ActiveTree::Projections, &zoHPCDisplayGUII::deleteItem);
-    m_copyProjectionAction = add(m_projectionTree, tr("Copy"), QKeySequence::Copy, ActiveTree::Projections,
-                                 &zoHPCDisplayGUII::copyProjection);
-    m_pasteProjectionAction = add(m_projectionTree, tr("Paste"), QKeySequence::Paste, ActiveTree::Projections,
-                                  &zoHPCDisplayGUII::pasteProjection);
-    m_convertAction = add(m_projectionTree, tr("Convert to planes"), QKeySequence::UnknownKey,
-                          ActiveTree::Projections, &zoHPCDisplayGUII::convertToPlanes);
-    m_deleteDisplayAction = add(m_displayTree, tr("Delete"), QKeySequence::Delete, ActiveTree::Outputs,
-                                &zoHPCDisplayGUII::deleteItem);
-    m_copyDisplayAction = add(m_displayTree, tr("Copy"), QKeySequence::Copy, ActiveTree::Outputs,
-                              &zoHPCDisplayGUII::copyDisplay);
-    m_pasteDisplayAction = add(m_displayTree, tr("Paste"), QKeySequence::Paste, ActiveTree::Outputs,
-                               &zoHPCDisplayGUII::pasteDisplay);
+    perform(m_actions->deleteProjection(), ActiveTree::Projections, &zoHPCDisplayGUII::deleteItem);
+    perform(m_actions->copyProjection(), ActiveTree::Projections, &zoHPCDisplayGUII::copyProjection);
+    perform(m_actions->pasteProjection(), ActiveTree::Projections, &zoHPCDisplayGUII::pasteProjection);
+    perform(m_actions->convertToPlanes(), ActiveTree::Projections, &zoHPCDisplayGUII::convertToPlanes);
+    perform(m_actions->deleteDisplay(), ActiveTree::Outputs, &zoHPCDisplayGUII::deleteItem);
+    perform(m_actions->copyDisplay(), ActiveTree::Outputs, &zoHPCDisplayGUII::copyDisplay);
+    perform(m_actions->pasteDisplay(), ActiveTree::Outputs, &zoHPCDisplayGUII::pasteDisplay);
 
-    connect(m_addProjectionButton, &QPushButton::clicked, this, &zoHPCDisplayGUII::addProjection);
-    connect(m_addDisplayButton, &QPushButton::clicked, this, &zoHPCDisplayGUII::addDisplay);
-    connect(m_addWindowButton, &QPushButton::clicked, this, &zoHPCDisplayGUII::addWindow);
-    connect(m_addViewportButton, &QPushButton::clicked, this, &zoHPCDisplayGUII::addViewport);
-    connect(m_buttonBox->button(QDialogButtonBox::Apply), &QPushButton::clicked, this,
+    connect(m_form->m_addProjectionButton, &QPushButton::clicked, this, &zoHPCDisplayGUII::addProjection);
+    connect(m_form->m_addDisplayButton, &QPushButton::clicked, this, &zoHPCDisplayGUII::addDisplay);
+    connect(m_form->m_addWindowButton, &QPushButton::clicked, this, &zoHPCDisplayGUII::addWindow);
+    connect(m_form->m_addViewportButton, &QPushButton::clicked, this, &zoHPCDisplayGUII::addViewport);
+    connect(m_form->m_buttonBox->button(QDialogButtonBox::Apply), &QPushButton::clicked, this,
             &zoHPCDisplayGUII::apply);
 
     // F2 renames, as in other trees; here the name has a field of its own.
-    auto* rename = new QShortcut(QKeySequence(Qt::Key_F2), m_projectionTree);
+    auto* rename = new QShortcut(QKeySequence(Qt::Key_F2), m_form->m_projectionTree);
     rename->setContext(Qt::WidgetShortcut);
-    connect(rename, &QShortcut::activated, m_name, [this] {
-        m_name->setFocus(Qt::ShortcutFocusReason);
-        m_name->selectAll();
-    });
+    connect(rename, &QShortcut::activated, m_projectionPanel.get(), &zoHPCProjectionPanel::focusName);
 }
 
 void zoHPCDisplayGUII::connectTrees()
 {
-    connect(m_projectionTree->model(), &QAbstractItemModel::dataChanged, this,
+    connect(m_form->m_projectionTree->model(), &QAbstractItemModel::dataChanged, this,
             &zoHPCDisplayGUII::updateProjection);
-    connect(m_displayTree->model(), &QAbstractItemModel::dataChanged, this, &zoHPCDisplayGUII::updateDisplay);
-    connect(m_projectionTree, &QTreeWidget::currentItemChanged, this,
+    connect(m_form->m_displayTree->model(), &QAbstractItemModel::dataChanged, this,
+            &zoHPCDisplayGUII::updateDisplay);
+    connect(m_form->m_projectionTree, &QTreeWidget::currentItemChanged, this,
             &zoHPCDisplayGUII::selectProjectionPlane);
-    connect(m_displayTree, &QTreeWidget::currentItemChanged, this, &zoHPCDisplayGUII::setSelected);
+    connect(m_form->m_displayTree, &QTreeWidget::currentItemChanged, this, &zoHPCDisplayGUII::setSelected);
+    for (const QTreeWidget* tree : {m_form->m_projectionTree, m_form->m_displayTree}) {
+        const QAbstractItemModel* const model = tree->model();
+        connect(model, &QAbstractItemModel::dataChanged, this, &zoHPCDisplayGUII::noteChange);
+        connect(model, &QAbstractItemModel::rowsInserted, this, &zoHPCDisplayGUII::noteChange);
+        connect(model, &QAbstractItemModel::rowsRemoved, this, &zoHPCDisplayGUII::noteChange);
+        connect(model, &QAbstractItemModel::rowsMoved, this, &zoHPCDisplayGUII::noteChange);
+        connect(model, &QAbstractItemModel::modelReset, this, &zoHPCDisplayGUII::noteChange);
+    }
     // The selection tells which tree was chosen last, even when its current row stays the same.
-    connect(m_projectionTree, &QTreeWidget::itemSelectionChanged, this, [this] {
-        if (!m_projectionTree->selectedItems().isEmpty())
+    connect(m_form->m_projectionTree, &QTreeWidget::itemSelectionChanged, this, [this] {
+        if (!m_form->m_projectionTree->selectedItems().isEmpty())
             activate(ActiveTree::Projections);
     });
-    connect(m_displayTree, &QTreeWidget::itemSelectionChanged, this, [this] {
-        if (!m_displayTree->selectedItems().isEmpty())
+    connect(m_form->m_displayTree, &QTreeWidget::itemSelectionChanged, this, [this] {
+        if (!m_form->m_displayTree->selectedItems().isEmpty())
             activate(ActiveTree::Outputs);
     });
 }
@@ -862,14 +561,14 @@ void zoHPCDisplayGUII::createPreview()
 {
     m_layoutPane = new zoHPCLayoutPane;
     m_layoutPane->setObjectName(QString::fromLatin1("m_layoutPane"));
-    m_splitter->addWidget(m_layoutPane);
-    m_splitter->setStretchFactor(0, 0);
-    m_splitter->setStretchFactor(2, 1);
+    m_form->m_splitter->addWidget(m_layoutPane);
+    m_form->m_splitter->setStretchFactor(0, 0);
+    m_form->m_splitter->setStretchFactor(2, 1);
     constexpr int TREE_WIDTH = 280;
     constexpr int PICTURE_WIDTH = 580; // most problems can be read to their end
     const int pictureWidth = std::max(PICTURE_WIDTH, m_layoutPane->sizeHint().width());
-    const int panelWidth = m_panelArea->minimumWidth();
-    m_splitter->setSizes({TREE_WIDTH, panelWidth, pictureWidth});
+    const int panelWidth = m_form->m_panelArea->minimumWidth();
+    m_form->m_splitter->setSizes({TREE_WIDTH, panelWidth, pictureWidth});
     // Within the screen, with room for the frame around the window.
     constexpr int FRAME = 48;
     const QSize screen = QGuiApplication::primaryScreen()->availableGeometry().size();
@@ -880,20 +579,20 @@ void zoHPCDisplayGUII::createPreview()
     QWidget* last = m_layoutPane->problemsView()->list();
     for (const QDialogButtonBox::StandardButton which :
          {QDialogButtonBox::Ok, QDialogButtonBox::Cancel, QDialogButtonBox::Apply}) {
-        setTabOrder(last, m_buttonBox->button(which));
-        last = m_buttonBox->button(which);
+        setTabOrder(last, m_form->m_buttonBox->button(which));
+        last = m_form->m_buttonBox->button(which);
     }
 
     connect(m_layoutPane, &zoHPCLayoutPane::itemActivated, this, &zoHPCDisplayGUII::chooseItem);
     connect(m_layoutPane, &zoHPCLayoutPane::displayEdited, this,
             &zoHPCDisplayGUII::correctProjectionViewportsAssignments);
-    connect(m_layoutPane, &zoHPCLayoutPane::hostsAboutToBeEdited, this, &zoHPCDisplayGUII::noteHosts);
+    connect(m_layoutPane, &zoHPCLayoutPane::hostsAboutToBeEdited, this, [this] { m_hostFixes.noteBefore(); });
     connect(m_layoutPane, &zoHPCLayoutPane::hostsEdited, this, [this] {
-        noteHostChanges();
-        if (m_hosts)
-            emit m_hosts->hostsChanged();
+        m_hostFixes.noteAfter();
+        if (zoHPCTreeGUIW* const hosts = m_hostFixes.hostTree())
+            hosts->announceOptions();
     });
-    for (const QTreeWidget* tree : {m_projectionTree, m_displayTree})
+    for (const QTreeWidget* tree : {m_form->m_projectionTree, m_form->m_displayTree})
         connect(tree, &QTreeWidget::currentItemChanged, this,
                 [this](QTreeWidgetItem* current) { m_layoutPane->setCurrentItem(current); });
 }
@@ -901,254 +600,98 @@ void zoHPCDisplayGUII::createPreview()
 void zoHPCDisplayGUII::chooseItem(QTreeWidgetItem* item)
 {
     QTreeWidget* const tree = item->treeWidget();
-    if (tree == m_projectionTree || tree == m_displayTree)
+    if (tree == m_form->m_projectionTree || tree == m_form->m_displayTree)
         tree->setCurrentItem(item);
-    else if (auto* host = dynamic_cast<zoHPCTreeItem*>(item); host && m_hosts)
-        m_hosts->setSelectedItem(host);
-}
-
-void zoHPCDisplayGUII::noteHosts()
-{
-    m_hostsBefore.clear();
-    if (!m_hosts)
-        return;
-    std::vector<zoHPCTreeItem*> hosts;
-    m_hosts->master()->getAllSubItems(hosts);
-    m_hostsBefore.reserve(hosts.size());
-    for (zoHPCTreeItem* host : hosts)
-        m_hostsBefore.emplace_back(host, host->getOption(zoHPCOption::Enabled));
-}
-
-void zoHPCDisplayGUII::noteHostChanges()
-{
-    if (m_hosts) {
-        for (const auto& [host, enabled] : m_hostsBefore) {
-            // Of a row that changes twice the first value counts, which is taken back last.
-            if (host->getOption(zoHPCOption::Enabled) != enabled)
-                m_hostChanges.emplace_back(indexOf(host->treeWidget(), host), enabled);
-        }
-    }
-    m_hostsBefore.clear();
-}
-
-void zoHPCDisplayGUII::takeBackHostChanges()
-{
-    bool isChanged = false;
-    for (auto change = m_hostChanges.crbegin(); m_hosts && change != m_hostChanges.crend(); ++change) {
-        // A row that left its tree since, as when another configuration was loaded, is invalid.
-        if (!change->first.isValid())
-            continue;
-        const QTreeWidget* const tree = m_hosts->master()->treeWidget();
-        if (auto* host = dynamic_cast<zoHPCTreeItem*>(itemAt(tree, change->first))) {
-            host->setOption(zoHPCOption::Enabled, change->second);
-            isChanged = true;
-        }
-    }
-    m_hostChanges.clear();
-    if (isChanged)
-        emit m_hosts->hostsChanged();
+    else if (auto* host = dynamic_cast<zoHPCTreeItem*>(item); host && m_hostFixes.hostTree())
+        m_hostFixes.hostTree()->setSelectedItem(host);
 }
 
 void zoHPCDisplayGUII::activate(ActiveTree tree)
 {
     m_activeTree = tree;
     // One row is highlighted in the whole dialog: the one that the panel shows and that Delete means.
-    QTreeWidget* other = tree == ActiveTree::Projections ? m_displayTree : m_projectionTree;
+    QTreeWidget* other = tree == ActiveTree::Projections ? m_form->m_displayTree : m_form->m_projectionTree;
     other->clearSelection();
-    m_layoutPane->setCurrentItem(tree == ActiveTree::Projections ? m_projectionTree->currentItem()
-                                                                 : m_displayTree->currentItem());
+    m_layoutPane->setCurrentItem(activeTree()->currentItem());
     showPanel();
     updateActions();
 }
 
+QTreeWidget* zoHPCDisplayGUII::activeTree() const
+{
+    return m_activeTree == ActiveTree::Projections ? m_form->m_projectionTree : m_form->m_displayTree;
+}
+
 void zoHPCDisplayGUII::updateActions()
 {
-    const zoHPCProjectionItem* projection = currentProjection();
-    const bool independent = projection && !projection->parent();
-    m_deleteProjectionAction->setEnabled(independent && !m_running);
-    m_copyProjectionAction->setEnabled(projection != nullptr);
-    m_pasteProjectionAction->setEnabled(m_copiedProjection && !m_running);
-    m_convertAction->setEnabled(independent && projection->childCount() > 0 && !m_running);
-    m_addProjectionButton->setEnabled(!m_running);
-
-    m_deleteDisplayAction->setEnabled(currentOutput() && !m_running);
-    m_copyDisplayAction->setEnabled(currentOutput() != nullptr);
-    m_pasteDisplayAction->setEnabled(m_copiedDisplay && !m_running);
-    m_addDisplayButton->setEnabled(!m_running);
-    m_addWindowButton->setEnabled(currentDisplay() && !m_running);
-    m_addViewportButton->setEnabled(currentWindow() && !m_running);
+    m_actions->update(*m_trees, m_clipboard, m_running);
 }
 
 void zoHPCDisplayGUII::showPanel()
 {
-    QWidget* page = m_nothingPage;
-    if (m_activeTree == ActiveTree::Projections && currentProjection())
-        page = m_projectionPage;
-    else if (m_activeTree == ActiveTree::Outputs && currentOutput()) {
-        if (isViewport(currentOutput()))
-            page = m_viewportPage;
+    QWidget* page = m_form->m_nothingPage;
+    if (m_activeTree == ActiveTree::Projections && m_trees->currentProjection())
+        page = m_form->m_projectionPage;
+    else if (m_activeTree == ActiveTree::Outputs && m_trees->currentOutput()) {
+        if (zoHPCDisplayTrees::isViewport(m_trees->currentOutput()))
+            page = m_form->m_viewportPage;
         else
-            page = isPlainWindow(currentOutput()) ? m_windowPage : m_displayPage;
+            page = zoHPCDisplayTrees::isPlainWindow(m_trees->currentOutput()) ? m_form->m_windowPage
+                                                                              : m_form->m_displayPage;
     }
-    // Its rows cost as much as those of the tree, so it has them only while it is seen.
-    if (page == m_viewportPage && m_planeView->model() == nullptr) {
-        m_planeView->setModel(m_projectionTree->model());
-        showFirstColumnOnly(m_planeView);
-    } else if (page != m_viewportPage && m_planeView->model() != nullptr) {
-        m_planeView->setModel(nullptr);
-    }
-    m_panels->setCurrentWidget(page);
-    showAssignedProjection();
+    m_viewportPanel->setIsShown(page == m_form->m_viewportPage);
+    m_form->m_panels->setCurrentWidget(page);
+    m_viewportPanel->showProjection();
 }
 
 void zoHPCDisplayGUII::bindProjection()
 {
-    zoHPCProjectionItem* projection = currentProjection();
-    m_projectionMapper->setCurrentRow(indexOf(m_projectionTree, projection));
-    const bool generated = projection && projection->parent();
-    m_generatedHint->setVisible(generated);
-    // Read-only, not disabled: the numbers of a tile are there to be read.
-    if (m_name->isReadOnly() != generated) {
-        const QList<QAbstractSpinBox*> numbers = m_projectionPage->findChildren<QAbstractSpinBox*>();
-        for (QAbstractSpinBox* number : numbers) {
-            number->setReadOnly(generated);
-            number->setButtonSymbols(generated ? QAbstractSpinBox::NoButtons
-                                               : QAbstractSpinBox::UpDownArrows);
-        }
-        m_name->setReadOnly(generated);
-        for (QWidget* choice : std::initializer_list<QWidget*>{m_type, m_edgeBlending})
-            choice->setEnabled(!generated);
-    }
-    updateTiledVsibility();
+    zoHPCProjectionItem* const projection = m_trees->currentProjection();
+    m_projectionPanel->setRow(zoHPCTreeRows::indexOf(m_form->m_projectionTree, projection),
+                              projection && projection->parent());
     showPanel();
     updateActions();
 }
 
 void zoHPCDisplayGUII::bindOutput()
 {
-    m_displayMapper->setCurrentRow(indexOf(m_displayTree, currentOutput()));
-    m_geometryGroup->setHidden(m_fullScreen->isChecked());
+    m_displayMapper->setCurrentRow(zoHPCTreeRows::indexOf(m_form->m_displayTree, m_trees->currentOutput()));
+    m_windowPanel->showGeometry();
     setViewportPosition();
-    showEyes();
+    m_viewportPanel->showEyes();
     showPanel();
-    showPixels();
+    m_viewportPanel->showPixels();
     updateActions();
-}
-
-void zoHPCDisplayGUII::showAssignedProjection()
-{
-    const auto* viewport = dynamic_cast<const zoHPCViewportItem*>(currentOutput());
-    if (!viewport || m_planeView->model() == nullptr)
-        return;
-    const QString name = viewport->getString(zoHPCViewportItem::Projection);
-    m_planeName->setText(name.isEmpty() ? tr("None yet: click the surface that this viewport shows.") : name);
-
-    const QString identifier = viewport->getString(zoHPCViewportItem::ProjectionIdentifier);
-    QModelIndex assigned;
-    if (!name.isEmpty() && m_setup->isProjection(identifier)) {
-        const QList<zoHPCProjectionItem*> projections = getProjectionItems();
-        for (zoHPCProjectionItem* projection : projections) {
-            if (projection->getString(zoHPCProjectionItem::Identifier) == identifier)
-                assigned = indexOf(m_projectionTree, projection);
-        }
-    }
-    if (m_planeView->currentIndex() != assigned || !assigned.isValid()) {
-        m_planeView->setCurrentIndex(assigned);
-        if (!assigned.isValid())
-            m_planeView->clearSelection();
-    }
 }
 
 void zoHPCDisplayGUII::assignProjection(const QModelIndex& index)
 {
-    auto* viewport = dynamic_cast<zoHPCViewportItem*>(currentOutput());
-    const auto* projection = dynamic_cast<zoHPCProjectionItem*>(itemAt(m_projectionTree, index));
+    auto* viewport = dynamic_cast<zoHPCViewportItem*>(m_trees->currentOutput());
+    const auto* projection =
+        dynamic_cast<zoHPCProjectionItem*>(zoHPCTreeRows::itemAt(m_form->m_projectionTree, index));
     if (!viewport || !projection)
         return;
     {
-        const QScopedValueRollback<bool> updating(m_updating, true);
+        const Edit edit(*this);
         viewport->setString(zoHPCViewportItem::ProjectionIdentifier,
                             projection->getString(zoHPCProjectionItem::Identifier));
         viewport->setProjection(projection->getString(zoHPCProjectionItem::Name));
     }
     collectProjections();
-    showAssignedProjection();
+    m_viewportPanel->showProjection();
 }
 
-void zoHPCDisplayGUII::showPixels()
+void zoHPCDisplayGUII::noteChange()
 {
-    const auto* viewport = dynamic_cast<const zoHPCViewportItem*>(currentOutput());
-    const auto* window = viewport ? dynamic_cast<const zoHPCWindowItem*>(viewport->parent()) : nullptr;
-    // How large a full-screen window is only its screen knows.
-    const bool known = window && !window->getBool(zoHPCWindowItem::FullScreen);
-    for (QWidget* widget : std::initializer_list<QWidget*>{m_lowerLeftPixelLabel, m_lowerLeftPixel,
-                                                           m_upperRightPixelLabel, m_upperRightPixel})
-        widget->setVisible(known);
-    if (!known)
-        return;
-    const auto corner = [window](double x, double y) {
-        return tr("%1, %2").arg(QString::number(qRound(x * window->getInt(zoHPCWindowItem::Width))),
-                                QString::number(qRound(y * window->getInt(zoHPCWindowItem::Height))));
-    };
-    m_lowerLeftPixel->setText(corner(m_viewportX1->value(), m_viewportY1->value()));
-    m_upperRightPixel->setText(corner(m_viewportX2->value(), m_viewportY2->value()));
-}
-
-void zoHPCDisplayGUII::showEyes()
-{
-    using Eyes = zoHPCDisplayTables::StereoMode::Eyes;
-    const zoHPCDisplayTables::StereoMode* const mode =
-        zoHPCDisplayTables::stereoMode(m_eye->currentData().toString());
-    if (!mode || mode->eyes == Eyes::Left || mode->eyes == Eyes::Right)
-        m_eyesShown->clear();
+    if (m_edit)
+        m_edit->noteChange();
     else
-        m_eyesShown->setText(mode->eyes == Eyes::Mono ? tr("Mono") : tr("Both"));
+        emit changed();
 }
 
-zoHPCProjectionItem* zoHPCDisplayGUII::currentProjection() const
+// The tree did not announce it.
+void zoHPCDisplayGUII::noteBulkChange()
 {
-    return dynamic_cast<zoHPCProjectionItem*>(m_projectionTree->currentItem());
-}
-
-zoHPCDisplayItem* zoHPCDisplayGUII::currentOutput() const
-{
-    return dynamic_cast<zoHPCDisplayItem*>(m_displayTree->currentItem());
-}
-
-zoHPCDisplayItem* zoHPCDisplayGUII::currentDisplay() const
-{
-    QTreeWidgetItem* item = m_displayTree->currentItem();
-    while (item && !isPlainDisplay(item))
-        item = item->parent();
-    return static_cast<zoHPCDisplayItem*>(item);
-}
-
-zoHPCWindowItem* zoHPCDisplayGUII::currentWindow() const
-{
-    QTreeWidgetItem* item = m_displayTree->currentItem();
-    while (item && !isPlainWindow(item))
-        item = item->parent();
-    return static_cast<zoHPCWindowItem*>(item);
-}
-
-void zoHPCDisplayGUII::regenerate(zoHPCProjectionItem* projection)
-{
-    // A generated row that is current goes with all others; its successor takes its place.
-    QTreeWidgetItem* current = m_projectionTree->currentItem();
-    const int row = current && current->parent() == projection ? projection->indexOfChild(current) : -1;
-    projection->update();
-    if (row >= 0)
-        m_projectionTree->setCurrentItem(row < projection->childCount() ? projection->child(row)
-                                                                        : projection);
-}
-
-void zoHPCDisplayGUII::expandOutputs()
-{
-    // Row by row: expandAll() makes each later insertion slow.
-    for (int i = 0; i < m_displayTree->topLevelItemCount(); ++i) {
-        QTreeWidgetItem* display = m_displayTree->topLevelItem(i);
-        display->setExpanded(true);
-        for (int j = 0; j < display->childCount(); ++j)
-            display->child(j)->setExpanded(true);
-    }
+    noteChange();
+    m_layoutPane->review().noteChange();
 }

@@ -1,36 +1,36 @@
 #pragma once
 
-#include "ui_zoHPCDisplayGUII.h"
+#include "zoHPCDisplayClipboard.h"
+#include "zoHPCHostFixes.h"
 
 #include <QDialog>
 #include <QDomDocument>
 #include <QList>
 #include <QModelIndex>
-#include <QPersistentModelIndex>
-#include <QPointer>
 #include <QStringList>
 
 #include <memory>
-#include <utility>
-#include <vector>
 
-class QAction;
-class QStringListModel;
+class QTreeWidget;
 class QTreeWidgetItem;
 class QZODataWidgetMapper;
-class zoHPCDisplayItem;
+class Ui_zoHPCDisplayGUII;
+class zoHPCDisplayActions;
+class zoHPCDisplayPanel;
 class zoHPCDisplaySetup;
+class zoHPCDisplayTrees;
 class zoHPCLayoutPane;
 class zoHPCProjectionItem;
+class zoHPCProjectionPanel;
 class zoHPCReview;
 class zoHPCTreeGUIW;
-class zoHPCTreeItem;
-class zoHPCTreeWidgetItem;
 class zoHPCViewportItem;
+class zoHPCViewportPanel;
 class zoHPCWindowItem;
+class zoHPCWindowPanel;
 
 // The display-setup dialog: projections on one side, displays with their windows and viewports on the other.
-class zoHPCDisplayGUII final : public QDialog, private Ui_zoHPCDisplayGUII
+class zoHPCDisplayGUII final : public QDialog
 {
     Q_OBJECT
 
@@ -47,11 +47,9 @@ public:
     QList<zoHPCWindowItem*> getWindowItems() const;
     QList<zoHPCWindowItem*> getDisplayItems() const; // for hosts and tests
 
-    // Choices for render nodes, equal names told apart by a number. Windows whose node is none of them lose
-    // it.
+    // Choices for render nodes, equal names told apart by a number. Windows of other nodes lose their node.
     void setNodeNames(const QStringList& names);
-    // The nodes that the preview checks the setup against, and what its fixes change. Not owned, may go
-    // first.
+    // The nodes that the preview checks the setup against, and what its fixes change. Not owned, may go first.
     void setHostTree(zoHPCTreeGUIW* hosts);
     // Layout and problems of the setup on that host tree, read once for all who show them.
     zoHPCReview& review() const;
@@ -75,7 +73,7 @@ public:
     void correctWrongRows();
     void collectProjections();
 
-    // "Projection1", "Projection2", ...: the first that no projection bears.
+    // "Projection1", "Projection2", ...: the first name that no projection has.
     QString getUniqueProjectionName() const;
 
     // Attribute names of an element of the display section in the order in which they are written; empty for
@@ -118,6 +116,8 @@ public slots:
 signals:
     // The display setup was applied or loaded.
     void displayChanged();
+    // Something in the trees is not as it was: a value, a row more or less, what a fix or a link changed.
+    void changed();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -125,56 +125,41 @@ protected:
 private:
     enum class ActiveTree { None, Projections, Outputs };
 
-    void fillCombos();
-    void bindPanels();
-    void createActions();
+    class Edit;
+
+    void createPanels();
+    void connectPanels();
+    void connectActions();
     void createPreview();
     void fitScreen();
     void connectTrees();
     void connectServices();
 
     void activate(ActiveTree tree);
+    QTreeWidget* activeTree() const;
     void chooseItem(QTreeWidgetItem* item);
-    void noteHosts();
-    void noteHostChanges();
-    void takeBackHostChanges();
     void updateActions();
     void showPanel();
     void bindProjection();
     void bindOutput();
-    void showAssignedProjection();
     void assignProjection(const QModelIndex& index);
-    void showPixels();
-    void showEyes();
+    void noteChange();
+    void noteBulkChange();
 
-    zoHPCProjectionItem* currentProjection() const;
-    zoHPCDisplayItem* currentOutput() const;
-    zoHPCDisplayItem* currentDisplay() const; // of the current row or above it
-    zoHPCWindowItem* currentWindow() const;
-    void regenerate(zoHPCProjectionItem* projection);
-    void expandOutputs();
-
-    std::unique_ptr<zoHPCDisplaySetup> m_setup; // of the rows of both trees
-    QZODataWidgetMapper* m_projectionMapper = nullptr;
-    QZODataWidgetMapper* m_displayMapper = nullptr;
+    std::unique_ptr<Ui_zoHPCDisplayGUII> m_form;
+    std::unique_ptr<zoHPCDisplayTrees> m_trees;
+    std::unique_ptr<zoHPCDisplaySetup> m_setup; // what the trees hold
+    std::unique_ptr<zoHPCDisplayActions> m_actions;
+    std::unique_ptr<zoHPCProjectionPanel> m_projectionPanel;
+    std::unique_ptr<zoHPCDisplayPanel> m_displayPanel;
+    std::unique_ptr<zoHPCWindowPanel> m_windowPanel;
+    std::unique_ptr<zoHPCViewportPanel> m_viewportPanel;
+    QZODataWidgetMapper* m_displayMapper = nullptr; // of all panels for outputs
     zoHPCLayoutPane* m_layoutPane = nullptr;
-    QPointer<zoHPCTreeGUIW> m_hosts;
-    QStringListModel* m_nodeNames = nullptr;
-    QAction* m_deleteProjectionAction = nullptr;
-    QAction* m_copyProjectionAction = nullptr;
-    QAction* m_pasteProjectionAction = nullptr;
-    QAction* m_convertAction = nullptr;
-    QAction* m_deleteDisplayAction = nullptr;
-    QAction* m_copyDisplayAction = nullptr;
-    QAction* m_pasteDisplayAction = nullptr;
     QDomDocument m_backup;
-    // What a fix is about to change in the host tree, and what fixes changed there since the dialog opened:
-    // rows and what their option "enabled" was.
-    std::vector<std::pair<zoHPCTreeItem*, QString>> m_hostsBefore;
-    std::vector<std::pair<QPersistentModelIndex, QString>> m_hostChanges;
-    std::shared_ptr<zoHPCProjectionItem> m_copiedProjection;
-    std::shared_ptr<zoHPCDisplayItem> m_copiedDisplay;
+    zoHPCHostFixes m_hostFixes; // since the dialog was opened
+    zoHPCDisplayClipboard m_clipboard;
     ActiveTree m_activeTree = ActiveTree::None;
     bool m_running = false;
-    bool m_updating = false; // our own changes are under way: rows that change need no answer
+    Edit* m_edit = nullptr; // while the dialog itself changes rows
 };

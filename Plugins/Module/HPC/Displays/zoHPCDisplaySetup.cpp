@@ -12,6 +12,8 @@
 #include <QRegularExpression>
 #include <QSet>
 
+#include <algorithm>
+
 zoHPCDisplaySetup::zoHPCDisplaySetup()
     : m_ownProjections(std::make_unique<QTreeWidgetItem>())
     , m_ownDisplays(std::make_unique<QTreeWidgetItem>())
@@ -85,13 +87,13 @@ void zoHPCDisplaySetup::clear()
     qDeleteAll(m_displayRoot->takeChildren());
 }
 
-void zoHPCDisplaySetup::correctProjectionViewportsAssignments()
+bool zoHPCDisplaySetup::correctProjectionViewportsAssignments()
 {
     collectProjections();
-    linkViewports();
+    return linkViewports();
 }
 
-void zoHPCDisplaySetup::correctWrongRows()
+bool zoHPCDisplaySetup::correctWrongRows()
 {
     static const QRegularExpression rowPattern(QString::fromLatin1("row:(\\d+)"));
 
@@ -119,8 +121,9 @@ void zoHPCDisplaySetup::correctWrongRows()
         }
     }
     if (renamed.isEmpty())
-        return;
+        return false;
 
+    bool isChanged = false;
     const QList<zoHPCViewportItem*> viewports = getViewportItems();
     for (zoHPCViewportItem* viewport : viewports) {
         const auto it = renamed.constFind(viewport->getString(zoHPCViewportItem::Projection));
@@ -128,7 +131,9 @@ void zoHPCDisplaySetup::correctWrongRows()
             continue;
         viewport->setProjection(it.value());
         viewport->setString(zoHPCViewportItem::ProjectionIdentifier, QString::fromLatin1(""));
+        isChanged = true;
     }
+    return isChanged;
 }
 
 void zoHPCDisplaySetup::collectProjections()
@@ -144,6 +149,30 @@ void zoHPCDisplaySetup::collectProjections()
     }
 }
 
+zoHPCProjectionItem* zoHPCDisplaySetup::projectionOf(const zoHPCViewportItem& viewport) const
+{
+    const QString identifier = viewport.getString(zoHPCViewportItem::ProjectionIdentifier);
+    if (!m_names.contains(identifier))
+        return nullptr;
+    zoHPCProjectionItem* result = nullptr;
+    const QList<zoHPCProjectionItem*> projections = getProjectionItems();
+    for (zoHPCProjectionItem* projection : projections) {
+        // Of equal ones the last counts, as for names.
+        if (projection->getString(zoHPCProjectionItem::Identifier) == identifier)
+            result = projection;
+    }
+    return result;
+}
+
+bool zoHPCDisplaySetup::isShown(const zoHPCProjectionItem& projection) const
+{
+    const QString identifier = projection.getString(zoHPCProjectionItem::Identifier);
+    const QList<zoHPCViewportItem*> viewports = getViewportItems();
+    return std::any_of(viewports.cbegin(), viewports.cend(), [&](const zoHPCViewportItem* viewport) {
+        return viewport->getString(zoHPCViewportItem::ProjectionIdentifier) == identifier;
+    });
+}
+
 QString zoHPCDisplaySetup::getUniqueProjectionName() const
 {
     QSet<QString> names;
@@ -157,8 +186,9 @@ QString zoHPCDisplaySetup::getUniqueProjectionName() const
     }
 }
 
-void zoHPCDisplaySetup::clearUnknownNodes(const std::function<bool(const QString&)>& isKnown)
+bool zoHPCDisplaySetup::clearUnknownNodes(const std::function<bool(const QString&)>& isKnown)
 {
+    bool isChanged = false;
     const QList<zoHPCWindowItem*> windows = getWindowItems();
     for (zoHPCWindowItem* window : windows) {
         const QString node = window->renderNode();
@@ -166,7 +196,9 @@ void zoHPCDisplaySetup::clearUnknownNodes(const std::function<bool(const QString
             continue;
         window->setRenderNode(QString::fromLatin1(""));
         window->update();
+        isChanged = true;
     }
+    return isChanged;
 }
 
 QStringList zoHPCDisplaySetup::attributeOrder(const QString& tagName)
@@ -214,19 +246,27 @@ void zoHPCDisplaySetup::upgrade(int version)
         correctWrongRows();
 }
 
-void zoHPCDisplaySetup::linkViewports()
+bool zoHPCDisplaySetup::linkViewports()
 {
+    bool isChanged = false;
+    const auto show = [&isChanged](zoHPCViewportItem* viewport, const QString& name) {
+        isChanged |= viewport->getString(zoHPCViewportItem::Projection) != name;
+        viewport->setProjection(name);
+    };
     const QList<zoHPCViewportItem*> viewports = getViewportItems();
     for (zoHPCViewportItem* viewport : viewports) {
         const auto name = m_names.constFind(viewport->getString(zoHPCViewportItem::ProjectionIdentifier));
         if (name != m_names.constEnd()) {
-            viewport->setProjection(name.value());
+            show(viewport, name.value());
             continue;
         }
         const auto identifier = m_identifiers.constFind(viewport->getString(zoHPCViewportItem::Projection));
-        if (identifier != m_identifiers.constEnd())
+        if (identifier != m_identifiers.constEnd()) {
             viewport->setString(zoHPCViewportItem::ProjectionIdentifier, identifier.value());
-        else
-            viewport->setProjection(QString::fromLatin1(""));
+            isChanged = true;
+        } else {
+            show(viewport, QString::fromLatin1(""));
+        }
     }
+    return isChanged;
 }

@@ -45,19 +45,24 @@ public:
     void setDefaultConfig();
     void clear();
 
+    // These return whether an item changed.
     // Links viewports and projections: by identifier, else by name; what finds neither loses its projection.
-    void correctProjectionViewportsAssignments();
+    bool correctProjectionViewportsAssignments();
     // Documents of version 0 counted the rows of tiled walls from the other end.
-    void correctWrongRows();
+    bool correctWrongRows();
+    // Windows and viewports of unknown nodes lose their node.
+    bool clearUnknownNodes(const std::function<bool(const QString&)>& isKnown);
+
     // Reads which identifier belongs to which name; of equal names the last counts.
     void collectProjections();
-    // As of the last collectProjections().
-    bool isProjection(const QString& identifier) const { return m_names.contains(identifier); }
+    // By identifier, as of the last collectProjections(); null when there is none.
+    zoHPCProjectionItem* projectionOf(const zoHPCViewportItem& viewport) const;
+
+    // Whether a viewport shows the projection itself, rather than one of its tiles.
+    bool isShown(const zoHPCProjectionItem& projection) const;
 
     // "Projection1", "Projection2", ...: the first name that no projection has.
     QString getUniqueProjectionName() const;
-    // Windows and viewports of unknown nodes lose their node.
-    void clearUnknownNodes(const std::function<bool(const QString&)>& isKnown);
 
     // Attribute names of an element of the display section in the order in which they are written; empty for
     // other elements.
@@ -66,7 +71,7 @@ public:
 private:
     void read(const QDomDocument& document);
     void upgrade(int version);
-    void linkViewports();
+    bool linkViewports();
 
     std::unique_ptr<QTreeWidgetItem> m_ownProjections; // null with roots of a caller
     std::unique_ptr<QTreeWidgetItem> m_ownDisplays;

@@ -57,6 +57,16 @@ inline constexpr StereoMode Eyes[] = {
     {QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Green/Magenta"), "greenmagenta", StereoMode::Eyes::Both},
 };
 
+// The position that leaves the rectangle to the user. An unknown one leaves it to nobody.
+inline bool isCustom(const QString& position)
+{
+    for (const Position& row : Positions) {
+        if (position == QLatin1String(row.value))
+            return !row.isPreset;
+    }
+    return false;
+}
+
 // Null for a value that is none of the modes.
 inline const StereoMode* stereoMode(const QString& value)
 {

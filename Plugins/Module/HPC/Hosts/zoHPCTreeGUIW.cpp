@@ -242,6 +242,11 @@ void zoHPCTreeGUIW::setIsRunning(bool running, const QList<QString>& hosts)
     m_hosts->markRunning(running ? QStringList(hosts) : QStringList());
 }
 
+void zoHPCTreeGUIW::announceOptions()
+{
+    emit hostsChanged();
+}
+
 QIcon zoHPCTreeGUIW::getOverlayIcon(QPixmap base, const QPixmap& overlay)
 {
     return zoHPCHostIcon::overlaid(base, overlay);

@@ -88,6 +88,9 @@ public:
     // Marks the nodes of these ids; marks none when not running.
     void setIsRunning(bool running, const QList<QString>& hosts);
 
+    // Options of rows were changed by somebody else: announces it.
+    void announceOptions();
+
     QIcon getOverlayIcon(QPixmap base, const QPixmap& overlay); // for hosts and tests
 
 public slots:

@@ -1,0 +1,36 @@
+#include "zoHPCDisplayPanel.h"
+
+#include "ui_zoHPCDisplayGUII.h"
+#include "zoHPCDisplayItem.h"
+#include "zoHPCPanelFields.h"
+
+#include <QZODataWidgetMapper.h>
+#include <zoCameraService.h>
+#include <zoKernelServiceFactory.h>
+
+#include <QSignalBlocker>
+#include <QStringList>
+
+zoHPCDisplayPanel::zoHPCDisplayPanel(const Ui_zoHPCDisplayGUII& form, QZODataWidgetMapper& mapper)
+    : m_form(form)
+{
+    using D = zoHPCDisplayItem;
+    zoHPCPanelFields::map(mapper, {{form.m_eyeSeparation, D::EyeSeparation},
+                                   {form.m_camera, D::Camera},
+                                   {form.m_user, D::User},
+                                   {form.m_hardwareSync, D::HardwareSync}});
+}
+
+void zoHPCDisplayPanel::updateCameraList()
+{
+    auto* cameras = zoKernelServiceFactory::getService<zoCameraService>();
+    const QStringList names = cameras ? cameras->cameraNames() : QStringList();
+    QComboBox* const camera = m_form.m_camera;
+    const QString current = camera->currentText();
+    // The choice changes, not the display's camera, which may come and go with the scene.
+    const QSignalBlocker blocker(camera);
+    camera->clear();
+    camera->addItems(names);
+    camera->setCurrentIndex(camera->findText(current, Qt::MatchFixedString | Qt::MatchCaseSensitive));
+    camera->setEditText(current);
+}

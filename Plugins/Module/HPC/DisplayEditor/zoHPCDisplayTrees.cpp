@@ -1,0 +1,167 @@
+#include "zoHPCDisplayTrees.h"
+
+#include "zoHPCProjectionItem.h"
+#include "zoHPCTreeRows.h"
+#include "zoHPCViewportItem.h"
+
+#include <QTreeWidget>
+
+zoHPCDisplayTrees::BulkChange::BulkChange(const zoHPCDisplayTrees& trees)
+    : m_outputs(trees.m_outputs), m_blocker(m_outputs->model())
+{
+}
+
+zoHPCDisplayTrees::BulkChange::~BulkChange()
+{
+    m_outputs->viewport()->update();
+}
+
+zoHPCDisplayTrees::zoHPCDisplayTrees(QTreeWidget* projections, QTreeWidget* outputs)
+    : m_projections(projections), m_outputs(outputs)
+{
+    m_projections->setColumnCount(zoHPCProjectionItem::ColumnCount);
+    m_outputs->setColumnCount(zoHPCViewportItem::ColumnCount);
+    for (QTreeWidget* tree : {m_projections, m_outputs})
+        zoHPCTreeRows::showFirstColumnOnly(tree);
+}
+
+zoHPCProjectionItem* zoHPCDisplayTrees::currentProjection() const
+{
+    return dynamic_cast<zoHPCProjectionItem*>(m_projections->currentItem());
+}
+
+zoHPCDisplayItem* zoHPCDisplayTrees::currentOutput() const
+{
+    return dynamic_cast<zoHPCDisplayItem*>(m_outputs->currentItem());
+}
+
+zoHPCDisplayItem* zoHPCDisplayTrees::currentDisplay() const
+{
+    QTreeWidgetItem* item = m_outputs->currentItem();
+    while (item && !isPlainDisplay(item))
+        item = item->parent();
+    return static_cast<zoHPCDisplayItem*>(item);
+}
+
+zoHPCWindowItem* zoHPCDisplayTrees::currentWindow() const
+{
+    QTreeWidgetItem* item = m_outputs->currentItem();
+    while (item && !isPlainWindow(item))
+        item = item->parent();
+    return static_cast<zoHPCWindowItem*>(item);
+}
+
+void zoHPCDisplayTrees::addProjection(std::unique_ptr<zoHPCProjectionItem> projection)
+{
+    zoHPCProjectionItem* const item = projection.release();
+    m_projections->addTopLevelItem(item);
+    m_projections->setCurrentItem(item);
+}
+
+void zoHPCDisplayTrees::addDisplay()
+{
+    auto* const display = new zoHPCDisplayItem;
+    m_outputs->addTopLevelItem(display);
+    if (!m_outputs->currentItem())
+        m_outputs->setCurrentItem(display);
+}
+
+bool zoHPCDisplayTrees::addOutput(std::unique_ptr<zoHPCDisplayItem> item)
+{
+    QTreeWidgetItem* parent = m_outputs->invisibleRootItem();
+    if (isViewport(item.get()))
+        parent = currentWindow();
+    else if (isPlainWindow(item.get()))
+        parent = currentDisplay();
+    if (!parent)
+        return false;
+    zoHPCDisplayItem* const added = item.release();
+    parent->addChild(added);
+    parent->setExpanded(true);
+    m_outputs->setCurrentItem(added);
+    return true;
+}
+
+std::unique_ptr<QTreeWidgetItem> zoHPCDisplayTrees::takeCurrent(QTreeWidget* tree)
+{
+    std::unique_ptr<QTreeWidgetItem> item(tree->currentItem());
+    if (!item)
+        return nullptr;
+    if (QTreeWidgetItem* const parent = item->parent())
+        parent->removeChild(item.get());
+    else
+        tree->takeTopLevelItem(tree->indexOfTopLevelItem(item.get()));
+    return item;
+}
+
+QTreeWidgetItem* zoHPCDisplayTrees::replaceByChildren(zoHPCProjectionItem* projection)
+{
+    const int row = m_projections->indexOfTopLevelItem(projection);
+    const QList<QTreeWidgetItem*> children = projection->takeChildren();
+    delete m_projections->takeTopLevelItem(row);
+    m_projections->insertTopLevelItems(row, children);
+    return children.constFirst();
+}
+
+void zoHPCDisplayTrees::clear()
+{
+    m_projections->clear();
+    m_outputs->clear();
+}
+
+void zoHPCDisplayTrees::clearCurrentRows()
+{
+    for (QTreeWidget* tree : {m_projections, m_outputs}) {
+        tree->clearSelection();
+        tree->setCurrentItem(nullptr);
+    }
+}
+
+void zoHPCDisplayTrees::regenerate(zoHPCProjectionItem* projection)
+{
+    QTreeWidgetItem* current = m_projections->currentItem();
+    const int row = current && current->parent() == projection ? projection->indexOfChild(current) : -1;
+    projection->update();
+    if (row >= 0)
+        m_projections->setCurrentItem(row < projection->childCount() ? projection->child(row) : projection);
+}
+
+void zoHPCDisplayTrees::setWallDistance(double distance)
+{
+    QList<zoHPCProjectionItem*> walls = zoHPCTreeWidgetItem::subChildren<zoHPCProjectionItem>(m_projections);
+    // From the last: a wall inside a wall goes when the outer one lays out its tiles.
+    while (!walls.isEmpty()) {
+        zoHPCProjectionItem* const wall = walls.takeLast();
+        if (wall->kind() != zoHPCProjectionType::Kind::Wall)
+            continue;
+        wall->setDouble(zoHPCProjectionItem::Distance, distance);
+        regenerate(wall);
+    }
+}
+
+void zoHPCDisplayTrees::expandOutputs()
+{
+    // Row by row: expandAll() makes each later insertion slow.
+    for (int i = 0; i < m_outputs->topLevelItemCount(); ++i) {
+        QTreeWidgetItem* display = m_outputs->topLevelItem(i);
+        display->setExpanded(true);
+        for (int j = 0; j < display->childCount(); ++j)
+            display->child(j)->setExpanded(true);
+    }
+}
+
+bool zoHPCDisplayTrees::isViewport(const QTreeWidgetItem* item)
+{
+    return dynamic_cast<const zoHPCViewportItem*>(item) != nullptr;
+}
+
+bool zoHPCDisplayTrees::isPlainWindow(const QTreeWidgetItem* item)
+{
+    return dynamic_cast<const zoHPCWindowItem*>(item) != nullptr && !isViewport(item);
+}
+
+bool zoHPCDisplayTrees::isPlainDisplay(const QTreeWidgetItem* item)
+{
+    return dynamic_cast<const zoHPCDisplayItem*>(item) != nullptr &&
+           dynamic_cast<const zoHPCWindowItem*>(item) == nullptr;
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <initializer_list>
+#include <utility>
+
+class QWidget;
+class QZODataWidgetMapper;
+
+// What the fields of all panels have in common.
+namespace zoHPCPanelFields
+{
+using Mapping = std::pair<QWidget*, int>; // a field and the column that it edits
+
+void map(QZODataWidgetMapper& mapper, std::initializer_list<Mapping> fields);
+
+void setVisible(std::initializer_list<QWidget*> widgets, bool visible);
+
+// Number fields become wide enough for usual numbers and wider when there is room; those without a label of
+// their own get a name for readers.
+void prepareNumbers(const QWidget* panels);
+} // namespace zoHPCPanelFields

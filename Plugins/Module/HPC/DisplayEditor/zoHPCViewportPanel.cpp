@@ -1,0 +1,123 @@
+#include "zoHPCViewportPanel.h"
+
+#include "ui_zoHPCDisplayGUII.h"
+#include "zoHPCDisplaySetup.h"
+#include "zoHPCDisplayTables.h"
+#include "zoHPCPanelFields.h"
+#include "zoHPCProjectionItem.h"
+#include "zoHPCTreeRows.h"
+#include "zoHPCViewportItem.h"
+
+#include <QZODataWidgetMapper.h>
+
+#include <QCoreApplication>
+
+zoHPCViewportPanel::zoHPCViewportPanel(const Ui_zoHPCDisplayGUII& form, QZODataWidgetMapper& mapper,
+                                       const zoHPCDisplaySetup& setup, QObject* parent)
+    : QObject(parent), m_form(form), m_setup(setup)
+{
+    using V = zoHPCViewportItem;
+    const auto fill = [](QComboBox* combo, const auto& row) {
+        combo->addItem(QCoreApplication::translate("zoHPCDisplayGUII", row.text),
+                       QString::fromLatin1(row.value));
+    };
+    for (const zoHPCDisplayTables::Position& row : zoHPCDisplayTables::Positions)
+        fill(form.m_position, row);
+    for (const zoHPCDisplayTables::StereoMode& row : zoHPCDisplayTables::Eyes)
+        fill(form.m_eye, row);
+    zoHPCPanelFields::map(mapper, {{form.m_position, V::Position},
+                                   {form.m_viewportX1, V::X1},
+                                   {form.m_viewportY1, V::Y1},
+                                   {form.m_viewportX2, V::X2},
+                                   {form.m_viewportY2, V::Y2},
+                                   {form.m_flipX, V::FlipX},
+                                   {form.m_flipY, V::FlipY},
+                                   {form.m_eye, V::Eye}});
+    // After the mapper: the item has the new value when the panel follows it.
+    connect(form.m_eye, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            &zoHPCViewportPanel::showEyes);
+    for (QDoubleSpinBox* field : {form.m_viewportX1, form.m_viewportY1, form.m_viewportX2, form.m_viewportY2})
+        connect(field, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,
+                &zoHPCViewportPanel::showPixels);
+    connect(form.m_planeView, &QTreeView::clicked, this, &zoHPCViewportPanel::projectionChosen);
+    connect(form.m_planeView, &QTreeView::activated, this, &zoHPCViewportPanel::projectionChosen);
+}
+
+zoHPCViewportPanel::~zoHPCViewportPanel() = default;
+
+void zoHPCViewportPanel::setIsShown(bool isShown)
+{
+    QTreeView* const view = m_form.m_planeView;
+    if (isShown == (view->model() != nullptr))
+        return;
+    view->setModel(isShown ? m_form.m_projectionTree->model() : nullptr);
+    if (isShown)
+        zoHPCTreeRows::showFirstColumnOnly(view);
+}
+
+void zoHPCViewportPanel::showProjection()
+{
+    const zoHPCViewportItem* const viewport = currentViewport();
+    QTreeView* const view = m_form.m_planeView;
+    if (!viewport || view->model() == nullptr)
+        return;
+    const QString name = viewport->getString(zoHPCViewportItem::Projection);
+    m_form.m_planeName->setText(
+        name.isEmpty() ? QCoreApplication::translate("zoHPCDisplayGUII",
+                                                     "None yet: click the surface that this viewport shows.")
+                       : name);
+
+    const QModelIndex shown =
+        name.isEmpty() ? QModelIndex()
+                       : zoHPCTreeRows::indexOf(m_form.m_projectionTree, m_setup.projectionOf(*viewport));
+    if (view->currentIndex() != shown || !shown.isValid()) {
+        view->setCurrentIndex(shown);
+        if (!shown.isValid())
+            view->clearSelection();
+    }
+}
+
+void zoHPCViewportPanel::showPixels()
+{
+    const zoHPCViewportItem* const viewport = currentViewport();
+    const auto* window = viewport ? dynamic_cast<const zoHPCWindowItem*>(viewport->parent()) : nullptr;
+    // How large a full-screen window is only its screen knows.
+    const bool isKnown = window && !window->getBool(zoHPCWindowItem::FullScreen);
+    zoHPCPanelFields::setVisible({m_form.m_lowerLeftPixelLabel, m_form.m_lowerLeftPixel,
+                                  m_form.m_upperRightPixelLabel, m_form.m_upperRightPixel},
+                                 isKnown);
+    if (!isKnown)
+        return;
+    const auto corner = [window](double x, double y) {
+        return QCoreApplication::translate("zoHPCDisplayGUII", "%1, %2")
+            .arg(QString::number(qRound(x * window->getInt(zoHPCWindowItem::Width))),
+                 QString::number(qRound(y * window->getInt(zoHPCWindowItem::Height))));
+    };
+    m_form.m_lowerLeftPixel->setText(corner(m_form.m_viewportX1->value(), m_form.m_viewportY1->value()));
+    m_form.m_upperRightPixel->setText(corner(m_form.m_viewportX2->value(), m_form.m_viewportY2->value()));
+}
+
+void zoHPCViewportPanel::showEyes()
+{
+    const QString value = m_form.m_eye->currentData().toString();
+    const zoHPCDisplayTables::StereoMode* const mode = zoHPCDisplayTables::stereoMode(value);
+    if (!mode || zoHPCDisplayTables::isForOneEye(value))
+        m_form.m_eyesShown->clear();
+    else
+        m_form.m_eyesShown->setText(mode->eyes == zoHPCDisplayTables::StereoMode::Eyes::Mono
+                                        ? QCoreApplication::translate("zoHPCDisplayGUII", "Mono")
+                                        : QCoreApplication::translate("zoHPCDisplayGUII", "Both"));
+}
+
+void zoHPCViewportPanel::enableCorners()
+{
+    const bool isCustom = zoHPCDisplayTables::isCustom(m_form.m_position->currentData().toString());
+    for (QDoubleSpinBox* field :
+         {m_form.m_viewportX1, m_form.m_viewportY1, m_form.m_viewportX2, m_form.m_viewportY2})
+        field->setEnabled(isCustom);
+}
+
+zoHPCViewportItem* zoHPCViewportPanel::currentViewport() const
+{
+    return dynamic_cast<zoHPCViewportItem*>(m_form.m_displayTree->currentItem());
+}

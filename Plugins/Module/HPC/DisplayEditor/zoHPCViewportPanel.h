@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QModelIndex>
+#include <QObject>
+
+class QZODataWidgetMapper;
+class Ui_zoHPCDisplayGUII;
+class zoHPCDisplaySetup;
+class zoHPCViewportItem;
+
+// The panel of a viewport: the projection that it shows, its rectangle, stereo mode and mirroring.
+class zoHPCViewportPanel final : public QObject
+{
+    Q_OBJECT
+
+public:
+    // The dialog's form, set up, the mapper of the output tree and what the trees hold; not owned.
+    zoHPCViewportPanel(const Ui_zoHPCDisplayGUII& form, QZODataWidgetMapper& mapper,
+                       const zoHPCDisplaySetup& setup, QObject* parent = nullptr);
+    ~zoHPCViewportPanel() override;
+
+    // Its list of projections costs as much as the rows of their tree, so it has them only while it is seen.
+    void setIsShown(bool isShown);
+    // Of the current viewport; each does nothing without one.
+    void showProjection();
+    void showPixels();
+    // Of what the fields hold.
+    void showEyes();
+    void enableCorners();
+
+signals:
+    // A person chose a row of the projections.
+    void projectionChosen(const QModelIndex& row);
+
+private:
+    zoHPCViewportItem* currentViewport() const;
+
+    const Ui_zoHPCDisplayGUII& m_form;
+    const zoHPCDisplaySetup& m_setup;
+};

@@ -1,0 +1,69 @@
+#include "zoHPCWindowPanel.h"
+
+#include "ui_zoHPCDisplayGUII.h"
+#include "zoHPCDisplayTables.h"
+#include "zoHPCPanelFields.h"
+#include "zoHPCWindowItem.h"
+#include "zoText.h"
+
+#include <QZODataWidgetMapper.h>
+
+#include <QCoreApplication>
+#include <QHash>
+#include <QSignalBlocker>
+#include <QStringListModel>
+
+zoHPCWindowPanel::zoHPCWindowPanel(const Ui_zoHPCDisplayGUII& form, QZODataWidgetMapper& mapper,
+                                   QObject* parent)
+    : QObject(parent), m_form(form), m_nodeNames(new QStringListModel(this))
+{
+    using W = zoHPCWindowItem;
+    for (const zoHPCDisplayTables::ComboRow& row : zoHPCDisplayTables::Screens)
+        form.m_screen->addItem(QCoreApplication::translate("zoHPCDisplayGUII", row.text),
+                               QString::fromLatin1(row.value));
+    form.m_renderNode->setModel(m_nodeNames);
+    zoHPCPanelFields::map(mapper, {{form.m_renderNode, W::Node},
+                                   {form.m_screen, W::Screen},
+                                   {form.m_windowX, W::X},
+                                   {form.m_windowY, W::Y},
+                                   {form.m_windowWidth, W::Width},
+                                   {form.m_windowHeight, W::Height},
+                                   {form.m_fullScreen, W::FullScreen}});
+    connect(form.m_fullScreen, &QCheckBox::toggled, this, &zoHPCWindowPanel::showGeometry);
+}
+
+zoHPCWindowPanel::~zoHPCWindowPanel() = default;
+
+void zoHPCWindowPanel::setNodeNames(const QStringList& names)
+{
+    struct Seen
+    {
+        int count;
+        int first; // place of the first entry
+    };
+    QHash<QString, Seen> seen;
+    seen.reserve(names.size());
+    QStringList entries;
+    entries.reserve(names.size());
+    for (const QString& name : names) {
+        const auto it = seen.find(name);
+        if (it == seen.end()) {
+            seen.insert(name, {1, entries.size()});
+            entries.append(name);
+            continue;
+        }
+        ++it->count;
+        if (it->count == 2)
+            entries[it->first] = zoText("%1 1").arg(name);
+        entries.append(zoText("%1 %2").arg(name, QString::number(it->count)));
+    }
+    m_nodes = QSet<QString>(entries.cbegin(), entries.cend());
+    // Another choice is no change of the window that the panel shows.
+    const QSignalBlocker blocker(m_form.m_renderNode);
+    m_nodeNames->setStringList(entries);
+}
+
+void zoHPCWindowPanel::showGeometry()
+{
+    m_form.m_geometryGroup->setHidden(m_form.m_fullScreen->isChecked());
+}
