@@ -1,6 +1,7 @@
 #include "zoTestCase.h"
 
 #include <zoHPCPlane.h>
+#include <zoHPCProjectionItem.h>
 
 #include <QApplication>
 

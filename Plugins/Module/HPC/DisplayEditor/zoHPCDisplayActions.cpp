@@ -1,6 +1,6 @@
 #include "zoHPCDisplayActions.h"
 
-#include "ui_zoHPCDisplayGUII.h"
+#include "ui_zoHPCDisplayForm.h"
 #include "zoHPCDisplayClipboard.h"
 #include "zoHPCDisplayTrees.h"
 #include "zoHPCProjectionItem.h"
@@ -27,7 +27,7 @@ constexpr const char* CONVERT = QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Convert t
 } // namespace
 
 zoHPCDisplayActions::zoHPCDisplayActions(const Ui_zoHPCDisplayGUII& form)
-    : m_form(form)
+    : m_ui(form)
     , m_deleteProjection(add(form.m_projectionTree, DELETE, QKeySequence::Delete))
     , m_copyProjection(add(form.m_projectionTree, COPY, QKeySequence::Copy))
     , m_pasteProjection(add(form.m_projectionTree, PASTE, QKeySequence::Paste))
@@ -47,13 +47,13 @@ void zoHPCDisplayActions::update(const zoHPCDisplayTrees& trees, const zoHPCDisp
     m_copyProjection->setEnabled(projection != nullptr);
     m_pasteProjection->setEnabled(clipboard.hasProjection() && !isRunning);
     m_convertToPlanes->setEnabled(isIndependent && projection->childCount() > 0 && !isRunning);
-    m_form.m_addProjectionButton->setEnabled(!isRunning);
+    m_ui.m_addProjectionButton->setEnabled(!isRunning);
 
     const bool hasOutput = trees.currentOutput() != nullptr;
     m_deleteDisplay->setEnabled(hasOutput && !isRunning);
     m_copyDisplay->setEnabled(hasOutput);
     m_pasteDisplay->setEnabled(clipboard.hasOutput() && !isRunning);
-    m_form.m_addDisplayButton->setEnabled(!isRunning);
-    m_form.m_addWindowButton->setEnabled(trees.currentDisplay() && !isRunning);
-    m_form.m_addViewportButton->setEnabled(trees.currentWindow() && !isRunning);
+    m_ui.m_addDisplayButton->setEnabled(!isRunning);
+    m_ui.m_addWindowButton->setEnabled(trees.currentDisplay() && !isRunning);
+    m_ui.m_addViewportButton->setEnabled(trees.currentWindow() && !isRunning);
 }

@@ -24,7 +24,7 @@ public:
     void update(const zoHPCDisplayTrees& trees, const zoHPCDisplayClipboard& clipboard, bool isRunning);
 
 private:
-    const Ui_zoHPCDisplayGUII& m_form;
+    const Ui_zoHPCDisplayGUII& m_ui;
     QAction* m_deleteProjection;
     QAction* m_copyProjection;
     QAction* m_pasteProjection;

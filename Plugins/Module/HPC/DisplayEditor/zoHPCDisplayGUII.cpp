@@ -1,6 +1,6 @@
 #include "zoHPCDisplayGUII.h"
 
-#include "ui_zoHPCDisplayGUII.h"
+#include "ui_zoHPCDisplayForm.h"
 #include "zoHPCDisplayActions.h"
 #include "zoHPCDisplayPanel.h"
 #include "zoHPCDisplaySetup.h"
@@ -63,20 +63,20 @@ private:
 };
 
 zoHPCDisplayGUII::zoHPCDisplayGUII(QWidget* parent)
-    : QDialog(parent), m_form(std::make_unique<Ui_zoHPCDisplayGUII>())
+    : QDialog(parent), m_ui(std::make_unique<Ui_zoHPCDisplayGUII>())
 {
-    m_form->setupUi(this);
-    m_trees = std::make_unique<zoHPCDisplayTrees>(m_form->m_projectionTree, m_form->m_displayTree);
-    m_setup = std::make_unique<zoHPCDisplaySetup>(m_form->m_projectionTree->invisibleRootItem(),
-                                                  m_form->m_displayTree->invisibleRootItem());
+    m_ui->setupUi(this);
+    m_trees = std::make_unique<zoHPCDisplayTrees>(m_ui->m_projectionTree, m_ui->m_displayTree);
+    m_setup = std::make_unique<zoHPCDisplaySetup>(m_ui->m_projectionTree->invisibleRootItem(),
+                                                  m_ui->m_displayTree->invisibleRootItem());
     createPanels();
-    zoHPCPanelFields::prepareNumbers(m_form->m_panels);
+    zoHPCPanelFields::prepareNumbers(m_ui->m_panels);
     // Wide enough for all panels while nothing is hidden yet; the rest is the trees'.
-    m_form->m_panelArea->setMinimumWidth(m_form->m_panels->minimumSizeHint().width() +
-                                         style()->pixelMetric(QStyle::PM_ScrollBarExtent));
-    m_form->m_splitter->setStretchFactor(0, 1);
-    m_form->m_splitter->setStretchFactor(1, 0);
-    m_form->m_splitter->setSizes({width(), 0});
+    m_ui->m_panelArea->setMinimumWidth(m_ui->m_panels->minimumSizeHint().width() +
+                                       style()->pixelMetric(QStyle::PM_ScrollBarExtent));
+    m_ui->m_splitter->setStretchFactor(0, 1);
+    m_ui->m_splitter->setStretchFactor(1, 0);
+    m_ui->m_splitter->setSizes({width(), 0});
 
     connectPanels();
     connectActions();
@@ -91,10 +91,10 @@ zoHPCDisplayGUII::zoHPCDisplayGUII(QWidget* parent)
 zoHPCDisplayGUII::~zoHPCDisplayGUII()
 {
     // The rows go with the trees, which are still whole when the rest of the dialog is not.
-    m_form->m_projectionTree->disconnect(this);
-    m_form->m_projectionTree->model()->disconnect(this);
-    m_form->m_displayTree->disconnect(this);
-    m_form->m_displayTree->model()->disconnect(this);
+    m_ui->m_projectionTree->disconnect(this);
+    m_ui->m_projectionTree->model()->disconnect(this);
+    m_ui->m_displayTree->disconnect(this);
+    m_ui->m_displayTree->model()->disconnect(this);
 }
 
 QList<zoHPCProjectionItem*> zoHPCDisplayGUII::getProjectionItems() const
@@ -132,7 +132,7 @@ void zoHPCDisplayGUII::setNodeNames(const QStringList& names)
 void zoHPCDisplayGUII::setHostTree(zoHPCTreeGUIW* hosts)
 {
     m_hostFixes.setHostTree(hosts);
-    m_layoutPane->setModel(m_form->m_projectionTree, m_form->m_displayTree, hosts);
+    m_layoutPane->setModel(m_ui->m_projectionTree, m_ui->m_displayTree, hosts);
 }
 
 zoHPCReview& zoHPCDisplayGUII::review() const
@@ -143,8 +143,8 @@ zoHPCReview& zoHPCDisplayGUII::review() const
 void zoHPCDisplayGUII::setEyeSeparation(float separation)
 {
     const Edit edit(*this);
-    for (int i = 0; i < m_form->m_displayTree->topLevelItemCount(); ++i) {
-        if (auto* display = dynamic_cast<zoHPCDisplayItem*>(m_form->m_displayTree->topLevelItem(i)))
+    for (int i = 0; i < m_ui->m_displayTree->topLevelItemCount(); ++i) {
+        if (auto* display = dynamic_cast<zoHPCDisplayItem*>(m_ui->m_displayTree->topLevelItem(i)))
             display->setEyeSeparation(static_cast<double>(separation));
     }
 }
@@ -256,9 +256,9 @@ void zoHPCDisplayGUII::fitScreen()
     if (tooWide <= 0)
         return;
     // Better panels to scroll than panes one over the other.
-    m_form->m_panelArea->setMinimumWidth(std::max(m_form->m_panelArea->minimumWidth() - tooWide, 0));
-    m_form->m_panelArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    m_form->m_splitter->updateGeometry();
+    m_ui->m_panelArea->setMinimumWidth(std::max(m_ui->m_panelArea->minimumWidth() - tooWide, 0));
+    m_ui->m_panelArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_ui->m_splitter->updateGeometry();
     layout()->activate();
     resize(std::min(width(), room), height());
 }
@@ -377,7 +377,7 @@ void zoHPCDisplayGUII::convertToPlanes()
         const Edit edit(*this);
         first = m_trees->replaceByChildren(projection);
     }
-    m_form->m_projectionTree->setCurrentItem(first);
+    m_ui->m_projectionTree->setCurrentItem(first);
     // The planes keep names and identifiers; only what showed the whole projection has to be linked again.
     if (wasShown)
         correctProjectionViewportsAssignments();
@@ -389,7 +389,7 @@ void zoHPCDisplayGUII::updateProjection(const QModelIndex& changed)
     if (m_edit)
         return;
     auto* projection = dynamic_cast<zoHPCProjectionItem*>(
-        zoHPCTreeRows::topLevelOf(zoHPCTreeRows::itemAt(m_form->m_projectionTree, changed)));
+        zoHPCTreeRows::topLevelOf(zoHPCTreeRows::itemAt(m_ui->m_projectionTree, changed)));
     if (!projection)
         return;
     {
@@ -405,8 +405,7 @@ void zoHPCDisplayGUII::updateDisplay(const QModelIndex& changed)
     if (m_edit)
         return;
     const Edit edit(*this);
-    if (auto* item =
-            dynamic_cast<zoHPCTreeWidgetItem*>(zoHPCTreeRows::itemAt(m_form->m_displayTree, changed)))
+    if (auto* item = dynamic_cast<zoHPCTreeWidgetItem*>(zoHPCTreeRows::itemAt(m_ui->m_displayTree, changed)))
         item->update();
 }
 
@@ -414,7 +413,7 @@ void zoHPCDisplayGUII::setProjectionType()
 {
     zoHPCProjectionItem* projection = m_trees->currentProjection();
     // A type that the dialog does not know stays as it is.
-    if (projection && !m_edit && m_form->m_type->currentIndex() >= 0)
+    if (projection && !m_edit && m_ui->m_type->currentIndex() >= 0)
         projection->setProjectionType(m_projectionPanel->chosenType());
     updateTiledVsibility();
 }
@@ -434,8 +433,8 @@ void zoHPCDisplayGUII::selectProjectionPlane(QTreeWidgetItem* current, QTreeWidg
     Q_UNUSED(previous)
     if (m_edit)
         return;
-    if (current && m_form->m_projectionTree->currentItem() != current)
-        m_form->m_projectionTree->setCurrentItem(current);
+    if (current && m_ui->m_projectionTree->currentItem() != current)
+        m_ui->m_projectionTree->setCurrentItem(current);
     bindProjection();
 }
 
@@ -444,8 +443,8 @@ void zoHPCDisplayGUII::setSelected(QTreeWidgetItem* current, QTreeWidgetItem* pr
     Q_UNUSED(previous)
     if (m_edit)
         return;
-    if (current && m_form->m_displayTree->currentItem() != current)
-        m_form->m_displayTree->setCurrentItem(current);
+    if (current && m_ui->m_displayTree->currentItem() != current)
+        m_ui->m_displayTree->setCurrentItem(current);
     bindOutput();
 }
 
@@ -467,20 +466,20 @@ void zoHPCDisplayGUII::keyPressEvent(QKeyEvent* event)
 void zoHPCDisplayGUII::createPanels()
 {
     m_displayMapper = new QZODataWidgetMapper(this);
-    m_displayMapper->setModel(m_form->m_displayTree->model());
-    m_projectionPanel = std::make_unique<zoHPCProjectionPanel>(*m_form);
-    m_displayPanel = std::make_unique<zoHPCDisplayPanel>(*m_form, *m_displayMapper);
-    m_windowPanel = std::make_unique<zoHPCWindowPanel>(*m_form, *m_displayMapper);
-    m_viewportPanel = std::make_unique<zoHPCViewportPanel>(*m_form, *m_displayMapper, *m_setup);
+    m_displayMapper->setModel(m_ui->m_displayTree->model());
+    m_projectionPanel = std::make_unique<zoHPCProjectionPanel>(*m_ui);
+    m_displayPanel = std::make_unique<zoHPCDisplayPanel>(*m_ui, *m_displayMapper);
+    m_windowPanel = std::make_unique<zoHPCWindowPanel>(*m_ui, *m_displayMapper);
+    m_viewportPanel = std::make_unique<zoHPCViewportPanel>(*m_ui, *m_displayMapper, *m_setup);
 }
 
 void zoHPCDisplayGUII::connectPanels()
 {
     // After the mappers: the item has the new value when the panel follows it.
-    connect(m_form->m_type, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+    connect(m_ui->m_type, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &zoHPCDisplayGUII::setProjectionType);
-    connect(m_form->m_edgeBlending, &QCheckBox::toggled, this, &zoHPCDisplayGUII::updateTiledVsibility);
-    connect(m_form->m_position, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+    connect(m_ui->m_edgeBlending, &QCheckBox::toggled, this, &zoHPCDisplayGUII::updateTiledVsibility);
+    connect(m_ui->m_position, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &zoHPCDisplayGUII::setViewportPosition);
     connect(m_viewportPanel.get(), &zoHPCViewportPanel::projectionChosen, this,
             &zoHPCDisplayGUII::assignProjection);
@@ -491,7 +490,7 @@ void zoHPCDisplayGUII::connectPanels()
 
 void zoHPCDisplayGUII::connectActions()
 {
-    m_actions = std::make_unique<zoHPCDisplayActions>(*m_form);
+    m_actions = std::make_unique<zoHPCDisplayActions>(*m_ui);
     const auto perform = [this](const QAction* action, ActiveTree active,
                                 void (zoHPCDisplayGUII::*operation)()) {
         connect(action, &QAction::triggered, this, [this, active, operation] {
@@ -507,29 +506,29 @@ void zoHPCDisplayGUII::connectActions()
     perform(m_actions->copyDisplay(), ActiveTree::Outputs, &zoHPCDisplayGUII::copyDisplay);
     perform(m_actions->pasteDisplay(), ActiveTree::Outputs, &zoHPCDisplayGUII::pasteDisplay);
 
-    connect(m_form->m_addProjectionButton, &QPushButton::clicked, this, &zoHPCDisplayGUII::addProjection);
-    connect(m_form->m_addDisplayButton, &QPushButton::clicked, this, &zoHPCDisplayGUII::addDisplay);
-    connect(m_form->m_addWindowButton, &QPushButton::clicked, this, &zoHPCDisplayGUII::addWindow);
-    connect(m_form->m_addViewportButton, &QPushButton::clicked, this, &zoHPCDisplayGUII::addViewport);
-    connect(m_form->m_buttonBox->button(QDialogButtonBox::Apply), &QPushButton::clicked, this,
+    connect(m_ui->m_addProjectionButton, &QPushButton::clicked, this, &zoHPCDisplayGUII::addProjection);
+    connect(m_ui->m_addDisplayButton, &QPushButton::clicked, this, &zoHPCDisplayGUII::addDisplay);
+    connect(m_ui->m_addWindowButton, &QPushButton::clicked, this, &zoHPCDisplayGUII::addWindow);
+    connect(m_ui->m_addViewportButton, &QPushButton::clicked, this, &zoHPCDisplayGUII::addViewport);
+    connect(m_ui->m_buttonBox->button(QDialogButtonBox::Apply), &QPushButton::clicked, this,
             &zoHPCDisplayGUII::apply);
 
     // F2 renames, as in other trees; here the name has a field of its own.
-    auto* rename = new QShortcut(QKeySequence(Qt::Key_F2), m_form->m_projectionTree);
+    auto* rename = new QShortcut(QKeySequence(Qt::Key_F2), m_ui->m_projectionTree);
     rename->setContext(Qt::WidgetShortcut);
     connect(rename, &QShortcut::activated, m_projectionPanel.get(), &zoHPCProjectionPanel::focusName);
 }
 
 void zoHPCDisplayGUII::connectTrees()
 {
-    connect(m_form->m_projectionTree->model(), &QAbstractItemModel::dataChanged, this,
+    connect(m_ui->m_projectionTree->model(), &QAbstractItemModel::dataChanged, this,
             &zoHPCDisplayGUII::updateProjection);
-    connect(m_form->m_displayTree->model(), &QAbstractItemModel::dataChanged, this,
+    connect(m_ui->m_displayTree->model(), &QAbstractItemModel::dataChanged, this,
             &zoHPCDisplayGUII::updateDisplay);
-    connect(m_form->m_projectionTree, &QTreeWidget::currentItemChanged, this,
+    connect(m_ui->m_projectionTree, &QTreeWidget::currentItemChanged, this,
             &zoHPCDisplayGUII::selectProjectionPlane);
-    connect(m_form->m_displayTree, &QTreeWidget::currentItemChanged, this, &zoHPCDisplayGUII::setSelected);
-    for (const QTreeWidget* tree : {m_form->m_projectionTree, m_form->m_displayTree}) {
+    connect(m_ui->m_displayTree, &QTreeWidget::currentItemChanged, this, &zoHPCDisplayGUII::setSelected);
+    for (const QTreeWidget* tree : {m_ui->m_projectionTree, m_ui->m_displayTree}) {
         const QAbstractItemModel* const model = tree->model();
         connect(model, &QAbstractItemModel::dataChanged, this, &zoHPCDisplayGUII::noteChange);
         connect(model, &QAbstractItemModel::rowsInserted, this, &zoHPCDisplayGUII::noteChange);
@@ -538,12 +537,12 @@ void zoHPCDisplayGUII::connectTrees()
         connect(model, &QAbstractItemModel::modelReset, this, &zoHPCDisplayGUII::noteChange);
     }
     // The selection tells which tree was chosen last, even when its current row stays the same.
-    connect(m_form->m_projectionTree, &QTreeWidget::itemSelectionChanged, this, [this] {
-        if (!m_form->m_projectionTree->selectedItems().isEmpty())
+    connect(m_ui->m_projectionTree, &QTreeWidget::itemSelectionChanged, this, [this] {
+        if (!m_ui->m_projectionTree->selectedItems().isEmpty())
             activate(ActiveTree::Projections);
     });
-    connect(m_form->m_displayTree, &QTreeWidget::itemSelectionChanged, this, [this] {
-        if (!m_form->m_displayTree->selectedItems().isEmpty())
+    connect(m_ui->m_displayTree, &QTreeWidget::itemSelectionChanged, this, [this] {
+        if (!m_ui->m_displayTree->selectedItems().isEmpty())
             activate(ActiveTree::Outputs);
     });
 }
@@ -561,14 +560,14 @@ void zoHPCDisplayGUII::createPreview()
 {
     m_layoutPane = new zoHPCLayoutPane;
     m_layoutPane->setObjectName(QString::fromLatin1("m_layoutPane"));
-    m_form->m_splitter->addWidget(m_layoutPane);
-    m_form->m_splitter->setStretchFactor(0, 0);
-    m_form->m_splitter->setStretchFactor(2, 1);
+    m_ui->m_splitter->addWidget(m_layoutPane);
+    m_ui->m_splitter->setStretchFactor(0, 0);
+    m_ui->m_splitter->setStretchFactor(2, 1);
     constexpr int TREE_WIDTH = 280;
     constexpr int PICTURE_WIDTH = 580; // most problems can be read to their end
     const int pictureWidth = std::max(PICTURE_WIDTH, m_layoutPane->sizeHint().width());
-    const int panelWidth = m_form->m_panelArea->minimumWidth();
-    m_form->m_splitter->setSizes({TREE_WIDTH, panelWidth, pictureWidth});
+    const int panelWidth = m_ui->m_panelArea->minimumWidth();
+    m_ui->m_splitter->setSizes({TREE_WIDTH, panelWidth, pictureWidth});
     // Within the screen, with room for the frame around the window.
     constexpr int FRAME = 48;
     const QSize screen = QGuiApplication::primaryScreen()->availableGeometry().size();
@@ -579,8 +578,8 @@ void zoHPCDisplayGUII::createPreview()
     QWidget* last = m_layoutPane->problemsView()->list();
     for (const QDialogButtonBox::StandardButton which :
          {QDialogButtonBox::Ok, QDialogButtonBox::Cancel, QDialogButtonBox::Apply}) {
-        setTabOrder(last, m_form->m_buttonBox->button(which));
-        last = m_form->m_buttonBox->button(which);
+        setTabOrder(last, m_ui->m_buttonBox->button(which));
+        last = m_ui->m_buttonBox->button(which);
     }
 
     connect(m_layoutPane, &zoHPCLayoutPane::itemActivated, this, &zoHPCDisplayGUII::chooseItem);
@@ -592,7 +591,7 @@ void zoHPCDisplayGUII::createPreview()
         if (zoHPCTreeGUIW* const hosts = m_hostFixes.hostTree())
             hosts->announceOptions();
     });
-    for (const QTreeWidget* tree : {m_form->m_projectionTree, m_form->m_displayTree})
+    for (const QTreeWidget* tree : {m_ui->m_projectionTree, m_ui->m_displayTree})
         connect(tree, &QTreeWidget::currentItemChanged, this,
                 [this](QTreeWidgetItem* current) { m_layoutPane->setCurrentItem(current); });
 }
@@ -600,7 +599,7 @@ void zoHPCDisplayGUII::createPreview()
 void zoHPCDisplayGUII::chooseItem(QTreeWidgetItem* item)
 {
     QTreeWidget* const tree = item->treeWidget();
-    if (tree == m_form->m_projectionTree || tree == m_form->m_displayTree)
+    if (tree == m_ui->m_projectionTree || tree == m_ui->m_displayTree)
         tree->setCurrentItem(item);
     else if (auto* host = dynamic_cast<zoHPCTreeItem*>(item); host && m_hostFixes.hostTree())
         m_hostFixes.hostTree()->setSelectedItem(host);
@@ -610,7 +609,7 @@ void zoHPCDisplayGUII::activate(ActiveTree tree)
 {
     m_activeTree = tree;
     // One row is highlighted in the whole dialog: the one that the panel shows and that Delete means.
-    QTreeWidget* other = tree == ActiveTree::Projections ? m_form->m_displayTree : m_form->m_projectionTree;
+    QTreeWidget* other = tree == ActiveTree::Projections ? m_ui->m_displayTree : m_ui->m_projectionTree;
     other->clearSelection();
     m_layoutPane->setCurrentItem(activeTree()->currentItem());
     showPanel();
@@ -619,7 +618,7 @@ void zoHPCDisplayGUII::activate(ActiveTree tree)
 
 QTreeWidget* zoHPCDisplayGUII::activeTree() const
 {
-    return m_activeTree == ActiveTree::Projections ? m_form->m_projectionTree : m_form->m_displayTree;
+    return m_activeTree == ActiveTree::Projections ? m_ui->m_projectionTree : m_ui->m_displayTree;
 }
 
 void zoHPCDisplayGUII::updateActions()
@@ -629,25 +628,25 @@ void zoHPCDisplayGUII::updateActions()
 
 void zoHPCDisplayGUII::showPanel()
 {
-    QWidget* page = m_form->m_nothingPage;
+    QWidget* page = m_ui->m_nothingPage;
     if (m_activeTree == ActiveTree::Projections && m_trees->currentProjection())
-        page = m_form->m_projectionPage;
+        page = m_ui->m_projectionPage;
     else if (m_activeTree == ActiveTree::Outputs && m_trees->currentOutput()) {
         if (zoHPCDisplayTrees::isViewport(m_trees->currentOutput()))
-            page = m_form->m_viewportPage;
+            page = m_ui->m_viewportPage;
         else
-            page = zoHPCDisplayTrees::isPlainWindow(m_trees->currentOutput()) ? m_form->m_windowPage
-                                                                              : m_form->m_displayPage;
+            page = zoHPCDisplayTrees::isPlainWindow(m_trees->currentOutput()) ? m_ui->m_windowPage
+                                                                              : m_ui->m_displayPage;
     }
-    m_viewportPanel->setIsShown(page == m_form->m_viewportPage);
-    m_form->m_panels->setCurrentWidget(page);
+    m_viewportPanel->setIsShown(page == m_ui->m_viewportPage);
+    m_ui->m_panels->setCurrentWidget(page);
     m_viewportPanel->showProjection();
 }
 
 void zoHPCDisplayGUII::bindProjection()
 {
     zoHPCProjectionItem* const projection = m_trees->currentProjection();
-    m_projectionPanel->setRow(zoHPCTreeRows::indexOf(m_form->m_projectionTree, projection),
+    m_projectionPanel->setRow(zoHPCTreeRows::indexOf(m_ui->m_projectionTree, projection),
                               projection && projection->parent());
     showPanel();
     updateActions();
@@ -655,7 +654,7 @@ void zoHPCDisplayGUII::bindProjection()
 
 void zoHPCDisplayGUII::bindOutput()
 {
-    m_displayMapper->setCurrentRow(zoHPCTreeRows::indexOf(m_form->m_displayTree, m_trees->currentOutput()));
+    m_displayMapper->setCurrentRow(zoHPCTreeRows::indexOf(m_ui->m_displayTree, m_trees->currentOutput()));
     m_windowPanel->showGeometry();
     setViewportPosition();
     m_viewportPanel->showEyes();
@@ -668,7 +667,7 @@ void zoHPCDisplayGUII::assignProjection(const QModelIndex& index)
 {
     auto* viewport = dynamic_cast<zoHPCViewportItem*>(m_trees->currentOutput());
     const auto* projection =
-        dynamic_cast<zoHPCProjectionItem*>(zoHPCTreeRows::itemAt(m_form->m_projectionTree, index));
+        dynamic_cast<zoHPCProjectionItem*>(zoHPCTreeRows::itemAt(m_ui->m_projectionTree, index));
     if (!viewport || !projection)
         return;
     {

@@ -146,7 +146,7 @@ private:
     void noteChange();
     void noteBulkChange();
 
-    std::unique_ptr<Ui_zoHPCDisplayGUII> m_form;
+    std::unique_ptr<Ui_zoHPCDisplayGUII> m_ui;
     std::unique_ptr<zoHPCDisplayTrees> m_trees;
     std::unique_ptr<zoHPCDisplaySetup> m_setup; // what the trees hold
     std::unique_ptr<zoHPCDisplayActions> m_actions;

@@ -1,6 +1,6 @@
 #include "zoHPCDisplayPanel.h"
 
-#include "ui_zoHPCDisplayGUII.h"
+#include "ui_zoHPCDisplayForm.h"
 #include "zoHPCDisplayItem.h"
 #include "zoHPCPanelFields.h"
 
@@ -12,7 +12,7 @@
 #include <QStringList>
 
 zoHPCDisplayPanel::zoHPCDisplayPanel(const Ui_zoHPCDisplayGUII& form, QZODataWidgetMapper& mapper)
-    : m_form(form)
+    : m_ui(form)
 {
     using D = zoHPCDisplayItem;
     zoHPCPanelFields::map(mapper, {{form.m_eyeSeparation, D::EyeSeparation},
@@ -25,7 +25,7 @@ void zoHPCDisplayPanel::updateCameraList()
 {
     auto* cameras = zoKernelServiceFactory::getService<zoCameraService>();
     const QStringList names = cameras ? cameras->cameraNames() : QStringList();
-    QComboBox* const camera = m_form.m_camera;
+    QComboBox* const camera = m_ui.m_camera;
     const QString current = camera->currentText();
     // The choice changes, not the display's camera, which may come and go with the scene.
     const QSignalBlocker blocker(camera);

@@ -14,5 +14,5 @@ public:
     void updateCameraList();
 
 private:
-    const Ui_zoHPCDisplayGUII& m_form;
+    const Ui_zoHPCDisplayGUII& m_ui;
 };

@@ -1,6 +1,6 @@
 #include "zoHPCProjectionPanel.h"
 
-#include "ui_zoHPCDisplayGUII.h"
+#include "ui_zoHPCDisplayForm.h"
 #include "zoHPCPanelFields.h"
 #include "zoHPCProjectionItem.h"
 
@@ -15,10 +15,10 @@
 using zoHPCPanelFields::setVisible;
 
 zoHPCProjectionPanel::zoHPCProjectionPanel(const Ui_zoHPCDisplayGUII& form, QObject* parent)
-    : QObject(parent), m_form(form), m_mapper(new QZODataWidgetMapper(this))
+    : QObject(parent), m_ui(form), m_mapper(new QZODataWidgetMapper(this))
 {
     fillTypes();
-    m_mapper->setModel(m_form.m_projectionTree->model());
+    m_mapper->setModel(m_ui.m_projectionTree->model());
     mapFields();
 }
 
@@ -26,14 +26,14 @@ zoHPCProjectionPanel::~zoHPCProjectionPanel() = default;
 
 QString zoHPCProjectionPanel::chosenType() const
 {
-    return m_form.m_type->currentData().toString();
+    return m_ui.m_type->currentData().toString();
 }
 
 void zoHPCProjectionPanel::setRow(const QModelIndex& row, bool isGenerated)
 {
     m_mapper->setCurrentRow(row);
-    m_form.m_generatedHint->setVisible(isGenerated);
-    if (m_form.m_name->isReadOnly() != isGenerated)
+    m_ui.m_generatedHint->setVisible(isGenerated);
+    if (m_ui.m_name->isReadOnly() != isGenerated)
         setReadOnly(isGenerated);
     showParameters();
 }
@@ -42,38 +42,37 @@ void zoHPCProjectionPanel::showParameters()
 {
     const zoHPCProjectionType& type = zoHPCProjectionType::of(chosenType());
 
-    m_form.m_tileLayoutGroup->setVisible(type.tileLayout);
-    setVisible({m_form.m_rowLabel, m_form.m_row, m_form.m_columnLabel, m_form.m_column}, type.tilePlace);
-    m_form.m_overlapUnit->setText(
+    m_ui.m_tileLayoutGroup->setVisible(type.tileLayout);
+    setVisible({m_ui.m_rowLabel, m_ui.m_row, m_ui.m_columnLabel, m_ui.m_column}, type.tilePlace);
+    m_ui.m_overlapUnit->setText(
         *type.overlapUnit ? QCoreApplication::translate("zoHPCDisplayGUII", type.overlapUnit) : QString());
-    m_form.m_areaGroup->setVisible(type.area);
-    m_form.m_cornersGroup->setVisible(type.corners);
-    setVisible({m_form.m_caveWallsGroup, m_form.m_caveSizeGroup, m_form.m_caveCenterGroup}, type.cave);
-    setVisible({m_form.m_distanceLabel, m_form.m_distance}, type.distance);
-    setVisible({m_form.m_rightOffsetXLabel, m_form.m_rightOffsetX, m_form.m_rightOffsetYLabel,
-                m_form.m_rightOffsetY},
+    m_ui.m_areaGroup->setVisible(type.area);
+    m_ui.m_cornersGroup->setVisible(type.corners);
+    setVisible({m_ui.m_caveWallsGroup, m_ui.m_caveSizeGroup, m_ui.m_caveCenterGroup}, type.cave);
+    setVisible({m_ui.m_distanceLabel, m_ui.m_distance}, type.distance);
+    setVisible({m_ui.m_rightOffsetXLabel, m_ui.m_rightOffsetX, m_ui.m_rightOffsetYLabel, m_ui.m_rightOffsetY},
                type.rightOffset);
-    m_form.m_edgesGroup->setVisible(type.edges && m_form.m_edgeBlending->isChecked());
+    m_ui.m_edgesGroup->setVisible(type.edges && m_ui.m_edgeBlending->isChecked());
 }
 
 void zoHPCProjectionPanel::focusName()
 {
-    m_form.m_name->setFocus(Qt::ShortcutFocusReason);
-    m_form.m_name->selectAll();
+    m_ui.m_name->setFocus(Qt::ShortcutFocusReason);
+    m_ui.m_name->selectAll();
 }
 
 void zoHPCProjectionPanel::fillTypes()
 {
     for (const zoHPCProjectionType& type : zoHPCProjectionType::all())
-        m_form.m_type->addItem(zoIconManager::getIcon(QString::fromLatin1(type.choiceIcon), QString()),
-                               QCoreApplication::translate("zoHPCDisplayGUII", type.text),
-                               QString::fromLatin1(type.value));
+        m_ui.m_type->addItem(zoIconManager::getIcon(QString::fromLatin1(type.choiceIcon), QString()),
+                             QCoreApplication::translate("zoHPCDisplayGUII", type.text),
+                             QString::fromLatin1(type.value));
 }
 
 void zoHPCProjectionPanel::mapFields()
 {
     using P = zoHPCProjectionItem;
-    const Ui_zoHPCDisplayGUII& f = m_form;
+    const Ui_zoHPCDisplayGUII& f = m_ui;
 
     zoHPCPanelFields::map(*m_mapper, {{f.m_name, P::Name},
                                       {f.m_type, P::Type},
@@ -119,12 +118,12 @@ void zoHPCProjectionPanel::mapFields()
 // Not disabled: the numbers of a tile are there to be read.
 void zoHPCProjectionPanel::setReadOnly(bool isReadOnly)
 {
-    const QList<QAbstractSpinBox*> numbers = m_form.m_projectionPage->findChildren<QAbstractSpinBox*>();
+    const QList<QAbstractSpinBox*> numbers = m_ui.m_projectionPage->findChildren<QAbstractSpinBox*>();
     for (QAbstractSpinBox* number : numbers) {
         number->setReadOnly(isReadOnly);
         number->setButtonSymbols(isReadOnly ? QAbstractSpinBox::NoButtons : QAbstractSpinBox::UpDownArrows);
     }
-    m_form.m_name->setReadOnly(isReadOnly);
-    for (QWidget* choice : std::initializer_list<QWidget*>{m_form.m_type, m_form.m_edgeBlending})
+    m_ui.m_name->setReadOnly(isReadOnly);
+    for (QWidget* choice : std::initializer_list<QWidget*>{m_ui.m_type, m_ui.m_edgeBlending})
         choice->setEnabled(!isReadOnly);
 }

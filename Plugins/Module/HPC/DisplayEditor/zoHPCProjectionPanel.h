@@ -31,6 +31,6 @@ private:
     void mapFields();
     void setReadOnly(bool isReadOnly);
 
-    const Ui_zoHPCDisplayGUII& m_form;
+    const Ui_zoHPCDisplayGUII& m_ui;
     QZODataWidgetMapper* m_mapper = nullptr;
 };

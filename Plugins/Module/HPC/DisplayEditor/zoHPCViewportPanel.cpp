@@ -1,6 +1,6 @@
 #include "zoHPCViewportPanel.h"
 
-#include "ui_zoHPCDisplayGUII.h"
+#include "ui_zoHPCDisplayForm.h"
 #include "zoHPCDisplaySetup.h"
 #include "zoHPCDisplayTables.h"
 #include "zoHPCPanelFields.h"
@@ -14,7 +14,7 @@
 
 zoHPCViewportPanel::zoHPCViewportPanel(const Ui_zoHPCDisplayGUII& form, QZODataWidgetMapper& mapper,
                                        const zoHPCDisplaySetup& setup, QObject* parent)
-    : QObject(parent), m_form(form), m_setup(setup)
+    : QObject(parent), m_ui(form), m_setup(setup)
 {
     using V = zoHPCViewportItem;
     const auto fill = [](QComboBox* combo, const auto& row) {
@@ -47,10 +47,10 @@ zoHPCViewportPanel::~zoHPCViewportPanel() = default;
 
 void zoHPCViewportPanel::setIsShown(bool isShown)
 {
-    QTreeView* const view = m_form.m_planeView;
+    QTreeView* const view = m_ui.m_planeView;
     if (isShown == (view->model() != nullptr))
         return;
-    view->setModel(isShown ? m_form.m_projectionTree->model() : nullptr);
+    view->setModel(isShown ? m_ui.m_projectionTree->model() : nullptr);
     if (isShown)
         zoHPCTreeRows::showFirstColumnOnly(view);
 }
@@ -58,18 +58,18 @@ void zoHPCViewportPanel::setIsShown(bool isShown)
 void zoHPCViewportPanel::showProjection()
 {
     const zoHPCViewportItem* const viewport = currentViewport();
-    QTreeView* const view = m_form.m_planeView;
+    QTreeView* const view = m_ui.m_planeView;
     if (!viewport || view->model() == nullptr)
         return;
     const QString name = viewport->getString(zoHPCViewportItem::Projection);
-    m_form.m_planeName->setText(
+    m_ui.m_planeName->setText(
         name.isEmpty() ? QCoreApplication::translate("zoHPCDisplayGUII",
                                                      "None yet: click the surface that this viewport shows.")
                        : name);
 
     const QModelIndex shown =
         name.isEmpty() ? QModelIndex()
-                       : zoHPCTreeRows::indexOf(m_form.m_projectionTree, m_setup.projectionOf(*viewport));
+                       : zoHPCTreeRows::indexOf(m_ui.m_projectionTree, m_setup.projectionOf(*viewport));
     if (view->currentIndex() != shown || !shown.isValid()) {
         view->setCurrentIndex(shown);
         if (!shown.isValid())
@@ -83,8 +83,8 @@ void zoHPCViewportPanel::showPixels()
     const auto* window = viewport ? dynamic_cast<const zoHPCWindowItem*>(viewport->parent()) : nullptr;
     // How large a full-screen window is only its screen knows.
     const bool isKnown = window && !window->getBool(zoHPCWindowItem::FullScreen);
-    zoHPCPanelFields::setVisible({m_form.m_lowerLeftPixelLabel, m_form.m_lowerLeftPixel,
-                                  m_form.m_upperRightPixelLabel, m_form.m_upperRightPixel},
+    zoHPCPanelFields::setVisible({m_ui.m_lowerLeftPixelLabel, m_ui.m_lowerLeftPixel,
+                                  m_ui.m_upperRightPixelLabel, m_ui.m_upperRightPixel},
                                  isKnown);
     if (!isKnown)
         return;
@@ -93,31 +93,30 @@ void zoHPCViewportPanel::showPixels()
             .arg(QString::number(qRound(x * window->getInt(zoHPCWindowItem::Width))),
                  QString::number(qRound(y * window->getInt(zoHPCWindowItem::Height))));
     };
-    m_form.m_lowerLeftPixel->setText(corner(m_form.m_viewportX1->value(), m_form.m_viewportY1->value()));
-    m_form.m_upperRightPixel->setText(corner(m_form.m_viewportX2->value(), m_form.m_viewportY2->value()));
+    m_ui.m_lowerLeftPixel->setText(corner(m_ui.m_viewportX1->value(), m_ui.m_viewportY1->value()));
+    m_ui.m_upperRightPixel->setText(corner(m_ui.m_viewportX2->value(), m_ui.m_viewportY2->value()));
 }
 
 void zoHPCViewportPanel::showEyes()
 {
-    const QString value = m_form.m_eye->currentData().toString();
+    const QString value = m_ui.m_eye->currentData().toString();
     const zoHPCDisplayTables::StereoMode* const mode = zoHPCDisplayTables::stereoMode(value);
     if (!mode || zoHPCDisplayTables::isForOneEye(value))
-        m_form.m_eyesShown->clear();
+        m_ui.m_eyesShown->clear();
     else
-        m_form.m_eyesShown->setText(mode->eyes == zoHPCDisplayTables::StereoMode::Eyes::Mono
-                                        ? QCoreApplication::translate("zoHPCDisplayGUII", "Mono")
-                                        : QCoreApplication::translate("zoHPCDisplayGUII", "Both"));
+        m_ui.m_eyesShown->setText(mode->eyes == zoHPCDisplayTables::StereoMode::Eyes::Mono
+                                      ? QCoreApplication::translate("zoHPCDisplayGUII", "Mono")
+                                      : QCoreApplication::translate("zoHPCDisplayGUII", "Both"));
 }
 
 void zoHPCViewportPanel::enableCorners()
 {
-    const bool isCustom = zoHPCDisplayTables::isCustom(m_form.m_position->currentData().toString());
-    for (QDoubleSpinBox* field :
-         {m_form.m_viewportX1, m_form.m_viewportY1, m_form.m_viewportX2, m_form.m_viewportY2})
+    const bool isCustom = zoHPCDisplayTables::isCustom(m_ui.m_position->currentData().toString());
+    for (QDoubleSpinBox* field : {m_ui.m_viewportX1, m_ui.m_viewportY1, m_ui.m_viewportX2, m_ui.m_viewportY2})
         field->setEnabled(isCustom);
 }
 
 zoHPCViewportItem* zoHPCViewportPanel::currentViewport() const
 {
-    return dynamic_cast<zoHPCViewportItem*>(m_form.m_displayTree->currentItem());
+    return dynamic_cast<zoHPCViewportItem*>(m_ui.m_displayTree->currentItem());
 }

@@ -35,6 +35,6 @@ signals:
 private:
     zoHPCViewportItem* currentViewport() const;
 
-    const Ui_zoHPCDisplayGUII& m_form;
+    const Ui_zoHPCDisplayGUII& m_ui;
     const zoHPCDisplaySetup& m_setup;
 };

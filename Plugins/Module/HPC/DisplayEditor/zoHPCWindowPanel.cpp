@@ -1,6 +1,6 @@
 #include "zoHPCWindowPanel.h"
 
-#include "ui_zoHPCDisplayGUII.h"
+#include "ui_zoHPCDisplayForm.h"
 #include "zoHPCDisplayTables.h"
 #include "zoHPCPanelFields.h"
 #include "zoHPCWindowItem.h"
@@ -15,7 +15,7 @@
 
 zoHPCWindowPanel::zoHPCWindowPanel(const Ui_zoHPCDisplayGUII& form, QZODataWidgetMapper& mapper,
                                    QObject* parent)
-    : QObject(parent), m_form(form), m_nodeNames(new QStringListModel(this))
+    : QObject(parent), m_ui(form), m_nodeNames(new QStringListModel(this))
 {
     using W = zoHPCWindowItem;
     for (const zoHPCDisplayTables::ComboRow& row : zoHPCDisplayTables::Screens)
@@ -59,11 +59,11 @@ void zoHPCWindowPanel::setNodeNames(const QStringList& names)
     }
     m_nodes = QSet<QString>(entries.cbegin(), entries.cend());
     // Another choice is no change of the window that the panel shows.
-    const QSignalBlocker blocker(m_form.m_renderNode);
+    const QSignalBlocker blocker(m_ui.m_renderNode);
     m_nodeNames->setStringList(entries);
 }
 
 void zoHPCWindowPanel::showGeometry()
 {
-    m_form.m_geometryGroup->setHidden(m_form.m_fullScreen->isChecked());
+    m_ui.m_geometryGroup->setHidden(m_ui.m_fullScreen->isChecked());
 }

@@ -27,7 +27,7 @@ public:
     void showGeometry();
 
 private:
-    const Ui_zoHPCDisplayGUII& m_form;
+    const Ui_zoHPCDisplayGUII& m_ui;
     QStringListModel* m_nodeNames = nullptr;
     QSet<QString> m_nodes;
 };

@@ -5,21 +5,6 @@
 #include <algorithm>
 #include <cmath>
 
-namespace
-{
-Point3 pointFromItem(const zoHPCProjectionItem& item, int column)
-{
-    return {item.getDouble(column), item.getDouble(column + 1), item.getDouble(column + 2)};
-}
-
-void pointToItem(zoHPCProjectionItem& item, int column, const Point3& point)
-{
-    item.setDouble(column, point.x);
-    item.setDouble(column + 1, point.y);
-    item.setDouble(column + 2, point.z);
-}
-} // namespace
-
 zoHPCPlane::zoHPCPlane(const Point3& lowerLeftCorner, const Point3& lowerRightCorner,
                        const Point3& upperRightCorner)
     : lowerLeft(lowerLeftCorner), lowerRight(lowerRightCorner), upperRight(upperRightCorner)
@@ -31,19 +16,6 @@ zoHPCPlane zoHPCPlane::facing(double width, double height, double distance)
     const double x = width / 2;
     const double y = height / 2;
     return {{-x, -y, -distance}, {x, -y, -distance}, {x, y, -distance}};
-}
-
-zoHPCPlane zoHPCPlane::fromItem(const zoHPCProjectionItem& item)
-{
-    return {pointFromItem(item, zoHPCProjectionItem::X1), pointFromItem(item, zoHPCProjectionItem::X2),
-            pointFromItem(item, zoHPCProjectionItem::X3)};
-}
-
-void zoHPCPlane::toItem(zoHPCProjectionItem& item) const
-{
-    pointToItem(item, zoHPCProjectionItem::X1, lowerLeft);
-    pointToItem(item, zoHPCProjectionItem::X2, lowerRight);
-    pointToItem(item, zoHPCProjectionItem::X3, upperRight);
 }
 
 zoHPCPlane zoHPCPlane::part(double s1, double t1, double s2, double t2) const

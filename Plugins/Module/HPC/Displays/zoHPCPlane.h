@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Point3.h"
-#include "zoHPCProjectionItem.h"
 
 // A projection plane by three of its corners, in millimetres; the fourth completes the parallelogram.
 class zoHPCPlane final
@@ -12,9 +11,17 @@ public:
 
     // Upright, straight in front of the viewer and centred on the axis.
     static zoHPCPlane facing(double width, double height, double distance);
-    // Corners of a projection of type "plane".
-    static zoHPCPlane fromItem(const zoHPCProjectionItem& item);
-    void toItem(zoHPCProjectionItem& item) const;
+    // Corners of a zoHPCProjectionItem of type "plane".
+    template <class Item>
+    static zoHPCPlane fromItem(const Item& item)
+    {
+        return item.plane();
+    }
+    template <class Item>
+    void toItem(Item& item) const
+    {
+        item.setPlane(*this);
+    }
 
     Point3 upperLeft() const { return upperRight - lowerRight + lowerLeft; }
     Point3 center() const { return 0.5 * (lowerLeft + upperRight); }

@@ -1,7 +1,5 @@
 #include "zoHPCProjectionItem.h"
 
-#include "zoHPCPlane.h"
-
 #include <zoClusterTags.h>
 #include <zoIconManager.h>
 #include <zoLog.h>
@@ -109,6 +107,24 @@ zoHPCProjectionItem::~zoHPCProjectionItem() = default;
 QString zoHPCProjectionItem::projectionType() const
 {
     return getString(Type);
+}
+
+zoHPCPlane zoHPCProjectionItem::plane() const
+{
+    const auto point = [this](int column) {
+        return Point3{getDouble(column), getDouble(column + 1), getDouble(column + 2)};
+    };
+    return {point(X1), point(X2), point(X3)};
+}
+
+void zoHPCProjectionItem::setPlane(const zoHPCPlane& plane)
+{
+    int column = X1;
+    for (const Point3& corner : {plane.lowerLeft, plane.lowerRight, plane.upperRight}) {
+        setDouble(column++, corner.x);
+        setDouble(column++, corner.y);
+        setDouble(column++, corner.z);
+    }
 }
 
 void zoHPCProjectionItem::setName(const QString& name)
@@ -241,7 +257,7 @@ void zoHPCProjectionItem::addPlane(const QString& name, const Point3& lowerLeft,
                 upperLeft + (j * (grid.tileWidth - ox)) * u + (i * (grid.tileHeight - oy)) * v;
             const Point3 across = grid.tileWidth * u;
             const Point3 down = grid.tileHeight * v;
-            zoHPCPlane(origin + down, origin + across + down, origin + across).toItem(*plane);
+            plane->setPlane({origin + down, origin + across + down, origin + across});
             if (blending)
                 setBlendWidths(*plane, grid, i, j);
             planes.append(plane.release());

@@ -1,6 +1,6 @@
 #include "zoHPCProjectionType.h"
 
-#include "zoHPCProjectionItem.h"
+#include "zoHPCProjectionColumns.h"
 
 #include <QtGlobal>
 
@@ -9,7 +9,7 @@
 
 namespace
 {
-using P = zoHPCProjectionItem;
+using P = zoHPCProjectionColumns;
 using Kind = zoHPCProjectionType::Kind;
 
 zoHPCProjectionType wallRow()

@@ -37,7 +37,7 @@ struct zoHPCProjectionType final
     bool isInPixels;      // without a size in millimetres
     bool overlapIsLength; // as opposed to pixels, or to nothing
 
-    // Columns of zoHPCProjectionItem.
+    // Of zoHPCProjectionColumns.
     std::vector<int> columns; // that are saved
     std::vector<int> lengths; // that hold millimetres
     std::vector<int> sizes;   // of which an odd number below 0 turns a generated wall round

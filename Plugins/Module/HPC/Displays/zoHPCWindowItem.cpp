@@ -1,7 +1,5 @@
 #include "zoHPCWindowItem.h"
 
-#include "zoHPCViewportItem.h"
-
 #include <zoClusterTags.h>
 #include <zoIconManager.h>
 
@@ -43,42 +41,6 @@ void zoHPCWindowItem::update()
 {
     const QString node = renderNode();
     setLabel(tr("Window: %1").arg(node), !node.isEmpty());
-}
-
-QDomElement zoHPCWindowItem::toXML(QDomDocument& document, const QString& tagName) const
-{
-    // Not that of a display: a window holds viewports, no windows.
-    // NOLINTNEXTLINE(bugprone-parent-virtual-call)
-    QDomElement element = zoHPCTreeWidgetItem::toXML(document, tagName); // clazy:exclude=skipped-base-method
-    const QList<zoHPCViewportItem*> viewports = children<zoHPCViewportItem>();
-    for (const zoHPCViewportItem* viewport : viewports) {
-        if (viewport)
-            element.appendChild(viewport->toXML(document, zoClusterTags::Viewport));
-    }
-    return element;
-}
-
-void zoHPCWindowItem::fromXML(const QDomElement& element)
-{
-    fromElements(element, descendants(element, zoClusterTags::Viewport));
-}
-
-void zoHPCWindowItem::fromElements(const QDomElement& element, const QList<QDomElement>& viewports)
-{
-    // NOLINTNEXTLINE(bugprone-parent-virtual-call)
-    zoHPCTreeWidgetItem::fromXML(element); // clazy:exclude=skipped-base-method
-
-    QList<QTreeWidgetItem*> items;
-    items.reserve(viewports.size());
-    for (const QDomElement& viewportElement : viewports) {
-        auto viewport = std::make_unique<zoHPCViewportItem>();
-        // Only its own attributes: a viewport inside a viewport is in the list already, and reading it for
-        // both would double the rows with each level and with each save.
-        viewport->zoHPCTreeWidgetItem::fromXML(viewportElement);
-        items.append(viewport.release());
-    }
-    addChildren(items);
-    update();
 }
 
 const zoHPCTreeWidgetItem::ColumnMap& zoHPCWindowItem::getColumns() const
