@@ -178,6 +178,7 @@ void zoHPCDisplayGUII::loadFromXML(const QDomDocument& document)
         m_setup->loadFromXML(document);
         m_trees->expandOutputs();
     }
+    m_displayMapper->refresh();
     bindProjection();
     bindOutput();
     emit displayChanged();

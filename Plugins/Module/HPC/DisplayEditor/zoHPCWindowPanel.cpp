@@ -3,15 +3,17 @@
 #include "ui_zoHPCDisplayForm.h"
 #include "zoHPCDisplayTables.h"
 #include "zoHPCPanelFields.h"
+#include "zoHPCUniqueNames.h"
 #include "zoHPCWindowItem.h"
-#include "zoText.h"
 
 #include <QZODataWidgetMapper.h>
 
 #include <QCoreApplication>
-#include <QHash>
 #include <QSignalBlocker>
 #include <QStringListModel>
+
+#include <utility>
+#include <vector>
 
 zoHPCWindowPanel::zoHPCWindowPanel(const Ui_zoHPCDisplayGUII& form, QZODataWidgetMapper& mapper,
                                    QObject* parent)
@@ -36,27 +38,15 @@ zoHPCWindowPanel::~zoHPCWindowPanel() = default;
 
 void zoHPCWindowPanel::setNodeNames(const QStringList& names)
 {
-    struct Seen
-    {
-        int count;
-        int first; // place of the first entry
-    };
-    QHash<QString, Seen> seen;
-    seen.reserve(names.size());
+    std::vector<const QString*> hostNames;
+    hostNames.reserve(std::size_t(names.size()));
+    for (const QString& name : names)
+        hostNames.push_back(&name);
+    const zoHPCUniqueNames unique(std::move(hostNames));
     QStringList entries;
     entries.reserve(names.size());
-    for (const QString& name : names) {
-        const auto it = seen.find(name);
-        if (it == seen.end()) {
-            seen.insert(name, {1, entries.size()});
-            entries.append(name);
-            continue;
-        }
-        ++it->count;
-        if (it->count == 2)
-            entries[it->first] = zoText("%1 1").arg(name);
-        entries.append(zoText("%1 %2").arg(name, QString::number(it->count)));
-    }
+    for (std::size_t i = 0; i < unique.count(); ++i)
+        entries.append(unique.name(i));
     m_nodes = QSet<QString>(entries.cbegin(), entries.cend());
     // Another choice is no change of the window that the panel shows.
     const QSignalBlocker blocker(m_ui.m_renderNode);

@@ -18,8 +18,7 @@ public:
     zoHPCWindowPanel(const Ui_zoHPCDisplayGUII& form, QZODataWidgetMapper& mapper, QObject* parent = nullptr);
     ~zoHPCWindowPanel() override;
 
-    // The choice of nodes, equal names told apart by a number. The node of the window that the panel shows
-    // stays.
+    // The choice of nodes, equal names told apart by a number. The node of the window that is shown stays.
     void setNodeNames(const QStringList& names);
     // Whether a window can mean that node.
     bool isNode(const QString& name) const { return m_nodes.contains(name); }

@@ -40,8 +40,7 @@ public:
     bool isDegenerate() const;
     // By how much the corner at the lower right differs from a right angle, in degrees.
     double skew() const;
-    // On which side of the plane the point lies, in millimetres: positive where the picture reads the right
-    // way round.
+    // On which side of the plane the point lies, in millimetres: positive where the picture reads the right way round.
     double distanceInFront(const Point3& point) const { return dot(normal(), point - center()); }
     // Whether it shows that point its back, where the picture reads mirrored. A point in or near the plane
     // (a tenth of its size) counts as in front: a floor may lie a little above the origin of the tracking.

@@ -14,6 +14,9 @@ public:
     // error and generates none.
     static constexpr int MaximumTiles = 100000;
 
+    // Not that of QTreeWidgetItem.
+    using zoHPCProjectionColumns::Type;
+
     // A type that zoHPCProjectionType does not know generates nothing.
     zoHPCProjectionItem(const QString& name, const QString& type);
     zoHPCProjectionItem(const QString& name, zoHPCProjectionType::Kind kind);

@@ -28,8 +28,7 @@ public:
     // Derives from the columns what follows from them: texts, colours, icons, computed children.
     virtual void update() = 0;
 
-    // A new element, not attached to a parent, with an attribute for each column of the map that was ever
-    // set.
+    // A new element, not attached to a parent, with an attribute for each column of the map that was ever set.
     virtual QDomElement toXML(QDomDocument& document, const QString& tagName) const;
 
     // Reads the attributes of all columns of the map as texts, then calls update(). A column whose attribute
@@ -64,8 +63,7 @@ public:
         return result;
     }
 
-    // All descendants of the kind in depth-first order. Rows that are no display items are skipped with all
-    // below.
+    // All descendants of the kind in depth-first order. Other rows than display items are skipped with all below.
     template <class T>
     QList<T*> subChildren() const
     {

@@ -1,5 +1,6 @@
 #include "zoHPCLegacyDisplayWriter.h"
 
+#include "zoHPCProjectionType.h"
 #include "zoText.h"
 
 #include <zoClusterTags.h>
@@ -22,7 +23,7 @@ void zoHPCLegacyDisplayWriter::addWall(const QString& name, int tileWidth, int t
 {
     QDomElement projection = m_document.createElement(zoClusterTags::Projection);
     projection.setAttribute(zoText("name"), name);
-    projection.setAttribute(zoText("type"), zoText("wall"));
+    projection.setAttribute(zoText("type"), zoHPCProjectionType::word(zoHPCProjectionType::Kind::Wall));
     projection.setAttribute(zoText("tilewidth"), tileWidth);
     projection.setAttribute(zoText("tileheight"), tileHeight);
     projection.setAttribute(zoText("offsetx"), offsetX);
@@ -40,7 +41,7 @@ void zoHPCLegacyDisplayWriter::addPlane(const QString& name, const std::array<Po
 {
     QDomElement projection = m_document.createElement(zoClusterTags::Projection);
     projection.setAttribute(zoText("name"), name);
-    projection.setAttribute(zoText("type"), zoText("plane"));
+    projection.setAttribute(zoText("type"), zoHPCProjectionType::word(zoHPCProjectionType::Kind::Plane));
     for (std::size_t i = 0; i < points.size(); ++i) {
         const QString number = QString::number(i + 1);
         projection.setAttribute(QLatin1Char('x') + number, points[i][0]);
