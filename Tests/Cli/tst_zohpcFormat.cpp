@@ -249,6 +249,9 @@ void tst_zohpcFormat::everyLossIsTold_data()
     QTest::newRow("reference")
         << inDisplay("<window><viewport projection='P'/>\n<viewport projection='Q'/></window>")
         << QByteArray("-:3:11: there is no projection \"Q\": the reference is left out\n");
+    QTest::newRow("attribute-given-twice")
+        << QByteArray("<cluster version='1'>\n<master a='1' a='2'/><!-- b --></cluster>")
+        << QByteArray("-:2:1: what of the text from here on is left out cannot be told\n");
     QTest::newRow("after-a-nul") << QByteArray("<cluster version='1'/>\0 more", 28)
                                  << QByteArray("-:1:23: everything from the NUL character on is left out\n");
 }

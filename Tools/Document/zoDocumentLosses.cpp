@@ -105,6 +105,9 @@ int beginOf(const QXmlStreamReader& reader, const QString& text, int from)
         return find(QStringLiteral("<!--"));
     case QXmlStreamReader::ProcessingInstruction:
         return find(QStringLiteral("<?"));
+    case QXmlStreamReader::Invalid:
+        from = qMin(from, text.size());
+        return from > 0 && text.at(from - 1) == QLatin1Char('<') ? from - 1 : from;
     default:
         while (from < text.size() && text.at(from).isSpace())
             ++from;
@@ -149,6 +152,10 @@ QVector<Part> partsOf(const QString& text)
         case QXmlStreamReader::ProcessingInstruction:
             parts.append(Part{type, offset, {}, {}, {}});
             break;
+        case QXmlStreamReader::
+            Invalid: // to this reader; others let more pass, such as attributes given twice
+            parts.append(Part{type, offset, {}, {}, {}});
+            break;
         default:
             break;
         }
@@ -173,6 +180,8 @@ public:
             add(part.offset, tr("the processing instruction is left out"));
         else if (part.type == QXmlStreamReader::Characters)
             add(part.offset, tr("the text is left out"));
+        else if (part.type == QXmlStreamReader::Invalid)
+            add(part.offset, tr("what of the text from here on is left out cannot be told"));
     }
 
     QVector<zoDocumentLosses::Loss> take()
