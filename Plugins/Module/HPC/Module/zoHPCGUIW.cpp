@@ -220,8 +220,7 @@ void zoHPCGUIW::followChanges()
     // The timer as context: it goes before the trees do.
     connect(m_tree, &zoHPCTreeGUIW::changed, &m_statusTimer, [this] { refreshStatusLater(); });
     connect(m_editor, &zoHPCTreeEditGUIW::changed, &m_statusTimer, [this] { refreshStatusLater(); });
-    connect(&m_displayEditor->review(), &zoHPCReview::changed, &m_statusTimer,
-            [this] { refreshStatusLater(); });
+    connect(m_displayEditor, &zoHPCDisplayGUII::changed, &m_statusTimer, [this] { refreshStatusLater(); });
 }
 
 zoHPCTreeGUIW* zoHPCGUIW::getTree() const
