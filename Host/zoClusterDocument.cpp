@@ -32,6 +32,9 @@ QString reasonOf(zoClusterXml::Outcome outcome, const zoClusterXml::Refusal& ref
     case zoClusterXml::Outcome::TooDeep:
         return QCoreApplication::translate("zoClusterDocument", "more than %1 elements are nested")
             .arg(zoClusterLimits::MaximumDepth);
+    case zoClusterXml::Outcome::TooManyAttributes:
+        return QCoreApplication::translate("zoClusterDocument", "an element has more than %1 attributes")
+            .arg(zoClusterLimits::MaximumAttributes);
     case zoClusterXml::Outcome::TooManyEntities:
         return QCoreApplication::translate("zoClusterDocument", "the document type declares too much");
     default:

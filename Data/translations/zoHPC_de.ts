@@ -834,6 +834,10 @@ auch wenn die Server dann instabil sein können?</translation>
         <translation>Clusterkonfiguration, Zeile %1, Spalte %2: %3</translation>
     </message>
     <message>
+        <source>an element has more than %1 attributes</source>
+        <translation>ein Element hat mehr als %1 Attribute</translation>
+    </message>
+    <message>
         <source>the document type declares too much</source>
         <translation>der Dokumenttyp vereinbart zu viel</translation>
     </message>

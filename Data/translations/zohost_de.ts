@@ -12,6 +12,10 @@
         <translation>mehr als %1 Elemente sind verschachtelt</translation>
     </message>
     <message>
+        <source>an element has more than %1 attributes</source>
+        <translation>ein Element hat mehr als %1 Attribute</translation>
+    </message>
+    <message>
         <source>the document type declares too much</source>
         <translation>der Dokumenttyp vereinbart zu viel</translation>
     </message>

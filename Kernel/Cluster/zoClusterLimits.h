@@ -19,6 +19,9 @@ constexpr int MaximumDepth = 10240;
 // Networks inside each other: a network and its host are a level each.
 constexpr int MaximumNetworkDepth = (MaximumDepth - 1) / 2;
 
+// Attributes of one element, ten times those that there are. The toolkit counts through them for each one.
+constexpr int MaximumAttributes = 1000;
+
 // The levels of all rows of the tree together: text forms are indented by the level, so that many rows deep
 // down would be little but blanks.
 constexpr qint64 MaximumLevels = 100 * 1000 * 1000;

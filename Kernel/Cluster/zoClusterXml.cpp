@@ -8,173 +8,164 @@
 
 #include <algorithm>
 
-QT_WARNING_PUSH
-QT_WARNING_DISABLE_DEPRECATED // what setContent() itself reads with
+// What setContent() itself reads with is deprecated.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
 
-    namespace
+namespace
 {
-    // A document type is nothing that configurations need. The parser's time grows with the square of its
-    // declarations, and their values stand wherever a reference does.
-    constexpr int MaximumDeclarations = 256;
-    constexpr int MaximumEntityLength = 4096;
-    constexpr int MaximumReferences = 1000;
-    constexpr int MaximumBrackets = 10000;
+// A document type is nothing that configurations need. The parser's time grows with the square of its
+// declarations, and their values stand wherever a reference does.
+constexpr int s_maximumDeclarations = 256;
+constexpr int s_maximumEntityLength = 4096;
+constexpr int s_maximumReferences = 1000;
+constexpr int s_maximumBrackets = 10000;
 
-    // The parser's handler of a document, with an eye on what it is told.
-    class Guard final : public QXmlContentHandler, public QXmlDeclHandler
+// The parser's handler of a document, with an eye on what it is told.
+class Guard final : public QXmlContentHandler, public QXmlDeclHandler
+{
+public:
+    void setContent(QXmlContentHandler* handler) { m_content = handler; }
+    zoClusterXml::Outcome outcome() const { return m_outcome; }
+
+    void setDocumentLocator(QXmlLocator* locator) override { m_content->setDocumentLocator(locator); }
+    bool startDocument() override { return m_content->startDocument(); }
+    bool endDocument() override { return m_content->endDocument(); }
+    bool startPrefixMapping(const QString& prefix, const QString& uri) override
     {
-    public:
-        void setContent(QXmlContentHandler* handler) { m_content = handler; }
-        zoClusterXml::Outcome outcome() const { return m_outcome; }
-
-        void setDocumentLocator(QXmlLocator* locator) override { m_content->setDocumentLocator(locator); }
-        bool startDocument() override { return m_content->startDocument(); }
-        bool endDocument() override { return m_content->endDocument(); }
-        bool startPrefixMapping(const QString& prefix, const QString& uri) override
-        {
-            return m_content->startPrefixMapping(prefix, uri);
-        }
-        bool endPrefixMapping(const QString& prefix) override { return m_content->endPrefixMapping(prefix); }
-        bool startElement(const QString& uri, const QString& localName, const QString& name,
-                          const QXmlAttributes& attributes) override
-        {
-            m_levels += ++m_depth;
-            if (m_depth > zoClusterLimits::MaximumDepth || m_levels > zoClusterLimits::MaximumLevels)
-                return refuse(zoClusterXml::Outcome::TooDeep);
-            return m_content->startElement(uri, localName, name, attributes);
-        }
-        bool endElement(const QString& uri, const QString& localName, const QString& name) override
-        {
-            --m_depth;
-            return m_content->endElement(uri, localName, name);
-        }
-        bool characters(const QString& text) override { return m_content->characters(text); }
-        bool ignorableWhitespace(const QString& text) override
-        {
-            return m_content->ignorableWhitespace(text);
-        }
-        bool processingInstruction(const QString& target, const QString& data) override
-        {
-            return m_content->processingInstruction(target, data);
-        }
-        // A reference to nothing stands for nothing.
-        bool skippedEntity(const QString&) override { return true; }
-
-        bool attributeDecl(const QString&, const QString&, const QString&, const QString&,
-                           const QString&) override
-        {
-            return declare(0);
-        }
-        bool internalEntityDecl(const QString&, const QString& value) override
-        {
-            return declare(value.size());
-        }
-        bool externalEntityDecl(const QString&, const QString&, const QString&) override
-        {
-            return declare(0);
-        }
-
-        QString errorString() const override { return QStringLiteral("refused"); }
-
-    private:
-        bool declare(int length)
-        {
-            if (++m_declarations > MaximumDeclarations || length > MaximumEntityLength)
-                return refuse(zoClusterXml::Outcome::TooManyEntities);
-            return true;
-        }
-        bool refuse(zoClusterXml::Outcome outcome)
-        {
-            m_outcome = outcome;
-            return false;
-        }
-
-        QXmlContentHandler* m_content = nullptr; // of the document that is being read
-        zoClusterXml::Outcome m_outcome = zoClusterXml::Outcome::Malformed;
-        int m_depth = 0;
-        qint64 m_levels = 0; // of all elements
-        int m_declarations = 0;
-    };
-
-    // The reader of setContent(), with the guard before the document.
-    class Reader final : public QXmlSimpleReader
-    {
-    public:
-        Reader()
-        {
-            setFeature(QStringLiteral("http://xml.org/sax/features/namespaces"), false);
-            setFeature(QStringLiteral("http://xml.org/sax/features/namespace-prefixes"), true);
-            setFeature(QStringLiteral("http://trolltech.com/xml/features/report-whitespace-only-CharData"),
-                       false);
-        }
-        void setContentHandler(QXmlContentHandler* handler) override
-        {
-            m_guard.setContent(handler);
-            QXmlSimpleReader::setContentHandler(&m_guard);
-        }
-        void setDeclHandler(QXmlDeclHandler*) override { QXmlSimpleReader::setDeclHandler(&m_guard); }
-        zoClusterXml::Outcome outcome() const { return m_guard.outcome(); }
-
-    private:
-        Guard m_guard;
-    };
-
-    // What costs much before the guard hears of it.
-    bool hasTooManyEntities(const QString& text)
-    {
-        if (!text.contains(QLatin1String("<!DOCTYPE")))
-            return false;
-        // The parser recurses over the brackets of an element's declaration, and a parameter entity may hold many.
-        const int brackets = text.count(QLatin1Char('('));
-        const int parameters = text.count(QLatin1Char('%'));
-        if (text.contains(QLatin1String("<!ELEMENT")) &&
-            (brackets > MaximumBrackets || parameters > MaximumBrackets / MaximumEntityLength))
-            return true;
-        if (!text.contains(QLatin1String("<!ENTITY")))
-            return false;
-        int references = 0;
-        const QStringView all(text);
-        for (int i = text.indexOf(QLatin1Char('&')); i >= 0; i = text.indexOf(QLatin1Char('&'), i + 1)) {
-            const QStringView name = all.mid(i + 1, 5);
-            const bool isPredefined =
-                name.startsWith(QLatin1Char('#')) || name.startsWith(QLatin1String("lt;")) ||
-                name.startsWith(QLatin1String("gt;")) || name.startsWith(QLatin1String("amp;")) ||
-                name.startsWith(QLatin1String("apos;")) || name.startsWith(QLatin1String("quot;"));
-            references += isPredefined ? 0 : 1;
-        }
-        return references > MaximumReferences;
+        return m_content->startPrefixMapping(prefix, uri);
     }
-
-    // A stricter reader, which says better what is wrong, and where. It compares each attribute of an element with
-    // all others.
-    bool explain(const QString& text, zoClusterXml::Refusal& refusal)
+    bool endPrefixMapping(const QString& prefix) override { return m_content->endPrefixMapping(prefix); }
+    bool startElement(const QString& uri, const QString& localName, const QString& name,
+                      const QXmlAttributes& attributes) override
     {
-        constexpr int ManyAttributes = 1000;
-        if (text.contains(QLatin1String("<!DOCTYPE")))
-            return false;
-        int signs = 0;
-        for (const QChar c : text) {
-            if (c == QLatin1Char('<'))
-                signs = 0;
-            else if (c == QLatin1Char('=') && ++signs > ManyAttributes)
-                return false;
-        }
-        QXmlStreamReader reader(text);
-        reader.setNamespaceProcessing(false); // a colon in a name is just a character: no prefix is declared
-        int depth = 0;
-        while (!reader.atEnd() && depth <= zoClusterLimits::MaximumDepth) {
-            const QXmlStreamReader::TokenType token = reader.readNext();
-            depth += token == QXmlStreamReader::StartElement ? 1
-                     : token == QXmlStreamReader::EndElement ? -1
-                                                             : 0;
-        }
-        if (!reader.hasError())
-            return false;
-        refusal.line = int(reader.lineNumber());
-        refusal.column = int(reader.columnNumber()) + 1;
-        refusal.reason = reader.errorString();
+        m_levels += ++m_depth;
+        if (m_depth > zoClusterLimits::MaximumDepth || m_levels > zoClusterLimits::MaximumLevels)
+            return refuse(zoClusterXml::Outcome::TooDeep);
+        if (attributes.count() > zoClusterLimits::MaximumAttributes)
+            return refuse(zoClusterXml::Outcome::TooManyAttributes);
+        return m_content->startElement(uri, localName, name, attributes);
+    }
+    bool endElement(const QString& uri, const QString& localName, const QString& name) override
+    {
+        --m_depth;
+        return m_content->endElement(uri, localName, name);
+    }
+    bool characters(const QString& text) override { return m_content->characters(text); }
+    bool ignorableWhitespace(const QString& text) override { return m_content->ignorableWhitespace(text); }
+    bool processingInstruction(const QString& target, const QString& data) override
+    {
+        return m_content->processingInstruction(target, data);
+    }
+    // A reference to nothing stands for nothing.
+    bool skippedEntity(const QString&) override { return true; }
+
+    bool attributeDecl(const QString&, const QString&, const QString&, const QString&,
+                       const QString&) override
+    {
+        return declare(0);
+    }
+    bool internalEntityDecl(const QString&, const QString& value) override { return declare(value.size()); }
+    bool externalEntityDecl(const QString&, const QString&, const QString&) override { return declare(0); }
+
+    QString errorString() const override { return QStringLiteral("refused"); }
+
+private:
+    bool declare(int length)
+    {
+        if (++m_declarations > s_maximumDeclarations || length > s_maximumEntityLength)
+            return refuse(zoClusterXml::Outcome::TooManyEntities);
         return true;
     }
+    bool refuse(zoClusterXml::Outcome outcome)
+    {
+        m_outcome = outcome;
+        return false;
+    }
+
+    QXmlContentHandler* m_content = nullptr; // of the document that is being read
+    zoClusterXml::Outcome m_outcome = zoClusterXml::Outcome::Malformed;
+    int m_depth = 0;
+    qint64 m_levels = 0; // of all elements
+    int m_declarations = 0;
+};
+
+// The reader of setContent(), with the guard before the document.
+class Reader final : public QXmlSimpleReader
+{
+public:
+    Reader()
+    {
+        setFeature(QStringLiteral("http://xml.org/sax/features/namespaces"), false);
+        setFeature(QStringLiteral("http://xml.org/sax/features/namespace-prefixes"), true);
+        setFeature(QStringLiteral("http://trolltech.com/xml/features/report-whitespace-only-CharData"),
+                   false);
+    }
+    void setContentHandler(QXmlContentHandler* handler) override
+    {
+        m_guard.setContent(handler);
+        QXmlSimpleReader::setContentHandler(&m_guard);
+    }
+    void setDeclHandler(QXmlDeclHandler*) override { QXmlSimpleReader::setDeclHandler(&m_guard); }
+    zoClusterXml::Outcome outcome() const { return m_guard.outcome(); }
+
+private:
+    Guard m_guard;
+};
+
+// What costs much before the guard hears of it.
+bool hasTooManyEntities(const QString& text)
+{
+    if (!text.contains(QLatin1String("<!DOCTYPE")))
+        return false;
+    // The parser recurses over the brackets of an element's declaration, and a parameter entity may hold many.
+    const int brackets = text.count(QLatin1Char('('));
+    const int parameters = text.count(QLatin1Char('%'));
+    if (text.contains(QLatin1String("<!ELEMENT")) &&
+        (brackets > s_maximumBrackets || parameters > s_maximumBrackets / s_maximumEntityLength))
+        return true;
+    if (!text.contains(QLatin1String("<!ENTITY")))
+        return false;
+    int references = 0;
+    const QStringView all(text);
+    for (int i = text.indexOf(QLatin1Char('&')); i >= 0; i = text.indexOf(QLatin1Char('&'), i + 1)) {
+        const QStringView name = all.mid(i + 1, 5);
+        const bool isPredefined =
+            name.startsWith(QLatin1Char('#')) || name.startsWith(QLatin1String("lt;")) ||
+            name.startsWith(QLatin1String("gt;")) || name.startsWith(QLatin1String("amp;")) ||
+            name.startsWith(QLatin1String("apos;")) || name.startsWith(QLatin1String("quot;"));
+        references += isPredefined ? 0 : 1;
+    }
+    return references > s_maximumReferences;
+}
+
+// A stricter reader, which says better what is wrong, and where. It compares each attribute of an element with
+// all others.
+bool explain(const QString& text, zoClusterXml::Refusal& refusal)
+{
+    if (text.contains(QLatin1String("<!DOCTYPE")))
+        return false;
+    int signs = 0;
+    for (const QChar c : text) {
+        if (c == QLatin1Char('<'))
+            signs = 0;
+        else if (c == QLatin1Char('=') && ++signs > zoClusterLimits::MaximumAttributes)
+            return false;
+    }
+    QXmlStreamReader reader(text);
+    reader.setNamespaceProcessing(false); // a colon in a name is just a character: no prefix is declared
+    int depth = 0;
+    while (!reader.atEnd() && depth <= zoClusterLimits::MaximumDepth) {
+        const QXmlStreamReader::TokenType token = reader.readNext();
+        depth += token == QXmlStreamReader::StartElement ? 1 : token == QXmlStreamReader::EndElement ? -1 : 0;
+    }
+    if (!reader.hasError())
+        return false;
+    refusal.line = int(reader.lineNumber());
+    refusal.column = int(reader.columnNumber()) + 1;
+    refusal.reason = reader.errorString();
+    return true;
+}
 } // namespace
 
 zoClusterXml::Outcome zoClusterXml::read(const QString& text, QDomDocument& document, Refusal& refusal)
@@ -199,4 +190,4 @@ zoClusterXml::Outcome zoClusterXml::read(const QString& text, QDomDocument& docu
     return reader.outcome();
 }
 
-QT_WARNING_POP
+#pragma GCC diagnostic pop

@@ -14,7 +14,8 @@ namespace zoClusterXml
 enum class Outcome {
     Read,
     Malformed,
-    TooDeep,        // more elements inside each other than zoClusterLimits allows
+    TooDeep, // more elements inside each other than zoClusterLimits allows
+    TooManyAttributes,
     TooManyEntities // declarations of a document type, or what they would expand to
 };
 

@@ -185,6 +185,8 @@ bool zoHPCDocumentText::parse(const QString& text, QDomDocument& document, Refus
     refusal = {found.line, found.column, found.reason};
     if (outcome == zoClusterXml::Outcome::TooDeep)
         refusal.reason = tr("more than %1 elements are nested").arg(maximumDepth());
+    else if (outcome == zoClusterXml::Outcome::TooManyAttributes)
+        refusal.reason = tr("an element has more than %1 attributes").arg(zoClusterLimits::MaximumAttributes);
     else if (outcome == zoClusterXml::Outcome::TooManyEntities)
         refusal.reason = tr("the document type declares too much");
     return outcome == zoClusterXml::Outcome::Read;

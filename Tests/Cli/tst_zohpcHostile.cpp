@@ -1,0 +1,132 @@
+#include "zoCommandRun.h"
+#include "zoTestCase.h"
+
+#include <QApplication>
+#include <QProcess>
+#include <QTest>
+
+#include <functional>
+
+namespace
+{
+constexpr int s_size = 1024 * 1024;
+
+// The text as often as it fits into a mebibyte.
+QByteArray filled(const QByteArray& text)
+{
+    return text.repeated(s_size / text.size());
+}
+
+// One after the other, numbered, up to a mebibyte.
+QByteArray numbered(const std::function<QByteArray(const QByteArray&)>& part)
+{
+    QByteArray text;
+    for (int i = 0; text.size() < s_size; ++i)
+        text += part(QByteArray::number(i));
+    return text;
+}
+
+QByteArray document(const QByteArray& nodes, const QByteArray& displays = QByteArray())
+{
+    return "<cluster version=\"1\"><master><network>" + nodes + "</network></master>" + displays +
+           "</cluster>";
+}
+} // namespace
+
+// A mebibyte of anything ends by itself, within a gibibyte of memory. The time limit here is that of the test
+// run: what grows with the square of its input takes minutes.
+class tst_zohpcHostile final : public zoTestCase
+{
+    Q_OBJECT
+
+private slots:
+    void commandEnds_data();
+    void commandEnds();
+};
+
+void tst_zohpcHostile::commandEnds_data()
+{
+    QTest::addColumn<QStringList>("command");
+    QTest::addColumn<QByteArray>("input");
+
+    const QStringList expand{"hosts", "expand"};
+    const QStringList fold{"hosts", "fold"};
+    const QStringList brackets{"hosts", "fold", "-b", "--names"};
+    const QStringList tree{"hosts", "tree", "--json"};
+    QTest::newRow("words-that-are-no-names") << expand << filled("_ ");
+    QTest::newRow("ranges-from-brackets-that-fill-nothing") << expand << filled("n[1-2] - m1 ");
+    QTest::newRow("blocks-that-are-no-ranges") << expand << filled("n[1x] ");
+    QTest::newRow("brackets-that-open") << expand << filled("[");
+    QTest::newRow("moved-networks-inside-each-other") << expand << filled("h[forwards=");
+    QTest::newRow("ranges") << expand << numbered([](const QByteArray& i) {
+        return 'n' + i + "x0 - n" + i + "x9999\n";
+    });
+    QTest::newRow("largest-bracket") << tree << QByteArray("n[1-1000000]");
+    QTest::newRow("grid-of-brackets") << brackets << QByteArray("n[1-1000]m[1-1000]");
+    QTest::newRow("long-name-of-many") << fold << QByteArray(s_size, 'n') + "[1-1000000]";
+    QTest::newRow("one-name-of-many-numbers") << brackets << filled("a1");
+    QTest::newRow("names-of-many-numbers") << brackets << numbered([](const QByteArray& i) {
+        return QByteArray("a1").repeated(13) + 'b' + i + 'c' + i + '0' + ' ';
+    });
+    QTest::newRow("braces") << tree << filled("{}");
+    QTest::newRow("deep-braces") << tree << QByteArray("{a").repeated(5000) + QByteArray(" a").repeated(2000);
+    QTest::newRow("gateways") << fold << filled("gw{a}");
+    QTest::newRow("option-block") << expand << "h[" + filled("rt=1,");
+
+    for (const char* name : {"check", "format", "draw", "diff"}) {
+        const QStringList command = qstrcmp(name, "diff") == 0   ? QStringList{"diff", "-", "/dev/null"}
+                                    : qstrcmp(name, "draw") == 0 ? QStringList{"draw", "-", "-o", "-"}
+                                                                 : QStringList{name, "-"};
+        const auto row = [&](const char* input, const QByteArray& text) {
+            QTest::newRow((QByteArray(name) + '-' + input).constData()) << command << text;
+        };
+        row("attributes",
+            document("<node" + numbered([](const QByteArray& i) { return " a" + i + "=''"; }) + "/>"));
+        row("attributes-unclosed", "<a" + numbered([](const QByteArray& i) { return " a" + i + "=''"; }));
+        row("nodes-of-one-name", document(filled("<node/>")));
+        row("deep", document(QByteArray("<node><network>").repeated(5000)));
+        row("deep-and-closed", document(QByteArray("<node><network>").repeated(5000) +
+                                        QByteArray("</network></node>").repeated(5000)));
+        row("declarations", "<!DOCTYPE a [" + numbered([](const QByteArray& i) {
+                                return "<!ENTITY e" + i + " \"x\">";
+                            }) + "]><a/>");
+        row("references",
+            "<!DOCTYPE a [<!ENTITY e \"" + QByteArray(4096, 'x') + "\">]><a>" + filled("&e;") + "</a>");
+        row("declared-attributes", "<!DOCTYPE a [" + numbered([](const QByteArray& i) {
+                                       return "<!ATTLIST a b" + i + " CDATA \"x\">";
+                                   }) + "]><a/>");
+        row("text", "<a>" + QByteArray(s_size, 'x') + "</a>");
+        row("planes-at-one-place",
+            document(QByteArray(),
+                     filled("<projection type='plane' edgeblending='true' leftedge='1' x2='9'/>")));
+        row("planes-far-away",
+            document(QByteArray(),
+                     filled("<projection type='plane' edgeblending='true' leftedge='1' x1='-1e20' "
+                            "x2='1e20' x3='1e20' y3='1e20'/>")));
+        row("windows-at-one-place",
+            document("<node name='a'/>", "<display>" +
+                                             filled("<window node='a'><viewport projection='P'/></window>") +
+                                             "</display>"));
+    }
+}
+
+void tst_zohpcHostile::commandEnds()
+{
+    QFETCH(QStringList, command);
+    QFETCH(QByteArray, input);
+#ifdef __SANITIZE_ADDRESS__
+    QSKIP("the sanitizer takes more address space than the limit leaves");
+#endif
+
+    const zoCommandRun run = zoCommandRun::program(
+        QStringLiteral("/bin/sh"),
+        QStringList{"-c", "ulimit -v 1048576 && exec \"$0\" \"$@\"", QStringLiteral(ZO_ZOHPC)} + command,
+        input, QProcess::systemEnvironment() << QStringLiteral("LC_ALL=C.UTF-8"));
+
+    // Fine, with problems, or refused; not killed, and not out of memory.
+    QVERIFY2(run.exitCode >= 0 && run.exitCode <= 2, run.errors.right(500).constData());
+    QVERIFY(!run.errors.contains("bad_alloc"));
+}
+
+ZO_TEST_MAIN(tst_zohpcHostile)
+#include "tst_zohpcHostile.moc"
