@@ -17,6 +17,7 @@
 #include <QDoubleSpinBox>
 #include <QGroupBox>
 #include <QGuiApplication>
+#include <QItemSelectionModel>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -151,6 +152,7 @@ private slots:
     void nodeChoicesAreToldApart();
     void newNodeChoicesKeepTheWindowsNode();
     void clickedSurfaceIsAssigned();
+    void shownSurfacesLeaveNoSelectionBehind();
     void assignedSurfaceIsHighlighted();
     void cameraChoicesFollowTheHost();
     void cameraThatIsGoneStays();
@@ -641,6 +643,23 @@ void tst_zoHPCDisplayGUIIPanels::clickedSurfaceIsAssigned()
     QCOMPARE(field<QLabel>("m_planeName")->text(), text("P"));
     projection(1)->setName(text("Q"));
     QCOMPARE(viewportProjections().first(), text("Q"));
+}
+
+void tst_zoHPCDisplayGUIIPanels::shownSurfacesLeaveNoSelectionBehind()
+{
+    load(SMALL_SETUP);
+    auto* planes = field<QTreeView>("m_planeView");
+    const auto lookAtAViewportAndAway = [this] {
+        displayTree()->setCurrentItem(display(0)->child(0)->child(0));
+        displayTree()->setCurrentItem(display(0));
+    };
+    lookAtAViewportAndAway();
+    const int before = planes->findChildren<QItemSelectionModel*>().size();
+
+    for (int i = 0; i < 5; ++i)
+        lookAtAViewportAndAway();
+
+    QCOMPARE(planes->findChildren<QItemSelectionModel*>().size(), before);
 }
 
 void tst_zoHPCDisplayGUIIPanels::assignedSurfaceIsHighlighted()

@@ -11,6 +11,9 @@
 #include <QZODataWidgetMapper.h>
 
 #include <QCoreApplication>
+#include <QHeaderView>
+#include <QItemSelectionModel>
+#include <QTreeView>
 
 zoHPCViewportPanel::zoHPCViewportPanel(const Ui_zoHPCDisplayGUII& form, QZODataWidgetMapper& mapper,
                                        const zoHPCDisplaySetup& setup, QObject* parent)
@@ -51,6 +54,12 @@ void zoHPCViewportPanel::setIsShown(bool isShown)
     if (isShown == (view->model() != nullptr))
         return;
     view->setModel(isShown ? m_ui.m_projectionTree->model() : nullptr);
+    // View and header each make a selection for each model and keep those that they no longer use.
+    const auto selections = view->findChildren<QItemSelectionModel*>();
+    for (const QItemSelectionModel* selection : selections) {
+        if (selection != view->selectionModel() && selection != view->header()->selectionModel())
+            delete selection;
+    }
     if (isShown)
         zoHPCTreeRows::showFirstColumnOnly(view);
 }
