@@ -11,6 +11,16 @@ zoHostsTree::zoHostsTree()
     m_items.emplace_back();
 }
 
+namespace
+{
+bool isRenderNode(QStringView token)
+{
+    QString option;
+    return !token.contains(QLatin1Char('[')) || !zoHPCHostsText::renderOption(token, option) ||
+           (option != QLatin1String("0") && option.toLower() != QLatin1String("false"));
+}
+} // namespace
+
 zoHostsTree::Outcome zoHostsTree::readHostsText(const QString& text)
 {
     int network = -1;
@@ -30,9 +40,7 @@ zoHostsTree::Outcome zoHostsTree::readHostsText(const QString& text)
                 m_endOffset = reader.offset();
                 return Outcome::TooDeep;
             }
-            Item item;
-            item.isNetwork = true;
-            network = append(anchor, item);
+            network = appendNetwork(anchor);
             anchor = -1;
             isRange = false;
         } else if (token.size() == 1 && first == QLatin1Char('}')) {
@@ -48,20 +56,15 @@ zoHostsTree::Outcome zoHostsTree::readHostsText(const QString& text)
             const QString name = zoHPCHostsText::hostName(token);
             if (name.isEmpty())
                 continue;
-            QString option;
-            const bool isRenderNode =
-                !token.contains(QLatin1Char('[')) || !zoHPCHostsText::renderOption(token, option) ||
-                (option != QLatin1String("0") && option.toLower() != QLatin1String("false"));
             if (network < 0) {
-                Item item;
-                item.isNetwork = true;
-                network = append(anchor, item);
+                network = appendNetwork(anchor);
                 ++depth;
             }
             m_levels += 2 * qint64(depth);
-            const Outcome outcome = m_levels > zoClusterLimits::MaximumLevels
-                                        ? Outcome::TooDeep
-                                        : appendHost(network, name, reader.offset(), isRange, isRenderNode);
+            const Outcome outcome =
+                m_levels > zoClusterLimits::MaximumLevels
+                    ? Outcome::TooDeep
+                    : appendHost(network, name, reader.offset(), isRange, isRenderNode(token));
             if (outcome != Outcome::Read) {
                 m_endOffset = reader.offset();
                 return outcome;
@@ -76,9 +79,7 @@ zoHostsTree::Outcome zoHostsTree::readHostsText(const QString& text)
 void zoHostsTree::readNames(const QString& text)
 {
     const auto isSeparator = [](QChar c) { return c.isSpace() || c == QLatin1Char(','); };
-    Item network;
-    network.isNetwork = true;
-    const int parent = append(Root, network);
+    const int parent = appendNetwork(Root);
     const QChar* p = text.constData();
     const QChar* end = p + text.size();
     while (p != end) {
@@ -93,6 +94,13 @@ void zoHostsTree::readNames(const QString& text)
             append(parent, host);
         }
     }
+}
+
+int zoHostsTree::appendNetwork(int parent)
+{
+    Item network;
+    network.isNetwork = true;
+    return append(parent, network);
 }
 
 int zoHostsTree::append(int parent, Item item)

@@ -63,6 +63,7 @@ public:
 
 private:
     int append(int parent, Item item);
+    int appendNetwork(int parent);
     Outcome appendHost(int network, const QString& name, int offset, bool isRange, bool isRenderNode);
 
     std::vector<Item> m_items;
