@@ -44,7 +44,6 @@ public:
     // The same without the log.
     static bool parse(const QString& text, QDomDocument& document, Refusal& refusal);
 
-    // The deepest nesting of elements that the stack of this thread can carry, as a document and as a tree;
-    // the toolkit recurses over both.
+    // The deepest nesting of elements that is read, the same in every process.
     static int maximumDepth();
 };
