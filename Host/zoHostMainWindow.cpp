@@ -1,6 +1,7 @@
 #include "zoHostMainWindow.h"
 
 #include "zoHostCameraPanel.h"
+#include "zoHostCloseQuestion.h"
 #include "zoHostDocument.h"
 #include "zoHostEarlierConfigurations.h"
 #include "zoHostEarlierDialog.h"
@@ -473,18 +474,7 @@ bool zoHostMainWindow::mayClose()
         if (!module.window || !m_document->differs(module.window))
             continue;
         showModule(module.window);
-        const QString file = QFileInfo(module.window->windowFilePath()).fileName();
-        QMessageBox box(QMessageBox::Warning, hostName(),
-                        file.isEmpty() ? tr("The configuration has never been saved.")
-                                       : tr("%1 has changes that are not saved.").arg(file),
-                        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
-        box.setInformativeText(tr("What is not saved is lost when the host closes."));
-        box.setDefaultButton(QMessageBox::Save);
-        const int answer = box.exec();
-        if (answer == QMessageBox::Discard)
-            continue;
-        // A module that is gone, or a save that failed or was given up: better not to close.
-        if (answer != QMessageBox::Save || !module.window || !m_document->save(module.window))
+        if (!zoHostCloseQuestion::mayClose(*m_document, module.window, hostName(), this))
             return false;
     }
     return true;

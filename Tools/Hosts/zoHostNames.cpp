@@ -1,6 +1,6 @@
 #include "zoHostNames.h"
 
-#include "zoHPCNumberedName.h"
+#include "zoHPCHostRange.h"
 
 #include <QHash>
 #include <QSet>
@@ -343,7 +343,8 @@ std::size_t zoHostNames::rangeLength(const std::vector<QString>& names, std::siz
     // Without a number nothing can be counted on; a number that does not fit reads as 0.
     if (!first.isCountable())
         return 1;
-    const std::size_t maximum = std::size_t(first.longestRange()); // the reader of ranges fills no more
+    const std::size_t maximum =
+        std::size_t(zoHPCHostRange::longestFrom(first)); // the reader of ranges fills no more
     std::size_t length = 1;
     while (begin + length < names.size() && length < maximum &&
            names[begin + length] == first.name(int(length)))

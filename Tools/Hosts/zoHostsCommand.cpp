@@ -84,18 +84,18 @@ QString emptyRangeReason(const zoHostsTree::EmptyRange& range)
 {
     const QString text = range.from + QLatin1String(" - ") + range.to;
     switch (range.reason) {
-    case zoHPCNumberedName::Range::OtherPrefix:
+    case zoHPCHostRange::Kind::OtherPrefix:
         return QCoreApplication::translate("zoHostsCommand",
                                            "\"%1\" fills nothing: the names differ before their number")
             .arg(text);
-    case zoHPCNumberedName::Range::Backwards:
+    case zoHPCHostRange::Kind::Backwards:
         return QCoreApplication::translate("zoHostsCommand", "\"%1\" fills nothing: it runs backwards")
             .arg(text);
-    case zoHPCNumberedName::Range::TooLong:
+    case zoHPCHostRange::Kind::TooLong:
         return QCoreApplication::translate("zoHostsCommand",
                                            "\"%1\" fills nothing: the names are more than %2 apart")
-            .arg(text, QString::number(zoHPCNumberedName::LargestDistance));
-    case zoHPCNumberedName::Range::Filled:
+            .arg(text, QString::number(zoHPCHostRange::LargestDistance));
+    case zoHPCHostRange::Kind::Filled:
         break;
     }
     return {};

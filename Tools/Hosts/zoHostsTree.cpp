@@ -135,10 +135,10 @@ zoHostsTree::Outcome zoHostsTree::appendHost(int network, const QString& name, i
     if (isRange && previous >= 0) {
         const zoHPCNumberedName from(item(previous).name);
         const zoHPCNumberedName to(name);
-        const zoHPCNumberedName::Range range = from.rangeTo(to);
-        if (range != zoHPCNumberedName::Range::Filled)
-            m_emptyRanges.push_back({item(previous).name, name, range, offset});
-        const int between = from.namesBetween(to);
+        const zoHPCHostRange range(from, to);
+        if (range.kind() != zoHPCHostRange::Kind::Filled)
+            m_emptyRanges.push_back({item(previous).name, name, range.kind(), offset});
+        const int between = range.namesBetween();
         const Outcome outcome = count(between, std::max(item(previous).name.size(), name.size()));
         if (outcome != Outcome::Read)
             return outcome;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zoHPCNumberedName.h"
+#include "zoHPCHostRange.h"
 
 #include <QString>
 #include <QStringView>
@@ -28,7 +28,7 @@ public:
     {
         QString from;
         QString to;
-        zoHPCNumberedName::Range reason;
+        zoHPCHostRange::Kind reason;
         int offset; // of the second host in the text
     };
 
@@ -62,6 +62,7 @@ public:
     std::vector<QString> hostNames() const;
 
 private:
+    int appendNetwork(int parent);
     int append(int parent, Item item);
     int appendNetwork(int parent);
     Outcome appendHost(int network, const QString& name, int offset, bool isRange, bool isRenderNode);

@@ -1,6 +1,7 @@
 #include "zoHPCDisplaySetup.h"
 
 #include "zoHPCDisplayItem.h"
+#include "zoHPCDocumentUpgrade.h"
 #include "zoHPCProjectionItem.h"
 #include "zoHPCViewportItem.h"
 #include "zoHPCWindowItem.h"
@@ -9,7 +10,6 @@
 #include <zoClusterTags.h>
 
 #include <QDomDocument>
-#include <QRegularExpression>
 #include <QSet>
 
 #include <algorithm>
@@ -64,9 +64,8 @@ void zoHPCDisplaySetup::loadFromXML(const QDomDocument& document)
     clear();
     zoHPCDisplaySetup loaded;
     loaded.read(document);
-    loaded.upgrade(document.documentElement()
-                       .attribute(zoClusterTags::VersionAttribute, QString::fromLatin1("0"))
-                       .toInt());
+    zoHPCDocumentUpgrade::upgrade(zoHPCDocumentUpgrade::versionOf(document), *loaded.m_projectionRoot,
+                                  *loaded.m_displayRoot);
     loaded.correctProjectionViewportsAssignments();
 
     m_projectionRoot->addChildren(loaded.m_projectionRoot->takeChildren());
@@ -95,45 +94,7 @@ bool zoHPCDisplaySetup::correctProjectionViewportsAssignments()
 
 bool zoHPCDisplaySetup::correctWrongRows()
 {
-    static const QRegularExpression rowPattern(QString::fromLatin1("row:(\\d+)"));
-
-    QHash<QString, QString> renamed;
-    for (int i = 0; i < m_projectionRoot->childCount(); ++i) {
-        const auto* wall = dynamic_cast<zoHPCProjectionItem*>(m_projectionRoot->child(i));
-        if (!wall || wall->kind() != zoHPCProjectionType::Kind::Wall)
-            continue;
-        const int rows = wall->getInt(zoHPCProjectionItem::Rows);
-        if (rows < 2)
-            continue;
-        const QList<zoHPCProjectionItem*> tiles = wall->children<zoHPCProjectionItem>();
-        for (const zoHPCProjectionItem* tile : tiles) {
-            if (!tile)
-                continue;
-            QString name = tile->getString(zoHPCProjectionItem::Name);
-            // The last one is the tile's own: the wall's name may hold such a text, too.
-            QRegularExpressionMatch match;
-            if (name.lastIndexOf(rowPattern, -1, &match) < 0)
-                continue;
-            const QString oldName = name;
-            const int row = match.captured(1).toInt();
-            name.replace(match.capturedStart(), match.capturedLength(), zoText("row:%1").arg(rows + 1 - row));
-            renamed.insert(oldName, name);
-        }
-    }
-    if (renamed.isEmpty())
-        return false;
-
-    bool isChanged = false;
-    const QList<zoHPCViewportItem*> viewports = getViewportItems();
-    for (zoHPCViewportItem* viewport : viewports) {
-        const auto it = renamed.constFind(viewport->getString(zoHPCViewportItem::Projection));
-        if (it == renamed.constEnd())
-            continue;
-        viewport->setProjection(it.value());
-        viewport->setString(zoHPCViewportItem::ProjectionIdentifier, QString::fromLatin1(""));
-        isChanged = true;
-    }
-    return isChanged;
+    return zoHPCDocumentUpgrade::correctWrongRows(*m_projectionRoot, *m_displayRoot);
 }
 
 void zoHPCDisplaySetup::collectProjections()
@@ -237,13 +198,6 @@ void zoHPCDisplaySetup::read(const QDomDocument& document)
         displays.append(display.release());
     }
     m_displayRoot->addChildren(displays);
-}
-
-// All steps from earlier versions of the document, oldest first.
-void zoHPCDisplaySetup::upgrade(int version)
-{
-    if (version == 0)
-        correctWrongRows();
 }
 
 bool zoHPCDisplaySetup::linkViewports()

@@ -70,7 +70,6 @@ public:
 
 private:
     void read(const QDomDocument& document);
-    void upgrade(int version);
     bool linkViewports();
 
     std::unique_ptr<QTreeWidgetItem> m_ownProjections; // null with roots of a caller

@@ -2,12 +2,12 @@
 
 #include "zoHPCCarryOver.h"
 #include "zoHPCDocumentWriter.h"
+#include "zoHPCHostRange.h"
 #include "zoHPCHostsSection.h"
 #include "zoHPCHostsSectionReader.h"
 #include "zoHPCHostsTextBuilder.h"
 #include "zoHPCHostsTextWriter.h"
 #include "zoHPCItemIds.h"
-#include "zoHPCNumberedName.h"
 #include "zoHPCTreeItem.h"
 #include "zoHPCTreeWalk.h"
 #include "zoText.h"
@@ -255,7 +255,7 @@ std::vector<zoHPCTreeItem*> zoHPCHostTree::insertHostRange(zoHPCTreeItem* node)
     if (row < 1)
         return inserted;
     const zoHPCNumberedName first(static_cast<zoHPCTreeItem*>(parent->child(row - 1))->hostName());
-    const int count = first.namesBetween(zoHPCNumberedName(node->hostName()));
+    const int count = zoHPCHostRange(first, zoHPCNumberedName(node->hostName())).namesBetween();
     for (int k = 1; k <= count; ++k)
         inserted.push_back(createNode(parent, first.name(k), row - 1 + k));
     return inserted;

@@ -1,7 +1,7 @@
 #include "zoHPCHostsTextBuilder.h"
 
+#include "zoHPCHostRange.h"
 #include "zoHPCHostsText.h"
-#include "zoHPCNumberedName.h"
 #include "zoHPCTreeDepth.h"
 #include "zoHPCTreeItem.h"
 #include "zoText.h"
@@ -165,7 +165,7 @@ void zoHPCHostsTextBuilder::fillRange(std::vector<zoHPCTreeItem*>& inserted)
     const auto* previous = static_cast<const zoHPCTreeItem*>(
         rows.pending.isEmpty() ? rows.parent->child(rows.parent->childCount() - 1) : rows.pending.last());
     const zoHPCNumberedName first(previous->hostName());
-    const int count = first.namesBetween(zoHPCNumberedName(node->hostName()));
+    const int count = zoHPCHostRange(first, zoHPCNumberedName(node->hostName())).namesBetween();
     if (!hasRoomFor(count, std::max(previous->hostName().size(), node->hostName().size()))) {
         rows.pending.append(node);
         return;

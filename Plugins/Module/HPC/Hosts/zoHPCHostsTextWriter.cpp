@@ -1,6 +1,6 @@
 #include "zoHPCHostsTextWriter.h"
 
-#include "zoHPCNumberedName.h"
+#include "zoHPCHostRange.h"
 #include "zoHPCTreeItem.h"
 
 #include <QVarLengthArray>
@@ -47,7 +47,7 @@ public:
     {
         if (m_number.digits().isEmpty())
             return INT_MAX;
-        return m_number.longestRange();
+        return zoHPCHostRange::longestFrom(m_number);
     }
 
     // Goes on by one; whether the name is the one expected there.

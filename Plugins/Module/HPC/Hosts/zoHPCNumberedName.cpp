@@ -5,7 +5,6 @@
 #include <QRegularExpression>
 
 #include <algorithm>
-#include <climits>
 
 namespace
 {
@@ -55,24 +54,4 @@ QString zoHPCNumberedName::name(int offset) const
 bool zoHPCNumberedName::isCountable() const
 {
     return !m_digits.isEmpty() && name(0) == m_name;
-}
-
-zoHPCNumberedName::Range zoHPCNumberedName::rangeTo(const zoHPCNumberedName& last) const
-{
-    if (m_prefix != last.m_prefix)
-        return Range::OtherPrefix;
-    const int distance = last.number() - number();
-    if (distance > LargestDistance)
-        return Range::TooLong;
-    return distance < 0 ? Range::Backwards : Range::Filled;
-}
-
-int zoHPCNumberedName::namesBetween(const zoHPCNumberedName& last) const
-{
-    return rangeTo(last) == Range::Filled ? std::max(0, last.number() - number() - 1) : 0;
-}
-
-int zoHPCNumberedName::longestRange() const
-{
-    return int(std::min<qint64>(LargestDistance + 1, qint64(INT_MAX) - number() + 1));
 }

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QPointer>
+
+class QWidget;
+class zoHostDocument;
+
+// The question before the host closes over a configuration that is not saved.
+class zoHostCloseQuestion final
+{
+    Q_DECLARE_TR_FUNCTIONS(zoHostMainWindow)
+
+public:
+    zoHostCloseQuestion() = delete;
+
+    // Asks to save, to discard or to stay; whether the host may close, as far as this module's window goes. Saves when
+    // that is the answer. The window may go while the question is open.
+    static bool mayClose(zoHostDocument& document, const QPointer<QWidget>& moduleWindow,
+                         const QString& title, QWidget* parent);
+};
