@@ -64,7 +64,6 @@ public:
 private:
     int appendNetwork(int parent);
     int append(int parent, Item item);
-    int appendNetwork(int parent);
     Outcome appendHost(int network, const QString& name, int offset, bool isRange, bool isRenderNode);
 
     std::vector<Item> m_items;
