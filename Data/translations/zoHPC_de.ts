@@ -716,6 +716,14 @@ auch wenn die Server dann instabil sein können?</translation>
         <translation>Beide</translation>
     </message>
     <message>
+        <source>One picture that both eyes see</source>
+        <translation>Ein Bild, das beide Augen sehen</translation>
+    </message>
+    <message>
+        <source>A picture for each eye; the list says how they are shown</source>
+        <translation>Ein Bild für jedes Auge; die Liste sagt, wie sie gezeigt werden</translation>
+    </message>
+    <message>
         <source>Wall (No head tracking)</source>
         <translation>Wand (ohne Head-Tracking)</translation>
     </message>

@@ -21,6 +21,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QSpinBox>
@@ -28,6 +29,7 @@
 #include <QStackedWidget>
 #include <QTreeView>
 #include <QTreeWidget>
+#include <QWheelEvent>
 
 #include <algorithm>
 #include <memory>
@@ -142,13 +144,21 @@ private slots:
     void unknownTypeIsLeftAlone();
     void typedNameRenamesTilesAndViewports();
     void numberTypedDigitByDigitIsKept();
+    void pointAndCommaAreDecimalMarks_data();
+    void pointAndCommaAreDecimalMarks();
+    void wheelChangesNothingThatLacksTheFocus();
+    void chosenTypeOfALoadedProjectionStartsWithItsDefaults();
+    void choosingATypeKeepsWhatWasSet();
+    void fractionOfAnOverlapIsDroppedBeforeAndAfterCancel();
     void tilesAreReadOnly();
     void edgesShowWithBlendingOnly();
     void rectangleIsEditableWhenCustomOnly();
     void rectangleIsShownInPixels();
     void geometryIsHiddenOfFullScreenWindows();
+    void cornersInPixelsAreShownAsTheyAre();
     void eyesAreNamed_data();
     void eyesAreNamed();
+    void namedEyesAreChosen();
     void nodeChoicesAreToldApart();
     void newNodeChoicesKeepTheWindowsNode();
     void clickedSurfaceIsAssigned();
@@ -156,6 +166,7 @@ private slots:
     void assignedSurfaceIsHighlighted();
     void cameraChoicesFollowTheHost();
     void cameraThatIsGoneStays();
+    void cameraStaysAsItIsTyped();
     void displayShowsItsCamera();
     void namedFieldGetsTheFocusWithF2();
     void noFieldIsCutOff();
@@ -284,6 +295,8 @@ void tst_zoHPCDisplayGUIIPanels::labelsOfThePanelsAreThere_data()
                               "Upper right [pixel]",
                               "Position",
                               "Stereo",
+                              "Mono",
+                              "Both",
                               "Flip",
                               "Horizontal",
                               "Vertical",
@@ -498,6 +511,129 @@ void tst_zoHPCDisplayGUIIPanels::numberTypedDigitByDigitIsKept()
         12.5);
 }
 
+void tst_zoHPCDisplayGUIIPanels::pointAndCommaAreDecimalMarks_data()
+{
+    QTest::addColumn<QLocale>("locale");
+    QTest::addColumn<QString>("typed");
+
+    QTest::newRow("german") << QLocale(QLocale::German, QLocale::Germany) << "63.5";
+    QTest::newRow("english") << QLocale(QLocale::English, QLocale::UnitedStates) << "63,5";
+}
+
+void tst_zoHPCDisplayGUIIPanels::pointAndCommaAreDecimalMarks()
+{
+    QFETCH(QLocale, locale);
+    QFETCH(QString, typed);
+    load(SMALL_SETUP);
+    m_editor->open({});
+    m_editor->setLocale(locale);
+    const auto type = [&](const char* name) {
+        auto* const number = field<QAbstractSpinBox>(name);
+        number->selectAll();
+        QTest::keyClicks(number, typed);
+    };
+
+    projectionTree()->setCurrentItem(projection(0));
+    type("m_distance");
+    type("m_rightOffsetX");
+    displayTree()->setCurrentItem(display(0));
+    type("m_eyeSeparation");
+
+    QCOMPARE(projection(0)->getDouble(zoHPCProjectionItem::Distance), 63.5);
+    QCOMPARE(projection(0)->getInt(zoHPCProjectionItem::RightOffsetX), 63);
+    QCOMPARE(display(0)->getEyeSeparation(), 63.5);
+}
+
+void tst_zoHPCDisplayGUIIPanels::wheelChangesNothingThatLacksTheFocus()
+{
+    load(SMALL_SETUP);
+    m_editor->open({text("a"), text("b")});
+    projectionTree()->setFocus();
+    const QString before = saved();
+    const auto turnAll = [this] {
+        const QWidget* const panel = field<QStackedWidget>("m_panels")->currentWidget();
+        QList<QWidget*> fields;
+        for (QAbstractSpinBox* number : panel->findChildren<QAbstractSpinBox*>())
+            fields << number;
+        for (QComboBox* choice : panel->findChildren<QComboBox*>())
+            fields << choice;
+        for (QWidget* one : qAsConst(fields)) {
+            QCOMPARE(one->focusPolicy(), Qt::StrongFocus);
+            QWheelEvent event(QPointF(1, 1), one->mapToGlobal(QPoint(1, 1)), QPoint(), QPoint(0, -120),
+                              Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+            QApplication::sendEvent(one, &event);
+        }
+    };
+
+    projectionTree()->setCurrentItem(projection(0));
+    turnAll();
+    QTreeWidgetItem* const rows[] = {display(0), display(0)->child(0), display(0)->child(0)->child(0)};
+    for (QTreeWidgetItem* row : rows) {
+        displayTree()->setCurrentItem(row);
+        turnAll();
+    }
+
+    QCOMPARE(saved(), before);
+}
+
+void tst_zoHPCDisplayGUIIPanels::chosenTypeOfALoadedProjectionStartsWithItsDefaults()
+{
+    load("<cluster version='1'><projection name='A' type='wall' rows='2' columns='1' "
+         "distance='2500'/></cluster>");
+    projectionTree()->setCurrentItem(projection(0));
+    auto* type = field<QComboBox>("m_type");
+
+    type->setCurrentIndex(type->findData(text("powerwall")));
+    QCOMPARE(projection(0)->getDouble(zoHPCProjectionItem::Width), 3000.0);
+    QCOMPARE(projection(0)->getDouble(zoHPCProjectionItem::Height), 2000.0);
+    QCOMPARE(projection(0)->getDouble(zoHPCProjectionItem::Distance), 2500.0);
+    QCOMPARE(field<QDoubleSpinBox>("m_areaWidth")->value(), 3000.0);
+    const auto* plane = static_cast<zoHPCProjectionItem*>(projection(0)->child(0));
+    QCOMPARE(plane->getDouble(zoHPCProjectionItem::X2), 1500.0);
+
+    type->setCurrentIndex(type->findData(text("cave")));
+    QCOMPARE(projection(0)->getDouble(zoHPCProjectionItem::CaveDepth), 2000.0);
+    // Only a person gives a cave its walls.
+    QVERIFY(!projection(0)->data(zoHPCProjectionItem::LeftWall, Qt::EditRole).isValid());
+
+    type->setCurrentIndex(type->findData(text("plane")));
+    QCOMPARE(projection(0)->getDouble(zoHPCProjectionItem::X1), -1.0);
+    QCOMPARE(projection(0)->getDouble(zoHPCProjectionItem::Y3), 1.0);
+}
+
+void tst_zoHPCDisplayGUIIPanels::choosingATypeKeepsWhatWasSet()
+{
+    load("<cluster version='1'><projection name='A' type='wall' rows='1' columns='1' "
+         "distance='0'/></cluster>");
+    projectionTree()->setCurrentItem(projection(0));
+    // Choosing the row alone sets nothing.
+    QVERIFY(!projection(0)->data(zoHPCProjectionItem::OverlapX, Qt::EditRole).isValid());
+    auto* type = field<QComboBox>("m_type");
+
+    type->setCurrentIndex(type->findData(text("powerwall")));
+
+    QCOMPARE(projection(0)->getString(zoHPCProjectionItem::Distance), text("0"));
+}
+
+void tst_zoHPCDisplayGUIIPanels::fractionOfAnOverlapIsDroppedBeforeAndAfterCancel()
+{
+    load("<cluster version='1'><projection name='A' type='wall' rows='1' columns='2'/></cluster>");
+    projectionTree()->setCurrentItem(projection(0));
+    field<QDoubleSpinBox>("m_overlapX")->setValue(12.6);
+    const QString before = saved();
+    const auto overlapOfATile = [this] {
+        return static_cast<zoHPCProjectionItem*>(projection(0)->child(0))
+            ->getString(zoHPCProjectionItem::OverlapX);
+    };
+    QCOMPARE(overlapOfATile(), text("12"));
+
+    m_editor->open({});
+    m_editor->reject();
+
+    QCOMPARE(overlapOfATile(), text("12"));
+    QCOMPARE(saved(), before);
+}
+
 void tst_zoHPCDisplayGUIIPanels::tilesAreReadOnly()
 {
     load(SMALL_SETUP);
@@ -573,6 +709,24 @@ void tst_zoHPCDisplayGUIIPanels::geometryIsHiddenOfFullScreenWindows()
              false);
 }
 
+void tst_zoHPCDisplayGUIIPanels::cornersInPixelsAreShownAsTheyAre()
+{
+    load("<cluster version='1'><display><window width='1280' height='1024' fullscreen='false'>"
+         "<viewport position='custom' x1='640' y1='0.5' x2='1280' y2='1024'/></window></display></cluster>");
+    auto* const window = static_cast<zoHPCWindowItem*>(display(0)->child(0));
+
+    displayTree()->setCurrentItem(window->child(0));
+    QCOMPARE(field<QLabel>("m_lowerLeftPixel")->text(), text("640, 1"));
+    QCOMPARE(field<QLabel>("m_upperRightPixel")->text(), text("1280, 1024"));
+
+    // They do not depend on how large the window is.
+    displayTree()->setCurrentItem(nullptr);
+    window->setBool(zoHPCWindowItem::FullScreen, true);
+    displayTree()->setCurrentItem(window->child(0));
+    QVERIFY(isShown(field("m_upperRightPixel")));
+    QCOMPARE(field<QLabel>("m_upperRightPixel")->text(), text("1280, 1024"));
+}
+
 void tst_zoHPCDisplayGUIIPanels::eyesAreNamed_data()
 {
     QTest::addColumn<QString>("shown");
@@ -580,7 +734,9 @@ void tst_zoHPCDisplayGUIIPanels::eyesAreNamed_data()
     for (const zoHPCDisplayTables::StereoMode& row : zoHPCDisplayTables::Eyes) {
         const QString value = text(row.value);
         const bool one = value == text("left") || value == text("right");
-        QTest::newRow(row.value) << (one ? QString() : value == text("mono") ? text("Mono") : text("Both"));
+        QTest::newRow(row.value) << (one                     ? QString()
+                                     : value == text("mono") ? text("m_mono")
+                                                             : text("m_both"));
     }
 }
 
@@ -593,9 +749,31 @@ void tst_zoHPCDisplayGUIIPanels::eyesAreNamed()
 
     eye->setCurrentIndex(eye->findData(text(QTest::currentDataTag())));
 
-    QCOMPARE(field<QLabel>("m_eyesShown")->text(), shown);
+    // Both words stand there all the time, as buttons: before, the one that did not apply was nowhere to be found.
+    for (const char* name : {"m_mono", "m_both"})
+        QCOMPARE(field<QRadioButton>(name)->isChecked(), text(name) == shown);
     QCOMPARE(m_editor->getViewportItems().first()->getString(zoHPCViewportItem::Eye),
              text(QTest::currentDataTag()));
+}
+
+void tst_zoHPCDisplayGUIIPanels::namedEyesAreChosen()
+{
+    load(SMALL_SETUP);
+    displayTree()->setCurrentItem(display(0)->child(0)->child(0));
+    const auto* viewport = m_editor->getViewportItems().first();
+    auto* eye = field<QComboBox>("m_eye");
+    eye->setCurrentIndex(eye->findData(text("left")));
+
+    field<QRadioButton>("m_both")->click();
+    QCOMPARE(viewport->getString(zoHPCViewportItem::Eye), text("stereo"));
+    QCOMPARE(eye->currentText(), text("Double Buffered"));
+    field<QRadioButton>("m_mono")->click();
+    QCOMPARE(viewport->getString(zoHPCViewportItem::Eye), text("mono"));
+    QVERIFY(!field<QRadioButton>("m_both")->isChecked());
+
+    eye->setCurrentIndex(eye->findData(text("redcyan")));
+    field<QRadioButton>("m_both")->click(); // the way that was chosen stays
+    QCOMPARE(viewport->getString(zoHPCViewportItem::Eye), text("redcyan"));
 }
 
 void tst_zoHPCDisplayGUIIPanels::nodeChoicesAreToldApart()
@@ -716,6 +894,31 @@ void tst_zoHPCDisplayGUIIPanels::cameraThatIsGoneStays()
 
     QCOMPARE(field<QComboBox>("m_camera")->currentText(), text("Cam"));
     QCOMPARE(display(0)->getCameraName(), text("Cam"));
+}
+
+void tst_zoHPCDisplayGUIIPanels::cameraStaysAsItIsTyped()
+{
+    Cameras cameras;
+    cameras.names = QStringList{text("Cam1")};
+    m_editor = std::make_unique<zoHPCDisplayGUII>();
+    load(SMALL_SETUP);
+    m_editor->open({});
+    QApplication::setActiveWindow(m_editor.get());
+    displayTree()->setCurrentItem(display(0));
+    auto* camera = field<QComboBox>("m_camera");
+    camera->setFocus();
+    QTRY_VERIFY(camera->hasFocus());
+    camera->lineEdit()->selectAll();
+
+    QTest::keyClicks(camera->lineEdit(), text("cam"));
+    QCOMPARE(display(0)->getCameraName(), text("cam"));
+    QTest::keyClicks(camera->lineEdit(), text("1"));
+    QTest::keyClick(camera->lineEdit(), Qt::Key_Return);
+    field("m_user")->setFocus();
+
+    QCOMPARE(camera->currentText(), text("cam1"));
+    QCOMPARE(display(0)->getCameraName(), text("cam1"));
+    m_editor.reset();
 }
 
 void tst_zoHPCDisplayGUIIPanels::displayShowsItsCamera()

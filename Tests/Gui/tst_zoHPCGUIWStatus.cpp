@@ -5,6 +5,7 @@
 #include <zoHPCDisplayGUII.h>
 #include <zoHPCElidedLabel.h>
 #include <zoHPCGUIW.h>
+#include <zoHPCProjectionItem.h>
 #include <zoHPCStatusPane.h>
 #include <zoHPCTreeEditGUIW.h>
 #include <zoHPCTreeGUIW.h>
@@ -42,6 +43,8 @@ private slots:
     void changeShowsInTheStatusBar_data();
     void changeShowsInTheStatusBar();
     void changeThatIsUndoneByHandIsNone();
+    void nodesThatTheDisplaySetupClearedShowAsAChange();
+    void fractionOfAnOverlapIsNoChange();
     void savedDocumentDoesNotDiffer();
     void documentBroughtInDiffersFromTheOpenFile();
     void sameDocumentComingAgainSavesNothing();
@@ -229,6 +232,48 @@ void tst_zoHPCGUIWStatus::askingReadsNoHostsFile()
     m_window->setDefaultConfig();
     QCOMPARE(spy.replaced.size(), 1);
     QVERIFY2(spy.replaced.first().contains(QStringLiteral("n7")), qPrintable(spy.replaced.first()));
+}
+
+void tst_zoHPCGUIWStatus::nodesThatTheDisplaySetupClearedShowAsAChange()
+{
+    write(path("a.zhpc"), R"(<cluster version="1">
+ <master scenecompression="best"><network><node name="a"/></network></master>
+ <display eyeseparation="65" camera="" user="1" hardwaresync="false">
+  <window node="gone" screen="0" x="0" y="0" width="1280" height="1024" fullscreen="true"/>
+ </display>
+</cluster>
+)");
+    m_window->loadConfig(path("a.zhpc"));
+    m_window->show();
+    QTRY_VERIFY(!m_window->isWindowModified());
+
+    m_window->displaySetup();
+    QTRY_VERIFY(m_window->isWindowModified());
+    QVERIFY(status<QLabel>("m_changedStatus")->isVisible());
+
+    // Cancel brings the name back.
+    m_window->getDisplayEditor()->reject();
+    QTRY_VERIFY(!m_window->isWindowModified());
+}
+
+void tst_zoHPCGUIWStatus::fractionOfAnOverlapIsNoChange()
+{
+    m_window->replaceConfigString(QLatin1String(s_document));
+    m_window->getDisplayEditor()->addProjection();
+    auto* const wall = m_window->getDisplayEditor()->getProjectionItems().first();
+    wall->setDouble(zoHPCProjectionItem::OverlapX, 12.6);
+    m_window->saveConfig(path("a.zhpc"));
+    m_window->loadConfig(path("a.zhpc"));
+    m_window->show();
+    QTRY_VERIFY(!m_window->isWindowModified());
+
+    m_window->displaySetup();
+    m_window->getDisplayEditor()->reject();
+
+    QTRY_VERIFY(!m_window->isWindowModified());
+    const QByteArray before = contentOf(path("a.zhpc"));
+    m_window->saveConfig();
+    QCOMPARE(contentOf(path("a.zhpc")), before);
 }
 
 void tst_zoHPCGUIWStatus::windowAloneShowsThatItWasChanged()

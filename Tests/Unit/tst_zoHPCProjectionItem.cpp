@@ -8,6 +8,7 @@
 #include <QUuid>
 
 #include <cmath>
+#include <limits>
 #include <memory>
 
 using Item = zoHPCProjectionItem;
@@ -88,6 +89,8 @@ private slots:
     void splitPowerWallOverlapsItsTiles();
     void verticalEdgesBlendTheOtherWayRound();
     void withoutBlendingAllEdgesAreZero();
+    void fractionOfAnOverlapIsDropped_data();
+    void fractionOfAnOverlapIsDropped();
     void planesTakeWholeOverlapsOnly();
     void planesBearNameAndIdentifierOfTheWall();
     void noRowsGiveNoPlanes_data();
@@ -394,6 +397,42 @@ void tst_zoHPCProjectionItem::withoutBlendingAllEdgesAreZero()
     }
 }
 
+void tst_zoHPCProjectionItem::fractionOfAnOverlapIsDropped_data()
+{
+    QTest::addColumn<QVariant>("overlap");
+    QTest::addColumn<int>("whole");
+
+    QTest::newRow("number") << QVariant(12.6) << 12;
+    QTest::newRow("text") << QVariant(text("12.6")) << 12;
+    QTest::newRow("half") << QVariant(2.5) << 2;
+    QTest::newRow("negative") << QVariant(-12.6) << -12;
+    QTest::newRow("negative-text") << QVariant(text("-12.6")) << -12;
+    QTest::newRow("exponent") << QVariant(text("1.26e1")) << 12;
+    QTest::newRow("word") << QVariant(text("wide")) << 0;
+    QTest::newRow("unset") << QVariant() << 0;
+    QTest::newRow("nan") << QVariant(text("nan")) << 0;
+    QTest::newRow("far") << QVariant(1e300) << std::numeric_limits<int>::max();
+    QTest::newRow("far-negative") << QVariant(-1e300) << -std::numeric_limits<int>::max();
+}
+
+void tst_zoHPCProjectionItem::fractionOfAnOverlapIsDropped()
+{
+    QFETCH(QVariant, overlap);
+    QFETCH(int, whole);
+
+    for (const char* type : {"wall", "powerwall"}) {
+        Item item(text("w"), text(type));
+        item.setData(Item::OverlapX, Qt::EditRole, overlap);
+        item.setData(Item::OverlapY, Qt::EditRole, overlap);
+
+        item.update();
+
+        const Item* const child = item.children<Item>().first();
+        QCOMPARE(child->data(Item::OverlapX, Qt::EditRole), QVariant(whole));
+        QCOMPARE(child->data(Item::OverlapY, Qt::EditRole), QVariant(whole));
+    }
+}
+
 void tst_zoHPCProjectionItem::planesTakeWholeOverlapsOnly()
 {
     Item item(text("w"), text("powerwall"));
@@ -546,7 +585,8 @@ void tst_zoHPCProjectionItem::wallOfTextsReadsThemAsNumbers()
 
     QCOMPARE(item->childCount(), 2);
     const Item* tile = item->children<Item>().first();
-    QCOMPARE(tile->getInt(Item::OverlapX), 0); // the text of a fraction is no integer
+    // It was 0, while a number of the same value gave 4: a wall must be the same before and after a reload.
+    QCOMPARE(tile->getInt(Item::OverlapX), 3);
     QCOMPARE(tile->getInt(Item::OverlapY), 4);
     QCOMPARE(tile->getBool(Item::EdgeBlending), true);
     QCOMPARE(tile->getDouble(Item::Distance), 2.5);

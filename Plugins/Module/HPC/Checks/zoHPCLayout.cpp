@@ -33,15 +33,13 @@ std::optional<int> placeOf(const QTreeWidgetItem* display)
     return root->indexOfChild(const_cast<QTreeWidgetItem*>(display));
 }
 
-// Imported configurations give the corners in pixels: a whole window is never a single pixel, so a corner
-// beyond 1 tells the two apart.
 QRectF viewportArea(const zoHPCViewportItem& viewport, const QSizeF& window)
 {
     double x1 = viewport.getDouble(zoHPCViewportItem::X1);
     double y1 = viewport.getDouble(zoHPCViewportItem::Y1);
     double x2 = viewport.getDouble(zoHPCViewportItem::X2);
     double y2 = viewport.getDouble(zoHPCViewportItem::Y2);
-    if (std::max({x1, y1, x2, y2}) > 1.0 && window.width() > 0.0 && window.height() > 0.0) {
+    if (viewport.isInPixels() && window.width() > 0.0 && window.height() > 0.0) {
         x1 /= window.width();
         x2 /= window.width();
         y1 /= window.height();

@@ -16,6 +16,7 @@
 #include "zoHPCTreeRows.h"
 #include "zoHPCViewportItem.h"
 #include "zoHPCViewportPanel.h"
+#include "zoHPCWheelGuard.h"
 #include "zoHPCWindowPanel.h"
 
 #include <QZODataWidgetMapper.h>
@@ -71,6 +72,7 @@ zoHPCDisplayGUII::zoHPCDisplayGUII(QWidget* parent)
                                                   m_ui->m_displayTree->invisibleRootItem());
     createPanels();
     zoHPCPanelFields::prepareNumbers(m_ui->m_panels);
+    new zoHPCWheelGuard(m_ui->m_panels);
     // Wide enough for all panels while nothing is hidden yet; the rest is the trees'.
     m_ui->m_panelArea->setMinimumWidth(m_ui->m_panels->minimumSizeHint().width() +
                                        style()->pixelMetric(QStyle::PM_ScrollBarExtent));
@@ -395,6 +397,9 @@ void zoHPCDisplayGUII::updateProjection(const QModelIndex& changed)
         return;
     {
         const Edit edit(*this);
+        // A file holds the parameters of one type only; another one that is chosen has to start with some.
+        if (changed.column() == zoHPCProjectionItem::Type)
+            projection->setMissingDefaults();
         m_trees->regenerate(projection);
     }
     correctProjectionViewportsAssignments();

@@ -14,6 +14,8 @@
 zoHPCDisplayPanel::zoHPCDisplayPanel(const Ui_zoHPCDisplayGUII& form, QZODataWidgetMapper& mapper)
     : m_ui(form)
 {
+    // It would turn "cam1" into the "Cam1" that the scene has: cameras may come later, and their names are the user's.
+    form.m_camera->setCompleter(nullptr);
     using D = zoHPCDisplayItem;
     zoHPCPanelFields::map(mapper, {{form.m_eyeSeparation, D::EyeSeparation},
                                    {form.m_camera, D::Camera},

@@ -15,6 +15,11 @@
 #include <QItemSelectionModel>
 #include <QTreeView>
 
+#include <algorithm>
+#include <iterator>
+
+using Eyes = zoHPCDisplayTables::StereoMode::Eyes;
+
 zoHPCViewportPanel::zoHPCViewportPanel(const Ui_zoHPCDisplayGUII& form, QZODataWidgetMapper& mapper,
                                        const zoHPCDisplaySetup& setup, QObject* parent)
     : QObject(parent), m_ui(form), m_setup(setup)
@@ -39,6 +44,8 @@ zoHPCViewportPanel::zoHPCViewportPanel(const Ui_zoHPCDisplayGUII& form, QZODataW
     // After the mapper: the item has the new value when the panel follows it.
     connect(form.m_eye, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &zoHPCViewportPanel::showEyes);
+    connect(form.m_mono, &QRadioButton::clicked, this, [this] { chooseEyes(Eyes::Mono); });
+    connect(form.m_both, &QRadioButton::clicked, this, [this] { chooseEyes(Eyes::Both); });
     for (QDoubleSpinBox* field : {form.m_viewportX1, form.m_viewportY1, form.m_viewportX2, form.m_viewportY2})
         connect(field, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,
                 &zoHPCViewportPanel::showPixels);
@@ -91,16 +98,18 @@ void zoHPCViewportPanel::showPixels()
     const zoHPCViewportItem* const viewport = currentViewport();
     const auto* window = viewport ? dynamic_cast<const zoHPCWindowItem*>(viewport->parent()) : nullptr;
     // How large a full-screen window is only its screen knows.
-    const bool isKnown = window && !window->getBool(zoHPCWindowItem::FullScreen);
+    const bool isKnown = window && (viewport->isInPixels() || !window->getBool(zoHPCWindowItem::FullScreen));
     zoHPCPanelFields::setVisible({m_ui.m_lowerLeftPixelLabel, m_ui.m_lowerLeftPixel,
                                   m_ui.m_upperRightPixelLabel, m_ui.m_upperRightPixel},
                                  isKnown);
     if (!isKnown)
         return;
-    const auto corner = [window](double x, double y) {
+    const bool isInPixels = viewport->isInPixels();
+    const int width = isInPixels ? 1 : window->getInt(zoHPCWindowItem::Width);
+    const int height = isInPixels ? 1 : window->getInt(zoHPCWindowItem::Height);
+    const auto corner = [width, height](double x, double y) {
         return QCoreApplication::translate("zoHPCDisplayGUII", "%1, %2")
-            .arg(QString::number(qRound(x * window->getInt(zoHPCWindowItem::Width))),
-                 QString::number(qRound(y * window->getInt(zoHPCWindowItem::Height))));
+            .arg(QString::number(qRound64(x * width)), QString::number(qRound64(y * height)));
     };
     m_ui.m_lowerLeftPixel->setText(corner(m_ui.m_viewportX1->value(), m_ui.m_viewportY1->value()));
     m_ui.m_upperRightPixel->setText(corner(m_ui.m_viewportX2->value(), m_ui.m_viewportY2->value()));
@@ -110,12 +119,26 @@ void zoHPCViewportPanel::showEyes()
 {
     const QString value = m_ui.m_eye->currentData().toString();
     const zoHPCDisplayTables::StereoMode* const mode = zoHPCDisplayTables::stereoMode(value);
-    if (!mode || zoHPCDisplayTables::isForOneEye(value))
-        m_ui.m_eyesShown->clear();
-    else
-        m_ui.m_eyesShown->setText(mode->eyes == zoHPCDisplayTables::StereoMode::Eyes::Mono
-                                      ? QCoreApplication::translate("zoHPCDisplayGUII", "Mono")
-                                      : QCoreApplication::translate("zoHPCDisplayGUII", "Both"));
+    const auto show = [mode](QRadioButton* choice, Eyes eyes) {
+        // A single eye is neither of them, and an exclusive button cannot be switched off.
+        choice->setAutoExclusive(false);
+        choice->setChecked(mode && mode->eyes == eyes);
+        choice->setAutoExclusive(true);
+    };
+    show(m_ui.m_mono, Eyes::Mono);
+    show(m_ui.m_both, Eyes::Both);
+}
+
+void zoHPCViewportPanel::chooseEyes(Eyes eyes)
+{
+    const zoHPCDisplayTables::StereoMode* const mode =
+        zoHPCDisplayTables::stereoMode(m_ui.m_eye->currentData().toString());
+    // Which of the ways for both eyes was chosen stays.
+    if (mode && mode->eyes == eyes)
+        return;
+    const auto first = std::find_if(std::begin(zoHPCDisplayTables::Eyes), std::end(zoHPCDisplayTables::Eyes),
+                                    [eyes](const auto& row) { return row.eyes == eyes; });
+    m_ui.m_eye->setCurrentIndex(m_ui.m_eye->findData(QString::fromLatin1(first->value)));
 }
 
 void zoHPCViewportPanel::enableCorners()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zoHPCDisplayTables.h"
+
 #include <QModelIndex>
 #include <QObject>
 
@@ -34,6 +36,7 @@ signals:
 
 private:
     zoHPCViewportItem* currentViewport() const;
+    void chooseEyes(zoHPCDisplayTables::StereoMode::Eyes eyes);
 
     const Ui_zoHPCDisplayGUII& m_ui;
     const zoHPCDisplaySetup& m_setup;

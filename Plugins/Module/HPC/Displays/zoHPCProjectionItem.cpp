@@ -8,7 +8,11 @@
 #include <QDomDocument>
 #include <QIcon>
 #include <QUuid>
+#include <QVariant>
 
+#include <algorithm>
+#include <cmath>
+#include <limits>
 #include <map>
 #include <memory>
 
@@ -49,6 +53,39 @@ const QIcon& iconOf(const zoHPCProjectionType& type)
         return known->second;
     return s_icons.emplace(type.kind, zoIconManager::getIcon(QString::fromLatin1(type.icon), QString()))
         .first->second;
+}
+
+// What a new projection has, whatever its type. Flags and blend widths stay unset.
+const std::map<int, QVariant>& defaults()
+{
+    using P = zoHPCProjectionItem;
+    static const std::map<int, QVariant> s_defaults{{P::RightOffsetX, 0},
+                                                    {P::RightOffsetY, 0},
+                                                    {P::Row, 1},
+                                                    {P::TileColumn, 1},
+                                                    {P::Rows, 1},
+                                                    {P::Columns, 1},
+                                                    {P::OverlapX, 0.0},
+                                                    {P::OverlapY, 0.0},
+                                                    {P::CaveWidth, 2000.0},
+                                                    {P::CaveHeight, 2000.0},
+                                                    {P::CaveDepth, 2000.0},
+                                                    {P::CaveX, 0.0},
+                                                    {P::CaveY, 0.0},
+                                                    {P::CaveZ, 0.0},
+                                                    {P::Width, 3000.0},
+                                                    {P::Height, 2000.0},
+                                                    {P::Distance, 1500.0},
+                                                    {P::X1, -1.0},
+                                                    {P::Y1, -1.0},
+                                                    {P::Z1, -1.0},
+                                                    {P::X2, 1.0},
+                                                    {P::Y2, -1.0},
+                                                    {P::Z2, -1.0},
+                                                    {P::X3, 1.0},
+                                                    {P::Y3, 1.0},
+                                                    {P::Z3, -1.0}};
+    return s_defaults;
 }
 
 // The tiles of a plane, in millimetres.
@@ -135,6 +172,24 @@ void zoHPCProjectionItem::setName(const QString& name)
 void zoHPCProjectionItem::setProjectionType(const QString& type)
 {
     setString(Type, type);
+}
+
+void zoHPCProjectionItem::setMissingDefaults()
+{
+    const std::vector<int>& columns = typeRow().columns;
+    for (const auto& [col, value] : defaults()) {
+        if (!data(col, Qt::EditRole).isValid() &&
+            std::find(columns.begin(), columns.end(), col) != columns.end())
+            setData(col, Qt::EditRole, value);
+    }
+}
+
+int zoHPCProjectionItem::wholeOverlap(int column) const
+{
+    // Not getInt(): it rounds a number and reads the text of one, as files hold it, as 0.
+    const double overlap = std::trunc(getDouble(column));
+    constexpr double LIMIT = std::numeric_limits<int>::max();
+    return std::isnan(overlap) ? 0 : static_cast<int>(std::clamp(overlap, -LIMIT, LIMIT));
 }
 
 void zoHPCProjectionItem::update()
@@ -236,8 +291,8 @@ void zoHPCProjectionItem::addPlane(const QString& name, const Point3& lowerLeft,
     const bool blending = getBool(EdgeBlending);
 
     zoHPCProjectionItem prototype(QString(), Kind::Plane);
-    prototype.setInt(OverlapX, getInt(OverlapX));
-    prototype.setInt(OverlapY, getInt(OverlapY));
+    for (const int col : {OverlapX, OverlapY})
+        prototype.setInt(col, wholeOverlap(col));
     prototype.setBool(EdgeBlending, blending);
     for (const int edge : {LeftEdge, RightEdge, TopEdge, BottomEdge})
         prototype.setDouble(edge, 0.0);
@@ -280,27 +335,8 @@ const zoHPCTreeWidgetItem::ColumnMap& zoHPCProjectionItem::columns(const QString
 
 void zoHPCProjectionItem::setDefaults()
 {
-    setInt(Rows, 1);
-    setInt(Columns, 1);
-    setInt(RightOffsetX, 0);
-    setInt(RightOffsetY, 0);
-    setInt(Row, 1);
-    setInt(TileColumn, 1);
-    setDouble(OverlapX, 0.0);
-    setDouble(OverlapY, 0.0);
-    setDouble(CaveWidth, 2000.0);
-    setDouble(CaveHeight, 2000.0);
-    setDouble(CaveDepth, 2000.0);
-    setDouble(CaveX, 0.0);
-    setDouble(CaveY, 0.0);
-    setDouble(CaveZ, 0.0);
-    setDouble(Width, 3000.0);
-    setDouble(Height, 2000.0);
-    setDouble(Distance, 1500.0);
-    static constexpr double CORNERS[] = {-1.0, -1.0, -1.0, 1.0, -1.0, -1.0, 1.0, 1.0, -1.0};
-    int col = X1;
-    for (const double value : CORNERS)
-        setDouble(col++, value);
+    for (const auto& [col, value] : defaults())
+        setData(col, Qt::EditRole, value);
 }
 
 void zoHPCProjectionItem::addWallTiles()
@@ -313,8 +349,10 @@ void zoHPCProjectionItem::addWallTiles()
     const QString ownIdentifier = getString(Identifier);
 
     zoHPCProjectionItem prototype(QString(), Kind::Tile);
-    for (const int col : {Rows, Columns, OverlapX, OverlapY, RightOffsetX, RightOffsetY})
+    for (const int col : {Rows, Columns, RightOffsetX, RightOffsetY})
         prototype.setInt(col, getInt(col));
+    for (const int col : {OverlapX, OverlapY})
+        prototype.setInt(col, wholeOverlap(col));
     prototype.setBool(EdgeBlending, getBool(EdgeBlending));
     prototype.setDouble(Distance, getDouble(Distance));
 

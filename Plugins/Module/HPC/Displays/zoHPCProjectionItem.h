@@ -33,6 +33,11 @@ public:
     void setName(const QString& name);
     // Does not regenerate the children; call update().
     void setProjectionType(const QString& type);
+    // Parameters of its type that were never set, as those that another type does not save, get the values of a
+    // new projection.
+    void setMissingDefaults();
+    // What tiles and planes get of an overlap: the fractional part is dropped, however the number is spelled.
+    int wholeOverlap(int column) const;
 
     // Replaces all children by those that follow from the parameters.
     void update() override;

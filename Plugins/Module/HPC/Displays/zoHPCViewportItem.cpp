@@ -8,6 +8,7 @@
 #include <QDomDocument>
 #include <QIcon>
 
+#include <algorithm>
 #include <memory>
 
 zoHPCViewportItem::zoHPCViewportItem()
@@ -33,6 +34,12 @@ void zoHPCViewportItem::setViewport(double x1, double y1, double x2, double y2)
     setDouble(Y1, y1);
     setDouble(X2, x2);
     setDouble(Y2, y2);
+}
+
+// A whole window is never a single pixel, so a corner beyond 1 tells the two apart.
+bool zoHPCViewportItem::isInPixels() const
+{
+    return std::max({getDouble(X1), getDouble(Y1), getDouble(X2), getDouble(Y2)}) > 1.0;
 }
 
 void zoHPCViewportItem::setProjection(const QString& name)

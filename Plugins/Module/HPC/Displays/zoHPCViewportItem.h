@@ -26,6 +26,8 @@ public:
     ~zoHPCViewportItem() override;
 
     void setViewport(double x1, double y1, double x2, double y2);
+    // Whether the corners are given in pixels instead of fractions, as imported configurations do.
+    bool isInPixels() const;
     // Equal names change nothing. The identifier is not touched.
     void setProjection(const QString& name);
 

@@ -4,6 +4,7 @@
 #include "zoHPCOption.h"
 #include "zoHPCTreeEditTables.h"
 #include "zoHPCTreeItem.h"
+#include "zoHPCWheelGuard.h"
 #include "zoText.h"
 
 #include <QScopedValueRollback>
@@ -34,6 +35,7 @@ zoHPCTreeEditGUIW::zoHPCTreeEditGUIW(QWidget* parent)
     : QWidget(parent), m_ui(std::make_unique<Ui_zoHPCTreeEditGUIW>())
 {
     m_ui->setupUi(this);
+    new zoHPCWheelGuard(this);
     fillComboRows();
     connectWidgets();
 }

@@ -107,8 +107,8 @@ void Reader::addTiledWall(int projection)
     wall.name = wall.item->getString(P::Name);
     wall.isBlended = wall.item->getBool(P::EdgeBlending);
     const QSizeF tile = m_layout.tilePixels(projection);
-    const double overlapX = wall.item->getInt(P::OverlapX);
-    const double overlapY = wall.item->getInt(P::OverlapY);
+    const double overlapX = wall.item->wholeOverlap(P::OverlapX);
+    const double overlapY = wall.item->wholeOverlap(P::OverlapY);
     const double width = wall.columns * tile.width() - (wall.columns - 1) * overlapX;
     const double height = wall.rows * tile.height() - (wall.rows - 1) * overlapY;
     const double distance = wall.item->getDouble(P::Distance);
