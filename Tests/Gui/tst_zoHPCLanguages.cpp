@@ -61,12 +61,15 @@ Widget* field(const QObject& parent, const char* name)
     return widget;
 }
 
-// As typed by a person of that language.
+// As typed by a person of that language, without separators between groups: one of them was the decimal mark of
+// somebody else, so fields no longer take them.
 void type(QDoubleSpinBox* box, double value)
 {
     box->setFocus();
     box->selectAll();
-    QTest::keyClicks(box, QLocale().toString(value, 'f', box->decimals()));
+    QLocale locale;
+    locale.setNumberOptions(QLocale::OmitGroupSeparator);
+    QTest::keyClicks(box, locale.toString(value, 'f', box->decimals()));
     QTest::keyClick(box, Qt::Key_Tab);
 }
 

@@ -16,7 +16,6 @@
 #include "zoHPCTreeRows.h"
 #include "zoHPCViewportItem.h"
 #include "zoHPCViewportPanel.h"
-#include "zoHPCWheelGuard.h"
 #include "zoHPCWindowPanel.h"
 
 #include <QZODataWidgetMapper.h>
@@ -71,8 +70,7 @@ zoHPCDisplayGUII::zoHPCDisplayGUII(QWidget* parent)
     m_setup = std::make_unique<zoHPCDisplaySetup>(m_ui->m_projectionTree->invisibleRootItem(),
                                                   m_ui->m_displayTree->invisibleRootItem());
     createPanels();
-    zoHPCPanelFields::prepareNumbers(m_ui->m_panels);
-    new zoHPCWheelGuard(m_ui->m_panels);
+    zoHPCPanelFields::prepare(m_ui->m_panels);
     // Wide enough for all panels while nothing is hidden yet; the rest is the trees'.
     m_ui->m_panelArea->setMinimumWidth(m_ui->m_panels->minimumSizeHint().width() +
                                        style()->pixelMetric(QStyle::PM_ScrollBarExtent));
@@ -397,7 +395,7 @@ void zoHPCDisplayGUII::updateProjection(const QModelIndex& changed)
         return;
     {
         const Edit edit(*this);
-        // A file holds the parameters of one type only; another one that is chosen has to start with some.
+        // A file holds the parameters of one type only; another type has to start with some.
         if (changed.column() == zoHPCProjectionItem::Type)
             projection->setMissingDefaults();
         m_trees->regenerate(projection);

@@ -1,5 +1,6 @@
 #include "zoHPCPanelFields.h"
 
+#include "zoHPCWheelGuard.h"
 #include "zoText.h"
 
 #include <QZODataWidgetMapper.h>
@@ -69,10 +70,11 @@ void zoHPCPanelFields::setVisible(std::initializer_list<QWidget*> widgets, bool 
         widget->setVisible(visible);
 }
 
-void zoHPCPanelFields::prepareNumbers(const QWidget* panels)
+void zoHPCPanelFields::prepare(QWidget* panels)
 {
     const QList<QAbstractSpinBox*> numbers = panels->findChildren<QAbstractSpinBox*>();
     for (QAbstractSpinBox* number : numbers)
         narrow(number);
     nameForReaders(panels);
+    new zoHPCWheelGuard(panels);
 }

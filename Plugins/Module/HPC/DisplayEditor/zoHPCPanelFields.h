@@ -16,6 +16,6 @@ void map(QZODataWidgetMapper& mapper, std::initializer_list<Mapping> fields);
 void setVisible(std::initializer_list<QWidget*> widgets, bool visible);
 
 // Number fields become wide enough for usual numbers and wider when there is room; those without a label of
-// their own get a name for readers.
-void prepareNumbers(const QWidget* panels);
+// their own get a name for readers. The wheel scrolls the panels.
+void prepare(QWidget* panels);
 } // namespace zoHPCPanelFields
