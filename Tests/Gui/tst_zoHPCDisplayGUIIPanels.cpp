@@ -717,6 +717,7 @@ void tst_zoHPCDisplayGUIIPanels::cornersInPixelsAreShownAsTheyAre()
 
     displayTree()->setCurrentItem(window->child(0));
     QCOMPARE(field<QLabel>("m_lowerLeftPixel")->text(), text("640, 1"));
+    QCOMPARE(field<QLabel>("m_viewportX2Label")->text(), text("Upper right")); // no fraction
     QCOMPARE(field<QLabel>("m_upperRightPixel")->text(), text("1280, 1024"));
 
     // They do not depend on how large the window is.
@@ -725,6 +726,9 @@ void tst_zoHPCDisplayGUIIPanels::cornersInPixelsAreShownAsTheyAre()
     displayTree()->setCurrentItem(window->child(0));
     QVERIFY(isShown(field("m_upperRightPixel")));
     QCOMPARE(field<QLabel>("m_upperRightPixel")->text(), text("1280, 1024"));
+
+    field<QComboBox>("m_position")->setCurrentIndex(0);
+    QCOMPARE(field<QLabel>("m_viewportX2Label")->text(), text("Upper right (fraction)"));
 }
 
 void tst_zoHPCDisplayGUIIPanels::eyesAreNamed_data()

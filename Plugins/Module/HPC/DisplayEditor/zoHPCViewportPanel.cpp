@@ -96,15 +96,16 @@ void zoHPCViewportPanel::showProjection()
 void zoHPCViewportPanel::showPixels()
 {
     const zoHPCViewportItem* const viewport = currentViewport();
+    const bool isInPixels = viewport && viewport->isInPixels();
+    nameCorners(isInPixels);
     const auto* window = viewport ? dynamic_cast<const zoHPCWindowItem*>(viewport->parent()) : nullptr;
     // How large a full-screen window is only its screen knows.
-    const bool isKnown = window && (viewport->isInPixels() || !window->getBool(zoHPCWindowItem::FullScreen));
+    const bool isKnown = window && (isInPixels || !window->getBool(zoHPCWindowItem::FullScreen));
     zoHPCPanelFields::setVisible({m_ui.m_lowerLeftPixelLabel, m_ui.m_lowerLeftPixel,
                                   m_ui.m_upperRightPixelLabel, m_ui.m_upperRightPixel},
                                  isKnown);
     if (!isKnown)
         return;
-    const bool isInPixels = viewport->isInPixels();
     const int width = isInPixels ? 1 : window->getInt(zoHPCWindowItem::Width);
     const int height = isInPixels ? 1 : window->getInt(zoHPCWindowItem::Height);
     const auto corner = [width, height](double x, double y) {
@@ -113,6 +114,16 @@ void zoHPCViewportPanel::showPixels()
     };
     m_ui.m_lowerLeftPixel->setText(corner(m_ui.m_viewportX1->value(), m_ui.m_viewportY1->value()));
     m_ui.m_upperRightPixel->setText(corner(m_ui.m_viewportX2->value(), m_ui.m_viewportY2->value()));
+}
+
+// The fields hold what the file holds, which need not be fractions.
+void zoHPCViewportPanel::nameCorners(bool isInPixels)
+{
+    const auto text = [](const char* source) {
+        return QCoreApplication::translate("zoHPCDisplayGUII", source);
+    };
+    m_ui.m_viewportX1Label->setText(isInPixels ? text("Lower left") : text("Lower left (fraction)"));
+    m_ui.m_viewportX2Label->setText(isInPixels ? text("Upper right") : text("Upper right (fraction)"));
 }
 
 void zoHPCViewportPanel::showEyes()

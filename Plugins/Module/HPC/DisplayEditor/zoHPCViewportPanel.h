@@ -36,6 +36,7 @@ signals:
 
 private:
     zoHPCViewportItem* currentViewport() const;
+    void nameCorners(bool isInPixels);
     void chooseEyes(zoHPCDisplayTables::StereoMode::Eyes eyes);
 
     const Ui_zoHPCDisplayGUII& m_ui;
