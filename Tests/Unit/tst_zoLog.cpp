@@ -129,12 +129,25 @@ void tst_zoLog::translatedTextIsTakenAsItIs()
 
 void tst_zoLog::longTextIsWhole()
 {
-    const QByteArray text(100000, 'x');
+    // Around the sizes that buffers have.
+    QList<int> sizes{0, 1, 100000};
+    for (int power = 6; power <= 17; ++power) {
+        for (int more = -2; more <= 2; ++more)
+            sizes << (1 << power) + more;
+    }
+    for (const int size : qAsConst(sizes)) {
+        const QByteArray text(size, 'x');
+        const QString umlauts(size, QChar(0xfc));
 
-    const QList<Message> messages = messagesOf([&text] { zoLog::info("%s|", text.constData()); });
+        const QList<Message> messages = messagesOf([&text, &umlauts] {
+            zoLog::info("%s|", text.constData());
+            zoLog::error("%s|", qUtf8Printable(umlauts));
+        });
 
-    QCOMPARE(messages.size(), 1);
-    QCOMPARE(messages.at(0).text.size(), 100001);
+        QCOMPARE(messages.size(), 2);
+        QCOMPARE(messages.at(0).text, QString::fromLatin1(text) + QLatin1Char('|'));
+        QCOMPARE(messages.at(1).text, umlauts + QLatin1Char('|'));
+    }
 }
 
 void tst_zoLog::categoryCanBeSilenced()
