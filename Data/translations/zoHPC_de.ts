@@ -63,10 +63,6 @@ auch wenn die Server dann instabil sein können?</translation>
         <source>Cluster start given up after %1 attempts.</source>
         <translation>Start des Clusters nach %1 Versuchen aufgegeben.</translation>
     </message>
-    <message>
-        <source>Network %1 not found.</source>
-        <translation>Netzwerk %1 nicht gefunden.</translation>
-    </message>
 </context>
 <context>
     <name>zoHPCConfigConverter</name>
@@ -960,10 +956,6 @@ auch wenn die Server dann instabil sein können?</translation>
         <translation>%1 enthält keine Parameter einer alten Konfiguration.</translation>
     </message>
     <message>
-        <source>Unable to load cluster config %1</source>
-        <translation>Clusterkonfiguration %1 kann nicht geladen werden</translation>
-    </message>
-    <message>
         <source>Unable to load cluster config %1: %2</source>
         <translation>Clusterkonfiguration %1 kann nicht geladen werden: %2</translation>
     </message>
@@ -1185,6 +1177,22 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>Enable its nodes</source>
         <translation>Knoten aktivieren</translation>
+    </message>
+    <message>
+        <source>%1: option &quot;%2&quot; has the unknown value &quot;%3&quot;.</source>
+        <translation>%1: Option „%2“ hat den unbekannten Wert „%3“.</translation>
+    </message>
+    <message>
+        <source>Use the default</source>
+        <translation>Standardwert verwenden</translation>
+    </message>
+    <message>
+        <source>Cluster</source>
+        <translation>Cluster</translation>
+    </message>
+    <message>
+        <source>%1 number %2</source>
+        <translation>%1 Nummer %2</translation>
     </message>
 </context>
 <context>
@@ -1685,6 +1693,14 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>8</source>
         <translation>8</translation>
+    </message>
+    <message>
+        <source>Option &quot;%1&quot; of %2: the unknown value &quot;%3&quot; is replaced by the default.</source>
+        <translation>Option „%1“ (%2): Der unbekannte Wert „%3“ wird durch den Standardwert ersetzt.</translation>
+    </message>
+    <message>
+        <source>the cluster</source>
+        <translation>Cluster</translation>
     </message>
 </context>
 <context>

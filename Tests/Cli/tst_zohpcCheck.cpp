@@ -19,6 +19,7 @@ private slots:
     void problemsHaveTheirPlaces();
     void problemsAsJson();
     void jsonHasALineForEachProblem();
+    void unknownOptionValuesAreTold();
     void planesFarAwayAreChecked_data();
     void planesFarAwayAreChecked();
     void unusableFileDoesNotHideTheOthers();
@@ -95,6 +96,26 @@ void tst_zohpcCheck::problemsAsJson()
     QCOMPARE(first.value("kind").toString(), QStringLiteral("viewport-without-projection"));
     QVERIFY(!first.value("text").toString().isEmpty());
     QVERIFY(first.contains("fix"));
+}
+
+// As they stand in the file: the window would replace them while it shows them.
+void tst_zohpcCheck::unknownOptionValuesAreTold()
+{
+    const zoCommandRun run =
+        zoCommandRun::zohpc({"check", "-"}, "<cluster version=\"1\">\n"
+                                            " <master scenecompression=\"ultra\">\n"
+                                            "  <network speed=\"5g\"><node name=\"a\"/></network>\n"
+                                            " </master>\n"
+                                            "</cluster>\n");
+
+    QCOMPARE(run.exitCode, 1);
+    const QList<QByteArray> lines = run.output.trimmed().split('\n');
+    QCOMPARE(lines.size(), 2);
+    QVERIFY2(lines.first().startsWith("-:2:2:") && lines.first().contains("\"ultra\""),
+             lines.first().constData());
+    QVERIFY2(lines.last().startsWith("-:3:3:") && lines.last().contains("\"5g\""), lines.last().constData());
+    QVERIFY(zoCommandRun::zohpc({"check", "--json", "-"}, "<cluster><master parallelframes=\"9\"/></cluster>")
+                .output.contains("\"unknown-option-value\""));
 }
 
 // Cells of space far away were once counted in steps that changed nothing: for ever, in the window too.

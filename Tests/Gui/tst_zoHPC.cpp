@@ -17,9 +17,12 @@
 #include <QDomDocument>
 #include <QMessageBox>
 #include <QMetaMethod>
+#include <QPointer>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QTimer>
+#include <QTranslator>
 
 #include <zoKernelServiceFactory.h>
 #include <zoPlatform.h>
@@ -33,6 +36,18 @@ QString documentWithHost(const char* name)
                " </master>\n</cluster>\n")
         .arg(QLatin1String(name));
 }
+
+// Nothing keeps its words in the language of this one.
+class EveryTextTranslator final : public QTranslator
+{
+public:
+    using QTranslator::translate;
+    QString translate(const char*, const char*, const char*, int) const override
+    {
+        return QStringLiteral("translated");
+    }
+    bool isEmpty() const override { return false; }
+};
 } // namespace
 
 // The module object: what it wires and how it runs a session.
@@ -85,6 +100,7 @@ private slots:
     void networkOptionIsSetAndShown();
     void networkOptionOfTheSelectedNetworkIsShown();
     void unknownNetworkIsReported();
+    void linesForScriptsAreTheSameInEveryLanguage();
     void windowMayGoDuringTheStart();
     void advancedShowsTheEditAction();
     void diagnosticSwitchesReachTheService();
@@ -101,6 +117,7 @@ private slots:
     void configurationFromTheServiceIsNotSentBack();
     void configurationThatTheServiceReplacesIsAnnounced();
     void windowsMayGoBeforeTheModule();
+    void nothingRunsAfterTheModuleIsGone();
 
 private:
     zoHPCGUIW* window() const { return qobject_cast<zoHPCGUIW*>(m_host->modules.first().window); }
@@ -791,6 +808,21 @@ void tst_zoHPC::unknownNetworkIsReported()
     QCOMPARE(window()->getConfigString(), before);
 }
 
+void tst_zoHPC::linesForScriptsAreTheSameInEveryLanguage()
+{
+    make();
+    EveryTextTranslator translator;
+    QVERIFY(QCoreApplication::installTranslator(&translator));
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("^Network -3 not found\\.$")));
+    expectMessage(QtCriticalMsg, QRegularExpression(QString::fromUtf8(
+                                     "^Unable to load cluster config /no/\xc3\xbc %s %1$")));
+
+    m_module->setNetworkOption(-3, zoHPCOption::LinkSpeed, QStringLiteral("10g"));
+    m_module->loadConfig("/no/\xfc %s %1");
+
+    QCoreApplication::removeTranslator(&translator);
+}
+
 void tst_zoHPC::advancedShowsTheEditAction()
 {
     make();
@@ -1035,6 +1067,40 @@ void tst_zoHPC::windowsMayGoBeforeTheModule()
     m_module->loadConfig("/late.zhpc");
 
     QVERIFY(!m_host->cluster.calls.contains(QStringLiteral("start")));
+}
+
+void tst_zoHPC::nothingRunsAfterTheModuleIsGone()
+{
+    m_host->cluster.config = documentWithHost("n");
+    make();
+    zoHPCGUIW* kept = window();
+    m_host->window->show();
+    kept->show();
+    kept->displaySetup();
+    const QPointer<zoHPCConnectGUIW> overlay = m_host->window->findChild<zoHPCConnectGUIW*>();
+    QCoreApplication::processEvents();
+    // Changes, which the window follows a moment later: as does one that no module ever had.
+    kept->getTree()->getNodeItems().front()->setHostName(QStringLiteral("later"));
+    emit kept->getDisplayEditor()->displayChanged();
+    zoHPCGUIW other(nullptr, QStringLiteral("Other"));
+    other.getTree()->getNodeItems().front()->setHostName(QStringLiteral("later"));
+
+    m_module.reset();
+    emit m_host->cluster.progressChanged(QStringLiteral("half"), 50);
+    emit m_host->cluster.started();
+
+    QTRY_VERIFY(other.isWindowModified());
+    QVERIFY(!kept->isWindowModified());
+    QVERIFY(!overlay->isVisible());
+    QVERIFY(!kept->isVisible());
+    QVERIFY(!kept->getDisplayEditor()->isVisible());
+    QVERIFY(!kept->isEnabled());
+    const QList<QTimer*> timers = kept->findChildren<QTimer*>();
+    QVERIFY(!timers.isEmpty());
+    for (const QTimer* timer : timers)
+        QVERIFY(!timer->isActive());
+    // The window is the host's, with what it holds.
+    QCOMPARE(kept->getTree()->getNodeNames(), QStringList{QStringLiteral("later")});
 }
 
 ZO_TEST_MAIN(tst_zoHPC)

@@ -66,6 +66,8 @@ private slots:
     void editConfigCancelledChangesNothing();
     void importLegacyLoadsTheConvertedText();
     void importedDocumentIsNotSaved();
+    void valuesSurviveLookingAtThem();
+    void replacedValueCountsAsAChange();
     void loadingAnotherFileSaysSoInTheStatusBar_data();
     void loadingAnotherFileSaysSoInTheStatusBar();
     void importLegacyOfAnotherFileSaysSoInTheStatusBar();
@@ -485,6 +487,63 @@ void tst_zoHPCGUIWFiles::importedDocumentIsNotSaved()
     QVERIFY(m_window->windowFilePath().isEmpty());
     QVERIFY(m_window->differs());
     QTRY_VERIFY(m_window->isWindowModified());
+}
+
+void tst_zoHPCGUIWFiles::valuesSurviveLookingAtThem()
+{
+    write(path("own.zhpc"),
+          "<cluster version='1'><master scenecompression='best' homogeneous='yes'>"
+          "<network encrypted='1' serviceport='70000'><node name='a'/></network>"
+          "<network serviceport='8889'><node name='b' enabled='no' rendernode='0'/></network>"
+          "</master></cluster>");
+    m_window->loadConfig(path("own.zhpc"));
+    const QString loaded = m_window->documentText();
+    QVERIFY(loaded.contains(QStringLiteral("homogeneous=\"yes\"")));
+
+    zoHPCTreeGUIW* tree = m_window->getTree();
+    for (int round = 0; round < 2; ++round) {
+        for (zoHPCTreeItem* item :
+             {tree->findNetworkByIndex(1), tree->findNetworkByIndex(2), tree->getNodeItems().front(),
+              tree->getNodeItems().back(), tree->master()})
+            tree->setSelectedItem(item);
+    }
+    m_window->saveConfig();
+
+    QCOMPARE(m_window->documentText(), loaded);
+    for (const char* kept : {"homogeneous=\"yes\"", "encrypted=\"1\"", "serviceport=\"70000\"",
+                             "serviceport=\"8889\"", "enabled=\"no\"", "rendernode=\"0\""})
+        QVERIFY2(loaded.contains(QLatin1String(kept)), kept);
+    QFile file(path("own.zhpc"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(QString::fromUtf8(file.readAll()), loaded);
+}
+
+void tst_zoHPCGUIWFiles::replacedValueCountsAsAChange()
+{
+    write(path("ultra.zhpc"), "<cluster version='1'><master scenecompression='ultra'><network speed='5g'>"
+                              "<node name='a'/></network></master></cluster>");
+
+    m_window->loadConfig(path("ultra.zhpc"));
+
+    QCOMPARE(messages().filter(QStringLiteral("ultra")).size(), 1);
+    QVERIFY(m_window->differs());
+    QVERIFY(m_window->isWindowModified());
+    m_window->getTree()->master()->setOption(zoHPCOption::SceneCompression, QStringLiteral("ultra"));
+    QVERIFY(!m_window->differs());
+    m_window->getTree()->setSelectedItem(m_window->getTree()->findNetworkByIndex(1));
+    QCOMPARE(messages().filter(QStringLiteral("5g")).size(), 1);
+    QVERIFY(m_window->differs());
+    QTRY_VERIFY(m_window->isWindowModified());
+
+    m_window->getTree()->setSelectedItem(m_window->getTree()->master());
+    m_window->saveConfig();
+    QVERIFY(!m_window->differs());
+    QVERIFY(!m_window->isWindowModified());
+    const QString saved = m_window->documentText();
+    m_window->loadConfig(path("ultra.zhpc"));
+    QCOMPARE(m_window->documentText(), saved);
+    QVERIFY(!m_window->differs());
+    QVERIFY(!m_window->isWindowModified());
 }
 
 void tst_zoHPCGUIWFiles::loadingAnotherFileSaysSoInTheStatusBar_data()

@@ -3,6 +3,7 @@
 #include "zoSplitterDrag.h"
 #include "zoTestCase.h"
 
+#include <zoHPCDisplayGUII.h>
 #include <zoHPCGUIW.h>
 #include <zoHPCTreeEditGUIW.h>
 #include <zoHPCTreeGUIW.h>
@@ -14,12 +15,56 @@
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
+#include <QHash>
+#include <QKeyEvent>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QShortcut>
 #include <QSignalSpy>
 #include <QSplitter>
 #include <QTreeWidget>
 
 #include <memory>
+
+namespace
+{
+// Takes keys as a widget of the host does in its keyPressEvent().
+class KeyEar final : public QObject
+{
+public:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() != QEvent::KeyPress)
+            return false;
+        const auto* press = static_cast<QKeyEvent*>(event);
+        const QString name = keys.value(press->key() | int(press->modifiers()));
+        if (name.isEmpty())
+            return false;
+        *heard << name;
+        event->accept();
+        return true;
+    }
+
+    QHash<int, QString> keys;
+    QStringList* heard = nullptr;
+};
+
+// Another host: its window takes some keys in keyPressEvent(), after all else.
+class OtherHost final : public QMainWindow
+{
+public:
+    QList<int> taken;
+    QList<int> seen;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        seen << event->key();
+        event->setAccepted(taken.contains(event->key()));
+    }
+};
+} // namespace
 
 // The cluster window as a page of the host's window, with real keys.
 class tst_zoHPCInHost final : public zoTestCase
@@ -33,7 +78,11 @@ private slots:
     void keyReachesItsAction_data();
     void keyReachesItsAction();
     void startAndStopKeysWorkWithoutTheirBar();
-    void noKeyIsGivenTwice();
+    void actionsShowTheirKeysAndClaimNone();
+    void keyOfTheHostWins_data();
+    void keyOfTheHostWins();
+    void keyWorksInEveryField();
+    void otherHostTakesKeysItsOwnWay();
     void keysOfAPageThatIsNotShownAreSilent();
     void windowsKeepTheirKeysApart();
     void renameKeyLeadsToTheName_data();
@@ -154,27 +203,150 @@ void tst_zoHPCInHost::startAndStopKeysWorkWithoutTheirBar()
     QCOMPARE(started.count(), 1);
 }
 
-void tst_zoHPCInHost::noKeyIsGivenTwice()
+void tst_zoHPCInHost::actionsShowTheirKeysAndClaimNone()
 {
-    QHash<QString, QString> owners;
+    QStringList shown;
+    const QList<QAction*> actions = m_host.module->menuBar()->actions();
+    for (const QAction* menu : actions) {
+        const QList<QAction*> entries = menu->menu()->actions();
+        for (const QAction* entry : entries) {
+            if (!entry->shortcut().isEmpty())
+                shown << entry->text() + QLatin1Char(' ') +
+                             entry->shortcut().toString(QKeySequence::PortableText);
+        }
+    }
+    QCOMPARE(shown, (QStringList{"New Ctrl+N", "Load... Ctrl+O", "Save Ctrl+S", "Save As... Ctrl+Shift+S"}));
+    QCOMPARE(action(m_host.module, QStringLiteral("Start"))->shortcut(), QKeySequence(Qt::Key_F5));
+    QCOMPARE(action(m_host.module, QStringLiteral("Stop"))->shortcut(), QKeySequence(Qt::SHIFT | Qt::Key_F5));
+
+    // A key that two have works for neither, unless one of them has it for a widget that never has the focus.
+    const QList<QAction*> all = m_host.module->findChildren<QAction*>();
+    for (const QAction* candidate : all) {
+        if (!candidate->shortcut().isEmpty())
+            QVERIFY2(candidate->shortcutContext() == Qt::WidgetShortcut, qPrintable(candidate->text()));
+    }
+    QCOMPARE(m_host.module->findChildren<QShortcut*>().size(),
+             m_host.module->getDisplayEditor()->findChildren<QShortcut*>().size());
+}
+
+void tst_zoHPCInHost::keyOfTheHostWins_data()
+{
+    QTest::addColumn<QString>("way");
+    QTest::addColumn<int>("context");
+
+    QTest::newRow("action") << "action" << int(Qt::WindowShortcut);
+    QTest::newRow("action-of-the-application") << "action" << int(Qt::ApplicationShortcut);
+    QTest::newRow("shortcut") << "shortcut" << int(Qt::WindowShortcut);
+    QTest::newRow("event") << "event" << int(Qt::WindowShortcut);
+}
+
+void tst_zoHPCInHost::keyOfTheHostWins()
+{
+    QFETCH(QString, way);
+    QFETCH(int, context);
+    activate(m_host.window.get());
+    zoHPCTreeGUIW* tree = m_host.module->getTree();
+    const int saved = int(Qt::CTRL | Qt::Key_S);
+    const QList<int> keys{int(Qt::CTRL | Qt::Key_N),
+                          int(Qt::CTRL | Qt::Key_O),
+                          saved,
+                          int(Qt::CTRL | Qt::SHIFT | Qt::Key_S),
+                          int(Qt::Key_F5),
+                          int(Qt::Key_F2),
+                          int(Qt::Key_Delete)};
+    QStringList heard;
+    KeyEar ear;
+    for (const int key : keys) {
+        const QString name = QKeySequence(key).toString(QKeySequence::PortableText);
+        if (way == QLatin1String("action")) {
+            auto* hosts = new QAction(name, m_host.window.get());
+            hosts->setShortcut(QKeySequence(key));
+            hosts->setShortcutContext(Qt::ShortcutContext(context));
+            m_host.window->addAction(hosts);
+            connect(hosts, &QAction::triggered, this, [&heard, name] { heard << name; });
+        } else if (way == QLatin1String("shortcut")) {
+            auto* hosts = new QShortcut(QKeySequence(key), m_host.window.get());
+            connect(hosts, &QShortcut::activated, this, [&heard, name] { heard << name; });
+        } else {
+            ear.keys[key] = name;
+        }
+    }
+    // As a host's own keyPressEvent() takes them: the last to hear.
+    if (way == QLatin1String("event")) {
+        ear.heard = &heard;
+        m_host.window->centralWidget()->installEventFilter(&ear);
+    }
+    QStringList module;
+    const QList<QAction*> actions = m_host.module->findChildren<QAction*>();
+    for (QAction* one : actions)
+        connect(one, &QAction::triggered, this, [&module, one] { module << one->text(); });
+    tree->setSelectedItem(tree->getNodeItems().front());
+    hostTree()->setFocus();
+
+    QStringList expected;
+    for (const int key : keys) {
+        QTest::keyClick(hostTree(), Qt::Key(key & ~int(Qt::KeyboardModifierMask)),
+                        Qt::KeyboardModifiers(key & int(Qt::KeyboardModifierMask)));
+        expected << QKeySequence(key).toString(QKeySequence::PortableText);
+    }
+
+    QCOMPARE(heard, expected);
+    QCOMPARE(module, QStringList());
+    QCOMPARE(QApplication::focusWidget(), static_cast<QWidget*>(hostTree()));
+    QVERIFY(!tree->getNodeItems().empty());
+}
+
+void tst_zoHPCInHost::keyWorksInEveryField()
+{
+    activate(m_host.window.get());
+    zoHPCTreeGUIW* tree = m_host.module->getTree();
+    const QSignalSpy triggered(action(m_host.module, QStringLiteral("Start")), &QAction::triggered);
+    const QSignalSpy saved(action(m_host.module, QStringLiteral("Save")), &QAction::triggered);
     int count = 0;
 
-    const QList<QAction*> actions = m_host.window->findChildren<QAction*>();
-    for (const QAction* candidate : actions) {
-        if (candidate->shortcutContext() != Qt::WindowShortcut &&
-            candidate->shortcutContext() != Qt::ApplicationShortcut)
-            continue;
-        const QList<QKeySequence> keys = candidate->shortcuts();
-        for (const QKeySequence& key : keys) {
-            const QString name = key.toString(QKeySequence::PortableText);
-            QVERIFY2(!owners.contains(name), qPrintable(name + QStringLiteral(": ") + owners.value(name) +
-                                                        QStringLiteral(" and ") + candidate->text()));
-            owners.insert(name, candidate->text());
+    for (zoHPCTreeItem* item : {tree->master(), tree->findNetworkByIndex(1), tree->getNodeItems().front()}) {
+        tree->setSelectedItem(item);
+        const QList<QWidget*> fields = m_host.module->getEditor()->findChildren<QWidget*>();
+        for (QWidget* field : fields) {
+            if (!field->isVisible() || field->focusPolicy() == Qt::NoFocus || field->focusProxy())
+                continue;
+            m_host.module->setStartEnabled(true);
+            field->setFocus();
+            const zoDialogRobot robot([](QDialog* dialog) { dialog->reject(); });
+            QTest::keyClick(field, Qt::Key_F5);
+            QTest::keyClick(field, Qt::Key_S, Qt::ControlModifier);
             ++count;
+            QVERIFY2(triggered.count() == count && saved.count() == count, qPrintable(field->objectName()));
         }
     }
 
-    QVERIFY(count >= 6);
+    QVERIFY(count > 8);
+}
+
+void tst_zoHPCInHost::otherHostTakesKeysItsOwnWay()
+{
+    OtherHost host;
+    auto* module = new zoHPCGUIW(nullptr, QStringLiteral("Module"));
+    host.setCentralWidget(module);
+    activate(&host);
+    const QSignalSpy started(action(module, QStringLiteral("Start")), &QAction::triggered);
+    auto* tree = module->getTree()->findChild<QTreeWidget*>(QStringLiteral("m_treeWidget"));
+    module->getTree()->setSelectedItem(module->getTree()->getNodeItems().front());
+    tree->setFocus();
+    host.taken = {Qt::Key_F5, Qt::Key_Delete};
+
+    QTest::keyClick(tree, Qt::Key_F5);
+    QTest::keyClick(tree, Qt::Key_Delete);
+    QTest::keyClick(&host, Qt::Key_F5);
+
+    QCOMPARE(started.count(), 0);
+    QCOMPARE(module->getTree()->getNodeNames().size(), 1);
+    QCOMPARE(host.seen, (QList<int>{Qt::Key_F5, Qt::Key_Delete, Qt::Key_F5})); // once each
+    host.taken.clear();
+    QTest::keyClick(&host, Qt::Key_F5);
+    QTest::keyClick(tree, Qt::Key_Delete);
+    QCOMPARE(started.count(), 1);
+    QCOMPARE(module->getTree()->getNodeNames(), QStringList());
 }
 
 void tst_zoHPCInHost::keysOfAPageThatIsNotShownAreSilent()

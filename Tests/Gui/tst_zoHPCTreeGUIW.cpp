@@ -21,6 +21,7 @@ private slots:
     // Editing
     void overlayIconIsPaintedAtEightEight();
     void disabledRowsAreReadable();
+    void coloursSetOnTheViewAreUsed();
     void rowsFillTheView();
 
     // Running state
@@ -79,6 +80,45 @@ void tst_zoHPCTreeGUIW::disabledRowsAreReadable()
     QVERIFY(qAbs(palette.color(QPalette::Light).lightness() - palette.color(QPalette::Base).lightness()) >=
             60);
     QVERIFY(palette.color(QPalette::Light) != palette.color(QPalette::Text));
+}
+
+void tst_zoHPCTreeGUIW::coloursSetOnTheViewAreUsed()
+{
+    const QPalette before = QApplication::palette();
+    zoHPCTreeItem* node = m_view->getNodeItems().front();
+    QPalette palette = m_view->palette();
+    palette.setColor(QPalette::Text, QColor(200, 0, 0));
+    palette.setColor(QPalette::Light, QColor(240, 240, 200)); // hardly to be read, and wanted
+    m_view->setPalette(palette);
+    const auto colours = [node] {
+        node->setIsEnabled(true);
+        const QColor text = node->foreground(0).color();
+        node->setIsEnabled(false);
+        return QList<QColor>{text, node->foreground(0).color()};
+    };
+    const QList<QColor> expected{QColor(200, 0, 0), QColor(240, 240, 200)};
+    QCOMPARE(colours(), expected);
+
+    QPalette dark = before;
+    dark.setColor(QPalette::Base, QColor(20, 20, 20));
+    dark.setColor(QPalette::Text, Qt::white);
+    dark.setColor(QPalette::Light, QColor(25, 25, 25));
+    QApplication::setPalette(dark);
+    QCoreApplication::processEvents();
+    const QList<QColor> onDark = colours();
+    const QColor base = m_view->palette().color(QPalette::Base);
+    m_view->setPalette(QPalette()); // as if nobody had set one
+    const QList<QColor> withoutOwn = colours();
+    QApplication::setPalette(before);
+    QCoreApplication::processEvents();
+
+    QCOMPARE(onDark, expected);
+    QCOMPARE(base, QColor(20, 20, 20)); // what nobody set follows the application
+    QCOMPARE(withoutOwn.first(), QColor(Qt::white));
+    QVERIFY(withoutOwn.last().lightness() > 80);
+    const QList<QColor> after = colours();
+    QCOMPARE(after.first(), before.color(QPalette::Text));
+    QVERIFY(qAbs(after.last().lightness() - before.color(QPalette::Base).lightness()) >= 60);
 }
 
 void tst_zoHPCTreeGUIW::rowsFillTheView()

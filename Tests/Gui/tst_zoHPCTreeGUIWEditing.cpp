@@ -62,6 +62,7 @@ private slots:
     // Keys
     void deleteKeyRemovesTheCurrentRow_data();
     void deleteKeyRemovesTheCurrentRow();
+    void heldKeyRemovesOnce();
 };
 
 void tst_zoHPCTreeGUIWEditing::everyChangeIsSaid()
@@ -474,6 +475,25 @@ void tst_zoHPCTreeGUIWEditing::deleteKeyRemovesTheCurrentRow()
 
     QCOMPARE(tree.getNodeNames().join(QLatin1Char(' ')), hosts);
     QCOMPARE(changed.count(), hosts.startsWith(QLatin1String("n1")) ? 0 : 1);
+}
+
+void tst_zoHPCTreeGUIWEditing::heldKeyRemovesOnce()
+{
+    zoHPCTreeGUIW tree;
+    tree.setHostString(QStringLiteral("{ n1 n2 n3 }"));
+    tree.show();
+    tree.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&tree));
+    auto* view = tree.findChild<QTreeWidget*>(QStringLiteral("m_treeWidget"));
+    view->setFocus();
+    tree.setSelectedItem(tree.getNodeItems().front());
+
+    for (const bool isRepeated : {false, true, true}) {
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_Delete, Qt::NoModifier, QStringLiteral("\x7f"), isRepeated);
+        QCoreApplication::sendEvent(view, &press);
+    }
+
+    QCOMPARE(tree.getNodeNames(), (QStringList{QStringLiteral("n2"), QStringLiteral("n3")}));
 }
 
 ZO_TEST_MAIN(tst_zoHPCTreeGUIWEditing)

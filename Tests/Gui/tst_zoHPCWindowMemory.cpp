@@ -15,6 +15,7 @@
 #include <QDialog>
 #include <QLabel>
 #include <QScreen>
+#include <QSettings>
 #include <QSplitter>
 #include <QTabWidget>
 #include <QTemporaryFile>
@@ -52,9 +53,17 @@ public:
     QTabWidget* tabs;
 };
 
-const QString s_size = QStringLiteral("HPC Cluster window: test");
-const QString s_panes = QStringLiteral("HPC Cluster window: test panes");
-const QString s_tabs = QStringLiteral("HPC Cluster window: test tabs");
+const QString s_size = QStringLiteral("windows/test");
+const QString s_panes = QStringLiteral("windows/test panes");
+const QString s_tabs = QStringLiteral("windows/test tabs");
+
+// The module's file, below the folder of this test alone.
+QSettings& remembered()
+{
+    static QSettings settings(zoHPCWindowMemory::fileName(), QSettings::IniFormat);
+    settings.sync();
+    return settings;
+}
 } // namespace
 
 // What windows keep from one run to the next.
@@ -63,9 +72,17 @@ class tst_zoHPCWindowMemory final : public zoTestCase
     Q_OBJECT
 
 private slots:
-    void init() { m_host = std::make_unique<zoFakeHost>(); }
+    void init()
+    {
+        m_host = std::make_unique<zoFakeHost>();
+        remembered().clear();
+        remembered().sync();
+    }
     void cleanup()
     {
+        // The host's preferences hold what people choose on the page, and nothing else.
+        if (m_host)
+            QCOMPARE(m_host->preferences.keys(), QStringList());
         m_host.reset();
         zoTestCase::cleanup();
     }
@@ -77,7 +94,7 @@ private slots:
     void unreadableValuesAreIgnored();
     void sizeFitsTheScreen();
     void maximizedDialogKeepsItsSize();
-    void withoutPreferencesNothingHappens();
+    void hostIsNotAsked();
     void windowsOfTheModuleComeBack();
     void hostsDialogComesBack();
 
@@ -115,14 +132,14 @@ void tst_zoHPCWindowMemory::whatNobodyTouchedIsNotKept()
     Dialog dialog;
     dialog.show();
     dialog.reject();
-    QVERIFY(m_host->preferences.isEmpty());
+    QCOMPARE(remembered().allKeys(), QStringList());
 
     // Panes that are wider because the dialog is have no proportions of their own.
     dialog.show();
     dialog.resize(640, 360);
     QCoreApplication::processEvents();
     dialog.reject();
-    QCOMPARE(m_host->preferences.keys(), QStringList{s_size});
+    QCOMPARE(remembered().allKeys(), QStringList{s_size});
 }
 
 void tst_zoHPCWindowMemory::secondShowInOneRunKeepsWhatIsThere()
@@ -130,7 +147,8 @@ void tst_zoHPCWindowMemory::secondShowInOneRunKeepsWhatIsThere()
     Dialog dialog;
     dialog.show();
     dialog.hide();
-    m_host->preferences.insert(s_size, QStringLiteral("500,500"));
+    remembered().setValue(s_size, QStringLiteral("500,500"));
+    remembered().sync();
 
     dialog.show();
 
@@ -157,7 +175,8 @@ void tst_zoHPCWindowMemory::unreadableValuesAreIgnored()
         sizes = plain.splitter->sizes();
     }
     for (const QString& key : {s_size, s_panes, s_tabs})
-        m_host->preferences.insert(key, value);
+        remembered().setValue(key, value);
+    remembered().sync();
 
     Dialog dialog;
     dialog.show();
@@ -170,7 +189,8 @@ void tst_zoHPCWindowMemory::unreadableValuesAreIgnored()
 
 void tst_zoHPCWindowMemory::sizeFitsTheScreen()
 {
-    m_host->preferences.insert(s_size, QStringLiteral("20000,10000"));
+    remembered().setValue(s_size, QStringLiteral("20000,10000"));
+    remembered().sync();
 
     Dialog dialog;
     dialog.show();
@@ -198,8 +218,16 @@ void tst_zoHPCWindowMemory::maximizedDialogKeepsItsSize()
     QCOMPARE(dialog.size(), QSize(400, 300));
 }
 
-void tst_zoHPCWindowMemory::withoutPreferencesNothingHappens()
+void tst_zoHPCWindowMemory::hostIsNotAsked()
 {
+    // What an earlier version kept with the host is left there, unread.
+    m_host->preferences.insert(QStringLiteral("HPC Cluster window: test"), QStringLiteral("500,500"));
+    {
+        Dialog dialog;
+        dialog.show();
+        QCOMPARE(dialog.size(), QSize(400, 300));
+    }
+    m_host->preferences.clear();
     m_host.reset();
     QTemporaryFile file;
     QVERIFY(file.open());
@@ -214,12 +242,16 @@ void tst_zoHPCWindowMemory::withoutPreferencesNothingHappens()
         dialog.tabs->setCurrentIndex(1);
         dialog.accept();
     }
+    Dialog dialog;
+    dialog.show();
 
     std::fflush(stderr);
     dup2(saved, STDERR_FILENO);
     close(saved);
     file.seek(0);
     QVERIFY(!file.readAll().contains("zoKernelServiceFactory"));
+    QCOMPARE(dialog.size(), QSize(640, 360));
+    QCOMPARE(dialog.tabs->currentIndex(), 1);
 }
 
 void tst_zoHPCWindowMemory::windowsOfTheModuleComeBack()
@@ -245,7 +277,7 @@ void tst_zoHPCWindowMemory::windowsOfTheModuleComeBack()
         QCoreApplication::processEvents();
         zoSplitterDrag(partOf(dialog, "m_treeSplitter"), 25);
         dialog->findChild<QTabWidget*>(QStringLiteral("m_layoutTabs"))->setCurrentIndex(1);
-        QVERIFY(m_host->preferences.isEmpty());
+        QCOMPARE(remembered().allKeys(), QStringList());
         dialogSizes = partOf(dialog, "m_treeSplitter")->sizes();
         dialogSizes << dialog->width() << dialog->height();
         dialog->reject();
@@ -259,7 +291,7 @@ void tst_zoHPCWindowMemory::windowsOfTheModuleComeBack()
     window.displaySetup();
     QCoreApplication::processEvents();
 
-    QVERIFY(m_host->preferences.contains(QStringLiteral("HPC Cluster window: display setup m_treeSplitter")));
+    QVERIFY(remembered().contains(QStringLiteral("windows/display setup m_treeSplitter")));
     QCOMPARE(qobject_cast<QSplitter*>(window.getTree()->parentWidget())->sizes(), mainSizes);
     QCOMPARE(partOf(dialog, "m_treeSplitter")->sizes() << dialog->width() << dialog->height(), dialogSizes);
     QCOMPARE(dialog->findChild<QTabWidget*>(QStringLiteral("m_layoutTabs"))->currentIndex(), 1);

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QLibrary>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QToolBar>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
@@ -17,6 +18,16 @@ bool isMapped()
 {
     QFile maps(QStringLiteral("/proc/self/maps"));
     return maps.open(QIODevice::ReadOnly) && maps.readAll().contains("/libzoHPC.so");
+}
+
+// What a program prints about the module's file, by line.
+QStringList outputOf(const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    process.start(program, arguments + QStringList{QStringLiteral(ZO_MODULE_FILE)});
+    if (!process.waitForFinished())
+        return {process.errorString()};
+    return QString::fromLocal8Bit(process.readAllStandardOutput()).split(QLatin1Char('\n'));
 }
 
 using Entry = void (*)();
@@ -32,6 +43,8 @@ private slots:
     void cleanup();
 
     void exportsItsTwoEntriesOnly();
+    void needsFourLibrariesOfTheToolkit();
+    void logsInThePrintfWayAlone();
     void secondInitMakesNoSecondModule();
     void preferencesEntryRegistersItsPageOnce();
     void slotsCanBeInvokedByName();
@@ -77,6 +90,38 @@ void tst_libzoHPC::exportsItsTwoEntriesOnly()
     names.sort();
 
     QCOMPARE(names, (QStringList{QStringLiteral("initPlugin"), QStringLiteral("initPreferencesPlugin")}));
+}
+
+void tst_libzoHPC::needsFourLibrariesOfTheToolkit()
+{
+    QStringList needed;
+    const QStringList lines = outputOf(QStringLiteral("readelf"), {QStringLiteral("-dW")});
+    for (const QString& line : lines) {
+        const QRegularExpressionMatch match =
+            QRegularExpression(QStringLiteral("\\(NEEDED\\).*\\[libQt5(\\w+)\\.so")).match(line);
+        if (match.hasMatch())
+            needed << match.captured(1);
+    }
+    needed.sort();
+
+    QCOMPARE(needed, (QStringList{QStringLiteral("Core"), QStringLiteral("Gui"), QStringLiteral("Widgets"),
+                                  QStringLiteral("Xml")}));
+}
+
+// Hosts have zoLog::info() and zoLog::error() with a format; other ways to log are our host's own.
+void tst_libzoHPC::logsInThePrintfWayAlone()
+{
+    QStringList calls;
+    const QStringList lines =
+        outputOf(QStringLiteral("nm"), {QStringLiteral("-DC"), QStringLiteral("--undefined-only")});
+    for (const QString& line : lines) {
+        if (line.contains(QLatin1String("zoLog::")))
+            calls << line.section(QStringLiteral(" U "), 1);
+    }
+    calls.sort();
+
+    QCOMPARE(calls, (QStringList{QStringLiteral("zoLog::error(char const*, ...)"),
+                                 QStringLiteral("zoLog::info(char const*, ...)")}));
 }
 
 void tst_libzoHPC::secondInitMakesNoSecondModule()

@@ -1,6 +1,8 @@
 #include "zoTestCase.h"
 
+#include <QFile>
 #include <QMutex>
+#include <QTemporaryDir>
 
 namespace
 {
@@ -47,7 +49,13 @@ void collect(QtMsgType type, const QMessageLogContext& context, const QString& t
 }
 } // namespace
 
-zoTestCase::zoTestCase() = default;
+zoTestCase::zoTestCase()
+{
+    // What programs under test remember goes to a folder of this run.
+    static const QTemporaryDir folder;
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(folder.path()));
+}
+
 zoTestCase::~zoTestCase() = default;
 
 void zoTestCase::expectMessage(QtMsgType type, const QRegularExpression& pattern)

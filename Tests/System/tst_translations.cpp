@@ -177,10 +177,11 @@ void tst_translations::buildHoldsEveryTranslation()
     QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join('\n')));
 }
 
-// People read the log in the host's window.
+// People read the log in the host's window, scripts read two of its lines.
 void tst_translations::textsForTheLogAreTranslated()
 {
-    const QRegularExpression literal(QStringLiteral("zoLog::(info|error)\\(\\s*\""));
+    const QRegularExpression literal(QStringLiteral("zoLog::(info|error)\\(\\s*\"(?!%s\",\\s|Network %d not "
+                                                    "found\\.\"|Unable to load cluster config %s\")"));
     QStringList wrong;
     int calls = 0;
     for (const char* folder : {"/Host", "/Plugins/Module"}) {

@@ -129,6 +129,7 @@ private slots:
     void networkWithoutEnabledNodeIsFound();
     void disabledNetworkNeedsNoNode();
     void nodesOfTheNetworkAreEnabled();
+    void unknownOptionValueIsFound();
 
     void largeConfigurationIsCheckedInProportion();
 };
@@ -175,10 +176,10 @@ void tst_zoHPCProblems::emptyConfigurationHasNoneButItsNetwork()
 void tst_zoHPCProblems::everyKindHasItsOwnWord()
 {
     QSet<QString> words;
-    for (int kind = 0; kind <= static_cast<int>(Kind::NetworkWithoutEnabledNode); ++kind)
+    for (int kind = 0; kind <= static_cast<int>(Kind::UnknownOptionValue); ++kind)
         words.insert(zoHPCProblem::kindName(static_cast<Kind>(kind)));
 
-    QCOMPARE(words.size(), static_cast<int>(Kind::NetworkWithoutEnabledNode) + 1);
+    QCOMPARE(words.size(), static_cast<int>(Kind::UnknownOptionValue) + 1);
     QVERIFY(!words.contains(QString()));
 }
 
@@ -188,7 +189,8 @@ void tst_zoHPCProblems::allChecksRunInOrder()
     setup.addNode(QStringLiteral("twin"));
     setup.addNode(QStringLiteral("twin"));
     setup.addNode(QStringLiteral("off"))->setIsEnabled(false);
-    setup.hosts.createNetwork(setup.hosts.master(), -1);
+    setup.hosts.createNetwork(setup.hosts.master(), -1)
+        ->setOption(zoHPCOption::LinkSpeed, QStringLiteral("5g"));
     setup.addWindow(QStringLiteral("off"), QString());
     setup.addWindow(QStringLiteral("off"), QStringLiteral("skewed"), QStringLiteral("left"));
     setup.addWindow(QString(), QStringLiteral("mirrored"));
@@ -218,7 +220,8 @@ void tst_zoHPCProblems::allChecksRunInOrder()
                          QStringLiteral("blend-wider-than-overlap"),
                          QStringLiteral("wall-in-metres"),
                          QStringLiteral("duplicate-host-name"),
-                         QStringLiteral("network-without-enabled-node")};
+                         QStringLiteral("network-without-enabled-node"),
+                         QStringLiteral("unknown-option-value")};
     QCOMPARE(found, expected);
 }
 
@@ -1043,6 +1046,38 @@ void tst_zoHPCProblems::nodesOfTheNetworkAreEnabled()
 
     QVERIFY(node->isEnabled());
     QVERIFY(zoHPCProblems::networksWithoutEnabledNode(setup.layout()).empty());
+}
+
+void tst_zoHPCProblems::unknownOptionValueIsFound()
+{
+    zoHPCSetup setup;
+    zoHPCTreeItem* const node = setup.addNode(QStringLiteral("a"));
+    zoHPCTreeItem* const network = node->getParent();
+    zoHPCTreeItem* const master = setup.hosts.master();
+    zoHPCTreeItem* const behind = setup.hosts.createNetwork(node, -1);
+    setup.addNode(QStringLiteral("b"), behind);
+    network->setOption(zoHPCOption::LinkSpeed, QStringLiteral("40g10g"));
+    node->setOption(zoHPCOption::LinkSpeed, QStringLiteral("a node has none"));
+    master->setOption(zoHPCOption::ServicePort, QStringLiteral("no combo box"));
+    QVERIFY(zoHPCProblems::unknownOptionValues(setup.layout()).empty());
+    master->setOption(zoHPCOption::SceneCompression, QStringLiteral("ultra"));
+    master->setOption(zoHPCOption::ParallelFrames, QStringLiteral("9"));
+    behind->setOption(zoHPCOption::NetworkType, QStringLiteral("InfiniBand"));
+
+    const List problems = zoHPCProblems::unknownOptionValues(setup.layout());
+
+    QCOMPARE(problems.size(), size_t(3));
+    QCOMPARE(problems[0].item, master);
+    QCOMPARE(problems[0].message,
+             QStringLiteral("Cluster: option \"scenecompression\" has the unknown value \"ultra\"."));
+    QCOMPARE(problems[1].item, master);
+    QCOMPARE(problems[2].item, behind);
+    QCOMPARE(problems[2].message,
+             QStringLiteral("Network number 2: option \"network\" has the unknown value \"InfiniBand\"."));
+    for (const zoHPCProblem& problem : problems)
+        problem.fix();
+    QCOMPARE(behind->getOption(zoHPCOption::NetworkType), QString());
+    QVERIFY(zoHPCProblems::unknownOptionValues(setup.layout()).empty());
 }
 
 void tst_zoHPCProblems::largeConfigurationIsCheckedInProportion()

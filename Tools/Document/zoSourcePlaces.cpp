@@ -14,6 +14,7 @@ zoSourcePlaces::zoSourcePlaces(zoClusterSetup& setup)
     // The trees keep the order of the text. Whatever does not fit has no place: a place shall not be wrong.
     std::vector<zoHPCTreeItem*> hosts;
     setup.hosts().master()->getAllSubItems(hosts);
+    m_places.insert(setup.hosts().master(), m_master);
     if (hosts.size() == m_hosts.size() + 1) {
         for (std::size_t i = 0; i < m_hosts.size(); ++i)
             m_places.insert(hosts[i + 1], m_hosts[i]);
@@ -48,10 +49,15 @@ zoSourcePlaces::Place zoSourcePlaces::place(const QTreeWidgetItem* item) const
 void zoSourcePlaces::read(const QString& text)
 {
     zoHPCElementScanner scanner(text);
+    bool hasMaster = false;
     while (scanner.next()) {
         const QString tag = scanner.tag();
         const int depth = scanner.around().size();
         const QString section = depth > 1 ? scanner.around().at(1) : QString();
+        if (depth == 1 && tag == zoClusterTags::Master && !hasMaster) {
+            m_master = scanner.place();
+            hasMaster = true;
+        }
         if (section == zoClusterTags::Master && (tag == zoClusterTags::Network || tag == zoClusterTags::Node))
             m_hosts.push_back(scanner.place());
         else if (depth == 1 && tag == zoClusterTags::Projection)

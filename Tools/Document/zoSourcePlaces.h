@@ -25,6 +25,7 @@ public:
 private:
     void read(const QString& text);
 
+    Place m_master;
     std::vector<Place> m_hosts;       // networks and nodes in the order of the text
     std::vector<Place> m_projections; // of the top level
     std::vector<Place> m_outputs;     // windows and viewports in the order of the text

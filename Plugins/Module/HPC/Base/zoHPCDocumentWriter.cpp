@@ -108,9 +108,10 @@ void zoHPCDocumentWriter::addAttribute(const QString& name, const QString& value
 {
     if (!isName(name)) {
         zoLog::error(
-            QCoreApplication::translate(
-                "zoHPCDocumentWriter", "Attribute '%1' of '%2' is left out of the document: not an XML name.")
-                .arg(name, m_tags.last()));
+            "%s", qUtf8Printable(QCoreApplication::translate(
+                                     "zoHPCDocumentWriter",
+                                     "Attribute '%1' of '%2' is left out of the document: not an XML name.")
+                                     .arg(name, m_tags.last())));
         return;
     }
     m_text += QLatin1Char(' ');

@@ -1,6 +1,7 @@
 #include "zoHPCHostChecks.h"
 
 #include "zoHPCLayout.h"
+#include "zoHPCTreeEditTables.h"
 #include "zoHPCTreeItem.h"
 
 #include <QHash>
@@ -56,6 +57,33 @@ zoHPCProblem::List zoHPCHostChecks::networksWithoutEnabledNode(const zoHPCLayout
             });
         }
         problems.push_back(problem);
+    }
+    return problems;
+}
+
+zoHPCProblem::List zoHPCHostChecks::unknownOptionValues(const zoHPCLayout& layout)
+{
+    namespace Tables = zoHPCTreeEditTables;
+    zoHPCProblem::List problems;
+    const auto look = [&problems](zoHPCTreeItem* item, const QString& name, const auto& options) {
+        for (const Tables::ComboOption& option : options) {
+            const QString value = item->getOption(*option.option);
+            if (option.hasRow(value))
+                continue;
+            zoHPCProblem problem(
+                Kind::UnknownOptionValue, item,
+                tr("%1: option \"%2\" has the unknown value \"%3\".").arg(name, *option.option, value));
+            problem.setFix(tr("Use the default"),
+                           [item, key = *option.option] { item->setOption(key, QString()); });
+            problems.push_back(problem);
+        }
+    };
+    if (zoHPCTreeItem* master = layout.master())
+        look(master, tr("Cluster"), Tables::MasterOptions);
+    for (size_t i = 0; i < layout.networks().size(); ++i) {
+        zoHPCTreeItem* network = layout.networks()[i].item;
+        look(network, tr("%1 number %2").arg(network->text(0), QString::number(i + 1)),
+             Tables::NetworkOptions);
     }
     return problems;
 }

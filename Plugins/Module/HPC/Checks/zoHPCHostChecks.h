@@ -15,4 +15,6 @@ public:
     static zoHPCProblem::List duplicateHostNames(const zoHPCLayout& layout);
     // Networks that are themselves enabled.
     static zoHPCProblem::List networksWithoutEnabledNode(const zoHPCLayout& layout);
+    // Values that no row of the node editor's combo boxes has, before anything replaced them.
+    static zoHPCProblem::List unknownOptionValues(const zoHPCLayout& layout);
 };

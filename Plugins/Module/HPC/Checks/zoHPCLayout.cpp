@@ -57,6 +57,7 @@ QString zoHPCLayout::Projection::name() const
 zoHPCLayout::zoHPCLayout(const QList<zoHPCProjectionItem*>& projections,
                          const QList<zoHPCWindowItem*>& windows, zoHPCTreeItem* master)
 {
+    m_master = master;
     readNodes(master);
     nameNodes();
     readProjections(projections);

@@ -88,6 +88,7 @@ public:
     // The same from whole trees, each of which may be null.
     zoHPCLayout(const QTreeWidget* projections, const QTreeWidget* displays, zoHPCTreeItem* master);
 
+    zoHPCTreeItem* master() const { return m_master; } // null without a host tree
     const std::vector<Node>& nodes() const { return m_nodes; }
     const std::vector<Network>& networks() const { return m_networks; }
     const std::vector<Projection>& projections() const { return m_projections; }
@@ -120,6 +121,7 @@ private:
     void addNode(zoHPCTreeItem* item, int network, bool enabled);
     void nameNodes();
 
+    zoHPCTreeItem* m_master = nullptr;
     std::vector<Node> m_nodes;
     std::vector<Network> m_networks;
     std::vector<Projection> m_projections;

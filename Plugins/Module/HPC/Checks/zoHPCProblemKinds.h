@@ -24,7 +24,8 @@
     ROW(WallInMetres, "wall-in-metres", Displays, Displays, zoHPCPlaneChecks::wallsInMetres)                 \
     ROW(DuplicateHostName, "duplicate-host-name", Hosts, Hosts, zoHPCHostChecks::duplicateHostNames)         \
     ROW(NetworkWithoutEnabledNode, "network-without-enabled-node", Hosts, Hosts,                             \
-        zoHPCHostChecks::networksWithoutEnabledNode)
+        zoHPCHostChecks::networksWithoutEnabledNode)                                                         \
+    ROW(UnknownOptionValue, "unknown-option-value", Hosts, Hosts, zoHPCHostChecks::unknownOptionValues)
 
 // One enumerator for each row.
 enum class zoHPCProblemKind {

@@ -96,3 +96,8 @@ zoHPCProblems::List zoHPCProblems::networksWithoutEnabledNode(const zoHPCLayout&
 {
     return zoHPCHostChecks::networksWithoutEnabledNode(layout);
 }
+
+zoHPCProblems::List zoHPCProblems::unknownOptionValues(const zoHPCLayout& layout)
+{
+    return zoHPCHostChecks::unknownOptionValues(layout);
+}

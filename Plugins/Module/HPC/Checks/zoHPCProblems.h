@@ -34,4 +34,5 @@ public:
     static List wallsInMetres(const zoHPCLayout& layout);
     static List duplicateHostNames(const zoHPCLayout& layout);
     static List networksWithoutEnabledNode(const zoHPCLayout& layout);
+    static List unknownOptionValues(const zoHPCLayout& layout);
 };

@@ -55,8 +55,9 @@ void zoHPCDisplayItem::fromXML(const QDomElement& element)
                 around.removeLast();
         });
     if (viewports > MaximumViewports) {
-        zoLog::error(
-            tr("A display with more than %1 viewports in its windows is not loaded.").arg(MaximumViewports));
+        zoLog::error("%s",
+                     qUtf8Printable(tr("A display with more than %1 viewports in its windows is not loaded.")
+                                        .arg(MaximumViewports)));
         return;
     }
 

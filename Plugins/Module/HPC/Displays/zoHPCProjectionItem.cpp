@@ -411,10 +411,12 @@ bool zoHPCProjectionItem::hasTooManyTiles(int planes) const
     const qint64 columns = getInt(Columns);
     if (rows < 1 || columns < 1 || planes < 1 || rows * columns <= MaximumTiles / planes)
         return false;
-    zoLog::error(QCoreApplication::translate(
-                     "zoHPCProjectionItem",
-                     "Projection %1 with %2 x %3 tiles is not laid out: at most %4 tiles are supported.")
-                     .arg(getString(Name), QString::number(rows), QString::number(columns),
-                          QString::number(MaximumTiles)));
+    zoLog::error("%s",
+                 qUtf8Printable(
+                     QCoreApplication::translate(
+                         "zoHPCProjectionItem",
+                         "Projection %1 with %2 x %3 tiles is not laid out: at most %4 tiles are supported.")
+                         .arg(getString(Name), QString::number(rows), QString::number(columns),
+                              QString::number(MaximumTiles))));
     return true;
 }

@@ -167,9 +167,9 @@ bool zoHPCDocumentText::parse(const QString& text, QDomDocument& document)
     if (parse(text, document, refusal))
         return true;
     if (!refusal.reason.isEmpty())
-        zoLog::error(
-            tr("Cluster config line %1, column %2: %3")
-                .arg(QString::number(refusal.line), QString::number(refusal.column), refusal.reason));
+        zoLog::error("%s", qUtf8Printable(tr("Cluster config line %1, column %2: %3")
+                                              .arg(QString::number(refusal.line),
+                                                   QString::number(refusal.column), refusal.reason)));
     return false;
 }
 

@@ -38,11 +38,13 @@ QString networkText()
 void reportDepth(const zoHPCHostsSectionReader& reader)
 {
     zoLog::error(
-        translated(
-            QT_TRANSLATE_NOOP(
-                "zoHPCTreeGUIW",
-                "The cluster section is nested too deep: at most %1 levels of the tree fit the stack."))
-            .arg(reader.depthLimit()));
+        "%s",
+        qUtf8Printable(
+            translated(
+                QT_TRANSLATE_NOOP(
+                    "zoHPCTreeGUIW",
+                    "The cluster section is nested too deep: at most %1 levels of the tree fit the stack."))
+                .arg(reader.depthLimit())));
 }
 } // namespace
 
@@ -187,17 +189,21 @@ void zoHPCHostTree::setHostString(const QString& text)
     const Operation operation(this);
     const zoHPCHostsTextBuilder::Outcome outcome = builder.read(text);
     if (outcome == zoHPCHostsTextBuilder::Outcome::TooMany) {
-        zoLog::error(
-            translated(QT_TRANSLATE_NOOP("zoHPCTreeGUIW", "The hosts text names more than %1 hosts."))
-                .arg(zoClusterLimits::MaximumHosts));
+        zoLog::error("%s",
+                     qUtf8Printable(translated(QT_TRANSLATE_NOOP("zoHPCTreeGUIW",
+                                                                 "The hosts text names more than %1 hosts."))
+                                        .arg(zoClusterLimits::MaximumHosts)));
         return;
     }
     if (outcome == zoHPCHostsTextBuilder::Outcome::TooDeep) {
         zoLog::error(
-            translated(QT_TRANSLATE_NOOP(
-                           "zoHPCTreeGUIW",
-                           "The hosts text is nested too deep: at most %1 levels of the tree fit the stack."))
-                .arg(builder.depthLimit()));
+            "%s",
+            qUtf8Printable(
+                translated(
+                    QT_TRANSLATE_NOOP(
+                        "zoHPCTreeGUIW",
+                        "The hosts text is nested too deep: at most %1 levels of the tree fit the stack."))
+                    .arg(builder.depthLimit())));
         return;
     }
     m_booking.clear();
@@ -225,15 +231,18 @@ void zoHPCHostTree::loadNodesFile()
     const QByteArray content = file.readAll();
     if (file.error() != QFileDevice::NoError) {
         // Half a file would cost the other half of the cluster at the next save.
-        zoLog::error(translated(QT_TRANSLATE_NOOP("zoHPCTreeGUIW", "Unable to read hosts file %1: %2"))
-                         .arg(m_hostFile, file.errorString()));
+        zoLog::error("%s", qUtf8Printable(translated(QT_TRANSLATE_NOOP("zoHPCTreeGUIW",
+                                                                       "Unable to read hosts file %1: %2"))
+                                              .arg(m_hostFile, file.errorString())));
         return;
     }
     if (content.contains('\0')) {
         // UTF-16 or no text at all: its first character would become the whole cluster, and be saved.
-        zoLog::error(
-            translated(QT_TRANSLATE_NOOP("zoHPCTreeGUIW", "Unable to read hosts file %1: %2"))
-                .arg(m_hostFile, translated(QT_TRANSLATE_NOOP("zoHPCTreeGUIW", "it is no text in UTF-8"))));
+        zoLog::error("%s",
+                     qUtf8Printable(
+                         translated(QT_TRANSLATE_NOOP("zoHPCTreeGUIW", "Unable to read hosts file %1: %2"))
+                             .arg(m_hostFile,
+                                  translated(QT_TRANSLATE_NOOP("zoHPCTreeGUIW", "it is no text in UTF-8")))));
         return;
     }
     setHostString(QString::fromUtf8(content));

@@ -9,6 +9,8 @@
 
 #include <QScopedValueRollback>
 
+#include <zoLog.h>
+
 namespace
 {
 enum Page { MasterPage, NetworkPage, NodePage };
@@ -137,18 +139,22 @@ void zoHPCTreeEditGUIW::setStillSupersampling(int index)
 
 void zoHPCTreeEditGUIW::servicePortChanged(int port)
 {
+    if (m_isFilling)
+        return; // what is merely shown stays as it is, also a port that the spin box cannot show
     write(zoHPCOption::ServicePort,
           port == zoHPCTreeEditTables::DefaultServicePort ? QString() : QString::number(port));
 }
 
 void zoHPCTreeEditGUIW::setEncrypted(bool encrypted)
 {
-    write(zoHPCOption::Encrypted, flagText(encrypted));
+    if (!m_isFilling)
+        write(zoHPCOption::Encrypted, flagText(encrypted));
 }
 
 void zoHPCTreeEditGUIW::setHomogeneous(bool homogeneous)
 {
-    write(zoHPCOption::Homogeneous, flagText(homogeneous));
+    if (!m_isFilling)
+        write(zoHPCOption::Homogeneous, flagText(homogeneous));
 }
 
 void zoHPCTreeEditGUIW::fillComboRows()
@@ -229,7 +235,6 @@ void zoHPCTreeEditGUIW::showMaster()
                &zoHPCTreeEditGUIW::setQueueLength);
     showOption(m_ui->m_parallelFrames, zoHPCOption::ParallelFrames, &zoHPCTreeEditGUIW::setParallelFrames);
     m_ui->m_homogeneousCluster->setChecked(item()->getOption(zoHPCOption::Homogeneous) == flagText(true));
-    setHomogeneous(m_ui->m_homogeneousCluster->isChecked());
 }
 
 void zoHPCTreeEditGUIW::showNetwork()
@@ -246,11 +251,7 @@ void zoHPCTreeEditGUIW::showNetwork()
     if (port < m_ui->m_servicePort->minimum() || port > m_ui->m_servicePort->maximum())
         port = zoHPCTreeEditTables::DefaultServicePort;
     m_ui->m_servicePort->setValue(port);
-    // Also when the number shown is that of the previous item.
-    servicePortChanged(port);
-
     m_ui->m_encrypted->setChecked(item()->isEncrypted());
-    setEncrypted(m_ui->m_encrypted->isChecked());
 }
 
 void zoHPCTreeEditGUIW::showNode()
@@ -264,7 +265,16 @@ void zoHPCTreeEditGUIW::showNode()
 void zoHPCTreeEditGUIW::showOption(QComboBox* combo, const QString& option,
                                    void (zoHPCTreeEditGUIW::*slot)(int))
 {
-    setComboboxByData(combo, item()->getOption(option));
+    const QString value = item()->getOption(option);
+    if (combo->findData(value, Qt::UserRole, Qt::MatchExactly | Qt::MatchCaseSensitive) < 0) {
+        zoLog::info(
+            "%s", qUtf8Printable(
+                      tr("Option \"%1\" of %2: the unknown value \"%3\" is replaced by the default.")
+                          .arg(option, item()->isMaster() ? tr("the cluster") : item()->getItemId(), value)));
+        if (m_replacementListener)
+            m_replacementListener(item(), option, value);
+    }
+    setComboboxByData(combo, value);
     // A value without a row is replaced also when the combo box stood on row 0 already and thus had no
     // change.
     if (item()->getOption(option) != getDataFromCombobox(combo))

@@ -3,7 +3,9 @@
 #include <QString>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 class QComboBox;
 class Ui_zoHPCTreeEditGUIW;
@@ -26,15 +28,20 @@ public:
     // While the cluster runs the settings of networks can only be read.
     void setIsRunning(bool running);
 
+    // Called before an option of the item that is shown gets its default; the value has no row.
+    using ReplacementListener =
+        std::function<void(zoHPCTreeItem* item, const QString& option, const QString& value)>;
+    void setReplacementListener(ReplacementListener listener) { m_replacementListener = std::move(listener); }
+
     // While the widgets take the values of an item. What is announced then need not be a change.
     bool isShowingItem() const { return m_isFilling; }
     // Lets a person type the name of the item shown; nothing for an item without one.
     void editName();
 
 public slots:
-    // Edits this item, which is not owned; one that dies is forgotten. Null is ignored. An option that the
-    // editor cannot show (no row of its combo box, a port that no server can have) is replaced by the
-    // default. A widget that comes to show another value than before announces it as if a person had chosen
+    // Edits this item, which is not owned; one that dies is forgotten. Null is ignored. An option that no row
+    // of its combo box shows is replaced by the default, which the log tells; everything else stays as it is
+    // until somebody changes it. A widget that comes to show another value than before announces it as if a person had chosen
     // it: so listeners hear what a loaded document holds.
     void setItem(zoHPCTreeItem* item);
 
@@ -77,5 +84,6 @@ private:
 
     std::unique_ptr<Ui_zoHPCTreeEditGUIW> m_ui;
     std::weak_ptr<zoHPCTreeItem> m_watchedItem;
+    ReplacementListener m_replacementListener;
     bool m_isFilling = false; // the widgets change because another item is shown
 };

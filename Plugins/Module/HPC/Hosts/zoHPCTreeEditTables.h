@@ -1,6 +1,12 @@
 #pragma once
 
-#include <QtGlobal>
+#include "zoHPCOption.h"
+
+#include <QLatin1String>
+#include <QString>
+
+#include <cstddef>
+#include <iterator>
 
 // Rows of the combo boxes of the property editor: what a person reads and what the option holds. The empty
 // value is the default. Texts are translated in the context of zoHPCTreeEditGUIW.
@@ -65,4 +71,35 @@ inline constexpr zoHPCComboRow FrameCounts[] = {
 };
 
 inline constexpr int DefaultServicePort = 8889;
+
+// An option that a combo box shows: values without a row are replaced when somebody looks at the item.
+struct ComboOption
+{
+    const QString* option;
+    const zoHPCComboRow* rows;
+    std::size_t count;
+
+    bool hasRow(const QString& value) const
+    {
+        for (std::size_t i = 0; i < count; ++i) {
+            if (value == QLatin1String(rows[i].value))
+                return true;
+        }
+        return false;
+    }
+};
+
+inline const ComboOption MasterOptions[] = {
+    {&zoHPCOption::SceneCompression, SceneCompressions, std::size(SceneCompressions)},
+    {&zoHPCOption::ImageCompression, ImageCompressions, std::size(ImageCompressions)},
+    {&zoHPCOption::StartStopAction, StartStopActions, std::size(StartStopActions)},
+    {&zoHPCOption::StillFrameSupersampling, StillSupersamplings, std::size(StillSupersamplings)},
+    {&zoHPCOption::ParallelFrames, FrameCounts, std::size(FrameCounts)},
+    {&zoHPCOption::FramePipelineLength, FrameCounts, std::size(FrameCounts)},
+};
+
+inline const ComboOption NetworkOptions[] = {
+    {&zoHPCOption::NetworkType, NetworkTypes, std::size(NetworkTypes)},
+    {&zoHPCOption::LinkSpeed, NetworkSpeeds, std::size(NetworkSpeeds)},
+};
 } // namespace zoHPCTreeEditTables

@@ -5,6 +5,7 @@
 #include "zoHPCHostIcon.h"
 #include "zoHPCHostTree.h"
 #include "zoHPCHostsTextWriter.h"
+#include "zoHPCKeys.h"
 #include "zoHPCNumberedName.h"
 #include "zoHPCTreeItem.h"
 #include "zoHPCWindowMemory.h"
@@ -19,11 +20,24 @@
 #include <QMenu>
 #include <QPointer>
 #include <QScopedValueRollback>
-#include <QShortcut>
 #include <QStyle>
 #include <QTreeWidget>
 
 #include <vector>
+
+namespace
+{
+// The palette's own, or halfway between background and text when it could not be read.
+QBrush readableLight(const QPalette& palette, QPalette::ColorGroup group)
+{
+    const QColor base = palette.color(group, QPalette::Base);
+    const QColor text = palette.color(group, QPalette::Text);
+    if (qAbs(palette.color(group, QPalette::Light).lightness() - base.lightness()) >= 60)
+        return palette.brush(group, QPalette::Light);
+    return QColor((base.red() + text.red()) / 2, (base.green() + text.green()) / 2,
+                  (base.blue() + text.blue()) / 2);
+}
+} // namespace
 
 zoHPCTreeGUIW::zoHPCTreeGUIW(QWidget* parent)
     : QWidget(parent)
@@ -60,9 +74,8 @@ zoHPCTreeGUIW::zoHPCTreeGUIW(QWidget* parent)
     connect(m_removeNetworkAction, &QAction::triggered, this, &zoHPCTreeGUIW::removeItem);
     connect(m_removeHostAction, &QAction::triggered, this, &zoHPCTreeGUIW::removeItem);
 
-    auto* remove = new QShortcut(QKeySequence(Qt::Key_Delete), m_ui->m_treeWidget);
-    remove->setContext(Qt::WidgetShortcut);
-    connect(remove, &QShortcut::activated, this, &zoHPCTreeGUIW::removeByKey);
+    auto* keys = new zoHPCKeys(this);
+    keys->add(m_ui->m_treeWidget, Qt::Key_Delete, [this] { removeByKey(); });
 
     setSelectedItem(m_master);
 }
@@ -378,23 +391,32 @@ bool zoHPCTreeGUIW::eventFilter(QObject* watched, QEvent* event)
     return QWidget::eventFilter(watched, event);
 }
 
-// Disabled rows are written in the palette's Light, which many palettes have as white as the background.
+// Disabled rows are written in the palette's Light, which many palettes have as white as the background. One
+// that was set on this view is taken as it is.
 void zoHPCTreeGUIW::setReadablePalette()
 {
     if (m_isSettingPalette)
         return;
     const QScopedValueRollback<bool> setting(m_isSettingPalette, true);
-    setPalette(QPalette()); // what the application and the parents say now
-    QPalette readable = palette();
+    const QPalette current = palette();
+    setPalette(QPalette());
+    const QPalette inherited = palette(); // what the application and the parents say now
+    // Only what is this view's own: the rest goes on following application and parents.
+    QPalette own;
     for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
-        const QColor base = readable.color(group, QPalette::Base);
-        const QColor text = readable.color(group, QPalette::Text);
-        if (qAbs(readable.color(group, QPalette::Light).lightness() - base.lightness()) < 60)
-            readable.setColor(group, QPalette::Light,
-                              QColor((base.red() + text.red()) / 2, (base.green() + text.green()) / 2,
-                                     (base.blue() + text.blue()) / 2));
+        for (int i = 0; i < QPalette::NColorRoles; ++i) {
+            const auto role = QPalette::ColorRole(i);
+            const QBrush brush = current.brush(group, role);
+            const bool isOurs = role == QPalette::Light && brush == m_readableLight[size_t(group)];
+            if (brush != inherited.brush(group, role) && !isOurs)
+                own.setBrush(group, role, brush); // somebody set it on this view
+        }
+        const bool isLightSet = own.isBrushSet(group, QPalette::Light);
+        m_readableLight[size_t(group)] = isLightSet ? QBrush() : readableLight(own.resolve(inherited), group);
+        if (!isLightSet)
+            own.setBrush(group, QPalette::Light, m_readableLight[size_t(group)]);
     }
-    setPalette(readable);
+    setPalette(own);
 }
 
 // Expands what has children only: each expanded row makes later insertions and removals slower.

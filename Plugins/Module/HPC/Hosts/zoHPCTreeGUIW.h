@@ -1,11 +1,14 @@
 #pragma once
 
+#include <QBrush>
 #include <QDomDocument>
 #include <QIcon>
 #include <QList>
+#include <QPalette>
 #include <QStringList>
 #include <QWidget>
 
+#include <array>
 #include <memory>
 #include <sstream>
 #include <vector>
@@ -128,4 +131,5 @@ private:
     zoHPCTreeItem* m_master = nullptr; // of m_hosts
     bool m_running = false;
     bool m_isSettingPalette = false;
+    std::array<QBrush, QPalette::NColorGroups> m_readableLight; // what this view set itself, by group
 };

@@ -169,8 +169,10 @@ void zoHPCLegacyDisplays::convertPowerwall()
     int k = 0;
     for (qint64 tile = 0; tile < tiles; ++tile) {
         if (k > limit - stereo.windows) {
-            zoLog::error(tr("Legacy wall of %1 x %2 tiles: only the first %3 windows were converted.")
-                             .arg(QString::number(rows), QString::number(columns), QString::number(k)));
+            zoLog::error("%s",
+                         qUtf8Printable(
+                             tr("Legacy wall of %1 x %2 tiles: only the first %3 windows were converted.")
+                                 .arg(QString::number(rows), QString::number(columns), QString::number(k))));
             m_remarks.add(Kind::CutWall,
                           tr("The wall has %1 x %2 tiles; only its first %3 windows were converted.")
                               .arg(QString::number(rows), QString::number(columns), QString::number(k)),

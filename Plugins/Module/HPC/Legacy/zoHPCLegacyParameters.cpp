@@ -73,8 +73,9 @@ std::vector<Key> keysOf(const QDomDocument& legacy, QString& text)
         }
     }
     if (tooDeep) {
-        zoLog::error(zoHPCLegacyParameters::tr("Legacy parameters inside more than %1 others were ignored.")
-                         .arg(zoHPCLegacyParameters::MaximumNested));
+        zoLog::error("%s", qUtf8Printable(zoHPCLegacyParameters::tr(
+                                              "Legacy parameters inside more than %1 others were ignored.")
+                                              .arg(zoHPCLegacyParameters::MaximumNested)));
     }
     return keys;
 }

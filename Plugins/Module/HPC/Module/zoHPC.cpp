@@ -2,6 +2,7 @@
 
 #include "zoHPCConnectGUIW.h"
 #include "zoHPCGUIW.h"
+#include "zoHPCRetirement.h"
 #include "zoHPCTreeEditGUIW.h"
 #include "zoHPCTreeGUIW.h"
 #include "zoHPCTreeItem.h"
@@ -62,7 +63,9 @@ zoHPC::zoHPC()
 
 zoHPC::~zoHPC()
 {
-    // The windows belong to the host's main window.
+    // The windows belong to the host's main window; without this object they have nothing to do.
+    zoHPCRetirement::retire(m_connectOverlay);
+    zoHPCRetirement::retire(m_mainWindow);
     s_instance = nullptr;
 }
 
@@ -183,7 +186,7 @@ bool zoHPC::mayTryAgain(int attempts) const
     if (!m_clusterService || !zoKernelServiceFactory::getService<zoControllerService>()->isNonInteractive() ||
         attempts < MaximumAttempts)
         return m_clusterService;
-    zoLog::error(tr("Cluster start given up after %1 attempts.").arg(attempts));
+    zoLog::error("%s", qUtf8Printable(tr("Cluster start given up after %1 attempts.").arg(attempts)));
     return false;
 }
 
@@ -200,7 +203,8 @@ void zoHPC::setNetworkOption(int networkIndex, const QString& key, const QString
     zoHPCTreeGUIW* tree = m_mainWindow->getTree();
     zoHPCTreeItem* network = tree->findNetworkByIndex(networkIndex);
     if (network == nullptr) {
-        zoLog::error(tr("Network %1 not found.").arg(networkIndex));
+        zoLog::error("Network %d not found.",
+                     networkIndex); // scripts look for it: the same in every language
         return;
     }
     network->setOption(key, value);
@@ -236,7 +240,7 @@ void zoHPC::runSpeedTest()
     const QString message = tr("Send: %1 MByte/s\nReceive: %2 MByte/s\nSync: %3 frames/s\n")
                                 .arg(megabytesPerSecond(rates.at(0)), megabytesPerSecond(rates.at(1)),
                                      QString::number(double(rates.at(2).toLongLong()), 'f', 2));
-    zoLog::info(message);
+    zoLog::info("%s", qUtf8Printable(message));
     QMessageBox::information(nullptr, tr("Results"), message, QMessageBox::Ok);
 }
 

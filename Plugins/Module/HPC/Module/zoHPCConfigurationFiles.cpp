@@ -35,20 +35,23 @@ bool zoHPCConfigurationFiles::read(const QString& fileName, QString& text)
 {
     QFile file(fileName);
     if (fileName.isEmpty() || !file.open(QIODevice::ReadOnly)) {
-        zoLog::error(tr("Unable to load cluster config %1").arg(fileName));
+        // Scripts look for it: the same in every language.
+        zoLog::error("Unable to load cluster config %s", qUtf8Printable(fileName));
         return false;
     }
     const QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError) {
         // Half a file would take the place of a whole configuration.
-        zoLog::error(tr("Unable to load cluster config %1: %2").arg(fileName, file.errorString()));
+        zoLog::error("%s", qUtf8Printable(
+                               tr("Unable to load cluster config %1: %2").arg(fileName, file.errorString())));
         return false;
     }
     const zoFileText content(bytes);
     if (!content.isValid()) {
         const zoFileText::Place place = content.invalidPlace();
-        zoLog::error(tr("Cluster config %1, line %2, column %3: the bytes are not UTF-8")
-                         .arg(fileName, QString::number(place.line), QString::number(place.column)));
+        zoLog::error("%s", qUtf8Printable(tr("Cluster config %1, line %2, column %3: the bytes are not UTF-8")
+                                              .arg(fileName, QString::number(place.line),
+                                                   QString::number(place.column))));
     }
     // As a file that is opened in text mode, which cannot be done before the bytes of UTF-16 are characters.
     text = QString(content.text()).remove(QLatin1Char('\r'));
@@ -79,11 +82,13 @@ bool zoHPCConfigurationFiles::write(const QString& fileName, const std::function
     case zoFileWriter::Result::NotOpened:
         break;
     case zoFileWriter::Result::NotWritten:
-        zoLog::error(tr("Unable to save cluster config %1: %2. What the file held before is still there.")
-                         .arg(name, reason));
+        zoLog::error("%s",
+                     qUtf8Printable(
+                         tr("Unable to save cluster config %1: %2. What the file held before is still there.")
+                             .arg(name, reason)));
         break;
     case zoFileWriter::Result::Damaged:
-        zoLog::error(tr("Unable to save cluster config %1: %2").arg(name, reason));
+        zoLog::error("%s", qUtf8Printable(tr("Unable to save cluster config %1: %2").arg(name, reason)));
         break;
     }
     return false;

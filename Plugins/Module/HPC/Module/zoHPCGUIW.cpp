@@ -8,6 +8,7 @@
 #include "zoHPCDisplaySetup.h"
 #include "zoHPCDocumentText.h"
 #include "zoHPCHostTree.h"
+#include "zoHPCKeys.h"
 #include "zoHPCLayout.h"
 #include "zoHPCReview.h"
 #include "zoHPCStatusPane.h"
@@ -29,7 +30,6 @@
 #include <QMenuBar>
 #include <QScopedValueRollback>
 #include <QSet>
-#include <QShortcut>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTreeWidget>
@@ -76,11 +76,13 @@ zoHPCGUIW::zoHPCGUIW(QWidget* parent, const QString& name)
     connect(m_tree, SIGNAL(selectedItemChanged(zoHPCTreeItem*)), m_editor, SLOT(setItem(zoHPCTreeItem*)));
     setAdvanced(false);
 
-    // As in other trees; here the name has a field of its own.
-    auto* rename = new QShortcut(QKeySequence(Qt::Key_F2), m_tree->master()->treeWidget());
-    rename->setContext(Qt::WidgetShortcut);
-    connect(rename, &QShortcut::activated, m_editor, &zoHPCTreeEditGUIW::editName);
+    createKeys();
 
+    m_editor->setReplacementListener(
+        [this](zoHPCTreeItem* item, const QString& option, const QString& value) {
+            if (m_isReplacing)
+                m_replacedOptions.push_back({item->watch(), option, value});
+        });
     connect(m_tree, SIGNAL(hostsChanged()), this, SLOT(updateDisplayState()));
     connect(m_editor, SIGNAL(hostChanged()), this, SLOT(updateDisplayState()));
     m_displayEditor->setHostTree(m_tree);
@@ -98,27 +100,20 @@ zoHPCGUIW::~zoHPCGUIW() = default;
 void zoHPCGUIW::createActions()
 {
     m_newAction = new QAction(icon("FileNew"), tr("New"), this);
-    m_newAction->setShortcut(QKeySequence::New);
     connect(m_newAction, SIGNAL(triggered()), this, SLOT(setDefaultConfig()));
     m_loadAction = new QAction(icon("FileOpen"), tr("Load..."), this);
-    m_loadAction->setShortcut(QKeySequence::Open);
     connect(m_loadAction, SIGNAL(triggered()), this, SLOT(loadConfig()));
     m_saveAction = new QAction(icon("Save"), tr("Save"), this);
-    m_saveAction->setShortcut(QKeySequence::Save);
     connect(m_saveAction, SIGNAL(triggered()), this, SLOT(saveConfig()));
     m_saveAsAction = new QAction(tr("Save As..."), this);
-    // Not QKeySequence::SaveAs, which some desktops leave empty.
-    m_saveAsAction->setShortcut(QKeySequence(zoText("Ctrl+Shift+S")));
     connect(m_saveAsAction, SIGNAL(triggered()), this, SLOT(saveAsConfig()));
     m_importLegacyAction = new QAction(icon("FileOpen"), tr("Import legacy..."), this);
     connect(m_importLegacyAction, SIGNAL(triggered()), this, SLOT(importLegacy()));
 
     m_startAction = new QAction(icon("StartCluster"), tr("Start"), this);
-    m_startAction->setShortcut(Qt::Key_F5);
     connect(m_startAction, SIGNAL(triggered()), this, SLOT(startCluster()));
     m_stopAction = new QAction(icon("StopCluster"), tr("Stop"), this);
     m_stopAction->setEnabled(false);
-    m_stopAction->setShortcut(QKeySequence(zoText("Shift+F5")));
     connect(m_stopAction, SIGNAL(triggered()), this, SLOT(stopCluster()));
 
     m_editConfigAction = new QAction(tr("Edit configuration..."), this);
@@ -137,6 +132,19 @@ void zoHPCGUIW::createActions()
     // Diagnostics look into a session; there is none yet.
     for (QAction* diagnostic : {m_speedTestAction, m_showTilesAction, m_showTestImageAction})
         diagnostic->setEnabled(false);
+}
+
+void zoHPCGUIW::createKeys()
+{
+    auto* keys = new zoHPCKeys(this);
+    keys->add(m_newAction, Qt::CTRL | Qt::Key_N);
+    keys->add(m_loadAction, Qt::CTRL | Qt::Key_O);
+    keys->add(m_saveAction, Qt::CTRL | Qt::Key_S);
+    keys->add(m_saveAsAction, Qt::CTRL | Qt::SHIFT | Qt::Key_S);
+    keys->add(m_startAction, Qt::Key_F5);
+    keys->add(m_stopAction, Qt::SHIFT | Qt::Key_F5);
+    // As in other trees; here the name has a field of its own.
+    keys->add(m_tree->master()->treeWidget(), Qt::Key_F2, [this] { m_editor->editName(); });
 }
 
 void zoHPCGUIW::createMenus()
@@ -175,8 +183,6 @@ void zoHPCGUIW::createToolBars()
     quickActions->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     addToolBar(Qt::BottomToolBarArea, quickActions);
     quickActions->addActions({m_startAction, m_stopAction});
-    // Their keys work also while the bar is hidden.
-    addActions({m_startAction, m_stopAction});
 }
 
 void zoHPCGUIW::createSplitter()
@@ -356,6 +362,7 @@ void zoHPCGUIW::replaceContents(const std::function<void()>& replace)
 {
     {
         const QScopedValueRollback<bool> replacing(m_isReplacing, true);
+        m_replacedOptions.clear();
         replace();
     }
     updateDisplayState();
@@ -369,7 +376,7 @@ QString zoHPCGUIW::replaceConfigString(const QString& text)
     setConfigString(text);
     const QString written = documentText();
     if (isSaved)
-        takeAsSaved(written);
+        takeAsRead(written);
     return written;
 }
 
@@ -386,6 +393,35 @@ QString zoHPCGUIW::announceReplacement(const QString& coming)
         setProperty("replacedConfiguration", QVariant());
     }
     return going;
+}
+
+void zoHPCGUIW::takeAsRead(const QString& text)
+{
+    if (m_replacedOptions.empty()) {
+        takeAsSaved(text);
+        return;
+    }
+    takeAsSaved(textBeforeReplacing());
+    m_replacedOptions.clear();
+    showDiffers(true);
+}
+
+QString zoHPCGUIW::textBeforeReplacing()
+{
+    const auto exchangeValues = [this] {
+        for (ReplacedOption& replaced : m_replacedOptions) {
+            const std::shared_ptr<zoHPCTreeItem> item = replaced.item.lock();
+            if (!item)
+                continue;
+            const QString value = item->getOption(replaced.option);
+            item->setOption(replaced.option, replaced.value);
+            replaced.value = value;
+        }
+    };
+    exchangeValues();
+    const QString text = documentText();
+    exchangeValues();
+    return text;
 }
 
 void zoHPCGUIW::takeAsSaved(const QString& text)
@@ -470,7 +506,7 @@ void zoHPCGUIW::loadConfig(const QString& fileName)
     announceReplacement(text);
     const bool isConfiguration = readText(text);
     m_files.setCurrent(fileName);
-    takeAsSaved(documentText());
+    takeAsRead(documentText());
     showFile();
     if (isConfiguration)
         statusBar()->clearMessage();

@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 class QAction;
 class Ui_zoHPCGUIW;
@@ -16,6 +17,7 @@ class zoHPCDisplayGUII;
 class zoHPCStatusPane;
 class zoHPCTreeEditGUIW;
 class zoHPCTreeGUIW;
+class zoHPCTreeItem;
 
 // The cluster window: host tree and node editor side by side, the display-setup dialog, and the configuration
 // with its files. It asks for sessions through its signals and shows the state that it is told.
@@ -110,6 +112,7 @@ signals:
 
 private:
     void createActions();
+    void createKeys();
     void createMenus();
     void createToolBars();
     void createSplitter();
@@ -121,6 +124,10 @@ private:
     bool readText(const QString& text);
     void replaceContents(const std::function<void()>& replace);
     void takeAsSaved(const QString& text);
+    // The same after reading a configuration, which differs from what was read where the node editor replaced
+    // values that it cannot show. `text` is that of now.
+    void takeAsRead(const QString& text);
+    QString textBeforeReplacing();
     void showFile();
     void showDiffers(bool differs);
     void showContents();
@@ -146,8 +153,15 @@ private:
     zoHPCConfigurationFiles m_files;
     QString m_lastConfig;       // the text last built, read or applied
     bool m_isReplacing = false; // tree and displays are being replaced
+    struct ReplacedOption
+    {
+        std::weak_ptr<zoHPCTreeItem> item;
+        QString option;
+        QString value;
+    };
+    std::vector<ReplacedOption> m_replacedOptions; // since tree and displays were replaced
     zoHPCStatusPane* m_statusPane = nullptr;
-    QTimer m_statusTimer; // context of what it hears: goes before the trees do
+    QTimer m_statusTimer{this}; // context of what it hears: goes before the trees do
     bool m_changedWhileWaiting = false;
     // The last one shown; dialogs of this kind have no parent.
     std::unique_ptr<zoHPCConfigEditGUIW> m_configDialog;

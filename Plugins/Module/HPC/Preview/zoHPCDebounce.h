@@ -28,6 +28,6 @@ signals:
     void settled();
 
 private:
-    QTimer m_timer;
+    QTimer m_timer{this}; // a child: it ends with the window
     bool m_isQuick = false;
 };

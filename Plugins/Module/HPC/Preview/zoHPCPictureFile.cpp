@@ -4,6 +4,7 @@
 
 #include <zoFileWriter.h>
 #include <zoLog.h>
+#include <zoSvgWriter.h>
 
 #include <QBuffer>
 #include <QFileInfo>
@@ -12,7 +13,6 @@
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QSvgGenerator>
 
 namespace
 {
@@ -34,14 +34,14 @@ bool zoHPCPictureFile::save(const zoHPCPicture& picture, const QString& fileName
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     if (!write(picture, buffer, format, size, palette, scale)) {
-        zoLog::error(
-            tr("Unable to write picture %1 in the format \"%2\" at %3 x %4")
-                .arg(fileName, format, QString::number(size.width()), QString::number(size.height())));
+        zoLog::error("%s", qUtf8Printable(tr("Unable to write picture %1 in the format \"%2\" at %3 x %4")
+                                              .arg(fileName, format, QString::number(size.width()),
+                                                   QString::number(size.height()))));
         return false;
     }
     QString reason;
     if (zoFileWriter::write(fileName, buffer.data(), &reason) != zoFileWriter::Result::Written) {
-        zoLog::error(tr("Unable to save picture %1: %2").arg(fileName, reason));
+        zoLog::error("%s", qUtf8Printable(tr("Unable to save picture %1: %2").arg(fileName, reason)));
         return false;
     }
     return true;
@@ -70,16 +70,9 @@ QString zoHPCPictureFile::filter()
 bool zoHPCPictureFile::writeSvg(const zoHPCPicture& picture, QIODevice& device, const QSize& size,
                                 const QPalette& palette)
 {
-    QSvgGenerator generator;
-    generator.setOutputDevice(&device);
-    generator.setResolution(s_resolution);
-    generator.setSize(size);
-    generator.setViewBox(QRect(QPoint(0, 0), size));
-    QPainter painter;
-    if (!painter.begin(&generator))
-        return false;
-    picture.paint(painter, QRectF(QPointF(0.0, 0.0), size), palette, zoHPCPicture::Detail::Full);
-    return painter.end();
+    return zoSvgWriter::write(device, size, s_resolution, [&](QPainter& painter) {
+        picture.paint(painter, QRectF(QPointF(0.0, 0.0), size), palette, zoHPCPicture::Detail::Full);
+    });
 }
 
 bool zoHPCPictureFile::writePng(const zoHPCPicture& picture, QIODevice& device, const QSize& size,

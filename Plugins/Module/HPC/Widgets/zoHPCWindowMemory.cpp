@@ -2,13 +2,12 @@
 
 #include "zoText.h"
 
-#include <zoKernelServiceFactory.h>
-#include <zoPreferencesService.h>
-
 #include <QDialog>
 #include <QEvent>
 #include <QScreen>
+#include <QSettings>
 #include <QSplitter>
+#include <QStandardPaths>
 #include <QStringList>
 #include <QStyle>
 #include <QTabWidget>
@@ -45,7 +44,7 @@ QString textOf(const QList<int>& numbers)
 } // namespace
 
 zoHPCWindowMemory::zoHPCWindowMemory(QWidget* widget, const QString& name)
-    : QObject(widget), m_widget(widget), m_key(zoText("HPC Cluster window: %1").arg(name))
+    : QObject(widget), m_widget(widget), m_key(zoText("windows/%1").arg(name))
 {
     widget->installEventFilter(this);
     // Panes also change their sizes with the window around them, which is no wish for other proportions.
@@ -66,6 +65,12 @@ void zoHPCWindowMemory::rememberDialog(QDialog* dialog, const QString& name)
     std::for_each(splitters.begin(), splitters.end(), rememberPart);
     const QList<QTabWidget*> tabs = dialog->findChildren<QTabWidget*>();
     std::for_each(tabs.begin(), tabs.end(), rememberPart);
+}
+
+QString zoHPCWindowMemory::fileName()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           zoText("/zo/hpc-cluster.ini");
 }
 
 bool zoHPCWindowMemory::eventFilter(QObject* watched, QEvent* event)
@@ -117,17 +122,18 @@ void zoHPCWindowMemory::setState(const QString& state)
 
 void zoHPCWindowMemory::restore()
 {
-    if (!m_isRestored && zoKernelServiceFactory::hasService<zoPreferencesService>()) {
-        auto* preferences = zoKernelServiceFactory::getService<zoPreferencesService>();
-        setState(preferences->getString(m_key, QString()));
+    if (!m_isRestored) {
+        const QSettings settings(fileName(), QSettings::IniFormat);
+        // Numbers that somebody wrote by hand, without quotes, are a list.
+        setState(settings.value(m_key).toStringList().join(QLatin1Char(',')));
     }
     m_isRestored = true; // from now on the widget itself knows
 }
 
 void zoHPCWindowMemory::save()
 {
-    if (!m_isRestored || !m_isTouched || state() == m_shown ||
-        !zoKernelServiceFactory::hasService<zoPreferencesService>())
+    if (!m_isRestored || !m_isTouched || state() == m_shown)
         return;
-    zoKernelServiceFactory::getService<zoPreferencesService>()->setString(m_key, state());
+    QSettings settings(fileName(), QSettings::IniFormat);
+    settings.setValue(m_key, state());
 }
