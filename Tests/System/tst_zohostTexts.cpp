@@ -19,6 +19,7 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -595,7 +596,15 @@ void tst_zohostTexts::failures()
                                       Q_ARG(QString, "1")));
     readLog();
 
-    QCOMPARE(takeUnmarked(), QString());
+    // Two lines that scripts look for are the same in every language; the rest is marked as translated.
+    QString rest = takeUnmarked();
+    for (const char* line : {"Unable to load cluster config /1", "Network 77 not found."}) {
+        QVERIFY2(rest.contains(QLatin1String(line)), line);
+        rest.remove(QLatin1String(line));
+    }
+    rest.remove(QStringLiteral("log: "));
+    rest.remove(QRegularExpression(QStringLiteral("\\d\\d:\\d\\d:\\d\\d|\\x{27e6}[^\\x{27e7}]*\\x{27e7}")));
+    QCOMPARE(rest.trimmed(), QString());
 }
 
 ZO_TEST_MAIN(tst_zohostTexts)

@@ -3,6 +3,7 @@
 #include "ui_zoHPCDisplayForm.h"
 #include "zoHPCDisplayClipboard.h"
 #include "zoHPCDisplayTrees.h"
+#include "zoHPCKeys.h"
 #include "zoHPCProjectionItem.h"
 
 #include <QAction>
@@ -11,11 +12,9 @@
 
 namespace
 {
-QAction* add(QTreeWidget* tree, const char* text, QKeySequence::StandardKey key)
+QAction* add(QTreeWidget* tree, const char* text)
 {
     auto* action = new QAction(QCoreApplication::translate("zoHPCDisplayGUII", text), tree);
-    action->setShortcuts(key);
-    action->setShortcutContext(Qt::WidgetShortcut);
     tree->addAction(action);
     return action;
 }
@@ -28,14 +27,24 @@ constexpr const char* CONVERT = QT_TRANSLATE_NOOP("zoHPCDisplayGUII", "Convert t
 
 zoHPCDisplayActions::zoHPCDisplayActions(const Ui_zoHPCDisplayGUII& form)
     : m_ui(form)
-    , m_deleteProjection(add(form.m_projectionTree, DELETE, QKeySequence::Delete))
-    , m_copyProjection(add(form.m_projectionTree, COPY, QKeySequence::Copy))
-    , m_pasteProjection(add(form.m_projectionTree, PASTE, QKeySequence::Paste))
-    , m_convertToPlanes(add(form.m_projectionTree, CONVERT, QKeySequence::UnknownKey))
-    , m_deleteDisplay(add(form.m_displayTree, DELETE, QKeySequence::Delete))
-    , m_copyDisplay(add(form.m_displayTree, COPY, QKeySequence::Copy))
-    , m_pasteDisplay(add(form.m_displayTree, PASTE, QKeySequence::Paste))
+    , m_deleteProjection(add(form.m_projectionTree, DELETE))
+    , m_copyProjection(add(form.m_projectionTree, COPY))
+    , m_pasteProjection(add(form.m_projectionTree, PASTE))
+    , m_convertToPlanes(add(form.m_projectionTree, CONVERT))
+    , m_deleteDisplay(add(form.m_displayTree, DELETE))
+    , m_copyDisplay(add(form.m_displayTree, COPY))
+    , m_pasteDisplay(add(form.m_displayTree, PASTE))
 {
+}
+
+void zoHPCDisplayActions::addTo(zoHPCKeys& keys) const
+{
+    keys.add(m_ui.m_projectionTree, m_deleteProjection, QKeySequence::Delete);
+    keys.add(m_ui.m_projectionTree, m_copyProjection, QKeySequence::Copy);
+    keys.add(m_ui.m_projectionTree, m_pasteProjection, QKeySequence::Paste);
+    keys.add(m_ui.m_displayTree, m_deleteDisplay, QKeySequence::Delete);
+    keys.add(m_ui.m_displayTree, m_copyDisplay, QKeySequence::Copy);
+    keys.add(m_ui.m_displayTree, m_pasteDisplay, QKeySequence::Paste);
 }
 
 void zoHPCDisplayActions::update(const zoHPCDisplayTrees& trees, const zoHPCDisplayClipboard& clipboard,

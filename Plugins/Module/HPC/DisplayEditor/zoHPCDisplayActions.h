@@ -4,6 +4,7 @@ class QAction;
 class Ui_zoHPCDisplayGUII;
 class zoHPCDisplayClipboard;
 class zoHPCDisplayTrees;
+class zoHPCKeys;
 
 // The actions of the context menus of both trees, and which of them and of the buttons make sense now.
 class zoHPCDisplayActions final
@@ -22,6 +23,7 @@ public:
 
     // While a session runs rows neither come nor go.
     void update(const zoHPCDisplayTrees& trees, const zoHPCDisplayClipboard& clipboard, bool isRunning);
+    void addTo(zoHPCKeys& keys) const;
 
 private:
     const Ui_zoHPCDisplayGUII& m_ui;

@@ -5,6 +5,7 @@
 #include "zoHPCDisplayPanel.h"
 #include "zoHPCDisplaySetup.h"
 #include "zoHPCDisplayTrees.h"
+#include "zoHPCKeys.h"
 #include "zoHPCLayoutPane.h"
 #include "zoHPCPanelFields.h"
 #include "zoHPCProblemsView.h"
@@ -29,7 +30,6 @@
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QScreen>
-#include <QShortcut>
 #include <QSignalBlocker>
 #include <QStyle>
 
@@ -517,10 +517,10 @@ void zoHPCDisplayGUII::connectActions()
     connect(m_ui->m_buttonBox->button(QDialogButtonBox::Apply), &QPushButton::clicked, this,
             &zoHPCDisplayGUII::apply);
 
+    auto* keys = new zoHPCKeys(this);
+    m_actions->addTo(*keys);
     // F2 renames, as in other trees; here the name has a field of its own.
-    auto* rename = new QShortcut(QKeySequence(Qt::Key_F2), m_ui->m_projectionTree);
-    rename->setContext(Qt::WidgetShortcut);
-    connect(rename, &QShortcut::activated, m_projectionPanel.get(), &zoHPCProjectionPanel::focusName);
+    keys->add(m_ui->m_projectionTree, Qt::Key_F2, [this] { m_projectionPanel->focusName(); });
 }
 
 void zoHPCDisplayGUII::connectTrees()

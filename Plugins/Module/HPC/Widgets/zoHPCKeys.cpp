@@ -1,9 +1,12 @@
 #include "zoHPCKeys.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QScopedValueRollback>
 #include <QWidget>
 
@@ -16,6 +19,12 @@ QKeySequence sequenceOf(const QKeyEvent& event)
     const Qt::KeyboardModifiers modifiers =
         event.modifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
     return QKeySequence(event.key() | int(modifiers));
+}
+
+void trigger(const QPointer<QAction>& action)
+{
+    if (action)
+        action->trigger();
 }
 } // namespace
 
@@ -33,19 +42,32 @@ void zoHPCKeys::add(QAction* action, const QKeySequence& key)
     action->setShortcut(key);
     // Of no widget that ever has the focus: shown in menus and given to nobody.
     action->setShortcutContext(Qt::WidgetShortcut);
-    m_entries.push_back({key, action, nullptr, [action] { action->trigger(); }});
+    m_entries.push_back(
+        {key, action, nullptr, [pointer = QPointer<QAction>(action)] { trigger(pointer); }, false});
+}
+
+void zoHPCKeys::add(QAbstractItemView* view, QAction* action, QKeySequence::StandardKey key)
+{
+    view->installEventFilter(this);
+    view->viewport()->installEventFilter(this);
+    const QList<QKeySequence> keys = QKeySequence::keyBindings(key);
+    for (const QKeySequence& one : keys)
+        m_entries.push_back(
+            {one, action, view, [pointer = QPointer<QAction>(action)] { trigger(pointer); }, true});
 }
 
 void zoHPCKeys::add(QWidget* focus, const QKeySequence& key, std::function<void()> run)
 {
     focus->installEventFilter(this);
-    m_entries.push_back({key, nullptr, focus, std::move(run)});
+    m_entries.push_back({key, nullptr, focus, std::move(run), true});
 }
 
 bool zoHPCKeys::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == m_owner && (event->type() == QEvent::Show || event->type() == QEvent::ParentChange))
         watchWindow();
+    if (event->type() == QEvent::ContextMenu)
+        return showMenu(watched, *static_cast<QContextMenuEvent*>(event));
     if (event->type() != QEvent::KeyPress || m_isAsking)
         return false;
     auto* press = static_cast<QKeyEvent*>(event);
@@ -73,12 +95,38 @@ const zoHPCKeys::Entry* zoHPCKeys::entryFor(const QKeyEvent& event) const
         return nullptr;
     const QKeySequence pressed = sequenceOf(event);
     for (const Entry& entry : m_entries) {
-        const bool isReady = entry.action ? entry.action->isEnabled()
-                                          : entry.focus && entry.focus == QApplication::focusWidget();
+        const bool hasFocus = entry.focus && entry.focus == QApplication::focusWidget();
+        const bool isReady = (!entry.needsFocus || hasFocus) && (!entry.action || entry.action->isEnabled());
         if (entry.key == pressed && isReady)
             return &entry;
     }
     return nullptr;
+}
+
+// A view's actions have their shortcuts while its menu shows them, and not while it has the focus: that would make
+// a key of the host ambiguous.
+bool zoHPCKeys::showMenu(const QObject* watched, const QContextMenuEvent& event) const
+{
+    std::vector<QPointer<QAction>> shown;
+    QPointer<QWidget> view;
+    for (const Entry& entry : m_entries) {
+        if (!entry.action || !entry.focus || (watched != entry.focus && watched->parent() != entry.focus))
+            continue;
+        view = entry.focus;
+        if (entry.action->shortcut().isEmpty()) {
+            entry.action->setShortcut(entry.key);
+            entry.action->setShortcutContext(Qt::WidgetShortcut);
+            shown.emplace_back(entry.action);
+        }
+    }
+    if (!view)
+        return false;
+    QMenu::exec(view->actions(), event.globalPos(), nullptr, view);
+    for (const QPointer<QAction>& action : shown) {
+        if (action)
+            action->setShortcut(QKeySequence());
+    }
+    return true;
 }
 
 bool zoHPCKeys::isTakenByOthers(const QKeyEvent& event)

@@ -7,7 +7,9 @@
 #include <functional>
 #include <vector>
 
+class QAbstractItemView;
 class QAction;
+class QContextMenuEvent;
 class QKeyEvent;
 class QWidget;
 
@@ -24,6 +26,8 @@ public:
 
     // The shortcut triggers the action, when that is enabled; menus show it.
     void add(QAction* action, const QKeySequence& key);
+    // The same for an action of the view's context menu, while the view has the focus.
+    void add(QAbstractItemView* view, QAction* action, QKeySequence::StandardKey key);
     // While `focus` has the focus. A view that would search its rows for the key does not get it.
     void add(QWidget* focus, const QKeySequence& key, std::function<void()> run);
 
@@ -37,9 +41,11 @@ private:
         QPointer<QAction> action;
         QPointer<QWidget> focus;
         std::function<void()> run;
+        bool needsFocus;
     };
 
     const Entry* entryFor(const QKeyEvent& event) const;
+    bool showMenu(const QObject* watched, const QContextMenuEvent& event) const;
     bool isTakenByOthers(const QKeyEvent& event);
     void watchWindow();
 
