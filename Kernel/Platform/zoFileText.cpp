@@ -33,6 +33,16 @@ int validSize(const QByteArray& bytes)
     return i;
 }
 
+// What the first bytes tell of UTF-16: a mark, or the beginning of a declaration. Empty for other bytes.
+QByteArray utf16Encoding(const QByteArray& bytes)
+{
+    if (bytes.startsWith("\xff\xfe") || bytes.startsWith("\xfe\xff"))
+        return "UTF-16";
+    if (bytes.startsWith(QByteArray("<\0?\0", 4)))
+        return "UTF-16LE";
+    return bytes.startsWith(QByteArray("\0<\0?", 4)) ? "UTF-16BE" : "";
+}
+
 // The encoding that the declaration at the beginning names; empty without one.
 QByteArray declaredEncoding(const QByteArray& bytes)
 {
@@ -58,7 +68,7 @@ zoFileText::zoFileText(const QByteArray& bytes)
     const int nul = bytes.indexOf('\0');
     const QByteArray whole = nul < 0 ? bytes : bytes.left(nul);
     const int valid = validSize(whole);
-    if (valid < whole.size() && readDeclared(bytes))
+    if ((valid < whole.size() || !utf16Encoding(bytes).isEmpty()) && readDeclared(bytes))
         return;
     m_encoding = "UTF-8";
     m_text = QString::fromUtf8(whole);
@@ -70,8 +80,8 @@ zoFileText::zoFileText(const QByteArray& bytes)
 
 bool zoFileText::readDeclared(const QByteArray& bytes)
 {
-    const bool isUtf16 = bytes.startsWith("\xff\xfe") || bytes.startsWith("\xfe\xff");
-    const QByteArray name = isUtf16 ? QByteArray("UTF-16") : declaredEncoding(bytes).toUpper();
+    const QByteArray utf16 = utf16Encoding(bytes);
+    const QByteArray name = utf16.isEmpty() ? declaredEncoding(bytes).toUpper() : utf16;
     const QTextCodec* codec = name.isEmpty() ? nullptr : QTextCodec::codecForName(name);
     if (codec == nullptr || codec->name() == "UTF-8")
         return false;
@@ -80,8 +90,10 @@ bool zoFileText::readDeclared(const QByteArray& bytes)
     if (m_text.startsWith(QChar(QChar::ByteOrderMark)))
         m_text.remove(0, 1);
     m_encoding = name;
-    if (state.invalidChars > 0 || state.remainingChars > 0)
-        m_invalidAt = qMax(0, m_text.indexOf(QChar(QChar::ReplacementCharacter)));
+    // Not every codec counts; none but those of UTF-16 can mean this character.
+    const int replaced = m_text.indexOf(QChar(QChar::ReplacementCharacter));
+    if (state.invalidChars > 0 || state.remainingChars > 0 || (replaced >= 0 && utf16.isEmpty()))
+        m_invalidAt = qMax(0, replaced);
     const int nul = m_text.indexOf(QChar(QChar::Null));
     if (nul >= 0) {
         m_isCut = !std::all_of(m_text.cbegin() + nul, m_text.cend(), isBlank);

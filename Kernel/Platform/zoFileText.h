@@ -16,7 +16,7 @@ public:
     };
 
     // A file is UTF-8 whenever its bytes can be: that is what configurations are, whatever their first line
-    // says. Only bytes that are not are read as the byte order mark of UTF-16, or else the declaration, says.
+    // says. Only bytes that are not are read as the first bytes of UTF-16, or else the declaration, say.
     // The text ends at the first NUL.
     explicit zoFileText(const QByteArray& bytes);
 

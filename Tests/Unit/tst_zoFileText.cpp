@@ -15,6 +15,8 @@ private slots:
     void bytesBecomeText();
     void invalidBytesHaveAPlace_data();
     void invalidBytesHaveAPlace();
+    void invalidBytesOfDeclaredEncodingsHaveAPlace_data();
+    void invalidBytesOfDeclaredEncodingsHaveAPlace();
     void textEndsAtTheFirstNul_data();
     void textEndsAtTheFirstNul();
 };
@@ -40,6 +42,11 @@ void tst_zoFileText::bytesBecomeText_data()
         QTextCodec* codec = QTextCodec::codecForName(name);
         QTest::newRow(name) << codec->fromUnicode(QChar(QChar::ByteOrderMark) + plain) << plain
                             << QByteArray("UTF-16");
+        const QString unmarked = QStringLiteral("<?xml version='1.0' encoding='UTF-16'?>\n") + plain;
+        QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+        QTest::newRow(qPrintable(QString::fromLatin1(name) + "-without-mark"))
+            << codec->fromUnicode(unmarked.constData(), unmarked.size(), &state) << unmarked
+            << QByteArray(name);
     }
     // What the window loads does not depend on a declaration.
     const QString declared = QString::fromUtf8("<?xml version='1.0' encoding='ISO-8859-1'?><a b='größe'/>");
@@ -88,6 +95,33 @@ void tst_zoFileText::invalidBytesHaveAPlace()
     QTEST(file.invalidPlace().line, "line");
     QTEST(file.invalidPlace().column, "column");
     QCOMPARE(file.text(), QString::fromUtf8(bytes));
+}
+
+void tst_zoFileText::invalidBytesOfDeclaredEncodingsHaveAPlace_data()
+{
+    QTest::addColumn<QByteArray>("encoding");
+    QTest::addColumn<QByteArray>("bytes");
+
+    QTest::newRow("ascii") << QByteArray("US-ASCII") << QByteArray("\xe9");
+    QTest::newRow("japanese") << QByteArray("SHIFT_JIS") << QByteArray("\x81");
+    QTest::newRow("greek") << QByteArray("ISO-8859-7") << QByteArray("\xff");
+    QTest::newRow("chinese") << QByteArray("GB18030") << QByteArray("\xff\xfe");
+}
+
+// Which of them a codec counts is its own affair.
+void tst_zoFileText::invalidBytesOfDeclaredEncodingsHaveAPlace()
+{
+    QFETCH(QByteArray, encoding);
+    QFETCH(QByteArray, bytes);
+    if (QTextCodec::codecForName(encoding) == nullptr)
+        QSKIP("The toolkit was built without this encoding.");
+
+    const zoFileText file("<?xml version='1.0' encoding='" + encoding + "'?>\n<a b='" + bytes + "'/>");
+
+    QVERIFY(!file.isValid());
+    QCOMPARE(file.encoding(), encoding);
+    QCOMPARE(file.invalidPlace().line, 2);
+    QCOMPARE(file.invalidPlace().column, 7);
 }
 
 void tst_zoFileText::textEndsAtTheFirstNul_data()
