@@ -4,12 +4,15 @@
 #include <QRandomGenerator>
 
 #include <fcntl.h>
+#include <pthread.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <climits>
+#include <csignal>
+#include <ctime>
 
 namespace
 {
@@ -55,6 +58,35 @@ public:
 
 private:
     int m_number;
+};
+
+// Keeps the signal away that a file beyond the limit of the process raises and that ends a process which is in
+// the middle of writing; the error says it, too.
+class SizeSignalBlock final
+{
+public:
+    SizeSignalBlock()
+    {
+        ::sigemptyset(&m_signals);
+        ::sigaddset(&m_signals, SIGXFSZ);
+        ::pthread_sigmask(SIG_BLOCK, &m_signals, &m_before);
+    }
+    ~SizeSignalBlock()
+    {
+        if (::sigismember(&m_before, SIGXFSZ) == 1)
+            return;
+        const timespec now{};
+        while (::sigtimedwait(&m_signals, nullptr, &now) == SIGXFSZ) {
+        }
+        ::pthread_sigmask(SIG_SETMASK, &m_before, nullptr);
+    }
+
+    SizeSignalBlock(const SizeSignalBlock&) = delete;
+    SizeSignalBlock& operator=(const SizeSignalBlock&) = delete;
+
+private:
+    sigset_t m_signals{};
+    sigset_t m_before{};
 };
 
 bool isSame(const Status& a, const Status& b)
@@ -387,6 +419,7 @@ zoFileWriter::Result zoFileWriter::write(const QString& fileName, const std::fun
     if (guard().mayWrite && !guard().mayWrite(fileName))
         return Result::NotOpened;
     int error = 0;
+    const SizeSignalBlock block;
     const Result result = writeFile(encoded(fileName), bytes, error);
     if (reason != nullptr && error != 0)
         *reason = qt_error_string(error);
