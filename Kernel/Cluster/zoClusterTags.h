@@ -28,6 +28,9 @@ constexpr QLatin1String Viewport = word("viewport");
 // Attribute of a node: its host name.
 constexpr QLatin1String NameAttribute = word("name");
 
+// Attribute of a viewport that the import of legacy configurations writes and no reader knows.
+constexpr QLatin1String RotateAttribute = word("rotate");
+
 // Attributes of the root.
 constexpr QLatin1String VersionAttribute = word("version");
 constexpr QLatin1String BookingAttribute = word("booking");

@@ -249,6 +249,18 @@ void tst_zohpcFormat::everyLossIsTold_data()
     QTest::newRow("reference")
         << inDisplay("<window><viewport projection='P'/>\n<viewport projection='Q'/></window>")
         << QByteArray("-:3:11: there is no projection \"Q\": the reference is left out\n");
+    // Written by the import for the person who looks at the file; no reader knows it.
+    QTest::newRow("turn-of-an-imported-viewport")
+        << inDisplay("<window rotate='1'><viewport rotate='2'/></window>")
+        << QByteArray("-:2:18: the attribute \"rotate\" of \"window\" is left out\n");
+    QTest::newRow("root-of-an-old-document")
+        << QByteArray("<cluster author='me'/>")
+        << QByteArray("-:1:10: the attribute \"author\" of \"cluster\" is left out\n");
+    QTest::newRow("line-end-in-an-attribute")
+        << QByteArray("<cluster version='1'><master description='a\tb\nc\r\nd'/></cluster>") << QByteArray();
+    QTest::newRow("later-version") << QByteArray("<cluster version='2'/>")
+                                   << QByteArray(
+                                          "-:1:10: the attribute \"version\" of \"cluster\" becomes \"1\"\n");
     QTest::newRow("attribute-given-twice")
         << QByteArray("<cluster version='1'>\n<master a='1' a='2'/><!-- b --></cluster>")
         << QByteArray("-:2:1: what of the text from here on is left out cannot be told\n");

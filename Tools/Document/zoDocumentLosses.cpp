@@ -233,14 +233,37 @@ bool mayBecome(const Part& source, const Part& canonical)
     });
 }
 
+// With blanks for line ends and tabs: documents keep them as they stand in a value, while the reader of
+// streams makes them blanks.
+QString withBlanks(QString value)
+{
+    for (const char* end : {"\r\n", "\r", "\n", "\t"})
+        value.replace(QLatin1String(end), QLatin1String(" "));
+    return value;
+}
+
+// Whether an attribute says nothing to any reader.
+bool saysNothing(const Attribute& attribute, const QString& tag)
+{
+    // No reader distinguishes an empty one from a missing one.
+    return attribute.value.isEmpty() ||
+           (tag == zoClusterTags::Viewport && attribute.name == zoClusterTags::RotateAttribute);
+}
+
+// Whether the upgrade of old documents changes an attribute.
+bool isOfUpgrade(const Attribute& attribute, const QString& tag)
+{
+    return tag == zoClusterTags::Projection || tag == zoClusterTags::Viewport ||
+           (tag == zoClusterTags::Cluster && attribute.name == zoClusterTags::VersionAttribute);
+}
+
 void compare(const Part& source, const Part& canonical, bool isUpgraded, Collector& losses)
 {
     for (const Attribute& attribute : source.attributes) {
-        // What no reader distinguishes from a missing one, and what the upgrade of old documents changes.
-        if (attribute.value.isEmpty() || (isUpgraded && source.tag == zoClusterTags::Cluster))
+        if (saysNothing(attribute, source.tag))
             continue;
         const QString kept = valueOf(canonical, attribute.name);
-        if (kept == attribute.value)
+        if (withBlanks(kept) == withBlanks(attribute.value))
             continue;
         const bool isReference =
             source.tag == zoClusterTags::Viewport && attribute.name == zoClusterTags::Projection;
@@ -250,7 +273,7 @@ void compare(const Part& source, const Part& canonical, bool isUpgraded, Collect
         else if (kept.isEmpty())
             losses.add(attribute.offset,
                        tr("the attribute \"%1\" of \"%2\" is left out").arg(attribute.name, source.tag));
-        else if (!isUpgraded)
+        else if (!isUpgraded || !isOfUpgrade(attribute, source.tag))
             losses.add(
                 attribute.offset,
                 tr("the attribute \"%1\" of \"%2\" becomes \"%3\"").arg(attribute.name, source.tag, kept));
@@ -286,8 +309,7 @@ QVector<zoDocumentLosses::Loss> zoDocumentLosses::ofFormat(const QString& source
             continue;
         }
         if (part.tag == zoClusterTags::Cluster && part.parent.isEmpty())
-            isUpgraded =
-                valueOf(part, zoClusterTags::VersionAttribute) != QString::number(zoClusterTags::Version);
+            isUpgraded = valueOf(part, zoClusterTags::VersionAttribute).toInt() < zoClusterTags::Version;
         const QString kind = kindOf(part);
         const QVector<int> candidates = kept.value(kind);
         int& at = next[kind];

@@ -78,7 +78,7 @@ void zoHPCLegacyDisplayWriter::addViewport(QDomElement window, const QString& pr
     viewport.setAttribute(zoText("x2"), x2);
     viewport.setAttribute(zoText("y2"), y2);
     viewport.setAttribute(zoText("eye"), eye);
-    viewport.setAttribute(zoText("rotate"), rotate);
+    viewport.setAttribute(zoClusterTags::RotateAttribute, rotate);
     viewport.setAttribute(zoText("position"), zoText("custom"));
     window.appendChild(viewport);
 }
