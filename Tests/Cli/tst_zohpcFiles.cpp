@@ -27,6 +27,14 @@ QByteArray byHand()
 {
     return QByteArray(zoCliFiles::read(sample())).replace("\n ", "\n\t");
 }
+
+// A line in which $0 is the tool and the arguments are $1 and so on.
+zoCommandRun shell(const QString& line, const QStringList& arguments)
+{
+    return zoCommandRun::program(QStringLiteral("/bin/sh"),
+                                 QStringList{"-c", line, QStringLiteral(ZO_ZOHPC)} + arguments, {},
+                                 QProcess::systemEnvironment());
+}
 } // namespace
 
 // What the commands do to the files that they read and write.
@@ -43,6 +51,12 @@ private slots:
     void inputOnStandardInputIsNotOverwritten();
     void twoOutputsDoNotGoIntoOneFile_data();
     void twoOutputsDoNotGoIntoOneFile();
+    void twoOutputsDoNotGoToStandardOutput_data();
+    void twoOutputsDoNotGoToStandardOutput();
+    void standardOutputIsAppendedToUnderAnyName_data();
+    void standardOutputIsAppendedToUnderAnyName();
+    void twoOutputsDoNotGoIntoOneFileByLinks_data();
+    void twoOutputsDoNotGoIntoOneFileByLinks();
     void outputIsLookedAtBeforeTheInput_data();
     void outputIsLookedAtBeforeTheInput();
 
@@ -149,10 +163,7 @@ void tst_zohpcFiles::inputOnStandardInputIsNotOverwritten()
     const QByteArray content = zoCliFiles::read(sample());
     const QString input = m_files.write("input.zhpc", content);
 
-    const zoCommandRun run = zoCommandRun::program(
-        QStringLiteral("/bin/sh"),
-        {"-c", "exec \"$0\" export --paraview \"$1\" < \"$1\"", QStringLiteral(ZO_ZOHPC), input}, {},
-        QProcess::systemEnvironment());
+    const zoCommandRun run = shell("exec \"$0\" export --paraview \"$1\" < \"$1\"", {input});
 
     QCOMPARE(run.exitCode, 2);
     QVERIFY2(run.errors.endsWith("the input would be overwritten\n"), run.errors.constData());
@@ -180,6 +191,86 @@ void tst_zohpcFiles::twoOutputsDoNotGoIntoOneFile()
     const QByteArray reason(": two outputs cannot go into one file\n--- exit code 2\n");
     QCOMPARE(zoCommandRun::zohpc(arguments).whole(), "--- errors\n" + second.toUtf8() + reason);
     QCOMPARE(zoCommandRun::zohpc(standard).whole(), "--- errors\n-" + reason);
+    QVERIFY(!QFile::exists(first));
+}
+
+// By its name in the file system, too, and the file that it goes to.
+void tst_zohpcFiles::twoOutputsDoNotGoToStandardOutput_data()
+{
+    QTest::addColumn<QString>("first");
+    QTest::addColumn<QString>("second");
+
+    QTest::newRow("device") << "-"
+                            << "/dev/stdout";
+    QTest::newRow("descriptor") << "/dev/fd/1"
+                                << "/proc/self/fd/1";
+    QTest::newRow("its-file") << m_files.path("standard.txt") << "-";
+    QTest::newRow("its-file-first") << "/dev/stdout" << m_files.path("standard.txt");
+}
+
+void tst_zohpcFiles::twoOutputsDoNotGoToStandardOutput()
+{
+    QFETCH(QString, first);
+    QFETCH(QString, second);
+    const QString file = m_files.path("standard.txt");
+
+    const zoCommandRun run = shell("exec \"$0\" export \"$1\" --paraview \"$2\" --equalizer \"$3\" > \"$4\"",
+                                   {sample(), first, second, file});
+
+    QCOMPARE(run.whole(),
+             "--- errors\n" + second.toUtf8() + ": two outputs cannot go into one file\n--- exit code 2\n");
+    QCOMPARE(zoCliFiles::read(file), QByteArray());
+}
+
+// What others wrote to the same output before and write afterwards is not replaced.
+void tst_zohpcFiles::standardOutputIsAppendedToUnderAnyName_data()
+{
+    QTest::addColumn<QString>("output");
+
+    for (const char* name : {"/dev/stdout", "/dev/fd/1", "/proc/self/fd/1"})
+        QTest::newRow(name) << name;
+}
+
+void tst_zohpcFiles::standardOutputIsAppendedToUnderAnyName()
+{
+    QFETCH(QString, output);
+    const QString file = m_files.path("standard.txt");
+
+    const zoCommandRun run = shell("{ echo first; \"$0\" format \"$1\" -o \"$2\"; echo last; } > \"$3\"",
+                                   {sample(), output, file});
+
+    QCOMPARE(run.whole(), QByteArray("--- errors\n--- exit code 0\n"));
+    QCOMPARE(zoCliFiles::read(file), "first\n" + zoCliFiles::read(sample()) + "last\n");
+}
+
+void tst_zohpcFiles::twoOutputsDoNotGoIntoOneFileByLinks_data()
+{
+    QTest::addColumn<QString>("target");
+    QTest::addColumn<QString>("way");
+
+    // The way up from a link is the one of the folder that it leads to.
+    QTest::newRow("folder") << "a/b"
+                            << "/../out.txt";
+    QTest::newRow("file-that-is-not-there") << "a/out.txt"
+                                            << "";
+}
+
+void tst_zohpcFiles::twoOutputsDoNotGoIntoOneFileByLinks()
+{
+    QFETCH(QString, target);
+    QFETCH(QString, way);
+    QVERIFY(QDir(m_files.path(QString())).mkpath("a/b"));
+    const QString link = m_files.path("link");
+    QFile::remove(link);
+    QVERIFY(QFile::link(m_files.path(target), link));
+    const QString first = m_files.path("a/out.txt");
+    const QString second = link + way;
+
+    const zoCommandRun run =
+        zoCommandRun::zohpc({"export", sample(), "--paraview", first, "--equalizer", second});
+
+    QCOMPARE(run.whole(),
+             "--- errors\n" + second.toUtf8() + ": two outputs cannot go into one file\n--- exit code 2\n");
     QVERIFY(!QFile::exists(first));
 }
 

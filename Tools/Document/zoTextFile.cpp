@@ -15,6 +15,8 @@
 
 namespace
 {
+constexpr int s_longestChain = 40; // of links, as the system has it
+
 bool printError(const QString& fileName, const QString& reason)
 {
     zoConsole::printError(QStringLiteral("%1: %2").arg(fileName, reason));
@@ -32,11 +34,35 @@ bool readStatus(const QString& fileName, struct stat& status)
                                            : ::stat(QFile::encodeName(fileName).constData(), &status)) == 0;
 }
 
-// Names of files that are not there yet.
+// What is standard output under a name of its own, too: opened by that, a file to which output is appended would
+// be replaced.
+bool isStandardOutput(const QString& fileName)
+{
+    return fileName == QLatin1String("-") || fileName == QLatin1String("/dev/stdout") ||
+           fileName == QLatin1String("/dev/fd/1") || fileName == QLatin1String("/proc/self/fd/1");
+}
+
+// Whether both lead to one file, one of which may be standard output.
+bool isOneOutput(const QString& a, const QString& b)
+{
+    if (isStandardOutput(a) && isStandardOutput(b))
+        return true;
+    if (!isStandardOutput(a) && !isStandardOutput(b))
+        return zoTextFile::isSameFile(a, b);
+    struct stat standard = {};
+    struct stat named = {};
+    const QString& name = isStandardOutput(a) ? b : a;
+    return ::fstat(STDOUT_FILENO, &standard) == 0 && readStatus(name, named) && S_ISREG(named.st_mode) &&
+           named.st_dev == standard.st_dev && named.st_ino == standard.st_ino;
+}
+
+// Of a file that is not there yet, at the end of its links.
 QString absoluteName(const QString& fileName)
 {
-    const QFileInfo file(fileName);
-    const QString folder = QFileInfo(file.absolutePath()).canonicalFilePath();
+    QFileInfo file(fileName);
+    for (int i = 0; file.isSymLink() && i < s_longestChain; ++i)
+        file.setFile(file.symLinkTarget());
+    const QString folder = QFileInfo(file.path()).canonicalFilePath();
     return (folder.isEmpty() ? file.absolutePath() : folder) + QLatin1Char('/') + file.fileName();
 }
 } // namespace
@@ -79,11 +105,10 @@ bool zoTextFile::mayWrite(const QStringList& outputs, const QString& input, bool
     for (int i = 0; i < outputs.size(); ++i) {
         const QString& output = outputs.at(i);
         for (int k = 0; k < i; ++k) {
-            const bool isStandard = output == QLatin1String("-") && outputs.at(k) == output;
-            if (isStandard || (outputs.at(k) != QLatin1String("-") && isSameFile(outputs.at(k), output)))
+            if (isOneOutput(outputs.at(k), output))
                 return printError(output, tr("two outputs cannot go into one file"));
         }
-        if (output == QLatin1String("-"))
+        if (isStandardOutput(output))
             continue;
         if (!mayBeInput && isSameFile(input, output))
             return printError(output, tr("the input would be overwritten"));
@@ -109,7 +134,7 @@ bool zoTextFile::isSameFile(const QString& input, const QString& output)
 
 bool zoTextFile::write(const QString& fileName, const QString& text)
 {
-    if (fileName == QLatin1String("-"))
+    if (isStandardOutput(fileName))
         return zoConsole::write(text.toUtf8());
     QString reason;
     return zoFileWriter::write(fileName, text.toUtf8(), &reason) == zoFileWriter::Result::Written ||
