@@ -45,6 +45,7 @@ private slots:
     void jsonIsJson_data();
     void jsonIsJson();
     void inputComesFromEverywhere();
+    void nulIsRefused();
     void separatorStandsBetweenNames();
     void sortWritesEachNameOnce();
     void deepBracesAreReadAndTooDeepOnesRefused();
@@ -457,6 +458,14 @@ void tst_zohpcHosts::inputComesFromEverywhere()
     QCOMPARE(zoCommandRun::zohpc({"hosts", "expand", "n1", "-"}, "n2\n").whole(), expected);
     // Braces may reach over arguments.
     QCOMPARE(zoCommandRun::zohpc({"hosts", "expand", "{", "n1 n2", "}"}).whole(), expected);
+}
+
+// What follows it is no less a host.
+void tst_zohpcHosts::nulIsRefused()
+{
+    QCOMPARE(zoCommandRun::zohpc({"hosts", "expand"}, QByteArray("n1\n\0n2", 6)).whole(),
+             QByteArray("--- errors\n-:2:1: the control character U+0000 cannot stand in hosts text\n"
+                        "--- exit code 2\n"));
 }
 
 void tst_zohpcHosts::separatorStandsBetweenNames()

@@ -15,6 +15,12 @@ bool printUnreadable(const QString& fileName, const QString& reason)
     zoConsole::printError(QStringLiteral("%1: %2").arg(fileName, reason));
     return false;
 }
+
+// Beyond a NUL, too, where the conversion of a byte array ends.
+QString decoded(const QByteArray& bytes)
+{
+    return QString::fromUtf8(bytes.constData(), bytes.size());
+}
 } // namespace
 
 bool zoHostsInput::readArguments(const QStringList& texts)
@@ -40,7 +46,7 @@ bool zoHostsInput::readFile(const QString& fileName)
     const QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError)
         return printUnreadable(fileName, file.errorString());
-    append(fileName, QString::fromUtf8(bytes));
+    append(fileName, decoded(bytes));
     return true;
 }
 
@@ -52,7 +58,7 @@ bool zoHostsInput::readStandardInput()
     const QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError)
         return printUnreadable(QStringLiteral("-"), file.errorString());
-    append(QStringLiteral("-"), QString::fromUtf8(bytes));
+    append(QStringLiteral("-"), decoded(bytes));
     return true;
 }
 
