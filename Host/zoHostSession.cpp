@@ -46,7 +46,13 @@ void zoHostSession::begin(const QString& configurationFile)
             then(&zoHostSession::finish);
     });
 
-    if (!loadConfiguration(configurationFile))
+    // A picture in its place would be the end of the configuration.
+    if (!configurationFile.isEmpty() && !m_options.screenshotFile.isEmpty() &&
+        QFileInfo(configurationFile) == QFileInfo(m_options.screenshotFile)) {
+        fail(tr("Unable to write screenshot %1: it is the configuration").arg(m_options.screenshotFile));
+        m_options.screenshotFile.clear();
+    }
+    if (m_ended || !loadConfiguration(configurationFile))
         return;
     if (m_options.start)
         then(&zoHostSession::start);

@@ -497,6 +497,10 @@ Das Protokoll nennt den Grund.</translation>
         <translation>Das Netzwerk konnte nicht gemessen werden</translation>
     </message>
     <message>
+        <source>Unable to write screenshot %1: it is the configuration</source>
+        <translation>Bildschirmfoto %1 kann nicht geschrieben werden: es ist die Konfiguration</translation>
+    </message>
+    <message>
         <source>Unable to write screenshot %1: %2</source>
         <translation>Bildschirmfoto %1 kann nicht geschrieben werden: %2</translation>
     </message>

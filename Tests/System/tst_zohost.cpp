@@ -362,6 +362,9 @@ void tst_zohost::failureExitsWith1_data()
     QTest::newRow("screenshot-not-writable")
         << documentOf("<node/>") << good + QStringList({"--screenshot", "/nowhere/shot.png"})
         << "Unable to write screenshot /nowhere/shot.png: ";
+    QTest::newRow("screenshot-over-the-configuration")
+        << documentOf("<node/>") << good + QStringList({"--screenshot", "./a.zhpc"})
+        << "Unable to write screenshot ./a.zhpc: it is the configuration\n";
     QTest::newRow("no-module")
         << documentOf("<node/>") << QStringList({"--module", "none.so"})
         << "Unable to load module .*none.so: There is no such file\n.*no loaded module opens configurations";
