@@ -99,6 +99,7 @@ private slots:
     void tileWithoutViewportIsNotLit();
     void planeThatTurnsItsBackIsTold();
     void brokenPlanesAreLeftOutOrDrawnAsLines();
+    void planesAtTheEndOfNumbersArePainted();
     void childrenThatDoNotFitTheirColumnsAreLeftOut();
 
     void clickFindsTheTile_data();
@@ -336,6 +337,24 @@ void tst_zoHPCRoomPicture::brokenPlanesAreLeftOutOrDrawnAsLines()
     QVERIFY(picture.walls()[0].isDegenerate);
     const zoHPCPictureStyle style(lightPalette());
     QVERIFY(count(painted(picture), style.bad) > 50);
+}
+
+// The steps of the floor led nowhere there, and painting did not end.
+void tst_zoHPCRoomPicture::planesAtTheEndOfNumbersArePainted()
+{
+    zoHPCSetup setup;
+    for (const int column : {zoHPCProjectionItem::X1, zoHPCProjectionItem::Y3}) {
+        zoHPCProjectionItem* const plane =
+            setup.addProjection(QStringLiteral("far"), QStringLiteral("plane"));
+        plane->setDouble(zoHPCProjectionItem::X2, 100.0);
+        plane->setDouble(zoHPCProjectionItem::Y3, 100.0);
+        plane->setDouble(column, 1.7e308);
+    }
+    zoHPCRoomPicture picture;
+    picture.setLayout(setup.layout());
+    picture.fit(AREA);
+
+    QCOMPARE(painted(picture).size(), AREA.size().toSize());
 }
 
 void tst_zoHPCRoomPicture::childrenThatDoNotFitTheirColumnsAreLeftOut()

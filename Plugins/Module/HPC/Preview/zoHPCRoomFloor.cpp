@@ -9,6 +9,9 @@
 
 namespace
 {
+// Steps are tenths of the ground or more; where the last doubles are they lead nowhere.
+constexpr int s_mostLines = 20;
+
 // 1, 2 or 5 times a power of ten, not below the value.
 double roundStep(double value)
 {
@@ -38,9 +41,9 @@ void zoHPCRoomFloor::paint(zoHPCRoomCanvas& canvas) const
     const double back = std::floor(m_ground.top() / m_step - 0.25) * m_step;
     const double front = std::ceil(m_ground.bottom() / m_step + 0.25) * m_step;
     canvas.painter.setPen(QPen(canvas.style.grid, 1.0));
-    for (int i = 0; left + i * m_step <= right + 0.5 * m_step; ++i)
+    for (int i = 0; i < s_mostLines && left + i * m_step <= right + 0.5 * m_step; ++i)
         canvas.line({left + i * m_step, m_height, back}, {left + i * m_step, m_height, front});
-    for (int i = 0; back + i * m_step <= front + 0.5 * m_step; ++i)
+    for (int i = 0; i < s_mostLines && back + i * m_step <= front + 0.5 * m_step; ++i)
         canvas.line({left, m_height, back + i * m_step}, {right, m_height, back + i * m_step});
 
     if (canvas.isVisible(Point3())) {
