@@ -28,8 +28,12 @@ constexpr QLatin1String Viewport = word("viewport");
 // Attribute of a node: its host name.
 constexpr QLatin1String NameAttribute = word("name");
 
-// Attribute of a viewport that the import of legacy configurations writes and no reader knows.
+// Attributes that the import of legacy configurations writes and no reader knows: of a viewport, and of a wall.
 constexpr QLatin1String RotateAttribute = word("rotate");
+constexpr QLatin1String OffsetXAttribute = word("offsetx");
+constexpr QLatin1String OffsetYAttribute = word("offsety");
+constexpr QLatin1String TileWidthAttribute = word("tilewidth");
+constexpr QLatin1String TileHeightAttribute = word("tileheight");
 
 // Attributes of the root.
 constexpr QLatin1String VersionAttribute = word("version");

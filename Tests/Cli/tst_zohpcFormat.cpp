@@ -53,6 +53,7 @@ private slots:
     void checkComparesBytes();
     void everyLossIsTold_data();
     void everyLossIsTold();
+    void importedFileIsRewrittenWithoutForce();
     void fileThatLosesSomethingIsRewrittenOnlyByForce_data();
     void fileThatLosesSomethingIsRewrittenOnlyByForce();
     void encodingOfTheFileIsHonoured_data();
@@ -249,10 +250,16 @@ void tst_zohpcFormat::everyLossIsTold_data()
     QTest::newRow("reference")
         << inDisplay("<window><viewport projection='P'/>\n<viewport projection='Q'/></window>")
         << QByteArray("-:3:11: there is no projection \"Q\": the reference is left out\n");
-    // Written by the import for the person who looks at the file; no reader knows it.
-    QTest::newRow("turn-of-an-imported-viewport")
-        << inDisplay("<window rotate='1'><viewport rotate='2'/></window>")
-        << QByteArray("-:2:18: the attribute \"rotate\" of \"window\" is left out\n");
+    // The import writes them, and no reader knows them; 0 says nothing.
+    QTest::newRow("turn-of-imported-viewports")
+        << inDisplay("<window rotate='0'><viewport rotate='0'/><viewport rotate='2'/></window>")
+        << QByteArray("-:2:18: the attribute \"rotate\" of \"window\" is left out\n"
+                      "-:2:61: the attribute \"rotate\" of \"viewport\" is left out\n");
+    QTest::newRow("offset-of-imported-walls")
+        << QByteArray("<cluster version='1'><master/>\n<projection type='wall' tilewidth='9' tileheight='9' "
+                      "offsetx='0' offsety='0'/>\n"
+                      "<projection type='wall' offsetx='-8' offsety='0'/></cluster>")
+        << QByteArray("-:3:25: the attribute \"offsetx\" of \"projection\" is left out\n");
     QTest::newRow("root-of-an-old-document")
         << QByteArray("<cluster author='me'/>")
         << QByteArray("-:1:10: the attribute \"author\" of \"cluster\" is left out\n");
@@ -277,6 +284,20 @@ void tst_zohpcFormat::everyLossIsTold()
 
     QCOMPARE(run.errors, errors);
     QCOMPARE(run.exitCode, 0);
+}
+
+void tst_zohpcFormat::importedFileIsRewrittenWithoutForce()
+{
+    const QString file = m_files.path("imported.zhpc");
+    const QString legacy = QStringLiteral(ZO_TEST_DATA_DIR "/Legacy/wall-defaults.xml");
+    QCOMPARE(zoCommandRun::zohpc({"convert", "--force", legacy, "-o", file}).exitCode, 0);
+    const QByteArray imported = zoCliFiles::read(file);
+
+    const zoCommandRun run = zoCommandRun::zohpc({"format", "-i", file});
+
+    QCOMPARE(run.whole(), QByteArray("--- errors\n--- exit code 0\n"));
+    QVERIFY(imported.contains("rotate=") && imported.contains("offsetx="));
+    QVERIFY(!zoCliFiles::read(file).contains("rotate="));
 }
 
 void tst_zohpcFormat::fileThatLosesSomethingIsRewrittenOnlyByForce_data()

@@ -245,9 +245,19 @@ QString withBlanks(QString value)
 // Whether an attribute says nothing to any reader.
 bool saysNothing(const Attribute& attribute, const QString& tag)
 {
+    using namespace zoClusterTags;
+    const auto isOneOf = [&attribute](const QLatin1String a, const QLatin1String b) {
+        return attribute.name == a || attribute.name == b;
+    };
+    const bool isZero = attribute.value == QLatin1String("0");
     // No reader distinguishes an empty one from a missing one.
-    return attribute.value.isEmpty() ||
-           (tag == zoClusterTags::Viewport && attribute.name == zoClusterTags::RotateAttribute);
+    if (attribute.value.isEmpty())
+        return true;
+    // The windows of an imported wall are as large as its tiles.
+    if (tag == Projection)
+        return isOneOf(TileWidthAttribute, TileHeightAttribute) ||
+               (isZero && isOneOf(OffsetXAttribute, OffsetYAttribute));
+    return tag == Viewport && attribute.name == RotateAttribute && isZero;
 }
 
 // Whether the upgrade of old documents changes an attribute.

@@ -24,10 +24,10 @@ void zoHPCLegacyDisplayWriter::addWall(const QString& name, int tileWidth, int t
     QDomElement projection = m_document.createElement(zoClusterTags::Projection);
     projection.setAttribute(zoText("name"), name);
     projection.setAttribute(zoText("type"), zoHPCProjectionType::word(zoHPCProjectionType::Kind::Wall));
-    projection.setAttribute(zoText("tilewidth"), tileWidth);
-    projection.setAttribute(zoText("tileheight"), tileHeight);
-    projection.setAttribute(zoText("offsetx"), offsetX);
-    projection.setAttribute(zoText("offsety"), offsetY);
+    projection.setAttribute(zoClusterTags::TileWidthAttribute, tileWidth);
+    projection.setAttribute(zoClusterTags::TileHeightAttribute, tileHeight);
+    projection.setAttribute(zoClusterTags::OffsetXAttribute, offsetX);
+    projection.setAttribute(zoClusterTags::OffsetYAttribute, offsetY);
     projection.setAttribute(zoText("rows"), rows);
     projection.setAttribute(zoText("columns"), columns);
     projection.setAttribute(zoText("edgeblending"), m_edgeBlending ? zoText("true") : zoText("false"));
