@@ -1,5 +1,7 @@
 #include "zoHPCProjectionItem.h"
 
+#include "zoHPCProjectionDefaults.h"
+
 #include <zoClusterTags.h>
 #include <zoIconManager.h>
 #include <zoLog.h>
@@ -53,39 +55,6 @@ const QIcon& iconOf(const zoHPCProjectionType& type)
         return known->second;
     return s_icons.emplace(type.kind, zoIconManager::getIcon(QString::fromLatin1(type.icon), QString()))
         .first->second;
-}
-
-// What a new projection has, whatever its type. Flags and blend widths stay unset.
-const std::map<int, QVariant>& defaults()
-{
-    using P = zoHPCProjectionItem;
-    static const std::map<int, QVariant> s_defaults{{P::RightOffsetX, 0},
-                                                    {P::RightOffsetY, 0},
-                                                    {P::Row, 1},
-                                                    {P::TileColumn, 1},
-                                                    {P::Rows, 1},
-                                                    {P::Columns, 1},
-                                                    {P::OverlapX, 0.0},
-                                                    {P::OverlapY, 0.0},
-                                                    {P::CaveWidth, 2000.0},
-                                                    {P::CaveHeight, 2000.0},
-                                                    {P::CaveDepth, 2000.0},
-                                                    {P::CaveX, 0.0},
-                                                    {P::CaveY, 0.0},
-                                                    {P::CaveZ, 0.0},
-                                                    {P::Width, 3000.0},
-                                                    {P::Height, 2000.0},
-                                                    {P::Distance, 1500.0},
-                                                    {P::X1, -1.0},
-                                                    {P::Y1, -1.0},
-                                                    {P::Z1, -1.0},
-                                                    {P::X2, 1.0},
-                                                    {P::Y2, -1.0},
-                                                    {P::Z2, -1.0},
-                                                    {P::X3, 1.0},
-                                                    {P::Y3, 1.0},
-                                                    {P::Z3, -1.0}};
-    return s_defaults;
 }
 
 // The tiles of a plane, in millimetres.
@@ -177,7 +146,7 @@ void zoHPCProjectionItem::setProjectionType(const QString& type)
 void zoHPCProjectionItem::setMissingDefaults()
 {
     const std::vector<int>& columns = typeRow().columns;
-    for (const auto& [col, value] : defaults()) {
+    for (const auto& [col, value] : zoHPCProjectionDefaults::values()) {
         if (!data(col, Qt::EditRole).isValid() &&
             std::find(columns.begin(), columns.end(), col) != columns.end())
             setData(col, Qt::EditRole, value);
@@ -335,7 +304,7 @@ const zoHPCTreeWidgetItem::ColumnMap& zoHPCProjectionItem::columns(const QString
 
 void zoHPCProjectionItem::setDefaults()
 {
-    for (const auto& [col, value] : defaults())
+    for (const auto& [col, value] : zoHPCProjectionDefaults::values())
         setData(col, Qt::EditRole, value);
 }
 
