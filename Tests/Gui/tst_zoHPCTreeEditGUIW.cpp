@@ -1,8 +1,8 @@
 #include "zoTestCase.h"
 
 #include <zoHPC.h>
+#include <zoHPCOptionValues.h>
 #include <zoHPCTreeEditGUIW.h>
-#include <zoHPCTreeEditTables.h>
 #include <zoHPCTreeGUIW.h>
 #include <zoHPCTreeItem.h>
 
@@ -48,7 +48,7 @@ Combo comboOf(const char* name, const QString& option, const zoHPCComboRow (&row
 
 QList<Combo> combos()
 {
-    namespace Tables = zoHPCTreeEditTables;
+    namespace Tables = zoHPCOptionValues;
     return {
         comboOf("m_networkTypeSelection", zoHPCOption::NetworkType, Tables::NetworkTypes, false),
         comboOf("m_networkSpeedSelection", zoHPCOption::LinkSpeed, Tables::NetworkSpeeds, false),

@@ -1,7 +1,7 @@
 #include "zoTestCase.h"
 
 #include <zoHPC.h>
-#include <zoHPCItemIds.h>
+#include <zoHPCItemsById.h>
 #include <zoHPCTreeGUIW.h>
 #include <zoHPCTreeItem.h>
 
@@ -534,7 +534,7 @@ void tst_zoHPCTreeItem::idsEqualThoseOfTheCache()
     for (int round = 0; round < 200; ++round) {
         QTreeWidgetItem root;
         Cache cache;
-        zoHPCItemIds ids;
+        zoHPCItemsById ids;
         for (int i = 0; i < 40; ++i) {
             auto* item = new zoHPCTreeItem(m_view.get());
             item->setIsNode(true);

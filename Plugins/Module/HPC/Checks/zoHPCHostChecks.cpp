@@ -1,7 +1,7 @@
 #include "zoHPCHostChecks.h"
 
 #include "zoHPCLayout.h"
-#include "zoHPCTreeEditTables.h"
+#include "zoHPCOptionValues.h"
 #include "zoHPCTreeItem.h"
 
 #include <QHash>
@@ -63,7 +63,7 @@ zoHPCProblem::List zoHPCHostChecks::networksWithoutEnabledNode(const zoHPCLayout
 
 zoHPCProblem::List zoHPCHostChecks::unknownOptionValues(const zoHPCLayout& layout)
 {
-    namespace Tables = zoHPCTreeEditTables;
+    namespace Tables = zoHPCOptionValues;
     zoHPCProblem::List problems;
     const auto look = [&problems](zoHPCTreeItem* item, const QString& name, const auto& options) {
         for (const Tables::ComboOption& option : options) {

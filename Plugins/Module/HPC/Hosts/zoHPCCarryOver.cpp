@@ -1,6 +1,6 @@
 #include "zoHPCCarryOver.h"
 
-#include "zoHPCItemIds.h"
+#include "zoHPCItemsById.h"
 #include "zoHPCTreeItem.h"
 #include "zoHPCTreeWalk.h"
 
@@ -70,10 +70,10 @@ bool zoHPCCarryOver::run(zoHPCTreeItem* oldMaster, const QList<QTreeWidgetItem*>
         return true;
 
     zoClusterPlaces places;
-    zoHPCItemIds oldIds(places);
+    zoHPCItemsById oldIds(places);
     oldIds.reserve(oldItems.size());
     oldIds.enter({oldMaster}, [](zoHPCTreeItem*, int) {});
-    zoHPCItemIds newIds(places);
+    zoHPCItemsById newIds(places);
     newIds.reserve(newItems.size());
     std::size_t entered = 0;
     newIds.enter(newTops, [&](zoHPCTreeItem* item, int entry) {

@@ -7,7 +7,7 @@
 #include "zoHPCHostsSectionReader.h"
 #include "zoHPCHostsTextBuilder.h"
 #include "zoHPCHostsTextWriter.h"
-#include "zoHPCItemIds.h"
+#include "zoHPCItemsById.h"
 #include "zoHPCTreeItem.h"
 #include "zoHPCTreeWalk.h"
 #include "zoText.h"
@@ -358,7 +358,7 @@ void zoHPCHostTree::markRunning(const QStringList& ids)
     for (zoHPCTreeItem* item : items)
         item->markRunning(false);
     if (!ids.isEmpty()) {
-        zoHPCItemIds known;
+        zoHPCItemsById known;
         known.reserve(items.size());
         known.enter({m_master.get()}, [](zoHPCTreeItem*, int) {});
         for (const QString& id : ids) {

@@ -2,7 +2,7 @@
 
 #include "ui_zoHPCTreeEditGUIW.h"
 #include "zoHPCOption.h"
-#include "zoHPCTreeEditTables.h"
+#include "zoHPCOptionValues.h"
 #include "zoHPCTreeItem.h"
 #include "zoHPCWheelGuard.h"
 #include "zoText.h"
@@ -142,7 +142,7 @@ void zoHPCTreeEditGUIW::servicePortChanged(int port)
     if (m_isFilling)
         return; // what is merely shown stays as it is, also a port that the spin box cannot show
     write(zoHPCOption::ServicePort,
-          port == zoHPCTreeEditTables::DefaultServicePort ? QString() : QString::number(port));
+          port == zoHPCOptionValues::DefaultServicePort ? QString() : QString::number(port));
 }
 
 void zoHPCTreeEditGUIW::setEncrypted(bool encrypted)
@@ -159,7 +159,7 @@ void zoHPCTreeEditGUIW::setHomogeneous(bool homogeneous)
 
 void zoHPCTreeEditGUIW::fillComboRows()
 {
-    namespace Tables = zoHPCTreeEditTables;
+    namespace Tables = zoHPCOptionValues;
     addRows(m_ui->m_networkTypeSelection, Tables::NetworkTypes);
     addRows(m_ui->m_networkSpeedSelection, Tables::NetworkSpeeds);
     addRows(m_ui->m_sceneCompression, Tables::SceneCompressions);
@@ -247,9 +247,9 @@ void zoHPCTreeEditGUIW::showNetwork()
     m_ui->m_networkDescription->setText(item()->getOption(zoHPCOption::Description));
     setNetworkType(m_ui->m_networkTypeSelection->currentIndex());
 
-    int port = item()->getIntOption(zoHPCOption::ServicePort, zoHPCTreeEditTables::DefaultServicePort);
+    int port = item()->getIntOption(zoHPCOption::ServicePort, zoHPCOptionValues::DefaultServicePort);
     if (port < m_ui->m_servicePort->minimum() || port > m_ui->m_servicePort->maximum())
-        port = zoHPCTreeEditTables::DefaultServicePort;
+        port = zoHPCOptionValues::DefaultServicePort;
     m_ui->m_servicePort->setValue(port);
     m_ui->m_encrypted->setChecked(item()->isEncrypted());
 }

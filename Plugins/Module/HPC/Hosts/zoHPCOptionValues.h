@@ -8,7 +8,8 @@
 #include <cstddef>
 #include <iterator>
 
-// Rows of the combo boxes of the property editor: what a person reads and what the option holds. The empty
+// The values that options may hold, as rows of the combo boxes of the node editor: what a person reads and what the
+// option holds. The empty
 // value is the default. Texts are translated in the context of zoHPCTreeEditGUIW.
 struct zoHPCComboRow
 {
@@ -16,7 +17,7 @@ struct zoHPCComboRow
     const char* value;
 };
 
-namespace zoHPCTreeEditTables
+namespace zoHPCOptionValues
 {
 inline constexpr zoHPCComboRow NetworkTypes[] = {
     {QT_TRANSLATE_NOOP("zoHPCTreeEditGUIW", "Ethernet"), ""},
@@ -102,4 +103,4 @@ inline const ComboOption NetworkOptions[] = {
     {&zoHPCOption::NetworkType, NetworkTypes, std::size(NetworkTypes)},
     {&zoHPCOption::LinkSpeed, NetworkSpeeds, std::size(NetworkSpeeds)},
 };
-} // namespace zoHPCTreeEditTables
+} // namespace zoHPCOptionValues

@@ -11,12 +11,12 @@
 
 // The items of a host tree by their ids. Equal to entering the items one after the other with
 // zoHPCTreeItem::addToIDCache(), and linear in their number.
-class zoHPCItemIds final
+class zoHPCItemsById final
 {
 public:
-    zoHPCItemIds() : m_ids(m_places) {}
+    zoHPCItemsById() : m_ids(m_places) {}
     // Tables that are compared share the places, which outlive them.
-    explicit zoHPCItemIds(zoClusterPlaces& places) : m_ids(places) {}
+    explicit zoHPCItemsById(zoClusterPlaces& places) : m_ids(places) {}
 
     // Enters a node or the master, or a network; returns the number of its entry.
     int addName(const QString& name, zoHPCTreeItem* item);
@@ -30,7 +30,7 @@ public:
     // Null when there is none.
     zoHPCTreeItem* findName(const QString& id) const { return at(m_ids.find(id)); }
     // The item here that has the id of an entry of `other`.
-    zoHPCTreeItem* findSame(const zoHPCItemIds& other, int entry) const;
+    zoHPCTreeItem* findSame(const zoHPCItemsById& other, int entry) const;
 
     void reserve(std::size_t count);
 
@@ -43,7 +43,7 @@ private:
 };
 
 template <class Entered>
-void zoHPCItemIds::enter(const std::vector<zoHPCTreeItem*>& tops, Entered entered)
+void zoHPCItemsById::enter(const std::vector<zoHPCTreeItem*>& tops, Entered entered)
 {
     zoHPCTreeWalk::inherit(tops, zoClusterPlaces::Top, [&](zoHPCTreeItem* item, int row, int place) {
         if (item->isNetwork()) {
