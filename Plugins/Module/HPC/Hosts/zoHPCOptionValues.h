@@ -8,9 +8,8 @@
 #include <cstddef>
 #include <iterator>
 
-// The values that options may hold, as rows of the combo boxes of the node editor: what a person reads and what the
-// option holds. The empty
-// value is the default. Texts are translated in the context of zoHPCTreeEditGUIW.
+// One value that an option may hold, as a row of a combo box of the node editor: what a person reads and what the
+// option holds. The empty value is the default. Texts are translated in the context of zoHPCTreeEditGUIW.
 struct zoHPCComboRow
 {
     const char* text;
