@@ -137,12 +137,12 @@ void zoHPCGUIW::createActions()
 void zoHPCGUIW::createKeys()
 {
     auto* keys = new zoHPCKeys(this);
-    keys->add(m_newAction, Qt::CTRL | Qt::Key_N);
-    keys->add(m_loadAction, Qt::CTRL | Qt::Key_O);
-    keys->add(m_saveAction, Qt::CTRL | Qt::Key_S);
+    keys->add(m_newAction, int(Qt::CTRL) | Qt::Key_N);
+    keys->add(m_loadAction, int(Qt::CTRL) | Qt::Key_O);
+    keys->add(m_saveAction, int(Qt::CTRL) | Qt::Key_S);
     keys->add(m_saveAsAction, Qt::CTRL | Qt::SHIFT | Qt::Key_S);
     keys->add(m_startAction, Qt::Key_F5);
-    keys->add(m_stopAction, Qt::SHIFT | Qt::Key_F5);
+    keys->add(m_stopAction, int(Qt::SHIFT) | Qt::Key_F5);
     // As in other trees; here the name has a field of its own.
     keys->add(m_tree->master()->treeWidget(), Qt::Key_F2, [this] { m_editor->editName(); });
 }
