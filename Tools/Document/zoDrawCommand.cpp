@@ -83,7 +83,7 @@ int zoDrawCommand::execute(const QCommandLineParser& parser)
         return zoConsole::Unusable;
     const zoHPCLayout layout(setup.displays().getProjectionItems(), setup.displays().getWindowItems(),
                              setup.hosts().master());
-    for (const QString& output : request.outputs) {
+    for (const QString& output : qAsConst(request.outputs)) {
         if (!draw(layout, output, request))
             return zoConsole::Unusable;
     }
