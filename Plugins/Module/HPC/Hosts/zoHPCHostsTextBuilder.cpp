@@ -18,6 +18,9 @@ zoHPCHostsTextBuilder::zoHPCHostsTextBuilder(zoHPCTreeContext* context, const QS
 
 zoHPCHostsTextBuilder::~zoHPCHostsTextBuilder()
 {
+    // Of a text that was refused in the middle.
+    for (const Rows& rows : m_open)
+        zoHPCTreeItem::destroy(rows.pending);
     zoHPCTreeItem::destroy(m_networks);
 }
 
