@@ -1222,6 +1222,49 @@ auch wenn die Server dann instabil sein können?</translation>
     </message>
 </context>
 <context>
+    <name>zoHPCRenderSetup</name>
+    <message>
+        <source>viewport %1 of window %2 of display %3</source>
+        <translation>Viewport %1 von Fenster %2 von Display %3</translation>
+    </message>
+    <message>
+        <source>%1 is left out: %2</source>
+        <translation>%1 wird ausgelassen: %2</translation>
+    </message>
+    <message>
+        <source>its window has no node</source>
+        <translation>sein Fenster hat keinen Knoten</translation>
+    </message>
+    <message>
+        <source>the cluster has no node &quot;%1&quot;</source>
+        <translation>der Cluster hat keinen Knoten „%1“</translation>
+    </message>
+    <message>
+        <source>the node %1 is disabled</source>
+        <translation>der Knoten %1 ist deaktiviert</translation>
+    </message>
+    <message>
+        <source>it shows no projection</source>
+        <translation>er zeigt keine Projektion</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not one plane</source>
+        <translation>„%1“ ist nicht eine einzelne Ebene</translation>
+    </message>
+    <message>
+        <source>the plane &quot;%1&quot; has no area</source>
+        <translation>die Ebene „%1“ hat keine Fläche</translation>
+    </message>
+    <message>
+        <source>it is further than %1 pixels away</source>
+        <translation>er liegt mehr als %1 Pixel entfernt</translation>
+    </message>
+    <message>
+        <source>it has no pixels</source>
+        <translation>er hat keine Pixel</translation>
+    </message>
+</context>
+<context>
     <name>zoHPCRoomPicture</name>
     <message>
         <source>No projections</source>

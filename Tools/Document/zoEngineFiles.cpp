@@ -100,11 +100,11 @@ QString rectangle(const QRectF& r)
 
 // Keys in the order in which they come first.
 template <class Key>
-QStringList ordered(const std::vector<zoRenderSetup::Picture>& pictures, Key key)
+QStringList ordered(const std::vector<zoHPCRenderSetup::Picture>& pictures, Key key)
 {
     QStringList result;
     QSet<QString> known;
-    for (const zoRenderSetup::Picture& picture : pictures) {
+    for (const zoHPCRenderSetup::Picture& picture : pictures) {
         const QString text = key(picture);
         if (!known.contains(text))
             result << text;
@@ -117,7 +117,7 @@ QStringList ordered(const std::vector<zoRenderSetup::Picture>& pictures, Key key
 class EqualizerFile
 {
 public:
-    explicit EqualizerFile(const zoRenderSetup& setup) : m_pictures(setup.pictures())
+    explicit EqualizerFile(const zoHPCRenderSetup& setup) : m_pictures(setup.pictures())
     {
         UniqueNames names;
         m_channels.reserve(m_pictures.size());
@@ -143,7 +143,7 @@ public:
     const QByteArray& text() const { return m_writer.text(); }
 
 private:
-    using Picture = zoRenderSetup::Picture;
+    using Picture = zoHPCRenderSetup::Picture;
 
     void writeNode(const QString& host)
     {
@@ -239,13 +239,13 @@ private:
 };
 } // namespace
 
-QByteArray zoEngineFiles::paraView(const zoRenderSetup& setup)
+QByteArray zoEngineFiles::paraView(const zoHPCRenderSetup& setup)
 {
     // A display is only named where a host has more than one screen: pvserver would else not follow its
     // environment.
     QSet<QString> several;
     QHash<QString, int> screens;
-    for (const zoRenderSetup::Picture& picture : setup.pictures()) {
+    for (const zoHPCRenderSetup::Picture& picture : setup.pictures()) {
         if (picture.screen > 0 || screens.value(picture.host, picture.screen) != picture.screen)
             several.insert(picture.host);
         screens.insert(picture.host, picture.screen);
@@ -254,7 +254,7 @@ QByteArray zoEngineFiles::paraView(const zoRenderSetup& setup)
     QString text = QStringLiteral("<?xml version=\"1.0\" ?>\n<pvx>\n  <Process Type=\"server\">\n"
                                   "    <EyeSeparation Value=\"%1\"/>\n")
                        .arg(number(setup.eyeSeparation() / 1000.0));
-    for (const zoRenderSetup::Picture& picture : setup.pictures()) {
+    for (const zoHPCRenderSetup::Picture& picture : setup.pictures()) {
         const QRect& g = picture.geometry;
         text += QStringLiteral("    <Machine Name=\"%1\"").arg(picture.host.toHtmlEscaped());
         if (several.contains(picture.host) && picture.screen >= 0)
@@ -271,7 +271,7 @@ QByteArray zoEngineFiles::paraView(const zoRenderSetup& setup)
     return text.toUtf8();
 }
 
-QByteArray zoEngineFiles::equalizer(const zoRenderSetup& setup)
+QByteArray zoEngineFiles::equalizer(const zoHPCRenderSetup& setup)
 {
     return EqualizerFile(setup).text();
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "zoRenderSetup.h"
+#include "zoHPCRenderSetup.h"
 
 #include <QByteArray>
 
@@ -8,7 +8,7 @@
 namespace zoEngineFiles
 {
 // For pvserver: one machine for each MPI rank, in the order of the pictures.
-QByteArray paraView(const zoRenderSetup& setup);
+QByteArray paraView(const zoHPCRenderSetup& setup);
 // Nodes with their pipes, windows and channels, and a canvas for each wall with a segment for each channel.
-QByteArray equalizer(const zoRenderSetup& setup);
+QByteArray equalizer(const zoHPCRenderSetup& setup);
 } // namespace zoEngineFiles

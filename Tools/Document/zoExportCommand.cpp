@@ -3,7 +3,8 @@
 #include "zoClusterSetup.h"
 #include "zoConsole.h"
 #include "zoEngineFiles.h"
-#include "zoRenderSetup.h"
+#include "zoExportNotes.h"
+#include "zoHPCRenderSetup.h"
 #include "zoSourcePlaces.h"
 #include "zoTextFile.h"
 
@@ -61,9 +62,10 @@ int zoExportCommand::execute(const QCommandLineParser& parser)
     zoClusterSetup setup;
     if (!zoTextFile::mayWrite(outputs, file) || !setup.readFile(file))
         return zoConsole::Unusable;
-    const zoRenderSetup rendering(setup, pitch);
+    const zoHPCRenderSetup rendering(setup.displays(), setup.hosts().master(), pitch);
+    const zoExportNotes notes(rendering);
     const zoSourcePlaces places(setup);
-    for (const zoRenderSetup::Note& note : rendering.notes()) {
+    for (const zoExportNotes::Note& note : notes.notes()) {
         const zoSourcePlaces::Place place = places.place(note.item);
         zoConsole::printError(file, place.line, place.column, note.text);
     }
