@@ -6,6 +6,7 @@
 #include "zoDrawCommand.h"
 #include "zoExportCommand.h"
 #include "zoFormatCommand.h"
+#include "zoGetCommand.h"
 #include "zoHostsExpandCommand.h"
 #include "zoHostsFoldCommand.h"
 #include "zoHostsTreeCommand.h"
@@ -51,6 +52,8 @@ const std::vector<zoCommandEntry>& zoCommandTable::entries()
          createInDocument<zoExportCommand>()},
         {"format", QT_TRANSLATE_NOOP("zohpc", "a configuration in the canonical text"),
          createInDocument<zoFormatCommand>()},
+        {"get", QT_TRANSLATE_NOOP("zohpc", "values of a configuration by their paths"),
+         createInDocument<zoGetCommand>()},
         {"hosts expand", QT_TRANSLATE_NOOP("zohpc", "the names that hosts text stands for"),
          create<zoHostsExpandCommand>},
         {"hosts fold", QT_TRANSLATE_NOOP("zohpc", "names as hosts text, in as few words as possible"),

@@ -1,0 +1,34 @@
+#include "zoItemValues.h"
+
+#include "zoHPCOption.h"
+#include "zoHPCOptionValues.h"
+#include "zoItemPaths.h"
+
+QStringList zoItemValues::names(const QDomElement& element)
+{
+    QStringList rest;
+    const QDomNamedNodeMap attributes = element.attributes();
+    for (int i = 0; i < attributes.count(); ++i)
+        rest << attributes.item(i).nodeName();
+    rest.sort();
+    QStringList result;
+    for (const QString& name : zoItemPaths::attributesOf(element)) {
+        if (rest.removeOne(name))
+            result << name;
+    }
+    return result + rest;
+}
+
+QString zoItemValues::value(const QDomElement& element, const QString& attribute)
+{
+    const QString text = element.attribute(attribute);
+    if (!text.isEmpty())
+        return text;
+    if (attribute == zoHPCOption::Enabled || attribute == zoHPCOption::RenderNode)
+        return QStringLiteral("true");
+    if (attribute == zoHPCOption::Encrypted || attribute == zoHPCOption::Homogeneous)
+        return QStringLiteral("false");
+    if (attribute == zoHPCOption::ServicePort)
+        return QString::number(zoHPCOptionValues::DefaultServicePort);
+    return QString();
+}
