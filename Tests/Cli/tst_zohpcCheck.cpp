@@ -93,7 +93,8 @@ void tst_zohpcCheck::problemsAsJson()
     QCOMPARE(first.value("file").toString(), QStringLiteral("-"));
     QCOMPARE(first.value("line").toInt(), 14);
     QCOMPARE(first.value("column").toInt(), 4);
-    QCOMPARE(first.value("kind").toString(), QStringLiteral("viewport-without-projection"));
+    QCOMPARE(first.value("code").toString(), QStringLiteral("viewport-without-projection"));
+    QCOMPARE(first.value("severity").toString(), QStringLiteral("error"));
     QVERIFY(!first.value("text").toString().isEmpty());
     QVERIFY(first.contains("fix"));
 }

@@ -14,7 +14,8 @@ QJsonObject jsonOf(const zoHPCProblem& problem, const QString& file, const zoSou
     return {{QStringLiteral("file"), file},
             {QStringLiteral("line"), place.line},
             {QStringLiteral("column"), place.column},
-            {QStringLiteral("kind"), zoHPCProblem::kindName(problem.kind)},
+            {QStringLiteral("code"), zoHPCProblem::kindName(problem.kind)},
+            {QStringLiteral("severity"), zoHPCProblem::severityName(problem.severity())},
             {QStringLiteral("text"), problem.message},
             {QStringLiteral("fix"), problem.hasFix() ? QJsonValue(problem.fixText) : QJsonValue()}};
 }
@@ -36,8 +37,9 @@ QStringList zoCheckCommand::examples() const
 
 void zoCheckCommand::addArguments(QCommandLineParser& parser) const
 {
-    parser.addOption({QStringLiteral("json"), tr("Write JSON: a list of objects with \"file\", \"line\", "
-                                                 "\"column\", \"kind\", \"text\" and \"fix\".")});
+    parser.addOption(
+        {QStringLiteral("json"), tr("Write JSON: a list of objects with \"file\", \"line\", "
+                                    "\"column\", \"code\", \"severity\", \"text\" and \"fix\".")});
     parser.addPositionalArgument(QStringLiteral("FILE"), tr("A configuration, \"-\" for standard input."),
                                  QStringLiteral("FILE..."));
 }
@@ -63,16 +65,18 @@ int zoCheckCommand::execute(const QCommandLineParser& parser)
         const zoHPCProblems::List problems = zoHPCProblems::find(layout);
         if (problems.empty())
             continue;
-        result = qMax<int>(result, zoConsole::ProblemsFound);
         const zoSourcePlaces places(setup);
         for (const zoHPCProblem& problem : problems) {
             const zoSourcePlaces::Place place = places.place(problem.item);
+            if (problem.severity() != zoHPCProblem::Severity::Note)
+                result = qMax<int>(result, zoConsole::ProblemsFound);
             if (isJson)
                 list << jsonOf(problem, file, place);
             else
-                text += QStringLiteral("%1:%2:%3: %4\n")
+                text += QStringLiteral("%1:%2:%3: %4: %5 [%6]\n")
                             .arg(file, QString::number(place.line), QString::number(place.column),
-                                 problem.message)
+                                 zoHPCProblem::severityName(problem.severity()), problem.message,
+                                 zoHPCProblem::kindName(problem.kind))
                             .toUtf8();
         }
     }

@@ -17,11 +17,27 @@ public:
     using List = std::vector<zoHPCProblem>;
     using Kind = zoHPCProblemKind;
 
+    enum class Severity {
+        Error,   // nobody means that: something stays dark, shows the wrong thing or is not read
+        Warning, // most likely a mistake, but there are walls for which it is right
+        Note     // right, and good to know
+    };
+
     zoHPCProblem(Kind problemKind, QTreeWidgetItem* concerned, const QString& text);
 
+    // How many there are; their numbers are the kinds.
+    static int kindCount();
     // Stable word for the kind, the same in all languages, such as "viewport-without-projection".
     static QString kindName(Kind kind);
+    static Severity severityOf(Kind kind);
+    // "error", "warning" or "note", the same in all languages.
+    static QString severityName(Severity severity);
+    // The attribute that problems of the kind are about; empty for several or none.
+    static QString attributeOf(Kind kind);
+    // What the manual calls it, in English.
+    static QString titleOf(Kind kind);
 
+    Severity severity() const { return severityOf(kind); }
     bool hasFix() const { return static_cast<bool>(fix); }
     void setFix(const QString& text, std::function<void()> change);
     // Whether the item is a row of the host tree; otherwise it is one of the display setup.

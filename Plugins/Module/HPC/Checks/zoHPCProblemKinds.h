@@ -1,35 +1,68 @@
 #pragma once
 
-// The table of problems, in the order in which they are listed. A row has: the kind; its stable word, the same in
-// all languages; where the item concerned is (Displays or Hosts); where the fix, if there is one, changes values;
-// the check that finds it. Expanded where each column is needed: a new check is one row here and one function.
-#define ZO_HPC_PROBLEM_KINDS(ROW)                                                                            \
-    ROW(ViewportWithoutProjection, "viewport-without-projection", Displays, Displays,                        \
-        zoHPCWindowChecks::viewportsWithoutProjection)                                                       \
-    ROW(WindowWithoutNode, "window-without-node", Displays, Displays, zoHPCWindowChecks::windowsWithoutNode) \
-    ROW(WindowWithUnknownNode, "window-with-unknown-node", Displays, Displays,                               \
-        zoHPCWindowChecks::windowsWithUnknownNode)                                                           \
-    ROW(WindowWithDisabledNode, "window-with-disabled-node", Displays, Hosts,                                \
-        zoHPCWindowChecks::windowsWithDisabledNode)                                                          \
-    ROW(OverlappingWindows, "overlapping-windows", Displays, Displays,                                       \
-        zoHPCWindowChecks::overlappingWindows)                                                               \
-    ROW(TileShownNowhere, "tile-shown-nowhere", Displays, Displays, zoHPCTileChecks::tilesShownNowhere)      \
-    ROW(TileShownTwice, "tile-shown-twice", Displays, Displays, zoHPCTileChecks::tilesShownTwice)            \
-    ROW(TileForOneEye, "tile-for-one-eye", Displays, Displays, zoHPCTileChecks::tilesForOneEye)              \
-    ROW(DegeneratePlane, "degenerate-plane", Displays, Displays, zoHPCPlaneChecks::degeneratePlanes)         \
-    ROW(SkewedPlane, "skewed-plane", Displays, Displays, zoHPCPlaneChecks::skewedPlanes)                     \
-    ROW(MirroredPlane, "mirrored-plane", Displays, Displays, zoHPCPlaneChecks::mirroredPlanes)               \
-    ROW(BlendWiderThanOverlap, "blend-wider-than-overlap", Displays, Displays,                               \
-        zoHPCPlaneChecks::blendsWiderThanOverlap)                                                            \
-    ROW(WallInMetres, "wall-in-metres", Displays, Displays, zoHPCPlaneChecks::wallsInMetres)                 \
-    ROW(DuplicateHostName, "duplicate-host-name", Hosts, Hosts, zoHPCHostChecks::duplicateHostNames)         \
-    ROW(NetworkWithoutEnabledNode, "network-without-enabled-node", Hosts, Hosts,                             \
-        zoHPCHostChecks::networksWithoutEnabledNode)                                                         \
-    ROW(UnknownOptionValue, "unknown-option-value", Hosts, Hosts, zoHPCHostChecks::unknownOptionValues)
+// The table of problems: what "zohpc check", the problem list of the dialog and the status bar tell.
+// Docs/manual/problems.md has a section for each row, under its code.
 
-// One enumerator for each row.
+// What the items of a configuration have, in the order in which it is listed. A row has: the kind; its code, a stable
+// word, the same in all languages; how bad it is; the attribute of the item that it is about, "" for several or none;
+// the title of its section in the manual; where the item concerned is (Displays or Hosts); where the fix, if there is
+// one, changes values; the check that finds it. Expanded where each column is needed: a new check is one row here and
+// one function.
+#define ZO_HPC_PROBLEM_KINDS(ROW)                                                                            \
+    ROW(ViewportWithoutProjection, "viewport-without-projection", Error, "projection",                       \
+        "A viewport that shows no projection", Displays, Displays,                                           \
+        zoHPCWindowChecks::viewportsWithoutProjection)                                                       \
+    ROW(WindowWithoutNode, "window-without-node", Error, "node", "A window on no node", Displays, Displays,  \
+        zoHPCWindowChecks::windowsWithoutNode)                                                               \
+    ROW(WindowWithUnknownNode, "window-with-unknown-node", Error, "node",                                    \
+        "A window on a node that the cluster does not have", Displays, Displays,                             \
+        zoHPCWindowChecks::windowsWithUnknownNode)                                                           \
+    ROW(WindowWithDisabledNode, "window-with-disabled-node", Warning, "node",                                \
+        "A window on a node that is disabled", Displays, Hosts, zoHPCWindowChecks::windowsWithDisabledNode)  \
+    ROW(OverlappingWindows, "overlapping-windows", Warning, "", "Two windows over each other on one screen", \
+        Displays, Displays, zoHPCWindowChecks::overlappingWindows)                                           \
+    ROW(TileShownNowhere, "tile-shown-nowhere", Warning, "", "A tile that no viewport shows", Displays,      \
+        Displays, zoHPCTileChecks::tilesShownNowhere)                                                        \
+    ROW(TileShownTwice, "tile-shown-twice", Warning, "", "A tile that is shown twice", Displays, Displays,   \
+        zoHPCTileChecks::tilesShownTwice)                                                                    \
+    ROW(TileForOneEye, "tile-for-one-eye", Warning, "", "A tile for one eye only", Displays, Displays,       \
+        zoHPCTileChecks::tilesForOneEye)                                                                     \
+    ROW(DegeneratePlane, "degenerate-plane", Error, "", "A plane without area", Displays, Displays,          \
+        zoHPCPlaneChecks::degeneratePlanes)                                                                  \
+    ROW(SkewedPlane, "skewed-plane", Warning, "", "A plane whose corner is no right angle", Displays,        \
+        Displays, zoHPCPlaneChecks::skewedPlanes)                                                            \
+    ROW(MirroredPlane, "mirrored-plane", Warning, "", "A plane that turns its back to the viewer", Displays, \
+        Displays, zoHPCPlaneChecks::mirroredPlanes)                                                          \
+    ROW(BlendWiderThanOverlap, "blend-wider-than-overlap", Warning, "",                                      \
+        "Edge blending wider than the overlap", Displays, Displays,                                          \
+        zoHPCPlaneChecks::blendsWiderThanOverlap)                                                            \
+    ROW(WallInMetres, "wall-in-metres", Warning, "", "A wall of a few millimetres", Displays, Displays,      \
+        zoHPCPlaneChecks::wallsInMetres)                                                                     \
+    ROW(DuplicateHostName, "duplicate-host-name", Warning, "name", "Two nodes of one name", Hosts, Hosts,    \
+        zoHPCHostChecks::duplicateHostNames)                                                                 \
+    ROW(NetworkWithoutEnabledNode, "network-without-enabled-node", Warning, "",                              \
+        "A network in which no node is enabled", Hosts, Hosts, zoHPCHostChecks::networksWithoutEnabledNode)  \
+    ROW(UnknownOptionValue, "unknown-option-value", Error, "", "A value that an option does not know",       \
+        Hosts, Hosts, zoHPCHostChecks::unknownOptionValues)
+
+// What the text of a document has and its items have not: they are read from it without what these tell of. A row has:
+// the kind, its code, how bad it is, its title.
+#define ZO_HPC_TEXT_PROBLEM_KINDS(ROW)                                                                       \
+    ROW(UnknownElement, "unknown-element", Error, "An element that nobody reads")                            \
+    ROW(MisplacedElement, "misplaced-element", Error, "An element at a place where nobody reads it")         \
+    ROW(UnknownAttribute, "unknown-attribute", Error, "An attribute that nobody reads")                      \
+    ROW(MissingAttribute, "missing-attribute", Error, "An attribute that has to be there")                   \
+    ROW(RepeatedAttribute, "repeated-attribute", Error, "An attribute that is given twice")                  \
+    ROW(UnknownValue, "unknown-value", Error, "A word that is none of those of its attribute")               \
+    ROW(UnreadNumber, "unread-number", Error, "A number that cannot be read")                                \
+    ROW(UnknownProjection, "unknown-projection", Error, "A reference to a projection that there is not")     \
+    ROW(MissingHostsFile, "missing-hosts-file", Error, "A hosts file that cannot be read")                   \
+    ROW(LaterVersion, "later-version", Warning, "A configuration of a later version")                        \
+    ROW(StrayText, "stray-text", Warning, "Text that nobody reads")
+
+// One enumerator for each row of both.
 enum class zoHPCProblemKind {
-#define ZO_KIND(kind, word, item, fix, check) kind,
-    ZO_HPC_PROBLEM_KINDS(ZO_KIND)
+#define ZO_KIND(kind, ...) kind,
+    ZO_HPC_PROBLEM_KINDS(ZO_KIND) ZO_HPC_TEXT_PROBLEM_KINDS(ZO_KIND)
 #undef ZO_KIND
 };

@@ -10,7 +10,7 @@ zoHPCProblems::List zoHPCProblems::find(const zoHPCLayout& layout)
 {
     using Check = List (*)(const zoHPCLayout&);
     static constexpr Check Checks[] = {
-#define ZO_KIND(kind, word, item, fix, check) check,
+#define ZO_KIND(kind, word, severity, attribute, title, item, fix, check) check,
         ZO_HPC_PROBLEM_KINDS(ZO_KIND)
 #undef ZO_KIND
     };
