@@ -1225,7 +1225,7 @@ auch wenn die Server dann instabil sein können?</translation>
     <name>zoHPCRenderSetup</name>
     <message>
         <source>viewport %1 of window %2 of display %3</source>
-        <translation>Viewport %1 von Fenster %2 von Display %3</translation>
+        <translation>Viewport %1 von Fenster %2 von Anzeige %3</translation>
     </message>
     <message>
         <source>%1 is left out: %2</source>

@@ -25,12 +25,13 @@ import tempfile
 LAYERS = {
     "Kernel": set(),
     "Plugins": {"Kernel"},
+    "Server": {"Kernel", "Plugins"},
     "Host": {"Kernel"},
     "Tools": {"Kernel", "Plugins"},
-    "Benchmarks": {"Kernel", "Plugins", "Host", "Tools"},
-    "Tests": {"Kernel", "Plugins", "Host", "Tools"},
+    "Benchmarks": {"Kernel", "Plugins", "Server", "Host", "Tools"},
+    "Tests": {"Kernel", "Plugins", "Server", "Host", "Tools"},
 }
-PRODUCTION = ("Kernel", "Plugins", "Host", "Tools")
+PRODUCTION = ("Kernel", "Plugins", "Server", "Host", "Tools")
 MODULE = "Plugins/Module/HPC"
 ROOMS = {
     "Base": set(),
