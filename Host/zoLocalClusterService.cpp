@@ -2,10 +2,10 @@
 
 #include "zoLoopbackSpeedTest.h"
 
+#include <zoAvailableMemory.h>
 #include <zoLog.h>
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QPair>
 #include <QPointer>
 #include <QSet>
@@ -15,24 +15,6 @@
 namespace
 {
 constexpr int s_complete = 100;
-
-// What the operating system can give to new programs without swapping; negative when it does not say.
-qint64 availableMemory()
-{
-    QFile file(QStringLiteral("/proc/meminfo"));
-    if (!file.open(QIODevice::ReadOnly))
-        return -1;
-    const QList<QByteArray> lines = file.readAll().split('\n');
-    for (const QByteArray& line : lines) {
-        // "MemAvailable:   12345678 kB"
-        if (!line.startsWith("MemAvailable:"))
-            continue;
-        bool ok = false;
-        const qint64 kibibytes = line.simplified().split(' ').value(1).toLongLong(&ok);
-        return ok ? kibibytes * 1024 : -1;
-    }
-    return -1;
-}
 
 // What a mark stands for: a node's id and its service port.
 using Place = QPair<QString, int>;
@@ -67,7 +49,7 @@ QString listOf(const QStringList& ids)
 } // namespace
 
 zoLocalClusterService::zoLocalClusterService(QObject* parent)
-    : zoClusterService(parent), m_availableMemory(availableMemory)
+    : zoClusterService(parent), m_availableMemory(zoAvailableMemory::bytes)
 {
 }
 

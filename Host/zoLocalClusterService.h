@@ -1,8 +1,8 @@
 #pragma once
 
 #include "zoClusterDocument.h"
-#include "zoClusterNodeLocks.h"
 
+#include <zoClusterNodeLocks.h>
 #include <zoClusterService.h>
 
 #include <functional>

@@ -26,12 +26,20 @@ LAYERS = {
     "Kernel": set(),
     "Plugins": {"Kernel"},
     "Server": {"Kernel", "Plugins"},
-    "Host": {"Kernel"},
+    "Host": {"Kernel", "Server"},
     "Tools": {"Kernel", "Plugins"},
     "Benchmarks": {"Kernel", "Plugins", "Server", "Host", "Tools"},
     "Tests": {"Kernel", "Plugins", "Server", "Host", "Tools"},
 }
 PRODUCTION = ("Kernel", "Plugins", "Server", "Host", "Tools")
+# Rooms of the servers, "" for the program itself, and what each of them knows. A host knows the first alone; nodes
+# start without widgets, so that only what reads documents knows kernel and module.
+SERVER_ROOMS = {
+    "Protocol": set(),
+    "Show": {"Protocol"},
+    "Setup": {"Protocol", "Kernel", "Plugins"},
+    "": {"Protocol", "Show"},
+}
 MODULE = "Plugins/Module/HPC"
 ROOMS = {
     "Base": set(),
@@ -123,6 +131,20 @@ def check_places(house):
     return findings
 
 
+def server_room_of(path):
+    return path.split("/")[1] if path.count("/") > 1 else ""
+
+
+def server_allows(path, header):
+    """Whether the rooms of the servers let a file know a header."""
+    to = header.split("/")[0]
+    if path.startswith("Server/"):
+        room = server_room_of(path)
+        other = server_room_of(header) if to == "Server" else to
+        return other == room or other in SERVER_ROOMS.get(room, set())
+    return not (path.startswith("Host/") and to == "Server") or server_room_of(header) == "Protocol"
+
+
 def check_arrows(house):
     findings = []
     for path, text in sorted(house.files.items()):
@@ -132,6 +154,9 @@ def check_arrows(house):
             if to != layer and to not in LAYERS[layer]:
                 findings.append(Finding(f"arrow {unit_of(path)} {unit_of(header)}",
                                         f"{path}:{line}: {layer} must not know {header}"))
+            elif not server_allows(path, header):
+                findings.append(Finding(f"arrow {unit_of(path)} {unit_of(header)}",
+                                        f"{path}:{line}: must not know {header}"))
             if path.startswith(MODULE + "/") and header.startswith(MODULE + "/"):
                 room, other = room_of(path), room_of(header)
                 if other != room and other not in ROOMS.get(room, set()):

@@ -73,6 +73,21 @@ class Includes(HouseTest):
         self.write("Kernel/zoLog.cpp", '#include "zoLog.h"\n#include "../Host/zoHost.h"\n')
         self.assert_found("includes", "Kernel/zoLog.cpp:2: Kernel must not know Host/zoHost.h")
 
+    def test_host_knows_of_the_servers_only_what_they_say(self):
+        self.write("Server/Protocol/zoMessage.h", "#pragma once\n")
+        self.write("Server/zoServer.h", "#pragma once\n#include <zoMessage.h>\n")
+        self.write("Host/zoHost.cpp", '#include "zoHost.h"\n\n#include <zoMessage.h>\n')
+        self.assert_sound("includes")
+        self.write("Host/zoHost.cpp", '#include "zoHost.h"\n\n#include <zoServer.h>\n')
+        self.assert_found("includes", "Host/zoHost.cpp:3: must not know Server/zoServer.h")
+
+    def test_nodes_need_no_kernel(self):
+        self.write("Server/zoServer.h", "#pragma once\n#include <zoLog.h>\n")
+        self.assert_found("includes", "Server/zoServer.h:2: must not know Kernel/zoLog.h")
+        self.write("Server/zoServer.h", "#pragma once\n")
+        self.write("Server/Setup/zoSetup.h", "#pragma once\n#include <zoLog.h>\n#include <zoHPCItem.h>\n")
+        self.assert_sound("includes")
+
     def test_production_knows_no_tests(self):
         self.write("Tests/zoTestCase.h", "#pragma once\n")
         self.write("Tools/main.cpp", "#include <zoTestCase.h>\n")
