@@ -51,6 +51,9 @@ private slots:
     void fewHostsDriveSeveralScreens();
     void gatewaysDriveNoScreen();
     void blendingNeedsANeighbour();
+    void bezelIsANegativeOverlap_data();
+    void bezelIsANegativeOverlap();
+    void nodesThatDoNotRenderGetNoWindow();
     void hostsComeFromStandardInput();
     void outputFileIsWritten();
     void wrongUsageIsTold_data();
@@ -177,6 +180,67 @@ void tst_zohpcNew::blendingNeedsANeighbour()
     QCOMPARE(plain.attribute("edgeblending"), QStringLiteral("false"));
 }
 
+void tst_zohpcNew::bezelIsANegativeOverlap_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("overlapX");
+    QTest::addColumn<QString>("overlapY");
+    QTest::addColumn<QByteArray>("corners"); // of the second tile, or none
+
+    const QStringList panels{"--wall", "2x2", "--tile", "100x50"};
+    QTest::newRow("millimetres-of-a-power-wall")
+        << panels + QStringList{"--size", "212x114", "--bezel", "12x14"} << "-12"
+        << "-14" << QByteArray("x1=\"6\" y1=\"7\" z1=\"-1500\" x2=\"106\" y2=\"7\"");
+    QTest::newRow("fraction-of-a-millimetre")
+        << panels + QStringList{"--size", "212x114", "--bezel", "3.5x0"} << "-3.5"
+        << "0" << QByteArray();
+    QTest::newRow("pixels-of-a-tiled-wall")
+        << panels + QStringList{"--pixel-pitch", "0.5", "--bezel", "12x14"} << "-24"
+        << "-28" << QByteArray();
+    QTest::newRow("whole-pixels") << panels + QStringList{"--pixel-pitch", "5", "--bezel", "12x14"} << "-2"
+                                  << "-3" << QByteArray();
+    QTest::newRow("one-row-has-none-below")
+        << QStringList{"--wall", "4x1", "--size", "4000x500", "--bezel", "12x14"} << "-12"
+        << "0" << QByteArray();
+    QTest::newRow("negative-overlap") << panels + QStringList{"--overlap", "-20"} << "-20"
+                                      << "-20" << QByteArray();
+    QTest::newRow("negative-overlap-across") << panels + QStringList{"--overlap", "-20x0"} << "-20"
+                                             << "0" << QByteArray();
+    // 2 x 100 + 20 pixels on 220 mm: one millimetre each.
+    QTest::newRow("negative-overlap-of-a-power-wall")
+        << panels + QStringList{"--overlap", "-20x0", "--size", "220x100"} << "-20"
+        << "0" << QByteArray();
+}
+
+void tst_zohpcNew::bezelIsANegativeOverlap()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, overlapX);
+    QFETCH(QString, overlapY);
+    QFETCH(QByteArray, corners);
+
+    const zoCommandRun run =
+        zoCommandRun::zohpc(QStringList{"new"} + arguments + QStringList{"--hosts", "n1 - n4"});
+
+    const QDomElement wall = projection(run.output);
+    QCOMPARE(run.errors, QByteArray());
+    QCOMPARE(wall.attribute("overlapx"), overlapX);
+    QCOMPARE(wall.attribute("overlapy"), overlapY);
+    QCOMPARE(wall.attribute("edgeblending"), QStringLiteral("false"));
+    QVERIFY2(run.output.contains(corners), run.output.constData());
+    QCOMPARE(zoCommandRun::zohpc({"check", "-"}, run.output).whole(),
+             QByteArray("--- errors\n--- exit code 0\n"));
+}
+
+void tst_zohpcNew::nodesThatDoNotRenderGetNoWindow()
+{
+    const zoCommandRun run =
+        zoCommandRun::zohpc({"new", "--wall", "2x1", "--hosts", "head[rt=0] a gw[rt=0] { b relay { c } }"});
+
+    QCOMPARE(windows(run.output),
+             (QStringList{"a 0 1920x1080 Wall row:1 col:1 mono", "b 0 1920x1080 Wall row:1 col:2 mono"}));
+}
+
 void tst_zohpcNew::hostsComeFromStandardInput()
 {
     const zoCommandRun run = zoCommandRun::zohpc({"new", "--wall", "2x1", "--hosts", "-"}, "n[1-2]\n");
@@ -235,6 +299,45 @@ void tst_zohpcNew::wrongUsageIsTold_data()
                            << QByteArray("--walls: \"lower\" is no wall of a cave");
     QTest::newRow("cave-overlap") << cave + QStringList{"--overlap", "5"}
                                   << QByteArray("--overlap: the walls of a cave share no pixels");
+    QTest::newRow("cave-bezel") << cave + QStringList{"--bezel", "5x5"}
+                                << QByteArray("--bezel: the walls of a cave share no pixels");
+    // Even where they say what holds anyhow.
+    QTest::newRow("cave-overlap-of-0") << cave + QStringList{"--overlap", "0"}
+                                       << QByteArray("--overlap: the walls of a cave share no pixels");
+    QTest::newRow("cave-size") << cave + QStringList{"--size", "1x1"} << QByteArray("--size is for walls");
+    QTest::newRow("cave-distance") << cave + QStringList{"--distance", "1500"}
+                                   << QByteArray("--distance is for walls");
+    QTest::newRow("cave-pitch") << cave + QStringList{"--pixel-pitch", "1"}
+                                << QByteArray("--pixel-pitch is for walls");
+    QTest::newRow("wall-walls") << wall + hosts + QStringList{"--walls", "left"}
+                                << QByteArray("--walls is for caves");
+    QTest::newRow("wall-center") << wall + hosts + QStringList{"--center", "0,0,0"}
+                                 << QByteArray("--center is for caves");
+    const QStringList size{"--size", "100x100"};
+    QTest::newRow("bezel") << wall + hosts + size + QStringList{"--bezel", "12"}
+                           << QByteArray("--bezel: \"12\" is no size in millimetres such as 12x14");
+    QTest::newRow("bezel-below-0") << wall + hosts + size + QStringList{"--bezel", "-1x1"}
+                                   << QByteArray("--bezel: \"-1x1\" is no size in millimetres such as 12x14");
+    QTest::newRow("bezel-and-overlap")
+        << wall + hosts + size + QStringList{"--bezel", "1x1", "--overlap", "5"}
+        << QByteArray("--bezel and --overlap exclude each other");
+    QTest::newRow("bezel-of-unknown-pixels")
+        << wall + hosts + QStringList{"--bezel", "1x1"}
+        << QByteArray("--bezel needs --size or --pixel-pitch, which say how large a pixel is");
+    QTest::newRow("bezel-with-both-sizes")
+        << wall + hosts + size + QStringList{"--bezel", "1x1", "--pixel-pitch", "1"}
+        << QByteArray("--size and --pixel-pitch exclude each other");
+    QTest::newRow("bezel-as-wide-as-the-wall")
+        << wall + hosts + size + QStringList{"--bezel", "100x0"}
+        << QByteArray("--bezel: nothing of --size is left for pictures");
+    QTest::newRow("pitch-without-bezel")
+        << wall + hosts + QStringList{"--pixel-pitch", "1"} << QByteArray("--pixel-pitch needs --bezel");
+    QTest::newRow("pitch-of-0") << wall + hosts + QStringList{"--bezel", "1x1", "--pixel-pitch", "0"}
+                                << QByteArray("--pixel-pitch: \"0\" is no number of millimetres");
+    QTest::newRow("hosts-that-do-not-render")
+        << wall + QStringList{"--hosts", "a[rt=0]"}
+        << QByteArray("--hosts: gateways and nodes that do not render drive no screen, and \"a[rt=0]\" has "
+                      "no other");
     QTest::newRow("hosts-uneven") << QStringList{"--wall", "3x1"} + hosts
                                   << QByteArray("--hosts: 3 windows do not spread evenly over 2 hosts");
     QTest::newRow("hosts-twice") << wall + QStringList{"--hosts", "a a"}

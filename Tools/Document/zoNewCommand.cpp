@@ -77,6 +77,7 @@ struct zoNewCommand::Request
 {
     std::vector<double> tile;    // pixels
     std::vector<double> overlap; // pixels
+    std::vector<double> bezel;   // mm; empty unless the wall has a size
     double eyeSeparation;        // mm
     const Stereo* stereo;        // not owned
     std::unique_ptr<zoHPCProjectionItem> projection;
@@ -85,11 +86,13 @@ struct zoNewCommand::Request
 
 QString zoNewCommand::description() const
 {
-    return tr("Writes a whole configuration of a tiled wall or a cave: the hosts, the projection, and a "
-              "full-screen window\n"
-              "for each tile. Tiles go to the hosts in order, row by row from the upper left; with fewer "
-              "hosts than tiles\n"
-              "each host drives as many screens. Gateways drive none, and hosts left over none.");
+    return tr(
+        "Writes a whole configuration of a tiled wall or a cave: the hosts, the projection, and a "
+        "full-screen window\n"
+        "for each tile. Tiles go to the hosts in order, row by row from the upper left; with fewer "
+        "hosts than tiles\n"
+        "each host drives as many screens. Gateways drive none, nodes that do not render ([rt=0]) none, and "
+        "hosts left over none.");
 }
 
 QStringList zoNewCommand::examples() const
@@ -99,6 +102,8 @@ QStringList zoNewCommand::examples() const
             tr("three tiles across, two down, blended over 120 pixels"),
         QStringLiteral("zohpc new --wall 4x2 --tile 1920x1080 --size 6400x1800 --hosts 'node[1-4]'\t") +
             tr("a power wall of 6.4 by 1.8 metres for tracked viewers, two screens per host"),
+        QStringLiteral("zohpc new --wall 4x3 --size 4120x1760 --bezel 12x14 --hosts 'panel[01-12]'\t") +
+            tr("panels with frames: 12 mm from picture to picture across, 14 mm down"),
         QStringLiteral("zohpc new --cave 3000x2400x3000 --stereo left-right --tile 2400x1920 --hosts 'cave1 "
                        "- cave8'\t") +
             tr("left, right, bottom and front, two hosts per wall")};
@@ -113,8 +118,15 @@ void zoNewCommand::addArguments(QCommandLineParser& parser) const
                       QStringLiteral("1920x1080")});
     parser.addOption(
         {QStringLiteral("overlap"),
-         tr("Pixels that neighbouring tiles share, to be blended; <across>x<down> when they differ."),
+         tr("Pixels that neighbouring tiles share, to be blended; <across>x<down> when they differ. Below 0: "
+            "pixels that lie hidden between them."),
          tr("N"), QStringLiteral("0")});
+    parser.addOption({QStringLiteral("bezel"),
+                      tr("Millimetres from picture to picture of neighbouring tiles, in place of an overlap; "
+                         "needs --size or --pixel-pitch."),
+                      tr("WxH")});
+    parser.addOption({QStringLiteral("pixel-pitch"),
+                      tr("Millimetres of a pixel, for --bezel of a wall without --size."), tr("N")});
     parser.addOption({QStringLiteral("hosts"),
                       tr("Hosts text or the bracket form; \"-\" for standard input."), tr("text")});
     parser.addOption({QStringLiteral("size"),
@@ -157,11 +169,28 @@ int zoNewCommand::execute(const QCommandLineParser& parser)
     Request request;
     zoClusterSetup setup;
     zoHPCDisplayItem display;
-    const bool isGood = readPixels(parser, request) && readStereo(parser, request) &&
+    const bool isGood = refuseOthers(parser, isWall) && readPixels(parser, request) &&
+                        readStereo(parser, request) &&
                         (isWall ? makeWall(parser, request) : makeCave(parser, request)) &&
                         readHosts(parser, setup, request) && addWindows(parser, request, display);
     return isGood && write(parser, setup, *request.projection, display) ? zoConsole::Fine
                                                                         : zoConsole::Unusable;
+}
+
+bool zoNewCommand::refuseOthers(const QCommandLineParser& parser, bool isWall) const
+{
+    if (!isWall && (parser.isSet(QStringLiteral("overlap")) || parser.isSet(QStringLiteral("bezel"))))
+        return refuse(tr("--%1: the walls of a cave share no pixels")
+                          .arg(parser.isSet(QStringLiteral("overlap")) ? QStringLiteral("overlap")
+                                                                       : QStringLiteral("bezel")));
+    const QStringList ofWalls{QStringLiteral("size"), QStringLiteral("distance"),
+                              QStringLiteral("pixel-pitch")};
+    const QStringList ofCaves{QStringLiteral("walls"), QStringLiteral("center")};
+    for (const QString& option : isWall ? ofCaves : ofWalls) {
+        if (parser.isSet(option))
+            return refuse(isWall ? tr("--%1 is for caves").arg(option) : tr("--%1 is for walls").arg(option));
+    }
+    return true;
 }
 
 bool zoNewCommand::refuse(const QString& reason) const
@@ -186,10 +215,37 @@ bool zoNewCommand::readPixels(const QCommandLineParser& parser, Request& request
         request.overlap.push_back(request.overlap.front());
     else if (!readNumbers(overlap, "x", 2, request.overlap))
         return refuseValue(parser, QStringLiteral("overlap"), tr("number of pixels"));
-    if (!areWhole(request.overlap, 0, 100000))
+    if (!areWhole(request.overlap, -100000, 100000))
         return refuseValue(parser, QStringLiteral("overlap"), tr("number of pixels"));
     if (request.overlap[0] >= request.tile[0] || request.overlap[1] >= request.tile[1])
         return refuse(tr("--overlap: tiles of %1 pixels cannot share %2").arg(tile, overlap));
+    return readBezel(parser, request);
+}
+
+// As an overlap below 0, in pixels with the pitch and in millimetres with the size.
+bool zoNewCommand::readBezel(const QCommandLineParser& parser, Request& request) const
+{
+    const bool hasPitch = parser.isSet(QStringLiteral("pixel-pitch"));
+    const bool hasSize = parser.isSet(QStringLiteral("size"));
+    if (!parser.isSet(QStringLiteral("bezel")))
+        return hasPitch ? refuse(tr("--pixel-pitch needs --bezel")) : true;
+    std::vector<double> bezel;
+    if (!readNumbers(parser.value(QStringLiteral("bezel")), "x", 2, bezel) || bezel[0] < 0 || bezel[1] < 0 ||
+        bezel[0] > 100000 || bezel[1] > 100000)
+        return refuseValue(parser, QStringLiteral("bezel"), tr("size in millimetres such as 12x14"));
+    if (parser.isSet(QStringLiteral("overlap")))
+        return refuse(tr("--bezel and --overlap exclude each other"));
+    if (hasPitch == hasSize)
+        return refuse(hasSize ? tr("--size and --pixel-pitch exclude each other")
+                              : tr("--bezel needs --size or --pixel-pitch, which say how large a pixel is"));
+    if (hasSize) {
+        request.bezel = bezel;
+        return true;
+    }
+    std::vector<double> pitch;
+    if (!readNumbers(parser.value(QStringLiteral("pixel-pitch")), "x", 1, pitch) || pitch[0] < 0.001)
+        return refuseValue(parser, QStringLiteral("pixel-pitch"), tr("number of millimetres"));
+    request.overlap = {-std::round(bezel[0] / pitch[0]), -std::round(bezel[1] / pitch[0])};
     return true;
 }
 
@@ -231,20 +287,37 @@ bool zoNewCommand::makeWall(const QCommandLineParser& parser, Request& request) 
     double overlapX = tiles[0] > 1 ? request.overlap[0] : 0.0;
     double overlapY = tiles[1] > 1 ? request.overlap[1] : 0.0;
     projection->setBool(zoHPCProjectionItem::EdgeBlending, overlapX > 0.0 || overlapY > 0.0);
-    if (hasSize) {
-        std::vector<double> size;
-        if (!readNumbers(parser.value(QStringLiteral("size")), "x", 2, size) || size[0] <= 0 || size[1] <= 0)
-            return refuseValue(parser, QStringLiteral("size"), tr("size in millimetres such as 3600x2000"));
-        projection->setDouble(zoHPCProjectionItem::Width, size[0]);
-        projection->setDouble(zoHPCProjectionItem::Height, size[1]);
-        // From pixels to millimetres on the wall.
-        overlapX *= size[0] / (tiles[0] * request.tile[0] - (tiles[0] - 1) * overlapX);
-        overlapY *= size[1] / (tiles[1] * request.tile[1] - (tiles[1] - 1) * overlapY);
-    }
     projection->setDouble(zoHPCProjectionItem::OverlapX, overlapX);
     projection->setDouble(zoHPCProjectionItem::OverlapY, overlapY);
+    if (hasSize && !makePowerWall(parser, request, *projection))
+        return false;
     projection->update();
     request.projection = std::move(projection);
+    return true;
+}
+
+// Gives a wall its size, and its overlap, which it has in pixels, in millimetres.
+bool zoNewCommand::makePowerWall(const QCommandLineParser& parser, const Request& request,
+                                 zoHPCProjectionItem& wall) const
+{
+    std::vector<double> size;
+    if (!readNumbers(parser.value(QStringLiteral("size")), "x", 2, size) || size[0] <= 0 || size[1] <= 0)
+        return refuseValue(parser, QStringLiteral("size"), tr("size in millimetres such as 3600x2000"));
+    wall.setDouble(zoHPCProjectionItem::Width, size[0]);
+    wall.setDouble(zoHPCProjectionItem::Height, size[1]);
+    constexpr int Counts[] = {zoHPCProjectionItem::Columns, zoHPCProjectionItem::Rows};
+    constexpr int Overlaps[] = {zoHPCProjectionItem::OverlapX, zoHPCProjectionItem::OverlapY};
+    for (std::size_t i = 0; i < 2; ++i) {
+        const double gaps = wall.getInt(Counts[i]) - 1;
+        const double pixels = wall.getDouble(Overlaps[i]);
+        double overlap = pixels * size[i] / ((gaps + 1) * request.tile[i] - gaps * pixels);
+        if (!request.bezel.empty()) {
+            overlap = gaps > 0 ? -request.bezel[i] : 0.0;
+            if (size[i] <= -overlap * gaps)
+                return refuse(tr("--bezel: nothing of --size is left for pictures"));
+        }
+        wall.setDouble(Overlaps[i], overlap);
+    }
     return true;
 }
 
@@ -257,10 +330,6 @@ bool zoNewCommand::makeCave(const QCommandLineParser& parser, Request& request) 
     std::vector<double> center;
     if (!readNumbers(parser.value(QStringLiteral("center")), ",", 3, center))
         return refuseValue(parser, QStringLiteral("center"), tr("place in millimetres such as 0,-400,0"));
-    if (request.overlap[0] > 0 || request.overlap[1] > 0)
-        return refuse(tr("--overlap: the walls of a cave share no pixels"));
-    if (parser.isSet(QStringLiteral("size")))
-        return refuse(tr("--size is for walls"));
     auto projection = std::make_unique<zoHPCProjectionItem>(
         title(parser, tr("Cave")), zoHPCProjectionType::word(zoHPCProjectionType::Kind::Cave));
     projection->setDouble(zoHPCProjectionItem::CaveWidth, size[0]);
@@ -301,11 +370,15 @@ bool zoNewCommand::readHosts(const QCommandLineParser& parser, zoClusterSetup& s
         if (known.contains(node->hostName()))
             return refuse(tr("--hosts: \"%1\" comes twice").arg(node->hostName()));
         known.insert(node->hostName());
-        if (node->items().empty())
+        if (node->items().empty() && node->isRenderNode())
             request.hosts << node->hostName();
     }
-    if (request.hosts.isEmpty())
+    if (known.isEmpty())
         return refuse(tr("--hosts: no host in \"%1\"").arg(given));
+    if (request.hosts.isEmpty())
+        return refuse(
+            tr("--hosts: gateways and nodes that do not render drive no screen, and \"%1\" has no other")
+                .arg(given));
     return true;
 }
 

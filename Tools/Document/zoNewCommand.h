@@ -21,9 +21,13 @@ private:
     struct Request;
 
     // Each step reads its options; when they are wrong, it tells the mistake and returns false.
+    bool refuseOthers(const QCommandLineParser& parser, bool isWall) const;
     bool readPixels(const QCommandLineParser& parser, Request& request) const;
+    bool readBezel(const QCommandLineParser& parser, Request& request) const;
     bool readStereo(const QCommandLineParser& parser, Request& request) const;
     bool makeWall(const QCommandLineParser& parser, Request& request) const;
+    bool makePowerWall(const QCommandLineParser& parser, const Request& request,
+                       zoHPCProjectionItem& wall) const;
     bool makeCave(const QCommandLineParser& parser, Request& request) const;
     bool readHosts(const QCommandLineParser& parser, zoClusterSetup& setup, Request& request) const;
     // A window for each tile and eye, spread over the hosts.
