@@ -46,6 +46,9 @@ private slots:
     void jsonIsJson();
     void inputComesFromEverywhere();
     void nulIsRefused();
+    void bytesThatAreNoTextAreRefused();
+    void namesHaveBracketsOfNumbersOnly_data();
+    void namesHaveBracketsOfNumbersOnly();
     void separatorStandsBetweenNames();
     void sortWritesEachNameOnce();
     void deepBracesAreReadAndTooDeepOnesRefused();
@@ -68,8 +71,12 @@ void tst_zohpcHosts::hostsTextExpands_data()
     QTest::newRow("range-grows") << "n099 - n101" << lines("n099 n100 n101");
     QTest::newRow("ranges-chained") << "n1 - n3 - n5" << lines("n1 n2 n3 n4 n5");
     QTest::newRow("range-adjacent") << "n1 - n2" << lines("n1 n2");
-    QTest::newRow("range-without-a-start") << " - n5" << lines("n5");
-    QTest::newRow("range-not-over-braces") << "{ n1 - { n5 }" << lines("n1 n5");
+    QTest::newRow("range-over-a-gateway") << "n1 { a } - n3" << lines("n1 a n2 n3");
+    QTest::newRow("option-without-a-value") << "a[rt] b[RT]" << lines("a b");
+    QTest::newRow("options-with-commas-too-many") << "a[,rt=0,] b" << lines("a b");
+    QTest::newRow("options-of-a-network-mean-nothing") << "{ [type=x] a }" << lines("a");
+    QTest::newRow("parentheses-and-braces") << "( a { b } ) { c ( d ) }" << lines("a b c d");
+    QTest::newRow("byte-order-mark") << QString(QChar(0xfeff)) + "a" << lines("a");
     QTest::newRow("options-are-no-names") << "host[rt=0] x [rt=1] y" << lines("host x y");
     QTest::newRow("forwards") << "gw1[rt=0,forwards=a b] c" << lines("gw1 a b c");
     QTest::newRow("behind-a-gateway") << "gpu01 - gpu04, viz1[rt=0] { ib01 ib02 }\n{ wall1 - wall3 }"
@@ -111,6 +118,8 @@ void tst_zohpcHosts::bracketsExpand_data()
     QTest::newRow("mixed-with-hosts-text")
         << "{ a[1-2] - a5 gw[rt=0] { b[1-2] } }" << lines("a1 a2 a3 a4 a5 gw b1 b2");
     QTest::newRow("options-behind") << "a[1-2][rt=0] b" << lines("a1 a2 b");
+    QTest::newRow("domain-behind") << "n[1-2].example.org" << lines("n1.example.org n2.example.org");
+    QTest::newRow("brackets-between-dashes") << "n[1-2]-m[3-4]" << lines("n1-m3 n1-m4 n2-m3 n2-m4");
 }
 
 void tst_zohpcHosts::bracketsExpand()
@@ -128,8 +137,12 @@ void tst_zohpcHosts::badInputIsTold_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QByteArray>("whole");
 
-    const auto refused = [](const char* error) {
-        return QByteArray("--- errors\n") + error + "\n--- exit code 2\n";
+    const auto refused = [](const QByteArray& error) {
+        return "--- errors\n" + error + "\n--- exit code 2\n";
+    };
+    const auto noOptions = [](const QByteArray& column, const QByteArray& block) {
+        return "TEXT:1:" + column + ": \"" + block +
+               "\" is neither a range of numbers, such as [1-16], nor options, such as [rt=0]";
     };
     const auto told = [](const char* words, const char* error) {
         return lines(words) + "--- errors\n" + error + "\n--- exit code 1\n";
@@ -171,8 +184,83 @@ void tst_zohpcHosts::badInputIsTold_data()
         << refused("TEXT:1:2: the control character U+009B cannot stand in hosts text");
     QTest::newRow("too-many-together")
         << "a b[0-9999]c[0-9999]" << refused("TEXT:1:3: more than 1000000 names");
-    QTest::newRow("not-quite-a-range")
-        << "n[1-3x] m" << told("n m", "TEXT:1:2: \"[1-3x]\" is no range and is left out");
+    // Their product is beyond 64 bits.
+    QTest::newRow("too-many-for-any-number")
+        << "a[1-524288]b[1-35184372088832]" << refused("TEXT:1:1: more than 1000000 names");
+    QTest::newRow("too-many-for-any-number-of-many-brackets")
+        << "a" + QString("[1-99999999999999999]").repeated(100)
+        << refused("TEXT:1:1: more than 1000000 names");
+    QTest::newRow("not-quite-a-range") << "n[1-3x] m" << refused(noOptions("2", "[1-3x]"));
+    QTest::newRow("letters-in-brackets") << "n[a-b]" << refused(noOptions("2", "[a-b]"));
+    QTest::newRow("word-among-options") << "n[rt=0 x]" << refused(noOptions("2", "[rt=0 x]"));
+    QTest::newRow("blanks-around-an-equals-sign") << "n[rt = 0]" << refused(noOptions("2", "[rt = 0]"));
+    QTest::newRow("value-without-option") << "n[=0]" << refused(noOptions("2", "[=0]"));
+    QTest::newRow("empty-brackets") << "a n[]" << refused("TEXT:1:4: \"[]\" is empty");
+    QTest::newRow("blank-brackets") << "n[1][ , ]" << refused("TEXT:1:5: \"[ , ]\" is empty");
+    QTest::newRow("text-behind-options")
+        << "n[rt=0]x" << refused("TEXT:1:8: text behind the options of a host; options come last");
+    QTest::newRow("text-behind-options-of-many")
+        << "n[1-2][rt=0]x" << refused("TEXT:1:13: text behind the options of a host; options come last");
+    QTest::newRow("options-behind-options")
+        << "n[a=1] [rt=0]" << refused("TEXT:1:8: text behind the options of a host; options come last");
+    QTest::newRow("range-behind-options")
+        << "n[rt=0][1-2]" << refused("TEXT:1:8: text behind the options of a host; options come last");
+    QTest::newRow("bracket-never-opened") << "n1-3]" << refused("TEXT:1:5: \"]\" closes nothing");
+    QTest::newRow("bracket-closed-twice") << "n[1-3]]" << refused("TEXT:1:7: \"]\" closes nothing");
+    QTest::newRow("brace-not-closed") << "a\n{ b { c }" << refused("TEXT:2:1: \"{\" is not closed");
+    QTest::newRow("brace-never-opened") << "a } b" << refused("TEXT:1:3: \"}\" closes nothing");
+    QTest::newRow("brace-closed-twice") << "{ a } }" << refused("TEXT:1:7: \"}\" closes nothing");
+    QTest::newRow("parenthesis-closed-by-a-brace")
+        << "( a }" << refused("TEXT:1:5: \"}\" does not close \"(\"");
+    QTest::newRow("network-without-gateway")
+        << "{ { a } }" << refused("TEXT:1:3: \"{\" follows no host that could forward to the network");
+    QTest::newRow("range-without-numbers")
+        << "a - d"
+        << refused("TEXT:1:5: \"a - d\" is no range: both names must be text with a number at its end");
+    QTest::newRow("range-to-a-name-without-number")
+        << "n1 - n"
+        << refused("TEXT:1:6: \"n1 - n\" is no range: both names must be text with a number at its end");
+    QTest::newRow("range-of-numbers-alone")
+        << "1 - 4"
+        << refused("TEXT:1:5: \"1 - 4\" is no range: both names must be text with a number at its end; "
+                   "write \"[1-4]\"");
+    QTest::newRow("range-of-domain-names") << "n1.example.org - n10.example.org"
+                                           << refused("TEXT:1:18: \"n1.example.org - n10.example.org\" is no "
+                                                      "range: both names must be text with a number "
+                                                      "at its end; write \"n[1-10].example.org\"");
+    QTest::newRow("range-of-domain-names-backwards")
+        << "n4.org - n1.org"
+        << refused("TEXT:1:10: \"n4.org - n1.org\" is no range: both names must be text with a number at its "
+                   "end");
+    QTest::newRow("range-of-long-numbers")
+        << "n3000000001 - n3000000003"
+        << refused("TEXT:1:15: \"n3000000001 - n3000000003\" is no range: the numbers are too long; write "
+                   "\"n[3000000001-3000000003]\"");
+    QTest::newRow("group") << "a @gpu"
+                           << refused("TEXT:1:3: groups of hosts (\"@gpu\") are not supported; "
+                                      "write their hosts");
+    QTest::newRow("group-behind-a-gateway")
+        << "gw[rt=0,forwards=a @gpu]"
+        << refused("TEXT:1:20: groups of hosts (\"@gpu\") are not supported; write their hosts");
+    for (const char* name : {"!", "^", "&"})
+        QTest::newRow((QByteArray("operator") + name).constData())
+            << QString("n[1-5]%1n[2-3]").arg(name)
+            << refused("TEXT:1:7: the operator \"" + QByteArray(name) +
+                       "\" is not supported; write the hosts that are left");
+    QTest::newRow("xml")
+        << "\n <?xml version='1.0'?><cluster/>"
+        << refused("TEXT:2:2: this is XML, not hosts text; 'zohpc nodes FILE' writes the hosts of a "
+                   "configuration");
+    QTest::newRow("xml-without-declaration") << "<cluster version='1'/>"
+                                             << refused("TEXT:1:1: this is XML, not hosts text; 'zohpc nodes "
+                                                        "FILE' writes the hosts of a configuration");
+    QTest::newRow("range-without-a-start")
+        << " - n5" << told("n5", "TEXT:1:2: \"-\" fills nothing: it does not stand between two hosts");
+    QTest::newRow("range-without-an-end")
+        << "n1 -" << told("n1", "TEXT:1:4: \"-\" fills nothing: it does not stand between two hosts");
+    QTest::newRow("range-not-over-braces")
+        << "{ n1 - } n5"
+        << told("n1 n5", "TEXT:1:6: \"-\" fills nothing: it does not stand between two hosts");
     QTest::newRow("character-dropped")
         << "ok node_1" << told("ok node1", "TEXT:1:4: \"node_1\" reads as \"node1\"; --names keeps it");
     QTest::newRow("range-too-long")
@@ -393,9 +481,8 @@ void tst_zohpcHosts::treeShowsNetworksAndGateways_data()
         << QByteArray("network 1: 5 hosts\n  n1\n  n2\n  n3 - n5, does not render\n");
     QTest::newRow("range-takes-the-option")
         << "n1 - n4[rt=0]" << QByteArray("network 1: 4 hosts\n  n1\n  n2 - n4, does not render\n");
-    QTest::newRow("closing-brace-too-many")
-        << "} a } } b" << QByteArray("network 1: 1 host\n  a\nnetwork 2: 1 host\n  b\n");
-    QTest::newRow("opening-brace-without-anchor") << "{ { a }" << QByteArray("network 1: 1 host\n  a\n");
+    QTest::newRow("options-of-many-over-a-blank")
+        << "n[1-3] [rt=0] b" << QByteArray("network 1: 4 hosts\n  n1 - n3, does not render\n  b\n");
     QTest::newRow("empty-network") << "{ } { a }"
                                    << QByteArray("network 1: 0 hosts\nnetwork 2: 1 host\n  a\n");
 }
@@ -425,7 +512,7 @@ void tst_zohpcHosts::jsonIsJson_data()
                                    << QByteArray(R"({"hosts":3,"text":"n[1-3]"})");
     QTest::newRow("tree-empty") << QStringList{"tree", ""} << QByteArray(R"({"networks":[]})");
     QTest::newRow("tree")
-        << QStringList{"tree", "a { b[rt=0] } { c } } { }"}
+        << QStringList{"tree", "{ a { b[rt=0] } { c } } { }"}
         << QByteArray(
                R"({"networks":[{"index":1,"hosts":[{"name":"a","render":true,"networks":[)"
                R"({"index":2,"hosts":[{"name":"b","render":false,"networks":[]}]},)"
@@ -468,6 +555,39 @@ void tst_zohpcHosts::nulIsRefused()
                         "--- exit code 2\n"));
 }
 
+// They would be names with U+FFFD in them, whatever they are called.
+void tst_zohpcHosts::bytesThatAreNoTextAreRefused()
+{
+    QCOMPARE(zoCommandRun::zohpc({"hosts", "expand", "--names"}, "a\nn\xf8"
+                                                                 "d1")
+                 .whole(),
+             QByteArray("--- errors\n-:2:2: invalid UTF-8\n--- exit code 2\n"));
+}
+
+// Everything but brackets may be part of a name; a bracket of no numbers would expand to itself.
+void tst_zohpcHosts::namesHaveBracketsOfNumbersOnly_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QByteArray>("whole");
+
+    QTest::newRow("signs") << "@gpu,a!b,{,}" << fine(lines("@gpu a!b { }"));
+    QTest::newRow("letters")
+        << "n_[a-b]"
+        << QByteArray("--- errors\nTEXT:1:3: \"[a-b]\" is no range of numbers\n--- exit code 2\n");
+    QTest::newRow("empty") << "n_[]"
+                           << QByteArray("--- errors\nTEXT:1:3: \"[]\" is empty\n--- exit code 2\n");
+    QTest::newRow("open") << "n_[1"
+                          << QByteArray("--- errors\nTEXT:1:3: \"[\" is not closed\n--- exit code 2\n");
+}
+
+void tst_zohpcHosts::namesHaveBracketsOfNumbersOnly()
+{
+    QFETCH(QString, text);
+    QFETCH(QByteArray, whole);
+
+    QCOMPARE(zoCommandRun::zohpc({"hosts", "expand", "--names", text}).whole(), whole);
+}
+
 void tst_zohpcHosts::separatorStandsBetweenNames()
 {
     QCOMPARE(zoCommandRun::zohpc({"hosts", "expand", "-s", ", ", "n[1-3]"}).whole(), fine("n1, n2, n3\n"));
@@ -481,20 +601,17 @@ void tst_zohpcHosts::sortWritesEachNameOnce()
 
 void tst_zohpcHosts::deepBracesAreReadAndTooDeepOnesRefused()
 {
-    const auto nested = [](int depth) {
-        QByteArray text;
-        for (int i = 0; i < depth; ++i)
-            text += "a {";
-        return text;
+    const auto nested = [](int depth, const QByteArray& hosts) {
+        return QByteArray("a {").repeated(depth) + hosts + QByteArray("}").repeated(depth);
     };
 
     // No deeper than the window reads them; the tool alone once read 10,000.
-    const zoCommandRun deep = zoCommandRun::zohpc({"hosts", "expand"}, nested(5118) + "a");
-    const zoCommandRun tree = zoCommandRun::zohpc({"hosts", "tree", "--json"}, nested(5000));
-    const zoCommandRun tooDeep = zoCommandRun::zohpc({"hosts", "expand"}, nested(5119));
+    const zoCommandRun deep = zoCommandRun::zohpc({"hosts", "expand"}, nested(5118, "a"));
+    const zoCommandRun tree = zoCommandRun::zohpc({"hosts", "tree", "--json"}, nested(5000, {}));
+    const zoCommandRun tooDeep = zoCommandRun::zohpc({"hosts", "expand"}, nested(5119, {}));
     // Blanks alone would be gigabytes.
     const zoCommandRun manyDeep =
-        zoCommandRun::zohpc({"hosts", "tree"}, nested(5000) + QByteArray("a ").repeated(100000));
+        zoCommandRun::zohpc({"hosts", "tree"}, nested(5000, QByteArray("a ").repeated(100000)));
 
     QCOMPARE(deep.whole(), fine(QByteArray("a\n").repeated(5119)));
     QCOMPARE(tree.exitCode, 0);

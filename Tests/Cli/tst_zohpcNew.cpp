@@ -54,6 +54,9 @@ private slots:
     void bezelIsANegativeOverlap_data();
     void bezelIsANegativeOverlap();
     void nodesThatDoNotRenderGetNoWindow();
+
+    void hostsAreToldAsHostsExpandTellsThem_data();
+    void hostsAreToldAsHostsExpandTellsThem();
     void hostsComeFromStandardInput();
     void outputFileIsWritten();
     void wrongUsageIsTold_data();
@@ -241,6 +244,33 @@ void tst_zohpcNew::nodesThatDoNotRenderGetNoWindow()
              (QStringList{"a 0 1920x1080 Wall row:1 col:1 mono", "b 0 1920x1080 Wall row:1 col:2 mono"}));
 }
 
+// The same words, places and exit codes; a configuration is there when the hosts are.
+void tst_zohpcNew::hostsAreToldAsHostsExpandTellsThem_data()
+{
+    QTest::addColumn<QString>("hosts");
+
+    QTest::newRow("backwards") << "n[2-1]";
+    QTest::newRow("range-that-fills-nothing") << "n1 - m2";
+    QTest::newRow("letters-in-brackets") << "n[a-b]";
+    QTest::newRow("brace-not-closed") << "{ a b";
+    QTest::newRow("group") << "@gpu";
+    QTest::newRow("control-character") << "n\x01";
+    QTest::newRow("left-out") << "a @ b";
+}
+
+void tst_zohpcNew::hostsAreToldAsHostsExpandTellsThem()
+{
+    QFETCH(QString, hosts);
+
+    const zoCommandRun run = zoCommandRun::zohpc({"new", "--wall", "1x1", "--hosts", hosts});
+    const zoCommandRun expand = zoCommandRun::zohpc({"hosts", "expand", hosts});
+
+    QVERIFY(!expand.errors.isEmpty());
+    QCOMPARE(run.errors, expand.errors);
+    QCOMPARE(run.exitCode, expand.exitCode);
+    QCOMPARE(run.output.isEmpty(), expand.output.isEmpty());
+}
+
 void tst_zohpcNew::hostsComeFromStandardInput()
 {
     const zoCommandRun run = zoCommandRun::zohpc({"new", "--wall", "2x1", "--hosts", "-"}, "n[1-2]\n");
@@ -344,8 +374,6 @@ void tst_zohpcNew::wrongUsageIsTold_data()
                                  << QByteArray("--hosts: \"a\" comes twice");
     QTest::newRow("hosts-none") << wall + QStringList{"--hosts", "{ }"}
                                 << QByteArray("--hosts: no host in \"{ }\"");
-    QTest::newRow("hosts-range") << wall + QStringList{"--hosts", "n[2-1]"}
-                                 << QByteArray("--hosts: \"2-1\" runs backwards");
     QTest::newRow("too-many-screens") << QStringList{"--wall", "17x1", "--hosts", "a"}
                                       << QByteArray("--hosts: 17 screens on each host, 16 at most");
 }

@@ -1,6 +1,5 @@
 #include "zoNewCommand.h"
 
-#include "zoBracketText.h"
 #include "zoClusterSetup.h"
 #include "zoConsole.h"
 #include "zoHPCDisplayItem.h"
@@ -9,6 +8,8 @@
 #include "zoHPCProjectionType.h"
 #include "zoHPCTreeItem.h"
 #include "zoHPCViewportItem.h"
+#include "zoHostsInput.h"
+#include "zoHostsReading.h"
 #include "zoTextFile.h"
 
 #include <zoClusterTags.h>
@@ -81,7 +82,8 @@ struct zoNewCommand::Request
     double eyeSeparation;        // mm
     const Stereo* stereo;        // not owned
     std::unique_ptr<zoHPCProjectionItem> projection;
-    QStringList hosts; // that drive screens
+    QStringList hosts;                            // that drive screens
+    zoConsole::ExitCode result = zoConsole::Fine; // of reading them
 };
 
 QString zoNewCommand::description() const
@@ -173,7 +175,7 @@ int zoNewCommand::execute(const QCommandLineParser& parser)
                         readStereo(parser, request) &&
                         (isWall ? makeWall(parser, request) : makeCave(parser, request)) &&
                         readHosts(parser, setup, request) && addWindows(parser, request, display);
-    return isGood && write(parser, setup, *request.projection, display) ? zoConsole::Fine
+    return isGood && write(parser, setup, *request.projection, display) ? request.result
                                                                         : zoConsole::Unusable;
 }
 
@@ -356,15 +358,15 @@ bool zoNewCommand::makeCave(const QCommandLineParser& parser, Request& request) 
 bool zoNewCommand::readHosts(const QCommandLineParser& parser, zoClusterSetup& setup, Request& request) const
 {
     const QString given = parser.value(QStringLiteral("hosts"));
-    QString text = given;
-    if (given == QLatin1String("-") && !zoTextFile::read(given, text))
+    zoHostsInput input;
+    if (!input.readArguments({given}))
         return false;
-    zoBracketText brackets;
-    text = brackets.expanded(text);
-    if (brackets.hasError())
-        return refuse(tr("--hosts: %1").arg(brackets.error().reason));
+    zoHostsReading reading;
+    request.result = reading.read(input, zoHostsSyntax::Form::HostsText);
+    if (request.result == zoConsole::Unusable)
+        return false;
     setup.hosts().setDefaultConfig();
-    setup.hosts().setHostString(text);
+    setup.hosts().setHostString(reading.text());
     QSet<QString> known;
     for (zoHPCTreeItem* node : setup.hosts().getNodeItems()) {
         if (known.contains(node->hostName()))

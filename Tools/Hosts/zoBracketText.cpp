@@ -61,7 +61,6 @@ QString zoBracketText::expanded(const QString& text)
     m_count = 0;
     m_characters = 0;
     m_hasError = false;
-    m_warnings.clear();
 
     QString result;
     int copied = 0;
@@ -69,13 +68,7 @@ QString zoBracketText::expanded(const QString& text)
     while (bracket >= 0) {
         const int blockEnd = text.indexOf(QLatin1Char(']'), bracket);
         const int end = blockEnd < 0 ? text.size() : blockEnd;
-        const QStringView block = m_text.mid(bracket + 1, end - bracket - 1);
-        const bool isRange = std::all_of(block.begin(), block.end(), canStandInRange) &&
-                             std::any_of(block.begin(), block.end(), isDigit);
-        if (!isRange) {
-            if (!block.isEmpty() && isDigit(block.front()) && !block.contains(QLatin1Char('=')))
-                m_warnings.push_back({bracket, tr("\"%1\" is no range and is left out")
-                                                   .arg(m_text.mid(bracket, end - bracket + 1).toString())});
+        if (!isRange(m_text.mid(bracket + 1, end - bracket - 1))) {
             bracket = text.indexOf(QLatin1Char('['), end);
             continue;
         }
@@ -109,6 +102,12 @@ QString zoBracketText::expanded(const QString& text)
     return result;
 }
 
+bool zoBracketText::isRange(QStringView block)
+{
+    return std::all_of(block.begin(), block.end(), canStandInRange) &&
+           std::any_of(block.begin(), block.end(), isDigit);
+}
+
 int zoBracketText::sourceOffset(int expandedOffset) const
 {
     const auto after = std::upper_bound(m_pieces.begin(), m_pieces.end(), expandedOffset,
@@ -128,11 +127,10 @@ bool zoBracketText::readWord(int firstBracket, Word& word, int& end)
         const int close = int(m_text.indexOf(QLatin1Char(']'), p));
         if (close < 0)
             return fail(p, tr("\"[\" is not closed"));
-        const QStringView block = m_text.mid(p + 1, close - p - 1);
-        if (!std::all_of(block.begin(), block.end(), canStandInRange)) {
+        if (!isRange(m_text.mid(p + 1, close - p - 1))) {
             // Options behind the ranges are each name's.
-            const QStringView tail = word.texts.back();
-            word.texts.back() = QStringView(tail.data(), tail.size() + close + 1 - p);
+            const QChar* const tail = word.texts.back().data();
+            word.texts.back() = QStringView(tail, m_text.data() + close + 1);
             p = close + 1;
             break;
         }
@@ -145,9 +143,22 @@ bool zoBracketText::readWord(int firstBracket, Word& word, int& end)
         while (p < size && !endsWord(m_text.at(p)) && m_text.at(p) != QLatin1Char('['))
             ++p;
         word.texts.push_back(m_text.mid(text, p - text));
+        p = optionBlock(p);
     }
     end = p;
     return true;
+}
+
+// Where an option block begins, over blanks too; the same place when there is none.
+int zoBracketText::optionBlock(int place) const
+{
+    const int size = int(m_text.size());
+    int p = place;
+    while (p < size && zoHPCHostsText::isBlank(m_text.at(p)))
+        ++p;
+    const int close =
+        p < size && m_text.at(p) == QLatin1Char('[') ? int(m_text.indexOf(QLatin1Char(']'), p)) : -1;
+    return close >= 0 && !isRange(m_text.mid(p + 1, close - p - 1)) ? p : place;
 }
 
 bool zoBracketText::readRanges(int begin, int end, Ranges& ranges)

@@ -10,8 +10,7 @@
 
 // Reads the bracket form of cluster tools, "gpu[01-16,20]-ib[0-1]": numbers with their padding, ranges,
 // ranges with a step ("[1-9/2]"), several brackets in one name. Everything else of hosts text stays as it is,
-// option blocks
-// ("gw[rt=0]") too.
+// option blocks ("gw[rt=0]") too.
 class zoBracketText final
 {
     Q_DECLARE_TR_FUNCTIONS(zoBracketText)
@@ -31,8 +30,9 @@ public:
 
     bool hasError() const { return m_hasError; }
     const Problem& error() const { return m_error; }
-    // Blocks that begin like a range and are none; the reader takes them for options.
-    const std::vector<Problem>& warnings() const { return m_warnings; }
+
+    // Whether what stands between brackets is meant as numbers.
+    static bool isRange(QStringView block);
 
 private:
     struct Range
@@ -58,6 +58,7 @@ private:
     bool readRanges(int begin, int end, Ranges& ranges);
     bool readRange(int begin, int end, Range& range);
     bool readWord(int firstBracket, Word& word, int& end);
+    int optionBlock(int place) const;
     bool appendNames(const Word& word, int offset, QString& result);
     bool fail(int offset, const QString& reason);
 
@@ -67,5 +68,4 @@ private:
     qint64 m_characters = 0;
     bool m_hasError = false;
     Problem m_error = {0, QString()};
-    std::vector<Problem> m_warnings;
 };

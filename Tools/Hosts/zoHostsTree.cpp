@@ -26,7 +26,12 @@ zoHostsTree::Outcome zoHostsTree::readHostsText(const QString& text)
     int network = -1;
     int anchor = Root; // the next "{" opens a network below it; -1 for none
     int depth = 0;
-    bool isRange = false;
+    int range = -1; // the place of a "-" that waits for its second host; -1 for none
+    const auto dropRange = [&] {
+        if (range >= 0)
+            m_emptyRanges.push_back({{}, {}, EmptyRange::Reason::NoHost, range});
+        range = -1;
+    };
     zoHPCHostsText reader(text);
     while (reader.next()) {
         const QStringView token = reader.token();
@@ -42,16 +47,16 @@ zoHostsTree::Outcome zoHostsTree::readHostsText(const QString& text)
             }
             network = appendNetwork(anchor);
             anchor = -1;
-            isRange = false;
+            dropRange();
         } else if (token.size() == 1 && first == QLatin1Char('}')) {
             if (network < 0)
                 continue;
             --depth;
             anchor = item(network).parent;
             network = item(anchor).parent; // of the root: none
-            isRange = false;
+            dropRange();
         } else if (token.size() == 1 && first == QLatin1Char('-')) {
-            isRange = true;
+            range = reader.offset();
         } else {
             const QString name = zoHPCHostsText::hostName(token);
             if (name.isEmpty())
@@ -64,15 +69,16 @@ zoHostsTree::Outcome zoHostsTree::readHostsText(const QString& text)
             const Outcome outcome =
                 m_levels > zoClusterLimits::MaximumLevels
                     ? Outcome::TooDeep
-                    : appendHost(network, name, reader.offset(), isRange, isRenderNode(token));
+                    : appendHost(network, name, reader.offset(), range, isRenderNode(token));
             if (outcome != Outcome::Read) {
                 m_endOffset = reader.offset();
                 return outcome;
             }
             anchor = item(network).lastChild;
-            isRange = false;
+            range = -1;
         }
     }
+    dropRange();
     return Outcome::Read;
 }
 
@@ -117,9 +123,32 @@ int zoHostsTree::append(int parent, Item item)
     return index;
 }
 
+void zoHostsTree::noteRange(const QString& from, const QString& to, int offset)
+{
+    using Reason = EmptyRange::Reason;
+    const zoHPCNumberedName first(from);
+    const zoHPCNumberedName last(to);
+    const auto note = [&](Reason reason) { m_emptyRanges.push_back({from, to, reason, offset}); };
+    if (first.digits().isEmpty() || last.digits().isEmpty())
+        return note(Reason::NoNumber);
+    switch (zoHPCHostRange(first, last).kind()) {
+    case zoHPCHostRange::Kind::OtherPrefix:
+        return note(Reason::OtherPrefix);
+    case zoHPCHostRange::Kind::Backwards:
+        return note(Reason::Backwards);
+    case zoHPCHostRange::Kind::TooLong:
+        return note(Reason::TooLong);
+    case zoHPCHostRange::Kind::Filled:
+        break;
+    }
+    // The reader counts with 31 bits and twelve zeros: it would fill in nothing, or names of another width.
+    if (!first.isCountable() || !last.isCountable())
+        note(Reason::NumberTooLong);
+}
+
 // A range fills up from the sibling before, whatever stands between them in the text, where both have the
 // same prefix and are not too far apart.
-zoHostsTree::Outcome zoHostsTree::appendHost(int network, const QString& name, int offset, bool isRange,
+zoHostsTree::Outcome zoHostsTree::appendHost(int network, const QString& name, int offset, int range,
                                              bool isRenderNode)
 {
     const auto count = [this](qint64 hosts, int length) {
@@ -132,13 +161,12 @@ zoHostsTree::Outcome zoHostsTree::appendHost(int network, const QString& name, i
     Item host;
     host.isRenderNode = isRenderNode;
     const int previous = item(network).lastChild;
-    if (isRange && previous >= 0) {
+    if (range >= 0 && previous < 0) {
+        m_emptyRanges.push_back({{}, {}, EmptyRange::Reason::NoHost, range});
+    } else if (range >= 0) {
+        noteRange(item(previous).name, name, offset);
         const zoHPCNumberedName from(item(previous).name);
-        const zoHPCNumberedName to(name);
-        const zoHPCHostRange range(from, to);
-        if (range.kind() != zoHPCHostRange::Kind::Filled)
-            m_emptyRanges.push_back({item(previous).name, name, range.kind(), offset});
-        const int between = range.namesBetween();
+        const int between = zoHPCHostRange(from, zoHPCNumberedName(name)).namesBetween();
         const Outcome outcome = count(between, std::max(item(previous).name.size(), name.size()));
         if (outcome != Outcome::Read)
             return outcome;

@@ -23,13 +23,15 @@ public:
         bool isRenderNode = true;
     };
 
-    // A "-" between two hosts that fills nothing although they are no neighbours, by the reader's rules.
+    // A "-" that fills nothing by the reader's rules, although no neighbours stand around it.
     struct EmptyRange
     {
-        QString from;
+        enum class Reason { OtherPrefix, Backwards, TooLong, NoNumber, NumberTooLong, NoHost };
+
+        QString from; // both empty when it does not stand between two hosts
         QString to;
-        zoHPCHostRange::Kind reason;
-        int offset; // of the second host in the text
+        Reason reason;
+        int offset; // of the second host in the text, or of the "-"
     };
 
     enum class Outcome {
@@ -64,7 +66,9 @@ public:
 private:
     int appendNetwork(int parent);
     int append(int parent, Item item);
-    Outcome appendHost(int network, const QString& name, int offset, bool isRange, bool isRenderNode);
+    void noteRange(const QString& from, const QString& to, int offset);
+    // `range` is the place of the "-" before the host; -1 for none.
+    Outcome appendHost(int network, const QString& name, int offset, int range, bool isRenderNode);
 
     std::vector<Item> m_items;
     std::vector<EmptyRange> m_emptyRanges;
