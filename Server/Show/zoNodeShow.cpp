@@ -1,0 +1,177 @@
+#include "zoNodeShow.h"
+
+#include "zoRasterSurface.h"
+#include "zoShowWindow.h"
+#include "zoWallScreens.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+#include <utility>
+
+void zoNodeShow::prepareApplication()
+{
+    QCoreApplication::setAttribute(Qt::AA_DisableHighDpiScaling);
+    for (const char* name : {"QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS", "QT_AUTO_SCREEN_SCALE_FACTOR",
+                             "QT_ENABLE_HIGHDPI_SCALING", "QT_DEVICE_PIXEL_RATIO"})
+        qunsetenv(name);
+}
+
+zoNodeShow::zoNodeShow(zoWallSetup setup, QObject* parent)
+    : QObject(parent), m_setup(std::move(setup)), m_scene(m_setup.walls, m_setup.head)
+{
+    for (const zoWallNode& node : m_setup.nodes) {
+        for (const zoWallWindow& window : node.windows) {
+            Window entry;
+            entry.picture = std::make_unique<zoWindowPicture>(m_setup, m_scene, node, window);
+            m_windows.push_back(std::move(entry));
+        }
+    }
+}
+
+zoNodeShow::~zoNodeShow() = default;
+
+QString zoNodeShow::windowName(int window) const
+{
+    return m_windows.at(std::size_t(window)).picture->name();
+}
+
+QStringList zoNodeShow::open()
+{
+    close();
+    QStringList failures;
+    for (int i = 0; i < windowCount(); ++i) {
+        const QString failure = openWindow(i);
+        if (!failure.isEmpty())
+            failures.append(tr("window %1: %2").arg(windowName(i), failure));
+    }
+    if (!failures.isEmpty()) {
+        close();
+        return failures;
+    }
+    m_isOpen = true;
+    for (Window& window : m_windows)
+        window.surface->window().show();
+    draw();
+    finish();
+    swap();
+    return {};
+}
+
+QString zoNodeShow::openWindow(int index)
+{
+    Window& entry = m_windows[std::size_t(index)];
+    const bool isRehearsal = std::size_t(index) < m_places.size();
+    zoWallScreens::Place place;
+    if (isRehearsal) {
+        place.screen = QGuiApplication::primaryScreen();
+        place.geometry = m_places[std::size_t(index)];
+    } else {
+        place = zoWallScreens::find(entry.picture->window());
+        if (place.screen == nullptr)
+            return place.failure;
+    }
+    entry.picture->setFramed(isRehearsal);
+    QString failure;
+    entry.surface = makeSurface(*entry.picture, failure);
+    if (!entry.surface)
+        return failure;
+    zoShowWindow& window = entry.surface->window();
+    // A window manager would move what has a place of its own, and without one nothing else fills a screen.
+    const Qt::WindowFlags bypass = isRehearsal ? Qt::WindowFlags() : Qt::BypassWindowManagerHint;
+    window.setFlags(Qt::Window | Qt::FramelessWindowHint | bypass);
+    window.setTitle(entry.picture->name());
+    window.setScreen(place.screen);
+    window.setGeometry(place.geometry);
+    connect(&window, &zoShowWindow::exposed, this, [this, index] { noteExposed(index); });
+
+    m_remarks.append(tr("window %1: %2 × %3 pixels, %4")
+                         .arg(entry.picture->name(), QString::number(place.geometry.width()),
+                              QString::number(place.geometry.height()), entry.surface->description()));
+    const QSize meant = entry.picture->window().geometry.size();
+    if (!isRehearsal && meant != place.geometry.size())
+        m_remarks.append(tr("window %1: the screen has %2 × %3 pixels, the configuration %4 × %5")
+                             .arg(entry.picture->name(), QString::number(place.geometry.width()),
+                                  QString::number(place.geometry.height()), QString::number(meant.width()),
+                                  QString::number(meant.height())));
+    return {};
+}
+
+std::unique_ptr<zoShowSurface> zoNodeShow::makeSurface(const zoWindowPicture&, QString&) const
+{
+    return std::make_unique<zoRasterSurface>();
+}
+
+void zoNodeShow::close()
+{
+    for (Window& window : m_windows)
+        window.surface.reset();
+    m_remarks.clear();
+    m_isOpen = false;
+}
+
+void zoNodeShow::setContent(zoShowContent content)
+{
+    m_content = content;
+    for (Window& window : m_windows)
+        window.picture->setContent(content);
+}
+
+void zoNodeShow::draw()
+{
+    for (Window& window : m_windows) {
+        if (!window.surface)
+            continue;
+        window.drawnSize = window.surface->window().size();
+        window.surface->draw(*window.picture);
+    }
+}
+
+void zoNodeShow::finish()
+{
+    for (Window& window : m_windows) {
+        if (window.surface)
+            window.surface->finish();
+    }
+}
+
+void zoNodeShow::swap()
+{
+    for (Window& window : m_windows) {
+        if (window.surface)
+            window.surface->swap();
+    }
+}
+
+void zoNodeShow::noteExposed(int index)
+{
+    Window& entry = m_windows[std::size_t(index)];
+    if (!entry.surface)
+        return;
+    if (entry.drawnSize != entry.surface->window().size())
+        emit needsFrame();
+    else
+        entry.surface->swap();
+}
+
+QStringList zoNodeShow::remarks() const
+{
+    return m_remarks;
+}
+
+QImage zoNodeShow::picture(int window) const
+{
+    const Window& entry = m_windows.at(std::size_t(window));
+    const zoWindowPicture& picture = *entry.picture;
+    QSize size = picture.window().geometry.size();
+    QPoint origin = picture.window().geometry.topLeft();
+    if (entry.surface && !picture.isFramed()) {
+        size = entry.surface->window().size();
+        origin = entry.surface->window().mapToGlobal(QPoint(0, 0));
+    }
+    QImage image(size.expandedTo({1, 1}), QImage::Format_RGB32);
+    zoWindowPicture bare = picture;
+    bare.setFramed(false);
+    bare.paint(image, origin);
+    return image;
+}

@@ -1,0 +1,4 @@
+#pragma once
+
+// What the windows of a session show.
+enum class zoShowContent { None, Tiles, TestImage };

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QPolygonF>
+#include <QString>
+
+#include <vector>
+
+// Digits drawn with strokes instead of a font: on every node of a wall they have the same outlines, whatever fonts it
+// has, so that a number that lies across a seam fits together.
+namespace zoStrokeDigits
+{
+// The outlines of a number, to be filled together by the winding rule; 1 high, centred on the origin, y up. Characters
+// that are no digits are left out.
+std::vector<QPolygonF> outlines(const QString& number);
+} // namespace zoStrokeDigits

@@ -1,0 +1,102 @@
+#include "zoTestCase.h"
+
+#include <zoNodeShow.h>
+
+#include <QGuiApplication>
+#include <QSignalSpy>
+
+// The windows of a node, offscreen.
+class tst_zoNodeShow final : public zoTestCase
+{
+    Q_OBJECT
+
+private slots:
+    void windowsHaveNamesAndSizes();
+    void contentIsDrawnWhenAsked();
+    void rehearsalHasFramesAndPicturesHaveNone();
+    void nothingToShowOpensNothing();
+};
+
+namespace
+{
+zoWallSetup twoWindows()
+{
+    zoWallViewport viewport;
+    viewport.plane = {QStringLiteral("P"), {-1000, -500, -1500}, {1000, -500, -1500}, {1000, 500, -1500}};
+    zoWallWindow first;
+    first.geometry = {0, 0, 200, 100};
+    first.viewports = {viewport};
+    zoWallWindow second = first;
+    second.number = 2;
+    second.geometry = {10, 20, 120, 60};
+    zoWallSetup setup;
+    setup.nodes = {{QStringLiteral("n1"), QStringLiteral("n1"), QStringLiteral("n1"), 0, {first, second}}};
+    setup.walls = {viewport.plane};
+    return setup;
+}
+} // namespace
+
+void tst_zoNodeShow::windowsHaveNamesAndSizes()
+{
+    zoNodeShow show(twoWindows());
+
+    QCOMPARE(show.open(), QStringList());
+
+    QCOMPARE(show.windowCount(), 2);
+    QCOMPARE(show.windowName(1), QStringLiteral("n1-2"));
+    QCOMPARE(show.picture(0).size(), QSize(200, 100));
+    QCOMPARE(show.picture(1).size(), QSize(120, 60));
+    QCOMPARE(show.remarks().size(), 2);
+}
+
+void tst_zoNodeShow::contentIsDrawnWhenAsked()
+{
+    zoNodeShow show(twoWindows());
+    QCOMPARE(show.open(), QStringList());
+    const QRgb black = qRgb(0, 0, 0);
+    QCOMPARE(show.picture(0).pixel(0, 0), black);
+
+    show.setContent(zoShowContent::Tiles);
+    show.draw();
+    show.finish();
+    show.swap();
+
+    QCOMPARE(show.picture(0).pixel(0, 0), qRgb(255, 255, 255));
+    QCOMPARE(show.picture(0).pixel(199, 99), qRgb(255, 255, 255));
+    QVERIFY(show.picture(0).pixel(1, 50) != qRgb(255, 255, 255));
+    show.setContent(zoShowContent::None);
+    QCOMPARE(show.picture(0).pixel(0, 0), black);
+}
+
+void tst_zoNodeShow::rehearsalHasFramesAndPicturesHaveNone()
+{
+    zoNodeShow show(twoWindows());
+    show.setDesktopPlaces({QRect(0, 0, 50, 25), QRect(60, 0, 30, 15)});
+
+    QCOMPARE(show.open(), QStringList());
+
+    QCOMPARE(show.picture(0).size(), QSize(200, 100));
+    QCOMPARE(show.picture(0).pixel(0, 0), qRgb(0, 0, 0));
+}
+
+void tst_zoNodeShow::nothingToShowOpensNothing()
+{
+    zoNodeShow show((zoWallSetup()));
+
+    QCOMPARE(show.open(), QStringList());
+
+    QCOMPARE(show.windowCount(), 0);
+    QVERIFY(show.isOpen());
+    show.draw();
+    show.finish();
+    show.swap();
+}
+
+int main(int argc, char** argv)
+{
+    zoNodeShow::prepareApplication();
+    QGuiApplication application(argc, argv);
+    tst_zoNodeShow test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_zoNodeShow.moc"
