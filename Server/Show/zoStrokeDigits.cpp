@@ -14,6 +14,7 @@ constexpr double Stroke = 0.16;
 constexpr double Step = 0.82; // from digit to digit
 
 // Middles of the strokes, from the lower left corner of the digit, y up.
+// long: one case per digit
 QPainterPath skeleton(int digit)
 {
     constexpr double w = Width;
