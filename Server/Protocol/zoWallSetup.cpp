@@ -77,17 +77,22 @@ QJsonObject toObject(const zoWallNode& node)
             {QStringLiteral("windows"), windows}};
 }
 
+QJsonObject toObject(const QMap<QString, QString>& options)
+{
+    QJsonObject result;
+    for (auto option = options.begin(); option != options.end(); ++option)
+        result.insert(option.key(), option.value());
+    return result;
+}
+
 QJsonObject toObject(const zoWallNetwork& network)
 {
-    QJsonObject options;
-    for (auto option = network.options.begin(); option != network.options.end(); ++option)
-        options.insert(option.key(), option.value());
     return {{QStringLiteral("id"), network.id},
             {QStringLiteral("description"), network.description},
             {QStringLiteral("parent"), network.parent},
             {QStringLiteral("gateway"), network.gateway},
             {QStringLiteral("encrypted"), network.encrypted},
-            {QStringLiteral("options"), options},
+            {QStringLiteral("options"), toObject(network.options)},
             {QStringLiteral("nodes"), QJsonArray::fromStringList(network.nodes)}};
 }
 
@@ -137,6 +142,7 @@ public:
         numbers(object, "edges", FurthestPixel, {&edges.left, &edges.right, &edges.top, &edges.bottom});
         numbers(object, "cell", MostTiles,
                 {&viewport.row, &viewport.column, &viewport.rows, &viewport.columns});
+        rect(object, "place", viewport.place);
         const QJsonArray near = arrayOf(object, "neighbours", 4);
         if (near.size() == 4)
             viewport.neighbours = {near[0].toString(), near[1].toString(), near[2].toString(),
@@ -173,9 +179,7 @@ public:
         number(object.value(QLatin1String("parent")), "parent", FurthestPixel, network.parent);
         text(object, "gateway", network.gateway);
         yesNo(object, "encrypted", network.encrypted);
-        const QJsonObject options = object.value(QLatin1String("options")).toObject();
-        for (auto option = options.begin(); option != options.end(); ++option)
-            network.options.insert(option.key(), option.value().toString());
+        options(object, network.options);
         texts(object, "nodes", network.nodes);
     }
 
@@ -195,6 +199,13 @@ public:
                 return fail(key);
             values.append(value.toString());
         }
+    }
+
+    static void options(const QJsonObject& object, QMap<QString, QString>& values)
+    {
+        const QJsonObject found = object.value(QLatin1String("options")).toObject();
+        for (auto option = found.begin(); option != found.end(); ++option)
+            values.insert(option.key(), option.value().toString());
     }
 
     void point(const QJsonObject& object, const char* key, zoWallPoint& value)
@@ -282,6 +293,7 @@ zoWallSetup zoWallSetup::ofNodes(const QStringList& ids) const
 {
     zoWallSetup result;
     result.networks = networks;
+    result.options = options;
     result.walls = walls;
     result.size = size;
     result.head = head;
@@ -307,6 +319,7 @@ QJsonObject zoWallSetup::toJson() const
         wallValues.append(toObject(value));
     return {{QStringLiteral("nodes"), nodeValues},
             {QStringLiteral("networks"), networkValues},
+            {QStringLiteral("options"), toObject(options)},
             {QStringLiteral("walls"), wallValues},
             {QStringLiteral("size"), QJsonArray{size.width(), size.height()}},
             {QStringLiteral("head"), toArray(head)},
@@ -320,6 +333,7 @@ bool zoWallSetup::fromJson(const QJsonObject& object, QString& reason)
     Reader reader(reason);
     reader.readAll(object, "nodes", result.nodes);
     reader.readAll(object, "networks", result.networks);
+    reader.options(object, result.options);
     reader.readAll(object, "walls", result.walls);
     reader.numbers(object, "size", FurthestPixel, {&result.size.rwidth(), &result.size.rheight()});
     reader.point(object, "head", result.head);

@@ -74,6 +74,9 @@ struct zoWallViewport
     int rows = 0;
     int columns = 0;
     zoWallNeighbours neighbours;
+    // Where it stands in a picture of the whole wall, in pixels of zoWallSetup::size; tiles that overlap on the wall do
+    // so there. What shows the same plane, as for the two eyes, stands in copies of the wall beside each other.
+    QRectF place;
 };
 
 struct zoWallWindow
@@ -89,9 +92,7 @@ struct zoWallWindow
     // that the size is what the document expects of that screen.
     QRect geometry;
     bool hardwareSync = false;
-    // Where it stands in a picture of the whole wall, in pixels of zoWallSetup::size. Windows that show the same plane,
-    // as for the two eyes, stand in copies of the wall beside each other.
-    QRectF place;
+    QRectF place; // as that of its first viewport, for all of the window
     std::vector<zoWallViewport> viewports;
 };
 
@@ -110,16 +111,16 @@ struct zoWallNetwork
     QString description; // may be empty
     int parent = -1;     // index of the network that its gateway is in; -1 for what the host reaches itself
     QString gateway;     // id of the node behind which it lies; empty without one
-    bool encrypted = false;
-    // As the document has them, those of the networks above and of the master included where it has none itself.
-    QMap<QString, QString> options;
-    QStringList nodes; // ids of its enabled nodes in the order of the document
+    bool encrypted = false;         // itself, what is above it, or one of its nodes
+    QMap<QString, QString> options; // its own, as the document has them
+    QStringList nodes;              // ids of its enabled nodes in the order of the document
 };
 
 struct zoWallSetup
 {
     std::vector<zoWallNode> nodes; // enabled ones, in the order of the document; those without windows too
     std::vector<zoWallNetwork> networks;
+    QMap<QString, QString> options; // of the master, for all
     std::vector<zoWallPlane> walls; // whole walls, for what is drawn along their edges
     QSize size;                     // of a picture of the whole wall, pixels
     zoWallPoint head;               // between the eyes, which are left and right of it
@@ -136,3 +137,10 @@ struct zoWallSetup
     // that are missing have the defaults above.
     bool fromJson(const QJsonObject& object, QString& reason);
 };
+
+// The entry point of the component libzoServerSetup.so, called ZO_READ_WALL_SETUP: reads a configuration document. The
+// size of a pixel of tiled walls, which have no other, is given in millimetres. False, with the setup as it was and the
+// reason, for a text that is no configuration. The component links widgets; it stays loaded.
+using zoReadWallSetup = bool (*)(const QString& document, double pixelPitch, zoWallSetup& setup,
+                                 QString& reason);
+#define ZO_READ_WALL_SETUP "zoReadWallSetupEntry"

@@ -38,6 +38,7 @@ zoWallSetup fullSetup()
     viewport.column = 2;
     viewport.rows = 3;
     viewport.columns = 4;
+    viewport.place = {3.0, 4.5, 5.0, 6.0};
     viewport.neighbours = {QStringLiteral("l"), QStringLiteral("r"), QStringLiteral("a"),
                            QStringLiteral("b")};
     zoWallWindow window;
@@ -65,6 +66,7 @@ zoWallSetup fullSetup()
                        {{QStringLiteral("speed"), QStringLiteral("10g")}},
                        {QStringLiteral("n1"), QStringLiteral("n2")}}};
     setup.walls = {viewport.plane};
+    setup.options = {{QStringLiteral("parallelframes"), QStringLiteral("1")}};
     setup.size = {3840, 2160};
     setup.head = {1.0, 2.0, 3.0};
     setup.gamma = 1.8;
@@ -120,6 +122,8 @@ void tst_zoWallSetup::everyValueComesBack()
     QCOMPARE(after.networks[0].options.value(QStringLiteral("speed")), QStringLiteral("10g"));
     QCOMPARE(after.networks[0].nodes.size(), 2);
     QVERIFY(after.networks[0].encrypted);
+    QCOMPARE(viewport.place, QRectF(3.0, 4.5, 5.0, 6.0));
+    QCOMPARE(after.options, before.options);
     QCOMPARE(after.walls[0].upperRight.y, 7.0);
     QCOMPARE(after.size, QSize(3840, 2160));
     QCOMPARE(after.head.z, 3.0);
