@@ -1024,6 +1024,53 @@ auch wenn die Server dann instabil sein können?</translation>
     </message>
 </context>
 <context>
+    <name>zoHPCNetworkPicture</name>
+    <message>
+        <source>Network %1</source>
+        <translation>Netzwerk %1</translation>
+    </message>
+    <message>
+        <source>Network %1: %2</source>
+        <translation>Netzwerk %1: %2</translation>
+    </message>
+    <message>
+        <source>%1 (nodes behind: %2)</source>
+        <translation>%1 (Knoten dahinter: %2)</translation>
+    </message>
+    <message>
+        <source>1 node</source>
+        <translation type="unfinished">1 Knoten</translation>
+    </message>
+    <message>
+        <source>%1 nodes</source>
+        <translation type="unfinished">%1 Knoten</translation>
+    </message>
+    <message>
+        <source>encrypted</source>
+        <translation>verschlüsselt</translation>
+    </message>
+    <message>
+        <source>disabled</source>
+        <translation>deaktiviert</translation>
+    </message>
+    <message>
+        <source>No networks</source>
+        <translation>Keine Netzwerke</translation>
+    </message>
+    <message>
+        <source>drives a display</source>
+        <translation>treibt eine Anzeige</translation>
+    </message>
+    <message>
+        <source>does not render</source>
+        <translation>rendert nicht</translation>
+    </message>
+    <message>
+        <source>gateway to</source>
+        <translation>Gateway zu</translation>
+    </message>
+</context>
+<context>
     <name>zoHPCPictureFile</name>
     <message>
         <source>Scalable picture (*.svg);;Picture (*.png);;Document (*.pdf)</source>
@@ -1313,6 +1360,26 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>Tiled walls: 1 pixel drawn as 1 mm</source>
         <translation>Kachelwände: 1 Pixel als 1 mm gezeichnet</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation type="unfinished">%1, %2 {1:?}</translation>
+    </message>
+    <message>
+        <source>%1 px</source>
+        <translation>%1 px</translation>
+    </message>
+    <message>
+        <source>%1 mm</source>
+        <translation>%1 mm</translation>
+    </message>
+    <message>
+        <source>%1 = %2</source>
+        <translation>%1 = %2</translation>
+    </message>
+    <message>
+        <source>%1 by %2</source>
+        <translation>%1 mal %2</translation>
     </message>
 </context>
 <context>

@@ -21,13 +21,6 @@
     </message>
 </context>
 <context>
-    <name>zoClusterNodeLocks</name>
-    <message>
-        <source>%1: not a directory of this user</source>
-        <translation>%1: kein Verzeichnis dieses Benutzers</translation>
-    </message>
-</context>
-<context>
     <name>zoHostCameraPanel</name>
     <message>
         <source>Add</source>

@@ -3,18 +3,26 @@
 #include "zoClusterSetup.h"
 #include "zoConsole.h"
 #include "zoHPCLayout.h"
+#include "zoHPCNetworkPicture.h"
 #include "zoHPCPictureFile.h"
 #include "zoHPCRoomPicture.h"
 #include "zoHPCScreensPicture.h"
+#include "zoHostNames.h"
+#include "zoPictureSheet.h"
+#include "zoProjectionFacts.h"
 #include "zoTextFile.h"
 
 #include <QBuffer>
 #include <QFileInfo>
 #include <QRegularExpression>
 
+#include <algorithm>
+#include <iterator>
+
 namespace
 {
 const char* const s_formats[] = {"svg", "png", "pdf"};
+const char* const s_pictures[] = {"room", "screens", "network"};
 
 bool isFormat(const QString& format)
 {
@@ -32,8 +40,29 @@ struct zoDrawCommand::Request
     QStringList outputs;
     QString picture; // empty: the names of the outputs say
     QString format;  // for standard output
-    QSize size;      // points
+    QSize size;      // points; empty for as large as names need
     double scale;
+    bool hasTitle; // of its own
+    QString title;
+};
+
+// The pictures and what stands below them.
+struct zoDrawCommand::Drawing
+{
+    explicit Drawing(const zoHPCLayout& layout)
+    {
+        room.setIsDrawing(true);
+        room.setLayout(layout);
+        screens.setLayout(layout);
+        network.setLayout(layout);
+        for (const zoProjectionFacts::Projection& projection : zoProjectionFacts::read(layout))
+            sizes << projection.text();
+    }
+
+    zoHPCRoomPicture room;
+    zoHPCScreensPicture screens;
+    zoHPCNetworkPicture network;
+    QStringList sizes;
 };
 
 QString zoDrawCommand::description() const
@@ -42,8 +71,11 @@ QString zoDrawCommand::description() const
               "around the viewer,\n"
               "or the screens with their windows and viewports. The name of the output file says which, "
               "unless --picture\n"
-              "does: one that has \"screens\" in it gets the screens, any other the room. Its suffix is the "
-              "format.");
+              "does: one that has \"screens\" or \"network\" in it gets these, any other the room. Its "
+              "suffix is the "
+              "format.\n"
+              "Below a picture stands how large the projections are, in millimetres and pixels. Screens "
+              "count from 1.");
 }
 
 QStringList zoDrawCommand::examples() const
@@ -62,11 +94,17 @@ void zoDrawCommand::addArguments(QCommandLineParser& parser) const
          tr("Write <file>: svg, png or pdf by its suffix; \"-\" for standard output. May be given more "
             "than once."),
          tr("file")});
-    parser.addOption({QStringLiteral("picture"), tr("What to draw: room or screens."), tr("which")});
+    parser.addOption({QStringLiteral("picture"), tr("What to draw: room, screens or network."), tr("which")});
     parser.addOption({QStringLiteral("format"), tr("svg (default), png or pdf, for standard output."),
                       tr("format"), QStringLiteral("svg")});
-    parser.addOption({QStringLiteral("size"), tr("Size in points of 1/96 inch (default 1200x800)."),
-                      tr("WxH"), QStringLiteral("1200x800")});
+    parser.addOption({QStringLiteral("title"),
+                      tr("Title of the sheet; empty for none (default: the file and the "
+                         "picture)."),
+                      tr("text")});
+    parser.addOption(
+        {QStringLiteral("size"),
+         tr("Size in points of 1/96 inch (default 1200x800, or as large as names need to be read)."),
+         tr("WxH")});
     parser.addOption({QStringLiteral("scale"), tr("Pixels for each point of a PNG (default 1)."), tr("N"),
                       QStringLiteral("1")});
     parser.addPositionalArgument(QStringLiteral("FILE"), tr("A configuration, \"-\" for standard input."));
@@ -77,14 +115,23 @@ int zoDrawCommand::execute(const QCommandLineParser& parser)
     Request request;
     if (!read(parser, request))
         return zoConsole::Unusable;
+    bool isNumber = false;
+    const QString date = qEnvironmentVariable("SOURCE_DATE_EPOCH");
+    date.toULongLong(&isNumber);
+    if (!date.isEmpty() && !isNumber)
+        return usageError(tr("SOURCE_DATE_EPOCH: \"%1\" is no number of seconds").arg(date));
+    // The form of a date in a file depends on the zone.
+    if (isNumber)
+        qputenv("TZ", "UTC");
     const QString file = parser.positionalArguments().constFirst();
     zoClusterSetup setup;
     if (!zoTextFile::mayWrite(request.outputs, file) || !setup.readFile(file))
         return zoConsole::Unusable;
-    const zoHPCLayout layout(setup.displays().getProjectionItems(), setup.displays().getWindowItems(),
-                             setup.hosts().master());
+    const zoHPCLayout layout(setup.displays(), setup.hosts().master());
+    Drawing drawing(layout);
+    const QString subject = file == QLatin1String("-") ? QString() : QFileInfo(file).fileName();
     for (const QString& output : qAsConst(request.outputs)) {
-        if (!draw(layout, output, request))
+        if (!draw(drawing, subject, output, request))
             return zoConsole::Unusable;
     }
     return zoConsole::Fine;
@@ -107,17 +154,21 @@ bool zoDrawCommand::read(const QCommandLineParser& parser, Request& request) con
         return refuse(tr("--output is missing"));
     static const QRegularExpression sizePattern(QStringLiteral("^([1-9][0-9]{0,4})x([1-9][0-9]{0,4})$"));
     const QRegularExpressionMatch match = sizePattern.match(parser.value(QStringLiteral("size")));
-    if (!match.hasMatch())
+    if (parser.isSet(QStringLiteral("size")) && !match.hasMatch())
         return refuseValue(QStringLiteral("size"), tr("size in points such as 1200x800"));
-    request.size = QSize(match.captured(1).toInt(), match.captured(2).toInt());
+    if (parser.isSet(QStringLiteral("size")))
+        request.size = QSize(match.captured(1).toInt(), match.captured(2).toInt());
     bool isNumber = false;
     request.scale = parser.value(QStringLiteral("scale")).toDouble(&isNumber);
     if (!isNumber || !(request.scale >= 0.1 && request.scale <= 16.0))
         return refuseValue(QStringLiteral("scale"), tr("number from 0.1 to 16"));
     request.picture = parser.value(QStringLiteral("picture"));
-    if (!request.picture.isEmpty() && request.picture != QLatin1String("room") &&
-        request.picture != QLatin1String("screens"))
-        return refuseValue(QStringLiteral("picture"), tr("picture: room, screens"));
+    if (!request.picture.isEmpty() &&
+        std::none_of(std::begin(s_pictures), std::end(s_pictures),
+                     [&](const char* known) { return request.picture == QLatin1String(known); }))
+        return refuseValue(QStringLiteral("picture"), tr("picture: room, screens, network"));
+    request.hasTitle = parser.isSet(QStringLiteral("title"));
+    request.title = parser.value(QStringLiteral("title"));
     request.format = parser.value(QStringLiteral("format"));
     if (!isFormat(request.format))
         return refuseValue(QStringLiteral("format"), tr("format: svg, png, pdf"));
@@ -128,27 +179,99 @@ bool zoDrawCommand::read(const QCommandLineParser& parser, Request& request) con
     return true;
 }
 
-bool zoDrawCommand::draw(const zoHPCLayout& layout, const QString& output, const Request& request)
+QString zoDrawCommand::pictureOf(const QString& output, const Request& request)
 {
-    const bool hasScreens = request.picture.isEmpty()
-                                ? QFileInfo(output).fileName().contains(QLatin1String("screens"))
-                                : request.picture == QLatin1String("screens");
-    zoHPCRoomPicture room;
-    zoHPCScreensPicture screens;
-    const QRectF area(QPointF(0.0, 0.0), request.size);
-    if (hasScreens) {
-        screens.setLayout(layout);
-        screens.fit(area);
-    } else {
-        room.setLayout(layout);
-        room.fit(area);
+    if (!request.picture.isEmpty())
+        return request.picture;
+    const QString name = QFileInfo(output).fileName();
+    for (const char* picture : s_pictures) {
+        if (name.contains(QLatin1String(picture)))
+            return QString::fromLatin1(picture);
     }
-    const zoHPCPicture& picture = hasScreens ? static_cast<const zoHPCPicture&>(screens) : room;
+    return QStringLiteral("room");
+}
+
+namespace
+{
+// In brackets where that keeps the order.
+QString folded(const std::vector<QString>& hosts)
+{
+    const std::vector<int> order = zoHostNames::sorted(hosts);
+    if (order.size() == hosts.size() && std::is_sorted(order.begin(), order.end()))
+        return QString::fromUtf8(zoHostNames::bracketText(hosts, false));
+    return QStringList(hosts.begin(), hosts.end()).join(QLatin1String(", "));
+}
+} // namespace
+
+// In as many lines as there are walls and rows of them.
+QStringList zoDrawCommand::hostsOfTiles(const zoHPCRoomPicture& room)
+{
+    QStringList lines;
+    for (const zoHPCRoomPicture::Wall& wall : room.walls()) {
+        for (int row = 0; wall.hasTiles() && row < wall.rows; ++row) {
+            std::vector<QString> hosts;
+            for (int column = 0; column < wall.columns; ++column) {
+                for (const QString& host : wall.hostsOf(row, column))
+                    hosts.push_back(host);
+            }
+            lines
+                << tr("%1, row %2 from the left: %3").arg(wall.name, QString::number(row + 1), folded(hosts));
+        }
+    }
+    return lines;
+}
+
+QString zoDrawCommand::hostsInOrder(const zoHPCScreensPicture& screens)
+{
+    std::vector<QString> hosts;
+    for (const zoHPCScreensPicture::Node& node : screens.nodes())
+        hosts.push_back(node.name);
+    return tr("1 to %1: %2").arg(QString::number(hosts.size()), folded(hosts));
+}
+
+// Names are readable: where no size is asked for, the sheet grows until they are.
+QSize zoDrawCommand::fit(zoPictureSheet& sheet, const QSize& asked)
+{
+    constexpr double Step = 1.15;
+    constexpr double Largest = 6.0;
+    const QSize usual(1200, 800);
+    const auto isReadable = [&sheet](const QSize& size) {
+        const QRectF area(QPointF(0.0, 0.0), size);
+        sheet.fit(area);
+        return sheet.isReadable(area);
+    };
+    for (double factor = 1.0; asked.isEmpty() && factor < Largest; factor *= Step) {
+        const QSize size = (QSizeF(usual) * factor).toSize();
+        if (isReadable(size))
+            return size;
+    }
+    sheet.fit(QRectF(QPointF(0.0, 0.0), asked.isEmpty() ? usual : asked));
+    return asked.isEmpty() ? usual : asked;
+}
+
+bool zoDrawCommand::draw(Drawing& drawing, const QString& subject, const QString& output,
+                         const Request& request)
+{
+    const QString which = pictureOf(output, request);
+    const bool isNetwork = which == QLatin1String("network");
+    const bool isRoom = which == QLatin1String("room");
+    zoHPCPicture& picture = isNetwork ? static_cast<zoHPCPicture&>(drawing.network)
+                            : isRoom  ? static_cast<zoHPCPicture&>(drawing.room)
+                                      : drawing.screens;
+    const QString words = isNetwork ? tr("network") : isRoom ? tr("room") : tr("screens");
+    const QString title = subject.isEmpty() ? words : tr("%1: %2").arg(subject, words);
+    zoPictureSheet sheet(picture, request.hasTitle ? request.title : title,
+                         isNetwork ? QStringList() : drawing.sizes);
+    QSize size = fit(sheet, request.size);
+    if (!sheet.isReadable(QRectF(QPointF(0.0, 0.0), size)) && !isNetwork) {
+        sheet.addLines(isRoom ? hostsOfTiles(drawing.room) : QStringList(hostsInOrder(drawing.screens)));
+        drawing.screens.setIsNumbered(true);
+        sheet.fit(QRectF(QPointF(0.0, 0.0), size));
+    }
     if (output != QLatin1String("-"))
-        return zoHPCPictureFile::save(picture, output, request.size, QPalette(), request.scale);
+        return zoHPCPictureFile::save(sheet, output, size, QPalette(), request.scale);
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
-    return zoHPCPictureFile::write(picture, buffer, request.format, request.size, QPalette(),
-                                   request.scale) &&
+    return zoHPCPictureFile::write(sheet, buffer, request.format, size, QPalette(), request.scale) &&
            zoConsole::write(buffer.data());
 }

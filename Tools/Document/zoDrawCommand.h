@@ -2,7 +2,11 @@
 
 #include "zoCommand.h"
 
-class zoHPCLayout;
+#include <QSize>
+
+class zoHPCRoomPicture;
+class zoHPCScreensPicture;
+class zoPictureSheet;
 
 // "draw": the pictures of the layout preview as files.
 class zoDrawCommand final : public zoCommand
@@ -17,9 +21,14 @@ protected:
 
 private:
     struct Request;
+    struct Drawing;
 
     // False for wrong usage, which is told.
     bool read(const QCommandLineParser& parser, Request& request) const;
     // False when it cannot be written; the log tells the reason.
-    static bool draw(const zoHPCLayout& layout, const QString& output, const Request& request);
+    static bool draw(Drawing& drawing, const QString& subject, const QString& output, const Request& request);
+    static QSize fit(zoPictureSheet& sheet, const QSize& asked);
+    static QString pictureOf(const QString& output, const Request& request);
+    static QStringList hostsOfTiles(const zoHPCRoomPicture& room);
+    static QString hostsInOrder(const zoHPCScreensPicture& screens);
 };

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <QRectF>
+#include <QString>
+
 class QPainter;
 class QPalette;
-class QRectF;
 
 // A picture of a configuration, painted on whatever a QPainter can paint on: widgets, images, files.
 class zoHPCPicture
@@ -17,8 +19,16 @@ public:
     zoHPCPicture(const zoHPCPicture&) = delete;
     zoHPCPicture& operator=(const zoHPCPicture&) = delete;
 
+    // What viewers of files call it; empty for none.
+    virtual QString title() const { return {}; }
     // Takes everything into an area of this size and shape.
     virtual void fit(const QRectF& area) = 0;
+    // Whether all names can be read where the last fit() into this area put them.
+    virtual bool isReadable(const QRectF& area) const
+    {
+        Q_UNUSED(area)
+        return true;
+    }
     // So much to draw that frames in full detail come late.
     virtual bool isLarge() const = 0;
 

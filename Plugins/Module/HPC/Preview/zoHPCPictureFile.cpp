@@ -7,6 +7,7 @@
 #include <zoSvgWriter.h>
 
 #include <QBuffer>
+#include <QDateTime>
 #include <QFileInfo>
 #include <QImage>
 #include <QMarginsF>
@@ -70,9 +71,12 @@ QString zoHPCPictureFile::filter()
 bool zoHPCPictureFile::writeSvg(const zoHPCPicture& picture, QIODevice& device, const QSize& size,
                                 const QPalette& palette)
 {
-    return zoSvgWriter::write(device, size, s_resolution, [&](QPainter& painter) {
-        picture.paint(painter, QRectF(QPointF(0.0, 0.0), size), palette, zoHPCPicture::Detail::Full);
-    });
+    return zoSvgWriter::write(
+        device, size, s_resolution,
+        [&](QPainter& painter) {
+            picture.paint(painter, QRectF(QPointF(0.0, 0.0), size), palette, zoHPCPicture::Detail::Full);
+        },
+        picture.title());
 }
 
 bool zoHPCPictureFile::writePng(const zoHPCPicture& picture, QIODevice& device, const QSize& size,
@@ -97,8 +101,11 @@ bool zoHPCPictureFile::writePng(const zoHPCPicture& picture, QIODevice& device, 
 bool zoHPCPictureFile::writePdf(const zoHPCPicture& picture, QIODevice& device, const QSize& size,
                                 const QPalette& palette)
 {
-    QPdfWriter writer(&device);
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
     writer.setCreator(QCoreApplication::applicationName());
+    writer.setTitle(picture.title());
     writer.setResolution(s_resolution);
     writer.setPageSize(
         QPageSize(QSizeF(size) * 72.0 / s_resolution, QPageSize::Point, QString(), QPageSize::ExactMatch));
@@ -107,5 +114,28 @@ bool zoHPCPictureFile::writePdf(const zoHPCPicture& picture, QIODevice& device, 
     if (!painter.begin(&writer))
         return false;
     picture.paint(painter, QRectF(QPointF(0.0, 0.0), size), palette, zoHPCPicture::Detail::Full);
-    return painter.end();
+    if (!painter.end())
+        return false;
+    QByteArray bytes = buffer.data();
+    setDate(bytes);
+    return device.write(bytes) == bytes.size();
+}
+
+// The writer knows no date but now. A date of the same form leaves all offsets of the file as they are.
+void zoHPCPictureFile::setDate(QByteArray& pdf)
+{
+    bool isNumber = false;
+    const qint64 seconds = qEnvironmentVariable("SOURCE_DATE_EPOCH").toLongLong(&isNumber);
+    const QByteArray begin("/CreationDate (D:");
+    const int date = pdf.indexOf(begin);
+    const int end = pdf.indexOf(')', date);
+    if (!isNumber || date < 0 || end < 0)
+        return;
+    const int from = date + begin.size();
+    QByteArray text = QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC)
+                          .toString(QString::fromLatin1("yyyyMMddHHmmss"))
+                          .toLatin1();
+    text += end - from == text.size() + 1 ? "Z" : "+00'00'"; // as the writer has it, by the local time
+    if (text.size() == end - from)
+        pdf.replace(from, text.size(), text);
 }

@@ -19,7 +19,8 @@ public:
     // points of 1/96 inch; a PNG has `scale` pixels for each. Failures are logged; returns success.
     static bool save(const zoHPCPicture& picture, const QString& fileName, const QSize& size,
                      const QPalette& palette = QPalette(), double scale = 1.0);
-    // "svg", "png" or "pdf", in either case; false for other formats, and when the device fails.
+    // Dates of a file are those of SOURCE_DATE_EPOCH, seconds since 1970, when that is set: the same picture has
+    // the same bytes then. "svg", "png" or "pdf", in either case; false for other formats, and when the device fails.
     static bool write(const zoHPCPicture& picture, QIODevice& device, const QString& format,
                       const QSize& size, const QPalette& palette = QPalette(), double scale = 1.0);
     // For file dialogs.
@@ -32,4 +33,5 @@ private:
                          const QPalette& palette, double scale);
     static bool writePdf(const zoHPCPicture& picture, QIODevice& device, const QSize& size,
                          const QPalette& palette);
+    static void setDate(QByteArray& pdf);
 };

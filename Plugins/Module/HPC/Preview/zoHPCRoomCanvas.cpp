@@ -145,15 +145,17 @@ void zoHPCRoomCanvas::label(const QPointF& center, const QString& fullText, cons
     painter.drawText(free, Qt::AlignCenter, text);
 }
 
+bool zoHPCRoomCanvas::isFree(const QRectF& box) const
+{
+    return std::none_of(m_labels.begin(), m_labels.end(),
+                        [&](const QRectF& taken) { return taken.intersects(box); });
+}
+
 void zoHPCRoomCanvas::smallLabel(QRectF box, const QString& text)
 {
-    const auto isTaken = [&] {
-        return std::any_of(m_labels.begin(), m_labels.end(),
-                           [&](const QRectF& taken) { return taken.intersects(box); });
-    };
-    if (isTaken())
+    if (!isFree(box))
         box.translate(0.0, box.height());
-    if (area.contains(box) && !isTaken())
+    if (area.contains(box) && isFree(box))
         painter.drawText(box, Qt::AlignCenter, text);
 }
 

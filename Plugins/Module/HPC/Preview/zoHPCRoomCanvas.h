@@ -36,6 +36,8 @@ public:
     void label(const QPointF& center, const QString& fullText, const QColor& color, bool isBold);
     // Beside the labels that are there, or not at all.
     void smallLabel(QRectF box, const QString& text);
+    // No label is there.
+    bool isFree(const QRectF& box) const;
     // No label goes there.
     void reserve(const QRectF& box) { m_labels.push_back(box); }
     // Below this there are no labels.

@@ -6,9 +6,11 @@
 #include "zoHPCRoomCanvas.h"
 #include "zoHPCRoomFloor.h"
 #include "zoHPCRoomLegend.h"
+#include "zoHPCRoomTileNames.h"
 #include "zoHPCRoomWallPainter.h"
 
 #include <QFontMetricsF>
+#include <QImage>
 #include <QPainter>
 #include <QPalette>
 #include <QPolygonF>
@@ -18,6 +20,8 @@
 
 namespace
 {
+constexpr double Head = 110.0; // mm, of the viewer
+
 double distanceOf(const QPointF& a, const QPointF& b)
 {
     return std::hypot(a.x() - b.x(), a.y() - b.y());
@@ -109,6 +113,8 @@ void zoHPCRoomPicture::paint(QPainter& painter, const QRectF& area, const QPalet
     }
     paintHighlights(canvas);
     zoHPCRoomLegend(canvas, m_walls, floor.step()).paint();
+    if (m_isDrawing)
+        paintHosts(canvas);
     paintNames(canvas);
     paintAxes(canvas);
     painter.restore();
@@ -175,16 +181,23 @@ QTreeWidgetItem* zoHPCRoomPicture::lineAt(const QPointF& point, const QRectF& ar
     return nullptr;
 }
 
+// Where the arrow of the viewer ends.
+Point3 zoHPCRoomPicture::viewersLook(const zoHPCRoomCanvas& canvas) const
+{
+    constexpr double Look = 500.0; // mm
+    const double scale = m_camera.scaleAt(m_camera.see(Point3()).depth, canvas.area);
+    const double radius = qBound(4.0, Head * scale, 8.0);
+    return {0.0, 0.0, -std::max(Look, 3.0 * radius / scale)};
+}
+
 void zoHPCRoomPicture::paintViewer(zoHPCRoomCanvas& canvas) const
 {
     if (!canvas.isVisible(Point3()))
         return;
-    constexpr double Head = 110.0; // mm
-    constexpr double Look = 500.0; // mm
     const double scale = m_camera.scaleAt(m_camera.see(Point3()).depth, canvas.area);
     // Always to be seen, never in the way.
     const double radius = qBound(4.0, Head * scale, 8.0);
-    canvas.arrow(Point3(), {0.0, 0.0, -std::max(Look, 3.0 * radius / scale)}, canvas.style.text, 2.0);
+    canvas.arrow(Point3(), viewersLook(canvas), canvas.style.text, 2.0);
     canvas.painter.setPen(QPen(canvas.style.background, 1.5));
     canvas.painter.setBrush(canvas.style.text);
     canvas.painter.drawEllipse(canvas.place(Point3()), radius, radius);
@@ -253,6 +266,8 @@ void zoHPCRoomPicture::paintNames(zoHPCRoomCanvas& canvas) const
             name = tr("%1 (mirrored)").arg(wall.name);
         else if (wall.isSkewed)
             name = tr("%1 (skewed)").arg(wall.name);
+        if (m_isDrawing && !wall.hasTiles() && !wall.hostsOf(0, 0).isEmpty())
+            name = tr("%1: %2").arg(name, wall.hostsOf(0, 0).join(QLatin1String(", ")));
         const QColor color = wall.isBad() ? canvas.style.bad : canvas.style.text;
         const Point3 upperEdge = wall.plane.at(0.5, 1.0);
         if (wall.hasTiles() && canvas.isVisible(upperEdge))
@@ -260,8 +275,10 @@ void zoHPCRoomPicture::paintNames(zoHPCRoomCanvas& canvas) const
         else
             canvas.label(canvas.place(wall.plane.center()) + QPointF(0.0, metrics.height()), name, color,
                          true);
+        if (m_isDrawing && !wall.isDegenerate)
+            paintDimensions(canvas, wall);
     }
-    if (canvas.isFast)
+    if (canvas.isFast || m_isDrawing)
         return;
     canvas.painter.setFont(canvas.style.font);
     canvas.painter.setPen(canvas.style.text);
@@ -269,6 +286,61 @@ void zoHPCRoomPicture::paintNames(zoHPCRoomCanvas& canvas) const
         if (wall.hasTiles() && !wall.isDegenerate && canvas.isVisible(wall.plane.center()))
             paintTileNames(canvas, wall);
     }
+}
+
+bool zoHPCRoomPicture::isReadable(const QRectF& area) const
+{
+    QImage measure(1, 1, QImage::Format_RGB32);
+    QPainter painter(&measure);
+    zoHPCRoomCanvas canvas(painter, area, QPalette(), Detail::Full, m_camera);
+    return std::all_of(m_walls.begin(), m_walls.end(), [&](const Wall& wall) {
+        return !wall.hasTiles() || wall.isDegenerate || !canvas.isVisible(wall.plane.center()) ||
+               zoHPCRoomTileNames(canvas, wall).fit();
+    });
+}
+
+void zoHPCRoomPicture::paintHosts(zoHPCRoomCanvas& canvas) const
+{
+    const auto reserveArrow = [&canvas](const Point3& from, const Point3& to) {
+        if (canvas.isVisible(from) && canvas.isVisible(to))
+            canvas.reserve(QRectF(canvas.place(from), canvas.place(to)).normalized().adjusted(-9, -9, 9, 9));
+    };
+    reserveArrow(Point3(), viewersLook(canvas));
+    for (const Wall& wall : m_walls) {
+        if (wall.hasTiles() && !wall.isDegenerate && canvas.isVisible(wall.plane.center())) {
+            reserveArrow(wall.plane.center(), zoHPCRoomWallPainter::endOfNormal(wall));
+            zoHPCRoomTileNames(canvas, wall).paint();
+        }
+    }
+}
+
+// Width below, height to the right, each in the units that the wall has.
+void zoHPCRoomPicture::paintDimensions(zoHPCRoomCanvas& canvas, const Wall& wall) const
+{
+    const auto text = [&wall](double length, double tilePart, double tilePixels) {
+        const QString pixels =
+            tilePixels > 0.0 && tilePart > 0.0 ? tr("%1 px").arg(qRound64(tilePixels / tilePart)) : QString();
+        if (wall.isInPixels)
+            return pixels;
+        const QString size = tr("%1 mm").arg(QString::number(length, 'g', 6));
+        return pixels.isEmpty() ? size : tr("%1 = %2").arg(size, pixels);
+    };
+    const QString width = text(wall.plane.width(), wall.tileWidth, wall.tilePixels.width());
+    const QString height = text(wall.plane.height(), wall.tileHeight, wall.tilePixels.height());
+    const QFontMetricsF metrics(canvas.style.font, canvas.painter.device());
+    if (!wall.hasTiles()) {
+        canvas.label(canvas.place(wall.plane.center()) + QPointF(0.0, 2.2 * metrics.height()),
+                     tr("%1 by %2").arg(width, height), canvas.style.faintText, false);
+        return;
+    }
+    const Point3 lower = wall.plane.at(0.5, 0.0);
+    const Point3 right = wall.plane.at(1.0, 0.5);
+    if (!width.isEmpty() && canvas.isVisible(lower))
+        canvas.label(canvas.place(lower) + QPointF(0.0, 0.9 * metrics.height()), width,
+                     canvas.style.faintText, false);
+    if (!height.isEmpty() && canvas.isVisible(right))
+        canvas.label(canvas.place(right) + QPointF(metrics.horizontalAdvance(height) / 2.0 + 9.0, 0.0),
+                     height, canvas.style.faintText, false);
 }
 
 void zoHPCRoomPicture::paintTileNames(zoHPCRoomCanvas& canvas, const Wall& wall) const

@@ -29,6 +29,9 @@ public:
     // Rows of the projection tree are highlighted themselves, rows of the display tree by what they show.
     void setCurrentItem(const QTreeWidgetItem* item, const zoHPCLayout& layout);
 
+    // As a drawing that is read without the program: the hosts on their tiles, and how large each wall is.
+    void setIsDrawing(bool isDrawing) { m_isDrawing = isDrawing; }
+
     const std::vector<Wall>& walls() const { return m_walls; }
     const zoHPCRoomCamera& camera() const { return m_camera; }
     void setCamera(const zoHPCRoomCamera& camera) { m_camera = camera; }
@@ -36,6 +39,7 @@ public:
     // The direction stays.
     void fit(const QRectF& area) override;
     bool isLarge() const override;
+    bool isReadable(const QRectF& area) const override;
     void paint(QPainter& painter, const QRectF& area, const QPalette& palette, Detail detail) const override;
 
     // The tile, or plane, nearest to the eye at this place of the picture; null beside all of them.
@@ -59,13 +63,17 @@ private:
     Meeting meet(const Point3& ray) const;
     QTreeWidgetItem* lineAt(const QPointF& point, const QRectF& area) const;
 
+    Point3 viewersLook(const zoHPCRoomCanvas& canvas) const;
     void paintViewer(zoHPCRoomCanvas& canvas) const;
     void paintHighlights(zoHPCRoomCanvas& canvas) const;
     void paintAxes(zoHPCRoomCanvas& canvas) const;
     void paintNames(zoHPCRoomCanvas& canvas) const;
+    void paintHosts(zoHPCRoomCanvas& canvas) const;
+    void paintDimensions(zoHPCRoomCanvas& canvas, const Wall& wall) const;
     void paintTileNames(zoHPCRoomCanvas& canvas, const Wall& wall) const;
 
     std::vector<Wall> m_walls;
     std::vector<Highlight> m_highlights;
     zoHPCRoomCamera m_camera;
+    bool m_isDrawing = false;
 };

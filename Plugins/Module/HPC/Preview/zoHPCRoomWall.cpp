@@ -4,6 +4,8 @@
 #include "zoHPCPlaneChecks.h"
 #include "zoHPCProjectionItem.h"
 
+#include <QHash>
+
 #include <algorithm>
 #include <cmath>
 
@@ -25,7 +27,7 @@ bool isFinite(const zoHPCPlane& plane)
 class Reader final
 {
 public:
-    explicit Reader(const zoHPCLayout& layout) : m_layout(layout) {}
+    explicit Reader(const zoHPCLayout& layout);
 
     void addWalls(int projection);
 
@@ -36,9 +38,28 @@ private:
     void addTiledWall(int projection);
     void addPlane(int projection);
     void finish(zoHPCRoomWall& wall, int projection);
+    void addHosts(zoHPCRoomWall& wall, int first) const;
 
     const zoHPCLayout& m_layout;
+    QHash<int, QStringList> m_hosts; // by projection, who shows it
+    QHash<int, QSizeF> m_tilePixels; // by projection, as the first viewport has it
 };
+
+Reader::Reader(const zoHPCLayout& layout) : m_layout(layout)
+{
+    for (const zoHPCLayout::Viewport& viewport : layout.viewports()) {
+        if (viewport.projection == zoHPCLayout::None || viewport.window == zoHPCLayout::None)
+            continue;
+        const zoHPCLayout::Window& window = layout.windows()[static_cast<size_t>(viewport.window)];
+        QStringList& hosts = m_hosts[viewport.projection];
+        if (!window.node.isEmpty() && !hosts.contains(window.node))
+            hosts << window.node;
+        QSizeF& pixels = m_tilePixels[viewport.projection];
+        if (pixels.isEmpty())
+            pixels = QSizeF(window.geometry.width() * viewport.area.width(),
+                            window.geometry.height() * viewport.area.height());
+    }
+}
 
 void Reader::addWalls(int projection)
 {
@@ -164,7 +185,21 @@ void Reader::finish(zoHPCRoomWall& wall, int projection)
         for (size_t tile = 0; tile < count; ++tile)
             wall.lit[tile] = isLit(tile);
     }
+    addHosts(wall, static_cast<int>(first));
     walls.push_back(wall);
+}
+
+void Reader::addHosts(zoHPCRoomWall& wall, int first) const
+{
+    const int count = wall.rows * wall.columns;
+    bool isDriven = false;
+    for (int tile = first; tile < first + count; ++tile) {
+        isDriven = isDriven || !m_hosts.value(tile).isEmpty();
+        if (wall.tilePixels.isEmpty())
+            wall.tilePixels = m_tilePixels.value(tile);
+    }
+    for (int tile = first; isDriven && tile < first + count; ++tile)
+        wall.hosts.push_back(m_hosts.value(tile));
 }
 } // namespace
 

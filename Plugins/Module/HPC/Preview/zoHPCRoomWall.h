@@ -2,7 +2,9 @@
 
 #include "zoHPCPlane.h"
 
+#include <QSizeF>
 #include <QString>
+#include <QStringList>
 
 #include <vector>
 
@@ -34,6 +36,10 @@ struct zoHPCRoomWall
     bool turnsAway = false; // from the viewer
     std::vector<bool> lit;  // tiles that a viewport shows, row by row from the top; empty when all are lit
 
+    // Unique names of the nodes that drive the tiles, row by row from the top; empty when none does.
+    std::vector<QStringList> hosts;
+    QSizeF tilePixels; // of a viewport that shows one; empty when none does
+
     bool isBad() const { return isDegenerate || isSkewed || turnsAway; }
     double left(int column) const { return column * columnStep; }
     double top(int row) const { return 1.0 - row * rowStep; } // rows count downward
@@ -41,6 +47,12 @@ struct zoHPCRoomWall
     {
         return lit.empty() ||
                lit[static_cast<size_t>(row) * static_cast<size_t>(columns) + static_cast<size_t>(column)];
+    }
+    QStringList hostsOf(int row, int column) const
+    {
+        return hosts.empty() ? QStringList()
+                             : hosts[static_cast<size_t>(row) * static_cast<size_t>(columns) +
+                                     static_cast<size_t>(column)];
     }
     bool hasTiles() const { return rows > 1 || columns > 1; }
     zoHPCPlane tile(int row, int column) const

@@ -140,11 +140,15 @@ void zoHPCRoomWallPainter::paintTileLines()
     }
 }
 
+Point3 zoHPCRoomWallPainter::endOfNormal(const zoHPCRoomWall& wall)
+{
+    const double size = 0.12 * std::min(wall.plane.width(), wall.plane.height());
+    return wall.plane.center() + size * wall.plane.normal();
+}
+
 void zoHPCRoomWallPainter::paintNormal()
 {
-    const double size = 0.12 * std::min(m_wall.plane.width(), m_wall.plane.height());
-    const Point3 center = m_wall.plane.center();
-    m_canvas.arrow(center, center + size * m_wall.plane.normal(),
+    m_canvas.arrow(m_wall.plane.center(), endOfNormal(m_wall),
                    m_wall.turnsAway ? m_canvas.style.bad : m_canvas.style.fadeOut,
                    m_wall.turnsAway ? 3.0 : 2.0);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Point3.h"
+
 class zoHPCRoomCanvas;
 struct zoHPCRoomWall;
 
@@ -14,6 +16,8 @@ public:
     }
 
     void paint();
+    // Of the arrow from its centre to where its picture is seen.
+    static Point3 endOfNormal(const zoHPCRoomWall& wall);
 
 private:
     void paintFill();

@@ -54,7 +54,8 @@ public:
         QPointF origin;               // of the pixels, in the sheet
     };
 
-    QString name; // empty for windows without a node
+    int number = 0; // in the order of the windows, from 1
+    QString name;   // empty for windows without a node
     bool isKnown = true;
     bool isEnabled = true;
     std::vector<Screen> screens;

@@ -15,6 +15,10 @@
 
 namespace
 {
+// Larger ones say no more.
+constexpr double LargestLetters = 15.0;
+constexpr double NumberLetters = 12.0;
+
 QString sizeText(const QSizeF& size)
 {
     return QString::number(qRound(size.width())) + QString::fromUtf8(" × ") +
@@ -51,6 +55,8 @@ void zoHPCScreensPainter::paintNode(const zoHPCScreenNode& node) const
         title = tr("%1 (not in the cluster)").arg(node.name);
     else if (!node.isEnabled)
         title = tr("%1 (disabled)").arg(node.name);
+    if (m_placement.isNumbered)
+        title.clear();
     const double gap = m_placement.gap();
     const double height = m_placement.title();
     QFont font = m_style.font;
@@ -61,6 +67,35 @@ void zoHPCScreensPainter::paintNode(const zoHPCScreenNode& node) const
     m_painter.setFont(m_style.font);
     for (const Screen& screen : node.screens)
         paintScreen(screen);
+    if (m_placement.isNumbered)
+        paintText(card, Qt::AlignCenter, QString::number(node.number), m_style.text, NumberLetters);
+}
+
+bool zoHPCScreensPainter::isReadable(const zoHPCScreenNode& node, const Placement& placement)
+{
+    constexpr int SmallestLetters = 9;
+    const auto fits = [](const QString& text, double width, double height, bool isBold) {
+        QFont font;
+        font.setBold(isBold);
+        font.setPixelSize(qBound(1, static_cast<int>(height), static_cast<int>(LargestLetters)));
+        return font.pixelSize() >= SmallestLetters && QFontMetricsF(font).horizontalAdvance(text) <= width;
+    };
+    const double titleWidth = placement.toPicture(node.card).width() - 2 * placement.gap();
+    if (!fits(node.name, titleWidth, 0.75 * placement.title(), true))
+        return false;
+    for (const Screen& screen : node.screens) {
+        if (0.65 * placement.screenTitle() < SmallestLetters)
+            return false;
+        for (const Window& window : screen.windows) {
+            const double width = placement.toPicture(window.geometry).width();
+            for (const Viewport& viewport : window.viewports) {
+                if (!fits(viewport.projection, viewport.area.width() * width - 8.0,
+                          0.8 * placement.screenTitle(), false))
+                    return false;
+            }
+        }
+    }
+    return true;
 }
 
 void zoHPCScreensPainter::paintScreen(const Screen& screen) const
@@ -239,14 +274,13 @@ void zoHPCScreensPainter::paintViewportText(const Viewport& viewport, const QRec
 void zoHPCScreensPainter::paintText(const QRectF& box, int flags, const QString& text, const QColor& color,
                                     double height, const QColor& ground) const
 {
-    // Smaller letters cannot be read, larger ones say no more.
+    // Smaller letters cannot be read.
     constexpr double Smallest = 6.0;
-    constexpr double Largest = 15.0;
     if (height < Smallest || box.width() < 2.0 * Smallest)
         return;
     const QFont before = m_painter.font();
     QFont font = before;
-    font.setPixelSize(static_cast<int>(std::min(height, Largest)));
+    font.setPixelSize(static_cast<int>(std::min(height, LargestLetters)));
     m_painter.setFont(font);
     const QFontMetricsF metrics(font, m_painter.device());
     const QString shown = metrics.elidedText(text, Qt::ElideRight, box.width());

@@ -27,7 +27,8 @@ public:
 
         double screenHeight = 1000.0; // of a usual screen, in pixels: gaps and titles follow it
         double scale = 0.1;
-        QPointF offset; // of the sheet's origin
+        QPointF offset;          // of the sheet's origin
+        bool isNumbered = false; // nodes have numbers in place of names
 
         QRectF toPicture(const QRectF& onSheet) const
         {
@@ -44,6 +45,8 @@ public:
                         const Placement& placement, const QTreeWidgetItem* current);
 
     void paintNode(const zoHPCScreenNode& node) const;
+    // Whether the names of the node and of what its windows show can be read there, whole.
+    static bool isReadable(const zoHPCScreenNode& node, const Placement& placement);
 
     // "Screen 1", "Primary screen", "Extended desktop".
     static QString screenName(int number);

@@ -100,6 +100,13 @@ zoHPCScreensPicture::EdgeLines zoHPCScreensPicture::linesFor(const zoHPCWindowIt
     return lines;
 }
 
+bool zoHPCScreensPicture::isReadable(const QRectF& area) const
+{
+    Q_UNUSED(area)
+    return std::all_of(m_nodes.begin(), m_nodes.end(),
+                       [&](const Node& node) { return zoHPCScreensPainter::isReadable(node, m_placement); });
+}
+
 void zoHPCScreensPicture::paint(QPainter& painter, const QRectF& area, const QPalette& palette,
                                 Detail detail) const
 {
@@ -199,6 +206,9 @@ void zoHPCScreensPicture::read(const zoHPCLayout& layout)
     constexpr size_t ManyWindows = 200;
     m_isLarge = layout.windows().size() > ManyWindows;
     m_nodes = zoHPCScreenNode::read(layout, m_screenSize);
+    int number = 0;
+    for (Node& node : m_nodes)
+        node.number = ++number;
 }
 
 void zoHPCScreensPicture::arrange(double aspect)

@@ -60,6 +60,9 @@ public:
     // A row of the display tree, or of the projection tree: viewports that show it are highlighted.
     void setCurrentItem(const QTreeWidgetItem* item) { m_current = item; }
 
+    // Numbers in place of the names of nodes, for a picture that has no room for names.
+    void setIsNumbered(bool isNumbered) { m_placement.isNumbered = isNumbered; }
+
     const std::vector<Node>& nodes() const { return m_nodes; }
 
     // Arranges the nodes for the shape of the area, too.
@@ -78,6 +81,7 @@ public:
     EdgeLines linesFor(const zoHPCWindowItem* window) const;
 
     bool isLarge() const override { return m_isLarge; }
+    bool isReadable(const QRectF& area) const override;
     void paint(QPainter& painter, const QRectF& area, const QPalette& palette, Detail detail) const override;
 
     // Edges can be taken some units of the picture beside them.

@@ -1,0 +1,84 @@
+#include "zoHPCRoomTileNames.h"
+
+#include "zoHPCRoomCanvas.h"
+#include "zoHPCRoomWall.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+
+#include <algorithm>
+
+zoHPCRoomTileNames::zoHPCRoomTileNames(zoHPCRoomCanvas& canvas, const zoHPCRoomWall& wall)
+    : m_canvas(canvas), m_wall(wall)
+{
+    findTiles();
+    constexpr int LargestLetters = 13;
+    for (int letters = LargestLetters; letters >= SmallestLetters && m_letters == 0; --letters) {
+        const bool isFit = std::all_of(m_tiles.begin(), m_tiles.end(), [&](const Tile& tile) {
+            const QSizeF size = sizeOf(tile, letters);
+            return size.width() <= tile.room.width() && size.height() <= tile.room.height();
+        });
+        if (isFit)
+            m_letters = letters;
+    }
+}
+
+void zoHPCRoomTileNames::findTiles()
+{
+    for (int row = 0; row < m_wall.rows; ++row) {
+        for (int column = 0; column < m_wall.columns; ++column) {
+            // The middle half of what the neighbours leave, so that slanted edges do not cut letters.
+            const zoHPCPlane tile = m_wall.tile(row, column);
+            const QPointF left = m_canvas.place(tile.at(0.0, 0.5));
+            const QPointF right = m_canvas.place(tile.at(1.0, 0.5));
+            const QPointF upper = m_canvas.place(tile.at(0.5, 1.0));
+            const QPointF lower = m_canvas.place(tile.at(0.5, 0.0));
+            const double width = std::abs(right.x() - left.x()) - 8.0;
+            const double height = std::abs(lower.y() - upper.y()) - std::abs(right.y() - left.y()) - 4.0;
+            const QPointF center = m_canvas.place(tile.at(0.5, 0.5));
+            Tile entry;
+            entry.room = QRectF(center - QPointF(width / 2.0, height / 2.0), QSizeF(width, height));
+            entry.lines << tr("r%1 c%2").arg(QString::number(row + 1), QString::number(column + 1))
+                        << m_wall.hostsOf(row, column);
+            m_tiles.push_back(entry);
+        }
+    }
+}
+
+QSizeF zoHPCRoomTileNames::sizeOf(const Tile& tile, int letters) const
+{
+    QFont font = m_canvas.style.font;
+    font.setPixelSize(letters);
+    const QFontMetricsF metrics(font, m_canvas.painter.device());
+    double width = 0.0;
+    for (const QString& line : tile.lines)
+        width = std::max(width, metrics.horizontalAdvance(line));
+    return {width + 2.0, metrics.height() * tile.lines.size()};
+}
+
+void zoHPCRoomTileNames::paint() const
+{
+    if (!fit())
+        return;
+    QFont font = m_canvas.style.font;
+    font.setPixelSize(m_letters);
+    m_canvas.painter.setFont(font);
+    m_canvas.painter.setPen(m_canvas.style.text);
+    const double line = QFontMetricsF(font, m_canvas.painter.device()).height();
+    for (const Tile& tile : m_tiles) {
+        const QSizeF size = sizeOf(tile, m_letters);
+        // Beside the viewer and his arrow, if there is room.
+        QRectF box(QPointF(), size);
+        for (const double part : {0.5, 0.0, 1.0}) {
+            box.moveCenter(tile.room.center());
+            box.moveTop(tile.room.top() + part * (tile.room.height() - size.height()));
+            if (m_canvas.isFree(box))
+                break;
+        }
+        m_canvas.reserve(box);
+        m_canvas.painter.fillRect(box, zoHPCPictureStyle::withAlpha(m_canvas.style.background, 0.6));
+        for (int i = 0; i < tile.lines.size(); ++i)
+            m_canvas.painter.drawText(QRectF(box.left(), box.top() + i * line, box.width(), line),
+                                      Qt::AlignCenter | Qt::TextSingleLine, tile.lines.at(i));
+    }
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QPointF>
+#include <QRectF>
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+class zoHPCRoomCanvas;
+struct zoHPCRoomWall;
+
+// The places of the tiles of one wall in the picture of the room, with the hosts that drive them below, in letters
+// of one size that all of them have room for.
+class zoHPCRoomTileNames final
+{
+    Q_DECLARE_TR_FUNCTIONS(zoHPCRoomPicture)
+
+public:
+    // Smaller letters cannot be read.
+    static constexpr int SmallestLetters = 9;
+
+    // Both must outlive it.
+    zoHPCRoomTileNames(zoHPCRoomCanvas& canvas, const zoHPCRoomWall& wall);
+
+    // Whether all of them can be read.
+    bool fit() const { return m_letters > 0; }
+    // Nothing when they do not fit.
+    void paint() const;
+
+private:
+    struct Tile
+    {
+        QStringList lines;
+        QRectF room; // in the picture, well within the tile
+    };
+
+    void findTiles();
+    QSizeF sizeOf(const Tile& tile, int letters) const;
+
+    zoHPCRoomCanvas& m_canvas;
+    const zoHPCRoomWall& m_wall;
+    std::vector<Tile> m_tiles;
+    int m_letters = 0; // units of the picture
+};
