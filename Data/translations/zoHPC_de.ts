@@ -1039,11 +1039,11 @@ auch wenn die Server dann instabil sein können?</translation>
     </message>
     <message>
         <source>1 node</source>
-        <translation type="unfinished">1 Knoten</translation>
+        <translation>1 Knoten</translation>
     </message>
     <message>
         <source>%1 nodes</source>
-        <translation type="unfinished">%1 Knoten</translation>
+        <translation>%1 Knoten</translation>
     </message>
     <message>
         <source>encrypted</source>
@@ -1363,7 +1363,7 @@ auch wenn die Server dann instabil sein können?</translation>
     </message>
     <message>
         <source>%1: %2</source>
-        <translation type="unfinished">%1, %2 {1:?}</translation>
+        <translation>%1: %2</translation>
     </message>
     <message>
         <source>%1 px</source>
