@@ -18,6 +18,13 @@ private slots:
     void changeIsToldInWords_data();
     void changeIsToldInWords();
     void differencesAsJson();
+    void jsonTellsPathOldAndNew_data();
+    void jsonTellsPathOldAndNew();
+    void otherSpellingIsNoDifference_data();
+    void otherSpellingIsNoDifference();
+    void otherMeaningIsADifference_data();
+    void otherMeaningIsADifference();
+    void networksAreKnownByTheirNodes();
     void standardInputIsOneOfBoth();
     void unusableInputIsTold();
 
@@ -80,8 +87,45 @@ void tst_zohpcDiff::changeIsToldInWords_data()
         "<node name=\"b1\"/><node name=\"b2\"/><node name=\"b3\"/>",
         "nodes added: b[2-3] (network 1 behind gw)\n");
     row("node-removed", "<node name=\"c1\"/>", "", "node removed: c1 (network 2)\n");
-    row("node-moved", "<node name=\"c1\"/></network>", "</network><network><node name=\"c1\"/></network>",
-        "network added: network 3\nnode moved: c1 from network 2 to network 3\n");
+    row("node-moved",
+        "<node name=\"gw\" rendernode=\"false\"><network><node name=\"b1\"/></network></node>\n  "
+        "</network>\n  "
+        "<network>",
+        "</network><network><node name=\"gw\" rendernode=\"false\"><network><node "
+        "name=\"b1\"/></network></node>",
+        "node moved: gw from network 1 to network 2\n");
+    row("row-of-nodes-moved",
+        "<node name=\"a1\"/>\n   <node name=\"a2\"/>\n   <node name=\"gw\" rendernode=\"false\"><network>",
+        "<node name=\"gw\" rendernode=\"false\"><network><node name=\"a1\"/><node name=\"a2\"/>",
+        "nodes moved: a[1-2] from network 1 to network 1 behind gw\n");
+    row("all-nodes-moved", "<node name=\"c1\"/></network>",
+        "</network><network><node name=\"c1\"/></network>", "network added: network 2\n");
+    row("network-inserted", "  <network><node name=\"c1\"/>",
+        "<network speed=\"1g\"><node name=\"d1\"/><node name=\"d2\"/><node name=\"gw2\"><network><node "
+        "name=\"e1\"/></network></node></network>  <network><node name=\"c1\"/>",
+        "network added: network 2 (d[1-2],e1,gw2)\n");
+    row("network-inserted-in-front", "  <network speed=",
+        "<network><node name=\"d1\"/></network>  <network speed=", "network added: network 1 (d1)\n");
+    row("network-inserted-behind-a-gateway", "rendernode=\"false\"><network>",
+        "rendernode=\"false\"><network><node name=\"d1\"/></network><network>",
+        "network added: network 1 behind gw (d1)\n");
+    row("network-with-other-nodes", "<node name=\"c1\"/></network>", "<node name=\"d1\"/></network>",
+        "node removed: c1 (network 2)\nnode added: d1 (network 2)\n");
+    row("network-removed", "  <network><node name=\"c1\"/></network>\n", "",
+        "network removed: network 2 (c1)\n");
+    row("network-moved",
+        "<network><node name=\"b1\"/></network></node>\n  </network>\n  <network><node "
+        "name=\"c1\"/></network>",
+        "</node></network><network><node name=\"b1\"/></network><network><node name=\"c1\"/></network>",
+        "network moved: network 1 behind gw is now network 2\n");
+    row("gateway-renamed", "<node name=\"gw\"", "<node name=\"gate\"", "node renamed: gw to gate\n");
+    row("gateway-renamed-and-changed", "<node name=\"gw\" rendernode=\"false\"",
+        "<node name=\"gate\" enabled=\"false\"",
+        "node renamed: gw to gate\nnode gate: disabled\nnode gate: renders now\n");
+    row("gateway-replaced", "<node name=\"gw\" rendernode=\"false\"><network><node name=\"b1\"/>",
+        "<node name=\"gate\" rendernode=\"false\"><network><node name=\"x1\"/>",
+        "network removed: network 1 behind gw (b1)\nnetwork added: network 1 behind gate (x1)\n"
+        "node removed: gw (network 1)\nnode added: gate (network 1)\n");
     row("nodes-in-another-order", "<node name=\"a1\"/>\n   <node name=\"a2\"/>",
         "<node name=\"a2\"/><node name=\"a1\"/>", "network 1: its nodes are in another order\n");
     row("node-disabled", "<node name=\"a2\"/>", "<node name=\"a2\" enabled=\"false\"/>",
@@ -154,8 +198,165 @@ void tst_zohpcDiff::differencesAsJson()
     QCOMPARE(run.exitCode, 1);
     const QJsonObject expected{
         {"kind", "projection-overlap"},
+        {"path", "projection[Wall]/overlapx"},
+        {"old", "100"},
+        {"new", "120"},
         {"text", "wall \"Wall\": overlap changed from 100 x 0 pixels to 120 x 0 pixels"}};
     QCOMPARE(QJsonDocument::fromJson(run.output).array(), QJsonArray{expected});
+}
+
+void tst_zohpcDiff::jsonTellsPathOldAndNew_data()
+{
+    QTest::addColumn<QByteArray>("part");
+    QTest::addColumn<QByteArray>("replacement");
+    QTest::addColumn<QByteArray>("changes"); // path, old, new of each
+
+    const auto row = [](const char* name, const char* part, const char* replacement, const char* changes) {
+        QTest::newRow(name) << QByteArray(part) << QByteArray(replacement) << QByteArray(changes);
+    };
+    row("option-that-was-not-there", "<node name=\"a2\"/>", "<node name=\"a2\" enabled=\"false\"/>",
+        R"(["node[a2]/enabled",null,"false"])");
+    row("option-that-is-gone", " scenecompression=\"best\"", "",
+        R"(["master/scenecompression","best",null])");
+    row("two-attributes-of-one-line",
+        "node=\"b1\" screen=\"0\" x=\"0\" y=\"0\" width=\"1920\" height=\"1080\"",
+        "node=\"b1\" screen=\"0\" x=\"0\" y=\"0\" width=\"1280\" height=\"720\"",
+        R"(["display[1]/window[3]/width","1920","1280"],["display[1]/window[3]/height","1080","720"])");
+    row("viewport", "eye=\"left\"", "eye=\"right\"",
+        R"(["display[1]/window[3]/viewport[1]/eye","left","right"])");
+    row("tile-moved", "<window node=\"a2\" screen=\"0\"", "<window node=\"c1\" screen=\"1\"",
+        R"(["display[1]/window[2]/node","a2","c1"],["display[1]/window[2]/screen","0","1"])");
+    row("nodes-added", "<node name=\"a2\"/>", "<node name=\"a2\"/><node name=\"a3\"/><node name=\"a4\"/>",
+        R"(["node[a3]",null,"network[1]"],["node[a4]",null,"network[1]"])");
+    row("network-inserted", "  <network><node name=\"c1\"/>",
+        "<network><node name=\"d1\"/></network>  <network><node name=\"c1\"/>",
+        R"(["network[3]",null,"master"],["node[d1]",null,"network[3]"])");
+    row("network-removed", "  <network><node name=\"c1\"/></network>\n", "",
+        R"(["network[3]","master",null],["node[c1]","network[3]",null])");
+    row("gateway-renamed", "<node name=\"gw\"", "<node name=\"gate\"", R"(["node[gate]/name","gw","gate"])");
+    row("node-moved", "<node name=\"a2\"/>\n   <node name=\"gw\" rendernode=\"false\"><network>",
+        "<node name=\"gw\" rendernode=\"false\"><network><node name=\"a2\"/>",
+        R"(["node[a2]","network[1]","network[2]"])");
+    row("window-added", " </display>",
+        "<window node=\"c1\"><viewport projection=\"P\" eye=\"right\"/></window></display>",
+        R"(["display[1]/window[4]",null,"display[1]"])");
+    row("projection-removed", "name=\"P\" type=\"plane\" rows=\"1\"", "name=\"Q\" type=\"plane\" rows=\"2\"",
+        R"(["projection[Q]",null,"cluster"],["projection[P]","cluster",null],)"
+        R"(["display[1]/window[3]/viewport[1]/projection","P",null])");
+    row("plane-moved", R"(z1="-1" x2="10" y2="0" z2="-1" x3="10" y3="10" z3="-1")",
+        R"(z1="-2" x2="10" y2="0" z2="-2" x3="10" y3="10" z3="-2")",
+        R"(["projection[P]/z1","-1","-2"],["projection[P]/z2","-1","-2"],["projection[P]/z3","-1","-2"])");
+    row("booking", "version=\"1\"", "version=\"1\" booking=\"x\"", R"(["cluster/booking",null,"x"])");
+}
+
+void tst_zohpcDiff::jsonTellsPathOldAndNew()
+{
+    QFETCH(QByteArray, part);
+    QFETCH(QByteArray, replacement);
+    QFETCH(QByteArray, changes);
+    const QString before = m_files.write("before.zhpc", setup());
+    const QString after = m_files.write("after.zhpc", setup(part, replacement));
+
+    const zoCommandRun run = zoCommandRun::zohpc({"diff", "--json", before, after});
+
+    QJsonArray told;
+    const QJsonArray list = QJsonDocument::fromJson(run.output).array();
+    for (const QJsonValue& change : list)
+        told << QJsonArray{change["path"], change["old"], change["new"]};
+    QCOMPARE(QJsonDocument(told).toJson(QJsonDocument::Compact), '[' + changes + ']');
+}
+
+// What it means counts, not how it is written.
+void tst_zohpcDiff::otherSpellingIsNoDifference_data()
+{
+    QTest::addColumn<QByteArray>("part");
+    QTest::addColumn<QByteArray>("replacement");
+
+    const auto row = [](const char* name, const char* part, const char* replacement) {
+        QTest::newRow(name) << QByteArray(part) << QByteArray(replacement);
+    };
+    row("number-with-zeros", "eyeseparation=\"65\"", "eyeseparation=\"65.0\"");
+    row("number-with-exponent", "distance=\"1500\"", "distance=\"1.5e3\"");
+    row("whole-number-padded", "columns=\"2\" overlapx", "columns=\"02\" overlapx");
+    row("negative-zero", "x1=\"0\" y1", "x1=\"-0.0\" y1");
+    row("flag-as-number", "edgeblending=\"true\"", "edgeblending=\"1\"");
+    row("flag-in-capitals", "hardwaresync=\"false\"", "hardwaresync=\"FALSE\"");
+    row("default-is-absent-flag", " hardwaresync=\"false\"", "");
+    row("default-is-absent-number", "overlapy=\"0\"", "");
+    row("default-is-absent-screen", "node=\"a2\" screen=\"0\" x=\"0\"", "node=\"a2\"");
+    row("default-is-absent-eye", "<viewport projection=\"Wall row:1 col:2\" eye=\"mono\"/>",
+        "<viewport projection=\"Wall row:1 col:2\"/>");
+    row("default-option-written", "<node name=\"a2\"/>",
+        "<node name=\"a2\" enabled=\"true\" rendernode=\"true\"/>");
+    row("default-port-written", "<network speed=\"10g\">",
+        "<network speed=\"10g\" serviceport=\"8889\" encrypted=\"false\">");
+    row("computed-tiles-written", "distance=\"1500\" edgeblending=\"true\"/>",
+        "distance=\"1500\" edgeblending=\"true\"><projection name=\"x\" type=\"tile\"/></projection>");
+}
+
+void tst_zohpcDiff::otherSpellingIsNoDifference()
+{
+    QFETCH(QByteArray, part);
+    QFETCH(QByteArray, replacement);
+    const QString before = m_files.write("before.zhpc", setup());
+    const QString after = m_files.write("after.zhpc", setup(part, replacement));
+
+    QCOMPARE(zoCommandRun::zohpc({"diff", before, after}).whole(),
+             QByteArray("--- errors\n--- exit code 0\n"));
+    QCOMPARE(zoCommandRun::zohpc({"diff", after, before}).whole(),
+             QByteArray("--- errors\n--- exit code 0\n"));
+}
+
+void tst_zohpcDiff::otherMeaningIsADifference_data()
+{
+    QTest::addColumn<QByteArray>("part");
+    QTest::addColumn<QByteArray>("replacement");
+
+    const auto row = [](const char* name, const char* part, const char* replacement) {
+        QTest::newRow(name) << QByteArray(part) << QByteArray(replacement);
+    };
+    row("smallest-change", "distance=\"1500\"", "distance=\"1500.0000000000002\"");
+    row("no-number", "distance=\"1500\"", "distance=\"1500 mm\"");
+    // Nothing is read as a screen of 0 pixels, not as the size of a new window.
+    row("absent-is-nothing", "node=\"a2\" screen=\"0\" x=\"0\" y=\"0\" width=\"1920\"",
+        "node=\"a2\" screen=\"0\" x=\"0\" y=\"0\"");
+    row("word-that-is-not-false", "<node name=\"a2\"/>", "<node name=\"a2\" enabled=\"false\"/>");
+    row("text-that-looks-like-a-number", "user=\"1\"", "user=\"1.0\"");
+    row("host-names-are-texts", "<node name=\"a2\"/>", "<node name=\"a02\"/>");
+    row("attribute-of-nobody", "<node name=\"a2\"/>", "<node name=\"a2\" rack=\"7\"/>");
+}
+
+void tst_zohpcDiff::otherMeaningIsADifference()
+{
+    QFETCH(QByteArray, part);
+    QFETCH(QByteArray, replacement);
+    const QString before = m_files.write("before.zhpc", setup());
+    const QString after = m_files.write("after.zhpc", setup(part, replacement));
+
+    QCOMPARE(zoCommandRun::zohpc({"diff", before, after}).exitCode, 1);
+}
+
+// Networks that changed places, and a window on a gateway that got another name.
+void tst_zohpcDiff::networksAreKnownByTheirNodes()
+{
+    const auto document = [](const QByteArray& hosts, const QByteArray& node) {
+        return "<cluster version=\"1\"><master>" + hosts +
+               "</master><display eyeseparation=\"65\"><window node=\"" + node +
+               "\" screen=\"3\"/></display></cluster>";
+    };
+    const QByteArray ab = "<network><node name=\"a\"/><node name=\"b\"/></network>";
+    const QByteArray gateway =
+        "<network speed=\"1g\"><node name=\"%1\"><network><node name=\"c\"/></network></node></network>";
+    const QString before =
+        m_files.write("before.zhpc", document(ab + QByteArray(gateway).replace("%1", "gw"), "gw"));
+    const QString swapped =
+        m_files.write("swapped.zhpc", document(QByteArray(gateway).replace("%1", "gw") + ab, "gw"));
+    const QString renamed =
+        m_files.write("renamed.zhpc", document(ab + QByteArray(gateway).replace("%1", "x"), "x"));
+
+    QCOMPARE(zoCommandRun::zohpc({"diff", before, swapped}).output,
+             QByteArray("cluster: its networks are in another order\n"));
+    QCOMPARE(zoCommandRun::zohpc({"diff", before, renamed}).output, QByteArray("node renamed: gw to x\n"));
 }
 
 void tst_zohpcDiff::standardInputIsOneOfBoth()

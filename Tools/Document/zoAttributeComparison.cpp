@@ -1,5 +1,6 @@
 #include "zoAttributeComparison.h"
 
+#include "zoAttributeValue.h"
 #include "zoDifferences.h"
 #include "zoHPCDisplayItem.h"
 #include "zoHPCProjectionItem.h"
@@ -172,14 +173,15 @@ QString valueText(const Group& group, const QStringList& names, const QDomElemen
 }
 } // namespace
 
-void zoAttributeComparison::compare(const QString& label, const QDomElement& before, const QDomElement& after,
-                                    const QStringList& skipped, zoDifferences& differences)
+void zoAttributeComparison::compare(const QString& label, const QString& path, const QDomElement& before,
+                                    const QDomElement& after, const QStringList& skipped,
+                                    zoDifferences& differences)
 {
     const QString tag = after.tagName();
     const Kind known = kindOf(tag);
     QSet<QString> told(skipped.cbegin(), skipped.cend());
     const auto differs = [&](const QString& name) {
-        return !told.contains(name) && before.attribute(name) != after.attribute(name);
+        return !told.contains(name) && !zoAttributeValue::isSame(before, after, name);
     };
     // Types of projections have different attributes.
     const auto isMissing = [&](const QString& name) {
@@ -192,16 +194,22 @@ void zoAttributeComparison::compare(const QString& label, const QDomElement& bef
         if (std::none_of(names.begin(), names.end(), differs) ||
             std::any_of(names.begin(), names.end(), isMissing))
             continue;
+        zoDifferences::Changes changes;
+        for (const QString& name : names) {
+            if (differs(name))
+                changes.push_back(zoDifferences::change(path, name, before, after));
+        }
         told.unite(QSet<QString>(names.cbegin(), names.cend()));
         differences.addChange(tag + QLatin1Char('-') + QLatin1String(group.word), label,
                               QCoreApplication::translate("zoAttributeComparison", group.words),
-                              valueText(group, names, before), valueText(group, names, after));
+                              valueText(group, names, before), valueText(group, names, after), changes);
     }
     const QStringList names = zoDifferences::attributeNames(before, after);
     for (const QString& name : names) {
         if (differs(name))
             differences.addChange(tag + QLatin1Char('-') + name, label, name,
                                   zoDifferences::shown(before.attribute(name)),
-                                  zoDifferences::shown(after.attribute(name)));
+                                  zoDifferences::shown(after.attribute(name)),
+                                  {zoDifferences::change(path, name, before, after)});
     }
 }

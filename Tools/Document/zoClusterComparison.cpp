@@ -1,5 +1,7 @@
 #include "zoClusterComparison.h"
 
+#include "zoAttributeValue.h"
+#include "zoComparedDocument.h"
 #include "zoDisplayComparison.h"
 #include "zoHostComparison.h"
 #include "zoProjectionComparison.h"
@@ -8,19 +10,22 @@
 
 #include <QCoreApplication>
 #include <QDomDocument>
-#include <QDomElement>
 
 zoClusterComparison::zoClusterComparison(const QDomDocument& before, const QDomDocument& after)
+    : m_isSame(zoAttributeValue::isSame(before.documentElement(), after.documentElement()))
 {
-    const QDomElement rootBefore = before.documentElement();
-    const QDomElement rootAfter = after.documentElement();
-    const QString bookingBefore = rootBefore.attribute(zoClusterTags::BookingAttribute);
-    const QString bookingAfter = rootAfter.attribute(zoClusterTags::BookingAttribute);
+    const zoComparedDocument from(before.documentElement());
+    const zoComparedDocument to(after.documentElement());
+    const QString booking = zoClusterTags::BookingAttribute;
+    const QString bookingBefore = from.root().attribute(booking);
+    const QString bookingAfter = to.root().attribute(booking);
     if (bookingBefore != bookingAfter)
         m_differences.add(QStringLiteral("booking-changed"),
                           QCoreApplication::translate("zoClusterComparison", "booking changed from %1 to %2")
-                              .arg(zoDifferences::shown(bookingBefore), zoDifferences::shown(bookingAfter)));
-    zoHostComparison(m_differences).compare(rootBefore, rootAfter);
-    zoProjectionComparison(m_differences).compare(rootBefore, rootAfter);
-    zoDisplayComparison(m_differences).compare(rootBefore, rootAfter);
+                              .arg(zoDifferences::shown(bookingBefore), zoDifferences::shown(bookingAfter)),
+                          {zoDifferences::change(zoClusterTags::Cluster, booking, from.root(), to.root())});
+    zoHostComparison hosts(m_differences);
+    hosts.compare(from, to);
+    zoProjectionComparison(m_differences).compare(from, to);
+    zoDisplayComparison(m_differences, hosts.renamedNodes()).compare(from, to);
 }

@@ -12,7 +12,10 @@ public:
     zoClusterComparison(const QDomDocument& before, const QDomDocument& after);
 
     const std::vector<zoDifferences::Difference>& differences() const { return m_differences.list(); }
+    // Whether both mean the same, also in what has no words.
+    bool isSame() const { return m_isSame; }
 
 private:
     zoDifferences m_differences;
+    bool m_isSame;
 };

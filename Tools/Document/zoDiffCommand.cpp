@@ -5,12 +5,16 @@
 #include "zoConsole.h"
 #include "zoJson.h"
 
+#include <zoClusterTags.h>
+
 QString zoDiffCommand::description() const
 {
     return tr(
         "Tells what differs between two configurations in the words of a wall: nodes added, tiles moved, "
         "overlaps\n"
-        "changed. What is only written in another way is no difference. Exit code 1 when something differs.");
+        "changed. What is only written in another way (65 and 65.0, a default and nothing) is no difference. "
+        "Exit\n"
+        "code 1 when something differs.");
 }
 
 QStringList zoDiffCommand::examples() const
@@ -23,7 +27,9 @@ QStringList zoDiffCommand::examples() const
 void zoDiffCommand::addArguments(QCommandLineParser& parser) const
 {
     parser.addOption(
-        {QStringLiteral("json"), tr("Write JSON: a list of objects with \"kind\" and \"text\".")});
+        {QStringLiteral("json"), tr("Write JSON: a list with an object for each item or attribute: \"kind\", "
+                                    "\"path\", \"old\" and \"new\" (null "
+                                    "where there is none), and \"text\", the line that tells of it.")});
     parser.addPositionalArgument(QStringLiteral("A"),
                                  tr("The configuration before, \"-\" for standard input."));
     parser.addPositionalArgument(QStringLiteral("B"),
@@ -46,18 +52,22 @@ int zoDiffCommand::execute(const QCommandLineParser& parser)
     const zoClusterComparison comparison(before.document(), after.document());
     std::vector<zoDifferences::Difference> differences = comparison.differences();
     // Whatever has no words of its own is not kept quiet.
-    if (differences.empty() && before.text() != after.text())
-        differences.push_back({QStringLiteral("other"), tr("the canonical texts differ")});
+    if (differences.empty() && !comparison.isSame())
+        differences.push_back({QStringLiteral("other"),
+                               tr("the canonical texts differ"),
+                               {{zoClusterTags::Cluster, QJsonValue(), QJsonValue()}}});
 
     const bool isJson = parser.isSet(QStringLiteral("json"));
     QByteArray text;
     QJsonArray list;
     for (const zoDifferences::Difference& difference : differences) {
-        if (isJson)
+        text += difference.text.toUtf8() + '\n';
+        for (const zoDifferences::Change& change : difference.changes)
             list << QJsonObject{{QStringLiteral("kind"), difference.kind},
+                                {QStringLiteral("path"), change.path},
+                                {QStringLiteral("old"), change.before},
+                                {QStringLiteral("new"), change.after},
                                 {QStringLiteral("text"), difference.text}};
-        else
-            text += difference.text.toUtf8() + '\n';
     }
     if (!zoConsole::write(isJson ? zoJson::text(list) : text))
         return zoConsole::Unusable;

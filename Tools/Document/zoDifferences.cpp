@@ -1,5 +1,7 @@
 #include "zoDifferences.h"
 
+#include "zoItemPaths.h"
+
 #include <QCoreApplication>
 #include <QDomElement>
 #include <QSet>
@@ -21,15 +23,24 @@ QStringList attributeNames(const QDomElement& element)
 }
 } // namespace
 
-void zoDifferences::add(const QString& kind, const QString& text)
+void zoDifferences::add(const QString& kind, const QString& text, const Changes& changes)
 {
-    m_list.push_back({kind, text});
+    m_list.push_back({kind, text, changes});
 }
 
 void zoDifferences::addChange(const QString& kind, const QString& label, const QString& words,
-                              const QString& before, const QString& after)
+                              const QString& before, const QString& after, const Changes& changes)
 {
-    add(kind, tr("%1: %2 changed from %3 to %4").arg(label, words, before, after));
+    add(kind, tr("%1: %2 changed from %3 to %4").arg(label, words, before, after), changes);
+}
+
+zoDifferences::Change zoDifferences::change(const QString& path, const QString& attribute,
+                                            const QDomElement& before, const QDomElement& after)
+{
+    const auto value = [&](const QDomElement& element) {
+        return element.hasAttribute(attribute) ? QJsonValue(element.attribute(attribute)) : QJsonValue();
+    };
+    return {zoItemPaths::attribute(path, attribute), value(before), value(after)};
 }
 
 QString zoDifferences::shown(const QString& value)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QJsonValue>
 #include <QString>
 #include <QStringList>
 
@@ -12,19 +13,32 @@ class QDomElement;
 class zoDifferences final
 {
 public:
+    // One item or attribute, for scripts. Null where there was nothing, or is nothing any more.
+    struct Change
+    {
+        QString path; // as zoItemPaths has it; that of the former configuration for what is gone
+        QJsonValue before;
+        QJsonValue after;
+    };
+    using Changes = std::vector<Change>;
+
     struct Difference
     {
         QString kind; // a stable word such as "node-added"
         QString text;
+        Changes changes; // what this one line tells
     };
 
     const std::vector<Difference>& list() const { return m_list; }
 
-    void add(const QString& kind, const QString& text);
+    void add(const QString& kind, const QString& text, const Changes& changes);
     // "label: words changed from before to after"
     void addChange(const QString& kind, const QString& label, const QString& words, const QString& before,
-                   const QString& after);
+                   const QString& after, const Changes& changes);
 
+    // Of an attribute of the item at the path.
+    static Change change(const QString& path, const QString& attribute, const QDomElement& before,
+                         const QDomElement& after);
     // The value of an attribute: "on" and "off" for flags, "none" for an empty one.
     static QString shown(const QString& value);
     // A name in quotes; "nothing" for an empty one.

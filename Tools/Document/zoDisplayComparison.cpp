@@ -1,10 +1,13 @@
 #include "zoDisplayComparison.h"
 
 #include "zoAttributeComparison.h"
+#include "zoAttributeValue.h"
+#include "zoComparedDocument.h"
 #include "zoDifferences.h"
 #include "zoHPCDisplayTables.h"
 #include "zoHPCViewportItem.h"
 #include "zoHPCWindowItem.h"
+#include "zoItemPaths.h"
 
 #include <zoClusterTags.h>
 
@@ -45,12 +48,6 @@ QString placeText(const QDomElement& window, bool withScreen)
                       : nodeText(window);
 }
 
-bool isSamePlace(const QDomElement& window, const QDomElement& other)
-{
-    return window.attribute(nodeAttribute()) == other.attribute(nodeAttribute()) &&
-           window.attribute(screenAttribute()) == other.attribute(screenAttribute());
-}
-
 // What the viewport shows, and for which eye.
 QString viewText(const QDomElement& viewport)
 {
@@ -63,39 +60,60 @@ QString viewText(const QDomElement& viewport)
 }
 } // namespace
 
-void zoDisplayComparison::compare(const QDomElement& before, const QDomElement& after)
+bool zoDisplayComparison::isSameNode(const QDomElement& before, const QDomElement& after) const
+{
+    const QString name = before.attribute(nodeAttribute());
+    return m_renamedNodes.value(name, name) == after.attribute(nodeAttribute());
+}
+
+bool zoDisplayComparison::isSamePlace(const QDomElement& before, const QDomElement& after) const
+{
+    return isSameNode(before, after) && zoAttributeValue::isSame(before, after, screenAttribute());
+}
+
+void zoDisplayComparison::compare(const zoComparedDocument& before, const zoComparedDocument& after)
 {
     compareDisplays(before, after);
     compareWindows(windowsOf(before), windowsOf(after));
 }
 
-void zoDisplayComparison::compareDisplays(const QDomElement& before, const QDomElement& after)
+void zoDisplayComparison::compareDisplays(const zoComparedDocument& before, const zoComparedDocument& after)
 {
-    QDomElement from = before.firstChildElement(zoClusterTags::Display);
-    QDomElement to = after.firstChildElement(zoClusterTags::Display);
+    QDomElement from = before.root().firstChildElement(zoClusterTags::Display);
+    QDomElement to = after.root().firstChildElement(zoClusterTags::Display);
     for (int number = 1; !from.isNull() || !to.isNull(); ++number) {
+        const QString path = zoItemPaths::display(number);
         if (from.isNull())
-            m_differences.add(QStringLiteral("display-added"), tr("display %1: added").arg(number));
+            m_differences.add(QStringLiteral("display-added"), tr("display %1: added").arg(number),
+                              {{path, QJsonValue(), zoClusterTags::Cluster}});
         else if (to.isNull())
-            m_differences.add(QStringLiteral("display-removed"), tr("display %1: removed").arg(number));
+            m_differences.add(QStringLiteral("display-removed"), tr("display %1: removed").arg(number),
+                              {{path, zoClusterTags::Cluster, QJsonValue()}});
         else
-            zoAttributeComparison::compare(tr("display %1").arg(number), from, to, {}, m_differences);
+            zoAttributeComparison::compare(tr("display %1").arg(number), path, from, to, {}, m_differences);
         from = from.nextSiblingElement(zoClusterTags::Display);
         to = to.nextSiblingElement(zoClusterTags::Display);
     }
 }
 
-zoDisplayComparison::Windows zoDisplayComparison::windowsOf(const QDomElement& root)
+zoDisplayComparison::Windows zoDisplayComparison::windowsOf(const zoComparedDocument& document)
 {
     Windows result;
+    const QStringList paths = document.paths(zoClusterTags::Window);
+    const QStringList viewports = document.paths(zoClusterTags::Viewport);
+    int viewport = 0;
     QHash<QString, int> counts;
     int number = 0;
-    for (QDomElement display = root.firstChildElement(zoClusterTags::Display); !display.isNull();
+    for (QDomElement display = document.root().firstChildElement(zoClusterTags::Display); !display.isNull();
          display = display.nextSiblingElement(zoClusterTags::Display)) {
         ++number;
         for (QDomElement element = display.firstChildElement(zoClusterTags::Window); !element.isNull();
              element = element.nextSiblingElement(zoClusterTags::Window)) {
             Window window = windowOf(element, number);
+            window.path = paths.value(int(result.size()));
+            const int viewportCount = window.viewports.size();
+            window.viewports = viewports.mid(viewport, viewportCount);
+            viewport += viewportCount;
             const int count = ++counts[window.key];
             window.key += QLatin1Char('\n') + QString::number(count);
             result.push_back(window);
@@ -114,11 +132,15 @@ zoDisplayComparison::Window zoDisplayComparison::windowOf(const QDomElement& ele
         views << viewText(viewport);
     }
     if (!isEmpty)
-        return {views.join(QLatin1Char('\n')), tr("tile %1").arg(views.join(QLatin1String(", "))), display,
+        return {views.join(QLatin1Char('\n')),
+                tr("tile %1").arg(views.join(QLatin1String(", "))),
+                display,
+                QString(),
+                views,
                 element};
     const QString key = QLatin1String("window ") + element.attribute(nodeAttribute()) + QLatin1Char('\n') +
                         element.attribute(screenAttribute());
-    return {key, tr("window on %1").arg(nodeText(element)), display, element};
+    return {key, tr("window on %1").arg(nodeText(element)), display, QString(), views, element};
 }
 
 void zoDisplayComparison::compareWindows(const Windows& before, const Windows& after)
@@ -148,9 +170,11 @@ void zoDisplayComparison::compareWindows(const Windows& before, const Windows& a
             return other.display == window.display && isSamePlace(other.element, window.element);
         });
         if (former == removed.end()) {
-            m_differences.add(QStringLiteral("window-added"), tr("window added: %1 on %2, display %3")
-                                                                  .arg(window.label, nodeText(window.element),
-                                                                       QString::number(window.display)));
+            m_differences.add(
+                QStringLiteral("window-added"),
+                tr("window added: %1 on %2, display %3")
+                    .arg(window.label, nodeText(window.element), QString::number(window.display)),
+                {{window.path, QJsonValue(), zoItemPaths::display(window.display)}});
             continue;
         }
         compareContent(*former, window);
@@ -159,34 +183,45 @@ void zoDisplayComparison::compareWindows(const Windows& before, const Windows& a
     for (const Window& window : removed)
         m_differences.add(QStringLiteral("window-removed"),
                           tr("window removed: %1 on %2, display %3")
-                              .arg(window.label, nodeText(window.element), QString::number(window.display)));
+                              .arg(window.label, nodeText(window.element), QString::number(window.display)),
+                          {{window.path, zoItemPaths::display(window.display), QJsonValue()}});
     if (common != zoDifferences::common(keysAfter, keysBefore))
-        m_differences.add(QStringLiteral("windows-reordered"), tr("the windows are in another order"));
+        m_differences.add(QStringLiteral("windows-reordered"), tr("the windows are in another order"),
+                          {{zoClusterTags::Cluster, QJsonValue(), QJsonValue()}});
 }
 
 void zoDisplayComparison::compareContent(const Window& before, const Window& after)
 {
     compareViewports(before, after);
-    zoAttributeComparison::compare(tr("window on %1").arg(nodeText(after.element)), before.element,
-                                   after.element, {}, m_differences);
+    zoAttributeComparison::compare(tr("window on %1").arg(nodeText(after.element)), after.path,
+                                   before.element, after.element, {nodeAttribute()}, m_differences);
 }
 
 void zoDisplayComparison::compareWindow(const Window& before, const Window& after)
 {
     const QString node = nodeAttribute();
     const QString screen = screenAttribute();
-    const bool isOtherNode = before.element.attribute(node) != after.element.attribute(node);
-    const bool isOtherScreen = before.element.attribute(screen) != after.element.attribute(screen);
-    if (isOtherNode || isOtherScreen)
+    const bool isOtherNode = !isSameNode(before.element, after.element);
+    const bool isOtherScreen = !zoAttributeValue::isSame(before.element, after.element, screen);
+    zoDifferences::Changes changes;
+    if (isOtherNode)
+        changes.push_back(zoDifferences::change(after.path, node, before.element, after.element));
+    if (isOtherScreen)
+        changes.push_back(zoDifferences::change(after.path, screen, before.element, after.element));
+    if (!changes.empty())
         m_differences.add(QStringLiteral("tile-moved"),
                           tr("%1: moved from %2 to %3")
                               .arg(after.label, placeText(before.element, isOtherScreen),
-                                   placeText(after.element, isOtherScreen)));
+                                   placeText(after.element, isOtherScreen)),
+                          changes);
     if (before.display != after.display)
-        m_differences.add(QStringLiteral("tile-moved"), tr("%1: moved from display %2 to display %3")
-                                                            .arg(after.label, QString::number(before.display),
-                                                                 QString::number(after.display)));
-    zoAttributeComparison::compare(after.label, before.element, after.element, {node, screen}, m_differences);
+        m_differences.add(
+            QStringLiteral("tile-moved"),
+            tr("%1: moved from display %2 to display %3")
+                .arg(after.label, QString::number(before.display), QString::number(after.display)),
+            {{after.path, zoItemPaths::display(before.display), zoItemPaths::display(after.display)}});
+    zoAttributeComparison::compare(after.label, after.path, before.element, after.element, {node, screen},
+                                   m_differences);
     compareViewports(before, after);
 }
 
@@ -202,16 +237,20 @@ void zoDisplayComparison::compareViewports(const Window& before, const Window& a
         const QString label = isSingle ? window : tr("%1, viewport %2").arg(window, QString::number(number));
         const QString shownFrom = zoDifferences::quoted(from.attribute(projection));
         const QString shownTo = zoDifferences::quoted(to.attribute(projection));
+        const QString path = (to.isNull() ? before : after).viewports.value(number - 1);
         if (from.isNull()) {
-            m_differences.add(QStringLiteral("viewport-added"), tr("%1: shows %2 too").arg(label, shownTo));
+            m_differences.add(QStringLiteral("viewport-added"), tr("%1: shows %2 too").arg(label, shownTo),
+                              {{path, QJsonValue(), after.path}});
         } else if (to.isNull()) {
             m_differences.add(QStringLiteral("viewport-removed"),
-                              tr("%1: does not show %2 any more").arg(label, shownFrom));
+                              tr("%1: does not show %2 any more").arg(label, shownFrom),
+                              {{path, before.path, QJsonValue()}});
         } else {
             if (shownFrom != shownTo)
                 m_differences.add(QStringLiteral("viewport-changed"),
-                                  tr("%1: shows %2 instead of %3").arg(label, shownTo, shownFrom));
-            zoAttributeComparison::compare(label, from, to, {projection}, m_differences);
+                                  tr("%1: shows %2 instead of %3").arg(label, shownTo, shownFrom),
+                                  {zoDifferences::change(path, projection, from, to)});
+            zoAttributeComparison::compare(label, path, from, to, {projection}, m_differences);
         }
         from = from.nextSiblingElement(zoClusterTags::Viewport);
         to = to.nextSiblingElement(zoClusterTags::Viewport);

@@ -2,10 +2,13 @@
 
 #include <QCoreApplication>
 #include <QDomElement>
+#include <QHash>
 #include <QString>
+#include <QStringList>
 
 #include <vector>
 
+class zoComparedDocument;
 class zoDifferences;
 
 // What differs between the displays of two configurations: their windows and viewports.
@@ -14,11 +17,14 @@ class zoDisplayComparison final
     Q_DECLARE_TR_FUNCTIONS(zoDisplayComparison)
 
 public:
-    // Differences are added to the list, which is not owned.
-    explicit zoDisplayComparison(zoDifferences& differences) : m_differences(differences) {}
+    // Differences are added to the list, which is not owned. What happened to names of nodes (the new one by the
+    // former one) was told already.
+    zoDisplayComparison(zoDifferences& differences, const QHash<QString, QString>& renamedNodes)
+        : m_differences(differences), m_renamedNodes(renamedNodes)
+    {
+    }
 
-    // Of two root elements.
-    void compare(const QDomElement& before, const QDomElement& after);
+    void compare(const zoComparedDocument& before, const zoComparedDocument& after);
 
 private:
     struct Window
@@ -26,13 +32,17 @@ private:
         QString key; // what it shows
         QString label;
         int display;
+        QString path;
+        QStringList viewports; // paths
         QDomElement element;
     };
     using Windows = std::vector<Window>;
 
-    static Windows windowsOf(const QDomElement& root);
+    static Windows windowsOf(const zoComparedDocument& document);
     static Window windowOf(const QDomElement& element, int display);
-    void compareDisplays(const QDomElement& before, const QDomElement& after);
+    void compareDisplays(const zoComparedDocument& before, const zoComparedDocument& after);
+    bool isSameNode(const QDomElement& before, const QDomElement& after) const;
+    bool isSamePlace(const QDomElement& before, const QDomElement& after) const;
     void compareWindows(const Windows& before, const Windows& after);
     void compareWindow(const Window& before, const Window& after);
     // A window at the same place that shows something else.
@@ -40,4 +50,5 @@ private:
     void compareViewports(const Window& before, const Window& after);
 
     zoDifferences& m_differences; // not owned
+    const QHash<QString, QString> m_renamedNodes;
 };

@@ -1,6 +1,8 @@
 #include "zoProjectionComparison.h"
 
 #include "zoAttributeComparison.h"
+#include "zoAttributeValue.h"
+#include "zoComparedDocument.h"
 #include "zoDifferences.h"
 #include "zoHPCProjectionItem.h"
 #include "zoHPCProjectionType.h"
@@ -8,6 +10,7 @@
 #include <zoClusterTags.h>
 
 #include <QHash>
+#include <QJsonArray>
 #include <QSet>
 #include <QStringList>
 
@@ -67,24 +70,26 @@ bool isRenamed(const QDomElement& before, const QDomElement& after)
 {
     const QStringList names = zoDifferences::attributeNames(before, after);
     return std::all_of(names.begin(), names.end(), [&](const QString& name) {
-        return name == attributeName(P::Name) || before.attribute(name) == after.attribute(name);
+        return name == attributeName(P::Name) || zoAttributeValue::isSame(before, after, name);
     });
 }
 } // namespace
 
-zoProjectionComparison::Projections zoProjectionComparison::projectionsOf(const QDomElement& root)
+zoProjectionComparison::Projections zoProjectionComparison::projectionsOf(const zoComparedDocument& document)
 {
     Projections result;
+    const QStringList paths = document.paths(zoClusterTags::Projection);
     QHash<QString, int> counts;
-    for (QDomElement element = root.firstChildElement(zoClusterTags::Projection); !element.isNull();
-         element = element.nextSiblingElement(zoClusterTags::Projection)) {
+    for (QDomElement element = document.root().firstChildElement(zoClusterTags::Projection);
+         !element.isNull(); element = element.nextSiblingElement(zoClusterTags::Projection)) {
         const QString name = attribute(element, P::Name);
-        result.push_back({name + QLatin1Char('\n') + QString::number(++counts[name]), element});
+        result.push_back({name + QLatin1Char('\n') + QString::number(++counts[name]),
+                          paths.value(int(result.size())), element});
     }
     return result;
 }
 
-void zoProjectionComparison::compare(const QDomElement& before, const QDomElement& after)
+void zoProjectionComparison::compare(const zoComparedDocument& before, const zoComparedDocument& after)
 {
     const Projections from = projectionsOf(before);
     const Projections to = projectionsOf(after);
@@ -105,7 +110,7 @@ void zoProjectionComparison::compare(const QDomElement& before, const QDomElemen
 
     for (const Projection& projection : to) {
         if (former.contains(projection.key)) {
-            compareProjection(former[projection.key], projection.element);
+            compareProjection(former[projection.key], projection);
             continue;
         }
         const auto renamed = std::find_if(removed.begin(), removed.end(), [&](const Projection& other) {
@@ -113,53 +118,68 @@ void zoProjectionComparison::compare(const QDomElement& before, const QDomElemen
         });
         if (renamed == removed.end()) {
             m_differences.add(QStringLiteral("projection-added"),
-                              tr("%1: added").arg(labelOf(projection.element)));
+                              tr("%1: added").arg(labelOf(projection.element)),
+                              {{projection.path, QJsonValue(), zoClusterTags::Cluster}});
             continue;
         }
         m_differences.add(QStringLiteral("projection-renamed"),
                           tr("%1: renamed to %2")
                               .arg(labelOf(renamed->element),
-                                   zoDifferences::quoted(attribute(projection.element, P::Name))));
+                                   zoDifferences::quoted(attribute(projection.element, P::Name))),
+                          {zoDifferences::change(projection.path, attributeName(P::Name), renamed->element,
+                                                 projection.element)});
         removed.erase(renamed);
     }
     for (const Projection& projection : removed)
         m_differences.add(QStringLiteral("projection-removed"),
-                          tr("%1: removed").arg(labelOf(projection.element)));
+                          tr("%1: removed").arg(labelOf(projection.element)),
+                          {{projection.path, zoClusterTags::Cluster, QJsonValue()}});
     if (common != zoDifferences::common(keysTo, keysFrom))
-        m_differences.add(QStringLiteral("projections-reordered"),
-                          tr("the projections are in another order"));
+        m_differences.add(
+            QStringLiteral("projections-reordered"), tr("the projections are in another order"),
+            {{zoClusterTags::Cluster, QJsonArray::fromStringList(before.paths(zoClusterTags::Projection)),
+              QJsonArray::fromStringList(after.paths(zoClusterTags::Projection))}});
 }
 
-void zoProjectionComparison::compareProjection(const QDomElement& before, const QDomElement& after)
+void zoProjectionComparison::compareProjection(const QDomElement& before, const Projection& projection)
 {
+    const QDomElement& after = projection.element;
     const QString label = labelOf(after);
     QStringList skipped{attributeName(P::Name)};
-    if (isPlane(before) && isPlane(after) && comparePlanes(label, before, after)) {
+    if (isPlane(before) && isPlane(after) && comparePlanes(label, before, projection)) {
         for (const int corner : s_corners)
             skipped << attributeName(corner);
     }
-    zoAttributeComparison::compare(label, before, after, skipped, m_differences);
+    zoAttributeComparison::compare(label, projection.path, before, after, skipped, m_differences);
 }
 
 bool zoProjectionComparison::comparePlanes(const QString& label, const QDomElement& before,
-                                           const QDomElement& after)
+                                           const Projection& projection)
 {
+    const QDomElement& after = projection.element;
     std::array<double, std::size(s_corners)> shift{};
     for (std::size_t i = 0; i < shift.size(); ++i)
         shift[i] = attribute(after, s_corners[i]).toDouble() - attribute(before, s_corners[i]).toDouble();
     if (std::all_of(shift.begin(), shift.end(), [](double distance) { return distance == 0.0; }))
         return false;
+    zoDifferences::Changes changes;
+    for (const int corner : s_corners) {
+        if (!zoAttributeValue::isSame(before, after, attributeName(corner)))
+            changes.push_back(zoDifferences::change(projection.path, attributeName(corner), before, after));
+    }
     for (std::size_t i = 3; i < shift.size(); ++i) {
         if (std::abs(shift[i] - shift[i % 3]) > 1e-6) {
             m_differences.add(
                 QStringLiteral("tile-reshaped"),
-                tr("%1: corners changed from %2 to %3 mm").arg(label, cornersOf(before), cornersOf(after)));
+                tr("%1: corners changed from %2 to %3 mm").arg(label, cornersOf(before), cornersOf(after)),
+                changes);
             return true;
         }
     }
     m_differences.add(QStringLiteral("tile-moved"),
                       tr("%1: moved by (%2, %3, %4) mm")
                           .arg(label, QString::number(shift[0], 'g', 9), QString::number(shift[1], 'g', 9),
-                               QString::number(shift[2], 'g', 9)));
+                               QString::number(shift[2], 'g', 9)),
+                      changes);
     return true;
 }

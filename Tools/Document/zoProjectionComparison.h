@@ -6,6 +6,7 @@
 
 #include <vector>
 
+class zoComparedDocument;
 class zoDifferences;
 
 // What differs between the projections of two configurations: walls, caves and planes.
@@ -17,21 +18,21 @@ public:
     // Differences are added to the list, which is not owned.
     explicit zoProjectionComparison(zoDifferences& differences) : m_differences(differences) {}
 
-    // Of two root elements.
-    void compare(const QDomElement& before, const QDomElement& after);
+    void compare(const zoComparedDocument& before, const zoComparedDocument& after);
 
 private:
     struct Projection
     {
         QString key; // the name, numbered when it is not the first of its kind
+        QString path;
         QDomElement element;
     };
     using Projections = std::vector<Projection>;
 
-    static Projections projectionsOf(const QDomElement& root);
-    void compareProjection(const QDomElement& before, const QDomElement& after);
+    static Projections projectionsOf(const zoComparedDocument& document);
+    void compareProjection(const QDomElement& before, const Projection& projection);
     // Whether the corners were told of.
-    bool comparePlanes(const QString& label, const QDomElement& before, const QDomElement& after);
+    bool comparePlanes(const QString& label, const QDomElement& before, const Projection& projection);
 
     zoDifferences& m_differences; // not owned
 };
