@@ -47,7 +47,8 @@ QJsonObject toObject(const zoWallViewport& viewport)
         {QStringLiteral("edges"),
          QJsonArray{viewport.edges.left, viewport.edges.right, viewport.edges.top, viewport.edges.bottom}},
         {QStringLiteral("cell"), QJsonArray{viewport.row, viewport.column, viewport.rows, viewport.columns}},
-        {QStringLiteral("neighbours"), QJsonArray{near.left, near.right, near.above, near.below}}};
+        {QStringLiteral("neighbours"), QJsonArray{near.left, near.right, near.above, near.below}},
+        {QStringLiteral("place"), toArray(viewport.place)}};
 }
 
 QJsonObject toObject(const zoWallWindow& window)

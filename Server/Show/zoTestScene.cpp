@@ -132,7 +132,7 @@ double zoTestScene::horizonWidth() const
 // Evenly over all directions, at distances that follow no pattern: wherever a wall is, there are some.
 void zoTestScene::addBalls()
 {
-    constexpr double Lowest = -24.0; // degrees
+    constexpr double Lowest = -62.0; // degrees
     constexpr double Highest = 56.0;
     const double golden = 180.0 * (3.0 - std::sqrt(5.0));
     m_balls.reserve(BallCount);
@@ -153,7 +153,8 @@ void zoTestScene::addBalls()
                        m_head.y + distance * sine,
                        m_head.z - distance * std::cos(elevation) * std::cos(azimuth)};
         ball.radius = AngularRadius * distance;
-        ball.colour = QColor::fromHsvF(std::fmod(0.07 + i * 0.6180339887, 1.0), 0.62, 0.93);
+        ball.colour = QColor::fromHsvF(std::fmod(0.55 + i * 0.2763932, 1.0), 0.62, 0.93);
+        ball.digits = QString::number(i + 1).size();
         ball.number = zoStrokeDigits::outlines(QString::number(i + 1));
         m_balls.push_back(ball);
     }
@@ -181,7 +182,7 @@ void zoTestScene::paintSky(Canvas& canvas) const
 {
     const QColor low(222, 232, 238);
     const QColor high(74, 124, 176);
-    constexpr int Steps = 20;
+    constexpr int Steps = 40;
     for (int i = 0; i < Steps; ++i) {
         const double share = double(i) / (Steps - 1);
         const double elevation = 0.02 + 80.0 * share * share;
@@ -316,7 +317,8 @@ void zoTestScene::paintBall(Canvas& canvas, const Ball& ball) const
 
     QPainterPath path;
     path.setFillRule(Qt::WindingFill);
-    const double size = radius * 0.86;
+    // Three digits are wider than high.
+    const double size = radius * (ball.digits > 2 ? 0.7 : 0.9);
     for (const QPolygonF& outline : ball.number) {
         std::vector<zoWallPoint> corners;
         corners.reserve(std::size_t(outline.size()));

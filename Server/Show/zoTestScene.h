@@ -24,6 +24,7 @@ public:
         zoWallPoint middle;
         double radius; // mm
         QColor colour;
+        int digits;
         std::vector<QPolygonF> number; // outlines, 1 high, y up
     };
 

@@ -10,8 +10,8 @@ namespace
 {
 // What people see at the height of a node's name from five metres.
 constexpr double NameShare = 0.15;
-constexpr double TextShare = 0.062;
-constexpr double SmallShare = 0.042;
+constexpr double TextShare = 0.066;
+constexpr double SmallShare = 0.046;
 
 QFont fontOf(double pixels, bool isBold)
 {
@@ -55,7 +55,9 @@ void zoTilePicture::paint(QPainter& painter, const QRect& target, zoStereoMode::
     painter.save();
     painter.setClipRect(target, Qt::IntersectClip);
     const QColor colour = colourOf(m_node.name);
-    painter.fillRect(target, QColor::fromHsvF(std::max(0.0, colour.hueF()), 0.55, 0.26));
+    // Tiles side by side differ, however alike their names are.
+    const bool isLight = ((m_viewport.row + m_viewport.column) & 1) != 0;
+    painter.fillRect(target, QColor::fromHsvF(std::max(0.0, colour.hueF()), 0.6, isLight ? 0.42 : 0.28));
     painter.setRenderHint(QPainter::Antialiasing, true);
     paintShapes(painter, target);
     paintOverlaps(painter, target);
@@ -130,7 +132,7 @@ QString zoTilePicture::place() const
 void zoTilePicture::paintTexts(QPainter& painter, const QRect& target, zoStereoMode::Eye eye) const
 {
     const double unit = unitOf(target);
-    const double width = target.width() * 0.62;
+    const double width = target.width() * 0.6;
     QString screen = m_window.screen >= 0 ? tr("screen %1").arg(m_window.screen + 1)
                      : m_window.screen == zoWallWindow::ExtendedDesktop ? tr("desktop")
                                                                         : tr("primary screen");
@@ -154,10 +156,12 @@ void zoTilePicture::paintTexts(QPainter& painter, const QRect& target, zoStereoM
     double height = 0.0;
     for (const Line& line : lines)
         height += line.share * unit * 1.32;
-    double top = target.top() + (target.height() - height) / 2.0;
+    const zoWallEdges edges = edgesIn(target);
+    const QRectF inner = QRectF(target).adjusted(edges.left, edges.top, -edges.right, -edges.bottom);
+    double top = inner.center().y() - height / 2.0;
     for (const Line& line : lines) {
         const double lineHeight = line.share * unit * 1.32;
-        const QRectF box(target.left(), top, target.width(), lineHeight);
+        const QRectF box(inner.left(), top, inner.width(), lineHeight);
         painter.setFont(fontThatFits(line.text, line.share * unit, width, line.isBold));
         painter.setPen(line.colour);
         painter.drawText(box, Qt::AlignCenter | Qt::TextDontClip, line.text);
@@ -180,11 +184,14 @@ void zoTilePicture::paintArrow(QPainter& painter, const QRect& target, const QPo
     if (name.isEmpty())
         return;
     const double unit = unitOf(target);
-    const QRectF box(target);
+    const zoWallEdges edges = edgesIn(target);
+    const QRectF inner = QRectF(target).adjusted(edges.left, edges.top, -edges.right, -edges.bottom);
     const double length = unit * 0.075;
     const double gap = unit * 0.02;
-    const QPointF tip(box.center().x() + direction.x() * (box.width() / 2.0 - gap),
-                      box.center().y() + direction.y() * (box.height() / 2.0 - gap));
+    // The neighbour's own arrow points into the overlap from its side.
+    const QPointF middle = inner.center();
+    const QPointF tip(middle.x() + direction.x() * (inner.width() / 2.0 - gap),
+                      middle.y() + direction.y() * (inner.height() / 2.0 - gap));
     const QPointF aside(-direction.y(), direction.x());
     const QPointF foot = tip - length * direction;
     painter.setPen(Qt::NoPen);
@@ -193,7 +200,7 @@ void zoTilePicture::paintArrow(QPainter& painter, const QRect& target, const QPo
     painter.drawConvexPolygon(corners, 3);
 
     const QFont font =
-        fontThatFits(name, SmallShare * unit, box.width() * (direction.x() != 0.0 ? 0.18 : 0.5), true);
+        fontThatFits(name, SmallShare * unit, inner.width() * (direction.x() != 0.0 ? 0.18 : 0.5), true);
     painter.setFont(font);
     painter.setPen(Qt::white);
     const double height = SmallShare * unit * 1.4;
