@@ -957,6 +957,10 @@ void tst_zoHPCProblems::wallInMetresIsFound_data()
     QTest::newRow("tiled-wall-in-metres") << "wall" << QVector<double>{2.5} << true;
     QTest::newRow("tiled-wall-in-millimetres") << "wall" << QVector<double>{2500} << false;
     QTest::newRow("tiled-wall-at-no-distance") << "wall" << QVector<double>{0} << false;
+    // Neither would be a wall if it was in metres.
+    QTest::newRow("power-wall-below-20-micrometres")
+        << "powerwall" << QVector<double>{0.019, 0.01, 0} << false;
+    QTest::newRow("power-wall-of-20-micrometres") << "powerwall" << QVector<double>{0.02, 0.01, 0} << true;
 }
 
 void tst_zoHPCProblems::wallInMetresIsFound()

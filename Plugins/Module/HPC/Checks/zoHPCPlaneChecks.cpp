@@ -36,6 +36,8 @@ zoHPCPlane turnedRound(const zoHPCPlane& plane)
     return {plane.lowerRight, plane.lowerLeft, plane.upperLeft()};
 }
 
+constexpr double MillimetresPerMetre = 1000.0;
+
 bool looksLikeMetres(const zoHPCProjectionItem& item)
 {
     double largest = 0.0;
@@ -45,7 +47,8 @@ bool looksLikeMetres(const zoHPCProjectionItem& item)
             return false;
         largest = std::max(largest, size);
     }
-    return largest > 0.0;
+    // What is no wall in metres either is damaged.
+    return largest * MillimetresPerMetre >= zoHPCPlaneChecks::SmallestWall;
 }
 
 void multiplyLengths(zoHPCProjectionItem& item, double factor)
@@ -190,7 +193,7 @@ zoHPCProblem::List zoHPCPlaneChecks::wallsInMetres(const zoHPCLayout& layout)
         zoHPCProblem problem(Kind::WallInMetres, item,
                              tr("\"%1\" is only a few millimetres in size. Was it measured in metres?")
                                  .arg(projection.name()));
-        problem.setFix(tr("Multiply by 1000"), [item] { multiplyLengths(*item, 1000.0); });
+        problem.setFix(tr("Multiply by 1000"), [item] { multiplyLengths(*item, MillimetresPerMetre); });
         problems.push_back(problem);
     }
     return problems;
