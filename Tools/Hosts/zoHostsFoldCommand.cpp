@@ -153,6 +153,11 @@ void zoHostsFoldCommand::addArguments(QCommandLineParser& parser) const
     zoHostsCommand::addArguments(parser);
 }
 
+QByteArray zoHostsFoldCommand::hostsText(const zoHostsTree& tree, bool keepOrder)
+{
+    return HostsTextWriter(tree, keepOrder).write();
+}
+
 bool zoHostsFoldCommand::writeResult(const zoHostsTree& tree, const QCommandLineParser& parser)
 {
     const bool keepOrder = parser.isSet(QStringLiteral("keep-order"));
@@ -164,7 +169,7 @@ bool zoHostsFoldCommand::writeResult(const zoHostsTree& tree, const QCommandLine
         if (!text.isEmpty())
             text += '\n';
     } else {
-        text = HostsTextWriter(tree, keepOrder).write();
+        text = hostsText(tree, keepOrder);
     }
     if (parser.isSet(QStringLiteral("json"))) {
         text = zoJson::text(QJsonObject{{QStringLiteral("hosts"), int(tree.hostNames().size())},

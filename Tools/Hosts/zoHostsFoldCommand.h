@@ -7,6 +7,10 @@ class zoHostsFoldCommand final : public zoHostsCommand
 {
     Q_DECLARE_TR_FUNCTIONS(zoHostsFoldCommand)
 
+public:
+    // A line for each host, range or brace. Options of hosts are not written.
+    static QByteArray hostsText(const zoHostsTree& tree, bool keepOrder);
+
 protected:
     QString description() const override;
     QStringList examples() const override;
