@@ -152,6 +152,7 @@ void tst_zohpcCompletion::offeredValueIsTaken_data()
 
     QTest::newRow("picture") << QStringList{"draw", "-o", "-", "-"} << "--picture";
     QTest::newRow("format") << QStringList{"draw", "-o", "-", "-"} << "--format";
+    QTest::newRow("form") << QStringList{"nodes", "-"} << "--format";
     QTest::newRow("stereo") << QStringList{"new", "--wall", "1x1", "--hosts", "n[1-2]"} << "--stereo";
 }
 
@@ -165,7 +166,8 @@ void tst_zohpcCompletion::offeredValueIsTaken()
     QVERIFY(values.size() > 1);
     for (const QString& value : values) {
         const zoCommandRun run = zoCommandRun::zohpc(arguments + QStringList{option, value},
-                                                     "<cluster version=\"1\"><display/></cluster>");
+                                                     "<cluster version=\"1\"><master><network><node "
+                                                     "name=\"a\"/></network></master><display/></cluster>");
         QCOMPARE(run.errors, QByteArray());
         QCOMPARE(run.exitCode, 0);
     }

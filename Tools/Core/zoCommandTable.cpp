@@ -2,6 +2,7 @@
 
 #include "zoCheckCommand.h"
 #include "zoConvertCommand.h"
+#include "zoDescribeCommand.h"
 #include "zoDiffCommand.h"
 #include "zoDrawCommand.h"
 #include "zoExportCommand.h"
@@ -11,6 +12,8 @@
 #include "zoHostsFoldCommand.h"
 #include "zoHostsTreeCommand.h"
 #include "zoNewCommand.h"
+#include "zoNodesCommand.h"
+#include "zoTopologyCommand.h"
 
 #include <QtGlobal>
 
@@ -44,6 +47,9 @@ const std::vector<zoCommandEntry>& zoCommandTable::entries()
          createInDocument<zoCheckCommand>()},
         {"convert", QT_TRANSLATE_NOOP("zohpc", "a legacy configuration in the present format"),
          createInDocument<zoConvertCommand>()},
+        {"describe",
+         QT_TRANSLATE_NOOP("zohpc", "what there is to know about a configuration, in a dozen lines"),
+         createInDocument<zoDescribeCommand>()},
         {"diff", QT_TRANSLATE_NOOP("zohpc", "what differs between two configurations, in words"),
          createInDocument<zoDiffCommand>()},
         {"draw", QT_TRANSLATE_NOOP("zohpc", "the room or the screens as a picture"),
@@ -62,6 +68,10 @@ const std::vector<zoCommandEntry>& zoCommandTable::entries()
          create<zoHostsTreeCommand>},
         {"new", QT_TRANSLATE_NOOP("zohpc", "a whole configuration of a wall or a cave from one line"),
          createInDocument<zoNewCommand>()},
+        {"nodes", QT_TRANSLATE_NOOP("zohpc", "the names of the nodes, for pdsh, mpirun and ansible"),
+         createInDocument<zoNodesCommand>()},
+        {"topology", QT_TRANSLATE_NOOP("zohpc", "gateways as the topology.conf of ClusterShell, out and in"),
+         createInDocument<zoTopologyCommand>()},
     };
     return entries;
 }

@@ -1,0 +1,92 @@
+#include "zoCliFiles.h"
+#include "zoCommandRun.h"
+#include "zoTestCase.h"
+
+#include <QApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTest>
+
+// "zohpc describe" as a whole process.
+class tst_zohpcDescribe final : public zoTestCase
+{
+    Q_OBJECT
+
+private slots:
+    void wallInADozenLines();
+    void largeOneToo();
+    void problemsAreCountedByKind();
+    void jsonHasTheFacts();
+};
+
+void tst_zohpcDescribe::wallInADozenLines()
+{
+    const QByteArray text =
+        zoCliFiles::read(QStringLiteral(ZO_DATA_DIR "/cluster/tiledwall-3x5-gateway.zhpc"));
+
+    QCOMPARE(
+        zoCommandRun::zohpc({"describe", "-"}, text).whole(),
+        QByteArray(
+            "-: 16 nodes in 2 networks\n"
+            "Display nodes: tile-r[1-3]-c[1-5]\n"
+            "Gateways: gateway\n"
+            "Not rendering: gateway\n"
+            "Network 1 (Uplink, 10g): gateway\n"
+            "Network 2 (Wall, 1g, behind gateway): tile-r[1-3]-c[1-5]\n"
+            "Projection Wall: wall, 5 x 3 tiles, 9600 x 3240 pixels, each tile 1920 x 1080 pixels, 2000 mm "
+            "from the viewer\n"
+            "Display 1: 15 windows on 15 screens, eyes mono, 65 mm apart\n"
+            "Problems: none\n--- errors\n--- exit code 0\n"));
+}
+
+void tst_zohpcDescribe::largeOneToo()
+{
+    QString hosts;
+    for (int i = 0; i < 40; ++i)
+        hosts += QStringLiteral("{ a%1 b%1 } ").arg(i);
+
+    const QByteArray text = zoCommandRun::zohpc({"new", "--wall", "10x8", "--hosts", hosts}).output;
+    const zoCommandRun run = zoCommandRun::zohpc({"describe", "-"}, text);
+
+    QVERIFY2(run.output.count('\n') <= 12, run.output.constData());
+    QVERIFY(run.output.contains("-: 80 nodes in 40 networks\nDisplay nodes: a[0-39],b[0-39]\n"));
+    QVERIFY(run.output.contains("Network 3: a2,b2\n  and 37 more networks\n"));
+}
+
+void tst_zohpcDescribe::problemsAreCountedByKind()
+{
+    const QByteArray text = "<cluster version=\"1\"><master><network><node name=\"a\"/></network></master>"
+                            "<display><window node=\"x\"/><window node=\"y\"/></display></cluster>";
+
+    const zoCommandRun run = zoCommandRun::zohpc({"describe", "-"}, text);
+
+    QVERIFY2(run.output.contains("window-with-unknown-node (2)"), run.output.constData());
+    QVERIFY(run.output.contains("Display nodes: none\n"));
+    QCOMPARE(run.exitCode, 0);
+}
+
+void tst_zohpcDescribe::jsonHasTheFacts()
+{
+    const QByteArray text = zoCliFiles::read(QStringLiteral(ZO_DATA_DIR "/cluster/powerwall-2x2.zhpc"));
+
+    const QJsonObject object =
+        QJsonDocument::fromJson(zoCommandRun::zohpc({"describe", "--json", "-"}, text).output).object();
+
+    QCOMPARE(object.value("nodes").toInt(), 4);
+    QCOMPARE(object.value("display_nodes").toArray(),
+             (QJsonArray{"wall-r1-c1", "wall-r1-c2", "wall-r2-c1", "wall-r2-c2"}));
+    const QJsonObject wall = object.value("projections").toArray().at(0).toObject();
+    QCOMPARE(wall.value("size_mm").toArray(), (QJsonArray{3600, 2160}));
+    QCOMPARE(wall.value("tile_mm").toArray(), (QJsonArray{1920, 1200}));
+    QCOMPARE(wall.value("size_pixels").toArray(), (QJsonArray{3600, 2160}));
+    QCOMPARE(wall.value("overlap_mm").toArray(), (QJsonArray{240, 240}));
+    QCOMPARE(wall.value("distance_mm").toInt(), 2500);
+    const QJsonObject display = object.value("displays").toArray().at(0).toObject();
+    QCOMPARE(display.value("windows").toInt(), 4);
+    QCOMPARE(display.value("eyes").toArray(), QJsonArray{"mono"});
+    QCOMPARE(object.value("problems").toObject(), QJsonObject());
+}
+
+ZO_TEST_MAIN(tst_zohpcDescribe)
+#include "tst_zohpcDescribe.moc"
