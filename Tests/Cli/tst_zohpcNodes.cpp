@@ -78,10 +78,10 @@ void tst_zohpcNodes::optionsChooseNodes_data()
 
     QTest::newRow("all-once") << QStringList() << QByteArray("head gw1 n1 n2 gw2 n3 s10 s9");
     QTest::newRow("enabled-with-all-above") << QStringList{"--enabled"} << QByteArray("head gw1 n1 gw2 n3");
-    QTest::newRow("display") << QStringList{"--display"} << QByteArray("head n1 s9");
+    QTest::newRow("display") << QStringList{"--display"} << QByteArray("n1 head s9");
     QTest::newRow("gateways") << QStringList{"--gateways"} << QByteArray("gw1 gw2");
     QTest::newRow("render") << QStringList{"--render"} << QByteArray("head n1 n2 gw2 n3 s10 s9");
-    QTest::newRow("both") << QStringList{"--display", "--enabled"} << QByteArray("head n1");
+    QTest::newRow("both") << QStringList{"--display", "--enabled"} << QByteArray("n1 head");
 }
 
 void tst_zohpcNodes::optionsChooseNodes()
