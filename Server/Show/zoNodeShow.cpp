@@ -1,5 +1,7 @@
 #include "zoNodeShow.h"
 
+#include "zoGLProbe.h"
+#include "zoGLSurface.h"
 #include "zoRasterSurface.h"
 #include "zoShowWindow.h"
 #include "zoWallScreens.h"
@@ -72,10 +74,17 @@ QString zoNodeShow::openWindow(int index)
             return place.failure;
     }
     entry.picture->setFramed(isRehearsal);
-    QString failure;
-    entry.surface = makeSurface(*entry.picture, failure);
-    if (!entry.surface)
-        return failure;
+    const bool isGL = takesGL(*entry.picture);
+    if (isGL && !zoGLProbe::machine().isAvailable)
+        return tr("no GL 3.3: %1").arg(zoGLProbe::machine().renderer);
+    zoGLSurface* gl = nullptr;
+    if (isGL) {
+        auto surface = std::make_unique<zoGLSurface>(entry.picture->wantsQuadBuffer());
+        gl = surface.get();
+        entry.surface = std::move(surface);
+    } else {
+        entry.surface = std::make_unique<zoRasterSurface>();
+    }
     zoShowWindow& window = entry.surface->window();
     // A window manager would move what has a place of its own, and without one nothing else fills a screen.
     const Qt::WindowFlags bypass = isRehearsal ? Qt::WindowFlags() : Qt::BypassWindowManagerHint;
@@ -83,11 +92,17 @@ QString zoNodeShow::openWindow(int index)
     window.setTitle(entry.picture->name());
     window.setScreen(place.screen);
     window.setGeometry(place.geometry);
+    const QString failure = gl != nullptr ? gl->create() : QString();
+    if (!failure.isEmpty())
+        return failure;
     connect(&window, &zoShowWindow::exposed, this, [this, index] { noteExposed(index); });
 
     m_remarks.append(tr("window %1: %2 × %3 pixels, %4")
                          .arg(entry.picture->name(), QString::number(place.geometry.width()),
                               QString::number(place.geometry.height()), entry.surface->description()));
+    if (entry.picture->wantsQuadBuffer() && (gl == nullptr || !gl->hasQuadBuffer()))
+        m_remarks.append(
+            tr("window %1: no quad buffer here, both eyes see one picture").arg(entry.picture->name()));
     const QSize meant = entry.picture->window().geometry.size();
     if (!isRehearsal && meant != place.geometry.size())
         m_remarks.append(tr("window %1: the screen has %2 × %3 pixels, the configuration %4 × %5")
@@ -97,9 +112,16 @@ QString zoNodeShow::openWindow(int index)
     return {};
 }
 
-std::unique_ptr<zoShowSurface> zoNodeShow::makeSurface(const zoWindowPicture&, QString&) const
+// Drawn with GL where that is faster, or has what nothing else has.
+bool zoNodeShow::takesGL(const zoWindowPicture& picture) const
 {
-    return std::make_unique<zoRasterSurface>();
+    if (m_drawing != Drawing::Automatic)
+        return m_drawing == Drawing::GL;
+    if (zoWallScreens::areImaginary())
+        return false;
+    const zoGLProbe& machine = zoGLProbe::machine();
+    return machine.isAvailable &&
+           (machine.isHardware || (machine.hasQuadBuffer && picture.wantsQuadBuffer()));
 }
 
 void zoNodeShow::close()
@@ -163,15 +185,12 @@ QImage zoNodeShow::picture(int window) const
 {
     const Window& entry = m_windows.at(std::size_t(window));
     const zoWindowPicture& picture = *entry.picture;
-    QSize size = picture.window().geometry.size();
-    QPoint origin = picture.window().geometry.topLeft();
-    if (entry.surface && !picture.isFramed()) {
-        size = entry.surface->window().size();
-        origin = entry.surface->window().mapToGlobal(QPoint(0, 0));
-    }
+    if (entry.surface && !picture.isFramed())
+        return entry.surface->frame(picture);
+    const QSize size = picture.window().geometry.size();
     QImage image(size.expandedTo({1, 1}), QImage::Format_RGB32);
     zoWindowPicture bare = picture;
     bare.setFramed(false);
-    bare.paint(image, origin);
+    bare.paint(image, picture.window().geometry.topLeft());
     return image;
 }

@@ -80,7 +80,7 @@ private:
     };
 
     QString openWindow(int index);
-    std::unique_ptr<zoShowSurface> makeSurface(const zoWindowPicture& picture, QString& failure) const;
+    bool takesGL(const zoWindowPicture& picture) const;
     void noteExposed(int index);
 
     zoWallSetup m_setup;

@@ -27,6 +27,14 @@ void zoRasterSurface::draw(const zoWindowPicture& picture)
         picture.paint(m_frame, m_window->mapToGlobal(QPoint(0, 0)));
 }
 
+QImage zoRasterSurface::frame(const zoWindowPicture& picture)
+{
+    QImage image(m_window->size(), QImage::Format_RGB32);
+    if (!image.isNull())
+        picture.paint(image, m_window->mapToGlobal(QPoint(0, 0)));
+    return image;
+}
+
 void zoRasterSurface::swap()
 {
     if (m_frame.isNull() || !m_window->isExposed())

@@ -19,7 +19,7 @@ public:
     void draw(const zoWindowPicture& picture) override;
     void finish() override {}
     void swap() override;
-    QImage frame() override { return m_frame; }
+    QImage frame(const zoWindowPicture& picture) override;
 
 private:
     std::unique_ptr<zoShowWindow> m_window;

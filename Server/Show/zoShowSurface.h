@@ -17,13 +17,13 @@ public:
     zoShowSurface& operator=(const zoShowSurface&) = delete;
 
     virtual zoShowWindow& window() = 0;
-    // What drawing goes through, in words; what is missing of what the picture wants, with it.
+    // What drawing goes through, in words.
     virtual QString description() const = 0;
     // The next frame; nobody sees it before the swap.
     virtual void draw(const zoWindowPicture& picture) = 0;
     // Returns when the frame is complete.
     virtual void finish() = 0;
     virtual void swap() = 0;
-    // The pixels of the frame that was drawn last; null before the first one.
-    virtual QImage frame() = 0;
+    // What it would draw, as pixels of the window's size, whatever covers the window on the screen.
+    virtual QImage frame(const zoWindowPicture& picture) = 0;
 };

@@ -110,7 +110,18 @@ void zoViewportPicture::paintEye(QPainter& painter, const QRect& target, Eye eye
 zoBlendRamp zoViewportPicture::ramp() const
 {
     const QSize size = eyeSize();
-    zoWallEdges edges;
+    return {edges(), size.width(), size.height(), gamma()};
+}
+
+double zoViewportPicture::gamma() const
+{
+    return m_subject.setup->gamma;
+}
+
+zoWallEdges zoViewportPicture::edges() const
+{
+    const QSize size = eyeSize();
+    zoWallEdges result;
     const QSizeF meant(m_subject.window->geometry.width() * m_subject.viewport->area.width(),
                        m_subject.window->geometry.height() * m_subject.viewport->area.height());
     // Texts that fade cannot be read.
@@ -118,20 +129,26 @@ zoBlendRamp zoViewportPicture::ramp() const
         const double x = size.width() / meant.width();
         const double y = size.height() / meant.height();
         const zoWallEdges& given = m_subject.viewport->edges;
-        edges = {given.left * x, given.right * x, given.top * y, given.bottom * y};
+        result = {given.left * x, given.right * x, given.top * y, given.bottom * y};
     }
-    return {edges, size.width(), size.height(), m_subject.setup->gamma};
+    return result;
 }
 
-bool zoViewportPicture::isFlipped() const
+bool zoViewportPicture::flipX() const
 {
-    return m_subject.viewport->flipX || m_subject.viewport->flipY;
+    return m_subject.viewport->flipX;
+}
+
+bool zoViewportPicture::flipY() const
+{
+    return m_subject.viewport->flipY;
 }
 
 bool zoViewportPicture::needsMore() const
 {
     const bool fades = m_subject.content == zoShowContent::TestImage && !m_subject.viewport->edges.isEmpty();
-    return fades || isFlipped() || (zoStereoMode::isForBothEyes(m_mode) && m_mode != Mode::QuadBuffer);
+    return fades || (flipX() || flipY()) ||
+           (zoStereoMode::isForBothEyes(m_mode) && m_mode != Mode::QuadBuffer);
 }
 
 QImage zoViewportPicture::eyePicture(Eye eye) const
@@ -143,7 +160,7 @@ QImage zoViewportPicture::eyePicture(Eye eye) const
     paintEye(painter, QRect(QPoint(0, 0), size), eye);
     painter.end();
     ramp().apply(image);
-    return isFlipped() ? image.mirrored(m_subject.viewport->flipX, m_subject.viewport->flipY) : image;
+    return (flipX() || flipY()) ? image.mirrored(flipX(), flipY()) : image;
 }
 
 void zoViewportPicture::paint(QImage& window, const QRect& rect, const QPoint& origin, Eye buffer) const

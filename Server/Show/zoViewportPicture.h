@@ -40,7 +40,10 @@ public:
     void paintEye(QPainter& painter, const QRect& target, zoStereoMode::Eye eye) const;
     // How it fades, before flips. Empty for pictures that tell which tile it is.
     zoBlendRamp ramp() const;
-    bool isFlipped() const;
+    zoWallEdges edges() const; // pixels of an eye's picture
+    double gamma() const;
+    bool flipX() const;
+    bool flipY() const;
     // Edges, flips or two eyes in one picture: more than paintEye() is to be done.
     bool needsMore() const;
 
