@@ -1,5 +1,7 @@
 #include "zoCommandTable.h"
 #include "zoConsole.h"
+#include "zoEnvironment.h"
+#include "zoHPCSuggestion.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -114,6 +116,22 @@ bool isHelp(const QString& argument)
     return argument == QLatin1String("--help") || argument == QLatin1String("-h");
 }
 
+// What was typed, and what it may have meant: the last word of a command is enough.
+QString unknownCommand(const QString& typed)
+{
+    QStringList names;
+    QString named;
+    for (const zoCommandEntry& entry : zoCommandTable::entries()) {
+        names << QString::fromLatin1(entry.name);
+        if (names.constLast() == s_hosts + typed)
+            named = names.constLast();
+    }
+    names << QStringLiteral("hosts");
+    const QString meant = named.isEmpty() ? zoHPCSuggestion::closest(typed, names) : named;
+    return meant.isEmpty() ? tr("unknown command \"%1\"").arg(typed)
+                           : tr("unknown command \"%1\"; did you mean \"%2\"?").arg(typed, meant);
+}
+
 // "a, b or c"
 QString listed(const QStringList& words)
 {
@@ -132,13 +150,14 @@ int runHosts(const QStringList& arguments)
             commands << name.mid(s_hosts.size());
     }
     return usageError(arguments.isEmpty() ? tr("hosts needs a command: %1").arg(listed(commands))
-                                          : tr("unknown command \"hosts %1\"").arg(arguments.constFirst()),
+                                          : unknownCommand(s_hosts + arguments.constFirst()),
                       QStringLiteral("zohpc hosts --help"));
 }
 } // namespace
 
 int main(int argc, char** argv)
 {
+    zoEnvironment::settle();
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("zohpc"));
     QCoreApplication::setApplicationVersion(QStringLiteral(ZO_VERSION));
@@ -166,7 +185,7 @@ int main(int argc, char** argv)
     if (entry == nullptr && first == QLatin1String("hosts"))
         return runHosts(arguments.mid(1));
     if (entry == nullptr)
-        return usageError(tr("unknown command \"%1\"").arg(first));
+        return usageError(unknownCommand(first));
     const QString name = QString::fromLatin1(entry->name);
     return entry->create == nullptr ? runDocumentProgram(name, arguments)
                                     : entry->create()->run(name, arguments);

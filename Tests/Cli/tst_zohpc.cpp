@@ -2,6 +2,9 @@
 #include "zoTestCase.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 
 // The program around its commands: overview, version, wrong usage, what it needs to run.
@@ -18,6 +21,9 @@ private slots:
     void wrongUsageIsTold_data();
     void wrongUsageIsTold();
     void runsWithoutDisplayAndHome();
+    void environmentChangesNothing_data();
+    void environmentChangesNothing();
+    void settingsOfTheUserChangeNothing();
     void fullDiskIsTold();
     void hostsCommandsLoadNoGui();
 };
@@ -102,6 +108,35 @@ void tst_zohpc::wrongUsageIsTold_data()
     QTest::newRow("unknown-command") << QStringList{"frobnicate"}
                                      << QByteArray(
                                             "zohpc: unknown command \"frobnicate\"\nTry 'zohpc --help'.\n");
+    QTest::newRow("mistyped-command")
+        << QStringList{"chekc"}
+        << QByteArray("zohpc: unknown command \"chekc\"; did you mean \"check\"?\nTry 'zohpc --help'.\n");
+    QTest::newRow("mistyped-help")
+        << QStringList{"help", "fromat"}
+        << QByteArray("zohpc: unknown command \"fromat\"; did you mean \"format\"?\nTry 'zohpc --help'.\n");
+    QTest::newRow("command-without-its-first-word")
+        << QStringList{"expand"}
+        << QByteArray(
+               "zohpc: unknown command \"expand\"; did you mean \"hosts expand\"?\nTry 'zohpc --help'.\n");
+    QTest::newRow("mistyped-first-word")
+        << QStringList{"host", "expand"}
+        << QByteArray("zohpc: unknown command \"host\"; did you mean \"hosts\"?\nTry 'zohpc --help'.\n");
+    QTest::newRow("mistyped-hosts-command")
+        << QStringList{"hosts", "flod"}
+        << QByteArray("zohpc: unknown command \"hosts flod\"; did you mean \"hosts fold\"?\nTry 'zohpc hosts "
+                      "--help'.\n");
+    QTest::newRow("mistyped-option")
+        << QStringList{"hosts", "fold", "--bracket"}
+        << QByteArray("zohpc hosts fold: Unknown option 'bracket'. Did you mean '--brackets'?\n"
+                      "Try 'zohpc hosts fold --help'.\n");
+    QTest::newRow("mistyped-option-with-a-value")
+        << QStringList{"new", "--overlpa=3"}
+        << QByteArray(
+               "zohpc new: Unknown option 'overlpa'. Did you mean '--overlap'?\nTry 'zohpc new --help'.\n");
+    QTest::newRow("option-with-one-dash")
+        << QStringList{"hosts", "tree", "-json"}
+        << QByteArray("zohpc hosts tree: Unknown options: j, s, o, n. Did you mean '--json'?\n"
+                      "Try 'zohpc hosts tree --help'.\n");
     QTest::newRow("unknown-hosts-command")
         << QStringList{"hosts", "frobnicate"}
         << QByteArray("zohpc: unknown command \"hosts frobnicate\"\nTry 'zohpc hosts --help'.\n");
@@ -135,6 +170,105 @@ void tst_zohpc::runsWithoutDisplayAndHome()
         {}, {QStringLiteral("hosts"), QStringLiteral("expand"), QStringLiteral("n1 - n3")});
 
     QCOMPARE(run.whole(), QByteArray("n1\nn2\nn3\n--- errors\n--- exit code 0\n"));
+}
+
+void tst_zohpc::environmentChangesNothing_data()
+{
+    QTest::addColumn<QString>("variable");
+
+    for (const char* variable : {"QT_FATAL_WARNINGS=1",
+                                 "QT_FATAL_CRITICALS=1",
+                                 "QT_LOGGING_RULES=*=true",
+                                 "QT_LOGGING_RULES=*=false",
+                                 "QT_LOGGING_RULES=zo.*=false",
+                                 "QT_LOGGING_CONF=/dev/full",
+                                 "QT_LOGGING_DEBUG=1",
+                                 "QT_MESSAGE_PATTERN=%{pid} %{time} x",
+                                 "QT_LOGGING_TO_CONSOLE=0",
+                                 "QT_ASSUME_STDERR_HAS_CONSOLE=1",
+                                 "QT_DEBUG_PLUGINS=1",
+                                 "QT_HASH_SEED=17",
+                                 "QT_PLUGIN_PATH=/nonexistent",
+                                 "QT_QPA_PLATFORM=xcb",
+                                 "QT_QPA_PLATFORM_PLUGIN_PATH=/nonexistent",
+                                 "QT_QPA_PLATFORMTHEME=gtk3",
+                                 "QT_QPA_FONTDIR=/nonexistent",
+                                 "QT_SCALE_FACTOR=3",
+                                 "QT_FONT_DPI=300",
+                                 "QT_AUTO_SCREEN_SCALE_FACTOR=1",
+                                 "QT_STYLE_OVERRIDE=x",
+                                 "QT_NO_FONT_FALLBACKS=1",
+                                 "DISPLAY=:4711",
+                                 "WAYLAND_DISPLAY=x",
+                                 "LC_ALL=C",
+                                 "LC_ALL=POSIX",
+                                 "LC_ALL=de_DE.UTF-8",
+                                 "LC_ALL=tr_TR.ISO-8859-9",
+                                 "LC_ALL=x",
+                                 "LC_ALL=",
+                                 "LANG=C",
+                                 "LANG=ja_JP.eucJP",
+                                 "LC_CTYPE=C",
+                                 "LC_NUMERIC=de_DE.UTF-8",
+                                 "LC_MESSAGES=de_DE.UTF-8",
+                                 "LANGUAGE=de:fr"})
+        QTest::newRow(variable) << variable;
+}
+
+// Neither output nor messages nor exit codes.
+void tst_zohpc::environmentChangesNothing()
+{
+    QFETCH(QString, variable);
+    const QString name = QString::fromUtf8("gr\xc3\xbcn.zhpc");
+    const QByteArray text = QByteArray(
+        "<cluster version=\"1\"><master><network><node name=\"gr\xc3\xbcn\"/></network></master>"
+        "<projection name=\"W\" type=\"wall\" rows=\"1\" columns=\"1\"/><display><window node=\"x\">"
+        "<viewport projection=\"W row:1 col:1\"/></window></display></cluster>");
+    QTemporaryDir folder;
+    QFile file(folder.filePath(name));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(text);
+    file.close();
+
+    const QList<QStringList> commands{{"hosts", "expand", QString::fromUtf8("gr\xc3\xbcn n1 - n3 m_1")},
+                                      {"hosts", "fold", "--names", QString::fromUtf8("gr\xc3\xbcn")},
+                                      {"hosts", "expand", "-f", folder.filePath("none")},
+                                      {"check", file.fileName()},
+                                      {"format", file.fileName()},
+                                      {"draw", file.fileName(), "-o", "-"},
+                                      {"export", file.fileName(), "--equalizer", "-"},
+                                      {"diff", file.fileName(), folder.filePath("none")},
+                                      {"frobnicate"},
+                                      {"--help"}};
+    for (const QStringList& command : commands) {
+        const zoCommandRun plain = zoCommandRun::zohpcIn({}, command);
+        QVERIFY(plain.exitCode >= 0);
+        QCOMPARE(zoCommandRun::zohpcIn({variable}, command).whole(), plain.whole());
+    }
+    QVERIFY(zoCommandRun::zohpcIn({variable}, commands.at(4)).output.contains("gr\xc3\xbcn"));
+}
+
+// The toolkit reads what to log from there.
+void tst_zohpc::settingsOfTheUserChangeNothing()
+{
+    QTemporaryDir folder;
+    QVERIFY(QDir(folder.path()).mkdir("QtProject"));
+    QFile file(folder.filePath("QtProject/qtlogging.ini"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("[Rules]\n*=false\n");
+    file.close();
+    // A wall so large that the module logs what it leaves out.
+    const QByteArray text =
+        "<config><key name=\"zoClusterProjectionType\">Powerwall</key><key "
+        "name=\"zoClusterPWServers\">a</key>"
+        "<key name=\"zoClusterPWRows\">1000000</key><key name=\"zoClusterPWCols\">3</key></config>";
+
+    const zoCommandRun plain = zoCommandRun::zohpcIn({}, {"convert", "-"}, text);
+    const zoCommandRun run =
+        zoCommandRun::zohpcIn({"XDG_CONFIG_HOME=" + folder.path()}, {"convert", "-"}, text);
+
+    QVERIFY2(plain.errors.contains("zohpc: Legacy wall of"), plain.errors.constData());
+    QCOMPARE(run.whole(), plain.whole());
 }
 
 void tst_zohpc::fullDiskIsTold()

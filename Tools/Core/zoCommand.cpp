@@ -1,6 +1,9 @@
 #include "zoCommand.h"
 
 #include "zoConsole.h"
+#include "zoHPCSuggestion.h"
+
+#include <QRegularExpression>
 
 zoCommand::~zoCommand() = default;
 
@@ -13,11 +16,34 @@ int zoCommand::run(const QString& name, const QStringList& arguments)
     addArguments(parser);
 
     if (!parser.parse(QStringList(QStringLiteral("zohpc")) + arguments))
-        return usageError(parser.errorText());
+        return usageError(parser.errorText() + meantOption(parser, arguments));
     if (parser.isSet(QStringLiteral("help"))) {
         return zoConsole::write(helpText(parser).toUtf8()) ? zoConsole::Fine : zoConsole::Unusable;
     }
     return execute(parser);
+}
+
+QString zoCommand::meantOption(const QCommandLineParser& parser, const QStringList& arguments) const
+{
+    QStringList known;
+    static const QRegularExpression option(QStringLiteral("^  (?:-\\w, )?--([a-z-]+)"),
+                                           QRegularExpression::MultilineOption);
+    QRegularExpressionMatchIterator matches = option.globalMatch(parser.helpText());
+    while (matches.hasNext())
+        known << matches.next().captured(1);
+    QStringList typed = parser.unknownOptionNames();
+    // One dash before a word reads as an option for each letter.
+    for (const QString& argument : arguments) {
+        if (argument.size() > 2 && argument.startsWith(QLatin1Char('-')) &&
+            !argument.startsWith(QLatin1String("--")))
+            typed.prepend(argument.mid(1).section(QLatin1Char('='), 0, 0));
+    }
+    for (const QString& name : qAsConst(typed)) {
+        const QString meant = name.size() > 1 ? zoHPCSuggestion::closest(name, known) : QString();
+        if (!meant.isEmpty())
+            return tr(" Did you mean '--%1'?").arg(meant);
+    }
+    return {};
 }
 
 int zoCommand::usageError(const QString& reason) const

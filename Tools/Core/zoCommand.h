@@ -33,6 +33,8 @@ protected:
     int usageError(const QString& reason) const;
 
 private:
+    // The option that was meant; empty when no known one is near.
+    QString meantOption(const QCommandLineParser& parser, const QStringList& arguments) const;
     QString helpText(const QCommandLineParser& parser) const;
 
     QString m_name;

@@ -1,30 +1,21 @@
 #include "zoCommandTable.h"
 #include "zoConsole.h"
+#include "zoEnvironment.h"
 
 #include <QGuiApplication>
 #include <QStringList>
 
-#include <cstring>
 #include <memory>
 
 namespace
 {
-// What the module logs of a document goes to standard error, one line each.
-void writeMessage(QtMsgType type, const QMessageLogContext& context, const QString& text)
-{
-    const bool isOurs = context.category != nullptr && std::strcmp(context.category, "zo") == 0;
-    if (isOurs ? type != QtInfoMsg && type != QtDebugMsg : type == QtFatalMsg || type == QtCriticalMsg)
-        zoConsole::printError(QStringLiteral("zohpc: ") + text);
-}
-
 // Pictures need the toolkit's fonts; nothing else does, and to bring them up takes longer than a whole command.
 std::unique_ptr<QCoreApplication> createApplication(bool isPainting, int& argc, char** argv)
 {
     if (!isPainting)
         return std::make_unique<QCoreApplication>(argc, argv);
-    // Whatever the environment says: no display is needed.
+    // No display is needed.
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    qunsetenv("QT_QPA_PLATFORMTHEME");
     // Who asks for the same bytes gets them: the order of fonts in a file follows the toolkit's hashing.
     if (qEnvironmentVariableIsSet("SOURCE_DATE_EPOCH"))
         qputenv("QT_HASH_SEED", "0");
@@ -36,7 +27,7 @@ std::unique_ptr<QCoreApplication> createApplication(bool isPainting, int& argc, 
 // widget and needs no display.
 int main(int argc, char** argv)
 {
-    qInstallMessageHandler(writeMessage);
+    zoEnvironment::settle();
 
     // The toolkit would take options such as -platform out of the arguments.
     int ownCount = 1;
