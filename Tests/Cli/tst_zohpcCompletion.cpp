@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QRegularExpression>
+#include <QStandardPaths>
 #include <QTest>
 
 // The completion of the shell and the manual page know each command and option of the program.
@@ -21,6 +22,7 @@ private slots:
     void offeredValueIsTaken();
     void manualPageNamesEveryOption_data();
     void manualPageNamesEveryOption();
+    void manualHasNoMistakes();
 
 private:
     static QStringList commands();
@@ -190,6 +192,17 @@ void tst_zohpcCompletion::manualPageNamesEveryOption()
         const QRegularExpression word(option + QStringLiteral("(?![a-z-])"));
         QVERIFY2(page.contains(word), qPrintable(option));
     }
+}
+
+void tst_zohpcCompletion::manualHasNoMistakes()
+{
+    if (QStandardPaths::findExecutable(QStringLiteral("mandoc")).isEmpty())
+        QSKIP("mandoc (Debian package mandoc) is not installed");
+
+    const zoCommandRun run = zoCommandRun::program(QStringLiteral("mandoc"), {"-T", "lint", ZO_MANUAL}, {},
+                                                   {"PATH=" + qEnvironmentVariable("PATH")});
+
+    QCOMPARE(run.whole(), QByteArray("--- errors\n--- exit code 0\n"));
 }
 
 ZO_TEST_MAIN(tst_zohpcCompletion)
