@@ -109,17 +109,20 @@ void tst_zoTestScene::floorLinesCrossTheSeamOfTwoTiles()
 void tst_zoTestScene::floorLinesCrossACornerOfACave_data()
 {
     QTest::addColumn<double>("line");
+    // Pixels from the corner, where the two lines are well apart and no ball is before them.
+    QTest::addColumn<int>("beside");
 
-    QTest::newRow("two-metres") << 2000.0;
-    QTest::newRow("three-metres") << 3000.0;
-    QTest::newRow("four-metres") << 4000.0;
+    QTest::newRow("two-metres") << 2000.0 << 12;
+    QTest::newRow("three-metres") << 3000.0 << 12;
+    QTest::newRow("four-metres") << 4000.0 << 40;
 }
 
-// Lines of the floor at x = line and at z = -line cross behind the corner at x = 1500, z = -1500. Beside the line along
+// Lines of the floor at x = line and at z = -line cross behind the corner at x = 1500, z = -1500. beside the line along
 // the corner, the first is seen on the front wall and the second on the right one.
 void tst_zoTestScene::floorLinesCrossACornerOfACave()
 {
     QFETCH(double, line);
+    QFETCH(int, beside);
     constexpr double Bottom = -1600.0;
     const zoWallPlane front{{}, {-1500, Bottom, -1500}, {1500, Bottom, -1500}, {1500, 800, -1500}};
     const zoWallPlane side{{}, {1500, Bottom, -1500}, {1500, Bottom, 1500}, {1500, 800, 1500}};
@@ -127,20 +130,19 @@ void tst_zoTestScene::floorLinesCrossACornerOfACave()
     const QSize size(1500, 1200); // a pixel is two millimetres
     const QImage inFront = pictureOf(scene, front, {0, 0, 0}, size);
     const QImage inSide = pictureOf(scene, side, {0, 0, 0}, size);
-    constexpr int Beside = 40; // pixels from the corner, where the two lines are well apart
-    const double offset = 2.0 * (Beside + 0.5);
+    const double offset = 2.0 * (beside + 0.5);
 
     // On the front wall at x: the line at x = line is at Bottom * x / line. On the side wall at z: the line at z = -line
     // is at Bottom * -z / line.
     const double expected = (800.0 - Bottom * (1500.0 - offset) / line) / 2.0;
-    const double frontRow = brightRow(inFront, 1499 - Beside, expected);
-    const double sideRow = brightRow(inSide, Beside, expected);
+    const double frontRow = brightRow(inFront, 1499 - beside, expected);
+    const double sideRow = brightRow(inSide, beside, expected);
     // At the corner itself both are at the same height.
     const double slope = -Bottom / line;
 
     QVERIFY2(std::abs(frontRow - expected) <= 1.0, qPrintable(QString::number(frontRow)));
     QVERIFY2(std::abs(sideRow - expected) <= 1.0, qPrintable(QString::number(sideRow)));
-    QVERIFY(std::abs((frontRow + slope * Beside) - (sideRow + slope * Beside)) <= 1.0);
+    QVERIFY(std::abs((frontRow + slope * beside) - (sideRow + slope * beside)) <= 1.0);
 }
 
 void tst_zoTestScene::horizonIsAtTheHeightOfTheEyes_data()
