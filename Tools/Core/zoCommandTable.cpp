@@ -11,6 +11,7 @@
 #include "zoHostsExpandCommand.h"
 #include "zoHostsFoldCommand.h"
 #include "zoHostsTreeCommand.h"
+#include "zoMergeCommand.h"
 #include "zoNewCommand.h"
 #include "zoNodesCommand.h"
 #include "zoTopologyCommand.h"
@@ -66,6 +67,8 @@ const std::vector<zoCommandEntry>& zoCommandTable::entries()
          create<zoHostsFoldCommand>},
         {"hosts tree", QT_TRANSLATE_NOOP("zohpc", "the networks of hosts text, with their gateways"),
          create<zoHostsTreeCommand>},
+        {"merge", QT_TRANSLATE_NOOP("zohpc", "two configurations that came from one, for git and for people"),
+         createInDocument<zoMergeCommand>()},
         {"new", QT_TRANSLATE_NOOP("zohpc", "a whole configuration of a wall or a cave from one line"),
          createInDocument<zoNewCommand>()},
         {"nodes", QT_TRANSLATE_NOOP("zohpc", "the names of the nodes, for pdsh, mpirun and ansible"),
