@@ -47,6 +47,8 @@ private slots:
     void inputComesFromEverywhere();
     void nulIsRefused();
     void bytesThatAreNoTextAreRefused();
+    void bracketsOfAllNamesHaveOneLimit_data();
+    void bracketsOfAllNamesHaveOneLimit();
     void namesHaveBracketsOfNumbersOnly_data();
     void namesHaveBracketsOfNumbersOnly();
     void separatorStandsBetweenNames();
@@ -562,6 +564,33 @@ void tst_zohpcHosts::bytesThatAreNoTextAreRefused()
                                                                  "d1")
                  .whole(),
              QByteArray("--- errors\n-:2:2: invalid UTF-8\n--- exit code 2\n"));
+}
+
+// Of names as they stand nobody counts but the reader of brackets.
+void tst_zohpcHosts::bracketsOfAllNamesHaveOneLimit_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QByteArray>("refusal"); // empty for none
+
+    QTest::newRow("as-many-as-may-be") << "n[1-600000] m[1-400000]" << QByteArray();
+    QTest::newRow("one-too-many") << "n[1-600000] m[1-400001]"
+                                  << QByteArray("TEXT:1:13: more than 1000000 names\n");
+    const QString longName(100, QLatin1Char('n'));
+    QTest::newRow("as-long-as-may-be") << longName + "[1-150000] " + longName + "[1-140000]" << QByteArray();
+    QTest::newRow("too-long-together")
+        << longName + "[1-150000] " + longName + "[1-150000]"
+        << QByteArray("TEXT:1:112: names of more than 32000000 characters altogether\n");
+}
+
+void tst_zohpcHosts::bracketsOfAllNamesHaveOneLimit()
+{
+    QFETCH(QString, text);
+    QFETCH(QByteArray, refusal);
+
+    const zoCommandRun run = zoCommandRun::zohpc({"hosts", "fold", "-b", "--names", text});
+
+    QCOMPARE(run.errors, refusal);
+    QCOMPARE(run.exitCode, refusal.isEmpty() ? 0 : 2);
 }
 
 // Everything but brackets may be part of a name; a bracket of no numbers would expand to itself.

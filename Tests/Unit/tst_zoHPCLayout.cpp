@@ -22,8 +22,6 @@ private slots:
     void windowsAndViewportsAreNumberedAsTheTreeShowsThem();
     void viewportAreaCountsFromTheUpperEdge();
     void cornersInPixelsAreReadAsSuch();
-    void cornersThatAreNoNumbersAreNone_data();
-    void cornersThatAreNoNumbersAreNone();
     void eyesFollowTheStereoMode_data();
     void eyesFollowTheStereoMode();
     void tilesAreAsLargeAsTheFirstViewportOfOne();
@@ -225,33 +223,6 @@ void tst_zoHPCLayout::cornersInPixelsAreReadAsSuch()
     const zoHPCLayout layout = setup.layout();
 
     QCOMPARE(layout.viewports()[0].area, QRectF(0.5, 0.0, 0.5, 1.0));
-}
-
-void tst_zoHPCLayout::cornersThatAreNoNumbersAreNone_data()
-{
-    QTest::addColumn<QString>("corner");
-    QTest::addColumn<double>("left");
-
-    QTest::newRow("number") << "0.25" << 0.25;
-    QTest::newRow("not-a-number") << "nan" << 0.0;
-    QTest::newRow("infinite-below") << "-inf" << 0.0;
-    QTest::newRow("largest") << "-1.7e308" << -1e9;
-}
-
-void tst_zoHPCLayout::cornersThatAreNoNumbersAreNone()
-{
-    QFETCH(QString, corner);
-    QFETCH(double, left);
-    zoHPCSetup setup;
-    zoHPCWindowItem* const window = setup.addWindow(QStringLiteral("n"), QString());
-    auto* const viewport = dynamic_cast<zoHPCViewportItem*>(window->child(0));
-    viewport->setViewport(0, 0, 1, 1);
-    viewport->setString(zoHPCViewportItem::Position, QStringLiteral("custom"));
-    viewport->setString(zoHPCViewportItem::X1, corner);
-
-    const zoHPCLayout layout = setup.layout();
-
-    QCOMPARE(layout.viewports()[0].area, QRectF(QPointF(left, 0.0), QPointF(1.0, 1.0)));
 }
 
 void tst_zoHPCLayout::eyesFollowTheStereoMode_data()

@@ -131,7 +131,8 @@ private slots:
     void nestedElementsNeitherOverflowNorExplode();
     void tooManyTilesAreRefused_data();
     void tooManyTilesAreRefused();
-    void bigWallIsAccepted();
+    void asManyTilesAsMayBeAreLaidOut_data();
+    void asManyTilesAsMayBeAreLaidOut();
 
     void cloneIsEqualButForIdentifiers();
     void cloneRenewsIdentifierOfSource();
@@ -914,6 +915,8 @@ void tst_zoHPCProjectionItem::tooManyTilesAreRefused_data()
     QTest::newRow("powerwall-largest-ints") << "<projection name='N' type='powerwall' rows='2147483647' "
                                                "columns='2147483647' width='1' height='1'/>";
     QTest::newRow("wall-one-row-too-many") << "<projection name='N' type='wall' rows='100001' columns='1'/>";
+    QTest::newRow("cave-one-column-too-many") << "<projection name='N' type='cave' rows='1' columns='33334' "
+                                                 "left='true' right='true' front='true'/>";
     QTest::newRow("cave-counts-all-walls")
         << "<projection name='N' type='cave' rows='200' columns='300' left='true' right='true'/>";
 }
@@ -930,11 +933,32 @@ void tst_zoHPCProjectionItem::tooManyTilesAreRefused()
     QVERIFY(item->getInt(Item::Rows) > 0); // the parameters stay
 }
 
-void tst_zoHPCProjectionItem::bigWallIsAccepted()
+void tst_zoHPCProjectionItem::asManyTilesAsMayBeAreLaidOut_data()
 {
-    const auto item = loaded(text("<projection name='N' type='wall' rows='100' columns='300'/>"));
+    QTest::addColumn<QString>("xml");
+    QTest::addColumn<int>("tiles");
 
-    QCOMPARE(item->childCount(), 30000);
+    QTest::newRow("wall-of-one-column")
+        << "<projection name='N' type='wall' rows='100000' columns='1'/>" << 100000;
+    QTest::newRow("wall") << "<projection name='N' type='wall' rows='100' columns='1000'/>" << 100000;
+    QTest::newRow("powerwall") << "<projection name='N' type='powerwall' rows='400' columns='250' width='1' "
+                                  "height='1'/>"
+                               << 100000;
+    // 100,000 do not divide by three.
+    QTest::newRow("cave")
+        << "<projection name='N' type='cave' rows='1' columns='33333' left='true' right='true' "
+           "front='true'/>"
+        << 99999;
+}
+
+void tst_zoHPCProjectionItem::asManyTilesAsMayBeAreLaidOut()
+{
+    QFETCH(QString, xml);
+    QFETCH(int, tiles);
+
+    const auto item = loaded(xml);
+
+    QCOMPARE(item->childCount(), tiles);
 }
 
 void tst_zoHPCProjectionItem::cloneIsEqualButForIdentifiers()

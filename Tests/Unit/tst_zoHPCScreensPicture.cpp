@@ -2,12 +2,15 @@
 #include "zoTestCase.h"
 #include "zoTextNotes.h"
 
+#include <zoHPCPictureFile.h>
 #include <zoHPCPictureStyle.h>
 #include <zoHPCScreensPicture.h>
 
 #include <QApplication>
+#include <QBuffer>
 #include <QImage>
 #include <QPainter>
+#include <QRegularExpression>
 
 #include <cmath>
 
@@ -74,6 +77,8 @@ private slots:
     void overlappingWindowsAreTold();
     void coveredWindowShowsNoText();
     void damagedGeometryDoesNotHideTheRest();
+    void cornersThatAreNoNumbersAreNotDrawn_data();
+    void cornersThatAreNoNumbersAreNotDrawn();
     void viewportKnowsWhatItShows();
 
     void screensAreToScale();
@@ -306,6 +311,38 @@ void tst_zoHPCScreensPicture::damagedGeometryDoesNotHideTheRest()
     QVERIFY(AREA.contains(place));
     QCOMPARE(count(painted(picture), Qt::magenta, 0), 0);
     QVERIFY(!zoHPCScreensPicture::screenName(2147483647).contains(QLatin1Char('-')));
+}
+
+void tst_zoHPCScreensPicture::cornersThatAreNoNumbersAreNotDrawn_data()
+{
+    QTest::addColumn<QString>("corner");
+
+    for (const char* corner : {"nan", "inf", "-inf", "1.7e308", "-1.7e308"})
+        QTest::newRow(corner) << QString::fromLatin1(corner);
+}
+
+// The toolkit writes whatever it gets into a file, and no program reads "nan" there.
+void tst_zoHPCScreensPicture::cornersThatAreNoNumbersAreNotDrawn()
+{
+    QFETCH(QString, corner);
+    zoHPCSetup setup;
+    zoHPCWindowItem* const window =
+        setup.addWindowAt(QStringLiteral("n"), QStringLiteral("0"), 0, 0, 800, 600);
+    zoHPCViewportItem* const viewport = setup.addViewport(window, QString(), QStringLiteral("mono"));
+    viewport->setString(zoHPCViewportItem::Position, QStringLiteral("custom"));
+    for (const int column :
+         {zoHPCViewportItem::X1, zoHPCViewportItem::Y1, zoHPCViewportItem::X2, zoHPCViewportItem::Y2})
+        viewport->setString(column, corner);
+    viewport->setString(zoHPCViewportItem::X2, QStringLiteral("1"));
+    zoHPCScreensPicture picture;
+    picture.setLayout(setup.layout());
+    picture.fit(AREA);
+
+    QBuffer file;
+    QVERIFY(zoHPCPictureFile::write(picture, file, QStringLiteral("svg"), AREA.size().toSize()));
+
+    static const QRegularExpression noNumber(QStringLiteral("[\\s\",(]-?(nan|inf)[\\s\",)]"));
+    QVERIFY2(!QString::fromUtf8(file.data()).contains(noNumber), file.data());
 }
 
 void tst_zoHPCScreensPicture::viewportKnowsWhatItShows()

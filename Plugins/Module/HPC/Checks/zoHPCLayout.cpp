@@ -11,7 +11,6 @@
 #include "zoHPCWindowItem.h"
 
 #include <algorithm>
-#include <cmath>
 #include <optional>
 
 namespace
@@ -36,18 +35,16 @@ std::optional<int> placeOf(const QTreeWidgetItem* display)
 
 QRectF viewportArea(const zoHPCViewportItem& viewport, const QSizeF& window)
 {
-    const bool isInPixels = viewport.isInPixels() && window.width() > 0.0 && window.height() > 0.0;
-    // The toolkit takes "nan" and "inf" for numbers, and imported configurations have them. The difference of two
-    // corners must stay a number as well.
-    const auto corner = [&](int column, double length) {
-        constexpr double Furthest = 1e9; // windows
-        const double value = viewport.getDouble(column) / (isInPixels ? length : 1.0);
-        return std::isfinite(value) ? std::clamp(value, -Furthest, Furthest) : 0.0;
-    };
-    const double x1 = corner(zoHPCViewportItem::X1, window.width());
-    const double y1 = corner(zoHPCViewportItem::Y1, window.height());
-    const double x2 = corner(zoHPCViewportItem::X2, window.width());
-    const double y2 = corner(zoHPCViewportItem::Y2, window.height());
+    double x1 = viewport.getDouble(zoHPCViewportItem::X1);
+    double y1 = viewport.getDouble(zoHPCViewportItem::Y1);
+    double x2 = viewport.getDouble(zoHPCViewportItem::X2);
+    double y2 = viewport.getDouble(zoHPCViewportItem::Y2);
+    if (viewport.isInPixels() && window.width() > 0.0 && window.height() > 0.0) {
+        x1 /= window.width();
+        x2 /= window.width();
+        y1 /= window.height();
+        y2 /= window.height();
+    }
     return QRectF(QPointF(x1, 1.0 - y2), QPointF(x2, 1.0 - y1)).normalized();
 }
 } // namespace

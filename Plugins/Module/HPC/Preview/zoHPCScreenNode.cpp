@@ -9,6 +9,7 @@
 #include <QHash>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace
@@ -19,11 +20,23 @@ using Window = zoHPCScreenNode::Window;
 
 // Damaged numbers must not make everything else vanish.
 constexpr double s_farthestPixel = 65536.0;
+constexpr double s_farthestCorner = 1e9; // windows
 
 QRectF limited(const QRectF& geometry)
 {
     return geometry.normalized().intersected(
         QRectF(-s_farthestPixel, -s_farthestPixel, 2 * s_farthestPixel, 2 * s_farthestPixel));
+}
+
+// The toolkit takes "nan" and "inf" for numbers, and imported configurations have them. The difference of two
+// corners must stay a number as well.
+QRectF finite(const QRectF& area)
+{
+    const auto corner = [](double value) {
+        return std::isfinite(value) ? std::clamp(value, -s_farthestCorner, s_farthestCorner) : 0.0;
+    };
+    return {QPointF(corner(area.left()), corner(area.top())),
+            QPointF(corner(area.right()), corner(area.bottom()))};
 }
 
 // Reads one layout, step by step.
@@ -99,7 +112,7 @@ void Reader::readViewports()
         viewport.eye = source.item->getString(zoHPCViewportItem::Eye);
         viewport.isFlippedX = source.item->getBool(zoHPCViewportItem::FlipX);
         viewport.isFlippedY = source.item->getBool(zoHPCViewportItem::FlipY);
-        viewport.area = source.area;
+        viewport.area = finite(source.area);
         const auto& [node, index] = m_places[static_cast<size_t>(source.window)];
         m_windows[node][index].second.viewports.push_back(viewport);
     }
