@@ -115,6 +115,14 @@ void zoGLSurface::swap()
         m_context->swapBuffers(m_window.get());
 }
 
+// What a buffer holds once it was swapped, nobody knows.
+void zoGLSurface::repeat(const zoWindowPicture& picture)
+{
+    draw(picture);
+    finish();
+    swap();
+}
+
 QImage zoGLSurface::frame(const zoWindowPicture& picture)
 {
     if (!m_context || !m_context->makeCurrent(m_window.get()))

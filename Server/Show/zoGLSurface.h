@@ -32,6 +32,7 @@ public:
     void draw(const zoWindowPicture& picture) override;
     void finish() override;
     void swap() override;
+    void repeat(const zoWindowPicture& picture) override;
     QImage frame(const zoWindowPicture& picture) override;
 
 private:

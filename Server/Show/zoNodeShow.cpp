@@ -145,6 +145,7 @@ void zoNodeShow::draw()
         if (!window.surface)
             continue;
         window.drawnSize = window.surface->window().size();
+        window.drawnContent = m_content;
         window.surface->draw(*window.picture);
     }
 }
@@ -170,10 +171,14 @@ void zoNodeShow::noteExposed(int index)
     Window& entry = m_windows[std::size_t(index)];
     if (!entry.surface)
         return;
-    if (entry.drawnSize != entry.surface->window().size())
+    if (entry.drawnSize != entry.surface->window().size()) {
         emit needsFrame();
-    else
-        entry.surface->swap();
+        return;
+    }
+    // Not what the next frame will show: other windows of the wall do not show it yet.
+    entry.picture->setContent(entry.drawnContent);
+    entry.surface->repeat(*entry.picture);
+    entry.picture->setContent(m_content);
 }
 
 QStringList zoNodeShow::remarks() const

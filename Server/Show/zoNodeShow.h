@@ -77,6 +77,7 @@ private:
         std::unique_ptr<zoWindowPicture> picture;
         std::unique_ptr<zoShowSurface> surface;
         QSize drawnSize;
+        zoShowContent drawnContent = zoShowContent::None;
     };
 
     QString openWindow(int index);

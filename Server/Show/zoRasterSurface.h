@@ -19,6 +19,7 @@ public:
     void draw(const zoWindowPicture& picture) override;
     void finish() override {}
     void swap() override;
+    void repeat(const zoWindowPicture&) override { swap(); }
     QImage frame(const zoWindowPicture& picture) override;
 
 private:

@@ -24,6 +24,8 @@ public:
     // Returns when the frame is complete.
     virtual void finish() = 0;
     virtual void swap() = 0;
+    // Shows the frame again after the window had lost it.
+    virtual void repeat(const zoWindowPicture& picture) = 0;
     // What it would draw, as pixels of the window's size, whatever covers the window on the screen.
     virtual QImage frame(const zoWindowPicture& picture) = 0;
 };

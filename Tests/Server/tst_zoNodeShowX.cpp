@@ -6,6 +6,7 @@
 #include <zoNodeShow.h>
 
 #include <QGuiApplication>
+#include <QRasterWindow>
 #include <QRegularExpression>
 #include <QScreen>
 #include <QSignalSpy>
@@ -31,6 +32,9 @@ private slots:
     void rehearsalStandsInItsPlaces();
     void pictureIsOnTheScreen_data();
     void pictureIsOnTheScreen();
+    void uncoveredWindowShowsItsFrameAgain_data();
+    void uncoveredWindowShowsItsFrameAgain();
+    void otherSizeIsToldAndAsksForAFrame();
     void closingIsIgnored();
     void glDrawsWhatRasterDraws_data();
     void glDrawsWhatRasterDraws();
@@ -272,6 +276,61 @@ void tst_zoNodeShowX::pictureIsOnTheScreen()
     QTRY_VERIFY2(difference(grab(), expected) < 0.001,
                  qPrintable(QString::number(difference(grab(), expected))));
     QVERIFY(expected.pixel(0, 0) == qRgb(255, 255, 255));
+}
+
+void tst_zoNodeShowX::uncoveredWindowShowsItsFrameAgain_data()
+{
+    pictureIsOnTheScreen_data();
+}
+
+void tst_zoNodeShowX::uncoveredWindowShowsItsFrameAgain()
+{
+    QFETCH(bool, isGL);
+    if (isGL && !zoGLProbe::machine().isAvailable)
+        QSKIP(qPrintable(zoGLProbe::machine().renderer));
+    zoNodeShow show(setupOf({windowAt({10, 20, 400, 300}, 0, false)}));
+    show.setDrawing(isGL ? zoNodeShow::Drawing::GL : zoNodeShow::Drawing::Raster);
+    QCOMPARE(show.open(), QStringList());
+    QWindow* const shown = onlyWindow();
+    QTRY_VERIFY(shown != nullptr && shown->isExposed());
+    show.setContent(zoShowContent::Tiles);
+    show.draw();
+    show.finish();
+    show.swap();
+    const QImage expected = show.picture(0);
+    QScreen* const screen = shown->screen();
+    const auto grab = [screen] {
+        return screen->grabWindow(0, 10, 20, 400, 300).toImage().convertToFormat(QImage::Format_RGB32);
+    };
+    QTRY_VERIFY(difference(grab(), expected) < 0.001);
+    // The next frame is not drawn yet.
+    show.setContent(zoShowContent::TestImage);
+    {
+        QRasterWindow cover;
+        cover.setFlags(Qt::Window | Qt::BypassWindowManagerHint);
+        cover.setGeometry(0, 0, 500, 400);
+        cover.show();
+        QTRY_VERIFY(cover.isExposed());
+        QTRY_VERIFY(difference(grab(), expected) > 0.5);
+    }
+
+    QTRY_VERIFY(difference(grab(), expected) < 0.001);
+}
+
+void tst_zoNodeShowX::otherSizeIsToldAndAsksForAFrame()
+{
+    zoNodeShow show(setupOf({windowAt({0, 0, 300, 200}, 0, true)}));
+    QCOMPARE(show.open(), QStringList());
+    QTRY_VERIFY(onlyWindow() != nullptr && onlyWindow()->isExposed());
+
+    QCOMPARE(show.remarks().value(1),
+             QStringLiteral(
+                 "window n1-1: the screen has 800 \u00d7 600 pixels, the configuration 300 \u00d7 200"));
+    QCOMPARE(show.picture(0).size(), QSize(800, 600));
+
+    QSignalSpy asked(&show, &zoNodeShow::needsFrame);
+    onlyWindow()->resize(640, 480);
+    QTRY_VERIFY(!asked.isEmpty());
 }
 
 void tst_zoNodeShowX::closingIsIgnored()
