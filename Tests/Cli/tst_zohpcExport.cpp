@@ -67,7 +67,7 @@ QByteArray window(const char* node, const QByteArray& viewports, const char* mor
            ">" + viewports + "</window>";
 }
 
-QByteArray viewport(const char* projection, const char* more = "", const char* position = "fill")
+QByteArray viewport(const QByteArray& projection, const QByteArray& more = "", const char* position = "fill")
 {
     return QByteArray("<viewport projection=\"") + projection + "\" position=\"" + position + "\" " + more +
            "/>";
@@ -96,6 +96,16 @@ private slots:
     void severalScreensNameTheirDisplay();
     void equalHostsShareANode();
     void namesFitTheFormat();
+    void namesHoldWhatTheLexerTakes_data();
+    void namesHoldWhatTheLexerTakes();
+    void eyesAreWrittenForEqualizer_data();
+    void eyesAreWrittenForEqualizer();
+    void eyesOfOneFileKeepApart();
+    void windowsOfADisplaySwapTogether_data();
+    void windowsOfADisplaySwapTogether();
+    void displaysHaveObserversOfTheirOwn();
+    void releaseDecidesOnTheForm_data();
+    void releaseDecidesOnTheForm();
     void numbersHaveNoExponents();
     void segmentsCoverTheirPartOfTheWall();
     void whatCannotBeSaidIsListed_data();
@@ -141,7 +151,9 @@ void tst_zohpcExport::equalizerFileIsWhole()
                  "node { name \"a\" connection { hostname \"a\" } pipe { device 0 "
                  "window { name \"window 1\" viewport [ 0 0 400 300 ] attributes { hint_fullscreen ON } "
                  "channel { name \"P\" viewport [ 0 0 1 1 ] } } } } "
-                 "observer { } layout { name \"P\" view { } } canvas { name \"P\" layout \"P\" "
+                 "observer { name \"display 1\" eye_base 0.06 } "
+                 "layout { name \"P\" view { observer \"display 1\" mode MONO } } canvas { name \"P\" layout "
+                 "\"P\" "
                  "segment { channel \"P\" viewport [ 0 0 1 1 ] "
                  // The fourth corner: lower left + (upper right - lower right).
                  "wall { bottom_left [ -1 0 -2 ] bottom_right [ 0.5 0 -2.000125 ] "
@@ -200,7 +212,13 @@ void tst_zohpcExport::negativePositionsKeepTheirSign()
     const zoCommandRun run = zoCommandRun::zohpc(
         {"export", "--paraview", "-"}, setup(s_plane, window("a", viewport("P"), "x=\"-5\" y=\"0\"")));
 
-    QCOMPARE(machines(run.output).value(0).geometry, QStringLiteral("400x300-5+0"));
+    QCOMPARE(machines(run.output).value(0).geometry, QStringLiteral("400x300+-5+0"));
+    QCOMPARE(machines(zoCommandRun::zohpc({"export", "--paraview", "-"},
+                                          setup(s_plane, window("a", viewport("P"), "x=\"-50\" y=\"-40\"")))
+                          .output)
+                 .value(0)
+                 .geometry,
+             QStringLiteral("400x300+-50+-40"));
 }
 
 void tst_zohpcExport::windowsBeyondAnyScreenAreLeftOut_data()
@@ -298,6 +316,219 @@ void tst_zohpcExport::namesFitTheFormat()
     QCOMPARE(machines(paraView.output).value(0).name, QStringLiteral("x\"&<y"));
 }
 
+// The engine ends at the first sign that its lexer does not know within a string.
+void tst_zohpcExport::namesHoldWhatTheLexerTakes_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QByteArray>("written");
+
+    QTest::newRow("kept") << QByteArray("Wall-1.a_2, 50% &amp; @x &lt;y&gt; a:b! /c")
+                          << QByteArray("Wall-1.a_2, 50% & @x <y> a:b! /c");
+    QTest::newRow("accents") << QByteArray("Gro\xc3\x9f"
+                                           "e W\xc3\xa4nde")
+                             << QByteArray("Gro_e Wande");
+    QTest::newRow("brackets") << QByteArray("W[1](a)+{b}") << QByteArray("W_1__a___b_");
+    QTest::newRow("comment") << QByteArray("a#b") << QByteArray("a_b");
+    QTest::newRow("other-plane") << QByteArray("\xf0\x9f\x98\x80") << QByteArray("_");
+    QTest::newRow("nothing-left") << QByteArray("\\") << QByteArray("unnamed");
+}
+
+void tst_zohpcExport::namesHoldWhatTheLexerTakes()
+{
+    QFETCH(QByteArray, name);
+    QFETCH(QByteArray, written);
+    const QByteArray plane = QByteArray(s_plane).replace("\"P\"", '"' + name + '"');
+    // A second one of which nothing else is left.
+    const QByteArray text =
+        setup(plane + QByteArray(s_plane).replace("\"P\"", '"' + name + "\\\""),
+              window("a", viewport(name)) + window("a", viewport(name + '\\'), "x=\"400\""));
+
+    const zoCommandRun run = zoCommandRun::zohpc({"export", "--equalizer", "-"}, text);
+
+    QVERIFY2(run.output.contains("channel \"" + written + "\"\n"), run.output.constData());
+    QVERIFY2(run.output.contains("channel \"" + written + " 2\"\n"), run.output.constData());
+    QVERIFY(run.output.contains("layout \"" + written + " 2\"\n"));
+    QRegularExpressionMatchIterator names =
+        QRegularExpression(QStringLiteral("\"[^\"]*\"")).globalMatch(QString::fromUtf8(run.output));
+    static const QRegularExpression lexer(QStringLiteral("^\"[-., _%&@<>:a-zA-Z0-9! /]*\"$"));
+    while (names.hasNext()) {
+        const QString string = names.next().captured();
+        QVERIFY2(string.contains(lexer), qUtf8Printable(string));
+    }
+}
+
+void tst_zohpcExport::eyesAreWrittenForEqualizer_data()
+{
+    QTest::addColumn<QByteArray>("eye");
+    QTest::addColumn<QString>("mode");
+    QTest::addColumn<QString>("hint"); // of the window
+    QTest::addColumn<QString>("segment");
+    QTest::addColumn<QString>("colours");
+
+    const QString masks("global { EQ_COMPOUND_IATTR_STEREO_ANAGLYPH_LEFT_MASK [ %1 ] "
+                        "EQ_COMPOUND_IATTR_STEREO_ANAGLYPH_RIGHT_MASK [ %2 ] }");
+    QTest::newRow("mono") << QByteArray("mono") << "MONO"
+                          << ""
+                          << ""
+                          << "";
+    QTest::newRow("left") << QByteArray("left") << "STEREO"
+                          << "hint_stereo OFF"
+                          << "eye [ LEFT ]"
+                          << "";
+    QTest::newRow("right") << QByteArray("right") << "STEREO"
+                           << "hint_stereo OFF"
+                           << "eye [ RIGHT ]"
+                           << "";
+    QTest::newRow("double-buffered") << QByteArray("stereo") << "STEREO"
+                                     << "hint_stereo ON"
+                                     << ""
+                                     << "";
+    QTest::newRow("red-cyan") << QByteArray("redcyan") << "STEREO"
+                              << "hint_stereo OFF"
+                              << "" << masks.arg("RED", "GREEN BLUE");
+    QTest::newRow("blue-yellow") << QByteArray("blueyellow") << "STEREO"
+                                 << "hint_stereo OFF"
+                                 << "" << masks.arg("BLUE", "RED GREEN");
+    QTest::newRow("green-magenta") << QByteArray("greenmagenta") << "STEREO"
+                                   << "hint_stereo OFF"
+                                   << "" << masks.arg("GREEN", "RED BLUE");
+    QTest::newRow("interlaced-is-unknown") << QByteArray("horizontalinterlaced") << "MONO"
+                                           << ""
+                                           << ""
+                                           << "";
+}
+
+void tst_zohpcExport::eyesAreWrittenForEqualizer()
+{
+    QFETCH(QByteArray, eye);
+    QFETCH(QString, mode);
+    QFETCH(QString, hint);
+    QFETCH(QString, segment);
+    QFETCH(QString, colours);
+
+    const zoCommandRun run = zoCommandRun::zohpc(
+        {"export", "--equalizer", "-"}, setup(s_plane, window("a", viewport("P", "eye=\"" + eye + "\""))));
+
+    QCOMPARE(run.errors.contains("the eye "), eye == "horizontalinterlaced");
+    QCOMPARE(block(run.output, "layout\n"),
+             "layout { name \"P\" view { observer \"display 1\" mode " + mode + " } }");
+    QVERIFY(block(run.output, "window\n").contains(hint));
+    QCOMPARE(block(run.output, "window\n").contains("hint_stereo"), !hint.isEmpty());
+    QVERIFY(block(run.output, "segment\n").contains(segment));
+    QCOMPARE(block(run.output, "segment\n").contains("eye ["), !segment.isEmpty());
+    QCOMPARE(block(run.output, "global\n"), colours);
+}
+
+// A view is in stereo or not; of colours a file has one pair.
+void tst_zohpcExport::eyesOfOneFileKeepApart()
+{
+    const QByteArray text = setup(s_plane, window("a", viewport("P", "eye=\"redcyan\"")) +
+                                               window("b", viewport("P", "eye=\"mono\"")) +
+                                               window("b", viewport("P", "eye=\"blueyellow\""), "x=\"400\""));
+
+    const zoCommandRun run = zoCommandRun::zohpc({"export", "--equalizer", "-"}, text);
+
+    QCOMPARE(run.output.count("canvas\n"), 2);
+    QCOMPARE(run.output.count("mode STEREO"), 1);
+    QCOMPARE(run.output.count("LEFT_MASK [ RED ]"), 1);
+    QVERIFY(
+        run.errors.contains("the eye \"blueyellow\" of viewport 1 of window 3 of display 1 is not written"));
+    QCOMPARE(run.errors.count("the eye "), 1);
+}
+
+void tst_zohpcExport::windowsOfADisplaySwapTogether_data()
+{
+    QTest::addColumn<QByteArray>("sync");
+    QTest::addColumn<QByteArray>("windows");
+    QTest::addColumn<int>("barriers");
+    QTest::addColumn<QByteArray>("barrier");
+
+    const QByteArray one = window("a", viewport("P", "", "left") + viewport("P", "", "right"));
+    const QByteArray two = one + window("b", viewport("P"));
+    QTest::newRow("one-window") << QByteArray("false") << one << 0 << QByteArray();
+    QTest::newRow("two-windows") << QByteArray("false") << two << 2
+                                 << QByteArray("swapbarrier { name \"display 1\" }\n");
+    QTest::newRow("one-window-in-hardware")
+        << QByteArray("true") << one << 1
+        << QByteArray("swapbarrier { name \"display 1\" NV_group 1 NV_barrier 1 }\n");
+    QTest::newRow("two-windows-in-hardware")
+        << QByteArray("true") << two << 2
+        << QByteArray("swapbarrier { name \"display 1\" NV_group 1 NV_barrier 1 }\n");
+}
+
+void tst_zohpcExport::windowsOfADisplaySwapTogether()
+{
+    QFETCH(QByteArray, sync);
+    QFETCH(QByteArray, windows);
+    QFETCH(int, barriers);
+    QFETCH(QByteArray, barrier);
+
+    const zoCommandRun run =
+        zoCommandRun::zohpc({"export", "--equalizer", "-"},
+                            setup(s_plane, windows).replace("user=\"1\"", "hardwaresync=\"" + sync + '"'));
+
+    QCOMPARE(run.errors, QByteArray());
+    QCOMPARE(run.output.count("swapbarrier"), barriers);
+    QCOMPARE(barrier.isEmpty() ? 0 : run.output.count(barrier), barriers);
+}
+
+// Two displays are two persons, each with the distance of their eyes.
+void tst_zohpcExport::displaysHaveObserversOfTheirOwn()
+{
+    const QByteArray text = setup(s_plane, window("a", viewport("P", "eye=\"left\"")) +
+                                               "</display><display eyeseparation=\"70\">" +
+                                               window("b", viewport("P", "eye=\"right\"")));
+
+    const zoCommandRun equalizer = zoCommandRun::zohpc({"export", "--equalizer", "-"}, text);
+    const zoCommandRun old = zoCommandRun::zohpc({"export", "--paraview", "-", "--release", "6.1"}, text);
+    const zoCommandRun present =
+        zoCommandRun::zohpc({"export", "--paraview", "-", "--release", "6.2.1"}, text);
+
+    QCOMPARE(equalizer.errors, QByteArray());
+    QVERIFY(equalizer.output.contains("observer { name \"display 1\" eye_base 0.06 }\n"));
+    QVERIFY(equalizer.output.contains("observer { name \"display 2\" eye_base 0.07 }\n"));
+    QCOMPARE(equalizer.output.count("view { observer \"display 2\" mode STEREO }"), 1);
+    QVERIFY(old.errors.contains("the eye separation of 70 mm of display 2 is not written"));
+    QCOMPARE(old.errors.count("the eye \""), 2);
+    QVERIFY(!old.output.contains("Viewer"));
+    QVERIFY(!old.output.contains("StereoType"));
+    QCOMPARE(present.errors, QByteArray());
+    QVERIFY(present.output.contains("<Viewer Id=\"0\" EyeSeparation=\"0.06\"/>\n"));
+    QVERIFY(present.output.contains("<Viewer Id=\"1\" EyeSeparation=\"0.07\"/>\n"));
+    QVERIFY(present.output.contains("<Machine Name=\"a\" ViewerId=\"0\" StereoType=\"Left\"\n"));
+    QVERIFY(present.output.contains("<Machine Name=\"b\" ViewerId=\"1\" StereoType=\"Right\"\n"));
+}
+
+void tst_zohpcExport::releaseDecidesOnTheForm_data()
+{
+    QTest::addColumn<QString>("release");
+    QTest::addColumn<bool>("hasProcess");
+    QTest::addColumn<bool>("hasStereo");
+
+    QTest::newRow("before") << "5.11" << true << false;
+    QTest::newRow("with-a-third-number") << "5.11.2" << true << false;
+    QTest::newRow("last-with-a-process") << "6.0" << true << false;
+    QTest::newRow("first-without-a-process") << "6.1" << false << false;
+    QTest::newRow("first-with-stereo") << "6.2" << false << true;
+    QTest::newRow("later") << "10.0" << false << true;
+}
+
+void tst_zohpcExport::releaseDecidesOnTheForm()
+{
+    QFETCH(QString, release);
+    QFETCH(bool, hasProcess);
+    QFETCH(bool, hasStereo);
+
+    const zoCommandRun run =
+        zoCommandRun::zohpc({"export", "--paraview", "-", "--release", release},
+                            setup(s_plane, window("a", viewport("P", "eye=\"stereo\""))));
+
+    QCOMPARE(machines(run.output).size(), 1);
+    QCOMPARE(run.output.contains("<Process Type=\"server\">"), hasProcess);
+    QCOMPARE(run.output.contains("StereoType=\"Crystal Eyes\""), hasStereo);
+    QCOMPARE(run.errors.contains("the eye \"stereo\""), !hasStereo);
+}
+
 void tst_zohpcExport::numbersHaveNoExponents()
 {
     const QByteArray text =
@@ -335,9 +566,19 @@ void tst_zohpcExport::whatCannotBeSaidIsListed_data()
     const QByteArray good = window("b", viewport("P"));
     QTest::newRow("blending") << setup(QByteArray(s_plane).replace("/>", " edgeblending=\"true\"/>"), good)
                               << QByteArray("the edge blending of \"P\" is not written\n");
-    QTest::newRow("eye") << setup(s_plane, window("a", viewport("P", "eye=\"left\"")))
-                         << QByteArray(
-                                "the eye \"left\" of viewport 1 of window 1 of display 1 is not written\n");
+    QTest::newRow("eye")
+        << setup(s_plane, window("a", viewport("P", "eye=\"left\"")))
+        << QByteArray(
+               "for ParaView: the eye \"left\" of viewport 1 of window 1 of display 1 is not written\n");
+    QTest::newRow("eye-of-neither")
+        << setup(s_plane, window("a", viewport("P", "eye=\"splitbottomtop\"")))
+        << QByteArray("the eye \"splitbottomtop\" of viewport 1 of window 1 of display 1 is not written\n");
+    QTest::newRow("full-screen") << setup(s_plane, window("a", viewport("P"), "fullscreen=\"true\""))
+                                 << QByteArray("for ParaView: full screen (1 windows) is not written: they "
+                                               "open in their size at their place\n");
+    QTest::newRow("host-name") << setup(s_plane, window("a[1]", viewport("P")), R"(<node name="a[1]"/>)")
+                               << QByteArray(
+                                      "for Equalizer: the host name \"a[1]\" is written as \"a_1_\"\n");
     QTest::newRow("flip") << setup(s_plane, window("a", viewport("P", "flipx=\"true\"")))
                           << QByteArray("the flip of viewport 1 of window 1 of display 1 is not written\n");
     QTest::newRow("gateway")
@@ -345,7 +586,8 @@ void tst_zohpcExport::whatCannotBeSaidIsListed_data()
         << QByteArray("the gateway \"gw\" is not written: the hosts behind it must be reached directly\n");
     QTest::newRow("sync-and-camera")
         << setup(s_plane, good).replace("user=\"1\"", "camera=\"C\" hardwaresync=\"true\"")
-        << QByteArray("the hardware sync of display 1 is not written\nthe camera \"C\" of display 1 is not "
+        << QByteArray("for ParaView: the hardware sync of display 1 is not written\nthe camera \"C\" of "
+                      "display 1 is not "
                       "written\n");
     QTest::newRow("no-node")
         << setup(s_plane, window("", viewport("P")) + good)
@@ -415,6 +657,13 @@ void tst_zohpcExport::wrongUsageIsTold()
              "--- errors\nzohpc export: one file at a time" + help);
     QCOMPARE(zoCommandRun::zohpc({"export", "--paraview", "c", "--pixel-pitch", "0"}).whole(),
              "--- errors\nzohpc export: --pixel-pitch: \"0\" is no size in millimetres" + help);
+    for (const char* release : {"", "5", "5.", "x.1", "5.11a", "-5.1", "1234.1"})
+        QCOMPARE(
+            zoCommandRun::zohpc({"export", "--paraview", "c", QString("--release=%1").arg(release)}).whole(),
+            "--- errors\nzohpc export: --release: \"" + QByteArray(release) +
+                "\" is no release such as 5.11" + help);
+    QCOMPARE(zoCommandRun::zohpc({"export", "--equalizer", "c", "--release", "5.11"}).whole(),
+             "--- errors\nzohpc export: --release is for --paraview" + help);
 }
 
 ZO_TEST_MAIN(tst_zohpcExport)

@@ -1,11 +1,18 @@
 #include "zoEngineFiles.h"
 
+#include "zoHPCDisplayItem.h"
+#include "zoHPCDisplayTables.h"
+#include "zoHPCWindowItem.h"
+
 #include <QHash>
 #include <QSet>
 #include <QStringList>
 
 #include <algorithm>
+#include <cstring>
 #include <iterator>
+#include <map>
+#include <tuple>
 #include <vector>
 
 namespace
@@ -27,30 +34,55 @@ QString metres(const Point3& point)
            number(point.z / 1000.0);
 }
 
-// X, Y and so on with the sign that X geometries need.
-QString offset(int value)
+// Letters and digits of ASCII, and the signs that strings of Equalizer may hold.
+bool canStandInName(QChar c)
 {
-    return (value < 0 ? QString() : QStringLiteral("+")) + QString::number(value);
+    const ushort u = c.unicode();
+    return (u >= 'a' && u <= 'z') || (u >= 'A' && u <= 'Z') || (u >= '0' && u <= '9') ||
+           (u != 0 && u < 0x80 && std::strchr(" -._,%&@<>:!/", int(u)) != nullptr);
 }
 
-// What a string of the format can hold: no quotes, no control characters.
-QString plain(const QString& text)
+// What anaglyph glasses let through to each eye.
+struct Colours
 {
-    QString result;
-    for (const QChar c : text) {
-        if (c.unicode() >= 0x20 && c.unicode() != 0x7f && c != QLatin1Char('"') && c != QLatin1Char('\\'))
-            result += c;
+    const char* eye; // the word of the document
+    const char* left;
+    const char* right;
+};
+
+constexpr Colours s_colours[] = {{"redcyan", "RED", "GREEN BLUE"},
+                                 {"blueyellow", "BLUE", "RED GREEN"},
+                                 {"greenmagenta", "GREEN", "RED BLUE"}};
+
+const Colours* coloursOf(const QString& eye)
+{
+    for (const Colours& colours : s_colours) {
+        if (eye == QLatin1String(colours.eye))
+            return &colours;
     }
-    return result.simplified();
+    return nullptr;
 }
 
-// Plain names, each once.
+// Those of the first picture with colours; null for none.
+const Colours* coloursOf(const std::vector<zoHPCRenderSetup::Picture>& pictures)
+{
+    for (const zoHPCRenderSetup::Picture& picture : pictures) {
+        if (const Colours* const colours = coloursOf(picture.eye))
+            return colours;
+    }
+    return nullptr;
+}
+
+const QLatin1String s_doubleBuffered("stereo"); // the document's word for a window with buffers for both eyes
+
+// Names that Equalizer reads, each once.
 class UniqueNames
 {
 public:
     QString add(const QString& text)
     {
-        const QString base = plain(text).isEmpty() ? QStringLiteral("unnamed") : plain(text);
+        const QString plain = zoEngineFiles::equalizerName(text);
+        const QString base = plain.isEmpty() ? QStringLiteral("unnamed") : plain;
         QString name = base;
         int& count = m_counts[base];
         for (count = qMax(count, 1); m_names.contains(name);)
@@ -112,18 +144,24 @@ QStringList ordered(const std::vector<zoHPCRenderSetup::Picture>& pictures, Key 
     }
     return result;
 }
+
 // The configuration for an Equalizer server: where pictures are drawn (nodes, pipes, windows, channels), then
-// what they show (a canvas for each wall).
+// who sees what (an observer for each display, a canvas for each wall).
 class EqualizerFile
 {
 public:
-    explicit EqualizerFile(const zoHPCRenderSetup& setup) : m_pictures(setup.pictures())
+    explicit EqualizerFile(const zoHPCRenderSetup& setup) : m_setup(setup), m_pictures(setup.pictures())
     {
         UniqueNames names;
         m_channels.reserve(m_pictures.size());
-        for (const Picture& picture : m_pictures)
+        for (const Picture& picture : m_pictures) {
             m_channels.push_back(names.add(picture.projection));
+            m_windows[displayOf(picture)].insert(picture.window);
+            if (picture.eye == s_doubleBuffered)
+                m_doubleBuffered.insert(picture.window);
+        }
 
+        writeColours();
         m_writer.open("server");
         m_writer.open("config");
         m_writer.line(
@@ -131,11 +169,8 @@ public:
         const QStringList hosts = ordered(m_pictures, [](const Picture& p) { return p.host; });
         for (const QString& host : hosts)
             writeNode(host);
-        m_writer.line(QStringLiteral("observer { }"));
-        UniqueNames wallNames;
-        const QStringList walls = ordered(m_pictures, [](const Picture& p) { return p.wall; });
-        for (const QString& wall : walls)
-            writeCanvas(wall, quoted(wallNames.add(wall)));
+        writeObservers();
+        writeCanvases();
         m_writer.close();
         m_writer.close();
     }
@@ -148,8 +183,9 @@ private:
     void writeNode(const QString& host)
     {
         m_writer.open("node");
-        m_writer.line(QStringLiteral("name %1").arg(quoted(plain(host))));
-        m_writer.line(QStringLiteral("connection { hostname %1 }").arg(quoted(plain(host))));
+        m_writer.line(QStringLiteral("name %1").arg(quoted(zoEngineFiles::equalizerName(host))));
+        m_writer.line(
+            QStringLiteral("connection { hostname %1 }").arg(quoted(zoEngineFiles::equalizerName(host))));
         std::vector<Picture> ofHost;
         std::copy_if(m_pictures.begin(), m_pictures.end(), std::back_inserter(ofHost),
                      [&](const Picture& p) { return p.host == host; });
@@ -189,8 +225,16 @@ private:
         m_writer.line(
             QStringLiteral("name %1").arg(quoted(QStringLiteral("window %1").arg(picture.window + 1))));
         m_writer.line(QStringLiteral("viewport %1").arg(rectangle(picture.windowGeometry)));
+        QStringList hints;
         if (picture.isFullScreen)
-            m_writer.line(QStringLiteral("attributes { hint_fullscreen ON }"));
+            hints << QStringLiteral("hint_fullscreen ON");
+        // One that is not asked for takes colours apart, or both eyes where one is meant.
+        const bool isDoubleBuffered = m_doubleBuffered.contains(picture.window);
+        if (isDoubleBuffered || isStereo(picture))
+            hints << (isDoubleBuffered ? QStringLiteral("hint_stereo ON")
+                                       : QStringLiteral("hint_stereo OFF"));
+        if (!hints.isEmpty())
+            m_writer.line(QStringLiteral("attributes { %1 }").arg(hints.join(QLatin1Char(' '))));
     }
 
     void writeChannel(const Picture& picture, const QString& name)
@@ -204,19 +248,62 @@ private:
         m_writer.close();
     }
 
-    void writeCanvas(const QString& wall, const QString& name)
+    void writeColours()
     {
+        const Colours* const colours = coloursOf(m_pictures);
+        if (colours == nullptr)
+            return;
+        m_writer.open("global");
+        m_writer.line(QStringLiteral("EQ_COMPOUND_IATTR_STEREO_ANAGLYPH_LEFT_MASK [ %1 ]")
+                          .arg(QLatin1String(colours->left)));
+        m_writer.line(QStringLiteral("EQ_COMPOUND_IATTR_STEREO_ANAGLYPH_RIGHT_MASK [ %1 ]")
+                          .arg(QLatin1String(colours->right)));
+        m_writer.close();
+    }
+
+    void writeObservers()
+    {
+        QSet<int> known;
+        for (const Picture& picture : m_pictures) {
+            if (!known.contains(displayOf(picture)))
+                m_writer.line(QStringLiteral("observer { name %1 eye_base %2 }")
+                                  .arg(quoted(observerOf(picture)), number(picture.eyeSeparation / 1000.0)));
+            known.insert(displayOf(picture));
+        }
+    }
+
+    // What one person sees of one wall, in stereo or not, is one canvas: a view is either.
+    void writeCanvases()
+    {
+        std::map<std::tuple<int, int, bool>, std::size_t> indices;
+        std::vector<std::vector<std::size_t>> canvases;
+        for (std::size_t i = 0; i < m_pictures.size(); ++i) {
+            const Picture& picture = m_pictures[i];
+            const auto [entry, isNew] =
+                indices.insert({{picture.wallItem, displayOf(picture), isStereo(picture)}, canvases.size()});
+            if (isNew)
+                canvases.emplace_back();
+            canvases[entry->second].push_back(i);
+        }
+        UniqueNames names;
+        for (const std::vector<std::size_t>& pictures : canvases)
+            writeCanvas(pictures, quoted(names.add(m_pictures[pictures.front()].wall)));
+    }
+
+    void writeCanvas(const std::vector<std::size_t>& pictures, const QString& name)
+    {
+        const Picture& first = m_pictures[pictures.front()];
         m_writer.open("layout");
         m_writer.line(QStringLiteral("name %1").arg(name));
-        m_writer.line(QStringLiteral("view { }"));
+        m_writer.line(QStringLiteral("view { observer %1 mode %2 }")
+                          .arg(quoted(observerOf(first)),
+                               isStereo(first) ? QStringLiteral("STEREO") : QStringLiteral("MONO")));
         m_writer.close();
         m_writer.open("canvas");
         m_writer.line(QStringLiteral("name %1").arg(name));
         m_writer.line(QStringLiteral("layout %1").arg(name));
-        for (std::size_t i = 0; i < m_pictures.size(); ++i) {
-            if (m_pictures[i].wall == wall)
-                writeSegment(m_pictures[i], m_channels[i]);
-        }
+        for (const std::size_t picture : pictures)
+            writeSegment(m_pictures[picture], m_channels[picture]);
         m_writer.close();
     }
 
@@ -224,7 +311,10 @@ private:
     {
         m_writer.open("segment");
         m_writer.line(QStringLiteral("channel %1").arg(quoted(channel)));
+        if (picture.eye == QLatin1String("left") || picture.eye == QLatin1String("right"))
+            m_writer.line(QStringLiteral("eye [ %1 ]").arg(picture.eye.toUpper()));
         m_writer.line(QStringLiteral("viewport %1").arg(rectangle(picture.part)));
+        writeSwapBarrier(picture);
         m_writer.open("wall");
         m_writer.line(QStringLiteral("bottom_left [ %1 ]").arg(metres(picture.plane.lowerLeft)));
         m_writer.line(QStringLiteral("bottom_right [ %1 ]").arg(metres(picture.plane.lowerRight)));
@@ -233,42 +323,171 @@ private:
         m_writer.close();
     }
 
+    // All windows of a display show their next picture together; each of them joins once.
+    void writeSwapBarrier(const Picture& picture)
+    {
+        if (m_joined.contains(picture.window))
+            return;
+        m_joined.insert(picture.window);
+        const QString name = quoted(observerOf(picture));
+        if (zoEngineFiles::hasHardwareSync(m_setup, picture))
+            m_writer.line(QStringLiteral("swapbarrier { name %1 NV_group 1 NV_barrier 1 }").arg(name));
+        else if (m_windows[displayOf(picture)].size() > 1)
+            m_writer.line(QStringLiteral("swapbarrier { name %1 }").arg(name));
+    }
+
+    int displayOf(const Picture& picture) const
+    {
+        return m_setup.layout().windows()[std::size_t(picture.window)].display;
+    }
+
+    QString observerOf(const Picture& picture) const
+    {
+        return QStringLiteral("display %1").arg(displayOf(picture));
+    }
+
+    bool isStereo(const Picture& picture) const
+    {
+        const zoHPCDisplayTables::StereoMode* const mode = zoHPCDisplayTables::stereoMode(picture.eye);
+        return mode != nullptr && mode->eyes != zoHPCDisplayTables::StereoMode::Eyes::Mono &&
+               zoEngineFiles::hasEqualizerEye(m_setup, picture.eye);
+    }
+
+    const zoHPCRenderSetup& m_setup;        // not owned
     const std::vector<Picture>& m_pictures; // not owned
     std::vector<QString> m_channels;        // the name of each picture
+    QHash<int, QSet<int>> m_windows;        // of each display
+    QSet<int> m_doubleBuffered;             // windows
+    QSet<int> m_joined;                     // windows with a swap barrier
     BraceWriter m_writer;
 };
-} // namespace
 
-QByteArray zoEngineFiles::paraView(const zoHPCRenderSetup& setup)
+// A display is only named where a host has more than one screen: pvserver would else not follow its environment.
+QSet<QString> hostsWithScreens(const std::vector<zoHPCRenderSetup::Picture>& pictures)
 {
-    // A display is only named where a host has more than one screen: pvserver would else not follow its
-    // environment.
-    QSet<QString> several;
+    QSet<QString> result;
     QHash<QString, int> screens;
-    for (const zoHPCRenderSetup::Picture& picture : setup.pictures()) {
+    for (const zoHPCRenderSetup::Picture& picture : pictures) {
         if (picture.screen > 0 || screens.value(picture.host, picture.screen) != picture.screen)
-            several.insert(picture.host);
+            result.insert(picture.host);
         screens.insert(picture.host, picture.screen);
     }
+    return result;
+}
 
-    QString text = QStringLiteral("<?xml version=\"1.0\" ?>\n<pvx>\n  <Process Type=\"server\">\n"
-                                  "    <EyeSeparation Value=\"%1\"/>\n")
-                       .arg(number(setup.eyeSeparation() / 1000.0));
-    for (const zoHPCRenderSetup::Picture& picture : setup.pictures()) {
-        const QRect& g = picture.geometry;
-        text += QStringLiteral("    <Machine Name=\"%1\"").arg(picture.host.toHtmlEscaped());
-        if (several.contains(picture.host) && picture.screen >= 0)
-            text += QStringLiteral(" Environment=\"DISPLAY=:0.%1\"").arg(picture.screen);
-        text +=
-            QStringLiteral("\n             Geometry=\"%1x%2%3%4\"\n")
-                .arg(QString::number(g.width()), QString::number(g.height()), offset(g.x()), offset(g.y()));
-        text += QStringLiteral("             LowerLeft=\"%1\"\n             LowerRight=\"%2\"\n"
-                               "             UpperRight=\"%3\"/>\n")
-                    .arg(metres(picture.plane.lowerLeft), metres(picture.plane.lowerRight),
-                         metres(picture.plane.upperRight));
+QString machine(const zoHPCRenderSetup::Picture& picture, bool namesDisplay, const QString& attributes)
+{
+    const QRect& g = picture.geometry;
+    QString text = QStringLiteral("    <Machine Name=\"%1\"").arg(picture.host.toHtmlEscaped());
+    if (picture.screen >= 0 && namesDisplay)
+        text += QStringLiteral(" Environment=\"DISPLAY=:0.%1\"").arg(picture.screen);
+    // Both places have their plus, also before a minus: "+-50+-40".
+    text += attributes + QStringLiteral("\n             Geometry=\"%1x%2+%3+%4\"\n")
+                             .arg(QString::number(g.width()), QString::number(g.height()),
+                                  QString::number(g.x()), QString::number(g.y()));
+    text += QStringLiteral("             LowerLeft=\"%1\"\n             LowerRight=\"%2\"\n"
+                           "             UpperRight=\"%3\"/>\n")
+                .arg(metres(picture.plane.lowerLeft), metres(picture.plane.lowerRight),
+                     metres(picture.plane.upperRight));
+    return text;
+}
+} // namespace
+
+const char* zoEngineFiles::paraViewStereo(const QString& eye)
+{
+    struct Word
+    {
+        const char* eye;
+        const char* stereo;
+    };
+    static constexpr Word words[] = {{"mono", ""},
+                                     {"", ""},
+                                     {"left", "Left"},
+                                     {"right", "Right"},
+                                     {"stereo", "Crystal Eyes"},
+                                     {"horizontalinterlaced", "Interlaced"},
+                                     {"splitleftright", "SplitViewportHorizontal"},
+                                     {"redcyan", "Anaglyph"}};
+    for (const Word& word : words) {
+        if (eye == QLatin1String(word.eye))
+            return word.stereo;
     }
-    text += QStringLiteral("  </Process>\n</pvx>\n");
-    return text.toUtf8();
+    return nullptr;
+}
+
+bool zoEngineFiles::hasEqualizerEye(const zoHPCRenderSetup& setup, const QString& eye)
+{
+    const zoHPCDisplayTables::StereoMode* const mode = zoHPCDisplayTables::stereoMode(eye);
+    if (mode == nullptr || mode->eyes != zoHPCDisplayTables::StereoMode::Eyes::Both ||
+        eye == s_doubleBuffered)
+        return true;
+    const Colours* const colours = coloursOf(eye);
+    return colours != nullptr && colours == coloursOf(setup.pictures());
+}
+
+bool zoEngineFiles::hasHardwareSync(const zoHPCRenderSetup& setup, const zoHPCRenderSetup::Picture& picture)
+{
+    const QTreeWidgetItem* const window = setup.layout().windows()[std::size_t(picture.window)].item;
+    const auto* const display = dynamic_cast<const zoHPCDisplayItem*>(window->parent());
+    return display != nullptr && display->getBool(zoHPCDisplayItem::HardwareSync);
+}
+
+QString zoEngineFiles::equalizerName(const QString& text)
+{
+    // Letters without their accents; what else is no letter is no sign either.
+    QString result;
+    const QString decomposed = text.normalized(QString::NormalizationForm_KD);
+    for (const QChar c : decomposed) {
+        if (canStandInName(c))
+            result += c;
+        else if ((c.isPrint() || c.isHighSurrogate()) && !c.isMark() && !c.isLowSurrogate() &&
+                 c != QLatin1Char('"') && c != QLatin1Char('\\'))
+            result += QLatin1Char('_');
+    }
+    return result.simplified();
+}
+
+QByteArray zoEngineFiles::paraView(const zoHPCRenderSetup& setup, const zoParaViewRelease& release)
+{
+    QString text = QStringLiteral("<?xml version=\"1.0\" ?>\n<pvx>\n");
+    if (release.hasProcess())
+        text += QStringLiteral("  <Process Type=\"server\">\n");
+    text += QStringLiteral("    <EyeSeparation Value=\"%1\"/>\n").arg(number(setup.eyeSeparation() / 1000.0));
+
+    const QSet<QString> several = hostsWithScreens(setup.pictures());
+    // Viewers are the displays, numbered from 0 without gaps.
+    std::vector<int> viewers;
+    std::vector<double> separations;
+    for (const zoHPCRenderSetup::Picture& picture : setup.pictures()) {
+        const int display = setup.layout().windows()[std::size_t(picture.window)].display;
+        const auto known = std::find(viewers.begin(), viewers.end(), display);
+        if (known != viewers.end())
+            continue;
+        viewers.push_back(display);
+        separations.push_back(picture.eyeSeparation);
+    }
+    const bool hasViewers = release.hasViewers() && viewers.size() > 1;
+    if (hasViewers) {
+        text += QStringLiteral("    <IndependentViewers>\n");
+        for (std::size_t i = 0; i < separations.size(); ++i)
+            text += QStringLiteral("      <Viewer Id=\"%1\" EyeSeparation=\"%2\"/>\n")
+                        .arg(QString::number(i), number(separations[i] / 1000.0));
+        text += QStringLiteral("    </IndependentViewers>\n");
+    }
+    for (const zoHPCRenderSetup::Picture& picture : setup.pictures()) {
+        const int display = setup.layout().windows()[std::size_t(picture.window)].display;
+        QString attributes;
+        if (hasViewers)
+            attributes = QStringLiteral(" ViewerId=\"%1\"")
+                             .arg(std::find(viewers.begin(), viewers.end(), display) - viewers.begin());
+        const char* const stereo = release.hasViewers() ? paraViewStereo(picture.eye) : nullptr;
+        if (stereo != nullptr && *stereo != '\0')
+            attributes += QStringLiteral(" StereoType=\"%1\"").arg(QLatin1String(stereo));
+        text += machine(picture, several.contains(picture.host), attributes);
+    }
+    if (release.hasProcess())
+        text += QStringLiteral("  </Process>\n");
+    return text.toUtf8() + "</pvx>\n";
 }
 
 QByteArray zoEngineFiles::equalizer(const zoHPCRenderSetup& setup)

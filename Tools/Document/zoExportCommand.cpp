@@ -14,13 +14,14 @@ QString zoExportCommand::description() const
 {
     return tr("Writes the same wall for other engines that render distributed. What these cannot say, such "
               "as blending,\n"
-              "eyes and gateways, is listed on standard error; the exit code is 0 all the same.");
+              "flips and gateways, is listed on standard error; the exit code is 0 all the same.");
 }
 
 QStringList zoExportCommand::examples() const
 {
     return {QStringLiteral("zohpc export wall.zhpc --paraview wall.pvx\t") +
-                tr("then: mpirun -host ... pvserver wall.pvx, one rank per machine in the file's order"),
+                tr("then, with one rank per machine in the file's order: mpirun -host ... pvserver --pvx "
+                   "wall.pvx"),
             QStringLiteral("zohpc export wall.zhpc --equalizer wall.eqc\t") + tr("for eqServer"),
             QStringLiteral("zohpc convert old.xml | zohpc export --paraview -\t") +
                 tr("from standard input to standard output")};
@@ -33,6 +34,11 @@ void zoExportCommand::addArguments(QCommandLineParser& parser) const
     parser.addOption({QStringLiteral("equalizer"),
                       tr("Write <file.eqc> for an Equalizer server; \"-\" for standard output."),
                       tr("file.eqc")});
+    parser.addOption(
+        {QStringLiteral("release"),
+         tr("The release of ParaView (default 5.11); from 6.2 on each machine has its eye and its "
+            "viewer."),
+         tr("N.M"), QStringLiteral("5.11")});
     parser.addOption(
         {QStringLiteral("pixel-pitch"),
          tr("Millimetres of a pixel of tiled walls, which have no size of their own (default 1)."), tr("N"),
@@ -56,6 +62,13 @@ int zoExportCommand::execute(const QCommandLineParser& parser)
         return usageError(tr("--pixel-pitch: \"%1\" is no size in millimetres")
                               .arg(parser.value(QStringLiteral("pixel-pitch"))));
 
+    zoExportNotes::Targets targets{!paraView.isEmpty(), !equalizer.isEmpty(), zoParaViewRelease()};
+    if (!targets.release.read(parser.value(QStringLiteral("release"))))
+        return usageError(
+            tr("--release: \"%1\" is no release such as 5.11").arg(parser.value(QStringLiteral("release"))));
+    if (parser.isSet(QStringLiteral("release")) && paraView.isEmpty())
+        return usageError(tr("--release is for --paraview"));
+
     const QString file = parser.positionalArguments().value(0, QStringLiteral("-"));
     QStringList outputs{paraView, equalizer};
     outputs.removeAll(QString());
@@ -63,7 +76,7 @@ int zoExportCommand::execute(const QCommandLineParser& parser)
     if (!zoTextFile::mayWrite(outputs, file) || !setup.readFile(file))
         return zoConsole::Unusable;
     const zoHPCRenderSetup rendering(setup.displays(), setup.hosts().master(), pitch);
-    const zoExportNotes notes(rendering);
+    const zoExportNotes notes(rendering, targets);
     const zoSourcePlaces places(setup);
     for (const zoExportNotes::Note& note : notes.notes()) {
         const zoSourcePlaces::Place place = places.place(note.item);
@@ -74,7 +87,7 @@ int zoExportCommand::execute(const QCommandLineParser& parser)
         return zoConsole::ProblemsFound;
     }
     if (!paraView.isEmpty() &&
-        !zoTextFile::write(paraView, QString::fromUtf8(zoEngineFiles::paraView(rendering))))
+        !zoTextFile::write(paraView, QString::fromUtf8(zoEngineFiles::paraView(rendering, targets.release))))
         return zoConsole::Unusable;
     if (!equalizer.isEmpty() &&
         !zoTextFile::write(equalizer, QString::fromUtf8(zoEngineFiles::equalizer(rendering))))

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zoParaViewRelease.h"
+
 #include <QCoreApplication>
 #include <QString>
 
@@ -20,18 +22,32 @@ public:
         QString text;
     };
 
+    // What is written.
+    struct Targets
+    {
+        bool paraView = false;
+        bool equalizer = false;
+        zoParaViewRelease release;
+    };
+
     // The setup outlives the notes.
-    explicit zoExportNotes(const zoHPCRenderSetup& setup);
+    zoExportNotes(const zoHPCRenderSetup& setup, const Targets& targets);
 
     const std::vector<Note>& notes() const { return m_notes; }
 
 private:
+    enum Engine : unsigned { ParaView = 1, Equalizer = 2, All = ParaView | Equalizer };
+
     void noteDisplays();
+    void noteFullScreen();
+    void noteHosts();
     void noteGateways();
     void noteProjections();
     void noteViewports();
-    void note(const QTreeWidgetItem* item, const QString& text);
+    // What the engines leave out; nothing when none of them is written.
+    void note(const QTreeWidgetItem* item, const QString& text, unsigned engines = All);
 
     const zoHPCRenderSetup& m_setup;
+    const Targets m_targets;
     std::vector<Note> m_notes;
 };
