@@ -270,7 +270,8 @@ void tst_zohpcFormat::everyLossIsTold_data()
                                           "-:1:10: the attribute \"version\" of \"cluster\" becomes \"1\"\n");
     QTest::newRow("attribute-given-twice")
         << QByteArray("<cluster version='1'>\n<master a='1' a='2'/><!-- b --></cluster>")
-        << QByteArray("-:2:1: what of the text from here on is left out cannot be told\n");
+        << QByteArray("-:2:9: the attribute \"a\" of \"master\" becomes \"2\"\n"
+                      "-:2:22: the comment is left out\n");
     QTest::newRow("after-a-nul") << QByteArray("<cluster version='1'/>\0 more", 28)
                                  << QByteArray("-:1:23: everything from the NUL character on is left out\n");
 }

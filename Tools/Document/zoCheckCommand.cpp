@@ -2,22 +2,34 @@
 
 #include "zoClusterSetup.h"
 #include "zoConsole.h"
-#include "zoHPCLayout.h"
-#include "zoHPCProblems.h"
+#include "zoHPCDocumentProblems.h"
+#include "zoHPCSuggestion.h"
 #include "zoJson.h"
-#include "zoSourcePlaces.h"
+
+#include <QFile>
 
 namespace
 {
-QJsonObject jsonOf(const zoHPCProblem& problem, const QString& file, const zoSourcePlaces::Place& place)
+using Problem = zoHPCDocumentProblems::Problem;
+
+QJsonObject jsonOf(const Problem& problem, const QString& file)
 {
     return {{QStringLiteral("file"), file},
-            {QStringLiteral("line"), place.line},
-            {QStringLiteral("column"), place.column},
+            {QStringLiteral("line"), problem.place.line},
+            {QStringLiteral("column"), problem.place.column},
             {QStringLiteral("code"), zoHPCProblem::kindName(problem.kind)},
-            {QStringLiteral("severity"), zoHPCProblem::severityName(problem.severity())},
+            {QStringLiteral("severity"), zoHPCProblem::severityName(zoHPCProblem::severityOf(problem.kind))},
             {QStringLiteral("text"), problem.message},
-            {QStringLiteral("fix"), problem.hasFix() ? QJsonValue(problem.fixText) : QJsonValue()}};
+            {QStringLiteral("fix"), problem.fixText.isEmpty() ? QJsonValue() : QJsonValue(problem.fixText)}};
+}
+
+QByteArray lineOf(const Problem& problem, const QString& file)
+{
+    return QStringLiteral("%1:%2:%3: %4: %5 [%6]\n")
+        .arg(file, QString::number(problem.place.line), QString::number(problem.place.column),
+             zoHPCProblem::severityName(zoHPCProblem::severityOf(problem.kind)), problem.message,
+             zoHPCProblem::kindName(problem.kind))
+        .toUtf8();
 }
 } // namespace
 
@@ -26,7 +38,9 @@ QString zoCheckCommand::description() const
     return tr(
         "Reads configurations and lists their problems, as the problem list of the cluster window does: "
         "what would\n"
-        "keep a window dark or make it show something wrong. Exit code 1 when something was found.");
+        "keep a window dark or make it show something wrong. What the text holds and nobody reads, such as\n"
+        "misspelt attributes, is told as well. Exit code 1 when errors or warnings were found, 0 for notes "
+        "only.");
 }
 
 QStringList zoCheckCommand::examples() const
@@ -37,6 +51,10 @@ QStringList zoCheckCommand::examples() const
 
 void zoCheckCommand::addArguments(QCommandLineParser& parser) const
 {
+    parser.addOption({QStringLiteral("explain"),
+                      tr("Tell what a problem means on the wall and how to mend it, by the code that stands "
+                         "behind each message."),
+                      tr("CODE")});
     parser.addOption(
         {QStringLiteral("json"), tr("Write JSON: a list of objects with \"file\", \"line\", "
                                     "\"column\", \"code\", \"severity\", \"text\" and \"fix\".")});
@@ -46,6 +64,8 @@ void zoCheckCommand::addArguments(QCommandLineParser& parser) const
 
 int zoCheckCommand::execute(const QCommandLineParser& parser)
 {
+    if (parser.isSet(QStringLiteral("explain")))
+        return explain(parser.value(QStringLiteral("explain")));
     const QStringList files = parser.positionalArguments();
     if (files.isEmpty())
         return usageError(tr("no file given"));
@@ -56,31 +76,48 @@ int zoCheckCommand::execute(const QCommandLineParser& parser)
     QJsonArray list;
     for (const QString& file : files) {
         zoClusterSetup setup;
-        if (!setup.readFile(file)) {
+        std::vector<Problem> problems;
+        if (!setup.readFile(file, problems)) {
             result = zoConsole::Unusable;
             continue;
         }
-        const zoHPCLayout layout(setup.displays().getProjectionItems(), setup.displays().getWindowItems(),
-                                 setup.hosts().master());
-        const zoHPCProblems::List problems = zoHPCProblems::find(layout);
-        if (problems.empty())
-            continue;
-        const zoSourcePlaces places(setup);
-        for (const zoHPCProblem& problem : problems) {
-            const zoSourcePlaces::Place place = places.place(problem.item);
-            if (problem.severity() != zoHPCProblem::Severity::Note)
+        for (const Problem& problem : problems) {
+            if (zoHPCProblem::severityOf(problem.kind) != zoHPCProblem::Severity::Note)
                 result = qMax<int>(result, zoConsole::ProblemsFound);
             if (isJson)
-                list << jsonOf(problem, file, place);
+                list << jsonOf(problem, file);
             else
-                text += QStringLiteral("%1:%2:%3: %4: %5 [%6]\n")
-                            .arg(file, QString::number(place.line), QString::number(place.column),
-                                 zoHPCProblem::severityName(problem.severity()), problem.message,
-                                 zoHPCProblem::kindName(problem.kind))
-                            .toUtf8();
+                text += lineOf(problem, file);
         }
     }
     if (!zoConsole::write(isJson ? zoJson::text(list) : text))
         return zoConsole::Unusable;
     return result;
+}
+
+int zoCheckCommand::explain(const QString& code) const
+{
+    QFile page(QStringLiteral(":/manual/problems.md"));
+    QString section;
+    QStringList codes;
+    if (page.open(QIODevice::ReadOnly)) {
+        const QStringList lines = QString::fromUtf8(page.readAll()).split(QLatin1Char('\n'));
+        bool isIn = false;
+        for (const QString& line : lines) {
+            if (line.startsWith(QLatin1Char('#'))) {
+                isIn = line == QLatin1String("### ") + code;
+                if (line.startsWith(QLatin1String("### ")))
+                    codes << line.mid(4);
+            }
+            if (isIn)
+                section += line + QLatin1Char('\n');
+        }
+    }
+    if (!section.isEmpty())
+        return zoConsole::write((section.trimmed() + QLatin1Char('\n')).toUtf8()) ? zoConsole::Fine
+                                                                                  : zoConsole::Unusable;
+    const QString meant = zoHPCSuggestion::closest(code, codes);
+    return usageError(meant.isEmpty()
+                          ? tr("there is no problem \"%1\"").arg(code)
+                          : tr("there is no problem \"%1\": did you mean \"%2\"?").arg(code, meant));
 }

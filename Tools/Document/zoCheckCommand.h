@@ -12,4 +12,8 @@ protected:
     QStringList examples() const override;
     void addArguments(QCommandLineParser& parser) const override;
     int execute(const QCommandLineParser& parser) override;
+
+private:
+    // Prints the section of the manual about a problem; returns the exit code.
+    int explain(const QString& code) const;
 };

@@ -1,7 +1,9 @@
 #include "zoClusterSetup.h"
 
 #include "zoConsole.h"
+#include "zoDocumentLosses.h"
 #include "zoHPCDocumentText.h"
+#include "zoHPCTextCheck.h"
 
 #include <QCoreApplication>
 
@@ -9,9 +11,33 @@
 
 bool zoClusterSetup::readFile(const QString& fileName)
 {
+    QDomDocument document;
+    if (!readText(fileName, document))
+        return false;
+    readDocument(document);
+    return true;
+}
+
+bool zoClusterSetup::readFile(const QString& fileName, std::vector<zoHPCDocumentProblems::Problem>& problems)
+{
+    QDomDocument document;
+    if (!readText(fileName, document))
+        return false;
+    zoHPCTextCheck check(m_file.text);
+    check.mend(document);
+    readDocument(document);
+    problems = zoHPCDocumentProblems::find(check, displays(), hosts().master());
+    if (m_file.isCut) {
+        const zoHPCProblem::Kind kind = zoHPCProblem::Kind::StrayText;
+        problems.push_back({kind, {m_file.cutLine, m_file.cutColumn}, zoDocumentLosses::cutText(), {}});
+    }
+    return true;
+}
+
+bool zoClusterSetup::readText(const QString& fileName, QDomDocument& document)
+{
     if (!zoTextFile::read(fileName, m_file))
         return false;
-    QDomDocument document;
     zoHPCDocumentText::Refusal refusal;
     if (!zoHPCDocumentText::parse(m_file.text, document, refusal)) {
         const QString reason = refusal.reason.isEmpty()
@@ -29,7 +55,6 @@ bool zoClusterSetup::readFile(const QString& fileName)
                                   .arg(root));
         return false;
     }
-    readDocument(document);
     return true;
 }
 

@@ -1,10 +1,13 @@
 #pragma once
 
 #include "zoHPCConfiguration.h"
+#include "zoHPCDocumentProblems.h"
 #include "zoTextFile.h"
 
 #include <QDomDocument>
 #include <QString>
+
+#include <vector>
 
 // A configuration that a command reads from a file: what it holds and writes is what the cluster window would.
 class zoClusterSetup final
@@ -12,6 +15,9 @@ class zoClusterSetup final
 public:
     // Reads a configuration file; prints an error and returns false when it holds none.
     bool readFile(const QString& fileName);
+    // The same with all problems of the file. Afterwards the setup is what the file was meant to be, as far as that can
+    // be guessed.
+    bool readFile(const QString& fileName, std::vector<zoHPCDocumentProblems::Problem>& problems);
     // Reads a document that is known to be good.
     void readDocument(QDomDocument& document);
 
@@ -27,6 +33,8 @@ public:
     QString text() const { return m_configuration.text(); }
 
 private:
+    bool readText(const QString& fileName, QDomDocument& document);
+
     zoTextFile::Content m_file;
     zoHPCConfiguration m_configuration;
 };

@@ -1,10 +1,11 @@
 #include "zoDocumentLosses.h"
 
+#include "zoHPCTextParts.h"
+
 #include <zoClusterTags.h>
 
 #include <QCoreApplication>
 #include <QHash>
-#include <QXmlStreamReader>
 
 #include <algorithm>
 
@@ -15,53 +16,19 @@ QString tr(const char* text)
     return QCoreApplication::translate("zoDocumentLosses", text);
 }
 
-struct Attribute
-{
-    QString name;
-    QString value;
-    int offset; // in the text
-};
+using Attribute = zoHPCTextParts::Attribute;
+using Kind = zoHPCTextParts::Kind;
 
 // A part of a document that can get lost.
 struct Part
 {
-    QXmlStreamReader::TokenType type;
+    Kind kind;
     int offset;
     QString tag;    // of an element
     QString parent; // its nearest known ancestor
     QVector<Attribute> attributes;
     bool holdsKeys = false;
 };
-
-// Where the attributes of the start tag at `offset` begin, by name.
-QHash<QString, int> attributeOffsets(const QString& text, int offset)
-{
-    QHash<QString, int> offsets;
-    const auto at = [&text](int i) { return i < text.size() ? text.at(i) : QChar(QLatin1Char('>')); };
-    const auto endsName = [](QChar c) {
-        return c.isSpace() || c == QLatin1Char('=') || c == QLatin1Char('/') || c == QLatin1Char('>');
-    };
-    int i = offset + 1;
-    while (!endsName(at(i)))
-        ++i;
-    while (at(i) != QLatin1Char('>')) {
-        if (endsName(at(i))) {
-            ++i;
-            continue;
-        }
-        const int begin = i;
-        while (!endsName(at(i)))
-            ++i;
-        offsets.insert(text.mid(begin, i - begin), begin);
-        while (at(i) != QLatin1Char('"') && at(i) != QLatin1Char('\'') && at(i) != QLatin1Char('>'))
-            ++i;
-        if (at(i) != QLatin1Char('>')) {
-            const int end = text.indexOf(at(i), i + 1);
-            i = end < 0 ? text.size() : end + 1;
-        }
-    }
-    return offsets;
-}
 
 bool isKnown(const QString& tag)
 {
@@ -74,91 +41,30 @@ bool isKnown(const QString& tag)
     return false;
 }
 
-Part elementPart(const QXmlStreamReader& reader, const QString& text, int offset, const QStringList& around)
-{
-    Part part{reader.tokenType(), offset, reader.qualifiedName().toString(), QString(), {}};
-    for (const QString& tag : around) {
-        if (isKnown(tag))
-            part.parent = tag;
-    }
-    const QXmlStreamAttributes attributes = reader.attributes();
-    const QHash<QString, int> offsets =
-        attributes.isEmpty() ? QHash<QString, int>() : attributeOffsets(text, offset);
-    for (const QXmlStreamAttribute& attribute : attributes) {
-        const QString name = attribute.qualifiedName().toString();
-        part.attributes.append({name, attribute.value().toString(), offsets.value(name, offset)});
-    }
-    return part;
-}
-
-// Where the token begins that the reader read from `from` on. It may have read the first characters of it
-// before, and may have skipped blanks.
-int beginOf(const QXmlStreamReader& reader, const QString& text, int from)
-{
-    const auto find = [&text, from](const QString& mark) {
-        return qMax(0, text.indexOf(mark, qMax(0, from - mark.size())));
-    };
-    switch (reader.tokenType()) {
-    case QXmlStreamReader::StartElement:
-        return find(QLatin1Char('<') + reader.qualifiedName());
-    case QXmlStreamReader::Comment:
-        return find(QStringLiteral("<!--"));
-    case QXmlStreamReader::ProcessingInstruction:
-        return find(QStringLiteral("<?"));
-    case QXmlStreamReader::Invalid:
-        from = qMin(from, text.size());
-        return from > 0 && text.at(from - 1) == QLatin1Char('<') ? from - 1 : from;
-    default:
-        while (from < text.size() && text.at(from).isSpace())
-            ++from;
-        return from;
-    }
-}
-
-// The parts of a text that parses, in its order, without blanks, declaration and document type, which says
-// nothing that is not in its place already. Texts in a "key" are the value of that.
+// The parts of a text that parses, in its order. Texts in a "key" are the value of that.
 QVector<Part> partsOf(const QString& text)
 {
     const QString key = QStringLiteral("key");
+    const zoHPCTextParts source(text);
     QVector<Part> parts;
-    QVector<int> open;
-    QStringList around;
-    QXmlStreamReader reader(text);
-    reader.setNamespaceProcessing(false);
-    while (!reader.atEnd()) {
-        const int from = int(reader.characterOffset());
-        const QXmlStreamReader::TokenType type = reader.readNext();
-        const int offset = beginOf(reader, text, from);
-        switch (type) {
-        case QXmlStreamReader::StartElement:
-            parts.append(elementPart(reader, text, offset, around));
-            open.append(parts.size() - 1);
-            around.append(parts.constLast().tag);
-            if (around.constLast() == key) {
-                for (const int i : qAsConst(open))
-                    parts[i].holdsKeys = true;
-            }
-            break;
-        case QXmlStreamReader::EndElement:
-            open.removeLast();
-            around.removeLast();
-            break;
-        case QXmlStreamReader::Characters:
-            if (reader.isWhitespace() || around.contains(key))
-                break;
-            parts.append(Part{type, offset, {}, {}, {}});
-            break;
-        case QXmlStreamReader::Comment:
-        case QXmlStreamReader::ProcessingInstruction:
-            parts.append(Part{type, offset, {}, {}, {}});
-            break;
-        case QXmlStreamReader::
-            Invalid: // to this reader; others let more pass, such as attributes given twice
-            parts.append(Part{type, offset, {}, {}, {}});
-            break;
-        default:
-            break;
-        }
+    // Of each part of the source: what it became, its nearest known ancestor, whether it is in a "key".
+    QVector<int> places;
+    QVector<QString> known;
+    QVector<bool> isInKey;
+    for (const zoHPCTextParts::Part& part : source.parts()) {
+        const int around = part.parent;
+        const QString tag = around < 0 ? QString() : source.parts().at(around).tag;
+        known.append(around < 0 ? QString() : isKnown(tag) ? tag : known.at(around));
+        isInKey.append(around >= 0 && (tag == key || isInKey.at(around)));
+        const bool isLeftOut = part.kind == Kind::Text && isInKey.constLast();
+        places.append(isLeftOut ? -1 : parts.size());
+        if (!isLeftOut)
+            parts.append({part.kind, part.offset, part.tag, known.constLast(), part.attributes});
+        if (part.kind != Kind::Element || part.tag != key)
+            continue;
+        for (int i = places.size() - 1; i >= 0 && !parts.at(places.at(i)).holdsKeys;
+             i = source.parts().at(i).parent)
+            parts[places.at(i)].holdsKeys = true;
     }
     return parts;
 }
@@ -174,14 +80,12 @@ public:
     // What is lost of a part that no configuration holds; nothing of an element.
     void addOther(const Part& part)
     {
-        if (part.type == QXmlStreamReader::Comment)
+        if (part.kind == Kind::Comment)
             add(part.offset, tr("the comment is left out"));
-        else if (part.type == QXmlStreamReader::ProcessingInstruction)
+        else if (part.kind == Kind::Instruction)
             add(part.offset, tr("the processing instruction is left out"));
-        else if (part.type == QXmlStreamReader::Characters)
+        else if (part.kind == Kind::Text)
             add(part.offset, tr("the text is left out"));
-        else if (part.type == QXmlStreamReader::Invalid)
-            add(part.offset, tr("what of the text from here on is left out cannot be told"));
     }
 
     QVector<zoDocumentLosses::Loss> take()
@@ -273,7 +177,7 @@ void compare(const Part& source, const Part& canonical, bool isUpgraded, Collect
         if (saysNothing(attribute, source.tag))
             continue;
         const QString kept = valueOf(canonical, attribute.name);
-        if (withBlanks(kept) == withBlanks(attribute.value))
+        if (withBlanks(kept) == withBlanks(attribute.value) || (!attribute.isWhole && !kept.isEmpty()))
             continue;
         const bool isReference =
             source.tag == zoClusterTags::Viewport && attribute.name == zoClusterTags::Projection;
@@ -307,14 +211,14 @@ QVector<zoDocumentLosses::Loss> zoDocumentLosses::ofFormat(const QString& source
         kept[kindOf(after.at(i))].append(i);
     QHash<QString, int> count;
     for (const Part& part : before) {
-        if (part.type == QXmlStreamReader::StartElement)
+        if (part.kind == Kind::Element)
             ++count[kindOf(part)];
     }
     QHash<QString, int> next;
     bool isUpgraded = false;
     Collector losses(source);
     for (const Part& part : before) {
-        if (part.type != QXmlStreamReader::StartElement) {
+        if (part.kind != Kind::Element) {
             losses.addOther(part);
             continue;
         }
@@ -337,7 +241,7 @@ QVector<zoDocumentLosses::Loss> zoDocumentLosses::ofConversion(const QString& so
     Collector losses(source);
     const QVector<Part> parts = partsOf(source);
     for (const Part& part : parts) {
-        if (part.type != QXmlStreamReader::StartElement) {
+        if (part.kind != Kind::Element) {
             losses.addOther(part);
         } else if (!part.holdsKeys) {
             losses.add(part.offset, tr("the element \"%1\" is left out").arg(part.tag));

@@ -1,11 +1,7 @@
 #pragma once
 
-#include <zoHPCElementScanner.h>
-
-#include <QHash>
-#include <QString>
-
-#include <vector>
+#include <zoHPCTextItems.h>
+#include <zoHPCTextParts.h>
 
 class QTreeWidgetItem;
 class zoClusterSetup;
@@ -14,7 +10,7 @@ class zoClusterSetup;
 class zoSourcePlaces final
 {
 public:
-    using Place = zoHPCElementScanner::Place;
+    using Place = zoHPCTextParts::Place;
 
     // The setup was read from its source().
     explicit zoSourcePlaces(zoClusterSetup& setup);
@@ -23,11 +19,6 @@ public:
     Place place(const QTreeWidgetItem* item) const;
 
 private:
-    void read(const QString& text);
-
-    Place m_master;
-    std::vector<Place> m_hosts;       // networks and nodes in the order of the text
-    std::vector<Place> m_projections; // of the top level
-    std::vector<Place> m_outputs;     // windows and viewports in the order of the text
-    QHash<const QTreeWidgetItem*, Place> m_places;
+    zoHPCTextParts m_text;
+    zoHPCTextItems m_items;
 };

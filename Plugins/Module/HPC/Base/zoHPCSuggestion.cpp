@@ -1,6 +1,7 @@
 #include "zoHPCSuggestion.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <vector>
 
 namespace
@@ -42,9 +43,12 @@ QString zoHPCSuggestion::closest(const QString& word, const QStringList& known)
     int best = 0;
     for (const QString& candidate : known) {
         const QString name = candidate.toLower();
-        const int changes = distance(typed, name);
         // A third of the letters; of short words one.
-        if (changes > std::max(1, std::min(typed.size(), name.size()) / 3) || changes >= name.size())
+        const int most = std::max(1, std::min(typed.size(), name.size()) / 3);
+        if (std::abs(typed.size() - name.size()) > most)
+            continue;
+        const int changes = distance(typed, name);
+        if (changes > most || changes >= name.size())
             continue;
         if (result.isEmpty() || changes < best) {
             result = candidate;

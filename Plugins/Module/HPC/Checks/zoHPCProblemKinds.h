@@ -55,10 +55,12 @@
     ROW(RepeatedAttribute, "repeated-attribute", Error, "An attribute that is given twice")                  \
     ROW(UnknownValue, "unknown-value", Error, "A word that is none of those of its attribute")               \
     ROW(UnreadNumber, "unread-number", Error, "A number that cannot be read")                                \
+    ROW(NumberOutOfRange, "number-out-of-range", Error, "A number that is too small or too large")           \
     ROW(UnknownProjection, "unknown-projection", Error, "A reference to a projection that there is not")     \
-    ROW(MissingHostsFile, "missing-hosts-file", Error, "A hosts file that cannot be read")                   \
+    ROW(MissingHostsFile, "missing-hosts-file", Warning, "A hosts file that cannot be read")                 \
     ROW(LaterVersion, "later-version", Warning, "A configuration of a later version")                        \
-    ROW(StrayText, "stray-text", Warning, "Text that nobody reads")
+    ROW(StrayText, "stray-text", Warning, "Text that nobody reads")                                          \
+    ROW(UncheckedRest, "unchecked-rest", Note, "What is not checked yet")
 
 // One enumerator for each row of both.
 enum class zoHPCProblemKind {
