@@ -182,7 +182,7 @@ void zoTestScene::paintSky(Canvas& canvas) const
 {
     const QColor low(222, 232, 238);
     const QColor high(74, 124, 176);
-    constexpr int Steps = 40;
+    constexpr int Steps = 28;
     for (int i = 0; i < Steps; ++i) {
         const double share = double(i) / (Steps - 1);
         const double elevation = 0.02 + 80.0 * share * share;
@@ -196,7 +196,7 @@ void zoTestScene::paintFloor(Canvas& canvas) const
     const zoWallPoint middle{m_head.x, m_floor, m_head.z};
     const QColor far(158, 172, 172);
     const QColor near(86, 100, 106);
-    constexpr int Steps = 24;
+    constexpr int Steps = 18;
     canvas.fill(circle({m_head.x, m_head.y - Far * std::sin(radians(0.02)), m_head.z}, Far), far, false);
     for (int i = 0; i < Steps; ++i) {
         const double share = double(i) / (Steps - 1);
