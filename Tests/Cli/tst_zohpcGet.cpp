@@ -112,9 +112,10 @@ void tst_zohpcGet::itemIsAllBelowIt()
 {
     const zoCommandRun run = zoCommandRun::zohpc({"get", "-", "gw"}, s_text);
 
-    QCOMPARE(run.whole(), QByteArray("node[gw]/name=gw\nnode[gw]/rendernode=false\nnetwork[2]/speed=1g\n"
-                                     "network[2]/serviceport=8890\nnode[b]/name=b\n"
-                                     "--- errors\n--- exit code 0\n"));
+    QCOMPARE(run.whole(),
+             QByteArray("node[gw]/name=gw\nnode[gw]/rendernode=false\nnetwork[2]/serviceport=8890\n"
+                        "network[2]/speed=1g\nnode[b]/name=b\n"
+                        "--- errors\n--- exit code 0\n"));
 }
 
 void tst_zohpcGet::jsonHoldsThePaths()
@@ -133,9 +134,12 @@ void tst_zohpcGet::whatIsNotThereIsTold_data()
 
     QTest::newRow("node") << "node[z]/enabled" << QByteArray("there is no \"node[z]\"");
     QTest::newRow("bare-name") << "z/enabled" << QByteArray("there is no \"z\"");
-    QTest::newRow("attribute") << "gw/enabeld" << QByteArray("node[gw] has no \"enabeld\"");
+    QTest::newRow("attribute") << "gw/enabeld"
+                               << QByteArray("node[gw] has no \"enabeld\"; did you mean \"enabled\"?");
     QTest::newRow("attribute-of-another-type")
         << "2/distance" << QByteArray("projection[2] has no \"distance\"");
+    QTest::newRow("node-that-was-meant")
+        << "node[gv]/enabled" << QByteArray("there is no \"node[gv]\"; did you mean \"node[gw]\"?");
     QTest::newRow("number-0") << "display[0]/user" << QByteArray("there is no \"display[0]\"");
     QTest::newRow("number-behind-the-last") << "display[3]/user" << QByteArray("there is no \"display[3]\"");
     QTest::newRow("several") << "window/node"

@@ -14,6 +14,7 @@
 #include "zoMergeCommand.h"
 #include "zoNewCommand.h"
 #include "zoNodesCommand.h"
+#include "zoSetCommand.h"
 #include "zoTopologyCommand.h"
 
 #include <QtGlobal>
@@ -73,6 +74,8 @@ const std::vector<zoCommandEntry>& zoCommandTable::entries()
          createInDocument<zoNewCommand>()},
         {"nodes", QT_TRANSLATE_NOOP("zohpc", "the names of the nodes, for pdsh, mpirun and ansible"),
          createInDocument<zoNodesCommand>()},
+        {"set", QT_TRANSLATE_NOOP("zohpc", "changes values of a configuration by their paths"),
+         createInDocument<zoSetCommand>()},
         {"topology", QT_TRANSLATE_NOOP("zohpc", "gateways as the topology.conf of ClusterShell, out and in"),
          createInDocument<zoTopologyCommand>()},
     };

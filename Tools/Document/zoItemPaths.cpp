@@ -1,8 +1,8 @@
 #include "zoItemPaths.h"
 
-#include "zoHPCDisplaySetup.h"
+#include "zoHPCGrammar.h"
 #include "zoHPCOption.h"
-#include "zoHPCProjectionItem.h"
+#include "zoHPCSuggestion.h"
 
 #include <zoClusterIds.h>
 #include <zoClusterTags.h>
@@ -16,30 +16,12 @@ const QLatin1String s_all("*");
 
 bool isKind(const QString& word)
 {
-    for (const QLatin1String tag : {zoClusterTags::Cluster, zoClusterTags::Master, zoClusterTags::Network,
-                                    zoClusterTags::Node, zoClusterTags::Projection, zoClusterTags::Display,
-                                    zoClusterTags::Window, zoClusterTags::Viewport}) {
-        if (word == tag)
-            return true;
-    }
-    return false;
+    return zoHPCGrammar::element(word) != nullptr;
 }
 
 QString step(const QString& kind, const QString& key)
 {
     return kind + QLatin1Char('[') + key + QLatin1Char(']');
-}
-
-QStringList hostAttributes(const QString& kind)
-{
-    namespace O = zoHPCOption;
-    if (kind == zoClusterTags::Master)
-        return {O::NodesFile,           O::ImageCompression,        O::SceneCompression, O::ParallelFrames,
-                O::FramePipelineLength, O::StillFrameSupersampling, O::PixelFormat,      O::StartStopAction};
-    if (kind == zoClusterTags::Network)
-        return {O::Description, O::Enabled, O::NetworkType, O::LinkSpeed,  O::Encrypted,
-                O::IbDevice,    O::IbPort,  O::ServicePort, O::Homogeneous};
-    return {zoClusterTags::NameAttribute, O::Enabled, O::RenderNode, O::IbDevice, O::IbPort, O::ServicePort};
 }
 } // namespace
 
@@ -118,15 +100,14 @@ void zoItemPaths::nameItems()
 
 QStringList zoItemPaths::attributesOf(const QDomElement& element)
 {
-    const QString kind = element.tagName();
-    if (kind == zoClusterTags::Cluster)
-        return {zoClusterTags::VersionAttribute, zoClusterTags::BookingAttribute};
-    if (kind == zoClusterTags::Projection) {
-        const QString type = zoHPCProjectionItem::columns(QString()).at(zoHPCProjectionItem::Type);
-        return zoHPCTreeWidgetItem::attributeOrder(zoHPCProjectionItem::columns(element.attribute(type)));
-    }
-    const QStringList displays = zoHPCDisplaySetup::attributeOrder(kind);
-    return displays.isEmpty() ? hostAttributes(kind) : displays;
+    const zoHPCGrammar::Element* const kind = zoHPCGrammar::element(element.tagName());
+    QStringList names;
+    if (kind == nullptr)
+        return names;
+    for (const zoHPCGrammar::Attribute& attribute :
+         kind->attributes(kind->selector.isEmpty() ? QString() : element.attribute(kind->selector)))
+        names << attribute.name;
+    return names;
 }
 
 bool zoItemPaths::readSteps(const QString& path, std::vector<Step>& steps)
@@ -240,8 +221,23 @@ QString zoItemPaths::missing(const Step& step, const std::vector<int>& scopes) c
         step.hasKey || step.kind.isEmpty()
             ? QLatin1Char('"') + (step.hasKey ? ::step(step.kind, step.key) : step.key) + QLatin1Char('"')
             : step.kind;
-    return scopes.size() == 1 && scopes.front() > 0 ? tr("%1 has no %2").arg(item(scopes.front()).path, what)
-                                                    : tr("there is no %1").arg(what);
+    const bool isOne = scopes.size() == 1 && scopes.front() > 0;
+    QString reason =
+        isOne ? tr("%1 has no %2").arg(item(scopes.front()).path, what) : tr("there is no %1").arg(what);
+    QStringList known;
+    if (isOne && !step.hasKey)
+        known << attributesOf(item(scopes.front()).element);
+    for (const int scope : scopes) {
+        for (int i = scope + 1; i < item(scope).end; ++i) {
+            const Item& candidate = item(i);
+            if (!candidate.name.isEmpty() && (!step.hasKey || candidate.kind == step.kind))
+                known << candidate.name;
+        }
+    }
+    const QString meant = zoHPCSuggestion::closest(step.key, known);
+    if (!meant.isEmpty())
+        reason += tr("; did you mean \"%1\"?").arg(step.hasKey ? ::step(step.kind, meant) : meant);
+    return reason;
 }
 
 QString zoItemPaths::network(int number)
