@@ -94,9 +94,10 @@ void zoDrawCommand::addArguments(QCommandLineParser& parser) const
          tr("Write <file>: svg, png or pdf by its suffix; \"-\" for standard output. May be given more "
             "than once."),
          tr("file")});
-    parser.addOption({QStringLiteral("picture"), tr("What to draw: room, screens or network."), tr("which")});
-    parser.addOption({QStringLiteral("format"), tr("svg (default), png or pdf, for standard output."),
-                      tr("format"), QStringLiteral("svg")});
+    parser.addOption(
+        {QStringLiteral("picture"), tr("What to draw."), QStringLiteral("room|screens|network")});
+    parser.addOption({QStringLiteral("format"), tr("For standard output (default svg)."),
+                      QStringLiteral("svg|png|pdf"), QStringLiteral("svg")});
     parser.addOption({QStringLiteral("title"),
                       tr("Title of the sheet; empty for none (default: the file and the "
                          "picture)."),

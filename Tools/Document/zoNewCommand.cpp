@@ -145,7 +145,7 @@ void zoNewCommand::addArguments(QCommandLineParser& parser) const
                       tr("x,y,z"), QStringLiteral("0,0,0")});
     parser.addOption({QStringLiteral("stereo"),
                       tr("none (default), quad-buffer, or left-right: a window of its own for each eye."),
-                      tr("mode"), QStringLiteral("none")});
+                      QStringLiteral("none|quad-buffer|left-right"), QStringLiteral("none")});
     parser.addOption({QStringLiteral("eye-separation"), tr("Millimetres between the eyes (default 65)."),
                       tr("N"), QStringLiteral("65")});
     parser.addOption({QStringLiteral("name"), tr("Name of the wall (default Wall or Cave)."), tr("text")});

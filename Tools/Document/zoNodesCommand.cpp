@@ -76,7 +76,7 @@ void zoNodesCommand::addArguments(QCommandLineParser& parser) const
         {QStringLiteral("format"),
          tr("lines (default), pdsh (one word with brackets, for clush and srun, too), mpirun (a hostfile) "
             "or ansible (an inventory)."),
-         tr("form"), QStringLiteral("lines")});
+         QStringLiteral("lines|pdsh|mpirun|ansible"), QStringLiteral("lines")});
     parser.addPositionalArgument(QStringLiteral("FILE"), tr("A configuration, \"-\" for standard input."));
 }
 
