@@ -109,11 +109,10 @@ void tst_zohpcCompletion::wordIsCompleted_data()
         << QStringList{"hosts", ""} << QStringList{"expand", "fold", "tree", "--help"};
     QTest::newRow("second-word-after-help") << QStringList{"help", "hosts", "f"} << QStringList{"fold"};
     QTest::newRow("option") << QStringList{"draw", "--s"} << QStringList{"--scale", "--size"};
-    QTest::newRow("file") << QStringList{"check", QString(ZO_COMPLETION).chopped(1)}
-                          << QStringList{ZO_COMPLETION};
+    QTest::newRow("file") << QStringList{"check", ZO_COMPLETION ".f"} << QStringList{ZO_COMPLETION ".fish"};
     QTest::newRow("hosts-text-is-no-file") << QStringList{"hosts", "fold", ""} << QStringList();
     QTest::newRow("value-of-a-short-option")
-        << QStringList{"hosts", "fold", "-f", ZO_COMPLETION} << QStringList{ZO_COMPLETION};
+        << QStringList{"hosts", "fold", "-f", ZO_COMPLETION ".f"} << QStringList{ZO_COMPLETION ".fish"};
     QTest::newRow("value-that-is-no-file") << QStringList{"draw", "--size", ""} << QStringList();
     QTest::newRow("value-of-a-list") << QStringList{"draw", "--picture", "s"} << QStringList{"screens"};
     QTest::newRow("unknown-command") << QStringList{"frobnicate", "x"} << QStringList();

@@ -31,12 +31,12 @@ QStringList lines(const QByteArray& text)
 // What zsh is told for the last of the words; "FILES" for its own completion of files.
 QStringList zshCompletions(const QStringList& words)
 {
-    const QString script = QStringLiteral(
-        "compadd() { while [[ $# -gt 0 && $1 != -- ]]; do shift; done; shift; local w; "
-        "for w in \"$@\"; do [[ $w == ${PREFIX}* ]] && print -r -- $w; done; return 0 }\n"
-        "_files() { print FILES }\n"
-        "file=$1; shift; words=(zohpc \"$@\"); CURRENT=$#words; PREFIX=$words[-1]\n"
-        "source $file");
+    const QString script =
+        QStringLiteral("compadd() { while [[ $# -gt 0 && $1 != -- ]]; do shift; done; shift; local w; "
+                       "for w in \"$@\"; do [[ $w == ${PREFIX}* ]] && print -r -- $w; done; return 0 }\n"
+                       "_files() { print FILES }\n"
+                       "file=$1; shift; words=(zohpc \"$@\"); CURRENT=$#words; PREFIX=$words[-1]\n"
+                       "source $file");
     const zoCommandRun run = zoCommandRun::program(
         "zsh", QStringList{"-f", "-c", script, "zsh", s_folder + "/_zohpc"} + words, {}, environment());
     if (!run.errors.isEmpty())
@@ -48,10 +48,11 @@ QStringList zshCompletions(const QStringList& words)
 QStringList fishCompletions(const QStringList& words)
 {
     const QString line = QLatin1String("zohpc ") + words.join(QLatin1Char(' '));
-    const zoCommandRun run =
-        zoCommandRun::program("fish", {"--no-config", "-c", "source '" + s_folder + "/zohpc.fish'; cd '" +
-                                                                s_folder + "'; complete -C '" + line + "'"},
-                              {}, environment());
+    const zoCommandRun run = zoCommandRun::program(
+        "fish",
+        {"--no-config", "-c",
+         "source '" + s_folder + "/zohpc.fish'; cd '" + s_folder + "'; complete -C '" + line + "'"},
+        {}, environment());
     if (!run.errors.isEmpty())
         qWarning("%s", run.errors.constData());
     QStringList result = lines(run.output);
@@ -90,18 +91,19 @@ void tst_zohpcShells::wordIsCompleted_data()
     for (const char* shell : {"zsh", "fish"}) {
         QTest::addRow("%s-first-word", shell)
             << shell << QStringList{""} << first + QStringList{"help", "--help", "--version"};
-        QTest::addRow("%s-begun-word", shell)
-            << shell << QStringList{"de"} << QStringList{"describe"};
-        QTest::addRow("%s-word-after-help", shell) << shell << QStringList{"help", "dr"} << QStringList{"draw"};
+        QTest::addRow("%s-begun-word", shell) << shell << QStringList{"de"} << QStringList{"describe"};
+        QTest::addRow("%s-word-after-help", shell)
+            << shell << QStringList{"help", "dr"} << QStringList{"draw"};
         QTest::addRow("%s-second-word", shell)
             << shell << QStringList{"hosts", ""} << QStringList{"expand", "fold", "tree", "--help"};
-        QTest::addRow("%s-option", shell) << shell << QStringList{"draw", "--s"} << QStringList{"--scale", "--size"};
+        QTest::addRow("%s-option", shell)
+            << shell << QStringList{"draw", "--s"} << QStringList{"--scale", "--size"};
         QTest::addRow("%s-value-of-a-list", shell)
             << shell << QStringList{"draw", "--picture", ""} << QStringList{"room", "screens", "network"};
-        QTest::addRow("%s-value-that-is-no-file", shell) << shell << QStringList{"draw", "--size", ""}
-                                                         << QStringList();
-        QTest::addRow("%s-hosts-text-is-no-file", shell) << shell << QStringList{"hosts", "fold", ""}
-                                                         << QStringList();
+        QTest::addRow("%s-value-that-is-no-file", shell)
+            << shell << QStringList{"draw", "--size", ""} << QStringList();
+        QTest::addRow("%s-hosts-text-is-no-file", shell)
+            << shell << QStringList{"hosts", "fold", ""} << QStringList();
     }
     QTest::newRow("zsh-file") << "zsh" << QStringList{"check", ""} << QStringList{"FILES"};
     QTest::newRow("zsh-value-of-a-short-option")
@@ -167,8 +169,8 @@ void tst_zohpcShells::zshFindsItByItsName()
 
     const zoCommandRun run = zoCommandRun::program(
         "zsh",
-        {"-f", "-c", "fpath=($1 $fpath); autoload -U compinit; compinit -u -d $2; print -r -- $_comps[zohpc]", "zsh",
-         s_folder, m_files.path("dump")},
+        {"-f", "-c", "fpath=($1 $fpath); autoload -U compinit; compinit -u -d $2; print -r -- $_comps[zohpc]",
+         "zsh", s_folder, m_files.path("dump")},
         {}, environment());
 
     QCOMPARE(run.output, QByteArray("_zohpc\n"));

@@ -30,14 +30,16 @@ function __zohpc_complete
     set -l previous $words[-1]
     set -l options
     for line in ($program (string split ' ' -- $command) --help 2>/dev/null)
-        set -l match (string match -r -- '^  (?:(-[[:alnum:]]), )?(--[[:alnum:]-]+)(?: <([^>]*)>)? +(.*)$' $line)[2..-1]
-        test -n "$match[2]"; or continue
-        set -a options $match[2]\t$match[4]
-        if test -n "$match[3]"; and contains -- $previous $match[1] $match[2]
-            if string match -q 'file*' -- $match[3]
+        set -l option (string match -r -- '^  (?:-[[:alnum:]], )?(--[[:alnum:]-]+)' $line)[2]
+        test -n "$option"; or continue
+        set -l short (string match -r -- '^  (-[[:alnum:]]), ' $line)[2]
+        set -l value (string match -r -- '^  (?:-[[:alnum:]], )?--[[:alnum:]-]+ <([^>]*)>' $line)[2]
+        set -a options $option\t(string replace -r -- '^  [^<>]*?--[[:alnum:]-]+( <[^>]*>)? *' '' $line)
+        if test -n "$value"; and contains -- $previous $option $short
+            if string match -q 'file*' -- $value
                 __fish_complete_path $current
-            else if string match -q '*|*' -- $match[3]
-                string split '|' -- $match[3]
+            else if string match -q '*|*' -- $value
+                string split '|' -- $value
             end
             return
         end
