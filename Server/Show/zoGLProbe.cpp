@@ -74,6 +74,23 @@ bool zoGLProbe::isHardwareRenderer(const QString& renderer)
     return !renderer.isEmpty();
 }
 
+bool zoGLProbe::joinSwapGroup(QOpenGLContext& context)
+{
+    using CurrentDisplay = void* (*)();
+    using CurrentDrawable = unsigned long (*)();
+    using Join = int (*)(void* display, unsigned long drawable, unsigned group);
+    using Bind = int (*)(void* display, unsigned group, unsigned barrier);
+    if (!hasBindingExtension(context, "GLX_NV_swap_group"))
+        return false;
+    const auto display = reinterpret_cast<CurrentDisplay>(context.getProcAddress("glXGetCurrentDisplay"));
+    const auto drawable = reinterpret_cast<CurrentDrawable>(context.getProcAddress("glXGetCurrentDrawable"));
+    const auto join = reinterpret_cast<Join>(context.getProcAddress("glXJoinSwapGroupNV"));
+    const auto bind = reinterpret_cast<Bind>(context.getProcAddress("glXBindSwapBarrierNV"));
+    // One group of all windows of a machine, and one barrier of all machines.
+    return display != nullptr && drawable != nullptr && join != nullptr && bind != nullptr &&
+           join(display(), drawable(), 1) != 0 && bind(display(), 1, 1) != 0;
+}
+
 // Functions of extensions that a driver does not have are not null all the same: only the list tells.
 bool zoGLProbe::hasBindingExtension(QOpenGLContext& context, const char* name)
 {

@@ -21,4 +21,7 @@ struct zoGLProbe
     static bool isHardwareRenderer(const QString& renderer);
     // The extensions of the window system's binding, which functions of these need not be missing without.
     static bool hasBindingExtension(QOpenGLContext& context, const char* name);
+    // Has the hardware swap the window of the context that is current together with those of other machines that are
+    // cabled to it. False where it cannot, or refuses.
+    static bool joinSwapGroup(QOpenGLContext& context);
 };

@@ -1,6 +1,7 @@
 #include "zoGLSurface.h"
 
 #include "zoGLMixer.h"
+#include "zoGLProbe.h"
 #include "zoShowWindow.h"
 #include "zoWindowPicture.h"
 
@@ -34,8 +35,10 @@ std::unique_ptr<QOpenGLFramebufferObject> makeFramebuffer(const QSize& size, int
 }
 } // namespace
 
-zoGLSurface::zoGLSurface(bool wantsQuadBuffer)
-    : m_window(std::make_unique<zoShowWindow>(QSurface::OpenGLSurface)), m_wantsQuadBuffer(wantsQuadBuffer)
+zoGLSurface::zoGLSurface(bool wantsQuadBuffer, bool wantsSwapGroup)
+    : m_window(std::make_unique<zoShowWindow>(QSurface::OpenGLSurface))
+    , m_wantsQuadBuffer(wantsQuadBuffer)
+    , m_wantsSwapGroup(wantsSwapGroup)
 {
     QSurfaceFormat format;
     format.setRenderableType(QSurfaceFormat::OpenGL);
@@ -78,6 +81,7 @@ QString zoGLSurface::create()
     m_renderer = QString::fromLatin1(reinterpret_cast<const char*>(m_gl->glGetString(GL_RENDERER)));
     // What was asked for is granted or, without a word, not.
     m_hasQuadBuffer = m_wantsQuadBuffer && m_context->format().stereo();
+    m_isInSwapGroup = m_wantsSwapGroup && zoGLProbe::joinSwapGroup(*m_context);
     m_mixer = std::make_unique<zoGLMixer>(*m_gl);
     return m_mixer->isValid() ? QString() : tr("the GL driver takes no shaders");
 }

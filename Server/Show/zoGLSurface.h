@@ -19,13 +19,14 @@ class zoViewportPicture;
 class zoGLSurface final : public zoShowSurface
 {
 public:
-    // With a quad buffer if the machine has one.
-    explicit zoGLSurface(bool wantsQuadBuffer);
+    // With a quad buffer and in the swap group if the machine has them.
+    zoGLSurface(bool wantsQuadBuffer, bool wantsSwapGroup);
     ~zoGLSurface() override;
 
     // After the window has its screen and place: makes the window's context. Empty, or why there is none.
     QString create();
     bool hasQuadBuffer() const { return m_hasQuadBuffer; }
+    bool isInSwapGroup() const { return m_isInSwapGroup; }
 
     zoShowWindow& window() override { return *m_window; }
     QString description() const override;
@@ -50,5 +51,7 @@ private:
     std::unique_ptr<QOpenGLFramebufferObject> m_smooth;  // with samples
     QString m_renderer;
     bool m_wantsQuadBuffer;
+    bool m_wantsSwapGroup;
     bool m_hasQuadBuffer = false;
+    bool m_isInSwapGroup = false;
 };

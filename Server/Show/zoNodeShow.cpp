@@ -79,7 +79,8 @@ QString zoNodeShow::openWindow(int index)
         return tr("no GL 3.3: %1").arg(zoGLProbe::machine().renderer);
     zoGLSurface* gl = nullptr;
     if (isGL) {
-        auto surface = std::make_unique<zoGLSurface>(entry.picture->wantsQuadBuffer());
+        auto surface = std::make_unique<zoGLSurface>(entry.picture->wantsQuadBuffer(),
+                                                     !isRehearsal && entry.picture->window().hardwareSync);
         gl = surface.get();
         entry.surface = std::move(surface);
     } else {
@@ -97,19 +98,30 @@ QString zoNodeShow::openWindow(int index)
         return failure;
     connect(&window, &zoShowWindow::exposed, this, [this, index] { noteExposed(index); });
 
-    m_remarks.append(tr("window %1: %2 × %3 pixels, %4")
-                         .arg(entry.picture->name(), QString::number(place.geometry.width()),
-                              QString::number(place.geometry.height()), entry.surface->description()));
-    if (entry.picture->wantsQuadBuffer() && (gl == nullptr || !gl->hasQuadBuffer()))
-        m_remarks.append(
-            tr("window %1: no quad buffer here, both eyes see one picture").arg(entry.picture->name()));
-    const QSize meant = entry.picture->window().geometry.size();
-    if (!isRehearsal && meant != place.geometry.size())
-        m_remarks.append(tr("window %1: the screen has %2 × %3 pixels, the configuration %4 × %5")
-                             .arg(entry.picture->name(), QString::number(place.geometry.width()),
-                                  QString::number(place.geometry.height()), QString::number(meant.width()),
-                                  QString::number(meant.height())));
+    remark(*entry.picture, *entry.surface, gl, isRehearsal);
     return {};
+}
+
+// What a person who looks for the reason of what is seen wants to know.
+void zoNodeShow::remark(const zoWindowPicture& picture, zoShowSurface& surface, const zoGLSurface* gl,
+                        bool isRehearsal)
+{
+    const QSize size = surface.window().size();
+    m_remarks.append(tr("window %1: %2 × %3 pixels, %4")
+                         .arg(picture.name(), QString::number(size.width()), QString::number(size.height()),
+                              surface.description()));
+    if (picture.wantsQuadBuffer() && (gl == nullptr || !gl->hasQuadBuffer()))
+        m_remarks.append(tr("window %1: no quad buffer here, both eyes see one picture").arg(picture.name()));
+    if (!isRehearsal && picture.window().hardwareSync && (gl == nullptr || !gl->isInSwapGroup()))
+        m_remarks.append(
+            tr("window %1: no hardware sync here, it is swapped together with the others without")
+                .arg(picture.name()));
+    const QSize meant = picture.window().geometry.size();
+    if (!isRehearsal && meant != size)
+        m_remarks.append(tr("window %1: the screen has %2 × %3 pixels, the configuration %4 × %5")
+                             .arg(picture.name(), QString::number(size.width()),
+                                  QString::number(size.height()), QString::number(meant.width()),
+                                  QString::number(meant.height())));
 }
 
 // Drawn with GL where that is faster, or has what nothing else has.
@@ -121,7 +133,8 @@ bool zoNodeShow::takesGL(const zoWindowPicture& picture) const
         return false;
     const zoGLProbe& machine = zoGLProbe::machine();
     return machine.isAvailable &&
-           (machine.isHardware || (machine.hasQuadBuffer && picture.wantsQuadBuffer()));
+           (machine.isHardware || (machine.hasQuadBuffer && picture.wantsQuadBuffer()) ||
+            (machine.hasSwapGroup && picture.window().hardwareSync));
 }
 
 void zoNodeShow::close()

@@ -15,6 +15,7 @@
 #include <vector>
 
 class QScreen;
+class zoGLSurface;
 class zoShowSurface;
 
 // The windows of the nodes that one process shows. Windows are numbered through in the order of the setup. A frame is
@@ -81,6 +82,8 @@ private:
     };
 
     QString openWindow(int index);
+    void remark(const zoWindowPicture& picture, zoShowSurface& surface, const zoGLSurface* gl,
+                bool isRehearsal);
     bool takesGL(const zoWindowPicture& picture) const;
     void noteExposed(int index);
 

@@ -39,6 +39,7 @@ private slots:
     void glDrawsWhatRasterDraws_data();
     void glDrawsWhatRasterDraws();
     void quadBufferThatIsMissingIsTold();
+    void hardwareSyncThatIsMissingIsTold();
     void softwareIsNoReasonForGL();
 
 private:
@@ -413,6 +414,20 @@ void tst_zoNodeShowX::quadBufferThatIsMissingIsTold()
         QCOMPARE(show.remarks().value(1),
                  QStringLiteral("window n1-1: no quad buffer here, both eyes see one picture"));
     }
+}
+
+void tst_zoNodeShowX::hardwareSyncThatIsMissingIsTold()
+{
+    if (zoGLProbe::machine().hasSwapGroup)
+        QSKIP("has a swap group");
+    zoWallWindow window = windowAt({0, 0, 100, 100}, 0, false);
+    window.hardwareSync = true;
+    zoNodeShow show(setupOf({window}));
+    QCOMPARE(show.open(), QStringList());
+
+    QCOMPARE(
+        show.remarks().value(1),
+        QStringLiteral("window n1-1: no hardware sync here, it is swapped together with the others without"));
 }
 
 void tst_zoNodeShowX::softwareIsNoReasonForGL()
