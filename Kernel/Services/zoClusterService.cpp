@@ -3,3 +3,13 @@
 zoClusterService::zoClusterService(QObject* parent) : QObject(parent) {}
 
 zoClusterService::~zoClusterService() = default;
+
+zoClusterService::Capabilities zoClusterService::capabilities()
+{
+    return {};
+}
+
+QVector<zoClusterNodeReport> zoClusterService::nodeReport()
+{
+    return {};
+}
