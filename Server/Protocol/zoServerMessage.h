@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QJsonObject>
+#include <QMetaType>
 
 // What host, controller, heads and servers say to each other: a verb and a payload. On the wire it is
 // "VERB BYTES\n", that many bytes of payload, and "\n".
@@ -22,3 +23,5 @@ struct zoServerMessage final
     // Empty when the payload is too long.
     QByteArray encoded() const;
 };
+
+Q_DECLARE_METATYPE(zoServerMessage)

@@ -1,0 +1,92 @@
+#include "zoController.h"
+#include "zoHead.h"
+#include "zoNodeServer.h"
+#include "zoPipeGroup.h"
+#include "zoServerProbe.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+#include <sys/resource.h>
+
+namespace
+{
+constexpr int s_usageError = 2;
+
+constexpr char s_usage[] =
+    "Usage: ZOKEClusterServer ROLE\n"
+    "\n"
+    "What runs on the machines of a cluster session. Hosts start it; it ends with whoever started it.\n"
+    "  controller  stands beside the host, one for each session\n"
+    "  head        stands where a network is, and starts the servers of its nodes\n"
+    "  server      opens the windows of a node\n"
+    "  --probe     prints what this machine has: version, screens, GL, memory\n"
+    "  --version   prints the version\n"
+    "  --help      prints this help\n";
+
+// Several for each node.
+void allowManyFiles()
+{
+    rlimit limit = {};
+    if (getrlimit(RLIMIT_NOFILE, &limit) == 0 && limit.rlim_cur < limit.rlim_max) {
+        limit.rlim_cur = limit.rlim_max;
+        setrlimit(RLIMIT_NOFILE, &limit);
+    }
+}
+
+int runController(int argc, char** argv)
+{
+    allowManyFiles();
+    const QCoreApplication application(argc, argv);
+    zoController controller;
+    controller.open();
+    return QCoreApplication::exec();
+}
+
+int runHead(int argc, char** argv)
+{
+    allowManyFiles();
+    const QCoreApplication application(argc, argv);
+    zoHead head(std::make_unique<zoPipeGroup>());
+    head.open();
+    return QCoreApplication::exec();
+}
+
+int runServer(int argc, char** argv)
+{
+    zoServerProbe::choosePlatform();
+    zoNodeShow::prepareApplication();
+    const QGuiApplication application(argc, argv);
+    // Windows come and go with what the session wants.
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    zoNodeServer server;
+    server.open();
+    return QCoreApplication::exec();
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication::setApplicationName(QStringLiteral("ZOKEClusterServer"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(ZO_VERSION));
+    const char* role = argc == 2 ? argv[1] : "";
+    if (std::strcmp(role, "controller") == 0)
+        return runController(argc, argv);
+    if (std::strcmp(role, "head") == 0)
+        return runHead(argc, argv);
+    if (std::strcmp(role, "server") == 0)
+        return runServer(argc, argv);
+    if (std::strcmp(role, "--probe") == 0)
+        return zoServerProbe::run(argc, argv);
+    if (std::strcmp(role, "--version") == 0) {
+        std::printf("ZOKEClusterServer %s\n", ZO_VERSION);
+        return 0;
+    }
+    const bool wantsHelp = std::strcmp(role, "--help") == 0 || std::strcmp(role, "-h") == 0;
+    std::fputs(s_usage, wantsHelp ? stdout : stderr);
+    return wantsHelp ? 0 : s_usageError;
+}

@@ -1,0 +1,5 @@
+#include "zoServerGroup.h"
+
+zoServerGroup::zoServerGroup(QObject* parent) : QObject(parent) {}
+
+zoServerGroup::~zoServerGroup() = default;

@@ -1,0 +1,40 @@
+#include "zoSetupLibrary.h"
+
+#include <zoWallSetup.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QLibrary>
+
+namespace
+{
+// mm; of walls that say how many pixels they have and not how large they are. Frusta have the same shape with any.
+constexpr double s_pixelPitch = 0.5;
+} // namespace
+
+QString zoSetupLibrary::componentFile(const QString& name)
+{
+    const QDir program(QCoreApplication::applicationDirPath());
+    QString first;
+    for (const char* folder : {"../lib/zo", ZO_INSTALLED_COMPONENT_DIR}) {
+        const QString file = QDir::cleanPath(
+            program.absoluteFilePath(QLatin1String(folder) + QStringLiteral("/lib%1.so").arg(name)));
+        if (QFileInfo::exists(file))
+            return file;
+        if (first.isEmpty())
+            first = file;
+    }
+    return first;
+}
+
+bool zoSetupLibrary::read(const QString& document, zoWallSetup& setup, QString& reason)
+{
+    static QLibrary library(componentFile(QStringLiteral("zoServerSetup")));
+    static const auto readWallSetup = reinterpret_cast<zoReadWallSetup>(library.resolve(ZO_READ_WALL_SETUP));
+    if (readWallSetup == nullptr) {
+        reason = library.errorString();
+        return false;
+    }
+    return readWallSetup(document, s_pixelPitch, setup, reason);
+}

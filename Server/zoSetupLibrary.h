@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+struct zoWallSetup;
+
+// The component that reads documents. It is loaded when it is needed, so that nodes start without what it needs.
+namespace zoSetupLibrary
+{
+// Where a component of this name is, or would be: below the program as in the build, or as installed.
+QString componentFile(const QString& name);
+
+// False, with a reason, when the component is missing or the document cannot be read.
+bool read(const QString& document, zoWallSetup& setup, QString& reason);
+} // namespace zoSetupLibrary
