@@ -2,6 +2,8 @@
 
 #include "zoHostDocument.h"
 #include "zoHostLogPanel.h"
+#include "zoLocalClusterService.h"
+#include "zoNodeClusterService.h"
 
 #include <zoKernelServiceFactory.h>
 #include <zoLog.h>
@@ -9,6 +11,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QMessageBox>
 
 namespace
 {
@@ -30,36 +33,37 @@ zoHostApplication::zoHostApplication(const zoHostOptions& options)
     , m_cameras(&m_settings, &m_nodes)
     , m_recent(&m_settings)
     , m_earlier(zoHostEarlierConfigurations::defaultFolder())
-    , m_clusterPage(std::make_unique<zoHostClusterPage>(&m_preferences, &m_cluster))
+    , m_cluster(createCluster())
+    , m_clusterPage(std::make_unique<zoHostClusterPage>(&m_preferences, m_cluster.get()))
     , m_window(std::make_unique<zoHostMainWindow>(
-          zoHostMainWindow::Services{&m_preferences, &m_cameras, &m_nodes, &m_controller, &m_cluster,
+          zoHostMainWindow::Services{&m_preferences, &m_cameras, &m_nodes, &m_controller, m_cluster.get(),
                                      &m_settings, &m_recent, &m_earlier}))
     , m_mainWindowService(std::make_unique<zoHostMainWindowService>(m_window.get()))
 {
     connect(&m_log, &zoHostLog::messageLogged, m_window->logPanel(), &zoHostLogPanel::addMessage);
-    connect(m_window.get(), &zoHostMainWindow::closing, &m_cluster, &zoClusterService::abort);
+    connect(m_window.get(), &zoHostMainWindow::closing, m_cluster.get(), &zoClusterService::abort);
     connect(&m_signals, &zoHostSignals::terminationRequested, this, [this] {
         if (m_recovery)
             m_recovery->keepUnfinished();
-        m_cluster.abort();
+        m_cluster->abort();
         QCoreApplication::quit();
     });
     // Without a file of its own a session begins with the default document, which has no name yet.
     const QString document = defaultDocument();
-    m_cluster.offerConfig(document);
+    m_cluster->offerConfig(document);
     registerServices();
     loadModules();
     if (!options.nonInteractive)
         rememberDocuments(document);
-    m_session = std::make_unique<zoHostSession>(m_options, m_window.get(), &m_cluster);
+    m_session = std::make_unique<zoHostSession>(m_options, m_window.get(), m_cluster.get());
 }
 
 zoHostApplication::~zoHostApplication()
 {
     // The session ends while everybody can still hear of it.
     m_session.reset();
-    m_cluster.abort();
-    m_cluster.stop();
+    m_cluster->abort();
+    m_cluster->stop();
     m_recovery.reset();
     // Windows first: their code lies in the modules.
     m_window.reset();
@@ -93,6 +97,36 @@ QString zoHostApplication::configurationFile()
     return file.replace(QLatin1String("$ZOKE_DATA"), QString::fromStdString(zoPlatform::getDataDir()));
 }
 
+// Node servers where their program is, unless somebody wants the sessions inside this one.
+std::unique_ptr<zoHostClusterService> zoHostApplication::createCluster()
+{
+    const zoNodeClusterService::Launch launch = zoHostClusterPage::storedLaunch(&m_preferences);
+    const QString engine =
+        m_options.engine.isEmpty() ? zoHostClusterPage::storedEngine(&m_preferences) : m_options.engine;
+    if (engine == QLatin1String("local"))
+        return std::make_unique<zoLocalClusterService>();
+    if (launch.program.isEmpty()) {
+        const bool isWanted = !m_options.engine.isEmpty() || m_options.rehearse;
+        if (isWanted)
+            zoLog::error(tr("The program ZOKEClusterServer is not beside this one: sessions show nothing"));
+        return std::make_unique<zoLocalClusterService>();
+    }
+    auto cluster = std::make_unique<zoNodeClusterService>(launch);
+    cluster->setRehearsal(m_options.rehearse);
+    cluster->setEndsWithLostNode(zoHostClusterPage::storedEndsWithLostNode(&m_preferences));
+    if (!m_options.nonInteractive)
+        cluster->setRehearsalQuestion([this] { return mayRehearse(); });
+    return cluster;
+}
+
+bool zoHostApplication::mayRehearse()
+{
+    return QMessageBox::question(m_window.get(), tr("Cluster"),
+                                 tr("No node of the configuration can be reached.\n"
+                                    "Do you want to rehearse the session on this machine?")) ==
+           QMessageBox::Yes;
+}
+
 void zoHostApplication::registerServices()
 {
     zoKernelServiceFactory& factory = zoKernelServiceFactory::the();
@@ -100,7 +134,7 @@ void zoHostApplication::registerServices()
     factory.registerService<zoPreferencesService>(&m_preferences);
     factory.registerService<zoNodeService>(&m_nodes);
     factory.registerService<zoCameraService>(&m_cameras);
-    factory.registerService<zoClusterService>(&m_cluster);
+    factory.registerService<zoClusterService>(m_cluster.get());
     factory.registerService<zoMainWindowService>(m_mainWindowService.get());
 }
 

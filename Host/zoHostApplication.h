@@ -2,6 +2,7 @@
 
 #include "zoHostCameraService.h"
 #include "zoHostClusterPage.h"
+#include "zoHostClusterService.h"
 #include "zoHostControllerService.h"
 #include "zoHostEarlierConfigurations.h"
 #include "zoHostLog.h"
@@ -15,7 +16,6 @@
 #include "zoHostSession.h"
 #include "zoHostSignals.h"
 #include "zoHostTranslations.h"
-#include "zoLocalClusterService.h"
 #include "zoModuleLoader.h"
 
 #include <QObject>
@@ -42,6 +42,8 @@ public:
     QString configurationFile();
 
 private:
+    std::unique_ptr<zoHostClusterService> createCluster();
+    bool mayRehearse();
     void registerServices();
     void unregisterServices();
     void loadModules();
@@ -58,7 +60,7 @@ private:
     zoHostCameraService m_cameras;
     zoHostRecentFiles m_recent;
     zoHostEarlierConfigurations m_earlier;
-    zoLocalClusterService m_cluster;
+    std::unique_ptr<zoHostClusterService> m_cluster;
     std::unique_ptr<zoHostClusterPage> m_clusterPage;
     std::unique_ptr<zoHostMainWindow> m_window;
     std::unique_ptr<zoHostMainWindowService> m_mainWindowService;

@@ -1,57 +1,153 @@
 #include "zoHostClusterPage.h"
 
-#include "zoLocalClusterService.h"
-
+#include <zoLauncher.h>
+#include <zoLog.h>
 #include <zoPreferencesService.h>
 
+#include <QCheckBox>
+#include <QComboBox>
 #include <QFormLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QSpinBox>
 
 namespace
 {
 constexpr char s_memoryKey[] = "Local cluster memory per node";
+constexpr char s_engineKey[] = "Cluster sessions run on";
+constexpr char s_launchKey[] = "Cluster launch command";
+constexpr char s_programKey[] = "Cluster server program";
+constexpr char s_lostKey[] = "Cluster session ends with a lost node";
+constexpr char s_nodes[] = "nodes";
+constexpr char s_local[] = "local";
 constexpr qint64 s_mebibyte = 1024 * 1024;
-constexpr int s_defaultMebibytes = int(zoLocalClusterService::DefaultMemoryPerNode / s_mebibyte);
+constexpr int s_defaultMebibytes = int(zoHostClusterService::DefaultMemoryPerNode / s_mebibyte);
 constexpr int s_maximumMebibytes = 1024 * 1024;
+
+QString stored(zoPreferencesService* preferences, const char* key, const QString& otherwise)
+{
+    return preferences->getString(QLatin1String(key), otherwise);
+}
 } // namespace
 
-zoHostClusterPage::zoHostClusterPage(zoPreferencesService* preferences, zoLocalClusterService* cluster)
-    : m_preferences(preferences), m_cluster(cluster), m_memoryPerNode(new QSpinBox(this))
+zoHostClusterPage::zoHostClusterPage(zoPreferencesService* preferences, zoHostClusterService* cluster)
+    : m_preferences(preferences)
+    , m_cluster(cluster)
+    , m_engine(new QComboBox(this))
+    , m_launch(new QLineEdit(this))
+    , m_program(new QLineEdit(this))
+    , m_endsWithLostNode(new QCheckBox(tr("&End the session when a node is lost"), this))
+    , m_memoryPerNode(new QSpinBox(this))
 {
+    m_engine->setObjectName(QStringLiteral("Engine"));
+    m_engine->addItem(tr("Node servers"), QLatin1String(s_nodes));
+    m_engine->addItem(tr("This program (shows nothing)"), QLatin1String(s_local));
+    m_engine->setToolTip(tr("Takes effect when the program is started next"));
+    m_launch->setObjectName(QStringLiteral("LaunchCommand"));
+    m_launch->setToolTip(tr("How a program is started on another machine: %h is its name, %program what is "
+                            "started there. No shell of this machine reads it."));
+    m_program->setObjectName(QStringLiteral("ServerProgram"));
+    m_program->setToolTip(tr("Name or path of the server program on the nodes"));
+    m_endsWithLostNode->setObjectName(QStringLiteral("EndsWithLostNode"));
     m_memoryPerNode->setObjectName(QStringLiteral("MemoryPerNode"));
     m_memoryPerNode->setRange(0, s_maximumMebibytes);
     m_memoryPerNode->setSingleStep(64);
     m_memoryPerNode->setSuffix(tr(" MiB"));
     m_memoryPerNode->setSpecialValueText(tr("Do not ask"));
-    m_memoryPerNode->setToolTip(tr("A start asks when this machine has less memory available for a node"));
+    m_memoryPerNode->setToolTip(tr("A start asks when a machine has less memory available for a node"));
     auto* hint =
-        new QLabel(tr("Sessions of this host keep all nodes on this machine. A start asks first when the "
-                      "available memory is not enough for all of them."),
+        new QLabel(tr("Each node runs the program ZOKEClusterServer, which opens its windows. When all "
+                      "hosts are this machine, a session is a rehearsal: its windows are scaled into "
+                      "this desktop."),
                    this);
     hint->setWordWrap(true);
     auto* layout = new QFormLayout(this);
     layout->addRow(hint);
+    layout->addRow(tr("&Sessions run on:"), m_engine);
+    layout->addRow(tr("&Launch command:"), m_launch);
+    layout->addRow(tr("Server &program:"), m_program);
+    layout->addRow(m_endsWithLostNode);
     layout->addRow(tr("&Memory per node:"), m_memoryPerNode);
 
     m_preferences->registerPage(
-        tr("Local cluster"), this, [this] { storeMebibytes(s_defaultMebibytes); },
-        [this] { storeMebibytes(m_memoryPerNode->value()); },
-        [this] { m_memoryPerNode->setValue(storedMebibytes()); });
-    m_cluster->setMemoryPerNode(storedMebibytes() * s_mebibyte);
+        tr("Cluster sessions"), this, [this] { restoreDefaults(); }, [this] { save(); }, [this] { show(); });
+    useStored();
 }
 
 zoHostClusterPage::~zoHostClusterPage() = default;
 
-int zoHostClusterPage::storedMebibytes() const
+QString zoHostClusterPage::storedEngine(zoPreferencesService* preferences)
 {
-    bool ok = false;
-    const int stored = m_preferences->getString(QLatin1String(s_memoryKey), QString()).toInt(&ok);
-    return ok ? qBound(0, stored, s_maximumMebibytes) : s_defaultMebibytes;
+    const QString engine = stored(preferences, s_engineKey, QString());
+    return QLatin1String(engine == QLatin1String(s_local) ? s_local : s_nodes);
 }
 
-void zoHostClusterPage::storeMebibytes(int mebibytes)
+zoNodeClusterService::Launch zoHostClusterPage::storedLaunch(zoPreferencesService* preferences)
 {
-    m_preferences->setString(QLatin1String(s_memoryKey), QString::number(mebibytes));
-    m_cluster->setMemoryPerNode(mebibytes * s_mebibyte);
+    zoNodeClusterService::Launch launch = zoNodeClusterService::defaultLaunch();
+    const QString text = stored(preferences, s_launchKey, QLatin1String(zoLauncher::DefaultTemplate));
+    QString reason;
+    const QStringList words = zoLauncher::fromText(text, reason);
+    if (words.isEmpty())
+        zoLog::error(tr("The launch command \"%1\" cannot be used: %2").arg(text, reason));
+    else
+        launch.pattern = words;
+    const QString program = stored(preferences, s_programKey, QString());
+    if (!program.isEmpty())
+        launch.remoteProgram = program;
+    return launch;
+}
+
+bool zoHostClusterPage::storedEndsWithLostNode(zoPreferencesService* preferences)
+{
+    return stored(preferences, s_lostKey, QString()) == QLatin1String("true");
+}
+
+int zoHostClusterPage::storedMebibytes(zoPreferencesService* preferences)
+{
+    bool ok = false;
+    const int mebibytes = stored(preferences, s_memoryKey, QString()).toInt(&ok);
+    return ok ? qBound(0, mebibytes, s_maximumMebibytes) : s_defaultMebibytes;
+}
+
+void zoHostClusterPage::show()
+{
+    m_engine->setCurrentIndex(m_engine->findData(storedEngine(m_preferences)));
+    m_launch->setText(stored(m_preferences, s_launchKey, QLatin1String(zoLauncher::DefaultTemplate)));
+    m_program->setText(
+        stored(m_preferences, s_programKey, zoNodeClusterService::defaultLaunch().remoteProgram));
+    m_endsWithLostNode->setChecked(storedEndsWithLostNode(m_preferences));
+    m_memoryPerNode->setValue(storedMebibytes(m_preferences));
+}
+
+void zoHostClusterPage::save()
+{
+    m_preferences->setString(QLatin1String(s_engineKey), m_engine->currentData().toString());
+    m_preferences->setString(QLatin1String(s_launchKey), m_launch->text());
+    m_preferences->setString(QLatin1String(s_programKey), m_program->text());
+    m_preferences->setString(QLatin1String(s_lostKey), m_endsWithLostNode->isChecked()
+                                                           ? QStringLiteral("true")
+                                                           : QStringLiteral("false"));
+    m_preferences->setString(QLatin1String(s_memoryKey), QString::number(m_memoryPerNode->value()));
+    useStored();
+}
+
+void zoHostClusterPage::restoreDefaults()
+{
+    m_preferences->setString(QLatin1String(s_engineKey), QLatin1String(s_nodes));
+    m_preferences->setString(QLatin1String(s_launchKey), QLatin1String(zoLauncher::DefaultTemplate));
+    m_preferences->setString(QLatin1String(s_programKey),
+                             zoNodeClusterService::defaultLaunch().remoteProgram);
+    m_preferences->setString(QLatin1String(s_lostKey), QStringLiteral("false"));
+    m_preferences->setString(QLatin1String(s_memoryKey), QString::number(s_defaultMebibytes));
+    useStored();
+}
+
+void zoHostClusterPage::useStored()
+{
+    m_cluster->setMemoryPerNode(storedMebibytes(m_preferences) * s_mebibyte);
+    if (auto* nodes = qobject_cast<zoNodeClusterService*>(m_cluster)) {
+        nodes->setLaunch(storedLaunch(m_preferences));
+        nodes->setEndsWithLostNode(storedEndsWithLostNode(m_preferences));
+    }
 }

@@ -1,26 +1,45 @@
 #pragma once
 
+#include "zoNodeClusterService.h"
+
 #include <QWidget>
 
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QLineEdit;
 class QSpinBox;
-class zoLocalClusterService;
 class zoPreferencesService;
 
-// The preferences page of the embedded cluster service: the memory that each node of a session needs.
+// The preferences page of the host's cluster services: what sessions run on, how servers are started on other
+// machines, and the memory that each node needs.
 class zoHostClusterPage final : public QWidget
 {
     Q_OBJECT
 
 public:
-    // Registers the page and hands the stored value to the service. Neither is owned; both outlive the page.
-    zoHostClusterPage(zoPreferencesService* preferences, zoLocalClusterService* cluster);
+    // Registers the page and hands the stored values to the service. Neither is owned; both outlive the page.
+    zoHostClusterPage(zoPreferencesService* preferences, zoHostClusterService* cluster);
     ~zoHostClusterPage() override;
 
+    // "nodes" or "local"; what runs now stays until the next start of the program.
+    static QString storedEngine(zoPreferencesService* preferences);
+    // The default one where what is stored cannot be used; the log says so.
+    static zoNodeClusterService::Launch storedLaunch(zoPreferencesService* preferences);
+    static bool storedEndsWithLostNode(zoPreferencesService* preferences);
+
 private:
-    int storedMebibytes() const;
-    void storeMebibytes(int mebibytes);
+    static int storedMebibytes(zoPreferencesService* preferences);
+    void show();
+    void save();
+    void restoreDefaults();
+    void useStored();
 
     zoPreferencesService* m_preferences;
-    zoLocalClusterService* m_cluster;
+    zoHostClusterService* m_cluster;
+    QComboBox* m_engine;
+    QLineEdit* m_launch;
+    QLineEdit* m_program;
+    QCheckBox* m_endsWithLostNode;
     QSpinBox* m_memoryPerNode;
 };

@@ -7,9 +7,12 @@
 #include "zoHostEarlierDialog.h"
 #include "zoHostFileGuard.h"
 #include "zoHostLogPanel.h"
+#include "zoHostNodesPanel.h"
 #include "zoHostPreferencesDialog.h"
 #include "zoHostRecentFiles.h"
 #include "zoHostRecentMenu.h"
+#include "zoNodeClusterService.h"
+#include "zoSessionText.h"
 
 #include <QZOToolBar.h>
 #include <zoClusterService.h>
@@ -133,6 +136,9 @@ zoHostMainWindow::zoHostMainWindow(const Services& services, QWidget* parent)
     createDocks(services);
     createMenus();
     statusBar()->setSizeGripEnabled(true);
+    m_sessionLabel = new QLabel(this);
+    m_sessionLabel->setObjectName(QStringLiteral("SessionLabel"));
+    statusBar()->addPermanentWidget(m_sessionLabel);
     // Not left to the first show, which would cut it to the size of a small screen.
     resize(sizeHint());
     restoreLayout();
@@ -142,6 +148,9 @@ zoHostMainWindow::zoHostMainWindow(const Services& services, QWidget* parent)
     connect(m_pages, &QStackedWidget::currentChanged, this, &zoHostMainWindow::updateTitle);
     connect(services.cluster, &zoClusterService::started, this, &zoHostMainWindow::updateRunning);
     connect(services.cluster, &zoClusterService::stopped, this, &zoHostMainWindow::updateRunning);
+    connect(services.cluster, &zoClusterService::runningNodesChanged, this, &zoHostMainWindow::updateRunning);
+    connect(services.cluster, &zoClusterService::started, this,
+            [this] { zoLog::info(tr("Session: %1").arg(zoSessionText::of(m_services.cluster))); });
     updateRunning();
 }
 
@@ -240,10 +249,25 @@ void zoHostMainWindow::createDocks(const Services& services)
         addDockWidget(entry.area, dock);
         made << dock;
     }
+    createNodesDock(made.at(2));
     setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
     resizeDocks({made.at(0), made.at(1)}, {500, 220}, Qt::Vertical);
     resizeDocks({made.at(0)}, {190}, Qt::Horizontal);
     resizeDocks({made.at(2)}, {150}, Qt::Vertical);
+}
+
+// Beside the log, for services that look at single nodes.
+void zoHostMainWindow::createNodesDock(QDockWidget* log)
+{
+    auto* cluster = qobject_cast<zoNodeClusterService*>(m_services.cluster);
+    if (cluster == nullptr)
+        return;
+    auto* dock = new QDockWidget(tr("Nodes"), this);
+    dock->setObjectName(QStringLiteral("NodesDock"));
+    dock->setWidget(new zoHostNodesPanel(cluster));
+    addDockWidget(Qt::BottomDockWidgetArea, dock);
+    tabifyDockWidget(log, dock);
+    log->raise();
 }
 
 void zoHostMainWindow::addModule(const QString& name, const QString& category, QWidget* window,
@@ -453,7 +477,9 @@ void zoHostMainWindow::updateTitle()
     // Without a mark first: Qt wants the title to have a place for it while it shows.
     if (!modified)
         setWindowModified(false);
-    setWindowTitle(file.isEmpty() ? hostName() : file + QStringLiteral("[*] - ") + hostName());
+    const QString session = zoSessionText::of(m_services.cluster);
+    const QString host = session.isEmpty() ? hostName() : hostName() + QStringLiteral(" (%1)").arg(session);
+    setWindowTitle(file.isEmpty() ? host : file + QStringLiteral("[*] - ") + host);
     setWindowModified(modified);
 }
 
@@ -463,6 +489,9 @@ void zoHostMainWindow::updateRunning()
     m_recentMenu->setOpenEnabled(!running);
     if (m_earlierDialog)
         m_earlierDialog->setRunning(running);
+    const QString session = zoSessionText::of(m_services.cluster);
+    m_sessionLabel->setText(session.isEmpty() ? session : tr("Session: %1").arg(session));
+    updateTitle();
 }
 
 bool zoHostMainWindow::mayClose()

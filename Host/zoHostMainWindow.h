@@ -7,6 +7,7 @@
 #include <QVector>
 
 class QAction;
+class QDockWidget;
 class QLabel;
 class QMimeData;
 class QSettings;
@@ -98,6 +99,7 @@ private:
 
     void createMenus();
     void createDocks(const Services& services);
+    void createNodesDock(QDockWidget* log);
     QTreeWidgetItem* categoryItem(const QString& category);
     void removeModule(const QWidget* window);
     void showModule(QWidget* window);
@@ -118,6 +120,7 @@ private:
     QTreeWidget* m_moduleList = nullptr;
     zoHostLogPanel* m_logPanel = nullptr;
     zoHostRecentMenu* m_recentMenu = nullptr;
+    QLabel* m_sessionLabel = nullptr;
     QVector<Module> m_modules;
     QPointer<zoHostEarlierDialog> m_earlierDialog;
     QPointer<zoHostPreferencesDialog> m_preferencesDialog;

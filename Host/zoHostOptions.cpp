@@ -42,10 +42,34 @@ struct CommandLine
         zoHostOptions::tr("Speaks this language, for instance de, instead of the one of the locale."),
         zoHostOptions::tr("LANGUAGE")};
 
+    const QCommandLineOption engine{
+        QStringLiteral("engine"),
+        zoHostOptions::tr(
+            "Runs sessions on the node servers (nodes) or inside this program, which then shows "
+            "nothing (local), instead of what the preferences say."),
+        zoHostOptions::tr("ENGINE")};
+    const QCommandLineOption rehearse{
+        QStringLiteral("rehearse"),
+        zoHostOptions::tr(
+            "Runs the servers of all nodes on this machine, with small windows on its desktop.")};
+    const QCommandLineOption show{
+        QStringLiteral("show"),
+        zoHostOptions::tr("Turns a picture on once the session runs: tiles or test-image."),
+        zoHostOptions::tr("PICTURE")};
+    const QCommandLineOption wallPicture{
+        QStringLiteral("wall-picture"),
+        zoHostOptions::tr(
+            "Writes all displays of the running session as they are lit, arranged as the wall is."),
+        zoHostOptions::tr("FILE.png")};
+    const QCommandLineOption nodePictures{
+        QStringLiteral("node-pictures"),
+        zoHostOptions::tr("Writes what each window of the running session shows as NODE-WINDOW.png."),
+        zoHostOptions::tr("FOLDER")};
+
     void addTo(QCommandLineParser& parser) const
     {
-        parser.addOptions(
-            {help, version, config, start, nonInteractive, screenshot, exitAfterStop, module, language});
+        parser.addOptions({help, version, config, start, nonInteractive, screenshot, exitAfterStop, module,
+                           language, engine, rehearse, show, wallPicture, nodePictures});
     }
 
     // What is wrong with values and arguments; empty for nothing.
@@ -54,15 +78,40 @@ struct CommandLine
         if (!parser.positionalArguments().isEmpty())
             return zoHostOptions::tr("unexpected argument '%1'")
                 .arg(parser.positionalArguments().constFirst());
-        for (const QCommandLineOption& option : {config, screenshot, module}) {
+        for (const QCommandLineOption& option : {config, screenshot, module, wallPicture, nodePictures}) {
             if (parser.values(option).contains(QString()))
                 return zoHostOptions::tr("--%1 needs a file name").arg(option.names().constFirst());
         }
         if (parser.values(language).contains(QString()))
             return zoHostOptions::tr("--language needs a language");
-        for (const QCommandLineOption& option : {config, screenshot, language}) {
+        for (const QCommandLineOption& option :
+             {config, screenshot, language, engine, show, wallPicture, nodePictures}) {
             if (parser.values(option).size() > 1)
                 return zoHostOptions::tr("--%1 is given more than once").arg(option.names().constFirst());
+        }
+        return mistakeOfSession(parser);
+    }
+
+    QString mistakeOfSession(const QCommandLineParser& parser) const
+    {
+        const struct
+        {
+            const QCommandLineOption& option;
+            QStringList words;
+        } choices[] = {{engine, {QStringLiteral("nodes"), QStringLiteral("local")}},
+                       {show, {QStringLiteral("tiles"), QStringLiteral("test-image")}}};
+        for (const auto& choice : choices) {
+            if (parser.isSet(choice.option) && !choice.words.contains(parser.value(choice.option)))
+                return zoHostOptions::tr("--%1: \"%2\" is none of %3")
+                    .arg(choice.option.names().constFirst(), parser.value(choice.option),
+                         choice.words.join(QStringLiteral(", ")));
+        }
+        if (parser.value(engine) == QLatin1String("local")) {
+            for (const QCommandLineOption& option : {rehearse, show, wallPicture, nodePictures}) {
+                if (parser.isSet(option))
+                    return zoHostOptions::tr("--%1 needs node servers, and --engine local has none")
+                        .arg(option.names().constFirst());
+            }
         }
         return {};
     }
@@ -75,6 +124,11 @@ struct CommandLine
         options.start = parser.isSet(start);
         options.nonInteractive = parser.isSet(nonInteractive);
         options.exitAfterStop = parser.isSet(exitAfterStop);
+        options.engine = parser.value(engine);
+        options.rehearse = parser.isSet(rehearse);
+        options.shownPicture = parser.value(show);
+        options.wallPictureFile = parser.value(wallPicture);
+        options.nodePictureFolder = parser.value(nodePictures);
     }
 };
 } // namespace

@@ -17,10 +17,15 @@ public:
     // told with every outcome, so that what is printed can be had in it.
     static Result parse(const QStringList& arguments);
 
-    QString language;        // empty: the locale decides
-    QString configFile;      // empty: the default file of the preferences
-    QString screenshotFile;  // empty: none
-    QStringList moduleFiles; // empty: the module that belongs to this host
+    QString language;          // empty: the locale decides
+    QString configFile;        // empty: the default file of the preferences
+    QString screenshotFile;    // empty: none
+    QStringList moduleFiles;   // empty: the module that belongs to this host
+    QString engine;            // "local" or "nodes"; empty: the preferences decide
+    QString shownPicture;      // "tiles" or "test-image"; empty: none
+    QString wallPictureFile;   // empty: none
+    QString nodePictureFolder; // empty: none
+    bool rehearse = false;
     bool start = false;
     bool nonInteractive = false;
     bool exitAfterStop = false;

@@ -3,18 +3,23 @@
 #include "zoClusterDocument.h"
 #include "zoHostDocument.h"
 #include "zoHostMainWindow.h"
+#include "zoSessionText.h"
 
 #include <zoClusterService.h>
 #include <zoFileText.h>
 #include <zoFileWriter.h>
 #include <zoLog.h>
 
+#include <QAction>
 #include <QBuffer>
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QPixmap>
+#include <QPointer>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace
@@ -37,6 +42,7 @@ void zoHostSession::begin(const QString& configurationFile)
                           : QStringLiteral("progress: %1% %2").arg(QString::number(percent), text));
     });
     connect(m_cluster, &zoClusterService::started, this, [this] { m_wasRunning = true; });
+    connect(m_cluster, &zoClusterService::nodeStateChanged, this, &zoHostSession::printNode);
     connect(m_cluster, &zoClusterService::stopped, this, [this] {
         // A start that failed is followed by another try; its caller judges the outcome.
         if (!m_wasRunning)
@@ -114,10 +120,109 @@ void zoHostSession::follow()
 {
     const QStringList nodes = m_cluster->runningNodes();
     print(QStringLiteral("running: %1").arg(nodes.join(QStringLiteral(", "))));
+    print(QStringLiteral("session: %1").arg(zoSessionText::forScripts(m_cluster)));
+    if (!m_options.shownPicture.isEmpty())
+        showPicture();
     if (m_options.nonInteractive && m_options.exitAfterStop)
         then(&zoHostSession::measure);
-    else if (!m_options.screenshotFile.isEmpty())
+    else
+        then(&zoHostSession::takePictures);
+}
+
+// By the action of the module, if it has one, so that its window shows what is on.
+void zoHostSession::showPicture()
+{
+    const bool isTiles = m_options.shownPicture == QLatin1String("tiles");
+    QAction* action = m_window->findChild<QAction*>(isTiles ? QStringLiteral("ShowTiles")
+                                                            : QStringLiteral("ShowTestImage"));
+    if (action != nullptr && action->isCheckable() && action->isEnabled()) {
+        action->setChecked(true);
+        return;
+    }
+    if (isTiles)
+        m_cluster->setShowTiles(true);
+    else
+        m_cluster->setShowTestImage(true);
+}
+
+void zoHostSession::printNode(const QString& id)
+{
+    const QVector<zoClusterNodeReport> reports = m_cluster->nodeReport();
+    const auto report = std::find_if(reports.begin(), reports.end(),
+                                     [&id](const zoClusterNodeReport& entry) { return entry.id == id; });
+    if (report == reports.end())
+        return;
+    switch (report->state) {
+    case zoClusterNodeReport::State::Connecting:
+        break;
+    case zoClusterNodeReport::State::Running:
+        print(QStringLiteral("node: %1 running").arg(id));
+        break;
+    case zoClusterNodeReport::State::Failed:
+        print(QStringLiteral("node: %1 failed: %2").arg(id, report->reason));
+        break;
+    case zoClusterNodeReport::State::Lost:
+        print(QStringLiteral("node: %1 lost: %2").arg(id, report->reason));
+        break;
+    }
+}
+
+void zoHostSession::takePictures()
+{
+    const bool isWanted = !m_options.wallPictureFile.isEmpty() || !m_options.nodePictureFolder.isEmpty();
+    auto* cluster = qobject_cast<zoNodeClusterService*>(m_cluster);
+    if (isWanted && cluster == nullptr) {
+        fail(tr("Unable to take pictures: sessions do not run on node servers"));
+    } else if (isWanted) {
+        const QPointer<zoHostSession> self(this);
+        zoNodeClusterService::Pictures pictures;
+        QString reason;
+        const bool taken = cluster->takePictures(pictures, reason);
+        if (!self || m_ended)
+            return;
+        if (!taken)
+            fail(tr("Unable to take pictures: %1").arg(reason));
+        else
+            writePictures(pictures);
+    }
+    if (!m_ended)
         then(&zoHostSession::takeScreenshot);
+}
+
+void zoHostSession::writePictures(const zoNodeClusterService::Pictures& pictures)
+{
+    if (!m_options.wallPictureFile.isEmpty()) {
+        if (pictures.wall.isEmpty())
+            fail(tr("Unable to write wall picture %1: the configuration has no windows")
+                     .arg(m_options.wallPictureFile));
+        else if (writePicture(m_options.wallPictureFile, pictures.wall))
+            print(QStringLiteral("wall picture: %1").arg(m_options.wallPictureFile));
+    }
+    if (m_options.nodePictureFolder.isEmpty() || m_ended)
+        return;
+    const QDir folder(m_options.nodePictureFolder);
+    if (!folder.mkpath(QStringLiteral("."))) {
+        fail(tr("Unable to make folder %1").arg(m_options.nodePictureFolder));
+        return;
+    }
+    for (auto it = pictures.windows.begin(); it != pictures.windows.end() && !m_ended; ++it) {
+        // An id may be any text; a file name may not.
+        QString name = it.key();
+        name.replace(QLatin1Char('/'), QLatin1Char('_'));
+        writePicture(folder.filePath(name + QStringLiteral(".png")), it.value());
+    }
+    if (!m_ended)
+        print(QStringLiteral("node pictures: %1 in %2")
+                  .arg(QString::number(pictures.windows.size()), m_options.nodePictureFolder));
+}
+
+bool zoHostSession::writePicture(const QString& fileName, const QByteArray& png)
+{
+    QString reason;
+    if (zoFileWriter::write(fileName, png, &reason) == zoFileWriter::Result::Written)
+        return true;
+    fail(tr("Unable to write picture %1: %2").arg(fileName, reason));
+    return false;
 }
 
 void zoHostSession::measure()
@@ -129,7 +234,7 @@ void zoHostSession::measure()
     }
     print(QStringLiteral("speed test: sent %1 bytes/s, received %2 bytes/s, synchronised %3 frames/s")
               .arg(figures.at(0), figures.at(1), figures.at(2)));
-    then(&zoHostSession::takeScreenshot);
+    then(&zoHostSession::takePictures);
 }
 
 void zoHostSession::takeScreenshot()

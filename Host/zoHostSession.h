@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zoHostOptions.h"
+#include "zoNodeClusterService.h"
 
 #include <QObject>
 
@@ -30,10 +31,15 @@ private:
     void start();
     void follow();
     void measure();
+    void showPicture();
+    void takePictures();
+    void writePictures(const zoNodeClusterService::Pictures& pictures);
+    bool writePicture(const QString& fileName, const QByteArray& png);
     void takeScreenshot();
     void finish();
 
     void print(const QString& line) const;
+    void printNode(const QString& id);
     void fail(const QString& reason);
     void then(void (zoHostSession::*step)());
 

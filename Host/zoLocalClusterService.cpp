@@ -49,7 +49,7 @@ QString listOf(const QStringList& ids)
 } // namespace
 
 zoLocalClusterService::zoLocalClusterService(QObject* parent)
-    : zoClusterService(parent), m_availableMemory(zoAvailableMemory::bytes)
+    : zoHostClusterService(parent), m_availableMemory(zoAvailableMemory::bytes)
 {
 }
 
@@ -96,16 +96,6 @@ void zoLocalClusterService::applyConfig(const QString& document)
     }
     m_config = config;
     updateSession(parsed.enabledNodes());
-}
-
-void zoLocalClusterService::offerConfig(const QString& document)
-{
-    if (document == m_config)
-        return;
-    const QPointer<zoLocalClusterService> self(this);
-    applyConfig(document);
-    if (self && document == m_config)
-        emit configChanged(m_config);
 }
 
 bool zoLocalClusterService::start()
@@ -212,6 +202,11 @@ QStringList zoLocalClusterService::speedTest()
     if (figures.isEmpty())
         zoLog::error(tr("Network speed test failed: %1").arg(test.errorString()));
     return figures;
+}
+
+zoClusterService::Capabilities zoLocalClusterService::capabilities()
+{
+    return MeasuresSpeed | JoinsWhileRunning | Rehearses;
 }
 
 void zoLocalClusterService::setMemoryPerNode(qint64 bytes)

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "zoClusterDocument.h"
+#include "zoHostClusterService.h"
 
 #include <zoClusterNodeLocks.h>
-#include <zoClusterService.h>
 
 #include <functional>
 
@@ -14,13 +14,11 @@
 // them all. While start() connects it handles events, so abort(), stop() and applyConfig() may be called
 // then: the first two abandon the attempt, a configuration is taken over once the session runs. A start()
 // from inside start() is refused without a signal, because the outer one still announces how it ends.
-class zoLocalClusterService final : public zoClusterService
+class zoLocalClusterService final : public zoHostClusterService
 {
     Q_OBJECT
 
 public:
-    static constexpr qint64 DefaultMemoryPerNode = 256 * qint64(1024 * 1024);
-
     explicit zoLocalClusterService(QObject* parent = nullptr);
     ~zoLocalClusterService() override; // ends a session without a signal
 
@@ -38,16 +36,12 @@ public:
     void setShowTiles(bool on) override;
     void setShowTestImage(bool on) override;
     QStringList speedTest() override;
+    Capabilities capabilities() override;
 
     bool showsTiles() const { return m_showTiles; }         // for tests
     bool showsTestImage() const { return m_showTestImage; } // for tests
 
-    // Takes over a configuration that does not come from the user's window, and announces it with
-    // configChanged().
-    void offerConfig(const QString& document);
-
-    // Memory in bytes that each node of a session needs; 0 asks nothing.
-    void setMemoryPerNode(qint64 bytes);
+    void setMemoryPerNode(qint64 bytes) override;
     // Where the available memory in bytes comes from, negative for unknown; the operating system by default.
     void setAvailableMemory(std::function<qint64()> available); // for tests
     // Where hosts meet; empty is the run-time directory of the user. Not during a session.

@@ -21,6 +21,23 @@
     </message>
 </context>
 <context>
+    <name>zoHostApplication</name>
+    <message>
+        <source>The program ZOKEClusterServer is not beside this one: sessions show nothing</source>
+        <translation>Das Programm ZOKEClusterServer liegt nicht neben diesem: Sitzungen zeigen nichts</translation>
+    </message>
+    <message>
+        <source>Cluster</source>
+        <translation>Cluster</translation>
+    </message>
+    <message>
+        <source>No node of the configuration can be reached.
+Do you want to rehearse the session on this machine?</source>
+        <translation>Kein Knoten der Konfiguration ist erreichbar.
+Soll die Sitzung auf diesem Rechner geprobt werden?</translation>
+    </message>
+</context>
+<context>
     <name>zoHostCameraPanel</name>
     <message>
         <source>Add</source>
@@ -50,20 +67,60 @@
         <translation>Nicht fragen</translation>
     </message>
     <message>
-        <source>A start asks when this machine has less memory available for a node</source>
-        <translation>Beim Starten wird gefragt, wenn dieser Rechner weniger freien Speicher für einen Knoten hat</translation>
-    </message>
-    <message>
-        <source>Sessions of this host keep all nodes on this machine. A start asks first when the available memory is not enough for all of them.</source>
-        <translation>Sitzungen dieses Programms halten alle Knoten auf diesem Rechner. Vor dem Starten wird gefragt, wenn der freie Speicher nicht für alle ausreicht.</translation>
-    </message>
-    <message>
         <source>&amp;Memory per node:</source>
         <translation>&amp;Speicher pro Knoten:</translation>
     </message>
     <message>
-        <source>Local cluster</source>
-        <translation>Lokaler Cluster</translation>
+        <source>&amp;End the session when a node is lost</source>
+        <translation>Sitzung &amp;beenden, wenn ein Knoten verloren geht</translation>
+    </message>
+    <message>
+        <source>Node servers</source>
+        <translation>Knotenserver</translation>
+    </message>
+    <message>
+        <source>This program (shows nothing)</source>
+        <translation>Dieses Programm (zeigt nichts)</translation>
+    </message>
+    <message>
+        <source>Takes effect when the program is started next</source>
+        <translation>Wirkt beim nächsten Start des Programms</translation>
+    </message>
+    <message>
+        <source>How a program is started on another machine: %h is its name, %program what is started there. No shell of this machine reads it.</source>
+        <translation>Wie ein Programm auf einem anderen Rechner gestartet wird: %h ist dessen Name, %program das, was dort gestartet wird. Keine Shell dieses Rechners liest es.</translation>
+    </message>
+    <message>
+        <source>Name or path of the server program on the nodes</source>
+        <translation>Name oder Pfad des Serverprogramms auf den Knoten</translation>
+    </message>
+    <message>
+        <source>A start asks when a machine has less memory available for a node</source>
+        <translation>Ein Start fragt nach, wenn ein Rechner weniger Speicher für einen Knoten frei hat</translation>
+    </message>
+    <message>
+        <source>Each node runs the program ZOKEClusterServer, which opens its windows. When all hosts are this machine, a session is a rehearsal: its windows are scaled into this desktop.</source>
+        <translation>Auf jedem Knoten läuft das Programm ZOKEClusterServer, das dessen Fenster öffnet. Sind alle Hosts dieser Rechner, ist eine Sitzung eine Probe: Ihre Fenster werden in diesen Bildschirm verkleinert.</translation>
+    </message>
+    <message>
+        <source>&amp;Sessions run on:</source>
+        <translation>&amp;Sitzungen laufen auf:</translation>
+    </message>
+    <message>
+        <source>&amp;Launch command:</source>
+        <translation>Start&amp;befehl:</translation>
+    </message>
+    <message>
+        <source>Server &amp;program:</source>
+        <translation>Server&amp;programm:</translation>
+    </message>
+    <message>
+        <source>Cluster sessions</source>
+        <translation>Cluster-Sitzungen</translation>
+    </message>
+    <message>
+        <source>The launch command &quot;%1&quot; cannot be used: %2</source>
+        <translation>Der Startbefehl „%1“ ist nicht brauchbar: %2</translation>
     </message>
 </context>
 <context>
@@ -322,6 +379,113 @@ Das Protokoll nennt den Grund.</translation>
         <source>Unable to bring the configuration back: no loaded module opens configurations</source>
         <translation>Die Konfiguration kann nicht zurückgeholt werden: kein geladenes Modul öffnet Konfigurationen</translation>
     </message>
+    <message>
+        <source>Session: %1</source>
+        <translation>Sitzung: %1</translation>
+    </message>
+    <message>
+        <source>Nodes</source>
+        <translation type="unfinished">Knoten</translation>
+    </message>
+</context>
+<context>
+    <name>zoHostNodesPanel</name>
+    <message>
+        <source>Nodes of the session</source>
+        <translation>Knoten der Sitzung</translation>
+    </message>
+    <message>
+        <source>Node</source>
+        <translation>Knoten</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>Zustand</translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation>Version</translation>
+    </message>
+    <message>
+        <source>Screens</source>
+        <translation>Bildschirme</translation>
+    </message>
+    <message>
+        <source>Free memory</source>
+        <translation>Freier Speicher</translation>
+    </message>
+    <message>
+        <source>Waited</source>
+        <translation>Gewartet</translation>
+    </message>
+    <message>
+        <source>Tile</source>
+        <translation>Kachel</translation>
+    </message>
+    <message>
+        <source>How long the node waited in the last frame until all others had drawn theirs</source>
+        <translation>Wie lange der Knoten im letzten Bild gewartet hat, bis alle anderen ihres gezeichnet hatten</translation>
+    </message>
+    <message>
+        <source>Lose</source>
+        <translation>Verlieren</translation>
+    </message>
+    <message>
+        <source>Rehearsal: ends the node&apos;s program, as if its machine were off</source>
+        <translation>Probe: beendet das Programm des Knotens, als wäre sein Rechner aus</translation>
+    </message>
+    <message>
+        <source>Hang</source>
+        <translation>Hängen</translation>
+    </message>
+    <message>
+        <source>Rehearsal: stops the node&apos;s program, as if it hung</source>
+        <translation>Probe: hält das Programm des Knotens an, als hinge es</translation>
+    </message>
+    <message>
+        <source>Delay</source>
+        <translation>Bremsen</translation>
+    </message>
+    <message>
+        <source>Rehearsal: the node takes half a second longer for each frame</source>
+        <translation>Probe: der Knoten braucht für jedes Bild eine halbe Sekunde länger</translation>
+    </message>
+    <message>
+        <source>connecting</source>
+        <translation>verbindet</translation>
+    </message>
+    <message>
+        <source>running</source>
+        <translation>läuft</translation>
+    </message>
+    <message>
+        <source>failed: %1</source>
+        <translation>fehlgeschlagen: %1</translation>
+    </message>
+    <message>
+        <source>lost: %1</source>
+        <translation>verloren: %1</translation>
+    </message>
+    <message>
+        <source>No session</source>
+        <translation>Keine Sitzung</translation>
+    </message>
+    <message>
+        <source>%1 of %2 run</source>
+        <translation>%1 von %2 laufen</translation>
+    </message>
+    <message>
+        <source>ended</source>
+        <translation>beendet</translation>
+    </message>
+    <message>
+        <source>%1 MiB</source>
+        <translation>%1 MiB</translation>
+    </message>
+    <message>
+        <source>%1 ms</source>
+        <translation>%1 ms</translation>
+    </message>
 </context>
 <context>
     <name>zoHostOptions</name>
@@ -396,6 +560,46 @@ Das Protokoll nennt den Grund.</translation>
     <message>
         <source>--%1 is given more than once</source>
         <translation>--%1 ist mehrfach angegeben</translation>
+    </message>
+    <message>
+        <source>Runs sessions on the node servers (nodes) or inside this program, which then shows nothing (local), instead of what the preferences say.</source>
+        <translation>Lässt Sitzungen auf den Knotenservern laufen (nodes) oder in diesem Programm, das dann nichts zeigt (local), statt wie in den Einstellungen.</translation>
+    </message>
+    <message>
+        <source>ENGINE</source>
+        <translation>WORAUF</translation>
+    </message>
+    <message>
+        <source>Runs the servers of all nodes on this machine, with small windows on its desktop.</source>
+        <translation>Lässt die Server aller Knoten auf diesem Rechner laufen, mit kleinen Fenstern auf seinem Bildschirm.</translation>
+    </message>
+    <message>
+        <source>Turns a picture on once the session runs: tiles or test-image.</source>
+        <translation>Schaltet ein Bild ein, sobald die Sitzung läuft: tiles oder test-image.</translation>
+    </message>
+    <message>
+        <source>PICTURE</source>
+        <translation>BILD</translation>
+    </message>
+    <message>
+        <source>Writes all displays of the running session as they are lit, arranged as the wall is.</source>
+        <translation>Schreibt alle Anzeigen der laufenden Sitzung, wie sie leuchten, angeordnet wie die Wand.</translation>
+    </message>
+    <message>
+        <source>Writes what each window of the running session shows as NODE-WINDOW.png.</source>
+        <translation>Schreibt, was jedes Fenster der laufenden Sitzung zeigt, als KNOTEN-FENSTER.png.</translation>
+    </message>
+    <message>
+        <source>FOLDER</source>
+        <translation>ORDNER</translation>
+    </message>
+    <message>
+        <source>--%1: &quot;%2&quot; is none of %3</source>
+        <translation>--%1: „%2“ ist keins von %3</translation>
+    </message>
+    <message>
+        <source>--%1 needs node servers, and --engine local has none</source>
+        <translation>--%1 braucht Knotenserver, und --engine local hat keine</translation>
     </message>
 </context>
 <context>
@@ -504,6 +708,26 @@ Das Protokoll nennt den Grund.</translation>
     <message>
         <source>Configuration %1 loaded</source>
         <translation>Konfiguration %1 geladen</translation>
+    </message>
+    <message>
+        <source>Unable to take pictures: sessions do not run on node servers</source>
+        <translation>Es lassen sich keine Bilder aufnehmen: Sitzungen laufen nicht auf Knotenservern</translation>
+    </message>
+    <message>
+        <source>Unable to take pictures: %1</source>
+        <translation>Es lassen sich keine Bilder aufnehmen: %1</translation>
+    </message>
+    <message>
+        <source>Unable to write wall picture %1: the configuration has no windows</source>
+        <translation>Das Bild der Wand %1 lässt sich nicht schreiben: Die Konfiguration hat keine Fenster</translation>
+    </message>
+    <message>
+        <source>Unable to make folder %1</source>
+        <translation>Der Ordner %1 lässt sich nicht anlegen</translation>
+    </message>
+    <message>
+        <source>Unable to write picture %1: %2</source>
+        <translation>Das Bild %1 lässt sich nicht schreiben: %2</translation>
     </message>
 </context>
 <context>
@@ -633,6 +857,202 @@ Das Protokoll nennt den Grund.</translation>
     <message>
         <source>Unable to unload module %1: %2</source>
         <translation>Modul %1 kann nicht entladen werden: %2</translation>
+    </message>
+</context>
+<context>
+    <name>zoNodeClusterService</name>
+    <message>
+        <source>Configuration of the running cluster refused: %1</source>
+        <translation type="unfinished">Konfiguration des laufenden Clusters zurückgewiesen: %1</translation>
+    </message>
+    <message>
+        <source>Cluster start refused: a start is in progress</source>
+        <translation type="unfinished">Start des Clusters abgelehnt: er wird gerade gestartet</translation>
+    </message>
+    <message>
+        <source>aborted</source>
+        <translation type="unfinished">abgebrochen</translation>
+    </message>
+    <message>
+        <source>Connecting to %1 ...</source>
+        <translation type="unfinished">Verbinden mit %1 ...</translation>
+    </message>
+    <message>
+        <source>the nodes did not answer</source>
+        <translation>die Knoten haben nicht geantwortet</translation>
+    </message>
+    <message>
+        <source>%1 cannot be used</source>
+        <translation>%1 nicht nutzbar</translation>
+    </message>
+    <message>
+        <source>Node %1 failed: %2</source>
+        <translation>Knoten %1 fehlgeschlagen: %2</translation>
+    </message>
+    <message>
+        <source>a server already runs on %1</source>
+        <translation type="unfinished">auf %1 läuft bereits ein Server</translation>
+    </message>
+    <message>
+        <source>not enough memory for %1</source>
+        <translation type="unfinished">nicht genug Speicher für %1</translation>
+    </message>
+    <message>
+        <source>the windows were not opened</source>
+        <translation>die Fenster wurden nicht geöffnet</translation>
+    </message>
+    <message>
+        <source>Cluster runs on %1</source>
+        <translation type="unfinished">Cluster läuft auf %1</translation>
+    </message>
+    <message>
+        <source>%1 does not belong to this program: %2</source>
+        <translation>%1 gehört nicht zu diesem Programm: %2</translation>
+    </message>
+    <message>
+        <source>Node %1 lost: %2</source>
+        <translation>Knoten %1 verloren: %2</translation>
+    </message>
+    <message>
+        <source>Node %1 not added: %2</source>
+        <translation>Knoten %1 nicht hinzugefügt: %2</translation>
+    </message>
+    <message>
+        <source>Connected to %1</source>
+        <translation>Verbunden mit %1</translation>
+    </message>
+    <message>
+        <source>Other hosts on this machine cannot be seen: %1</source>
+        <translation type="unfinished">Andere Sitzungen auf diesem Rechner sind nicht zu erkennen: %1</translation>
+    </message>
+    <message>
+        <source>Node %1: %2</source>
+        <translation>Knoten %1: %2</translation>
+    </message>
+    <message>
+        <source>its controller ended</source>
+        <translation>ihre Steuerung hat sich beendet</translation>
+    </message>
+    <message>
+        <source>its controller ended: %1</source>
+        <translation>ihre Steuerung hat sich beendet: %1</translation>
+    </message>
+    <message>
+        <source>Cluster session lost: %1</source>
+        <translation>Cluster-Sitzung verloren: %1</translation>
+    </message>
+    <message>
+        <source>it stopped answering</source>
+        <translation>antwortet nicht mehr</translation>
+    </message>
+    <message>
+        <source>Cluster session lost: no node runs any more</source>
+        <translation>Cluster-Sitzung verloren: Kein Knoten läuft mehr</translation>
+    </message>
+    <message>
+        <source>Cluster session ends: a node is lost</source>
+        <translation>Cluster-Sitzung endet: Ein Knoten ist verloren</translation>
+    </message>
+    <message>
+        <source>Cluster stopped</source>
+        <translation type="unfinished">Cluster gestoppt</translation>
+    </message>
+    <message>
+        <source>Cluster not started: %1</source>
+        <translation type="unfinished">Cluster nicht gestartet: %1</translation>
+    </message>
+    <message>
+        <source>Show tiles: on</source>
+        <translation type="unfinished">Kacheln anzeigen: ein</translation>
+    </message>
+    <message>
+        <source>Show tiles: off</source>
+        <translation type="unfinished">Kacheln anzeigen: aus</translation>
+    </message>
+    <message>
+        <source>Show test image: on</source>
+        <translation type="unfinished">Testbild anzeigen: ein</translation>
+    </message>
+    <message>
+        <source>Show test image: off</source>
+        <translation type="unfinished">Testbild anzeigen: aus</translation>
+    </message>
+    <message>
+        <source>Network speed test failed: the nodes did not answer</source>
+        <translation>Geschwindigkeitstest des Netzwerks fehlgeschlagen: Die Knoten haben nicht geantwortet</translation>
+    </message>
+    <message>
+        <source>Node %1: sent %2 MByte/s, received %3 MByte/s</source>
+        <translation>Knoten %1: gesendet %2 MByte/s, empfangen %3 MByte/s</translation>
+    </message>
+    <message>
+        <source>no session runs</source>
+        <translation>es läuft keine Sitzung</translation>
+    </message>
+    <message>
+        <source>the configuration is empty</source>
+        <translation type="unfinished">die Konfiguration ist leer</translation>
+    </message>
+    <message>
+        <source>the configuration is not well-formed: %1</source>
+        <translation type="unfinished">die Konfiguration ist nicht wohlgeformt: %1</translation>
+    </message>
+    <message>
+        <source>the configuration has no enabled node</source>
+        <translation type="unfinished">die Konfiguration hat keinen aktivierten Knoten</translation>
+    </message>
+</context>
+<context>
+    <name>zoNodeReasonText</name>
+    <message>
+        <source>it does not answer</source>
+        <translation>antwortet nicht</translation>
+    </message>
+    <message>
+        <source>it stopped answering</source>
+        <translation>antwortet nicht mehr</translation>
+    </message>
+    <message>
+        <source>a server already runs on it</source>
+        <translation>darauf läuft bereits ein Server</translation>
+    </message>
+    <message>
+        <source>its server ended</source>
+        <translation>sein Server hat sich beendet</translation>
+    </message>
+    <message>
+        <source>its network cannot be reached</source>
+        <translation>sein Netzwerk ist nicht erreichbar</translation>
+    </message>
+</context>
+<context>
+    <name>zoSessionRequest</name>
+    <message>
+        <source>no node</source>
+        <translation type="unfinished">keinem Knoten</translation>
+    </message>
+    <message>
+        <source>%1 and %2 more</source>
+        <translation type="unfinished">%1 und %2 mehr</translation>
+    </message>
+</context>
+<context>
+    <name>zoSessionText</name>
+    <message>
+        <source>rehearsal of 1 node on this machine</source>
+        <translation>Probe von 1 Knoten auf diesem Rechner</translation>
+    </message>
+    <message>
+        <source>1 node</source>
+        <translation>1 Knoten</translation>
+    </message>
+    <message>
+        <source>rehearsal of %1 nodes on this machine</source>
+        <translation>Probe von %1 Knoten auf diesem Rechner</translation>
+    </message>
+    <message>
+        <source>%1 nodes</source>
+        <translation>%1 Knoten</translation>
     </message>
 </context>
 </TS>

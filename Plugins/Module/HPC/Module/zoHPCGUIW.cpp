@@ -124,9 +124,11 @@ void zoHPCGUIW::createActions()
     m_speedTestAction = new QAction(tr("Run network speed test..."), this);
     connect(m_speedTestAction, SIGNAL(triggered()), this, SIGNAL(speedTestTriggered()));
     m_showTilesAction = new QAction(tr("Show tiles"), this);
+    m_showTilesAction->setObjectName(zoText("ShowTiles"));
     m_showTilesAction->setCheckable(true);
     connect(m_showTilesAction, SIGNAL(toggled(bool)), this, SIGNAL(showTilesToggled(bool)));
     m_showTestImageAction = new QAction(tr("Show test image"), this);
+    m_showTestImageAction->setObjectName(zoText("ShowTestImage"));
     m_showTestImageAction->setCheckable(true);
     connect(m_showTestImageAction, SIGNAL(toggled(bool)), this, SIGNAL(showTestImageToggled(bool)));
     // Diagnostics look into a session; there is none yet.

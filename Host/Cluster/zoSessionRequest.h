@@ -1,0 +1,20 @@
+#pragma once
+
+#include "zoClusterDocument.h"
+
+#include <QJsonObject>
+#include <QStringList>
+
+// What a controller is told of a document.
+namespace zoSessionRequest
+{
+// The document with its nodes; `share` goes on beside other sessions on them.
+QJsonObject config(const QString& document, const std::vector<zoClusterDocument::Node>& nodes, bool share);
+
+bool isAllOnThisMachine(const std::vector<zoClusterDocument::Node>& nodes);
+
+QStringList idsOf(const std::vector<zoClusterDocument::Node>& nodes);
+
+// For the log: a large cluster in one readable line.
+QString listOf(const QStringList& ids);
+} // namespace zoSessionRequest

@@ -1,0 +1,195 @@
+#include "zoHostNodesPanel.h"
+
+#include "zoNodeClusterService.h"
+
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QTimer>
+#include <QToolButton>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace
+{
+enum Column { Id, State, Version, Screens, Memory, Wait, Tile };
+
+constexpr int s_togetherMs = 30;
+constexpr int s_waitsMs = 1000;
+constexpr int s_delayMs = 500;
+constexpr qint64 s_mebibyte = 1024 * 1024;
+constexpr double s_microsecondsPerMillisecond = 1000.0;
+
+QColor colourOf(zoClusterNodeReport::State state)
+{
+    switch (state) {
+    case zoClusterNodeReport::State::Running:
+        return {0, 110, 40};
+    case zoClusterNodeReport::State::Failed:
+    case zoClusterNodeReport::State::Lost:
+        return {180, 20, 20};
+    case zoClusterNodeReport::State::Connecting:
+        break;
+    }
+    return {120, 120, 120};
+}
+} // namespace
+
+zoHostNodesPanel::zoHostNodesPanel(zoNodeClusterService* cluster, QWidget* parent)
+    : QWidget(parent)
+    , m_cluster(cluster)
+    , m_summary(new QLabel(this))
+    , m_list(new QTreeWidget(this))
+    , m_later(new QTimer(this))
+    , m_waits(new QTimer(this))
+{
+    m_summary->setObjectName(QStringLiteral("NodesSummary"));
+    m_list->setObjectName(QStringLiteral("NodesList"));
+    m_list->setAccessibleName(tr("Nodes of the session"));
+    m_list->setRootIsDecorated(false);
+    m_list->setUniformRowHeights(true);
+    m_list->setFrameShape(QFrame::NoFrame);
+    m_list->setHeaderLabels(
+        {tr("Node"), tr("State"), tr("Version"), tr("Screens"), tr("Free memory"), tr("Waited"), tr("Tile")});
+    m_list->headerItem()->setToolTip(
+        Wait, tr("How long the node waited in the last frame until all others had drawn theirs"));
+    m_list->header()->setStretchLastSection(true);
+
+    const auto makeButton = [this](const char* name, const QString& text, const QString& toolTip) {
+        auto* button = new QToolButton(this);
+        button->setObjectName(QLatin1String(name));
+        button->setText(text);
+        button->setToolTip(toolTip);
+        button->setAutoRaise(true);
+        return button;
+    };
+    m_lose = makeButton("LoseNode", tr("Lose"),
+                        tr("Rehearsal: ends the node's program, as if its machine were off"));
+    m_hang = makeButton("HangNode", tr("Hang"), tr("Rehearsal: stops the node's program, as if it hung"));
+    m_delay = makeButton("DelayNode", tr("Delay"),
+                         tr("Rehearsal: the node takes half a second longer for each frame"));
+    connect(m_lose, &QToolButton::clicked, this, [this] { m_cluster->loseNode(currentNode()); });
+    connect(m_hang, &QToolButton::clicked, this, [this] { m_cluster->hangNode(currentNode()); });
+    connect(m_delay, &QToolButton::clicked, this, [this] { m_cluster->delayNode(currentNode(), s_delayMs); });
+
+    createLayout();
+    createConnections();
+    refresh();
+}
+
+zoHostNodesPanel::~zoHostNodesPanel() = default;
+
+void zoHostNodesPanel::createLayout()
+{
+    auto* row = new QHBoxLayout;
+    row->setContentsMargins(4, 2, 4, 2);
+    row->addWidget(m_summary, 1);
+    for (QToolButton* button : {m_lose, m_hang, m_delay})
+        row->addWidget(button);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addLayout(row);
+    layout->addWidget(m_list);
+}
+
+void zoHostNodesPanel::createConnections()
+{
+    m_later->setSingleShot(true);
+    m_later->setInterval(s_togetherMs);
+    connect(m_later, &QTimer::timeout, this, &zoHostNodesPanel::refresh);
+    m_waits->setInterval(s_waitsMs);
+    connect(m_waits, &QTimer::timeout, this, &zoHostNodesPanel::refresh);
+    const auto soon = [this] {
+        if (!m_later->isActive())
+            m_later->start();
+    };
+    connect(m_cluster, &zoClusterService::nodeStateChanged, this, soon);
+    connect(m_cluster, &zoClusterService::runningNodesChanged, this, soon);
+    connect(m_cluster, &zoClusterService::started, this, soon);
+    connect(m_cluster, &zoClusterService::stopped, this, soon);
+    connect(m_list, &QTreeWidget::currentItemChanged, this, &zoHostNodesPanel::updateButtons);
+}
+
+QString zoHostNodesPanel::stateText(const zoClusterNodeReport& report)
+{
+    switch (report.state) {
+    case zoClusterNodeReport::State::Connecting:
+        return tr("connecting");
+    case zoClusterNodeReport::State::Running:
+        return tr("running");
+    case zoClusterNodeReport::State::Failed:
+        return tr("failed: %1").arg(report.reason);
+    case zoClusterNodeReport::State::Lost:
+        return tr("lost: %1").arg(report.reason);
+    }
+    return {};
+}
+
+void zoHostNodesPanel::refresh()
+{
+    const QVector<zoClusterNodeReport> reports = m_cluster->nodeReport();
+    const int count = reports.size();
+    while (m_list->topLevelItemCount() > count)
+        delete m_list->topLevelItem(m_list->topLevelItemCount() - 1);
+    while (m_list->topLevelItemCount() < count)
+        new QTreeWidgetItem(m_list);
+    const bool isFirst = m_list->property("sized").toInt() != count;
+    for (int i = 0; i < count; ++i)
+        showReport(m_list->topLevelItem(i), reports.at(i));
+    if (isFirst) {
+        for (int column = Id; column < Tile; ++column)
+            m_list->resizeColumnToContents(column);
+        m_list->setProperty("sized", count);
+    }
+    if (count == 0)
+        m_summary->setText(tr("No session"));
+    else
+        m_summary->setText(
+            tr("%1 of %2 run")
+                .arg(QString::number(m_cluster->runningNodes().size()), QString::number(count)));
+    if (m_cluster->isRunning() && !m_waits->isActive())
+        m_waits->start();
+    else if (!m_cluster->isRunning())
+        m_waits->stop();
+    updateButtons();
+}
+
+void zoHostNodesPanel::showReport(QTreeWidgetItem* row, const zoClusterNodeReport& report)
+{
+    // What ran ended with its session; what failed says why it does not run.
+    const bool ended = !m_cluster->isRunning() && report.state == zoClusterNodeReport::State::Running;
+    const QString state = ended ? tr("ended") : stateText(report);
+    row->setText(Id, report.id);
+    row->setText(State, state);
+    row->setToolTip(State, state);
+    row->setForeground(State,
+                       ended ? colourOf(zoClusterNodeReport::State::Connecting) : colourOf(report.state));
+    row->setText(Version, report.version);
+    row->setText(Screens, report.screens.join(QStringLiteral(", ")));
+    row->setText(Memory,
+                 report.freeMemory < 0 ? QString() : tr("%1 MiB").arg(report.freeMemory / s_mebibyte));
+    row->setText(Wait,
+                 report.barrierWait < 0
+                     ? QString()
+                     : tr("%1 ms").arg(double(report.barrierWait) / s_microsecondsPerMillisecond, 0, 'f', 1));
+    row->setText(Tile, report.tile);
+}
+
+QString zoHostNodesPanel::currentNode() const
+{
+    return m_list->currentItem() != nullptr ? m_list->currentItem()->text(Id) : QString();
+}
+
+void zoHostNodesPanel::updateButtons()
+{
+    const bool rehearses =
+        m_cluster->isRunning() && (m_cluster->capabilities() & zoClusterService::Rehearses) != 0;
+    const bool runs = m_cluster->runningNodes().contains(currentNode());
+    for (QToolButton* button : {m_lose, m_hang, m_delay}) {
+        button->setVisible(rehearses);
+        button->setEnabled(rehearses && runs);
+    }
+}
