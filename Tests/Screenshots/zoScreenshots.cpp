@@ -80,6 +80,7 @@ bool zoScreenshots::takeAll()
     prepareEarlierConfigurations();
     zoHostOptions options;
     options.moduleFiles = QStringList(QStringLiteral(ZO_MODULE_FILE));
+    options.engine = QStringLiteral("local");
     options.language = m_language;
     m_host = std::make_unique<zoHostApplication>(options);
     if (window()->moduleWindows().isEmpty()) {

@@ -29,6 +29,14 @@ std::unique_ptr<zoClusterService> createServiceShortOfMemory()
     service->setAvailableMemory([] { return qint64(1000); });
     return service;
 }
+
+zoClusterServiceContract::Factory services()
+{
+    zoClusterServiceContract::Factory factory;
+    factory.create = createService;
+    factory.createShortOfMemory = createServiceShortOfMemory;
+    return factory;
+}
 } // namespace
 
 // The embedded cluster service keeps the contract.
@@ -37,10 +45,7 @@ class tst_zoLocalClusterServiceContract final : public zoClusterServiceContract
     Q_OBJECT
 
 public:
-    tst_zoLocalClusterServiceContract()
-        : zoClusterServiceContract({createService, createServiceShortOfMemory})
-    {
-    }
+    tst_zoLocalClusterServiceContract() : zoClusterServiceContract(services()) {}
 };
 
 ZO_TEST_MAIN(tst_zoLocalClusterServiceContract)

@@ -168,7 +168,7 @@ void tst_zohostLanguages::helpIsInTheLanguage()
 
 void tst_zohostLanguages::stepsForScriptsAreEnglish()
 {
-    run({"LANG=de_DE.UTF-8"}, {"--module", ZO_FIXTURE_DIR "/libzoGoodModule.so", "--start",
+    run({"LANG=de_DE.UTF-8"}, {"--module", ZO_FIXTURE_DIR "/libzoGoodModule.so", "--engine", "local", "--start",
                                "--non-interactive", "--exit-after-stop", "--screenshot", "shot.png"});
 
     QCOMPARE(m_exitCode, 0);

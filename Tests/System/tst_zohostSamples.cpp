@@ -225,7 +225,7 @@ void tst_zohostSamples::sampleRunsInTheHost()
     process.setProcessEnvironment(environment);
     const QString screenshot = m_directory->filePath(file + QStringLiteral(".png"));
 
-    process.start(QStringLiteral(ZO_HOST_FILE), {"--config", sampleFile(file), "--start", "--non-interactive",
+    process.start(QStringLiteral(ZO_HOST_FILE), {"--engine", "local", "--config", sampleFile(file), "--start", "--non-interactive",
                                                  "--exit-after-stop", "--screenshot", screenshot});
     QVERIFY(process.waitForFinished(ProcessTimeoutMs));
 
@@ -248,11 +248,12 @@ void tst_zohostSamples::sampleRunsInTheHost()
     QVERIFY(!QImage(screenshot, "PNG").isNull());
     // Nothing but information: no warning, no error.
     const QStringList messages = QString::fromUtf8(log).split(QLatin1Char('\n'));
-    QCOMPARE(messages.size(), 5);
+    QCOMPARE(messages.size(), 6);
     QCOMPARE(messages.at(0), QStringLiteral("zo: Module " ZO_MODULE_FILE " loaded"));
     QCOMPARE(messages.at(1), "zo: Configuration " + sampleFile(file) + " loaded");
     QVERIFY2(messages.at(2).startsWith(QStringLiteral("zo: Cluster runs on ")), log.constData());
-    QCOMPARE(messages.mid(3), QStringList({"zo: Cluster stopped", ""}));
+    QVERIFY2(messages.at(3).startsWith(QStringLiteral("zo: Session: rehearsal of ")), log.constData());
+    QCOMPARE(messages.mid(4), QStringList({"zo: Cluster stopped", ""}));
 }
 
 ZO_TEST_MAIN(tst_zohostSamples)

@@ -28,6 +28,15 @@ public:
         std::function<std::unique_ptr<zoClusterService>()> create;
         // A service that finds too little memory for any node.
         std::function<std::unique_ptr<zoClusterService>()> createShortOfMemory;
+        // How many nodes are many.
+        int many = 1000;
+        // Names of nodes that every start can have: all of "n1", "n2", ... unless it says otherwise.
+        QString failing; // a node that cannot be started, with a reason that names this; empty for none
+        QString silent;  // a node that never answers; empty for none
+        // Makes a running node fail as if its machine had; nothing for a service that does not look.
+        std::function<void(zoClusterService*, const QString& id)> lose;
+        // The same service, whose sessions end with the first lost node.
+        std::function<std::unique_ptr<zoClusterService>()> createEndingWithLostNode;
     };
 
     explicit zoClusterServiceContract(Factory factory);
@@ -44,7 +53,7 @@ private slots:
     void handlerOfStartedSeesTheSession();
     void progressRisesNodeByNodeAndFinishesBeforeStarted();
     void startOfARunningSessionChangesNothing();
-    void thousandNodesStart();
+    void manyNodesStart();
 
     void stopEndsTheSession();
     void handlerOfStoppedSeesTheEnd();
