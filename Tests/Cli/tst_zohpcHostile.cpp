@@ -1,3 +1,4 @@
+#include "zoCliFiles.h"
 #include "zoCommandRun.h"
 #include "zoTestCase.h"
 
@@ -42,6 +43,8 @@ class tst_zohpcHostile final : public zoTestCase
 private slots:
     void commandEnds_data();
     void commandEnds();
+    void otherItemsAreCompared_data();
+    void otherItemsAreCompared();
 };
 
 void tst_zohpcHostile::commandEnds_data()
@@ -108,6 +111,45 @@ void tst_zohpcHostile::commandEnds_data()
                                              filled("<window node='a'><viewport projection='P'/></window>") +
                                              "</display>"));
     }
+}
+
+// Each item is only in one of both.
+void tst_zohpcHostile::otherItemsAreCompared_data()
+{
+    QTest::addColumn<QByteArray>("before");
+    QTest::addColumn<QByteArray>("after");
+
+    const auto windows = [](const QByteArray& node) {
+        return document("<node name='a'/><node name='b'/>", "<display>" + numbered([&](const QByteArray& i) {
+                                                                return "<window node='" + node +
+                                                                       "' screen='" + i + "'/>";
+                                                            }) + "</display>");
+    };
+    QTest::newRow("windows") << windows("a") << windows("b");
+    const auto projections = [](const QByteArray& name, const QByteArray& sign) {
+        return document(QByteArray(), numbered([&](const QByteArray& i) {
+                            return "<projection name='" + name + i + "' type='plane' x1='" + sign + i + "'/>";
+                        }));
+    };
+    QTest::newRow("projections") << projections("a", "") << projections("b", "-");
+    const auto networks = [](const QByteArray& between) {
+        return document(numbered([&](const QByteArray& i) { return "<node name='" + i + "'/>" + between; }));
+    };
+    QTest::newRow("nodes-in-networks-of-their-own") << networks({}) << networks("</network><network>");
+}
+
+void tst_zohpcHostile::otherItemsAreCompared()
+{
+    QFETCH(QByteArray, before);
+    QFETCH(QByteArray, after);
+    zoCliFiles files;
+
+    const zoCommandRun run =
+        zoCommandRun::zohpc({"diff", files.write("before.zhpc", before), files.write("after.zhpc", after)});
+
+    QCOMPARE(run.errors, QByteArray());
+    QCOMPARE(run.exitCode, 1);
+    QVERIFY(run.output.count('\n') > 5000);
 }
 
 void tst_zohpcHostile::commandEnds()

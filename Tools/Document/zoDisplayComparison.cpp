@@ -66,9 +66,12 @@ bool zoDisplayComparison::isSameNode(const QDomElement& before, const QDomElemen
     return m_renamedNodes.value(name, name) == after.attribute(nodeAttribute());
 }
 
-bool zoDisplayComparison::isSamePlace(const QDomElement& before, const QDomElement& after) const
+// Where the window is: its display, its node, by the name that this has now, and its screen.
+QString zoDisplayComparison::placeOf(const Window& window, const QHash<QString, QString>& renamedNodes)
 {
-    return isSameNode(before, after) && zoAttributeValue::isSame(before, after, screenAttribute());
+    const QString node = window.element.attribute(nodeAttribute());
+    return QString::number(window.display) + QLatin1Char('\n') + renamedNodes.value(node, node) +
+           QLatin1Char('\n') + zoAttributeValue::meaning(window.element, screenAttribute());
 }
 
 void zoDisplayComparison::compare(const zoComparedDocument& before, const zoComparedDocument& after)
@@ -156,9 +159,12 @@ void zoDisplayComparison::compareWindows(const Windows& before, const Windows& a
         keysAfter << window.key;
     const QStringList common = zoDifferences::common(keysBefore, keysAfter);
     const QSet<QString> known(keysAfter.cbegin(), keysAfter.cend());
-    Windows removed;
-    std::copy_if(before.begin(), before.end(), std::back_inserter(removed),
-                 [&](const Window& window) { return !known.contains(window.key); });
+    // What is shown no more, by its place, the last first.
+    QHash<QString, std::vector<std::size_t>> vacated;
+    for (std::size_t i = before.size(); i-- > 0;) {
+        if (!known.contains(before[i].key))
+            vacated[placeOf(before[i], m_renamedNodes)].push_back(i);
+    }
 
     for (const Window& window : after) {
         const int index = indices.value(window.key, -1);
@@ -166,10 +172,8 @@ void zoDisplayComparison::compareWindows(const Windows& before, const Windows& a
             compareWindow(before[std::size_t(index)], window);
             continue;
         }
-        const auto former = std::find_if(removed.begin(), removed.end(), [&](const Window& other) {
-            return other.display == window.display && isSamePlace(other.element, window.element);
-        });
-        if (former == removed.end()) {
+        std::vector<std::size_t>& former = vacated[placeOf(window, {})];
+        if (former.empty()) {
             m_differences.add(
                 QStringLiteral("window-added"),
                 tr("window added: %1 on %2, display %3")
@@ -177,17 +181,29 @@ void zoDisplayComparison::compareWindows(const Windows& before, const Windows& a
                 {{window.path, QJsonValue(), zoItemPaths::display(window.display)}});
             continue;
         }
-        compareContent(*former, window);
-        removed.erase(former);
+        compareContent(before[former.back()], window);
+        former.pop_back();
     }
-    for (const Window& window : removed)
+    addRemovedWindows(before, vacated);
+    if (common != zoDifferences::common(keysAfter, keysBefore))
+        m_differences.add(QStringLiteral("windows-reordered"), tr("the windows are in another order"),
+                          {{zoClusterTags::Cluster, QJsonValue(), QJsonValue()}});
+}
+
+void zoDisplayComparison::addRemovedWindows(const Windows& before,
+                                            const QHash<QString, std::vector<std::size_t>>& vacated)
+{
+    std::vector<std::size_t> removed;
+    for (const std::vector<std::size_t>& windows : vacated)
+        removed.insert(removed.end(), windows.begin(), windows.end());
+    std::sort(removed.begin(), removed.end());
+    for (const std::size_t index : removed) {
+        const Window& window = before[index];
         m_differences.add(QStringLiteral("window-removed"),
                           tr("window removed: %1 on %2, display %3")
                               .arg(window.label, nodeText(window.element), QString::number(window.display)),
                           {{window.path, zoItemPaths::display(window.display), QJsonValue()}});
-    if (common != zoDifferences::common(keysAfter, keysBefore))
-        m_differences.add(QStringLiteral("windows-reordered"), tr("the windows are in another order"),
-                          {{zoClusterTags::Cluster, QJsonValue(), QJsonValue()}});
+    }
 }
 
 void zoDisplayComparison::compareContent(const Window& before, const Window& after)

@@ -42,9 +42,10 @@ private:
     static Window windowOf(const QDomElement& element, int display);
     void compareDisplays(const zoComparedDocument& before, const zoComparedDocument& after);
     bool isSameNode(const QDomElement& before, const QDomElement& after) const;
-    bool isSamePlace(const QDomElement& before, const QDomElement& after) const;
+    static QString placeOf(const Window& window, const QHash<QString, QString>& renamedNodes);
     void compareWindows(const Windows& before, const Windows& after);
     void compareWindow(const Window& before, const Window& after);
+    void addRemovedWindows(const Windows& before, const QHash<QString, std::vector<std::size_t>>& vacated);
     // A window at the same place that shows something else.
     void compareContent(const Window& before, const Window& after);
     void compareViewports(const Window& before, const Window& after);

@@ -9,6 +9,7 @@
 
 #include <zoClusterTags.h>
 
+#include <QDomDocument>
 #include <QHash>
 #include <QJsonArray>
 #include <QSet>
@@ -65,13 +66,19 @@ QString cornersOf(const QDomElement& plane)
     return points.join(QLatin1Char(' '));
 }
 
-// Whether they differ in nothing but the name.
-bool isRenamed(const QDomElement& before, const QDomElement& after)
+// All that it is but the name: what is the same got another name.
+QString contentOf(const QDomElement& projection)
 {
-    const QStringList names = zoDifferences::attributeNames(before, after);
-    return std::all_of(names.begin(), names.end(), [&](const QString& name) {
-        return name == attributeName(P::Name) || zoAttributeValue::isSame(before, after, name);
-    });
+    const QDomElement empty = QDomDocument().createElement(projection.tagName());
+    const QStringList names = zoDifferences::attributeNames(projection, projection);
+    QString text;
+    for (const QString& name : names) {
+        // One that is missing and its default are the same.
+        if (name != attributeName(P::Name) && !zoAttributeValue::isSame(projection, empty, name))
+            text +=
+                name + QLatin1Char('\n') + zoAttributeValue::meaning(projection, name) + QLatin1Char('\n');
+    }
+    return text;
 }
 } // namespace
 
@@ -104,19 +111,19 @@ void zoProjectionComparison::compare(const zoComparedDocument& before, const zoC
         keysTo << projection.key;
     const QStringList common = zoDifferences::common(keysFrom, keysTo);
     const QSet<QString> known(keysTo.cbegin(), keysTo.cend());
-    Projections removed;
-    std::copy_if(from.begin(), from.end(), std::back_inserter(removed),
-                 [&](const Projection& projection) { return !known.contains(projection.key); });
+    QHash<QString, std::vector<std::size_t>> gone; // by what they are, the last first
+    for (std::size_t i = from.size(); i-- > 0;) {
+        if (!known.contains(from[i].key))
+            gone[contentOf(from[i].element)].push_back(i);
+    }
 
     for (const Projection& projection : to) {
         if (former.contains(projection.key)) {
             compareProjection(former[projection.key], projection);
             continue;
         }
-        const auto renamed = std::find_if(removed.begin(), removed.end(), [&](const Projection& other) {
-            return isRenamed(other.element, projection.element);
-        });
-        if (renamed == removed.end()) {
+        std::vector<std::size_t>& same = gone[contentOf(projection.element)];
+        if (same.empty()) {
             m_differences.add(QStringLiteral("projection-added"),
                               tr("%1: added").arg(labelOf(projection.element)),
                               {{projection.path, QJsonValue(), zoClusterTags::Cluster}});
@@ -124,21 +131,31 @@ void zoProjectionComparison::compare(const zoComparedDocument& before, const zoC
         }
         m_differences.add(QStringLiteral("projection-renamed"),
                           tr("%1: renamed to %2")
-                              .arg(labelOf(renamed->element),
+                              .arg(labelOf(from[same.back()].element),
                                    zoDifferences::quoted(attribute(projection.element, P::Name))),
-                          {zoDifferences::change(projection.path, attributeName(P::Name), renamed->element,
-                                                 projection.element)});
-        removed.erase(renamed);
+                          {zoDifferences::change(projection.path, attributeName(P::Name),
+                                                 from[same.back()].element, projection.element)});
+        same.pop_back();
     }
-    for (const Projection& projection : removed)
-        m_differences.add(QStringLiteral("projection-removed"),
-                          tr("%1: removed").arg(labelOf(projection.element)),
-                          {{projection.path, zoClusterTags::Cluster, QJsonValue()}});
+    addRemoved(from, gone);
     if (common != zoDifferences::common(keysTo, keysFrom))
         m_differences.add(
             QStringLiteral("projections-reordered"), tr("the projections are in another order"),
             {{zoClusterTags::Cluster, QJsonArray::fromStringList(before.paths(zoClusterTags::Projection)),
               QJsonArray::fromStringList(after.paths(zoClusterTags::Projection))}});
+}
+
+void zoProjectionComparison::addRemoved(const Projections& before,
+                                        const QHash<QString, std::vector<std::size_t>>& gone)
+{
+    std::vector<std::size_t> removed;
+    for (const std::vector<std::size_t>& projections : gone)
+        removed.insert(removed.end(), projections.begin(), projections.end());
+    std::sort(removed.begin(), removed.end());
+    for (const std::size_t index : removed)
+        m_differences.add(QStringLiteral("projection-removed"),
+                          tr("%1: removed").arg(labelOf(before[index].element)),
+                          {{before[index].path, zoClusterTags::Cluster, QJsonValue()}});
 }
 
 void zoProjectionComparison::compareProjection(const QDomElement& before, const Projection& projection)

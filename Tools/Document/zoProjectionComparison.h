@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDomElement>
+#include <QHash>
 #include <QString>
 
 #include <vector>
@@ -30,6 +31,7 @@ private:
     using Projections = std::vector<Projection>;
 
     static Projections projectionsOf(const zoComparedDocument& document);
+    void addRemoved(const Projections& before, const QHash<QString, std::vector<std::size_t>>& gone);
     void compareProjection(const QDomElement& before, const Projection& projection);
     // Whether the corners were told of.
     bool comparePlanes(const QString& label, const QDomElement& before, const Projection& projection);
