@@ -86,6 +86,8 @@ void tst_zohpcParaView::eachRankHasTheWindowOfItsMachine_data()
                                                  "20", "--size", "1600x600", "--hosts", "a b"})
                                 .output;
     QTest::newRow("wall") << QByteArray(wall).replace("x=\"0\" y=\"0\"", "x=\"120\" y=\"60\"");
+    QTest::newRow("left-of-and-above-the-desktop")
+        << QByteArray(wall).replace("x=\"0\" y=\"0\"", "x=\"-50\" y=\"-40\"");
     QTest::newRow("cave") << zoCommandRun::zohpc({"new", "--cave", "3000x2400x3000", "--tile", "320x240",
                                                   "--walls", "left,right,bottom,front", "--hosts", "c1 - c4"})
                                  .output;
@@ -136,7 +138,7 @@ void tst_zohpcParaView::eachRankHasTheWindowOfItsMachine()
     for (int rank = 0; rank < machines.count(); ++rank) {
         // "ParaView Server #0": ("vtk" "Vtk")  400x300+120+60  +120+60
         const QRegularExpression line(
-            QStringLiteral("\"ParaView Server #%1\".*\\s(\\d+x\\d+[-+]\\d+[-+]\\d+)\\s").arg(rank));
+            QStringLiteral("\"ParaView Server #%1\".*?\\s(\\d+x\\d+\\+-?\\d+\\+-?\\d+)\\s").arg(rank));
         const QString geometry = line.match(windows).captured(1);
         QVERIFY2(geometry == machines.at(rank).toElement().attribute(QStringLiteral("Geometry")),
                  (windows.toUtf8() + server.text()).constData());
