@@ -168,8 +168,9 @@ void tst_zohostLanguages::helpIsInTheLanguage()
 
 void tst_zohostLanguages::stepsForScriptsAreEnglish()
 {
-    run({"LANG=de_DE.UTF-8"}, {"--module", ZO_FIXTURE_DIR "/libzoGoodModule.so", "--engine", "local", "--start",
-                               "--non-interactive", "--exit-after-stop", "--screenshot", "shot.png"});
+    run({"LANG=de_DE.UTF-8"},
+        {"--module", ZO_FIXTURE_DIR "/libzoGoodModule.so", "--engine", "local", "--start",
+         "--non-interactive", "--exit-after-stop", "--screenshot", "shot.png"});
 
     QCOMPARE(m_exitCode, 0);
     for (const char* step : {"configuration: default\n", "nodes: localhost\n", "running: localhost\n",

@@ -225,8 +225,9 @@ void tst_zohostSamples::sampleRunsInTheHost()
     process.setProcessEnvironment(environment);
     const QString screenshot = m_directory->filePath(file + QStringLiteral(".png"));
 
-    process.start(QStringLiteral(ZO_HOST_FILE), {"--engine", "local", "--config", sampleFile(file), "--start", "--non-interactive",
-                                                 "--exit-after-stop", "--screenshot", screenshot});
+    process.start(QStringLiteral(ZO_HOST_FILE),
+                  {"--engine", "local", "--config", sampleFile(file), "--start", "--non-interactive",
+                   "--exit-after-stop", "--screenshot", screenshot});
     QVERIFY(process.waitForFinished(ProcessTimeoutMs));
 
     const QByteArray log = process.readAllStandardError();

@@ -1,7 +1,10 @@
 #include "zoClusterServiceContract.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QEventLoop>
+#include <QPointer>
+#include <QSignalSpy>
 #include <QTimer>
 
 namespace
@@ -55,6 +58,9 @@ public:
     QStringList texts;
     QList<int> percents;
 };
+
+// Far above what it takes, and far below what a wait that nobody ends would.
+constexpr int SoonMs = 5000;
 
 const QRegularExpression AnyReason(QStringLiteral("\\S"));
 } // namespace
@@ -161,6 +167,8 @@ void zoClusterServiceContract::idsFollowTheDocument()
 {
     QFETCH(QString, section);
     QFETCH(QStringList, ids);
+    if (!m_factory.takesAnyName && section.contains(QStringLiteral("\"Network:/")))
+        QSKIP("no machine has such a name");
     const auto service = m_factory.create();
     service->applyConfig(QStringLiteral("<cluster version=\"1\">") + section + QStringLiteral("</cluster>"));
 
@@ -436,6 +444,97 @@ void zoClusterServiceContract::quitWhileConnectingLetsTheStartReturn()
     loop.exec();
 
     QVERIFY(returned);
+}
+
+void zoClusterServiceContract::endOfTheApplicationEndsTheStart()
+{
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1", "n2"}));
+    bool returned = false;
+    connect(service.get(), &zoClusterService::progressChanged, qApp, &QCoreApplication::quit);
+    QElapsedTimer time;
+    time.start();
+    QMetaObject::invokeMethod(
+        service.get(),
+        [&] {
+            service->start();
+            returned = true;
+        },
+        Qt::QueuedConnection);
+    // Others are done before.
+    if ((service->capabilities() & zoClusterService::ReportsLostNodes) != 0)
+        expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("aborted")));
+
+    QCoreApplication::exec();
+
+    QVERIFY(returned);
+    QVERIFY2(time.elapsed() < SoonMs, qPrintable(QString::number(time.elapsed())));
+}
+
+void zoClusterServiceContract::serviceDestroyedByItsProgressHandlerIsGone()
+{
+    for (const bool fromAnEvent : {false, true}) {
+        auto service = m_factory.create();
+        service->applyConfig(documentOf({"n1", "n2"}));
+        QPointer<zoClusterService> pointer(service.get());
+        connect(service.get(), &zoClusterService::progressChanged, this, [&] {
+            if (fromAnEvent)
+                QMetaObject::invokeMethod(
+                    this, [&] { service.reset(); }, Qt::QueuedConnection);
+            else
+                service.reset();
+        });
+
+        pointer->start();
+
+        QTRY_VERIFY(!pointer);
+        const auto next = m_factory.create();
+        next->applyConfig(documentOf({"n1"}));
+        QVERIFY(next->start());
+    }
+}
+
+void zoClusterServiceContract::abortEndsTheWaitForASilentNode()
+{
+    if (m_factory.silent.isEmpty())
+        QSKIP("no node of this service is silent");
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1", m_factory.silent}));
+    const Recorder recorder(service.get());
+    QElapsedTimer time;
+    connect(service.get(), &zoClusterService::progressChanged, service.get(),
+            [&](const QString&, int percent) {
+                if (percent <= 0)
+                    return; // n1 is there, and the other one never will be
+                time.start();
+                service->abort();
+            });
+    expectMessage(QtCriticalMsg, AnyReason);
+
+    QVERIFY(!service->start());
+
+    QVERIFY2(time.isValid() && time.elapsed() < SoonMs, qPrintable(QString::number(time.elapsed())));
+    QCOMPARE(recorder.outcome(), QStringList({"finished", "stopped"}));
+}
+
+void zoClusterServiceContract::failedNodeIsNamedAndTheOthersAreFree()
+{
+    if (m_factory.failing.isEmpty())
+        QSKIP("no node of this service fails");
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1", m_factory.failing}));
+    expectMessage(QtCriticalMsg, QRegularExpression(m_factory.failing + QStringLiteral(".*\\S")));
+    expectMessage(QtCriticalMsg, AnyReason);
+
+    QVERIFY(!service->start());
+
+    const QVector<zoClusterNodeReport> reports = service->nodeReport();
+    QCOMPARE(reports.size(), 2);
+    QCOMPARE(reports.at(1).state, zoClusterNodeReport::State::Failed);
+    QVERIFY(!reports.at(1).reason.isEmpty());
+    const auto next = m_factory.create();
+    next->applyConfig(documentOf({"n1"}));
+    QVERIFY(next->start());
 }
 
 void zoClusterServiceContract::unusableConfigurationFailsWithStopped_data()
@@ -784,6 +883,140 @@ void zoClusterServiceContract::nodeInUseDoesNotJoinUninvited()
 
     QTRY_VERIFY(messages().filter(QStringLiteral("n1")).filter(QStringLiteral("not added")).size() == 1);
     QCOMPARE(second->runningNodes(), QStringList("n2"));
+}
+
+void zoClusterServiceContract::oneChangeForEachAppliedDocument()
+{
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1", "n2", "n3"}));
+    QVERIFY(service->start());
+    const Recorder recorder(service.get());
+
+    service->applyConfig(documentOf({"n4", "n5", "n3"}));
+
+    QTRY_COMPARE(service->runningNodes(), QStringList({"n4", "n5", "n3"}));
+    service->applyConfig(documentOf({"n3"}));
+    QTRY_COMPARE(service->runningNodes(), QStringList({"n3"}));
+    QCOMPARE(recorder.outcome(), QStringList({"nodes", "nodes"}));
+}
+
+void zoClusterServiceContract::failingJoinLeavesTheSessionAlone()
+{
+    if (m_factory.failing.isEmpty())
+        QSKIP("no node of this service fails");
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1"}));
+    QVERIFY(service->start());
+    expectMessage(QtCriticalMsg, QRegularExpression(m_factory.failing));
+
+    service->applyConfig(documentOf({"n1", m_factory.failing, "n2"}));
+
+    QTRY_COMPARE(service->runningNodes(), QStringList({"n1", "n2"}));
+    QVERIFY(service->isRunning());
+}
+
+void zoClusterServiceContract::lostNodeLeavesTheSession()
+{
+    if (!m_factory.lose)
+        QSKIP("this service does not look at single nodes");
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1", "n2"}));
+    QVERIFY(service->start());
+    const Recorder recorder(service.get());
+    QSignalSpy states(service.get(), &zoClusterService::nodeStateChanged);
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("n1")));
+
+    m_factory.lose(service.get(), "n1");
+
+    QTRY_COMPARE(recorder.outcome(), QStringList("nodes"));
+    QCOMPARE(service->runningNodes(), QStringList("n2"));
+    QVERIFY(service->isRunning());
+    QCOMPARE(states.value(0).value(0).toString(), QStringLiteral("n1"));
+    QCOMPARE(service->nodeReport().at(0).state, zoClusterNodeReport::State::Lost);
+    QVERIFY(!service->nodeReport().at(0).reason.isEmpty());
+}
+
+void zoClusterServiceContract::lossesTogetherAreOneChange()
+{
+    if (!m_factory.lose)
+        QSKIP("this service does not look at single nodes");
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1", "n2", "n3"}));
+    QVERIFY(service->start());
+    int changes = 0;
+    QStringList seen;
+    connect(service.get(), &zoClusterService::runningNodesChanged, this, [&] {
+        ++changes;
+        seen = service->runningNodes();
+    });
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("n1")));
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("n2")));
+
+    m_factory.lose(service.get(), "n1");
+    m_factory.lose(service.get(), "n2");
+
+    QTRY_COMPARE(service->runningNodes(), QStringList("n3"));
+    QTRY_COMPARE(seen, QStringList("n3"));
+    // A machine that is busy may take longer from the one to the other than a change waits.
+    QVERIFY(changes == 1 || changes == 2);
+}
+
+void zoClusterServiceContract::lossOfAllNodesEndsTheSession()
+{
+    if (!m_factory.lose)
+        QSKIP("this service does not look at single nodes");
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1"}));
+    QVERIFY(service->start());
+    const Recorder recorder(service.get());
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("n1")));
+    expectMessage(QtCriticalMsg, AnyReason);
+
+    m_factory.lose(service.get(), "n1");
+
+    QTRY_COMPARE(recorder.outcome(), QStringList("stopped"));
+    QVERIFY(!service->isRunning());
+    QCOMPARE(service->runningNodes(), QStringList());
+    QVERIFY(service->start());
+}
+
+void zoClusterServiceContract::sessionEndsWithItsFirstLostNodeIfThatIsWanted()
+{
+    if (!m_factory.lose || !m_factory.createEndingWithLostNode)
+        QSKIP("this service does not look at single nodes");
+    const auto service = m_factory.createEndingWithLostNode();
+    service->applyConfig(documentOf({"n1", "n2"}));
+    QVERIFY(service->start());
+    const Recorder recorder(service.get());
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("n2")));
+    expectMessage(QtCriticalMsg, AnyReason);
+
+    m_factory.lose(service.get(), "n2");
+
+    QTRY_COMPARE(recorder.outcome(), QStringList("stopped"));
+    QVERIFY(!service->isRunning());
+}
+
+void zoClusterServiceContract::reportsNameEveryNode()
+{
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n2", "n1"}));
+    QVERIFY(service->start());
+    if ((service->capabilities() & zoClusterService::ReportsLostNodes) == 0) {
+        QVERIFY(service->nodeReport().isEmpty());
+        return;
+    }
+
+    const QVector<zoClusterNodeReport> reports = service->nodeReport();
+
+    QCOMPARE(reports.size(), 2);
+    QCOMPARE(reports.at(0).id, QStringLiteral("n2"));
+    QCOMPARE(reports.at(1).id, QStringLiteral("n1"));
+    for (const zoClusterNodeReport& report : reports) {
+        QCOMPARE(report.state, zoClusterNodeReport::State::Running);
+        QVERIFY(!report.version.isEmpty());
+        QVERIFY(report.freeMemory != 0);
+    }
 }
 
 void zoClusterServiceContract::speedTestMeasuresARunningSession()

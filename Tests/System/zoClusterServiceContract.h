@@ -32,7 +32,8 @@ public:
         int many = 1000;
         // Names of nodes that every start can have: all of "n1", "n2", ... unless it says otherwise.
         QString failing; // a node that cannot be started, with a reason that names this; empty for none
-        QString silent;  // a node that never answers; empty for none
+        bool takesAnyName = true; // as the name of a host, also one that no machine has
+        QString silent;           // a node that never answers; empty for none
         // Makes a running node fail as if its machine had; nothing for a service that does not look.
         std::function<void(zoClusterService*, const QString& id)> lose;
         // The same service, whose sessions end with the first lost node.
@@ -69,6 +70,10 @@ private slots:
     void startWhileConnectingIsRefusedInSilence();
     void configurationWhileConnectingReachesTheSession();
     void quitWhileConnectingLetsTheStartReturn();
+    void endOfTheApplicationEndsTheStart();
+    void serviceDestroyedByItsProgressHandlerIsGone();
+    void abortEndsTheWaitForASilentNode();
+    void failedNodeIsNamedAndTheOthersAreFree();
 
     void unusableConfigurationFailsWithStopped_data();
     void unusableConfigurationFailsWithStopped();
@@ -95,6 +100,15 @@ private slots:
     void nodeThatLeftIsFree();
     void nodeThatJoinedIsInUse();
     void nodeInUseDoesNotJoinUninvited();
+
+    void oneChangeForEachAppliedDocument();
+    void failingJoinLeavesTheSessionAlone();
+
+    void lostNodeLeavesTheSession();
+    void lossesTogetherAreOneChange();
+    void lossOfAllNodesEndsTheSession();
+    void sessionEndsWithItsFirstLostNodeIfThatIsWanted();
+    void reportsNameEveryNode();
 
     void speedTestMeasuresARunningSession();
     void speedTestOfAnIdleServiceIsEmpty();

@@ -1,0 +1,361 @@
+#include "zoTestCase.h"
+
+#include <zoNodeClusterService.h>
+
+#include <QApplication>
+#include <QFile>
+#include <QImage>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+#include <cerrno>
+#include <csignal>
+#include <memory>
+
+namespace
+{
+constexpr int ProcessTimeoutMs = 30000;
+
+QString documentOf(const QStringList& nodes)
+{
+    QString text = QStringLiteral("<cluster version=\"1\"><master><network>");
+    for (const QString& node : nodes)
+        text += QStringLiteral("<node name=\"%1\"/>").arg(node.toHtmlEscaped());
+    return text + QStringLiteral("</network></master></cluster>");
+}
+
+// Process and its parent, from the system; 0 for none.
+qint64 parentOf(qint64 process)
+{
+    QFile file(QStringLiteral("/proc/%1/stat").arg(process));
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    const QByteArray stat = file.readAll();
+    return stat.mid(stat.lastIndexOf(')') + 2).split(' ').value(1).toLongLong();
+}
+
+bool isAlive(qint64 process)
+{
+    QFile file(QStringLiteral("/proc/%1/stat").arg(process));
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray stat = file.readAll();
+    // What only waits to be collected is gone.
+    return !stat.mid(stat.lastIndexOf(')') + 2).startsWith('Z');
+}
+
+const QRegularExpression AnyReason(QStringLiteral("\\S"));
+} // namespace
+
+// What sessions on node servers do when something goes wrong; what every service does is in the contract suite.
+class tst_zoNodeClusterService final : public zoTestCase
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void programsEndAndNothingIsLeft_data();
+    void programsEndAndNothingIsLeft();
+    void endOfTheHostLeavesNothing();
+    void startsAndStopsLeaveNothing();
+    void launchFailuresAreNamed_data();
+    void launchFailuresAreNamed();
+    void noiseOfALoginIsNoFailure();
+    void missingControllerFailsTheStart();
+    void unreachableNodesAreRehearsedWhenThePersonSaysSo();
+    void hostsThatAreThisMachineAreRehearsed();
+    void rehearsedWallHasPictures();
+    void slowNodeIsWaitedFor();
+
+private:
+    std::unique_ptr<zoNodeClusterService> createRehearsal() const;
+    std::unique_ptr<zoNodeClusterService> createLaunched() const;
+    // Controller, head and servers of a running session.
+    QList<qint64> processesOf(const zoNodeClusterService& service) const;
+
+    std::unique_ptr<QTemporaryDir> m_directory;
+};
+
+void tst_zoNodeClusterService::init()
+{
+    m_directory = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_directory->isValid());
+}
+
+void tst_zoNodeClusterService::cleanup()
+{
+    zoTestCase::cleanup();
+    m_directory.reset();
+}
+
+std::unique_ptr<zoNodeClusterService> tst_zoNodeClusterService::createRehearsal() const
+{
+    auto service = createLaunched();
+    service->setRehearsal(true);
+    return service;
+}
+
+std::unique_ptr<zoNodeClusterService> tst_zoNodeClusterService::createLaunched() const
+{
+    zoNodeClusterService::Launch launch;
+    launch.program = QStringLiteral(ZO_SERVER_FILE);
+    launch.remoteProgram = launch.program;
+    launch.pattern = QStringList({QStringLiteral(ZO_LAUNCHER), "%h", "%program"});
+    auto service = std::make_unique<zoNodeClusterService>(launch);
+    service->setLockDirectory(m_directory->path());
+    service->setMemoryPerNode(0);
+    return service;
+}
+
+QList<qint64> tst_zoNodeClusterService::processesOf(const zoNodeClusterService& service) const
+{
+    QList<qint64> processes{service.controllerProcess(), parentOf(service.nodeProcess("n1"))};
+    for (const char* node : {"n1", "n2"})
+        processes << service.nodeProcess(node);
+    return processes;
+}
+
+void tst_zoNodeClusterService::programsEndAndNothingIsLeft_data()
+{
+    QTest::addColumn<int>("role"); // index in processesOf()
+    QTest::addColumn<int>("signal");
+    QTest::addColumn<bool>("goesOn");
+
+    QTest::newRow("controller-killed") << 0 << SIGKILL << false;
+    QTest::newRow("controller-hangs") << 0 << SIGSTOP << false;
+    QTest::newRow("controller-terminated") << 0 << SIGTERM << false;
+    QTest::newRow("head-killed") << 1 << SIGKILL << false;
+    QTest::newRow("head-hangs") << 1 << SIGSTOP << false;
+    QTest::newRow("server-killed") << 2 << SIGKILL << true;
+    QTest::newRow("server-hangs") << 2 << SIGSTOP << true;
+}
+
+void tst_zoNodeClusterService::programsEndAndNothingIsLeft()
+{
+    QFETCH(int, role);
+    QFETCH(int, signal);
+    QFETCH(bool, goesOn);
+    const auto service = createRehearsal();
+    service->applyConfig(documentOf({"n1", "n2"}));
+    QVERIFY(service->start());
+    const QList<qint64> processes = processesOf(*service);
+    for (const qint64 process : processes)
+        QVERIFY(isAlive(process));
+    QSignalSpy stopped(service.get(), &zoClusterService::stopped);
+    // One line for each node that is lost and one for the session, as far as they are told apart.
+    const int lines = goesOn ? 1 : role == 0 ? 1 : 3;
+    for (int i = 0; i < lines; ++i)
+        expectMessage(QtCriticalMsg, AnyReason);
+
+    kill(pid_t(processes.at(role)), signal);
+
+    if (goesOn) {
+        QTRY_COMPARE(service->runningNodes(), QStringList("n2"));
+        QTRY_VERIFY(!isAlive(processes.at(role)));
+        QVERIFY(service->isRunning());
+        service->stop();
+    }
+    QTRY_COMPARE(stopped.count(), 1);
+    for (const qint64 process : processes)
+        QTRY_VERIFY2(!isAlive(process), qPrintable(QString::number(processes.indexOf(process))));
+    // And the nodes are free.
+    const auto next = createRehearsal();
+    next->applyConfig(documentOf({"n1", "n2"}));
+    QVERIFY(next->start());
+}
+
+void tst_zoNodeClusterService::endOfTheHostLeavesNothing()
+{
+    QProcess host;
+    host.start(ZO_SESSION_HOLDER, {m_directory->path(), "n1", "n2"});
+    QVERIFY(host.waitForReadyRead(ProcessTimeoutMs));
+    const QList<QByteArray> numbers = host.readLine().trimmed().split(' ');
+    QCOMPARE(numbers.size(), 3);
+    QList<qint64> processes;
+    for (const QByteArray& number : numbers)
+        processes << number.toLongLong();
+    processes << parentOf(processes.at(1));
+    for (const qint64 process : processes)
+        QVERIFY(isAlive(process));
+
+    host.kill();
+
+    QVERIFY(host.waitForFinished(ProcessTimeoutMs));
+    for (const qint64 process : processes)
+        QTRY_VERIFY(!isAlive(process));
+}
+
+void tst_zoNodeClusterService::startsAndStopsLeaveNothing()
+{
+    constexpr int Times = 20;
+    QList<qint64> processes;
+    const auto service = createRehearsal();
+    service->applyConfig(documentOf({"n1", "n2"}));
+    for (int i = 0; i < Times; ++i) {
+        QVERIFY(service->start());
+        processes += processesOf(*service);
+        service->stop();
+        // Not some time later: they are gone when stop() returns.
+        for (const qint64 process : qAsConst(processes))
+            QVERIFY(!isAlive(process));
+        processes.clear();
+    }
+}
+
+void tst_zoNodeClusterService::launchFailuresAreNamed_data()
+{
+    QTest::addColumn<QString>("host");
+    QTest::addColumn<QString>("program");
+    QTest::addColumn<QString>("reason");
+
+    QTest::newRow("unknown-host") << "failing" << ZO_SERVER_FILE << "Could not resolve hostname";
+    QTest::newRow("missing-program") << "n1"
+                                     << "/nowhere/ZOKEClusterServer"
+                                     << "not found|No such file";
+    QTest::newRow("other-version") << "other-version" << ZO_SERVER_FILE << "9\\.8\\.7.*" ZO_VERSION;
+    QTest::newRow("name-is-an-option")
+        << "-oProxyCommand=x" << ZO_SERVER_FILE << "\"-oProxyCommand=x\" cannot";
+    QTest::newRow("name-is-a-command") << "a;id" << ZO_SERVER_FILE << "\"a;id\" cannot";
+    QTest::newRow("program-is-a-command") << "n1"
+                                          << "ZOKEClusterServer;id"
+                                          << "ZOKEClusterServer;id";
+}
+
+void tst_zoNodeClusterService::launchFailuresAreNamed()
+{
+    QFETCH(QString, host);
+    QFETCH(QString, program);
+    QFETCH(QString, reason);
+    const auto service = createLaunched();
+    zoNodeClusterService::Launch launch;
+    launch.program = QStringLiteral(ZO_SERVER_FILE);
+    launch.remoteProgram = program;
+    launch.pattern = QStringList({QStringLiteral(ZO_LAUNCHER), "%h", "%program"});
+    service->setLaunch(launch);
+    service->applyConfig(documentOf({host}));
+    expectMessage(QtCriticalMsg, QRegularExpression(QRegularExpression::escape(host) + QStringLiteral(".*(") +
+                                                    reason + QLatin1Char(')')));
+    expectMessage(QtCriticalMsg, AnyReason);
+
+    QVERIFY(!service->start());
+}
+
+void tst_zoNodeClusterService::noiseOfALoginIsNoFailure()
+{
+    const auto service = createLaunched();
+    service->applyConfig(documentOf({"talkative"}));
+
+    QVERIFY(service->start());
+
+    QCOMPARE(service->runningNodes(), QStringList("talkative"));
+    QVERIFY((service->capabilities() & zoClusterService::Rehearses) == 0);
+}
+
+void tst_zoNodeClusterService::missingControllerFailsTheStart()
+{
+    zoNodeClusterService::Launch launch;
+    launch.program = m_directory->filePath("nothing");
+    zoNodeClusterService service(launch);
+    service.applyConfig(documentOf({"n1"}));
+    QSignalSpy stopped(&service, &zoClusterService::stopped);
+    expectMessage(QtCriticalMsg, AnyReason);
+
+    QVERIFY(!service.start());
+
+    QCOMPARE(stopped.count(), 1);
+}
+
+void tst_zoNodeClusterService::unreachableNodesAreRehearsedWhenThePersonSaysSo()
+{
+    const auto service = createLaunched();
+    service->applyConfig(documentOf({"failing"}));
+    int asked = 0;
+    bool answer = false;
+    service->setRehearsalQuestion([&] {
+        ++asked;
+        return answer;
+    });
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("failing")));
+    expectMessage(QtCriticalMsg, AnyReason);
+    QVERIFY(!service->start());
+    QCOMPARE(asked, 1);
+
+    answer = true;
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("failing")));
+    QVERIFY(service->start());
+
+    QCOMPARE(asked, 2);
+    QVERIFY((service->capabilities() & zoClusterService::Rehearses) != 0);
+    // One node that can be reached, and nobody is asked.
+    service->stop();
+    service->applyConfig(documentOf({"n1", "failing"}));
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("failing")));
+    expectMessage(QtCriticalMsg, AnyReason);
+    QVERIFY(!service->start());
+    QCOMPARE(asked, 2);
+}
+
+void tst_zoNodeClusterService::hostsThatAreThisMachineAreRehearsed()
+{
+    const auto service = createLaunched();
+    service->applyConfig(documentOf({"localhost", "127.0.0.1", "localhost"}));
+
+    QVERIFY((service->capabilities() & zoClusterService::Rehearses) != 0);
+    QVERIFY(service->start());
+
+    QCOMPARE(service->runningNodes(), QStringList({"localhost", "127.0.0.1", "localhost_2"}));
+    QVERIFY((service->capabilities() & zoClusterService::Rehearses) != 0);
+}
+
+void tst_zoNodeClusterService::rehearsedWallHasPictures()
+{
+    QFile file(QStringLiteral(ZO_DATA_DIR "/cluster/powerwall-2x2.zhpc"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const auto service = createRehearsal();
+    service->applyConfig(QString::fromUtf8(file.readAll()));
+    QVERIFY(service->start());
+    zoNodeClusterService::Pictures black;
+    zoNodeClusterService::Pictures tiles;
+    QString reason;
+
+    QVERIFY2(service->takePictures(black, reason), qPrintable(reason));
+    service->setShowTiles(true);
+    QVERIFY2(service->takePictures(tiles, reason), qPrintable(reason));
+
+    QCOMPARE(tiles.windows.keys(),
+             QStringList({"wall-r1-c1-1", "wall-r1-c2-1", "wall-r2-c1-1", "wall-r2-c2-1"}));
+    for (const QString& window : tiles.windows.keys()) {
+        const QImage picture = QImage::fromData(tiles.windows.value(window), "PNG");
+        QCOMPARE(picture.size(), QSize(1920, 1200));
+        QVERIFY(picture != QImage::fromData(black.windows.value(window), "PNG"));
+    }
+    QVERIFY(!QImage::fromData(tiles.wall, "PNG").isNull());
+    QVERIFY(tiles.wall != black.wall);
+    QVERIFY(service->isRunning());
+    QCOMPARE(service->runningNodes().size(), 4);
+}
+
+void tst_zoNodeClusterService::slowNodeIsWaitedFor()
+{
+    QFile file(QStringLiteral(ZO_DATA_DIR "/cluster/powerwall-2x2.zhpc"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const auto service = createRehearsal();
+    service->applyConfig(QString::fromUtf8(file.readAll()));
+    QVERIFY(service->start());
+    constexpr int DelayMs = 300;
+    constexpr qint64 MicrosecondsPerMillisecond = 1000;
+
+    service->delayNode("wall-r1-c1", DelayMs);
+    service->setShowTiles(true);
+
+    // The others wait for the slow one, and it for nobody.
+    const auto waitOf = [&](int node) { return service->nodeReport().at(node).barrierWait; };
+    QTRY_VERIFY(waitOf(3) > DelayMs / 2 * MicrosecondsPerMillisecond);
+    QVERIFY(waitOf(0) < waitOf(3));
+}
+
+ZO_TEST_MAIN(tst_zoNodeClusterService)
+#include "tst_zoNodeClusterService.moc"
