@@ -832,6 +832,21 @@ auch wenn die Server dann instabil sein können?</translation>
     </message>
 </context>
 <context>
+    <name>zoHPCDocumentProblems</name>
+    <message>
+        <source>The hosts file &quot;%1&quot; cannot be read.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no hosts file &quot;%1&quot; here.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>What nodes, windows and tiles show is checked once every element is where it belongs.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>zoHPCDocumentText</name>
     <message>
         <source>Cluster config line %1, column %2: %3</source>
@@ -1122,56 +1137,56 @@ auch wenn die Server dann instabil sein können?</translation>
 <context>
     <name>zoHPCProblems</name>
     <message>
-        <source>Viewport %1 of window %2 of display %3 shows no projection.</source>
-        <translation>Viewport %1 in Fenster %2 von Anzeige %3 zeigt keine Projektion.</translation>
+        <source>Viewport %1 of window %2 of display %3 shows no projection. Choose one, or delete the viewport.</source>
+        <translation>Viewport %1 in Fenster %2 von Anzeige %3 zeigt keine Projektion. Wählen Sie eine oder löschen Sie den Viewport.</translation>
     </message>
     <message>
-        <source>Viewport %1 of window %2 of display %3 shows the projection &quot;%4&quot;, which does not exist.</source>
-        <translation>Viewport %1 in Fenster %2 von Anzeige %3 zeigt die Projektion „%4“, die es nicht gibt.</translation>
+        <source>Viewport %1 of window %2 of display %3 shows the projection &quot;%4&quot;, which does not exist. Choose another one.</source>
+        <translation>Viewport %1 in Fenster %2 von Anzeige %3 zeigt die Projektion „%4“, die es nicht gibt. Wählen Sie eine andere.</translation>
     </message>
     <message>
-        <source>Window %1 of display %2 has no render node.</source>
-        <translation>Fenster %1 von Anzeige %2 hat keinen Renderknoten.</translation>
+        <source>Window %1 of display %2 has no render node. Choose the one that has its screen.</source>
+        <translation>Fenster %1 von Anzeige %2 hat keinen Renderknoten. Wählen Sie den mit seinem Bildschirm.</translation>
     </message>
     <message>
         <source>Use %1</source>
         <translation>%1 verwenden</translation>
     </message>
     <message>
-        <source>Window %1 of display %2 is on the node &quot;%3&quot;, which the cluster does not have.</source>
-        <translation>Fenster %1 von Anzeige %2: Knoten „%3“ ist nicht im Cluster.</translation>
+        <source>Window %1 of display %2 is on the node &quot;%3&quot;, which the cluster does not have. Choose another one.</source>
+        <translation>Fenster %1 von Anzeige %2: Knoten „%3“ ist nicht im Cluster. Wählen Sie einen anderen.</translation>
     </message>
     <message>
-        <source>Window %1 of display %2 is on the node &quot;%3&quot;, which is disabled.</source>
-        <translation>Fenster %1 von Anzeige %2: Knoten „%3“ ist deaktiviert.</translation>
+        <source>Window %1 of display %2 is on the node &quot;%3&quot;, which is disabled. Enable it, or choose another one.</source>
+        <translation>Fenster %1 von Anzeige %2: Knoten „%3“ ist deaktiviert. Aktivieren Sie ihn oder wählen Sie einen anderen.</translation>
     </message>
     <message>
         <source>Enable %1</source>
         <translation>%1 aktivieren</translation>
     </message>
     <message>
-        <source>Window %1 of display %2 and window %3 of display %4 overlap on one screen of the node &quot;%5&quot;.</source>
-        <translation>Überlappung auf „%5“: Fenster %1 von Anzeige %2 und Fenster %3 von Anzeige %4.</translation>
+        <source>Window %1 of display %2 and window %3 of display %4 overlap on one screen of the node &quot;%5&quot;. Move one of them, or choose another screen.</source>
+        <translation>Überlappung auf „%5“: Fenster %1 von Anzeige %2 und Fenster %3 von Anzeige %4. Verschieben Sie eines davon oder wählen Sie einen anderen Bildschirm.</translation>
     </message>
     <message>
-        <source>No viewport shows &quot;%1&quot;.</source>
-        <translation>Kein Viewport zeigt „%1“.</translation>
+        <source>No viewport shows &quot;%1&quot;. Give it a window, or delete the projection if nothing stands there.</source>
+        <translation>Kein Viewport zeigt „%1“. Geben Sie ihm ein Fenster oder löschen Sie die Projektion, wenn dort nichts steht.</translation>
     </message>
     <message>
-        <source>More than one viewport shows &quot;%1&quot; to the same eye.</source>
-        <translation>Mehr als ein Viewport zeigt „%1“ demselben Auge.</translation>
+        <source>More than one viewport shows &quot;%1&quot; to the same eye. Let each of them show a tile of its own.</source>
+        <translation>Mehr als ein Viewport zeigt „%1“ demselben Auge. Jeder sollte eine eigene Kachel zeigen.</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; is shown to the left eye, but not to the right eye.</source>
-        <translation>Nur das linke Auge sieht „%1“, das rechte nicht.</translation>
+        <source>&quot;%1&quot; is shown to the left eye, but not to the right eye. Add a viewport for that eye.</source>
+        <translation>Nur das linke Auge sieht „%1“, das rechte nicht. Fügen Sie einen Viewport für das rechte Auge hinzu.</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; is shown to the right eye, but not to the left eye.</source>
-        <translation>Nur das rechte Auge sieht „%1“, das linke nicht.</translation>
+        <source>&quot;%1&quot; is shown to the right eye, but not to the left eye. Add a viewport for that eye.</source>
+        <translation>Nur das rechte Auge sieht „%1“, das linke nicht. Fügen Sie einen Viewport für das linke Auge hinzu.</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; has no area.</source>
-        <translation>„%1“ hat keine Fläche.</translation>
+        <source>&quot;%1&quot; has no area. Measure its corners or sizes again.</source>
+        <translation>„%1“ hat keine Fläche. Messen Sie Ecken oder Größen nach.</translation>
     </message>
     <message>
         <source>The corner of &quot;%1&quot; is %2 degrees off a right angle.</source>
@@ -1194,32 +1209,20 @@ auch wenn die Server dann instabil sein können?</translation>
         <translation>Größen positiv machen</translation>
     </message>
     <message>
-        <source>The edge blending of &quot;%1&quot; is wider than its overlap with other planes.</source>
-        <translation>Die Randüberblendung von „%1“ ist breiter als die Überlappung mit anderen Ebenen.</translation>
-    </message>
-    <message>
         <source>Fit to overlap</source>
         <translation>An Überlappung anpassen</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; is only a few millimetres in size. Was it measured in metres?</source>
-        <translation>„%1“ ist nur wenige Millimeter groß. Wurde in Metern gemessen?</translation>
     </message>
     <message>
         <source>Multiply by 1000</source>
         <translation>Mit 1000 malnehmen</translation>
     </message>
     <message>
-        <source>%1 nodes are called &quot;%2&quot;.</source>
-        <translation>%1 Knoten heißen „%2“.</translation>
+        <source>%1 number %2 holds no node. Add one, or delete the network.</source>
+        <translation>%1 Nummer %2 enthält keinen Knoten. Fügen Sie einen hinzu oder löschen Sie das Netzwerk.</translation>
     </message>
     <message>
-        <source>%1 number %2 holds no node.</source>
-        <translation>%1 Nummer %2 enthält keinen Knoten.</translation>
-    </message>
-    <message>
-        <source>%1 number %2 holds no node that is enabled.</source>
-        <translation>%1 Nummer %2 enthält keinen aktivierten Knoten.</translation>
+        <source>%1 number %2 holds no node that is enabled. Enable one, or disable the network.</source>
+        <translation>%1 Nummer %2 enthält keinen aktivierten Knoten. Aktivieren Sie einen oder deaktivieren Sie das Netzwerk.</translation>
     </message>
     <message>
         <source>Enable its nodes</source>
@@ -1240,6 +1243,162 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>%1 number %2</source>
         <translation>%1 Nummer %2</translation>
+    </message>
+    <message>
+        <source>%1 nodes are called &quot;%2&quot;, and no window is on &quot;%3&quot;. Remove or rename one of them, or give each a window.</source>
+        <translation>%1 Knoten heißen „%2“, und auf „%3“ liegt kein Fenster. Entfernen Sie einen davon oder benennen Sie ihn um, oder geben Sie jedem ein Fenster.</translation>
+    </message>
+    <message>
+        <source>left</source>
+        <translation>linken</translation>
+    </message>
+    <message>
+        <source>right</source>
+        <translation>rechten</translation>
+    </message>
+    <message>
+        <source>lower</source>
+        <translation>unteren</translation>
+    </message>
+    <message>
+        <source>upper</source>
+        <translation>oberen</translation>
+    </message>
+    <message>
+        <source>The edge blending of &quot;%1&quot; at its %2 edge is %3 of the plane wide, its overlap with other planes %4: the seam is dark.</source>
+        <translation>Die Randüberblendung von „%1“ am %2 Rand ist %3 der Ebene breit, die Überlappung mit anderen Ebenen %4: Die Naht ist dunkel.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is %2 mm away from the viewer. Was its distance measured in metres?</source>
+        <translation>„%1“ ist %2 mm vom Betrachter entfernt. Wurde der Abstand in Metern gemessen?</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has a size of %2 mm. Was it measured in metres?</source>
+        <translation>„%1“ ist %2 mm groß. Wurde in Metern gemessen?</translation>
+    </message>
+    <message>
+        <source>Two projections are called &quot;%1&quot;. A file keeps names alone: when it is loaded, their viewports show the last one. Rename one of them.</source>
+        <translation>Zwei Projektionen heißen „%1“. Eine Datei enthält nur Namen: Nach dem Laden zeigen ihre Viewports die letzte. Benennen Sie eine davon um.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; and &quot;%2&quot; have tiles of the same names. A file keeps names alone: when it is loaded, their viewports show the last one. Rename one of them.</source>
+        <translation>„%1“ und „%2“ haben Kacheln gleichen Namens. Eine Datei enthält nur Namen: Nach dem Laden zeigen ihre Viewports die letzte. Benennen Sie eine davon um.</translation>
+    </message>
+    <message>
+        <source>Rename to &quot;%1&quot;</source>
+        <translation>In „%1“ umbenennen</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is of the type &quot;%2&quot;, which there is not: it shows nothing. Types are %3.</source>
+        <translation>„%1“ hat den Typ „%2“, den es nicht gibt, und zeigt nichts. Typen sind %3.</translation>
+    </message>
+    <message>
+        <source>Make it a %1</source>
+        <translation>Zu %1 machen</translation>
+    </message>
+    <message>
+        <source>The cave &quot;%1&quot; has no walls: it shows nothing. Switch on those that it has.</source>
+        <translation>Die Cave „%1“ hat keine Wände und zeigt nichts. Schalten Sie die vorhandenen ein.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has %2 rows and %3 columns, which is too many: it shows nothing. At most %4 tiles are supported.</source>
+        <translation>„%1“ hat %2 Zeilen und %3 Spalten. Das sind zu viele: Sie zeigt nichts. Höchstens %4 Kacheln sind möglich.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has %2 rows and %3 columns: it shows nothing. Each has to be 1 at least.</source>
+        <translation>„%1“ hat %2 Zeilen und %3 Spalten und zeigt nichts. Beides muss mindestens 1 sein.</translation>
+    </message>
+    <message>
+        <source>Use 1</source>
+        <translation>1 verwenden</translation>
+    </message>
+    <message>
+        <source>The gaps of %2 between the tiles of &quot;%1&quot; leave nothing of the tiles. Measure them again.</source>
+        <translation>Die Lücken von %2 zwischen den Kacheln von „%1“ lassen von den Kacheln nichts übrig. Messen Sie nach.</translation>
+    </message>
+    <message>
+        <source>The tiles of &quot;%1&quot; overlap by %2, but are only %3 wide or high: at most half of a tile can be shared. Measure the overlap again.</source>
+        <translation>Die Kacheln von „%1“ überlappen sich um %2, sind aber nur %3 breit oder hoch: Höchstens eine halbe Kachel kann geteilt sein. Messen Sie nach.</translation>
+    </message>
+    <message>
+        <source>Use %1 mm</source>
+        <translation>%1 mm verwenden</translation>
+    </message>
+    <message>
+        <source>Display %1 has an eye separation of %2 mm. Was it measured in metres? Eyes are about 65 mm apart.</source>
+        <translation>Anzeige %1 hat einen Augenabstand von %2 mm. Wurde in Metern gemessen? Augen sind etwa 65 mm voneinander entfernt.</translation>
+    </message>
+    <message>
+        <source>Display %1 shows stereo with an eye separation of 0: both eyes see the same picture. Eyes are about 65 mm apart.</source>
+        <translation>Anzeige %1 zeigt Stereo mit dem Augenabstand 0: Beide Augen sehen dasselbe Bild. Augen sind etwa 65 mm voneinander entfernt.</translation>
+    </message>
+    <message>
+        <source>Display %1 has an eye separation of %2 mm and display %3 of the same user one above 0: one of them shows each eye the picture of the other.</source>
+        <translation>Anzeige %1 hat einen Augenabstand von %2 mm und Anzeige %3 desselben Benutzers einen über 0: Eine von beiden zeigt jedem Auge das Bild des anderen.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is shown without stereo, the other tiles of &quot;%2&quot; in stereo. Set the same mode for all of them.</source>
+        <translation>„%1“ wird ohne Stereo gezeigt, die anderen Kacheln von „%2“ in Stereo. Stellen Sie für alle dieselbe Art ein.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is shown in stereo, the other tiles of &quot;%2&quot; without. Set the same mode for all of them.</source>
+        <translation>„%1“ wird in Stereo gezeigt, die anderen Kacheln von „%2“ ohne. Stellen Sie für alle dieselbe Art ein.</translation>
+    </message>
+    <message>
+        <source>Set to &quot;%1&quot;</source>
+        <translation>Auf „%1“ stellen</translation>
+    </message>
+    <message>
+        <source>Viewports %1 and %2 of window %3 of display %4 lie over each other: only one of them is seen there. Give each a part of the window of its own, or a window of its own.</source>
+        <translation>Viewport %1 und %2 in Fenster %3 von Anzeige %4 liegen übereinander: Nur einer ist dort zu sehen. Geben Sie jedem einen eigenen Teil des Fensters oder ein eigenes Fenster.</translation>
+    </message>
+    <message>
+        <source>Viewport %1 of window %2 of display %3 has no area: its corners are %4. Set the upper right corner, or the position &quot;Whole window&quot;.</source>
+        <translation>Viewport %1 in Fenster %2 von Anzeige %3 hat keine Fläche: Seine Ecken sind %4. Setzen Sie die rechte obere Ecke oder die Position „Ganzes Fenster“.</translation>
+    </message>
+    <message>
+        <source>Fill the window</source>
+        <translation>Fenster füllen</translation>
+    </message>
+    <message>
+        <source>Viewport %1 of window %2 of display %3 reaches beyond its window: its corners are %4, the window has %5 x %6 pixels.</source>
+        <translation>Viewport %1 in Fenster %2 von Anzeige %3 ragt über sein Fenster hinaus: Seine Ecken sind %4, das Fenster hat %5 x %6 Pixel.</translation>
+    </message>
+    <message>
+        <source>Viewport %1 of window %2 of display %3 reaches beyond its window: its corners are %4, the window is from 0 to 1.</source>
+        <translation>Viewport %1 in Fenster %2 von Anzeige %3 ragt über sein Fenster hinaus: Seine Ecken sind %4, das Fenster reicht von 0 bis 1.</translation>
+    </message>
+    <message>
+        <source>Cut to the window</source>
+        <translation>Auf das Fenster beschneiden</translation>
+    </message>
+    <message>
+        <source>The lower left corner of viewport %1 of window %2 of display %3 lies right of the upper right one or above it: its corners are %4.</source>
+        <translation>Die linke untere Ecke von Viewport %1 in Fenster %2 von Anzeige %3 liegt rechts von der rechten oberen oder über ihr: Seine Ecken sind %4.</translation>
+    </message>
+    <message>
+        <source>Swap the corners</source>
+        <translation>Ecken vertauschen</translation>
+    </message>
+    <message>
+        <source>Window %1 of display %2 has no viewport: it stays black. Add one, or delete the window.</source>
+        <translation>Fenster %1 von Anzeige %2 hat keinen Viewport und bleibt schwarz. Fügen Sie einen hinzu oder löschen Sie das Fenster.</translation>
+    </message>
+    <message>
+        <source>Window %1 of display %2 has a size of %3 x %4 pixels: nobody sees it. Set its size, or &quot;Full screen&quot;.</source>
+        <translation>Fenster %1 von Anzeige %2 ist %3 x %4 Pixel groß: Niemand sieht es. Setzen Sie seine Größe oder „Vollbild“.</translation>
+    </message>
+    <message>
+        <source>Window %1 of display %2 is on the screen &quot;%3&quot;, which there is not. In a file screens are numbers: 0 is the first one, -1 the primary one, -2 all of them.</source>
+        <translation>Fenster %1 von Anzeige %2 liegt auf dem Bildschirm „%3“, den es nicht gibt. In einer Datei sind Bildschirme Zahlen: 0 ist der erste, -1 der primäre, -2 alle zusammen.</translation>
+    </message>
+    <message>
+        <source>Use screen %1</source>
+        <translation>Bildschirm %1 verwenden</translation>
+    </message>
+    <message>
+        <source>Window %1 of display %2 and window %3 of display %4 overlap: &quot;%5&quot; and &quot;%6&quot; are one machine. Give each a screen of its own.</source>
+        <translation>Fenster %1 von Anzeige %2 und Fenster %3 von Anzeige %4 überlappen sich: „%5“ und „%6“ sind ein Rechner. Geben Sie jedem einen eigenen Bildschirm.</translation>
     </message>
 </context>
 <context>
@@ -1266,6 +1425,21 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>Projection %1 with %2 x %3 tiles is not laid out: at most %4 tiles are supported.</source>
         <translation>Projektion %1 mit %2 x %3 Kacheln wird nicht aufgeteilt: höchstens %4 Kacheln sind möglich.</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCReferences</name>
+    <message>
+        <source>There is no projection &quot;%1&quot;: did you mean &quot;%2&quot;?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no projection &quot;%1&quot;: &quot;%2&quot; has %3 rows and %4 columns.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no projection &quot;%1&quot;.</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -1540,6 +1714,85 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>Click to see them in the display setup, where they can be fixed.</source>
         <translation>Ein Klick zeigt sie unter „Anzeigen einrichten“, wo sie sich beheben lassen.</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCTextCheck</name>
+    <message>
+        <source>No configuration has an element &quot;%1&quot;.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No configuration has an element &quot;%1&quot;: did you mean &quot;%2&quot;?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no root element.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has no place in &quot;%2&quot;: it belongs in %3.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>no element</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot; or &quot;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is a second &quot;%1&quot;.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has the attribute &quot;%2&quot; twice: the last one counts.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has no attribute &quot;%2&quot;.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has no attribute &quot;%2&quot;: did you mean &quot;%3&quot;?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has no attribute &quot;%2&quot;; &quot;%3&quot; has it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The configuration is of version %1, this program reads up to version %2.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: it is at least %2.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: it is from %2 to %3.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: did you mean &quot;%2&quot;?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is no whole number.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is no number.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: it is one of %2.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Nobody reads the text &quot;%1&quot;.</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>

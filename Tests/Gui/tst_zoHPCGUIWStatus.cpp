@@ -298,14 +298,16 @@ void tst_zoHPCGUIWStatus::statusBarCounts()
 
     QTRY_COMPARE(status<QLabel>("m_nodesStatus")->text(), QStringLiteral("3 nodes"));
     QCOMPARE(status<QLabel>("m_displaysStatus")->text(), QStringLiteral("1 display"));
-    // Two nodes called "a", and a window without a viewport is none.
+    // Two nodes called "a", and a window without a viewport.
     const auto* problems = status<QToolButton>("m_problemsStatus");
-    QCOMPARE(problems->text(), QStringLiteral("1 problem"));
+    QCOMPARE(problems->text(), QStringLiteral("2 problems"));
     QVERIFY(!problems->icon().isNull());
     QVERIFY2(problems->toolTip().contains(QStringLiteral("a")), qPrintable(problems->toolTip()));
 
     m_window->getTree()->getNodeItems().back()->setHostName(QStringLiteral("c"));
     m_window->getDisplayEditor()->getWindowItems().first()->setRenderNode(QStringLiteral("c"));
+    QTRY_COMPARE(problems->text(), QStringLiteral("1 problem"));
+    delete m_window->getDisplayEditor()->getWindowItems().first();
     QTRY_COMPARE(problems->text(), QStringLiteral("No problems"));
     QVERIFY(problems->icon().isNull());
 

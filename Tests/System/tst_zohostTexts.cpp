@@ -58,8 +58,8 @@ const char Configuration[] = R"(<cluster version="1">
    <viewport projection="50" position="fill" eye="right"/></window>
   <window node="2 1" screen="-1" x="0" y="0" width="800" height="600" fullscreen="true">
    <viewport projection="60" position="fill" eye="redcyan"/></window>
-  <window node="2 2" screen="-2" x="0" y="0" width="800" height="600" fullscreen="true"><viewport/></window>
-  <window screen="0" x="0" y="0" width="800" height="600"><viewport projection="60" position="fill" eye="mono"/></window>
+  <window node="1" screen="-2" x="0" y="0" width="800" height="600" fullscreen="true"><viewport/></window>
+  <window screen="0" x="0" y="0" width="800" height="600"><viewport projection="60" position="fill" eye="redcyan"/></window>
  </display>
  <display user="2">
   <window node="1" screen="2" x="0" y="0" width="800" height="600" fullscreen="true">
@@ -389,7 +389,7 @@ void tst_zohostTexts::displaySetup()
     for (const char* text :
          {"shows no projection", "has no render node", "which is disabled", "overlap on one screen",
           "No viewport shows", "More than one viewport", "to the left eye", "degrees off", "faces away",
-          "few millimetres", "are called", "holds no node"})
+          "measured in metres", "are called", "holds no node"})
         QVERIFY2(!m_read.filter(text).isEmpty(), text);
 }
 

@@ -94,6 +94,8 @@ private slots:
     void tileShownTwiceIsFound_data();
     void tileShownTwiceIsFound();
     void tileShownWithItsProjectionIsShownTwice();
+    void wholeBesideItsTilesIsACopy_data();
+    void wholeBesideItsTilesIsACopy();
     void usersMaySeeTheSameTile();
     void tileForOneEyeIsFound_data();
     void tileForOneEyeIsFound();
@@ -124,12 +126,9 @@ private slots:
     void wallInMetresIsFound_data();
     void wallInMetresIsFound();
     void wallInMetresIsMultiplied();
-
-    void duplicateHostNameIsReportedOnce();
-    void networkWithoutEnabledNodeIsFound();
-    void disabledNetworkNeedsNoNode();
-    void nodesOfTheNetworkAreEnabled();
-    void unknownOptionValueIsFound();
+    void lengthsInMillimetresAreLeft();
+    void planeInMetresIsFound_data();
+    void planeInMetresIsFound();
 
     void largeConfigurationIsCheckedInProportion();
 };
@@ -235,7 +234,10 @@ void tst_zoHPCProblems::viewportWithoutProjectionIsFound()
 
     QCOMPARE(problems.size(), size_t(1));
     QCOMPARE(problems[0].item, window->child(0));
-    QCOMPARE(problems[0].message, QStringLiteral("Viewport 1 of window 2 of display 1 shows no projection."));
+    QCOMPARE(
+        problems[0].message,
+        QStringLiteral(
+            "Viewport 1 of window 2 of display 1 shows no projection. Choose one, or delete the viewport."));
     QVERIFY(!problems[0].concernsHost());
 }
 
@@ -578,6 +580,8 @@ void tst_zoHPCProblems::tileShownTwiceIsFound_data()
                                              << "left" << true;
     QTest::newRow("double-buffered-and-right") << "stereo"
                                                << "right" << true;
+    QTest::newRow("copy-without-stereo") << "splitleftright"
+                                         << "mono" << false;
     QTest::newRow("split-and-anaglyph") << "splitleftright"
                                         << "redcyan" << true;
 }
@@ -607,6 +611,36 @@ void tst_zoHPCProblems::tileShownWithItsProjectionIsShownTwice()
     const List problems = zoHPCProblems::tilesShownTwice(setup.layout());
 
     QCOMPARE(names(problems), {QStringLiteral("wall row:1 col:2")});
+}
+
+void tst_zoHPCProblems::wholeBesideItsTilesIsACopy_data()
+{
+    QTest::addColumn<int>("tiles"); // of four, with viewports of their own
+    QTest::addColumn<QStringList>("twice");
+    QTest::addColumn<QStringList>("dark");
+
+    const QString first = QStringLiteral("wall row:1 col:1");
+    const QString second = QStringLiteral("wall row:1 col:2");
+    QTest::newRow("none") << 0 << QStringList{} << QStringList{};
+    QTest::newRow("one") << 1 << QStringList{first} << QStringList{};
+    QTest::newRow("half") << 2 << QStringList{first, second} << QStringList{};
+    QTest::newRow("most") << 3 << QStringList{} << QStringList{QStringLiteral("wall row:1 col:4")};
+    QTest::newRow("all") << 4 << QStringList{} << QStringList{};
+}
+
+void tst_zoHPCProblems::wholeBesideItsTilesIsACopy()
+{
+    QFETCH(int, tiles);
+    QFETCH(QStringList, twice);
+    QFETCH(QStringList, dark);
+    zoHPCSetup setup;
+    setup.addPowerWall(QStringLiteral("wall"), 1, 4);
+    setup.addWindow(QStringLiteral("desk"), QStringLiteral("wall"));
+    for (int i = 1; i <= tiles; ++i)
+        setup.addWindow(QStringLiteral("n"), QStringLiteral("wall row:1 col:%1").arg(i));
+
+    QCOMPARE(names(zoHPCProblems::tilesShownTwice(setup.layout())), twice);
+    QCOMPARE(names(zoHPCProblems::tilesShownNowhere(setup.layout())), dark);
 }
 
 void tst_zoHPCProblems::usersMaySeeTheSameTile()
@@ -651,7 +685,7 @@ void tst_zoHPCProblems::tileForOneEyeIsFound()
     if (oneEye) {
         const QString missing =
             eyes.front() == QLatin1String("left") ? QStringLiteral("right") : QStringLiteral("left");
-        QVERIFY(problems[0].message.endsWith(QStringLiteral("but not to the ") + missing +
+        QVERIFY(problems[0].message.contains(QStringLiteral("but not to the ") + missing +
                                              QStringLiteral(" eye.")));
     }
 }
@@ -949,7 +983,14 @@ void tst_zoHPCProblems::wallInMetresIsFound_data()
 
     QTest::newRow("power-wall-in-millimetres") << "powerwall" << QVector<double>{3000, 2000, 1500} << false;
     QTest::newRow("power-wall-in-metres") << "powerwall" << QVector<double>{3, 2, 1.5} << true;
-    QTest::newRow("power-wall-below-20") << "powerwall" << QVector<double>{19.9, 19.9, 19.9} << true;
+    QTest::newRow("power-wall-below-10") << "powerwall" << QVector<double>{9.9, 9.9, 9.9} << true;
+    QTest::newRow("power-wall-of-10") << "powerwall" << QVector<double>{10, 9.9, 9.9} << false;
+    QTest::newRow("power-wall-with-the-default-distance")
+        << "powerwall" << QVector<double>{3, 2, 1500} << true;
+    QTest::newRow("power-wall-at-metres") << "powerwall" << QVector<double>{3000, 2000, 1.5} << true;
+    QTest::newRow("microdisplay") << "powerwall" << QVector<double>{19, 11, 16} << false;
+    QTest::newRow("cave-below-20") << "cave" << QVector<double>{19.9, 3, 3} << true;
+    QTest::newRow("cave-of-20") << "cave" << QVector<double>{20, 3, 3} << false;
     QTest::newRow("power-wall-of-20") << "powerwall" << QVector<double>{20, 2, 1.5} << false;
     QTest::newRow("small-power-wall-far-away") << "powerwall" << QVector<double>{10, 10, 500} << false;
     QTest::newRow("cave-in-metres") << "cave" << QVector<double>{3, 3, 3} << true;
@@ -1000,88 +1041,46 @@ void tst_zoHPCProblems::wallInMetresIsMultiplied()
     QCOMPARE(zoHPCPlane::fromItem(*dynamic_cast<zoHPCProjectionItem*>(item->child(0))).width(), 1550.0);
 }
 
-void tst_zoHPCProblems::duplicateHostNameIsReportedOnce()
+void tst_zoHPCProblems::lengthsInMillimetresAreLeft()
 {
     zoHPCSetup setup;
-    for (const char* name : {"a", "b", "a", "a", "", ""})
-        setup.addNode(QString::fromLatin1(name));
+    zoHPCProjectionItem* const item = setup.addPowerWall(QStringLiteral("wall"), 1, 2, 100.0);
+    item->setDouble(zoHPCProjectionItem::Width, 3.0);
+    item->setDouble(zoHPCProjectionItem::Height, 2.0);
+    item->update();
 
-    const List problems = zoHPCProblems::duplicateHostNames(setup.layout());
+    zoHPCProblems::wallsInMetres(setup.layout()).at(0).fix();
 
-    QCOMPARE(problems.size(), size_t(1));
-    QCOMPARE(problems[0].message, QStringLiteral("3 nodes are called \"a\"."));
-    QCOMPARE(problems[0].item, setup.hosts.getNodeItems()[2]);
-    QCOMPARE(problems[0].other, setup.hosts.getNodeItems()[0]);
-    QVERIFY(problems[0].concernsHost());
+    QCOMPARE(item->getDouble(zoHPCProjectionItem::Width), 3000.0);
+    QCOMPARE(item->getDouble(zoHPCProjectionItem::Height), 2000.0);
+    QCOMPARE(item->getDouble(zoHPCProjectionItem::Distance), 1500.0);
+    QCOMPARE(item->getDouble(zoHPCProjectionItem::OverlapX), 100.0);
+    QVERIFY(zoHPCProblems::wallsInMetres(setup.layout()).empty());
 }
 
-void tst_zoHPCProblems::networkWithoutEnabledNodeIsFound()
+void tst_zoHPCProblems::planeInMetresIsFound_data()
 {
-    zoHPCSetup setup;
-    setup.addNode(QStringLiteral("a"));
-    zoHPCTreeItem* const empty = setup.hosts.createNetwork(setup.hosts.master(), -1);
-    zoHPCTreeItem* const off = setup.hosts.createNetwork(setup.hosts.master(), -1);
-    setup.addNode(QStringLiteral("b"), off)->setIsEnabled(false);
+    QTest::addColumn<double>("width"); // of a plane around the axis
+    QTest::addColumn<double>("z");
+    QTest::addColumn<bool>("metres");
 
-    const List problems = zoHPCProblems::networksWithoutEnabledNode(setup.layout());
-
-    QCOMPARE(problems.size(), size_t(2));
-    QCOMPARE(problems[0].item, empty);
-    QVERIFY(!problems[0].hasFix());
-    QCOMPARE(problems[1].item, off);
-    QVERIFY(problems[1].hasFix());
+    QTest::newRow("metres") << 3.0 << -1.5 << true;
+    QTest::newRow("below-10") << 9.9 << -4.0 << true;
+    QTest::newRow("10") << 10.0 << -4.0 << false;
+    QTest::newRow("microdisplay") << 19.0 << -16.0 << false;
+    QTest::newRow("small-and-far-away") << 9.0 << -35.0 << false;
+    QTest::newRow("millimetres") << 3000.0 << -1500.0 << false;
 }
 
-void tst_zoHPCProblems::disabledNetworkNeedsNoNode()
+void tst_zoHPCProblems::planeInMetresIsFound()
 {
+    QFETCH(double, width);
+    QFETCH(double, z);
+    QFETCH(bool, metres);
     zoHPCSetup setup;
-    setup.addNode(QStringLiteral("a"))->getParent()->setIsEnabled(false);
+    addPlane(setup, QStringLiteral("p"), zoHPCPlane::facing(width, width / 2, -z));
 
-    QVERIFY(zoHPCProblems::networksWithoutEnabledNode(setup.layout()).empty());
-}
-
-void tst_zoHPCProblems::nodesOfTheNetworkAreEnabled()
-{
-    zoHPCSetup setup;
-    zoHPCTreeItem* const node = setup.addNode(QStringLiteral("a"));
-    node->setIsEnabled(false);
-
-    zoHPCProblems::networksWithoutEnabledNode(setup.layout()).at(0).fix();
-
-    QVERIFY(node->isEnabled());
-    QVERIFY(zoHPCProblems::networksWithoutEnabledNode(setup.layout()).empty());
-}
-
-void tst_zoHPCProblems::unknownOptionValueIsFound()
-{
-    zoHPCSetup setup;
-    zoHPCTreeItem* const node = setup.addNode(QStringLiteral("a"));
-    zoHPCTreeItem* const network = node->getParent();
-    zoHPCTreeItem* const master = setup.hosts.master();
-    zoHPCTreeItem* const behind = setup.hosts.createNetwork(node, -1);
-    setup.addNode(QStringLiteral("b"), behind);
-    network->setOption(zoHPCOption::LinkSpeed, QStringLiteral("40g10g"));
-    node->setOption(zoHPCOption::LinkSpeed, QStringLiteral("a node has none"));
-    master->setOption(zoHPCOption::ServicePort, QStringLiteral("no combo box"));
-    QVERIFY(zoHPCProblems::unknownOptionValues(setup.layout()).empty());
-    master->setOption(zoHPCOption::SceneCompression, QStringLiteral("ultra"));
-    master->setOption(zoHPCOption::ParallelFrames, QStringLiteral("9"));
-    behind->setOption(zoHPCOption::NetworkType, QStringLiteral("InfiniBand"));
-
-    const List problems = zoHPCProblems::unknownOptionValues(setup.layout());
-
-    QCOMPARE(problems.size(), size_t(3));
-    QCOMPARE(problems[0].item, master);
-    QCOMPARE(problems[0].message,
-             QStringLiteral("Cluster: option \"scenecompression\" has the unknown value \"ultra\"."));
-    QCOMPARE(problems[1].item, master);
-    QCOMPARE(problems[2].item, behind);
-    QCOMPARE(problems[2].message,
-             QStringLiteral("Network number 2: option \"network\" has the unknown value \"InfiniBand\"."));
-    for (const zoHPCProblem& problem : problems)
-        problem.fix();
-    QCOMPARE(behind->getOption(zoHPCOption::NetworkType), QString());
-    QVERIFY(zoHPCProblems::unknownOptionValues(setup.layout()).empty());
+    QCOMPARE(zoHPCProblems::wallsInMetres(setup.layout()).size(), size_t(metres ? 1 : 0));
 }
 
 void tst_zoHPCProblems::largeConfigurationIsCheckedInProportion()

@@ -5,34 +5,61 @@
 #include "zoHPCTreeItem.h"
 
 #include <QHash>
+#include <QStringList>
 
 namespace
 {
 using Kind = zoHPCProblem::Kind;
+
+std::vector<bool> usedNodes(const zoHPCLayout& layout)
+{
+    std::vector<bool> isUsed(layout.nodes().size(), false);
+    for (const zoHPCLayout::Window& window : layout.windows()) {
+        if (window.nodeIndex != zoHPCLayout::None)
+            isUsed[static_cast<size_t>(window.nodeIndex)] = true;
+    }
+    return isUsed;
+}
 } // namespace
 
 zoHPCProblem::List zoHPCHostChecks::duplicateHostNames(const zoHPCLayout& layout)
 {
-    QHash<QString, int> counts;
-    for (const zoHPCLayout::Node& node : layout.nodes())
-        ++counts[node.item->hostName()];
-    QHash<QString, zoHPCTreeItem*> firsts;
-    zoHPCProblem::List problems;
-    for (const zoHPCLayout::Node& node : layout.nodes()) {
-        const QString& name = node.item->hostName();
-        const int count = counts.value(name);
-        if (name.isEmpty() || count < 2)
+    const std::vector<bool> isUsed = usedNodes(layout);
+    struct Name
+    {
+        int count = 0;
+        size_t first = 0;
+        size_t odd = 0; // the node that was most likely added by mistake
+        bool hasOdd = false;
+    };
+    QHash<QString, Name> names;
+    QStringList order;
+    for (size_t i = 0; i < layout.nodes().size(); ++i) {
+        const QString& host = layout.nodes()[i].item->hostName();
+        if (host.isEmpty())
             continue;
-        if (!firsts.contains(name)) {
-            firsts.insert(name, node.item);
-            continue;
+        Name& name = names[host];
+        if (++name.count == 1) {
+            name.first = i;
+            order.append(host);
+        } else if (!isUsed[i] && !name.hasOdd) {
+            name.odd = i;
+            name.hasOdd = true;
         }
-        // The second one, once: usually the one that was added by mistake.
-        zoHPCProblem problem(Kind::DuplicateHostName, node.item,
-                             tr("%1 nodes are called \"%2\".").arg(QString::number(count), name));
-        problem.other = firsts.value(name);
-        problems.push_back(problem);
-        counts.remove(name);
+    }
+    zoHPCProblem::List problems;
+    for (const QString& host : qAsConst(order)) {
+        const Name name = names.value(host);
+        // With windows on each of them the machine is listed more than once on purpose, as for two graphics cards.
+        if (name.count < 2 || (!name.hasOdd && isUsed[name.first]))
+            continue;
+        const zoHPCLayout::Node& odd = layout.nodes()[name.hasOdd ? name.odd : name.first];
+        problems.emplace_back(Kind::DuplicateHostName, odd.item,
+                              tr("%1 nodes are called \"%2\", and no window is on \"%3\". Remove or rename "
+                                 "one of them, or give each a "
+                                 "window.")
+                                  .arg(QString::number(name.count), host, odd.name));
+        problems.back().other = layout.nodes()[name.first].item;
     }
     return problems;
 }
@@ -47,8 +74,9 @@ zoHPCProblem::List zoHPCHostChecks::networksWithoutEnabledNode(const zoHPCLayout
         zoHPCProblem problem(
             Kind::NetworkWithoutEnabledNode, network.item,
             network.nodes.empty()
-                ? tr("%1 number %2 holds no node.").arg(network.item->text(0), QString::number(i + 1))
-                : tr("%1 number %2 holds no node that is enabled.")
+                ? tr("%1 number %2 holds no node. Add one, or delete the network.")
+                      .arg(network.item->text(0), QString::number(i + 1))
+                : tr("%1 number %2 holds no node that is enabled. Enable one, or disable the network.")
                       .arg(network.item->text(0), QString::number(i + 1)));
         if (!network.nodes.empty()) {
             problem.setFix(tr("Enable its nodes"), [nodes = network.nodes] {

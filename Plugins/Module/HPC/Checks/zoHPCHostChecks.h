@@ -12,6 +12,7 @@ class zoHPCHostChecks final
     Q_DECLARE_TR_FUNCTIONS(zoHPCProblems)
 
 public:
+    // Unless each of the nodes has a window. The second one is told that has none, or else the first one.
     static zoHPCProblem::List duplicateHostNames(const zoHPCLayout& layout);
     // Networks that are themselves enabled.
     static zoHPCProblem::List networksWithoutEnabledNode(const zoHPCLayout& layout);

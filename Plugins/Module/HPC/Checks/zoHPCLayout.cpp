@@ -33,6 +33,12 @@ std::optional<int> placeOf(const QTreeWidgetItem* display)
     return root->indexOfChild(const_cast<QTreeWidgetItem*>(display));
 }
 
+bool isStereo(const QString& eye)
+{
+    const zoHPCDisplayTables::StereoMode* const mode = zoHPCDisplayTables::stereoMode(eye);
+    return mode && mode->eyes != zoHPCDisplayTables::StereoMode::Eyes::Mono;
+}
+
 QRectF viewportArea(const zoHPCViewportItem& viewport, const QSizeF& window)
 {
     double x1 = viewport.getDouble(zoHPCViewportItem::X1);
@@ -63,6 +69,7 @@ zoHPCLayout::zoHPCLayout(const QList<zoHPCProjectionItem*>& projections,
     readProjections(projections);
     readWindows(windows);
     linkViewports();
+    markOverviews();
     markShown();
 }
 
@@ -153,6 +160,12 @@ unsigned zoHPCLayout::eyesOf(const QString& eye)
     return BothEyes;
 }
 
+bool zoHPCLayout::isScreen(const QString& word)
+{
+    bool isNumber = false;
+    return word.toInt(&isNumber) >= ExtendedDesktop && isNumber;
+}
+
 void zoHPCLayout::readProjections(const QList<zoHPCProjectionItem*>& items)
 {
     m_projections.reserve(static_cast<size_t>(items.size()));
@@ -174,6 +187,25 @@ void zoHPCLayout::readProjections(const QList<zoHPCProjectionItem*>& items)
     }
 }
 
+zoHPCLayout::Window zoHPCLayout::windowOf(zoHPCWindowItem* item) const
+{
+    Window window;
+    window.item = item;
+    window.node = item->renderNode();
+    window.nodeIndex = nodeNamed(window.node);
+    // Names of machines do not tell upper from lower case, those of nodes do.
+    window.machine = window.nodeIndex == None
+                         ? window.node
+                         : m_nodes[static_cast<size_t>(window.nodeIndex)].item->hostName().toLower();
+    window.screen = item->getInt(zoHPCWindowItem::Screen);
+    const QString screen = item->getString(zoHPCWindowItem::Screen);
+    window.hasScreen = screen.isEmpty() || isScreen(screen);
+    window.isFullScreen = item->getBool(zoHPCWindowItem::FullScreen);
+    window.geometry = QRectF(item->getInt(zoHPCWindowItem::X), item->getInt(zoHPCWindowItem::Y),
+                             item->getInt(zoHPCWindowItem::Width), item->getInt(zoHPCWindowItem::Height));
+    return window;
+}
+
 void zoHPCLayout::readWindows(const QList<zoHPCWindowItem*>& items)
 {
     QHash<const QTreeWidgetItem*, int> displays;     // to their numbers
@@ -190,26 +222,20 @@ void zoHPCLayout::readWindows(const QList<zoHPCWindowItem*>& items)
                 viewport.number = ++viewportCounts[static_cast<size_t>(viewport.window)];
                 size = m_windows[static_cast<size_t>(viewport.window)].geometry.size();
             }
-            viewport.eyes = eyesOf(viewportItem->getString(zoHPCViewportItem::Eye));
+            const QString eye = viewportItem->getString(zoHPCViewportItem::Eye);
+            viewport.eyes = eyesOf(eye);
+            viewport.isStereo = isStereo(eye);
             viewport.area = viewportArea(*viewportItem, size);
             m_viewports.push_back(viewport);
         } else if (item) {
             const QTreeWidgetItem* const display = item->parent();
             if (!displays.contains(display))
                 displays.insert(display, placeOf(display).value_or(displays.size()) + 1);
-            Window window;
-            window.item = item;
+            Window window = windowOf(item);
             window.display = displays.value(display);
             window.number = ++windowCounts[display];
             if (const auto* displayItem = dynamic_cast<const zoHPCDisplayItem*>(display))
                 window.user = displayItem->getString(zoHPCDisplayItem::User);
-            window.node = item->renderNode();
-            window.nodeIndex = nodeNamed(window.node);
-            window.screen = item->getInt(zoHPCWindowItem::Screen);
-            window.isFullScreen = item->getBool(zoHPCWindowItem::FullScreen);
-            window.geometry =
-                QRectF(item->getInt(zoHPCWindowItem::X), item->getInt(zoHPCWindowItem::Y),
-                       item->getInt(zoHPCWindowItem::Width), item->getInt(zoHPCWindowItem::Height));
             windows.insert(item, static_cast<int>(m_windows.size()));
             m_windows.push_back(window);
             viewportCounts.push_back(0);
@@ -217,16 +243,49 @@ void zoHPCLayout::readWindows(const QList<zoHPCWindowItem*>& items)
     }
 }
 
-void zoHPCLayout::markShown()
+// The whole beside a few of its tiles is a mistake, the whole beside most of them a copy: of a wall that is nearly
+// complete, what is missing shall be told as such.
+void zoHPCLayout::markOverviews()
 {
+    std::vector<bool> isOwn(m_projections.size(), false);
     for (const Viewport& viewport : m_viewports) {
         if (viewport.projection != None)
-            m_projections[static_cast<size_t>(viewport.projection)].isShown = true;
+            isOwn[static_cast<size_t>(viewport.projection)] = true;
+    }
+    std::vector<int> tiles(m_projections.size(), 0); // by the projection above
+    std::vector<int> own(m_projections.size(), 0);
+    for (size_t i = 0; i < m_projections.size(); ++i) {
+        if (m_projections[i].parent == None || !m_projections[i].isTile)
+            continue;
+        const size_t parent = static_cast<size_t>(m_projections[i].parent);
+        ++tiles[parent];
+        own[parent] += isOwn[i] ? 1 : 0;
+    }
+    for (Viewport& viewport : m_viewports) {
+        if (viewport.projection == None)
+            continue;
+        const size_t shown = static_cast<size_t>(viewport.projection);
+        viewport.isOverview = tiles[shown] > 1 && 2 * own[shown] > tiles[shown];
+    }
+}
+
+void zoHPCLayout::markShown()
+{
+    std::vector<bool> isWhole(m_projections.size(), false); // with all below it
+    for (const Viewport& viewport : m_viewports) {
+        if (viewport.projection == None)
+            continue;
+        const size_t shown = static_cast<size_t>(viewport.projection);
+        m_projections[shown].isShown = true;
+        isWhole[shown] = isWhole[shown] || !viewport.isOverview;
     }
     // Parents come before their children.
-    for (Projection& projection : m_projections) {
-        if (projection.parent != None && m_projections[static_cast<size_t>(projection.parent)].isShown)
-            projection.isShown = true;
+    for (size_t i = 0; i < m_projections.size(); ++i) {
+        const int parent = m_projections[i].parent;
+        if (parent == None || !isWhole[static_cast<size_t>(parent)])
+            continue;
+        m_projections[i].isShown = true;
+        isWhole[i] = true;
     }
 }
 

@@ -51,7 +51,7 @@ public:
         int parent = None;
         int top = None;       // the row of the tree that it belongs to; itself at top level
         bool isTile = true;   // nothing below it
-        bool isShown = false; // by a viewport of its own or of a projection above it
+        bool isShown = false; // by a viewport of its own or of a projection above it, overviews aside
 
         QString name() const;
     };
@@ -64,7 +64,9 @@ public:
         QString user;
         QString node;
         int nodeIndex = None;
+        QString machine; // equal for windows of one machine, however many nodes name it; empty without a node
         int screen = 0;
+        bool hasScreen = true; // false for a word that is no screen
         bool isFullScreen = false;
         QRectF geometry; // pixels, y down; means nothing while full screen
     };
@@ -76,6 +78,9 @@ public:
         int number = 0; // in its window, from 1
         int projection = None;
         unsigned eyes = BothEyes;
+        bool isStereo = false; // a mode that has the two eyes see different pictures
+        // Shows the whole of a projection whose tiles have viewports of their own: a copy beside the wall.
+        bool isOverview = false;
         QRectF area; // fractions of the window, y down
     };
 
@@ -111,11 +116,15 @@ public:
 
     // The eyes that a viewport serves. One without stereo shows both eyes the same picture.
     static unsigned eyesOf(const QString& eye);
+    // Whether the word is a number of a screen, or one of those that stand for several.
+    static bool isScreen(const QString& word);
 
 private:
+    Window windowOf(zoHPCWindowItem* item) const;
     void readProjections(const QList<zoHPCProjectionItem*>& items);
     void readWindows(const QList<zoHPCWindowItem*>& items);
     void linkViewports();
+    void markOverviews();
     void markShown();
     void readNodes(zoHPCTreeItem* master);
     void addNode(zoHPCTreeItem* item, int network, bool enabled);

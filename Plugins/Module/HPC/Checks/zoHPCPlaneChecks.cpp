@@ -38,29 +38,85 @@ zoHPCPlane turnedRound(const zoHPCPlane& plane)
 
 constexpr double MillimetresPerMetre = 1000.0;
 
-bool looksLikeMetres(const zoHPCProjectionItem& item)
+// What is no wall in metres either is damaged.
+bool isInMetres(double size, double limit)
 {
-    double largest = 0.0;
-    for (const int column : item.typeRow().lengths) {
-        const double size = std::abs(item.getDouble(column));
-        if (!(size < zoHPCPlaneChecks::SmallestWall))
-            return false;
-        largest = std::max(largest, size);
-    }
-    // What is no wall in metres either is damaged.
-    return largest * MillimetresPerMetre >= zoHPCPlaneChecks::SmallestWall;
+    return size * MillimetresPerMetre >= zoHPCPlaneChecks::SmallestWall && size < limit;
 }
 
-void multiplyLengths(zoHPCProjectionItem& item, double factor)
+bool isBetween(double value, double limit)
 {
-    const zoHPCProjectionType& type = item.typeRow();
-    for (const int column : type.lengths)
-        item.setDouble(column, factor * item.getDouble(column));
-    if (type.overlapIsLength) {
-        for (const int column : {zoHPCProjectionItem::OverlapX, zoHPCProjectionItem::OverlapY})
-            item.setDouble(column, factor * item.getDouble(column));
+    return value > 0.0 && value < limit;
+}
+
+// Of a plane, whose sizes are not among its fields.
+bool isPlaneInMetres(const zoHPCProjectionItem& item)
+{
+    for (const int column : item.typeRow().lengths) {
+        if (!(std::abs(item.getDouble(column)) < zoHPCPlaneChecks::SmallestWall))
+            return false;
     }
+    const zoHPCPlane plane = item.plane();
+    return isInMetres(std::max(plane.width(), plane.height()), zoHPCPlaneChecks::LargestMicrodisplay);
+}
+
+// The fields of a wall that hold metres.
+std::vector<int> lengthsInMetres(const zoHPCProjectionItem& item)
+{
+    using P = zoHPCProjectionItem;
+    const zoHPCProjectionType& type = item.typeRow();
+    std::vector<int> result;
+    if (isPlane(item))
+        return isPlaneInMetres(item) ? type.lengths : result;
+    double largest = 0.0;
+    for (const int column : type.sizes) {
+        if (column != P::Distance)
+            largest = std::max(largest, std::abs(item.getDouble(column)));
+    }
+    // Somebody tiles walls and builds caves, but no microdisplays.
+    const bool isRoom = item.kind() != zoHPCProjectionType::Kind::PowerWall || item.childCount() > 1;
+    const double limit = isRoom ? zoHPCPlaneChecks::SmallestWall : zoHPCPlaneChecks::LargestMicrodisplay;
+    const bool areSizes = isInMetres(largest, limit);
+    for (const int column : type.lengths) {
+        const bool isDistance = column == P::Distance;
+        const double length = std::abs(item.getDouble(column));
+        // Before a wall that has a size in millimetres, or none at all, nobody stands so near.
+        const bool isTooNear = isDistance && (largest <= 0.0 || largest >= zoHPCPlaneChecks::SmallestRoom) &&
+                               isInMetres(length, zoHPCPlaneChecks::SmallestWall);
+        if (isTooNear || (areSizes && isBetween(length, zoHPCPlaneChecks::SmallestWall)))
+            result.push_back(column);
+    }
+    if (!areSizes || !type.overlapIsLength)
+        return result;
+    for (const int column : {P::OverlapX, P::OverlapY}) {
+        if (isBetween(std::abs(item.getDouble(column)), zoHPCPlaneChecks::SmallestOverlap))
+            result.push_back(column);
+    }
+    return result;
+}
+
+void multiply(zoHPCProjectionItem& item, const std::vector<int>& columns, double factor)
+{
+    for (const int column : columns)
+        item.setDouble(column, factor * item.getDouble(column));
     item.update();
+}
+
+// Width and height, or width, height and depth, or the distance of what has no size.
+QString sizesText(const zoHPCProjectionItem& item, const std::vector<int>& wrong)
+{
+    QStringList texts;
+    if (isPlane(item)) {
+        const zoHPCPlane plane = item.plane();
+        texts << QString::number(plane.width(), 'g', 4) << QString::number(plane.height(), 'g', 4);
+    }
+    for (const int column : wrong) {
+        const std::vector<int>& sizes = item.typeRow().sizes;
+        if (column != zoHPCProjectionItem::Distance &&
+            std::find(sizes.begin(), sizes.end(), column) != sizes.end())
+            texts << QString::number(item.getDouble(column), 'g', 4);
+    }
+    return texts.join(QString::fromLatin1(" x "));
 }
 
 bool turnsItsBack(const zoHPCProjectionItem& item)
@@ -82,8 +138,9 @@ zoHPCProblem::List zoHPCPlaneChecks::degeneratePlanes(const zoHPCLayout& layout)
     };
     zoHPCProblem::List problems;
     for (const Projection* projection : layout.tilesOrTheirProjections(degenerate)) {
-        problems.emplace_back(Kind::DegeneratePlane, projection->item,
-                              tr("\"%1\" has no area.").arg(projection->name()));
+        problems.emplace_back(
+            Kind::DegeneratePlane, projection->item,
+            tr("\"%1\" has no area. Measure its corners or sizes again.").arg(projection->name()));
     }
     return problems;
 }
@@ -136,6 +193,19 @@ zoHPCProblem::List zoHPCPlaneChecks::mirroredPlanes(const zoHPCLayout& layout)
     return problems;
 }
 
+QString zoHPCPlaneChecks::blendText(const QString& name, int edge, double blend, double overlap)
+{
+    using P = zoHPCProjectionItem;
+    const QString side = edge == P::LeftEdge    ? tr("left")
+                         : edge == P::RightEdge ? tr("right")
+                         : edge == P::TopEdge   ? tr("lower")
+                                                : tr("upper");
+    return tr("The edge blending of \"%1\" at its %2 edge is %3 of the plane wide, its overlap with other "
+              "planes %4: "
+              "the seam is dark.")
+        .arg(name, side, QString::number(blend, 'g', 3), QString::number(overlap, 'g', 3));
+}
+
 zoHPCProblem::List zoHPCPlaneChecks::blendsWiderThanOverlap(const zoHPCLayout& layout)
 {
     using P = zoHPCProjectionItem;
@@ -164,15 +234,16 @@ zoHPCProblem::List zoHPCPlaneChecks::blendsWiderThanOverlap(const zoHPCLayout& l
                                                               {P::RightEdge, reach.right},
                                                               {P::TopEdge, reach.lower},
                                                               {P::BottomEdge, reach.upper}}};
-        constexpr double Tolerance = 2e-3;
-        const bool tooWide = std::any_of(edges.begin(), edges.end(), [&](const auto& edge) {
-            return item->getDouble(edge.first) > edge.second + Tolerance;
+        const auto widest = std::find_if(edges.begin(), edges.end(), [&](const auto& edge) {
+            const double tolerance =
+                BlendTolerance + (reach.isFolded ? FoldedBlendTolerance * edge.second : 0.0);
+            return item->getDouble(edge.first) > edge.second + tolerance;
         });
-        if (!tooWide)
+        if (widest == edges.end())
             continue;
-        zoHPCProblem problem(Kind::BlendWiderThanOverlap, item,
-                             tr("The edge blending of \"%1\" is wider than its overlap with other planes.")
-                                 .arg(projection->name()));
+        zoHPCProblem problem(
+            Kind::BlendWiderThanOverlap, item,
+            blendText(projection->name(), widest->first, item->getDouble(widest->first), widest->second));
         problem.setFix(tr("Fit to overlap"), [item, edges] {
             for (const auto& edge : edges)
                 item->setDouble(edge.first, std::min(item->getDouble(edge.first), edge.second));
@@ -188,13 +259,21 @@ zoHPCProblem::List zoHPCPlaneChecks::wallsInMetres(const zoHPCLayout& layout)
     zoHPCProblem::List problems;
     for (const Projection& projection : layout.projections()) {
         zoHPCProjectionItem* const item = projection.item;
-        if (projection.parent != zoHPCLayout::None || !looksLikeMetres(*item))
+        if (projection.parent != zoHPCLayout::None)
             continue;
-        zoHPCProblem problem(Kind::WallInMetres, item,
-                             tr("\"%1\" is only a few millimetres in size. Was it measured in metres?")
-                                 .arg(projection.name()));
-        problem.setFix(tr("Multiply by 1000"), [item] { multiplyLengths(*item, MillimetresPerMetre); });
-        problems.push_back(problem);
+        const std::vector<int> wrong = lengthsInMetres(*item);
+        if (wrong.empty())
+            continue;
+        const QString sizes = sizesText(*item, wrong);
+        problems.emplace_back(
+            Kind::WallInMetres, item,
+            sizes.isEmpty()
+                ? tr("\"%1\" is %2 mm away from the viewer. Was its distance measured in metres?")
+                      .arg(projection.name(),
+                           QString::number(item->getDouble(zoHPCProjectionItem::Distance), 'g', 4))
+                : tr("\"%1\" has a size of %2 mm. Was it measured in metres?").arg(projection.name(), sizes));
+        problems.back().setFix(tr("Multiply by 1000"),
+                               [item, wrong] { multiply(*item, wrong, MillimetresPerMetre); });
     }
     return problems;
 }

@@ -15,8 +15,21 @@ public:
     // Corners further from a right angle than this are skewed; below it lies what measuring a real wall
     // leaves (degrees).
     static constexpr double LargestSkew = 0.25;
-    // A wall no size of which reaches this was most likely given in metres (mm).
+    // A wall no size of which reaches this was most likely given in metres (mm): the longest walls have 20 metres.
     static constexpr double SmallestWall = 20.0;
+    // A single plane may also be the display before an eye, from this size on (mm): those of less than half an inch
+    // are rare, as are walls in one piece of more than ten metres.
+    static constexpr double LargestMicrodisplay = 10.0;
+    // From this size on (mm) a wall is one that people stand before: not at a distance below SmallestWall.
+    static constexpr double SmallestRoom = 500.0;
+    // Overlaps and gaps below it (mm) were given in metres when the wall was: neither is measured that finely.
+    static constexpr double SmallestOverlap = 1.0;
+    // What a blended band may be wider than its overlap, as a fraction of the plane: widths are typed with three
+    // decimals.
+    static constexpr double BlendTolerance = 2e-3;
+    // The same as a fraction of the overlap where planes stand at an angle: it is as wide as it is seen from the
+    // origin, and the head moves.
+    static constexpr double FoldedBlendTolerance = 0.15;
 
     // Planes without area.
     static zoHPCProblem::List degeneratePlanes(const zoHPCLayout& layout);
@@ -27,5 +40,9 @@ public:
     // Bands of planes that reach further than a neighbour does, so that light is taken away where nothing
     // adds to it. Generated tiles are right by construction.
     static zoHPCProblem::List blendsWiderThanOverlap(const zoHPCLayout& layout);
+    // Sizes in metres, or a distance in metres alone. The fix leaves what is in millimetres already.
     static zoHPCProblem::List wallsInMetres(const zoHPCLayout& layout);
+
+private:
+    static QString blendText(const QString& name, int edge, double blend, double overlap);
 };

@@ -12,6 +12,79 @@ constexpr double s_furthestCell = 1e6;
 // So many planes near one are no cluster: they are not compared, as if the plane were covered.
 constexpr size_t s_maximumNear = 2000;
 
+// Cosines of the angle between neighbours. Up to 31 degrees it does not matter from where they are looked at; up to
+// 75 degrees they are parts of a bent wall, beyond it walls of a cave, which meet in a corner.
+constexpr double s_flat = 0.999;
+constexpr double s_flattestFold = 0.85;
+constexpr double s_sharpestFold = 0.26;
+// The viewer is in front of a plane when he is this part of its size away from it. Nearer to it, as on the floor of a
+// cave, nothing can be said from his place.
+constexpr double s_nearestViewer = 0.1;
+// Neighbours are no further than this part of a plane's size from it.
+constexpr double s_furthestNeighbour = 0.1;
+
+bool isNear(const zoHPCPlane& plane, const std::vector<Point3>& corners)
+{
+    const Point3 n = plane.normal();
+    double nearest = HUGE_VAL;
+    for (const Point3& corner : corners)
+        nearest = std::min(nearest, std::abs(dot(corner - plane.lowerLeft, n)));
+    return nearest < s_furthestNeighbour * std::max(plane.width(), plane.height());
+}
+
+// Where the viewer at the origin sees these corners on a plane: `n` points from it to him, `distance` is his from it.
+// What is beside or behind him is cut off.
+std::vector<Point3> thrown(const std::vector<Point3>& corners, const Point3& n, double distance)
+{
+    constexpr double Nearest =
+        0.01; // of the distance: what is nearer to him is seen far outside of the plane
+    const auto depth = [&](const Point3& point) { return -dot(n, point) / distance; };
+    std::vector<Point3> result;
+    for (size_t i = 0; i < corners.size(); ++i) {
+        const Point3& a = corners[i];
+        const Point3& b = corners[(i + 1) % corners.size()];
+        const double depthA = depth(a);
+        const double depthB = depth(b);
+        if (depthA >= Nearest)
+            result.push_back((1.0 / depthA) * a);
+        if ((depthA >= Nearest) != (depthB >= Nearest)) {
+            const Point3 between = a + ((Nearest - depthA) / (depthB - depthA)) * (b - a);
+            result.push_back((1.0 / Nearest) * between);
+        }
+    }
+    return result;
+}
+
+// By what the corners, which lie in the plane or are taken to its nearest point, enclose. False when they do not
+// reach over it.
+bool widen(zoHPCPlaneOverlaps::Reach& reach, const zoHPCPlane& plane, const std::vector<Point3>& corners)
+{
+    constexpr double Touch = 1e-3; // fraction of the plane that counts as the same place
+    const Point3 u = unit(plane.right());
+    const Point3 v = cross(plane.normal(), u);
+    double low[2] = {HUGE_VAL, HUGE_VAL};
+    double high[2] = {-HUGE_VAL, -HUGE_VAL};
+    for (const Point3& corner : corners) {
+        const Point3 fromCorner = corner - plane.lowerLeft;
+        const double place[2] = {dot(fromCorner, u) / plane.width(), dot(fromCorner, v) / plane.height()};
+        for (int axis = 0; axis < 2; ++axis) {
+            low[axis] = std::min(low[axis], place[axis]);
+            high[axis] = std::max(high[axis], place[axis]);
+        }
+    }
+    if (!(low[0] < 1.0 - Touch && high[0] > Touch && low[1] < 1.0 - Touch && high[1] > Touch))
+        return false;
+    if (low[0] < -Touch)
+        reach.left = std::max(reach.left, std::min(high[0], 1.0));
+    if (high[0] > 1.0 + Touch)
+        reach.right = std::max(reach.right, std::min(1.0 - low[0], 1.0));
+    if (low[1] < -Touch)
+        reach.lower = std::max(reach.lower, std::min(high[1], 1.0));
+    if (high[1] > 1.0 + Touch)
+        reach.upper = std::max(reach.upper, std::min(1.0 - low[1], 1.0));
+    return true;
+}
+
 quint64 cellAt(double x, double y, double z)
 {
     const auto part = [](double value) { return static_cast<quint64>(static_cast<qint64>(value) + 1048576); };
@@ -63,45 +136,23 @@ bool zoHPCPlaneOverlaps::Box::hasCells() const
 
 zoHPCPlaneOverlaps::Reach zoHPCPlaneOverlaps::over(const zoHPCPlane& plane) const
 {
-    constexpr double Touch = 1e-3; // fraction of the plane that counts as the same place
     Reach result;
-    const Point3 u = unit(plane.right());
-    const Point3 n = plane.normal();
-    const Point3 v = cross(n, u);
-    const double w = plane.width();
-    const double h = plane.height();
     const std::vector<const zoHPCPlane*> others = near(plane);
     if (others.size() > s_maximumNear)
-        return {1.0, 1.0, 1.0, 1.0};
+        return {1.0, 1.0, 1.0, 1.0, false};
+    const Point3 n = plane.normal();
+    const double viewerDistance = plane.distanceInFront(Point3());
+    const bool isSeen = viewerDistance > s_nearestViewer * std::max(plane.width(), plane.height());
     for (const zoHPCPlane* other : others) {
-        // Parts of a bent wall may stand at an angle to each other, the walls of a cave do not overlap.
-        if (std::abs(dot(n, other->normal())) < 0.85)
+        const double cosine = dot(n, other->normal());
+        const std::vector<Point3> corners{other->lowerLeft, other->lowerRight, other->upperRight,
+                                          other->upperLeft()};
+        if (!isNear(plane, corners))
             continue;
-        double low[2] = {HUGE_VAL, HUGE_VAL};
-        double high[2] = {-HUGE_VAL, -HUGE_VAL};
-        double nearest = HUGE_VAL;
-        for (const Point3& corner :
-             {other->lowerLeft, other->lowerRight, other->upperRight, other->upperLeft()}) {
-            const Point3 fromCorner = corner - plane.lowerLeft;
-            const double place[2] = {dot(fromCorner, u) / w, dot(fromCorner, v) / h};
-            for (int axis = 0; axis < 2; ++axis) {
-                low[axis] = std::min(low[axis], place[axis]);
-                high[axis] = std::max(high[axis], place[axis]);
-            }
-            nearest = std::min(nearest, std::abs(dot(fromCorner, n)));
-        }
-        const bool reaches = low[0] < 1.0 - Touch && high[0] > Touch && low[1] < 1.0 - Touch &&
-                             high[1] > Touch && nearest < 0.1 * std::max(w, h);
-        if (!reaches)
-            continue;
-        if (low[0] < -Touch)
-            result.left = std::max(result.left, std::min(high[0], 1.0));
-        if (high[0] > 1.0 + Touch)
-            result.right = std::max(result.right, std::min(1.0 - low[0], 1.0));
-        if (low[1] < -Touch)
-            result.lower = std::max(result.lower, std::min(high[1], 1.0));
-        if (high[1] > 1.0 + Touch)
-            result.upper = std::max(result.upper, std::min(1.0 - low[1], 1.0));
+        if (std::abs(cosine) >= s_flattestFold)
+            widen(result, plane, corners);
+        if (isSeen && cosine >= s_sharpestFold && widen(result, plane, thrown(corners, n, viewerDistance)))
+            result.isFolded = result.isFolded || cosine < s_flat;
     }
     return result;
 }

@@ -17,12 +17,14 @@ public:
         double right = 0.0;
         double lower = 0.0;
         double upper = 0.0;
+        bool isFolded = false; // a neighbour stands at an angle: the numbers hold from the origin
     };
 
     // Planes without area must not be among them.
     explicit zoHPCPlaneOverlaps(std::vector<zoHPCPlane> planes);
 
-    // Of all planes over one of them.
+    // Of all planes over one of them. Neighbours at an angle reach as far as somebody at the origin, where the
+    // viewer is, sees the same direction lit by both.
     Reach over(const zoHPCPlane& plane) const;
 
 private:

@@ -19,14 +19,50 @@
         zoHPCWindowChecks::windowsWithUnknownNode)                                                           \
     ROW(WindowWithDisabledNode, "window-with-disabled-node", Warning, "node",                                \
         "A window on a node that is disabled", Displays, Hosts, zoHPCWindowChecks::windowsWithDisabledNode)  \
+    ROW(WindowWithoutViewport, "window-without-viewport", Warning, "", "A window without viewport",          \
+        Displays, Displays, zoHPCWindowChecks::windowsWithoutViewport)                                       \
+    ROW(WindowWithoutSize, "window-without-size", Error, "", "A window without width or height", Displays,   \
+        Displays, zoHPCWindowChecks::windowsWithoutSize)                                                     \
+    ROW(UnknownScreen, "unknown-screen", Error, "screen", "A window on a screen that there is not",          \
+        Displays, Displays, zoHPCWindowChecks::windowsOnUnknownScreen)                                       \
     ROW(OverlappingWindows, "overlapping-windows", Warning, "", "Two windows over each other on one screen", \
         Displays, Displays, zoHPCWindowChecks::overlappingWindows)                                           \
+    ROW(OverlappingViewports, "overlapping-viewports", Warning, "",                                          \
+        "Two viewports over each other in one window", Displays, Displays,                                   \
+        zoHPCViewportChecks::overlappingViewports)                                                           \
+    ROW(ViewportWithoutArea, "viewport-without-area", Error, "", "A viewport without area", Displays,        \
+        Displays, zoHPCViewportChecks::viewportsWithoutArea)                                                 \
+    ROW(ViewportOutsideWindow, "viewport-outside-window", Error, "",                                         \
+        "A viewport that reaches beyond its window", Displays, Displays,                                     \
+        zoHPCViewportChecks::viewportsOutsideWindow)                                                         \
+    ROW(ViewportCornersCrossed, "viewport-corners-crossed", Error, "",                                       \
+        "A viewport whose corners changed places", Displays, Displays,                                       \
+        zoHPCViewportChecks::viewportsWithCrossedCorners)                                                    \
+    ROW(EqualProjectionNames, "equal-projection-names", Error, "name", "Two projections of one name",        \
+        Displays, Displays, zoHPCProjectionChecks::equalNames)                                               \
+    ROW(UnknownProjectionType, "unknown-projection-type", Error, "type", "A projection of an unknown type",  \
+        Displays, Displays, zoHPCProjectionChecks::unknownTypes)                                             \
+    ROW(CaveWithoutWalls, "cave-without-walls", Error, "", "A cave without walls", Displays, Displays,       \
+        zoHPCProjectionChecks::cavesWithoutWalls)                                                            \
+    ROW(ProjectionWithoutTiles, "projection-without-tiles", Error, "", "A projection without tiles",         \
+        Displays, Displays, zoHPCProjectionChecks::projectionsWithoutTiles)                                  \
+    ROW(OverlapWiderThanTile, "overlap-wider-than-tile", Error, "", "An overlap wider than a tile",          \
+        Displays, Displays, zoHPCProjectionChecks::overlapsWiderThanTiles)                                   \
     ROW(TileShownNowhere, "tile-shown-nowhere", Warning, "", "A tile that no viewport shows", Displays,      \
         Displays, zoHPCTileChecks::tilesShownNowhere)                                                        \
     ROW(TileShownTwice, "tile-shown-twice", Warning, "", "A tile that is shown twice", Displays, Displays,   \
         zoHPCTileChecks::tilesShownTwice)                                                                    \
     ROW(TileForOneEye, "tile-for-one-eye", Warning, "", "A tile for one eye only", Displays, Displays,       \
         zoHPCTileChecks::tilesForOneEye)                                                                     \
+    ROW(MonoTileInStereoWall, "mono-tile-in-stereo-wall", Warning, "",                                       \
+        "Tiles with and without stereo in one wall", Displays, Displays,                                     \
+        zoHPCStereoChecks::monoTilesInStereoWalls)                                                           \
+    ROW(EyeSeparationInMetres, "eye-separation-in-metres", Error, "eyeseparation",                           \
+        "An eye separation in metres", Displays, Displays, zoHPCStereoChecks::eyeSeparationsInMetres)        \
+    ROW(NoEyeSeparation, "no-eye-separation", Warning, "eyeseparation", "Stereo without eye separation",     \
+        Displays, Displays, zoHPCStereoChecks::noEyeSeparations)                                             \
+    ROW(UnlikeEyeSeparations, "unlike-eye-separations", Warning, "eyeseparation",                            \
+        "Eye separations of unlike sign", Displays, Displays, zoHPCStereoChecks::unlikeEyeSeparations)       \
     ROW(DegeneratePlane, "degenerate-plane", Error, "", "A plane without area", Displays, Displays,          \
         zoHPCPlaneChecks::degeneratePlanes)                                                                  \
     ROW(SkewedPlane, "skewed-plane", Warning, "", "A plane whose corner is no right angle", Displays,        \

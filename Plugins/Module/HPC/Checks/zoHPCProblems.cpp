@@ -1,7 +1,10 @@
 #include "zoHPCProblems.h"
 
 #include "zoHPCHostChecks.h"
+#include "zoHPCProjectionChecks.h"
+#include "zoHPCStereoChecks.h"
 #include "zoHPCTileChecks.h"
+#include "zoHPCViewportChecks.h"
 #include "zoHPCWindowChecks.h"
 
 #include <iterator>

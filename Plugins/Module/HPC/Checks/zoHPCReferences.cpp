@@ -1,6 +1,7 @@
 #include "zoHPCReferences.h"
 
 #include "zoHPCDisplaySetup.h"
+#include "zoHPCProjectionChecks.h"
 #include "zoHPCProjectionItem.h"
 #include "zoHPCSuggestion.h"
 #include "zoHPCTextCheck.h"
@@ -64,7 +65,8 @@ QHash<zoHPCViewportItem*, QString> zoHPCReferences::check(zoHPCTextCheck& check,
                   message(reference->value, name, wall));
         if (!name.isEmpty())
             guesses.insert(viewport, name);
-        else if (wallPart >= 0)
+        // Of one without tiles that is told, for the reference follows from it.
+        else if (wallPart >= 0 && !zoHPCProjectionChecks::hasNoTiles(*wall))
             check.setDoubtful(wallPart);
     }
     return guesses;

@@ -42,8 +42,12 @@ zoHPCTextItems::zoHPCTextItems(const zoHPCTextParts& text, const Tags& tags,
     }
     const QList<zoHPCWindowItem*> outputs = displays.getWindowItems();
     if (std::size_t(outputs.size()) == m_outputs.size()) {
-        for (std::size_t i = 0; i < m_outputs.size(); ++i)
+        for (std::size_t i = 0; i < m_outputs.size(); ++i) {
             m_parts.insert(outputs.at(int(i)), m_outputs[i]);
+            const QTreeWidgetItem* const parent = outputs.at(int(i))->parent();
+            if (parent != nullptr && dynamic_cast<const zoHPCWindowItem*>(parent) == nullptr)
+                m_parts.insert(parent, m_outputDisplays[i]);
+        }
     }
 }
 
@@ -77,7 +81,9 @@ void zoHPCTextItems::read(const zoHPCTextParts& text, const Tags& tags)
         else if (isTop && tag == zoClusterTags::Projection)
             m_projections.push_back(i);
         else if (section == zoClusterTags::Display &&
-                 (tag == zoClusterTags::Window || tag == zoClusterTags::Viewport))
+                 (tag == zoClusterTags::Window || tag == zoClusterTags::Viewport)) {
             m_outputs.push_back(i);
+            m_outputDisplays.push_back(sections[size_t(i)]);
+        }
     }
 }

@@ -7,7 +7,11 @@
 #include "zoHPCWindowOverlaps.h"
 
 #include <QHash>
+#include <QRegularExpression>
 #include <QStringList>
+
+#include <climits>
+#include <cstdlib>
 
 namespace
 {
@@ -29,6 +33,38 @@ std::vector<const zoHPCLayout::Node*> freeNodes(const zoHPCLayout& layout)
             result.push_back(&node);
     }
     return result;
+}
+
+// Whether a window is the only one of its machine.
+class OnlyWindows
+{
+public:
+    explicit OnlyWindows(const zoHPCLayout& layout)
+    {
+        for (const Window& window : layout.windows())
+            ++m_counts[window.machine];
+    }
+
+    bool operator()(const Window& window) const
+    {
+        return !window.machine.isEmpty() && m_counts.value(window.machine) == 1;
+    }
+
+private:
+    QHash<QString, int> m_counts;
+};
+
+// The number of a screen in another spelling of it, such as ":0.1" or "1.0"; empty where there is none.
+QString screenIn(const QString& word)
+{
+    static const QRegularExpression s_display(QString::fromLatin1("^[^:]*:[0-9]+\\.([0-9]{1,2})$"));
+    static const QRegularExpression s_fraction(QString::fromLatin1("^([0-9]{1,2})\\.0*$"));
+    for (const QRegularExpression& spelling : {s_display, s_fraction}) {
+        const QRegularExpressionMatch match = spelling.match(word);
+        if (match.hasMatch())
+            return match.captured(1);
+    }
+    return QString();
 }
 
 void enableWithAncestors(zoHPCTreeItem* item)
@@ -55,10 +91,11 @@ zoHPCProblem::List zoHPCWindowChecks::viewportsWithoutProjection(const zoHPCLayo
         const QString displayNumber = QString::number(window.display);
         problems.emplace_back(Kind::ViewportWithoutProjection, viewport.item,
                               name.isEmpty()
-                                  ? tr("Viewport %1 of window %2 of display %3 shows no projection.")
+                                  ? tr("Viewport %1 of window %2 of display %3 shows no projection. Choose "
+                                       "one, or delete the viewport.")
                                         .arg(number, windowNumber, displayNumber)
                                   : tr("Viewport %1 of window %2 of display %3 shows the projection \"%4\", "
-                                       "which does not exist.")
+                                       "which does not exist. Choose another one.")
                                         .arg(number, windowNumber, displayNumber, name));
     }
     return problems;
@@ -71,9 +108,10 @@ zoHPCProblem::List zoHPCWindowChecks::windowsWithoutNode(const zoHPCLayout& layo
     for (const Window& window : layout.windows()) {
         if (!window.node.isEmpty())
             continue;
-        zoHPCProblem problem(Kind::WindowWithoutNode, window.item,
-                             tr("Window %1 of display %2 has no render node.")
-                                 .arg(QString::number(window.number), QString::number(window.display)));
+        zoHPCProblem problem(
+            Kind::WindowWithoutNode, window.item,
+            tr("Window %1 of display %2 has no render node. Choose the one that has its screen.")
+                .arg(QString::number(window.number), QString::number(window.display)));
         // The n-th such window is offered the n-th node: buttons pressed from top to bottom fill them up in
         // order.
         if (problems.size() < free.size()) {
@@ -102,7 +140,8 @@ zoHPCProblem::List zoHPCWindowChecks::windowsWithUnknownNode(const zoHPCLayout& 
             continue;
         zoHPCProblem problem(
             Kind::WindowWithUnknownNode, window.item,
-            tr("Window %1 of display %2 is on the node \"%3\", which the cluster does not have.")
+            tr("Window %1 of display %2 is on the node \"%3\", which the cluster does not have. Choose "
+               "another one.")
                 .arg(QString::number(window.number), QString::number(window.display), window.node));
         // A name spelt otherwise, or one that meanwhile has a number because it occurs twice.
         for (const QString& spelling : {window.node.toLower(), window.node.toLower() + QLatin1String(" 1")}) {
@@ -130,11 +169,91 @@ zoHPCProblem::List zoHPCWindowChecks::windowsWithDisabledNode(const zoHPCLayout&
             continue;
         zoHPCProblem problem(
             Kind::WindowWithDisabledNode, window.item,
-            tr("Window %1 of display %2 is on the node \"%3\", which is disabled.")
+            tr("Window %1 of display %2 is on the node \"%3\", which is disabled. Enable it, or choose "
+               "another one.")
                 .arg(QString::number(window.number), QString::number(window.display), window.node));
         problem.other = node.item;
         problem.setFix(tr("Enable %1").arg(node.name), [item = node.item] { enableWithAncestors(item); });
         problems.push_back(problem);
+    }
+    return problems;
+}
+
+zoHPCProblem::List zoHPCWindowChecks::windowsWithoutViewport(const zoHPCLayout& layout)
+{
+    std::vector<bool> hasViewport(layout.windows().size(), false);
+    for (const zoHPCLayout::Viewport& viewport : layout.viewports()) {
+        if (viewport.window != zoHPCLayout::None)
+            hasViewport[static_cast<size_t>(viewport.window)] = true;
+    }
+    zoHPCProblem::List problems;
+    for (size_t i = 0; i < hasViewport.size(); ++i) {
+        const Window& window = layout.windows()[i];
+        if (hasViewport[i])
+            continue;
+        problems.emplace_back(
+            Kind::WindowWithoutViewport, window.item,
+            tr("Window %1 of display %2 has no viewport: it stays black. Add one, or delete the "
+               "window.")
+                .arg(QString::number(window.number), QString::number(window.display)));
+    }
+    return problems;
+}
+
+zoHPCProblem::List zoHPCWindowChecks::windowsWithoutSize(const zoHPCLayout& layout)
+{
+    using Item = zoHPCWindowItem;
+    const auto isGiven = [](const Item& item, int column) {
+        return item.data(column, Qt::EditRole).isValid() && item.getInt(column) <= 0;
+    };
+    const OnlyWindows isAlone(layout);
+    zoHPCProblem::List problems;
+    for (const Window& window : layout.windows()) {
+        Item* const item = window.item;
+        if (window.isFullScreen || !(isGiven(*item, Item::Width) || isGiven(*item, Item::Height)))
+            continue;
+        const int width = item->getInt(Item::Width);
+        const int height = item->getInt(Item::Height);
+        problems.emplace_back(
+            Kind::WindowWithoutSize, item,
+            tr("Window %1 of display %2 has a size of %3 x %4 pixels: nobody sees it. Set its size, or "
+               "\"Full screen\".")
+                .arg(QString::number(window.number), QString::number(window.display), QString::number(width),
+                     QString::number(height)));
+        // With others on its screen it may lie over them.
+        if (width == 0 || height == 0 || width == INT_MIN || height == INT_MIN || !isAlone(window))
+            continue;
+        problems.back().setFix(tr("Make sizes positive"), [item, width, height] {
+            item->setInt(Item::Width, std::abs(width));
+            item->setInt(Item::Height, std::abs(height));
+            item->update();
+        });
+    }
+    return problems;
+}
+
+zoHPCProblem::List zoHPCWindowChecks::windowsOnUnknownScreen(const zoHPCLayout& layout)
+{
+    const OnlyWindows isAlone(layout);
+    zoHPCProblem::List problems;
+    for (const Window& window : layout.windows()) {
+        if (window.hasScreen)
+            continue;
+        const QString screen = window.item->getString(zoHPCWindowItem::Screen);
+        problems.emplace_back(
+            Kind::UnknownScreen, window.item,
+            tr("Window %1 of display %2 is on the screen \"%3\", which there is not. In a file screens are "
+               "numbers: 0 "
+               "is the first one, -1 the primary one, -2 all of them.")
+                .arg(QString::number(window.number), QString::number(window.display), screen));
+        const QString number = screenIn(screen);
+        // With others on its machine it may lie over them.
+        if (number.isEmpty() || !isAlone(window))
+            continue;
+        problems.back().setFix(tr("Use screen %1").arg(number.toInt() + 1), [item = window.item, number] {
+            item->setString(zoHPCWindowItem::Screen, number);
+            item->update();
+        });
     }
     return problems;
 }
@@ -145,12 +264,17 @@ zoHPCProblem::List zoHPCWindowChecks::overlappingWindows(const zoHPCLayout& layo
     for (const auto& pair : zoHPCWindowOverlaps::find(layout)) {
         const Window& later = *pair.first;
         const Window& earlier = *pair.second;
+        const QStringList numbers{QString::number(earlier.number), QString::number(earlier.display),
+                                  QString::number(later.number), QString::number(later.display)};
         zoHPCProblem problem(
             Kind::OverlappingWindows, later.item,
-            tr("Window %1 of display %2 and window %3 of display %4 overlap on one screen of "
-               "the node \"%5\".")
-                .arg(QString::number(earlier.number), QString::number(earlier.display),
-                     QString::number(later.number), QString::number(later.display), later.node));
+            earlier.node == later.node
+                ? tr("Window %1 of display %2 and window %3 of display %4 overlap on one screen of "
+                     "the node \"%5\". Move one of them, or choose another screen.")
+                      .arg(numbers[0], numbers[1], numbers[2], numbers[3], later.node)
+                : tr("Window %1 of display %2 and window %3 of display %4 overlap: \"%5\" and \"%6\" are one "
+                     "machine. Give each a screen of its own.")
+                      .arg(numbers[0], numbers[1], numbers[2], numbers[3], earlier.node, later.node));
         problem.other = earlier.item;
         problems.push_back(problem);
     }

@@ -19,6 +19,11 @@ public:
     static zoHPCProblem::List windowsWithUnknownNode(const zoHPCLayout& layout);
     // By its own option or by that of a network or node above it.
     static zoHPCProblem::List windowsWithDisabledNode(const zoHPCLayout& layout);
+    static zoHPCProblem::List windowsWithoutViewport(const zoHPCLayout& layout);
+    // Not in full screen, and a width or height that is given and 0 or less.
+    static zoHPCProblem::List windowsWithoutSize(const zoHPCLayout& layout);
+    // A screen that is no number, or one below those that stand for several.
+    static zoHPCProblem::List windowsOnUnknownScreen(const zoHPCLayout& layout);
     // As zoHPCWindowOverlaps finds them; the later window of each pair is reported once.
     static zoHPCProblem::List overlappingWindows(const zoHPCLayout& layout);
 };

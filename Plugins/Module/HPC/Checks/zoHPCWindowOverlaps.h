@@ -14,6 +14,6 @@ public:
 
     // In the order of the tree, each window at most once as the later one. A window in full screen fills its
     // screen whatever its geometry says. How screens lie on the extended desktop is not known, so a window
-    // there meets only others there, unless it fills the desktop.
+    // there meets only others there, unless it fills the desktop. Nodes of one host name are one machine.
     static std::vector<Pair> find(const zoHPCLayout& layout);
 };

@@ -36,10 +36,11 @@ void zoHPCViewportItem::setViewport(double x1, double y1, double x2, double y2)
     setDouble(Y2, y2);
 }
 
-// A whole window is never a single pixel, so a corner beyond 1 tells the two apart.
+// No viewport is so few pixels wide, so a far corner tells the two apart; one that lies only a little beyond 1 is
+// a mistake in a fraction.
 bool zoHPCViewportItem::isInPixels() const
 {
-    return std::max({getDouble(X1), getDouble(Y1), getDouble(X2), getDouble(Y2)}) > 1.0;
+    return std::max({getDouble(X1), getDouble(Y1), getDouble(X2), getDouble(Y2)}) > LargestFraction;
 }
 
 void zoHPCViewportItem::setProjection(const QString& name)

@@ -22,6 +22,9 @@ public:
         ColumnCount = 22
     };
 
+    // Corners beyond it are pixels.
+    static constexpr double LargestFraction = 16.0;
+
     zoHPCViewportItem();
     ~zoHPCViewportItem() override;
 
