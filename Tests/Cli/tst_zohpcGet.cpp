@@ -48,6 +48,7 @@ private slots:
     void pathNamesAValue();
     void everythingIsAConfigurationAsLines();
     void itemIsAllBelowIt();
+    void defaultsAreShownOnRequest();
     void jsonHoldsThePaths();
     void whatIsNotThereIsTold_data();
     void whatIsNotThereIsTold();
@@ -116,6 +117,15 @@ void tst_zohpcGet::itemIsAllBelowIt()
              QByteArray("node[gw]/name=gw\nnode[gw]/rendernode=false\nnetwork[2]/serviceport=8890\n"
                         "network[2]/speed=1g\nnode[b]/name=b\n"
                         "--- errors\n--- exit code 0\n"));
+}
+
+void tst_zohpcGet::defaultsAreShownOnRequest()
+{
+    const zoCommandRun run = zoCommandRun::zohpc({"get", "--defaults", "-", "b"}, s_text);
+
+    QCOMPARE(run.whole(),
+             QByteArray("node[b]/name=b\nnode[b]/enabled=true\nnode[b]/ibdevice=\nnode[b]/ibport=\n"
+                        "node[b]/rendernode=true\n--- errors\n--- exit code 0\n"));
 }
 
 void tst_zohpcGet::jsonHoldsThePaths()

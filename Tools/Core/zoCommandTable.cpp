@@ -54,7 +54,7 @@ const std::vector<zoCommandEntry>& zoCommandTable::entries()
          createInDocument<zoDescribeCommand>()},
         {"diff", QT_TRANSLATE_NOOP("zohpc", "what differs between two configurations, in words"),
          createInDocument<zoDiffCommand>()},
-        {"draw", QT_TRANSLATE_NOOP("zohpc", "the room or the screens as a picture"),
+        {"draw", QT_TRANSLATE_NOOP("zohpc", "the room, the screens or the networks as a picture"),
          createInDocument<zoDrawCommand>(), true},
         {"export", QT_TRANSLATE_NOOP("zohpc", "the same wall for other engines that render distributed"),
          createInDocument<zoExportCommand>()},

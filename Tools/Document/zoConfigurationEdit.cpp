@@ -186,10 +186,11 @@ void zoConfigurationEdit::rename(const QDomElement& element, const QString& befo
     const QString attribute =
         isNode ? attributeName(zoHPCWindowItem::Node, zoHPCWindowItem::columns())
                : attributeName(zoHPCViewportItem::Projection, zoHPCViewportItem::columns());
-    const QDomNodeList list = m_document.elementsByTagName(isNode ? QString(zoClusterTags::Window)
-                                                                  : QString(zoClusterTags::Viewport));
-    for (int i = 0; i < list.count(); ++i) {
-        QDomElement user = list.at(i).toElement();
+    const zoItemPaths paths(m_document.documentElement());
+    for (const zoItemPaths::Item& item : paths.items()) {
+        if (item.kind != (isNode ? zoClusterTags::Window : zoClusterTags::Viewport))
+            continue;
+        QDomElement user = item.element;
         const QString named = user.attribute(attribute);
         if (named == before)
             user.setAttribute(attribute, after);
@@ -223,10 +224,12 @@ void zoConfigurationEdit::checkThatChangesStay(const QDomElement& root)
             change.attribute == attributeName(zoHPCViewportItem::Projection, zoHPCViewportItem::columns());
         if (isProjection && value.isEmpty())
             continue;
+        if (value == change.value)
+            continue;
         const bool isLater = std::any_of(m_changes.begin(), m_changes.end(), [&](const Change& other) {
             return other.path == change.path && other.value != change.value;
         });
-        if (value != change.value && !isLater)
+        if (!isLater)
             m_mistakes
                 << tr("%1: \"%2\" would not stay, but become \"%3\"").arg(change.path, change.value, value);
     }

@@ -187,7 +187,7 @@ zoConfigurationMerge::zoConfigurationMerge(const QDomDocument& base, const QDomD
     m_isPossible = std::max({depthOf(base), depthOf(ours), depthOf(theirs)}) <= Deepest;
     if (!m_isPossible)
         return;
-    const Three three{base.documentElement(), ours.documentElement(), theirs.documentElement()};
+    const Three three{base.documentElement(), ours.documentElement(), theirs.documentElement(), 0, 0};
     m_result.appendChild(merge(three, zoClusterTags::Cluster));
 }
 
@@ -272,7 +272,8 @@ std::vector<zoConfigurationMerge::Three> zoConfigurationMerge::aligned(const Thr
             newOurs.push_back(ours[i]);
             newPlaces.push_back(items.size());
         }
-        items.push_back({oursToBase[i] < 0 ? QDomElement() : base[std::size_t(oursToBase[i])], ours[i], {}});
+        items.push_back({oursToBase[i] < 0 ? QDomElement() : base[std::size_t(oursToBase[i])], ours[i],
+                         QDomElement(), oursToBase[i], -1});
     }
     // What both added is the same by the same signs.
     Elements newTheirs;
@@ -281,7 +282,7 @@ std::vector<zoConfigurationMerge::Three> zoConfigurationMerge::aligned(const Thr
             newTheirs.push_back(theirs[i]);
     }
     const std::vector<int> newToNew = matched(newTheirs, newOurs, tag, true);
-    std::vector<std::pair<int, Three>> added; // behind which place
+    QHash<int, std::vector<Three>> added; // by the place that they stand behind, from 1
     std::size_t nextNew = 0;
     int last = -1;
     for (std::size_t i = 0; i < theirs.size(); ++i) {
@@ -294,21 +295,20 @@ std::vector<zoConfigurationMerge::Three> zoConfigurationMerge::aligned(const Thr
         }
         if (place >= 0) {
             items[std::size_t(place)].theirs = theirs[i];
+            items[std::size_t(place)].theirsRow = int(i);
             last = place;
         } else {
-            added.push_back(
-                {last,
-                 {theirsToBase[i] < 0 ? QDomElement() : base[std::size_t(theirsToBase[i])], {}, theirs[i]}});
+            const QDomElement before =
+                theirsToBase[i] < 0 ? QDomElement() : base[std::size_t(theirsToBase[i])];
+            added[last + 1].push_back({before, QDomElement(), theirs[i], theirsToBase[i], int(i)});
         }
     }
     std::vector<Three> result;
     for (int place = -1; place < int(items.size()); ++place) {
         if (place >= 0)
             result.push_back(items[std::size_t(place)]);
-        for (const auto& item : added) {
-            if (item.first == place)
-                result.push_back(item.second);
-        }
+        const std::vector<Three> behind = added.value(place + 1);
+        result.insert(result.end(), behind.begin(), behind.end());
     }
     return result;
 }
@@ -325,11 +325,11 @@ QDomElement zoConfigurationMerge::mergeOne(const Three& three, const QString& pa
         if (isSame(three.base, three.ours))
             return {};
         conflict(path, tr("theirs has removed it, ours has changed it"));
-        return merge({three.ours, three.ours, three.ours}, path);
+        return merge({three.ours, three.ours, three.ours, -1, -1}, path);
     }
     if (three.theirs.isNull() || three.ours.isNull()) {
         const QDomElement& only = three.theirs.isNull() ? three.ours : three.theirs;
-        return merge({only, only, only}, path);
+        return merge({only, only, only, -1, -1}, path);
     }
     return merge(three, path);
 }
@@ -337,21 +337,14 @@ QDomElement zoConfigurationMerge::mergeOne(const Three& three, const QString& pa
 // A new order counts when one side alone has it.
 void zoConfigurationMerge::orderLikeTheirs(std::vector<Three>& items, const QString& path, const QString& tag)
 {
-    const auto positions = [&items](QDomElement Three::*side) {
-        std::vector<int> result; // rows of those that all three have
-        for (const Three& item : items) {
-            if (item.base.isNull() || item.ours.isNull() || item.theirs.isNull())
-                continue;
-            int row = 0;
-            for (QDomElement e = (item.*side).previousSiblingElement(); !e.isNull();
-                 e = e.previousSiblingElement())
-                ++row;
-            result.push_back(row);
+    std::vector<int> base; // rows of those that all three have, in our order
+    std::vector<int> theirs;
+    for (const Three& item : items) {
+        if (!item.base.isNull() && !item.ours.isNull() && !item.theirs.isNull()) {
+            base.push_back(item.baseRow);
+            theirs.push_back(item.theirsRow);
         }
-        return result;
-    };
-    const std::vector<int> base = positions(&Three::base);
-    const std::vector<int> theirs = positions(&Three::theirs);
+    }
     if (std::is_sorted(theirs.begin(), theirs.end()))
         return;
     // In our order, rows of the base that run upward tell that ours has not moved anything.

@@ -35,6 +35,8 @@ private:
         QDomElement base; // any may be null
         QDomElement ours;
         QDomElement theirs;
+        int baseRow = -1; // among those of its kind
+        int theirsRow = -1;
     };
 
     QDomElement merge(const Three& three, const QString& path);

@@ -219,11 +219,10 @@ void Description::addProblems()
 
 QString zoDescribeCommand::description() const
 {
-    return tr(
-        "Tells what a person has to know about a configuration, in about a dozen lines: its nodes and "
-        "networks, "
-        "how large\n"
-        "the projections are, what the displays show, and the kinds of problems that zohpc check finds.");
+    return tr("Tells what a person has to know about a configuration, in about a dozen lines: its nodes and "
+              "networks, how\n"
+              "large the projections are, what the displays show, and the kinds of problems that zohpc check "
+              "finds.");
 }
 
 QStringList zoDescribeCommand::examples() const

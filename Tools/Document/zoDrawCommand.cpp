@@ -67,20 +67,21 @@ struct zoDrawCommand::Drawing
 
 QString zoDrawCommand::description() const
 {
-    return tr("Draws a configuration as the layout preview shows it: the room with its projection planes "
-              "around the viewer,\n"
-              "or the screens with their windows and viewports. The name of the output file says which, "
-              "unless --picture\n"
-              "does: one that has \"screens\" or \"network\" in it gets these, any other the room. Its "
-              "suffix is the "
-              "format.\n"
-              "Below a picture stands how large the projections are, in millimetres and pixels. Screens "
-              "count from 1.");
+    return tr("Draws a configuration: the room with its projection planes around the viewer and the hosts on "
+              "them, the\n"
+              "screens with their windows and viewports, or the networks with their gateways. The name of "
+              "the output file\n"
+              "says which, unless --picture does: one that has \"screens\" or \"network\" in it gets these, "
+              "any other the\n"
+              "room. Its suffix is the format. Below a picture stands how large the projections are, in "
+              "millimetres and\n"
+              "pixels. Screens count from 1.");
 }
 
 QStringList zoDrawCommand::examples() const
 {
-    return {QStringLiteral("zohpc draw wall.zhpc -o room.svg -o screens.svg\t") + tr("both pictures"),
+    return {QStringLiteral("zohpc draw wall.zhpc -o room.svg -o screens.svg -o network.svg\t") +
+                tr("all pictures"),
             QStringLiteral("zohpc draw wall.zhpc -o wall.png --scale 2\t") +
                 tr("the room with two pixels for each point"),
             QStringLiteral("zohpc draw wall.zhpc --picture screens -o - --format pdf | lp\t") +

@@ -13,13 +13,18 @@ namespace
 {
 using Values = std::vector<std::pair<QString, QString>>;
 
-// Of an item and all below it, as far as the document holds them.
-void collect(const zoItemPaths& paths, int index, Values& values)
+// Of an item and all below it: those that the document holds, or all that it may.
+void collect(const zoItemPaths& paths, int index, bool withDefaults, Values& values)
 {
     for (int i = index; i < qMax(paths.item(index).end, index + 1); ++i) {
         const zoItemPaths::Item& item = paths.item(i);
-        for (const QString& name : zoItemValues::names(item.element))
-            values.emplace_back(zoItemPaths::attribute(item.path, name), item.element.attribute(name));
+        QStringList names = zoItemValues::names(item.element);
+        if (withDefaults)
+            names = zoItemPaths::attributesOf(item.element) + names;
+        names.removeDuplicates();
+        for (const QString& name : qAsConst(names))
+            values.emplace_back(zoItemPaths::attribute(item.path, name),
+                                zoItemValues::value(item.element, name));
     }
 }
 
@@ -33,29 +38,34 @@ QString oneLine(QString value)
 QString zoGetCommand::description() const
 {
     return tr(
-        "Prints values of a configuration. The PATH of an attribute, node[gpu01]/enabled, gives its "
-        "value, the default\n"
-        "where the file has none; that of an item, node[gpu01], gives PATH=VALUE for each value that it "
-        "and all below it\n"
-        "have; no PATH gives all of them, which is a configuration as plain lines.\n"
+        "Prints values of a configuration. The PATH of an attribute, node[gpu01]/enabled, gives its value, "
+        "the\n"
+        "default where the file has none; that of an item, node[gpu01], gives PATH=VALUE for each value that "
+        "it and\n"
+        "all below it have; no PATH gives all of them, which is a configuration as plain lines.\n"
         "\n"
-        "Items are master, network[N], node[NAME], projection[NAME], display[N], "
-        "display[N]/window[N] and\n"
+        "Items are master, network[N], node[NAME], projection[NAME], display[N], display[N]/window[N] and\n"
         "display[N]/window[N]/viewport[N], counted from 1. What is clear without may be left out: "
         "gpu01/enabled,\n"
-        "Wall/distance, window[2]/screen. [*] stands for all: window[*]/node. Exit code 1 when there "
-        "is no such item.");
+        "Wall/distance, window[2]/screen. [*] stands for all: window[*]/node. Values are those of the "
+        "file: screens\n"
+        "count from 0 there. Exit code 1 when there is no such item.");
 }
 
 QStringList zoGetCommand::examples() const
 {
     return {QStringLiteral("zohpc get wall.zhpc Wall/distance\t") + tr("millimetres from viewer to wall"),
             QStringLiteral("zohpc get wall.zhpc 'window[*]/node'\t") + tr("who drives the windows, in order"),
+            QStringLiteral("zohpc get --defaults wall.zhpc node07\t") + tr("all that a node may be told"),
+            QStringLiteral("git config diff.zhpc.textconv 'zohpc get'\t") +
+                tr("differences in git as lines, with '*.zhpc diff=zhpc' in .gitattributes"),
             QStringLiteral("zohpc get wall.zhpc | grep node07\t") + tr("all that has to do with node07")};
 }
 
 void zoGetCommand::addArguments(QCommandLineParser& parser) const
 {
+    parser.addOption({QStringLiteral("defaults"),
+                      tr("Of items also what the file leaves to its default: all that \"set\" can change.")});
     parser.addOption({QStringLiteral("json"), tr("Write JSON: an object of paths and their values.")});
     parser.addPositionalArgument(QStringLiteral("FILE"), tr("A configuration, \"-\" for standard input."));
     parser.addPositionalArgument(QStringLiteral("PATH"), tr("Items or attributes; none for everything."),
@@ -91,7 +101,7 @@ int zoGetCommand::execute(const QCommandLineParser& parser)
         Values values;
         for (const int index : target.items) {
             if (target.attribute.isEmpty())
-                collect(paths, index, values);
+                collect(paths, index, parser.isSet(QStringLiteral("defaults")), values);
             else
                 values.emplace_back(zoItemPaths::attribute(paths.item(index).path, target.attribute),
                                     zoItemValues::value(paths.item(index).element, target.attribute));

@@ -45,8 +45,7 @@ QStringList mistakesOf(zoClusterSetup& setup)
 QString zoMergeCommand::description() const
 {
     return tr("Merges two configurations that came from BASE. Exit code 1 when both changed the same: each "
-              "conflict is "
-              "told\n"
+              "conflict is told\n"
               "with its path, and there OURS stays. As git's merge driver:\n"
               "  git config merge.zhpc.driver 'zohpc merge %O %A %B -o %A'\n"
               "  echo '*.zhpc merge=zhpc' >> .gitattributes");

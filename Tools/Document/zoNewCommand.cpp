@@ -88,13 +88,13 @@ struct zoNewCommand::Request
 
 QString zoNewCommand::description() const
 {
-    return tr(
-        "Writes a whole configuration of a tiled wall or a cave: the hosts, the projection, and a "
-        "full-screen window\n"
-        "for each tile. Tiles go to the hosts in order, row by row from the upper left; with fewer "
-        "hosts than tiles\n"
-        "each host drives as many screens. Gateways drive none, nodes that do not render ([rt=0]) none, and "
-        "hosts left over none.");
+    return tr("Writes a whole configuration of a tiled wall or a cave: the hosts, the projection, and a "
+              "full-screen window\n"
+              "for each tile. Tiles go to the hosts in order, row by row from the upper left; with fewer "
+              "hosts than tiles\n"
+              "each host drives as many screens. Gateways drive none, nor do nodes that do not render "
+              "([rt=0]) and hosts\n"
+              "left over.");
 }
 
 QStringList zoNewCommand::examples() const

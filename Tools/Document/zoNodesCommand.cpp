@@ -51,8 +51,7 @@ QByteArray inventory(const zoNodeList& list)
 QString zoNodesCommand::description() const
 {
     return tr("Prints the names of the nodes of a configuration, each once, in its order. Options leave out "
-              "those for "
-              "which\n"
+              "those for which\n"
               "they do not hold; exit code 1 when none is left.");
 }
 

@@ -8,23 +8,22 @@
 QString zoSetCommand::description() const
 {
     return tr("Changes values of a configuration and writes it in the canonical text, all changes or none. "
-              "Paths are "
-              "those of\n"
-              "\"get\"; an empty value stands for the default. Values are checked; a renamed node or "
-              "projection keeps "
-              "its windows\n"
-              "and viewports. A file whose values are these already is not touched, however it is written; "
-              "one with "
-              "comments or\n"
-              "other text that is not part of a configuration is rewritten only with --force.");
+              "Paths are those\n"
+              "of \"get\"; an empty value stands for the default. Values are those of the file (screens "
+              "count from 0) and\n"
+              "checked; a renamed node or projection keeps its windows and viewports. A file whose values "
+              "are these already\n"
+              "is not touched, however it is written; one with comments or other text that is not part of a "
+              "configuration\n"
+              "is rewritten only with --force.");
 }
 
 QStringList zoSetCommand::examples() const
 {
-    return {QStringLiteral("zohpc set wall.zhpc node[gpu07]/enabled=false\t") + tr("take a node out"),
+    return {QStringLiteral("zohpc set wall.zhpc 'node[gpu07]/enabled=false'\t") + tr("take a node out"),
             QStringLiteral("zohpc set wall.zhpc Wall/columns=4 Wall/rows=3\t") + tr("both, or none"),
             QStringLiteral("zohpc set wall.zhpc 'window[*]/fullscreen=true'\t") + tr("all windows"),
-            QStringLiteral("zohpc set - display[1]/eyeseparation=63 < wall.zhpc > other.zhpc\t") +
+            QStringLiteral("zohpc set - 'display[1]/eyeseparation=63' < wall.zhpc > other.zhpc\t") +
                 tr("from standard input to standard output")};
 }
 

@@ -13,11 +13,9 @@
 QString zoTopologyCommand::description() const
 {
     return tr("Writes the gateways of a configuration as the topology.conf of ClusterShell, so that clush "
-              "reaches the "
-              "nodes\n"
+              "reaches the nodes\n"
               "behind them; or, with --read, makes hosts text of a topology.conf, for \"new --hosts -\". "
-              "Nodes that "
-              "several\n"
+              "Nodes that several\n"
               "gateways reach are spread evenly over them then, and standard error says so.");
 }
 
