@@ -30,6 +30,8 @@ private slots:
     void foldsLikeNodeset();
     void expandsLikeNodeset_data();
     void expandsLikeNodeset();
+    void refusesWhatNodesetRefuses_data();
+    void refusesWhatNodesetRefuses();
     void foldsLikeScontrol_data();
     void foldsLikeScontrol();
     void expandsLikeScontrol_data();
@@ -121,6 +123,32 @@ void tst_zohpcHostsPeers::expandsLikeNodeset_data()
     QTest::newRow("steps") << "n[1-9/2],m[01-10/3]";
     QTest::newRow("in-front") << "[1-3]a";
     QTest::newRow("suffix") << "n[1-3]-ib";
+    QTest::newRow("domain") << "n[1-3].example.org,m.example.org";
+    QTest::newRow("blanks-in-brackets") << "n[1, 3 ]";
+    // Words of every form, the same in each run. Only brackets that touch are missing: the peer refuses them.
+    quint32 state = 1;
+    const auto number = [&](int below) {
+        state = state * 1664525 + 1013904223;
+        return int((state >> 16) % quint32(below));
+    };
+    for (int row = 0; row < 20; ++row) {
+        QStringList words;
+        for (int i = 0; i < 5; ++i) {
+            QString word = QStringList{"n", "gpu-", "x.", "a0b"}.at(number(4));
+            for (int k = number(3); k > 0; --k) {
+                const int width = number(4);
+                const int first = number(21);
+                const auto digits = [width](int value) {
+                    return QString::number(value).rightJustified(width, QLatin1Char('0'));
+                };
+                word += '[' + digits(first) + '-' + digits(first + number(7));
+                word += number(2) == 0 ? "/" + QString::number(1 + number(3)) : QString();
+                word += ',' + digits(30 + number(9)) + ']' + QStringList{"-ib", "m", ".org"}.at(number(3));
+            }
+            words << word;
+        }
+        QTest::newRow(("words-" + QByteArray::number(row)).constData()) << words.join(QLatin1Char(','));
+    }
 }
 
 void tst_zohpcHostsPeers::expandsLikeNodeset()
@@ -132,6 +160,30 @@ void tst_zohpcHostsPeers::expandsLikeNodeset()
     const zoCommandRun run = zoCommandRun::zohpc({"hosts", "expand", "--sort", "-s", " ", text});
 
     QCOMPARE(run.whole(), nodeset({"-e", text}).whole());
+}
+
+void tst_zohpcHostsPeers::refusesWhatNodesetRefuses_data()
+{
+    QTest::addColumn<QString>("text");
+
+    for (const char* text : {"n[a-b]", "n[]", "n[1-2", "n1-2]", "n[3-1]", "n[1-]", "n[1,,2]", "n[1-9/0]",
+                             "n[1-2]]", "n[[1-2]]", "n[1-3x]"})
+        QTest::newRow(text) << text;
+}
+
+void tst_zohpcHostsPeers::refusesWhatNodesetRefuses()
+{
+    if (QStandardPaths::findExecutable(QStringLiteral("nodeset")).isEmpty())
+        QSKIP("nodeset (Debian package clustershell) is not installed");
+    QFETCH(QString, text);
+
+    const zoCommandRun peer = nodeset({"-e", text});
+    const zoCommandRun run = zoCommandRun::zohpc({"hosts", "expand", text});
+
+    QVERIFY(peer.exitCode > 0);
+    QCOMPARE(run.exitCode, 2);
+    QCOMPARE(run.output, QByteArray());
+    QVERIFY(!run.errors.isEmpty());
 }
 
 void tst_zohpcHostsPeers::foldsLikeScontrol_data()
