@@ -24,6 +24,8 @@ private slots:
     void environmentChangesNothing_data();
     void environmentChangesNothing();
     void settingsOfTheUserChangeNothing();
+    void closedStreamsAreTold_data();
+    void closedStreamsAreTold();
     void fullDiskIsTold();
     void hostsCommandsLoadNoGui();
 };
@@ -269,6 +271,35 @@ void tst_zohpc::settingsOfTheUserChangeNothing()
 
     QVERIFY2(plain.errors.contains("zohpc: Legacy wall of"), plain.errors.constData());
     QCOMPARE(run.whole(), plain.whole());
+}
+
+void tst_zohpc::closedStreamsAreTold_data()
+{
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<QByteArray>("errors");
+
+    const QByteArray output("zohpc: standard output: Bad file descriptor\n");
+    const QByteArray input("-: Bad file descriptor\n");
+    QTest::newRow("output") << "hosts expand n1 >&-" << output;
+    QTest::newRow("output-of-the-other-program") << "new --wall 1x1 --hosts n1 >&-" << output;
+    QTest::newRow("input") << "hosts expand <&-" << input;
+    QTest::newRow("input-of-the-other-program") << "format - <&-" << input;
+    QTest::newRow("input-and-output") << "hosts expand <&- >&-" << input;
+    QTest::newRow("errors") << "hosts expand '{' 2>&-" << QByteArray();
+    QTest::newRow("all") << "format - <&- >&- 2>&-" << QByteArray();
+}
+
+// What was opened next once stood in for them.
+void tst_zohpc::closedStreamsAreTold()
+{
+    QFETCH(QString, command);
+    QFETCH(QByteArray, errors);
+
+    const zoCommandRun run = zoCommandRun::program(
+        QStringLiteral("/bin/sh"), {QStringLiteral("-c"), "exec \"$0\" " + command, QStringLiteral(ZO_ZOHPC)},
+        {}, {QStringLiteral("LC_ALL=C.UTF-8")});
+
+    QCOMPARE(run.whole(), "--- errors\n" + errors + "--- exit code 2\n");
 }
 
 void tst_zohpc::fullDiskIsTold()

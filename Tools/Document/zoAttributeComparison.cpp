@@ -195,7 +195,7 @@ void zoAttributeComparison::compare(const QString& label, const QString& path, c
             std::any_of(names.begin(), names.end(), isMissing))
             continue;
         zoDifferences::Changes changes;
-        for (const QString& name : names) {
+        for (const QString& name : qAsConst(names)) {
             if (differs(name))
                 changes.push_back(zoDifferences::change(path, name, before, after));
         }
