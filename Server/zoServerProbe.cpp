@@ -4,13 +4,11 @@
 #include "zoSetupLibrary.h"
 
 #include <zoAvailableMemory.h>
+#include <zoGLProbe.h>
 
 #include <QFile>
 #include <QGuiApplication>
 #include <QLibrary>
-#include <QOffscreenSurface>
-#include <QOpenGLContext>
-#include <QOpenGLFunctions>
 
 #include <cstdio>
 
@@ -25,34 +23,12 @@ void print(const char* what, const QString& value)
 
 QString glText()
 {
-    QOpenGLContext context;
-    QOffscreenSurface surface;
-    surface.create();
-    if (!context.create() || !context.makeCurrent(&surface))
+    const zoGLProbe& machine = zoGLProbe::machine();
+    if (!machine.isAvailable)
         return QStringLiteral("none");
-    QOpenGLFunctions* gl = context.functions();
-    const auto text = [gl](unsigned name) {
-        return QString::fromLatin1(reinterpret_cast<const char*>(gl->glGetString(name)));
-    };
-    return QStringLiteral("%1, %2").arg(text(0x1F02), text(0x1F01)); // version, renderer
-}
-
-QString stereoText()
-{
-    QSurfaceFormat format;
-    format.setStereo(true);
-    QOpenGLContext context;
-    context.setFormat(format);
-    // Asked and looked at: without quad buffers another format comes in silence.
-    return context.create() && context.format().stereo() ? QStringLiteral("quad buffer")
-                                                         : QStringLiteral("none");
-}
-
-QString swapGroupText()
-{
-    QOpenGLContext context;
-    const bool has = context.create() && context.hasExtension(QByteArrayLiteral("GLX_NV_swap_group"));
-    return has ? QStringLiteral("yes") : QStringLiteral("no");
+    return QStringLiteral("%1, %2%3")
+        .arg(machine.version, machine.renderer,
+             machine.isHardware ? QString() : QStringLiteral(" (software: windows are drawn without GL)"));
 }
 
 QString mpiText()
@@ -84,8 +60,9 @@ int zoServerProbe::run(int argc, char** argv)
     print("platform", QGuiApplication::platformName());
     print("screens", zoNodeServer::screens().join(QStringLiteral(", ")));
     print("gl", glText());
-    print("stereo", stereoText());
-    print("swap group", swapGroupText());
+    print("stereo",
+          zoGLProbe::machine().hasQuadBuffer ? QStringLiteral("quad buffer") : QStringLiteral("none"));
+    print("swap group", zoGLProbe::machine().hasSwapGroup ? QStringLiteral("yes") : QStringLiteral("no"));
     print("mpi", mpiText());
     print("memory",
           memory < 0 ? QStringLiteral("unknown") : QStringLiteral("%1 MiB").arg(memory / s_mebibyte));

@@ -9,8 +9,9 @@
 
 namespace
 {
-// mm; of walls that say how many pixels they have and not how large they are. Frusta have the same shape with any.
-constexpr double s_pixelPitch = 0.5;
+// mm; of walls that say how many pixels they have and not how large they are. What exports take for it unless they are
+// told otherwise, so that both show the same.
+constexpr double s_pixelPitch = 1.0;
 } // namespace
 
 QString zoSetupLibrary::componentFile(const QString& name)

@@ -195,7 +195,8 @@ public:
 
     void texts(const QJsonObject& object, const char* key, QStringList& values)
     {
-        for (const QJsonValue& value : arrayOf(object, key, -1)) {
+        const QJsonArray array = arrayOf(object, key, -1);
+        for (const QJsonValue& value : array) {
             if (!value.isString())
                 return fail(key);
             values.append(value.toString());

@@ -55,7 +55,7 @@ bool zoServerSetup::read(const QString& text, double pixelPitch, zoWallSetup& se
                      .arg(document.documentElement().tagName());
         return false;
     }
-    zoServerSetup reader(pixelPitch);
+    zoServerSetup reader;
     reader.m_configuration.read(document);
     reader.m_render = std::make_unique<zoHPCRenderSetup>(reader.m_configuration.displays(),
                                                          reader.m_configuration.hosts().master(), pixelPitch);

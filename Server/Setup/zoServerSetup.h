@@ -21,7 +21,7 @@ public:
     static bool read(const QString& document, double pixelPitch, zoWallSetup& setup, QString& reason);
 
 private:
-    explicit zoServerSetup(double pixelPitch) : m_pixelPitch(pixelPitch) {}
+    zoServerSetup() = default;
 
     void readNetworks();
     void readNodes();
@@ -31,7 +31,6 @@ private:
     int networkIndexOf(const zoHPCTreeItem* network) const;
     zoWallViewport viewportOf(const zoHPCRenderSetup::Picture& picture) const;
 
-    double m_pixelPitch;
     zoHPCConfiguration m_configuration;
     std::unique_ptr<zoHPCRenderSetup> m_render;
     QHash<const QTreeWidgetItem*, QString> m_ids;

@@ -90,7 +90,8 @@ std::vector<QPolygonF> outlinesOf(int digit)
     QTransform toMiddle;
     toMiddle.translate(-Width / 2, -Height / 2);
     std::vector<QPolygonF> result;
-    for (const QPolygonF& polygon : stroker.createStroke(skeleton(digit)).toSubpathPolygons())
+    const QList<QPolygonF> polygons = stroker.createStroke(skeleton(digit)).toSubpathPolygons();
+    for (const QPolygonF& polygon : polygons)
         result.push_back(toMiddle.map(polygon));
     return result;
 }

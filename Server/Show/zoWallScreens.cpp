@@ -28,7 +28,8 @@ int screenOfDisplay()
 QList<QScreen*> inOrder()
 {
     QList<QList<QScreen*>> groups;
-    for (QScreen* const screen : QGuiApplication::screens()) {
+    const QList<QScreen*> all = QGuiApplication::screens();
+    for (QScreen* const screen : all) {
         const auto isSibling = [screen](const QList<QScreen*>& group) {
             return group.first()->virtualSiblings().contains(screen);
         };

@@ -1,0 +1,65 @@
+#include "zoTestCase.h"
+
+#include <QApplication>
+#include <QProcess>
+#include <QRegularExpression>
+
+// The program that runs on nodes.
+class tst_zoServerProgram final : public zoTestCase
+{
+    Q_OBJECT
+
+private slots:
+    void needsNoWidgets();
+    void probeTellsWhatAMachineHas();
+};
+
+namespace
+{
+QByteArray outputOf(const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    process.start(program, arguments);
+    process.waitForFinished(60000);
+    return process.exitCode() == 0 ? process.readAllStandardOutput() : QByteArray();
+}
+
+// Names of the libraries that the loader wants for a file.
+QStringList neededBy(const QString& file)
+{
+    static const QRegularExpression line(QStringLiteral("\\(NEEDED\\).*\\[(.*)\\]"));
+    QStringList names;
+    QRegularExpressionMatchIterator matches = line.globalMatch(
+        QString::fromUtf8(outputOf(QStringLiteral(ZO_READELF), {QStringLiteral("-d"), file})));
+    while (matches.hasNext())
+        names << matches.next().captured(1);
+    return names;
+}
+} // namespace
+
+// Nodes have QtCore, QtGui and what these bring; widgets and MPI come with components where they are loaded.
+void tst_zoServerProgram::needsNoWidgets()
+{
+    const QStringList program = neededBy(QStringLiteral(ZO_SERVER));
+    const QStringList setup = neededBy(QStringLiteral(ZO_SERVER_SETUP));
+
+    QVERIFY2(program.contains(QStringLiteral("libQt5Gui.so.5")), qPrintable(program.join(QLatin1Char(' '))));
+    for (const QString& name : program) {
+        for (const char* other : {"Widgets", "mpi", "zo", "Network", "Svg"})
+            QVERIFY2(!name.contains(QLatin1String(other)), qPrintable(name));
+    }
+    // Where it would be found.
+    QVERIFY(setup.contains(QStringLiteral("libQt5Widgets.so.5")));
+}
+
+void tst_zoServerProgram::probeTellsWhatAMachineHas()
+{
+    const QByteArray output = outputOf(QStringLiteral(ZO_SERVER), {QStringLiteral("--probe")});
+
+    for (const char* line : {"version: ", "platform: offscreen", "screens: ", "gl: none", "stereo: none",
+                             "swap group: no", "mpi: ", "memory: "})
+        QVERIFY2(output.contains(line), output.constData());
+}
+
+ZO_TEST_MAIN(tst_zoServerProgram)
+#include "tst_zoServerProgram.moc"
