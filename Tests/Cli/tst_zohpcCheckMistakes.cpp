@@ -81,7 +81,7 @@ void tst_zohpcCheckMistakes::mistakeIsToldAtItsPlaceAlone_data()
         "\"powerwall\"?");
     row("yes", wall, "fullscreen=\"true\"", "fullscreen=\"yes\"", 12, "unknown-value", "\"true\"?");
     row("flase", cave, "back=\"false\"", "back=\"flase\"", 6, "unknown-value", "\"false\"?");
-    row("no-of-a-node", tiles, "rendernode=\"false\"", "rendernode=\"no\"", 12, "unknown-option-value",
+    row("no-of-a-node", tiles, "rendernode=\"false\"", "rendernode=\"no\"", 12, "unknown-value",
         "\"false\"?");
     row("10G", wall, "speed=\"10g\"", "speed=\"10G\"", 7, "unknown-option-value", "\"10g\"?");
     row("bset", plain, "scenecompression=\"best\"", "scenecompression=\"bset\"", 18, "unknown-option-value",
@@ -95,7 +95,7 @@ void tst_zohpcCheckMistakes::mistakeIsToldAtItsPlaceAlone_data()
     row("empty-number", wall, "distance=\"2500\"", "distance=\"\"", 10, number, "no number");
     row("port", tiles, "serviceport=\"8890\"", "serviceport=\"88900\"", 13, "number-out-of-range", "65535");
     row("reference-beyond", tiles, "projection=\"Wall row:3 col:5\"", "projection=\"Wall row:3 col:6\"", 12,
-        "unknown-projection", "3 rows and 5 columns");
+        "unknown-projection", "up to row:3 col:5");
     row("reference-misspelt", cave, "viewport projection=\"Cave Left\"", "viewport projection=\"Cave Lfet\"",
         21, "unknown-projection", "\"Cave Left\"?");
     row("reference-to-another-wall", wall, "projection=\"Wall row:2 col:1\"",

@@ -1,38 +1,12 @@
 #include "zoCliFiles.h"
-#include "zoCommandRun.h"
+#include "zoHostileText.h"
 #include "zoTestCase.h"
 
 #include <QApplication>
 #include <QProcess>
 #include <QTest>
 
-#include <functional>
-
-namespace
-{
-constexpr int s_size = 1024 * 1024;
-
-// The text as often as it fits into a mebibyte.
-QByteArray filled(const QByteArray& text)
-{
-    return text.repeated(s_size / text.size());
-}
-
-// One after the other, numbered, up to a mebibyte.
-QByteArray numbered(const std::function<QByteArray(const QByteArray&)>& part)
-{
-    QByteArray text;
-    for (int i = 0; text.size() < s_size; ++i)
-        text += part(QByteArray::number(i));
-    return text;
-}
-
-QByteArray document(const QByteArray& nodes, const QByteArray& displays = QByteArray())
-{
-    return "<cluster version=\"1\"><master><network>" + nodes + "</network></master>" + displays +
-           "</cluster>";
-}
-} // namespace
+using namespace zoHostileText;
 
 // A mebibyte of anything ends by itself, within a gibibyte of memory. The time limit here is that of the test
 // run: what grows with the square of its input takes minutes.
@@ -66,7 +40,7 @@ void tst_zohpcHostile::commandEnds_data()
     });
     QTest::newRow("largest-bracket") << tree << QByteArray("n[1-1000000]");
     QTest::newRow("grid-of-brackets") << brackets << QByteArray("n[1-1000]m[1-1000]");
-    QTest::newRow("long-name-of-many") << fold << QByteArray(s_size, 'n') + "[1-1000000]";
+    QTest::newRow("long-name-of-many") << fold << QByteArray(Size, 'n') + "[1-1000000]";
     QTest::newRow("one-name-of-many-numbers") << brackets << filled("a1");
     QTest::newRow("names-of-many-numbers") << brackets << numbered([](const QByteArray& i) {
         return QByteArray("a1").repeated(13) + 'b' + i + 'c' + i + '0' + ' ';
@@ -98,7 +72,7 @@ void tst_zohpcHostile::commandEnds_data()
         row("declared-attributes", "<!DOCTYPE a [" + numbered([](const QByteArray& i) {
                                        return "<!ATTLIST a b" + i + " CDATA \"x\">";
                                    }) + "]><a/>");
-        row("text", "<a>" + QByteArray(s_size, 'x') + "</a>");
+        row("text", "<a>" + QByteArray(Size, 'x') + "</a>");
         row("planes-at-one-place",
             document(QByteArray(),
                      filled("<projection type='plane' edgeblending='true' leftedge='1' x2='9'/>")));
@@ -160,10 +134,7 @@ void tst_zohpcHostile::commandEnds()
     QSKIP("the sanitizer takes more address space than the limit leaves");
 #endif
 
-    const zoCommandRun run = zoCommandRun::program(
-        QStringLiteral("/bin/sh"),
-        QStringList{"-c", "ulimit -v 1048576 && exec \"$0\" \"$@\"", QStringLiteral(ZO_ZOHPC)} + command,
-        input, QProcess::systemEnvironment() << QStringLiteral("LC_ALL=C.UTF-8"));
+    const zoCommandRun run = runLimited(command, input);
 
     // Fine, with problems, or refused; not killed, and not out of memory.
     QVERIFY2(run.exitCode >= 0 && run.exitCode <= 2, run.errors.right(500).constData());

@@ -55,6 +55,8 @@ private slots:
     void loadedFileMayBeOfAnOldTool_data();
     void loadedFileMayBeOfAnOldTool();
     void fileThatIsNotUtf8IsTold();
+    void whatNobodyReadsIsTold();
+    void longListOfWhatNobodyReadsIsCut();
     void fileThatCannotBeOpenedChangesNothing();
     void fileThatCannotBeReadChangesNothing();
     void directoryFollowsTheFile();
@@ -307,6 +309,44 @@ void tst_zoHPCGUIWFiles::fileThatIsNotUtf8IsTold()
     m_window->loadConfig(path("odd.zhpc"));
 
     QCOMPARE(m_window->windowFilePath(), path("odd.zhpc"));
+}
+
+void tst_zoHPCGUIWFiles::whatNobodyReadsIsTold()
+{
+    const QString fileName = path("mistakes.zhpc");
+    write(fileName, "<cluster version=\"1\">\n"
+                    " <master><network><node name=\"a\"/></network></master>\n"
+                    " <projection name=\"Wall\" type=\"wall\" rows=\"1\" columns=\"1\"/>\n"
+                    " <display eyeseperation=\"65\">\n"
+                    "  <window node=\"a\"><viewport projection=\"Wall row:9 col:9\"/></window>\n"
+                    " </display>\n"
+                    "</cluster>\n");
+
+    m_window->loadConfig(fileName);
+
+    QStringList told;
+    for (const QString& message : messages()) {
+        if (message.contains(fileName))
+            told << message.mid(message.indexOf(fileName) + fileName.size());
+    }
+    QCOMPARE(told, (QStringList{
+                       ", line 4, column 11: \"display\" has no attribute \"eyeseperation\": did you mean "
+                       "\"eyeseparation\"?",
+                       ", line 5, column 42: There is no projection \"Wall row:9 col:9\": \"Wall\" has tiles "
+                       "up to row:1 col:1."}));
+}
+
+void tst_zoHPCGUIWFiles::longListOfWhatNobodyReadsIsCut()
+{
+    const QString fileName = path("many.zhpc");
+    write(fileName,
+          "<cluster version=\"1\"><master/>" + QByteArray("<mistake/>").repeated(23) + "</cluster>");
+
+    m_window->loadConfig(fileName);
+
+    const QStringList told = messages().filter(fileName);
+    QCOMPARE(told.size(), 21);
+    QVERIFY2(told.last().contains(QLatin1String("and 3 more")), qPrintable(told.last()));
 }
 
 void tst_zoHPCGUIWFiles::fileThatCannotBeOpenedChangesNothing()

@@ -1,6 +1,7 @@
 #include "zoHPCDocumentText.h"
 #include "zoHPCSchema.h"
 #include "zoHPCTextCheck.h"
+#include "zoRandomConfiguration.h"
 #include "zoTestCase.h"
 
 #include <QApplication>
@@ -27,6 +28,9 @@ private slots:
     void validatorsAgreeWithTheCheck_data();
     void validatorsAgreeWithTheCheck();
     void typedMistakesAreRefused();
+    void documentsOfTheProgramAreValid();
+    void emacsFindsTheSchema_data();
+    void emacsFindsTheSchema();
 
 private:
     static QString schema(const QString& suffix) { return QStringLiteral(ZO_SCHEMA_DIR "/zhpc.") + suffix; }
@@ -208,6 +212,68 @@ void tst_zoHPCSchema::typedMistakesAreRefused()
     QVERIFY2(expected.size() > 30, qPrintable(QString::number(expected.size())));
     QVERIFY(expected.size() < files.size());
     QCOMPARE(refused(QStringLiteral("xmllint"), files), expected);
+}
+
+// A thousand configurations as the dialogs could have made them, with whatever a value of its kind can be.
+void tst_zoHPCSchema::documentsOfTheProgramAreValid()
+{
+    QTemporaryDir folder;
+    QStringList files;
+    for (int seed = 0; seed < 1000; ++seed) {
+        const QString text = zoRandomConfiguration(quint32(seed)).text();
+        const zoHPCTextCheck check(text);
+        QVERIFY2(check.findings().empty(),
+                 check.findings().empty() ? "" : qPrintable(check.findings().front().message + '\n' + text));
+        files << folder.filePath(QStringLiteral("%1.zhpc").arg(seed));
+        QVERIFY(write(files.constLast(), text.toUtf8()));
+    }
+
+    if (QStandardPaths::findExecutable(QStringLiteral("xmllint")).isEmpty())
+        QSKIP("xmllint is not installed");
+    QCOMPARE(refused(QStringLiteral("xmllint"), files), QStringList());
+}
+
+void tst_zoHPCSchema::emacsFindsTheSchema_data()
+{
+    QTest::addColumn<QByteArray>("wrong");
+    QTest::addColumn<QByteArray>("result");
+
+    QTest::newRow("right") << QByteArray("eyeseparation=") << QByteArray("zhpc.rnc 0");
+    QTest::newRow("attribute") << QByteArray("eyeseperation=") << QByteArray("zhpc.rnc 1");
+}
+
+// The association that the manual tells, in the XML mode of Emacs: which schema it found, and how many mistakes.
+void tst_zoHPCSchema::emacsFindsTheSchema()
+{
+    QFETCH(QByteArray, wrong);
+    QFETCH(QByteArray, result);
+    if (QStandardPaths::findExecutable(QStringLiteral("emacs")).isEmpty())
+        QSKIP("emacs is not installed");
+    const QString manual =
+        QString::fromUtf8(contents(QStringLiteral(ZO_SCHEMA_DIR "/../../Docs/manual/schema.md")));
+    QString setUp = manual.section(QLatin1String("```elisp\n"), 1).section(QLatin1String("```"), 0, 0);
+    QVERIFY(setUp.contains(QLatin1String("/usr/local/share/zo/schema/schemas.xml")));
+    setUp.replace(QLatin1String("/usr/local/share/zo/schema"), QStringLiteral(ZO_SCHEMA_DIR));
+    QTemporaryDir folder;
+    const QString init = folder.filePath(QStringLiteral("init.el"));
+    const QString file = folder.filePath(QStringLiteral("wall.zhpc"));
+    QVERIFY(write(init, setUp.toUtf8()));
+    QVERIFY(write(file, contents(QStringLiteral(ZO_DATA_DIR "/cluster/powerwall-2x2.zhpc"))
+                            .replace("eyeseparation=", wrong)));
+
+    QProcess emacs;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("HOME"), folder.path());
+    emacs.setProcessEnvironment(environment);
+    emacs.start(QStringLiteral("emacs"),
+                {"--batch", "--quick", "--load", init, file, "--eval",
+                 "(progn (rng-validate-mode 1)"
+                 " (while (rng-do-some-validation (lambda () t)))"
+                 " (princ (format \"%s %d\" (file-name-nondirectory rng-current-schema-file-name)"
+                 " rng-error-count)))"});
+    QVERIFY(emacs.waitForFinished(-1));
+
+    QCOMPARE(emacs.readAllStandardOutput(), result);
 }
 
 ZO_TEST_MAIN(tst_zoHPCSchema)

@@ -68,7 +68,13 @@ std::vector<Problem> zoHPCDocumentProblems::findInText(const QString& text, cons
     zoHPCTextCheck check(text);
     zoHPCReferences(displays).check(check, zoHPCTextItems(check.parts(), displays, master), displays);
     checkHostsFile(check);
-    return placed(check);
+    std::vector<Problem> problems = placed(check);
+    // The items keep such a value until somebody looks at it, and their own check tells of it.
+    problems.erase(
+        std::remove_if(problems.begin(), problems.end(),
+                       [](const Problem& problem) { return problem.kind == Kind::UnknownOptionValue; }),
+        problems.end());
+    return problems;
 }
 
 void zoHPCDocumentProblems::checkHostsFile(zoHPCTextCheck& check)

@@ -130,7 +130,7 @@ QString zoHPCReferences::message(const QString& name, const QString& meant, cons
     if (!meant.isEmpty())
         return tr("There is no projection \"%1\": did you mean \"%2\"?").arg(name, meant);
     if (wall && wall->childCount() > 0 && wall->kind() != zoHPCProjectionType::Kind::Cave)
-        return tr("There is no projection \"%1\": \"%2\" has %3 rows and %4 columns.")
+        return tr("There is no projection \"%1\": \"%2\" has tiles up to row:%3 col:%4.")
             .arg(name, wall->getString(P::Name), QString::number(wall->getInt(P::Rows)),
                  QString::number(wall->getInt(P::Columns)));
     return tr("There is no projection \"%1\".").arg(name);

@@ -3,6 +3,8 @@
 #include "zoHPCGrammar.h"
 #include "zoText.h"
 
+#include <zoClusterTags.h>
+
 #include <QStringList>
 #include <QXmlStreamWriter>
 
@@ -148,11 +150,11 @@ Definition definitionOf(const zoHPCGrammar::Element& element)
         parts.push_back(combined(Kind::Choice, variants));
     std::vector<Pattern> children;
     for (const zoHPCGrammar::Element& child : zoHPCGrammar::elements()) {
-        if (child.parents.contains(element.tag))
-            children.push_back({child.isSingle ? Kind::Optional : Kind::ZeroOrMore,
-                                {},
-                                {},
-                                {make(Kind::Reference, child.tag)}});
+        if (!child.parents.contains(element.tag))
+            continue;
+        const QString reference = child.tag == element.tag ? zoText("computed") : child.tag;
+        children.push_back(
+            {child.isSingle ? Kind::Optional : Kind::ZeroOrMore, {}, {}, {make(Kind::Reference, reference)}});
     }
     if (!children.empty())
         parts.push_back(combined(Kind::Interleave, children));
@@ -164,6 +166,14 @@ std::vector<Definition> definitions()
     std::vector<Definition> all;
     for (const zoHPCGrammar::Element& element : zoHPCGrammar::elements())
         all.push_back(definitionOf(element));
+    all.push_back(
+        {zoText("computed"), zoText("A tile, which is computed anew when it is read, whatever it says."),
+         Pattern{
+             Kind::Element,
+             {zoClusterTags::Projection},
+             {},
+             {Pattern{Kind::ZeroOrMore, {}, {}, {make(Kind::Attribute, zoText("*"), {make(Kind::Text, {})})}},
+              Pattern{Kind::ZeroOrMore, {}, {}, {make(Kind::Reference, zoText("computed"))}}}}});
     const QString most = zoText("1.7976931348623157e308");
     all.push_back(
         {zoText("number"), zoText("With a decimal point, in millimetres where it is a length."),
@@ -378,7 +388,9 @@ private:
     void writeNamed(const Pattern& pattern)
     {
         m_writer.writeStartElement(pattern.kind == Kind::Element ? zoText("element") : zoText("attribute"));
-        if (pattern.names.size() == 1) {
+        if (pattern.names.first() == QLatin1String("*")) {
+            m_writer.writeEmptyElement(zoText("anyName"));
+        } else if (pattern.names.size() == 1) {
             m_writer.writeAttribute(zoText("name"), pattern.names.first());
         } else {
             m_writer.writeStartElement(zoText("choice"));

@@ -96,8 +96,11 @@ void zoHPCTextCheck::checkElement(int part)
         return;
     const zoHPCGrammar::Element& rules = *zoHPCGrammar::element(tag(part));
     const int reader = m_readers[size_t(part)];
-    checkPlace(part, rules, reader < 0 ? QString() : tag(reader));
-    checkAttributes(part, rules);
+    const QString parent = reader < 0 ? QString() : tag(reader);
+    checkPlace(part, rules, parent);
+    // An element in one of its kind is a tile, which is computed anew whatever the text says.
+    if (parent != rules.tag)
+        checkAttributes(part, rules);
 }
 
 // Whether it is, or was meant to be, an element that somebody reads.
@@ -241,10 +244,10 @@ void zoHPCTextCheck::checkValue(int part, const zoHPCGrammar::Attribute& rule,
         m_changes.push_back({part, rule.name, rule.name, meant});
     else
         setDoubtful(part);
-    const Kind kind = isNumber && rule.isNumber(value) ? Kind::NumberOutOfRange
-                      : isNumber || isVersion          ? Kind::UnreadNumber
-                      : rule.mayBeEmpty                ? Kind::UnknownOptionValue
-                                                       : Kind::UnknownValue;
+    const Kind kind = isNumber && rule.isNumber(value)             ? Kind::NumberOutOfRange
+                      : isNumber || isVersion                      ? Kind::UnreadNumber
+                      : rule.type == Type::Word && rule.mayBeEmpty ? Kind::UnknownOptionValue
+                                                                   : Kind::UnknownValue;
     QString message;
     if (kind == Kind::NumberOutOfRange)
         message = rule.most == std::numeric_limits<int>::max()

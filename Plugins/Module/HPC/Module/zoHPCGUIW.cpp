@@ -12,6 +12,7 @@
 #include "zoHPCLayout.h"
 #include "zoHPCReview.h"
 #include "zoHPCStatusPane.h"
+#include "zoHPCTextLog.h"
 #include "zoHPCTreeEditGUIW.h"
 #include "zoHPCTreeGUIW.h"
 #include "zoHPCTreeItem.h"
@@ -507,6 +508,8 @@ void zoHPCGUIW::loadConfig(const QString& fileName)
     setProperty("readFile", QVariant());
     announceReplacement(text);
     const bool isConfiguration = readText(text);
+    if (isConfiguration)
+        zoHPCTextLog::tell(fileName, text, m_displayEditor->setup(), m_tree->hosts()->master());
     m_files.setCurrent(fileName);
     takeAsRead(documentText());
     showFile();

@@ -1,7 +1,7 @@
 #include "zoHPCStatusPane.h"
 
 #include "zoHPCElidedLabel.h"
-#include "zoHPCProblem.h"
+#include "zoHPCProblemModel.h"
 #include "zoText.h"
 
 #include <QDir>
@@ -10,6 +10,8 @@
 #include <QLabel>
 #include <QStyle>
 #include <QToolButton>
+
+#include <algorithm>
 
 namespace
 {
@@ -85,7 +87,13 @@ void zoHPCStatusPane::setProblems(const std::vector<zoHPCProblem>& problems)
     m_problems->setText(count == 0   ? tr("No problems")
                         : count == 1 ? tr("1 problem")
                                      : tr("%1 problems").arg(QString::number(count)));
-    m_problems->setIcon(count == 0 ? QIcon() : style()->standardIcon(QStyle::SP_MessageBoxWarning));
+    // That of the worst one: the severities begin with it.
+    const auto worst =
+        std::min_element(problems.begin(), problems.end(), [](const zoHPCProblem& a, const zoHPCProblem& b) {
+            return a.severity() < b.severity();
+        });
+    m_problems->setIcon(count == 0 ? QIcon()
+                                   : style()->standardIcon(zoHPCProblemModel::iconOf(worst->severity())));
     if (count == 0) {
         m_problems->setToolTip(
             tr("Every window would show its part of the scene, as far as can be told from here"));

@@ -2,6 +2,21 @@
 
 #include "zoText.h"
 
+#include <QApplication>
+
+QStyle::StandardPixmap zoHPCProblemModel::iconOf(zoHPCProblem::Severity severity)
+{
+    switch (severity) {
+    case zoHPCProblem::Severity::Error:
+        return QStyle::SP_MessageBoxCritical;
+    case zoHPCProblem::Severity::Warning:
+        return QStyle::SP_MessageBoxWarning;
+    case zoHPCProblem::Severity::Note:
+        break;
+    }
+    return QStyle::SP_MessageBoxInformation;
+}
+
 zoHPCProblemModel::zoHPCProblemModel(QObject* parent) : QAbstractTableModel(parent) {}
 
 zoHPCProblemModel::~zoHPCProblemModel() = default;
@@ -51,8 +66,12 @@ QVariant zoHPCProblemModel::data(const QModelIndex& index, int role) const
     const QString text = index.column() == Message ? problem.message : problem.fixText;
     if (role == Qt::DisplayRole)
         return text;
+    // The code is what the manual and "zohpc check --explain" know the problem by.
     if (role == Qt::ToolTipRole && index.column() == Message)
-        return zoText("<qt>%1</qt>").arg(text.toHtmlEscaped());
+        return zoText("<qt>%1<br/><small>%2</small></qt>")
+            .arg(text.toHtmlEscaped(), zoHPCProblem::kindName(problem.kind));
+    if (role == Qt::DecorationRole && index.column() == Message)
+        return QApplication::style()->standardIcon(iconOf(problem.severity()));
     return QVariant();
 }
 

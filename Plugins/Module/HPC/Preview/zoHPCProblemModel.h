@@ -3,6 +3,7 @@
 #include "zoHPCProblem.h"
 
 #include <QAbstractTableModel>
+#include <QStyle>
 
 #include <vector>
 
@@ -13,6 +14,9 @@ class zoHPCProblemModel final : public QAbstractTableModel
 
 public:
     enum Column { Message, Fix, ColumnCount };
+
+    // What stands before problems of that severity.
+    static QStyle::StandardPixmap iconOf(zoHPCProblem::Severity severity);
 
     explicit zoHPCProblemModel(QObject* parent = nullptr);
     ~zoHPCProblemModel() override;
