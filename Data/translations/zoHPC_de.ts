@@ -835,15 +835,15 @@ auch wenn die Server dann instabil sein können?</translation>
     <name>zoHPCDocumentProblems</name>
     <message>
         <source>The hosts file &quot;%1&quot; cannot be read.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Hostdatei „%1“ lässt sich nicht lesen.</translation>
     </message>
     <message>
         <source>There is no hosts file &quot;%1&quot; here.</source>
-        <translation type="unfinished"></translation>
+        <translation>Hier gibt es keine Hostdatei „%1“.</translation>
     </message>
     <message>
         <source>What nodes, windows and tiles show is checked once every element is where it belongs.</source>
-        <translation type="unfinished"></translation>
+        <translation>Was Knoten, Fenster und Kacheln zeigen, wird geprüft, sobald jedes Element steht, wo es hingehört.</translation>
     </message>
 </context>
 <context>
@@ -1431,15 +1431,15 @@ auch wenn die Server dann instabil sein können?</translation>
     <name>zoHPCReferences</name>
     <message>
         <source>There is no projection &quot;%1&quot;: did you mean &quot;%2&quot;?</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>There is no projection &quot;%1&quot;: &quot;%2&quot; has %3 rows and %4 columns.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt keine Projektion „%1“: ist „%2“ gemeint?</translation>
     </message>
     <message>
         <source>There is no projection &quot;%1&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt keine Projektion „%1“.</translation>
+    </message>
+    <message>
+        <source>There is no projection &quot;%1&quot;: &quot;%2&quot; has tiles up to row:%3 col:%4.</source>
+        <translation>Es gibt keine Projektion „%1“: „%2“ hat Kacheln bis row:%3 col:%4.</translation>
     </message>
 </context>
 <context>
@@ -1720,79 +1720,90 @@ auch wenn die Server dann instabil sein können?</translation>
     <name>zoHPCTextCheck</name>
     <message>
         <source>No configuration has an element &quot;%1&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine Konfiguration hat ein Element „%1“.</translation>
     </message>
     <message>
         <source>No configuration has an element &quot;%1&quot;: did you mean &quot;%2&quot;?</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine Konfiguration hat ein Element „%1“: ist „%2“ gemeint?</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is no root element.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ ist kein Wurzelelement.</translation>
     </message>
     <message>
         <source>&quot;%1&quot; has no place in &quot;%2&quot;: it belongs in %3.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ hat in „%2“ keinen Platz: es gehört in %3.</translation>
     </message>
     <message>
         <source>no element</source>
-        <translation type="unfinished"></translation>
+        <translation>kein Element</translation>
     </message>
     <message>
         <source>&quot; or &quot;</source>
-        <translation type="unfinished"></translation>
+        <translation>&quot; oder &quot;</translation>
     </message>
     <message>
         <source>There is a second &quot;%1&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es gibt ein zweites „%1“.</translation>
     </message>
     <message>
         <source>&quot;%1&quot; has the attribute &quot;%2&quot; twice: the last one counts.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ hat das Attribut „%2“ zweimal: das letzte gilt.</translation>
     </message>
     <message>
         <source>&quot;%1&quot; has no attribute &quot;%2&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ hat kein Attribut „%2“.</translation>
     </message>
     <message>
         <source>&quot;%1&quot; has no attribute &quot;%2&quot;: did you mean &quot;%3&quot;?</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ hat kein Attribut „%2“: ist „%3“ gemeint?</translation>
     </message>
     <message>
         <source>&quot;%1&quot; has no attribute &quot;%2&quot;; &quot;%3&quot; has it.</source>
-        <translation type="unfinished"></translation>
+        <translation>„%1“ hat kein Attribut „%2“; „%3“ hat es.</translation>
     </message>
     <message>
         <source>The configuration is of version %1, this program reads up to version %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Konfiguration ist von Version %1, dieses Programm liest bis Version %2.</translation>
     </message>
     <message>
         <source>%1: it is at least %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: mindestens %2.</translation>
     </message>
     <message>
         <source>%1: it is from %2 to %3.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: von %2 bis %3.</translation>
     </message>
     <message>
         <source>%1: did you mean &quot;%2&quot;?</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: ist „%2“ gemeint?</translation>
     </message>
     <message>
         <source>%1 is no whole number.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ist keine ganze Zahl.</translation>
     </message>
     <message>
         <source>%1 is no number.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ist keine Zahl.</translation>
     </message>
     <message>
         <source>%1: it is one of %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: eines von %2.</translation>
     </message>
     <message>
         <source>Nobody reads the text &quot;%1&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Den Text „%1“ liest niemand.</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCTextLog</name>
+    <message>
+        <source>%1: and %2 more, which &quot;zohpc check&quot; tells.</source>
+        <translation>%1: und %2 weitere, die „zohpc check“ nennt.</translation>
+    </message>
+    <message>
+        <source>%1, line %2, column %3: %4</source>
+        <translation>%1, Zeile %2, Spalte %3: %4</translation>
     </message>
 </context>
 <context>
