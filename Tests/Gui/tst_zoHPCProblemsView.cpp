@@ -36,6 +36,7 @@ private slots:
     void buttonThatIsLeftAgainMendsNothing();
     void problemWithoutFixHasNoButton();
     void messageWithoutFixHasTheWholeRow();
+    void longMessagesAreWrapped();
     void spaceMendsTheProblem();
     void fixMayReplaceTheList();
     void problemThatWentMeanwhileIsNotMended();
@@ -204,6 +205,37 @@ void tst_zoHPCProblemsView::messageWithoutFixHasTheWholeRow()
     QSignalSpy activated(m_view.get(), &zoHPCProblemsView::itemActivated);
     QTest::mouseClick(m_list->viewport(), Qt::LeftButton, Qt::NoModifier, placeOf(0, 1));
     QCOMPARE(activated.size(), 1);
+}
+
+// Each line of them is seen, at any width, and buttons beside them stay buttons.
+void tst_zoHPCProblemsView::longMessagesAreWrapped()
+{
+    QString message;
+    for (int word = 0; word < 40; ++word)
+        message += QStringLiteral("word%1 ").arg(word);
+    std::vector<zoHPCProblem> problems;
+    problems.emplace_back(Kind::WindowWithoutNode, &m_items[0], message);
+    problems.emplace_back(Kind::WindowWithoutNode, &m_items[1], message + QStringLiteral("end"));
+    problems[1].setFix(QStringLiteral("Mend"), [this] { ++m_fixes; });
+    problems.emplace_back(Kind::WindowWithoutNode, &m_items[2], QStringLiteral("short"));
+    m_view->setProblems(std::move(problems));
+    const auto row = [this](int number) { return m_list->visualRect(m_list->model()->index(number, 0)); };
+    const int line = m_list->fontMetrics().lineSpacing();
+    const int words = m_list->fontMetrics().horizontalAdvance(message);
+
+    for (const int width : {500, 300, 700}) {
+        m_view->resize(width, 900);
+        QTRY_VERIFY(row(0).height() >= words / m_list->viewport()->width() * line);
+        QTRY_VERIFY(row(0).height() <= (2 * words / m_list->viewport()->width() + 2) * line);
+        QVERIFY(row(1).height() >= row(0).height());
+        QVERIFY(row(2).height() < 2 * line);
+    }
+    // The middle of the row is the button, its lower rim is not.
+    const QRect cell = m_list->visualRect(m_list->model()->index(1, 1));
+    QTest::mouseClick(m_list->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      QPoint(cell.center().x(), cell.bottom() - 2));
+    QTest::mouseClick(m_list->viewport(), Qt::LeftButton, Qt::NoModifier, cell.center());
+    QTRY_COMPARE(m_fixes, 1);
 }
 
 void tst_zoHPCProblemsView::spaceMendsTheProblem()

@@ -44,7 +44,8 @@ bool zoHPCFixDelegate::editorEvent(QEvent* event, QAbstractItemModel* model,
     if (!isPress && event->type() != QEvent::MouseButtonRelease)
         return false;
     const auto* const mouse = static_cast<QMouseEvent*>(event);
-    const bool isInside = option.rect.contains(mouse->pos()) && !index.data().toString().isEmpty();
+    const QString text = index.data().toString();
+    const bool isInside = !text.isEmpty() && button(option, text).rect.contains(mouse->pos());
     if (mouse->button() != Qt::LeftButton || !isInside) {
         m_pressed = QPersistentModelIndex();
         return false;
@@ -64,8 +65,15 @@ QStyleOptionButton zoHPCFixDelegate::button(const QStyleOptionViewItem& option, 
 {
     QStyleOptionButton shown;
     shown.initFrom(option.widget ? option.widget : nullptr);
-    shown.rect = option.rect.adjusted(2, 1, -2, -1);
     shown.fontMetrics = option.fontMetrics;
+    // Beside a message of several lines it stays as high as a button is.
+    const QStyle* const style = option.widget ? option.widget->style() : QApplication::style();
+    const QSize label = shown.fontMetrics.size(Qt::TextShowMnemonic, text);
+    const int height = style->sizeFromContents(QStyle::CT_PushButton, &shown, label, option.widget).height();
+    shown.rect = option.rect.adjusted(2, 1, -2, -1);
+    if (height < shown.rect.height())
+        shown.rect =
+            QRect(shown.rect.left(), shown.rect.center().y() - height / 2, shown.rect.width(), height);
     shown.state = QStyle::State_Enabled;
     // User text: an ampersand in a node's name is no shortcut.
     shown.text = QString(text).replace(QLatin1Char('&'), QLatin1String("&&"));

@@ -2,15 +2,21 @@
 
 #include <QStyledItemDelegate>
 
-// Paints the message of a problem across the row where no fix stands beside it.
+class QTreeView;
+
+// Paints the message of a problem in as many lines as it needs, across the row where no fix stands beside it.
 class zoHPCProblemDelegate final : public QStyledItemDelegate
 {
     Q_OBJECT
 
 public:
-    explicit zoHPCProblemDelegate(QObject* parent = nullptr);
+    explicit zoHPCProblemDelegate(QTreeView* view);
     ~zoHPCProblemDelegate() override;
 
-protected:
-    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
+private:
+    const QTreeView& m_view;
 };

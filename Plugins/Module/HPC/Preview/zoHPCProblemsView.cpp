@@ -21,10 +21,10 @@ zoHPCProblemsView::zoHPCProblemsView(QWidget* parent) : QWidget(parent)
     m_model = new zoHPCProblemModel(this);
     m_list->setModel(m_model);
     m_list->setRootIsDecorated(false);
-    m_list->setUniformRowHeights(true);
+    m_list->setWordWrap(true);
     m_list->setAllColumnsShowFocus(true);
     m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_list->setTextElideMode(Qt::ElideMiddle);
+    m_list->setTextElideMode(Qt::ElideRight); // of a word that is wider than the list
     m_list->header()->setStretchLastSection(false);
     m_list->header()->setSectionResizeMode(zoHPCProblemModel::Message, QHeaderView::Stretch);
     m_list->header()->setSectionResizeMode(zoHPCProblemModel::Fix, QHeaderView::ResizeToContents);
@@ -33,6 +33,11 @@ zoHPCProblemsView::zoHPCProblemsView(QWidget* parent) : QWidget(parent)
     auto* const delegate = new zoHPCFixDelegate(m_list);
     m_list->setItemDelegateForColumn(zoHPCProblemModel::Fix, delegate);
     m_list->setItemDelegateForColumn(zoHPCProblemModel::Message, new zoHPCProblemDelegate(m_list));
+
+    // Other widths, other lines. Not at once: the view resizes its columns while it lays out its rows.
+    connect(
+        m_list->header(), &QHeaderView::sectionResized, m_list, [this] { m_list->doItemsLayout(); },
+        Qt::QueuedConnection);
 
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
