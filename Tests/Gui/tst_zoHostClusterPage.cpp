@@ -5,6 +5,9 @@
 #include <zoLocalClusterService.h>
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
 #include <QSettings>
 #include <QSpinBox>
 #include <QTemporaryDir>
@@ -24,6 +27,8 @@ private slots:
     void storedValueIsShownAndUsed();
     void savedValueIsUsedAtOnce();
     void defaultsAreRestored();
+    void launchAndEngineAreStored();
+    void launchThatCannotBeUsedIsTheDefault();
 
 private:
     // Whether a session of one node starts without a question when this much memory is available.
@@ -118,6 +123,43 @@ void tst_zoHostClusterPage::defaultsAreRestored()
     QCOMPARE(spinBox()->value(), 256);
     expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("not enough memory")));
     QVERIFY(!starts(255 * Mebibyte));
+}
+
+void tst_zoHostClusterPage::launchAndEngineAreStored()
+{
+    QCOMPARE(zoHostClusterPage::storedEngine(m_preferences.get()), QStringLiteral("nodes"));
+    QVERIFY(!zoHostClusterPage::storedEndsWithLostNode(m_preferences.get()));
+    m_page = std::make_unique<zoHostClusterPage>(m_preferences.get(), m_cluster.get());
+    page().show();
+    auto* engine = m_page->findChild<QComboBox*>("Engine");
+    QCOMPARE(engine->currentData().toString(), QStringLiteral("nodes"));
+
+    engine->setCurrentIndex(engine->findData("local"));
+    m_page->findChild<QLineEdit*>("LaunchCommand")->setText("rsh %h %program");
+    m_page->findChild<QLineEdit*>("ServerProgram")->setText("/opt/server");
+    m_page->findChild<QCheckBox*>("EndsWithLostNode")->setChecked(true);
+    page().saveChanges();
+
+    QCOMPARE(zoHostClusterPage::storedEngine(m_preferences.get()), QStringLiteral("local"));
+    QVERIFY(zoHostClusterPage::storedEndsWithLostNode(m_preferences.get()));
+    const zoNodeClusterService::Launch launch = zoHostClusterPage::storedLaunch(m_preferences.get());
+    QCOMPARE(launch.pattern, QStringList({"rsh", "%h", "%program"}));
+    QCOMPARE(launch.remoteProgram, QStringLiteral("/opt/server"));
+    page().setDefaults();
+    page().show();
+    QCOMPARE(engine->currentData().toString(), QStringLiteral("nodes"));
+    QCOMPARE(m_page->findChild<QLineEdit*>("ServerProgram")->text(), QStringLiteral("ZOKEClusterServer"));
+}
+
+void tst_zoHostClusterPage::launchThatCannotBeUsedIsTheDefault()
+{
+    m_preferences->setString("Cluster launch command", "ssh %program");
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("\"ssh %program\".*%h")));
+
+    const zoNodeClusterService::Launch launch = zoHostClusterPage::storedLaunch(m_preferences.get());
+
+    QCOMPARE(launch.pattern, zoNodeClusterService::defaultLaunch().pattern);
+    QVERIFY(launch.pattern.contains("BatchMode=yes"));
 }
 
 ZO_TEST_MAIN(tst_zoHostClusterPage)

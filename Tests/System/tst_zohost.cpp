@@ -72,6 +72,8 @@ private slots:
     void failureExitsWith1();
     void moduleThatCannotBeLoadedDoesNotStopTheHost();
     void terminationEndsTheSessionInOrder();
+    void rehearsalPrintsItsNodesAndWritesPictures();
+    void unreachableNodesAreNamedWithoutAsking();
 
 private:
     std::unique_ptr<QProcess> createProcess(const QStringList& arguments) const;
@@ -102,8 +104,9 @@ std::unique_ptr<QProcess> tst_zohost::createProcess(const QStringList& arguments
     process->setProcessEnvironment(environment);
     process->setWorkingDirectory(m_directory->path());
     process->setProgram(QStringLiteral(ZO_HOST_FILE));
-    // What the program does itself; node servers have tests of their own.
-    process->setArguments(QStringList({"--engine", "local"}) + arguments);
+    // What the program does itself, unless a test wants more.
+    process->setArguments(arguments.contains("--engine") ? arguments
+                                                         : QStringList({"--engine", "local"}) + arguments);
     return process;
 }
 
@@ -423,6 +426,44 @@ void tst_zohost::terminationEndsTheSessionInOrder()
     QVERIFY2(log.endsWith("zo: Cluster stopped\nzo: forgotten dialog destroyed\n"
                           "zo: module object destroyed, window gone\n"),
              log.constData());
+}
+
+void tst_zohost::rehearsalPrintsItsNodesAndWritesPictures()
+{
+    const Outcome outcome = run({"--module", ZO_MODULE_FILE, "--engine", "nodes", "--rehearse", "--config",
+                                 ZO_DATA_DIR "/cluster/powerwall-2x2.zhpc", "--start", "--non-interactive",
+                                 "--exit-after-stop", "--show", "tiles", "--wall-picture", "wall.png",
+                                 "--node-pictures", "nodes", "--screenshot", "shot.png"});
+
+    QVERIFY2(outcome.exitCode == 0, outcome.standardError.constData());
+    const QStringList lines = withoutFigures(outcome.standardOutput).split('\n');
+    const QStringList ids({"wall-r1-c1", "wall-r1-c2", "wall-r2-c1", "wall-r2-c2"});
+    for (const QString& id : ids) {
+        QVERIFY2(lines.contains("node: " + id + " running"), outcome.standardOutput.constData());
+        QVERIFY(!QImage(m_directory->filePath("nodes/" + id + "-1.png")).isNull());
+    }
+    const int running = lines.indexOf("running: " + ids.join(", "));
+    QVERIFY(running > 0);
+    QCOMPARE(lines.mid(running + 1),
+             QStringList({"session: rehearsal of 4 nodes on this machine",
+                          "speed test: sent N bytes/s, received N bytes/s, synchronised N frames/s",
+                          "wall picture: wall.png", "node pictures: 4 in nodes", "screenshot: shot.png",
+                          "stopped", ""}));
+    QVERIFY(!QImage(m_directory->filePath("wall.png")).isNull());
+}
+
+void tst_zohost::unreachableNodesAreNamedWithoutAsking()
+{
+    setPreference("Cluster launch command", "/bin/false %h %program");
+    const QString file = writeFile("a.zhpc", documentOf("<node name=\"n1\"/>"));
+
+    const Outcome outcome = run({"--module", goodModule(), "--engine", "nodes", "--config", file, "--start",
+                                 "--non-interactive", "--exit-after-stop"});
+
+    QVERIFY(!outcome.crashed);
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(outcome.standardOutput.contains("node: n1 failed: its server ended: exit status 1\n"),
+             outcome.standardOutput.constData());
 }
 
 ZO_TEST_MAIN(tst_zohost)

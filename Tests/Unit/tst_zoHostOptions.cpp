@@ -30,13 +30,34 @@ void tst_zoHostOptions::noArgumentsAskForNothing()
     QVERIFY(!result.options.start);
     QVERIFY(!result.options.nonInteractive);
     QVERIFY(!result.options.exitAfterStop);
+    QCOMPARE(result.options.engine, QString());
+    QVERIFY(!result.options.rehearse);
 }
 
 void tst_zoHostOptions::everyOptionIsRead()
 {
-    const zoHostOptions::Result result = zoHostOptions::parse(
-        {"zohost", "--config", "a b.zhpc", "--start", "--non-interactive", "--screenshot=s.png",
-         "--exit-after-stop", "--module", "one.so", "--module", "two.so", "--language", "de"});
+    const zoHostOptions::Result result = zoHostOptions::parse({"zohost",
+                                                               "--config",
+                                                               "a b.zhpc",
+                                                               "--start",
+                                                               "--non-interactive",
+                                                               "--screenshot=s.png",
+                                                               "--exit-after-stop",
+                                                               "--module",
+                                                               "one.so",
+                                                               "--module",
+                                                               "two.so",
+                                                               "--language",
+                                                               "de",
+                                                               "--engine",
+                                                               "nodes",
+                                                               "--rehearse",
+                                                               "--show",
+                                                               "test-image",
+                                                               "--wall-picture",
+                                                               "w.png",
+                                                               "--node-pictures",
+                                                               "folder"});
 
     QVERIFY(result.run);
     QCOMPARE(result.options.configFile, QStringLiteral("a b.zhpc"));
@@ -46,6 +67,11 @@ void tst_zoHostOptions::everyOptionIsRead()
     QVERIFY(result.options.start);
     QVERIFY(result.options.nonInteractive);
     QVERIFY(result.options.exitAfterStop);
+    QCOMPARE(result.options.engine, QStringLiteral("nodes"));
+    QVERIFY(result.options.rehearse);
+    QCOMPARE(result.options.shownPicture, QStringLiteral("test-image"));
+    QCOMPARE(result.options.wallPictureFile, QStringLiteral("w.png"));
+    QCOMPARE(result.options.nodePictureFolder, QStringLiteral("folder"));
 }
 
 void tst_zoHostOptions::helpNamesEveryOption()
@@ -55,9 +81,11 @@ void tst_zoHostOptions::helpNamesEveryOption()
     QVERIFY(!result.run);
     QCOMPARE(result.exitCode, 0);
     QCOMPARE(result.standardError, QString());
-    for (const QString& option : QStringList(
-             {"--config <FILE>", "--start", "--non-interactive", "--screenshot <FILE.png>",
-              "--exit-after-stop", "--module <FILE>", "--language <LANGUAGE>", "--help", "--version"}))
+    for (const QString& option :
+         QStringList({"--config <FILE>", "--start", "--non-interactive", "--screenshot <FILE.png>",
+                      "--exit-after-stop", "--module <FILE>", "--language <LANGUAGE>", "--help", "--version",
+                      "--engine <ENGINE>", "--rehearse", "--show <PICTURE>", "--wall-picture <FILE.png>",
+                      "--node-pictures <FOLDER>"}))
         QVERIFY2(result.standardOutput.contains(option), qPrintable(option));
 }
 
@@ -97,6 +125,19 @@ void tst_zoHostOptions::wrongUseIsReported_data()
     QTest::newRow("placeholder-in-the-argument") << QStringList({"%1 %2"}) << "unexpected argument '%1 %2'";
     QTest::newRow("two-configurations")
         << QStringList({"--config", "a", "--config", "b"}) << "--config is given more than once";
+    QTest::newRow("unknown-engine") << QStringList({"--engine", "steam"})
+                                    << "\"steam\" is none of nodes, local";
+    QTest::newRow("empty-engine") << QStringList({"--engine", ""}) << "--engine";
+    QTest::newRow("two-engines") << QStringList({"--engine", "local", "--engine", "nodes"})
+                                 << "more than once";
+    QTest::newRow("unknown-picture") << QStringList({"--show", "cat"})
+                                     << "\"cat\" is none of tiles, test-image";
+    QTest::newRow("local-rehearsal") << QStringList({"--engine", "local", "--rehearse"})
+                                     << "--rehearse needs";
+    QTest::newRow("local-picture") << QStringList({"--engine", "local", "--show", "tiles"}) << "--show needs";
+    QTest::newRow("local-wall-picture")
+        << QStringList({"--engine", "local", "--wall-picture", "a.png"}) << "--wall-picture needs";
+    QTest::newRow("empty-folder") << QStringList({"--node-pictures", ""}) << "--node-pictures needs";
     QTest::newRow("two-screenshots") << QStringList({"--screenshot", "a", "--screenshot", "b"})
                                      << "--screenshot is given more than once";
 }

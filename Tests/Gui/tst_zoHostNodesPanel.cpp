@@ -1,0 +1,123 @@
+#include "zoTestCase.h"
+
+#include <zoHostMainWindow.h>
+#include <zoHostNodesPanel.h>
+#include <zoNodeClusterService.h>
+#include <zoSessionText.h>
+
+#include <QApplication>
+#include <QLabel>
+#include <QTemporaryDir>
+#include <QToolButton>
+#include <QTreeWidget>
+
+#include <memory>
+
+namespace
+{
+const QString Document = QStringLiteral("<cluster version=\"1\"><master><network><node name=\"n1\"/>"
+                                        "<node name=\"n2\"/></network></master></cluster>");
+} // namespace
+
+// The panel of the nodes, with real ones on this machine.
+class tst_zoHostNodesPanel final : public zoTestCase
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void withoutASessionNothingRuns();
+    void runningNodesAreShown();
+    void lostNodeIsToldWithItsReason();
+    void endOfTheSessionIsShown();
+
+private:
+    QString summary() const { return m_panel->findChild<QLabel*>("NodesSummary")->text(); }
+    QTreeWidget* list() const { return m_panel->findChild<QTreeWidget*>("NodesList"); }
+    QString state(int row) const { return list()->topLevelItem(row)->text(1); }
+
+    std::unique_ptr<QTemporaryDir> m_directory;
+    std::unique_ptr<zoNodeClusterService> m_cluster;
+    std::unique_ptr<zoHostNodesPanel> m_panel;
+};
+
+void tst_zoHostNodesPanel::init()
+{
+    m_directory = std::make_unique<QTemporaryDir>();
+    zoNodeClusterService::Launch launch = zoNodeClusterService::defaultLaunch();
+    launch.program = QStringLiteral(ZO_SERVER_FILE);
+    m_cluster = std::make_unique<zoNodeClusterService>(launch);
+    m_cluster->setRehearsal(true);
+    m_cluster->setLockDirectory(m_directory->path());
+    m_cluster->setMemoryPerNode(0);
+    m_cluster->applyConfig(Document);
+    m_panel = std::make_unique<zoHostNodesPanel>(m_cluster.get());
+    m_panel->resize(800, 200);
+    m_panel->show();
+}
+
+void tst_zoHostNodesPanel::cleanup()
+{
+    m_panel.reset();
+    m_cluster.reset();
+    zoTestCase::cleanup();
+}
+
+void tst_zoHostNodesPanel::withoutASessionNothingRuns()
+{
+    QCOMPARE(summary(), QStringLiteral("No session"));
+    QCOMPARE(list()->topLevelItemCount(), 0);
+    QVERIFY(!m_panel->findChild<QToolButton*>("LoseNode")->isVisible());
+}
+
+void tst_zoHostNodesPanel::runningNodesAreShown()
+{
+    QVERIFY(m_cluster->start());
+
+    QTRY_COMPARE(summary(), QStringLiteral("2 of 2 run"));
+    QCOMPARE(list()->topLevelItemCount(), 2);
+    QCOMPARE(list()->topLevelItem(0)->text(0), QStringLiteral("n1"));
+    QCOMPARE(state(0), QStringLiteral("running"));
+    QCOMPARE(list()->topLevelItem(1)->text(2), QStringLiteral(ZO_VERSION));
+    QVERIFY(list()->topLevelItem(1)->text(4).endsWith(QStringLiteral(" MiB")));
+    QCOMPARE(zoSessionText::of(m_cluster.get()), QStringLiteral("rehearsal of 2 nodes on this machine"));
+    QCOMPARE(zoSessionText::forScripts(m_cluster.get()),
+             QStringLiteral("rehearsal of 2 nodes on this machine"));
+}
+
+void tst_zoHostNodesPanel::lostNodeIsToldWithItsReason()
+{
+    QVERIFY(m_cluster->start());
+    QTRY_COMPARE(summary(), QStringLiteral("2 of 2 run"));
+    auto* lose = m_panel->findChild<QToolButton*>("LoseNode");
+    QVERIFY(lose->isVisible());
+    QVERIFY(!lose->isEnabled());
+    list()->setCurrentItem(list()->topLevelItem(0));
+    QVERIFY(lose->isEnabled());
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("n1 lost")));
+
+    lose->click();
+
+    QTRY_COMPARE(summary(), QStringLiteral("1 of 2 run"));
+    QTRY_VERIFY2(state(0).startsWith(QStringLiteral("lost: its server ended")), qPrintable(state(0)));
+    QCOMPARE(state(1), QStringLiteral("running"));
+    QVERIFY(!lose->isEnabled());
+    QCOMPARE(zoSessionText::of(m_cluster.get()), QStringLiteral("rehearsal of 1 node on this machine"));
+}
+
+void tst_zoHostNodesPanel::endOfTheSessionIsShown()
+{
+    QVERIFY(m_cluster->start());
+    QTRY_COMPARE(summary(), QStringLiteral("2 of 2 run"));
+
+    m_cluster->stop();
+
+    QTRY_COMPARE(summary(), QStringLiteral("0 of 2 run"));
+    QCOMPARE(state(0), QStringLiteral("ended"));
+    QCOMPARE(zoSessionText::of(m_cluster.get()), QString());
+}
+
+ZO_TEST_MAIN(tst_zoHostNodesPanel)
+#include "tst_zoHostNodesPanel.moc"
