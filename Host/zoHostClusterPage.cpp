@@ -114,6 +114,7 @@ void zoHostClusterPage::show()
 {
     m_engine->setCurrentIndex(m_engine->findData(storedEngine(m_preferences)));
     m_launch->setText(stored(m_preferences, s_launchKey, QLatin1String(zoLauncher::DefaultTemplate)));
+    m_launch->setCursorPosition(0);
     m_program->setText(
         stored(m_preferences, s_programKey, zoNodeClusterService::defaultLaunch().remoteProgram));
     m_endsWithLostNode->setChecked(storedEndsWithLostNode(m_preferences));

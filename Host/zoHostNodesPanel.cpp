@@ -139,6 +139,10 @@ void zoHostNodesPanel::refresh()
     const bool isFirst = m_list->property("sized").toInt() != count;
     for (int i = 0; i < count; ++i)
         showReport(m_list->topLevelItem(i), reports.at(i));
+    // The reason of a failure is longer than what was there when the columns were sized.
+    constexpr int ManyRows = 200;
+    if (!isFirst && count <= ManyRows)
+        m_list->resizeColumnToContents(State);
     if (isFirst) {
         for (int column = Id; column < Tile; ++column)
             m_list->resizeColumnToContents(column);

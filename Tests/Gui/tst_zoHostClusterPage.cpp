@@ -133,6 +133,8 @@ void tst_zoHostClusterPage::launchAndEngineAreStored()
     page().show();
     auto* engine = m_page->findChild<QComboBox*>("Engine");
     QCOMPARE(engine->currentData().toString(), QStringLiteral("nodes"));
+    if (qEnvironmentVariableIsSet("ZO_SCREENSHOTS"))
+        m_page->grab().save(qEnvironmentVariable("ZO_SCREENSHOTS") + "/cluster-page.png");
 
     engine->setCurrentIndex(engine->findData("local"));
     m_page->findChild<QLineEdit*>("LaunchCommand")->setText("rsh %h %program");

@@ -104,6 +104,8 @@ void tst_zoHostNodesPanel::lostNodeIsToldWithItsReason()
     QTRY_VERIFY2(state(0).startsWith(QStringLiteral("lost: its server ended")), qPrintable(state(0)));
     QCOMPARE(state(1), QStringLiteral("running"));
     QVERIFY(!lose->isEnabled());
+    if (qEnvironmentVariableIsSet("ZO_SCREENSHOTS"))
+        m_panel->grab().save(qEnvironmentVariable("ZO_SCREENSHOTS") + "/nodes-panel.png");
     QCOMPARE(zoSessionText::of(m_cluster.get()), QStringLiteral("rehearsal of 1 node on this machine"));
 }
 
