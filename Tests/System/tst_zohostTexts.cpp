@@ -4,6 +4,7 @@
 
 #include <zoHostApplication.h>
 #include <zoKernelServiceFactory.h>
+#include <zoLocalClusterService.h>
 
 #include <QAction>
 #include <QApplication>
