@@ -92,6 +92,7 @@ private slots:
     void sizesAreMillimetresAndPixels();
     void screensCountFromOne();
     void networkShowsGatewaysAndNodes();
+    void networkWithoutNodesSaysSo();
     void failureLeavesTheOldFile();
     void wrongUsageIsTold_data();
     void wrongUsageIsTold();
@@ -352,6 +353,19 @@ void tst_zohpcDraw::networkShowsGatewaysAndNodes()
     QVERIFY(left("gw") > left("Network 1"));
     QVERIFY(left("Network 2") > left("gw"));
     QVERIFY(left("n1") > left("Network 2"));
+}
+
+void tst_zohpcDraw::networkWithoutNodesSaysSo()
+{
+    const QStringList arguments{"draw", "-", "-o", "-", "--picture", "network"};
+
+    const QString none = wordsOf(zoCommandRun::zohpc(arguments, "<cluster version=\"1\"/>").output);
+    const QString empty =
+        wordsOf(zoCommandRun::zohpc(arguments, "<cluster version=\"1\"><master><network/></master></cluster>")
+                    .output);
+
+    QVERIFY2(none.contains("No networks"), qPrintable(none));
+    QVERIFY2(empty.contains("Network 1") && empty.contains("0 nodes"), qPrintable(empty));
 }
 
 void tst_zohpcDraw::failureLeavesTheOldFile()

@@ -45,6 +45,8 @@ const Change s_speed{"  <network>\n   <node name=\"io1\"/>",
 const Change s_moved{"<window node=\"n4\"", "<window node=\"spare\""};
 const Change s_size{"<window node=\"n4\" screen=\"0\" x=\"0\" y=\"0\" width=\"1920\"",
                     "<window node=\"n4\" screen=\"0\" x=\"0\" y=\"0\" width=\"1280\""};
+const Change s_order{"   <node name=\"n1\"/>\n   <node name=\"n2\"/>\n",
+                     "   <node name=\"n2\"/>\n   <node name=\"n1\"/>\n"};
 const Change s_separation{"eyeseparation=\"65\"", "eyeseparation=\"63\""};
 } // namespace
 
@@ -100,6 +102,7 @@ void tst_zohpcMerge::changesOfBothAreThere_data()
     QTest::newRow("added-and-removed") << Changes{s_added} << Changes{s_removed};
     QTest::newRow("removed-by-both") << Changes{s_removed} << Changes{s_removed};
     QTest::newRow("network-added-in-front") << Changes{s_networkBefore} << Changes{s_speed};
+    QTest::newRow("another-order") << Changes{s_distance} << Changes{s_order};
     QTest::newRow("several") << Changes{s_added, s_separation} << Changes{s_speed, s_distance, s_size};
 }
 
@@ -141,6 +144,10 @@ void tst_zohpcMerge::conflictIsToldAndOursStays_data()
                                     << QByteArray("node[spare]: theirs has removed it, ours has changed it");
     QTest::newRow("ours-removed") << Changes{s_removed} << Changes{described}
                                   << QByteArray("node[spare]: ours has removed it, theirs has changed it");
+    QTest::newRow("order") << Changes{s_order}
+                           << Changes{{"   <node name=\"n3\"/>\n   <node name=\"n4\"/>\n",
+                                       "   <node name=\"n4\"/>\n   <node name=\"n3\"/>\n"}}
+                           << QByteArray("network[1]: both have another order of each node");
     QTest::newRow("window-on-a-removed-node")
         << Changes{s_removed} << Changes{s_moved}
         << QByteArray("a window names \"spare\", which the other side has removed");

@@ -353,10 +353,8 @@ void zoConfigurationMerge::orderLikeTheirs(std::vector<Three>& items, const QStr
         for (std::size_t i = 0; i < byTheirs.size(); ++i)
             byTheirs[i] = i;
         std::sort(byTheirs.begin(), byTheirs.end(), [&](auto a, auto b) { return theirs[a] < theirs[b]; });
-        std::vector<int> rows;
-        for (const std::size_t i : byTheirs)
-            rows.push_back(base[i]);
-        if (!std::is_sorted(rows.begin(), rows.end()))
+        if (!std::is_sorted(byTheirs.begin(), byTheirs.end(),
+                            [&](auto a, auto b) { return base[a] < base[b]; }))
             conflict(path, tr("both have another order of each %1").arg(tag));
         return;
     }

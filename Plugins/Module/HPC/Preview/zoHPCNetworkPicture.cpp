@@ -204,9 +204,10 @@ void zoHPCNetworkPicture::place(Network& network) const
     std::size_t gateway = 0;
     for (Node& node : network.nodes) {
         if (node.networks.empty()) {
-            node.cell = QRectF(gridCorner + QPointF((next % columns) * (m_cellWidth + s_gap),
-                                                    (next / columns) * (s_cellHeight + s_gap)),
-                               QSizeF(m_cellWidth, s_cellHeight));
+            const int row = next / columns;
+            node.cell = QRectF(
+                gridCorner + QPointF((next % columns) * (m_cellWidth + s_gap), row * (s_cellHeight + s_gap)),
+                QSizeF(m_cellWidth, s_cellHeight));
             ++next;
         } else {
             placeGateway(node, inside + flow.add(gateways[gateway++]));
