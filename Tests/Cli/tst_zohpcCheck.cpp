@@ -24,6 +24,9 @@ private slots:
     void planesFarAwayAreChecked();
     void unusableFileDoesNotHideTheOthers();
     void noFileIsWrongUsage();
+    void codeIsExplained();
+    void unknownCodeIsWrongUsage();
+    void textAfterANulIsTold();
 
 private:
     static QByteArray badSetup();
@@ -184,6 +187,39 @@ void tst_zohpcCheck::noFileIsWrongUsage()
     QCOMPARE(
         zoCommandRun::zohpc({"check"}).whole(),
         QByteArray("--- errors\nzohpc check: no file given\nTry 'zohpc check --help'.\n--- exit code 2\n"));
+}
+
+void tst_zohpcCheck::codeIsExplained()
+{
+    // As it stands behind a message.
+    const QByteArray line = zoCommandRun::zohpc({"check", "-"}, badSetup()).output.split('\n').first();
+    const QString code = QString::fromUtf8(line.mid(line.lastIndexOf('[') + 1)).chopped(1);
+    QCOMPARE(code, QStringLiteral("duplicate-host-name"));
+
+    const zoCommandRun run = zoCommandRun::zohpc({"check", "--explain", code});
+
+    QCOMPARE(run.errors, QByteArray());
+    QCOMPARE(run.exitCode, 0);
+    QVERIFY(run.output.startsWith("### duplicate-host-name\n\n**Warning.** "));
+    QVERIFY(run.output.contains("On the wall: ") && run.output.simplified().contains("Mend it: "));
+    QCOMPARE(run.output.count("###"), 1);
+}
+
+void tst_zohpcCheck::unknownCodeIsWrongUsage()
+{
+    QCOMPARE(zoCommandRun::zohpc({"check", "--explain", "wal-in-metres"}).whole(),
+             QByteArray("--- errors\nzohpc check: there is no problem \"wal-in-metres\": did you mean "
+                        "\"wall-in-metres\"?\nTry 'zohpc check --help'.\n--- exit code 2\n"));
+    QCOMPARE(zoCommandRun::zohpc({"check", "--explain", "Windows and viewports"}).exitCode, 2);
+}
+
+void tst_zohpcCheck::textAfterANulIsTold()
+{
+    const QByteArray text("<cluster version=\"1\"><master/></cluster>\n\0<display/>", 53);
+
+    QCOMPARE(zoCommandRun::zohpc({"check", "-"}, text).whole(),
+             QByteArray("-:2:1: warning: everything from the NUL character on is left out [stray-text]\n"
+                        "--- errors\n--- exit code 1\n"));
 }
 
 ZO_TEST_MAIN(tst_zohpcCheck)
