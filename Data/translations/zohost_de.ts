@@ -385,7 +385,7 @@ Das Protokoll nennt den Grund.</translation>
     </message>
     <message>
         <source>Nodes</source>
-        <translation type="unfinished">Knoten</translation>
+        <translation>Knoten</translation>
     </message>
 </context>
 <context>
@@ -863,19 +863,19 @@ Das Protokoll nennt den Grund.</translation>
     <name>zoNodeClusterService</name>
     <message>
         <source>Configuration of the running cluster refused: %1</source>
-        <translation type="unfinished">Konfiguration des laufenden Clusters zurückgewiesen: %1</translation>
+        <translation>Konfiguration des laufenden Clusters zurückgewiesen: %1</translation>
     </message>
     <message>
         <source>Cluster start refused: a start is in progress</source>
-        <translation type="unfinished">Start des Clusters abgelehnt: er wird gerade gestartet</translation>
+        <translation>Start des Clusters abgelehnt: er wird gerade gestartet</translation>
     </message>
     <message>
         <source>aborted</source>
-        <translation type="unfinished">abgebrochen</translation>
+        <translation>abgebrochen</translation>
     </message>
     <message>
         <source>Connecting to %1 ...</source>
-        <translation type="unfinished">Verbinden mit %1 ...</translation>
+        <translation>Verbinden mit %1 ...</translation>
     </message>
     <message>
         <source>the nodes did not answer</source>
@@ -891,11 +891,11 @@ Das Protokoll nennt den Grund.</translation>
     </message>
     <message>
         <source>a server already runs on %1</source>
-        <translation type="unfinished">auf %1 läuft bereits ein Server</translation>
+        <translation>auf %1 läuft bereits ein Server</translation>
     </message>
     <message>
         <source>not enough memory for %1</source>
-        <translation type="unfinished">nicht genug Speicher für %1</translation>
+        <translation>nicht genug Speicher für %1</translation>
     </message>
     <message>
         <source>the windows were not opened</source>
@@ -903,7 +903,7 @@ Das Protokoll nennt den Grund.</translation>
     </message>
     <message>
         <source>Cluster runs on %1</source>
-        <translation type="unfinished">Cluster läuft auf %1</translation>
+        <translation>Cluster läuft auf %1</translation>
     </message>
     <message>
         <source>%1 does not belong to this program: %2</source>
@@ -923,7 +923,7 @@ Das Protokoll nennt den Grund.</translation>
     </message>
     <message>
         <source>Other hosts on this machine cannot be seen: %1</source>
-        <translation type="unfinished">Andere Sitzungen auf diesem Rechner sind nicht zu erkennen: %1</translation>
+        <translation>Andere Sitzungen auf diesem Rechner sind nicht zu erkennen: %1</translation>
     </message>
     <message>
         <source>Node %1: %2</source>
@@ -955,27 +955,27 @@ Das Protokoll nennt den Grund.</translation>
     </message>
     <message>
         <source>Cluster stopped</source>
-        <translation type="unfinished">Cluster gestoppt</translation>
+        <translation>Cluster gestoppt</translation>
     </message>
     <message>
         <source>Cluster not started: %1</source>
-        <translation type="unfinished">Cluster nicht gestartet: %1</translation>
+        <translation>Cluster nicht gestartet: %1</translation>
     </message>
     <message>
         <source>Show tiles: on</source>
-        <translation type="unfinished">Kacheln anzeigen: ein</translation>
+        <translation>Kacheln anzeigen: ein</translation>
     </message>
     <message>
         <source>Show tiles: off</source>
-        <translation type="unfinished">Kacheln anzeigen: aus</translation>
+        <translation>Kacheln anzeigen: aus</translation>
     </message>
     <message>
         <source>Show test image: on</source>
-        <translation type="unfinished">Testbild anzeigen: ein</translation>
+        <translation>Testbild anzeigen: ein</translation>
     </message>
     <message>
         <source>Show test image: off</source>
-        <translation type="unfinished">Testbild anzeigen: aus</translation>
+        <translation>Testbild anzeigen: aus</translation>
     </message>
     <message>
         <source>Network speed test failed: the nodes did not answer</source>
@@ -991,15 +991,15 @@ Das Protokoll nennt den Grund.</translation>
     </message>
     <message>
         <source>the configuration is empty</source>
-        <translation type="unfinished">die Konfiguration ist leer</translation>
+        <translation>die Konfiguration ist leer</translation>
     </message>
     <message>
         <source>the configuration is not well-formed: %1</source>
-        <translation type="unfinished">die Konfiguration ist nicht wohlgeformt: %1</translation>
+        <translation>die Konfiguration ist nicht wohlgeformt: %1</translation>
     </message>
     <message>
         <source>the configuration has no enabled node</source>
-        <translation type="unfinished">die Konfiguration hat keinen aktivierten Knoten</translation>
+        <translation>die Konfiguration hat keinen aktivierten Knoten</translation>
     </message>
 </context>
 <context>
@@ -1029,11 +1029,11 @@ Das Protokoll nennt den Grund.</translation>
     <name>zoSessionRequest</name>
     <message>
         <source>no node</source>
-        <translation type="unfinished">keinem Knoten</translation>
+        <translation>keinem Knoten</translation>
     </message>
     <message>
         <source>%1 and %2 more</source>
-        <translation type="unfinished">%1 und %2 mehr</translation>
+        <translation>%1 und %2 mehr</translation>
     </message>
 </context>
 <context>

@@ -72,7 +72,7 @@ const char Configuration[] = R"(<cluster version="1">
 bool isName(const QString& text)
 {
     static const QRegularExpression names(QStringLiteral(
-        "^((\\d+\\[\\*\\] - )?zohost"              // the program
+        "^((\\d+\\[\\*\\] - )?zohost( \\(\\))?"    // the program, and what its session is
         "|Camera \\d+"                             // scenes and documents know cameras by name
         "|\\d+ (Left|Right|Top|Bottom|Front|Back)" // generated planes, by which viewports find them
         "|(\\d+ )?row:\\d+ col:\\d+"
