@@ -1,8 +1,13 @@
+#include "zoChannelLibrary.h"
+#include "zoChannelLink.h"
 #include "zoController.h"
 #include "zoHead.h"
+#include "zoMpiRelay.h"
 #include "zoNodeServer.h"
-#include "zoPipeGroup.h"
+#include "zoPipeLink.h"
 #include "zoServerProbe.h"
+
+#include <zoServerChannel.h>
 
 #include <QCoreApplication>
 #include <QGuiApplication>
@@ -23,7 +28,8 @@ constexpr char s_usage[] =
     "What runs on the machines of a cluster session. Hosts start it; it ends with whoever started it.\n"
     "  controller  stands beside the host, one for each session\n"
     "  head        stands where a network is, and starts the servers of its nodes\n"
-    "  server      opens the windows of a node\n"
+    "  server      opens the windows of a node; with --mpi as a part of a job of MPI\n"
+    "  relay       stands between a head and such a job\n"
     "  --probe     prints what this machine has: version, screens, GL, memory\n"
     "  --version   prints the version\n"
     "  --help      prints this help\n";
@@ -51,19 +57,54 @@ int runHead(int argc, char** argv)
 {
     allowManyFiles();
     const QCoreApplication application(argc, argv);
-    zoHead head(std::make_unique<zoPipeGroup>());
+    zoHead head;
     head.open();
     return QCoreApplication::exec();
 }
 
+std::unique_ptr<zoServerChannel> openChannel()
+{
+    QString reason;
+    std::unique_ptr<zoServerChannel> channel = zoChannelLibrary::create(reason);
+    if (!channel)
+        std::fprintf(stderr, "%s\n", qPrintable(reason));
+    return channel;
+}
+
+int runRelay(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    std::unique_ptr<zoServerChannel> channel = openChannel();
+    if (!channel)
+        return 1;
+    zoMpiRelay relay(std::move(channel));
+    return relay.open() ? QCoreApplication::exec() : 1;
+}
+
+std::unique_ptr<zoServerLink> linkOf(bool isInJob)
+{
+    if (!isInJob)
+        return std::make_unique<zoPipeLink>(zoPipeLink::Watch::Beats);
+    std::unique_ptr<zoServerChannel> channel = openChannel();
+    return channel ? std::make_unique<zoChannelLink>(std::move(channel)) : nullptr;
+}
+
 int runServer(int argc, char** argv)
 {
+    const bool isInJob = argc == 3 && std::strcmp(argv[2], "--mpi") == 0;
+    if (argc > 2 && !isInJob) {
+        std::fputs(s_usage, stderr);
+        return s_usageError;
+    }
     zoServerProbe::choosePlatform();
     zoNodeShow::prepareApplication();
     const QGuiApplication application(argc, argv);
     // Windows come and go with what the session wants.
     QGuiApplication::setQuitOnLastWindowClosed(false);
-    zoNodeServer server;
+    std::unique_ptr<zoServerLink> link = linkOf(isInJob);
+    if (!link)
+        return 1;
+    zoNodeServer server(std::move(link));
     server.open();
     return QCoreApplication::exec();
 }
@@ -73,13 +114,17 @@ int main(int argc, char** argv)
 {
     QCoreApplication::setApplicationName(QStringLiteral("ZOKEClusterServer"));
     QCoreApplication::setApplicationVersion(QStringLiteral(ZO_VERSION));
-    const char* role = argc == 2 ? argv[1] : "";
+    const char* role = argc >= 2 ? argv[1] : "";
+    if (std::strcmp(role, "server") == 0)
+        return runServer(argc, argv);
+    if (argc != 2)
+        role = "";
+    if (std::strcmp(role, "relay") == 0)
+        return runRelay(argc, argv);
     if (std::strcmp(role, "controller") == 0)
         return runController(argc, argv);
     if (std::strcmp(role, "head") == 0)
         return runHead(argc, argv);
-    if (std::strcmp(role, "server") == 0)
-        return runServer(argc, argv);
     if (std::strcmp(role, "--probe") == 0)
         return zoServerProbe::run(argc, argv);
     if (std::strcmp(role, "--version") == 0) {

@@ -1,5 +1,6 @@
 #include "zoController.h"
 
+#include "zoSessionNetworks.h"
 #include "zoSetupLibrary.h"
 
 #include <zoNodeReason.h>
@@ -33,12 +34,16 @@ QJsonArray arrayOf(const QStringList& texts)
 }
 } // namespace
 
-zoController::zoController(QObject* parent) : QObject(parent), m_link(zoServerLink::Watch::EndOfFile)
+zoController::zoController(QObject* parent) : QObject(parent), m_link(zoPipeLink::Watch::EndOfFile)
 {
-    connect(&m_link, &zoServerLink::received, this, &zoController::obey);
-    connect(&m_link, &zoServerLink::closed, &m_heads, &zoHeads::end);
+    connect(&m_link, &zoPipeLink::received, this, &zoController::obey);
+    connect(&m_link, &zoPipeLink::closed, &m_heads, &zoHeads::end);
     connect(&m_heads, &zoHeads::received, this, &zoController::hear);
     connect(&m_heads, &zoHeads::ended, this, &zoController::loseServer);
+    connect(&m_heads, &zoHeads::restarting, this, &zoController::serversRestart);
+    connect(&m_heads, &zoHeads::note, this, [this](const QString& text) {
+        report("NOTE", {{QStringLiteral("text"), text}});
+    });
     connect(&m_heads, &zoHeads::drawn, this, &zoController::frameDrawn);
     connect(&m_heads, &zoHeads::measured, this, [this](const QJsonObject& rates) {
         m_rates = rates;
@@ -85,6 +90,7 @@ void zoController::obey(const zoServerMessage& message)
 void zoController::begin(const QJsonObject& session)
 {
     m_rehearse = session.value(QLatin1String("rehearse")).toBool();
+    m_useMpi = session.value(QLatin1String("mpi")).toBool();
     m_lockDirectory = session.value(QLatin1String("locks")).toString();
     m_memoryBase = qint64(session.value(QLatin1String("memory")).toDouble());
     m_availableMemory = qint64(session.value(QLatin1String("available")).toDouble(-1));
@@ -218,8 +224,8 @@ void zoController::launch(const std::vector<Node>& joining, QSet<int>& servers)
     std::vector<zoHeads::Server> launched;
     QStringList refused;
     for (const Node& node : joining) {
-        const int index = networkIndexOf(node.id);
-        const zoWallNetwork* network = networkOf(node.id);
+        const int index = zoSessionNetworks::indexOf(m_setup, node.id);
+        const zoWallNetwork* network = zoSessionNetworks::networkOf(m_setup, node.id);
         const int place = m_rehearse ? std::max(index, 0) % networks : index;
         const bool isNew = m_nodes.add(node, m_rehearse, place, networks);
         const int key = m_nodes.node(node.id)->server;
@@ -232,13 +238,19 @@ void zoController::launch(const std::vector<Node>& joining, QSet<int>& servers)
         server.network = QString::number(place);
         QString reason;
         const QString own = QCoreApplication::applicationFilePath();
-        if (m_rehearse || (node.isHere && gatewayHostsOf(network).isEmpty())) {
+        if (m_rehearse || (node.isHere && zoSessionNetworks::gatewayHosts(m_setup, network).isEmpty())) {
             server.command = QStringList({own, QStringLiteral("server")});
+            server.program = server.command;
         } else {
-            server.gateways = gatewayHostsOf(network);
-            server.command =
-                m_launcher.command({node.host}, {m_remoteProgram, QStringLiteral("server")}, reason);
+            server.gateways = zoSessionNetworks::gatewayHosts(m_setup, network);
+            server.host = node.host;
+            server.program = QStringList({m_remoteProgram, QStringLiteral("server")});
+            server.command = m_launcher.command({node.host}, server.program, reason);
         }
+        if (m_useMpi)
+            server.mpi = zoSessionNetworks::mpi(network, m_launcher.agent());
+        if (!server.mpi.isEmpty())
+            server.program << QStringLiteral("--mpi");
         if (server.command.isEmpty()) {
             m_nodes.removeServer(key);
             failNode(node.id, QLatin1String(zoNodeReason::HostName), reason);
@@ -355,6 +367,23 @@ void zoController::serverAnswered(int key)
 {
     if (m_awaited.remove(key))
         advance();
+}
+
+// What they were told is gone with their programs: from the second step on they take part again.
+void zoController::serversRestart(const QList<int>& keys)
+{
+    for (const int key : keys) {
+        zoSessionNodes::Server* server = m_nodes.server(key);
+        if (server == nullptr)
+            continue;
+        server->hasGreeted = false;
+        server->shown.clear();
+        m_awaited << key;
+        m_picturesAwaited.remove(key);
+    }
+    finishPictures();
+    if (m_step == Step::None || m_step == Step::Opening || m_step == Step::Asking)
+        m_step = Step::Joining;
 }
 
 void zoController::hear(int key, const QByteArray& verb, const QJsonObject& body)
@@ -628,35 +657,6 @@ void zoController::inject(const QJsonObject& object)
         kill(pid_t(server->hello.processId), SIGSTOP);
     else if (what == QLatin1String("slow"))
         m_heads.send({server->key}, "SLOW", {{QStringLiteral("ms"), object.value(QLatin1String("ms"))}});
-}
-
-int zoController::networkIndexOf(const QString& id) const
-{
-    for (std::size_t i = 0; i < m_setup.networks.size(); ++i) {
-        if (m_setup.networks[i].nodes.contains(id))
-            return int(i);
-    }
-    return -1;
-}
-
-const zoWallNetwork* zoController::networkOf(const QString& id) const
-{
-    const int index = networkIndexOf(id);
-    return index < 0 ? nullptr : &m_setup.networks[std::size_t(index)];
-}
-
-// From the host to the network, one behind the other.
-QStringList zoController::gatewayHostsOf(const zoWallNetwork* network) const
-{
-    QStringList hosts;
-    while (network != nullptr) {
-        if (!network->gateway.isEmpty()) {
-            const zoWallNode* gateway = m_setup.node(network->gateway);
-            hosts.prepend(gateway != nullptr ? gateway->host : network->gateway);
-        }
-        network = network->parent >= 0 ? &m_setup.networks[std::size_t(network->parent)] : nullptr;
-    }
-    return hosts;
 }
 
 // The windows of a rehearsal, as the wall is arranged, on the screen of this machine.

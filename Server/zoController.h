@@ -1,7 +1,7 @@
 #pragma once
 
 #include "zoHeads.h"
-#include "zoServerLink.h"
+#include "zoPipeLink.h"
 #include "zoSessionNodes.h"
 
 #include <zoWallSetup.h>
@@ -19,7 +19,7 @@ class zoWallPicture;
 // One session, on behalf of a host: reads the document, starts the servers of all nodes by the heads of their
 // networks, and brings them from one state to the next together. Ends with the host.
 //
-// From the host: SESSION {document, nodes, share, rehearse, template, program, locks, memory, available},
+// From the host: SESSION {document, nodes, share, rehearse, mpi, template, program, locks, memory, available},
 // OPEN, SHOW {content}, CONFIG {document, nodes, share}, MEASURE, PICTURES, INJECT {id, what, ms}, QUIT.
 // To it: NODE {id, state, ...}, ANSWERED {inUse, short, failed}, OPENED {failed}, CHANGED {running},
 // WAITS {id: microseconds}, MEASURED {sent, received, synchronised, nodes}, PICTURE {node, window, png},
@@ -59,6 +59,7 @@ private:
     void finishOpening();
     void advance();
     void serverAnswered(int key);
+    void serversRestart(const QList<int>& keys);
 
     void hear(int key, const QByteArray& verb, const QJsonObject& body);
     void hearHeld(int key, const QJsonObject& body);
@@ -77,13 +78,10 @@ private:
     void finishPictures();
     void inject(const QJsonObject& object);
 
-    const zoWallNetwork* networkOf(const QString& id) const;
-    int networkIndexOf(const QString& id) const;
-    QStringList gatewayHostsOf(const zoWallNetwork* network) const;
     QJsonArray placesOf(const zoWallSetup& setup) const;
     QList<int> serversWithWindows() const;
 
-    zoServerLink m_link;
+    zoPipeLink m_link;
     zoHeads m_heads;
     zoSessionNodes m_nodes;
     zoWallSetup m_setup;
@@ -95,6 +93,7 @@ private:
     qint64 m_memoryBase = 0;
     qint64 m_availableMemory = -1;
     bool m_rehearse = false;
+    bool m_useMpi = false;
     bool m_share = true;
     bool m_isSession = false; // the start is over
     Step m_step = Step::None;

@@ -1,9 +1,17 @@
 #include "zoHead.h"
 
+#include "zoChannelLibrary.h"
+#include "zoMpiGroup.h"
+#include "zoPipeGroup.h"
+
 #include <zoServerHello.h>
 
 #include <QCoreApplication>
 #include <QJsonArray>
+#include <QStandardPaths>
+#include <QSysInfo>
+
+#include <algorithm>
 
 namespace
 {
@@ -17,23 +25,30 @@ QList<int> keysOf(const QJsonObject& object)
         keys << key.toInt();
     return keys;
 }
+
+QJsonArray arrayOf(const QList<int>& keys)
+{
+    QJsonArray array;
+    for (const int key : keys)
+        array << key;
+    return array;
+}
+
+QStringList textsOf(const QJsonValue& value)
+{
+    QStringList texts;
+    const QJsonArray array = value.toArray();
+    for (const QJsonValue& text : array)
+        texts << text.toString();
+    return texts;
+}
 } // namespace
 
-zoHead::zoHead(std::unique_ptr<zoServerGroup> group, QObject* parent)
-    : QObject(parent), m_link(zoServerLink::Watch::Beats), m_group(std::move(group)), m_speed(m_group.get())
+zoHead::zoHead(QObject* parent) : QObject(parent), m_link(zoPipeLink::Watch::Beats)
 {
     m_clock.start();
     connect(&m_link, &zoServerLink::received, this, &zoHead::obey);
     connect(&m_link, &zoServerLink::closed, this, &zoHead::end);
-    connect(m_group.get(), &zoServerGroup::received, this, &zoHead::hear);
-    connect(m_group.get(), &zoServerGroup::ended, this, &zoHead::lose);
-    connect(m_group.get(), &zoServerGroup::allEnded, this, [this] {
-        m_link.send({"BYE", {}});
-        QCoreApplication::quit();
-    });
-    connect(&m_speed, &zoSpeedRun::finished, this, [this](const QJsonObject& rates) {
-        m_link.send(zoServerMessage::of("MEASURED", {{QStringLiteral("rates"), rates}}));
-    });
 }
 
 zoHead::~zoHead() = default;
@@ -43,6 +58,71 @@ void zoHead::open()
     m_link.open(zoServerHello::own().message());
 }
 
+void zoHead::makeGroup(const QJsonObject& mpi)
+{
+    m_group = mpi.isEmpty() ? nullptr : mpiGroup(mpi);
+    if (!m_group)
+        m_group = std::make_unique<zoPipeGroup>();
+    connect(m_group.get(), &zoServerGroup::received, this, &zoHead::hear);
+    connect(m_group.get(), &zoServerGroup::ended, this, &zoHead::lose);
+    connect(m_group.get(), &zoServerGroup::restarting, this, &zoHead::restart);
+    connect(m_group.get(), &zoServerGroup::allEnded, this, &zoHead::finish);
+    m_speed = std::make_unique<zoSpeedRun>(m_group.get());
+    connect(m_speed.get(), &zoSpeedRun::finished, this, [this](const QJsonObject& rates) {
+        m_link.send(zoServerMessage::of("MEASURED", {{QStringLiteral("rates"), rates}}));
+    });
+}
+
+// Null where there is no MPI: pipes serve as well, if not as fast.
+std::unique_ptr<zoServerGroup> zoHead::mpiGroup(const QJsonObject& mpi)
+{
+    if (QStandardPaths::findExecutable(QStringLiteral("mpirun")).isEmpty()) {
+        note(QStringLiteral("no mpirun on %1: its servers are kept in step by pipes")
+                 .arg(QSysInfo::machineHostName()));
+        return nullptr;
+    }
+    if (!zoChannelLibrary::isInstalled()) {
+        note(QStringLiteral(
+                 "the component for MPI is not installed on %1: its servers are kept in step by pipes")
+                 .arg(QSysInfo::machineHostName()));
+        return nullptr;
+    }
+    zoMpiGroup::Job job;
+    job.relay = QStringList({QCoreApplication::applicationFilePath(), QStringLiteral("relay")});
+    job.agent = textsOf(mpi.value(QLatin1String("agent")));
+    const QJsonObject network = mpi.value(QLatin1String("network")).toObject();
+    for (auto it = network.begin(); it != network.end(); ++it)
+        job.network.insert(it.key(), it.value().toString());
+    auto group = std::make_unique<zoMpiGroup>(job);
+    connect(group.get(), &zoMpiGroup::note, this, &zoHead::note);
+    connect(group.get(), &zoMpiGroup::unusable, this, &zoHead::fallBack, Qt::QueuedConnection);
+    return group;
+}
+
+// A wall that is kept in step by pipes is better than none.
+void zoHead::fallBack(const QString& reason)
+{
+    if (m_isEnding)
+        return;
+    note(QStringLiteral("MPI does not work from %1 (%2): its servers are kept in step by pipes")
+             .arg(QSysInfo::machineHostName(), reason));
+    m_group->disconnect(this);
+    m_group.release()->deleteLater();
+    makeGroup({});
+    m_group->add(m_members);
+}
+
+void zoHead::note(const QString& text)
+{
+    m_link.send(zoServerMessage::of("NOTE", {{QStringLiteral("text"), text}}));
+}
+
+void zoHead::finish()
+{
+    m_link.send({"BYE", {}});
+    QCoreApplication::quit();
+}
+
 void zoHead::obey(const zoServerMessage& message)
 {
     if (m_isEnding)
@@ -50,6 +130,10 @@ void zoHead::obey(const zoServerMessage& message)
     const QJsonObject object = message.object();
     if (message.verb == "LAUNCH") {
         launch(object);
+    } else if (message.verb == "QUIT") {
+        end();
+    } else if (!m_group) {
+        return; // there is nobody yet whom it could concern
     } else if (message.verb == "TO") {
         m_group->send(keysOf(object),
                       zoServerMessage::of(object.value(QLatin1String("verb")).toString().toLatin1(),
@@ -67,25 +151,26 @@ void zoHead::obey(const zoServerMessage& message)
         zoSpeedRun::Limits limits;
         limits.bytes = qint64(object.value(QLatin1String("bytes")).toDouble());
         limits.milliseconds = object.value(QLatin1String("ms")).toInt();
-        m_speed.start(keysOf(object), limits);
-    } else if (message.verb == "QUIT") {
-        end();
+        m_speed->start(keysOf(object), limits);
     }
 }
 
 void zoHead::launch(const QJsonObject& object)
 {
+    if (!m_group)
+        makeGroup(object.value(QLatin1String("mpi")).toObject());
     std::vector<zoServerGroup::Member> members;
     const QJsonArray servers = object.value(QLatin1String("servers")).toArray();
     for (const QJsonValue& value : servers) {
         const QJsonObject server = value.toObject();
         zoServerGroup::Member member;
         member.key = server.value(QLatin1String("key")).toInt();
-        const QJsonArray words = server.value(QLatin1String("command")).toArray();
-        for (const QJsonValue& word : words)
-            member.command << word.toString();
+        member.command = textsOf(server.value(QLatin1String("command")));
+        member.host = server.value(QLatin1String("host")).toString();
+        member.program = textsOf(server.value(QLatin1String("program")));
         members.push_back(std::move(member));
     }
+    m_members.insert(m_members.end(), members.begin(), members.end());
     m_group->add(members);
 }
 
@@ -101,7 +186,7 @@ void zoHead::draw(const QJsonObject& object)
 
 void zoHead::hear(int key, const zoServerMessage& message)
 {
-    if (m_isEnding || m_speed.take(key, message))
+    if (m_isEnding || m_speed->take(key, message))
         return;
     const QJsonObject body = message.object();
     if (message.verb == "READY") {
@@ -120,13 +205,28 @@ void zoHead::lose(int key, const QString& reason, const QString& detail)
 {
     if (m_isEnding)
         return;
+    m_members.erase(std::remove_if(m_members.begin(), m_members.end(),
+                                   [key](const zoServerGroup::Member& member) { return member.key == key; }),
+                    m_members.end());
     if (!reason.isEmpty())
         m_link.send(zoServerMessage::of("ENDED", {{QStringLiteral("key"), key},
                                                   {QStringLiteral("reason"), reason},
                                                   {QStringLiteral("detail"), detail}}));
     if (m_barrier.leave(key, m_clock.nsecsElapsed() / s_nanosecondsPerMicrosecond))
         tellReady();
-    m_speed.leave(key);
+    m_speed->leave(key);
+}
+
+void zoHead::restart(const QList<int>& keys)
+{
+    if (m_isEnding)
+        return;
+    m_link.send(zoServerMessage::of("RESTARTING", {{QStringLiteral("keys"), arrayOf(keys)}}));
+    for (const int key : keys) {
+        if (m_barrier.leave(key, m_clock.nsecsElapsed() / s_nanosecondsPerMicrosecond))
+            tellReady();
+        m_speed->leave(key);
+    }
 }
 
 void zoHead::tellReady()
@@ -143,7 +243,11 @@ void zoHead::end()
     if (m_isEnding)
         return;
     m_isEnding = true;
-    m_speed.cancel();
     m_link.expectWork(1000);
+    if (!m_group) {
+        finish();
+        return;
+    }
+    m_speed->cancel();
     m_group->removeAll();
 }

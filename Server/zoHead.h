@@ -1,27 +1,28 @@
 #pragma once
 
 #include "zoBarrier.h"
+#include "zoPipeLink.h"
 #include "zoServerGroup.h"
-#include "zoServerLink.h"
 #include "zoSpeedRun.h"
 
 #include <QElapsedTimer>
 #include <QObject>
 
 #include <memory>
+#include <vector>
 
 // Stands where a network is: starts the servers of the network, passes on what the controller and they have to
 // say to each other, and keeps their frames in step.
 //
-// From the controller: LAUNCH {servers: [{key, command}]}, TO {keys, verb, body}, DROP {keys},
+// From the controller: LAUNCH {servers: [{key, command, host, program}], mpi: {agent, network}}, TO {keys, verb, body}, DROP {keys},
 // DRAW {frame, keys}, GO {frame, keys}, MEASURE {keys, bytes, ms}, KILL {key, signal}, QUIT. To it: FROM {key,
-// verb, body}, ENDED {key, reason, detail}, READY {frame, waits}, MEASURED {rates}, BYE.
+// verb, body}, ENDED {key, reason, detail}, RESTARTING {keys}, READY {frame, waits}, MEASURED {rates}, NOTE {text}, BYE.
 class zoHead final : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit zoHead(std::unique_ptr<zoServerGroup> group, QObject* parent = nullptr);
+    explicit zoHead(QObject* parent = nullptr);
     ~zoHead() override;
 
     // Begins; the program's event loop ends with the session.
@@ -29,16 +30,24 @@ public:
 
 private:
     void obey(const zoServerMessage& message);
+    void makeGroup(const QJsonObject& mpi);
+    std::unique_ptr<zoServerGroup> mpiGroup(const QJsonObject& mpi);
+    void fallBack(const QString& reason);
     void launch(const QJsonObject& object);
     void draw(const QJsonObject& object);
     void hear(int key, const zoServerMessage& message);
     void lose(int key, const QString& reason, const QString& detail);
+    void restart(const QList<int>& keys);
+    void note(const QString& text);
     void tellReady();
     void end();
+    void finish();
 
-    zoServerLink m_link;
+    zoPipeLink m_link;
+    // Both from the first launch on.
     std::unique_ptr<zoServerGroup> m_group;
-    zoSpeedRun m_speed;
+    std::unique_ptr<zoSpeedRun> m_speed;
+    std::vector<zoServerGroup::Member> m_members; // all that were launched and did not go
     zoBarrier m_barrier;
     QElapsedTimer m_clock;
     bool m_isEnding = false;

@@ -92,6 +92,7 @@ bool zoHeads::startHead(int number, const Server& server, QString& reason)
         if (it != m_heads.end())
             lose(number, QLatin1String(zoNodeReason::Network), it->second.child->lastLine());
     });
+    head.mpi = server.mpi;
     head.child->start(command);
     return true;
 }
@@ -107,9 +108,11 @@ void zoHeads::launchQueue(Head& head)
     QJsonArray servers;
     for (const Server& server : head.queue)
         servers << QJsonObject{{QStringLiteral("key"), server.key},
-                               {QStringLiteral("command"), QJsonArray::fromStringList(server.command)}};
+                               {QStringLiteral("command"), QJsonArray::fromStringList(server.command)},
+                               {QStringLiteral("host"), server.host},
+                               {QStringLiteral("program"), QJsonArray::fromStringList(server.program)}};
     head.queue.clear();
-    tell(head, "LAUNCH", {{QStringLiteral("servers"), servers}});
+    tell(head, "LAUNCH", {{QStringLiteral("servers"), servers}, {QStringLiteral("mpi"), head.mpi}});
 }
 
 void zoHeads::send(const QList<int>& keys, const QByteArray& verb, const QJsonObject& body)
@@ -207,11 +210,31 @@ void zoHeads::receive(int number, const zoServerMessage& message)
         if (m_barrier.arrive(number, frame, m_clock.nsecsElapsed() / s_nanosecondsPerMicrosecond))
             finishFrame();
     } else if (message.verb == "MEASURED" && number == m_measuring) {
-        const QJsonObject rates = object.value(QLatin1String("rates")).toObject();
-        for (auto rate = rates.begin(); rate != rates.end(); ++rate)
-            m_rates.insert(rate.key(), rate.value());
-        measureNext();
+        takeRates(object.value(QLatin1String("rates")).toObject());
+    } else if (message.verb == "RESTARTING") {
+        restart(head, object);
+    } else if (message.verb == "NOTE") {
+        emit note(object.value(QLatin1String("text")).toString());
     }
+}
+
+void zoHeads::takeRates(const QJsonObject& rates)
+{
+    for (auto rate = rates.begin(); rate != rates.end(); ++rate)
+        m_rates.insert(rate.key(), rate.value());
+    measureNext();
+}
+
+void zoHeads::restart(Head& head, const QJsonObject& object)
+{
+    QList<int> keys;
+    const QJsonArray array = object.value(QLatin1String("keys")).toArray();
+    for (const QJsonValue& key : array) {
+        if (head.keys.contains(key.toInt()))
+            keys << key.toInt();
+    }
+    if (!keys.isEmpty())
+        emit restarting(keys);
 }
 
 void zoHeads::forget(int key)

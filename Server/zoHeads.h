@@ -29,7 +29,11 @@ public:
         int key = 0;
         QString network;      // whose head starts it
         QStringList gateways; // hosts to the head, from the one that is reached from here; empty for here
-        QStringList command;
+        QStringList command;  // starts it from where its head is
+        QString host;         // as its head reaches it; empty for the machine of the head
+        QStringList program;  // on that machine
+        // Its network runs on MPI: {agent, network}; empty for pipes. The first server of a network decides.
+        QJsonObject mpi;
     };
 
     static constexpr int StartMs = 10000; // for the HELLO of a head
@@ -68,12 +72,16 @@ signals:
     void drawn(const QHash<int, qint64>& waits);
     // "KEY": [bytes per second to it, from it]
     void measured(const QJsonObject& rates);
+    // They say HELLO again, or are told by ended().
+    void restarting(const QList<int>& keys);
+    void note(const QString& text);
     void allEnded();
 
 private:
     struct Head
     {
         std::unique_ptr<zoServerChild> child;
+        QJsonObject mpi;
         bool hasGreeted = false;
         int ticks = 0;             // of the beat since it said anything
         std::vector<Server> queue; // to be launched once it said hello
@@ -87,6 +95,8 @@ private:
     void tell(Head& head, const QByteArray& verb, QJsonObject object) const;
     void launchQueue(Head& head);
     void receive(int number, const zoServerMessage& message);
+    void restart(Head& head, const QJsonObject& object);
+    void takeRates(const QJsonObject& rates);
     void finishFrame();
     void measureNext();
     void lose(int number, const QString& reason, const QString& detail);

@@ -9,6 +9,7 @@
 #include <QGuiApplication>
 #include <QJsonArray>
 #include <QScreen>
+#include <QTimer>
 
 namespace
 {
@@ -23,10 +24,11 @@ zoShowContent contentOf(const QString& word)
 }
 } // namespace
 
-zoNodeServer::zoNodeServer(QObject* parent) : QObject(parent), m_link(zoServerLink::Watch::Beats)
+zoNodeServer::zoNodeServer(std::unique_ptr<zoServerLink> link, QObject* parent)
+    : QObject(parent), m_link(std::move(link))
 {
-    connect(&m_link, &zoServerLink::received, this, &zoNodeServer::obey);
-    connect(&m_link, &zoServerLink::closed, qApp, &QCoreApplication::quit);
+    connect(m_link.get(), &zoServerLink::received, this, &zoNodeServer::obey);
+    connect(m_link.get(), &zoServerLink::closed, qApp, &QCoreApplication::quit);
 }
 
 zoNodeServer::~zoNodeServer() = default;
@@ -47,12 +49,12 @@ void zoNodeServer::open()
     zoServerHello hello = zoServerHello::own();
     hello.display = QGuiApplication::platformName();
     hello.screens = screens();
-    m_link.open(hello.message());
+    m_link->open(hello.message());
 }
 
 void zoNodeServer::tell(const QByteArray& verb, const QJsonObject& object)
 {
-    m_link.send(zoServerMessage::of(verb, object));
+    m_link->send(zoServerMessage::of(verb, object));
 }
 
 void zoNodeServer::obey(const zoServerMessage& message)
@@ -61,7 +63,7 @@ void zoNodeServer::obey(const zoServerMessage& message)
     if (verb == "DATA")
         return; // it is here, which is all that is asked
     if (verb == "DATAEND") {
-        m_link.send({"DATAEND", "taken"});
+        m_link->send({"DATAEND", "taken"});
         return;
     }
     const QJsonObject object = message.object();
@@ -74,10 +76,8 @@ void zoNodeServer::obey(const zoServerMessage& message)
     } else if (verb == "DRAW") {
         draw(object);
     } else if (verb == "GO") {
-        if (m_show && m_isDrawn && !object.value(QLatin1String("empty")).toBool()) {
-            m_isDrawn = false;
-            m_show->swap();
-        }
+        const bool isEmpty = object.value(QLatin1String("empty")).toBool();
+        m_link->together([this, isEmpty] { swap(isEmpty); });
     } else if (verb == "PICTURES") {
         takePictures();
     } else if (verb == "FETCH") {
@@ -85,7 +85,7 @@ void zoNodeServer::obey(const zoServerMessage& message)
     } else if (verb == "SLOW") {
         m_delayMs = object.value(QLatin1String("ms")).toInt();
     } else if (verb == "QUIT") {
-        m_link.send({"BYE", {}});
+        m_link->send({"BYE", {}});
         QCoreApplication::quit();
     }
 }
@@ -136,7 +136,7 @@ void zoNodeServer::hold(const QJsonObject& object)
 
 void zoNodeServer::openWindows(const QJsonObject& object)
 {
-    m_link.expectWork(s_longWorkMs);
+    m_link->expectWork(s_longWorkMs);
     QJsonObject failures;
     zoWallSetup setup;
     QString reason;
@@ -185,7 +185,7 @@ void zoNodeServer::show(const QString& content)
 void zoNodeServer::draw(const QJsonObject& object)
 {
     if (m_show && m_show->isOpen() && !object.value(QLatin1String("empty")).toBool()) {
-        m_link.expectWork(s_pictureWorkMs);
+        m_link->expectWork(s_pictureWorkMs);
         m_show->draw();
         m_show->finish();
         m_isDrawn = true;
@@ -197,6 +197,14 @@ void zoNodeServer::draw(const QJsonObject& object)
         tell("READY", ready);
 }
 
+void zoNodeServer::swap(bool isEmpty)
+{
+    if (!m_show || !m_isDrawn || isEmpty)
+        return;
+    m_isDrawn = false;
+    m_show->swap();
+}
+
 void zoNodeServer::takePictures()
 {
     int number = 0;
@@ -204,7 +212,7 @@ void zoNodeServer::takePictures()
         for (const zoWallWindow& window : node.windows) {
             if (!m_show)
                 break;
-            m_link.expectWork(s_pictureWorkMs);
+            m_link->expectWork(s_pictureWorkMs);
             QByteArray png;
             QBuffer buffer(&png);
             buffer.open(QIODevice::WriteOnly);
@@ -222,16 +230,16 @@ void zoNodeServer::fetch(const QJsonObject& object)
 {
     const auto bytes = qint64(object.value(QLatin1String("bytes")).toDouble());
     const int milliseconds = object.value(QLatin1String("ms")).toInt();
-    m_link.expectWork(milliseconds + s_pictureWorkMs);
+    m_link->expectWork(milliseconds + s_pictureWorkMs);
     QElapsedTimer clock;
     qint64 sent = 0;
     zoSpeedRun::block(0); // made before the clock runs
     clock.start();
     while (sent < bytes && clock.elapsed() < milliseconds) {
         const QByteArray block = zoSpeedRun::block(sent);
-        m_link.send({"DATA", block});
-        m_link.waitForSent(2 * block.size());
+        m_link->send({"DATA", block});
+        m_link->waitForSent(2 * block.size());
         sent += block.size();
     }
-    m_link.send({"DATAEND", "sent"});
+    m_link->send({"DATAEND", "sent"});
 }

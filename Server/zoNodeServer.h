@@ -24,7 +24,8 @@ class zoNodeServer final : public QObject
     Q_OBJECT
 
 public:
-    explicit zoNodeServer(QObject* parent = nullptr);
+    // `link` is the way to the head.
+    explicit zoNodeServer(std::unique_ptr<zoServerLink> link, QObject* parent = nullptr);
     ~zoNodeServer() override;
 
     // Begins; the program's event loop ends with the session.
@@ -38,11 +39,12 @@ private:
     void openWindows(const QJsonObject& object);
     void show(const QString& content);
     void draw(const QJsonObject& object);
+    void swap(bool isEmpty);
     void takePictures();
     void fetch(const QJsonObject& object);
     void tell(const QByteArray& verb, const QJsonObject& object);
 
-    zoServerLink m_link;
+    std::unique_ptr<zoServerLink> m_link;
     zoClusterNodeLocks m_locks;
     QHash<QString, int> m_held; // port by id
     std::unique_ptr<zoNodeShow> m_show;

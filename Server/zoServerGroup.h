@@ -16,7 +16,9 @@ public:
     struct Member
     {
         int key = 0;
-        QStringList command; // program and arguments
+        QStringList command; // starts it: program and arguments
+        QString host;        // as the head reaches it; empty for the machine of the head
+        QStringList program; // on that machine
     };
 
     explicit zoServerGroup(QObject* parent = nullptr);
@@ -39,4 +41,7 @@ signals:
     // A server ended or is lost, for a reason that zoNodeReason knows.
     void ended(int key, const QString& reason, const QString& detail);
     void allEnded();
+    // Servers that ran are started anew, because they cannot be had without others that came or went: each says HELLO
+    // again, or is told by ended().
+    void restarting(const QList<int>& keys);
 };

@@ -3,75 +3,36 @@
 #include <zoServerMessage.h>
 
 #include <QObject>
-#include <QTimer>
 
-#include <atomic>
-#include <condition_variable>
-#include <deque>
-#include <mutex>
-#include <thread>
+#include <functional>
 
-// The way to the program that started this one: its messages come from standard input, ours go to standard
-// output. A thread of its own reads, writes and beats, so that long work does not look like a program that hangs, and
-// ends the program when nobody is there any more and the event loop does not answer.
-class zoServerLink final : public QObject
+// The way from a program of a session to the one that it obeys. Says that it lives while the event loop turns, however
+// long a single piece of work takes that was announced.
+class zoServerLink : public QObject
 {
     Q_OBJECT
 
 public:
-    enum class Watch {
-        EndOfFile, // whoever is at the other end may be silent for as long as it likes
-        Beats      // from the first one on
-    };
-
-    explicit zoServerLink(Watch watch, QObject* parent = nullptr);
+    explicit zoServerLink(QObject* parent = nullptr);
     ~zoServerLink() override;
 
     // Says hello and begins to listen. Once.
-    void open(const zoServerMessage& hello);
+    virtual void open(const zoServerMessage& hello) = 0;
     // Takes the message; it leaves as soon as the other side reads.
-    void send(const zoServerMessage& message);
+    virtual void send(const zoServerMessage& message) = 0;
     // Waits until no more than this is on its way, or nobody is there any more.
-    void waitForSent(qint64 bytes);
+    virtual void waitForSent(qint64 bytes) = 0;
 
     // The event loop may not turn for so long because of what comes now; back to what is usual with the next
     // turn.
-    void expectWork(int milliseconds);
+    virtual void expectWork(int milliseconds) = 0;
+
+    // Acts at the same moment as all others that were told to by the same message: at once, unless the way has a
+    // barrier of its own.
+    virtual void together(const std::function<void()>& act);
 
 signals:
     void received(const zoServerMessage& message); // beats are left out
     // Nobody is there any more; the program ends within a moment, by itself or by force.
     void closed();
-
-private:
-    void run();
-    bool readSome();
-    void tick();
-    void beAlone();
-    void queue(const QByteArray& bytes);
-    bool writeSome();
-    void writeRest();
-    void takeWishes();
-
-    Watch m_watch;
-    std::thread m_thread;
-    int m_wake[2] = {-1, -1}; // wakes the thread; its end ends the thread
-    std::mutex m_sending;
-    std::condition_variable m_sent;
-    std::deque<QByteArray> m_queue;
-    qint64 m_queued = 0;
-    QTimer m_turns;
-    std::atomic<int> m_turn{0};         // of the event loop
-    std::atomic<int> m_patience{0};     // intervals that the loop may take
-    std::atomic<bool> m_isAlone{false}; // nobody reads what is written
-    // Of the thread alone.
-    class zoServerMessageReader* m_reader = nullptr;
-    bool m_isWatching = false;
-    bool m_isEnding = false;
-    int m_written = 0;        // bytes of the first in the queue
-    int m_silence = 0;        // intervals
-    int m_allowedSilence = 0; // intervals, beyond what is usual
-    int m_lastTurn = 0;       // of the event loop, as seen in the last interval
-    int m_turnsMissed = 0;    // intervals
-    int m_aloneFor = 0;       // intervals
 };

@@ -42,13 +42,13 @@ function(zo_add_module name)
   install(TARGETS ${name} LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/zo")
 endfunction()
 
-# zo_add_test(<name> LABELS <area>... [DESKTOP] [SOURCES <file>...] [LIBS <target>...] [ENV <VAR=value>...]
+# zo_add_test(<name> LABELS <area>... [DESKTOP | NETNS] [SOURCES <file>...] [LIBS <target>...] [ENV <VAR=value>...]
 #   [TIMEOUT <s>]):
 # one QtTest executable per class, labelled by area: kernel, host, tools, or the room of the module in small letters;
 # <name>.cpp is the first source. Runs offscreen and from any folder; with DESKTOP on an X display of its own with a window
-# manager, skipped where these are not installed.
+# manager, skipped where these are not installed; with NETNS on a cluster of namespaces, not by default: ctest -C Netns.
 function(zo_add_test name)
-  cmake_parse_arguments(ARG "DESKTOP" "TIMEOUT" "SOURCES;LIBS;LABELS;ENV" ${ARGN})
+  cmake_parse_arguments(ARG "DESKTOP;NETNS" "TIMEOUT" "SOURCES;LIBS;LABELS;ENV" ${ARGN})
   if(NOT ARG_LABELS)
     message(FATAL_ERROR "${name} needs LABELS: the area that it tests, see CONTRIBUTING.md")
   endif()
@@ -67,7 +67,13 @@ function(zo_add_test name)
     # Nothing here draws with GL, and its drivers leak.
     list(APPEND ARG_ENV QT_XCB_GL_INTEGRATION=none)
   endif()
-  add_test(NAME ${name} COMMAND ${launcher} $<TARGET_FILE:${name}>)
+  set(configurations)
+  if(ARG_NETNS)
+    set(launcher "${PROJECT_SOURCE_DIR}/dev/netns")
+    list(APPEND ARG_LABELS netns)
+    set(configurations CONFIGURATIONS Netns)
+  endif()
+  add_test(NAME ${name} COMMAND ${launcher} $<TARGET_FILE:${name}> ${configurations})
   set_tests_properties(${name} PROPERTIES
     TIMEOUT ${ARG_TIMEOUT}
     LABELS "${ARG_LABELS}"

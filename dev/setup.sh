@@ -10,6 +10,7 @@ zo_check_packages=(libbenchmark-dev python3 libxtst-dev xvfb x11-utils libgl1-me
     openmpi-bin libopenmpi-dev procps git libxml2-utils clustershell pdsh mandoc)
 zo_lint_packages=(git clang-format-14 clang-tidy-14 clang-14 clazy)
 zo_fuzz_packages=(clang-14 libclang-rt-14-dev)
+zo_netns_packages=(iproute2 openssh-server openssh-client procps)
 zo_engine_packages=(paraview python3-paraview openmpi-bin xvfb x11-utils libgl1-mesa-dri)
 
 zo_say() {

@@ -258,6 +258,8 @@ zoNodeClusterService::Attempt zoNodeClusterService::connectNodes(const Nodes& no
         session.insert(QStringLiteral("rehearse"), m_isRehearsal);
         session.insert(QStringLiteral("template"), QJsonArray::fromStringList(m_launch.pattern));
         session.insert(QStringLiteral("program"), m_launch.remoteProgram);
+        session.insert(QStringLiteral("mpi"), m_launch.mpi == Mpi::Always ||
+                                                  (m_launch.mpi == Mpi::BetweenMachines && !m_isRehearsal));
         session.insert(QStringLiteral("locks"), m_lockDirectory);
         session.insert(QStringLiteral("memory"), double(m_memoryPerNode));
         session.insert(QStringLiteral("available"), double(m_availableMemory));

@@ -25,12 +25,20 @@ class zoNodeClusterService final : public zoHostClusterService
     Q_OBJECT
 
 public:
+    // Where the nodes of a network are one job of MPI; elsewhere each is at the other end of two pipes.
+    enum class Mpi {
+        Never,
+        BetweenMachines,
+        Always // in a rehearsal, too
+    };
+
     // How programs of nodes are started.
     struct Launch
     {
         QString program;       // of the controller, and of all in a rehearsal
         QString remoteProgram; // on other machines
         QStringList pattern;   // as zoLauncher::fromText() gives it
+        Mpi mpi = Mpi::BetweenMachines;
     };
 
     // Pictures of what the windows show, PNG.

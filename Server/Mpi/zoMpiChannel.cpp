@@ -17,6 +17,8 @@ constexpr int s_tag = 1;
 constexpr qint64 s_busyNs = 200000;
 constexpr unsigned long s_waitingSleepUs = 50;
 constexpr unsigned long s_idleSleepMs = 1;
+// Bytes that wait for the event loop: beyond it nothing is taken, so that whoever sends waits.
+constexpr qint64 s_mostUndelivered = 8 * qint64(1024 * 1024);
 
 QString textOf(int error)
 {
@@ -81,15 +83,19 @@ public:
         return note(MPI_Test(&m_barrier, &passed, MPI_STATUS_IGNORE)) && passed;
     }
 
-    void forgetSent()
+    // Bytes that left since this was asked last.
+    qint64 forgetSent()
     {
+        qint64 bytes = 0;
         while (!m_sends.empty()) {
             int sent = 0;
             note(MPI_Test(&m_sends.front().request, &sent, MPI_STATUS_IGNORE));
             if (!sent)
-                return;
+                break;
+            bytes += m_sends.front().message.size();
             m_sends.pop_front();
         }
+        return bytes;
     }
 
     bool isSending() const { return !m_sends.empty(); }
@@ -138,6 +144,7 @@ void zoMpiChannel::send(int rank, const QByteArray& message)
 {
     if (rank < 0 || rank >= m_size)
         return;
+    m_bytesToSend += message.size();
     const QMutexLocker locker(&m_mutex);
     // A copy of the bytes: the text may be changed in place while it is under way.
     m_outgoing.push_back({rank, QByteArray(message.constData(), message.size())});
@@ -177,15 +184,19 @@ void zoMpiChannel::run()
         bool moved = false;
         int from = 0;
         QByteArray message;
-        while (job.receive(from, message)) {
+        while (m_undelivered < s_mostUndelivered && job.receive(from, message)) {
             moved = true;
-            tell([this, from, message] { m_handlers.received(from, message); });
+            m_undelivered += message.size();
+            tell([this, from, message] {
+                m_undelivered -= message.size();
+                m_handlers.received(from, message);
+            });
         }
         if (job.barrierPassed()) {
             moved = true;
             tell([this] { m_handlers.barrierPassed(); });
         }
-        job.forgetSent();
+        m_bytesToSend -= job.forgetSent();
         if (job.error() != MPI_SUCCESS) {
             fail(textOf(job.error()));
             return;

@@ -9,6 +9,7 @@
 #include <QThread>
 #include <QWaitCondition>
 
+#include <atomic>
 #include <deque>
 
 // The channel of a job of MPI. One thread does all that concerns MPI, so that a rank that hangs in it never stops the
@@ -24,6 +25,7 @@ public:
     int rank() const override { return m_rank; }
     int size() const override { return m_size; }
     void send(int rank, const QByteArray& message) override;
+    qint64 bytesToSend() const override { return m_bytesToSend; }
     void enterBarrier() override;
     bool close(int limit) override;
 
@@ -51,6 +53,9 @@ private:
     std::deque<Outgoing> m_outgoing;
     bool m_wantsBarrier = false;
     bool m_wantsEnd = false;
+
+    std::atomic<qint64> m_bytesToSend{0};
+    std::atomic<qint64> m_undelivered{0}; // bytes that wait for the event loop
 
     QSemaphore m_opened;
     QString m_reason; // of a failure to open

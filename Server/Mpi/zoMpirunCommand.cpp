@@ -52,9 +52,10 @@ zoMpirunCommand::zoMpirunCommand(const Job& job)
     if (!isLocal && !job.inAllocation)
         addParameter(QStringLiteral("plm_rsh_agent"), job.agent.join(QLatin1Char(' ')));
     m_arguments << QStringLiteral("--bind-to") << QStringLiteral("none"); // a server has threads that draw
+    // Several parts of a job on one machine ask for more than mpirun believes it has.
+    m_arguments << QStringLiteral("--oversubscribe");
     if (isLocal) {
         // More servers than cores, maybe: none may keep one for itself.
-        m_arguments << QStringLiteral("--oversubscribe");
         addParameter(QStringLiteral("mpi_yield_when_idle"), QStringLiteral("1"));
     }
     addTransport(job.network, isLocal);
@@ -70,9 +71,11 @@ zoMpirunCommand::zoMpirunCommand(const Job& job)
             m_arguments << QStringLiteral(":");
         isFirst = false;
         m_arguments << QStringLiteral("-np") << QString::number(machine.processes);
-        if (!machine.host.isEmpty())
+        // Without a name mpirun would take any of those that it is told of.
+        const QString host = machine.host.isEmpty() && !isLocal ? QStringLiteral("localhost") : machine.host;
+        if (!host.isEmpty())
             m_arguments << QStringLiteral("--host")
-                        << QStringLiteral("%1:%2").arg(machine.host).arg(machine.processes);
+                        << QStringLiteral("%1:%2").arg(host).arg(machine.processes);
         m_arguments << machine.program;
     }
 }

@@ -28,8 +28,11 @@ public:
     virtual int rank() const = 0;
     virtual int size() const = 0;
 
-    // To oneself as well. What is sent to a rank that is gone is lost.
+    // To oneself as well. What is sent to a rank that is gone is lost. Any thread.
     virtual void send(int rank, const QByteArray& message) = 0;
+
+    // Bytes that were sent and have not left yet. Any thread.
+    virtual qint64 bytesToSend() const = 0;
 
     // Once until it passed.
     virtual void enterBarrier() = 0;

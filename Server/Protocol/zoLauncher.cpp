@@ -92,3 +92,9 @@ QStringList zoLauncher::command(const QStringList& hosts, const QStringList& pro
     }
     return command;
 }
+
+QStringList zoLauncher::agent() const
+{
+    const int host = m_words.indexOf(hostPlace());
+    return host == m_words.size() - 2 ? m_words.mid(0, host) : QStringList();
+}

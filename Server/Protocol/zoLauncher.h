@@ -24,6 +24,10 @@ public:
     // reason, for a name or a program that cannot be passed on.
     QStringList command(const QStringList& hosts, const QStringList& program, QString& reason) const;
 
+    // What opens a connection to a host that follows it; empty when the template has anything between host and
+    // program.
+    QStringList agent() const;
+
 private:
     QStringList m_words;
 };

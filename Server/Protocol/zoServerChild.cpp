@@ -66,6 +66,14 @@ void zoServerChild::start(const QStringList& command)
     m_process->start(command.value(0), command.mid(1));
 }
 
+void zoServerChild::setEnvironment(const QMap<QString, QString>& variables)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (auto it = variables.cbegin(); it != variables.cend(); ++it)
+        environment.insert(it.key(), it.value());
+    m_process->setProcessEnvironment(environment);
+}
+
 void zoServerChild::send(const zoServerMessage& message)
 {
     if (isRunning())
@@ -142,8 +150,10 @@ void zoServerChild::readErrors()
     while ((end = m_errorLine.indexOf('\n')) >= 0) {
         const QString line = QString::fromLocal8Bit(m_errorLine.left(end)).trimmed();
         // Nothing is wrong with that.
-        if (!line.isEmpty() && !line.startsWith(QLatin1String("QStandardPaths:")))
+        if (!line.isEmpty() && !line.startsWith(QLatin1String("QStandardPaths:"))) {
             m_lastLine = line;
+            emit errorLine(line);
+        }
         m_errorLine.remove(0, end + 1);
     }
     if (m_errorLine.size() > s_longestLine)

@@ -2,6 +2,7 @@
 
 #include "zoServerMessageReader.h"
 
+#include <QMap>
 #include <QObject>
 #include <QProcess>
 #include <QStringList>
@@ -19,6 +20,8 @@ public:
 
     // Program and arguments. Answers with ended() when there is no such program.
     void start(const QStringList& command);
+    // Beside that of this program; before it is started.
+    void setEnvironment(const QMap<QString, QString>& variables);
     bool isRunning() const { return m_process->state() != QProcess::NotRunning; }
     qint64 processId() const { return m_process->processId(); }
 
@@ -42,6 +45,7 @@ signals:
     void received(const zoServerMessage& message); // those that only say that it lives are left out
     void sent();                                   // some of what was to be sent is on its way
     void ended();                                  // once
+    void errorLine(const QString& line);           // of standard error
 
 private:
     void readMessages();

@@ -38,7 +38,8 @@ SERVER_ROOMS = {
     "Protocol": set(),
     "Show": {"Protocol"},
     "Setup": {"Protocol", "Kernel", "Plugins"},
-    "": {"Protocol", "Show"},
+    "Mpi": {"Protocol"},
+    "": {"Protocol", "Show", "Mpi"},
 }
 MODULE = "Plugins/Module/HPC"
 ROOMS = {

@@ -12,6 +12,7 @@ class tst_zoMpirunCommand final : public zoTestCase
 private slots:
     void machinesFollowEachOther();
     void oneMachineSharesItsCores();
+    void ownMachineIsNamedAmongOthers();
     void rootIsAllowed();
     void allocationBringsItsOwnWay();
     void sessionFolderTakesWhatJobsLeave();
@@ -67,7 +68,7 @@ void tst_zoMpirunCommand::machinesFollowEachOther()
     QCOMPARE(arguments.mid(arguments.size() - end.size()), end);
     QCOMPARE(valueOf(arguments, QStringLiteral("plm_rsh_agent")),
              QStringLiteral("ssh -o BatchMode=yes -o ConnectTimeout=3"));
-    QVERIFY(!arguments.contains(QStringLiteral("--oversubscribe")));
+    QVERIFY(!arguments.contains(QStringLiteral("mpi_yield_when_idle")));
     QCOMPARE(valueOf(arguments, QStringLiteral("odls_base_sigkill_timeout")), QStringLiteral("0"));
     QCOMPARE(valueOf(arguments, QStringLiteral("oob_tcp_keepalive_time")), QStringLiteral("1"));
     QCOMPARE(valueOf(arguments, QStringLiteral("oob_tcp_keepalive_intvl")), QStringLiteral("1"));
@@ -82,6 +83,14 @@ void tst_zoMpirunCommand::oneMachineSharesItsCores()
     QCOMPARE(valueOf(arguments, QStringLiteral("btl")), QStringLiteral("self,vader"));
     QVERIFY(!arguments.contains(QStringLiteral("--host")));
     QVERIFY(!arguments.contains(QStringLiteral("plm_rsh_agent")));
+}
+
+// What has no host is beside mpirun, and must not move to one of the others.
+void tst_zoMpirunCommand::ownMachineIsNamedAmongOthers()
+{
+    const QStringList arguments = zoMpirunCommand(jobOf({QString(), QStringLiteral("n1")})).arguments();
+    QCOMPARE(arguments.value(arguments.indexOf(QStringLiteral("--host")) + 1), QStringLiteral("localhost:1"));
+    QVERIFY(arguments.contains(QStringLiteral("--oversubscribe")));
 }
 
 void tst_zoMpirunCommand::rootIsAllowed()

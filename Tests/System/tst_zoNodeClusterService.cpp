@@ -64,6 +64,7 @@ private slots:
     void launchFailuresAreNamed_data();
     void launchFailuresAreNamed();
     void noiseOfALoginIsNoFailure();
+    void mpiThatDoesNotWorkLeavesPipes();
     void missingControllerFailsTheStart();
     void unreachableNodesAreRehearsedWhenThePersonSaysSo();
     void hostsThatAreThisMachineAreRehearsed();
@@ -104,6 +105,7 @@ std::unique_ptr<zoNodeClusterService> tst_zoNodeClusterService::createLaunched()
     launch.program = QStringLiteral(ZO_SERVER_FILE);
     launch.remoteProgram = launch.program;
     launch.pattern = QStringList({QStringLiteral(ZO_LAUNCHER), "%h", "%program"});
+    launch.mpi = zoNodeClusterService::Mpi::Never; // the launcher is none of a whole job
     auto service = std::make_unique<zoNodeClusterService>(launch);
     service->setLockDirectory(m_directory->path());
     service->setMemoryPerNode(0);
@@ -234,6 +236,7 @@ void tst_zoNodeClusterService::launchFailuresAreNamed()
     launch.program = QStringLiteral(ZO_SERVER_FILE);
     launch.remoteProgram = program;
     launch.pattern = QStringList({QStringLiteral(ZO_LAUNCHER), "%h", "%program"});
+    launch.mpi = zoNodeClusterService::Mpi::Never; // the launcher is none of a whole job
     service->setLaunch(launch);
     service->applyConfig(documentOf({host}));
     expectMessage(QtCriticalMsg, QRegularExpression(QRegularExpression::escape(host) + QStringLiteral(".*(") +
@@ -252,6 +255,23 @@ void tst_zoNodeClusterService::noiseOfALoginIsNoFailure()
 
     QCOMPARE(service->runningNodes(), QStringList("talkative"));
     QVERIFY((service->capabilities() & zoClusterService::Rehearses) == 0);
+}
+
+// A launcher that starts servers and not what mpirun wants to start by it.
+void tst_zoNodeClusterService::mpiThatDoesNotWorkLeavesPipes()
+{
+    const auto service = createLaunched();
+    zoNodeClusterService::Launch launch;
+    launch.program = QStringLiteral(ZO_SERVER_FILE);
+    launch.remoteProgram = QStringLiteral(ZO_SERVER_FILE);
+    launch.pattern = QStringList({QStringLiteral(ZO_LAUNCHER), "%h", "%program"});
+    launch.mpi = zoNodeClusterService::Mpi::BetweenMachines;
+    service->setLaunch(launch);
+    service->applyConfig(documentOf({"n1", "n2"}));
+
+    QVERIFY(service->start());
+
+    QCOMPARE(service->runningNodes(), QStringList({"n1", "n2"}));
 }
 
 void tst_zoNodeClusterService::missingControllerFailsTheStart()

@@ -21,6 +21,7 @@ std::unique_ptr<zoNodeClusterService> createService()
     launch.program = QStringLiteral(ZO_SERVER_FILE);
     launch.remoteProgram = launch.program;
     launch.pattern = QStringList({QStringLiteral(ZO_LAUNCHER), "%h", "%program"});
+    launch.mpi = zoNodeClusterService::Mpi::Never; // the launcher is none of a whole job
     auto service = std::make_unique<zoNodeClusterService>(launch);
     service->setLockDirectory(lockDirectory());
     service->setMemoryPerNode(0);

@@ -36,6 +36,7 @@ public:
         QString silent;           // a node that never answers; empty for none
         // Makes a running node fail as if its machine had; nothing for a service that does not look.
         std::function<void(zoClusterService*, const QString& id)> lose;
+        bool namesAllLosses = true; // of several at once; else one is lost, and the others are started again
         // The same service, whose sessions end with the first lost node.
         std::function<std::unique_ptr<zoClusterService>()> createEndingWithLostNode;
     };

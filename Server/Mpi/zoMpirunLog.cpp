@@ -1,0 +1,45 @@
+#include "zoMpirunLog.h"
+
+#include <QRegularExpression>
+
+zoMpirunLog::zoMpirunLog(const QStringList& hosts) : m_hosts(hosts) {}
+
+void zoMpirunLog::add(const QString& line)
+{
+    // "mpirun noticed that process rank 2 with PID 0 on node n1 exited on signal 9 (Killed).", "... while attempting
+    // to start process rank 2."
+    static const QRegularExpression s_rank(QStringLiteral(R"(\bprocess rank (\d+)\b)"));
+    // "  Process name: [[27462,1],2]", of a rank that ended by itself with an error.
+    static const QRegularExpression s_name(QStringLiteral(R"(\bProcess name: \[\[\d+,\d+\],(\d+)\])"));
+    // "ssh: connect to host n1 port 22: Connection refused", "ssh: Could not resolve hostname n1: ...",
+    // "user@n1: Permission denied (publickey).", "bash: line 1: ...: command not found" of the agent has no name.
+    static const QRegularExpression s_host(
+        QStringLiteral(R"(\bhost(?:name)? ([^\s:]+)(?: port \d+)?:|^[^\s@]+@([^\s:]+): Permission denied)"));
+
+    const QString text = line.simplified();
+    if (text.isEmpty() || text.count(QLatin1Char('-')) == text.size())
+        return;
+    m_lastLine = text;
+    QRegularExpressionMatch match = s_rank.match(text);
+    if (!match.hasMatch())
+        match = s_name.match(text);
+    if (match.hasMatch()) {
+        blame(match.captured(1).toInt(), text);
+        return;
+    }
+    match = s_host.match(text);
+    if (!match.hasMatch())
+        return;
+    const QString host = match.captured(1).isEmpty() ? match.captured(2) : match.captured(1);
+    for (int rank = 0; rank < m_hosts.size(); ++rank) {
+        if (!m_hosts.at(rank).isEmpty() && m_hosts.at(rank) == host)
+            blame(rank, text);
+    }
+}
+
+// The first line says why, the later ones what became of it.
+void zoMpirunLog::blame(int rank, const QString& line)
+{
+    if (!m_culprits.contains(rank))
+        m_culprits.insert(rank, line);
+}

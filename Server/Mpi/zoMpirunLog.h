@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QList>
+#include <QMap>
+#include <QString>
+#include <QStringList>
+
+// What mpirun, of Open MPI 4.1, and the launcher below it say on standard error about why a job ended.
+class zoMpirunLog final
+{
+public:
+    // Of the machines of the job, by rank; empty for this one.
+    explicit zoMpirunLog(const QStringList& hosts = {});
+
+    void add(const QString& line);
+
+    // Ranks that are to blame, each with the line that says so; empty when nothing tells.
+    const QMap<int, QString>& culprits() const { return m_culprits; }
+    // The last line that says something; mpirun frames its texts with lines of dashes.
+    QString lastLine() const { return m_lastLine; }
+
+private:
+    void blame(int rank, const QString& line);
+
+    QStringList m_hosts;
+    QMap<int, QString> m_culprits;
+    QString m_lastLine;
+};

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "zoServerGroup.h"
+
+#include <zoMpirunCommand.h>
+#include <zoMpirunLog.h>
+#include <zoRankMessage.h>
+
+#include <QMap>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <map>
+#include <memory>
+
+class zoServerChild;
+
+// Servers that are the ranks of one job of MPI, behind a relay that is rank 0 and runs where this program does. A job
+// cannot grow or shrink: when its servers change, it ends and another one begins.
+class zoMpiGroup final : public zoServerGroup
+{
+    Q_OBJECT
+
+public:
+    struct Job
+    {
+        QStringList relay; // program and arguments of rank 0
+        QStringList agent; // opens a connection to a host that follows; empty for that of mpirun
+        QMap<QString, QString> network;
+    };
+
+    struct Limits
+    {
+        int startMs = 10000; // for the HELLO of all servers
+        int endMs = 600;     // between QUIT and the end by force
+    };
+
+    explicit zoMpiGroup(const Job& job, QObject* parent = nullptr);
+    zoMpiGroup(const Job& job, const Limits& limits, QObject* parent = nullptr);
+    ~zoMpiGroup() override;
+
+    void add(const std::vector<Member>& members) override;
+    void send(const QList<int>& keys, const zoServerMessage& message) override;
+    qint64 bytesToSend(int key) const override;
+    void remove(const QList<int>& keys) override;
+    void removeAll() override;
+
+signals:
+    void note(const QString& text); // what is not honoured, in English
+    // No server ever answered, and none of them is to blame: MPI does not work here. Nothing follows.
+    void unusable(const QString& reason);
+
+private:
+    enum class State { Idle, Running, Ending };
+
+    struct Server
+    {
+        Member member;
+        int rank = 0;
+        bool hasGreeted = false;
+        int ticks = 0; // of the beat since it was heard of, or since the job was started
+    };
+
+    void restartSoon();
+    void restart();
+    void startJob();
+    zoMpirunCommand::Job jobOfServers();
+    void endJob();
+    void jobEnded();
+    void receive(const zoServerMessage& message);
+    void hear(const zoRankMessage& inner);
+    void takeSigns(const QList<int>& ranks);
+    void lose(const QMap<int, QString>& details, const char* reason);
+    void beat();
+    void findSilent();
+    void giveUp(const QString& reason);
+    int keyOf(int rank) const;
+
+    Job m_job;
+    Limits m_limits;
+    QTemporaryDir m_folder; // what MPI keeps of a job
+    std::map<int, Server> m_servers;
+    std::unique_ptr<zoServerChild> m_child;
+    zoMpirunLog m_log;
+    QTimer m_beat;
+    QTimer m_restart;
+    QStringList m_notes; // that were told
+    State m_state = State::Idle;
+    bool m_wantsJob = false; // another one after the one that ends
+    bool m_isRemovingAll = false;
+    int m_endTicks = 0;
+    int m_failures = 0; // jobs in a row that nobody is to blame for
+    bool m_hasWorked = false;
+};

@@ -1,0 +1,132 @@
+#include "zoMpiRelay.h"
+
+#include <zoRankMessage.h>
+#include <zoServerBeat.h>
+#include <zoServerChannel.h>
+#include <zoServerHello.h>
+#include <zoServerMessageReader.h>
+
+#include <QCoreApplication>
+#include <QThread>
+
+#include <cstdio>
+
+#include <unistd.h>
+
+namespace
+{
+constexpr int s_leaveMs = 1000;
+constexpr int s_brokenJob = 4;
+// Bytes under way on one side that make the other side wait.
+constexpr qint64 s_mostBytes = 8 * qint64(1024 * 1024);
+} // namespace
+
+zoMpiRelay::zoMpiRelay(std::unique_ptr<zoServerChannel> channel, QObject* parent)
+    : QObject(parent), m_channel(std::move(channel)), m_link(zoPipeLink::Watch::Beats)
+{
+    connect(&m_link, &zoServerLink::received, this, &zoMpiRelay::obey);
+    connect(&m_link, &zoServerLink::closed, this, &zoMpiRelay::quit);
+    connect(&m_beat, &QTimer::timeout, this, &zoMpiRelay::beat);
+}
+
+zoMpiRelay::~zoMpiRelay()
+{
+    // A rank that hangs must not keep this one.
+    if (!m_channel->close(s_leaveMs))
+        _exit(0);
+}
+
+bool zoMpiRelay::open()
+{
+    QString reason;
+    const bool isOpen = m_channel->open({[this](int rank, const QByteArray& bytes) { hear(rank, bytes); },
+                                         [this] {
+                                             if (--m_barriers > 0)
+                                                 m_channel->enterBarrier();
+                                         },
+                                         [](const QString& why) {
+                                             std::fprintf(stderr, "%s\n", qPrintable(why));
+                                             QCoreApplication::exit(s_brokenJob);
+                                         }},
+                                        reason);
+    if (!isOpen) {
+        std::fprintf(stderr, "%s\n", qPrintable(reason));
+        return false;
+    }
+    m_link.open(zoServerHello::own().message());
+    m_beat.start(zoServerBeat::Interval);
+    return true;
+}
+
+QList<int> zoMpiRelay::servers() const
+{
+    QList<int> ranks;
+    for (int rank = 1; rank < m_channel->size(); ++rank)
+        ranks << rank;
+    return ranks;
+}
+
+void zoMpiRelay::obey(const zoServerMessage& message)
+{
+    if (message.verb == "QUIT") {
+        quit();
+        return;
+    }
+    zoRankMessage inner;
+    if (message.verb != "RANKS" || !inner.unpack(message))
+        return;
+    pass(inner.ranks, inner.message);
+    // What is shown is shown by all at once, and a barrier of MPI is one of all ranks.
+    if (inner.message.verb != "GO")
+        return;
+    QList<int> others = servers();
+    for (const int rank : inner.ranks)
+        others.removeOne(rank);
+    pass(others, {"PASS", {}});
+    if (m_barriers++ == 0)
+        m_channel->enterBarrier();
+}
+
+void zoMpiRelay::pass(const QList<int>& ranks, const zoServerMessage& message)
+{
+    const QByteArray bytes = message.encoded();
+    for (const int rank : ranks) {
+        if (rank > 0)
+            m_channel->send(rank, bytes);
+    }
+    // A rank that hangs does not take them; whoever is told that it is lost ends the job.
+    while (m_channel->bytesToSend() > s_mostBytes)
+        QThread::usleep(100);
+}
+
+void zoMpiRelay::hear(int rank, const QByteArray& bytes)
+{
+    m_heard << rank;
+    zoServerMessageReader reader;
+    reader.feed(bytes);
+    zoRankMessage outer;
+    outer.ranks << rank;
+    if (reader.next(outer.message) != zoServerMessageReader::Outcome::Message || outer.message.verb == "BEAT")
+        return;
+    const zoServerMessage whole = outer.packed("RANK");
+    if (whole.verb.isEmpty())
+        std::fprintf(stderr, "a message of rank %d is too long to be passed on\n", rank);
+    else
+        m_link.send(whole);
+    m_link.waitForSent(s_mostBytes);
+}
+
+void zoMpiRelay::beat()
+{
+    zoRankMessage signs;
+    signs.ranks = m_heard.values();
+    m_heard.clear();
+    m_link.send(signs.packed("SIGNS"));
+    pass(servers(), {"BEAT", {}});
+}
+
+void zoMpiRelay::quit()
+{
+    pass(servers(), {"QUIT", {}});
+    QCoreApplication::quit();
+}

@@ -1,0 +1,258 @@
+#include "zoTestCase.h"
+
+#include <zoMpiGroup.h>
+#include <zoNodeReason.h>
+#include <zoServerHello.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QHash>
+#include <QSet>
+#include <QSignalSpy>
+#include <QStandardPaths>
+
+#include <csignal>
+
+// Servers that are ranks of one job, with the real programs.
+class tst_zoMpiGroup final : public zoTestCase
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void serversAnswer_data();
+    void serversAnswer();
+    void serverJoins();
+    void serverLeaves();
+    void killedServerIsNamedAndOthersGoOn();
+    void hungServerIsNamedAndOthersGoOn();
+    void missingProgramIsNamed();
+    void missingProgramOfAllEnds();
+    void launcherWithoutMpiIsNoServersFault();
+    void frameIsShownByAll();
+    void emptyGroupEndsAtOnce();
+
+private:
+    zoServerGroup::Member member(int key) const;
+    void start(const QList<int>& keys);
+    bool hasGreeted(const QList<int>& keys) const;
+
+    std::unique_ptr<zoMpiGroup> m_group;
+    QHash<int, qint64> m_processes; // that said HELLO, by key
+    QHash<int, QString> m_ended;    // reasons
+    QHash<int, QString> m_details;
+    QSet<int> m_ready;
+};
+
+namespace
+{
+constexpr int s_limitMs = 60000;
+
+QStringList foldersOfJobs()
+{
+    return QDir(QDir::tempPath()).entryList({QStringLiteral("zo-mpi-*")}, QDir::Dirs);
+}
+} // namespace
+
+void tst_zoMpiGroup::initTestCase()
+{
+    zoTestCase::initTestCase();
+    if (QStandardPaths::findExecutable(QStringLiteral("mpirun")).isEmpty())
+        QSKIP("mpirun is not installed (openmpi-bin)");
+}
+
+void tst_zoMpiGroup::init()
+{
+    m_processes.clear();
+    m_ended.clear();
+    m_details.clear();
+    m_ready.clear();
+    zoMpiGroup::Job job;
+    job.relay = QStringList({QStringLiteral(ZO_CLUSTER_SERVER), QStringLiteral("relay")});
+    zoMpiGroup::Limits limits;
+    limits.startMs = s_limitMs;
+    m_group = std::make_unique<zoMpiGroup>(job, limits);
+    connect(m_group.get(), &zoServerGroup::received, this, [this](int key, const zoServerMessage& message) {
+        if (message.verb == "HELLO")
+            m_processes.insert(key, zoServerHello::fromMessage(message).processId);
+        if (message.verb == "READY")
+            m_ready << key;
+    });
+    connect(m_group.get(), &zoServerGroup::restarting, this, [this](const QList<int>& keys) {
+        for (const int key : keys)
+            m_processes.remove(key);
+    });
+    connect(m_group.get(), &zoServerGroup::ended, this,
+            [this](int key, const QString& reason, const QString& detail) {
+                m_ended.insert(key, reason);
+                m_details.insert(key, detail);
+                m_processes.remove(key);
+            });
+}
+
+// Every test ends its job, and no process and no folder stays.
+void tst_zoMpiGroup::cleanup()
+{
+    const QList<qint64> processes = m_processes.values();
+    QSignalSpy ended(m_group.get(), &zoServerGroup::allEnded);
+    m_group->removeAll();
+    QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, s_limitMs);
+    for (const qint64 process : processes)
+        QTRY_VERIFY_WITH_TIMEOUT(::kill(pid_t(process), 0) == -1, s_limitMs);
+    const QStringList before = foldersOfJobs();
+    m_group.reset();
+    QVERIFY(foldersOfJobs().size() < before.size());
+    zoTestCase::cleanup();
+}
+
+zoServerGroup::Member tst_zoMpiGroup::member(int key) const
+{
+    zoServerGroup::Member member;
+    member.key = key;
+    member.program =
+        QStringList({QStringLiteral(ZO_CLUSTER_SERVER), QStringLiteral("server"), QStringLiteral("--mpi")});
+    return member;
+}
+
+void tst_zoMpiGroup::start(const QList<int>& keys)
+{
+    std::vector<zoServerGroup::Member> members;
+    for (const int key : keys)
+        members.push_back(member(key));
+    m_group->add(members);
+    QTRY_VERIFY_WITH_TIMEOUT(hasGreeted(keys), s_limitMs);
+}
+
+bool tst_zoMpiGroup::hasGreeted(const QList<int>& keys) const
+{
+    return QSet<int>(keys.begin(), keys.end()) == [this] {
+        const QList<int> greeted = m_processes.keys();
+        return QSet<int>(greeted.begin(), greeted.end());
+    }();
+}
+
+void tst_zoMpiGroup::serversAnswer_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::newRow("1") << 1;
+    QTest::newRow("2") << 2;
+    QTest::newRow("4") << 4;
+    QTest::newRow("8") << 8;
+}
+
+void tst_zoMpiGroup::serversAnswer()
+{
+    QFETCH(int, count);
+    QList<int> keys;
+    for (int i = 0; i < count; ++i)
+        keys << 10 * i; // keys are no ranks
+    start(keys);
+    const QList<qint64> processes = m_processes.values();
+    QCOMPARE(QSet<qint64>(processes.begin(), processes.end()).size(), count);
+    m_group->send(keys, zoServerMessage::of("DRAW", {{QStringLiteral("frame"), 1}}));
+    QTRY_COMPARE_WITH_TIMEOUT(m_ready.size(), count, s_limitMs);
+    QVERIFY(m_ended.isEmpty());
+}
+
+void tst_zoMpiGroup::serverJoins()
+{
+    start({0, 1});
+    QSignalSpy restarting(m_group.get(), &zoServerGroup::restarting);
+    m_group->add({member(2)});
+    QTRY_VERIFY_WITH_TIMEOUT(hasGreeted({0, 1, 2}), s_limitMs);
+    QCOMPARE(restarting.count(), 1);
+    QCOMPARE(restarting.first().first().value<QList<int>>(), QList<int>({0, 1}));
+    QVERIFY(m_ended.isEmpty());
+}
+
+void tst_zoMpiGroup::serverLeaves()
+{
+    start({0, 1, 2});
+    m_processes.remove(1);
+    m_group->remove({1});
+    QSignalSpy restarting(m_group.get(), &zoServerGroup::restarting);
+    QTRY_COMPARE_WITH_TIMEOUT(restarting.count(), 1, s_limitMs);
+    QTRY_VERIFY_WITH_TIMEOUT(hasGreeted({0, 2}), s_limitMs);
+    QVERIFY(m_ended.isEmpty()); // it was told to go
+}
+
+void tst_zoMpiGroup::killedServerIsNamedAndOthersGoOn()
+{
+    start({0, 1, 2});
+    QCOMPARE(::kill(pid_t(m_processes.value(1)), SIGKILL), 0);
+    QTRY_COMPARE_WITH_TIMEOUT(m_ended.size(), 1, s_limitMs);
+    QCOMPARE(m_ended.value(1), QString::fromLatin1(zoNodeReason::Ended));
+    QVERIFY2(m_details.value(1).contains(QLatin1String("signal 9")), qPrintable(m_details.value(1)));
+    QTRY_VERIFY_WITH_TIMEOUT(hasGreeted({0, 2}), s_limitMs);
+}
+
+void tst_zoMpiGroup::hungServerIsNamedAndOthersGoOn()
+{
+    start({0, 1, 2});
+    const auto hung = pid_t(m_processes.value(2));
+    QCOMPARE(::kill(hung, SIGSTOP), 0);
+    QTRY_COMPARE_WITH_TIMEOUT(m_ended.size(), 1, s_limitMs);
+    QCOMPARE(m_ended.value(2), QString::fromLatin1(zoNodeReason::Silent));
+    QTRY_VERIFY_WITH_TIMEOUT(hasGreeted({0, 1}), s_limitMs);
+    QTRY_VERIFY_WITH_TIMEOUT(::kill(hung, 0) == -1, s_limitMs);
+}
+
+void tst_zoMpiGroup::missingProgramIsNamed()
+{
+    zoServerGroup::Member missing = member(1);
+    missing.program = QStringList(QStringLiteral("/nowhere/ZOKEClusterServer"));
+    m_group->add({member(0), missing});
+    QTRY_COMPARE_WITH_TIMEOUT(m_ended.value(1), QString::fromLatin1(zoNodeReason::Ended), s_limitMs);
+    QTRY_VERIFY_WITH_TIMEOUT(hasGreeted({0}), s_limitMs);
+    QCOMPARE(m_ended.size(), 1);
+}
+
+void tst_zoMpiGroup::missingProgramOfAllEnds()
+{
+    zoServerGroup::Member missing = member(1);
+    missing.program = QStringList(QStringLiteral("/nowhere/ZOKEClusterServer"));
+    m_group->add({missing});
+    QTRY_COMPARE_WITH_TIMEOUT(m_ended.size(), 1, s_limitMs);
+    QVERIFY(!m_details.value(1).isEmpty());
+}
+
+void tst_zoMpiGroup::launcherWithoutMpiIsNoServersFault()
+{
+    zoMpiGroup::Job job;
+    job.relay = QStringList({QStringLiteral(ZO_CLUSTER_SERVER), QStringLiteral("relay")});
+    job.agent = QStringList(QStringLiteral("/bin/false"));
+    zoMpiGroup group(job);
+    QSignalSpy unusable(&group, &zoMpiGroup::unusable);
+    QSignalSpy ended(&group, &zoServerGroup::ended);
+    zoServerGroup::Member remote = member(1);
+    remote.host = QStringLiteral("n1");
+    group.add({remote});
+    QTRY_COMPARE_WITH_TIMEOUT(unusable.count(), 1, s_limitMs);
+    QVERIFY(!unusable.first().first().toString().isEmpty());
+    QCOMPARE(ended.count(), 0);
+}
+
+// The barrier that all pass lets those wait that have nothing to show, too: the next frame comes after it.
+void tst_zoMpiGroup::frameIsShownByAll()
+{
+    start({0, 1, 2});
+    for (int frame = 1; frame <= 20; ++frame) {
+        const QList<int> keys = frame % 2 == 0 ? QList<int>({0, 1, 2}) : QList<int>({frame % 3});
+        m_ready.clear();
+        m_group->send(keys, zoServerMessage::of("DRAW", {{QStringLiteral("frame"), frame}}));
+        QTRY_COMPARE_WITH_TIMEOUT(m_ready.size(), keys.size(), s_limitMs);
+        m_group->send(keys, zoServerMessage::of("GO", {{QStringLiteral("frame"), frame}}));
+    }
+    QVERIFY(m_ended.isEmpty());
+}
+
+void tst_zoMpiGroup::emptyGroupEndsAtOnce()
+{
+    QVERIFY(m_ended.isEmpty());
+}
+
+ZO_TEST_MAIN(tst_zoMpiGroup)
+#include "tst_zoMpiGroup.moc"
