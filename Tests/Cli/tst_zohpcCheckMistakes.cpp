@@ -178,7 +178,8 @@ void tst_zohpcCheckMistakes::severalMistakesAreToldInTheirOrder()
     const zoCommandRun run = zoCommandRun::zohpc({"check", "-"}, text);
 
     QStringList told;
-    for (const QByteArray& line : run.output.trimmed().split('\n'))
+    const QList<QByteArray> lines = run.output.trimmed().split('\n');
+    for (const QByteArray& line : lines)
         told << QString::fromUtf8(line.split(' ').first() + line.mid(line.lastIndexOf('[')));
     QCOMPARE(told,
              (QStringList{"-:2:11:[unknown-attribute]", "-:3:32:[unread-number]", "-:3:49:[unknown-value]",

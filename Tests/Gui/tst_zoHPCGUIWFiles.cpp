@@ -325,7 +325,8 @@ void tst_zoHPCGUIWFiles::whatNobodyReadsIsTold()
     m_window->loadConfig(fileName);
 
     QStringList told;
-    for (const QString& message : messages()) {
+    const QStringList all = messages();
+    for (const QString& message : all) {
         if (message.contains(fileName))
             told << message.mid(message.indexOf(fileName) + fileName.size());
     }

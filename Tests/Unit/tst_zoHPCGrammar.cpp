@@ -105,7 +105,8 @@ void tst_zoHPCGrammar::everyOptionHasItsElement()
     using namespace zoHPCOption;
     QSet<QString> options;
     for (const char* tag : {"master", "network", "node"}) {
-        for (const QString& name : zoHPCGrammar::element(QString::fromLatin1(tag))->variants.front().names())
+        const QStringList names = zoHPCGrammar::element(QString::fromLatin1(tag))->variants.front().names();
+        for (const QString& name : names)
             options.insert(name);
     }
     options.remove(zoClusterTags::NameAttribute);

@@ -28,7 +28,8 @@ void tst_zoHPCProblemManual::initTestCase()
 {
     zoTestCase::initTestCase();
     QString heading;
-    for (const QString& line : page().split('\n')) {
+    const QStringList lines = page().split('\n');
+    for (const QString& line : lines) {
         if (line.startsWith('#')) {
             heading = line.startsWith(QLatin1String("### ")) ? line.mid(4) : QString();
             if (!heading.isEmpty())
