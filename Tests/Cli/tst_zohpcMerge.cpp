@@ -113,7 +113,7 @@ void tst_zohpcMerge::changesOfBothAreThere()
     const QByteArray text = base();
     // All changes, each once, to one text.
     Changes all = ours;
-    for (const Change& change : theirs) {
+    for (const Change& change : qAsConst(theirs)) {
         if (!ours.contains(change))
             all.prepend(change);
     }
@@ -168,7 +168,7 @@ void tst_zohpcMerge::conflictIsToldAndOursStays()
 
     QCOMPARE(run.errors, m_files.path("ours.zhpc").toUtf8() + ": conflict: " + conflict + '\n');
     QCOMPARE(run.exitCode, 1);
-    for (const Change& change : ours)
+    for (const Change& change : qAsConst(ours))
         QVERIFY2(change.second.isEmpty() || run.output.contains(change.second), run.output.constData());
 }
 

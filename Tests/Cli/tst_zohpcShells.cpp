@@ -85,7 +85,8 @@ void tst_zohpcShells::wordIsCompleted_data()
     QTest::addColumn<QStringList>("offered");
 
     QStringList first;
-    for (const QString& command : lines(zoCommandRun::zohpc({"--list-commands"}).output))
+    const QStringList commands = lines(zoCommandRun::zohpc({"--list-commands"}).output);
+    for (const QString& command : commands)
         first << command.section(QLatin1Char(' '), 0, 0);
     first.removeDuplicates();
     for (const char* shell : {"zsh", "fish"}) {
@@ -133,7 +134,8 @@ void tst_zohpcShells::everyOptionIsOffered_data()
     QTest::addColumn<QString>("shell");
     QTest::addColumn<QString>("command");
 
-    for (const QString& command : lines(zoCommandRun::zohpc({"--list-commands"}).output)) {
+    const QStringList commands = lines(zoCommandRun::zohpc({"--list-commands"}).output);
+    for (const QString& command : commands) {
         QTest::newRow(qPrintable("zsh-" + command)) << "zsh" << command;
         QTest::newRow(qPrintable("fish-" + command)) << "fish" << command;
     }
@@ -147,7 +149,8 @@ void tst_zohpcShells::everyOptionIsOffered()
         QSKIP(qPrintable(shell + QLatin1String(" is not installed")));
     const QStringList words = command.split(QLatin1Char(' '));
     QStringList known;
-    for (const QString& line : lines(zoCommandRun::zohpc(words + QStringList{"--help"}).output)) {
+    const QStringList help = lines(zoCommandRun::zohpc(words + QStringList{"--help"}).output);
+    for (const QString& line : help) {
         const int option = line.indexOf(QLatin1String("--"));
         if (line.startsWith(QLatin1String("  ")) && (option == 2 || option == 6))
             known << line.mid(option).section(QLatin1Char(' '), 0, 0);

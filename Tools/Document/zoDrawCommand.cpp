@@ -213,7 +213,8 @@ QStringList zoDrawCommand::hostsOfTiles(const zoHPCRoomPicture& room)
         for (int row = 0; wall.hasTiles() && row < wall.rows; ++row) {
             std::vector<QString> hosts;
             for (int column = 0; column < wall.columns; ++column) {
-                for (const QString& host : wall.hostsOf(row, column))
+                const QStringList drivers = wall.hostsOf(row, column);
+                for (const QString& host : drivers)
                     hosts.push_back(host);
             }
             lines

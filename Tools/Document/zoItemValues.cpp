@@ -12,7 +12,8 @@ QStringList zoItemValues::names(const QDomElement& element)
         rest << attributes.item(i).nodeName();
     rest.sort();
     QStringList result;
-    for (const QString& name : zoItemPaths::attributesOf(element)) {
+    const QStringList known = zoItemPaths::attributesOf(element);
+    for (const QString& name : known) {
         if (rest.removeOne(name))
             result << name;
     }

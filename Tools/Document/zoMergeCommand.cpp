@@ -132,7 +132,8 @@ bool zoMergeCommand::printLosses(const QString& file, const zoClusterSetup& setu
                               zoDocumentLosses::cutText());
     if (setup.file().bytes == canonical.toUtf8())
         return isLosing;
-    for (const zoDocumentLosses::Loss& loss : zoDocumentLosses::ofFormat(setup.source(), canonical)) {
+    const QVector<zoDocumentLosses::Loss> losses = zoDocumentLosses::ofFormat(setup.source(), canonical);
+    for (const zoDocumentLosses::Loss& loss : losses) {
         zoConsole::printError(file, loss.line, loss.column, loss.text);
         isLosing = true;
     }
@@ -154,7 +155,8 @@ QStringList zoMergeCommand::danglingReferences(const QDomDocument& merged, zoClu
             conflicts << tr("%1: shows \"%2\", which the other side has removed").arg(item.path, shown);
     }
     const QStringList known = mistakesOf(ours) + mistakesOf(theirs);
-    for (const QString& mistake : mistakesOf(result)) {
+    const QStringList mistakes = mistakesOf(result);
+    for (const QString& mistake : mistakes) {
         if (!known.contains(mistake))
             conflicts << mistake;
     }

@@ -71,7 +71,8 @@ int zoSetCommand::execute(const QCommandLineParser& parser)
     bool isLosing = setup.file().isCut;
     const QString canonical = setup.text();
     if (setup.file().bytes != canonical.toUtf8()) {
-        for (const zoDocumentLosses::Loss& loss : zoDocumentLosses::ofFormat(setup.source(), canonical)) {
+        const QVector<zoDocumentLosses::Loss> losses = zoDocumentLosses::ofFormat(setup.source(), canonical);
+        for (const zoDocumentLosses::Loss& loss : losses) {
             zoConsole::printError(file, loss.line, loss.column, loss.text);
             isLosing = true;
         }
