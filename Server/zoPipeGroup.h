@@ -23,7 +23,7 @@ public:
     };
 
     explicit zoPipeGroup(QObject* parent = nullptr);
-    zoPipeGroup(const Limits& limits, QObject* parent = nullptr);
+    explicit zoPipeGroup(const Limits& limits, QObject* parent = nullptr);
     ~zoPipeGroup() override;
 
     void add(const std::vector<Member>& members) override;
