@@ -22,6 +22,9 @@ constexpr int MaximumNetworkDepth = (MaximumDepth - 1) / 2;
 // Attributes of one element, ten times those that there are. The toolkit counts through them for each one.
 constexpr int MaximumAttributes = 1000;
 
+// Of one file or of standard input: more than a configuration of MaximumHosts needs.
+constexpr qint64 MaximumFileBytes = 256 * 1024 * 1024;
+
 // The levels of all rows of the tree together: text forms are indented by the level, so that many rows deep
 // down would be little but blanks.
 constexpr qint64 MaximumLevels = 100 * 1000 * 1000;

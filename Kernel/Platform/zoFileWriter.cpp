@@ -1,5 +1,7 @@
 #include "zoFileWriter.h"
 
+#include "zoFileName.h"
+
 #include <QFile>
 #include <QRandomGenerator>
 
@@ -58,6 +60,28 @@ public:
 
 private:
     int m_number;
+};
+
+// While there is a new file that nobody would take away: who ends the process now waits until it has its name
+// or is gone.
+class EndBlock final
+{
+public:
+    EndBlock()
+    {
+        sigset_t ends;
+        ::sigemptyset(&ends);
+        for (const int number : {SIGHUP, SIGINT, SIGQUIT, SIGTERM})
+            ::sigaddset(&ends, number);
+        ::pthread_sigmask(SIG_BLOCK, &ends, &m_before);
+    }
+    ~EndBlock() { ::pthread_sigmask(SIG_SETMASK, &m_before, nullptr); }
+
+    EndBlock(const EndBlock&) = delete;
+    EndBlock& operator=(const EndBlock&) = delete;
+
+private:
+    sigset_t m_before{};
 };
 
 // Keeps the signal away that a file beyond the limit of the process raises and that ends a process which is in
@@ -305,6 +329,7 @@ private:
         return name.size() > s_longestName ? ENAMETOOLONG : 0;
     }
 
+    EndBlock m_block; // goes last
     Descriptor m_folder;
     Descriptor m_file;
     QByteArray m_name;
@@ -399,9 +424,13 @@ Result writeFile(const QByteArray& name, const std::function<QByteArray()>& byte
     return isFile ? replace(followLinks(name), file, old, bytes, error) : writeDevice(file, bytes(), error);
 }
 
-QByteArray encoded(const QString& fileName)
+// Why a file of this name is not written; empty for no reason. Two that are told apart: one that is there may
+// have the character for unreadable bytes in its name.
+QString nameFlaw(const QString& fileName)
 {
-    return QFile::encodeName(fileName);
+    Status status{};
+    return ::lstat(QFile::encodeName(fileName).constData(), &status) == 0 ? zoFileName::flawOf(fileName)
+                                                                          : zoFileName::flawOfNew(fileName);
 }
 } // namespace
 
@@ -414,13 +443,16 @@ zoFileWriter::Result zoFileWriter::write(const QString& fileName, const QByteArr
 zoFileWriter::Result zoFileWriter::write(const QString& fileName, const std::function<QByteArray()>& bytes,
                                          QString* reason)
 {
+    const QString flaw = nameFlaw(fileName);
     if (reason != nullptr)
-        reason->clear();
+        *reason = flaw;
+    if (!flaw.isEmpty())
+        return Result::NotOpened;
     if (guard().mayWrite && !guard().mayWrite(fileName))
         return Result::NotOpened;
     int error = 0;
     const SizeSignalBlock block;
-    const Result result = writeFile(encoded(fileName), bytes, error);
+    const Result result = writeFile(QFile::encodeName(fileName), bytes, error);
     if (reason != nullptr && error != 0)
         *reason = qt_error_string(error);
     if (result == Result::Written && guard().written)
@@ -430,7 +462,12 @@ zoFileWriter::Result zoFileWriter::write(const QString& fileName, const std::fun
 
 bool zoFileWriter::canWrite(const QString& fileName, QString* reason)
 {
-    const QByteArray name = encoded(fileName);
+    const QString flaw = nameFlaw(fileName);
+    if (reason != nullptr)
+        *reason = flaw;
+    if (!flaw.isEmpty())
+        return false;
+    const QByteArray name = QFile::encodeName(fileName);
     Status old{};
     int error = 0;
     if (::stat(name.constData(), &old) == 0) {

@@ -127,6 +127,11 @@ private slots:
     void oldBytesStayUntilTheNewOnesAreThere();
     void killLeavesTheOldOrTheNewFile_data();
     void killLeavesTheOldOrTheNewFile();
+    void endOfTheProcessLeavesNoRemains_data();
+    void endOfTheProcessLeavesNoRemains();
+    void nameWithoutBytesIsRefused_data();
+    void nameWithoutBytesIsRefused();
+    void fileNamedAfterUnreadableBytesIsWritten();
     void guardIsAskedFirst();
     void guardIsToldWhatWasWritten();
     void canWriteTellsWhatWriteWould();
@@ -558,6 +563,87 @@ void tst_zoFileWriter::killLeavesTheOldOrTheNewFile()
         if (!isOverwritten)
             QVERIFY(content == first || content == second);
     }
+}
+
+void tst_zoFileWriter::endOfTheProcessLeavesNoRemains_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::addColumn<bool>("isNew");
+
+    for (const int number : {SIGHUP, SIGINT, SIGQUIT, SIGTERM}) {
+        QTest::addRow("new-%d", number) << number << true;
+        QTest::addRow("replaced-%d", number) << number << false;
+    }
+}
+
+void tst_zoFileWriter::endOfTheProcessLeavesNoRemains()
+{
+    QFETCH(int, number);
+    QFETCH(bool, isNew);
+    if (!isNew)
+        QCOMPARE(zoFileWriter::write(path("a"), "old"), Result::Written);
+
+    const pid_t writer = ::fork();
+    if (writer == 0) {
+        const rlimit none{0, 0}; // no core file
+        ::setrlimit(RLIMIT_CORE, &none);
+        std::signal(number, SIG_DFL);
+        zoFileWriter::write(path("a"), [number]() -> QByteArray {
+            ::raise(number); // in the middle
+            return "new";
+        });
+        ::_exit(0); // not reached: the signal comes when the file is there
+    }
+    int status = 0;
+    QCOMPARE(::waitpid(writer, &status, 0), writer);
+
+    QVERIFY(WIFSIGNALED(status));
+    QCOMPARE(WTERMSIG(status), number);
+    QCOMPARE(contentOf(path("a")), QByteArray("new"));
+    QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden), QStringList("a"));
+}
+
+void tst_zoFileWriter::nameWithoutBytesIsRefused_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("reason");
+
+    QTest::newRow("empty") << ""
+                           << "the file name is empty";
+    QTest::newRow("half-of-a-character")
+        << QString("a") + QChar(0xd800) << "the encoding of the locale has not";
+    // As a file dialog shows a name that is no text.
+    QTest::newRow("unreadable") << QString("a") + QChar(QChar::ReplacementCharacter)
+                                << "bytes of this name are";
+}
+
+void tst_zoFileWriter::nameWithoutBytesIsRefused()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, reason);
+    if (!name.isEmpty())
+        name = path(name);
+    QString told;
+
+    QCOMPARE(zoFileWriter::write(name, "new", &told), Result::NotOpened);
+    QVERIFY2(told.startsWith(reason), qPrintable(told));
+    QVERIFY(!zoFileWriter::canWrite(name, &told));
+    QVERIFY2(told.startsWith(reason), qPrintable(told));
+
+    QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden), QStringList());
+}
+
+// Somebody may have given the file that very name.
+void tst_zoFileWriter::fileNamedAfterUnreadableBytesIsWritten()
+{
+    const QByteArray name = encoded("a\xef\xbf\xbd");
+    const int file = ::open(name.constData(), O_WRONLY | O_CREAT, 0600);
+    QVERIFY(file >= 0);
+    ::close(file);
+
+    QCOMPARE(zoFileWriter::write(QFile::decodeName(name), "new"), Result::Written);
+
+    QCOMPARE(contentOf(QFile::decodeName(name)), QByteArray("new"));
 }
 
 void tst_zoFileWriter::guardIsAskedFirst()
