@@ -53,6 +53,7 @@ private slots:
     void checkComparesBytes();
     void everyLossIsTold_data();
     void everyLossIsTold();
+    void importedFileIsRewrittenWithoutForce_data();
     void importedFileIsRewrittenWithoutForce();
     void fileThatLosesSomethingIsRewrittenOnlyByForce_data();
     void fileThatLosesSomethingIsRewrittenOnlyByForce();
@@ -259,7 +260,14 @@ void tst_zohpcFormat::everyLossIsTold_data()
         << QByteArray("<cluster version='1'><master/>\n<projection type='wall' tilewidth='9' tileheight='9' "
                       "offsetx='0' offsety='0'/>\n"
                       "<projection type='wall' offsetx='-8' offsety='0'/></cluster>")
-        << QByteArray("-:3:25: the attribute \"offsetx\" of \"projection\" is left out\n");
+        // The import tells what no present reader knows, once; asking for --force later helped nobody.
+        << QByteArray();
+    QTest::newRow("half-of-a-character")
+        << QByteArray(
+               "<cluster version='1'>\n<master booking='a&#xD800;b&#65;'/><!-- &#0; -->&#x1f;</cluster>")
+        << QByteArray("-:2:19: the reference \"&#xD800;\" stands for no character and is left out\n"
+                      "-:2:36: the comment is left out\n"
+                      "-:2:49: the reference \"&#x1f;\" stands for no character and is left out\n");
     QTest::newRow("root-of-an-old-document")
         << QByteArray("<cluster author='me'/>")
         << QByteArray("-:1:10: the attribute \"author\" of \"cluster\" is left out\n");
@@ -287,18 +295,34 @@ void tst_zohpcFormat::everyLossIsTold()
     QCOMPARE(run.exitCode, 0);
 }
 
+void tst_zohpcFormat::importedFileIsRewrittenWithoutForce_data()
+{
+    QTest::addColumn<QString>("legacy");
+
+    const QDir samples(QStringLiteral(ZO_TEST_DATA_DIR "/Legacy"));
+    const QStringList names = samples.entryList({"*.xml"});
+    QVERIFY(names.contains("wall-defaults.xml"));
+    for (const QString& name : names) {
+        if (!name.startsWith("broken") && name != "empty-no-keys.xml") // are refused
+            QTest::newRow(qPrintable(name)) << samples.filePath(name);
+    }
+}
+
 void tst_zohpcFormat::importedFileIsRewrittenWithoutForce()
 {
+    QFETCH(QString, legacy);
     const QString file = m_files.path("imported.zhpc");
-    const QString legacy = QStringLiteral(ZO_TEST_DATA_DIR "/Legacy/wall-defaults.xml");
-    QCOMPARE(zoCommandRun::zohpc({"convert", "--force", legacy, "-o", file}).exitCode, 0);
+    const zoCommandRun conversion = zoCommandRun::zohpc({"convert", "--force", legacy, "-o", file});
+    QCOMPARE(conversion.exitCode, 0);
     const QByteArray imported = zoCliFiles::read(file);
+    const bool hasOffset = imported.contains("offsetx=") && !imported.contains("offsetx=\"0\"");
+    QCOMPARE(conversion.errors.contains("of the wall has no counterpart"), hasOffset);
 
     const zoCommandRun run = zoCommandRun::zohpc({"format", "-i", file});
 
     QCOMPARE(run.whole(), QByteArray("--- errors\n--- exit code 0\n"));
-    QVERIFY(imported.contains("rotate=") && imported.contains("offsetx="));
-    QVERIFY(!zoCliFiles::read(file).contains("rotate="));
+    QVERIFY(!zoCliFiles::read(file).contains(" rotate="));
+    QVERIFY(!zoCliFiles::read(file).contains(" offsetx="));
 }
 
 void tst_zohpcFormat::fileThatLosesSomethingIsRewrittenOnlyByForce_data()

@@ -577,6 +577,9 @@ void tst_zoHPCConfigConverter::remarksTellWhatChanged_data()
                                  {QStringLiteral("zoClusterPipeX"), QString()}})
         << Kinds{Kind::DroppedPipes};
     QTest::newRow("overlap") << wall("a", 1, "zoClusterPWXOverlap", "20") << Kinds{Kind::CopiedOverlap};
+    QTest::newRow("offset-across") << wall("a", 1, "zoClusterPWXOffset", "-8") << Kinds{Kind::DroppedOffset};
+    QTest::newRow("offset-up") << wall("a", 1, "zoClusterPWYOffset", "8") << Kinds{Kind::DroppedOffset};
+    QTest::newRow("no-offset") << wall("a", 1, "zoClusterPWYOffset", "0") << Kinds{};
     QTest::newRow("half-stereo") << wall("a", 1, "zoClusterPWStereoMode", "2") << Kinds{Kind::HalfStereo};
     QTest::newRow("missing-hosts") << wall("a", 3) << Kinds{Kind::MissingHosts};
     QTest::newRow("unused-hosts") << wall("a b c", 1) << Kinds{Kind::UnusedHosts};

@@ -157,10 +157,10 @@ bool saysNothing(const Attribute& attribute, const QString& tag)
     // No reader distinguishes an empty one from a missing one.
     if (attribute.value.isEmpty())
         return true;
-    // The windows of an imported wall are as large as its tiles.
+    // The windows of an imported wall are as large as its tiles. What its offset said, the import has told.
     if (tag == Projection)
         return isOneOf(TileWidthAttribute, TileHeightAttribute) ||
-               (isZero && isOneOf(OffsetXAttribute, OffsetYAttribute));
+               isOneOf(OffsetXAttribute, OffsetYAttribute);
     return tag == Viewport && attribute.name == RotateAttribute && isZero;
 }
 

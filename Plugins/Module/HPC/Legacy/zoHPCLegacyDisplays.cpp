@@ -143,6 +143,16 @@ void zoHPCLegacyDisplays::convert()
     }
 }
 
+// Written all the same, for whoever reads the file by other means; the next save leaves it out.
+void zoHPCLegacyDisplays::addOffsetRemark(int offset, const char* parameter)
+{
+    if (offset != 0)
+        m_remarks.add(
+            Kind::DroppedOffset,
+            tr("The offset %1 of the wall has no counterpart; check where its windows stand.").arg(offset),
+            QLatin1String(parameter));
+}
+
 void zoHPCLegacyDisplays::convertPowerwall()
 {
     const int xOffset = m_remarks.intParameter("zoClusterPWXOffset", "0");
@@ -159,6 +169,8 @@ void zoHPCLegacyDisplays::convertPowerwall()
     if (overlap != 0)
         m_remarks.add(Kind::CopiedOverlap, tr("The overlap %1 was taken for both directions.").arg(overlap),
                       zoText("zoClusterPWXOverlap"));
+    addOffsetRemark(xOffset, "zoClusterPWXOffset");
+    addOffsetRemark(yOffset, "zoClusterPWYOffset");
     if (stereo.half)
         m_remarks.add(Kind::HalfStereo, tr("The viewports cover the left half of their windows only."),
                       zoText("zoClusterPWStereoMode"));

@@ -29,6 +29,7 @@ public:
 
 private:
     void convertPowerwall();
+    void addOffsetRemark(int offset, const char* parameter);
     void convertCustom();
     void convertView(const QDomElement& window, const QString& descriptor, int width, int height);
     void addCustomRemarks(int pipes, int emptyWindows, int firstEmptyWindow);

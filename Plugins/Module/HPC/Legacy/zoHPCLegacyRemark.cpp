@@ -21,6 +21,8 @@ QString zoHPCLegacyRemark::kindName(Kind kind)
         return zoText("dropped-pipes");
     case Kind::CopiedOverlap:
         return zoText("copied-overlap");
+    case Kind::DroppedOffset:
+        return zoText("dropped-offset");
     case Kind::HalfStereo:
         return zoText("half-stereo");
     case Kind::MissingHosts:

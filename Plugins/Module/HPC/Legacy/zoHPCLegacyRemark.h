@@ -14,6 +14,7 @@ struct zoHPCLegacyRemark
         ShiftedHosts,       // forwarding hosts move the hosts and positions of later windows
         DroppedPipes,       // pipes after a gap in their numbers were dropped
         CopiedOverlap,      // the horizontal overlap became the vertical one, too
+        DroppedOffset,      // the offset of a wall, which no reader of the present format knows
         HalfStereo,         // a stereo wall whose viewports cover the left half only
         MissingHosts,       // windows without a host
         UnusedHosts,        // hosts without a window
