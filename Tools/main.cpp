@@ -3,6 +3,8 @@
 #include "zoEnvironment.h"
 #include "zoHPCSuggestion.h"
 
+#include <zoCommandLine.h>
+
 #include <QCoreApplication>
 #include <QFile>
 #include <QStringList>
@@ -157,11 +159,15 @@ int runHosts(const QStringList& arguments)
 
 int main(int argc, char** argv)
 {
+    zoCommandLine::holdStandardStreams();
     zoEnvironment::settle();
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("zohpc"));
     QCoreApplication::setApplicationVersion(QStringLiteral(ZO_VERSION));
 
+    const QString flaw = zoCommandLine::flawOf(argc, argv);
+    if (!flaw.isEmpty())
+        return usageError(flaw);
     QStringList arguments = QCoreApplication::arguments().mid(1);
     if (arguments.isEmpty())
         return usageError(tr("no command given"));

@@ -10,6 +10,9 @@
 
 #include <unistd.h>
 
+#include <cstdio>
+#include <filesystem>
+
 namespace
 {
 QString sample()
@@ -59,6 +62,17 @@ private slots:
     void twoOutputsDoNotGoIntoOneFileByLinks();
     void outputIsLookedAtBeforeTheInput_data();
     void outputIsLookedAtBeforeTheInput();
+    void whatHasNoEndIsRefused_data();
+    void whatHasNoEndIsRefused();
+    void pipeOfAShellIsRead_data();
+    void pipeOfAShellIsRead();
+    void closedStreamIsTold_data();
+    void closedStreamIsTold();
+    void closedStreamIsNoFile();
+    void nameThatIsNoTextIsRefused_data();
+    void nameThatIsNoTextIsRefused();
+    void emptyNameIsTold_data();
+    void emptyNameIsTold();
 
 private:
     zoCliFiles m_files;
@@ -294,6 +308,151 @@ void tst_zohpcFiles::outputIsLookedAtBeforeTheInput()
 
     QCOMPARE(run.whole(),
              "--- errors\n" + output.toUtf8() + ": No such file or directory\n--- exit code 2\n");
+}
+
+void tst_zohpcFiles::whatHasNoEndIsRefused_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QByteArray>("told");
+
+    const QByteArray large("larger than 256 MiB");
+    const QByteArray special("it is no regular file");
+    QTest::newRow("check-endless") << "ulimit -v 2000000; \"$0\" check /dev/zero" << special;
+    QTest::newRow("check-pipe") << "\"$0\" check fifo" << special;
+    QTest::newRow("check-sparse") << "ulimit -v 2000000; \"$0\" check sparse" << large;
+    QTest::newRow("check-standard-input") << "ulimit -v 2000000; \"$0\" check - < /dev/zero" << large;
+    QTest::newRow("convert-endless") << "ulimit -v 2000000; \"$0\" convert /dev/zero" << special;
+    QTest::newRow("format-sparse") << "ulimit -v 2000000; \"$0\" format -i sparse" << large;
+    QTest::newRow("diff-pipe") << "\"$0\" diff fifo sparse" << special;
+    QTest::newRow("hosts-standard-input") << "ulimit -v 2000000; \"$0\" hosts expand - < /dev/zero" << large;
+    QTest::newRow("hosts-tree-standard-input")
+        << "ulimit -v 2000000; \"$0\" hosts tree - < /dev/zero" << large;
+    QTest::newRow("hosts-pipe") << "\"$0\" hosts expand -f fifo" << special;
+}
+
+void tst_zohpcFiles::whatHasNoEndIsRefused()
+{
+    QFETCH(QString, line);
+    QFETCH(QByteArray, told);
+    const zoCommandRun run =
+        shell("cd \"$1\"; mkfifo fifo; truncate -s 10G sparse; " + line, {m_files.path("")});
+
+    QCOMPARE(run.exitCode, 2);
+    QVERIFY2(run.errors.contains(told), run.errors.constData());
+    QCOMPARE(run.output, QByteArray());
+}
+
+void tst_zohpcFiles::pipeOfAShellIsRead_data()
+{
+    QTest::addColumn<QString>("line");
+
+    QTest::newRow("named-after-its-number") << "cat \"$1\" | \"$0\" format /dev/fd/0";
+    QTest::newRow("standard-input") << "cat \"$1\" | \"$0\" format -";
+    QTest::newRow("named-standard-input") << "cat \"$1\" | \"$0\" format /dev/stdin";
+    QTest::newRow("file-as-standard-input") << "\"$0\" format /dev/stdin < \"$1\"";
+}
+
+void tst_zohpcFiles::pipeOfAShellIsRead()
+{
+    QFETCH(QString, line);
+
+    const zoCommandRun run = shell(line, {sample()});
+
+    QCOMPARE(run.errors, QByteArray());
+    QCOMPARE(run.output, zoCliFiles::read(sample()));
+}
+
+void tst_zohpcFiles::closedStreamIsTold_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QByteArray>("told");
+
+    const QByteArray input("-: standard input is closed\n");
+    const QByteArray output("zohpc: standard output: it is closed\n");
+    QTest::newRow("document-input") << "\"$0\" check - <&-" << input;
+    QTest::newRow("hosts-input") << "\"$0\" hosts expand - <&-" << input;
+    QTest::newRow("document-output") << "\"$0\" format \"$1\" >&-" << output;
+    QTest::newRow("hosts-output") << "\"$0\" hosts expand 'n1 - n3' >&-" << output;
+    QTest::newRow("help-output") << "\"$0\" --help >&-" << output;
+}
+
+void tst_zohpcFiles::closedStreamIsTold()
+{
+    QFETCH(QString, line);
+    QFETCH(QByteArray, told);
+
+    const zoCommandRun run = shell(line, {sample()});
+
+    QCOMPARE(run.errors, told);
+    QCOMPARE(run.exitCode, 2);
+}
+
+// Without streams of their own, the numbers would go to the next files that are opened.
+void tst_zohpcFiles::closedStreamIsNoFile()
+{
+    const QString path = m_files.write("wall.zhpc", byHand());
+
+    QCOMPARE(shell("\"$0\" format -i \"$1\" <&- >&- 2>&-", {path}).exitCode, 0);
+    QCOMPARE(zoCliFiles::read(path), zoCliFiles::read(sample()));
+    const QByteArray odd("<cluster version='1' odd='1'><master/></cluster>");
+    const QString loses = m_files.write("loses.zhpc", odd);
+    QCOMPARE(shell("\"$0\" format -i \"$1\" <&- >&- 2>&-", {loses}).exitCode, 2);
+    QCOMPARE(zoCliFiles::read(loses), odd);
+}
+
+void tst_zohpcFiles::nameThatIsNoTextIsRefused_data()
+{
+    QTest::addColumn<QString>("line");
+
+    QTest::newRow("input") << "\"$0\" check \"$n\"";
+    QTest::newRow("output") << "\"$0\" format \"$1\" -o \"$n\"";
+    QTest::newRow("in-place") << "\"$0\" format -i \"$n\"";
+    QTest::newRow("hosts") << "\"$0\" hosts expand \"$n\"";
+}
+
+void tst_zohpcFiles::nameThatIsNoTextIsRefused()
+{
+    QFETCH(QString, line);
+    QVERIFY(QDir(m_files.path("")).mkpath("names"));
+    const QString folder = m_files.path("names");
+    const QByteArray name("names/a\xff.zhpc");
+    const QByteArray path = QFile::encodeName(m_files.path("")) + '/' + name;
+    FILE* const file = std::fopen(path.constData(), "w");
+    QVERIFY(file != nullptr);
+    std::fputs("<cluster/>", file);
+    std::fclose(file);
+
+    const zoCommandRun run = shell(
+        "cd \"$2\"; n=$(printf 'a\\377.zhpc'); LC_ALL=C.UTF-8; export LC_ALL; " + line, {sample(), folder});
+
+    QCOMPARE(run.exitCode, 2);
+    QVERIFY2(run.errors.startsWith("zohpc: the argument $'a\\xff.zhpc' is no text in the encoding of the "
+                                   "locale (UTF-8); rename the file"),
+             run.errors.constData());
+    QCOMPARE(run.output, QByteArray());
+    // The toolkit lists no such names.
+    const std::filesystem::directory_iterator files(folder.toStdString());
+    QCOMPARE(std::distance(begin(files), end(files)), std::ptrdiff_t(1));
+    QCOMPARE(std::remove(path.constData()), 0);
+}
+
+void tst_zohpcFiles::emptyNameIsTold_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+
+    QTest::newRow("input") << QStringList{"check", ""};
+    QTest::newRow("output") << QStringList{"format", sample(), "-o", ""};
+    QTest::newRow("convert") << QStringList{"convert", legacy(), "-o", ""};
+    QTest::newRow("export") << QStringList{"export", sample(), "--paraview", ""};
+}
+
+void tst_zohpcFiles::emptyNameIsTold()
+{
+    QFETCH(QStringList, arguments);
+
+    const zoCommandRun run = zoCommandRun::zohpc(arguments);
+
+    QCOMPARE(run.whole(), QByteArray("--- errors\n\"\": the file name is empty\n--- exit code 2\n"));
 }
 
 ZO_TEST_MAIN(tst_zohpcFiles)

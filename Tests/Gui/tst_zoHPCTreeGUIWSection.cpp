@@ -476,8 +476,10 @@ void tst_zoHPCTreeGUIWSection::tooDeepSectionIsRefused()
         parent.appendChild(child);
         parent = child;
     }
-    expectMessage(QtCriticalMsg,
-                  QRegularExpression("^The cluster section is nested too deep: at most \\d+ levels"));
+    expectMessage(
+        QtCriticalMsg,
+        QRegularExpression(
+            "^The cluster section is nested too deep: the tree has at most \\d+ levels\\. Put networks"));
 
     m_view->loadFromXML(document);
 

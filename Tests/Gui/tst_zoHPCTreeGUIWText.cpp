@@ -836,8 +836,10 @@ void tst_zoHPCTreeGUIWText::tooDeepHostsTextIsRefused()
     int selections = 0;
     connect(m_view.get(), &zoHPCTreeGUIW::selectedItemChanged, this, [&selections] { ++selections; });
     QVERIFY(zoHPCTreeDepth::limit() > 10000);
-    expectMessage(QtCriticalMsg,
-                  QRegularExpression("^The hosts text is nested too deep: at most \\d+ levels"));
+    expectMessage(
+        QtCriticalMsg,
+        QRegularExpression(
+            "^The hosts text is nested too deep: the tree has at most \\d+ levels\\. Put networks"));
 
     m_view->setHostString(QString("{ n").repeated(zoHPCTreeDepth::limit()));
 

@@ -135,7 +135,8 @@ void tst_zoHPCConfigurationFiles::textEndsAtTheFirstNulByte()
     QVERIFY(zoHPCConfigurationFiles::read(path("a.zhpc"), text));
 
     QCOMPARE(text, QStringLiteral("one"));
-    QCOMPARE(zoHPCConfigurationFiles::readLegacy(path("a.zhpc")), QStringLiteral("one"));
+    QVERIFY(zoHPCConfigurationFiles::readLegacy(path("a.zhpc"), text));
+    QCOMPARE(text, QStringLiteral("one"));
 }
 
 void tst_zoHPCConfigurationFiles::missingFileIsReported()
@@ -150,7 +151,9 @@ void tst_zoHPCConfigurationFiles::missingFileIsReported()
 
 void tst_zoHPCConfigurationFiles::missingLegacyFileIsEmpty()
 {
-    QCOMPARE(zoHPCConfigurationFiles::readLegacy(path("none")), QString());
+    QString text = QStringLiteral("before");
+    QVERIFY(zoHPCConfigurationFiles::readLegacy(path("none"), text));
+    QCOMPARE(text, QString());
 }
 
 void tst_zoHPCConfigurationFiles::untouchedConfigurationIsNotWorthKeeping()

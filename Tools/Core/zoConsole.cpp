@@ -12,8 +12,9 @@ bool zoConsole::write(const QByteArray& text)
         std::fwrite(text.constData(), 1, std::size_t(text.size()), stdout) == std::size_t(text.size());
     if (isWhole && std::fflush(stdout) == 0)
         return true;
-    printError(QCoreApplication::translate("zoConsole", "zohpc: standard output: %1")
-                   .arg(QString::fromLocal8Bit(std::strerror(errno))));
+    const QString reason = errno == EBADF ? QCoreApplication::translate("zoConsole", "it is closed")
+                                          : QString::fromLocal8Bit(std::strerror(errno));
+    printError(QCoreApplication::translate("zoConsole", "zohpc: standard output: %1").arg(reason));
     return false;
 }
 

@@ -52,7 +52,9 @@ int zoExportCommand::execute(const QCommandLineParser& parser)
 {
     const QString paraView = parser.value(QStringLiteral("paraview"));
     const QString equalizer = parser.value(QStringLiteral("equalizer"));
-    if (paraView.isEmpty() && equalizer.isEmpty())
+    const bool isForParaView = parser.isSet(QStringLiteral("paraview"));
+    const bool isForEqualizer = parser.isSet(QStringLiteral("equalizer"));
+    if (!isForParaView && !isForEqualizer)
         return usageError(tr("--paraview or --equalizer is missing"));
     if (parser.positionalArguments().size() > 1)
         return usageError(tr("one file at a time"));
@@ -62,16 +64,19 @@ int zoExportCommand::execute(const QCommandLineParser& parser)
         return usageError(tr("--pixel-pitch: \"%1\" is no size in millimetres")
                               .arg(parser.value(QStringLiteral("pixel-pitch"))));
 
-    zoExportNotes::Targets targets{!paraView.isEmpty(), !equalizer.isEmpty(), zoParaViewRelease()};
+    zoExportNotes::Targets targets{isForParaView, isForEqualizer, zoParaViewRelease()};
     if (!targets.release.read(parser.value(QStringLiteral("release"))))
         return usageError(
             tr("--release: \"%1\" is no release such as 5.11").arg(parser.value(QStringLiteral("release"))));
-    if (parser.isSet(QStringLiteral("release")) && paraView.isEmpty())
+    if (parser.isSet(QStringLiteral("release")) && !isForParaView)
         return usageError(tr("--release is for --paraview"));
 
     const QString file = parser.positionalArguments().value(0, QStringLiteral("-"));
-    QStringList outputs{paraView, equalizer};
-    outputs.removeAll(QString());
+    QStringList outputs;
+    if (isForParaView)
+        outputs << paraView;
+    if (isForEqualizer)
+        outputs << equalizer;
     zoClusterSetup setup;
     if (!zoTextFile::mayWrite(outputs, file) || !setup.readFile(file))
         return zoConsole::Unusable;
@@ -86,10 +91,10 @@ int zoExportCommand::execute(const QCommandLineParser& parser)
         zoConsole::printError(file, 1, 1, tr("nothing to render: no window of a node shows a plane"));
         return zoConsole::ProblemsFound;
     }
-    if (!paraView.isEmpty() &&
+    if (isForParaView &&
         !zoTextFile::write(paraView, QString::fromUtf8(zoEngineFiles::paraView(rendering, targets.release))))
         return zoConsole::Unusable;
-    if (!equalizer.isEmpty() &&
+    if (isForEqualizer &&
         !zoTextFile::write(equalizer, QString::fromUtf8(zoEngineFiles::equalizer(rendering))))
         return zoConsole::Unusable;
     return zoConsole::Fine;

@@ -2,6 +2,7 @@
 
 #include "zoConsole.h"
 
+#include <zoFileReader.h>
 #include <zoFileText.h>
 #include <zoFileWriter.h>
 
@@ -9,7 +10,6 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <cstdio>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -19,7 +19,8 @@ constexpr int s_longestChain = 40; // of links, as the system has it
 
 bool printError(const QString& fileName, const QString& reason)
 {
-    zoConsole::printError(QStringLiteral("%1: %2").arg(fileName, reason));
+    zoConsole::printError(
+        QStringLiteral("%1: %2").arg(fileName.isEmpty() ? QStringLiteral("\"\"") : fileName, reason));
     return false;
 }
 
@@ -78,14 +79,13 @@ bool zoTextFile::read(const QString& fileName, QString& text)
 
 bool zoTextFile::read(const QString& fileName, Content& content)
 {
-    QFile file(fileName);
-    const bool isOpen = fileName == QLatin1String("-") ? file.open(stdin, QIODevice::ReadOnly)
-                                                       : file.open(QIODevice::ReadOnly);
-    if (!isOpen)
-        return printError(fileName, file.errorString());
-    content.bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        return printError(fileName, file.errorString());
+    QString reason;
+    const zoFileReader::Result result =
+        fileName == QLatin1String("-")
+            ? zoFileReader::readStandardInput(content.bytes, &reason)
+            : zoFileReader::read(fileName, content.bytes, &reason, zoFileReader::Pipes::Unnamed);
+    if (result != zoFileReader::Result::Read)
+        return printError(fileName, reason);
     const zoFileText decoded(content.bytes);
     if (!decoded.isValid()) {
         const zoFileText::Place place = decoded.invalidPlace();

@@ -2,17 +2,18 @@
 
 #include "zoConsole.h"
 
+#include <zoFileReader.h>
+
 #include <QCoreApplication>
-#include <QFile>
 
 #include <algorithm>
-#include <cstdio>
 
 namespace
 {
 bool printUnreadable(const QString& fileName, const QString& reason)
 {
-    zoConsole::printError(QStringLiteral("%1: %2").arg(fileName, reason));
+    zoConsole::printError(
+        QStringLiteral("%1: %2").arg(fileName.isEmpty() ? QStringLiteral("\"\"") : fileName, reason));
     return false;
 }
 
@@ -40,24 +41,21 @@ bool zoHostsInput::readFile(const QString& fileName)
 {
     if (fileName == QLatin1String("-"))
         return readStandardInput();
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly))
-        return printUnreadable(fileName, file.errorString());
-    const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        return printUnreadable(fileName, file.errorString());
+    QByteArray bytes;
+    QString reason;
+    if (zoFileReader::read(fileName, bytes, &reason, zoFileReader::Pipes::Unnamed) !=
+        zoFileReader::Result::Read)
+        return printUnreadable(fileName, reason);
     append(fileName, decoded(bytes));
     return true;
 }
 
 bool zoHostsInput::readStandardInput()
 {
-    QFile file;
-    if (!file.open(stdin, QIODevice::ReadOnly))
-        return printUnreadable(QStringLiteral("-"), file.errorString());
-    const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        return printUnreadable(QStringLiteral("-"), file.errorString());
+    QByteArray bytes;
+    QString reason;
+    if (zoFileReader::readStandardInput(bytes, &reason) != zoFileReader::Result::Read)
+        return printUnreadable(QStringLiteral("-"), reason);
     append(QStringLiteral("-"), decoded(bytes));
     return true;
 }

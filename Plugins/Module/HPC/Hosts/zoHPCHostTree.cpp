@@ -14,10 +14,10 @@
 
 #include <zoClusterLimits.h>
 #include <zoClusterTags.h>
+#include <zoFileReader.h>
 #include <zoLog.h>
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QGuiApplication>
 
 #include <set>
@@ -38,13 +38,11 @@ QString networkText()
 void reportDepth(const zoHPCHostsSectionReader& reader)
 {
     zoLog::error(
-        "%s",
-        qUtf8Printable(
-            translated(
-                QT_TRANSLATE_NOOP(
-                    "zoHPCTreeGUIW",
-                    "The cluster section is nested too deep: at most %1 levels of the tree fit the stack."))
-                .arg(reader.depthLimit())));
+        "%s", qUtf8Printable(translated(QT_TRANSLATE_NOOP("zoHPCTreeGUIW",
+                                                          "The cluster section is nested too deep: the tree "
+                                                          "has at most %1 levels. Put networks beside "
+                                                          "each other, not into each other."))
+                                 .arg(reader.depthLimit())));
 }
 } // namespace
 
@@ -197,13 +195,11 @@ void zoHPCHostTree::setHostString(const QString& text)
     }
     if (outcome == zoHPCHostsTextBuilder::Outcome::TooDeep) {
         zoLog::error(
-            "%s",
-            qUtf8Printable(
-                translated(
-                    QT_TRANSLATE_NOOP(
-                        "zoHPCTreeGUIW",
-                        "The hosts text is nested too deep: at most %1 levels of the tree fit the stack."))
-                    .arg(builder.depthLimit())));
+            "%s", qUtf8Printable(translated(QT_TRANSLATE_NOOP("zoHPCTreeGUIW",
+                                                              "The hosts text is nested too deep: the tree "
+                                                              "has at most %1 levels. Put networks beside "
+                                                              "each other, not into each other."))
+                                     .arg(builder.depthLimit())));
         return;
     }
     m_booking.clear();
@@ -225,15 +221,16 @@ void zoHPCHostTree::loadNodesFile()
 {
     if (m_hostFile.isEmpty())
         return;
-    QFile file(m_hostFile);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+    QByteArray content;
+    QString reason;
+    const zoFileReader::Result result = zoFileReader::read(m_hostFile, content, &reason);
+    if (result == zoFileReader::Result::NotOpened)
         return;
-    const QByteArray content = file.readAll();
-    if (file.error() != QFileDevice::NoError) {
+    if (result == zoFileReader::Result::NotRead) {
         // Half a file would cost the other half of the cluster at the next save.
         zoLog::error("%s", qUtf8Printable(translated(QT_TRANSLATE_NOOP("zoHPCTreeGUIW",
                                                                        "Unable to read hosts file %1: %2"))
-                                              .arg(m_hostFile, file.errorString())));
+                                              .arg(m_hostFile, reason)));
         return;
     }
     if (content.contains('\0')) {
@@ -245,7 +242,7 @@ void zoHPCHostTree::loadNodesFile()
                                   translated(QT_TRANSLATE_NOOP("zoHPCTreeGUIW", "it is no text in UTF-8")))));
         return;
     }
-    setHostString(QString::fromUtf8(content));
+    setHostString(QString::fromUtf8(content).remove(QLatin1Char('\r'))); // as in text mode
 }
 
 void zoHPCHostTree::setHostFile(const QString& path)

@@ -4,9 +4,9 @@
 
 #include <QByteArray>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
+#include <zoFileReader.h>
 #include <zoFileText.h>
 #include <zoFileWriter.h>
 #include <zoLog.h>
@@ -33,17 +33,18 @@ QString zoHPCConfigurationFiles::directory()
 
 bool zoHPCConfigurationFiles::read(const QString& fileName, QString& text)
 {
-    QFile file(fileName);
-    if (fileName.isEmpty() || !file.open(QIODevice::ReadOnly)) {
+    QByteArray bytes;
+    QString reason;
+    switch (zoFileReader::read(fileName, bytes, &reason)) {
+    case zoFileReader::Result::Read:
+        break;
+    case zoFileReader::Result::NotOpened:
         // Scripts look for it: the same in every language.
         zoLog::error("Unable to load cluster config %s", qUtf8Printable(fileName));
         return false;
-    }
-    const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError) {
+    case zoFileReader::Result::NotRead:
         // Half a file would take the place of a whole configuration.
-        zoLog::error("%s", qUtf8Printable(
-                               tr("Unable to load cluster config %1: %2").arg(fileName, file.errorString())));
+        zoLog::error("%s", qUtf8Printable(tr("Unable to load cluster config %1: %2").arg(fileName, reason)));
         return false;
     }
     const zoFileText content(bytes);
@@ -58,10 +59,15 @@ bool zoHPCConfigurationFiles::read(const QString& fileName, QString& text)
     return true;
 }
 
-QString zoHPCConfigurationFiles::readLegacy(const QString& fileName)
+bool zoHPCConfigurationFiles::readLegacy(const QString& fileName, QString& text)
 {
-    QFile file(fileName);
-    return file.open(QIODevice::ReadOnly) ? zoFileText(file.readAll()).text() : QString();
+    QByteArray bytes;
+    QString reason;
+    const zoFileReader::Result result = zoFileReader::read(fileName, bytes, &reason);
+    text = zoFileText(bytes).text();
+    if (result == zoFileReader::Result::NotRead)
+        zoLog::error("%s", qUtf8Printable(tr("Unable to import legacy config %1: %2").arg(fileName, reason)));
+    return result != zoFileReader::Result::NotRead;
 }
 
 bool zoHPCConfigurationFiles::write(const QString& fileName, const std::function<QString()>& text)

@@ -22,8 +22,9 @@ public:
     // The text of a configuration file. False, with an error in the log, when it cannot be opened or read as a
     // whole.
     static bool read(const QString& fileName, QString& text);
-    // The text of a file of an earlier format; empty when it cannot be opened.
-    static QString readLegacy(const QString& fileName);
+    // The text of a file of an earlier format; empty when it cannot be opened. False, with an error in the log,
+    // when it is none that can be read as a whole.
+    static bool readLegacy(const QString& fileName, QString& text);
     // Writes what `text` gives once the file is open, and makes the file the current one. Appends ".zhpc" when
     // missing. False for a name that cannot be opened, which changes nothing, and when the file could not be
     // written, which is reported in the log; the old file stays whole until the new one is complete.

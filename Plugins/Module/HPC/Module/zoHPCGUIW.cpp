@@ -578,8 +578,11 @@ void zoHPCGUIW::importLegacy()
     if (fileName.isEmpty())
         return;
     // A file that cannot be opened is an empty text, which converts into an empty cluster.
+    QString legacy;
+    if (!zoHPCConfigurationFiles::readLegacy(fileName, legacy))
+        return;
     zoHPCConfigConverter converter;
-    const QString converted = converter.convert(zoHPCConfigurationFiles::readLegacy(fileName));
+    const QString converted = converter.convert(legacy);
     announceReplacement(converted);
     // No file holds it yet in this form: it is not saved.
     setConfigString(converted);
