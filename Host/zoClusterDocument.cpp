@@ -109,8 +109,7 @@ bool readItems(const QString& text, std::vector<Item>& items, QString& reason)
 
 int servicePortOf(const Item& network)
 {
-    return network.servicePort.isEmpty() ? zoClusterDocument::DefaultServicePort
-                                         : network.servicePort.toInt();
+    return network.servicePort.isEmpty() ? zoClusterTags::DefaultServicePort : network.servicePort.toInt();
 }
 } // namespace
 
@@ -132,7 +131,7 @@ bool zoClusterDocument::parse(const QString& text, QString& reason)
     zoClusterPlaces places;
     zoClusterIds ids(places);
     ids.reserve(items.size());
-    std::vector<Step> pending{{0, zoClusterPlaces::Top, true, DefaultServicePort}};
+    std::vector<Step> pending{{0, zoClusterPlaces::Top, true, zoClusterTags::DefaultServicePort}};
     while (!pending.empty()) {
         Step step = pending.back();
         pending.pop_back();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <zoClusterTags.h>
+
 #include <QString>
 
 #include <vector>
@@ -13,7 +15,7 @@ public:
     {
         QString id;       // the host name; later nodes of the same name get "_2", "_3", ...
         QString hostName; // may be empty
-        int servicePort = DefaultServicePort;
+        int servicePort = zoClusterTags::DefaultServicePort;
         bool enabled = true; // itself and everything above it
 
         bool operator==(const Node& other) const
@@ -22,8 +24,6 @@ public:
                    enabled == other.enabled;
         }
     };
-
-    static constexpr int DefaultServicePort = 8889;
 
     // False, with a reason that names line and column, and no nodes when the text is not well-formed.
     bool parse(const QString& text, QString& reason);

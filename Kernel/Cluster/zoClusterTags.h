@@ -28,6 +28,9 @@ constexpr QLatin1String Viewport = word("viewport");
 // Attribute of a node: its host name.
 constexpr QLatin1String NameAttribute = word("name");
 
+// On which the servers of a network listen that names no port.
+constexpr int DefaultServicePort = 8889;
+
 // Attributes that the import of legacy configurations writes and no reader knows: of a viewport, and of a wall.
 constexpr QLatin1String RotateAttribute = word("rotate");
 constexpr QLatin1String OffsetXAttribute = word("offsetx");

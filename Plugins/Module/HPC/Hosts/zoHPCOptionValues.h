@@ -70,8 +70,6 @@ inline constexpr zoHPCComboRow FrameCounts[] = {
     {QT_TRANSLATE_NOOP("zoHPCTreeEditGUIW", "8"), "8"},
 };
 
-inline constexpr int DefaultServicePort = 8889;
-
 // An option that a combo box shows: values without a row are replaced when somebody looks at the item.
 struct ComboOption
 {

@@ -9,6 +9,7 @@
 
 #include <QScopedValueRollback>
 
+#include <zoClusterTags.h>
 #include <zoLog.h>
 
 namespace
@@ -142,7 +143,7 @@ void zoHPCTreeEditGUIW::servicePortChanged(int port)
     if (m_isFilling)
         return; // what is merely shown stays as it is, also a port that the spin box cannot show
     write(zoHPCOption::ServicePort,
-          port == zoHPCOptionValues::DefaultServicePort ? QString() : QString::number(port));
+          port == zoClusterTags::DefaultServicePort ? QString() : QString::number(port));
 }
 
 void zoHPCTreeEditGUIW::setEncrypted(bool encrypted)
@@ -183,6 +184,7 @@ void zoHPCTreeEditGUIW::connectWidgets()
     connectCombo(m_ui->m_parallelFrames, &zoHPCTreeEditGUIW::setParallelFrames);
     connectCombo(m_ui->m_frameQueueLength, &zoHPCTreeEditGUIW::setQueueLength);
     connectCombo(m_ui->m_stillFrameSupersampling, &zoHPCTreeEditGUIW::setStillSupersampling);
+    m_ui->m_servicePort->setValue(zoClusterTags::DefaultServicePort);
     connect(m_ui->m_servicePort, QOverload<int>::of(&QSpinBox::valueChanged), this,
             &zoHPCTreeEditGUIW::servicePortChanged);
     connect(m_ui->m_encrypted, &QCheckBox::toggled, this, &zoHPCTreeEditGUIW::setEncrypted);
@@ -247,9 +249,9 @@ void zoHPCTreeEditGUIW::showNetwork()
     m_ui->m_networkDescription->setText(item()->getOption(zoHPCOption::Description));
     setNetworkType(m_ui->m_networkTypeSelection->currentIndex());
 
-    int port = item()->getIntOption(zoHPCOption::ServicePort, zoHPCOptionValues::DefaultServicePort);
+    int port = item()->getIntOption(zoHPCOption::ServicePort, zoClusterTags::DefaultServicePort);
     if (port < m_ui->m_servicePort->minimum() || port > m_ui->m_servicePort->maximum())
-        port = zoHPCOptionValues::DefaultServicePort;
+        port = zoClusterTags::DefaultServicePort;
     m_ui->m_servicePort->setValue(port);
     m_ui->m_encrypted->setChecked(item()->isEncrypted());
 }
