@@ -88,7 +88,7 @@ private:
     zoHPCScreensView* m_screens = nullptr;
     zoHPCProblemsView* m_problems = nullptr;
     QComboBox* m_screenSize = nullptr;
-    zoHPCDebounce m_debounce; // of the trees
+    zoHPCDebounce m_debounce{this}; // of the trees
     int m_count = 0;
     bool m_isLarge = false;   // the last layout
     bool m_isPartial = false; // only the current picture is up to date

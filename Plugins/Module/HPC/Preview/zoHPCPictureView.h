@@ -60,7 +60,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
 
 private:
-    zoHPCDebounce m_debounce; // of wheel and keys
+    zoHPCDebounce m_debounce{this}; // of wheel and keys
     bool m_isChanging = false;
     bool m_isFitted = true;
 };
