@@ -2,6 +2,8 @@
 #include "zoHostOptions.h"
 #include "zoHostTranslations.h"
 
+#include <zoCommandLine.h>
+
 #include <QApplication>
 
 #include <cstdio>
@@ -20,6 +22,9 @@ void chooseOffscreenWithoutDisplay()
 zoHostOptions::Result readCommandLine(int& argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
+    const QString flaw = zoCommandLine::flawOf(argc, argv);
+    if (!flaw.isEmpty())
+        return zoHostOptions::refused(flaw);
     const QStringList arguments = QCoreApplication::arguments();
     // Twice: what it prints is in the language that it asks for.
     const zoHostTranslations translations(zoHostOptions::parse(arguments).options.language);
@@ -29,6 +34,7 @@ zoHostOptions::Result readCommandLine(int& argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    zoCommandLine::holdStandardStreams();
     QCoreApplication::setOrganizationName(QStringLiteral("zo"));
     QCoreApplication::setApplicationName(QStringLiteral("zohost"));
     QCoreApplication::setApplicationVersion(QStringLiteral(ZO_VERSION));

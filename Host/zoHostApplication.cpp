@@ -5,23 +5,27 @@
 #include "zoLocalClusterService.h"
 #include "zoNodeClusterService.h"
 
+#include <zoFileReader.h>
 #include <zoKernelServiceFactory.h>
 #include <zoLog.h>
 #include <zoPlatform.h>
 
 #include <QApplication>
-#include <QFile>
 #include <QMessageBox>
+#include <QStatusBar>
 
 namespace
 {
+constexpr int s_messageMs = 20000;
 constexpr char s_defaultFileKey[] = "HPC Cluster default file";
 
 // The text of the sample that an empty host shows; empty when the data directory lacks it.
 QString defaultDocument()
 {
-    QFile file(QString::fromStdString(zoPlatform::getDataDir()) + QStringLiteral("/cluster/default.zhpc"));
-    return file.open(QIODevice::ReadOnly | QIODevice::Text) ? QString::fromUtf8(file.readAll()) : QString();
+    QByteArray bytes;
+    zoFileReader::read(
+        QString::fromStdString(zoPlatform::getDataDir()) + QStringLiteral("/cluster/default.zhpc"), bytes);
+    return QString::fromUtf8(bytes).remove(QLatin1Char('\r'));
 }
 } // namespace
 
@@ -41,6 +45,11 @@ zoHostApplication::zoHostApplication(const zoHostOptions& options)
     , m_mainWindowService(std::make_unique<zoHostMainWindowService>(m_window.get()))
 {
     connect(&m_log, &zoHostLog::messageLogged, m_window->logPanel(), &zoHostLogPanel::addMessage);
+    // Whoever has closed the log must not wait in vain for what failed.
+    connect(&m_log, &zoHostLog::messageLogged, m_window.get(), [this](int type, const QString& text) {
+        if (type == QtCriticalMsg && !m_window->logPanel()->isVisible())
+            m_window->statusBar()->showMessage(text, s_messageMs);
+    });
     connect(m_window.get(), &zoHostMainWindow::closing, m_cluster.get(), &zoClusterService::abort);
     connect(&m_signals, &zoHostSignals::terminationRequested, this, [this] {
         if (m_recovery)
@@ -83,7 +92,7 @@ int zoHostApplication::run()
         [this, file] {
             m_session->begin(file);
             if (m_recovery)
-                m_recovery->offer();
+                m_recovery->offer(file);
         },
         Qt::QueuedConnection);
     return QCoreApplication::exec();

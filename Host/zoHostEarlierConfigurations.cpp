@@ -1,5 +1,7 @@
 #include "zoHostEarlierConfigurations.h"
 
+#include <zoFileReader.h>
+#include <zoFileText.h>
 #include <zoFileWriter.h>
 #include <zoLog.h>
 
@@ -52,9 +54,9 @@ QString originNameOf(const QString& fileName)
     return name.left(name.lastIndexOf(QLatin1Char('.'))) + QStringLiteral(".origin");
 }
 
-bool writeFile(const QString& fileName, const QString& text, QString& reason)
+bool writeFile(const QString& fileName, const QByteArray& bytes, QString& reason)
 {
-    return zoFileWriter::write(fileName, text.toUtf8(), &reason) == zoFileWriter::Result::Written;
+    return zoFileWriter::write(fileName, bytes, &reason) == zoFileWriter::Result::Written;
 }
 } // namespace
 
@@ -84,20 +86,48 @@ void zoHostEarlierConfigurations::keep(const QString& text, const QString& origi
     add(text, originFile, false);
 }
 
-void zoHostEarlierConfigurations::keepUnfinished(const QString& text, const QString& originFile)
+bool zoHostEarlierConfigurations::keepUnfinished(const QString& text, const QString& originFile)
 {
-    add(text, originFile, true);
+    return add(text, originFile, true);
 }
 
-void zoHostEarlierConfigurations::add(const QString& text, const QString& originFile, bool isUnfinished)
+bool zoHostEarlierConfigurations::adoptUnfinished(const QString& text, const QString& originFile,
+                                                  const QDateTime& kept)
+{
+    const QVector<Entry> there = entries();
+    for (const Entry& entry : there) {
+        if (entry.replaced == kept && entry.originFile == originFile && textOf(entry) == text)
+            return !entry.fileName.isEmpty();
+    }
+    Entry entry;
+    entry.isUnfinished = true;
+    entry.replaced = kept;
+    entry.originFile = originFile;
+    entry.text = text;
+    entry.bytes = text.toUtf8();
+    append(entry);
+    return m_waiting.isEmpty();
+}
+
+void zoHostEarlierConfigurations::keepBytes(const QByteArray& bytes, const QString& originFile)
+{
+    Entry entry;
+    entry.replaced = QDateTime::currentDateTimeUtc();
+    entry.originFile = originFile;
+    entry.text = zoFileText(bytes).text();
+    entry.bytes = bytes;
+    append(entry);
+}
+
+bool zoHostEarlierConfigurations::add(const QString& text, const QString& originFile, bool isUnfinished)
 {
     if (text.isEmpty() || text == m_newDocument)
-        return;
+        return true;
     const QVector<Entry> before = entries();
     // Not when the mark is missing: what is there twice is no loss.
     if (!before.isEmpty() && before.constFirst().isUnfinished >= isUnfinished &&
         textOf(before.constFirst()) == text)
-        return;
+        return !before.constFirst().fileName.isEmpty();
 
     Entry entry;
     entry.isUnfinished = isUnfinished;
@@ -105,6 +135,15 @@ void zoHostEarlierConfigurations::add(const QString& text, const QString& origin
     // Texts of their own: the given ones may lie in a module that is unloaded earlier.
     entry.originFile = QString(originFile.constData(), originFile.size());
     entry.text = QString(text.constData(), text.size());
+    entry.bytes = text.toUtf8();
+    append(entry);
+    return m_waiting.isEmpty();
+}
+
+void zoHostEarlierConfigurations::append(Entry entry)
+{
+    // As names of files tell it, so that an entry is the same before and after it is written.
+    entry.replaced = entry.replaced.addMSecs(-entry.replaced.time().msec());
     m_waiting.append(entry);
     writeWaiting();
     while (m_waiting.size() > Limit)
@@ -142,13 +181,13 @@ QString zoHostEarlierConfigurations::textOf(const Entry& entry) const
 {
     if (entry.fileName.isEmpty())
         return entry.text;
-    QFile file(entry.fileName);
-    if (!file.open(QIODevice::ReadOnly)) {
-        zoLog::error(
-            tr("Unable to read earlier configuration %1: %2").arg(entry.fileName, file.errorString()));
+    QByteArray bytes;
+    QString reason;
+    if (zoFileReader::read(entry.fileName, bytes, &reason) != zoFileReader::Result::Read) {
+        zoLog::error(tr("Unable to read earlier configuration %1: %2").arg(entry.fileName, reason));
         return {};
     }
-    return QString::fromUtf8(file.readAll());
+    return zoFileText(bytes).text();
 }
 
 QVector<zoHostEarlierConfigurations::Entry> zoHostEarlierConfigurations::written() const
@@ -169,9 +208,9 @@ QVector<zoHostEarlierConfigurations::Entry> zoHostEarlierConfigurations::written
             QDateTime::fromString(namePattern().match(name).captured(2), QLatin1String(s_stampFormat));
         entry.replaced.setTimeSpec(Qt::UTC);
         entry.isUnfinished = !namePattern().match(name).captured(3).isEmpty();
-        QFile origin(originNameOf(entry.fileName));
-        if (origin.open(QIODevice::ReadOnly))
-            entry.originFile = QString::fromUtf8(origin.readAll());
+        QByteArray origin;
+        zoFileReader::read(originNameOf(entry.fileName), origin);
+        entry.originFile = QString::fromUtf8(origin);
         found.append(entry);
     }
     return found;
@@ -216,7 +255,7 @@ bool zoHostEarlierConfigurations::write(const Entry& entry, QString& reason) con
     } while (QFile::exists(fileName) || QFile::exists(finishedNameOf(fileName)));
     // The configuration last: it is never there without its origin.
     const QString originName = originNameOf(fileName);
-    if (writeFile(originName, entry.originFile, reason) && writeFile(fileName, entry.text, reason))
+    if (writeFile(originName, entry.originFile.toUtf8(), reason) && writeFile(fileName, entry.bytes, reason))
         return true;
     QFile::remove(originName);
     return false;

@@ -20,6 +20,7 @@ public:
         QString originFile; // empty: it had no file
         QString fileName;   // in the folder; empty: only in memory
         QString text;       // in memory only; see textOf()
+        QByteArray bytes;   // what is written; in memory only
         bool isUnfinished = false;
     };
 
@@ -39,8 +40,14 @@ public:
     // document and the text that is the newest already. Failures are logged.
     void keep(const QString& text, const QString& originFile);
 
-    // The same for work that its host has no time to save.
-    void keepUnfinished(const QString& text, const QString& originFile);
+    // The same for work that its host has no time to save. False when it is in memory alone, which the host
+    // may not outlive.
+    bool keepUnfinished(const QString& text, const QString& originFile);
+    // The same for such work that was found elsewhere, unless it is here; `kept` is when it was left, in UTC.
+    bool adoptUnfinished(const QString& text, const QString& originFile, const QDateTime& kept);
+
+    // The same for what a file holds that is no text. Brought back, it is shown as the file was.
+    void keepBytes(const QByteArray& bytes, const QString& originFile);
 
     // What keepUnfinished() kept and nobody was offered yet, newest first.
     QVector<Entry> unfinished() const;
@@ -58,7 +65,8 @@ signals:
 
 private:
     QVector<Entry> written() const; // oldest first
-    void add(const QString& text, const QString& originFile, bool isUnfinished);
+    bool add(const QString& text, const QString& originFile, bool isUnfinished);
+    void append(Entry entry);
     void writeWaiting();
     bool write(const Entry& entry, QString& reason) const;
     void removeOldest() const;

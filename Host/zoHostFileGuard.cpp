@@ -1,10 +1,13 @@
 #include "zoHostFileGuard.h"
 
 #include "zoHostDocument.h"
+#include "zoHostEarlierConfigurations.h"
 #include "zoHostModules.h"
 
 #include <zoClusterService.h>
 #include <zoControllerService.h>
+#include <zoFileReader.h>
+#include <zoFileText.h>
 #include <zoFileWriter.h>
 #include <zoLog.h>
 
@@ -38,16 +41,19 @@ QString shortName(const QString& fileName)
 } // namespace
 
 zoHostFileGuard::zoHostFileGuard(QMainWindow* window, const zoHostModules* modules, zoHostDocument* document,
-                                 zoControllerService* controller, zoClusterService* cluster)
+                                 zoControllerService* controller, zoClusterService* cluster,
+                                 zoHostEarlierConfigurations* earlier)
     : QObject(window)
     , m_window(window)
     , m_modules(modules)
     , m_document(document)
     , m_controller(controller)
     , m_cluster(cluster)
+    , m_earlier(earlier)
 {
     zoFileWriter::setGuard({[this](const QString& fileName) { return mayWrite(fileName); },
                             [this](const QString& fileName) {
+                                m_unreadable.remove(absoluteName(fileName));
                                 if (m_known.contains(absoluteName(fileName)))
                                     takeNote(fileName);
                             }});
@@ -91,20 +97,20 @@ bool zoHostFileGuard::State::isUntouched(const State& other) const
 zoHostFileGuard::State zoHostFileGuard::stateOf(const QString& fileName)
 {
     State state;
-    QFile file(fileName);
     struct stat status
     {
     };
-    if (!file.open(QIODevice::ReadOnly) || ::fstat(file.handle(), &status) != 0)
+    if (::stat(QFile::encodeName(fileName).constData(), &status) != 0)
         return state;
     state.exists = true;
     state.device = quint64(status.st_dev);
     state.number = quint64(status.st_ino);
     state.size = status.st_size;
     state.changedNs = status.st_mtim.tv_sec * s_nsPerSecond + status.st_mtim.tv_nsec;
-    QCryptographicHash sum(QCryptographicHash::Sha1);
-    if (S_ISREG(status.st_mode) && sum.addData(&file))
-        state.sum = sum.result();
+    // What cannot be read is no longer what was read.
+    QByteArray bytes;
+    if (zoFileReader::read(fileName, bytes) == zoFileReader::Result::Read)
+        state.sum = QCryptographicHash::hash(bytes, QCryptographicHash::Sha1);
     return state;
 }
 
@@ -133,6 +139,32 @@ void zoHostFileGuard::takeNoteOfRead(const QString& fileName)
 {
     m_reading = absoluteName(fileName);
     takeNote(fileName);
+    lookForUnreadable(m_reading);
+}
+
+void zoHostFileGuard::lookForUnreadable(const QString& fileName)
+{
+    m_unreadable.remove(fileName);
+    QByteArray bytes;
+    if (zoFileReader::read(fileName, bytes) != zoFileReader::Result::Read)
+        return;
+    const zoFileText content(bytes);
+    if (content.isValid())
+        return;
+    const zoFileText::Place place = content.invalidPlace();
+    m_unreadable.insert(
+        fileName, tr("line %1, column %2").arg(QString::number(place.line), QString::number(place.column)));
+    if (m_controller->isNonInteractive()) // the module has logged it
+        return;
+    auto* box = new QMessageBox(QMessageBox::Warning, QStringLiteral("zohost"),
+                                tr("%1 holds bytes that are no text.").arg(shortName(fileName)),
+                                QMessageBox::Ok, m_window);
+    box->setObjectName(QStringLiteral("UnreadableBox"));
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setInformativeText(tr("The first ones are in %1. The window shows %2 for them. The file stays as it "
+                               "is until it is saved, and that is asked first.")
+                                .arg(m_unreadable.value(fileName), QChar(QChar::ReplacementCharacter)));
+    box->open();
 }
 
 void zoHostFileGuard::forgetOthers()
@@ -175,7 +207,7 @@ bool zoHostFileGuard::mayWrite(const QString& fileName)
 {
     const QString name = absoluteName(fileName);
     if (!m_known.contains(name) || !isChanged(name))
-        return true;
+        return !m_unreadable.contains(name) || askUnreadable(name);
     if (!m_controller->isNonInteractive())
         return ask(name);
     zoLog::error(tr("%1 was changed by another program since it was loaded and is not overwritten")
@@ -190,8 +222,8 @@ bool zoHostFileGuard::ask(const QString& fileName)
                     tr("%1 was changed by another program since it was loaded.").arg(shortName(fileName)),
                     QMessageBox::NoButton, m_window);
     box.setInformativeText(
-        tr("Overwrite it with what the window shows, or read it again? What the window shows "
-           "is then kept under File > Earlier configurations."));
+        tr("Overwrite it with what the window shows, or read it again? Reading it again keeps what the "
+           "window shows under File > Earlier configurations."));
     QPushButton* reload = box.addButton(tr("&Reload"), QMessageBox::DestructiveRole);
     const QPushButton* overwrite = box.addButton(tr("&Overwrite"), QMessageBox::AcceptRole);
     const QPushButton* saveAs = box.addButton(tr("Save &As..."), QMessageBox::ActionRole);
@@ -203,6 +235,37 @@ bool zoHostFileGuard::ask(const QString& fileName)
     if (box.clickedButton() == reload)
         m_document->load(fileName);
     else if (box.clickedButton() == saveAs && moduleWindow)
+        QMetaObject::invokeMethod(moduleWindow, "saveAsConfig", Qt::DirectConnection);
+    return false;
+}
+
+bool zoHostFileGuard::askUnreadable(const QString& fileName)
+{
+    if (m_controller->isNonInteractive()) {
+        zoLog::error(tr("%1 holds bytes that are no text and is not overwritten")
+                         .arg(QDir::toNativeSeparators(fileName)));
+        return false;
+    }
+    const QPointer<QWidget> moduleWindow = windowOf(fileName);
+    QMessageBox box(QMessageBox::Warning, QStringLiteral("zohost"),
+                    tr("%1 holds bytes that are no text.").arg(shortName(fileName)), QMessageBox::NoButton,
+                    m_window);
+    box.setObjectName(QStringLiteral("UnreadableQuestion"));
+    box.setInformativeText(
+        tr("The first ones are in %1. Saving writes %2 in their place. What the file holds "
+           "now is then kept under File > Earlier configurations.")
+            .arg(m_unreadable.value(fileName), QChar(QChar::ReplacementCharacter)));
+    const QPushButton* overwrite = box.addButton(tr("&Overwrite"), QMessageBox::AcceptRole);
+    const QPushButton* saveAs = box.addButton(tr("Save &As..."), QMessageBox::ActionRole);
+    box.setDefaultButton(box.addButton(QMessageBox::Cancel));
+    box.exec();
+    if (box.clickedButton() == overwrite) {
+        QByteArray bytes;
+        zoFileReader::read(fileName, bytes);
+        m_earlier->keepBytes(bytes, fileName);
+        return true;
+    }
+    if (box.clickedButton() == saveAs && moduleWindow)
         QMetaObject::invokeMethod(moduleWindow, "saveAsConfig", Qt::DirectConnection);
     return false;
 }

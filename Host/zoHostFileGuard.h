@@ -14,10 +14,12 @@ class QWidget;
 class zoClusterService;
 class zoControllerService;
 class zoHostDocument;
+class zoHostEarlierConfigurations;
 class zoHostModules;
 
 // Sees to it that nobody's changes get lost in the file of an open configuration: one that another program
-// changed is not overwritten unasked, and is offered to be read again while nothing of its window is unsaved.
+// changed is not overwritten unasked, and is offered to be read again while nothing of its window is unsaved. Nor
+// is one with bytes that could not be shown.
 class zoHostFileGuard final : public QObject
 {
     Q_OBJECT
@@ -26,7 +28,8 @@ public:
     // The window is also the parent; the modules outlive this. One guard at a time speaks for the files that
     // are written.
     zoHostFileGuard(QMainWindow* window, const zoHostModules* modules, zoHostDocument* document,
-                    zoControllerService* controller, zoClusterService* cluster);
+                    zoControllerService* controller, zoClusterService* cluster,
+                    zoHostEarlierConfigurations* earlier);
     ~zoHostFileGuard() override;
 
 protected:
@@ -56,6 +59,9 @@ private:
 
     bool mayWrite(const QString& fileName);
     bool ask(const QString& fileName);
+    bool askUnreadable(const QString& fileName);
+    // Takes note of bytes that are no text, and tells them.
+    void lookForUnreadable(const QString& fileName);
     void checkFiles();
     void offerReload(const QString& fileName);
     QWidget* windowOf(const QString& fileName) const;
@@ -65,9 +71,11 @@ private:
     zoHostDocument* m_document;
     zoControllerService* m_controller;
     zoClusterService* m_cluster;
-    QHash<QString, State> m_known;     // by absolute name
-    QHash<QString, QByteArray> m_told; // sums of the changes that a person knows of
-    QString m_reading;                 // its window has another name yet
+    zoHostEarlierConfigurations* m_earlier;
+    QHash<QString, State> m_known;        // by absolute name
+    QHash<QString, QByteArray> m_told;    // sums of the changes that a person knows of
+    QHash<QString, QString> m_unreadable; // by absolute name: where the first bytes are that are no text
+    QString m_reading;                    // its window has another name yet
     QFileSystemWatcher m_watcher;
     QTimer m_settled{this}; // programs write in several steps
     QPointer<QMessageBox> m_offer;

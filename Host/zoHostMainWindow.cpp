@@ -143,7 +143,7 @@ zoHostMainWindow::zoHostMainWindow(const Services& services, QWidget* parent)
     resize(sizeHint());
     restoreLayout();
 
-    new zoHostFileGuard(this, this, m_document, services.controller, services.cluster);
+    new zoHostFileGuard(this, this, m_document, services.controller, services.cluster, services.earlier);
     connect(m_document, &zoHostDocument::changed, this, &zoHostMainWindow::updateTitle);
     connect(m_pages, &QStackedWidget::currentChanged, this, &zoHostMainWindow::updateTitle);
     connect(services.cluster, &zoClusterService::started, this, &zoHostMainWindow::updateRunning);

@@ -152,13 +152,18 @@ zoHostOptions::Result zoHostOptions::parse(const QStringList& arguments)
         return result;
     }
     const QString mistake = isParsed ? line.mistake(parser) : parser.errorText();
-    if (!mistake.isEmpty()) {
-        result.exitCode = s_usageError;
-        result.standardError =
-            QStringLiteral("zohost: %1\n%2\n").arg(mistake, tr("Try 'zohost --help' for the options."));
-        return result;
-    }
+    if (!mistake.isEmpty())
+        return refused(mistake);
     line.read(parser, result.options);
     result.run = true;
+    return result;
+}
+
+zoHostOptions::Result zoHostOptions::refused(const QString& mistake)
+{
+    Result result;
+    result.exitCode = s_usageError;
+    result.standardError =
+        QStringLiteral("zohost: %1\n%2\n").arg(mistake, tr("Try 'zohost --help' for the options."));
     return result;
 }

@@ -16,6 +16,8 @@ public:
     // Reads the arguments, program name first. Needs no application object and no display. The language is
     // told with every outcome, so that what is printed can be had in it.
     static Result parse(const QStringList& arguments);
+    // The outcome for a command line with a mistake.
+    static Result refused(const QString& mistake);
 
     QString language;          // empty: the locale decides
     QString configFile;        // empty: the default file of the preferences

@@ -2,8 +2,12 @@
 
 #include "zoHostDocument.h"
 #include "zoHostMainWindow.h"
+#include "zoHostRefuge.h"
+
+#include <zoLog.h>
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QLocale>
@@ -17,6 +21,8 @@ zoHostRecovery::zoHostRecovery(zoHostMainWindow* window, zoHostEarlierConfigurat
     QGuiApplication::setFallbackSessionManagementEnabled(false);
     connect(qGuiApp, &QGuiApplication::commitDataRequest, this, &zoHostRecovery::keepUnfinished);
     connect(window, &zoHostMainWindow::closing, this, &zoHostRecovery::finish);
+    connect(window->document(), &zoHostDocument::fileOpened, this, &zoHostRecovery::offerBeside,
+            Qt::QueuedConnection);
 }
 
 zoHostRecovery::~zoHostRecovery() = default;
@@ -29,9 +35,24 @@ void zoHostRecovery::keepUnfinished()
         if (!document->differs(moduleWindow))
             continue;
         const QString text = document->text(moduleWindow);
-        m_earlier->keepUnfinished(text, moduleWindow->windowFilePath());
-        m_kept << QString(text.constData(), text.size());
+        const QString own(text.constData(), text.size());
+        if (!m_earlier->keepUnfinished(own, moduleWindow->windowFilePath()) && !m_files.contains(own))
+            takeRefuge(own, moduleWindow->windowFilePath());
+        m_kept << own;
     }
+}
+
+void zoHostRecovery::takeRefuge(const QString& text, const QString& originFile)
+{
+    QString reasons;
+    const QString fileName = zoHostRefuge::keep(text, originFile, zoHostRefuge::folders(), reasons);
+    if (fileName.isEmpty()) {
+        zoLog::error(tr("The changes that are not saved could not be kept anywhere: %1").arg(reasons));
+        return;
+    }
+    m_files.insert(text, fileName);
+    zoLog::error(tr("The changes that are not saved are kept in %1. The next start offers them.")
+                     .arg(QDir::toNativeSeparators(fileName)));
 }
 
 // A logout may be called off: what was kept for it is saved or discarded by now.
@@ -42,9 +63,43 @@ void zoHostRecovery::finish()
         if (m_kept.contains(m_earlier->textOf(entry)))
             m_earlier->finish(entry);
     }
+    for (const QString& fileName : qAsConst(m_files))
+        QFile::remove(fileName);
+    m_files.clear();
 }
 
-void zoHostRecovery::offer()
+void zoHostRecovery::adopt(const QStringList& folders)
+{
+    const QVector<zoHostRefuge::Work> works = zoHostRefuge::find(folders);
+    const QStringList own = m_files.values();
+    for (const zoHostRefuge::Work& work : works) {
+        // What cannot be taken over stays where it is, for the start after the next one.
+        if (!own.contains(work.fileName) && m_earlier->adoptUnfinished(work.text, work.originFile, work.kept))
+            QFile::remove(work.fileName);
+    }
+}
+
+void zoHostRecovery::offer(const QString& firstFile)
+{
+    QStringList folders = zoHostRefuge::folders();
+    if (!firstFile.isEmpty())
+        folders << QFileInfo(firstFile).absolutePath();
+    folders.removeDuplicates();
+    adopt(folders);
+    m_hasOffered = true;
+    ask();
+}
+
+// Only now: to look into the folders of all files that were open once would wait for shares that are away.
+void zoHostRecovery::offerBeside(const QString& fileName)
+{
+    if (!m_hasOffered || zoHostRefuge::find({QFileInfo(fileName).absolutePath()}).isEmpty())
+        return;
+    adopt({QFileInfo(fileName).absolutePath()});
+    ask();
+}
+
+void zoHostRecovery::ask()
 {
     const QVector<Entry> entries = m_earlier->unfinished();
     if (entries.isEmpty())

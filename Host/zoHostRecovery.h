@@ -2,7 +2,9 @@
 
 #include "zoHostEarlierConfigurations.h"
 
+#include <QHash>
 #include <QObject>
+#include <QStringList>
 
 class zoHostMainWindow;
 
@@ -19,8 +21,9 @@ public:
     // Keeps what differs from its file, or has none, among the earlier configurations. May be called again.
     void keepUnfinished();
 
-    // Asks a person what to do with what was kept so. Not while a session runs.
-    void offer();
+    // Asks a person what to do with what was kept so, also in the folder of the file that the host begins
+    // with. Not while a session runs.
+    void offer(const QString& firstFile);
 
 private:
     using Entry = zoHostEarlierConfigurations::Entry;
@@ -29,8 +32,15 @@ private:
     void offerOne(const Entry& entry);
     void offerList(const QVector<Entry>& entries);
     void finish();
+    void takeRefuge(const QString& text, const QString& originFile);
+    // Takes what lies in these folders among the earlier configurations.
+    void adopt(const QStringList& folders);
+    void offerBeside(const QString& fileName);
+    void ask();
 
     zoHostMainWindow* m_window;
     zoHostEarlierConfigurations* m_earlier;
-    QStringList m_kept; // texts of this host, for when it goes on
+    QStringList m_kept;              // texts of this host, for when it goes on
+    QHash<QString, QString> m_files; // of these texts, those that found no room among the others
+    bool m_hasOffered = false;
 };

@@ -6,6 +6,7 @@
 #include "zoSessionText.h"
 
 #include <zoClusterService.h>
+#include <zoFileReader.h>
 #include <zoFileText.h>
 #include <zoFileWriter.h>
 #include <zoLog.h>
@@ -14,7 +15,6 @@
 #include <QBuffer>
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QPixmap>
 #include <QPointer>
@@ -74,13 +74,13 @@ bool zoHostSession::loadConfiguration(const QString& fileName)
     if (fileName.isEmpty()) {
         document.parse(m_cluster->currentConfig(), reason);
     } else {
-        QFile file(fileName);
-        if (!file.open(QIODevice::ReadOnly)) {
-            fail(tr("Unable to load configuration %1: %2").arg(fileName, file.errorString()));
+        QByteArray bytes;
+        if (zoFileReader::read(fileName, bytes, &reason) != zoFileReader::Result::Read) {
+            fail(tr("Unable to load configuration %1: %2").arg(fileName, reason));
             return !m_ended;
         }
         // The module decides what becomes of a text that cannot be used; a person sees why it is empty.
-        const bool usable = document.parse(zoFileText(file.readAll()).text(), reason);
+        const bool usable = document.parse(zoFileText(bytes).text(), reason);
         if (!usable)
             fail(tr("Configuration %1 cannot be used: %2").arg(fileName, reason));
         if (m_ended)

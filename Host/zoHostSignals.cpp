@@ -1,5 +1,7 @@
 #include "zoHostSignals.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QSocketNotifier>
 
 #include <csignal>
@@ -35,6 +37,7 @@ void setHandler(void (*handler)(int))
 
 zoHostSignals::zoHostSignals(QObject* parent) : QObject(parent)
 {
+    QCoreApplication::instance()->installEventFilter(this);
     int ends[2] = {-1, -1};
     if (pipe2(ends, O_CLOEXEC | O_NONBLOCK) == -1)
         return;
@@ -48,6 +51,15 @@ zoHostSignals::zoHostSignals(QObject* parent) : QObject(parent)
         emit terminationRequested();
     });
     setHandler(handle);
+}
+
+bool zoHostSignals::eventFilter(QObject* watched, QEvent* event)
+{
+    // Sent by session managers alone: quit() takes another way.
+    if (event->type() != QEvent::Quit || watched != QCoreApplication::instance())
+        return QObject::eventFilter(watched, event);
+    emit terminationRequested();
+    return true;
 }
 
 zoHostSignals::~zoHostSignals()

@@ -41,6 +41,11 @@ private slots:
     void unsavedWorkIsNotAskedToGo();
     void nothingIsOfferedWhileASessionRuns();
     void nothingIsOfferedOverADialog();
+    void bytesThatAreNoTextAreTold_data();
+    void bytesThatAreNoTextAreTold();
+    void bytesThatAreNoTextAreNotOverwrittenUnasked_data();
+    void bytesThatAreNoTextAreNotOverwrittenUnasked();
+    void scriptDoesNotOverwriteBytesThatAreNoText();
 
 private:
     void open(bool nonInteractive);
@@ -335,6 +340,109 @@ void tst_zoHostFileGuard::nothingIsOfferedOverADialog()
 
     QTRY_VERIFY(box() != nullptr);
     click(box(), "Keep");
+}
+
+void tst_zoHostFileGuard::bytesThatAreNoTextAreTold_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<bool>("isTold");
+
+    QTest::newRow("text") << QByteArray("gr\xc3\xb6\xc3\x9f"
+                                        "e")
+                          << false;
+    QTest::newRow("one-byte") << QByteArray("ok\ngr\xf6") << true;
+    QTest::newRow("encoding-of-the-declaration")
+        << QByteArray("<?xml version='1.0' encoding='ISO-8859-1'?><a b='\xf6'/>") << false;
+}
+
+void tst_zoHostFileGuard::bytesThatAreNoTextAreTold()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(bool, isTold);
+    QFile file(m_parts->filePath("wall.zhpc"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+    file.close();
+
+    m_window->loadConfig(file.fileName());
+
+    auto* box = m_host->findChild<QMessageBox*>("UnreadableBox");
+    QCOMPARE(box != nullptr, isTold);
+    if (!isTold)
+        return;
+    QVERIFY2(box->text().contains("wall.zhpc"), qPrintable(box->text()));
+    QVERIFY2(box->informativeText().contains("line 2, column 3"), qPrintable(box->informativeText()));
+    box->close();
+    QVERIFY(!m_host->document()->differs());
+    QVERIFY(m_host->close());
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), bytes);
+}
+
+void tst_zoHostFileGuard::bytesThatAreNoTextAreNotOverwrittenUnasked_data()
+{
+    QTest::addColumn<QString>("answer");
+    QTest::addColumn<bool>("isWritten");
+
+    QTest::newRow("cancel") << "Cancel" << false;
+    QTest::newRow("save-as") << "Save As..." << false;
+    QTest::newRow("overwrite") << "Overwrite" << true;
+}
+
+void tst_zoHostFileGuard::bytesThatAreNoTextAreNotOverwrittenUnasked()
+{
+    QFETCH(QString, answer);
+    QFETCH(bool, isWritten);
+    const QByteArray bytes("gr\xf6\xdf"
+                           "e");
+    QFile file(m_parts->filePath("wall.zhpc"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+    file.close();
+    m_window->loadConfig(file.fileName());
+    m_host->findChild<QMessageBox*>("UnreadableBox")->close();
+    m_window->edit("mine");
+    {
+        const zoDialogRobot robot([&](QDialog* dialog) { click(dialog, answer); });
+        m_window->nextSaveName = m_parts->filePath("other.zhpc");
+        m_window->saveConfig();
+        QCOMPARE(robot.handled(), 1);
+    }
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), isWritten ? QByteArray("mine") : bytes);
+    file.close();
+    const QVector<zoHostEarlierConfigurations::Entry> kept = m_parts->earlier.entries();
+    QCOMPARE(kept.size(), isWritten ? 1 : 0);
+    if (!isWritten)
+        return;
+    QFile entry(kept.constFirst().fileName);
+    QVERIFY(entry.open(QIODevice::ReadOnly));
+    QCOMPARE(entry.readAll(), bytes);
+    QCOMPARE(kept.constFirst().originFile, file.fileName());
+
+    // Once: from here on it is text.
+    m_window->edit("mine, too");
+    m_window->saveConfig();
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), QByteArray("mine, too"));
+}
+
+void tst_zoHostFileGuard::scriptDoesNotOverwriteBytesThatAreNoText()
+{
+    open(true);
+    QFile file(m_parts->filePath("wall.zhpc"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("gr\xf6");
+    file.close();
+    m_window->loadConfig(file.fileName());
+    m_window->edit("mine");
+    expectMessage(QtCriticalMsg, QRegularExpression("wall.zhpc holds bytes that are no text and is not"));
+
+    m_window->saveConfig();
+
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), QByteArray("gr\xf6"));
+    QCOMPARE(m_host->findChild<QMessageBox*>("UnreadableBox"), nullptr);
 }
 
 ZO_TEST_MAIN(tst_zoHostFileGuard)

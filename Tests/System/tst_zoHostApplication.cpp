@@ -4,6 +4,7 @@
 #include <zoConfigurationCounts.h>
 #include <zoHostApplication.h>
 #include <zoHostDocument.h>
+#include <zoHostLogPanel.h>
 #include <zoKernelServiceFactory.h>
 
 #include <QAction>
@@ -17,7 +18,9 @@
 #include <QSessionManager>
 #include <QSettings>
 #include <QSignalSpy>
+#include <QStatusBar>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QToolBar>
 #include <QTreeWidget>
 #include <QWindow>
@@ -82,7 +85,13 @@ private slots:
     void configurationOfTheServiceIsRemembered();
     void unsavedWorkIsOfferedAgain_data();
     void unsavedWorkIsOfferedAgain();
+    void workThatFindsNoRoomIsKeptElsewhere_data();
+    void workThatFindsNoRoomIsKeptElsewhere();
+    void workBesideAFileIsOfferedWithTheFile();
+    void workThatWasSavedAfterAllIsTakenAway();
     void hangUpThatIsIgnoredStaysIgnored();
+    void endOfTheSessionAsksNobody();
+    void errorIsShownWithoutTheLog();
     void savedWorkIsNotOffered();
     void workOfALogoutThatWasCalledOffIsNotOffered();
     void changedFileIsNotOverwrittenUnasked();
@@ -92,6 +101,14 @@ private:
     QWidget* moduleWindow() const { return mainWindow()->moduleWindows().constFirst(); }
     QMenu* recentMenu() const { return mainWindow()->findChild<QMenu*>("RecentMenu"); }
     QString title() const { return mainWindow()->windowHandle()->title(); }
+    QString temporaryFolder() const { return m_directory.filePath("tmp"); }
+    // The folder of the earlier configurations takes nothing.
+    void blockEarlier() const;
+    static QStringList refuges(const QString& folder)
+    {
+        return QDir(folder).entryList({"zohost-unsaved-*"}, QDir::Files);
+    }
+    void restart(const QString& file);
     QString copySample(const QString& sample, const QString& name) const;
     QByteArray savedText() const;
     zoClusterService* cluster() const { return zoKernelServiceFactory::getService<zoClusterService>(); }
@@ -109,6 +126,8 @@ void tst_zoHostApplication::initTestCase()
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_directory.path()));
     qputenv("XDG_DATA_HOME", QFile::encodeName(m_directory.path()));
     qputenv("XDG_RUNTIME_DIR", QFile::encodeName(m_directory.path()));
+    QDir(m_directory.path()).mkpath("tmp");
+    qputenv("TMPDIR", QFile::encodeName(temporaryFolder()));
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_directory.path());
     QCoreApplication::setOrganizationName("zo");
 }
@@ -446,6 +465,125 @@ void tst_zoHostApplication::unsavedWorkIsOfferedAgain()
     QCOMPARE(kept.unfinished().size(), 0);
 }
 
+void tst_zoHostApplication::blockEarlier() const
+{
+    const QString folder = zoHostEarlierConfigurations::defaultFolder();
+    QDir().mkpath(QFileInfo(folder).absolutePath());
+    QDir(folder).removeRecursively();
+    QFile file(folder);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+}
+
+void tst_zoHostApplication::restart(const QString& file)
+{
+    m_host.reset();
+    zoHostOptions options;
+    options.configFile = file;
+    options.moduleFiles = QStringList(QStringLiteral(ZO_MODULE_FILE));
+    m_host = std::make_unique<zoHostApplication>(options);
+}
+
+void tst_zoHostApplication::workThatFindsNoRoomIsKeptElsewhere_data()
+{
+    QTest::addColumn<int>("signal"); // 0: a logout
+    QTest::addColumn<bool>("isBlockedYet");
+
+    QTest::newRow("terminate") << SIGTERM << false;
+    QTest::newRow("hang-up") << SIGHUP << false;
+    QTest::newRow("logout") << 0 << false;
+    QTest::newRow("room-is-never-made") << SIGTERM << true;
+}
+
+void tst_zoHostApplication::workThatFindsNoRoomIsKeptElsewhere()
+{
+    QFETCH(int, signal);
+    QFETCH(bool, isBlockedYet);
+    const QString file = copySample("powerwall-2x2.zhpc", "wall.zhpc");
+    mainWindow()->openConfiguration(file);
+    actionOf(moduleWindow(), "Add network")->trigger();
+    const QString work = moduleWindow()->property("configuration").toString();
+    blockEarlier();
+    if (signal == 0)
+        logOut();
+    else
+        QCOMPARE(::raise(signal), 0);
+    QTRY_COMPARE(refuges(temporaryFolder()).size(), 1);
+    const QString told = mainWindow()->logPanel()->toPlainText();
+    QVERIFY2(
+        told.contains("are kept in " + temporaryFolder() + '/' + refuges(temporaryFolder()).constFirst()),
+        qPrintable(told));
+    m_host.reset();
+
+    // Else it is offered from memory, and stays where it is.
+    if (!isBlockedYet)
+        QVERIFY(QFile::remove(zoHostEarlierConfigurations::defaultFolder()));
+    restart(file);
+    QString question;
+    const zoDialogRobot robot([&](QDialog* dialog) {
+        question = qobject_cast<QMessageBox*>(dialog)->informativeText();
+        clickRole(dialog, QMessageBox::AcceptRole);
+        QCoreApplication::quit();
+    });
+    m_host->run();
+
+    QCOMPARE(robot.handled(), 1);
+    QVERIFY2(question.contains(file), qPrintable(question));
+    QCOMPARE(moduleWindow()->property("configuration").toString(), work);
+    QVERIFY(mainWindow()->document()->differs());
+    QCOMPARE(refuges(temporaryFolder()).size(), isBlockedYet ? 1 : 0);
+    m_host.reset();
+    QFile::remove(zoHostEarlierConfigurations::defaultFolder());
+    for (const QString& name : refuges(temporaryFolder()))
+        QVERIFY(QFile::remove(temporaryFolder() + '/' + name));
+}
+
+// Not looked for at the start: folders of other machines may be away.
+void tst_zoHostApplication::workBesideAFileIsOfferedWithTheFile()
+{
+    const QString folder = m_directory.filePath("walls");
+    QVERIFY(QDir(m_directory.path()).mkpath("walls"));
+    const QString file = folder + "/wall.zhpc";
+    QVERIFY(QFile::copy(QStringLiteral(ZO_DATA_DIR "/cluster/powerwall-2x2.zhpc"), file));
+    mainWindow()->openConfiguration(file);
+    actionOf(moduleWindow(), "Add network")->trigger();
+    const QString work = moduleWindow()->property("configuration").toString();
+    blockEarlier();
+    qputenv("TMPDIR", QFile::encodeName(m_directory.filePath("none")));
+    logOut();
+    QCOMPARE(refuges(folder).size(), 1);
+    m_host.reset();
+    qputenv("TMPDIR", QFile::encodeName(temporaryFolder()));
+    QVERIFY(QFile::remove(zoHostEarlierConfigurations::defaultFolder()));
+
+    restart(QString());
+    const zoDialogRobot robot([&](QDialog* dialog) {
+        clickRole(dialog, QMessageBox::AcceptRole);
+        QCoreApplication::quit();
+    });
+    QTimer::singleShot(0, this,
+                       [&] { QTimer::singleShot(0, this, [&] { mainWindow()->openConfiguration(file); }); });
+    m_host->run();
+
+    QCOMPARE(robot.handled(), 1);
+    QCOMPARE(moduleWindow()->property("configuration").toString(), work);
+    QCOMPARE(refuges(folder).size(), 0);
+}
+
+void tst_zoHostApplication::workThatWasSavedAfterAllIsTakenAway()
+{
+    mainWindow()->openConfiguration(copySample("powerwall-2x2.zhpc", "wall.zhpc"));
+    actionOf(moduleWindow(), "Add network")->trigger();
+    blockEarlier();
+    logOut();
+    QCOMPARE(refuges(temporaryFolder()).size(), 1);
+    QVERIFY(QFile::remove(zoHostEarlierConfigurations::defaultFolder()));
+    QVERIFY(mainWindow()->document()->save(moduleWindow()));
+
+    QVERIFY(mainWindow()->close());
+
+    QCOMPARE(refuges(temporaryFolder()).size(), 0);
+}
+
 // As under nohup.
 void tst_zoHostApplication::hangUpThatIsIgnoredStaysIgnored()
 {
@@ -458,6 +596,38 @@ void tst_zoHostApplication::hangUpThatIsIgnoredStaysIgnored()
         QVERIFY(std::signal(SIGHUP, SIG_IGN) == SIG_IGN);
     }
     QVERIFY(std::signal(SIGHUP, before) == SIG_IGN);
+}
+
+// What a session manager says after the logout: an answer would be waited for until the display is gone.
+void tst_zoHostApplication::endOfTheSessionAsksNobody()
+{
+    mainWindow()->openConfiguration(copySample("powerwall-2x2.zhpc", "wall.zhpc"));
+    actionOf(moduleWindow(), "Add network")->trigger();
+    const zoDialogRobot robot([](QDialog* dialog) { dialog->reject(); });
+    bool isEaten = false;
+    QTimer::singleShot(0, this, [&isEaten] {
+        logOut();
+        QEvent quit(QEvent::Quit);
+        isEaten = QCoreApplication::sendEvent(qApp, &quit);
+    });
+
+    QCOMPARE(m_host->run(), 0);
+
+    QVERIFY(isEaten);
+    QCOMPARE(robot.handled(), 0);
+    const zoHostEarlierConfigurations kept(zoHostEarlierConfigurations::defaultFolder());
+    QCOMPARE(kept.unfinished().size(), 1);
+}
+
+void tst_zoHostApplication::errorIsShownWithoutTheLog()
+{
+    mainWindow()->openConfiguration(m_directory.filePath("none.zhpc"));
+    QVERIFY(!mainWindow()->statusBar()->currentMessage().contains("none.zhpc"));
+    mainWindow()->logPanel()->parentWidget()->hide();
+
+    mainWindow()->openConfiguration(m_directory.filePath("none.zhpc"));
+
+    QVERIFY(mainWindow()->statusBar()->currentMessage().contains("none.zhpc"));
 }
 
 void tst_zoHostApplication::savedWorkIsNotOffered()
