@@ -130,6 +130,10 @@ auch wenn die Server dann instabil sein können?</translation>
         <source>Legacy wall of %1 x %2 tiles: only the first %3 windows were converted.</source>
         <translation>Alte Wand mit %1 x %2 Kacheln: nur die ersten %3 Fenster wurden übernommen.</translation>
     </message>
+    <message>
+        <source>The offset %1 of the wall has no counterpart; check where its windows stand.</source>
+        <translation>Der Versatz %1 der Wand hat keine Entsprechung; bitte prüfen, wo ihre Fenster stehen.</translation>
+    </message>
 </context>
 <context>
     <name>zoHPCConfigEditGUIW</name>
@@ -989,6 +993,10 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>Cluster config %1, line %2, column %3: the bytes are not UTF-8</source>
         <translation>Clusterkonfiguration %1, Zeile %2, Spalte %3: Die Bytes sind kein UTF-8</translation>
+    </message>
+    <message>
+        <source>Unable to import legacy config %1: %2</source>
+        <translation>Alte Konfiguration %1 kann nicht importiert werden: %2</translation>
     </message>
 </context>
 <context>
@@ -2112,16 +2120,8 @@ auch wenn die Server dann instabil sein können?</translation>
         <translation>Netzwerk</translation>
     </message>
     <message>
-        <source>The cluster section is nested too deep: at most %1 levels of the tree fit the stack.</source>
-        <translation>Der Clusterabschnitt ist zu tief verschachtelt: höchstens %1 Ebenen des Baums passen auf den Stapel.</translation>
-    </message>
-    <message>
         <source>The hosts text names more than %1 hosts.</source>
         <translation>Der Text der Rechner nennt mehr als %1 Rechner.</translation>
-    </message>
-    <message>
-        <source>The hosts text is nested too deep: at most %1 levels of the tree fit the stack.</source>
-        <translation>Der Text der Rechner ist zu tief verschachtelt: höchstens %1 Ebenen des Baums passen auf den Stapel.</translation>
     </message>
     <message>
         <source>Unable to read hosts file %1: %2</source>
@@ -2130,6 +2130,14 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>it is no text in UTF-8</source>
         <translation>sie ist kein Text in UTF-8</translation>
+    </message>
+    <message>
+        <source>The cluster section is nested too deep: the tree has at most %1 levels. Put networks beside each other, not into each other.</source>
+        <translation>Der Clusterteil ist zu tief verschachtelt: Der Baum hat höchstens %1 Ebenen. Bitte Netzwerke nebeneinander statt ineinander stellen.</translation>
+    </message>
+    <message>
+        <source>The hosts text is nested too deep: the tree has at most %1 levels. Put networks beside each other, not into each other.</source>
+        <translation>Der Hosttext ist zu tief verschachtelt: Der Baum hat höchstens %1 Ebenen. Bitte Netzwerke nebeneinander statt ineinander stellen.</translation>
     </message>
 </context>
 <context>
