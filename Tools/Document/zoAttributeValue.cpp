@@ -96,7 +96,7 @@ QString optionMeaning(const QString& option, const QString& text)
     bool isNumber = false;
     const int number = text.toInt(&isNumber);
     if (option == zoHPCOption::ServicePort)
-        return text.isEmpty() ? QString::number(zoHPCOptionValues::DefaultServicePort)
+        return text.isEmpty() ? QString::number(zoClusterTags::DefaultServicePort)
                : isNumber     ? QString::number(number)
                               : text;
     return option == zoHPCOption::IbPort && isNumber ? QString::number(number) : text;

@@ -30,6 +30,6 @@ QString zoItemValues::value(const QDomElement& element, const QString& attribute
     if (attribute == zoHPCOption::Encrypted || attribute == zoHPCOption::Homogeneous)
         return QStringLiteral("false");
     if (attribute == zoHPCOption::ServicePort)
-        return QString::number(zoHPCOptionValues::DefaultServicePort);
+        return QString::number(zoClusterTags::DefaultServicePort);
     return QString();
 }
