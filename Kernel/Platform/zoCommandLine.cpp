@@ -43,8 +43,7 @@ QString zoCommandLine::flawOf(int argc, const char* const* argv)
             continue;
         return QCoreApplication::translate("zoCommandLine",
                                            "the argument $'%1' is no text in the encoding of the locale "
-                                           "(%2); rename the file, or set LC_ALL to a locale with the "
-                                           "encoding that the name has")
+                                           "(%2); rename the file")
             .arg(shown(argument), QString::fromLatin1(QTextCodec::codecForLocale()->name()));
     }
     return {};

@@ -45,6 +45,7 @@ void tst_zoHostRefuge::init()
     m_folder = std::make_unique<QTemporaryDir>();
     qputenv("TMPDIR", QFile::encodeName(makeFolder("tmp")));
     qputenv("XDG_RUNTIME_DIR", QFile::encodeName(makeFolder("run")));
+    QFile::setPermissions(path("run"), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
 void tst_zoHostRefuge::cleanup()

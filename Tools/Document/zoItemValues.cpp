@@ -4,6 +4,8 @@
 #include "zoHPCOptionValues.h"
 #include "zoItemPaths.h"
 
+#include <zoClusterTags.h>
+
 QStringList zoItemValues::names(const QDomElement& element)
 {
     QStringList rest;

@@ -1,6 +1,21 @@
 #include "zoHPCPictureView.h"
 
+#include <QApplication>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
+#include <QToolTip>
+#include <QWheelEvent>
+
+#include <cmath>
+
+namespace
+{
+// Factor from one step of the wheel, or one press of a key, to the next.
+constexpr double s_zoomPerStep = 1.15;
+constexpr double s_wheelStep = 120.0;
+} // namespace
 
 zoHPCPictureView::zoHPCPictureView(QWidget* parent) : QWidget(parent)
 {
@@ -67,7 +82,90 @@ void zoHPCPictureView::resizeEvent(QResizeEvent*)
     fitAgain();
 }
 
+void zoHPCPictureView::forgetPress()
+{
+    if (m_isDragging)
+        update(); // in full detail
+    m_isDragging = false;
+    m_isPressed = false;
+}
+
+bool zoHPCPictureView::event(QEvent* event)
+{
+    if (event->type() != QEvent::ToolTip)
+        return QWidget::event(event);
+    const auto* help = static_cast<QHelpEvent*>(event);
+    const QString text = toolTipAt(help->pos());
+    if (text.isNull())
+        QToolTip::hideText();
+    else
+        QToolTip::showText(help->globalPos(), text, this);
+    return true;
+}
+
+void zoHPCPictureView::mousePressEvent(QMouseEvent* event)
+{
+    event->accept();
+    if (event->button() != Qt::LeftButton && event->button() != Qt::MiddleButton)
+        return;
+    m_pressed = event->pos();
+    m_last = event->pos();
+    m_isPressed = true;
+    press(*event);
+}
+
+void zoHPCPictureView::mouseMoveEvent(QMouseEvent* event)
+{
+    if (!m_isPressed || !(event->buttons() & (Qt::LeftButton | Qt::MiddleButton))) {
+        hover(event->pos());
+        return;
+    }
+    if (!m_isDragging) {
+        if ((event->pos() - m_pressed).manhattanLength() < QApplication::startDragDistance())
+            return;
+        m_isDragging = true;
+        beginDrag();
+    }
+    const QPoint way = event->pos() - m_last;
+    m_last = event->pos();
+    drag(*event, way);
+}
+
+void zoHPCPictureView::mouseReleaseEvent(QMouseEvent* event)
+{
+    const bool isClick = m_isPressed && !m_isDragging && event->button() == Qt::LeftButton;
+    // Before the drag ends, which forgets what was pressed.
+    QTreeWidgetItem* const item = isClick ? itemAt(event->pos()) : nullptr;
+    forgetPress();
+    endDrag();
+    if (item)
+        emit itemActivated(item);
+}
+
 void zoHPCPictureView::mouseDoubleClickEvent(QMouseEvent*)
 {
     fit();
+}
+
+void zoHPCPictureView::wheelEvent(QWheelEvent* event)
+{
+    zoom(std::pow(s_zoomPerStep, event->angleDelta().y() / s_wheelStep), event->position());
+    event->accept();
+}
+
+void zoHPCPictureView::keyPressEvent(QKeyEvent* event)
+{
+    switch (event->key()) {
+    case Qt::Key_Home:
+        fit();
+        break;
+    case Qt::Key_Plus:
+        zoom(s_zoomPerStep, rect().center());
+        break;
+    case Qt::Key_Minus:
+        zoom(1.0 / s_zoomPerStep, rect().center());
+        break;
+    default:
+        QWidget::keyPressEvent(event);
+    }
 }

@@ -3,6 +3,8 @@
 #include "zoHPCDebounce.h"
 #include "zoHPCPicture.h"
 
+#include <QPoint>
+#include <QString>
 #include <QWidget>
 
 #include <memory>
@@ -11,7 +13,8 @@ class QTreeWidgetItem;
 class zoHPCLayout;
 
 // Shows one picture of a configuration, takes everything into it until it is moved by hand, and leaves out detail
-// of a large one while much changes.
+// of a large one while much changes. Tells clicks from drags; the wheel and the keys + and - come nearer, a double
+// click and Home take everything in.
 class zoHPCPictureView : public QWidget
 {
     Q_OBJECT
@@ -43,11 +46,28 @@ signals:
 protected:
     explicit zoHPCPictureView(QWidget* parent);
 
-    // Factor from one step of the wheel, or one press of a key, to the next.
-    static constexpr double ZoomPerStep = 1.15;
-
     virtual zoHPCPicture& editedPicture() = 0;
-    virtual bool isDragging() const = 0;
+
+    // A press of the left or the middle button was moved far enough and is not released yet.
+    bool isDragging() const { return m_isDragging; }
+    QPoint pressed() const { return m_pressed; } // where the last press was
+    // Nothing that moves belongs to the last press any more.
+    void forgetPress();
+
+    virtual void press(const QMouseEvent& event) { Q_UNUSED(event) }
+    virtual void beginDrag() {}
+    // `way` leads from the event before.
+    virtual void drag(const QMouseEvent& event, const QPoint& way) = 0;
+    // Released, after a drag or without one.
+    virtual void endDrag() {}
+    // Without a button.
+    virtual void hover(const QPoint& position) { Q_UNUSED(position) }
+    // What a click there is on.
+    virtual QTreeWidgetItem* itemAt(const QPoint& position) = 0;
+    // Null for none.
+    virtual QString toolTipAt(const QPoint& position) = 0;
+    virtual void zoom(double factor, const QPointF& about) = 0;
+
     // What a person sees has moved by hand: no longer fitted. Moves that follow each other quickly are shown in
     // less detail; those of a drag are by themselves.
     enum class Move { Single, Dragged };
@@ -55,12 +75,22 @@ protected:
     // After a new layout.
     void fitAgain();
 
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     zoHPCDebounce m_debounce{this}; // of wheel and keys
+    QPoint m_pressed;
+    QPoint m_last;
+    bool m_isPressed = false;
+    bool m_isDragging = false;
     bool m_isChanging = false;
     bool m_isFitted = true;
 };

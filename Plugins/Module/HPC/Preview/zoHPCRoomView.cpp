@@ -4,14 +4,8 @@
 #include "zoHPCProjectionItem.h"
 #include "zoText.h"
 
-#include <QApplication>
-#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QToolTip>
-#include <QWheelEvent>
-
-#include <cmath>
 
 namespace
 {
@@ -45,42 +39,23 @@ void zoHPCRoomView::setCurrentItem(const QTreeWidgetItem* item)
     update();
 }
 
-bool zoHPCRoomView::event(QEvent* event)
+QString zoHPCRoomView::toolTipAt(const QPoint& position)
 {
-    if (event->type() == QEvent::ToolTip) {
-        const auto* help = static_cast<QHelpEvent*>(event);
-        const QTreeWidgetItem* const item = m_picture.itemAt(help->pos(), rect());
-        if (item)
-            QToolTip::showText(
-                help->globalPos(),
-                zoText("<qt>%1</qt>")
-                    .arg(item->data(zoHPCProjectionItem::Name, Qt::EditRole).toString().toHtmlEscaped()),
-                this);
-        else
-            QToolTip::hideText();
-        return true;
-    }
-    return zoHPCPictureView::event(event);
+    const QTreeWidgetItem* const item = itemAt(position);
+    if (!item)
+        return {};
+    return zoText("<qt>%1</qt>")
+        .arg(item->data(zoHPCProjectionItem::Name, Qt::EditRole).toString().toHtmlEscaped());
 }
 
-void zoHPCRoomView::mousePressEvent(QMouseEvent* event)
+QTreeWidgetItem* zoHPCRoomView::itemAt(const QPoint& position)
 {
-    m_pressed = event->pos();
-    m_last = event->pos();
-    m_isPressed = true;
-    event->accept();
+    return m_picture.itemAt(position, rect());
 }
 
-void zoHPCRoomView::mouseMoveEvent(QMouseEvent* event)
+void zoHPCRoomView::drag(const QMouseEvent& event, const QPoint& way)
 {
-    if (!(event->buttons() & (Qt::LeftButton | Qt::MiddleButton)))
-        return;
-    if (!m_isDragging && (event->pos() - m_pressed).manhattanLength() < QApplication::startDragDistance())
-        return;
-    m_isDragging = true;
-    const QPoint way = event->pos() - m_last;
-    m_last = event->pos();
-    if ((event->buttons() & Qt::MiddleButton) || (event->modifiers() & Qt::ShiftModifier)) {
+    if ((event.buttons() & Qt::MiddleButton) || (event.modifiers() & Qt::ShiftModifier)) {
         zoHPCRoomCamera camera = m_picture.camera();
         camera.pan(way, rect());
         m_picture.setCamera(camera);
@@ -90,33 +65,9 @@ void zoHPCRoomView::mouseMoveEvent(QMouseEvent* event)
     }
 }
 
-void zoHPCRoomView::mouseReleaseEvent(QMouseEvent* event)
-{
-    if (m_isDragging) {
-        m_isDragging = false;
-        update(); // in full detail
-        return;
-    }
-    const bool isClick = m_isPressed && event->button() == Qt::LeftButton;
-    m_isPressed = false;
-    if (!isClick)
-        return;
-    if (QTreeWidgetItem* const item = m_picture.itemAt(event->pos(), rect()))
-        emit itemActivated(item);
-}
-
-void zoHPCRoomView::wheelEvent(QWheelEvent* event)
-{
-    zoom(std::pow(ZoomPerStep, event->angleDelta().y() / 120.0));
-    event->accept();
-}
-
 void zoHPCRoomView::keyPressEvent(QKeyEvent* event)
 {
     switch (event->key()) {
-    case Qt::Key_Home:
-        fit();
-        break;
     case Qt::Key_Left:
         turn(-s_degreesPerKey, 0.0);
         break;
@@ -128,12 +79,6 @@ void zoHPCRoomView::keyPressEvent(QKeyEvent* event)
         break;
     case Qt::Key_Down:
         turn(0.0, -s_degreesPerKey);
-        break;
-    case Qt::Key_Plus:
-        zoom(ZoomPerStep);
-        break;
-    case Qt::Key_Minus:
-        zoom(1.0 / ZoomPerStep);
         break;
     default:
         zoHPCPictureView::keyPressEvent(event);
@@ -148,7 +93,8 @@ void zoHPCRoomView::turn(double yaw, double pitch)
     noteMove(Move::Single);
 }
 
-void zoHPCRoomView::zoom(double factor)
+// The viewer of a room comes nearer to its middle, wherever the mouse is.
+void zoHPCRoomView::zoom(double factor, const QPointF&)
 {
     zoHPCRoomCamera camera = m_picture.camera();
     camera.zoom(factor);

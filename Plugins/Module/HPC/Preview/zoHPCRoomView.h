@@ -3,8 +3,6 @@
 #include "zoHPCPictureView.h"
 #include "zoHPCRoomPicture.h"
 
-#include <QPoint>
-
 #include <memory>
 
 class QTreeWidgetItem;
@@ -26,24 +24,17 @@ public:
 
 protected:
     zoHPCPicture& editedPicture() override { return m_picture; }
-    bool isDragging() const override { return m_isDragging; }
 
-    bool event(QEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
-    void wheelEvent(QWheelEvent* event) override;
+    void drag(const QMouseEvent& event, const QPoint& way) override;
+    QTreeWidgetItem* itemAt(const QPoint& position) override;
+    QString toolTipAt(const QPoint& position) override;
+    void zoom(double factor, const QPointF& about) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void turn(double yaw, double pitch);
-    void zoom(double factor);
 
     zoHPCRoomPicture m_picture;
     std::shared_ptr<const zoHPCLayout> m_layout;
     const QTreeWidgetItem* m_current = nullptr; // never followed
-    QPoint m_pressed;
-    QPoint m_last;
-    bool m_isPressed = false;
-    bool m_isDragging = false;
 };

@@ -6,16 +6,11 @@
 #include "zoHPCWindowItem.h"
 #include "zoText.h"
 
-#include <QApplication>
-#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QToolTip>
-#include <QWheelEvent>
 
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 
 namespace
@@ -68,9 +63,9 @@ void zoHPCScreensView::showLayout(std::shared_ptr<const zoHPCLayout> layout)
 {
     m_layout = std::move(layout);
     if (!isShown(m_hit.window))
-        endDrag();
+        letGo();
     const zoHPCLayout& shown = m_layout ? *m_layout : zoHPCLayout();
-    if (m_drag == Drag::Window) {
+    if (m_isWindowDragged) {
         m_picture.updateLayout(shown);
     } else {
         m_picture.setLayout(shown);
@@ -94,108 +89,85 @@ void zoHPCScreensView::setScreenSize(const QSizeF& size)
 bool zoHPCScreensView::event(QEvent* event)
 {
     // Escape belongs to a drag first, then to the dialog around.
-    if (event->type() == QEvent::ShortcutOverride && m_drag == Drag::Window &&
+    if (event->type() == QEvent::ShortcutOverride && m_isWindowDragged &&
         static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
         event->accept();
-        return true;
-    }
-    if (event->type() == QEvent::ToolTip) {
-        const auto* help = static_cast<QHelpEvent*>(event);
-        const zoHPCScreensPicture::Hit hit = m_picture.hitTest(help->pos());
-        const QTreeWidgetItem* const item =
-            hit.viewport ? static_cast<const QTreeWidgetItem*>(hit.viewport) : hit.window;
-        if (!item)
-            QToolTip::hideText();
-        else if (hit.canMove)
-            QToolTip::showText(help->globalPos(),
-                               zoText("<qt>%1<br>%2</qt>")
-                                   .arg(item->text(0).toHtmlEscaped(),
-                                        tr("Drag it, or one of its edges. Ctrl: free of the edges beside it.")
-                                            .toHtmlEscaped()),
-                               this);
-        else
-            QToolTip::showText(help->globalPos(), zoText("<qt>%1</qt>").arg(item->text(0).toHtmlEscaped()),
-                               this);
         return true;
     }
     return zoHPCPictureView::event(event);
 }
 
+QString zoHPCScreensView::toolTipAt(const QPoint& position)
+{
+    const zoHPCScreensPicture::Hit hit = m_picture.hitTest(position);
+    const QTreeWidgetItem* const item =
+        hit.viewport ? static_cast<const QTreeWidgetItem*>(hit.viewport) : hit.window;
+    if (!item)
+        return {};
+    if (!hit.canMove)
+        return zoText("<qt>%1</qt>").arg(item->text(0).toHtmlEscaped());
+    return zoText("<qt>%1<br>%2</qt>")
+        .arg(item->text(0).toHtmlEscaped(),
+             tr("Drag it, or one of its edges. Ctrl: free of the edges beside it.").toHtmlEscaped());
+}
+
 void zoHPCScreensView::paintEvent(QPaintEvent* event)
 {
     zoHPCPictureView::paintEvent(event);
-    if (m_drag != Drag::Window)
+    if (!m_isWindowDragged)
         return;
     QPainter painter(this);
     paintGuides(painter);
 }
 
-void zoHPCScreensView::mousePressEvent(QMouseEvent* event)
+void zoHPCScreensView::press(const QMouseEvent& event)
 {
-    event->accept();
-    if (event->button() != Qt::LeftButton && event->button() != Qt::MiddleButton)
-        return;
-    m_pressed = event->pos();
-    m_last = event->pos();
-    m_isPressed = true;
-    m_hit = event->button() == Qt::LeftButton ? m_picture.hitTest(event->pos()) : zoHPCScreensPicture::Hit();
+    m_hit = event.button() == Qt::LeftButton ? m_picture.hitTest(event.pos()) : zoHPCScreensPicture::Hit();
     if (m_hit.window) {
         m_before = geometryOf(*m_hit.window);
         m_lines = m_picture.linesFor(m_hit.window);
     }
 }
 
-void zoHPCScreensView::mouseMoveEvent(QMouseEvent* event)
+void zoHPCScreensView::hover(const QPoint& position)
 {
-    if (!m_isPressed) {
-        showCursor(m_picture.hitTest(event->pos()));
-        return;
-    }
-    if (m_drag == Drag::None) {
-        if ((event->pos() - m_pressed).manhattanLength() < QApplication::startDragDistance())
-            return;
-        m_drag = m_hit.window && m_hit.canMove ? Drag::Window : Drag::Sheet;
-    }
-    if (m_drag == Drag::Window) {
-        dragWindow(event->pos(), !(event->modifiers() & Qt::ControlModifier));
+    showCursor(m_picture.hitTest(position));
+}
+
+void zoHPCScreensView::beginDrag()
+{
+    m_isWindowDragged = m_hit.window && m_hit.canMove;
+}
+
+void zoHPCScreensView::drag(const QMouseEvent& event, const QPoint& way)
+{
+    if (m_isWindowDragged) {
+        dragWindow(event.pos(), !(event.modifiers() & Qt::ControlModifier));
     } else {
-        m_picture.pan(event->pos() - m_last);
+        m_picture.pan(way);
         noteMove(Move::Dragged);
     }
-    m_last = event->pos();
 }
 
-void zoHPCScreensView::mouseReleaseEvent(QMouseEvent* event)
+// What was pressed, wherever the button is released.
+QTreeWidgetItem* zoHPCScreensView::itemAt(const QPoint&)
 {
-    const bool isClick = m_isPressed && m_drag == Drag::None && event->button() == Qt::LeftButton;
-    QTreeWidgetItem* item = m_hit.window;
-    if (m_hit.viewport)
-        item = m_hit.viewport;
-    const bool wasWindow = m_drag == Drag::Window;
-    endDrag();
+    return m_hit.viewport ? static_cast<QTreeWidgetItem*>(m_hit.viewport) : m_hit.window;
+}
+
+void zoHPCScreensView::endDrag()
+{
+    const bool wasWindow = m_isWindowDragged;
+    letGo();
     if (wasWindow)
         showLayout(m_layout); // the screen may have another size now
-    if (isClick && item)
-        emit itemActivated(item);
-}
-
-void zoHPCScreensView::wheelEvent(QWheelEvent* event)
-{
-    event->accept();
-    if (m_drag == Drag::Window)
-        return;
-    zoom(std::pow(ZoomPerStep, event->angleDelta().y() / 120.0), event->position());
 }
 
 void zoHPCScreensView::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Escape && m_drag == Drag::Window) {
+    if (event->key() == Qt::Key_Escape && m_isWindowDragged) {
         setGeometryOf(*m_hit.window, m_before);
-        endDrag();
-    } else if (event->key() == Qt::Key_Home) {
-        fit();
-    } else if (event->key() == Qt::Key_Plus || event->key() == Qt::Key_Minus) {
-        zoom(event->key() == Qt::Key_Plus ? ZoomPerStep : 1.0 / ZoomPerStep, rect().center());
+        letGo();
     } else {
         zoHPCPictureView::keyPressEvent(event);
     }
@@ -203,6 +175,8 @@ void zoHPCScreensView::keyPressEvent(QKeyEvent* event)
 
 void zoHPCScreensView::zoom(double factor, const QPointF& about)
 {
+    if (m_isWindowDragged)
+        return;
     m_picture.zoom(factor, about);
     noteMove(Move::Single);
 }
@@ -222,7 +196,7 @@ void zoHPCScreensView::setGeometryOf(zoHPCWindowItem& window, const QRect& geome
                                           {zoHPCWindowItem::Height, geometry.height()}};
     bool isChanged = false;
     for (const auto& value : values) {
-        // What follows a change may take the items away: showLayout() then ended the drag.
+        // What follows a change may take the items away: showLayout() then let it go.
         if (m_hit.window != &window)
             return;
         if (window.getInt(value.first) != value.second) {
@@ -245,7 +219,7 @@ bool zoHPCScreensView::isShown(const zoHPCWindowItem* window) const
 
 void zoHPCScreensView::dragWindow(const QPoint& to, bool snaps)
 {
-    const QPointF way = QPointF(to - m_pressed) / m_picture.scale();
+    const QPointF way = QPointF(to - pressed()) / m_picture.scale();
     const int x = limited(way.x());
     const int y = limited(way.y());
     QRect geometry = m_before;
@@ -316,12 +290,10 @@ void zoHPCScreensView::paintGuides(QPainter& painter) const
     }
 }
 
-void zoHPCScreensView::endDrag()
+void zoHPCScreensView::letGo()
 {
-    if (m_drag != Drag::None)
-        update(); // in full detail
-    m_drag = Drag::None;
-    m_isPressed = false;
+    forgetPress();
+    m_isWindowDragged = false;
     m_hit = zoHPCScreensPicture::Hit();
     m_guidesX.clear();
     m_guidesY.clear();

@@ -3,7 +3,6 @@
 #include "zoHPCPictureView.h"
 #include "zoHPCScreensPicture.h"
 
-#include <QPoint>
 #include <QRect>
 
 #include <memory>
@@ -37,27 +36,28 @@ signals:
 
 protected:
     zoHPCPicture& editedPicture() override { return m_picture; }
-    bool isDragging() const override { return m_drag != Drag::None; }
 
+    void press(const QMouseEvent& event) override;
+    void beginDrag() override;
+    void drag(const QMouseEvent& event, const QPoint& way) override;
+    void endDrag() override;
+    void hover(const QPoint& position) override;
+    QTreeWidgetItem* itemAt(const QPoint& position) override;
+    QString toolTipAt(const QPoint& position) override;
+    void zoom(double factor, const QPointF& about) override;
     bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
-    void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    enum class Drag { None, Sheet, Window };
-
-    void zoom(double factor, const QPointF& about);
     static QRect geometryOf(const zoHPCWindowItem& window);
     void setGeometryOf(zoHPCWindowItem& window, const QRect& geometry);
     bool isShown(const zoHPCWindowItem* window) const;
     void dragWindow(const QPoint& to, bool snaps);
     void snap(QRect& geometry);
     void paintGuides(QPainter& painter) const;
-    void endDrag();
+    // The window belongs to the drag no more.
+    void letGo();
     void showCursor(const zoHPCScreensPicture::Hit& hit);
 
     zoHPCScreensPicture m_picture;
@@ -67,8 +67,5 @@ private:
     zoHPCScreensPicture::EdgeLines m_lines; // what the dragged window snaps to
     std::vector<int> m_guidesX;             // the lines that it lies flush with, in pixels of its screen
     std::vector<int> m_guidesY;
-    QPoint m_pressed;
-    QPoint m_last;
-    Drag m_drag = Drag::None;
-    bool m_isPressed = false;
+    bool m_isWindowDragged = false;
 };
