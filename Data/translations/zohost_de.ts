@@ -21,6 +21,43 @@
     </message>
 </context>
 <context>
+    <name>zoCommandLine</name>
+    <message>
+        <source>the argument $&apos;%1&apos; is no text in the encoding of the locale (%2); rename the file</source>
+        <translation>das Argument $&apos;%1&apos; ist kein Text in der Kodierung der Locale (%2); bitte die Datei umbenennen</translation>
+    </message>
+</context>
+<context>
+    <name>zoFileName</name>
+    <message>
+        <source>the file name is empty</source>
+        <translation>der Dateiname ist leer</translation>
+    </message>
+    <message>
+        <source>the encoding of the locale has not all characters of this name; rename the file, or use a locale with UTF-8 (LC_ALL=C.UTF-8)</source>
+        <translation>die Kodierung der Locale hat nicht alle Zeichen dieses Namens; die Datei umbenennen oder eine Locale mit UTF-8 verwenden (LC_ALL=C.UTF-8)</translation>
+    </message>
+    <message>
+        <source>bytes of this name are no text in the encoding of the locale; give the file another name</source>
+        <translation>Bytes dieses Namens sind kein Text in der Kodierung der Locale; bitte die Datei anders nennen</translation>
+    </message>
+</context>
+<context>
+    <name>zoFileReader</name>
+    <message>
+        <source>it is larger than %1 MiB, the most that is read; is it the right file?</source>
+        <translation>sie ist größer als %1 MiB, mehr wird nicht gelesen; ist es die richtige Datei?</translation>
+    </message>
+    <message>
+        <source>standard input is closed</source>
+        <translation>die Standardeingabe ist geschlossen</translation>
+    </message>
+    <message>
+        <source>it is no regular file but a device, a pipe or the like; copy what it gives into a file</source>
+        <translation>sie ist keine gewöhnliche Datei, sondern ein Gerät, eine Pipe oder dergleichen; bitte den Inhalt in eine Datei kopieren</translation>
+    </message>
+</context>
+<context>
     <name>zoHostApplication</name>
     <message>
         <source>The program ZOKEClusterServer is not beside this one: sessions show nothing</source>
@@ -212,10 +249,6 @@ Soll die Sitzung auf diesem Rechner geprobt werden?</translation>
         <translation>%1 wurde seit dem Laden von einem anderen Programm geändert.</translation>
     </message>
     <message>
-        <source>Overwrite it with what the window shows, or read it again? What the window shows is then kept under File &gt; Earlier configurations.</source>
-        <translation>Mit dem überschreiben, was das Fenster zeigt, oder neu laden? Was das Fenster zeigt, bleibt dann unter Datei &gt; Frühere Konfigurationen.</translation>
-    </message>
-    <message>
         <source>&amp;Reload</source>
         <translation>&amp;Neu laden</translation>
     </message>
@@ -242,6 +275,30 @@ Soll die Sitzung auf diesem Rechner geprobt werden?</translation>
     <message>
         <source>&amp;Keep</source>
         <translation>&amp;Behalten</translation>
+    </message>
+    <message>
+        <source>line %1, column %2</source>
+        <translation>Zeile %1, Spalte %2</translation>
+    </message>
+    <message>
+        <source>%1 holds bytes that are no text.</source>
+        <translation>%1 enthält Bytes, die kein Text sind.</translation>
+    </message>
+    <message>
+        <source>The first ones are in %1. The window shows %2 for them. The file stays as it is until it is saved, and that is asked first.</source>
+        <translation>Die ersten stehen in %1. Das Fenster zeigt dafür %2. Die Datei bleibt, wie sie ist, bis sie gespeichert wird; davor wird gefragt.</translation>
+    </message>
+    <message>
+        <source>Overwrite it with what the window shows, or read it again? Reading it again keeps what the window shows under File &gt; Earlier configurations.</source>
+        <translation>Mit dem Inhalt des Fensters überschreiben oder neu laden? Beim Neuladen bleibt der Inhalt des Fensters unter Datei &gt; Frühere Konfigurationen.</translation>
+    </message>
+    <message>
+        <source>%1 holds bytes that are no text and is not overwritten</source>
+        <translation>%1 enthält Bytes, die kein Text sind, und wird nicht überschrieben</translation>
+    </message>
+    <message>
+        <source>The first ones are in %1. Saving writes %2 in their place. What the file holds now is then kept under File &gt; Earlier configurations.</source>
+        <translation>Die ersten stehen in %1. Gespeichert wird dafür %2. Was die Datei jetzt enthält, bleibt dann unter Datei &gt; Frühere Konfigurationen.</translation>
     </message>
 </context>
 <context>
@@ -665,6 +722,14 @@ Das Protokoll nennt den Grund.</translation>
     <message>
         <source>&amp;Show them</source>
         <translation>An&amp;zeigen</translation>
+    </message>
+    <message>
+        <source>The changes that are not saved could not be kept anywhere: %1</source>
+        <translation>Die ungespeicherten Änderungen konnten nirgends aufgehoben werden: %1</translation>
+    </message>
+    <message>
+        <source>The changes that are not saved are kept in %1. The next start offers them.</source>
+        <translation>Die ungespeicherten Änderungen liegen in %1. Der nächste Start bietet sie an.</translation>
     </message>
 </context>
 <context>
