@@ -2,6 +2,7 @@
 #include "zoFuzzing.h"
 
 #include <zoClusterDocument.h>
+#include <zoClusterTags.h>
 #include <zoHPCDocumentText.h>
 #include <zoHPCHostTree.h>
 #include <zoHPCOption.h>
@@ -43,8 +44,8 @@ int servicePortOf(const zoHPCTreeItem* item)
     while (item != nullptr && !item->isNetwork())
         item = item->getParent();
     return item == nullptr
-               ? zoClusterDocument::DefaultServicePort
-               : item->getIntOption(zoHPCOption::ServicePort, zoClusterDocument::DefaultServicePort);
+               ? zoClusterTags::DefaultServicePort
+               : item->getIntOption(zoHPCOption::ServicePort, zoClusterTags::DefaultServicePort);
 }
 
 Nodes nodesOf(const zoHPCHostTree& tree)
