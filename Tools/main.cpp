@@ -159,7 +159,6 @@ int runHosts(const QStringList& arguments)
 
 int main(int argc, char** argv)
 {
-    zoCommandLine::holdStandardStreams();
     zoEnvironment::settle();
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("zohpc"));

@@ -278,8 +278,8 @@ void tst_zohpc::closedStreamsAreTold_data()
     QTest::addColumn<QString>("command");
     QTest::addColumn<QByteArray>("errors");
 
-    const QByteArray output("zohpc: standard output: Bad file descriptor\n");
-    const QByteArray input("-: Bad file descriptor\n");
+    const QByteArray output("zohpc: standard output: it is closed\n");
+    const QByteArray input("-: standard input is closed\n");
     QTest::newRow("output") << "hosts expand n1 >&-" << output;
     QTest::newRow("output-of-the-other-program") << "new --wall 1x1 --hosts n1 >&-" << output;
     QTest::newRow("input") << "hosts expand <&-" << input;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <zoClusterTags.h>
 #include <zoHPCConfiguration.h>
 #include <zoHPCDisplayItem.h>
 #include <zoHPCDisplayTables.h>
@@ -75,8 +76,7 @@ private:
         zoHPCTreeItem* const network = m_hosts.createNetwork(parent, -1);
         choose(network, zoHPCOptionValues::NetworkOptions);
         network->setOption(zoHPCOption::Description, name());
-        network->setIntOption(zoHPCOption::ServicePort, 1 + below(65535),
-                              zoHPCOptionValues::DefaultServicePort);
+        network->setIntOption(zoHPCOption::ServicePort, 1 + below(65535), zoClusterTags::DefaultServicePort);
         network->setOption(zoHPCOption::Encrypted, chance() ? QStringLiteral("true") : QString());
         network->setIsEnabled(chance());
         for (int i = below(4); i > 0; --i) {

@@ -2,13 +2,14 @@
 
 #include "zoConsole.h"
 
+#include <zoCommandLine.h>
+
 #include <QByteArray>
 #include <QList>
 #include <QLoggingCategory>
 
 #include <cstring>
 
-#include <fcntl.h>
 #include <unistd.h>
 
 namespace
@@ -30,22 +31,11 @@ QList<QByteArray> toolkitVariables()
     }
     return names;
 }
-
-// Whatever is opened next would stand in for a standard stream that is closed, and be read or written over in its place.
-// These end in an error for each use.
-void holdClosedStreams()
-{
-    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-        if (::fcntl(stream, F_GETFD) < 0)
-            ::open("/dev/null",
-                   stream == STDIN_FILENO ? O_WRONLY : O_RDONLY); // the lowest that is free: this one
-    }
-}
 } // namespace
 
 void zoEnvironment::settle()
 {
-    holdClosedStreams();
+    zoCommandLine::holdStandardStreams();
     const QList<QByteArray> names = toolkitVariables();
     for (const QByteArray& name : names)
         qunsetenv(name.constData());
