@@ -80,6 +80,13 @@ void tst_zohpcHostile::commandEnds_data()
             document(QByteArray(),
                      filled("<projection type='plane' edgeblending='true' leftedge='1' x1='-1e20' "
                             "x2='1e20' x3='1e20' y3='1e20'/>")));
+        row("planes-with-names", document(QByteArray(), numbered([](const QByteArray& i) {
+                                              return "<projection name='P" + i + "' type='plane' x1='" + i +
+                                                     "' x2='" + i + "1' x3='" + i + "1' y3='9'/>";
+                                          })));
+        // Each as large as one may be: what a document holds of them is limited, too.
+        row("walls-of-many-tiles",
+            document(QByteArray(), filled("<projection type='wall' rows='100' columns='1000'/>")));
         row("windows-at-one-place",
             document("<node name='a'/>", "<display>" +
                                              filled("<window node='a'><viewport projection='P'/></window>") +

@@ -61,9 +61,9 @@ bool isFinite(const Point3& point)
     return std::isfinite(point.x) && std::isfinite(point.y) && std::isfinite(point.z);
 }
 
-void checkParaView(const zoHPCRenderSetup& rendering)
+void checkParaView(const zoHPCRenderSetup& rendering, const zoParaViewRelease& release)
 {
-    const QByteArray text = zoEngineFiles::paraView(rendering);
+    const QByteArray text = zoEngineFiles::paraView(rendering, release);
     QXmlStreamReader xml(text);
     std::size_t machines = 0;
     while (!xml.atEnd()) {
@@ -123,7 +123,12 @@ void checkExport(zoHPCConfiguration& configuration)
 {
     for (const double pitch : {1.0, 0.25}) {
         const zoHPCRenderSetup rendering(configuration.displays(), configuration.hosts().master(), pitch);
-        const zoExportNotes notes(rendering);
+        zoExportNotes::Targets targets;
+        targets.paraView = true;
+        targets.equalizer = true;
+        // Those of today have other layers than those of Debian.
+        targets.release.read(pitch < 1.0 ? QStringLiteral("6.2") : QStringLiteral("5.11"));
+        const zoExportNotes notes(rendering, targets);
         for (const zoExportNotes::Note& note : notes.notes())
             zoFuzzing::require(note.item != nullptr && !note.text.isEmpty(), "a note has an item and a text");
         zoFuzzing::require(rendering.pictures().size() + rendering.leftOut().size() ==
@@ -138,7 +143,7 @@ void checkExport(zoHPCConfiguration& configuration)
         }
         if (rendering.pictures().empty())
             continue;
-        checkParaView(rendering);
+        checkParaView(rendering, targets.release);
         checkEqualizer(rendering);
     }
 }

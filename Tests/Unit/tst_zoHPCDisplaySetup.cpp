@@ -9,6 +9,7 @@
 
 #include <QCoreApplication>
 #include <QDomDocument>
+#include <QRegularExpression>
 
 #include <memory>
 
@@ -54,6 +55,7 @@ private slots:
     void newSetupIsEmpty();
     void defaultIsOneDisplay();
     void writesWhatItRead();
+    void tilesOfOneDocumentHaveOneLimit();
     void readsDirectChildrenOfTheRootOnly();
     void readingReplaces();
     void documentWithoutRootLeavesNothing();
@@ -118,6 +120,28 @@ void tst_zoHPCDisplaySetup::writesWhatItRead()
     QCOMPARE(first.documentElement().lastChildElement().tagName(), text("display"));
     QCOMPARE(first.elementsByTagName(text("viewport")).at(0).toElement().attribute(text("projection")),
              text("wall row:2 col:1"));
+}
+
+void tst_zoHPCDisplaySetup::tilesOfOneDocumentHaveOneLimit()
+{
+    const QString wall = text("<projection name=\"%1\" type=\"%2\" width=\"1\" height=\"1\" "
+                              "rows=\"%3\" columns=\"1\"/>");
+    expectMessage(QtCriticalMsg,
+                  QRegularExpression(text("^Projection c .*not laid out: at most 100000 tiles")));
+
+    m_setup->loadFromXML(documentOf(text("<cluster version=\"1\">") + wall.arg("a", "wall", "60000") +
+                                    wall.arg("b", "powerwall", "39999") + wall.arg("c", "wall", "2") +
+                                    wall.arg("d", "wall", "1") + text("</cluster>")));
+
+    QList<int> tiles;
+    for (int i = 0; i < m_setup->projectionRoot()->childCount(); ++i)
+        tiles << m_setup->projectionRoot()->child(i)->childCount();
+    QCOMPARE(tiles, QList<int>({60000, 39999, 0, 1}));
+    // Who edits it has the limit of one projection again.
+    auto* const last = dynamic_cast<zoHPCProjectionItem*>(m_setup->projectionRoot()->child(3));
+    last->setInt(zoHPCProjectionItem::Rows, 3);
+    last->update();
+    QCOMPARE(last->childCount(), 3);
 }
 
 void tst_zoHPCDisplaySetup::readsDirectChildrenOfTheRootOnly()

@@ -175,8 +175,11 @@ bool zoProjectionComparison::comparePlanes(const QString& label, const QDomEleme
 {
     const QDomElement& after = projection.element;
     std::array<double, std::size(s_corners)> shift{};
-    for (std::size_t i = 0; i < shift.size(); ++i)
-        shift[i] = attribute(after, s_corners[i]).toDouble() - attribute(before, s_corners[i]).toDouble();
+    for (std::size_t i = 0; i < shift.size(); ++i) {
+        // "nan", which is taken for a number, does not even equal itself.
+        if (!zoAttributeValue::isSame(before, after, attributeName(s_corners[i])))
+            shift[i] = attribute(after, s_corners[i]).toDouble() - attribute(before, s_corners[i]).toDouble();
+    }
     if (std::all_of(shift.begin(), shift.end(), [](double distance) { return distance == 0.0; }))
         return false;
     zoDifferences::Changes changes;

@@ -180,11 +180,16 @@ void zoHPCDisplaySetup::read(const QDomDocument& document)
     const QDomElement root = document.documentElement();
     const QString projectionTag = zoClusterTags::Projection;
     QList<QTreeWidgetItem*> projections;
+    // A kilobyte may ask for a dozen of walls, each as large as one may be.
+    int tilesLeft = zoHPCProjectionItem::MaximumTiles;
     for (QDomElement element = root.firstChildElement(projectionTag); !element.isNull();
          element = element.nextSiblingElement(projectionTag)) {
         auto projection =
             std::make_unique<zoHPCProjectionItem>(QString::fromLatin1(""), zoHPCProjectionType::Kind::Wall);
+        projection->setTileLimit(tilesLeft);
         projection->fromXML(element);
+        tilesLeft -= projection->childCount();
+        projection->setTileLimit(zoHPCProjectionItem::MaximumTiles);
         projections.append(projection.release());
     }
     m_projectionRoot->addChildren(projections);

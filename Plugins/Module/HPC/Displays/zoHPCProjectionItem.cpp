@@ -378,7 +378,7 @@ bool zoHPCProjectionItem::hasTooManyTiles(int planes) const
 {
     const qint64 rows = getInt(Rows);
     const qint64 columns = getInt(Columns);
-    if (rows < 1 || columns < 1 || planes < 1 || rows * columns <= MaximumTiles / planes)
+    if (rows < 1 || columns < 1 || planes < 1 || rows * columns <= m_tileLimit / planes)
         return false;
     zoLog::error("%s",
                  qUtf8Printable(

@@ -11,7 +11,7 @@ class zoHPCProjectionItem final : public zoHPCTreeWidgetItem, public zoHPCProjec
 {
 public:
     // A damaged document may ask for any number of tiles. Beyond this many in one projection update() logs an
-    // error and generates none.
+    // error and generates none. Those of one document share it, see setTileLimit().
     static constexpr int MaximumTiles = 100000;
 
     // Not that of QTreeWidgetItem.
@@ -29,6 +29,9 @@ public:
     // Of a projection of type "plane".
     zoHPCPlane plane() const;
     void setPlane(const zoHPCPlane& plane);
+
+    // How many tiles update() generates at most; MaximumTiles where nobody says less.
+    void setTileLimit(int limit) { m_tileLimit = limit; }
 
     void setName(const QString& name);
     // Does not regenerate the children; call update().
@@ -69,4 +72,6 @@ private:
     void addWallTiles();
     void addCaveWalls();
     bool hasTooManyTiles(int planes) const;
+
+    int m_tileLimit = MaximumTiles;
 };

@@ -136,13 +136,21 @@ void zoHPCRoomCanvas::label(const QPointF& center, const QString& fullText, cons
         box.moveBottom(std::min(box.bottom(), m_lowest));
         free = besideLabels(box, true);
     }
-    m_labels.push_back(free);
+    reserve(free);
     painter.setPen(Qt::NoPen);
     painter.setBrush(zoHPCPictureStyle::withAlpha(style.background, 0.8));
     painter.drawRoundedRect(free, 3.0, 3.0);
     painter.setFont(font);
     painter.setPen(color);
     painter.drawText(free, Qt::AlignCenter, text);
+}
+
+void zoHPCRoomCanvas::reserve(const QRectF& box)
+{
+    // They cover a picture, and each of the others looks at all of them.
+    constexpr std::size_t Maximum = 1000;
+    if (m_labels.size() < Maximum)
+        m_labels.push_back(box);
 }
 
 bool zoHPCRoomCanvas::isFree(const QRectF& box) const

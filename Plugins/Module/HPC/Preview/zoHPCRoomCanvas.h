@@ -32,14 +32,14 @@ public:
     void ramp(const zoHPCPlane& plane, const QColor& from, const QColor& to, bool upward);
     void arrow(const Point3& from, const Point3& to, const QColor& color, double width);
     // On a ground of its own, whole within the picture; moved down until it covers no other label, or up
-    // where there is no room below.
+    // where there is no room below. After very many it is painted where it is.
     void label(const QPointF& center, const QString& fullText, const QColor& color, bool isBold);
     // Beside the labels that are there, or not at all.
     void smallLabel(QRectF box, const QString& text);
     // No label is there.
     bool isFree(const QRectF& box) const;
     // No label goes there.
-    void reserve(const QRectF& box) { m_labels.push_back(box); }
+    void reserve(const QRectF& box);
     // Below this there are no labels.
     void endLabelsAt(double y) { m_lowest = y; }
 
