@@ -39,5 +39,6 @@ QJsonObject zoSessionNetworks::mpi(const zoWallNetwork* network, const QStringLi
         for (auto it = network->options.cbegin(); it != network->options.cend(); ++it)
             options.insert(it.key(), it.value());
     }
-    return {{QStringLiteral("agent"), QJsonArray::fromStringList(agent)}, {QStringLiteral("network"), options}};
+    return {{QStringLiteral("agent"), QJsonArray::fromStringList(agent)},
+            {QStringLiteral("network"), options}};
 }

@@ -43,9 +43,8 @@ int servicePortOf(const zoHPCTreeItem* item)
 {
     while (item != nullptr && !item->isNetwork())
         item = item->getParent();
-    return item == nullptr
-               ? zoClusterTags::DefaultServicePort
-               : item->getIntOption(zoHPCOption::ServicePort, zoClusterTags::DefaultServicePort);
+    return item == nullptr ? zoClusterTags::DefaultServicePort
+                           : item->getIntOption(zoHPCOption::ServicePort, zoClusterTags::DefaultServicePort);
 }
 
 Nodes nodesOf(const zoHPCHostTree& tree)
