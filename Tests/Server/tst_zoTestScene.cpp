@@ -10,6 +10,8 @@
 
 #include <cmath>
 
+Q_DECLARE_METATYPE(zoWallPoint)
+
 // The test image. Where a line is to be, is worked out here from planes and eyes alone.
 class tst_zoTestScene final : public zoTestCase
 {
@@ -262,8 +264,6 @@ void tst_zoTestScene::numbersHaveOutlines()
         QVERIFY(std::abs(box.center().x()) < 0.1 && std::abs(box.center().y()) < 0.06);
     }
 }
-
-Q_DECLARE_METATYPE(zoWallPoint)
 
 ZO_TEST_MAIN(tst_zoTestScene)
 #include "tst_zoTestScene.moc"
