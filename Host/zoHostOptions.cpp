@@ -152,8 +152,12 @@ zoHostOptions::Result zoHostOptions::parse(const QStringList& arguments)
         return result;
     }
     const QString mistake = isParsed ? line.mistake(parser) : parser.errorText();
-    if (!mistake.isEmpty())
-        return refused(mistake);
+    if (!mistake.isEmpty()) {
+        const QString language = result.options.language;
+        result = refused(mistake);
+        result.options.language = language;
+        return result;
+    }
     line.read(parser, result.options);
     result.run = true;
     return result;

@@ -39,7 +39,9 @@ QString zoCommandLine::flawOf(int argc, const char* const* argv)
 {
     for (int i = 1; i < argc; ++i) {
         const QByteArray argument(argv[i]);
-        if (QFile::encodeName(QString::fromLocal8Bit(argument)) == argument)
+        // The decoder leaves out a byte order mark, which is text as well.
+        const QByteArray text = argument.startsWith("\xef\xbb\xbf") ? argument.mid(3) : argument;
+        if (QFile::encodeName(QString::fromLocal8Bit(text)) == text)
             continue;
         return QCoreApplication::translate("zoCommandLine",
                                            "the argument $'%1' is no text in the encoding of the locale "

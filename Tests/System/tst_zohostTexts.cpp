@@ -78,7 +78,8 @@ bool isName(const QString& text)
         "|(\\d+ )?row:\\d+ col:\\d+"
         "|\\d+ (Left|Right|Top|Bottom|Front|Back) row:\\d+ col:\\d+"
         "|localhost"
-        "|[\\d.]+ (m|mm)" // units
+        "|[\\d.]+ (m|mm)"   // units
+        "|[a-z]+(-[a-z]+)+" // codes of problems, the same in all languages
         "|x|y|z|X|Y|Z"
         "|\\*\\.\\w+)$")); // a pattern of file names
     return names.match(text).hasMatch();
@@ -92,7 +93,7 @@ bool hasLetters(const QString& text)
 // Without what only lays out rich text.
 QString withoutMarkup(QString text)
 {
-    return text.remove(QRegularExpression(QStringLiteral("</?(qt|br|p|b|i|html|head|body)\\s*/?>")));
+    return text.remove(QRegularExpression(QStringLiteral("</?(qt|br|p|b|i|html|head|body|small)\\s*/?>")));
 }
 } // namespace
 
