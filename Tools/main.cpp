@@ -121,6 +121,8 @@ bool isHelp(const QString& argument)
 // What was typed, and what it may have meant: the last word of a command is enough.
 QString unknownCommand(const QString& typed)
 {
+    if (typed.startsWith(QLatin1Char('-')))
+        return tr("no command before \"%1\"; options of a command stand behind it").arg(typed);
     QStringList names;
     QString named;
     for (const zoCommandEntry& entry : zoCommandTable::entries()) {

@@ -1408,6 +1408,10 @@ auch wenn die Server dann instabil sein können?</translation>
         <source>Window %1 of display %2 and window %3 of display %4 overlap: &quot;%5&quot; and &quot;%6&quot; are one machine. Give each a screen of its own.</source>
         <translation>Fenster %1 von Anzeige %2 und Fenster %3 von Anzeige %4 überlappen sich: „%5“ und „%6“ sind ein Rechner. Geben Sie jedem einen eigenen Bildschirm.</translation>
     </message>
+    <message>
+        <source>&quot;%1&quot; is shown without stereo, the planes beside it in stereo. Set the same mode for all of them.</source>
+        <translation>„%1“ wird ohne Stereo gezeigt, die Ebenen daneben in Stereo. Stellen Sie für alle dieselbe Art ein.</translation>
+    </message>
 </context>
 <context>
     <name>zoHPCProblemsView</name>

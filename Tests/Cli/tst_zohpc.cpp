@@ -110,6 +110,10 @@ void tst_zohpc::wrongUsageIsTold_data()
     QTest::newRow("unknown-command") << QStringList{"frobnicate"}
                                      << QByteArray(
                                             "zohpc: unknown command \"frobnicate\"\nTry 'zohpc --help'.\n");
+    QTest::newRow("option-before-its-command")
+        << QStringList{"--json", "check"}
+        << QByteArray("zohpc: no command before \"--json\"; options of a command stand behind it\nTry 'zohpc "
+                      "--help'.\n");
     QTest::newRow("mistyped-command")
         << QStringList{"chekc"}
         << QByteArray("zohpc: unknown command \"chekc\"; did you mean \"check\"?\nTry 'zohpc --help'.\n");

@@ -444,6 +444,7 @@ void tst_zohpcFiles::emptyNameIsTold_data()
     QTest::newRow("output") << QStringList{"format", sample(), "-o", ""};
     QTest::newRow("convert") << QStringList{"convert", legacy(), "-o", ""};
     QTest::newRow("export") << QStringList{"export", sample(), "--paraview", ""};
+    QTest::newRow("new") << QStringList{"new", "--wall", "1x1", "--hosts", "a", "-o", ""};
 }
 
 void tst_zohpcFiles::emptyNameIsTold()

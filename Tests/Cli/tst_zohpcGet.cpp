@@ -82,6 +82,10 @@ void tst_zohpcGet::pathNamesAValue_data()
     QTest::newRow("window-of-all") << "window[2]/node" << QByteArray("b\n");
     QTest::newRow("viewport") << "window[1]/viewport[2]/eye" << QByteArray("right\n");
     QTest::newRow("all") << "display[*]/window[*]/node" << QByteArray("a 1\nb\n");
+    QTest::newRow("first-of-each") << "display[*]/window[1]/node" << QByteArray("a 1\nb\n");
+    QTest::newRow("second-where-there-is-one") << "window[*]/viewport[2]/eye" << QByteArray("right\n");
+    QTest::newRow("nested-ones-once") << "network[*]/node[gw]/rendernode" << QByteArray("false\n");
+    QTest::newRow("nested-all-once") << "network[*]/node[*]/name" << QByteArray("a\na\ngw\nb\n");
     QTest::newRow("attribute-named-as-an-item") << "window[2]/node" << QByteArray("b\n");
     QTest::newRow("root") << "cluster/booking" << QByteArray("b7\n");
     QTest::newRow("master") << "master/scenecompression" << QByteArray("best\n");

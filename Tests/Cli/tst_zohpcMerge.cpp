@@ -66,6 +66,7 @@ private slots:
     void wrongUsageIsTold();
     void gitMergesWithTheDriver();
     void gitTellsConflicts();
+    void gitTellsWhatWouldBeLost();
     void gitShowsDifferencesAsLines();
     void gitDifftoolShowsThemInWords();
 
@@ -254,7 +255,7 @@ QString tst_zohpcMerge::repository(const QByteArray& text) const
     file.close();
     const zoCommandRun run =
         shell(folder, "git init -q -b main .\n"
-                      "git config merge.zhpc.driver 'zohpc merge %O %A %B -o %A'\n"
+                      "git config merge.zhpc.driver 'zohpc merge --name %P %O %A %B -o %A'\n"
                       "git config diff.zhpc.textconv 'zohpc get'\n"
                       "git config difftool.zohpc.cmd 'zohpc diff \"$LOCAL\" \"$REMOTE\"'\n"
                       "echo '*.zhpc merge=zhpc diff=zhpc' > .gitattributes\n"
@@ -305,11 +306,33 @@ void tst_zohpcMerge::gitTellsConflicts()
     QVERIFY2(run.output.contains("\nCONFLICT (content): Merge conflict in wall.zhpc\n"),
              run.whole().constData());
     QVERIFY(run.output.endsWith("stopped\nUU wall.zhpc\n"));
-    QVERIFY2(run.errors.contains(
-                 "conflict: projection[Wall]/distance: was \"1500\", ours is \"1800\", theirs \"2000\"\n"),
+    // The file is called what it is called in the repository.
+    QVERIFY2(run.errors.startsWith("wall.zhpc: conflict: projection[Wall]/distance: was \"1500\", ours is "
+                                   "\"1800\", theirs \"2000\"\n"),
              run.errors.constData());
     // A configuration, not a text with marks.
     QCOMPARE(zoCliFiles::read(folder + "/wall.zhpc"), changed(text, {s_distance}));
+}
+
+void tst_zohpcMerge::gitTellsWhatWouldBeLost()
+{
+    if (QStandardPaths::findExecutable(QStringLiteral("git")).isEmpty())
+        QSKIP("git is not installed");
+    const QString folder = repository(base());
+    QVERIFY(!folder.isEmpty());
+
+    const zoCommandRun run = shell(folder, "git mv wall.zhpc \"a wall's \\$1.zhpc\"; git commit -qm moved\n"
+                                           "git checkout -qb theirs\n"
+                                           "sed -i 's/distance=\"1500\"/distance=\"2000\"/g' a*.zhpc\n"
+                                           "git commit -qam theirs\n"
+                                           "git checkout -q main\n"
+                                           "sed -i 's/<master/<!-- mine -->&/' a*.zhpc\n"
+                                           "git commit -qam ours\n"
+                                           "git merge theirs -m merged || echo stopped\n");
+
+    QVERIFY2(run.output.endsWith("stopped\n"), run.whole().constData());
+    QVERIFY2(run.errors.contains("\na wall's $1.zhpc: not merged, for this would be lost"),
+             run.errors.constData());
 }
 
 void tst_zohpcMerge::gitShowsDifferencesAsLines()

@@ -62,6 +62,8 @@ void tst_zohpcSet::valueIsWhatGetSays_data()
                                      << "network[1]/description" << QByteArray("a=b [c]/d\n");
     QTest::newRow("all") << QStringList{"window[*]/fullscreen=false"} << "window[*]/fullscreen"
                          << QByteArray("false\nfalse\n");
+    QTest::newRow("first-of-each") << QStringList{"window[*]/viewport[1]/flipx=true"}
+                                   << "window[*]/viewport[*]/flipx" << QByteArray("true\ntrue\n");
     QTest::newRow("several") << QStringList{"Wall/width=3000", "window[1]/width=1280"} << "Wall/width"
                              << QByteArray("3000\n");
     QTest::newRow("later-one-holds") << QStringList{"Wall/width=3000", "Wall/width=3100"} << "Wall/width"
@@ -144,6 +146,8 @@ void tst_zohpcSet::renamedItemsKeepWhatNamesThem_data()
 
     QTest::newRow("node") << "n1/name=render1"
                           << "window[*]/node" << QByteArray("render1\nn2\n");
+    QTest::newRow("node-with-signs") << "n1/name=_gpu-1.site"
+                                     << "window[*]/node" << QByteArray("_gpu-1.site\nn2\n");
     QTest::newRow("projection") << "Wall/name=Front = 1"
                                 << "window[*]/viewport/projection"
                                 << QByteArray("Front = 1 row:1 col:1\nFront = 1 row:1 col:2\n");
@@ -195,6 +199,12 @@ void tst_zohpcSet::mistakeChangesNothing_data()
         << QByteArray("projection[Wall row:1 col:1]/x1 is computed from the projection above it");
     QTest::newRow("name-of-a-node") << QStringList{"n1/name="}
                                     << QByteArray("node[n1]/name: a value is needed");
+    // Each would be several hosts, or none, for all that reads the names in a list.
+    for (const char* const name :
+         {"a b", "a\tb", "a\nb", "a,b", "a|b", "a{b", "a}", "(a", "a[1-2]", "]", "a\x7f"})
+        QTest::newRow(("host-" + QByteArray(name).toHex()).constData())
+            << QStringList{QLatin1String("n1/name=") + name}
+            << "node[n1]/name: \"" + QByteArray(name) + "\" is no name of one host";
     QTest::newRow("unknown-node")
         << QStringList{"window[1]/node=n3"}
         << QByteArray("display[1]/window[1] names the node \"n3\", which is not there; did you "

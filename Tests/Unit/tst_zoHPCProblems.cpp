@@ -985,6 +985,12 @@ void tst_zoHPCProblems::wallInMetresIsFound_data()
     QTest::newRow("power-wall-in-metres") << "powerwall" << QVector<double>{3, 2, 1.5} << true;
     QTest::newRow("power-wall-below-10") << "powerwall" << QVector<double>{9.9, 9.9, 9.9} << true;
     QTest::newRow("power-wall-of-10") << "powerwall" << QVector<double>{10, 9.9, 9.9} << false;
+    QTest::newRow("long-power-wall-of-12") << "powerwall" << QVector<double>{12, 2.5, 4} << true;
+    QTest::newRow("high-power-wall-of-12") << "powerwall" << QVector<double>{2.5, 12, 4} << true;
+    QTest::newRow("long-power-wall-below-20") << "powerwall" << QVector<double>{19.9, 4, 4} << true;
+    QTest::newRow("as-long-as-a-microdisplay") << "powerwall" << QVector<double>{12.5, 5, 4} << false;
+    QTest::newRow("longer-than-a-microdisplay") << "powerwall" << QVector<double>{12.6, 5, 4} << true;
+    QTest::newRow("long-and-without-height") << "powerwall" << QVector<double>{12, 0, 4} << false;
     QTest::newRow("power-wall-with-the-default-distance")
         << "powerwall" << QVector<double>{3, 2, 1500} << true;
     QTest::newRow("power-wall-at-metres") << "powerwall" << QVector<double>{3000, 2000, 1.5} << true;

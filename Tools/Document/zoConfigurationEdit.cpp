@@ -1,6 +1,7 @@
 #include "zoConfigurationEdit.h"
 
 #include "zoHPCGrammar.h"
+#include "zoHPCHostsText.h"
 #include "zoHPCLayout.h"
 #include "zoHPCOption.h"
 #include "zoHPCProjectionItem.h"
@@ -70,6 +71,15 @@ QString expectation(const zoHPCGrammar::Attribute& attribute)
     default:
         return QCoreApplication::translate("zoConfigurationEdit", "a number");
     }
+}
+
+// Lists of hosts would make several hosts of it, or none.
+bool isOneWord(const QString& name)
+{
+    return std::none_of(name.begin(), name.end(), [](QChar c) {
+        return zoHPCHostsText::endsWord(c) || c == QLatin1Char(']') || c.isSpace() ||
+               c.category() == QChar::Other_Control;
+    });
 }
 
 QString attributeName(int column, const zoHPCTreeWidgetItem::ColumnMap& columns)
@@ -173,6 +183,11 @@ bool zoConfigurationEdit::accepts(const QDomElement& element, const QString& pat
         const QString guess = zoHPCSuggestion::closest(value, found->words);
         if (!guess.isEmpty())
             m_mistakes.last() += tr("; did you mean \"%1\"?").arg(guess);
+        return false;
+    }
+    if (element.tagName() == zoClusterTags::Node && attribute == zoClusterTags::NameAttribute &&
+        !isOneWord(value)) {
+        m_mistakes << tr("%1: \"%2\" is no name of one host").arg(path, value);
         return false;
     }
     value = canonical(found->type, value);

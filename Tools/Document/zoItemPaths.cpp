@@ -160,7 +160,7 @@ bool zoItemPaths::find(const QString& path, Target& target, QString& reason) con
             target.attribute = step.key;
             break;
         }
-        const std::vector<int> found = chosen(below(target.items, step), step);
+        const std::vector<int> found = chosen(target.items, step);
         if (found.empty()) {
             reason = missing(step, target.items);
             return false;
@@ -176,26 +176,38 @@ bool zoItemPaths::find(const QString& path, Target& target, QString& reason) con
     return true;
 }
 
-std::vector<int> zoItemPaths::below(const std::vector<int>& scopes, const Step& step) const
+std::vector<int> zoItemPaths::below(int scope, const Step& step) const
 {
     std::vector<int> result;
-    for (const int scope : scopes) {
-        // The root is itself the scope of "cluster".
-        if (scope == 0 && step.kind == zoClusterTags::Cluster)
-            result.push_back(0);
-        for (int i = scope + 1; i < item(scope).end; ++i) {
-            const Item& candidate = item(i);
-            const bool isNamed =
-                candidate.kind == zoClusterTags::Node || candidate.kind == zoClusterTags::Projection;
-            if (step.kind.isEmpty() ? isNamed : candidate.kind == step.kind)
-                result.push_back(i);
-        }
+    // The root is itself the scope of "cluster".
+    if (scope == 0 && step.kind == zoClusterTags::Cluster)
+        result.push_back(0);
+    for (int i = scope + 1; i < item(scope).end; ++i) {
+        const Item& candidate = item(i);
+        const bool isNamed =
+            candidate.kind == zoClusterTags::Node || candidate.kind == zoClusterTags::Projection;
+        if (step.kind.isEmpty() ? isNamed : candidate.kind == step.kind)
+            result.push_back(i);
     }
     return result;
 }
 
-std::vector<int> zoItemPaths::chosen(const std::vector<int>& candidates, const Step& step) const
+std::vector<int> zoItemPaths::chosen(const std::vector<int>& scopes, const Step& step) const
 {
+    std::vector<int> result;
+    for (const int scope : scopes) {
+        const std::vector<int> found = chosenBelow(scope, step);
+        result.insert(result.end(), found.begin(), found.end());
+    }
+    // Networks hold networks: both may choose the same item.
+    std::sort(result.begin(), result.end());
+    result.erase(std::unique(result.begin(), result.end()), result.end());
+    return result;
+}
+
+std::vector<int> zoItemPaths::chosenBelow(int scope, const Step& step) const
+{
+    const std::vector<int> candidates = below(scope, step);
     if (step.key == s_all || (!step.hasKey && !step.kind.isEmpty()))
         return candidates;
     std::vector<int> result;

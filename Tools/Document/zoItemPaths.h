@@ -76,8 +76,10 @@ private:
     void add(const QDomElement& element, int parent, std::vector<int>& counts);
     void nameItems();
     static bool readSteps(const QString& path, std::vector<Step>& steps);
-    std::vector<int> below(const std::vector<int>& scopes, const Step& step) const;
-    std::vector<int> chosen(const std::vector<int>& candidates, const Step& step) const;
+    std::vector<int> below(int scope, const Step& step) const;
+    // Numbers count in each of the scopes.
+    std::vector<int> chosen(const std::vector<int>& scopes, const Step& step) const;
+    std::vector<int> chosenBelow(int scope, const Step& step) const;
     bool isAttribute(const std::vector<int>& scopes, const QString& word) const;
     QString missing(const Step& step, const std::vector<int>& scopes) const;
 

@@ -47,14 +47,14 @@ QString zoMergeCommand::description() const
     return tr("Merges two configurations that came from BASE. Exit code 1 when both changed the same: each "
               "conflict is told\n"
               "with its path, and there OURS stays. As git's merge driver:\n"
-              "  git config merge.zhpc.driver 'zohpc merge %O %A %B -o %A'\n"
+              "  git config merge.zhpc.driver 'zohpc merge --name %P %O %A %B -o %A'\n"
               "  echo '*.zhpc merge=zhpc' >> .gitattributes");
 }
 
 QStringList zoMergeCommand::examples() const
 {
     return {QStringLiteral("zohpc merge base.zhpc ours.zhpc theirs.zhpc -o wall.zhpc\t") + tr("by hand"),
-            QStringLiteral("zohpc merge %O %A %B -o %A\t") + tr("by git, which puts files there")};
+            QStringLiteral("zohpc merge --name %P %O %A %B -o %A\t") + tr("by git, which puts files there")};
 }
 
 void zoMergeCommand::addArguments(QCommandLineParser& parser) const
@@ -63,6 +63,9 @@ void zoMergeCommand::addArguments(QCommandLineParser& parser) const
     parser.addOption({{QStringLiteral("o"), QStringLiteral("output")},
                       tr("Write to <file>, which may be OURS. Standard output otherwise."),
                       tr("file")});
+    // Git merges files with names of its own, which are gone when a person reads of them.
+    parser.addOption({QStringLiteral("name"),
+                      tr("Call the file <name> where conflicts are told; OURS otherwise."), tr("name")});
     parser.addPositionalArgument(QStringLiteral("BASE"), tr("The configuration before; may be empty."));
     parser.addPositionalArgument(QStringLiteral("OURS"),
                                  tr("The one that stays where both changed the same."));
@@ -76,6 +79,8 @@ int zoMergeCommand::execute(const QCommandLineParser& parser)
         return usageError(tr("three files are needed"));
     if (files.count(QStringLiteral("-")) > 1)
         return usageError(tr("standard input can be one of the files only"));
+    const QString name =
+        parser.isSet(QStringLiteral("name")) ? parser.value(QStringLiteral("name")) : files.at(1);
     const QString output =
         parser.isSet(QStringLiteral("output")) ? parser.value(QStringLiteral("output")) : QStringLiteral("-");
     if (!zoTextFile::mayWrite({output}, files.at(1), true))
@@ -88,12 +93,12 @@ int zoMergeCommand::execute(const QCommandLineParser& parser)
     const bool losesOurs = printLosses(files.at(1), ours);
     if ((printLosses(files.at(2), theirs) || losesOurs) && !parser.isSet(QStringLiteral("force"))) {
         zoConsole::printError(
-            tr("%1: not merged, for this would be lost; --force does it all the same").arg(files.at(1)));
+            tr("%1: not merged, for this would be lost; --force does it all the same").arg(name));
         return zoConsole::Unusable;
     }
     const zoConfigurationMerge merge(base, ours.document(), theirs.document());
     if (!merge.isPossible()) {
-        zoConsole::printError(tr("%1: nested too deep to be merged").arg(files.at(1)));
+        zoConsole::printError(tr("%1: nested too deep to be merged").arg(name));
         return zoConsole::Unusable;
     }
     zoClusterSetup result;
@@ -102,7 +107,7 @@ int zoMergeCommand::execute(const QCommandLineParser& parser)
     const QStringList conflicts =
         merge.conflicts() + danglingReferences(merge.result(), result, ours, theirs);
     for (const QString& conflict : conflicts)
-        zoConsole::printError(tr("%1: conflict: %2").arg(files.at(1), conflict));
+        zoConsole::printError(tr("%1: conflict: %2").arg(name, conflict));
     if (!zoTextFile::write(output, result.text()))
         return zoConsole::Unusable;
     return conflicts.isEmpty() ? zoConsole::Fine : zoConsole::ProblemsFound;

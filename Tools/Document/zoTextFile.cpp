@@ -123,7 +123,7 @@ bool zoTextFile::isSameFile(const QString& input, const QString& output)
 {
     struct stat read = {};
     struct stat written = {};
-    if (output == QLatin1String("-"))
+    if (output == QLatin1String("-") || output.isEmpty())
         return false;
     // Devices take every output and lose no input.
     if (readStatus(output, written))

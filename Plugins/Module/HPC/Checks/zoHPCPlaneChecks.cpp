@@ -44,6 +44,15 @@ bool isInMetres(double size, double limit)
     return size * MillimetresPerMetre >= zoHPCPlaneChecks::SmallestWall && size < limit;
 }
 
+// Of one piece: below which size it is a wall in metres, and from which on it may be the display before an eye.
+double wallLimit(double width, double height)
+{
+    const double small = std::min(std::abs(width), std::abs(height));
+    const double large = std::max(std::abs(width), std::abs(height));
+    const bool isLong = small > 0.0 && large > zoHPCPlaneChecks::LongestMicrodisplay * small;
+    return isLong ? zoHPCPlaneChecks::SmallestWall : zoHPCPlaneChecks::LargestMicrodisplay;
+}
+
 bool isBetween(double value, double limit)
 {
     return value > 0.0 && value < limit;
@@ -57,7 +66,7 @@ bool isPlaneInMetres(const zoHPCProjectionItem& item)
             return false;
     }
     const zoHPCPlane plane = item.plane();
-    return isInMetres(std::max(plane.width(), plane.height()), zoHPCPlaneChecks::LargestMicrodisplay);
+    return isInMetres(std::max(plane.width(), plane.height()), wallLimit(plane.width(), plane.height()));
 }
 
 // The fields of a wall that hold metres.
@@ -75,7 +84,8 @@ std::vector<int> lengthsInMetres(const zoHPCProjectionItem& item)
     }
     // Somebody tiles walls and builds caves, but no microdisplays.
     const bool isRoom = item.kind() != zoHPCProjectionType::Kind::PowerWall || item.childCount() > 1;
-    const double limit = isRoom ? zoHPCPlaneChecks::SmallestWall : zoHPCPlaneChecks::LargestMicrodisplay;
+    const double limit = isRoom ? zoHPCPlaneChecks::SmallestWall
+                                : wallLimit(item.getDouble(P::Width), item.getDouble(P::Height));
     const bool areSizes = isInMetres(largest, limit);
     for (const int column : type.lengths) {
         const bool isDistance = column == P::Distance;

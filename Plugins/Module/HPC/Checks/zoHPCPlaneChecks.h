@@ -18,8 +18,10 @@ public:
     // A wall no size of which reaches this was most likely given in metres (mm): the longest walls have 20 metres.
     static constexpr double SmallestWall = 20.0;
     // A single plane may also be the display before an eye, from this size on (mm): those of less than half an inch
-    // are rare, as are walls in one piece of more than ten metres.
+    // are rare, as are walls in one piece of more than ten metres that are not long.
     static constexpr double LargestMicrodisplay = 10.0;
+    // But none is so many times longer than it is high: what is longer is a wall of up to SmallestWall metres.
+    static constexpr double LongestMicrodisplay = 2.5;
     // From this size on (mm) a wall is one that people stand before: not at a distance below SmallestWall.
     static constexpr double SmallestRoom = 500.0;
     // Overlaps and gaps below it (mm) were given in metres when the wall was: neither is measured that finely.

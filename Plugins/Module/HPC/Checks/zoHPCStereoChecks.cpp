@@ -3,6 +3,7 @@
 #include "zoHPCDisplayItem.h"
 #include "zoHPCDisplayTables.h"
 #include "zoHPCLayout.h"
+#include "zoHPCPlaneWalls.h"
 #include "zoHPCProjectionItem.h"
 #include "zoHPCViewportItem.h"
 #include "zoHPCWindowItem.h"
@@ -12,6 +13,7 @@
 
 #include <cmath>
 #include <map>
+#include <utility>
 
 namespace
 {
@@ -113,6 +115,18 @@ QString modeText(const QString& mode)
     const zoHPCDisplayTables::StereoMode* const row = zoHPCDisplayTables::stereoMode(mode);
     return row ? QCoreApplication::translate("zoHPCDisplayGUII", row->text) : mode;
 }
+
+// Of several viewports of a tile nobody knows which is which eye: no fix then.
+void setCommonMode(zoHPCProblem& problem, const std::vector<const Viewport*>& viewports, const QString& mode)
+{
+    if (mode.isEmpty() || viewports.size() != 1)
+        return;
+    problem.setFix(QCoreApplication::translate("zoHPCProblems", "Set to \"%1\"").arg(modeText(mode)),
+                   [item = viewports[0]->item, mode] {
+                       item->setString(zoHPCViewportItem::Eye, mode);
+                       item->update();
+                   });
+}
 } // namespace
 
 zoHPCProblem::List zoHPCStereoChecks::eyeSeparationsInMetres(const zoHPCLayout& layout)
@@ -173,6 +187,14 @@ zoHPCProblem::List zoHPCStereoChecks::unlikeEyeSeparations(const zoHPCLayout& la
 
 zoHPCProblem::List zoHPCStereoChecks::monoTilesInStereoWalls(const zoHPCLayout& layout)
 {
+    zoHPCProblem::List problems = monoTilesOfProjections(layout);
+    for (zoHPCProblem& problem : monoPlanesAmongStereo(layout))
+        problems.push_back(std::move(problem));
+    return problems;
+}
+
+zoHPCProblem::List zoHPCStereoChecks::monoTilesOfProjections(const zoHPCLayout& layout)
+{
     std::vector<std::vector<const Viewport*>> viewports(layout.projections().size());
     for (const Viewport& viewport : layout.viewports()) {
         if (viewport.projection != zoHPCLayout::None)
@@ -203,14 +225,45 @@ zoHPCProblem::List zoHPCStereoChecks::monoTilesInStereoWalls(const zoHPCLayout& 
                      : tr("\"%1\" is shown in stereo, the other tiles of \"%2\" without. Set the same mode "
                           "for all of them."))
                     .arg(projection.name(), top.name()));
-            // Of several viewports of the tile nobody knows which is which eye.
-            const std::vector<const Viewport*>& own = viewports[static_cast<size_t>(tile)];
-            if (mode.isEmpty() || own.size() != 1)
-                continue;
-            problems.back().setFix(tr("Set to \"%1\"").arg(modeText(mode)), [item = own[0]->item, mode] {
-                item->setString(zoHPCViewportItem::Eye, mode);
-                item->update();
-            });
+            setCommonMode(problems.back(), viewports[static_cast<size_t>(tile)], mode);
+        }
+    }
+    return problems;
+}
+
+zoHPCProblem::List zoHPCStereoChecks::monoPlanesAmongStereo(const zoHPCLayout& layout)
+{
+    std::vector<std::vector<const Viewport*>> viewports(layout.projections().size());
+    std::map<QString, std::map<int, bool>> planes; // by user: those that he sees, and whether in stereo
+    for (const Viewport& viewport : layout.viewports()) {
+        if (viewport.projection == zoHPCLayout::None || viewport.window == zoHPCLayout::None)
+            continue;
+        const auto index = static_cast<size_t>(viewport.projection);
+        const zoHPCLayout::Projection& projection = layout.projections()[index];
+        if (projection.parent != zoHPCLayout::None ||
+            projection.item->kind() != zoHPCProjectionType::Kind::Plane)
+            continue;
+        viewports[index].push_back(&viewport);
+        bool& isStereo =
+            planes[layout.windows()[static_cast<size_t>(viewport.window)].user][viewport.projection];
+        isStereo = isStereo || viewport.isStereo;
+    }
+    zoHPCProblem::List problems;
+    for (const auto& [user, seen] : planes) {
+        for (const zoHPCPlaneWalls::Odd& odd : zoHPCPlaneWalls::oddPlanes(layout, seen)) {
+            const auto index = static_cast<size_t>(odd.plane);
+            const zoHPCLayout::Projection& projection = layout.projections()[index];
+            problems.emplace_back(
+                Kind::MonoTileInStereoWall, projection.item,
+                tr("\"%1\" is shown without stereo, the planes beside it in stereo. Set the "
+                   "same mode for all of them.")
+                    .arg(projection.name()));
+            std::vector<const Viewport*> right;
+            for (const int plane : odd.stereo) {
+                const std::vector<const Viewport*>& own = viewports[static_cast<size_t>(plane)];
+                right.insert(right.end(), own.begin(), own.end());
+            }
+            setCommonMode(problems.back(), viewports[index], commonMode(right));
         }
     }
     return problems;

@@ -25,6 +25,11 @@ public:
     // Displays of one tracked user, in stereo. One sign below 0 for all of them is a way to swap the eyes, and right.
     static zoHPCProblem::List unlikeEyeSeparations(const zoHPCLayout& layout);
     // Of each projection with several tiles, by tracked user: the fewer ones, or those without stereo. What shows the
-    // whole is a copy and does not count.
+    // whole is a copy and does not count. And of planes that stand edge to edge: those without stereo, when they are
+    // the fewer ones.
     static zoHPCProblem::List monoTilesInStereoWalls(const zoHPCLayout& layout);
+
+private:
+    static zoHPCProblem::List monoTilesOfProjections(const zoHPCLayout& layout);
+    static zoHPCProblem::List monoPlanesAmongStereo(const zoHPCLayout& layout);
 };
