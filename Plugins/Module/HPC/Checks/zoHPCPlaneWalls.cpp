@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace
 {
@@ -107,8 +108,8 @@ std::vector<size_t> wallOf(const std::vector<Picture>& pictures, size_t first, s
 }
 } // namespace
 
-std::vector<zoHPCPlaneWalls::Odd> zoHPCPlaneWalls::oddPlanes(const zoHPCLayout& layout,
-                                                             const std::map<int, bool>& planes)
+std::vector<zoHPCPlaneWalls::Mixed> zoHPCPlaneWalls::mixedWalls(const zoHPCLayout& layout,
+                                                                const std::map<int, bool>& planes)
 {
     std::vector<Picture> pictures;
     size_t stereoCount = 0;
@@ -120,7 +121,7 @@ std::vector<zoHPCPlaneWalls::Odd> zoHPCPlaneWalls::oddPlanes(const zoHPCLayout& 
         pictures.push_back({index, isStereo, plane, false, {}});
         stereoCount += isStereo ? 1 : 0;
     }
-    std::vector<Odd> result;
+    std::vector<Mixed> result;
     // Walls for both eyes or for none, which are nearly all, cost nothing.
     if (stereoCount == 0 || stereoCount == pictures.size())
         return result;
@@ -129,16 +130,14 @@ std::vector<zoHPCPlaneWalls::Odd> zoHPCPlaneWalls::oddPlanes(const zoHPCLayout& 
     for (size_t i = 0; i < pictures.size(); ++i) {
         if (isDone[i] || pictures[i].isCopy)
             continue;
-        std::vector<int> mono;
-        std::vector<int> stereo;
+        Mixed mixed;
         for (const size_t member : wallOf(pictures, i, isDone))
-            (pictures[member].isStereo ? stereo : mono).push_back(pictures[member].index);
-        if (mono.size() >= stereo.size())
+            (pictures[member].isStereo ? mixed.stereo : mixed.mono).push_back(pictures[member].index);
+        if (mixed.mono.empty() || mixed.mono.size() >= mixed.stereo.size())
             continue;
-        std::sort(stereo.begin(), stereo.end());
-        for (const int plane : mono)
-            result.push_back({plane, stereo});
+        std::sort(mixed.mono.begin(), mixed.mono.end());
+        std::sort(mixed.stereo.begin(), mixed.stereo.end());
+        result.push_back(std::move(mixed));
     }
-    std::sort(result.begin(), result.end(), [](const Odd& a, const Odd& b) { return a.plane < b.plane; });
     return result;
 }

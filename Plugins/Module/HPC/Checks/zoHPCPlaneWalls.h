@@ -10,11 +10,11 @@
 class zoHPCPlaneWalls final
 {
 public:
-    // A plane without stereo in a wall most planes of which are in stereo.
-    struct Odd
+    // A wall most planes of which are in stereo, but not all. Indices, ascending.
+    struct Mixed
     {
-        int plane = zoHPCLayout::None;
-        std::vector<int> stereo; // the other planes of its wall, those in stereo
+        std::vector<int> mono;
+        std::vector<int> stereo;
     };
 
     // Sizes of neighbours differ by no more than this part: what measuring leaves.
@@ -27,6 +27,6 @@ public:
     static constexpr double SmallestCosine = 0.8;
 
     // Of planes by their indices, and whether each is in stereo. A plane in the place of another one is a copy, and
-    // none of its wall. Ascending.
-    static std::vector<Odd> oddPlanes(const zoHPCLayout& layout, const std::map<int, bool>& planes);
+    // none of its wall. In the order of the first planes.
+    static std::vector<Mixed> mixedWalls(const zoHPCLayout& layout, const std::map<int, bool>& planes);
 };

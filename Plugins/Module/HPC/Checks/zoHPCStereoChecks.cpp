@@ -250,20 +250,22 @@ zoHPCProblem::List zoHPCStereoChecks::monoPlanesAmongStereo(const zoHPCLayout& l
     }
     zoHPCProblem::List problems;
     for (const auto& [user, seen] : planes) {
-        for (const zoHPCPlaneWalls::Odd& odd : zoHPCPlaneWalls::oddPlanes(layout, seen)) {
-            const auto index = static_cast<size_t>(odd.plane);
-            const zoHPCLayout::Projection& projection = layout.projections()[index];
-            problems.emplace_back(
-                Kind::MonoTileInStereoWall, projection.item,
-                tr("\"%1\" is shown without stereo, the planes beside it in stereo. Set the "
-                   "same mode for all of them.")
-                    .arg(projection.name()));
+        for (const zoHPCPlaneWalls::Mixed& wall : zoHPCPlaneWalls::mixedWalls(layout, seen)) {
             std::vector<const Viewport*> right;
-            for (const int plane : odd.stereo) {
+            for (const int plane : wall.stereo) {
                 const std::vector<const Viewport*>& own = viewports[static_cast<size_t>(plane)];
                 right.insert(right.end(), own.begin(), own.end());
             }
-            setCommonMode(problems.back(), viewports[index], commonMode(right));
+            const QString mode = commonMode(right);
+            for (const int plane : wall.mono) {
+                const zoHPCLayout::Projection& projection = layout.projections()[static_cast<size_t>(plane)];
+                problems.emplace_back(
+                    Kind::MonoTileInStereoWall, projection.item,
+                    tr("\"%1\" is shown without stereo, the planes beside it in stereo. Set "
+                       "the same mode for all of them.")
+                        .arg(projection.name()));
+                setCommonMode(problems.back(), viewports[static_cast<size_t>(plane)], mode);
+            }
         }
     }
     return problems;
