@@ -286,7 +286,7 @@ void zoController::answer()
     }
     m_step = Step::Asking;
     QStringList inUse;
-    for (const QString& id : m_order) {
+    for (const QString& id : qAsConst(m_order)) {
         const Node* node = m_nodes.node(id);
         if (node != nullptr && node->inUse)
             inUse << id;
@@ -302,7 +302,8 @@ void zoController::openWindows()
 {
     m_step = Step::Opening;
     m_awaited.clear();
-    for (const int key : m_nodes.keys()) {
+    const QList<int> keys = m_nodes.keys();
+    for (const int key : keys) {
         zoSessionNodes::Server* server = m_nodes.server(key);
         const zoWallSetup setup = m_setup.ofNodes(server->nodes);
         QJsonObject body{{QStringLiteral("setup"), setup.toJson()}};
@@ -323,7 +324,7 @@ void zoController::finishOpening()
 {
     m_step = Step::None;
     QStringList running;
-    for (const QString& id : m_order) {
+    for (const QString& id : qAsConst(m_order)) {
         Node* node = m_nodes.node(id);
         if (node == nullptr || node->state == State::Failed || node->state == State::Lost)
             continue;

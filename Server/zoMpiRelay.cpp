@@ -80,7 +80,7 @@ void zoMpiRelay::obey(const zoServerMessage& message)
     if (inner.message.verb != "GO")
         return;
     QList<int> others = servers();
-    for (const int rank : inner.ranks)
+    for (const int rank : qAsConst(inner.ranks))
         others.removeOne(rank);
     pass(others, {"PASS", {}});
     if (m_barriers++ == 0)
