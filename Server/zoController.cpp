@@ -135,7 +135,7 @@ bool zoController::readDocument(const QString& document)
     }
     const QStringList before = m_setup.notes;
     m_setup = setup;
-    for (const QString& note : m_setup.notes) {
+    for (const QString& note : qAsConst(m_setup.notes)) {
         if (!before.contains(note))
             report("NOTE", {{QStringLiteral("text"), note}});
     }
@@ -184,13 +184,13 @@ void zoController::leave()
         if (entry.second.state >= State::Failed && !leaving.contains(entry.first))
             leaving << entry.first;
     }
-    for (const QString& id : leaving) {
+    for (const QString& id : qAsConst(leaving)) {
         touched << m_nodes.node(id)->server;
         m_nodes.remove(id);
     }
     touched.remove(-1);
     m_awaited = touched;
-    for (const int key : touched)
+    for (const int key : qAsConst(touched))
         tellNodes(key);
     advance();
 }
@@ -205,12 +205,12 @@ void zoController::join()
             empty << entry.first;
     }
     m_heads.drop(empty);
-    for (const int key : empty)
+    for (const int key : qAsConst(empty))
         m_nodes.removeServer(key);
     QSet<int> touched;
     launch(m_nodes.joining(m_wanted), touched);
     m_awaited = touched;
-    for (const int key : touched) {
+    for (const int key : qAsConst(touched)) {
         if (m_nodes.server(key)->hasGreeted)
             tellNodes(key);
     }
