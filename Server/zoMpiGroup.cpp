@@ -97,10 +97,7 @@ void zoMpiGroup::startJob()
     const zoMpirunCommand::Job job = jobOfServers();
     const zoMpirunCommand command(job);
     if (!command.errorString().isEmpty()) {
-        QMap<int, QString> details;
-        for (const auto& entry : m_servers)
-            details.insert(entry.first, command.errorString());
-        lose(details, zoNodeReason::Ended);
+        giveUp(command.errorString());
         return;
     }
     const QStringList notes = command.notes();

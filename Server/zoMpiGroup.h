@@ -47,7 +47,8 @@ public:
 
 signals:
     void note(const QString& text); // what is not honoured, in English
-    // No server ever answered, and none of them is to blame: MPI does not work here. Nothing follows.
+    // MPI cannot serve: mpirun takes no such job, or no server ever answered and none of them is to blame. Those that ran
+    // were told as restarting. Nothing follows.
     void unusable(const QString& reason);
 
 private:

@@ -6,10 +6,12 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QFile>
 #include <QHash>
 #include <QSet>
 #include <QSignalSpy>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 
 #include <csignal>
 
@@ -32,6 +34,7 @@ private slots:
     void missingProgramIsNamed();
     void missingProgramOfAllEnds();
     void launcherWithoutMpiIsNoServersFault();
+    void hostThatMpirunCannotTakeIsNoServersFault();
     void frameIsShownByAll();
     void emptyGroupEndsAtOnce();
 
@@ -40,6 +43,7 @@ private:
     void start(const QList<int>& keys);
     bool hasGreeted(const QList<int>& keys) const;
 
+    QTemporaryDir m_folder;
     std::unique_ptr<zoMpiGroup> m_group;
     QHash<int, qint64> m_processes; // that said HELLO, by key
     QHash<int, QString> m_ended;    // reasons
@@ -60,6 +64,9 @@ QStringList foldersOfJobs()
 void tst_zoMpiGroup::initTestCase()
 {
     zoTestCase::initTestCase();
+    // Other tests have folders of jobs, too.
+    QVERIFY(m_folder.isValid());
+    qputenv("TMPDIR", QFile::encodeName(m_folder.path()));
     if (QStandardPaths::findExecutable(QStringLiteral("mpirun")).isEmpty())
         QSKIP("mpirun is not installed (openmpi-bin)");
 }
@@ -102,9 +109,9 @@ void tst_zoMpiGroup::cleanup()
     QTRY_COMPARE_WITH_TIMEOUT(ended.count(), 1, s_limitMs);
     for (const qint64 process : processes)
         QTRY_VERIFY_WITH_TIMEOUT(::kill(pid_t(process), 0) == -1, s_limitMs);
-    const QStringList before = foldersOfJobs();
+    QCOMPARE(foldersOfJobs().size(), 1);
     m_group.reset();
-    QVERIFY(foldersOfJobs().size() < before.size());
+    QCOMPARE(foldersOfJobs(), QStringList());
     zoTestCase::cleanup();
 }
 
@@ -233,6 +240,21 @@ void tst_zoMpiGroup::launcherWithoutMpiIsNoServersFault()
     QTRY_COMPARE_WITH_TIMEOUT(unusable.count(), 1, s_limitMs);
     QVERIFY(!unusable.first().first().toString().isEmpty());
     QCOMPARE(ended.count(), 0);
+}
+
+// Pipes reach it: an address, of which mpirun would read the colons as its own.
+void tst_zoMpiGroup::hostThatMpirunCannotTakeIsNoServersFault()
+{
+    start({0});
+    QSignalSpy unusable(m_group.get(), &zoMpiGroup::unusable);
+    QSignalSpy restarting(m_group.get(), &zoServerGroup::restarting);
+    zoServerGroup::Member remote = member(1);
+    remote.host = QStringLiteral("fe80::1");
+    m_group->add({remote});
+    QTRY_COMPARE_WITH_TIMEOUT(unusable.count(), 1, s_limitMs);
+    QVERIFY(unusable.first().first().toString().contains(QLatin1String("fe80::1")));
+    QCOMPARE(restarting.count(), 1);
+    QVERIFY(m_ended.isEmpty());
 }
 
 // The barrier that all pass lets those wait that have nothing to show, too: the next frame comes after it.
