@@ -1,6 +1,7 @@
 #include "zoLocalClusterService.h"
 
 #include "zoLoopbackSpeedTest.h"
+#include "zoSessionRequest.h"
 
 #include <zoAvailableMemory.h>
 #include <zoLog.h>
@@ -26,26 +27,6 @@ QSet<Place> placesOf(const std::vector<zoClusterDocument::Node>& nodes)
         places.insert({node.id, node.servicePort});
     return places;
 }
-
-QStringList idsOf(const std::vector<zoClusterDocument::Node>& nodes)
-{
-    QStringList ids;
-    for (const zoClusterDocument::Node& node : nodes)
-        ids << node.id;
-    return ids;
-}
-// For the log: a large cluster in one readable line.
-QString listOf(const QStringList& ids)
-{
-    constexpr int Shown = 8;
-    if (ids.isEmpty())
-        return QCoreApplication::translate("zoLocalClusterService", "no node");
-    const QString list = QStringList(ids.mid(0, Shown)).join(QStringLiteral(", "));
-    if (ids.size() <= Shown)
-        return list;
-    return QCoreApplication::translate("zoLocalClusterService", "%1 and %2 more")
-        .arg(list, QString::number(ids.size() - Shown));
-}
 } // namespace
 
 zoLocalClusterService::zoLocalClusterService(QObject* parent)
@@ -67,7 +48,7 @@ bool zoLocalClusterService::isRunning()
 
 QStringList zoLocalClusterService::runningNodes()
 {
-    return idsOf(m_nodes);
+    return zoSessionRequest::idsOf(m_nodes);
 }
 
 void zoLocalClusterService::setAcceptRunningServers(bool accept)
@@ -140,13 +121,13 @@ bool zoLocalClusterService::start()
     if (m_abortRequested)
         return fail(tr("aborted"));
     if (refusedServers)
-        return fail(tr("a server already runs on %1").arg(listOf(findings.inUse)));
+        return fail(tr("a server already runs on %1").arg(zoSessionRequest::listOf(findings.inUse)));
     if (refusedMemory)
-        return fail(tr("not enough memory for %1").arg(listOf(findings.shortOfMemory)));
+        return fail(tr("not enough memory for %1").arg(zoSessionRequest::listOf(findings.shortOfMemory)));
 
     m_nodes = std::move(nodes);
     m_state = State::Running;
-    zoLog::info(tr("Cluster runs on %1").arg(listOf(runningNodes())));
+    zoLog::info(tr("Cluster runs on %1").arg(zoSessionRequest::listOf(runningNodes())));
     emit started();
     if (!self)
         return true;
@@ -321,7 +302,7 @@ void zoLocalClusterService::updateSession(const Nodes& wanted)
     }
     m_nodes = std::move(running);
     if (runningNodes() != before) {
-        zoLog::info(tr("Cluster runs on %1").arg(listOf(runningNodes())));
+        zoLog::info(tr("Cluster runs on %1").arg(zoSessionRequest::listOf(runningNodes())));
         emit runningNodesChanged();
     }
 }

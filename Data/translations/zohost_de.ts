@@ -798,10 +798,6 @@ Das Protokoll nennt den Grund.</translation>
 <context>
     <name>zoLocalClusterService</name>
     <message>
-        <source>no node</source>
-        <translation>keinem Knoten</translation>
-    </message>
-    <message>
         <source>aborted</source>
         <translation>abgebrochen</translation>
     </message>
@@ -832,10 +828,6 @@ Das Protokoll nennt den Grund.</translation>
     <message>
         <source>Connected</source>
         <translation>Verbunden</translation>
-    </message>
-    <message>
-        <source>%1 and %2 more</source>
-        <translation>%1 und %2 mehr</translation>
     </message>
     <message>
         <source>Configuration of the running cluster refused: %1</source>

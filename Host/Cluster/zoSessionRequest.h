@@ -5,7 +5,7 @@
 #include <QJsonObject>
 #include <QStringList>
 
-// What a controller is told of a document.
+// What a controller is told of a document, and what logs say of its nodes.
 namespace zoSessionRequest
 {
 // The document with its nodes; `share` goes on beside other sessions on them.

@@ -1,51 +1,14 @@
-#include "zoClusterServiceContract.h"
-
-#include <zoNodeClusterService.h>
+#include "zoNodeSessionFactory.h"
 
 #include <QApplication>
-#include <QTemporaryDir>
-
-#include <csignal>
 
 namespace
 {
-QString lockDirectory()
-{
-    static const QTemporaryDir directory;
-    return directory.path();
-}
-
-std::unique_ptr<zoNodeClusterService> createJob()
-{
-    zoNodeClusterService::Launch launch = zoNodeClusterService::defaultLaunch();
-    launch.program = QStringLiteral(ZO_SERVER_FILE);
-    launch.mpi = zoNodeClusterService::Mpi::Always;
-    auto service = std::make_unique<zoNodeClusterService>(launch);
-    service->setRehearsal(true);
-    service->setLockDirectory(lockDirectory());
-    service->setMemoryPerNode(0);
-    return service;
-}
-
 zoClusterServiceContract::Factory jobs()
 {
-    zoClusterServiceContract::Factory factory;
-    factory.create = createJob;
+    zoClusterServiceContract::Factory factory =
+        zoNodeSessionFactory::rehearsals(zoNodeClusterService::Mpi::Always);
     factory.namesAllLosses = false; // mpirun names the first one
-    factory.createShortOfMemory = [] {
-        auto service = createJob();
-        service->setMemoryPerNode(1024);
-        service->setAvailableMemory(1000);
-        return service;
-    };
-    factory.createEndingWithLostNode = [] {
-        auto service = createJob();
-        service->setEndsWithLostNode(true);
-        return service;
-    };
-    factory.lose = [](zoClusterService* service, const QString& id) {
-        kill(pid_t(static_cast<zoNodeClusterService*>(service)->nodeProcess(id)), SIGKILL);
-    };
     return factory;
 }
 } // namespace
