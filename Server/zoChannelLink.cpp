@@ -83,18 +83,29 @@ void zoChannelLink::expectWork(int milliseconds)
 
 void zoChannelLink::together(const std::function<void()>& act)
 {
-    m_acts.push_back(act);
-    if (m_acts.size() == 1)
-        m_channel->enterBarrier();
+    m_act = act;
+    m_channel->enterBarrier();
 }
 
 void zoChannelLink::passBarrier()
 {
-    const std::function<void()> act = m_acts.front();
-    m_acts.pop_front();
-    if (!m_acts.empty())
-        m_channel->enterBarrier();
+    const std::function<void()> act = std::move(m_act);
+    m_act = nullptr;
     act();
+    while (!m_act && !m_held.empty()) {
+        const zoServerMessage message = m_held.front();
+        m_held.pop_front();
+        deliver(message);
+    }
+}
+
+void zoChannelLink::deliver(const zoServerMessage& message)
+{
+    // All ranks pass the barrier, also those that have nothing to show.
+    if (message.verb == "PASS")
+        together([] {});
+    else
+        emit received(message);
 }
 
 void zoChannelLink::receive(const QByteArray& bytes)
@@ -106,11 +117,11 @@ void zoChannelLink::receive(const QByteArray& bytes)
     zoServerMessage message;
     if (reader.next(message) != zoServerMessageReader::Outcome::Message || message.verb == "BEAT")
         return;
-    // All ranks pass the barrier, also those that have nothing to show.
-    if (message.verb == "PASS")
-        together([] {});
+    // The end does not wait for ranks that hang.
+    if (m_act && message.verb != "QUIT")
+        m_held.push_back(message);
     else
-        emit received(message);
+        deliver(message);
 }
 
 void zoChannelLink::run()

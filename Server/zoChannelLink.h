@@ -33,15 +33,17 @@ public:
 private:
     void receive(const QByteArray& bytes);
     void passBarrier();
+    void deliver(const zoServerMessage& message);
     void run();
     void tick();
 
     std::unique_ptr<zoServerChannel> m_channel;
     QTimer m_turns;
-    std::deque<std::function<void()>> m_acts; // each after a barrier
-    std::atomic<int> m_turn{0};               // of the event loop
-    std::atomic<int> m_patience{0};           // intervals that the loop may take
-    std::atomic<int> m_silence{0};            // intervals of the relay
+    std::function<void()> m_act;        // after the barrier that is open; empty without one
+    std::deque<zoServerMessage> m_held; // came after it: the next frame is not drawn before this one is shown
+    std::atomic<int> m_turn{0};         // of the event loop
+    std::atomic<int> m_patience{0};     // intervals that the loop may take
+    std::atomic<int> m_silence{0};      // intervals of the relay
     std::atomic<bool> m_isWatching{false};
     std::mutex m_mutex;
     std::condition_variable m_end;
