@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QLibrary>
 #include <QPointer>
+#include <QSet>
 #include <QWidget>
 
 #include <dlfcn.h>
@@ -29,17 +30,32 @@ QString libraryOf(const void* address)
     return QFileInfo(QFile::decodeName(info.dli_fname)).canonicalFilePath();
 }
 
+bool hasAncestorIn(const QWidget* widget, const QSet<QWidget*>& widgets)
+{
+    for (QWidget* ancestor = widget->parentWidget(); ancestor != nullptr; ancestor = ancestor->parentWidget()) {
+        if (widgets.contains(ancestor))
+            return true;
+    }
+    return false;
+}
+
 // Widgets that nobody destroyed although their class lives in the library. Static objects of the library are
-// left to it: it destroys them itself.
+// left to it: it destroys them itself. Only the outermost ones are destroyed here: each takes along what it
+// holds, in its own order, and never meets children that went before it.
 void destroyForgottenWidgets(const QString& canonicalFile)
 {
-    QList<QPointer<QWidget>> forgotten;
+    QSet<QWidget*> forgotten;
     const QWidgetList widgets = QApplication::allWidgets();
     for (QWidget* widget : widgets) {
         if (libraryOf(&typeid(*widget)) == canonicalFile && libraryOf(widget) != canonicalFile)
-            forgotten << widget;
+            forgotten.insert(widget);
     }
-    for (const QPointer<QWidget>& widget : qAsConst(forgotten))
+    QList<QPointer<QWidget>> outermost;
+    for (QWidget* widget : qAsConst(forgotten)) {
+        if (!hasAncestorIn(widget, forgotten))
+            outermost << widget;
+    }
+    for (const QPointer<QWidget>& widget : qAsConst(outermost))
         delete widget;
 }
 

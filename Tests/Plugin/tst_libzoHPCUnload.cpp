@@ -55,6 +55,24 @@ void touchEverything(zoFakeHost& host)
         window->findChild<QLineEdit*>(QStringLiteral("m_hostName"))->setText(QString::fromLatin1(name));
 }
 
+// Counts the widgets of the module that go while the one around them is still whole: it could look at them.
+void watchOrder(int* wrong)
+{
+    const QWidgetList widgets = QApplication::allWidgets();
+    const auto isOurs = [](const QWidget* widget) {
+        return QByteArray(widget->metaObject()->className()).startsWith("zoHPC");
+    };
+    for (const QWidget* widget : widgets) {
+        const QWidget* around = widget->parentWidget();
+        while (around != nullptr && !isOurs(around))
+            around = around->parentWidget();
+        if (around == nullptr || !isOurs(widget))
+            continue;
+        // An object whose destructor got as far as its children is a plain widget by then.
+        QObject::connect(widget, &QObject::destroyed, [wrong, around, isOurs] { *wrong += isOurs(around); });
+    }
+}
+
 // A host that unloads the library while the windows stay. Returns only when nothing ran that is gone.
 int keepWindows()
 {
@@ -101,9 +119,12 @@ void tst_libzoHPCUnload::loaderTakesTheWindowsAlong()
     touchEverything(host);
     host.modules.clear();
     host.pages.clear();
+    int wrong = 0;
+    watchOrder(&wrong);
 
     loader.unloadAll();
 
+    QCOMPARE(wrong, 0);
     QVERIFY(!isMapped());
     QVERIFY(host.window->isVisible());
     emit host.cluster.started();
