@@ -2,6 +2,65 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE" sourcelanguage="en">
 <context>
+    <name>zoExportNotes</name>
+    <message>
+        <source>display %1</source>
+        <translation>Anzeige %1</translation>
+    </message>
+    <message>
+        <source>the eye separation of %1 mm of %2 is not written: there is one for all, %3 mm</source>
+        <translation>der Augenabstand von %1 mm von %2 wird nicht geschrieben: es gibt einen für alle, %3 mm</translation>
+    </message>
+    <message>
+        <source>the hardware sync of %1 is not written</source>
+        <translation>die Hardware-Synchronisation von %1 wird nicht geschrieben</translation>
+    </message>
+    <message>
+        <source>the camera &quot;%1&quot; of %2 is not written</source>
+        <translation>die Kamera „%1“ von %2 wird nicht geschrieben</translation>
+    </message>
+    <message>
+        <source>full screen (%1 windows) is not written: they open in their size at their place</source>
+        <translation>Vollbild (%1 Fenster) wird nicht geschrieben: sie öffnen sich in ihrer Größe an ihrem Platz</translation>
+    </message>
+    <message>
+        <source>the host name &quot;%1&quot; is written as &quot;%2&quot;</source>
+        <translation>der Rechnername „%1“ wird als „%2“ geschrieben</translation>
+    </message>
+    <message>
+        <source>the gateway &quot;%1&quot; is not written: the hosts behind it must be reached directly</source>
+        <translation>das Gateway „%1“ wird nicht geschrieben: die Rechner dahinter müssen direkt erreichbar sein</translation>
+    </message>
+    <message>
+        <source>the edge blending of &quot;%1&quot; is not written</source>
+        <translation>die Randüberblendung von „%1“ wird nicht geschrieben</translation>
+    </message>
+    <message>
+        <source>the right-eye offset of &quot;%1&quot; is not written</source>
+        <translation>der Versatz des rechten Auges von „%1“ wird nicht geschrieben</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has pixels instead of a size: a pixel is taken for %2 mm (--pixel-pitch)</source>
+        <translation>„%1“ hat Pixel statt einer Größe: ein Pixel gilt als %2 mm (--pixel-pitch)</translation>
+    </message>
+    <message>
+        <source>the eye &quot;%1&quot; of %2 is not written</source>
+        <translation>das Auge „%1“ von %2 wird nicht geschrieben</translation>
+    </message>
+    <message>
+        <source>the flip of %1 is not written</source>
+        <translation>die Spiegelung von %1 wird nicht geschrieben</translation>
+    </message>
+    <message>
+        <source>for ParaView: %1</source>
+        <translation>für ParaView: %1</translation>
+    </message>
+    <message>
+        <source>for Equalizer: %1</source>
+        <translation>für Equalizer: %1</translation>
+    </message>
+</context>
+<context>
     <name>zoHPC</name>
     <message>
         <source>Cluster</source>
@@ -827,7 +886,7 @@ auch wenn die Server dann instabil sein können?</translation>
 <context>
     <name>zoHPCDisplayItem</name>
     <message>
-        <source>Display %1</source>
+        <source>Anzeige %1</source>
         <translation>Anzeige %1</translation>
     </message>
     <message>
@@ -1333,15 +1392,15 @@ auch wenn die Server dann instabil sein können?</translation>
         <translation>%1 mm verwenden</translation>
     </message>
     <message>
-        <source>Display %1 has an eye separation of %2 mm. Was it measured in metres? Eyes are about 65 mm apart.</source>
+        <source>Anzeige %1 has an eye separation of %2 mm. Was it measured in metres? Eyes are about 65 mm apart.</source>
         <translation>Anzeige %1 hat einen Augenabstand von %2 mm. Wurde in Metern gemessen? Augen sind etwa 65 mm voneinander entfernt.</translation>
     </message>
     <message>
-        <source>Display %1 shows stereo with an eye separation of 0: both eyes see the same picture. Eyes are about 65 mm apart.</source>
+        <source>Anzeige %1 shows stereo with an eye separation of 0: both eyes see the same picture. Eyes are about 65 mm apart.</source>
         <translation>Anzeige %1 zeigt Stereo mit dem Augenabstand 0: Beide Augen sehen dasselbe Bild. Augen sind etwa 65 mm voneinander entfernt.</translation>
     </message>
     <message>
-        <source>Display %1 has an eye separation of %2 mm and display %3 of the same user one above 0: one of them shows each eye the picture of the other.</source>
+        <source>Anzeige %1 has an eye separation of %2 mm and display %3 of the same user one above 0: one of them shows each eye the picture of the other.</source>
         <translation>Anzeige %1 hat einen Augenabstand von %2 mm und Anzeige %3 desselben Benutzers einen über 0: Eine von beiden zeigt jedem Auge das Bild des anderen.</translation>
     </message>
     <message>

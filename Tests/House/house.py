@@ -49,6 +49,7 @@ ROOMS = {
     "Displays": {"Base"},
     "Checks": {"Base", "Hosts", "Displays"},
     "Render": {"Base", "Hosts", "Displays", "Checks"},
+    "Engines": {"Base", "Hosts", "Displays", "Checks", "Render"},
     "Document": {"Base", "Hosts", "Displays"},
     "Legacy": {"Base", "Hosts", "Displays", "Document"},
     "Preview": {"Base", "Widgets", "Hosts", "Displays", "Checks"},

@@ -3,6 +3,7 @@
 #include "zoHPCDisplayItem.h"
 #include "zoHPCDisplayTables.h"
 #include "zoHPCWindowItem.h"
+#include "zoText.h"
 
 #include <QHash>
 #include <QSet>
@@ -25,7 +26,7 @@ QString number(double value)
         text.chop(1);
     if (text.endsWith(QLatin1Char('.')))
         text.chop(1);
-    return text == QLatin1String("-0") ? QStringLiteral("0") : text;
+    return text == QLatin1String("-0") ? zoText("0") : text;
 }
 
 QString metres(const Point3& point)
@@ -82,7 +83,7 @@ public:
     QString add(const QString& text)
     {
         const QString plain = zoEngineFiles::equalizerName(text);
-        const QString base = plain.isEmpty() ? QStringLiteral("unnamed") : plain;
+        const QString base = plain.isEmpty() ? zoText("unnamed") : plain;
         QString name = base;
         int& count = m_counts[base];
         for (count = qMax(count, 1); m_names.contains(name);)
@@ -104,13 +105,13 @@ public:
     void open(const char* block)
     {
         line(QLatin1String(block));
-        line(QStringLiteral("{"));
+        line(zoText("{"));
         ++m_depth;
     }
     void close()
     {
         --m_depth;
-        line(QStringLiteral("}"));
+        line(zoText("}"));
     }
     const QByteArray& text() const { return m_text; }
 
@@ -126,8 +127,7 @@ QString quoted(const QString& name)
 
 QString rectangle(const QRectF& r)
 {
-    return QStringLiteral("[ %1 %2 %3 %4 ]")
-        .arg(number(r.x()), number(r.y()), number(r.width()), number(r.height()));
+    return zoText("[ %1 %2 %3 %4 ]").arg(number(r.x()), number(r.y()), number(r.width()), number(r.height()));
 }
 
 // Keys in the order in which they come first.
@@ -164,8 +164,7 @@ public:
         writeColours();
         m_writer.open("server");
         m_writer.open("config");
-        m_writer.line(
-            QStringLiteral("attributes { eye_base %1 }").arg(number(setup.eyeSeparation() / 1000.0)));
+        m_writer.line(zoText("attributes { eye_base %1 }").arg(number(setup.eyeSeparation() / 1000.0)));
         const QStringList hosts = ordered(m_pictures, [](const Picture& p) { return p.host; });
         for (const QString& host : hosts)
             writeNode(host);
@@ -183,9 +182,8 @@ private:
     void writeNode(const QString& host)
     {
         m_writer.open("node");
-        m_writer.line(QStringLiteral("name %1").arg(quoted(zoEngineFiles::equalizerName(host))));
-        m_writer.line(
-            QStringLiteral("connection { hostname %1 }").arg(quoted(zoEngineFiles::equalizerName(host))));
+        m_writer.line(zoText("name %1").arg(quoted(zoEngineFiles::equalizerName(host))));
+        m_writer.line(zoText("connection { hostname %1 }").arg(quoted(zoEngineFiles::equalizerName(host))));
         std::vector<Picture> ofHost;
         std::copy_if(m_pictures.begin(), m_pictures.end(), std::back_inserter(ofHost),
                      [&](const Picture& p) { return p.host == host; });
@@ -200,7 +198,7 @@ private:
     {
         m_writer.open("pipe");
         if (screen >= 0)
-            m_writer.line(QStringLiteral("device %1").arg(screen));
+            m_writer.line(zoText("device %1").arg(screen));
         int window = -1;
         for (std::size_t i = 0; i < m_pictures.size(); ++i) {
             const Picture& picture = m_pictures[i];
@@ -222,28 +220,26 @@ private:
     void openWindow(const Picture& picture)
     {
         m_writer.open("window");
-        m_writer.line(
-            QStringLiteral("name %1").arg(quoted(QStringLiteral("window %1").arg(picture.window + 1))));
-        m_writer.line(QStringLiteral("viewport %1").arg(rectangle(picture.windowGeometry)));
+        m_writer.line(zoText("name %1").arg(quoted(zoText("window %1").arg(picture.window + 1))));
+        m_writer.line(zoText("viewport %1").arg(rectangle(picture.windowGeometry)));
         QStringList hints;
         if (picture.isFullScreen)
-            hints << QStringLiteral("hint_fullscreen ON");
+            hints << zoText("hint_fullscreen ON");
         // One that is not asked for takes colours apart, or both eyes where one is meant.
         const bool isDoubleBuffered = m_doubleBuffered.contains(picture.window);
         if (isDoubleBuffered || isStereo(picture))
-            hints << (isDoubleBuffered ? QStringLiteral("hint_stereo ON")
-                                       : QStringLiteral("hint_stereo OFF"));
+            hints << (isDoubleBuffered ? zoText("hint_stereo ON") : zoText("hint_stereo OFF"));
         if (!hints.isEmpty())
-            m_writer.line(QStringLiteral("attributes { %1 }").arg(hints.join(QLatin1Char(' '))));
+            m_writer.line(zoText("attributes { %1 }").arg(hints.join(QLatin1Char(' '))));
     }
 
     void writeChannel(const Picture& picture, const QString& name)
     {
         m_writer.open("channel");
-        m_writer.line(QStringLiteral("name %1").arg(quoted(name)));
+        m_writer.line(zoText("name %1").arg(quoted(name)));
         // Counted from the lower left corner.
         const QRectF& area = picture.area;
-        m_writer.line(QStringLiteral("viewport %1")
+        m_writer.line(zoText("viewport %1")
                           .arg(rectangle({area.x(), 1.0 - area.bottom(), area.width(), area.height()})));
         m_writer.close();
     }
@@ -254,10 +250,10 @@ private:
         if (colours == nullptr)
             return;
         m_writer.open("global");
-        m_writer.line(QStringLiteral("EQ_COMPOUND_IATTR_STEREO_ANAGLYPH_LEFT_MASK [ %1 ]")
-                          .arg(QLatin1String(colours->left)));
-        m_writer.line(QStringLiteral("EQ_COMPOUND_IATTR_STEREO_ANAGLYPH_RIGHT_MASK [ %1 ]")
-                          .arg(QLatin1String(colours->right)));
+        m_writer.line(
+            zoText("EQ_COMPOUND_IATTR_STEREO_ANAGLYPH_LEFT_MASK [ %1 ]").arg(QLatin1String(colours->left)));
+        m_writer.line(
+            zoText("EQ_COMPOUND_IATTR_STEREO_ANAGLYPH_RIGHT_MASK [ %1 ]").arg(QLatin1String(colours->right)));
         m_writer.close();
     }
 
@@ -266,7 +262,7 @@ private:
         QSet<int> known;
         for (const Picture& picture : m_pictures) {
             if (!known.contains(displayOf(picture)))
-                m_writer.line(QStringLiteral("observer { name %1 eye_base %2 }")
+                m_writer.line(zoText("observer { name %1 eye_base %2 }")
                                   .arg(quoted(observerOf(picture)), number(picture.eyeSeparation / 1000.0)));
             known.insert(displayOf(picture));
         }
@@ -294,14 +290,14 @@ private:
     {
         const Picture& first = m_pictures[pictures.front()];
         m_writer.open("layout");
-        m_writer.line(QStringLiteral("name %1").arg(name));
-        m_writer.line(QStringLiteral("view { observer %1 mode %2 }")
-                          .arg(quoted(observerOf(first)),
-                               isStereo(first) ? QStringLiteral("STEREO") : QStringLiteral("MONO")));
+        m_writer.line(zoText("name %1").arg(name));
+        m_writer.line(
+            zoText("view { observer %1 mode %2 }")
+                .arg(quoted(observerOf(first)), isStereo(first) ? zoText("STEREO") : zoText("MONO")));
         m_writer.close();
         m_writer.open("canvas");
-        m_writer.line(QStringLiteral("name %1").arg(name));
-        m_writer.line(QStringLiteral("layout %1").arg(name));
+        m_writer.line(zoText("name %1").arg(name));
+        m_writer.line(zoText("layout %1").arg(name));
         for (const std::size_t picture : pictures)
             writeSegment(m_pictures[picture], m_channels[picture]);
         m_writer.close();
@@ -310,15 +306,15 @@ private:
     void writeSegment(const Picture& picture, const QString& channel)
     {
         m_writer.open("segment");
-        m_writer.line(QStringLiteral("channel %1").arg(quoted(channel)));
+        m_writer.line(zoText("channel %1").arg(quoted(channel)));
         if (picture.eye == QLatin1String("left") || picture.eye == QLatin1String("right"))
-            m_writer.line(QStringLiteral("eye [ %1 ]").arg(picture.eye.toUpper()));
-        m_writer.line(QStringLiteral("viewport %1").arg(rectangle(picture.part)));
+            m_writer.line(zoText("eye [ %1 ]").arg(picture.eye.toUpper()));
+        m_writer.line(zoText("viewport %1").arg(rectangle(picture.part)));
         writeSwapBarrier(picture);
         m_writer.open("wall");
-        m_writer.line(QStringLiteral("bottom_left [ %1 ]").arg(metres(picture.plane.lowerLeft)));
-        m_writer.line(QStringLiteral("bottom_right [ %1 ]").arg(metres(picture.plane.lowerRight)));
-        m_writer.line(QStringLiteral("top_left [ %1 ]").arg(metres(picture.plane.upperLeft())));
+        m_writer.line(zoText("bottom_left [ %1 ]").arg(metres(picture.plane.lowerLeft)));
+        m_writer.line(zoText("bottom_right [ %1 ]").arg(metres(picture.plane.lowerRight)));
+        m_writer.line(zoText("top_left [ %1 ]").arg(metres(picture.plane.upperLeft())));
         m_writer.close();
         m_writer.close();
     }
@@ -331,9 +327,9 @@ private:
         m_joined.insert(picture.window);
         const QString name = quoted(observerOf(picture));
         if (zoEngineFiles::hasHardwareSync(m_setup, picture))
-            m_writer.line(QStringLiteral("swapbarrier { name %1 NV_group 1 NV_barrier 1 }").arg(name));
+            m_writer.line(zoText("swapbarrier { name %1 NV_group 1 NV_barrier 1 }").arg(name));
         else if (m_windows[displayOf(picture)].size() > 1)
-            m_writer.line(QStringLiteral("swapbarrier { name %1 }").arg(name));
+            m_writer.line(zoText("swapbarrier { name %1 }").arg(name));
     }
 
     int displayOf(const Picture& picture) const
@@ -341,10 +337,7 @@ private:
         return m_setup.layout().windows()[std::size_t(picture.window)].display;
     }
 
-    QString observerOf(const Picture& picture) const
-    {
-        return QStringLiteral("display %1").arg(displayOf(picture));
-    }
+    QString observerOf(const Picture& picture) const { return zoText("display %1").arg(displayOf(picture)); }
 
     bool isStereo(const Picture& picture) const
     {
@@ -378,15 +371,15 @@ QSet<QString> hostsWithScreens(const std::vector<zoHPCRenderSetup::Picture>& pic
 QString machine(const zoHPCRenderSetup::Picture& picture, bool namesDisplay, const QString& attributes)
 {
     const QRect& g = picture.geometry;
-    QString text = QStringLiteral("    <Machine Name=\"%1\"").arg(picture.host.toHtmlEscaped());
+    QString text = zoText("    <Machine Name=\"%1\"").arg(picture.host.toHtmlEscaped());
     if (picture.screen >= 0 && namesDisplay)
-        text += QStringLiteral(" Environment=\"DISPLAY=:0.%1\"").arg(picture.screen);
+        text += zoText(" Environment=\"DISPLAY=:0.%1\"").arg(picture.screen);
     // Both places have their plus, also before a minus: "+-50+-40".
-    text += attributes + QStringLiteral("\n             Geometry=\"%1x%2+%3+%4\"\n")
+    text += attributes + zoText("\n             Geometry=\"%1x%2+%3+%4\"\n")
                              .arg(QString::number(g.width()), QString::number(g.height()),
                                   QString::number(g.x()), QString::number(g.y()));
-    text += QStringLiteral("             LowerLeft=\"%1\"\n             LowerRight=\"%2\"\n"
-                           "             UpperRight=\"%3\"/>\n")
+    text += zoText("             LowerLeft=\"%1\"\n             LowerRight=\"%2\"\n"
+                   "             UpperRight=\"%3\"/>\n")
                 .arg(metres(picture.plane.lowerLeft), metres(picture.plane.lowerRight),
                      metres(picture.plane.upperRight));
     return text;
@@ -449,10 +442,10 @@ QString zoEngineFiles::equalizerName(const QString& text)
 
 QByteArray zoEngineFiles::paraView(const zoHPCRenderSetup& setup, const zoParaViewRelease& release)
 {
-    QString text = QStringLiteral("<?xml version=\"1.0\" ?>\n<pvx>\n");
+    QString text = zoText("<?xml version=\"1.0\" ?>\n<pvx>\n");
     if (release.hasProcess())
-        text += QStringLiteral("  <Process Type=\"server\">\n");
-    text += QStringLiteral("    <EyeSeparation Value=\"%1\"/>\n").arg(number(setup.eyeSeparation() / 1000.0));
+        text += zoText("  <Process Type=\"server\">\n");
+    text += zoText("    <EyeSeparation Value=\"%1\"/>\n").arg(number(setup.eyeSeparation() / 1000.0));
 
     const QSet<QString> several = hostsWithScreens(setup.pictures());
     // Viewers are the displays, numbered from 0 without gaps.
@@ -468,25 +461,25 @@ QByteArray zoEngineFiles::paraView(const zoHPCRenderSetup& setup, const zoParaVi
     }
     const bool hasViewers = release.hasViewers() && viewers.size() > 1;
     if (hasViewers) {
-        text += QStringLiteral("    <IndependentViewers>\n");
+        text += zoText("    <IndependentViewers>\n");
         for (std::size_t i = 0; i < separations.size(); ++i)
-            text += QStringLiteral("      <Viewer Id=\"%1\" EyeSeparation=\"%2\"/>\n")
+            text += zoText("      <Viewer Id=\"%1\" EyeSeparation=\"%2\"/>\n")
                         .arg(QString::number(i), number(separations[i] / 1000.0));
-        text += QStringLiteral("    </IndependentViewers>\n");
+        text += zoText("    </IndependentViewers>\n");
     }
     for (const zoHPCRenderSetup::Picture& picture : setup.pictures()) {
         const int display = setup.layout().windows()[std::size_t(picture.window)].display;
         QString attributes;
         if (hasViewers)
-            attributes = QStringLiteral(" ViewerId=\"%1\"")
+            attributes = zoText(" ViewerId=\"%1\"")
                              .arg(std::find(viewers.begin(), viewers.end(), display) - viewers.begin());
         const char* const stereo = release.hasViewers() ? paraViewStereo(picture.eye) : nullptr;
         if (stereo != nullptr && *stereo != '\0')
-            attributes += QStringLiteral(" StereoType=\"%1\"").arg(QLatin1String(stereo));
+            attributes += zoText(" StereoType=\"%1\"").arg(QLatin1String(stereo));
         text += machine(picture, several.contains(picture.host), attributes);
     }
     if (release.hasProcess())
-        text += QStringLiteral("  </Process>\n");
+        text += zoText("  </Process>\n");
     return text.toUtf8() + "</pvx>\n";
 }
 

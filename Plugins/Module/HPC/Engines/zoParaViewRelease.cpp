@@ -1,10 +1,12 @@
 #include "zoParaViewRelease.h"
 
+#include "zoText.h"
+
 #include <QRegularExpression>
 
 bool zoParaViewRelease::read(const QString& text)
 {
-    static const QRegularExpression pattern(QStringLiteral("\\A([0-9]{1,3})\\.([0-9]{1,3})(\\.[0-9]+)?\\z"));
+    static const QRegularExpression pattern(zoText("\\A([0-9]{1,3})\\.([0-9]{1,3})(\\.[0-9]+)?\\z"));
     const QRegularExpressionMatch match = pattern.match(text);
     if (!match.hasMatch())
         return false;
