@@ -31,7 +31,7 @@ const QRegularExpression& namePattern()
 const QRegularExpression& remainsPattern()
 {
     static const QRegularExpression pattern(
-        QStringLiteral("^\\d{6,15}_\\d{8}T\\d{6}Z(_unsaved)?\\.(zhpc|origin)\\.[0-9a-f]{8}$"));
+        QStringLiteral("^\\d{6,15}_\\d{8}T\\d{6}Z(_unsaved)?\\.(zhpc|origin)\\.([0-9a-f]{8}){1,2}$"));
     return pattern;
 }
 

@@ -1,9 +1,10 @@
 #include "zoFileWriter.h"
 
 #include "zoFileName.h"
+#include "zoNewFile.h"
+#include "zoOpenFile.h"
 
 #include <QFile>
-#include <QRandomGenerator>
 
 #include <fcntl.h>
 #include <pthread.h>
@@ -19,12 +20,11 @@
 namespace
 {
 using Result = zoFileWriter::Result;
+using Kind = zoNewFile::Kind;
 using Status = struct stat;
 
-constexpr int s_longestName = 255;
 constexpr int s_longestChain = 40;           // of links, as the system has it
 constexpr off_t s_largestKept = 256L << 20U; // of an overwritten file, in memory
-constexpr int s_tries = 100;
 constexpr mode_t s_allBits = 07777;
 
 zoFileWriter::Guard& guard()
@@ -32,57 +32,6 @@ zoFileWriter::Guard& guard()
     static zoFileWriter::Guard s_guard;
     return s_guard;
 }
-
-// An open file that is closed in the end.
-class Descriptor final
-{
-public:
-    explicit Descriptor(int number = -1) : m_number(number) {}
-    ~Descriptor() { close(); }
-
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    bool isOpen() const { return m_number >= 0; }
-    int number() const { return m_number; }
-    void reset(int number)
-    {
-        close();
-        m_number = number;
-    }
-    // 0, or the error: some file systems tell only here that there was no room.
-    int close()
-    {
-        const int number = m_number;
-        m_number = -1;
-        return number >= 0 && ::close(number) != 0 && errno != EINTR ? errno : 0;
-    }
-
-private:
-    int m_number;
-};
-
-// While there is a new file that nobody would take away: who ends the process now waits until it has its name
-// or is gone.
-class EndBlock final
-{
-public:
-    EndBlock()
-    {
-        sigset_t ends;
-        ::sigemptyset(&ends);
-        for (const int number : {SIGHUP, SIGINT, SIGQUIT, SIGTERM})
-            ::sigaddset(&ends, number);
-        ::pthread_sigmask(SIG_BLOCK, &ends, &m_before);
-    }
-    ~EndBlock() { ::pthread_sigmask(SIG_SETMASK, &m_before, nullptr); }
-
-    EndBlock(const EndBlock&) = delete;
-    EndBlock& operator=(const EndBlock&) = delete;
-
-private:
-    sigset_t m_before{};
-};
 
 // Keeps the signal away that a file beyond the limit of the process raises and that ends a process which is in
 // the middle of writing; the error says it, too.
@@ -135,26 +84,6 @@ QByteArray followLinks(QByteArray name)
         name = next.startsWith('/') ? next : name.left(name.lastIndexOf('/') + 1) + next;
     }
     return name;
-}
-
-// 0 or the error. A write that is cut short is gone on with, so that the error is the one that stopped it.
-int writeAll(int file, const QByteArray& bytes)
-{
-    for (int done = 0; done < bytes.size();) {
-        const ssize_t size = ::write(file, bytes.constData() + done, size_t(bytes.size() - done));
-        if (size < 0 && errno != EINTR)
-            return errno;
-        if (size == 0)
-            return EIO;
-        done += int(qMax<ssize_t>(size, 0));
-    }
-    return 0;
-}
-
-// 0 or the error. Not every file system knows what this is.
-int flush(int file)
-{
-    return ::fsync(file) == 0 || errno == EINVAL || errno == EROFS || errno == ENOTSUP ? 0 : errno;
 }
 
 bool readAll(int file, off_t size, QByteArray& bytes)
@@ -233,171 +162,96 @@ bool takeRights(int from, const Status& old, int to)
            ::fstat(to, &made) == 0 && (made.st_mode & s_allBits) == (old.st_mode & s_allBits);
 }
 
-// A new file beside the one that it is to become.
-class NewFile final
-{
-public:
-    explicit NewFile(const QByteArray& path) : m_name(nameOf(path))
-    {
-        const QByteArray folder = folderOf(path);
-        m_folder.reset(::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-        if (!m_folder.isOpen() && errno == EACCES) // a folder that is not to be listed
-            m_folder.reset(::open(folder.constData(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-    }
-    ~NewFile()
-    {
-        if (!m_temporary.isEmpty())
-            ::unlinkat(m_folder.number(), m_temporary.constData(), 0);
-    }
-
-    NewFile(const NewFile&) = delete;
-    NewFile& operator=(const NewFile&) = delete;
-
-    // 0 or the error that open() would meet.
-    static int mayOpen(const QByteArray& path)
-    {
-        const int error = errorOf(nameOf(path));
-        if (error != 0)
-            return error;
-        return ::faccessat(AT_FDCWD, folderOf(path).constData(), W_OK | X_OK, AT_EACCESS) == 0 ? 0 : errno;
-    }
-
-    int number() const { return m_file.number(); }
-
-    // 0 or the error.
-    int open(mode_t mode)
-    {
-        if (!m_folder.isOpen())
-            return errno;
-        if (const int error = errorOf(m_name))
-            return error;
-        for (int i = 0; i < s_tries; ++i) {
-            const QByteArray ending =
-                '.' + QByteArray::number(QRandomGenerator::global()->generate(), 16).rightJustified(8, '0');
-            QByteArray name = m_name + ending;
-            if (name.size() > s_longestName)
-                name = QByteArray(".zo") + ending;
-            m_file.reset(::openat(m_folder.number(), name.constData(),
-                                  O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
-            if (m_file.isOpen()) {
-                m_temporary = name;
-                return 0;
-            }
-            if (errno != EEXIST)
-                break;
-        }
-        return errno;
-    }
-
-    // 0 or the error. All is on the disk before the name is given, so that a machine that goes down leaves
-    // one or the other.
-    int write(const QByteArray& bytes, mode_t mode = 0)
-    {
-        if (const int error = writeAll(m_file.number(), bytes))
-            return error;
-        // Writing takes the bits off that lend the owner's rights.
-        if (mode != 0 && ::fchmod(m_file.number(), mode) != 0)
-            return errno;
-        if (const int error = flush(m_file.number()))
-            return error;
-        return m_file.close();
-    }
-
-    // 0 or the error.
-    int takeName()
-    {
-        if (::renameat(m_folder.number(), m_temporary.constData(), m_folder.number(), m_name.constData()) !=
-            0)
-            return errno;
-        m_temporary.clear();
-        // Without effect on a folder that is not to be listed. A failure is none of the file: it is there.
-        ::fsync(m_folder.number());
-        return 0;
-    }
-
-private:
-    static QByteArray nameOf(const QByteArray& path) { return path.mid(path.lastIndexOf('/') + 1); }
-    static QByteArray folderOf(const QByteArray& path)
-    {
-        const int slash = path.lastIndexOf('/');
-        return slash < 0 ? QByteArray(".") : path.left(slash + 1);
-    }
-    static int errorOf(const QByteArray& name)
-    {
-        if (name.isEmpty())
-            return EISDIR;
-        return name.size() > s_longestName ? ENAMETOOLONG : 0;
-    }
-
-    EndBlock m_block; // goes last
-    Descriptor m_folder;
-    Descriptor m_file;
-    QByteArray m_name;
-    QByteArray m_temporary; // empty: there is none
-};
-
 // Over the old bytes, not into an emptied file: there is no moment at which a kill leaves nothing.
-Result overwrite(int file, const Status& old, const QByteArray& bytes, int& error)
+Result overwrite(zoOpenFile& file, const Status& old, const QByteArray& bytes, int& error)
 {
     QByteArray before;
-    const bool isKept = readAll(file, old.st_size, before);
+    const bool isKept = readAll(file.number(), old.st_size, before);
     const off_t more = bytes.size() - old.st_size;
-    if (more > 0 && ::fallocate(file, FALLOC_FL_KEEP_SIZE, old.st_size, more) != 0 && isFull(errno)) {
+    if (more > 0 && ::fallocate(file.number(), FALLOC_FL_KEEP_SIZE, old.st_size, more) != 0 &&
+        isFull(errno)) {
         error = errno;
         return Result::NotWritten;
     }
-    error = writeAll(file, bytes);
-    if (error == 0 && ::ftruncate(file, bytes.size()) != 0)
+    error = file.write(bytes);
+    if (error == 0 && ::ftruncate(file.number(), bytes.size()) != 0)
         error = errno;
     if (error == 0)
-        error = flush(file);
+        error = file.flush();
     if (error == 0)
         return Result::Written;
-    const bool isRestored = isKept && ::lseek(file, 0, SEEK_SET) == 0 && writeAll(file, before) == 0 &&
-                            ::ftruncate(file, old.st_size) == 0 && flush(file) == 0;
+    const bool isRestored = isKept && ::lseek(file.number(), 0, SEEK_SET) == 0 && file.write(before) == 0 &&
+                            ::ftruncate(file.number(), old.st_size) == 0 && file.flush() == 0;
     return isRestored ? Result::NotWritten : Result::Damaged;
 }
 
-Result writeDevice(Descriptor& file, const QByteArray& bytes, int& error)
+Result writeDevice(zoOpenFile& file, const QByteArray& bytes, int& error)
 {
-    error = writeAll(file.number(), bytes);
+    error = file.write(bytes);
     if (error == 0)
         error = file.close();
     return error == 0 ? Result::Written : Result::Damaged;
 }
 
-// Where there was no file.
+// Where there was no file. The bytes are asked for once.
 Result make(const QByteArray& path, const std::function<QByteArray()>& bytes, int& error)
 {
-    NewFile made(path);
-    error = made.open(0666);
-    if (error != 0)
-        return isFull(error) ? Result::NotWritten : Result::NotOpened;
-    error = made.write(bytes());
-    if (error == 0)
-        error = made.takeName();
+    QByteArray content;
+    bool isAsked = false;
+    for (const Kind kind : {Kind::Unnamed, Kind::Named}) {
+        zoNewFile made(path, kind);
+        error = made.open(0666, ::geteuid());
+        if (error != 0)
+            return isFull(error) || isAsked ? Result::NotWritten : Result::NotOpened;
+        if (!isAsked)
+            content = bytes();
+        isAsked = true;
+        error = made.write(content);
+        if (error == 0)
+            error = made.takeName();
+        if (!made.isNamelessForEver())
+            break;
+    }
     return error == 0 ? Result::Written : Result::NotWritten;
 }
 
-Result replace(const QByteArray& path, Descriptor& file, const Status& old,
-               const std::function<QByteArray()>& bytes, int& error)
+// For a file that others name as well, or that is named by a link, or another one by now.
+bool isOnlyName(const QByteArray& path, const Status& old)
 {
     Status there{};
-    const bool isOnly = old.st_nlink == 1 && ::lstat(path.constData(), &there) == 0 && isSame(there, old);
-    NewFile made(path);
-    error = isOnly ? made.open(0600) : 0;
-    if (isFull(error))
-        return Result::NotWritten;
-    if (!isOnly || error != 0 || !takeRights(file.number(), old, made.number()))
-        return overwrite(file.number(), old, bytes(), error);
-    const QByteArray content = bytes();
-    error = made.write(content, old.st_mode & s_allBits);
-    if (error != 0)
-        return Result::NotWritten;
-    error = made.takeName();
+    return old.st_nlink == 1 && ::lstat(path.constData(), &there) == 0 && isSame(there, old);
+}
+
+Result replace(const QByteArray& path, zoOpenFile& file, const Status& old,
+               const std::function<QByteArray()>& bytes, int& error)
+{
+    if (!isOnlyName(path, old))
+        return overwrite(file, old, bytes(), error);
+    QByteArray content;
+    bool isAsked = false;
+    const auto contentAskedOnce = [&] {
+        if (!isAsked)
+            content = bytes();
+        isAsked = true;
+        return content;
+    };
+    for (const Kind kind : {Kind::Unnamed, Kind::Named}) {
+        zoNewFile made(path, kind);
+        error = made.open(0600, old.st_uid);
+        if (isFull(error))
+            return Result::NotWritten;
+        if (error != 0 || !takeRights(file.number(), old, made.number()))
+            return overwrite(file, old, contentAskedOnce(), error);
+        error = made.write(contentAskedOnce(), old.st_mode & s_allBits);
+        if (error != 0)
+            return Result::NotWritten;
+        error = made.takeName();
+        if (!made.isNamelessForEver())
+            break;
+    }
     // A file can be mounted, and /tmp lets nobody replace what is another's.
     if (error == EBUSY || error == EXDEV || error == EPERM || error == EACCES)
-        return overwrite(file.number(), old, content, error);
+        return overwrite(file, old, content, error);
     return error == 0 ? Result::Written : Result::NotWritten;
 }
 
@@ -416,7 +270,7 @@ Result writeFile(const QByteArray& name, const std::function<QByteArray()>& byte
         return error == ENOENT ? make(followLinks(name), bytes, error) : Result::NotOpened;
     }
     const bool isFile = S_ISREG(old.st_mode);
-    Descriptor file(isFile ? openThere(name) : ::open(name.constData(), O_WRONLY | O_CLOEXEC | O_NOCTTY));
+    zoOpenFile file(isFile ? openThere(name) : ::open(name.constData(), O_WRONLY | O_CLOEXEC | O_NOCTTY));
     if (!file.isOpen() || ::fstat(file.number(), &old) != 0) {
         error = errno;
         return Result::NotOpened;
@@ -476,7 +330,7 @@ bool zoFileWriter::canWrite(const QString& fileName, QString* reason)
         else if (::faccessat(AT_FDCWD, name.constData(), W_OK, AT_EACCESS) != 0)
             error = errno;
     } else if (errno == ENOENT) {
-        error = NewFile::mayOpen(followLinks(name));
+        error = zoNewFile::mayOpen(followLinks(name));
     } else {
         error = errno;
     }

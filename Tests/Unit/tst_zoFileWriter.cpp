@@ -8,7 +8,6 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
-#include <dlfcn.h>
 #include <fcntl.h>
 #include <grp.h>
 #include <sys/resource.h>
@@ -19,36 +18,6 @@
 
 #include <csignal>
 #include <memory>
-#include <vector>
-
-namespace
-{
-// What the writer asked of the system, in order; it finds these functions before those of the library.
-std::vector<std::string> s_calls;
-
-template <class Function>
-Function* systemFunction(const char* name)
-{
-    return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
-}
-} // namespace
-
-extern "C" Q_DECL_EXPORT int fsync(int file)
-{
-    struct stat status
-    {
-    };
-    ::fstat(file, &status);
-    s_calls.emplace_back(S_ISDIR(status.st_mode) ? "fsync folder" : "fsync file");
-    return systemFunction<int(int)>("fsync")(file);
-}
-
-extern "C" Q_DECL_EXPORT int renameat(int fromFolder, const char* from, int toFolder, const char* to) noexcept
-{
-    s_calls.emplace_back("rename");
-    return systemFunction<int(int, const char*, int, const char*)>("renameat")(fromFolder, from, toFolder,
-                                                                               to);
-}
 
 namespace
 {
@@ -115,7 +84,6 @@ private slots:
     void fullDiskLeavesTheOldFileWhole();
     void fullDiskLeavesNoNewFile();
     void diskThatFillsUpMeanwhileIsTold();
-    void bytesAreOnTheDiskBeforeTheName();
     void rightsAreKept_data();
     void rightsAreKept();
     void ownerIsKept();
@@ -337,15 +305,6 @@ void tst_zoFileWriter::diskThatFillsUpMeanwhileIsTold()
     QCOMPARE(reasonOfOverwriting, disk.reason());
     QCOMPARE(contentOf(path("b")), QByteArray("old"));
     QCOMPARE(disk.countFiles(), 2);
-}
-
-void tst_zoFileWriter::bytesAreOnTheDiskBeforeTheName()
-{
-    s_calls.clear();
-
-    QCOMPARE(zoFileWriter::write(path("a"), "new"), Result::Written);
-
-    QCOMPARE(s_calls, (std::vector<std::string>{"fsync file", "rename", "fsync folder"}));
 }
 
 void tst_zoFileWriter::rightsAreKept_data()

@@ -278,8 +278,9 @@ void tst_zoHostEarlierConfigurations::whatAKillLeftIsRemoved()
 {
     m_earlier->keep("<a/>", "/a.zhpc");
     // An origin whose configuration was never written, and a file that never got its name.
-    for (const char* name : {"000002_20260101T000000Z.origin", "000002_20260101T000000Z.zhpc.0123abcd",
-                             "000003_20260101T000000Z.origin.0123abcd"})
+    for (const char* name :
+         {"000002_20260101T000000Z.origin", "000002_20260101T000000Z.zhpc.0123abcd",
+          "000003_20260101T000000Z.origin.0123abcd", "000004_20260101T000000Z.zhpc.0123abcd0123abcd"})
         QVERIFY(QFile(QDir(folder()).filePath(name)).open(QIODevice::WriteOnly));
 
     m_earlier->keep("<b/>", QString());
