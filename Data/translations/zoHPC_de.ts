@@ -886,12 +886,12 @@ auch wenn die Server dann instabil sein können?</translation>
 <context>
     <name>zoHPCDisplayItem</name>
     <message>
-        <source>Anzeige %1</source>
-        <translation>Anzeige %1</translation>
-    </message>
-    <message>
         <source>A display with more than %1 viewports in its windows is not loaded.</source>
         <translation>Eine Anzeige mit mehr als %1 Viewports in ihren Fenstern wird nicht geladen.</translation>
+    </message>
+    <message>
+        <source>Display %1</source>
+        <translation>Anzeige %1</translation>
     </message>
 </context>
 <context>
@@ -1056,6 +1056,14 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>Unable to import legacy config %1: %2</source>
         <translation>Alte Konfiguration %1 kann nicht importiert werden: %2</translation>
+    </message>
+    <message>
+        <source>Cluster config %1 holds bytes that are not UTF-8 and was not overwritten, since they cannot be kept in %2: %3. Save under another name.</source>
+        <translation>Die Cluster-Konfiguration %1 enthält Bytes, die kein UTF-8 sind, und wurde nicht überschrieben, denn sie lassen sich nicht in %2 aufheben: %3. Speichern Sie unter einem anderen Namen.</translation>
+    </message>
+    <message>
+        <source>Cluster config %1 holds bytes that are not UTF-8. What it held before it was saved is in %2.</source>
+        <translation>Die Cluster-Konfiguration %1 enthielt Bytes, die kein UTF-8 sind. Was sie vor dem Speichern enthielt, steht in %2.</translation>
     </message>
 </context>
 <context>
@@ -1392,18 +1400,6 @@ auch wenn die Server dann instabil sein können?</translation>
         <translation>%1 mm verwenden</translation>
     </message>
     <message>
-        <source>Anzeige %1 has an eye separation of %2 mm. Was it measured in metres? Eyes are about 65 mm apart.</source>
-        <translation>Anzeige %1 hat einen Augenabstand von %2 mm. Wurde in Metern gemessen? Augen sind etwa 65 mm voneinander entfernt.</translation>
-    </message>
-    <message>
-        <source>Anzeige %1 shows stereo with an eye separation of 0: both eyes see the same picture. Eyes are about 65 mm apart.</source>
-        <translation>Anzeige %1 zeigt Stereo mit dem Augenabstand 0: Beide Augen sehen dasselbe Bild. Augen sind etwa 65 mm voneinander entfernt.</translation>
-    </message>
-    <message>
-        <source>Anzeige %1 has an eye separation of %2 mm and display %3 of the same user one above 0: one of them shows each eye the picture of the other.</source>
-        <translation>Anzeige %1 hat einen Augenabstand von %2 mm und Anzeige %3 desselben Benutzers einen über 0: Eine von beiden zeigt jedem Auge das Bild des anderen.</translation>
-    </message>
-    <message>
         <source>&quot;%1&quot; is shown without stereo, the other tiles of &quot;%2&quot; in stereo. Set the same mode for all of them.</source>
         <translation>„%1“ wird ohne Stereo gezeigt, die anderen Kacheln von „%2“ in Stereo. Stellen Sie für alle dieselbe Art ein.</translation>
     </message>
@@ -1470,6 +1466,18 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>&quot;%1&quot; is shown without stereo, the planes beside it in stereo. Set the same mode for all of them.</source>
         <translation>„%1“ wird ohne Stereo gezeigt, die Ebenen daneben in Stereo. Stellen Sie für alle dieselbe Art ein.</translation>
+    </message>
+    <message>
+        <source>Display %1 has an eye separation of %2 mm. Was it measured in metres? Eyes are about 65 mm apart.</source>
+        <translation>Anzeige %1 hat einen Augenabstand von %2 mm. Wurde in Metern gemessen? Augen sind etwa 65 mm voneinander entfernt.</translation>
+    </message>
+    <message>
+        <source>Display %1 shows stereo with an eye separation of 0: both eyes see the same picture. Eyes are about 65 mm apart.</source>
+        <translation>Anzeige %1 zeigt Stereo mit dem Augenabstand 0: Beide Augen sehen dasselbe Bild. Augen sind etwa 65 mm voneinander entfernt.</translation>
+    </message>
+    <message>
+        <source>Display %1 has an eye separation of %2 mm and display %3 of the same user one above 0: one of them shows each eye the picture of the other.</source>
+        <translation>Anzeige %1 hat einen Augenabstand von %2 mm und Anzeige %3 desselben Benutzers einen über 0: Eine von beiden zeigt jedem Auge das Bild des anderen.</translation>
     </message>
 </context>
 <context>

@@ -343,3 +343,8 @@ void zoFileWriter::setGuard(const Guard& newGuard)
 {
     guard() = newGuard;
 }
+
+bool zoFileWriter::isGuarded()
+{
+    return bool(guard().mayWrite);
+}

@@ -42,4 +42,6 @@ public:
     };
     // An empty guard is none.
     static void setGuard(const Guard& guard);
+    // Whether somebody is asked before a file is written.
+    static bool isGuarded();
 };

@@ -55,6 +55,7 @@ private slots:
     void loadedFileMayBeOfAnOldTool_data();
     void loadedFileMayBeOfAnOldTool();
     void fileThatIsNotUtf8IsTold();
+    void bytesThatAreNotUtf8SurviveTheSave();
     void whatNobodyReadsIsTold();
     void longListOfWhatNobodyReadsIsCut();
     void fileThatCannotBeOpenedChangesNothing();
@@ -309,6 +310,24 @@ void tst_zoHPCGUIWFiles::fileThatIsNotUtf8IsTold()
     m_window->loadConfig(path("odd.zhpc"));
 
     QCOMPARE(m_window->windowFilePath(), path("odd.zhpc"));
+}
+
+// A host that is not ours does not ask before the file is overwritten.
+void tst_zoHPCGUIWFiles::bytesThatAreNotUtf8SurviveTheSave()
+{
+    const QByteArray bytes(
+        "<cluster version=\"1\">\n <master><network><node name=\"\xe4\"/></network></master>\n</cluster>\n");
+    write(path("odd.zhpc"), bytes);
+    expectMessage(QtCriticalMsg,
+                  QRegularExpression(QStringLiteral("line 2, column 31: the bytes are not UTF-8$")));
+    expectMessage(QtCriticalMsg,
+                  QRegularExpression(QStringLiteral("What it held before .*/odd\\.zhpc~\\.$")));
+    m_window->loadConfig(path("odd.zhpc"));
+
+    action("Save")->trigger();
+
+    QCOMPARE(contentOf(path("odd.zhpc~")), bytes);
+    QCOMPARE(contentOf(path("odd.zhpc")), m_window->getConfigString().toUtf8());
 }
 
 void tst_zoHPCGUIWFiles::whatNobodyReadsIsTold()

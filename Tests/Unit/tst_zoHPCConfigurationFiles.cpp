@@ -1,7 +1,9 @@
 #include "zoTestCase.h"
 
+#include <zoFileWriter.h>
 #include <zoHPCConfigurationFiles.h>
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
@@ -24,6 +26,9 @@ private slots:
     void nameThatCannotBeOpenedChangesNothing();
     void textIsAskedForOnceAndOnlyWhenTheFileIsOpen();
     void textEndsAtTheFirstNulByte();
+    void bytesThatAreNoTextAreKeptBesideTheFile();
+    void bytesThatCannotBeKeptAreNotOverwritten();
+    void hostThatIsAskedKeepsWhatIsNoText();
     void missingFileIsReported();
     void missingLegacyFileIsEmpty();
     void untouchedConfigurationIsNotWorthKeeping();
@@ -32,6 +37,7 @@ private slots:
 private:
     QString path(const char* name) const { return m_folder->filePath(QLatin1String(name)); }
     void put(const char* name, const QByteArray& bytes) const;
+    QByteArray contentOf(const char* name) const;
 
     std::unique_ptr<QTemporaryDir> m_folder;
 };
@@ -43,6 +49,7 @@ void tst_zoHPCConfigurationFiles::init()
 
 void tst_zoHPCConfigurationFiles::cleanup()
 {
+    zoFileWriter::setGuard({});
     m_folder.reset();
     zoTestCase::cleanup();
 }
@@ -52,6 +59,12 @@ void tst_zoHPCConfigurationFiles::put(const char* name, const QByteArray& bytes)
     QFile file(path(name));
     QVERIFY(file.open(QIODevice::WriteOnly));
     QCOMPARE(file.write(bytes), qint64(bytes.size()));
+}
+
+QByteArray tst_zoHPCConfigurationFiles::contentOf(const char* name) const
+{
+    QFile file(path(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 void tst_zoHPCConfigurationFiles::suffixIsAppendedWhenMissing_data()
@@ -137,6 +150,63 @@ void tst_zoHPCConfigurationFiles::textEndsAtTheFirstNulByte()
     QCOMPARE(text, QStringLiteral("one"));
     QVERIFY(zoHPCConfigurationFiles::readLegacy(path("a.zhpc"), text));
     QCOMPARE(text, QStringLiteral("one"));
+}
+
+void tst_zoHPCConfigurationFiles::bytesThatAreNoTextAreKeptBesideTheFile()
+{
+    const auto save = [this](const QByteArray& before) {
+        put("a.zhpc", before);
+        return zoHPCConfigurationFiles().write(path("a.zhpc"), [] { return QStringLiteral("new"); });
+    };
+    put("a.zhpc", "gr\xf6\xdf");
+    const auto rights = QFile::ReadOwner | QFile::WriteOwner;
+    QVERIFY(QFile::setPermissions(path("a.zhpc"), rights));
+    expectMessage(QtCriticalMsg, QRegularExpression("not UTF-8\\. What it held before .*/a\\.zhpc~\\.$"));
+    expectMessage(QtCriticalMsg, QRegularExpression("not UTF-8\\. What it held before .*/a\\.zhpc~2\\.$"));
+
+    QVERIFY(save("gr\xf6\xdf"));
+    QVERIFY(save("gr\xf6\xdf")); // kept already
+    QVERIFY(save("other \xff"));
+    QVERIFY(save("gr\xc3\xb6\xc3\x9f")); // text
+
+    QCOMPARE(contentOf("a.zhpc"), QByteArray("new"));
+    QCOMPARE(contentOf("a.zhpc~"), QByteArray("gr\xf6\xdf"));
+    QCOMPARE(contentOf("a.zhpc~2"), QByteArray("other \xff"));
+    QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList({"a.zhpc", "a.zhpc~", "a.zhpc~2"}));
+    QCOMPARE(QFileInfo(path("a.zhpc~")).permissions() & 0x7077, rights);
+}
+
+// No name is longer than the file's own.
+void tst_zoHPCConfigurationFiles::bytesThatCannotBeKeptAreNotOverwritten()
+{
+    const QByteArray name = QByteArray(250, 'n') + ".zhpc";
+    put(name.constData(), "gr\xf6\xdf");
+    expectMessage(QtCriticalMsg,
+                  QRegularExpression("not UTF-8 and was not overwritten, since they cannot be "
+                                     "kept in .*~: File name too long\\. Save under another name"));
+    zoHPCConfigurationFiles files;
+
+    QVERIFY(!files.write(path(name.constData()), [] { return QStringLiteral("new"); }));
+
+    QCOMPARE(contentOf(name.constData()), QByteArray("gr\xf6\xdf"));
+    QCOMPARE(files.current(), QString());
+}
+
+void tst_zoHPCConfigurationFiles::hostThatIsAskedKeepsWhatIsNoText()
+{
+    put("a.zhpc", "gr\xf6\xdf");
+    bool mayWrite = false;
+    zoFileWriter::setGuard({[&mayWrite](const QString&) { return mayWrite; }, {}});
+    const auto write = [this] {
+        return zoHPCConfigurationFiles().write(path("a.zhpc"), [] { return QStringLiteral("new"); });
+    };
+
+    QVERIFY(!write());
+    QCOMPARE(contentOf("a.zhpc"), QByteArray("gr\xf6\xdf"));
+    mayWrite = true;
+    QVERIFY(write());
+
+    QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList("a.zhpc"));
 }
 
 void tst_zoHPCConfigurationFiles::missingFileIsReported()

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 #include <zoFileReader.h>
@@ -11,6 +12,12 @@
 #include <zoFileWriter.h>
 #include <zoLog.h>
 #include <zoPlatform.h>
+
+namespace
+{
+// Not kept in a file: what follows from the others for whoever asks.
+constexpr QFile::Permissions s_ofThisUser{QFile::ReadUser | QFile::WriteUser | QFile::ExeUser};
+} // namespace
 
 void zoHPCConfigurationFiles::setCurrent(const QString& fileName)
 {
@@ -78,6 +85,8 @@ bool zoHPCConfigurationFiles::write(const QString& fileName, const std::function
     const QString suffix = zoText(".zhpc");
     if (name.right(suffix.size()).toLower() != suffix)
         name += suffix;
+    if (!zoFileWriter::isGuarded() && !keepUnreadable(name))
+        return false;
 
     QString reason;
     switch (zoFileWriter::write(
@@ -98,6 +107,51 @@ bool zoHPCConfigurationFiles::write(const QString& fileName, const std::function
         break;
     }
     return false;
+}
+
+// The window showed something else for them, and saving writes what the window shows.
+bool zoHPCConfigurationFiles::keepUnreadable(const QString& fileName)
+{
+    QByteArray bytes;
+    if (zoFileReader::read(fileName, bytes) != zoFileReader::Result::Read || zoFileText(bytes).isValid() ||
+        !zoFileWriter::canWrite(fileName))
+        return true;
+    QString keptName = fileName + zoText("~");
+    for (int i = 2; QFileInfo::exists(keptName) || QFileInfo(keptName).isSymLink(); ++i) {
+        QByteArray kept;
+        if (zoFileReader::read(keptName, kept) == zoFileReader::Result::Read && kept == bytes)
+            return true;
+        keptName = fileName + zoText("~%1").arg(i);
+    }
+    QString reason;
+    if (!writeKept(keptName, fileName, bytes, reason)) {
+        zoLog::error("%s", qUtf8Printable(tr("Cluster config %1 holds bytes that are not UTF-8 and was not "
+                                             "overwritten, since they cannot be kept in %2: %3. Save under "
+                                             "another name.")
+                                              .arg(fileName, keptName, reason)));
+        return false;
+    }
+    zoLog::error("%s", qUtf8Printable(tr("Cluster config %1 holds bytes that are not UTF-8. What it held "
+                                         "before it was saved is in %2.")
+                                          .arg(fileName, keptName)));
+    return true;
+}
+
+// Readable for nobody else than the file itself is, from the first byte on.
+bool zoHPCConfigurationFiles::writeKept(const QString& keptName, const QString& fileName,
+                                        const QByteArray& bytes, QString& reason)
+{
+    QFile kept(keptName);
+    if (!kept.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
+        reason = kept.errorString();
+        return false;
+    }
+    const QFile::Permissions ofFile = QFileInfo(fileName).permissions() & ~s_ofThisUser;
+    const bool isWritten = kept.setPermissions(ofFile | QFile::ReadOwner | QFile::WriteOwner) &&
+                           zoFileWriter::write(keptName, bytes, &reason) == zoFileWriter::Result::Written;
+    if (!isWritten)
+        kept.remove();
+    return isWritten;
 }
 
 void zoHPCConfigurationFiles::setUntouched(const QString& text)

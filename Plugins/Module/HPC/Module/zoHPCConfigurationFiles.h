@@ -27,7 +27,9 @@ public:
     static bool readLegacy(const QString& fileName, QString& text);
     // Writes what `text` gives once the file is open, and makes the file the current one. Appends ".zhpc" when
     // missing. False for a name that cannot be opened, which changes nothing, and when the file could not be
-    // written, which is reported in the log; the old file stays whole until the new one is complete.
+    // written, which is reported in the log; the old file stays whole until the new one is complete. In a host
+    // that asks nobody, bytes of the old file that are no text are first kept in "name.zhpc~", which the log
+    // tells; where they cannot be, nothing is written.
     bool write(const QString& fileName, const std::function<QString()>& text);
 
     // The configuration is that of the current file, or without one that of the last New, Load or Import.
@@ -38,6 +40,10 @@ public:
     bool isWorthKeeping(const QString& text) const;
 
 private:
+    static bool keepUnreadable(const QString& fileName);
+    static bool writeKept(const QString& keptName, const QString& fileName, const QByteArray& bytes,
+                          QString& reason);
+
     QString m_current;
     QString m_directory;
     QString m_saved;
