@@ -34,6 +34,7 @@ QJsonObject toObject(const zoWallViewport& viewport)
 {
     const zoWallNeighbours& near = viewport.neighbours;
     return {
+        {QStringLiteral("number"), viewport.number},
         {QStringLiteral("area"), toArray(viewport.area)},
         {QStringLiteral("tile"), viewport.tile},
         {QStringLiteral("wall"), viewport.wall},
@@ -128,6 +129,7 @@ public:
 
     void read(const QJsonObject& object, zoWallViewport& viewport)
     {
+        number(object.value(QLatin1String("number")), "number", MostTiles, viewport.number);
         rect(object, "area", viewport.area);
         text(object, "tile", viewport.tile);
         text(object, "wall", viewport.wall);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QJsonObject>
 #include <QMap>
 #include <QPoint>
@@ -56,6 +57,8 @@ struct zoWallNeighbours
 // A part of a window that shows one plane to one eye or to both.
 struct zoWallViewport
 {
+    // Of what is shown, from 0 in the order of the document: the rank of its process where an engine has one for each.
+    int number = 0;
     QRectF area{0.0, 0.0, 1.0, 1.0}; // of the window, fractions, y down
     QString tile;                    // name of the plane or tile
     QString wall;                    // name of the projection that it belongs to
@@ -144,3 +147,9 @@ struct zoWallSetup
 using zoReadWallSetup = bool (*)(const QString& document, double pixelPitch, zoWallSetup& setup,
                                  QString& reason);
 #define ZO_READ_WALL_SETUP "zoReadWallSetupEntry"
+
+// A second entry of the component, called ZO_WRITE_CHECK_SCENE: the same document as what zoCheckScene says, "tiles" or
+// "test-image". The application can draw texts.
+using zoWriteCheckScene = bool (*)(const QString& document, double pixelPitch, const QString& content,
+                                   QByteArray& scene, QString& reason);
+#define ZO_WRITE_CHECK_SCENE "zoWriteCheckSceneEntry"

@@ -3,6 +3,7 @@
 #include "zoWallArrangement.h"
 #include "zoWallNeighbourhood.h"
 
+#include <zoCheckScene.h>
 #include <zoClusterTags.h>
 #include <zoHPCDisplayItem.h>
 #include <zoHPCDocumentText.h>
@@ -179,6 +180,7 @@ void zoServerSetup::readViewports()
         if (found == m_windows.constEnd())
             continue;
         zoWallViewport viewport = viewportOf(pictures[i]);
+        viewport.number = int(i);
         viewport.place = arrangement.place(int(i));
         const zoWallNeighbourhood::Sides near = neighbourhood.of(int(i));
         viewport.neighbours = {nodeName(near.left), nodeName(near.right), nodeName(near.above),
@@ -211,4 +213,16 @@ extern "C" Q_DECL_EXPORT bool zoReadWallSetupEntry(const QString& document, doub
                                                    zoWallSetup& setup, QString& reason)
 {
     return zoServerSetup::read(document, pixelPitch, setup, reason);
+}
+
+extern "C" Q_DECL_EXPORT bool zoWriteCheckSceneEntry(const QString& document, double pixelPitch,
+                                                     const QString& content, QByteArray& scene,
+                                                     QString& reason)
+{
+    zoWallSetup setup;
+    if (!zoServerSetup::read(document, pixelPitch, setup, reason))
+        return false;
+    scene = zoCheckScene::of(setup, content == QLatin1String("test-image") ? zoShowContent::TestImage
+                                                                           : zoShowContent::Tiles);
+    return true;
 }

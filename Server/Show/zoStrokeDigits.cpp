@@ -1,10 +1,13 @@
 #include "zoStrokeDigits.h"
 
+#include <QLineF>
 #include <QPainterPath>
 #include <QPainterPathStroker>
 #include <QTransform>
 
+#include <algorithm>
 #include <array>
+#include <utility>
 
 namespace
 {
@@ -95,7 +98,59 @@ std::vector<QPolygonF> outlinesOf(int digit)
         result.push_back(toMiddle.map(polygon));
     return result;
 }
+// Where an edge that is not level is at a height.
+double sideAt(const QLineF& edge, double y)
+{
+    return edge.x1() + (y - edge.y1()) / (edge.y2() - edge.y1()) * (edge.x2() - edge.x1());
+}
 } // namespace
+
+// Between the heights of two corners that follow each other no edges begin, end or cross: what lies inside are
+// trapezoids.
+std::vector<QPolygonF> zoStrokeDigits::pieces(int digit)
+{
+    QPainterPath path;
+    path.setFillRule(Qt::WindingFill);
+    for (const QPolygonF& outline : outlinesOf(digit))
+        path.addPolygon(outline);
+    std::vector<QLineF> edges;
+    std::vector<double> heights;
+    const QList<QPolygonF> loops = path.simplified().toSubpathPolygons();
+    for (const QPolygonF& loop : loops) {
+        for (int i = 0; i < loop.size(); ++i) {
+            const QLineF edge(loop[i], loop[(i + 1) % loop.size()]);
+            heights.push_back(edge.y1());
+            if (edge.y1() != edge.y2())
+                edges.push_back(edge.y1() < edge.y2() ? edge : QLineF(edge.p2(), edge.p1()));
+        }
+    }
+    std::sort(heights.begin(), heights.end());
+    std::vector<QPolygonF> result;
+    for (std::size_t i = 1; i < heights.size(); ++i) {
+        const double low = heights[i - 1];
+        const double high = heights[i];
+        if (high - low < 1.0e-6)
+            continue;
+        std::vector<std::pair<double, double>> sides; // at both heights
+        for (const QLineF& edge : edges) {
+            if (edge.y1() < high && edge.y2() > low)
+                sides.emplace_back(sideAt(edge, low), sideAt(edge, high));
+        }
+        std::sort(sides.begin(), sides.end(),
+                  [](const auto& a, const auto& b) { return a.first + a.second < b.first + b.second; });
+        for (std::size_t j = 1; j < sides.size(); j += 2)
+            result.push_back(QPolygonF({{sides[j - 1].first, low},
+                                        {sides[j].first, low},
+                                        {sides[j].second, high},
+                                        {sides[j - 1].second, high}}));
+    }
+    return result;
+}
+
+double zoStrokeDigits::place(int index, int digits)
+{
+    return (index - (digits - 1.0) / 2.0) * Step;
+}
 
 std::vector<QPolygonF> zoStrokeDigits::outlines(const QString& number)
 {
@@ -112,7 +167,7 @@ std::vector<QPolygonF> zoStrokeDigits::outlines(const QString& number)
     }
     std::vector<QPolygonF> result;
     for (std::size_t i = 0; i < values.size(); ++i) {
-        const double x = (double(i) - (double(values.size()) - 1.0) / 2.0) * Step;
+        const double x = place(int(i), int(values.size()));
         for (const QPolygonF& polygon : s_digits[std::size_t(values[i])])
             result.push_back(polygon.translated(x, 0.0));
     }

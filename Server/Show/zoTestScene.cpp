@@ -15,12 +15,14 @@ using namespace zoRoomMath;
 
 const QColor zoTestScene::HorizonColour(196, 24, 60);
 const QColor zoTestScene::EdgeColour(255, 214, 10);
+const QColor zoTestScene::SkyColour(222, 232, 238);
 
 namespace
 {
 constexpr double Pi = 3.14159265358979323846;
 constexpr double Far = 1.0e6;        // mm; the sky is as good as infinitely far
 constexpr double HorizonHalf = 0.07; // half the width of the line, degrees
+const QColor s_farFloor(158, 172, 172);
 
 double radians(double degrees)
 {
@@ -95,6 +97,12 @@ public:
         m_painter.drawConvexPolygon(polygon);
     }
 
+    void fill(const std::vector<Figure>& figures, bool isSmooth = true)
+    {
+        for (const Figure& figure : figures)
+            fill(figure.corners, figure.colour, isSmooth);
+    }
+
     void fill(const QPainterPath& path, const QBrush& brush)
     {
         m_painter.setRenderHint(QPainter::Antialiasing, true);
@@ -154,8 +162,8 @@ void zoTestScene::addBalls()
                        m_head.z - distance * std::cos(elevation) * std::cos(azimuth)};
         ball.radius = AngularRadius * distance;
         ball.colour = QColor::fromHsvF(std::fmod(0.55 + i * 0.2763932, 1.0), 0.62, 0.93);
-        ball.digits = QString::number(i + 1).size();
-        ball.number = zoStrokeDigits::outlines(QString::number(i + 1));
+        ball.number = QString::number(i + 1);
+        ball.outlines = zoStrokeDigits::outlines(ball.number);
         m_balls.push_back(ball);
     }
 }
@@ -172,7 +180,7 @@ void zoTestScene::paint(QPainter& painter, const QRectF& target, const zoOffAxis
         paintFloor(canvas);
         paintHorizon(canvas);
         paintBalls(canvas);
-        paintEdges(canvas);
+        canvas.fill(edges());
     }
     painter.restore();
 }
@@ -180,7 +188,7 @@ void zoTestScene::paint(QPainter& painter, const QRectF& target, const zoOffAxis
 // What is above an elevation is what is seen through a level circle high above the head.
 void zoTestScene::paintSky(Canvas& canvas) const
 {
-    const QColor low(222, 232, 238);
+    const QColor low = SkyColour;
     const QColor high(74, 124, 176);
     constexpr int Steps = 28;
     for (int i = 0; i < Steps; ++i) {
@@ -193,20 +201,34 @@ void zoTestScene::paintSky(Canvas& canvas) const
 
 void zoTestScene::paintFloor(Canvas& canvas) const
 {
+    canvas.fill(circle({m_head.x, m_head.y - Far * std::sin(radians(0.02)), m_head.z}, Far), s_farFloor,
+                false);
+    canvas.fill(floor(), false);
+    canvas.fill(floorLines());
+}
+
+std::vector<zoTestScene::Figure> zoTestScene::floor() const
+{
     const zoWallPoint middle{m_head.x, m_floor, m_head.z};
-    const QColor far(158, 172, 172);
     const QColor near(86, 100, 106);
     constexpr int Steps = 18;
-    canvas.fill(circle({m_head.x, m_head.y - Far * std::sin(radians(0.02)), m_head.z}, Far), far, false);
+    std::vector<Figure> result;
+    result.reserve(Steps);
     for (int i = 0; i < Steps; ++i) {
         const double share = double(i) / (Steps - 1);
         const double radius = m_reach * 12.0 * (1.0 - share) * (1.0 - share) + m_reach * 0.4;
-        canvas.fill(circle(middle, radius), between(far, near, share), false);
+        result.push_back({circle(middle, radius), between(s_farFloor, near, share)});
     }
-    // Half metres near the walls, whole ones further away.
+    return result;
+}
+
+// Half metres near the walls, whole ones further away.
+std::vector<zoTestScene::Figure> zoTestScene::floorLines() const
+{
     const double spacing = m_reach > 12000.0 ? 2000.0 : 500.0;
     const int lines = 40;
     const double half = spacing * lines;
+    std::vector<Figure> result;
     for (int i = -lines; i <= lines; ++i) {
         const bool isWhole = i % 2 == 0;
         if (!isWhole && std::abs(i) > lines / 2)
@@ -218,48 +240,77 @@ void zoTestScene::paintFloor(Canvas& canvas) const
         const zoWallPoint middleAt{m_head.x + at, m_floor, m_head.z};
         const zoWallPoint across{m_head.x, m_floor, m_head.z + at};
         const auto line = [&](const zoWallPoint& origin, const zoWallPoint& along, const zoWallPoint& aside) {
-            canvas.fill({zoRoomMath::at(origin, -reach, along, -width, aside),
-                         zoRoomMath::at(origin, reach, along, -width, aside),
-                         zoRoomMath::at(origin, reach, along, width, aside),
-                         zoRoomMath::at(origin, -reach, along, width, aside)},
-                        colour);
+            result.push_back({{zoRoomMath::at(origin, -reach, along, -width, aside),
+                               zoRoomMath::at(origin, reach, along, -width, aside),
+                               zoRoomMath::at(origin, reach, along, width, aside),
+                               zoRoomMath::at(origin, -reach, along, width, aside)},
+                              colour});
         };
         line(middleAt, {0.0, 0.0, 1.0}, {1.0, 0.0, 0.0});
         line(across, {1.0, 0.0, 0.0}, {0.0, 0.0, 1.0});
     }
+    return result;
 }
 
 void zoTestScene::paintHorizon(Canvas& canvas) const
 {
+    canvas.fill(horizon());
+    for (const Number& number : directions())
+        paintNumber(canvas, number);
+}
+
+std::vector<zoTestScene::Figure> zoTestScene::horizon() const
+{
+    std::vector<Figure> result;
     const auto piece = [&](double azimuth1, double elevation1, double azimuth2, double elevation2) {
-        canvas.fill({onSky(m_head, azimuth1, elevation1), onSky(m_head, azimuth2, elevation1),
-                     onSky(m_head, azimuth2, elevation2), onSky(m_head, azimuth1, elevation2)},
-                    HorizonColour);
+        result.push_back({{onSky(m_head, azimuth1, elevation1), onSky(m_head, azimuth2, elevation1),
+                           onSky(m_head, azimuth2, elevation2), onSky(m_head, azimuth1, elevation2)},
+                          HorizonColour});
     };
     // Pieces lie on the level plane of the eyes, so that together they are a straight line in every picture; the
     // overlap hides their joints.
     for (int i = 0; i < 360; i += 10)
         piece(i - 0.01, -HorizonHalf, i + 10.01, HorizonHalf);
-    for (int i = 0; i < 360; i += 10) {
-        const double height = i % 30 == 0 ? 1.0 : 0.5;
-        piece(i - HorizonHalf, 0.0, i + HorizonHalf, height);
-        if (i % 30 != 0)
-            continue;
-        const zoWallPoint middle = onSky(m_head, i, 2.0);
+    for (int i = 0; i < 360; i += 10)
+        piece(i - HorizonHalf, 0.0, i + HorizonHalf, i % 30 == 0 ? 1.0 : 0.5);
+    return result;
+}
+
+std::vector<zoTestScene::Number> zoTestScene::directions() const
+{
+    const double size = Far * radians(1.4);
+    std::vector<Number> result;
+    for (int i = 0; i < 360; i += 30) {
         const zoWallPoint right = unit(difference(onSky(m_head, i + 1.0, 2.0), onSky(m_head, i - 1.0, 2.0)));
-        const double size = Far * radians(1.4);
-        QPainterPath path;
-        path.setFillRule(Qt::WindingFill);
-        for (const QPolygonF& outline : zoStrokeDigits::outlines(QString::number(i))) {
-            std::vector<zoWallPoint> corners;
-            for (const QPointF& point : outline)
-                corners.push_back(at(middle, point.x() * size, right, point.y() * size, {0.0, 1.0, 0.0}));
-            const QPolygonF figure = canvas.figure(corners);
-            if (!figure.isEmpty())
-                path.addPolygon(figure);
-        }
-        canvas.fill(path, HorizonColour);
+        result.push_back({QString::number(i),
+                          onSky(m_head, i, 2.0),
+                          scaled(size, right),
+                          {0.0, size, 0.0},
+                          HorizonColour});
     }
+    return result;
+}
+
+void zoTestScene::paintNumber(Canvas& canvas, const Number& number) const
+{
+    paintNumber(canvas, number, zoStrokeDigits::outlines(number.digits));
+}
+
+void zoTestScene::paintNumber(Canvas& canvas, const Number& number,
+                              const std::vector<QPolygonF>& outlines) const
+{
+    QPainterPath path;
+    path.setFillRule(Qt::WindingFill);
+    for (const QPolygonF& outline : outlines) {
+        std::vector<zoWallPoint> corners;
+        corners.reserve(std::size_t(outline.size()));
+        for (const QPointF& point : outline)
+            corners.push_back(at(number.middle, point.x(), number.right, point.y(), number.up));
+        const QPolygonF figure = canvas.figure(corners);
+        if (!figure.isEmpty())
+            path.addPolygon(figure);
+    }
+    canvas.fill(path, number.colour);
 }
 
 void zoTestScene::paintBalls(Canvas& canvas) const
@@ -276,37 +327,61 @@ void zoTestScene::paintBalls(Canvas& canvas) const
         paintBall(canvas, *ball);
 }
 
-void zoTestScene::paintBall(Canvas& canvas, const Ball& ball) const
+// The circle in which lines from an eye touch a ball.
+struct zoTestScene::Disc
 {
-    const zoWallPoint ray = difference(ball.middle, canvas.view().eye());
+    zoWallPoint middle;
+    double radius;
+    zoWallPoint right; // unit vectors
+    zoWallPoint up;
+};
+
+zoTestScene::Disc zoTestScene::discOf(const Ball& ball, const zoWallPoint& eye) const
+{
+    const zoWallPoint ray = difference(ball.middle, eye);
     const double distance = length(ray);
-    if (distance <= ball.radius * 1.01)
-        return;
     const zoWallPoint ahead = scaled(1.0 / distance, ray);
     // Straight above or below, any direction is as good for up.
     zoWallPoint right = cross(ahead, {0.0, 1.0, 0.0});
     right = length(right) > 1.0e-6 ? unit(right) : zoWallPoint{1.0, 0.0, 0.0};
-    const zoWallPoint up = cross(right, ahead);
-    // The eye sees the circle in which lines from it touch the ball.
-    const double share = ball.radius / distance;
-    const zoWallPoint middle = sum(ball.middle, scaled(-ball.radius * share, ahead));
-    const double radius = ball.radius * std::sqrt(1.0 - share * share);
+    const double share = std::min(1.0, ball.radius / distance);
+    return {sum(ball.middle, scaled(-ball.radius * share, ahead)),
+            ball.radius * std::sqrt(1.0 - share * share), right, cross(right, ahead)};
+}
+
+zoTestScene::Number zoTestScene::numberOf(const Ball& ball, const zoWallPoint& eye) const
+{
+    const Disc disc = discOf(ball, eye);
+    // Three digits are wider than high.
+    const double size = disc.radius * (ball.number.size() > 2 ? 0.7 : 0.9);
+    return {ball.number, disc.middle, scaled(size, disc.right), scaled(size, disc.up), QColor(20, 24, 30)};
+}
+
+void zoTestScene::paintBall(Canvas& canvas, const Ball& ball) const
+{
+    const zoWallPoint eye = canvas.view().eye();
+    if (length(difference(ball.middle, eye)) <= ball.radius * 1.01)
+        return;
+    const Disc disc = discOf(ball, eye);
     constexpr int Corners = 40;
     std::vector<zoWallPoint> rim;
     rim.reserve(Corners);
     for (int i = 0; i < Corners; ++i) {
         const double angle = 2.0 * Pi * i / Corners;
-        rim.push_back(at(middle, radius * std::cos(angle), right, radius * std::sin(angle), up));
+        rim.push_back(at(disc.middle, disc.radius * std::cos(angle), disc.right,
+                         disc.radius * std::sin(angle), disc.up));
     }
-    if (canvas.view().depth(middle) - radius < canvas.view().distance() / 50.0 ||
+    if (canvas.view().depth(disc.middle) - disc.radius < canvas.view().distance() / 50.0 ||
         canvas.figure(rim).isEmpty())
         return;
 
     // A unit circle with the light from the upper left becomes that circle, nearly.
-    const QPointF origin = canvas.toPixel(canvas.view().project(middle));
-    const QPointF toRight =
-        canvas.toPixel(canvas.view().project(at(middle, radius, right, 0.0, up))) - origin;
-    const QPointF toTop = canvas.toPixel(canvas.view().project(at(middle, 0.0, right, radius, up))) - origin;
+    const auto pixelAt = [&](double toRight, double toTop) {
+        return canvas.toPixel(canvas.view().project(at(disc.middle, toRight, disc.right, toTop, disc.up)));
+    };
+    const QPointF origin = pixelAt(0.0, 0.0);
+    const QPointF toRight = pixelAt(disc.radius, 0.0) - origin;
+    const QPointF toTop = pixelAt(0.0, disc.radius) - origin;
     QRadialGradient shade(QPointF(0.0, 0.0), 1.05, QPointF(-0.35, 0.4));
     shade.setColorAt(0.0, ball.colour.lighter(138));
     shade.setColorAt(0.55, ball.colour);
@@ -314,26 +389,13 @@ void zoTestScene::paintBall(Canvas& canvas, const Ball& ball) const
     QBrush brush(shade);
     brush.setTransform(QTransform(toRight.x(), toRight.y(), toTop.x(), toTop.y(), origin.x(), origin.y()));
     canvas.fill(rim, brush);
-
-    QPainterPath path;
-    path.setFillRule(Qt::WindingFill);
-    // Three digits are wider than high.
-    const double size = radius * (ball.digits > 2 ? 0.7 : 0.9);
-    for (const QPolygonF& outline : ball.number) {
-        std::vector<zoWallPoint> corners;
-        corners.reserve(std::size_t(outline.size()));
-        for (const QPointF& point : outline)
-            corners.push_back(at(middle, point.x() * size, right, point.y() * size, up));
-        const QPolygonF figure = canvas.figure(corners);
-        if (!figure.isEmpty())
-            path.addPolygon(figure);
-    }
-    canvas.fill(path, QColor(20, 24, 30));
+    paintNumber(canvas, numberOf(ball, eye), ball.outlines);
 }
 
 // Inside of each wall, half of the line for either side of a corner.
-void zoTestScene::paintEdges(Canvas& canvas) const
+std::vector<zoTestScene::Figure> zoTestScene::edges() const
 {
+    std::vector<Figure> result;
     for (const zoWallPlane& wall : m_walls) {
         const zoWallPoint across = difference(wall.lowerRight, wall.lowerLeft);
         const zoWallPoint upward = difference(wall.upperRight, wall.lowerRight);
@@ -343,15 +405,16 @@ void zoTestScene::paintEdges(Canvas& canvas) const
         if (!(line > 0.0) || !(line < width) || !(line < height))
             continue;
         const auto strip = [&](double left, double bottom, double right, double top) {
-            canvas.fill({at(wall.lowerLeft, left / width, across, bottom / height, upward),
-                         at(wall.lowerLeft, right / width, across, bottom / height, upward),
-                         at(wall.lowerLeft, right / width, across, top / height, upward),
-                         at(wall.lowerLeft, left / width, across, top / height, upward)},
-                        EdgeColour);
+            result.push_back({{at(wall.lowerLeft, left / width, across, bottom / height, upward),
+                               at(wall.lowerLeft, right / width, across, bottom / height, upward),
+                               at(wall.lowerLeft, right / width, across, top / height, upward),
+                               at(wall.lowerLeft, left / width, across, top / height, upward)},
+                              EdgeColour});
         };
         strip(0.0, 0.0, width, line);
         strip(0.0, height - line, width, height);
         strip(0.0, 0.0, line, height);
         strip(width - line, 0.0, width, height);
     }
+    return result;
 }

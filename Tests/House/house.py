@@ -37,7 +37,7 @@ PRODUCTION = ("Kernel", "Plugins", "Server", "Host", "Tools")
 SERVER_ROOMS = {
     "Protocol": set(),
     "Show": {"Protocol"},
-    "Setup": {"Protocol", "Kernel", "Plugins"},
+    "Setup": {"Protocol", "Show", "Kernel", "Plugins"},
     "Mpi": {"Protocol"},
     "": {"Protocol", "Show", "Mpi"},
 }

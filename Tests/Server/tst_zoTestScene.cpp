@@ -229,10 +229,10 @@ void tst_zoTestScene::ballsLieOnTheFloorOrAbove()
     const zoTestScene scene({Whole}, {0, 0, 0});
 
     QCOMPARE(int(scene.balls().size()), 300);
-    QCOMPARE(scene.balls().back().digits, 3);
+    QCOMPARE(scene.balls().back().number, QStringLiteral("300"));
     for (const zoTestScene::Ball& ball : scene.balls()) {
         QVERIFY(ball.middle.y - ball.radius >= Floor - 1.0e-6);
-        QVERIFY(!ball.number.empty());
+        QVERIFY(!ball.outlines.empty());
     }
 }
 

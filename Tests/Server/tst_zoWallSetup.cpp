@@ -25,6 +25,7 @@ namespace
 zoWallSetup fullSetup()
 {
     zoWallViewport viewport;
+    viewport.number = 5;
     viewport.area = {0.5, 0.25, 0.5, 0.75};
     viewport.tile = QStringLiteral("Wall row:1 col:2");
     viewport.wall = QStringLiteral("Wall \u00e4\n");
