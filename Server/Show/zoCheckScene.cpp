@@ -197,7 +197,7 @@ private:
     QString picture(const zoWallNode& node, const zoWallWindow& window, const zoWallViewport& viewport,
                     const QSize& size, double scale) const
     {
-        QImage image(size, QImage::Format_RGB32);
+        QImage image((QSizeF(size) * scale).toSize(), QImage::Format_RGB32);
         if (image.isNull())
             return {};
         image.fill(Qt::black);
@@ -209,9 +209,6 @@ private:
         if (m_content == zoShowContent::Tiles)
             shown.paintEye(painter, image.rect(), eye);
         painter.end();
-        if (scale < 1.0)
-            image = image.scaled((QSizeF(size) * scale).toSize().expandedTo({1, 1}), Qt::IgnoreAspectRatio,
-                                 Qt::SmoothTransformation);
         QByteArray bytes;
         QBuffer buffer(&bytes);
         buffer.open(QIODevice::WriteOnly);
