@@ -7,6 +7,16 @@
 #include <QLineEdit>
 #include <QLocale>
 
+namespace
+{
+// Of any script, one key after the other.
+void type(QWidget& field, const QString& text)
+{
+    for (const QChar character : text)
+        QTest::sendKeyEvent(QTest::Click, &field, Qt::Key_unknown, QString(character), Qt::NoModifier);
+}
+} // namespace
+
 // The field for a whole number, in any locale.
 class tst_zoHPCIntegerField final : public zoTestCase
 {
@@ -30,6 +40,18 @@ void tst_zoHPCIntegerField::marksEndTheNumber_data()
     QTest::newRow("german-comma") << german << "63,5" << 63;
     QTest::newRow("english-point") << english << "63.5" << 63;
     QTest::newRow("english-comma") << english << "63,5" << 63;
+    const QLocale french(QLocale::French, QLocale::France);
+    const QLocale egyptian(QLocale::Arabic, QLocale::Egypt);
+    const QLocale swedish(QLocale::Swedish, QLocale::Sweden);
+    QTest::newRow("french-comma") << french << "63,5" << 63;
+    QTest::newRow("c-comma") << QLocale::c() << "63,5" << 63;
+    QTest::newRow("egyptian-point") << egyptian << "63.5" << 63;
+    QTest::newRow("egyptian-mark") << egyptian << QStringLiteral("٦٣٫٥") << 63;
+    QTest::newRow("egyptian-comma") << egyptian << QStringLiteral("٦٣،٥") << 63;
+    QTest::newRow("egyptian-mark-in-german") << german << QStringLiteral("63٫5") << 63;
+    QTest::newRow("egyptian-digits") << egyptian << QStringLiteral("-١٢٨٠") << -1280;
+    QTest::newRow("swedish-minus") << swedish << "-1280" << -1280;
+    QTest::newRow("swedish-own-minus") << swedish << QStringLiteral("−1280") << -1280;
     QTest::newRow("whole") << german << "1280" << 1280;
     QTest::newRow("negative") << english << "-1280" << -1280;
 }
@@ -44,12 +66,15 @@ void tst_zoHPCIntegerField::marksEndTheNumber()
     field.setRange(-1000000, 1000000);
     field.selectAll();
 
-    QTest::keyClicks(&field, typed);
+    type(field, typed);
     QCOMPARE(field.value(), value);
     QTest::keyClick(&field, Qt::Key_Return);
 
     QCOMPARE(field.value(), value);
-    QCOMPARE(field.text(), QString::number(value));
+    QLocale withoutGroups = locale;
+    withoutGroups.setNumberOptions(QLocale::OmitGroupSeparator);
+    QCOMPARE(field.text().replace(QChar(0x2212), "-"),
+             withoutGroups.toString(value).replace(QChar(0x2212), "-"));
 }
 
 void tst_zoHPCIntegerField::othersAreNotTaken()
@@ -63,6 +88,7 @@ void tst_zoHPCIntegerField::othersAreNotTaken()
     QCOMPARE(field.text(), QStringLiteral("127"));
     for (const QString& pasted :
          {QStringLiteral("1 234"), QStringLiteral("1.234"), QStringLiteral("1,234"),
+          QStringLiteral("1\u00a0234"), QStringLiteral("1'234"), QStringLiteral("1٬234"),
           QStringLiteral("1") + field.locale().groupSeparator() + QStringLiteral("234")}) {
         field.selectAll();
         QApplication::clipboard()->setText(pasted);

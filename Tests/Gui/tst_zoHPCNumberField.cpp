@@ -7,6 +7,16 @@
 #include <QLineEdit>
 #include <QLocale>
 
+namespace
+{
+// Of any script, one key after the other.
+void type(QWidget& field, const QString& text)
+{
+    for (const QChar character : text)
+        QTest::sendKeyEvent(QTest::Click, &field, Qt::Key_unknown, QString(character), Qt::NoModifier);
+}
+} // namespace
+
 // The field for a number with a fraction, in any locale.
 class tst_zoHPCNumberField final : public zoTestCase
 {
@@ -18,6 +28,8 @@ private slots:
     void groupsAreNotTaken_data();
     void groupsAreNotTaken();
     void keepsTheMarkOfItsLocale();
+    void shownNumberIsTaken_data();
+    void shownNumberIsTaken();
 };
 
 void tst_zoHPCNumberField::pointAndCommaAreDecimalMarks_data()
@@ -38,6 +50,20 @@ void tst_zoHPCNumberField::pointAndCommaAreDecimalMarks_data()
     QTest::newRow("english-comma") << english << "63,5" << 63.5;
     QTest::newRow("french-point") << french << "-63.5" << -63.5;
     QTest::newRow("swiss-comma") << swiss << "63,5" << 63.5;
+    const QLocale egyptian(QLocale::Arabic, QLocale::Egypt);
+    const QLocale swedish(QLocale::Swedish, QLocale::Sweden);
+    QTest::newRow("french-comma") << french << "63,5" << 63.5;
+    QTest::newRow("c-point") << QLocale::c() << "63.5" << 63.5;
+    QTest::newRow("c-comma") << QLocale::c() << "63,5" << 63.5;
+    QTest::newRow("c-three-digits") << QLocale::c() << "1,234" << 1.23;
+    QTest::newRow("egyptian-point") << egyptian << "63.5" << 63.5;
+    QTest::newRow("egyptian-comma") << egyptian << "-63,5" << -63.5;
+    QTest::newRow("egyptian-digits") << egyptian << QStringLiteral("٦٣٫٥") << 63.5;
+    QTest::newRow("egyptian-digits-comma") << egyptian << QStringLiteral("-٦٣،٥") << -63.5;
+    QTest::newRow("egyptian-digits-point") << egyptian << QStringLiteral("٠.٢٥") << 0.25;
+    QTest::newRow("egyptian-mark-in-german") << german << QStringLiteral("63٫5") << 63.5;
+    QTest::newRow("swedish-minus") << swedish << "-63.5" << -63.5;
+    QTest::newRow("swedish-own-minus") << swedish << QStringLiteral("−63,5") << -63.5;
     QTest::newRow("without-zero") << german << ".5" << 0.5;
     QTest::newRow("whole") << german << "63" << 63.0;
 }
@@ -52,7 +78,7 @@ void tst_zoHPCNumberField::pointAndCommaAreDecimalMarks()
     field.setRange(-1000000.0, 1000000.0);
     field.selectAll();
 
-    QTest::keyClicks(&field, typed);
+    type(field, typed);
     QCOMPARE(field.value(), value);
     QTest::keyClick(&field, Qt::Key_Return);
 
@@ -74,6 +100,15 @@ void tst_zoHPCNumberField::groupsAreNotTaken_data()
     QTest::newRow("french") << french
                             << QStringLiteral("1") + french.groupSeparator() + QStringLiteral("234");
     QTest::newRow("blank") << french << "1 234";
+    QTest::newRow("french-old") << french << QStringLiteral("1\u00a0234,5");
+    QTest::newRow("french-in-german") << german << QStringLiteral("1\u202f234,5");
+    const QLocale egyptian(QLocale::Arabic, QLocale::Egypt);
+    QTest::newRow("egyptian") << egyptian << QStringLiteral("١٬٢٣٤");
+    QTest::newRow("egyptian-fraction") << egyptian << QStringLiteral("١٬٢٣٤٫٥");
+    QTest::newRow("egyptian-in-german") << german << QStringLiteral("1٬234");
+    QTest::newRow("english-in-egyptian") << egyptian << "1,234.5";
+    QTest::newRow("c") << QLocale::c() << "1,234.5";
+    QTest::newRow("swiss-old") << swiss << "1'234";
     QTest::newRow("swiss") << swiss << QStringLiteral("1") + swiss.groupSeparator() + QStringLiteral("234");
 }
 
@@ -106,6 +141,36 @@ void tst_zoHPCNumberField::keepsTheMarkOfItsLocale()
     QTest::keyClick(&field, Qt::Key_Return);
 
     QCOMPARE(field.text(), QStringLiteral("1234,50"));
+}
+
+void tst_zoHPCNumberField::shownNumberIsTaken_data()
+{
+    QTest::addColumn<QLocale>("locale");
+
+    for (const char* name : {"C", "de_DE", "fr_FR", "ar_EG", "sv_SE", "de_CH", "fa_IR", "hi_IN", "he_IL"})
+        QTest::newRow(name) << QLocale(QLatin1String(name));
+}
+
+// What the field writes itself can be edited: digits, sign and mark of the locale.
+void tst_zoHPCNumberField::shownNumberIsTaken()
+{
+    QFETCH(QLocale, locale);
+    zoHPCNumberField field;
+    field.setLocale(locale);
+    field.setRange(-1000000.0, 1000000.0);
+
+    for (const double value : {-12345.5, -0.25, 0.0, 0.01, 1234567.0 / 4, 1000000.0}) {
+        field.setValue(value);
+        QString text = field.text();
+        int position = text.size();
+        QCOMPARE(field.validate(text, position), QValidator::Acceptable);
+        QCOMPARE(field.valueFromText(text), value);
+        QTest::keyClick(&field, Qt::Key_End);
+        QTest::keyClick(&field, Qt::Key_Backspace);
+        type(field, text.right(1));
+        QTest::keyClick(&field, Qt::Key_Return);
+        QCOMPARE(field.value(), value);
+    }
 }
 
 ZO_TEST_MAIN(tst_zoHPCNumberField)

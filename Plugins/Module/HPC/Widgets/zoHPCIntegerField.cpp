@@ -1,5 +1,7 @@
 #include "zoHPCIntegerField.h"
 
+#include "zoHPCNumberField.h"
+
 #include <algorithm>
 
 zoHPCIntegerField::zoHPCIntegerField(QWidget* parent) : QSpinBox(parent) {}
@@ -7,10 +9,8 @@ zoHPCIntegerField::zoHPCIntegerField(QWidget* parent) : QSpinBox(parent) {}
 QValidator::State zoHPCIntegerField::validate(QString& text, int& position) const
 {
     // Swallowing the mark alone would let the digits behind it through.
-    const auto isMark = [](QChar character) {
-        return character == QLatin1Char('.') || character == QLatin1Char(',');
-    };
-    if (std::any_of(text.cbegin(), text.cend(), isMark))
+    zoHPCNumberField::replaceMinus(text);
+    if (std::any_of(text.cbegin(), text.cend(), zoHPCNumberField::isDecimalMark))
         return QValidator::Intermediate;
     const auto isPart = [](QChar character) {
         return character.isDigit() || character == QLatin1Char('-') || character == QLatin1Char('+');

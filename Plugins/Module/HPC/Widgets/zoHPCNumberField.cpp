@@ -6,12 +6,17 @@
 
 namespace
 {
-QString withMark(QString text, QChar mark)
+constexpr QChar s_minus{0x2212};
+constexpr QChar s_arabicComma{0x60c};
+constexpr QChar s_arabicMark{0x66b};
+
+QString plain(QString text, QChar mark)
 {
     for (QChar& character : text) {
-        if (character == QLatin1Char('.') || character == QLatin1Char(','))
+        if (zoHPCNumberField::isDecimalMark(character))
             character = mark;
     }
+    zoHPCNumberField::replaceMinus(text);
     return text;
 }
 } // namespace
@@ -21,7 +26,7 @@ zoHPCNumberField::zoHPCNumberField(QWidget* parent) : QDoubleSpinBox(parent) {}
 QValidator::State zoHPCNumberField::validate(QString& text, int& position) const
 {
     const QChar mark = locale().decimalPoint();
-    text = withMark(text, mark);
+    text = plain(text, mark);
     // What is left would be taken for a separator between groups: a second mark, a blank, an apostrophe.
     const auto isSeparator = [separator = locale().groupSeparator(), mark](QChar character) {
         return character != mark && (character == separator || character.isSpace());
@@ -33,5 +38,16 @@ QValidator::State zoHPCNumberField::validate(QString& text, int& position) const
 
 double zoHPCNumberField::valueFromText(const QString& text) const
 {
-    return QDoubleSpinBox::valueFromText(withMark(text, locale().decimalPoint()));
+    return QDoubleSpinBox::valueFromText(plain(text, locale().decimalPoint()));
+}
+
+bool zoHPCNumberField::isDecimalMark(QChar character)
+{
+    return character == QLatin1Char('.') || character == QLatin1Char(',') || character == s_arabicComma ||
+           character == s_arabicMark;
+}
+
+void zoHPCNumberField::replaceMinus(QString& text)
+{
+    text.replace(s_minus, QLatin1Char('-'));
 }
