@@ -136,7 +136,7 @@ void zoMpiGroup::endJob()
 void zoMpiGroup::jobEnded()
 {
     const bool wasRunning = m_state == State::Running;
-    const QString lastLine = m_log.lastLine().isEmpty() ? m_child->lastLine() : m_log.lastLine();
+    const QString lastLine = m_log.reason().isEmpty() ? m_child->lastLine() : m_log.reason();
     m_child.release()->deleteLater();
     m_state = State::Idle;
     if (m_isRemovingAll) {
@@ -149,7 +149,8 @@ void zoMpiGroup::jobEnded()
             if (keyOf(it.key()) >= 0)
                 details.insert(keyOf(it.key()), it.value());
         }
-        if (details.isEmpty() && !m_hasWorked) {
+        // Without MPI a server says itself what it lacks.
+        if (!m_log.hasCause() && !m_hasWorked) {
             giveUp(lastLine);
             return;
         }

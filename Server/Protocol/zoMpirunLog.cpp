@@ -16,14 +16,21 @@ void zoMpirunLog::add(const QString& line)
     static const QRegularExpression s_host(
         QStringLiteral(R"(\bhost(?:name)? ([^\s:]+)(?: port \d+)?:|^[^\s@]+@([^\s:]+): Permission denied)"));
 
+    static const QRegularExpression s_error(
+        QStringLiteral(R"(\b(error|cannot|could not|failed|not found|unable)\b)"),
+        QRegularExpression::CaseInsensitiveOption);
+
     const QString text = line.simplified();
     if (text.isEmpty() || text.count(QLatin1Char('-')) == text.size())
         return;
     m_lastLine = text;
+    if (m_error.isEmpty() && !text.contains(QLatin1String("Warning: ")) && s_error.match(text).hasMatch())
+        m_error = text;
     QRegularExpressionMatch match = s_rank.match(text);
     if (!match.hasMatch())
         match = s_name.match(text);
     if (match.hasMatch()) {
+        m_hasCause = m_hasCause || text.contains(QLatin1String("exited on signal"));
         blame(match.captured(1).toInt(), text);
         return;
     }
@@ -32,8 +39,10 @@ void zoMpirunLog::add(const QString& line)
         return;
     const QString host = match.captured(1).isEmpty() ? match.captured(2) : match.captured(1);
     for (int rank = 0; rank < m_hosts.size(); ++rank) {
-        if (!m_hosts.at(rank).isEmpty() && m_hosts.at(rank) == host)
-            blame(rank, text);
+        if (m_hosts.at(rank).isEmpty() || m_hosts.at(rank) != host)
+            continue;
+        m_hasCause = true;
+        blame(rank, text);
     }
 }
 

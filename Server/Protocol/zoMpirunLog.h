@@ -16,8 +16,11 @@ public:
 
     // Ranks that are to blame, each with the line that says so; empty when nothing tells.
     const QMap<int, QString>& culprits() const { return m_culprits; }
-    // The last line that says something; mpirun frames its texts with lines of dashes.
-    QString lastLine() const { return m_lastLine; }
+    // Whether any of those lines says why. A rank that only ended has said so elsewhere, or nowhere.
+    bool hasCause() const { return m_hasCause; }
+    // The first line that tells of an error, else the last one that says something; mpirun frames its texts with lines
+    // of dashes.
+    QString reason() const { return m_error.isEmpty() ? m_lastLine : m_error; }
 
 private:
     void blame(int rank, const QString& line);
@@ -25,4 +28,6 @@ private:
     QStringList m_hosts;
     QMap<int, QString> m_culprits;
     QString m_lastLine;
+    QString m_error;
+    bool m_hasCause = false;
 };

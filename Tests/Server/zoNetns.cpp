@@ -22,3 +22,9 @@ QByteArray zoNetns::programs(const QString& machine)
 {
     return order(QStringLiteral("list ") + machine).trimmed();
 }
+
+QByteArray zoNetns::run(const QString& machine, const QString& text)
+{
+    const QByteArray answer = order(QStringLiteral("do %1 %2").arg(machine, text));
+    return answer.startsWith("0 ") ? answer.mid(2).trimmed() : "failed: " + answer;
+}

@@ -10,4 +10,6 @@ namespace zoNetns
 QByteArray order(const QString& text);
 // The programs that run on a machine for the user.
 QByteArray programs(const QString& machine);
+// Runs a text of the shell on a machine as root. What it said, in one line; "failed: ..." when it does not exit with 0.
+QByteArray run(const QString& machine, const QString& text);
 } // namespace zoNetns
