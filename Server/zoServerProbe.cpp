@@ -12,6 +12,8 @@
 
 #include <cstdio>
 
+#include <unistd.h>
+
 namespace
 {
 constexpr qint64 s_mebibyte = 1024 * 1024;
@@ -36,10 +38,24 @@ QString mpiText()
     QLibrary library(zoSetupLibrary::componentFile(QStringLiteral("zoServerMpi")));
     return library.load() ? QStringLiteral("yes") : QStringLiteral("no");
 }
+
+// Of a display that cannot be opened the toolkit tells which plug-ins it has.
+void explainEnd(QtMsgType type, const QMessageLogContext&, const QString& text)
+{
+    if (type == QtFatalMsg && text.contains(QLatin1String("platform plugin"))) {
+        const QByteArray display = qgetenv("DISPLAY");
+        std::fprintf(stderr,
+                     "the display %s cannot be used: nothing answers there, or this account may not use it\n",
+                     display.isEmpty() ? qgetenv("QT_QPA_PLATFORM").constData() : display.constData());
+        _exit(1);
+    }
+    std::fprintf(stderr, "%s\n", qPrintable(text));
+}
 } // namespace
 
 void zoServerProbe::choosePlatform()
 {
+    qInstallMessageHandler(explainEnd);
     if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") || !qEnvironmentVariableIsEmpty("DISPLAY") ||
         !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
         return;

@@ -107,9 +107,10 @@ void zoNodeShow::remark(const zoWindowPicture& picture, zoShowSurface& surface, 
                         bool isRehearsal)
 {
     const QSize size = surface.window().size();
+    const bool isSeen = isRehearsal || !zoWallScreens::areImaginary();
     m_remarks.append(tr("window %1: %2 × %3 pixels, %4")
                          .arg(picture.name(), QString::number(size.width()), QString::number(size.height()),
-                              surface.description()));
+                              isSeen ? surface.description() : tr("no display here, nobody sees it")));
     if (picture.wantsQuadBuffer() && (gl == nullptr || !gl->hasQuadBuffer()))
         m_remarks.append(tr("window %1: no quad buffer here, both eyes see one picture").arg(picture.name()));
     if (!isRehearsal && picture.window().hardwareSync && (gl == nullptr || !gl->isInSwapGroup()))

@@ -12,6 +12,7 @@ class tst_zoServerProgram final : public zoTestCase
 private slots:
     void needsNoWidgets();
     void probeTellsWhatAMachineHas();
+    void displayThatCannotBeUsedIsNamed();
 };
 
 namespace
@@ -59,6 +60,22 @@ void tst_zoServerProgram::probeTellsWhatAMachineHas()
     for (const char* line : {"version: ", "platform: offscreen", "screens: ", "gl: none", "stereo: none",
                              "swap group: no", "mpi: ", "memory: "})
         QVERIFY2(output.contains(line), output.constData());
+}
+
+// The last line is what the host tells.
+void tst_zoServerProgram::displayThatCannotBeUsedIsNamed()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    environment.insert(QStringLiteral("DISPLAY"), QStringLiteral(":97531"));
+    QProcess server;
+    server.setProcessEnvironment(environment);
+    server.start(QStringLiteral(ZO_SERVER), {QStringLiteral("server")});
+    QVERIFY(server.waitForFinished(60000));
+
+    QCOMPARE(server.exitCode(), 1);
+    const QList<QByteArray> lines = server.readAllStandardError().trimmed().split('\n');
+    QVERIFY2(lines.last().startsWith("the display :97531 cannot be used: "), lines.last().constData());
 }
 
 ZO_TEST_MAIN(tst_zoServerProgram)
