@@ -82,8 +82,9 @@ void checkParaView(const zoHPCRenderSetup& rendering, const zoParaViewRelease& r
                                    "corners are numbers without exponents", number);
             }
         }
+        // Left of and above the screen, too: "+-50" is read as -50, and "-50" alone as counted from the right.
         static const QRegularExpression geometry(
-            QStringLiteral("^[1-9][0-9]*x[1-9][0-9]*[+-][0-9]+[+-][0-9]+$"));
+            QStringLiteral("^[1-9][0-9]*x[1-9][0-9]*\\+-?[0-9]+\\+-?[0-9]+$"));
         zoFuzzing::require(
             geometry.match(xml.attributes().value(QLatin1String("Geometry")).toString()).hasMatch(),
             "a geometry is one", QString::fromUtf8(text));

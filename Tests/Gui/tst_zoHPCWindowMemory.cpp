@@ -13,6 +13,9 @@
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QLabel>
 #include <QScreen>
 #include <QSettings>
@@ -92,6 +95,8 @@ private slots:
     void secondShowInOneRunKeepsWhatIsThere();
     void unreadableValuesAreIgnored_data();
     void unreadableValuesAreIgnored();
+    void fileThatCannotBeUsedIsLeftAlone_data();
+    void fileThatCannotBeUsedIsLeftAlone();
     void sizeFitsTheScreen();
     void maximizedDialogKeepsItsSize();
     void hostIsNotAsked();
@@ -185,6 +190,58 @@ void tst_zoHPCWindowMemory::unreadableValuesAreIgnored()
     QCOMPARE(dialog.size(), QSize(400, 300));
     QCOMPARE(dialog.splitter->sizes(), sizes);
     QCOMPARE(dialog.tabs->currentIndex(), 0);
+}
+
+void tst_zoHPCWindowMemory::fileThatCannotBeUsedIsLeftAlone_data()
+{
+    QTest::addColumn<QString>("kind");
+
+    for (const char* kind : {"folder", "file-for-its-folder", "link-to-nothing-that-can-be", "garbage"})
+        QTest::newRow(kind) << kind;
+}
+
+// No place for it is no error of anybody, and a dialog is as large as ever.
+void tst_zoHPCWindowMemory::fileThatCannotBeUsedIsLeftAlone()
+{
+    QFETCH(QString, kind);
+    const QString name = zoHPCWindowMemory::fileName();
+    const QString folder = QFileInfo(name).path();
+    QVERIFY(QDir(folder).removeRecursively());
+    const auto write = [](const QString& fileName) {
+        QFile file(fileName);
+        return file.open(QIODevice::WriteOnly) && file.write("[windows\n\0\xff=\n%%\xc3(=\\x", 22) == 22;
+    };
+    if (kind == "file-for-its-folder")
+        QVERIFY(write(folder));
+    else if (kind == "folder")
+        QVERIFY(QDir().mkpath(name));
+    else
+        QVERIFY(QDir().mkpath(folder));
+    if (kind == "garbage")
+        QVERIFY(write(name));
+    else if (kind == "link-to-nothing-that-can-be")
+        QVERIFY(QFile::link(QStringLiteral("/proc/no/such/file"), name));
+
+    {
+        Dialog dialog;
+        dialog.show();
+        QCoreApplication::processEvents();
+        QCOMPARE(dialog.size(), QSize(400, 300));
+        dialog.resize(500, 350);
+        dialog.accept();
+    }
+
+    const QFileInfo after(name);
+    if (kind == "file-for-its-folder")
+        QVERIFY(QFileInfo(folder).isFile());
+    else if (kind == "garbage")
+        QVERIFY(after.isFile());
+    else
+        QVERIFY(kind == "folder" ? after.isDir() : after.isSymLink());
+    if (kind == "file-for-its-folder" || kind == "link-to-nothing-that-can-be")
+        QVERIFY(QFile::remove(kind == "file-for-its-folder" ? folder : name));
+    QVERIFY(QDir(folder).removeRecursively());
+    QVERIFY(QDir().mkpath(folder));
 }
 
 void tst_zoHPCWindowMemory::sizeFitsTheScreen()
