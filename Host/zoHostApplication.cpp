@@ -4,6 +4,7 @@
 #include "zoHostLogPanel.h"
 #include "zoLocalClusterService.h"
 #include "zoNodeClusterService.h"
+#include "zoParaViewService.h"
 
 #include <zoFileReader.h>
 #include <zoKernelServiceFactory.h>
@@ -114,6 +115,8 @@ std::unique_ptr<zoHostClusterService> zoHostApplication::createCluster()
         m_options.engine.isEmpty() ? zoHostClusterPage::storedEngine(&m_preferences) : m_options.engine;
     if (engine == QLatin1String("local"))
         return std::make_unique<zoLocalClusterService>();
+    if (engine == QLatin1String("paraview"))
+        return createParaView();
     if (launch.program.isEmpty()) {
         const bool isWanted = !m_options.engine.isEmpty() || m_options.rehearse;
         if (isWanted)
@@ -125,6 +128,14 @@ std::unique_ptr<zoHostClusterService> zoHostApplication::createCluster()
     cluster->setEndsWithLostNode(zoHostClusterPage::storedEndsWithLostNode(&m_preferences));
     if (!m_options.nonInteractive)
         cluster->setRehearsalQuestion([this] { return mayRehearse(); });
+    return cluster;
+}
+
+std::unique_ptr<zoHostClusterService> zoHostApplication::createParaView()
+{
+    auto cluster = std::make_unique<zoParaViewService>(zoHostClusterPage::storedParaView(&m_preferences));
+    if (m_options.rehearse)
+        cluster->setRehearsal(zoParaViewService::desktopSize());
     return cluster;
 }
 

@@ -43,6 +43,7 @@ public:
 
 private:
     std::unique_ptr<zoHostClusterService> createCluster();
+    std::unique_ptr<zoHostClusterService> createParaView();
     bool mayRehearse();
     void registerServices();
     void unregisterServices();

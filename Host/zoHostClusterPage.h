@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zoNodeClusterService.h"
+#include "zoParaViewService.h"
 
 #include <QWidget>
 
@@ -22,14 +23,16 @@ public:
     zoHostClusterPage(zoPreferencesService* preferences, zoHostClusterService* cluster);
     ~zoHostClusterPage() override;
 
-    // "nodes" or "local"; what runs now stays until the next start of the program.
+    // "nodes", "paraview" or "local"; what runs now stays until the next start of the program.
     static QString storedEngine(zoPreferencesService* preferences);
     // The default one where what is stored cannot be used; the log says so.
     static zoNodeClusterService::Launch storedLaunch(zoPreferencesService* preferences);
+    static zoParaViewService::Launch storedParaView(zoPreferencesService* preferences);
     static bool storedEndsWithLostNode(zoPreferencesService* preferences);
 
 private:
     static int storedMebibytes(zoPreferencesService* preferences);
+    void createParaViewFields();
     void show();
     void save();
     void restoreDefaults();
@@ -40,6 +43,10 @@ private:
     QComboBox* m_engine;
     QLineEdit* m_launch;
     QLineEdit* m_program;
+    QLineEdit* m_paraView;
+    QSpinBox* m_port;
+    QComboBox* m_clients;
+    QLineEdit* m_reverseClient;
     QCheckBox* m_endsWithLostNode;
     QSpinBox* m_memoryPerNode;
 };

@@ -2,6 +2,8 @@
 
 #include <zoClusterService.h>
 
+#include <QString>
+
 // What the host asks of a cluster service of its own, beyond what modules do.
 class zoHostClusterService : public zoClusterService
 {
@@ -16,6 +18,9 @@ public:
     // Takes over a configuration that does not come from the user's window, and announces it with
     // configChanged().
     void offerConfig(const QString& document);
+
+    // What the session runs on when that is not node servers: "ParaView". Empty by default.
+    virtual QString engineName() const { return {}; }
 
     // Memory in bytes that each node of a session needs; 0 asks nothing.
     virtual void setMemoryPerNode(qint64 bytes) = 0;

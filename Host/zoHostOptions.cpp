@@ -45,8 +45,8 @@ struct CommandLine
     const QCommandLineOption engine{
         QStringLiteral("engine"),
         zoHostOptions::tr(
-            "Runs sessions on the node servers (nodes) or inside this program, which then shows "
-            "nothing (local), instead of what the preferences say."),
+            "Runs sessions on the node servers (nodes), on ParaView's server (paraview) or inside this "
+            "program, which then shows nothing (local), instead of what the preferences say."),
         zoHostOptions::tr("ENGINE")};
     const QCommandLineOption rehearse{
         QStringLiteral("rehearse"),
@@ -98,8 +98,9 @@ struct CommandLine
         {
             const QCommandLineOption& option;
             QStringList words;
-        } choices[] = {{engine, {QStringLiteral("nodes"), QStringLiteral("local")}},
-                       {show, {QStringLiteral("tiles"), QStringLiteral("test-image")}}};
+        } choices[] = {
+            {engine, {QStringLiteral("nodes"), QStringLiteral("paraview"), QStringLiteral("local")}},
+            {show, {QStringLiteral("tiles"), QStringLiteral("test-image")}}};
         for (const auto& choice : choices) {
             if (parser.isSet(choice.option) && !choice.words.contains(parser.value(choice.option)))
                 return zoHostOptions::tr("--%1: \"%2\" is none of %3")
@@ -110,6 +111,14 @@ struct CommandLine
             for (const QCommandLineOption& option : {rehearse, show, wallPicture, nodePictures}) {
                 if (parser.isSet(option))
                     return zoHostOptions::tr("--%1 needs node servers, and --engine local has none")
+                        .arg(option.names().constFirst());
+            }
+        }
+        if (parser.value(engine) == QLatin1String("paraview")) {
+            for (const QCommandLineOption& option : {wallPicture, nodePictures}) {
+                if (parser.isSet(option))
+                    return zoHostOptions::tr("--%1 needs node servers: ParaView's server draws on the "
+                                             "displays alone")
                         .arg(option.names().constFirst());
             }
         }

@@ -23,7 +23,7 @@ public:
     QString configFile;        // empty: the default file of the preferences
     QString screenshotFile;    // empty: none
     QStringList moduleFiles;   // empty: the module that belongs to this host
-    QString engine;            // "local" or "nodes"; empty: the preferences decide
+    QString engine;            // "nodes", "paraview" or "local"; empty: the preferences decide
     QString shownPicture;      // "tiles" or "test-image"; empty: none
     QString wallPictureFile;   // empty: none
     QString nodePictureFolder; // empty: none

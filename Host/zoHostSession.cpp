@@ -3,6 +3,7 @@
 #include "zoClusterDocument.h"
 #include "zoHostDocument.h"
 #include "zoHostMainWindow.h"
+#include "zoParaViewService.h"
 #include "zoSessionText.h"
 
 #include <zoClusterService.h>
@@ -121,9 +122,13 @@ void zoHostSession::follow()
     const QStringList nodes = m_cluster->runningNodes();
     print(QStringLiteral("running: %1").arg(nodes.join(QStringLiteral(", "))));
     print(QStringLiteral("session: %1").arg(zoSessionText::forScripts(m_cluster)));
+    if (const auto* paraView = qobject_cast<const zoParaViewService*>(m_cluster))
+        print(QStringLiteral("connect: %1 --connect-id=%2")
+                  .arg(paraView->serverUrl(), QString::number(paraView->connectId())));
     if (!m_options.shownPicture.isEmpty())
         showPicture();
-    if (m_options.nonInteractive && m_options.exitAfterStop)
+    const bool measures = (m_cluster->capabilities() & zoClusterService::MeasuresSpeed) != 0;
+    if (m_options.nonInteractive && m_options.exitAfterStop && measures)
         then(&zoHostSession::measure);
     else
         then(&zoHostSession::takePictures);

@@ -32,7 +32,8 @@ QString libraryOf(const void* address)
 
 bool hasAncestorIn(const QWidget* widget, const QSet<QWidget*>& widgets)
 {
-    for (QWidget* ancestor = widget->parentWidget(); ancestor != nullptr; ancestor = ancestor->parentWidget()) {
+    for (QWidget* ancestor = widget->parentWidget(); ancestor != nullptr;
+         ancestor = ancestor->parentWidget()) {
         if (widgets.contains(ancestor))
             return true;
     }

@@ -159,6 +159,62 @@ Soll die Sitzung auf diesem Rechner geprobt werden?</translation>
         <source>The launch command &quot;%1&quot; cannot be used: %2</source>
         <translation>Der Startbefehl „%1“ ist nicht brauchbar: %2</translation>
     </message>
+    <message>
+        <source>ParaView</source>
+        <translation>ParaView</translation>
+    </message>
+    <message>
+        <source>P&amp;araView&apos;s server:</source>
+        <translation>P&amp;araView-Server:</translation>
+    </message>
+    <message>
+        <source>P&amp;ort of ParaView:</source>
+        <translation>P&amp;ort von ParaView:</translation>
+    </message>
+    <message>
+        <source>Cl&amp;ients of ParaView:</source>
+        <translation>Cl&amp;ients von ParaView:</translation>
+    </message>
+    <message>
+        <source>Calls its clien&amp;t on:</source>
+        <translation>Ruf&amp;t seinen Client auf:</translation>
+    </message>
+    <message>
+        <source>Name or path of ParaView&apos;s server, pvserver, on all machines</source>
+        <translation>Name oder Pfad des ParaView-Servers, pvserver, auf allen Rechnern</translation>
+    </message>
+    <message>
+        <source>Where ParaView&apos;s server waits for its client; when it is taken, the next ones are tried</source>
+        <translation>Wo der ParaView-Server auf seinen Client wartet; ist er belegt, werden die nächsten versucht</translation>
+    </message>
+    <message>
+        <source>On this machine when all of the wall is here</source>
+        <translation>Auf diesem Rechner, wenn die ganze Wand hier steht</translation>
+    </message>
+    <message>
+        <source>On this machine only; others tunnel</source>
+        <translation>Nur auf diesem Rechner; andere tunneln</translation>
+    </message>
+    <message>
+        <source>Anywhere</source>
+        <translation>Überall</translation>
+    </message>
+    <message>
+        <source>What the connect command names. The port is open on all addresses in any case: close it with a firewall.</source>
+        <translation>Was der Verbindungsbefehl nennt. Der Port ist in jedem Fall auf allen Adressen offen: Eine Firewall kann ihn schließen.</translation>
+    </message>
+    <message>
+        <source>nobody: it waits to be called</source>
+        <translation>niemanden: er wartet auf den Ruf</translation>
+    </message>
+    <message>
+        <source>For nodes that may not be reached: the machine of the client, which then listens on all of its addresses</source>
+        <translation>Für Knoten, die nicht erreicht werden dürfen: der Rechner des Clients, der dann auf allen seinen Adressen lauscht</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot be the name of ParaView&apos;s client</source>
+        <translation>„%1“ kann nicht der Name des ParaView-Clients sein</translation>
+    </message>
 </context>
 <context>
     <name>zoHostEarlierConfigurations</name>
@@ -619,10 +675,6 @@ Das Protokoll nennt den Grund.</translation>
         <translation>--%1 ist mehrfach angegeben</translation>
     </message>
     <message>
-        <source>Runs sessions on the node servers (nodes) or inside this program, which then shows nothing (local), instead of what the preferences say.</source>
-        <translation>Lässt Sitzungen auf den Knotenservern laufen (nodes) oder in diesem Programm, das dann nichts zeigt (local), statt wie in den Einstellungen.</translation>
-    </message>
-    <message>
         <source>ENGINE</source>
         <translation>WORAUF</translation>
     </message>
@@ -657,6 +709,14 @@ Das Protokoll nennt den Grund.</translation>
     <message>
         <source>--%1 needs node servers, and --engine local has none</source>
         <translation>--%1 braucht Knotenserver, und --engine local hat keine</translation>
+    </message>
+    <message>
+        <source>Runs sessions on the node servers (nodes), on ParaView&apos;s server (paraview) or inside this program, which then shows nothing (local), instead of what the preferences say.</source>
+        <translation>Führt Sitzungen auf den Knotenservern (nodes), auf dem ParaView-Server (paraview) oder in diesem Programm aus, das dann nichts zeigt (local), statt wie in den Einstellungen.</translation>
+    </message>
+    <message>
+        <source>--%1 needs node servers: ParaView&apos;s server draws on the displays alone</source>
+        <translation>--%1 braucht Knotenserver: Der ParaView-Server zeichnet nur auf die Bildschirme</translation>
     </message>
 </context>
 <context>
@@ -793,6 +853,69 @@ Das Protokoll nennt den Grund.</translation>
     <message>
         <source>Unable to write picture %1: %2</source>
         <translation>Das Bild %1 lässt sich nicht schreiben: %2</translation>
+    </message>
+</context>
+<context>
+    <name>zoHostSessionService</name>
+    <message>
+        <source>Configuration of the running cluster refused: %1</source>
+        <translation type="unfinished">Konfiguration des laufenden Clusters zurückgewiesen: %1</translation>
+    </message>
+    <message>
+        <source>Cluster start refused: a start is in progress</source>
+        <translation type="unfinished">Start des Clusters abgelehnt: er wird gerade gestartet</translation>
+    </message>
+    <message>
+        <source>the configuration is empty</source>
+        <translation type="unfinished">die Konfiguration ist leer</translation>
+    </message>
+    <message>
+        <source>the configuration is not well-formed: %1</source>
+        <translation type="unfinished">die Konfiguration ist nicht wohlgeformt: %1</translation>
+    </message>
+    <message>
+        <source>the configuration has no enabled node</source>
+        <translation type="unfinished">die Konfiguration hat keinen aktivierten Knoten</translation>
+    </message>
+    <message>
+        <source>aborted</source>
+        <translation type="unfinished">abgebrochen</translation>
+    </message>
+    <message>
+        <source>a server already runs on %1</source>
+        <translation type="unfinished">auf %1 läuft bereits ein Server</translation>
+    </message>
+    <message>
+        <source>not enough memory for %1</source>
+        <translation type="unfinished">nicht genug Speicher für %1</translation>
+    </message>
+    <message>
+        <source>Cluster runs on %1</source>
+        <translation type="unfinished">Cluster läuft auf %1</translation>
+    </message>
+    <message>
+        <source>Cluster not started: %1</source>
+        <translation type="unfinished">Cluster nicht gestartet: %1</translation>
+    </message>
+    <message>
+        <source>Cluster stopped</source>
+        <translation type="unfinished">Cluster gestoppt</translation>
+    </message>
+    <message>
+        <source>Show tiles: on</source>
+        <translation type="unfinished">Kacheln anzeigen: ein</translation>
+    </message>
+    <message>
+        <source>Show tiles: off</source>
+        <translation type="unfinished">Kacheln anzeigen: aus</translation>
+    </message>
+    <message>
+        <source>Show test image: on</source>
+        <translation type="unfinished">Testbild anzeigen: ein</translation>
+    </message>
+    <message>
+        <source>Show test image: off</source>
+        <translation type="unfinished">Testbild anzeigen: aus</translation>
     </message>
 </context>
 <context>
@@ -1083,6 +1206,188 @@ Das Protokoll nennt den Grund.</translation>
     </message>
 </context>
 <context>
+    <name>zoParaViewProbe</name>
+    <message>
+        <source>it does not answer</source>
+        <translation type="unfinished">antwortet nicht</translation>
+    </message>
+    <message>
+        <source>%1 does not tell its version</source>
+        <translation>%1 nennt seine Version nicht</translation>
+    </message>
+    <message>
+        <source>whether display %1 can be opened is not known: neither %2 nor xwininfo is there</source>
+        <translation>ob sich der Bildschirm %1 öffnen lässt, ist unbekannt: weder %2 noch xwininfo ist dort</translation>
+    </message>
+    <message>
+        <source>its display %1 cannot be opened</source>
+        <translation>sein Bildschirm %1 lässt sich nicht öffnen</translation>
+    </message>
+    <message>
+        <source>its display %1 cannot be opened: %2</source>
+        <translation>sein Bildschirm %1 lässt sich nicht öffnen: %2</translation>
+    </message>
+    <message>
+        <source>its folder %1 cannot be made: %2</source>
+        <translation>sein Ordner %1 lässt sich nicht anlegen: %2</translation>
+    </message>
+    <message>
+        <source>%1 cannot be brought there: %2</source>
+        <translation>%1 lässt sich nicht dorthin bringen: %2</translation>
+    </message>
+</context>
+<context>
+    <name>zoParaViewService</name>
+    <message>
+        <source>ParaView&apos;s server did not come back</source>
+        <translation>der ParaView-Server kam nicht wieder</translation>
+    </message>
+    <message>
+        <source>ParaView&apos;s server is one job and does not pass the gateway %1</source>
+        <translation>der ParaView-Server ist ein einziger Job und kommt nicht am Gateway %1 vorbei</translation>
+    </message>
+    <message>
+        <source>no window of an enabled node shows a plane</source>
+        <translation>kein Fenster eines aktiven Knotens zeigt eine Ebene</translation>
+    </message>
+    <message>
+        <source>the folder of the session cannot be made: %1</source>
+        <translation>der Ordner der Sitzung lässt sich nicht anlegen: %1</translation>
+    </message>
+    <message>
+        <source>aborted</source>
+        <translation type="unfinished">abgebrochen</translation>
+    </message>
+    <message>
+        <source>Other hosts on this machine cannot be seen: %1</source>
+        <translation type="unfinished">Andere Sitzungen auf diesem Rechner sind nicht zu erkennen: %1</translation>
+    </message>
+    <message>
+        <source>Connected to %1</source>
+        <translation type="unfinished">Verbunden mit %1</translation>
+    </message>
+    <message>
+        <source>Connecting to %1 ...</source>
+        <translation type="unfinished">Verbinden mit %1 ...</translation>
+    </message>
+    <message>
+        <source>the nodes did not answer</source>
+        <translation type="unfinished">die Knoten haben nicht geantwortet</translation>
+    </message>
+    <message>
+        <source>Node %1: %2</source>
+        <translation type="unfinished">Knoten %1: %2</translation>
+    </message>
+    <message>
+        <source>Node %1 failed: %2</source>
+        <translation type="unfinished">Knoten %1 fehlgeschlagen: %2</translation>
+    </message>
+    <message>
+        <source>%1 cannot be used</source>
+        <translation type="unfinished">%1 nicht nutzbar</translation>
+    </message>
+    <message>
+        <source>%1 on %2</source>
+        <translation>%1 auf %2</translation>
+    </message>
+    <message>
+        <source>ParaView must be of one release on all nodes; there is %1</source>
+        <translation>ParaView muss auf allen Knoten von einer Ausgabe sein; es gibt %1</translation>
+    </message>
+    <message>
+        <source> and </source>
+        <translation> und </translation>
+    </message>
+    <message>
+        <source>ParaView&apos;s server starts on port %1 ...</source>
+        <translation>ParaView-Server startet auf Port %1 ...</translation>
+    </message>
+    <message>
+        <source>ParaView&apos;s server did not accept clients within %1 s</source>
+        <translation>der ParaView-Server nahm binnen %1 s keine Clients an</translation>
+    </message>
+    <message>
+        <source>ParaView&apos;s server waits for a client</source>
+        <translation>ParaView-Server wartet auf einen Client</translation>
+    </message>
+    <message>
+        <source>ParaView&apos;s server cannot read its file: %1</source>
+        <translation>der ParaView-Server kann seine Datei nicht lesen: %1</translation>
+    </message>
+    <message>
+        <source>ParaView&apos;s server ended: %1</source>
+        <translation>der ParaView-Server endete: %1</translation>
+    </message>
+    <message>
+        <source>ParaView&apos;s server ended on %1: %2</source>
+        <translation>der ParaView-Server endete auf %1: %2</translation>
+    </message>
+    <message>
+        <source>Port %1 is in use</source>
+        <translation>Port %1 ist belegt</translation>
+    </message>
+    <message>
+        <source>the ports %1 to %2 are in use</source>
+        <translation>die Ports %1 bis %2 sind belegt</translation>
+    </message>
+    <message>
+        <source>ParaView does not run on nodes that show nothing: %1</source>
+        <translation>ParaView läuft nicht auf Knoten, die nichts zeigen: %1</translation>
+    </message>
+    <message>
+        <source>Connect with ParaView %1: %2</source>
+        <translation>Verbinden mit ParaView %1: %2</translation>
+    </message>
+    <message>
+        <source>From other machines: ssh -L %1:localhost:%1 %2. The port is open on all addresses all the same; a firewall can close it.</source>
+        <translation>Von anderen Rechnern: ssh -L %1:localhost:%1 %2. Der Port ist trotzdem auf allen Adressen offen; eine Firewall kann ihn schließen.</translation>
+    </message>
+    <message>
+        <source>A client without the connect id was refused</source>
+        <translation>Ein Client ohne die Verbindungskennung wurde abgewiesen</translation>
+    </message>
+    <message>
+        <source>A client of ParaView is connected</source>
+        <translation>Ein Client von ParaView ist verbunden</translation>
+    </message>
+    <message>
+        <source>ParaView&apos;s server waits for a client: %1</source>
+        <translation>ParaView-Server wartet auf einen Client: %1</translation>
+    </message>
+    <message>
+        <source>The client of ParaView left</source>
+        <translation>Der Client von ParaView hat sich getrennt</translation>
+    </message>
+    <message>
+        <source>ParaView&apos;s server ended three times without a client: %1</source>
+        <translation>der ParaView-Server endete dreimal ohne Client: %1</translation>
+    </message>
+    <message>
+        <source>Node %1 lost: %2</source>
+        <translation type="unfinished">Knoten %1 verloren: %2</translation>
+    </message>
+    <message>
+        <source>Cluster session lost: %1</source>
+        <translation type="unfinished">Cluster-Sitzung verloren: %1</translation>
+    </message>
+    <message>
+        <source>Configuration of the running cluster refused: %1</source>
+        <translation type="unfinished">Konfiguration des laufenden Clusters zurückgewiesen: %1</translation>
+    </message>
+    <message>
+        <source>the eye separation</source>
+        <translation>den Augenabstand</translation>
+    </message>
+    <message>
+        <source>what %1 shows</source>
+        <translation>das, was %1 zeigt</translation>
+    </message>
+    <message>
+        <source>Configuration of the running cluster refused: ParaView&apos;s server would have to start again for %1 (Restart session)</source>
+        <translation>Konfiguration des laufenden Clusters abgelehnt: Für %1 müsste der ParaView-Server neu starten (Sitzung neu starten)</translation>
+    </message>
+</context>
+<context>
     <name>zoSessionRequest</name>
     <message>
         <source>no node</source>
@@ -1110,6 +1415,18 @@ Das Protokoll nennt den Grund.</translation>
     <message>
         <source>%1 nodes</source>
         <translation>%1 Knoten</translation>
+    </message>
+    <message>
+        <source>%1 on 1 node</source>
+        <translation>%1 auf 1 Knoten</translation>
+    </message>
+    <message>
+        <source>%1 on %2 nodes</source>
+        <translation>%1 auf %2 Knoten</translation>
+    </message>
+    <message>
+        <source>%1, rehearsed on this machine</source>
+        <translation>%1, Probe auf diesem Rechner</translation>
     </message>
 </context>
 </TS>

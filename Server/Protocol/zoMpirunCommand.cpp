@@ -76,6 +76,8 @@ zoMpirunCommand::zoMpirunCommand(const Job& job)
         if (!host.isEmpty())
             m_arguments << QStringLiteral("--host")
                         << QStringLiteral("%1:%2").arg(host).arg(machine.processes);
+        for (auto it = machine.environment.cbegin(); it != machine.environment.cend(); ++it)
+            m_arguments << QStringLiteral("-x") << it.key() + QLatin1Char('=') + it.value();
         m_arguments << machine.program;
     }
 }

@@ -15,7 +15,8 @@ public:
     {
         QString host; // what the launcher reaches it by; empty for this machine
         int processes = 1;
-        QStringList program; // with its arguments
+        QStringList program;                     // with its arguments
+        QMap<QString, QString> environment = {}; // of these programs, beside their own
     };
 
     struct Job

@@ -1,17 +1,14 @@
 #include "zoServerSetup.h"
 
+#include "zoConfigurationText.h"
 #include "zoWallArrangement.h"
 #include "zoWallNeighbourhood.h"
 
 #include <zoCheckScene.h>
-#include <zoClusterTags.h>
 #include <zoHPCDisplayItem.h>
-#include <zoHPCDocumentText.h>
 #include <zoHPCItemsById.h>
 #include <zoHPCTreeItem.h>
 #include <zoHPCWindowItem.h>
-
-#include <QDomDocument>
 
 namespace
 {
@@ -42,22 +39,9 @@ bool isEncryptedFromAbove(const zoHPCTreeItem* item)
 
 bool zoServerSetup::read(const QString& text, double pixelPitch, zoWallSetup& setup, QString& reason)
 {
-    QDomDocument document;
-    zoHPCDocumentText::Refusal refusal;
-    if (!zoHPCDocumentText::parse(text, document, refusal)) {
-        reason = refusal.reason.isEmpty() ? tr("the configuration is empty")
-                                          : tr("line %1, column %2: %3")
-                                                .arg(QString::number(refusal.line),
-                                                     QString::number(refusal.column), refusal.reason);
-        return false;
-    }
-    if (document.documentElement().tagName() != zoClusterTags::Cluster) {
-        reason = tr("no cluster configuration: its root element is \"%1\"")
-                     .arg(document.documentElement().tagName());
-        return false;
-    }
     zoServerSetup reader;
-    reader.m_configuration.read(document);
+    if (!zoConfigurationText::read(text, reader.m_configuration, reason))
+        return false;
     reader.m_render = std::make_unique<zoHPCRenderSetup>(reader.m_configuration.displays(),
                                                          reader.m_configuration.hosts().master(), pixelPitch);
     reader.readNetworks();

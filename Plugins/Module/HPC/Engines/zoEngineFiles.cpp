@@ -368,12 +368,13 @@ QSet<QString> hostsWithScreens(const std::vector<zoHPCRenderSetup::Picture>& pic
     return result;
 }
 
-QString machine(const zoHPCRenderSetup::Picture& picture, bool namesDisplay, const QString& attributes)
+QString machine(const zoHPCRenderSetup::Picture& picture, const zoEngineFiles::Place& place,
+                const QString& attributes)
 {
-    const QRect& g = picture.geometry;
+    const QRect& g = place.geometry;
     QString text = zoText("    <Machine Name=\"%1\"").arg(picture.host.toHtmlEscaped());
-    if (picture.screen >= 0 && namesDisplay)
-        text += zoText(" Environment=\"DISPLAY=:0.%1\"").arg(picture.screen);
+    if (!place.display.isEmpty())
+        text += zoText(" Environment=\"DISPLAY=%1\"").arg(place.display.toHtmlEscaped());
     // Both places have their plus, also before a minus: "+-50+-40".
     text += attributes + zoText("\n             Geometry=\"%1x%2+%3+%4\"\n")
                              .arg(QString::number(g.width()), QString::number(g.height()),
@@ -440,14 +441,26 @@ QString zoEngineFiles::equalizerName(const QString& text)
     return result.simplified();
 }
 
-QByteArray zoEngineFiles::paraView(const zoHPCRenderSetup& setup, const zoParaViewRelease& release)
+std::vector<zoEngineFiles::Place> zoEngineFiles::paraViewPlaces(const zoHPCRenderSetup& setup)
 {
+    const QSet<QString> several = hostsWithScreens(setup.pictures());
+    std::vector<Place> places;
+    for (const zoHPCRenderSetup::Picture& picture : setup.pictures()) {
+        const bool namesDisplay = picture.screen >= 0 && several.contains(picture.host);
+        places.push_back({namesDisplay ? zoText(":0.%1").arg(picture.screen) : QString(), picture.geometry});
+    }
+    return places;
+}
+
+QByteArray zoEngineFiles::paraView(const zoHPCRenderSetup& setup, const zoParaViewRelease& release,
+                                   const std::vector<Place>& givenPlaces)
+{
+    const std::vector<Place> places = givenPlaces.empty() ? paraViewPlaces(setup) : givenPlaces;
     QString text = zoText("<?xml version=\"1.0\" ?>\n<pvx>\n");
     if (release.hasProcess())
         text += zoText("  <Process Type=\"server\">\n");
     text += zoText("    <EyeSeparation Value=\"%1\"/>\n").arg(number(setup.eyeSeparation() / 1000.0));
 
-    const QSet<QString> several = hostsWithScreens(setup.pictures());
     // Viewers are the displays, numbered from 0 without gaps.
     std::vector<int> viewers;
     std::vector<double> separations;
@@ -467,7 +480,8 @@ QByteArray zoEngineFiles::paraView(const zoHPCRenderSetup& setup, const zoParaVi
                         .arg(QString::number(i), number(separations[i] / 1000.0));
         text += zoText("    </IndependentViewers>\n");
     }
-    for (const zoHPCRenderSetup::Picture& picture : setup.pictures()) {
+    for (std::size_t i = 0; i < setup.pictures().size(); ++i) {
+        const zoHPCRenderSetup::Picture& picture = setup.pictures()[i];
         const int display = setup.layout().windows()[std::size_t(picture.window)].display;
         QString attributes;
         if (hasViewers)
@@ -476,7 +490,7 @@ QByteArray zoEngineFiles::paraView(const zoHPCRenderSetup& setup, const zoParaVi
         const char* const stereo = release.hasViewers() ? paraViewStereo(picture.eye) : nullptr;
         if (stereo != nullptr && *stereo != '\0')
             attributes += zoText(" StereoType=\"%1\"").arg(QLatin1String(stereo));
-        text += machine(picture, several.contains(picture.host), attributes);
+        text += machine(picture, places[i], attributes);
     }
     if (release.hasProcess())
         text += zoText("  </Process>\n");

@@ -4,12 +4,26 @@
 #include "zoParaViewRelease.h"
 
 #include <QByteArray>
+#include <QRect>
+#include <QString>
+
+#include <vector>
 
 // The texts of configuration files for other engines: metres, and numbers without exponents.
 namespace zoEngineFiles
 {
-// For pvserver: one machine for each MPI rank, in the order of the pictures.
-QByteArray paraView(const zoHPCRenderSetup& setup, const zoParaViewRelease& release);
+// Where a window of ParaView opens, when that is not where the configuration says.
+struct Place
+{
+    QString display; // ":3.1"; empty follows the environment
+    QRect geometry;  // pixels
+};
+
+// For pvserver: one machine for each MPI rank, in the order of the pictures. Either no places or one for each.
+QByteArray paraView(const zoHPCRenderSetup& setup, const zoParaViewRelease& release,
+                    const std::vector<Place>& places = {});
+// The places that the configuration itself says.
+std::vector<Place> paraViewPlaces(const zoHPCRenderSetup& setup);
 // Nodes with their pipes, windows and channels, an observer for each display, and a canvas for each wall of a display
 // with a segment for each channel.
 QByteArray equalizer(const zoHPCRenderSetup& setup);

@@ -1,6 +1,6 @@
 #include "zoSetupLibrary.h"
 
-#include <zoWallSetup.h>
+#include "zoWallSetup.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -12,6 +12,13 @@ namespace
 // mm; of walls that say how many pixels they have and not how large they are. What exports take for it unless they are
 // told otherwise, so that both show the same.
 constexpr double s_pixelPitch = 1.0;
+
+// Stays loaded.
+QLibrary& library()
+{
+    static QLibrary component(zoSetupLibrary::componentFile(QStringLiteral("zoServerSetup")));
+    return component;
+}
 } // namespace
 
 QString zoSetupLibrary::componentFile(const QString& name)
@@ -31,11 +38,24 @@ QString zoSetupLibrary::componentFile(const QString& name)
 
 bool zoSetupLibrary::read(const QString& document, zoWallSetup& setup, QString& reason)
 {
-    static QLibrary library(componentFile(QStringLiteral("zoServerSetup")));
-    static const auto readWallSetup = reinterpret_cast<zoReadWallSetup>(library.resolve(ZO_READ_WALL_SETUP));
+    static const auto readWallSetup =
+        reinterpret_cast<zoReadWallSetup>(library().resolve(ZO_READ_WALL_SETUP));
     if (readWallSetup == nullptr) {
-        reason = library.errorString();
+        reason = library().errorString();
         return false;
     }
     return readWallSetup(document, s_pixelPitch, setup, reason);
+}
+
+bool zoSetupLibrary::read(const QString& document, zoParaViewSetup::Request request, zoParaViewSetup& setup,
+                          QString& reason)
+{
+    static const auto readParaViewSetup =
+        reinterpret_cast<zoReadParaViewSetup>(library().resolve(ZO_READ_PARAVIEW_SETUP));
+    if (readParaViewSetup == nullptr) {
+        reason = library().errorString();
+        return false;
+    }
+    request.pixelPitch = s_pixelPitch;
+    return readParaViewSetup(document, request, setup, reason);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zoParaViewSetup.h"
+
 #include <QString>
 
 struct zoWallSetup;
@@ -12,4 +14,6 @@ QString componentFile(const QString& name);
 
 // False, with a reason, when the component is missing or the document cannot be read.
 bool read(const QString& document, zoWallSetup& setup, QString& reason);
+// The same for a session of ParaView's server; the pixel pitch of the request is not read.
+bool read(const QString& document, zoParaViewSetup::Request request, zoParaViewSetup& setup, QString& reason);
 } // namespace zoSetupLibrary

@@ -1,0 +1,155 @@
+#pragma once
+
+#include "zoHostSessionService.h"
+#include "zoNodeReports.h"
+#include "zoPvServerLog.h"
+#include "zoSessionWait.h"
+
+#include <zoClusterNodeLocks.h>
+#include <zoParaViewSetup.h>
+
+#include <QElapsedTimer>
+#include <QSize>
+#include <QTimer>
+
+#include <functional>
+#include <memory>
+
+class QTemporaryDir;
+class zoMpirunProcess;
+class zoParaViewProbe;
+
+// The cluster service whose sessions are ParaView's server: one job of mpirun with a rank for each window of the
+// configuration, to which the user's ParaView connects. The server ends with its client and is started again, until
+// stop(). A running session keeps its document: what would move a window needs a start.
+//
+// start() handles events while it waits, as zoHostSessionService says, and nothing else here does.
+class zoParaViewService final : public zoHostSessionService
+{
+    Q_OBJECT
+
+public:
+    static constexpr int DefaultPort = 11111;
+    static constexpr int PortTries = 8;
+
+    // From where clients are asked to come; the server listens on all addresses in any case.
+    enum class Clients {
+        AsTheWall, // from this machine when all of the wall stands here
+        ThisMachine,
+        Anywhere
+    };
+
+    // How the programs are started.
+    struct Launch
+    {
+        QString mpirun = QStringLiteral("mpirun");
+        QString program = QStringLiteral("pvserver");
+        QString nodeServer = QStringLiteral("ZOKEClusterServer"); // looks at displays of other machines
+        QString nodeServerHere;                                   // and of this one
+        QStringList pattern;                                      // as zoLauncher::fromText() gives it
+        int port = DefaultPort;
+        Clients clients = Clients::AsTheWall;
+        QString reverseClient; // the machine of the client that the server calls; empty when it waits for one
+        int limitMs = 30000;   // until it accepts clients
+    };
+
+    static Launch defaultLaunch();
+    // Of this machine's display, pixels; what this program shows on may be another one.
+    static QSize desktopSize();
+
+    explicit zoParaViewService(const Launch& launch, QObject* parent = nullptr);
+    ~zoParaViewService() override; // ends a session without a signal
+
+    QStringList runningNodes() override;
+    QStringList speedTest() override { return {}; }
+    Capabilities capabilities() override;
+    QVector<zoClusterNodeReport> nodeReport() override;
+    QString engineName() const override { return QStringLiteral("ParaView"); }
+
+    // Of the next session.
+    void setLaunch(const Launch& launch) { m_launch = launch; }
+    // All windows of the next session stand on this machine's display, of this size in pixels.
+    void setRehearsal(const QSize& desktop) { m_rehearsal = desktop; }
+
+    // "cs://HOST:PORT"; empty when no session runs.
+    QString serverUrl() const;
+    quint32 connectId() const { return m_connectId; }
+    // What a person types to connect, and the same as words; empty when no session runs.
+    QString connectText() const;
+    QStringList connectCommand() const;
+    // Whether a client is connected now.
+    bool hasClient() const;
+    // What of a document that the running session refused needs a start; empty for nothing.
+    QString refusedChange() const { return m_refusedChange; }
+
+    void setAvailableMemory(qint64 bytes) { m_availableMemory = bytes; } // for tests: what each machine has
+    void setLockDirectory(const QString& directory);                     // for tests: where sessions meet
+    qint64 jobProcess() const;                                           // for tests
+    QString sessionFolder() const;                                       // for tests
+
+signals:
+    // The server waits for a client, has one, or neither for a moment; or refusedChange() is new.
+    void connectionChanged();
+
+protected:
+    bool connectSession(const Nodes& nodes, const Accepted& accepted) override;
+    bool mayChange(const QString& document) override;
+    void changeSession(const Nodes& nodes) override;
+    void releaseSession() override;
+    void wakeSession() override { m_wait.wake(); }
+    void showContent() override;
+
+private:
+    enum class Step { Done, Failed, Destroyed };
+
+    bool readSetup(const QString& document, zoParaViewSetup& setup, QString& reason) const;
+    bool prepare(const QString& document);
+    bool makeFolder();
+    Step probe();
+    Step launchOnFreePort();
+    bool lookForMistakes();
+    void findOtherSessions(const Nodes& nodes, QStringList& inUse);
+    QStringList shortOfMemory() const;
+    bool announce();
+    void logConnection() const;
+
+    bool isHere(const QString& host) const;
+    QString launchHost(const zoParaViewSetup::Machine& machine) const; // empty for this machine
+    QString displayOf(const zoParaViewSetup::Machine& machine) const;
+    QStringList nodeIds() const;
+    bool isForThisMachine() const;
+
+    bool launch();
+    void endJob();
+    void addLine(const QString& text);
+    void jobEnded(int exitCode);
+    void launchAgain();
+    void lose(const QString& reason, int rank);
+    void tellNode(const QString& id, const QString& state, const QString& reason);
+
+    Launch m_launch;
+    QSize m_rehearsal;
+    zoParaViewSetup m_setup; // of the session
+    QStringList m_running;
+    zoNodeReports m_reports;
+    zoClusterNodeLocks m_locks;
+    qint64 m_availableMemory = -1;
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QStringList m_foldersElsewhere; // hosts with a copy of it
+    std::unique_ptr<zoParaViewProbe> m_probe;
+    zoMpirunProcess* m_job = nullptr;
+    zoPvServerLog m_log;
+    QString m_broken; // why a start cannot go on
+    bool m_isEnded = false;
+    int m_exitCode = 0;
+    int m_port = 0;
+    quint32 m_connectId = 0;
+    int m_refusedClients = 0;
+    QString m_refusedChange;
+
+    zoSessionWait m_wait;
+    QTimer m_limit; // of a server that starts again
+    QElapsedTimer m_clock;
+    QList<qint64> m_ends; // without a client, one after the other, ms
+};
