@@ -859,63 +859,63 @@ Das Protokoll nennt den Grund.</translation>
     <name>zoHostSessionService</name>
     <message>
         <source>Configuration of the running cluster refused: %1</source>
-        <translation type="unfinished">Konfiguration des laufenden Clusters zurückgewiesen: %1</translation>
+        <translation>Konfiguration des laufenden Clusters zurückgewiesen: %1</translation>
     </message>
     <message>
         <source>Cluster start refused: a start is in progress</source>
-        <translation type="unfinished">Start des Clusters abgelehnt: er wird gerade gestartet</translation>
+        <translation>Start des Clusters abgelehnt: er wird gerade gestartet</translation>
     </message>
     <message>
         <source>the configuration is empty</source>
-        <translation type="unfinished">die Konfiguration ist leer</translation>
+        <translation>die Konfiguration ist leer</translation>
     </message>
     <message>
         <source>the configuration is not well-formed: %1</source>
-        <translation type="unfinished">die Konfiguration ist nicht wohlgeformt: %1</translation>
+        <translation>die Konfiguration ist nicht wohlgeformt: %1</translation>
     </message>
     <message>
         <source>the configuration has no enabled node</source>
-        <translation type="unfinished">die Konfiguration hat keinen aktivierten Knoten</translation>
+        <translation>die Konfiguration hat keinen aktivierten Knoten</translation>
     </message>
     <message>
         <source>aborted</source>
-        <translation type="unfinished">abgebrochen</translation>
+        <translation>abgebrochen</translation>
     </message>
     <message>
         <source>a server already runs on %1</source>
-        <translation type="unfinished">auf %1 läuft bereits ein Server</translation>
+        <translation>auf %1 läuft bereits ein Server</translation>
     </message>
     <message>
         <source>not enough memory for %1</source>
-        <translation type="unfinished">nicht genug Speicher für %1</translation>
+        <translation>nicht genug Speicher für %1</translation>
     </message>
     <message>
         <source>Cluster runs on %1</source>
-        <translation type="unfinished">Cluster läuft auf %1</translation>
+        <translation>Cluster läuft auf %1</translation>
     </message>
     <message>
         <source>Cluster not started: %1</source>
-        <translation type="unfinished">Cluster nicht gestartet: %1</translation>
+        <translation>Cluster nicht gestartet: %1</translation>
     </message>
     <message>
         <source>Cluster stopped</source>
-        <translation type="unfinished">Cluster gestoppt</translation>
+        <translation>Cluster gestoppt</translation>
     </message>
     <message>
         <source>Show tiles: on</source>
-        <translation type="unfinished">Kacheln anzeigen: ein</translation>
+        <translation>Kacheln anzeigen: ein</translation>
     </message>
     <message>
         <source>Show tiles: off</source>
-        <translation type="unfinished">Kacheln anzeigen: aus</translation>
+        <translation>Kacheln anzeigen: aus</translation>
     </message>
     <message>
         <source>Show test image: on</source>
-        <translation type="unfinished">Testbild anzeigen: ein</translation>
+        <translation>Testbild anzeigen: ein</translation>
     </message>
     <message>
         <source>Show test image: off</source>
-        <translation type="unfinished">Testbild anzeigen: aus</translation>
+        <translation>Testbild anzeigen: aus</translation>
     </message>
 </context>
 <context>
@@ -1209,7 +1209,7 @@ Das Protokoll nennt den Grund.</translation>
     <name>zoParaViewProbe</name>
     <message>
         <source>it does not answer</source>
-        <translation type="unfinished">antwortet nicht</translation>
+        <translation>antwortet nicht</translation>
     </message>
     <message>
         <source>%1 does not tell its version</source>
@@ -1256,35 +1256,35 @@ Das Protokoll nennt den Grund.</translation>
     </message>
     <message>
         <source>aborted</source>
-        <translation type="unfinished">abgebrochen</translation>
+        <translation>abgebrochen</translation>
     </message>
     <message>
         <source>Other hosts on this machine cannot be seen: %1</source>
-        <translation type="unfinished">Andere Sitzungen auf diesem Rechner sind nicht zu erkennen: %1</translation>
+        <translation>Andere Sitzungen auf diesem Rechner sind nicht zu erkennen: %1</translation>
     </message>
     <message>
         <source>Connected to %1</source>
-        <translation type="unfinished">Verbunden mit %1</translation>
+        <translation>Verbunden mit %1</translation>
     </message>
     <message>
         <source>Connecting to %1 ...</source>
-        <translation type="unfinished">Verbinden mit %1 ...</translation>
+        <translation>Verbinden mit %1 ...</translation>
     </message>
     <message>
         <source>the nodes did not answer</source>
-        <translation type="unfinished">die Knoten haben nicht geantwortet</translation>
+        <translation>die Knoten haben nicht geantwortet</translation>
     </message>
     <message>
         <source>Node %1: %2</source>
-        <translation type="unfinished">Knoten %1: %2</translation>
+        <translation>Knoten %1: %2</translation>
     </message>
     <message>
         <source>Node %1 failed: %2</source>
-        <translation type="unfinished">Knoten %1 fehlgeschlagen: %2</translation>
+        <translation>Knoten %1 fehlgeschlagen: %2</translation>
     </message>
     <message>
         <source>%1 cannot be used</source>
-        <translation type="unfinished">%1 nicht nutzbar</translation>
+        <translation>%1 nicht nutzbar</translation>
     </message>
     <message>
         <source>%1 on %2</source>
@@ -1364,15 +1364,15 @@ Das Protokoll nennt den Grund.</translation>
     </message>
     <message>
         <source>Node %1 lost: %2</source>
-        <translation type="unfinished">Knoten %1 verloren: %2</translation>
+        <translation>Knoten %1 verloren: %2</translation>
     </message>
     <message>
         <source>Cluster session lost: %1</source>
-        <translation type="unfinished">Cluster-Sitzung verloren: %1</translation>
+        <translation>Cluster-Sitzung verloren: %1</translation>
     </message>
     <message>
         <source>Configuration of the running cluster refused: %1</source>
-        <translation type="unfinished">Konfiguration des laufenden Clusters zurückgewiesen: %1</translation>
+        <translation>Konfiguration des laufenden Clusters zurückgewiesen: %1</translation>
     </message>
     <message>
         <source>the eye separation</source>

@@ -126,7 +126,7 @@ void tst_zoHostOptions::wrongUseIsReported_data()
     QTest::newRow("two-configurations")
         << QStringList({"--config", "a", "--config", "b"}) << "--config is given more than once";
     QTest::newRow("unknown-engine") << QStringList({"--engine", "steam"})
-                                    << "\"steam\" is none of nodes, local";
+                                    << "\"steam\" is none of nodes, paraview, local";
     QTest::newRow("empty-engine") << QStringList({"--engine", ""}) << "--engine";
     QTest::newRow("two-engines") << QStringList({"--engine", "local", "--engine", "nodes"})
                                  << "more than once";
