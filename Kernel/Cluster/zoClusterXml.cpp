@@ -7,6 +7,7 @@
 #include <QtXml>
 
 #include <algorithm>
+#include <vector>
 
 // What setContent() itself reads with is deprecated.
 #pragma GCC diagnostic push
@@ -90,6 +91,84 @@ private:
     int m_declarations = 0;
 };
 
+// Builds the same document as setContent(), for a text without a document type. Elements come into theirs when they
+// are whole: the toolkit goes all the way up from an element for each attribute that it gets.
+class Builder final : public QXmlDefaultHandler
+{
+public:
+    explicit Builder(QDomDocument& document) : m_document(document) {}
+
+    bool startElement(const QString&, const QString&, const QString& name,
+                      const QXmlAttributes& attributes) override
+    {
+        QDomElement element = m_document.createElement(name);
+        for (int i = 0; i < attributes.count(); ++i)
+            element.setAttribute(attributes.qName(i), attributes.value(i));
+        m_open.push_back(element);
+        return true;
+    }
+    bool endElement(const QString&, const QString&, const QString&) override
+    {
+        if (m_open.empty())
+            return false;
+        const QDomElement element = m_open.back();
+        m_open.pop_back();
+        append(element);
+        return true;
+    }
+    bool characters(const QString& text) override
+    {
+        if (m_open.empty())
+            return false;
+        if (m_isSection)
+            append(m_document.createCDATASection(text));
+        else
+            append(m_document.createTextNode(text));
+        return true;
+    }
+    bool processingInstruction(const QString& target, const QString& data) override
+    {
+        append(m_document.createProcessingInstruction(target, data));
+        return true;
+    }
+
+    bool startCDATA() override { return setIsSection(true); }
+    bool endCDATA() override { return setIsSection(false); }
+    bool comment(const QString& text) override
+    {
+        append(m_document.createComment(text));
+        return true;
+    }
+
+    bool fatalError(const QXmlParseException& error) override
+    {
+        refusal.reason = error.message();
+        refusal.line = error.lineNumber();
+        refusal.column = error.columnNumber();
+        return true;
+    }
+
+    zoClusterXml::Refusal refusal;
+
+private:
+    void append(const QDomNode& node)
+    {
+        if (m_open.empty())
+            m_document.appendChild(node);
+        else
+            m_open.back().appendChild(node);
+    }
+    bool setIsSection(bool isSection)
+    {
+        m_isSection = isSection;
+        return true;
+    }
+
+    QDomDocument& m_document;
+    std::vector<QDomElement> m_open; // in no other one yet
+    bool m_isSection = false;
+};
+
 // The reader of setContent(), with the guard before the document.
 class Reader final : public QXmlSimpleReader
 {
@@ -108,6 +187,22 @@ public:
     }
     void setDeclHandler(QXmlDeclHandler*) override { QXmlSimpleReader::setDeclHandler(&m_guard); }
     zoClusterXml::Outcome outcome() const { return m_guard.outcome(); }
+
+    bool readInto(QDomDocument& document, const QString& text, zoClusterXml::Refusal& refusal)
+    {
+        QXmlInputSource source;
+        // The mark of the byte order belongs to the encoding, not to the text.
+        source.setData(text.startsWith(QChar::ByteOrderMark) ? text.mid(1) : text);
+        if (text.contains(QLatin1String("<!DOCTYPE")))
+            return document.setContent(&source, this, &refusal.reason, &refusal.line, &refusal.column);
+        Builder builder(document);
+        setContentHandler(&builder);
+        setLexicalHandler(&builder);
+        setErrorHandler(&builder);
+        const bool isRead = parse(source);
+        refusal = builder.refusal;
+        return isRead;
+    }
 
 private:
     Guard m_guard;
@@ -174,12 +269,9 @@ zoClusterXml::Outcome zoClusterXml::read(const QString& text, QDomDocument& docu
     refusal = Refusal();
     if (hasTooManyEntities(text))
         return Outcome::TooManyEntities;
-    QXmlInputSource source;
-    // The mark of the byte order belongs to the encoding, not to the text.
-    source.setData(text.startsWith(QChar::ByteOrderMark) ? text.mid(1) : text);
     Reader reader;
     QDomDocument read;
-    if (read.setContent(&source, &reader, &refusal.reason, &refusal.line, &refusal.column)) {
+    if (reader.readInto(read, text, refusal)) {
         document = read;
         return Outcome::Read;
     }

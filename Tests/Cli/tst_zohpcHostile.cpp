@@ -19,6 +19,14 @@ private slots:
     void commandEnds();
     void otherItemsAreCompared_data();
     void otherItemsAreCompared();
+    void comparisonEnds_data();
+    void comparisonEnds();
+
+private:
+    void addPictures() const;
+    void addValues() const;
+
+    const zoCliFiles m_files;
 };
 
 void tst_zohpcHostile::commandEnds_data()
@@ -50,8 +58,11 @@ void tst_zohpcHostile::commandEnds_data()
     QTest::newRow("gateways") << fold << filled("gw{a}");
     QTest::newRow("option-block") << expand << "h[" + filled("rt=1,");
 
+    addPictures();
+    addValues();
+    const QString empty = m_files.write("empty.zhpc", "<cluster version='1'/>");
     for (const char* name : {"check", "format", "draw", "diff"}) {
-        const QStringList command = qstrcmp(name, "diff") == 0   ? QStringList{"diff", "-", "/dev/null"}
+        const QStringList command = qstrcmp(name, "diff") == 0   ? QStringList{"diff", "-", empty}
                                     : qstrcmp(name, "draw") == 0 ? QStringList{"draw", "-", "-o", "-"}
                                                                  : QStringList{name, "-"};
         const auto row = [&](const char* input, const QByteArray& text) {
@@ -94,6 +105,43 @@ void tst_zohpcHostile::commandEnds_data()
     }
 }
 
+// More than a picture has room for.
+void tst_zohpcHostile::addPictures() const
+{
+    const QStringList draw{"draw", "-", "-o", "-"};
+    QTest::newRow("draw-walls-of-few-tiles")
+        << draw << document({}, numbered([](const QByteArray& i) {
+                                return "<projection name='W" + i +
+                                       "' type='wall' rows='2' columns='5' distance='1'/>";
+                            }));
+    QTest::newRow("draw-nodes-of-one-name")
+        << draw + QStringList{"--picture", "network"} << document(filled("<node/>"));
+    QTest::newRow("draw-networks") << draw + QStringList{"--picture", "network"}
+                                   << document("</network>" + filled("<network/>") + "<network>");
+    QByteArray nodes;
+    QByteArray planes;
+    QByteArray windows;
+    for (int n = 0; nodes.size() + planes.size() + windows.size() < Size; ++n) {
+        const QByteArray i = QByteArray::number(n);
+        nodes += "<node name='n" + i + "'/>";
+        planes += "<projection name='P" + i + "' type='plane' x1='" + i + "0' x2='" + i + "9' x3='" + i +
+                  "9' y3='9'/>";
+        windows += "<window node='n" + i + "' screen='0' width='9' height='9'><viewport projection='P" + i +
+                   "' x2='1' y2='1'/></window>";
+    }
+    QTest::newRow("draw-screens-of-many-nodes")
+        << draw + QStringList{"--picture", "screens"}
+        << document(nodes, planes + "<display>" + windows + "</display>");
+}
+
+// An object of JSON that is built value by value is moved for each of them.
+void tst_zohpcHostile::addValues() const
+{
+    for (const char* format : {"--defaults", "--json"})
+        QTest::newRow((QByteArray("get") + format).constData())
+            << QStringList{"get", format, "-"} << document(filled("<node/>"));
+}
+
 // Each item is only in one of both.
 void tst_zohpcHostile::otherItemsAreCompared_data()
 {
@@ -131,6 +179,41 @@ void tst_zohpcHostile::otherItemsAreCompared()
     QCOMPARE(run.errors, QByteArray());
     QCOMPARE(run.exitCode, 1);
     QVERIFY(run.output.count('\n') > 5000);
+}
+
+void tst_zohpcHostile::comparisonEnds_data()
+{
+    QTest::addColumn<QByteArray>("before");
+    QTest::addColumn<QByteArray>("after");
+
+    const auto tiles = [](const QByteArray& type) {
+        return document({},
+                        "<projection name='W' rows='100' columns='1000' width='9000' height='900' type='" +
+                            type + "'/>");
+    };
+    QTest::newRow("tiles") << tiles("wall") << tiles("power wall");
+    const auto tree = [](int depth) {
+        QByteArray gateways;
+        for (int i = 0; i < depth; ++i)
+            gateways += "<node name='g" + QByteArray::number(i) + "'><network>";
+        return document(gateways + QByteArray("</network></node>").repeated(depth));
+    };
+    QTest::newRow("deep") << tree(5000) << tree(4000);
+}
+
+void tst_zohpcHostile::comparisonEnds()
+{
+    QFETCH(QByteArray, before);
+    QFETCH(QByteArray, after);
+#ifdef __SANITIZE_ADDRESS__
+    QSKIP("the sanitizer takes more address space than the limit leaves");
+#endif
+
+    const zoCommandRun run =
+        runLimited({"diff", m_files.write("before.zhpc", before), m_files.write("after.zhpc", after)}, {});
+
+    QVERIFY2(run.exitCode == 1, run.errors.right(500).constData());
+    QVERIFY(!run.output.isEmpty());
 }
 
 void tst_zohpcHostile::commandEnds()

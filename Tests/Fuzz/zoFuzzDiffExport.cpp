@@ -4,6 +4,7 @@
 
 #include <zoClusterComparison.h>
 #include <zoClusterTags.h>
+#include <zoComparedDocument.h>
 #include <zoEngineFiles.h>
 #include <zoExportNotes.h>
 #include <zoHPCConfiguration.h>
@@ -36,8 +37,9 @@ bool read(const QString& text, zoHPCConfiguration& configuration)
 QString differences(const zoHPCConfiguration& before, const zoHPCConfiguration& after)
 {
     QString text;
-    const zoClusterComparison comparison(before.document(), after.document());
-    for (const zoDifferences::Difference& difference : comparison.differences()) {
+    zoClusterComparison comparison(zoComparedDocument(before.document()),
+                                   zoComparedDocument(after.document()));
+    for (const zoDifferences::Difference& difference : comparison.takeDifferences()) {
         zoFuzzing::require(!difference.kind.isEmpty() && !difference.kind.contains(QLatin1Char(' ')),
                            "a difference has a word for its kind", difference.kind);
         zoFuzzing::require(!difference.text.isEmpty(), "a difference is told");

@@ -9,13 +9,10 @@
 #include <zoClusterTags.h>
 
 #include <QCoreApplication>
-#include <QDomDocument>
 
-zoClusterComparison::zoClusterComparison(const QDomDocument& before, const QDomDocument& after)
-    : m_isSame(zoAttributeValue::isSame(before.documentElement(), after.documentElement()))
+zoClusterComparison::zoClusterComparison(const zoComparedDocument& from, const zoComparedDocument& to)
+    : m_isSame(zoAttributeValue::isSame(from.root(), to.root()))
 {
-    const zoComparedDocument from(before.documentElement());
-    const zoComparedDocument to(after.documentElement());
     const QString booking = zoClusterTags::BookingAttribute;
     const QString bookingBefore = from.root().attribute(booking);
     const QString bookingAfter = to.root().attribute(booking);

@@ -2,16 +2,17 @@
 
 #include "zoDifferences.h"
 
-class QDomDocument;
+class zoComparedDocument;
 
 // What differs between two configuration documents in canonical form, told as a person sees a wall: nodes,
 // tiles, windows, overlaps.
 class zoClusterComparison final
 {
 public:
-    zoClusterComparison(const QDomDocument& before, const QDomDocument& after);
+    zoClusterComparison(const zoComparedDocument& from, const zoComparedDocument& to);
 
-    const std::vector<zoDifferences::Difference>& differences() const { return m_differences.list(); }
+    // Once.
+    std::vector<zoDifferences::Difference> takeDifferences() { return m_differences.takeList(); }
     // Whether both mean the same, also in what has no words.
     bool isSame() const { return m_isSame; }
 

@@ -2,11 +2,14 @@
 
 #include "zoItemPaths.h"
 
-zoComparedDocument::zoComparedDocument(const QDomElement& root) : m_root(root)
+zoComparedDocument::zoComparedDocument(const QDomDocument& document) : m_document(document)
 {
-    const zoItemPaths paths(root);
+    // Tiles count for the paths of what stands behind them.
+    const zoItemPaths paths(document.documentElement());
     for (const zoItemPaths::Item& item : paths.items()) {
-        if (!item.isComputed)
+        if (item.isComputed)
+            item.element.parentNode().removeChild(item.element);
+        else
             m_paths[item.kind] << item.path;
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDomDocument>
 #include <QDomElement>
 #include <QHash>
 #include <QString>
@@ -9,13 +10,15 @@
 class zoComparedDocument final
 {
 public:
-    explicit zoComparedDocument(const QDomElement& root);
+    // Tiles and planes that projections generate are taken out of the document: they follow from what is compared,
+    // and there may be a hundred thousand.
+    explicit zoComparedDocument(const QDomDocument& document);
 
-    const QDomElement& root() const { return m_root; }
-    // Of all items of the tag, in the order of the document; tiles and planes that projections generate have none.
+    QDomElement root() const { return m_document.documentElement(); }
+    // Of all items of the tag, in the order of the document.
     QStringList paths(const QString& tag) const { return m_paths.value(tag); }
 
 private:
-    QDomElement m_root;
+    QDomDocument m_document;
     QHash<QString, QStringList> m_paths;
 };

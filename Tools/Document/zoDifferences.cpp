@@ -23,15 +23,15 @@ QStringList attributeNames(const QDomElement& element)
 }
 } // namespace
 
-void zoDifferences::add(const QString& kind, const QString& text, const Changes& changes)
+void zoDifferences::add(const QString& kind, const QString& text, Changes changes)
 {
-    m_list.push_back({kind, text, changes});
+    m_list.push_back({kind, text, std::move(changes)});
 }
 
 void zoDifferences::addChange(const QString& kind, const QString& label, const QString& words,
-                              const QString& before, const QString& after, const Changes& changes)
+                              const QString& before, const QString& after, Changes changes)
 {
-    add(kind, tr("%1: %2 changed from %3 to %4").arg(label, words, before, after), changes);
+    add(kind, tr("%1: %2 changed from %3 to %4").arg(label, words, before, after), std::move(changes));
 }
 
 zoDifferences::Change zoDifferences::change(const QString& path, const QString& attribute,

@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <utility>
 #include <vector>
 
 class QDomElement;
@@ -29,12 +30,12 @@ public:
         Changes changes; // what this one line tells
     };
 
-    const std::vector<Difference>& list() const { return m_list; }
+    std::vector<Difference> takeList() { return std::move(m_list); }
 
-    void add(const QString& kind, const QString& text, const Changes& changes);
+    void add(const QString& kind, const QString& text, Changes changes);
     // "label: words changed from before to after"
     void addChange(const QString& kind, const QString& label, const QString& words, const QString& before,
-                   const QString& after, const Changes& changes);
+                   const QString& after, Changes changes);
 
     // Of an attribute of the item at the path.
     static Change change(const QString& path, const QString& attribute, const QDomElement& before,

@@ -6,6 +6,8 @@
 #include "zoItemValues.h"
 #include "zoJson.h"
 
+#include <QVariantMap>
+
 #include <utility>
 #include <vector>
 
@@ -86,7 +88,7 @@ int zoGetCommand::execute(const QCommandLineParser& parser)
 
     const bool isJson = parser.isSet(QStringLiteral("json"));
     QByteArray text;
-    QJsonObject object;
+    QVariantMap object; // one of JSON moves all that it holds for each value that comes in
     bool isComplete = true;
     if (asked.isEmpty())
         asked << QString();
@@ -107,14 +109,17 @@ int zoGetCommand::execute(const QCommandLineParser& parser)
                                     zoItemValues::value(paths.item(index).element, target.attribute));
         }
         for (const auto& value : values) {
-            object.insert(value.first, value.second);
+            if (isJson) {
+                object.insert(value.first, value.second);
+                continue;
+            }
             text += (target.attribute.isEmpty() ? value.first + QLatin1Char('=') + oneLine(value.second)
                                                 : oneLine(value.second))
                         .toUtf8() +
                     '\n';
         }
     }
-    if (!zoConsole::write(isJson ? zoJson::text(object) : text))
+    if (!zoConsole::write(isJson ? zoJson::text(QJsonObject::fromVariantMap(object)) : text))
         return zoConsole::Unusable;
     return isComplete ? zoConsole::Fine : zoConsole::ProblemsFound;
 }

@@ -27,11 +27,32 @@ QString nameOf(const QDomElement& element)
 }
 
 // In brackets where that tells all of them: equal names fold to one.
-QString foldedNames(const QStringList& names)
+QString folded(const QStringList& names)
 {
     if (QSet<QString>(names.cbegin(), names.cend()).size() != names.size())
         return names.join(QLatin1Char(','));
     return QString::fromUtf8(zoHostNames::bracketText({names.cbegin(), names.cend()}, false));
+}
+
+// As many as a person may read. Each has its own change, where the line that tells of all of them stands again.
+QString foldedNames(const QStringList& names)
+{
+    constexpr int Longest = 1000; // characters
+    const QString all = folded(names);
+    if (all.size() <= Longest)
+        return all;
+    int count = 0;
+    for (int length = 0; count < names.size(); ++count) {
+        length += names.at(count).size() + 1;
+        if (length > Longest)
+            break;
+    }
+    const QString shown =
+        count > 0 ? folded(names.mid(0, count)) : names.constFirst().left(Longest) + QLatin1String("...");
+    const QString left = QString::number(names.size() - std::max(count, 1));
+    return names.size() == 1
+               ? shown
+               : QCoreApplication::translate("zoHostComparison", "%1 and %2 more").arg(shown, left);
 }
 } // namespace
 

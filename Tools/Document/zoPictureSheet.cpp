@@ -33,8 +33,12 @@ QStringList zoPictureSheet::shownLines(const QRectF& area) const
 {
     const QFontMetricsF metrics(lineFont());
     const double width = area.width() - 2 * s_margin;
+    // The picture keeps the larger part.
+    const int most = std::max(0, int(area.height() * 0.4 / s_lineHeight));
     QStringList result;
     for (const QString& line : m_lines) {
+        if (result.size() >= most)
+            break;
         QString shown;
         const QStringList words = line.split(QLatin1Char(' '));
         for (const QString& word : words) {
@@ -45,11 +49,11 @@ QStringList zoPictureSheet::shownLines(const QRectF& area) const
             }
             result << shown;
             shown = QLatin1String("    ") + word;
+            if (result.size() >= most)
+                break;
         }
         result << metrics.elidedText(shown, Qt::ElideMiddle, width);
     }
-    // The picture keeps the larger part.
-    const int most = std::max(0, int(area.height() * 0.4 / s_lineHeight));
     while (result.size() > most)
         result.removeLast();
     return result;

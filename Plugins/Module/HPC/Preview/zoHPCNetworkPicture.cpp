@@ -10,8 +10,10 @@
 #include <QPainter>
 #include <QPalette>
 #include <QSet>
+#include <QVector>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace
@@ -25,6 +27,8 @@ constexpr double s_title = 38.0;
 constexpr double s_wire = 30.0;
 constexpr double s_legend = 34.0;
 constexpr double s_mark = 10.0;
+// More rows of the tree, networks and nodes, are drawn without words: a file of all of them takes a gigabyte.
+constexpr int s_mostWords = 50000;
 } // namespace
 
 // Reads rows of the host tree.
@@ -150,6 +154,7 @@ void zoHPCNetworkPicture::setLayout(const zoHPCLayout& layout)
         Reader reader(layout);
         m_networks = reader.read(*layout.master(), layout.master()->isEnabled(), 0);
         m_nodeCount = reader.nodes;
+        m_isCrowded = reader.nodes + reader.networks > s_mostWords;
         m_cellWidth = std::ceil(reader.widest) + 2 * s_gap + 2 * s_mark;
     }
     arrange();
@@ -293,6 +298,11 @@ void zoHPCNetworkPicture::paintNetwork(QPainter& painter, const zoHPCPictureStyl
                         network.isEnabled ? Qt::SolidLine : Qt::DashLine));
     painter.setBrush(style.panel);
     painter.drawRoundedRect(QRectF(QPointF(), network.size), 5.0, 5.0);
+    if (m_isCrowded) {
+        paintCrowd(painter, style, network);
+        painter.restore();
+        return;
+    }
     const QRectF line(s_gap, 4.0, network.size.width() - 2 * s_gap, 16.0);
     painter.setPen(network.isEnabled ? style.text : style.faintText);
     painter.setFont(font(true));
@@ -304,6 +314,28 @@ void zoHPCNetworkPicture::paintNetwork(QPainter& painter, const zoHPCPictureStyl
     for (const Node& node : network.nodes)
         paintNode(painter, style, node);
     painter.restore();
+}
+
+void zoHPCNetworkPicture::paintCrowd(QPainter& painter, const zoHPCPictureStyle& style,
+                                     const Network& network) const
+{
+    std::array<QVector<QRectF>, 3> cells; // disabled, enabled, of displays
+    for (const Node& node : network.nodes) {
+        if (node.networks.empty())
+            cells[node.isDisplay ? 2 : node.isEnabled ? 1 : 0] << node.cell;
+    }
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        if (cells[i].isEmpty())
+            continue;
+        painter.setPen(QPen(i == 0 ? style.grid : style.line, 1.0, i == 0 ? Qt::DashLine : Qt::SolidLine));
+        painter.setBrush(i == 2 ? QBrush(zoHPCPictureStyle::withAlpha(style.bothEyes, 0.30))
+                                : QBrush(style.background));
+        painter.drawRects(cells[i]);
+    }
+    for (const Node& node : network.nodes) {
+        if (!node.networks.empty())
+            paintNode(painter, style, node);
+    }
 }
 
 void zoHPCNetworkPicture::paintNode(QPainter& painter, const zoHPCPictureStyle& style, const Node& node) const
@@ -322,7 +354,8 @@ void zoHPCNetworkPicture::paintNode(QPainter& painter, const zoHPCPictureStyle& 
     }
     painter.setFont(font());
     painter.setPen(node.isEnabled ? style.text : style.faintText);
-    painter.drawText(node.cell, Qt::AlignCenter | Qt::TextSingleLine, node.name);
+    if (!m_isCrowded || node.networks.empty())
+        painter.drawText(node.cell, Qt::AlignCenter | Qt::TextSingleLine, node.name);
 
     painter.setPen(QPen(style.fadeOut, 1.6));
     for (const auto& network : node.networks) {

@@ -70,12 +70,15 @@ private:
     void place(Network& network) const;
     QSizeF placeGateway(Node& gateway, const QPointF& corner) const;
     void paintNetwork(QPainter& painter, const zoHPCPictureStyle& style, const Network& network) const;
+    // The same without words.
+    void paintCrowd(QPainter& painter, const zoHPCPictureStyle& style, const Network& network) const;
     void paintNode(QPainter& painter, const zoHPCPictureStyle& style, const Node& node) const;
     void paintLegend(QPainter& painter, const zoHPCPictureStyle& style) const;
     static QFont font(bool isBold = false);
 
     Networks m_networks;
     int m_nodeCount = 0;
+    bool m_isCrowded = false;
     double m_cellWidth = 0.0;
     QSizeF m_size;
     double m_scale = 1.0;

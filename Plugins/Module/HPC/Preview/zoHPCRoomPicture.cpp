@@ -22,6 +22,9 @@ namespace
 {
 constexpr double Head = 110.0; // mm, of the viewer
 
+// Of more, nobody reads the names on one sheet.
+constexpr qint64 s_mostTileNames = 10000;
+
 double distanceOf(const QPointF& a, const QPointF& b)
 {
     return std::hypot(a.x() - b.x(), a.y() - b.y());
@@ -74,10 +77,15 @@ void zoHPCRoomPicture::fit(const QRectF& area)
 bool zoHPCRoomPicture::isLarge() const
 {
     constexpr qint64 ManyTiles = 1000;
+    return tileCount() > ManyTiles;
+}
+
+qint64 zoHPCRoomPicture::tileCount() const
+{
     qint64 tiles = 0;
     for (const Wall& wall : m_walls)
         tiles += qint64(wall.rows) * wall.columns;
-    return tiles > ManyTiles;
+    return tiles;
 }
 
 void zoHPCRoomPicture::paint(QPainter& painter, const QRectF& area, const QPalette& palette,
@@ -290,6 +298,10 @@ void zoHPCRoomPicture::paintNames(zoHPCRoomCanvas& canvas) const
 
 bool zoHPCRoomPicture::isReadable(const QRectF& area) const
 {
+    const bool hasTiles =
+        std::any_of(m_walls.begin(), m_walls.end(), [](const Wall& wall) { return wall.hasTiles(); });
+    if (hasTiles && tileCount() > s_mostTileNames)
+        return false;
     QImage measure(1, 1, QImage::Format_RGB32);
     QPainter painter(&measure);
     zoHPCRoomCanvas canvas(painter, area, QPalette(), Detail::Full, m_camera);
@@ -306,6 +318,8 @@ void zoHPCRoomPicture::paintHosts(zoHPCRoomCanvas& canvas) const
             canvas.reserve(QRectF(canvas.place(from), canvas.place(to)).normalized().adjusted(-9, -9, 9, 9));
     };
     reserveArrow(Point3(), viewersLook(canvas));
+    if (tileCount() > s_mostTileNames)
+        return;
     for (const Wall& wall : m_walls) {
         if (wall.hasTiles() && !wall.isDegenerate && canvas.isVisible(wall.plane.center())) {
             reserveArrow(wall.plane.center(), zoHPCRoomWallPainter::endOfNormal(wall));

@@ -60,6 +60,7 @@ private:
         double t = 0.0;
     };
 
+    qint64 tileCount() const; // of all walls, a plane counted as one
     Meeting meet(const Point3& ray) const;
     QTreeWidgetItem* lineAt(const QPointF& point, const QRectF& area) const;
 
