@@ -1206,6 +1206,29 @@ Das Protokoll nennt den Grund.</translation>
     </message>
 </context>
 <context>
+    <name>zoParaViewPicture</name>
+    <message>
+        <source>nothing was shown within %1 s</source>
+        <translation>innerhalb von %1 s erschien nichts</translation>
+    </message>
+    <message>
+        <source>A client wants the server: the check picture makes way</source>
+        <translation>Ein Client möchte zum Server: Das Prüfbild macht ihm Platz</translation>
+    </message>
+    <message>
+        <source>The check picture is gone: %1</source>
+        <translation>Das Prüfbild ist weg: %1</translation>
+    </message>
+    <message>
+        <source>%1 is not installed on this machine</source>
+        <translation>%1 ist auf diesem Rechner nicht installiert</translation>
+    </message>
+    <message>
+        <source>this machine has no X display, which %1 needs</source>
+        <translation>dieser Rechner hat keinen X-Bildschirm, den %1 braucht</translation>
+    </message>
+</context>
+<context>
     <name>zoParaViewProbe</name>
     <message>
         <source>it does not answer</source>

@@ -59,8 +59,8 @@ QString zoPvServerLog::reason(int exitCode) const
     const int rank = culprit();
     if (rank >= 0)
         return m_mpirun.culprits().value(rank);
-    if (m_state == State::Starting && !m_mpirun.lastLine().isEmpty())
-        return m_mpirun.lastLine();
+    if (m_state == State::Starting && !m_mpirun.reason().isEmpty())
+        return m_mpirun.reason();
     return exitCode < 0 ? QStringLiteral("mpirun was killed by signal %1").arg(-exitCode)
                         : QStringLiteral("exit status %1").arg(exitCode);
 }
