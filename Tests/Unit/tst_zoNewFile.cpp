@@ -302,6 +302,7 @@ void tst_zoNewFile::fileOfALivingWriterStays()
     QCOMPARE(::pipe(goOn), 0);
     const pid_t writer = ::fork();
     if (writer == 0) {
+        ::close(goOn[1]); // ends with the test at the latest
         char byte = 0;
         s_beforeRename = [&] {
             if (::write(ready[1], "r", 1) != 1 || ::read(goOn[0], &byte, 1) != 1)

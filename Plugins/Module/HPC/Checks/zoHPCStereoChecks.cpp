@@ -38,8 +38,7 @@ std::vector<Display> displaysOf(const zoHPCLayout& layout)
         if (!item || indices.contains(item))
             continue;
         indices.insert(item, displays.size());
-        displays.push_back({item, window.display, false,
-                            item->data(zoHPCDisplayItem::EyeSeparation, Qt::EditRole).isValid(),
+        displays.push_back({item, window.display, false, item->isSet(zoHPCDisplayItem::EyeSeparation),
                             item->getDouble(zoHPCDisplayItem::EyeSeparation)});
     }
     for (const Viewport& viewport : layout.viewports()) {

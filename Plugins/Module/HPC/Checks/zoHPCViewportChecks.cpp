@@ -38,7 +38,7 @@ bool isGiven(const zoHPCViewportItem& item)
 {
     constexpr int Columns[] = {Item::X1, Item::Y1, Item::X2, Item::Y2};
     return std::any_of(std::begin(Columns), std::end(Columns),
-                       [&](int column) { return item.data(column, Qt::EditRole).isValid(); });
+                       [&](int column) { return item.isSet(column); });
 }
 
 Corners cornersOf(const zoHPCLayout& layout, const Viewport& viewport)

@@ -204,7 +204,7 @@ zoHPCProblem::List zoHPCWindowChecks::windowsWithoutSize(const zoHPCLayout& layo
 {
     using Item = zoHPCWindowItem;
     const auto isGiven = [](const Item& item, int column) {
-        return item.data(column, Qt::EditRole).isValid() && item.getInt(column) <= 0;
+        return item.isSet(column) && item.getInt(column) <= 0;
     };
     const OnlyWindows isAlone(layout);
     zoHPCProblem::List problems;

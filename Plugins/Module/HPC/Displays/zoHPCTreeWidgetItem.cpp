@@ -46,6 +46,11 @@ const zoHPCTreeWidgetItem::ColumnMap& zoHPCTreeWidgetItem::getColumns() const
     return none;
 }
 
+bool zoHPCTreeWidgetItem::isSet(int col) const
+{
+    return !data(col, Qt::EditRole).toString().isEmpty();
+}
+
 int zoHPCTreeWidgetItem::getInt(int col) const
 {
     return data(col, Qt::EditRole).toInt();

@@ -39,6 +39,8 @@ public:
     virtual const ColumnMap& getColumns() const;
 
     // Conversions are those of QVariant: an unset column reads as 0, 0.0, "" and false.
+    // An empty text is no value: it is not there any more when the file is read.
+    bool isSet(int col) const;
     int getInt(int col) const;
     double getDouble(int col) const;
     QString getString(int col) const;
