@@ -317,6 +317,7 @@ def show(simple, scene):
     view.CameraFocalPoint = [head[0], head[1], head[2] - 1.0]
     view.CameraViewUp = [0.0, 1.0, 0.0]
     simple.Render(view)
+    return view
 
 
 def wait(simple, request):
