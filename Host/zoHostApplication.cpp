@@ -74,6 +74,7 @@ zoHostApplication::~zoHostApplication()
     m_session.reset();
     m_cluster->abort();
     m_cluster->stop();
+    m_autosave.reset();
     m_recovery.reset();
     // Windows first: their code lies in the modules.
     m_window.reset();
@@ -176,6 +177,8 @@ void zoHostApplication::rememberDocuments(const QString& newDocument)
     const zoHostDocument* document = m_window->document();
     m_earlier.setNewDocument(newDocument);
     m_recovery = std::make_unique<zoHostRecovery>(m_window.get(), &m_earlier);
+    m_autosave = std::make_unique<zoHostAutosave>(m_window.get(), &m_earlier,
+                                                  zoHostAutosave::storedSeconds(&m_preferences));
     connect(document, &zoHostDocument::fileOpened, &m_recent, &zoHostRecentFiles::add);
     connect(document, &zoHostDocument::replaced, &m_earlier, &zoHostEarlierConfigurations::keep);
 }

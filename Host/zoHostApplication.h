@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zoHostAutosave.h"
 #include "zoHostCameraService.h"
 #include "zoHostClusterPage.h"
 #include "zoHostClusterService.h"
@@ -36,6 +37,10 @@ public:
     // Shows the window and runs until the end; the exit code.
     int run();
 
+    zoHostEarlierConfigurations* earlier() { return &m_earlier; } // for tests
+    // Whether work that is not saved outlives this host; not in a script.
+    bool keepsUnsaved() const { return m_autosave != nullptr; } // for tests
+
     // The file that a session begins with: the one of the options, else the default file of the preferences
     // with
     // "$ZOKE_DATA" replaced by the data directory; may be empty.
@@ -66,6 +71,7 @@ private:
     std::unique_ptr<zoHostMainWindow> m_window;
     std::unique_ptr<zoHostMainWindowService> m_mainWindowService;
     std::unique_ptr<zoHostRecovery> m_recovery; // null in a script
+    std::unique_ptr<zoHostAutosave> m_autosave; // likewise
     zoModuleLoader m_loader;
     std::unique_ptr<zoHostSession> m_session;
 };

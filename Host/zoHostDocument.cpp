@@ -14,6 +14,8 @@ constexpr char s_differsProperty[] = "differs";
 constexpr char s_replacedProperty[] = "replacedConfiguration";
 constexpr char s_readProperty[] = "readFile";
 constexpr char s_textProperty[] = "configuration";
+constexpr char s_undoProperty[] = "undoStep";
+constexpr char s_redoProperty[] = "redoStep";
 
 bool isLatin1(const QString& text)
 {
@@ -23,6 +25,13 @@ bool isLatin1(const QString& text)
 bool hasSlot(const QObject* object, const char* signature)
 {
     return object->metaObject()->indexOfSlot(signature) >= 0;
+}
+
+// Shares no data with the module's, which may be unloaded earlier.
+QString ownText(const QObject* object, const char* property)
+{
+    const QString text = object->property(property).toString();
+    return QString(text.constData(), text.size());
 }
 } // namespace
 
@@ -112,6 +121,28 @@ QString zoHostDocument::text(const QWidget* moduleWindow) const
     return moduleWindow->property(s_textProperty).toString();
 }
 
+QString zoHostDocument::undoStep(const QWidget* moduleWindow)
+{
+    return hasSlot(moduleWindow, "undo()") ? ownText(moduleWindow, s_undoProperty) : QString();
+}
+
+QString zoHostDocument::redoStep(const QWidget* moduleWindow)
+{
+    return hasSlot(moduleWindow, "redo()") ? ownText(moduleWindow, s_redoProperty) : QString();
+}
+
+void zoHostDocument::undo(QWidget* moduleWindow)
+{
+    if (hasSlot(moduleWindow, "undo()"))
+        QMetaObject::invokeMethod(moduleWindow, "undo", Qt::DirectConnection);
+}
+
+void zoHostDocument::redo(QWidget* moduleWindow)
+{
+    if (hasSlot(moduleWindow, "redo()"))
+        QMetaObject::invokeMethod(moduleWindow, "redo", Qt::DirectConnection);
+}
+
 bool zoHostDocument::save(QWidget* moduleWindow)
 {
     if (hasSlot(moduleWindow, "saveConfig()"))
@@ -132,23 +163,31 @@ bool zoHostDocument::eventFilter(QObject* watched, QEvent* event)
         emit changed();
         break;
     case QEvent::DynamicPropertyChange:
-        if (static_cast<QDynamicPropertyChangeEvent*>(event)->propertyName() == s_readProperty) {
-            const QString fileName = watched->property(s_readProperty).toString();
-            if (!fileName.isEmpty())
-                emit fileRead(QString(fileName.constData(), fileName.size()));
-        } else if (static_cast<QDynamicPropertyChangeEvent*>(event)->propertyName() == s_replacedProperty) {
-            const QVariant text = watched->property(s_replacedProperty);
-            if (!text.isValid())
-                break;
-            emit replaced(text.toString(), static_cast<QWidget*>(watched)->windowFilePath());
-            if (m_broughtBack.remove(watched))
-                emit changed();
-        }
+        hearProperty(static_cast<QWidget*>(watched),
+                     static_cast<QDynamicPropertyChangeEvent*>(event)->propertyName());
         break;
     default:
         break;
     }
     return QObject::eventFilter(watched, event);
+}
+
+void zoHostDocument::hearProperty(QWidget* moduleWindow, const QByteArray& name)
+{
+    if (name == s_readProperty) {
+        const QString fileName = ownText(moduleWindow, s_readProperty);
+        if (!fileName.isEmpty())
+            emit fileRead(fileName);
+    } else if (name == s_replacedProperty) {
+        const QVariant text = moduleWindow->property(s_replacedProperty);
+        if (!text.isValid())
+            return;
+        emit replaced(text.toString(), moduleWindow->windowFilePath());
+        if (m_broughtBack.remove(moduleWindow))
+            emit changed();
+    } else if (name == s_undoProperty || name == s_redoProperty) {
+        emit stepsChanged();
+    }
 }
 
 void zoHostDocument::announceFile(QWidget* moduleWindow)

@@ -14,7 +14,8 @@ class zoHostModules;
 // A module's window keeps windowFilePath and windowModified, and announces changes with WindowTitleChange and
 // ModifiedChange. When it has the property "differs", that is the state of this very moment. Before it
 // replaces the document it sets its property "replacedConfiguration" to the text that goes, and when it has
-// read a file its property "readFile" to the name. Its property "configuration" is the text that it would save.
+// read a file its property "readFile" to the name. Its property "configuration" is the text that it would save. Its
+// properties "undoStep" and "redoStep" are the names of the steps that its slots undo() and redo() would take.
 class zoHostDocument final : public QObject
 {
     Q_OBJECT
@@ -44,12 +45,20 @@ public:
     // What the window would save; null when its module does not tell.
     QString text(const QWidget* moduleWindow) const;
 
+    // What undo() and redo() would take back and bring again; empty when there is nothing.
+    static QString undoStep(const QWidget* moduleWindow);
+    static QString redoStep(const QWidget* moduleWindow);
+    static void undo(QWidget* moduleWindow);
+    static void redo(QWidget* moduleWindow);
+
     // Lets the module save, which may ask for a name. False when the document still differs.
     bool save(QWidget* moduleWindow);
 
 signals:
     // File or unsaved mark of a module's window changed.
     void changed();
+    // Of what can be undone or redone in a module's window.
+    void stepsChanged();
     // A module's window has another file now; never empty.
     void fileOpened(const QString& fileName);
     // A module read this file, whether or not it was open before.
@@ -62,6 +71,7 @@ protected:
 
 private:
     void announceFile(QWidget* moduleWindow);
+    void hearProperty(QWidget* moduleWindow, const QByteArray& name);
 
     const zoHostModules* m_modules;             // not owned
     QHash<const QObject*, QString> m_announced; // the file that was told last, by module window

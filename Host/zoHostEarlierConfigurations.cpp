@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFile>
 #include <QLockFile>
+#include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QSet>
 #include <QStandardPaths>
@@ -23,7 +24,7 @@ constexpr char s_unfinishedMark[] = "_unsaved";
 const QRegularExpression& namePattern()
 {
     static const QRegularExpression pattern(
-        QStringLiteral("^(\\d{6,15})_(\\d{8}T\\d{6}Z)(_unsaved)?\\.zhpc$"));
+        QStringLiteral("^(\\d{6,15})_(\\d{8}T\\d{6}Z)(_unsaved(?:-([0-9a-f]{8}))?)?\\.zhpc$"));
     return pattern;
 }
 
@@ -31,7 +32,8 @@ const QRegularExpression& namePattern()
 const QRegularExpression& remainsPattern()
 {
     static const QRegularExpression pattern(
-        QStringLiteral("^\\d{6,15}_\\d{8}T\\d{6}Z(_unsaved)?\\.(zhpc|origin)\\.([0-9a-f]{8}){1,2}$"));
+        QStringLiteral("^\\d{6,15}_\\d{8}T\\d{6}Z(_unsaved(-[0-9a-f]{8})?)?"
+                       "\\.(zhpc|origin)\\.([0-9a-f]{8}){1,2}$"));
     return pattern;
 }
 
@@ -44,8 +46,8 @@ qint64 numberOf(const QString& name)
 // Without the mark, so that one rename takes the mark off.
 QString finishedNameOf(QString fileName)
 {
-    return fileName.replace(QLatin1String(s_unfinishedMark) + QStringLiteral(".zhpc"),
-                            QStringLiteral(".zhpc"));
+    static const QRegularExpression s_mark(QStringLiteral("_unsaved(-[0-9a-f]{8})?\\.zhpc$"));
+    return fileName.replace(s_mark, QStringLiteral(".zhpc"));
 }
 
 QString originNameOf(const QString& fileName)
@@ -61,7 +63,9 @@ bool writeFile(const QString& fileName, const QByteArray& bytes, QString& reason
 } // namespace
 
 zoHostEarlierConfigurations::zoHostEarlierConfigurations(const QString& folder, QObject* parent)
-    : QObject(parent), m_folder(folder)
+    : QObject(parent)
+    , m_folder(folder)
+    , m_owner(QStringLiteral("%1").arg(QRandomGenerator::system()->generate(), 8, 16, QLatin1Char('0')))
 {
 }
 
@@ -123,7 +127,11 @@ bool zoHostEarlierConfigurations::add(const QString& text, const QString& origin
 {
     if (text.isEmpty() || text == m_newDocument)
         return true;
-    const QVector<Entry> before = entries();
+    QVector<Entry> before = entries();
+    // What goes on is forgotten once it is saved.
+    before.erase(
+        std::remove_if(before.begin(), before.end(), [](const Entry& e) { return !e.owner.isEmpty(); }),
+        before.end());
     // Not when the mark is missing: what is there twice is no loss.
     if (!before.isEmpty() && before.constFirst().isUnfinished >= isUnfinished &&
         textOf(before.constFirst()) == text)
@@ -151,12 +159,89 @@ void zoHostEarlierConfigurations::append(Entry entry)
     emit changed();
 }
 
+bool zoHostEarlierConfigurations::keepRunning(int place, const QString& text, const QString& originFile,
+                                              QString& reason)
+{
+    if (text.isEmpty() || text == m_newDocument) {
+        forgetRunning(place);
+        return true;
+    }
+    const Running before = m_running.value(place);
+    if (before.text == text && QFile::exists(before.fileName))
+        return true;
+    Entry entry;
+    entry.isUnfinished = true;
+    entry.replaced = QDateTime::currentDateTimeUtc();
+    entry.originFile = originFile;
+    entry.bytes = text.toUtf8();
+    entry.owner = m_owner;
+    Running now;
+    now.text = QString(text.constData(), text.size());
+    {
+        if (!QDir().mkpath(m_folder)) {
+            reason = tr("The folder cannot be made");
+            return false;
+        }
+        QLockFile lock(QDir(m_folder).filePath(QStringLiteral(".lock")));
+        if (!lock.tryLock(s_lockTimeoutMs) && lock.error() == QLockFile::LockFailedError) {
+            reason = tr("The folder cannot be written");
+            return false;
+        }
+        // Before the file: without it another host would take it for what a crash left.
+        if (!m_alive) {
+            m_alive = std::make_unique<QLockFile>(aliveFile(m_owner));
+            m_alive->setStaleLockTime(0);
+        }
+        if (!m_alive->isLocked())
+            m_alive->tryLock(0);
+        if (!write(entry, reason, now.fileName))
+            return false;
+        removeFiles(before.fileName);
+        m_running.insert(place, now);
+        removeOldest();
+    }
+    emit changed();
+    return true;
+}
+
+void zoHostEarlierConfigurations::forgetRunning(int place)
+{
+    if (!m_running.contains(place))
+        return;
+    removeFiles(m_running.take(place).fileName);
+    emit changed();
+}
+
 QVector<zoHostEarlierConfigurations::Entry> zoHostEarlierConfigurations::unfinished() const
 {
     QVector<Entry> found = entries();
-    found.erase(std::remove_if(found.begin(), found.end(), [](const Entry& e) { return !e.isUnfinished; }),
+    found.erase(std::remove_if(found.begin(), found.end(),
+                               [this](const Entry& e) { return !e.isUnfinished || isAlive(e.owner); }),
                 found.end());
     return found;
+}
+
+// Who died left its lock; who works holds it.
+bool zoHostEarlierConfigurations::isAlive(const QString& owner) const
+{
+    if (owner.isEmpty() || owner == m_owner)
+        return !owner.isEmpty();
+    QLockFile lock(aliveFile(owner));
+    lock.setStaleLockTime(0);
+    return !lock.tryLock(0) && lock.error() == QLockFile::LockFailedError;
+}
+
+QString zoHostEarlierConfigurations::aliveFile(const QString& owner) const
+{
+    return QDir(m_folder).filePath(QStringLiteral(".%1.lock").arg(owner));
+}
+
+void zoHostEarlierConfigurations::removeFiles(const QString& fileName)
+{
+    if (fileName.isEmpty())
+        return;
+    QFile::remove(fileName);
+    QFile::remove(originNameOf(fileName));
 }
 
 void zoHostEarlierConfigurations::finish(const Entry& entry)
@@ -208,6 +293,7 @@ QVector<zoHostEarlierConfigurations::Entry> zoHostEarlierConfigurations::written
             QDateTime::fromString(namePattern().match(name).captured(2), QLatin1String(s_stampFormat));
         entry.replaced.setTimeSpec(Qt::UTC);
         entry.isUnfinished = !namePattern().match(name).captured(3).isEmpty();
+        entry.owner = namePattern().match(name).captured(4);
         QByteArray origin;
         zoFileReader::read(originNameOf(entry.fileName), origin);
         entry.originFile = QString::fromUtf8(origin);
@@ -227,7 +313,8 @@ void zoHostEarlierConfigurations::writeWaiting()
         // A disk without room for the lock has none for the file: writing that tells why.
         if (!lock.tryLock(s_lockTimeoutMs) && lock.error() == QLockFile::LockFailedError)
             reason = tr("The folder cannot be written");
-        while (reason.isEmpty() && !m_waiting.isEmpty() && write(m_waiting.constFirst(), reason))
+        QString fileName;
+        while (reason.isEmpty() && !m_waiting.isEmpty() && write(m_waiting.constFirst(), reason, fileName))
             m_waiting.removeFirst();
         if (reason.isEmpty()) {
             removeOldest();
@@ -240,17 +327,18 @@ void zoHostEarlierConfigurations::writeWaiting()
                          .arg(QDir::toNativeSeparators(m_folder), reason));
 }
 
-bool zoHostEarlierConfigurations::write(const Entry& entry, QString& reason) const
+bool zoHostEarlierConfigurations::write(const Entry& entry, QString& reason, QString& fileName) const
 {
     const QVector<Entry> before = written();
     qint64 number = before.isEmpty() ? 0 : numberOf(QFileInfo(before.constLast().fileName).fileName());
-    QString fileName;
+    QString mark = QLatin1String(entry.isUnfinished ? s_unfinishedMark : "");
+    if (!entry.owner.isEmpty())
+        mark += QLatin1Char('-') + entry.owner;
     // A file may be there unseen: a folder can be writable and yet not be readable.
     do {
         const QString name = QStringLiteral("%1_%2%3.zhpc")
                                  .arg(++number, 6, 10, QLatin1Char('0'))
-                                 .arg(entry.replaced.toString(QLatin1String(s_stampFormat)),
-                                      QLatin1String(entry.isUnfinished ? s_unfinishedMark : ""));
+                                 .arg(entry.replaced.toString(QLatin1String(s_stampFormat)), mark);
         fileName = QDir(m_folder).filePath(name);
     } while (QFile::exists(fileName) || QFile::exists(finishedNameOf(fileName)));
     // The configuration last: it is never there without its origin.
@@ -264,9 +352,15 @@ bool zoHostEarlierConfigurations::write(const Entry& entry, QString& reason) con
 void zoHostEarlierConfigurations::removeOldest() const
 {
     const QVector<Entry> all = written();
-    for (int i = 0; i < all.size() - Limit; ++i) {
-        QFile::remove(all.at(i).fileName);
-        QFile::remove(originNameOf(all.at(i).fileName));
+    int tooMany = all.size() - Limit;
+    for (const Entry& entry : all) {
+        if (tooMany <= 0)
+            return;
+        // What somebody works on is nobody's past.
+        if (isAlive(entry.owner))
+            continue;
+        removeFiles(entry.fileName);
+        --tooMany;
     }
 }
 

@@ -1,13 +1,19 @@
 #pragma once
 
 #include <QDateTime>
+#include <QHash>
 #include <QObject>
 #include <QString>
 #include <QVector>
 
+#include <memory>
+
+class QLockFile;
+
 // The last configurations that others took the place of. Each is a .zhpc file in a folder, named by number
 // and time (UTC), beside it a file .origin with the name of the file that it was open as. The name of one that
-// was open, unsaved, when its host was told to end says so until it was offered again. What cannot be written
+// was open, unsaved, when its host was told to end says so until it was offered again; so does that of work that a
+// host has not saved yet, with a number of that host, which holds a lock while it lives. What cannot be written
 // stays in memory until it can.
 class zoHostEarlierConfigurations final : public QObject
 {
@@ -22,6 +28,7 @@ public:
         QString text;       // in memory only; see textOf()
         QByteArray bytes;   // what is written; in memory only
         bool isUnfinished = false;
+        QString owner; // the host that works on it, or did when it crashed; else empty
     };
 
     static constexpr int Limit = 20;
@@ -49,7 +56,16 @@ public:
     // The same for what a file holds that is no text. Brought back, it is shown as the file was.
     void keepBytes(const QByteArray& bytes, const QString& originFile);
 
-    // What keepUnfinished() kept and nobody was offered yet, newest first.
+    // Keeps the work that goes on in a module's window of this host, at this place among them, instead of what was
+    // kept so before; what is the same already is not written again. False, with the reason, when it cannot be
+    // written, which is not logged: what was kept before stays.
+    bool keepRunning(int place, const QString& text, const QString& originFile, QString& reason);
+    bool hasRunning(int place) const { return m_running.contains(place); }
+    // It was saved or given up.
+    void forgetRunning(int place);
+
+    // What keepUnfinished() kept, and keepRunning() of hosts that do not live any more, and nobody was offered yet,
+    // newest first.
     QVector<Entry> unfinished() const;
     // From here on it is an earlier configuration like the others.
     void finish(const Entry& entry);
@@ -64,15 +80,27 @@ signals:
     void changed();
 
 private:
+    struct Running
+    {
+        QString text;
+        QString fileName;
+    };
+
     QVector<Entry> written() const; // oldest first
+    bool isAlive(const QString& owner) const;
+    QString aliveFile(const QString& owner) const;
+    static void removeFiles(const QString& fileName);
     bool add(const QString& text, const QString& originFile, bool isUnfinished);
     void append(Entry entry);
     void writeWaiting();
-    bool write(const Entry& entry, QString& reason) const;
+    bool write(const Entry& entry, QString& reason, QString& fileName) const;
     void removeOldest() const;
     void removeRemains() const;
 
     QString m_folder;
     QString m_newDocument;
-    QVector<Entry> m_waiting; // oldest first, newer than all written ones
+    QVector<Entry> m_waiting;      // oldest first, newer than all written ones
+    QHash<int, Running> m_running; // by place
+    QString m_owner;               // this host
+    std::unique_ptr<QLockFile> m_alive;
 };

@@ -11,6 +11,7 @@
 #include "zoHostPreferencesDialog.h"
 #include "zoHostRecentFiles.h"
 #include "zoHostRecentMenu.h"
+#include "zoHostUndoActions.h"
 #include "zoNodeClusterService.h"
 #include "zoSessionText.h"
 
@@ -146,6 +147,8 @@ zoHostMainWindow::zoHostMainWindow(const Services& services, QWidget* parent)
     new zoHostFileGuard(this, this, m_document, services.controller, services.cluster, services.earlier);
     connect(m_document, &zoHostDocument::changed, this, &zoHostMainWindow::updateTitle);
     connect(m_pages, &QStackedWidget::currentChanged, this, &zoHostMainWindow::updateTitle);
+    connect(m_pages, &QStackedWidget::currentChanged, m_undoActions,
+            [this] { m_undoActions->setPage(m_pages->currentWidget()); });
     connect(services.cluster, &zoClusterService::started, this, &zoHostMainWindow::updateRunning);
     connect(services.cluster, &zoClusterService::stopped, this, &zoHostMainWindow::updateRunning);
     connect(services.cluster, &zoClusterService::runningNodesChanged, this, &zoHostMainWindow::updateRunning);
@@ -193,6 +196,8 @@ void zoHostMainWindow::createMenus()
     quit->setMenuRole(QAction::QuitRole);
 
     QMenu* edit = menuBar()->addMenu(tr("&Edit"));
+    m_undoActions = new zoHostUndoActions(edit, m_document);
+    edit->addSeparator();
     QAction* preferences = edit->addAction(tr("&Preferences..."), this, &zoHostMainWindow::showPreferences);
     preferences->setShortcut(QKeySequence::Preferences);
     preferences->setMenuRole(QAction::PreferencesRole);

@@ -27,6 +27,7 @@ class zoHostPreferencesDialog;
 class zoHostPreferencesService;
 class zoHostRecentFiles;
 class zoHostRecentMenu;
+class zoHostUndoActions;
 
 // The host's window: the modules by category at the left, the current module's window in the middle, the
 // cameras below the modules and the log at the bottom. Its title tells the current module's file and whether
@@ -120,6 +121,7 @@ private:
     QTreeWidget* m_moduleList = nullptr;
     zoHostLogPanel* m_logPanel = nullptr;
     zoHostRecentMenu* m_recentMenu = nullptr;
+    zoHostUndoActions* m_undoActions = nullptr;
     QLabel* m_sessionLabel = nullptr;
     QVector<Module> m_modules;
     QPointer<zoHostEarlierDialog> m_earlierDialog;

@@ -1,5 +1,6 @@
 #include "zoHostRecovery.h"
 
+#include "zoConfigurationDifference.h"
 #include "zoHostDocument.h"
 #include "zoHostMainWindow.h"
 #include "zoHostRefuge.h"
@@ -13,6 +14,8 @@
 #include <QLocale>
 #include <QMessageBox>
 #include <QPushButton>
+
+#include <algorithm>
 
 zoHostRecovery::zoHostRecovery(zoHostMainWindow* window, zoHostEarlierConfigurations* earlier)
     : m_window(window), m_earlier(earlier)
@@ -31,12 +34,15 @@ void zoHostRecovery::keepUnfinished()
 {
     const zoHostDocument* document = m_window->document();
     const QList<QWidget*> windows = m_window->moduleWindows();
-    for (const QWidget* moduleWindow : windows) {
+    for (int place = 0; place < windows.size(); ++place) {
+        const QWidget* const moduleWindow = windows.at(place);
         if (!document->differs(moduleWindow))
             continue;
         const QString text = document->text(moduleWindow);
         const QString own(text.constData(), text.size());
-        if (!m_earlier->keepUnfinished(own, moduleWindow->windowFilePath()) && !m_files.contains(own))
+        if (m_earlier->keepUnfinished(own, moduleWindow->windowFilePath()))
+            m_earlier->forgetRunning(place); // it is the same, or older
+        else if (!m_files.contains(own))
             takeRefuge(own, moduleWindow->windowFilePath());
         m_kept << own;
     }
@@ -101,39 +107,48 @@ void zoHostRecovery::offerBeside(const QString& fileName)
 
 void zoHostRecovery::ask()
 {
-    const QVector<Entry> entries = m_earlier->unfinished();
+    const QVector<Entry> found = m_earlier->unfinished();
+    // Asked once: what is not brought back now stays in the list.
+    QVector<Entry> entries;
+    for (const Entry& entry : found) {
+        if (!zoConfigurationDifference(m_earlier->textOf(entry), entry.originFile).isNone())
+            entries << entry;
+        m_earlier->finish(entry);
+    }
     if (entries.isEmpty())
         return;
-    // Asked once: what is not brought back now stays in the list.
-    for (const Entry& entry : entries)
-        m_earlier->finish(entry);
     // The files have other names now.
     const QVector<Entry> listed = m_earlier->entries();
-    if (entries.size() == 1) {
-        for (const Entry& entry : listed) {
-            if (entry.replaced == entries.constFirst().replaced &&
-                entry.originFile == entries.constFirst().originFile) {
-                offerOne(entry);
-                return;
-            }
-        }
-    } else {
+    if (entries.size() > 1) {
         offerList(entries);
+        return;
+    }
+    for (const Entry& entry : listed) {
+        if (entry.replaced == entries.constFirst().replaced &&
+            entry.originFile == entries.constFirst().originFile) {
+            offerOne(entry, !entries.constFirst().owner.isEmpty());
+            return;
+        }
     }
 }
 
-QString zoHostRecovery::describe(const Entry& entry)
+QString zoHostRecovery::describe(const Entry& entry) const
 {
     const QString time = QLocale().toString(entry.replaced.toLocalTime(), QLocale::ShortFormat);
-    return entry.originFile.isEmpty() ? tr("A configuration that was never saved, of %1").arg(time)
-                                      : tr("%1, of %2").arg(QDir::toNativeSeparators(entry.originFile), time);
+    const QString name = entry.originFile.isEmpty()
+                             ? tr("A configuration that was never saved, of %1").arg(time)
+                             : tr("%1, of %2").arg(QDir::toNativeSeparators(entry.originFile), time);
+    const zoConfigurationDifference difference(m_earlier->textOf(entry), entry.originFile);
+    return name + QLatin1Char('\n') + difference.sentence();
 }
 
-void zoHostRecovery::offerOne(const Entry& entry)
+void zoHostRecovery::offerOne(const Entry& entry, bool isCrash)
 {
-    auto* box = new QMessageBox(QMessageBox::Question, QStringLiteral("zohost"),
-                                tr("The host was told to end while there were changes that were not saved."),
-                                QMessageBox::NoButton, m_window);
+    auto* box = new QMessageBox(
+        QMessageBox::Question, QStringLiteral("zohost"),
+        isCrash ? tr("The host broke off while there were changes that were not saved.")
+                : tr("The host was told to end while there were changes that were not saved."),
+        QMessageBox::NoButton, m_window);
     box->setObjectName(QStringLiteral("RecoveryBox"));
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setInformativeText(describe(entry) + QLatin1Char('\n') +
@@ -151,10 +166,17 @@ void zoHostRecovery::offerOne(const Entry& entry)
 void zoHostRecovery::offerList(const QVector<Entry>& entries)
 {
     QStringList lines;
-    for (const Entry& entry : entries)
-        lines << describe(entry);
+    // The files have other names by now.
+    const QVector<Entry> listed = m_earlier->entries();
+    for (const Entry& entry : listed) {
+        const bool isOne = std::any_of(entries.cbegin(), entries.cend(), [&entry](const Entry& one) {
+            return one.replaced == entry.replaced && one.originFile == entry.originFile;
+        });
+        if (isOne)
+            lines << describe(entry);
+    }
     auto* box = new QMessageBox(QMessageBox::Question, QStringLiteral("zohost"),
-                                tr("Hosts were told to end while there were changes that were not saved."),
+                                tr("Hosts ended while there were changes that were not saved."),
                                 QMessageBox::NoButton, m_window);
     box->setObjectName(QStringLiteral("RecoveryBox"));
     box->setAttribute(Qt::WA_DeleteOnClose);

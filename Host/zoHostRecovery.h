@@ -8,7 +8,7 @@
 
 class zoHostMainWindow;
 
-// Keeps unsaved work when the host is told to end, and offers it at the next start.
+// Keeps unsaved work when the host is told to end, and offers at the next start what was kept so or a crash left.
 class zoHostRecovery final : public QObject
 {
     Q_OBJECT
@@ -28,8 +28,8 @@ public:
 private:
     using Entry = zoHostEarlierConfigurations::Entry;
 
-    static QString describe(const Entry& entry);
-    void offerOne(const Entry& entry);
+    QString describe(const Entry& entry) const;
+    void offerOne(const Entry& entry, bool isCrash);
     void offerList(const QVector<Entry>& entries);
     void finish();
     void takeRefuge(const QString& text, const QString& originFile);

@@ -882,6 +882,14 @@ auch wenn die Server dann instabil sein können?</translation>
         <source>Part of the tile height that fades out at the upper edge, which the render nodes call the bottom one</source>
         <translation>Blendbereich am oberen Rand, als Anteil der Kachelhöhe; die Renderknoten nennen ihn den unteren</translation>
     </message>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Wiederholen</translation>
+    </message>
 </context>
 <context>
     <name>zoHPCDisplayItem</name>
@@ -1796,6 +1804,93 @@ auch wenn die Server dann instabil sein können?</translation>
     </message>
 </context>
 <context>
+    <name>zoHPCStepName</name>
+    <message>
+        <source>Convert %1 to planes</source>
+        <translation>%1 in Ebenen umwandeln</translation>
+    </message>
+    <message>
+        <source>Change configuration</source>
+        <translation>Konfiguration ändern</translation>
+    </message>
+    <message>
+        <source>Change cluster computers</source>
+        <translation>Clusterrechner ändern</translation>
+    </message>
+    <message>
+        <source>Add %1</source>
+        <translation>%1 hinzufügen</translation>
+    </message>
+    <message>
+        <source>Delete %1</source>
+        <translation>%1 löschen</translation>
+    </message>
+    <message>
+        <source>Change %1</source>
+        <translation>%1 ändern</translation>
+    </message>
+    <message>
+        <source>Change &quot;%1&quot; of %2</source>
+        <translation>„%1“ ändern: %2</translation>
+    </message>
+    <message>
+        <source>projection %1</source>
+        <translation>Projektion %1</translation>
+    </message>
+    <message>
+        <source>display %1</source>
+        <translation>Anzeige %1</translation>
+    </message>
+    <message>
+        <source>network %1</source>
+        <translation>Netzwerk %1</translation>
+    </message>
+    <message>
+        <source>window %1</source>
+        <translation>Fenster %1</translation>
+    </message>
+    <message>
+        <source>compute node %1</source>
+        <translation>Rechenknoten %1</translation>
+    </message>
+    <message>
+        <source>viewport %1</source>
+        <translation>Viewport %1</translation>
+    </message>
+    <message>
+        <source>options</source>
+        <translation>Optionen</translation>
+    </message>
+    <message>
+        <source>configuration</source>
+        <translation>Konfiguration</translation>
+    </message>
+    <message>
+        <source>%1 projections</source>
+        <translation>%1 Projektionen</translation>
+    </message>
+    <message>
+        <source>%1 displays</source>
+        <translation type="unfinished">%1 Anzeigen</translation>
+    </message>
+    <message>
+        <source>%1 networks</source>
+        <translation>%1 Netzwerke</translation>
+    </message>
+    <message>
+        <source>%1 windows</source>
+        <translation>%1 Fenster</translation>
+    </message>
+    <message>
+        <source>%1 compute nodes</source>
+        <translation>%1 Rechenknoten</translation>
+    </message>
+    <message>
+        <source>%1 viewports</source>
+        <translation>%1 Viewports</translation>
+    </message>
+</context>
+<context>
     <name>zoHPCTextCheck</name>
     <message>
         <source>No configuration has an element &quot;%1&quot;.</source>
@@ -2209,6 +2304,17 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>The hosts text is nested too deep: the tree has at most %1 levels. Put networks beside each other, not into each other.</source>
         <translation>Der Hosttext ist zu tief verschachtelt: Der Baum hat höchstens %1 Ebenen. Bitte Netzwerke nebeneinander statt ineinander stellen.</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCUndo</name>
+    <message>
+        <source>Change display setup</source>
+        <translation>Anzeigen einrichten</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
     </message>
 </context>
 <context>

@@ -28,6 +28,93 @@
     </message>
 </context>
 <context>
+    <name>zoConfigurationDifference</name>
+    <message>
+        <source>1 network</source>
+        <translation>1 Netzwerk</translation>
+    </message>
+    <message>
+        <source>%1 networks</source>
+        <translation>%1 Netzwerke</translation>
+    </message>
+    <message>
+        <source>1 compute node</source>
+        <translation>1 Rechenknoten</translation>
+    </message>
+    <message>
+        <source>%1 compute nodes</source>
+        <translation>%1 Rechenknoten</translation>
+    </message>
+    <message>
+        <source>1 projection</source>
+        <translation>1 Projektion</translation>
+    </message>
+    <message>
+        <source>%1 projections</source>
+        <translation>%1 Projektionen</translation>
+    </message>
+    <message>
+        <source>1 display</source>
+        <translation>1 Anzeige</translation>
+    </message>
+    <message>
+        <source>%1 displays</source>
+        <translation>%1 Anzeigen</translation>
+    </message>
+    <message>
+        <source>1 window</source>
+        <translation>1 Fenster</translation>
+    </message>
+    <message>
+        <source>%1 windows</source>
+        <translation>%1 Fenster</translation>
+    </message>
+    <message>
+        <source>1 viewport</source>
+        <translation>1 Viewport</translation>
+    </message>
+    <message>
+        <source>%1 viewports</source>
+        <translation>%1 Viewports</translation>
+    </message>
+    <message>
+        <source>%1 more</source>
+        <translation>%1 mehr</translation>
+    </message>
+    <message>
+        <source>%1 less</source>
+        <translation>%1 weniger</translation>
+    </message>
+    <message>
+        <source>It is empty.</source>
+        <translation>Sie ist leer.</translation>
+    </message>
+    <message>
+        <source>It has %1.</source>
+        <translation>Sie hat %1.</translation>
+    </message>
+    <message>
+        <source>, </source>
+        <translation>, </translation>
+    </message>
+    <message>
+        <source>Its file is not there any more.</source>
+        <translation>Ihre Datei ist nicht mehr da.</translation>
+    </message>
+    <message>
+        <source>It is the same as its file.</source>
+        <translation>Sie ist gleich ihrer Datei.</translation>
+    </message>
+    <message>
+        <source>It differs from its file in values only.</source>
+        <translation>Sie unterscheidet sich von ihrer Datei nur in Werten.</translation>
+    </message>
+    <message>
+        <source>Against its file: %1.</source>
+        <translation>Gegenüber ihrer Datei: %1.</translation>
+    </message>
+</context>
+<context>
     <name>zoFileName</name>
     <message>
         <source>the file name is empty</source>
@@ -72,6 +159,13 @@
 Do you want to rehearse the session on this machine?</source>
         <translation>Kein Knoten der Konfiguration ist erreichbar.
 Soll die Sitzung auf diesem Rechner geprobt werden?</translation>
+    </message>
+</context>
+<context>
+    <name>zoHostAutosave</name>
+    <message>
+        <source>Changes that are not saved cannot be kept for the case of a crash: %1. Save them.</source>
+        <translation>Ungespeicherte Änderungen können für den Fall eines Absturzes nicht aufbewahrt werden: %1. Bitte speichern.</translation>
     </message>
 </context>
 <context>
@@ -776,10 +870,6 @@ Das Protokoll nennt den Grund.</translation>
         <translation>&amp;Nicht jetzt</translation>
     </message>
     <message>
-        <source>Hosts were told to end while there were changes that were not saved.</source>
-        <translation>Programme wurden beendet, während es ungespeicherte Änderungen gab.</translation>
-    </message>
-    <message>
         <source>&amp;Show them</source>
         <translation>An&amp;zeigen</translation>
     </message>
@@ -790,6 +880,14 @@ Das Protokoll nennt den Grund.</translation>
     <message>
         <source>The changes that are not saved are kept in %1. The next start offers them.</source>
         <translation>Die ungespeicherten Änderungen liegen in %1. Der nächste Start bietet sie an.</translation>
+    </message>
+    <message>
+        <source>The host broke off while there were changes that were not saved.</source>
+        <translation>Der Host brach ab, während es ungespeicherte Änderungen gab.</translation>
+    </message>
+    <message>
+        <source>Hosts ended while there were changes that were not saved.</source>
+        <translation>Hosts endeten, während es ungespeicherte Änderungen gab.</translation>
     </message>
 </context>
 <context>
@@ -916,6 +1014,25 @@ Das Protokoll nennt den Grund.</translation>
     <message>
         <source>Show test image: off</source>
         <translation>Testbild anzeigen: aus</translation>
+    </message>
+</context>
+<context>
+    <name>zoHostUndoActions</name>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Rückgängig</translation>
+    </message>
+    <message>
+        <source>&amp;Undo %1</source>
+        <translation>&amp;Rückgängig: %1</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>&amp;Wiederholen</translation>
+    </message>
+    <message>
+        <source>&amp;Redo %1</source>
+        <translation>&amp;Wiederholen: %1</translation>
     </message>
 </context>
 <context>

@@ -4,6 +4,7 @@
 #include "zoHPCDisplayActions.h"
 #include "zoHPCDisplayPanel.h"
 #include "zoHPCDisplaySetup.h"
+#include "zoHPCDisplaySize.h"
 #include "zoHPCDisplayTrees.h"
 #include "zoHPCKeys.h"
 #include "zoHPCLayoutPane.h"
@@ -26,10 +27,8 @@
 #include <zoNodeService.h>
 
 #include <QAction>
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPushButton>
-#include <QScreen>
 #include <QSignalBlocker>
 #include <QStyle>
 
@@ -184,6 +183,25 @@ void zoHPCDisplayGUII::loadFromXML(const QDomDocument& document)
     emit displayChanged();
 }
 
+void zoHPCDisplayGUII::restore(const QDomDocument& document)
+{
+    {
+        const QSignalBlocker blocker(this);
+        loadFromXML(document);
+    }
+    noteChange();
+}
+
+QPushButton* zoHPCDisplayGUII::undoButton() const
+{
+    return m_ui->m_undoButton;
+}
+
+QPushButton* zoHPCDisplayGUII::redoButton() const
+{
+    return m_ui->m_redoButton;
+}
+
 void zoHPCDisplayGUII::setDefaultConfig()
 {
     {
@@ -245,23 +263,7 @@ void zoHPCDisplayGUII::open(const QStringList& nodeNames)
     setNodeNames(nodeNames);
     setModal(true);
     show();
-    fitScreen();
-}
-
-// Once all parts know their sizes, which depend on style and language.
-void zoHPCDisplayGUII::fitScreen()
-{
-    constexpr int FRAME = 32; // around the window
-    const int room = screen()->availableGeometry().width() - FRAME;
-    const int tooWide = minimumSizeHint().width() - room;
-    if (tooWide <= 0)
-        return;
-    // Better panels to scroll than panes one over the other.
-    m_ui->m_panelArea->setMinimumWidth(std::max(m_ui->m_panelArea->minimumWidth() - tooWide, 0));
-    m_ui->m_panelArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    m_ui->m_splitter->updateGeometry();
-    layout()->activate();
-    resize(std::min(width(), room), height());
+    zoHPCDisplaySize::fitScreen(*this, *m_ui);
 }
 
 void zoHPCDisplayGUII::apply()
@@ -278,13 +280,8 @@ void zoHPCDisplayGUII::accept()
 
 void zoHPCDisplayGUII::reject()
 {
-    if (!m_backup.documentElement().isNull()) {
-        {
-            const QSignalBlocker blocker(this);
-            loadFromXML(m_backup);
-        }
-        noteChange();
-    }
+    if (!m_backup.documentElement().isNull())
+        restore(m_backup);
     m_hostFixes.takeBack();
     QDialog::reject();
 }
@@ -567,19 +564,14 @@ void zoHPCDisplayGUII::createPreview()
     m_ui->m_splitter->addWidget(m_layoutPane);
     m_ui->m_splitter->setStretchFactor(0, 0);
     m_ui->m_splitter->setStretchFactor(2, 1);
-    constexpr int TREE_WIDTH = 280;
-    constexpr int PICTURE_WIDTH = 580; // most problems can be read to their end
-    const int pictureWidth = std::max(PICTURE_WIDTH, m_layoutPane->sizeHint().width());
-    const int panelWidth = m_ui->m_panelArea->minimumWidth();
-    m_ui->m_splitter->setSizes({TREE_WIDTH, panelWidth, pictureWidth});
-    // Within the screen, with room for the frame around the window.
-    constexpr int FRAME = 48;
-    const QSize screen = QGuiApplication::primaryScreen()->availableGeometry().size();
-    resize(std::min(TREE_WIDTH + panelWidth + pictureWidth, screen.width()),
-           std::min(height(), screen.height() - FRAME));
+    zoHPCDisplaySize::begin(*this, *m_ui, m_layoutPane->sizeHint().width());
     setHostTree(nullptr);
     // The buttons at the bottom come last.
     QWidget* last = m_layoutPane->problemsView()->list();
+    for (QWidget* button : {m_ui->m_undoButton, m_ui->m_redoButton}) {
+        setTabOrder(last, button);
+        last = button;
+    }
     for (const QDialogButtonBox::StandardButton which :
          {QDialogButtonBox::Ok, QDialogButtonBox::Cancel, QDialogButtonBox::Apply}) {
         setTabOrder(last, m_ui->m_buttonBox->button(which));

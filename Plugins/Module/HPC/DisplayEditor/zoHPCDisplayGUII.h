@@ -11,6 +11,7 @@
 
 #include <memory>
 
+class QPushButton;
 class QTreeWidget;
 class QTreeWidgetItem;
 class QZODataWidgetMapper;
@@ -65,7 +66,13 @@ public:
     void saveToXML(QDomDocument& document) const;
     // Replaces both trees; a document without a root empties them. Documents without a version are upgraded.
     void loadFromXML(const QDomDocument& document);
+    // The same for what the trees held before, which is not announced as applied.
+    void restore(const QDomDocument& document);
     void setDefaultConfig();
+
+    // For whoever keeps the steps of the dialog; disabled without.
+    QPushButton* undoButton() const;
+    QPushButton* redoButton() const;
 
     // Links viewports and projections: by identifier, else by name; what finds neither loses its projection.
     void correctProjectionViewportsAssignments();
@@ -131,7 +138,6 @@ private:
     void connectPanels();
     void connectActions();
     void createPreview();
-    void fitScreen();
     void connectTrees();
     void connectServices();
 

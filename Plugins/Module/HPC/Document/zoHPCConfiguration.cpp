@@ -2,10 +2,14 @@
 
 #include "zoHPCDocumentText.h"
 #include "zoHPCDocumentWriter.h"
+#include "zoText.h"
 
 #include <QDomDocument>
+#include <QStringView>
 
 #include <zoClusterTags.h>
+
+#include <algorithm>
 
 namespace
 {
@@ -23,6 +27,18 @@ QString write(const zoHPCDisplaySetup& displays, const WriteHosts& writeHosts)
     zoHPCDocumentText::appendChildren(document.documentElement(), writer);
     writer.closeElement();
     return writer.takeText();
+}
+
+// Where the display section begins: with the first element of its own below the root.
+int displaysIn(const QString& text)
+{
+    int start = text.size();
+    for (const QLatin1String tag : {zoClusterTags::Projection, zoClusterTags::Display}) {
+        const int found = text.indexOf(zoText("\n <") + tag);
+        if (found >= 0)
+            start = std::min(start, found);
+    }
+    return start;
 }
 } // namespace
 
@@ -52,6 +68,16 @@ QString zoHPCConfiguration::text(zoHPCHostTree& hosts, const zoHPCDisplaySetup& 
 QString zoHPCConfiguration::textAsIs(const zoHPCHostTree& hosts, const zoHPCDisplaySetup& displays)
 {
     return write(displays, [&hosts](zoHPCDocumentWriter& writer) { hosts.writeRows(writer); });
+}
+
+bool zoHPCConfiguration::haveSameHosts(const QString& left, const QString& right)
+{
+    return QStringView(left).left(displaysIn(left)) == QStringView(right).left(displaysIn(right));
+}
+
+bool zoHPCConfiguration::haveSameDisplays(const QString& left, const QString& right)
+{
+    return QStringView(left).mid(displaysIn(left)) == QStringView(right).mid(displaysIn(right));
 }
 
 bool zoHPCConfiguration::isConfiguration(const QDomDocument& document)

@@ -29,6 +29,10 @@ public:
     // The text of both as they are, whatever a hosts file says by now.
     static QString textAsIs(const zoHPCHostTree& hosts, const zoHPCDisplaySetup& displays);
 
+    // Whether two texts that this class wrote have the same tree section, and the same projections and displays.
+    static bool haveSameHosts(const QString& left, const QString& right);
+    static bool haveSameDisplays(const QString& left, const QString& right);
+
     // Whether a document has one of the sections.
     static bool isConfiguration(const QDomDocument& document);
 

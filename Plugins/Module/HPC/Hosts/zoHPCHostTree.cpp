@@ -20,7 +20,9 @@
 #include <QCoreApplication>
 #include <QGuiApplication>
 
+#include <algorithm>
 #include <set>
+#include <utility>
 
 namespace
 {
@@ -43,6 +45,21 @@ void reportDepth(const zoHPCHostsSectionReader& reader)
                                                           "has at most %1 levels. Put networks beside "
                                                           "each other, not into each other."))
                                  .arg(reader.depthLimit())));
+}
+
+// In walks over two trees: the rows so far are of the same kinds and at the same places.
+bool isSameRow(const zoHPCTreeItem* left, const zoHPCTreeItem* right)
+{
+    return left->isNode() == right->isNode() && left->isNetwork() == right->isNetwork() &&
+           left->childCount() == right->childCount();
+}
+
+std::vector<std::pair<QString, QString>> optionsOf(const zoHPCTreeItem& item)
+{
+    std::vector<std::pair<QString, QString>> options;
+    item.forEachOption(
+        [&options](const QString& name, const QString& value) { options.emplace_back(name, value); });
+    return options;
 }
 } // namespace
 
@@ -346,6 +363,26 @@ void zoHPCHostTree::setDefaultConfig()
     m_master->updateState();
     createNode(createNetwork(m_master.get(), -1), zoText("localhost"), -1);
     emit itemsReplaced();
+}
+
+bool zoHPCHostTree::takeValues(const zoHPCHostTree& other)
+{
+    std::vector<zoHPCTreeItem*> own;
+    std::vector<zoHPCTreeItem*> others;
+    m_master->getAllSubItems(own);
+    other.master()->getAllSubItems(others);
+    if (!std::equal(own.cbegin(), own.cend(), others.cbegin(), others.cend(), isSameRow))
+        return false;
+    const Operation operation(this);
+    m_hostFile = other.m_hostFile;
+    m_booking = other.m_booking;
+    for (std::size_t i = 0; i < own.size(); ++i) {
+        if (own[i]->hostName() != others[i]->hostName())
+            own[i]->setHostName(others[i]->hostName());
+        if (optionsOf(*own[i]) != optionsOf(*others[i]))
+            own[i]->copyValuesFrom(others[i]);
+    }
+    return true;
 }
 
 void zoHPCHostTree::markRunning(const QStringList& ids)

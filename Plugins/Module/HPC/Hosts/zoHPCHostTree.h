@@ -77,6 +77,9 @@ public:
     bool loadFromXML(const QDomDocument& doc);
     void setXMLConfig(zoHPCTreeItem* parent, const QDomElement& element);
     void setDefaultConfig();
+    // Names, options, hosts file and booking of a tree that has the same rows; the rows stay. False, and nothing
+    // is done, for a tree that has others.
+    bool takeValues(const zoHPCHostTree& other);
 
     // Marks the nodes of these ids, and the networks that they are in, as running, and no others.
     void markRunning(const QStringList& ids);

@@ -234,6 +234,17 @@ void zoHPCTreeGUIW::loadFromXML(QDomDocument& doc)
     emit hostsChanged();
 }
 
+void zoHPCTreeGUIW::restore(QDomDocument& doc)
+{
+    zoHPCHostTree coming;
+    if (!coming.loadFromXML(doc))
+        return;
+    if (m_hosts->takeValues(coming))
+        emit hostsChanged();
+    else
+        loadFromXML(doc);
+}
+
 void zoHPCTreeGUIW::setXMLConfig(zoHPCTreeItem* parent, QDomElement element)
 {
     m_hosts->setXMLConfig(parent, element);

@@ -85,6 +85,9 @@ public:
     void writeRows(zoHPCDocumentWriter& writer) const;
     void appendXMLConfig(zoHPCTreeItem* item, QDomDocument& doc, QDomElement& parent);
     void loadFromXML(QDomDocument& doc);
+    // The same for what the tree held before: where its rows are those of the document they stay, and with them
+    // what is selected.
+    void restore(QDomDocument& doc);
     void setXMLConfig(zoHPCTreeItem* parent, QDomElement element);
     void setDefaultConfig();
 

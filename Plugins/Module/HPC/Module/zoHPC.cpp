@@ -6,6 +6,7 @@
 #include "zoHPCTreeEditGUIW.h"
 #include "zoHPCTreeGUIW.h"
 #include "zoHPCTreeItem.h"
+#include "zoHPCUndo.h"
 #include "zoText.h"
 
 #include <QAction>
@@ -65,6 +66,8 @@ zoHPC::~zoHPC()
 {
     // The windows belong to the host's main window; without this object they have nothing to do.
     zoHPCRetirement::retire(m_connectOverlay);
+    if (m_mainWindow)
+        delete m_mainWindow->undoSteps(); // hears of the focus of the application
     zoHPCRetirement::retire(m_mainWindow);
     s_instance = nullptr;
 }

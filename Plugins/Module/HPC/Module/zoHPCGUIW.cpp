@@ -16,6 +16,7 @@
 #include "zoHPCTreeEditGUIW.h"
 #include "zoHPCTreeGUIW.h"
 #include "zoHPCTreeItem.h"
+#include "zoHPCUndo.h"
 #include "zoHPCUniqueNames.h"
 #include "zoHPCWindowItem.h"
 #include "zoHPCWindowMemory.h"
@@ -31,6 +32,7 @@
 #include <QMenuBar>
 #include <QScopedValueRollback>
 #include <QSet>
+#include <QSignalBlocker>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTreeWidget>
@@ -90,13 +92,17 @@ zoHPCGUIW::zoHPCGUIW(QWidget* parent, const QString& name)
     connect(m_displayEditor, SIGNAL(displayChanged()), this, SLOT(updateDisplayState()));
     connect(m_displayEditor, SIGNAL(displayChanged()), this, SIGNAL(displayPropertiesChanged()));
 
+    createUndo();
     m_files.setUntouched(documentText());
     takeAsSaved(documentText());
     showFile();
     followChanges();
 }
 
-zoHPCGUIW::~zoHPCGUIW() = default;
+zoHPCGUIW::~zoHPCGUIW()
+{
+    delete m_undo; // while what it listens to is whole
+}
 
 void zoHPCGUIW::createActions()
 {
@@ -148,6 +154,25 @@ void zoHPCGUIW::createKeys()
     keys->add(m_stopAction, int(Qt::SHIFT) | Qt::Key_F5);
     // As in other trees; here the name has a field of its own.
     keys->add(m_tree->master()->treeWidget(), Qt::Key_F2, [this] { m_editor->editName(); });
+}
+
+void zoHPCGUIW::createUndo()
+{
+    m_undo =
+        new zoHPCUndo({m_tree, m_editor, m_displayEditor, [this] { return documentText(); },
+                       [this](const QString& from, const QString& to,
+                              const std::function<void()>& showPlace) { restoreText(from, to, showPlace); }},
+                      this);
+    connect(m_undo, &zoHPCUndo::changed, this, &zoHPCGUIW::showSteps);
+    // In no menu: a host has them in its own.
+    auto* undo = new QAction(this);
+    auto* redo = new QAction(this);
+    connect(undo, &QAction::triggered, this, &zoHPCGUIW::undo);
+    connect(redo, &QAction::triggered, this, &zoHPCGUIW::redo);
+    auto* keys = new zoHPCKeys(this);
+    keys->add(undo, int(Qt::CTRL) | Qt::Key_Z);
+    keys->add(redo, Qt::CTRL | Qt::SHIFT | Qt::Key_Z);
+    keys->takeFromFields();
 }
 
 void zoHPCGUIW::createMenus()
@@ -247,6 +272,11 @@ zoHPCDisplayGUII* zoHPCGUIW::getDisplayEditor() const
     return m_displayEditor;
 }
 
+zoHPCUndo* zoHPCGUIW::undoSteps() const
+{
+    return m_undo;
+}
+
 QSize zoHPCGUIW::sizeHint() const
 {
     return {800, 600};
@@ -275,6 +305,7 @@ void zoHPCGUIW::setIsRunning(bool running, const QStringList& nodes)
     // Saving stays possible: a layout that runs is worth keeping.
     for (QAction* replacing : {m_newAction, m_loadAction, m_importLegacyAction, m_editConfigAction})
         replacing->setEnabled(!running);
+    m_undo->setRunning(running);
     m_tree->setIsRunning(running, nodes);
     m_editor->setIsRunning(running);
     m_displayEditor->setIsRunning(running);
@@ -299,6 +330,7 @@ void zoHPCGUIW::stopCluster()
 
 void zoHPCGUIW::displaySetup()
 {
+    m_undo->commit();
     m_displayEditor->open(m_tree->getNodeNames());
 }
 
@@ -374,12 +406,17 @@ void zoHPCGUIW::replaceContents(const std::function<void()>& replace)
 
 QString zoHPCGUIW::replaceConfigString(const QString& text)
 {
+    m_undo->commit();
     // A service may tell back what it was just given, which makes nothing saved that was not.
-    const bool isSaved = announceReplacement(text) != text && m_files.current().isEmpty();
+    const QString going = announceReplacement(text);
+    const bool isSaved = going != text && m_files.current().isEmpty();
     setConfigString(text);
     const QString written = documentText();
     if (isSaved)
         takeAsRead(written);
+    // What a service tells back is the same configuration, with the same way to it.
+    if (written != going)
+        m_undo->reset();
     return written;
 }
 
@@ -471,7 +508,7 @@ void zoHPCGUIW::refreshStatusLater()
 void zoHPCGUIW::refreshStatus()
 {
     showFile();
-    showDiffers(differs());
+    showDiffers(m_files.differs(m_undo->text()));
     showContents();
 }
 
@@ -512,6 +549,7 @@ void zoHPCGUIW::loadConfig(const QString& fileName)
         zoHPCTextLog::tell(fileName, text, m_displayEditor->setup(), m_tree->hosts()->master());
     m_files.setCurrent(fileName);
     takeAsRead(documentText());
+    m_undo->reset();
     showFile();
     if (isConfiguration)
         statusBar()->clearMessage();
@@ -555,7 +593,53 @@ void zoHPCGUIW::setDefaultConfig()
     const QString text = documentText();
     m_files.setUntouched(text);
     takeAsSaved(text);
+    m_undo->reset();
     showFile();
+}
+
+void zoHPCGUIW::undo()
+{
+    if (!m_undo->isDialogOpen())
+        m_undo->undo();
+}
+
+void zoHPCGUIW::redo()
+{
+    if (!m_undo->isDialogOpen())
+        m_undo->redo();
+}
+
+void zoHPCGUIW::restoreText(const QString& from, const QString& to, const std::function<void()>& showPlace)
+{
+    QDomDocument document;
+    zoHPCDocumentText::parse(to, document);
+    {
+        // What it comes to show is announced as if a person had chosen it: a running session would hear of each.
+        const QSignalBlocker blocker(m_editor);
+        replaceContents([&] {
+            if (!zoHPCConfiguration::haveSameHosts(from, to))
+                m_tree->restore(document);
+            if (!zoHPCConfiguration::haveSameDisplays(from, to))
+                m_displayEditor->restore(document);
+            showPlace();
+            m_editor->setItem(m_tree->selectedItem());
+        });
+    }
+    // Inside of the display setup Apply and OK tell the session.
+    if (!m_undo->isDialogOpen())
+        emit displayPropertiesChanged();
+}
+
+void zoHPCGUIW::showSteps()
+{
+    const bool isShown = !m_undo->isDialogOpen();
+    const auto show = [this, isShown](const char* property, const QAction* action) {
+        const QString name = isShown && action->isEnabled() ? action->text() : QString();
+        if (this->property(property).toString() != name)
+            setProperty(property, name);
+    };
+    show("undoStep", m_undo->undoAction());
+    show("redoStep", m_undo->redoAction());
 }
 
 void zoHPCGUIW::editConfig()
@@ -586,6 +670,7 @@ void zoHPCGUIW::importLegacy()
     announceReplacement(converted);
     // No file holds it yet in this form: it is not saved.
     setConfigString(converted);
+    m_undo->reset();
     if (converter.parameterCount() == 0)
         statusBar()->showMessage(
             tr("%1 holds no parameters of a legacy configuration.").arg(QDir::toNativeSeparators(fileName)),

@@ -3,6 +3,7 @@
 #include "zoHPCConfigurationFiles.h"
 
 #include <QMainWindow>
+#include <QPointer>
 #include <QStringList>
 #include <QTimer>
 
@@ -18,6 +19,7 @@ class zoHPCStatusPane;
 class zoHPCTreeEditGUIW;
 class zoHPCTreeGUIW;
 class zoHPCTreeItem;
+class zoHPCUndo;
 
 // The cluster window: host tree and node editor side by side, the display-setup dialog, and the configuration
 // with its files. It asks for sessions through its signals and shows the state that it is told.
@@ -39,6 +41,11 @@ class zoHPCTreeItem;
 //   an invalid value, with another event, which listeners ignore. Nothing is announced when nothing gets lost:
 //   because the same configuration comes again, or because the one that goes is empty or was never touched since
 //   the window was built or New was chosen.
+//
+// - The dynamic properties "undoStep" and "redoStep" hold the names of the steps that the slots undo() and redo()
+//   would take, "Delete projection Wall"; they are empty when there is none, as while the display setup is open.
+//   Each change of one is a QDynamicPropertyChangeEvent. New, Load, Import and a configuration that the cluster
+//   service brings begin without steps.
 class zoHPCGUIW : public QMainWindow
 {
     Q_OBJECT
@@ -52,6 +59,8 @@ public:
     zoHPCTreeGUIW* getTree() const;
     zoHPCTreeEditGUIW* getEditor() const;
     zoHPCDisplayGUII* getDisplayEditor() const; // for hosts and tests
+    // Goes before the window when nothing may run in that any more.
+    zoHPCUndo* undoSteps() const;
 
     QSize sizeHint() const override;
     void setVisible(bool visible) override;
@@ -99,6 +108,11 @@ public slots:
     void setDefaultConfig();
     void editConfig();
 
+    // One step back and forth. What was selected, expanded and in view comes back with it. While a session runs the
+    // service gets the configuration once. Without such a step they do nothing.
+    void undo();
+    void redo();
+
 signals:
     void startTriggered();
     void stopTriggered();
@@ -123,6 +137,9 @@ private:
     // Loads both sections; false when the text holds neither.
     bool readText(const QString& text);
     void replaceContents(const std::function<void()>& replace);
+    void createUndo();
+    void restoreText(const QString& from, const QString& to, const std::function<void()>& showPlace);
+    void showSteps();
     void takeAsSaved(const QString& text);
     // The same after reading a configuration, which differs from what was read where the node editor replaced
     // values that it cannot show. `text` is that of now.
@@ -150,6 +167,7 @@ private:
     zoHPCTreeGUIW* m_tree = nullptr;
     zoHPCTreeEditGUIW* m_editor = nullptr;
     zoHPCDisplayGUII* m_displayEditor = nullptr;
+    QPointer<zoHPCUndo> m_undo;
     zoHPCConfigurationFiles m_files;
     QString m_lastConfig;       // the text last built, read or applied
     bool m_isReplacing = false; // tree and displays are being replaced

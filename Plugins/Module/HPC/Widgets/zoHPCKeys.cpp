@@ -1,11 +1,13 @@
 #include "zoHPCKeys.h"
 
 #include <QAbstractItemView>
+#include <QAbstractSpinBox>
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMenu>
 #include <QScopedValueRollback>
 #include <QWidget>
@@ -60,6 +62,16 @@ void zoHPCKeys::add(QWidget* focus, const QKeySequence& key, std::function<void(
 {
     focus->installEventFilter(this);
     m_entries.push_back({key, nullptr, focus, std::move(run), true});
+}
+
+void zoHPCKeys::takeFromFields()
+{
+    const QList<QLineEdit*> lines = m_owner->findChildren<QLineEdit*>();
+    for (QLineEdit* line : lines)
+        line->installEventFilter(this);
+    const QList<QAbstractSpinBox*> numbers = m_owner->findChildren<QAbstractSpinBox*>();
+    for (QAbstractSpinBox* number : numbers)
+        number->installEventFilter(this);
 }
 
 bool zoHPCKeys::eventFilter(QObject* watched, QEvent* event)

@@ -30,6 +30,9 @@ public:
     void add(QAbstractItemView* view, QAction* action, QKeySequence::StandardKey key);
     // While `focus` has the focus. A view that would search its rows for the key does not get it.
     void add(QWidget* focus, const QKeySequence& key, std::function<void()> run);
+    // Text fields would take some of the keys for themselves, as for the undo of their own: those that are there now
+    // leave them to the window.
+    void takeFromFields();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
