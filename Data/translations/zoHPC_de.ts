@@ -1871,7 +1871,7 @@ auch wenn die Server dann instabil sein können?</translation>
     </message>
     <message>
         <source>%1 displays</source>
-        <translation type="unfinished">%1 Anzeigen</translation>
+        <translation>%1 Anzeigen</translation>
     </message>
     <message>
         <source>%1 networks</source>

@@ -14,7 +14,9 @@
 #include <QDialog>
 #include <QDir>
 #include <QFile>
+#include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QRegularExpression>
@@ -95,6 +97,7 @@ bool zoScreenshots::takeAll()
     takeHost();
     takeConnecting();
     takeNodeEditor();
+    takeEditMenu();
     takeHostsDialog();
     takeDocumentDialog();
     takeDisplaySetup();
@@ -181,6 +184,33 @@ void zoScreenshots::takeNodeEditor()
     choose(module(), "m_treeWidget", 0, 0, 0);
     take(module(), QStringLiteral("editor-node"));
     window()->resize(before);
+}
+
+void zoScreenshots::takeEditMenu()
+{
+    load(sample("powerwall-2x2.zhpc"));
+    openDisplaySetup([this](QDialog* dialog) {
+        choose(dialog, "m_projectionTree", 0);
+        QMetaObject::invokeMethod(dialog, "deleteItem");
+        settle();
+        take(dialog, QStringLiteral("setup-undo"));
+        dialog->accept();
+    });
+    settle();
+    trigger("undo");
+    // One step to take back and one to bring again.
+    choose(module(), "m_treeWidget", 0, 0, 1);
+    for (const char* name : {"gpu12", "gpu13"}) {
+        module()->findChild<QLineEdit*>(QStringLiteral("m_hostName"))->setText(QLatin1String(name));
+        settle();
+    }
+    trigger("undo");
+    auto* menu = qobject_cast<QMenu*>(window()->findChild<QAction*>(QStringLiteral("Undo"))->parent());
+    menu->popup(QPoint());
+    settle();
+    take(menu, QStringLiteral("edit-menu"));
+    menu->close();
+    settle();
 }
 
 void zoScreenshots::takeHostsDialog()

@@ -32,6 +32,7 @@ private:
     void takeHost();
     void takeConnecting();
     void takeNodeEditor();
+    void takeEditMenu();
     void takeHostsDialog();
     void takeDocumentDialog();
     void takeDisplaySetup();
