@@ -22,6 +22,7 @@ private slots:
     void windowsAreApart();
     void areaIsMissing_data();
     void areaIsMissing();
+    void cornersThatAreNotGivenAreTheWholeWindow();
     void onlyViewportIsMadeToFill();
     void cornersAreOutside_data();
     void cornersAreOutside();
@@ -165,6 +166,21 @@ void tst_zoHPCViewportChecks::areaIsMissing()
     // Told once.
     QVERIFY(!missing || zoHPCViewportChecks::viewportsOutsideWindow(setup.layout()).empty());
     QVERIFY(!missing || zoHPCViewportChecks::viewportsWithCrossedCorners(setup.layout()).empty());
+}
+
+void tst_zoHPCViewportChecks::cornersThatAreNotGivenAreTheWholeWindow()
+{
+    zoHPCSetup setup;
+    zoHPCViewportItem* const viewport =
+        add(setup, setup.addWindow(QStringLiteral("n"), QString(), QString()), {.5, .5, .5, .5});
+    // An empty text is not there any more when the file is read.
+    for (const QVariant& nothing : {QVariant(), QVariant(QString(""))}) {
+        for (const int corner :
+             {zoHPCViewportItem::X1, zoHPCViewportItem::Y1, zoHPCViewportItem::X2, zoHPCViewportItem::Y2})
+            viewport->setData(corner, Qt::EditRole, nothing);
+
+        QVERIFY(zoHPCViewportChecks::viewportsWithoutArea(setup.layout()).empty());
+    }
 }
 
 void tst_zoHPCViewportChecks::onlyViewportIsMadeToFill()
