@@ -16,7 +16,9 @@
 #include <cstring>
 #include <memory>
 
+#include <fcntl.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 namespace
 {
@@ -42,6 +44,20 @@ void allowManyFiles()
         limit.rlim_cur = limit.rlim_max;
         setrlimit(RLIMIT_NOFILE, &limit);
     }
+}
+
+// Where the pipes of a program belong something else would be opened, and taken for them.
+bool hasPipes()
+{
+    if (fcntl(STDERR_FILENO, F_GETFD) == -1)
+        open("/dev/null", O_RDWR);
+    for (const int file : {STDIN_FILENO, STDOUT_FILENO}) {
+        if (fcntl(file, F_GETFD) != -1)
+            continue;
+        std::fprintf(stderr, "standard %s is closed\n", file == STDIN_FILENO ? "input" : "output");
+        return false;
+    }
+    return true;
 }
 
 int runController(int argc, char** argv)
@@ -115,6 +131,8 @@ int main(int argc, char** argv)
     QCoreApplication::setApplicationName(QStringLiteral("ZOKEClusterServer"));
     QCoreApplication::setApplicationVersion(QStringLiteral(ZO_VERSION));
     const char* role = argc >= 2 ? argv[1] : "";
+    if (!hasPipes())
+        return 1;
     if (std::strcmp(role, "server") == 0)
         return runServer(argc, argv);
     if (argc != 2)

@@ -4,8 +4,11 @@
 #include <zoServerChannel.h>
 #include <zoServerMessageReader.h>
 
+#include <QFile>
+
 #include <algorithm>
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 
 #include <unistd.h>
@@ -18,6 +21,16 @@ constexpr int s_leaveMs = 1000;
 constexpr int s_usualPatience = 2;
 constexpr int s_lastIntervals = 3;
 constexpr int s_exitAlone = 3;
+
+// MPI's daemon of this job on this machine, which started this program, waits for a minute and longer before it
+// believes that the connection to the others is gone.
+void endDaemon()
+{
+    const pid_t daemon = getppid();
+    QFile name(QStringLiteral("/proc/%1/comm").arg(daemon));
+    if (daemon > 1 && name.open(QIODevice::ReadOnly) && name.readAll() == "orted\n")
+        kill(daemon, SIGTERM);
+}
 } // namespace
 
 zoChannelLink::zoChannelLink(std::unique_ptr<zoServerChannel> channel, QObject* parent)
@@ -146,6 +159,7 @@ void zoChannelLink::tick()
     // Messages are seen by the event loop alone: while it does not turn, silence says nothing.
     if (m_isWatching && hasTurned && ++m_silence > zoServerBeat::TicksUntilAlone) {
         m_aloneFor = 1;
+        endDaemon();
         QMetaObject::invokeMethod(this, &zoServerLink::closed, Qt::QueuedConnection);
         return;
     }

@@ -1321,6 +1321,62 @@ Das Protokoll nennt den Grund.</translation>
         <source>its network cannot be reached</source>
         <translation>sein Netzwerk ist nicht erreichbar</translation>
     </message>
+    <message>
+        <source>its program is version %1 with protocol %2, this one is version %3 with protocol %4</source>
+        <translation>sein Programm hat Version %1 mit Protokoll %2, dieses Version %3 mit Protokoll %4</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot be the name of a host</source>
+        <translation>„%1“ kann kein Rechnername sein</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; holds characters that a remote shell would not pass on</source>
+        <translation>„%1“ enthält Zeichen, die die Shell eines anderen Rechners nicht weitergäbe</translation>
+    </message>
+    <message>
+        <source>screen %1 is missing, the machine has %2</source>
+        <translation>Bildschirm %1 fehlt, der Rechner hat %2</translation>
+    </message>
+    <message>
+        <source>no GL 3.3: %1</source>
+        <translation>kein GL 3.3: %1</translation>
+    </message>
+    <message>
+        <source>a line that is no message</source>
+        <translation>eine Zeile, die keine Nachricht ist</translation>
+    </message>
+    <message>
+        <source>a message of %1 bytes</source>
+        <translation>eine Nachricht von %1 Bytes</translation>
+    </message>
+    <message>
+        <source>too much before the first message</source>
+        <translation>zu viel vor der ersten Nachricht</translation>
+    </message>
+    <message>
+        <source>exit status %1</source>
+        <translation>Rückgabewert %1</translation>
+    </message>
+    <message>
+        <source>signal %1</source>
+        <translation>Signal %1</translation>
+    </message>
+    <message>
+        <source>standard input is closed</source>
+        <translation>die Standardeingabe ist geschlossen</translation>
+    </message>
+    <message>
+        <source>standard output is closed</source>
+        <translation>die Standardausgabe ist geschlossen</translation>
+    </message>
+    <message>
+        <source>the display %1 cannot be used: nothing answers there, or this account may not use it</source>
+        <translation>die Anzeige %1 ist nicht benutzbar: dort antwortet nichts, oder dieses Konto darf sie nicht benutzen</translation>
+    </message>
+    <message>
+        <source>window %1: %2</source>
+        <translation>Fenster %1: %2</translation>
+    </message>
 </context>
 <context>
     <name>zoParaViewPicture</name>

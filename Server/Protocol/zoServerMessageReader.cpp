@@ -94,7 +94,9 @@ zoServerMessageReader::Outcome zoServerMessageReader::skipNoise()
         const QString line = QString::fromUtf8(m_bytes.mid(m_position, end - m_position)).trimmed();
         if (!line.isEmpty())
             m_lastNoise = line;
-        m_noise += end + 1 - m_position;
+        // A program begins with the end of the line that the login script may have left open: an empty line is none.
+        if (end > m_position)
+            m_noise += end + 1 - m_position;
         m_position = end + 1;
         if (m_noise > MaximumNoise)
             return broken(QStringLiteral("too much before the first message"));

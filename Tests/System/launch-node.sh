@@ -13,6 +13,30 @@ talkative)
     printf 'Welcome to this machine\nHELLO 5\nworld\n$ '
     exec "$@"
     ;;
+noise-*)
+    # So many bytes, with the end of the line.
+    head -c $((${host#noise-} - 1)) /dev/zero | tr '\0' x
+    echo
+    exec "$@"
+    ;;
+many-errors)
+    head -c 3000000 /dev/zero | tr '\0' x >&2
+    yes 'a warning of the login script' | head -c 3000000 >&2
+    exec "$@"
+    ;;
+closed) exec "$@" >&- ;;
+garbage)
+    head -c 300000 /dev/zero | tr '\0' '\377'
+    exec sleep 60
+    ;;
+half)
+    printf 'HELLO 33\n{"protocol":99'
+    exit 0
+    ;;
+endless)
+    printf 'HELLO 33\n{"protocol":99,"version":"9.8.7"}xxxxx'
+    exec sleep 60
+    ;;
 other-version)
     printf 'HELLO 33\n{"protocol":99,"version":"9.8.7"}\n\n'
     exec sleep 60

@@ -63,6 +63,7 @@ private slots:
     void startsAndStopsLeaveNothing();
     void launchFailuresAreNamed_data();
     void launchFailuresAreNamed();
+    void noiseOfALoginIsNoFailure_data();
     void noiseOfALoginIsNoFailure();
     void mpiThatDoesNotWorkLeavesPipes();
     void missingControllerFailsTheStart();
@@ -218,6 +219,14 @@ void tst_zoNodeClusterService::launchFailuresAreNamed_data()
                                      << "/nowhere/ZOKEClusterServer"
                                      << "not found|No such file";
     QTest::newRow("other-version") << "other-version" << ZO_SERVER_FILE << "9\\.8\\.7.*" ZO_VERSION;
+    QTest::newRow("too-much-noise") << "noise-65537" << ZO_SERVER_FILE << "too much before the first message";
+    QTest::newRow("garbage") << "garbage" << ZO_SERVER_FILE << "too much before the first message";
+    QTest::newRow("half-a-message") << "half" << ZO_SERVER_FILE << "its server ended: .";
+    QTest::newRow("output-closed") << "closed" << ZO_SERVER_FILE << "standard output is closed";
+    QTest::newRow("name-is-a-line") << "a\nb" << ZO_SERVER_FILE << "cannot be the name of a host";
+    QTest::newRow("name-has-quotes") << "a\"$(id)" << ZO_SERVER_FILE << "cannot be the name of a host";
+    QTest::newRow("name-is-too-long")
+        << QString(256, QLatin1Char('h')) << ZO_SERVER_FILE << "cannot be the name of a host";
     QTest::newRow("name-is-an-option")
         << "-oProxyCommand=x" << ZO_SERVER_FILE << "\"-oProxyCommand=x\" cannot";
     QTest::newRow("name-is-a-command") << "a;id" << ZO_SERVER_FILE << "\"a;id\" cannot";
@@ -246,14 +255,22 @@ void tst_zoNodeClusterService::launchFailuresAreNamed()
     QVERIFY(!service->start());
 }
 
+void tst_zoNodeClusterService::noiseOfALoginIsNoFailure_data()
+{
+    QTest::addColumn<QString>("host");
+    for (const char* host : {"talkative", "noise-65535", "noise-65536", "many-errors"})
+        QTest::newRow(host) << QString::fromLatin1(host);
+}
+
 void tst_zoNodeClusterService::noiseOfALoginIsNoFailure()
 {
+    QFETCH(QString, host);
     const auto service = createLaunched();
-    service->applyConfig(documentOf({"talkative"}));
+    service->applyConfig(documentOf({host}));
 
     QVERIFY(service->start());
 
-    QCOMPARE(service->runningNodes(), QStringList("talkative"));
+    QCOMPARE(service->runningNodes(), QStringList(host));
     QVERIFY((service->capabilities() & zoClusterService::Rehearses) == 0);
 }
 
