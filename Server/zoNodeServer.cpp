@@ -168,10 +168,8 @@ void zoNodeServer::openWindows(const QJsonObject& object)
         for (const zoWallNode& node : setup.nodes)
             failures.insert(node.id, failed.join(QStringLiteral("; ")));
     }
-    const QStringList remarks = m_show->remarks();
-    for (const QString& remark : remarks)
-        tell("NOTE", {{QStringLiteral("node"), m_setup.nodes.empty() ? QString() : m_setup.nodes.front().id},
-                      {QStringLiteral("text"), remark}});
+    for (const zoNodeShow::Remark& remark : m_show->remarks())
+        tell("NOTE", {{QStringLiteral("node"), remark.node}, {QStringLiteral("text"), remark.text}});
     tell("OPENED", {{QStringLiteral("failures"), failures}});
 }
 

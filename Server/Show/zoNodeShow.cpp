@@ -106,23 +106,24 @@ QString zoNodeShow::openWindow(int index)
 void zoNodeShow::remark(const zoWindowPicture& picture, zoShowSurface& surface, const zoGLSurface* gl,
                         bool isRehearsal)
 {
+    const auto add = [this, &picture](const QString& text) {
+        m_remarks.push_back({picture.node().id, text});
+    };
     const QSize size = surface.window().size();
     const bool isSeen = isRehearsal || !zoWallScreens::areImaginary();
-    m_remarks.append(tr("window %1: %2 × %3 pixels, %4")
-                         .arg(picture.name(), QString::number(size.width()), QString::number(size.height()),
-                              isSeen ? surface.description() : tr("no display here, nobody sees it")));
+    add(tr("window %1: %2 × %3 pixels, %4")
+            .arg(picture.name(), QString::number(size.width()), QString::number(size.height()),
+                 isSeen ? surface.description() : tr("no display here, nobody sees it")));
     if (picture.wantsQuadBuffer() && (gl == nullptr || !gl->hasQuadBuffer()))
-        m_remarks.append(tr("window %1: no quad buffer here, both eyes see one picture").arg(picture.name()));
+        add(tr("window %1: no quad buffer here, both eyes see one picture").arg(picture.name()));
     if (!isRehearsal && picture.window().hardwareSync && (gl == nullptr || !gl->isInSwapGroup()))
-        m_remarks.append(
-            tr("window %1: no hardware sync here, it is swapped together with the others without")
+        add(tr("window %1: no hardware sync here, it is swapped together with the others without")
                 .arg(picture.name()));
     const QSize meant = picture.window().geometry.size();
     if (!isRehearsal && meant != size)
-        m_remarks.append(tr("window %1: the screen has %2 × %3 pixels, the configuration %4 × %5")
-                             .arg(picture.name(), QString::number(size.width()),
-                                  QString::number(size.height()), QString::number(meant.width()),
-                                  QString::number(meant.height())));
+        add(tr("window %1: the screen has %2 × %3 pixels, the configuration %4 × %5")
+                .arg(picture.name(), QString::number(size.width()), QString::number(size.height()),
+                     QString::number(meant.width()), QString::number(meant.height())));
 }
 
 // Drawn with GL where that is faster, or has what nothing else has.
@@ -193,11 +194,6 @@ void zoNodeShow::noteExposed(int index)
     entry.picture->setContent(entry.drawnContent);
     entry.surface->repeat(*entry.picture);
     entry.picture->setContent(m_content);
-}
-
-QStringList zoNodeShow::remarks() const
-{
-    return m_remarks;
 }
 
 QImage zoNodeShow::picture(int window) const

@@ -63,7 +63,12 @@ public:
     void swap();
 
     // What is drawn how, and what of the document a window does without, for the log: one line each. After open().
-    QStringList remarks() const;
+    struct Remark
+    {
+        QString node; // id
+        QString text;
+    };
+    const std::vector<Remark>& remarks() const { return m_remarks; }
     // A window's pixels at its own size: that of the document in a rehearsal, that of the window otherwise. Needs no
     // open window.
     QImage picture(int window) const;
@@ -92,7 +97,7 @@ private:
     Drawing m_drawing = Drawing::Automatic;
     std::vector<QRect> m_places;
     std::vector<Window> m_windows;
-    QStringList m_remarks;
+    std::vector<Remark> m_remarks;
     zoShowContent m_content = zoShowContent::None;
     bool m_isOpen = false;
 };

@@ -324,7 +324,7 @@ void tst_zoNodeShowX::otherSizeIsToldAndAsksForAFrame()
     QCOMPARE(show.open(), QStringList());
     QTRY_VERIFY(onlyWindow() != nullptr && onlyWindow()->isExposed());
 
-    QCOMPARE(show.remarks().value(1),
+    QCOMPARE(show.remarks().at(1).text,
              QStringLiteral(
                  "window n1-1: the screen has 800 \u00d7 600 pixels, the configuration 300 \u00d7 200"));
     QCOMPARE(show.picture(0).size(), QSize(800, 600));
@@ -411,7 +411,7 @@ void tst_zoNodeShowX::quadBufferThatIsMissingIsTold()
 
         QCOMPARE(show.open(), QStringList());
 
-        QCOMPARE(show.remarks().value(1),
+        QCOMPARE(show.remarks().at(1).text,
                  QStringLiteral("window n1-1: no quad buffer here, both eyes see one picture"));
     }
 }
@@ -426,7 +426,7 @@ void tst_zoNodeShowX::hardwareSyncThatIsMissingIsTold()
     QCOMPARE(show.open(), QStringList());
 
     QCOMPARE(
-        show.remarks().value(1),
+        show.remarks().at(1).text,
         QStringLiteral("window n1-1: no hardware sync here, it is swapped together with the others without"));
 }
 
@@ -438,7 +438,7 @@ void tst_zoNodeShowX::softwareIsNoReasonForGL()
 
     QCOMPARE(show.open(), QStringList());
 
-    QCOMPARE(show.remarks().value(0), QStringLiteral("window n1-1: 100 \u00d7 80 pixels, raster"));
+    QCOMPARE(show.remarks().at(0).text, QStringLiteral("window n1-1: 100 \u00d7 80 pixels, raster"));
 }
 
 int main(int argc, char** argv)
