@@ -2,6 +2,7 @@
 
 #include "zoSessionNetworks.h"
 #include "zoSetupLibrary.h"
+#include "zoSpeedRun.h"
 
 #include <zoNodeReason.h>
 #include <zoServerHello.h>
@@ -21,11 +22,6 @@ namespace
 {
 constexpr int s_longWorkMs = 20000;
 constexpr int s_synchroniseMs = 200;
-// What a speed test may take in all: a rehearsal shares one machine, and says little about a network.
-constexpr int s_rehearsedMeasureMs = 300;
-constexpr int s_measureMs = 1000; // for each node and direction
-constexpr int s_shortestMeasureMs = 10;
-constexpr qint64 s_measureBytes = 256 * qint64(1024 * 1024);
 constexpr qint64 s_nanosecondsPerMillisecond = 1000000;
 
 QJsonArray arrayOf(const QStringList& texts)
@@ -560,9 +556,8 @@ void zoController::measure()
     }
     m_measuring = Measuring::Rates;
     const QList<int> keys = m_nodes.keys();
-    const int milliseconds =
-        m_rehearse ? std::max(s_rehearsedMeasureMs / keys.size(), s_shortestMeasureMs) : s_measureMs;
-    m_heads.measure(keys, s_measureBytes, milliseconds);
+    const zoSpeedRun::Limits limits = zoSpeedRun::limitsFor(keys.size(), m_rehearse);
+    m_heads.measure(keys, limits.bytes, limits.milliseconds);
 }
 
 void zoController::synchronise()

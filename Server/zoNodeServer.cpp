@@ -1,6 +1,6 @@
 #include "zoNodeServer.h"
 
-#include "zoSpeedRun.h"
+#include "zoSpeedStore.h"
 
 #include <zoServerHello.h>
 
@@ -231,10 +231,13 @@ void zoNodeServer::fetch(const QJsonObject& object)
     m_link->expectWork(milliseconds + s_pictureWorkMs);
     QElapsedTimer clock;
     qint64 sent = 0;
-    zoSpeedRun::block(0); // made before the clock runs
+    zoSpeedStore store(bytes);
+    while (!store.isMade())
+        store.makeSome();
+    m_link->send({"DATAEND", "begun"});
     clock.start();
     while (sent < bytes && clock.elapsed() < milliseconds) {
-        const QByteArray block = zoSpeedRun::block(sent);
+        const QByteArray block = store.block(sent);
         m_link->send({"DATA", block});
         m_link->waitForSent(2 * block.size());
         sent += block.size();

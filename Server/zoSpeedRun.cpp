@@ -3,27 +3,25 @@
 #include "zoServerGroup.h"
 
 #include <QJsonArray>
+#include <QTimer>
 
 #include <algorithm>
-#include <vector>
 
 namespace
 {
-constexpr int s_blockSize = 1024 * 1024;
-constexpr int s_storeBlocks = 48;
 constexpr double s_nanosecondsPerSecond = 1e9;
 // Blocks on their way: enough to keep the way busy.
-constexpr qint64 s_ahead = 2 * s_blockSize;
+constexpr qint64 s_ahead = 2 * zoSpeedStore::BlockSize;
 
-QByteArray makeStore()
-{
-    std::vector<quint64> numbers(std::size_t(s_blockSize) * s_storeBlocks / sizeof(quint64));
-    quint64 state = 1;
-    // Nothing that a link could compress.
-    std::generate(numbers.begin(), numbers.end(),
-                  [&state] { return state = state * 6364136223846793005U + 1442695040888963407U; });
-    return {reinterpret_cast<const char*>(numbers.data()), s_blockSize * s_storeBlocks};
-}
+// Of each direction of a server, where nothing else limits it.
+constexpr qint64 s_mostBytes = 256 * qint64(1024 * 1024);
+constexpr int s_longestMs = 1000;
+constexpr int s_shortestMs = 10;
+constexpr int s_directions = 2;
+// What both directions of all servers may take: on a wall of many nodes each has less of it. A rehearsal shares one
+// machine, and says little about a network.
+constexpr int s_allMs = 60000;
+constexpr int s_allRehearsedMs = 600;
 
 double perSecond(qint64 bytes, qint64 nanoseconds)
 {
@@ -31,10 +29,17 @@ double perSecond(qint64 bytes, qint64 nanoseconds)
 }
 } // namespace
 
-QByteArray zoSpeedRun::block(qint64 position)
+zoSpeedRun::Limits zoSpeedRun::limitsFor(int servers, bool isRehearsal)
 {
-    static const QByteArray store = makeStore();
-    return store.mid(int(position / s_blockSize % s_storeBlocks) * s_blockSize, s_blockSize);
+    const int all = isRehearsal ? s_allRehearsedMs : s_allMs;
+    Limits limits;
+    limits.milliseconds =
+        std::clamp(all / s_directions / std::max(servers, 1), int(s_shortestMs), int(s_longestMs));
+    // In a rehearsal all nodes together have what each has on a wall.
+    limits.bytes =
+        isRehearsal ? s_mostBytes / std::max(servers, 1) : s_mostBytes * limits.milliseconds / s_longestMs;
+    limits.bytes = std::max<qint64>(limits.bytes, zoSpeedStore::BlockSize);
+    return limits;
 }
 
 zoSpeedRun::zoSpeedRun(zoServerGroup* group, QObject* parent) : QObject(parent), m_group(group)
@@ -47,14 +52,28 @@ void zoSpeedRun::start(const QList<int>& keys, const Limits& limits)
     m_waiting = keys;
     m_limits = limits;
     m_rates = {};
-    block(0); // made before the clock runs
-    measureNext();
+    m_store = std::make_unique<zoSpeedStore>(limits.bytes);
+    prepare();
+}
+
+// Before the clock runs, in many turns of the event loop, so that beats go on.
+void zoSpeedRun::prepare()
+{
+    if (!m_store)
+        return;
+    if (m_store->isMade()) {
+        measureNext();
+        return;
+    }
+    m_store->makeSome();
+    QTimer::singleShot(0, this, &zoSpeedRun::prepare);
 }
 
 void zoSpeedRun::measureNext()
 {
     if (m_waiting.isEmpty()) {
         m_current = s_none;
+        m_store.reset();
         emit finished(m_rates);
         return;
     }
@@ -75,7 +94,7 @@ void zoSpeedRun::sendOn(int key)
             m_group->send({key}, {"DATAEND", {}});
             return;
         }
-        const QByteArray bytes = block(m_sent);
+        const QByteArray bytes = m_store->block(m_sent);
         m_group->send({key}, {"DATA", bytes});
         m_sent += bytes.size();
     }
@@ -92,11 +111,14 @@ bool zoSpeedRun::take(int key, const zoServerMessage& message)
         return false;
     if (key != m_current)
         return true;
+    if (message.payload == "begun") {
+        m_sent = 0;
+        m_clock.start();
+        return true;
+    }
     const double rate = perSecond(m_sent, m_clock.nsecsElapsed());
     if (message.payload == "taken") {
         m_sendRate = rate;
-        m_sent = 0;
-        m_clock.start();
         m_group->send({key}, zoServerMessage::of("FETCH", {{QStringLiteral("bytes"), double(m_limits.bytes)},
                                                            {QStringLiteral("ms"), m_limits.milliseconds}}));
     } else {
@@ -118,4 +140,5 @@ void zoSpeedRun::cancel()
     m_waiting.clear();
     m_current = s_none;
     m_isSending = false;
+    m_store.reset();
 }

@@ -1,11 +1,13 @@
 #pragma once
 
-#include <QByteArray>
+#include "zoSpeedStore.h"
+
 #include <QElapsedTimer>
-#include <QHash>
 #include <QJsonObject>
 #include <QList>
 #include <QObject>
+
+#include <memory>
 
 class zoServerGroup;
 struct zoServerMessage;
@@ -20,17 +22,16 @@ public:
     // Of one direction of one server; whichever is reached first ends it.
     struct Limits
     {
-        qint64 bytes = 256 * qint64(1024 * 1024);
-        int milliseconds = 1000;
+        qint64 bytes = 0;
+        int milliseconds = 0;
     };
 
-    // The block that both sides send. Its bytes are taken from a store that is larger than the caches.
-    static QByteArray block(qint64 position);
+    // For each of so many servers of a session.
+    static Limits limitsFor(int servers, bool isRehearsal);
 
     explicit zoSpeedRun(zoServerGroup* group, QObject* parent = nullptr); // the group outlives it
 
     void start(const QList<int>& keys, const Limits& limits);
-    bool isRunning() const { return m_current != s_none; }
     // True when the message belongs to a run.
     bool take(int key, const zoServerMessage& message);
     void leave(int key); // it is gone
@@ -43,12 +44,14 @@ signals:
 private:
     static constexpr int s_none = -1;
 
+    void prepare();
     void measureNext();
     void sendOn(int key);
 
     zoServerGroup* m_group; // not owned
     QList<int> m_waiting;
     Limits m_limits;
+    std::unique_ptr<zoSpeedStore> m_store; // while it runs
     QElapsedTimer m_clock;
     int m_current = s_none;
     bool m_isSending = false;

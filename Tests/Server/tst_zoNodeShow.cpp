@@ -48,7 +48,7 @@ void tst_zoNodeShow::windowsHaveNamesAndSizes()
     QCOMPARE(show.picture(1).size(), QSize(120, 60));
     QCOMPARE(show.remarks().size(), 2);
     // Whoever looks for the reason of a dark wall finds it.
-    QCOMPARE(show.remarks().first(),
+    QCOMPARE(show.remarks().front().text,
              QStringLiteral("window n1-1: 200 \u00d7 100 pixels, no display here, nobody sees it"));
 }
 

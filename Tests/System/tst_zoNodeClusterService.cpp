@@ -6,9 +6,11 @@
 #include <QFile>
 #include <QImage>
 #include <QProcess>
+#include <QSet>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <memory>
@@ -71,6 +73,8 @@ private slots:
     void hostsThatAreThisMachineAreRehearsed();
     void rehearsedWallHasPictures();
     void slowNodeIsWaitedFor();
+    void remarksNameTheirNodes();
+    void speedTestNamesEachNodeAndCountsTheSlowest();
 
 private:
     std::unique_ptr<zoNodeClusterService> createRehearsal() const;
@@ -392,6 +396,80 @@ void tst_zoNodeClusterService::slowNodeIsWaitedFor()
     const auto waitOf = [&](int node) { return service->nodeReport().at(node).barrierWait; };
     QTRY_VERIFY(waitOf(3) > DelayMs / 2 * MicrosecondsPerMillisecond);
     QVERIFY(waitOf(0) < waitOf(3));
+}
+
+// Also where several nodes share a program, because there are more of them than programs.
+void tst_zoNodeClusterService::remarksNameTheirNodes()
+{
+    constexpr int Count = 30;
+    QString displays = QStringLiteral("<projection name=\"P\" type=\"plane\" x1=\"-1\" y1=\"-1\" z1=\"-1\" "
+                                      "x2=\"1\" y2=\"-1\" z2=\"-1\" x3=\"1\" y3=\"1\" z3=\"-1\"/><display>");
+    QStringList names;
+    for (int i = 1; i <= Count; ++i) {
+        names << QStringLiteral("n%1").arg(i);
+        displays +=
+            QStringLiteral("<window node=\"%1\" screen=\"0\" x=\"0\" y=\"0\" width=\"400\" height=\"300\">"
+                           "<viewport projection=\"P\" position=\"fill\" x1=\"0\" y1=\"0\" x2=\"1\" "
+                           "y2=\"1\" eye=\"mono\"/></window>")
+                .arg(names.constLast());
+    }
+    const auto service = createRehearsal();
+    service->applyConfig(documentOf(names).replace(QStringLiteral("</cluster>"),
+                                                   displays + QStringLiteral("</display></cluster>")));
+
+    QVERIFY(service->start());
+
+    QSet<qint64> programs;
+    for (const QString& name : qAsConst(names))
+        programs << service->nodeProcess(name);
+    QVERIFY(programs.size() < Count);
+    // "Node n1: window n1-1: 80 × 60 pixels, raster"
+    static const QRegularExpression form(QStringLiteral("Node (n\\d+): window (n\\d+)-1: "));
+    QStringList told;
+    const QStringList lines = messages();
+    for (const QString& line : lines) {
+        const QRegularExpressionMatch match = form.match(line);
+        if (!match.hasMatch())
+            continue;
+        QCOMPARE(match.captured(1), match.captured(2));
+        told << match.captured(1);
+    }
+    told.sort();
+    names.sort();
+    QCOMPARE(told, names);
+}
+
+void tst_zoNodeClusterService::speedTestNamesEachNodeAndCountsTheSlowest()
+{
+    constexpr double Mebibyte = 1024 * 1024;
+    constexpr double Rounded = 0.05; // of what the log says
+    const auto service = createRehearsal();
+    service->applyConfig(documentOf({"n1", "n2", "n3"}));
+    QVERIFY(service->start());
+
+    const QStringList figures = service->speedTest();
+
+    QCOMPARE(figures.size(), 3);
+    static const QRegularExpression form(
+        QStringLiteral("Node (n\\d): sent ([0-9.]+) MByte/s, received ([0-9.]+) MByte/s"));
+    QStringList told;
+    QList<double> sent;
+    QList<double> received;
+    const QStringList lines = messages();
+    for (const QString& line : lines) {
+        const QRegularExpressionMatch match = form.match(line);
+        if (!match.hasMatch())
+            continue;
+        told << match.captured(1);
+        sent << match.captured(2).toDouble();
+        received << match.captured(3).toDouble();
+    }
+    QCOMPARE(told, QStringList({"n1", "n2", "n3"}));
+    const auto slowest = [](const QList<double>& rates) {
+        return *std::min_element(rates.begin(), rates.end());
+    };
+    QVERIFY(qAbs(figures.at(0).toDouble() / Mebibyte - slowest(sent)) <= 2 * Rounded);
+    QVERIFY(qAbs(figures.at(1).toDouble() / Mebibyte - slowest(received)) <= 2 * Rounded);
 }
 
 ZO_TEST_MAIN(tst_zoNodeClusterService)
