@@ -51,6 +51,9 @@ zoClusterServiceContract::Factory launched()
     factory.lose = [](zoClusterService* service, const QString& id) {
         kill(pid_t(static_cast<zoNodeClusterService*>(service)->nodeProcess(id)), SIGKILL);
     };
+    factory.hang = [](zoClusterService* service, const QString& id) {
+        kill(pid_t(static_cast<zoNodeClusterService*>(service)->nodeProcess(id)), SIGSTOP);
+    };
     return factory;
 }
 } // namespace

@@ -37,6 +37,8 @@ public:
         // Makes a running node fail as if its machine had; nothing for a service that does not look.
         std::function<void(zoClusterService*, const QString& id)> lose;
         bool namesAllLosses = true; // of several at once; else one is lost, and the others are started again
+        // Makes a running node hang; nothing for a service that does not look.
+        std::function<void(zoClusterService*, const QString& id)> hang;
         // The same service, whose sessions end with the first lost node.
         std::function<std::unique_ptr<zoClusterService>()> createEndingWithLostNode;
     };
@@ -74,6 +76,9 @@ private slots:
     void endOfTheApplicationEndsTheStart();
     void serviceDestroyedByItsProgressHandlerIsGone();
     void abortEndsTheWaitForASilentNode();
+    void endOfTheApplicationEndsTheWaitForASilentNode();
+    void startOfAnApplicationThatEndsReturns();
+    void abortAtEveryStepEndsTheStart();
     void failedNodeIsNamedAndTheOthersAreFree();
 
     void unusableConfigurationFailsWithStopped_data();
@@ -107,6 +112,8 @@ private slots:
 
     void lostNodeLeavesTheSession();
     void lossesTogetherAreOneChange();
+    void hungNodeIsLost();
+    void stopDoesNotWaitForAHungNode();
     void lossOfAllNodesEndsTheSession();
     void sessionEndsWithItsFirstLostNodeIfThatIsWanted();
     void reportsNameEveryNode();

@@ -43,5 +43,8 @@ zoClusterServiceContract::Factory zoNodeSessionFactory::rehearsals(zoNodeCluster
     factory.lose = [](zoClusterService* service, const QString& id) {
         kill(pid_t(static_cast<zoNodeClusterService*>(service)->nodeProcess(id)), SIGKILL);
     };
+    factory.hang = [](zoClusterService* service, const QString& id) {
+        kill(pid_t(static_cast<zoNodeClusterService*>(service)->nodeProcess(id)), SIGSTOP);
+    };
     return factory;
 }
