@@ -1,5 +1,6 @@
 #include "zoMpiChannel.h"
 
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QMutexLocker>
 
@@ -12,11 +13,13 @@
 namespace
 {
 constexpr int s_tag = 1;
-// How long after the last event the thread looks without sleeping; then it sleeps, for the shorter time while others
-// are awaited.
+// How long after the last event the thread looks without sleeping; then it sleeps, for the shorter times while others
+// are awaited and while frames follow each other.
 constexpr qint64 s_busyNs = 200000;
 constexpr unsigned long s_waitingSleepUs = 50;
-constexpr unsigned long s_idleSleepMs = 1;
+constexpr qint64 s_alertNs = 20000000;
+constexpr qint64 s_alertSleepNs = 100000;
+constexpr qint64 s_idleSleepNs = 1000000;
 // Bytes that wait for the event loop: beyond it nothing is taken, so that whoever sends waits.
 constexpr qint64 s_mostUndelivered = 8 * qint64(1024 * 1024);
 
@@ -220,8 +223,11 @@ void zoMpiChannel::rest(QElapsedTimer& sinceEvent, bool isWaiting)
         usleep(s_waitingSleepUs);
         return;
     }
+    QDeadlineTimer end(Qt::PreciseTimer);
+    end.setPreciseRemainingTime(0, sinceEvent.nsecsElapsed() < s_alertNs ? s_alertSleepNs : s_idleSleepNs,
+                                Qt::PreciseTimer);
     QMutexLocker locker(&m_mutex);
-    if (m_outgoing.empty() && !m_wantsBarrier && !m_wantsEnd && m_orders.wait(&m_mutex, s_idleSleepMs))
+    if (m_outgoing.empty() && !m_wantsBarrier && !m_wantsEnd && m_orders.wait(&m_mutex, end))
         sinceEvent.restart();
 }
 

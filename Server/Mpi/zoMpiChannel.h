@@ -13,8 +13,8 @@
 #include <deque>
 
 // The channel of a job of MPI. One thread does all that concerns MPI, so that a rank that hangs in it never stops the
-// event loop. While nothing happens the thread sleeps, a millisecond at a time: servers share their cores with what
-// they draw.
+// event loop. While nothing happens the thread sleeps, a millisecond at a time, and a tenth of that soon after something
+// did: servers share their cores with what they draw.
 class zoMpiChannel final : private QThread, public zoServerChannel
 {
 public:
