@@ -6,17 +6,21 @@
 #include "zoNodeServer.h"
 #include "zoPipeLink.h"
 #include "zoServerProbe.h"
+#include "zoSessionFolder.h"
 
 #include <zoServerChannel.h>
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QGuiApplication>
 
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <memory>
 
 #include <fcntl.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -32,6 +36,7 @@ constexpr char s_usage[] =
     "  head        stands where a network is, and starts the servers of its nodes\n"
     "  server      opens the windows of a node; with --mpi as a part of a job of MPI\n"
     "  relay       stands between a head and such a job\n"
+    "  sweep       removes the folder of such a job when its head is killed\n"
     "  --probe     prints what this machine has: version, screens, GL, memory\n"
     "  --version   prints the version\n"
     "  --help      prints this help\n";
@@ -87,8 +92,18 @@ std::unique_ptr<zoServerChannel> openChannel()
     return channel;
 }
 
+// A part of a job goes with the program that started it, also while it is stopped.
+void endWithStarter()
+{
+    const pid_t starter = getppid();
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (getppid() != starter)
+        _exit(1);
+}
+
 int runRelay(int argc, char** argv)
 {
+    endWithStarter();
     const QCoreApplication application(argc, argv);
     std::unique_ptr<zoServerChannel> channel = openChannel();
     if (!channel)
@@ -112,6 +127,8 @@ int runServer(int argc, char** argv)
         std::fputs(s_usage, stderr);
         return s_usageError;
     }
+    if (isInJob)
+        endWithStarter();
     zoServerProbe::choosePlatform();
     zoNodeShow::prepareApplication();
     const QGuiApplication application(argc, argv);
@@ -135,6 +152,8 @@ int main(int argc, char** argv)
         return 1;
     if (std::strcmp(role, "server") == 0)
         return runServer(argc, argv);
+    if (argc == 3 && std::strcmp(role, "sweep") == 0)
+        return zoSessionFolder::sweep(QFile::decodeName(argv[2]));
     if (argc != 2)
         role = "";
     if (std::strcmp(role, "relay") == 0)

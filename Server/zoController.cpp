@@ -337,6 +337,8 @@ void zoController::finishOpening()
            {{QStringLiteral("failed"), arrayOf(m_failed)}, {QStringLiteral("running"), arrayOf(running)}});
     if (!m_nextConfig.isEmpty())
         change(m_nextConfig);
+    if (m_measureIsWanted)
+        measure();
 }
 
 // Goes on when nobody is waited for.
@@ -392,6 +394,11 @@ void zoController::hear(int key, const QByteArray& verb, const QJsonObject& body
         server->hello = zoServerHello::fromMessage(zoServerMessage::of(verb, body));
         server->hasGreeted = true;
         tellNodes(key);
+        // One that is started again is another process, with other memory left.
+        for (const QString& id : qAsConst(server->nodes)) {
+            if (m_nodes.node(id)->state == State::Running)
+                reportNode(*m_nodes.node(id));
+        }
     } else if (verb == "HELD") {
         hearHeld(key, body);
     } else if (verb == "OPENED") {
@@ -550,7 +557,11 @@ void zoController::frameDrawn(const QHash<int, qint64>& waits)
 
 void zoController::measure()
 {
-    if (m_step != Step::None || m_measuring != Measuring::No || m_nodes.servers().empty()) {
+    // Nodes that come, go or are started again have no ways yet.
+    m_measureIsWanted = m_isSession && m_step != Step::None;
+    if (m_measureIsWanted)
+        return;
+    if (m_measuring != Measuring::No || m_nodes.servers().empty()) {
         report("MEASURED", {});
         return;
     }

@@ -106,6 +106,7 @@ private:
 
     enum class Measuring { No, Rates, Synchronisations };
     Measuring m_measuring = Measuring::No;
+    bool m_measureIsWanted = false; // after the step that is in progress
     QJsonObject m_rates;
     int m_synchronisations = 0;
 

@@ -182,12 +182,19 @@ void zoHead::draw(const QJsonObject& object)
     m_group->send(
         keys, zoServerMessage::of("DRAW", {{QStringLiteral("frame"), double(frame)},
                                            {QStringLiteral("empty"), object.value(QLatin1String("empty"))}}));
+    // The controller may not have heard yet that they are started again.
+    for (const int key : qAsConst(m_restarting)) {
+        if (m_barrier.leave(key, m_clock.nsecsElapsed() / s_nanosecondsPerMicrosecond))
+            tellReady();
+    }
 }
 
 void zoHead::hear(int key, const zoServerMessage& message)
 {
     if (m_isEnding || m_speed->take(key, message))
         return;
+    if (message.verb == "HELLO")
+        m_restarting.remove(key);
     const QJsonObject body = message.object();
     if (message.verb == "READY") {
         const quint64 frame = quint64(body.value(QLatin1String("frame")).toDouble());
@@ -205,6 +212,7 @@ void zoHead::lose(int key, const QString& reason, const QString& detail)
 {
     if (m_isEnding)
         return;
+    m_restarting.remove(key);
     m_members.erase(std::remove_if(m_members.begin(), m_members.end(),
                                    [key](const zoServerGroup::Member& member) { return member.key == key; }),
                     m_members.end());
@@ -223,6 +231,7 @@ void zoHead::restart(const QList<int>& keys)
         return;
     m_link.send(zoServerMessage::of("RESTARTING", {{QStringLiteral("keys"), arrayOf(keys)}}));
     for (const int key : keys) {
+        m_restarting << key;
         if (m_barrier.leave(key, m_clock.nsecsElapsed() / s_nanosecondsPerMicrosecond))
             tellReady();
         m_speed->leave(key);

@@ -7,6 +7,7 @@
 
 #include <QElapsedTimer>
 #include <QObject>
+#include <QSet>
 
 #include <memory>
 #include <vector>
@@ -48,6 +49,7 @@ private:
     std::unique_ptr<zoServerGroup> m_group;
     std::unique_ptr<zoSpeedRun> m_speed;
     std::vector<zoServerGroup::Member> m_members; // all that were launched and did not go
+    QSet<int> m_restarting;                       // did not say HELLO again
     zoBarrier m_barrier;
     QElapsedTimer m_clock;
     bool m_isEnding = false;

@@ -5,9 +5,11 @@
 #include <zoServerChild.h>
 #include <zoServerHello.h>
 
-#include <QDir>
+#include <QFile>
+#include <QSysInfo>
 
 #include <algorithm>
+#include <csignal>
 
 #include <unistd.h>
 
@@ -16,16 +18,21 @@ namespace
 // A job that ends without a culprit is tried again; more often and it would never end.
 constexpr int s_mostFailures = 3;
 
-QString sessionFolderTemplate()
+// 0 for none.
+qint64 starterOf(qint64 process)
 {
-    return QDir::tempPath() + QStringLiteral("/zo-mpi-XXXXXX");
+    QFile file(QStringLiteral("/proc/%1/stat").arg(process));
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    const QByteArray stat = file.readAll();
+    return stat.mid(stat.lastIndexOf(')') + 2).split(' ').value(1).toLongLong();
 }
 } // namespace
 
 zoMpiGroup::zoMpiGroup(const Job& job, QObject* parent) : zoMpiGroup(job, Limits(), parent) {}
 
 zoMpiGroup::zoMpiGroup(const Job& job, const Limits& limits, QObject* parent)
-    : zoServerGroup(parent), m_job(job), m_limits(limits), m_folder(sessionFolderTemplate())
+    : zoServerGroup(parent), m_job(job), m_limits(limits), m_folder(job.relay.value(0))
 {
     connect(&m_beat, &QTimer::timeout, this, &zoMpiGroup::beat);
     m_beat.start(zoServerBeat::Interval);
@@ -120,6 +127,8 @@ void zoMpiGroup::startJob()
             emit sent(entry.first);
     });
     m_state = State::Running;
+    m_relay = 0;
+    m_relayTicks = 0;
     m_child->setEnvironment(command.environment());
     m_child->start(QStringList(command.program()) + command.arguments());
 }
@@ -174,9 +183,13 @@ int zoMpiGroup::keyOf(int rank) const
 
 void zoMpiGroup::receive(const zoServerMessage& message)
 {
+    if (message.verb == "HELLO") {
+        m_relay = zoServerHello::fromMessage(message).processId;
+        return; // it says nothing of a server
+    }
     zoRankMessage inner;
     if (m_state != State::Running || !inner.unpack(message))
-        return; // the HELLO of the relay says nothing of a server
+        return;
     if (message.verb == "SIGNS")
         takeSigns(inner.ranks);
     else if (message.verb == "RANK" && inner.ranks.size() == 1)
@@ -263,16 +276,41 @@ void zoMpiGroup::lose(const QMap<int, QString>& details, const char* reason)
 void zoMpiGroup::beat()
 {
     if (m_state == State::Ending) {
-        // mpirun ends its ranks; when it is killed itself, these notice.
-        if (++m_endTicks * zoServerBeat::Interval >= m_limits.endMs)
+        // mpirun ends its ranks; when it is killed itself, they go with it.
+        if (++m_endTicks * zoServerBeat::Interval >= m_limits.endMs) {
+            killRelay();
             m_child->kill();
+        }
         return;
     }
     if (m_state != State::Running)
         return;
     if (m_child->bytesToSend() == 0)
         m_child->send({"BEAT", {}});
-    findSilent();
+    m_relayTicks = m_child->takeSign() ? 0 : m_relayTicks + 1;
+    if (m_relay != 0 && m_relayTicks > zoServerBeat::TicksUntilLost)
+        replaceJob();
+    else if (m_relay == 0 || m_relayTicks == 0)
+        findSilent(); // while the relay is silent, nothing can be heard of any server
+}
+
+// All that is heard of servers comes by way of the relay and of mpirun: when that hangs, none of them is to blame.
+void zoMpiGroup::replaceJob()
+{
+    emit note(QStringLiteral(
+                  "the job of MPI on %1 stopped answering (mpirun or its relay, rank 0): its servers are "
+                  "started again")
+                  .arg(QSysInfo::machineHostName()));
+    restart();
+    killRelay();
+    m_child->terminate();
+}
+
+// One that is stopped does not hear anything else.
+void zoMpiGroup::killRelay() const
+{
+    if (m_relay > 0 && starterOf(m_relay) == m_child->processId())
+        ::kill(pid_t(m_relay), SIGKILL);
 }
 
 void zoMpiGroup::findSilent()

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "zoServerGroup.h"
+#include "zoSessionFolder.h"
 
 #include <zoMpirunCommand.h>
 #include <zoMpirunLog.h>
 #include <zoRankMessage.h>
 
 #include <QMap>
-#include <QTemporaryDir>
 #include <QTimer>
 
 #include <map>
@@ -16,7 +16,8 @@
 class zoServerChild;
 
 // Servers that are the ranks of one job of MPI, behind a relay that is rank 0 and runs where this program does. A job
-// cannot grow or shrink: when its servers change, it ends and another one begins.
+// cannot grow or shrink: when its servers change, it ends and another one begins, and so it does when the relay or mpirun
+// hangs, which is the fault of no server.
 class zoMpiGroup final : public zoServerGroup
 {
     Q_OBJECT
@@ -68,6 +69,8 @@ private:
     zoMpirunCommand::Job jobOfServers();
     void endJob();
     void jobEnded();
+    void replaceJob();
+    void killRelay() const;
     void receive(const zoServerMessage& message);
     void hear(const zoRankMessage& inner);
     void takeSigns(const QList<int>& ranks);
@@ -79,10 +82,12 @@ private:
 
     Job m_job;
     Limits m_limits;
-    QTemporaryDir m_folder; // what MPI keeps of a job
+    zoSessionFolder m_folder; // what MPI keeps of a job
     std::map<int, Server> m_servers;
     std::unique_ptr<zoServerChild> m_child;
     zoMpirunLog m_log;
+    qint64 m_relay = 0;   // its process; 0 before its HELLO
+    int m_relayTicks = 0; // of the beat since anything came from the job
     QTimer m_beat;
     QTimer m_restart;
     QStringList m_notes; // that were told

@@ -1,5 +1,7 @@
 #include "zoClusterServiceContract.h"
 
+#include "zoSessionRecorder.h"
+
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
@@ -22,44 +24,6 @@ QString documentOf(const QStringList& nodes, int servicePort = 0)
         text += QStringLiteral("   <node name=\"%1\"/>\n").arg(node);
     return text + QStringLiteral("  </network>\n </master>\n</cluster>\n");
 }
-
-// The signals of a service in the order in which they came, as words.
-class Recorder final : public QObject
-{
-public:
-    explicit Recorder(zoClusterService* service)
-    {
-        connect(service, &zoClusterService::started, this, [this] { words << QStringLiteral("started"); });
-        connect(service, &zoClusterService::stopped, this, [this] { words << QStringLiteral("stopped"); });
-        connect(service, &zoClusterService::runningNodesChanged, this,
-                [this] { words << QStringLiteral("nodes"); });
-        connect(service, &zoClusterService::configChanged, this,
-                [this] { words << QStringLiteral("config"); });
-        connect(service, &zoClusterService::multipleServersFound, this,
-                [this](const QString& nodes) { words << QStringLiteral("servers ") + nodes; });
-        connect(service, &zoClusterService::notEnoughMemoryFound, this,
-                [this](const QString& nodes) { words << QStringLiteral("memory ") + nodes; });
-        connect(service, &zoClusterService::progressChanged, this, [this](const QString& text, int percent) {
-            texts << text;
-            percents << percent;
-            words << QStringLiteral("progress");
-        });
-        connect(service, &zoClusterService::progressFinished, this,
-                [this] { words << QStringLiteral("finished"); });
-    }
-
-    // Without the progress, whose number of steps is the service's own affair.
-    QStringList outcome() const
-    {
-        QStringList rest = words;
-        rest.removeAll(QStringLiteral("progress"));
-        return rest;
-    }
-
-    QStringList words;
-    QStringList texts;
-    QList<int> percents;
-};
 
 // What must not take long is told by what happens meanwhile, and not by the clock of a machine that has other work: a
 // service gives a silent node up with a reason in its report, so that one without has not waited to the end. Where only
@@ -98,7 +62,7 @@ void zoClusterServiceContract::appliedConfigurationIsCurrent()
 void zoClusterServiceContract::appliedConfigurationIsNotAnnounced()
 {
     const auto service = m_factory.create();
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
 
     service->applyConfig(documentOf({"n1"}));
     QVERIFY(service->start());
@@ -111,7 +75,7 @@ void zoClusterServiceContract::startRunsTheEnabledNodes()
 {
     const auto service = m_factory.create();
     service->applyConfig(documentOf({"n1", "n2", "n3"}));
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
 
     const bool started = service->start();
 
@@ -202,7 +166,7 @@ void zoClusterServiceContract::progressRisesNodeByNodeAndFinishesBeforeStarted()
 {
     const auto service = m_factory.create();
     service->applyConfig(documentOf({"n1", "n2", "n3"}));
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
 
     QVERIFY(service->start());
 
@@ -226,7 +190,7 @@ void zoClusterServiceContract::startOfARunningSessionChangesNothing()
     const auto service = m_factory.create();
     service->applyConfig(documentOf({"n1"}));
     QVERIFY(service->start());
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
 
     QVERIFY(service->start());
 
@@ -253,7 +217,7 @@ void zoClusterServiceContract::stopEndsTheSession()
     const auto service = m_factory.create();
     service->applyConfig(documentOf({"n1"}));
     QVERIFY(service->start());
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
 
     service->stop();
 
@@ -283,7 +247,7 @@ void zoClusterServiceContract::handlerOfStoppedSeesTheEnd()
 void zoClusterServiceContract::stopAndAbortOfAnIdleServiceAreSilent()
 {
     const auto service = m_factory.create();
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
 
     service->stop();
     service->abort();
@@ -297,7 +261,7 @@ void zoClusterServiceContract::abortOfARunningSessionChangesNothing()
     const auto service = m_factory.create();
     service->applyConfig(documentOf({"n1"}));
     QVERIFY(service->start());
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
 
     service->abort();
     QCoreApplication::processEvents();
@@ -313,7 +277,7 @@ void zoClusterServiceContract::sessionStartsAgainAfterStop()
     QVERIFY(service->start());
     service->stop();
     QTRY_VERIFY(!service->isRunning());
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
 
     QVERIFY(service->start());
 
@@ -324,7 +288,7 @@ void zoClusterServiceContract::sessionStoppedByItsStartedHandlerIsOver()
 {
     const auto service = m_factory.create();
     service->applyConfig(documentOf({"n1"}));
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
     connect(service.get(), &zoClusterService::started, service.get(), [&] { service->stop(); });
 
     service->start();
@@ -337,7 +301,7 @@ void zoClusterServiceContract::abortFromProgressEndsTheStart()
 {
     const auto service = m_factory.create();
     service->applyConfig(documentOf({"n1", "n2"}));
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
     connect(service.get(), &zoClusterService::progressChanged, service.get(), [&] { service->abort(); });
     expectMessage(QtCriticalMsg, AnyReason);
 
@@ -353,7 +317,7 @@ void zoClusterServiceContract::abortFromAnEventEndsTheStart()
 {
     const auto service = m_factory.create();
     service->applyConfig(documentOf({"n1", "n2"}));
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
     // As a click on a button of the overlay does.
     QMetaObject::invokeMethod(
         service.get(), [&] { service->abort(); }, Qt::QueuedConnection);
@@ -369,7 +333,7 @@ void zoClusterServiceContract::stopWhileConnectingEndsTheStart()
 {
     const auto service = m_factory.create();
     service->applyConfig(documentOf({"n1", "n2"}));
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
     connect(service.get(), &zoClusterService::progressChanged, service.get(), [&] { service->stop(); });
     expectMessage(QtCriticalMsg, AnyReason);
 
@@ -398,7 +362,7 @@ void zoClusterServiceContract::startWhileConnectingIsRefusedInSilence()
 {
     const auto service = m_factory.create();
     service->applyConfig(documentOf({"n1"}));
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
     QList<bool> inner;
     connect(service.get(), &zoClusterService::progressChanged, service.get(), [&] {
         if (inner.isEmpty())
@@ -504,7 +468,7 @@ void zoClusterServiceContract::abortEndsTheWaitForASilentNode()
         QSKIP("no node of this service is silent");
     const auto service = m_factory.create();
     service->applyConfig(documentOf({"n1", m_factory.silent}));
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
     connect(service.get(), &zoClusterService::progressChanged, service.get(),
             [&](const QString&, int percent) {
                 if (percent > 0)
@@ -525,7 +489,7 @@ void zoClusterServiceContract::endOfTheApplicationEndsTheWaitForASilentNode()
         QSKIP("no node of this service is silent");
     const auto service = m_factory.create();
     service->applyConfig(documentOf({"n1", m_factory.silent}));
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
     connect(service.get(), &zoClusterService::progressChanged, service.get(),
             [&](const QString&, int percent) {
                 if (percent > 0)
@@ -555,7 +519,7 @@ void zoClusterServiceContract::startOfAnApplicationThatEndsReturns()
     if ((service->capabilities() & zoClusterService::ReportsLostNodes) == 0)
         QSKIP("this service waits for nothing");
     service->applyConfig(documentOf({"n1"}));
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
     bool started = true;
     QMetaObject::invokeMethod(
         service.get(),
@@ -593,7 +557,7 @@ void zoClusterServiceContract::abortAtEveryStepEndsTheStart()
     for (int step = 0; step < steps; ++step) {
         const auto service = m_factory.create();
         service->applyConfig(documentOf({"n1", "n2"}));
-        const Recorder recorder(service.get());
+        const zoSessionRecorder recorder(service.get());
         int at = 0;
         onEachSignal(service.get(), [&] {
             if (at++ == step)
@@ -656,7 +620,7 @@ void zoClusterServiceContract::unusableConfigurationFailsWithStopped()
     QFETCH(QString, document);
     const auto service = m_factory.create();
     service->applyConfig(document);
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
     expectMessage(QtCriticalMsg, AnyReason);
 
     const bool started = service->start();
@@ -674,7 +638,7 @@ void zoClusterServiceContract::secondSessionMeetsTheFirst()
     QVERIFY(first->start());
     const auto second = m_factory.create();
     second->applyConfig(documentOf({"n2", "n3"}));
-    const Recorder recorder(second.get());
+    const zoSessionRecorder recorder(second.get());
     expectMessage(QtCriticalMsg, AnyReason);
 
     const bool started = second->start();
@@ -708,7 +672,7 @@ void zoClusterServiceContract::acceptedServersStart()
     QVERIFY(first->start());
     const auto second = m_factory.create();
     second->applyConfig(documentOf({"n1"}));
-    const Recorder recorder(second.get());
+    const zoSessionRecorder recorder(second.get());
 
     second->setAcceptRunningServers(true);
     QVERIFY(second->start());
@@ -830,7 +794,7 @@ void zoClusterServiceContract::abortInsideTheQuestionEndsTheStart()
     QVERIFY(first->start());
     const auto second = m_factory.create();
     second->applyConfig(documentOf({"n1"}));
-    const Recorder recorder(second.get());
+    const zoSessionRecorder recorder(second.get());
     connect(second.get(), &zoClusterService::multipleServersFound, second.get(), [&] { second->abort(); });
     expectMessage(QtCriticalMsg, AnyReason);
 
@@ -844,7 +808,7 @@ void zoClusterServiceContract::lowMemoryAsks()
 {
     const auto service = m_factory.createShortOfMemory();
     service->applyConfig(documentOf({"n1", "n2"}));
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
     expectMessage(QtCriticalMsg, AnyReason);
 
     const bool started = service->start();
@@ -857,7 +821,7 @@ void zoClusterServiceContract::acceptedLowMemoryStarts()
 {
     const auto service = m_factory.createShortOfMemory();
     service->applyConfig(documentOf({"n1"}));
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
 
     service->setAcceptLowMemory(true);
     QVERIFY(service->start());
@@ -872,7 +836,7 @@ void zoClusterServiceContract::bothQuestionsComeInOneAttempt()
     QVERIFY(first->start());
     const auto second = m_factory.createShortOfMemory();
     second->applyConfig(documentOf({"n1"}));
-    const Recorder recorder(second.get());
+    const zoSessionRecorder recorder(second.get());
     connect(second.get(), &zoClusterService::multipleServersFound, second.get(),
             [&] { second->setAcceptRunningServers(true); });
     connect(second.get(), &zoClusterService::notEnoughMemoryFound, second.get(),
@@ -891,7 +855,7 @@ void zoClusterServiceContract::nodesChangeWithTheConfigurationOfARunningSession(
     const auto service = m_factory.create();
     service->applyConfig(documentOf({"n1", "n2"}));
     QVERIFY(service->start());
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
 
     service->applyConfig(documentOf({"n2", "n3"}));
 
@@ -910,7 +874,7 @@ void zoClusterServiceContract::sameNodesAreNotAnnouncedAgain()
     const auto service = m_factory.create();
     service->applyConfig(documentOf({"n1"}));
     QVERIFY(service->start());
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
 
     service->applyConfig(documentOf({"n1"}));
     service->applyConfig(documentOf({"n1"}) + QStringLiteral("<!-- the same nodes -->"));
@@ -924,7 +888,7 @@ void zoClusterServiceContract::malformedConfigurationLeavesARunningSessionAlone(
     const auto service = m_factory.create();
     service->applyConfig(documentOf({"n1"}));
     QVERIFY(service->start());
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
     expectMessage(QtCriticalMsg, AnyReason);
 
     service->applyConfig(QStringLiteral("<cluster>"));
@@ -985,7 +949,7 @@ void zoClusterServiceContract::oneChangeForEachAppliedDocument()
     const auto service = m_factory.create();
     service->applyConfig(documentOf({"n1", "n2", "n3"}));
     QVERIFY(service->start());
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
 
     service->applyConfig(documentOf({"n4", "n5", "n3"}));
 
@@ -1002,7 +966,7 @@ void zoClusterServiceContract::failingJoinLeavesTheSessionAlone()
     const auto service = m_factory.create();
     service->applyConfig(documentOf({"n1"}));
     QVERIFY(service->start());
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
     expectMessage(QtCriticalMsg, QRegularExpression(m_factory.failing));
 
     service->applyConfig(documentOf({"n1", m_factory.failing, "n2"}));
@@ -1020,7 +984,7 @@ void zoClusterServiceContract::lostNodeLeavesTheSession()
     const auto service = m_factory.create();
     service->applyConfig(documentOf({"n1", "n2"}));
     QVERIFY(service->start());
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
     QSignalSpy states(service.get(), &zoClusterService::nodeStateChanged);
     expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("n1")));
 
@@ -1069,7 +1033,7 @@ void zoClusterServiceContract::hungNodeIsLost()
     const auto service = m_factory.create();
     service->applyConfig(documentOf({"n1", "n2"}));
     QVERIFY(service->start());
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
     expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("n2")));
 
     m_factory.hang(service.get(), "n2");
@@ -1090,7 +1054,7 @@ void zoClusterServiceContract::stopDoesNotWaitForAHungNode()
     const auto service = m_factory.create();
     service->applyConfig(documentOf({"n1", "n2"}));
     QVERIFY(service->start());
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
     m_factory.hang(service.get(), "n2");
     QElapsedTimer time;
     time.start();
@@ -1113,7 +1077,7 @@ void zoClusterServiceContract::lossOfAllNodesEndsTheSession()
     const auto service = m_factory.create();
     service->applyConfig(documentOf(nodes));
     QVERIFY(service->start());
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
     for (const QString& node : nodes)
         expectMessage(QtCriticalMsg, QRegularExpression(node));
     expectMessage(QtCriticalMsg, AnyReason);
@@ -1136,7 +1100,7 @@ void zoClusterServiceContract::sessionEndsWithItsFirstLostNodeIfThatIsWanted()
     const auto service = m_factory.createEndingWithLostNode();
     service->applyConfig(documentOf({"n1", "n2"}));
     QVERIFY(service->start());
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
     expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("n2")));
     expectMessage(QtCriticalMsg, AnyReason);
 
@@ -1184,6 +1148,24 @@ void zoClusterServiceContract::speedTestMeasuresARunningSession()
     QVERIFY(service->isRunning());
 }
 
+// At once, also where the others are started again because of it.
+void zoClusterServiceContract::speedTestAfterALossMeasuresTheOthers()
+{
+    if (!m_factory.lose)
+        QSKIP("this service does not look at single nodes");
+    const auto service = m_factory.create();
+    service->applyConfig(documentOf({"n1", "n2"}));
+    QVERIFY(service->start());
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("n1")));
+    m_factory.lose(service.get(), "n1");
+    QTRY_COMPARE(service->runningNodes(), QStringList("n2"));
+
+    const QStringList figures = service->speedTest();
+
+    QCOMPARE(figures.size(), 3);
+    QVERIFY(figures.at(2).toLongLong() > 0);
+}
+
 void zoClusterServiceContract::speedTestOfAnIdleServiceIsEmpty()
 {
     const auto service = m_factory.create();
@@ -1196,7 +1178,7 @@ void zoClusterServiceContract::diagnosticsAreSilent()
 {
     const auto service = m_factory.create();
     service->applyConfig(documentOf({"n1"}));
-    const Recorder recorder(service.get());
+    const zoSessionRecorder recorder(service.get());
 
     service->setShowTiles(true);
     service->setShowTestImage(true);

@@ -119,6 +119,7 @@ private slots:
     void reportsNameEveryNode();
 
     void speedTestMeasuresARunningSession();
+    void speedTestAfterALossMeasuresTheOthers();
     void speedTestOfAnIdleServiceIsEmpty();
     void diagnosticsAreSilent();
 
