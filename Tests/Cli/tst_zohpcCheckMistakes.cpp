@@ -88,6 +88,7 @@ void tst_zohpcCheckMistakes::mistakeIsToldAtItsPlaceAlone_data()
         "\"best\"?");
     row("comma", wall, "eyeseparation=\"65\"", "eyeseparation=\"65,5\"", 15, number, "\"65.5\"?");
     row("unit", wall, "distance=\"2500\"", "distance=\"2500mm\"", 10, number, "\"2500\"?");
+    row("blank-of-other-kind", wall, "distance=\"2500\"", "distance=\"\u00a02500\"", 10, number, "\"2500\"?");
     row("letter-O", wall, "width=\"1920\"", "width=\"192O\"", 7, number, "\"1920\"?");
     row("point-in-pixels", cave, "height=\"1920\"", "height=\"1920.0\"", 8, number, "\"1920\"?");
     row("number-in-words", tiles, "rows=\"3\" columns=\"5\" overlapx",

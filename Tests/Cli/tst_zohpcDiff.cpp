@@ -25,6 +25,7 @@ private slots:
     void otherMeaningIsADifference_data();
     void otherMeaningIsADifference();
     void networksAreKnownByTheirNodes();
+    void longListsAreCut();
     void standardInputIsOneOfBoth();
     void unusableInputIsTold();
 
@@ -357,6 +358,25 @@ void tst_zohpcDiff::networksAreKnownByTheirNodes()
     QCOMPARE(zoCommandRun::zohpc({"diff", before, swapped}).output,
              QByteArray("cluster: its networks are in another order\n"));
     QCOMPARE(zoCommandRun::zohpc({"diff", before, renamed}).output, QByteArray("node renamed: gw to x\n"));
+}
+
+void tst_zohpcDiff::longListsAreCut()
+{
+    // Equal names, which do not fold: "x,x,x" has 1,000 characters at most, and 999 with 500 of them.
+    const auto nodes = [](int count) {
+        return "<cluster version='1'><master><network><node name='a'/>" +
+               QByteArray("<node name='x'/>").repeated(count) + "</network></master></cluster>";
+    };
+    const QString before = m_files.write("none.zhpc", nodes(0));
+    const QString after = m_files.write("some.zhpc", nodes(500));
+    const QString many = m_files.write("many.zhpc", nodes(501));
+
+    const QByteArray all = QByteArray("x,").repeated(500);
+    QCOMPARE(zoCommandRun::zohpc({"diff", before, after}).output,
+             "nodes added: " + all.left(all.size() - 1) + " (network 1)\n");
+    QCOMPARE(zoCommandRun::zohpc({"diff", before, many}).output,
+             "nodes added: " + all.left(all.size() - 1) + " ... and 1 more (network 1)\n");
+    QCOMPARE(zoCommandRun::zohpc({"diff", "--json", before, many}).output.count("\"path\":"), 501);
 }
 
 void tst_zohpcDiff::standardInputIsOneOfBoth()

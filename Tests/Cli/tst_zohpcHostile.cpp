@@ -137,6 +137,10 @@ void tst_zohpcHostile::addPictures() const
 // An object of JSON that is built value by value is moved for each of them.
 void tst_zohpcHostile::addValues() const
 {
+    QTest::newRow("format-blended-tiles")
+        << QStringList{"format", "-"}
+        << document({}, "<projection name='W' rows='100' columns='1000' width='9000' height='900' "
+                        "edgeblending='true' type='powerwall' distance='1'/>");
     for (const char* format : {"--defaults", "--json"})
         QTest::newRow((QByteArray("get") + format).constData())
             << QStringList{"get", format, "-"} << document(filled("<node/>"));
@@ -186,12 +190,12 @@ void tst_zohpcHostile::comparisonEnds_data()
     QTest::addColumn<QByteArray>("before");
     QTest::addColumn<QByteArray>("after");
 
-    const auto tiles = [](const QByteArray& type) {
-        return document({},
-                        "<projection name='W' rows='100' columns='1000' width='9000' height='900' type='" +
-                            type + "'/>");
+    const auto tiles = [](const QByteArray& distance) {
+        return document({}, "<projection name='W' rows='100' columns='1000' width='9000' height='900' "
+                            "edgeblending='true' type='powerwall' distance='" +
+                                distance + "'/>");
     };
-    QTest::newRow("tiles") << tiles("wall") << tiles("power wall");
+    QTest::newRow("tiles") << tiles("1") << tiles("2");
     const auto tree = [](int depth) {
         QByteArray gateways;
         for (int i = 0; i < depth; ++i)

@@ -34,6 +34,13 @@ bool zoClusterSetup::readFile(const QString& fileName, std::vector<zoHPCDocument
     return true;
 }
 
+QDomDocument zoClusterSetup::documentWithNamesOfTiles() const
+{
+    QDomDocument document;
+    zoHPCDocumentText::parse(textWithNamesOfTiles(), document);
+    return document;
+}
+
 bool zoClusterSetup::readText(const QString& fileName, QDomDocument& document)
 {
     if (!zoTextFile::read(fileName, m_file))

@@ -31,6 +31,9 @@ public:
     // Everything in canonical form. A hosts file that the configuration names is not read.
     QDomDocument document() const { return m_configuration.document(); }
     QString text() const { return m_configuration.text(); }
+    // The same without the values of tiles and planes that projections generate.
+    QString textWithNamesOfTiles() const { return m_configuration.textWithNamesOfTiles(); }
+    QDomDocument documentWithNamesOfTiles() const;
 
 private:
     bool readText(const QString& fileName, QDomDocument& document);

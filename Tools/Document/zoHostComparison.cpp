@@ -52,7 +52,7 @@ QString foldedNames(const QStringList& names)
     const QString left = QString::number(names.size() - std::max(count, 1));
     return names.size() == 1
                ? shown
-               : QCoreApplication::translate("zoHostComparison", "%1 and %2 more").arg(shown, left);
+               : QCoreApplication::translate("zoHostComparison", "%1 ... and %2 more").arg(shown, left);
 }
 } // namespace
 

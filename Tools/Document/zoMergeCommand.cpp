@@ -96,7 +96,8 @@ int zoMergeCommand::execute(const QCommandLineParser& parser)
             tr("%1: not merged, for this would be lost; --force does it all the same").arg(name));
         return zoConsole::Unusable;
     }
-    const zoConfigurationMerge merge(base, ours.document(), theirs.document());
+    const zoConfigurationMerge merge(base, ours.documentWithNamesOfTiles(),
+                                     theirs.documentWithNamesOfTiles());
     if (!merge.isPossible()) {
         zoConsole::printError(tr("%1: nested too deep to be merged").arg(name));
         return zoConsole::Unusable;
@@ -124,7 +125,7 @@ bool zoMergeCommand::readBase(const QString& file, QDomDocument& document)
     zoClusterSetup setup;
     if (!setup.readFile(file))
         return false;
-    document = setup.document();
+    document = setup.documentWithNamesOfTiles();
     return true;
 }
 
@@ -150,7 +151,7 @@ QStringList zoMergeCommand::danglingReferences(const QDomDocument& merged, zoClu
 {
     QStringList conflicts;
     const QString projection = zoHPCViewportItem::columns().at(zoHPCViewportItem::Projection);
-    const QDomDocument read = result.document();
+    const QDomDocument read = result.documentWithNamesOfTiles();
     const zoItemPaths before(merged.documentElement());
     const zoItemPaths after(read.documentElement());
     for (const zoItemPaths::Item& item : before.items()) {

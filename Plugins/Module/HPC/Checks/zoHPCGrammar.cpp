@@ -258,6 +258,10 @@ bool Attribute::hasLimits() const
 
 bool Attribute::isNumber(const QString& value) const
 {
+    // The toolkit takes any blank around a number, readers of XML those of XML alone.
+    const auto isOtherBlank = [](QChar c) { return c.isSpace() && c.unicode() > ' '; };
+    if (std::any_of(value.begin(), value.end(), isOtherBlank))
+        return false;
     bool ok = false;
     if (type == Type::Integer) {
         value.toInt(&ok);

@@ -15,16 +15,13 @@ namespace
 {
 // A document of the tree section that `writeHosts` writes and the displays as they are.
 template <class WriteHosts>
-QString write(const zoHPCDisplaySetup& displays, const WriteHosts& writeHosts)
+QString write(const zoHPCDisplaySetup& displays, zoHPCDocumentText::Tiles tiles, const WriteHosts& writeHosts)
 {
     zoHPCDocumentWriter writer;
     writer.openElement(zoClusterTags::Cluster);
     writer.addAttribute(zoClusterTags::VersionAttribute, QString::number(zoClusterTags::Version));
     writeHosts(writer);
-    QDomDocument document;
-    document.appendChild(document.createElement(zoClusterTags::Cluster));
-    displays.saveToXML(document);
-    zoHPCDocumentText::appendChildren(document.documentElement(), writer);
+    zoHPCDocumentText::appendDisplays(displays, tiles, writer);
     writer.closeElement();
     return writer.takeText();
 }
@@ -53,6 +50,12 @@ QString zoHPCConfiguration::text() const
     return textAsIs(m_hosts, m_displays);
 }
 
+QString zoHPCConfiguration::textWithNamesOfTiles() const
+{
+    return write(m_displays, zoHPCDocumentText::Tiles::Names,
+                 [this](zoHPCDocumentWriter& writer) { m_hosts.writeRows(writer); });
+}
+
 QDomDocument zoHPCConfiguration::document() const
 {
     QDomDocument document;
@@ -62,12 +65,14 @@ QDomDocument zoHPCConfiguration::document() const
 
 QString zoHPCConfiguration::text(zoHPCHostTree& hosts, const zoHPCDisplaySetup& displays)
 {
-    return write(displays, [&hosts](zoHPCDocumentWriter& writer) { hosts.writeSection(writer); });
+    return write(displays, zoHPCDocumentText::Tiles::Whole,
+                 [&hosts](zoHPCDocumentWriter& writer) { hosts.writeSection(writer); });
 }
 
 QString zoHPCConfiguration::textAsIs(const zoHPCHostTree& hosts, const zoHPCDisplaySetup& displays)
 {
-    return write(displays, [&hosts](zoHPCDocumentWriter& writer) { hosts.writeRows(writer); });
+    return write(displays, zoHPCDocumentText::Tiles::Whole,
+                 [&hosts](zoHPCDocumentWriter& writer) { hosts.writeRows(writer); });
 }
 
 bool zoHPCConfiguration::haveSameHosts(const QString& left, const QString& right)

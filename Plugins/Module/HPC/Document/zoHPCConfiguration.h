@@ -21,7 +21,9 @@ public:
     void read(QDomDocument& document);
     // textAsIs() of both.
     QString text() const;
-    // The same as a document.
+    // The same without the values of tiles and planes that projections generate.
+    QString textWithNamesOfTiles() const;
+    // textAsIs() as a document.
     QDomDocument document() const;
 
     // The text of a configuration. A hosts file that the tree is linked with is read first.

@@ -3,6 +3,7 @@
 #include "zoHPCDisplaySetup.h"
 #include "zoHPCDocumentWriter.h"
 #include "zoHPCHostsSection.h"
+#include "zoHPCProjectionItem.h"
 
 #include <QDomDocument>
 #include <QHash>
@@ -49,13 +50,20 @@ class NodeWriter final
 public:
     NodeWriter(zoHPCDocumentWriter& writer, bool keepEmpty) : m_writer(writer), m_keepEmpty(keepEmpty) {}
 
+    // The element without its children, to be closed by the caller.
+    void open(const QDomElement& element)
+    {
+        m_writer.openElement(element.tagName());
+        writeAttributes(element.tagName(), element.attributes());
+    }
+
     // The node and its following siblings. Walks without recursion: forwarding networks may nest thousands of
     // levels deep.
     void write(QDomNode node)
     {
         int depth = 0;
         while (!node.isNull()) {
-            const QDomNode child = open(node);
+            const QDomNode child = enter(node);
             if (!child.isNull()) {
                 ++depth;
                 node = child;
@@ -76,7 +84,7 @@ public:
 
 private:
     // Writes a node up to its children, and returns the first of them.
-    QDomNode open(const QDomNode& node)
+    QDomNode enter(const QDomNode& node)
     {
         switch (node.nodeType()) {
         case QDomNode::ElementNode:
@@ -156,9 +164,37 @@ QString zoHPCDocumentText::toText(const QDomDocument& document, EmptyAttributes 
     return writer.takeText();
 }
 
-void zoHPCDocumentText::appendChildren(const QDomElement& element, zoHPCDocumentWriter& writer)
+// One tile at a time: as nodes of a document all tiles of a large wall take a gigabyte.
+void zoHPCDocumentText::appendDisplays(const zoHPCDisplaySetup& displays, Tiles tiles,
+                                       zoHPCDocumentWriter& writer)
 {
-    NodeWriter(writer, false).write(element.firstChild());
+    const QString tag = zoClusterTags::Projection;
+    const QString name = zoClusterTags::NameAttribute;
+    NodeWriter nodes(writer, false);
+    QDomDocument document;
+    for (int i = 0; i < displays.projectionRoot()->childCount(); ++i) {
+        const auto* const projection =
+            dynamic_cast<const zoHPCTreeWidgetItem*>(displays.projectionRoot()->child(i));
+        if (projection == nullptr)
+            continue;
+        nodes.open(projection->zoHPCTreeWidgetItem::toXML(document, tag));
+        for (int j = 0; j < projection->childCount(); ++j) {
+            const auto* const tile = dynamic_cast<const zoHPCProjectionItem*>(projection->child(j));
+            if (tile == nullptr)
+                continue;
+            QDomElement element = document.createElement(tag);
+            if (tiles == Tiles::Whole)
+                element = tile->toXML(document, tag);
+            else
+                element.setAttribute(name, tile->getString(zoHPCProjectionItem::Name));
+            nodes.write(element);
+        }
+        writer.closeElement();
+    }
+    for (int i = 0; i < displays.displayRoot()->childCount(); ++i) {
+        if (const auto* display = dynamic_cast<const zoHPCTreeWidgetItem*>(displays.displayRoot()->child(i)))
+            nodes.write(display->toXML(document, zoClusterTags::Display));
+    }
 }
 
 bool zoHPCDocumentText::parse(const QString& text, QDomDocument& document)

@@ -4,7 +4,7 @@
 #include <QString>
 
 class QDomDocument;
-class QDomElement;
+class zoHPCDisplaySetup;
 class zoHPCDocumentWriter;
 
 // The text form of configuration documents: what files, the cluster service and the text dialog hold.
@@ -14,6 +14,8 @@ class zoHPCDocumentText final
 
 public:
     enum class EmptyAttributes { OmitInDisplays, Keep };
+    // Tiles and planes that projections generate: as files have them, or their names alone.
+    enum class Tiles { Whole, Names };
 
     // Why and where a text was refused; line and column from 1.
     struct Refusal
@@ -34,8 +36,8 @@ public:
     static QString toText(const QDomDocument& document,
                           EmptyAttributes emptyAttributes = EmptyAttributes::OmitInDisplays);
 
-    // The children of an element in the same form, into the element that the writer has open.
-    static void appendChildren(const QDomElement& element, zoHPCDocumentWriter& writer);
+    // Projections and displays in the same form, into the element that the writer has open.
+    static void appendDisplays(const zoHPCDisplaySetup& displays, Tiles tiles, zoHPCDocumentWriter& writer);
 
     // Reads a text into a fresh document. A text that is not well-formed, is nested deeper than
     // maximumDepth() or expands its entities without bound gives an empty document, false, and an error in
