@@ -1400,6 +1400,10 @@ Das Protokoll nennt den Grund.</translation>
         <source>this machine has no X display, which %1 needs</source>
         <translation>dieser Rechner hat keinen X-Bildschirm, den %1 braucht</translation>
     </message>
+    <message>
+        <source>The check picture is on the wall</source>
+        <translation>Das Prüfbild ist auf der Wand</translation>
+    </message>
 </context>
 <context>
     <name>zoParaViewProbe</name>

@@ -75,6 +75,7 @@ void zoParaViewPicture::receive(const zoServerMessage& message)
     if (message.verb == "SHOWN" && !m_isShown) {
         m_limit.stop();
         m_isShown = true;
+        zoLog::info(tr("The check picture is on the wall"));
         emit shown();
     } else if (message.verb == "WANTED") {
         zoLog::info(tr("A client wants the server: the check picture makes way"));
