@@ -172,7 +172,6 @@ def show(tile, renderer):
     texture = vtkTexture()
     texture.SetInputData(reader.GetOutput())
     texture.InterpolateOn()
-    texture.MipmapOn()
     actor = vtkActor()
     actor.SetMapper(mapper)
     actor.SetTexture(texture)
@@ -310,6 +309,8 @@ def show(simple, scene):
         shown.Specular = 0.0
     else:
         shown.Opacity = 0.0
+        # Texts as they are.
+        view.UseFXAA = 0
     # The first picture resets the camera.
     simple.Render(view)
     head = [0.001 * c for c in scene["head"]]
