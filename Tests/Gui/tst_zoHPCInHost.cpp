@@ -8,6 +8,7 @@
 #include <zoHPCTreeEditGUIW.h>
 #include <zoHPCTreeGUIW.h>
 #include <zoHPCTreeItem.h>
+#include <zoHPCUndo.h>
 
 #include <zoHostDocument.h>
 #include <zoKernelServiceFactory.h>
@@ -86,6 +87,8 @@ private slots:
     void keyOfTheHostWins();
     void keyWorksInEveryField();
     void otherHostTakesKeysItsOwnWay();
+    void undoKeyTakesBackOneStep();
+    void undoKeyOfAnotherHostIsItsOwn();
     void keysOfTheDisplaySetupWorkOnceForEachPress();
     void contextMenuOfTheDisplaySetupShowsItsKeys();
     void keysOfAPageThatIsNotShownAreSilent();
@@ -353,6 +356,58 @@ void tst_zoHPCInHost::otherHostTakesKeysItsOwnWay()
     QTest::keyClick(tree, Qt::Key_Delete);
     QCOMPARE(started.count(), 1);
     QCOMPARE(module->getTree()->getNodeNames(), QStringList());
+}
+
+// The key is the host's and the module's.
+void tst_zoHPCInHost::undoKeyTakesBackOneStep()
+{
+    activate(m_host.window.get());
+    zoHPCTreeGUIW* const tree = m_host.module->getTree();
+    tree->setSelectedItem(tree->getNodeItems().front());
+    for (int i = 0; i < 3; ++i) {
+        tree->addHost();
+        m_host.module->undoSteps()->commit();
+    }
+    QCOMPARE(tree->getNodeNames().size(), 4);
+    auto* name = m_host.module->getEditor()->findChild<QLineEdit*>(QStringLiteral("m_hostName"));
+
+    hostTree()->setFocus();
+    QTest::keyClick(m_host.window->windowHandle(), Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(tree->getNodeNames().size(), 3);
+    // A field has an undo of its own, which would do nothing here.
+    name->setFocus();
+    QTest::keyClick(m_host.window->windowHandle(), Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(tree->getNodeNames().size(), 2);
+    QTest::keyClick(m_host.window->windowHandle(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(tree->getNodeNames().size(), 3);
+    hostTree()->setFocus();
+    QTest::keyClick(m_host.window->windowHandle(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(tree->getNodeNames().size(), 4);
+}
+
+void tst_zoHPCInHost::undoKeyOfAnotherHostIsItsOwn()
+{
+    QMainWindow host;
+    auto* module = new zoHPCGUIW(nullptr, QStringLiteral("Module"));
+    host.setCentralWidget(module);
+    QAction undo;
+    undo.setShortcut(QKeySequence(int(Qt::CTRL) | Qt::Key_Z));
+    host.addAction(&undo);
+    const QSignalSpy undone(&undo, &QAction::triggered);
+    activate(&host);
+    zoHPCTreeGUIW* const tree = module->getTree();
+    tree->addHost();
+    module->undoSteps()->commit();
+    tree->findChild<QTreeWidget*>(QStringLiteral("m_treeWidget"))->setFocus();
+
+    QTest::keyClick(host.windowHandle(), Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(undone.count(), 1);
+    QCOMPARE(tree->getNodeNames().size(), 2);
+    // Without one of its own the module's works.
+    host.removeAction(&undo);
+    QTest::keyClick(host.windowHandle(), Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(undone.count(), 1);
+    QCOMPARE(tree->getNodeNames().size(), 1);
 }
 
 void tst_zoHPCInHost::keysOfTheDisplaySetupWorkOnceForEachPress()

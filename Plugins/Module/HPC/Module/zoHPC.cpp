@@ -67,7 +67,7 @@ zoHPC::~zoHPC()
     // The windows belong to the host's main window; without this object they have nothing to do.
     zoHPCRetirement::retire(m_connectOverlay);
     if (m_mainWindow)
-        delete m_mainWindow->undoSteps(); // hears of the focus of the application
+        m_mainWindow->undoSteps()->retire();
     zoHPCRetirement::retire(m_mainWindow);
     s_instance = nullptr;
 }

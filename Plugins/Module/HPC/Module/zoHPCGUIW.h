@@ -3,7 +3,6 @@
 #include "zoHPCConfigurationFiles.h"
 
 #include <QMainWindow>
-#include <QPointer>
 #include <QStringList>
 #include <QTimer>
 
@@ -59,7 +58,6 @@ public:
     zoHPCTreeGUIW* getTree() const;
     zoHPCTreeEditGUIW* getEditor() const;
     zoHPCDisplayGUII* getDisplayEditor() const; // for hosts and tests
-    // Goes before the window when nothing may run in that any more.
     zoHPCUndo* undoSteps() const;
 
     QSize sizeHint() const override;
@@ -167,7 +165,7 @@ private:
     zoHPCTreeGUIW* m_tree = nullptr;
     zoHPCTreeEditGUIW* m_editor = nullptr;
     zoHPCDisplayGUII* m_displayEditor = nullptr;
-    QPointer<zoHPCUndo> m_undo;
+    zoHPCUndo* m_undo = nullptr;
     zoHPCConfigurationFiles m_files;
     QString m_lastConfig;       // the text last built, read or applied
     bool m_isReplacing = false; // tree and displays are being replaced

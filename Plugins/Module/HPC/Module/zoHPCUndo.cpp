@@ -66,6 +66,14 @@ zoHPCUndo::~zoHPCUndo()
     m_parts.dialog->removeEventFilter(this);
 }
 
+void zoHPCUndo::retire()
+{
+    m_timer.stop();
+    m_placeTimer.stop();
+    disconnect(qApp, nullptr, this, nullptr);
+    m_parts.dialog->removeEventFilter(this);
+}
+
 void zoHPCUndo::createActions()
 {
     connect(&m_undoAction, &QAction::triggered, this, &zoHPCUndo::undo);

@@ -40,6 +40,8 @@ public:
     explicit zoHPCUndo(const Parts& parts, QObject* parent = nullptr);
     ~zoHPCUndo() override;
 
+    // Nothing that goes on outside of the window reaches it any more.
+    void retire();
     // Another configuration: there is nothing to go back to.
     void reset();
     // What changed until now is a step.
