@@ -34,6 +34,14 @@ class tst_zoHPCUndoRandom final : public zoTestCase
 {
     Q_OBJECT
 
+public:
+    tst_zoHPCUndoRandom()
+    {
+        // Ten thousand take longer than what the library grants a function (ms).
+        if (qEnvironmentVariableIsEmpty("QTEST_FUNCTION_TIMEOUT"))
+            qputenv("QTEST_FUNCTION_TIMEOUT", "3600000");
+    }
+
 private slots:
     void init();
     void cleanup();
