@@ -357,12 +357,12 @@ void tst_zoParaViewWall::floorLinesCrossACornerOfACave()
                 best = y;
             }
         }
-        return brightest > 690 ? best + 0.5 : -100.0; // lines are 236, 241, 240 and nothing there is brighter
+        return brightest > 520 ? best + 0.5 : -100.0; // lines are up to 717, the floor 450 at most
     };
     const QImage onFront = screen.copy(front->geometry);
     const QImage onLeft = screen.copy(left->geometry);
     int lines = 0;
-    for (const double line : {2000.0, 3000.0, 4000.0, 5000.0}) {
+    for (const double line : {2000.0, 3000.0, 4000.0}) {
         constexpr int Beside = 10;
         const double across = -plane.lowerLeft.x - (Beside + 0.5) * millimetres;
         const double expected = (plane.upperRight.y - bottom * across / line) / millimetres;
