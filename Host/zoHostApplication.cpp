@@ -136,7 +136,7 @@ std::unique_ptr<zoHostClusterService> zoHostApplication::createParaView()
 {
     auto cluster = std::make_unique<zoParaViewService>(zoHostClusterPage::storedParaView(&m_preferences));
     if (m_options.rehearse)
-        cluster->setRehearsal(zoParaViewService::desktopSize());
+        cluster->setRehearsal(zoParaViewPlan::desktopSize());
     return cluster;
 }
 

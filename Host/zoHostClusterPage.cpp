@@ -129,7 +129,7 @@ QString zoHostClusterPage::storedEngine(zoPreferencesService* preferences)
 
 zoParaViewService::Launch zoHostClusterPage::storedParaView(zoPreferencesService* preferences)
 {
-    zoParaViewService::Launch launch = zoParaViewService::defaultLaunch();
+    zoParaViewService::Launch launch = zoParaViewPlan::defaultLaunch();
     const zoNodeClusterService::Launch nodes = storedLaunch(preferences);
     launch.pattern = nodes.pattern;
     launch.nodeServer = nodes.remoteProgram;
@@ -220,8 +220,8 @@ void zoHostClusterPage::restoreDefaults()
     m_preferences->setString(QLatin1String(s_launchKey), QLatin1String(zoLauncher::DefaultTemplate));
     m_preferences->setString(QLatin1String(s_programKey),
                              zoNodeClusterService::defaultLaunch().remoteProgram);
-    m_preferences->setString(QLatin1String(s_paraViewKey), zoParaViewService::defaultLaunch().program);
-    m_preferences->setString(QLatin1String(s_portKey), QString::number(zoParaViewService::DefaultPort));
+    m_preferences->setString(QLatin1String(s_paraViewKey), zoParaViewPlan::defaultLaunch().program);
+    m_preferences->setString(QLatin1String(s_portKey), QString::number(zoParaViewPlan::DefaultPort));
     m_preferences->setString(QLatin1String(s_clientsKey), QLatin1String(s_asTheWall));
     m_preferences->setString(QLatin1String(s_reverseKey), QString());
     m_preferences->setString(QLatin1String(s_lostKey), QStringLiteral("false"));

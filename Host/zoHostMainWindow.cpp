@@ -2,6 +2,7 @@
 
 #include "zoHostCameraPanel.h"
 #include "zoHostCloseQuestion.h"
+#include "zoHostClusterService.h"
 #include "zoHostDocument.h"
 #include "zoHostEarlierConfigurations.h"
 #include "zoHostEarlierDialog.h"
@@ -12,7 +13,6 @@
 #include "zoHostRecentFiles.h"
 #include "zoHostRecentMenu.h"
 #include "zoHostUndoActions.h"
-#include "zoNodeClusterService.h"
 #include "zoSessionText.h"
 
 #include <QZOToolBar.h>
@@ -264,15 +264,26 @@ void zoHostMainWindow::createDocks(const Services& services)
 // Beside the log, for services that look at single nodes.
 void zoHostMainWindow::createNodesDock(QDockWidget* log)
 {
-    auto* cluster = qobject_cast<zoNodeClusterService*>(m_services.cluster);
-    if (cluster == nullptr)
+    auto* cluster = qobject_cast<zoHostClusterService*>(m_services.cluster);
+    if (cluster == nullptr || (cluster->capabilities() & zoClusterService::ReportsLostNodes) == 0)
         return;
     auto* dock = new QDockWidget(tr("Nodes"), this);
     dock->setObjectName(QStringLiteral("NodesDock"));
-    dock->setWidget(new zoHostNodesPanel(cluster));
+    auto* panel = new zoHostNodesPanel(cluster);
+    dock->setWidget(panel);
+    connect(panel, &zoHostNodesPanel::restartRequested, this, &zoHostMainWindow::restartSession);
     addDockWidget(Qt::BottomDockWidgetArea, dock);
     tabifyDockWidget(log, dock);
     log->raise();
+}
+
+// The module takes the configuration from its window.
+void zoHostMainWindow::restartSession()
+{
+    m_services.cluster->stop();
+    QObject* module = moduleObject("startCluster()");
+    if (module != nullptr)
+        QMetaObject::invokeMethod(module, "startCluster", Qt::QueuedConnection);
 }
 
 void zoHostMainWindow::addModule(const QString& name, const QString& category, QWidget* window,

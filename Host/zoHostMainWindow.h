@@ -100,6 +100,7 @@ private:
 
     void createMenus();
     void createDocks(const Services& services);
+    void restartSession();
     void createNodesDock(QDockWidget* log);
     QTreeWidgetItem* categoryItem(const QString& category);
     void removeModule(const QWidget* window);

@@ -1,6 +1,8 @@
 #include "zoHostNodesPanel.h"
 
+#include "zoHostConnectionPanel.h"
 #include "zoNodeClusterService.h"
+#include "zoParaViewService.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -37,9 +39,10 @@ QColor colourOf(zoClusterNodeReport::State state)
 }
 } // namespace
 
-zoHostNodesPanel::zoHostNodesPanel(zoNodeClusterService* cluster, QWidget* parent)
+zoHostNodesPanel::zoHostNodesPanel(zoHostClusterService* cluster, QWidget* parent)
     : QWidget(parent)
     , m_cluster(cluster)
+    , m_servers(qobject_cast<zoNodeClusterService*>(cluster))
     , m_summary(new QLabel(this))
     , m_list(new QTreeWidget(this))
     , m_later(new QTimer(this))
@@ -70,9 +73,9 @@ zoHostNodesPanel::zoHostNodesPanel(zoNodeClusterService* cluster, QWidget* paren
     m_hang = makeButton("HangNode", tr("Hang"), tr("Rehearsal: stops the node's program, as if it hung"));
     m_delay = makeButton("DelayNode", tr("Delay"),
                          tr("Rehearsal: the node takes half a second longer for each frame"));
-    connect(m_lose, &QToolButton::clicked, this, [this] { m_cluster->loseNode(currentNode()); });
-    connect(m_hang, &QToolButton::clicked, this, [this] { m_cluster->hangNode(currentNode()); });
-    connect(m_delay, &QToolButton::clicked, this, [this] { m_cluster->delayNode(currentNode(), s_delayMs); });
+    connect(m_lose, &QToolButton::clicked, this, [this] { m_servers->loseNode(currentNode()); });
+    connect(m_hang, &QToolButton::clicked, this, [this] { m_servers->hangNode(currentNode()); });
+    connect(m_delay, &QToolButton::clicked, this, [this] { m_servers->delayNode(currentNode(), s_delayMs); });
 
     createLayout();
     createConnections();
@@ -92,6 +95,12 @@ void zoHostNodesPanel::createLayout()
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addLayout(row);
+    if (auto* paraView = qobject_cast<zoParaViewService*>(m_cluster)) {
+        auto* connection = new zoHostConnectionPanel(paraView);
+        layout->addWidget(connection);
+        connect(connection, &zoHostConnectionPanel::restartRequested, this,
+                &zoHostNodesPanel::restartRequested);
+    }
     layout->addWidget(m_list);
 }
 
@@ -189,8 +198,8 @@ QString zoHostNodesPanel::currentNode() const
 
 void zoHostNodesPanel::updateButtons()
 {
-    const bool rehearses =
-        m_cluster->isRunning() && (m_cluster->capabilities() & zoClusterService::Rehearses) != 0;
+    const bool rehearses = m_servers != nullptr && m_cluster->isRunning() &&
+                           (m_cluster->capabilities() & zoClusterService::Rehearses) != 0;
     const bool runs = m_cluster->runningNodes().contains(currentNode());
     for (QToolButton* button : {m_lose, m_hang, m_delay}) {
         button->setVisible(rehearses);

@@ -7,6 +7,7 @@ class QTimer;
 class QToolButton;
 class QTreeWidget;
 class QTreeWidgetItem;
+class zoHostClusterService;
 class zoNodeClusterService;
 struct zoClusterNodeReport;
 
@@ -17,10 +18,14 @@ class zoHostNodesPanel final : public QWidget
     Q_OBJECT
 
 public:
-    explicit zoHostNodesPanel(zoNodeClusterService* cluster, QWidget* parent = nullptr); // outlives the panel
+    explicit zoHostNodesPanel(zoHostClusterService* cluster, QWidget* parent = nullptr); // outlives the panel
     ~zoHostNodesPanel() override;
 
     static QString stateText(const zoClusterNodeReport& report);
+
+signals:
+    // Of a person who wants the session to take the configuration as it is now.
+    void restartRequested();
 
 private:
     void createLayout();
@@ -30,7 +35,8 @@ private:
     void updateButtons();
     QString currentNode() const;
 
-    zoNodeClusterService* m_cluster;
+    zoHostClusterService* m_cluster;
+    zoNodeClusterService* m_servers; // the same; null for one without node servers
     QLabel* m_summary;
     QTreeWidget* m_list;
     QToolButton* m_lose;

@@ -311,6 +311,53 @@ Soll die Sitzung auf diesem Rechner geprobt werden?</translation>
     </message>
 </context>
 <context>
+    <name>zoHostConnectionPanel</name>
+    <message>
+        <source>Command that connects ParaView</source>
+        <translation>Befehl, der ParaView verbindet</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Start ParaView</source>
+        <translation>ParaView starten</translation>
+    </message>
+    <message>
+        <source>Starts ParaView on this machine and connects it</source>
+        <translation>Startet ParaView auf diesem Rechner und verbindet es</translation>
+    </message>
+    <message>
+        <source>Restart session</source>
+        <translation>Sitzung neu starten</translation>
+    </message>
+    <message>
+        <source>Stops the session and starts it with the configuration as it is now</source>
+        <translation>Beendet die Sitzung und startet sie mit der Konfiguration, wie sie jetzt ist</translation>
+    </message>
+    <message>
+        <source>No session</source>
+        <translation>Keine Sitzung</translation>
+    </message>
+    <message>
+        <source>ParaView is connected</source>
+        <translation>ParaView ist verbunden</translation>
+    </message>
+    <message>
+        <source>Waits for ParaView:</source>
+        <translation>Wartet auf ParaView:</translation>
+    </message>
+    <message>
+        <source>The configuration changed: %1 needs a new start</source>
+        <translation>Die Konfiguration hat sich geändert: %1 braucht einen neuen Start</translation>
+    </message>
+    <message>
+        <source>%1 cannot be started</source>
+        <translation>%1 lässt sich nicht starten</translation>
+    </message>
+</context>
+<context>
     <name>zoHostEarlierConfigurations</name>
     <message>
         <source>The folder cannot be made</source>
@@ -1585,6 +1632,22 @@ Das Protokoll nennt den Grund.</translation>
     <message>
         <source>Configuration of the running cluster refused: ParaView&apos;s server would have to start again for %1 (Restart session)</source>
         <translation>Konfiguration des laufenden Clusters abgelehnt: Für %1 müsste der ParaView-Server neu starten (Sitzung neu starten)</translation>
+    </message>
+    <message>
+        <source>The check picture cannot be shown: %1</source>
+        <translation>Das Prüfbild lässt sich nicht zeigen: %1</translation>
+    </message>
+    <message>
+        <source>The check picture is off</source>
+        <translation>Das Prüfbild ist aus</translation>
+    </message>
+    <message>
+        <source>The check picture waits until the client of ParaView has left</source>
+        <translation>Das Prüfbild wartet, bis der Client von ParaView sich getrennt hat</translation>
+    </message>
+    <message>
+        <source>There is no check picture while the server calls its client</source>
+        <translation>Es gibt kein Prüfbild, während der Server seinen Client ruft</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,7 @@
 
 #include "zoControllerProcess.h"
 #include "zoMpirunProcess.h"
+#include "zoParaViewPicture.h"
 #include "zoParaViewProbe.h"
 #include "zoSessionRequest.h"
 #include "zoThisMachine.h"
@@ -21,6 +22,7 @@
 #include <QRegularExpression>
 #include <QSysInfo>
 #include <QTemporaryDir>
+#include <QUrl>
 
 #include <algorithm>
 #include <unistd.h>
@@ -41,36 +43,21 @@ QString releaseOf(const QString& version)
 }
 } // namespace
 
-zoParaViewService::Launch zoParaViewService::defaultLaunch()
-{
-    Launch launch;
-    launch.nodeServerHere = zoControllerProcess::defaultProgram();
-    QString reason;
-    launch.pattern = zoLauncher::fromText(QLatin1String(zoLauncher::DefaultTemplate), reason);
-    return launch;
-}
-
-QSize zoParaViewService::desktopSize()
-{
-    static constexpr QSize s_fallback(1280, 720);
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    if (qEnvironmentVariableIsEmpty("DISPLAY"))
-        environment.insert(QStringLiteral("DISPLAY"), QStringLiteral(":0"));
-    process.setProcessEnvironment(environment);
-    process.start(QStringLiteral("xwininfo"), {QStringLiteral("-root")});
-    process.waitForFinished();
-    static const QRegularExpression s_size(QStringLiteral(R"(-geometry (\d+)x(\d+))"));
-    const QRegularExpressionMatch match = s_size.match(QString::fromUtf8(process.readAllStandardOutput()));
-    return match.hasMatch() ? QSize(match.captured(1).toInt(), match.captured(2).toInt()) : s_fallback;
-}
-
 zoParaViewService::zoParaViewService(const Launch& launch, QObject* parent)
     : zoHostSessionService(parent)
-    , m_launch(launch)
+    , m_nextLaunch(launch)
+    , m_picture(new zoParaViewPicture(launch.pvpython, this))
     , m_wait([this] { return isAborted() || !m_broken.isEmpty(); })
 {
     m_clock.start();
+    connect(m_picture, &zoParaViewPicture::failed, this, [this](const QString& reason) {
+        m_hasYielded = true;
+        zoLog::error(tr("The check picture cannot be shown: %1").arg(reason));
+    });
+    connect(m_picture, &zoParaViewPicture::ended, this, [this] {
+        m_hasYielded = true;
+        zoLog::info(tr("The check picture is off"));
+    });
     m_limit.setSingleShot(true);
     connect(&m_limit, &QTimer::timeout, this,
             [this] { lose(tr("ParaView's server did not come back"), -1); });
@@ -89,7 +76,7 @@ QStringList zoParaViewService::runningNodes()
 zoClusterService::Capabilities zoParaViewService::capabilities()
 {
     Capabilities all = ShowsTiles | ShowsTestImage | ReportsLostNodes;
-    all.setFlag(Rehearses, !m_rehearsal.isEmpty());
+    all.setFlag(Rehearses, !(state() == State::Idle ? m_nextRehearsal : m_plan.rehearsal).isEmpty());
     return all;
 }
 
@@ -113,50 +100,6 @@ QString zoParaViewService::sessionFolder() const
     return m_folder ? m_folder->path() : QString();
 }
 
-bool zoParaViewService::isHere(const QString& host) const
-{
-    return !m_rehearsal.isEmpty() || zoThisMachine::isNamed(host);
-}
-
-QString zoParaViewService::launchHost(const zoParaViewSetup::Machine& machine) const
-{
-    return isHere(machine.host) ? QString() : machine.host;
-}
-
-// A login from elsewhere has no display in its environment, and the wall hangs on the first one.
-QString zoParaViewService::displayOf(const zoParaViewSetup::Machine& machine) const
-{
-    if (!machine.display.isEmpty())
-        return machine.display;
-    const QString own = isHere(machine.host) ? qEnvironmentVariable("DISPLAY") : QString();
-    return own.isEmpty() ? QStringLiteral(":0") : own;
-}
-
-QStringList zoParaViewService::nodeIds() const
-{
-    QStringList ids;
-    for (const zoParaViewSetup::Machine& machine : m_setup.machines) {
-        if (!ids.contains(machine.node))
-            ids << machine.node;
-    }
-    return ids;
-}
-
-bool zoParaViewService::readSetup(const QString& document, zoParaViewSetup& setup, QString& reason) const
-{
-    zoParaViewSetup::Request request;
-    zoClusterDocument parsed;
-    if (!parsed.parse(document, reason))
-        return false;
-    for (const zoClusterDocument::Node& node : parsed.enabledNodes()) {
-        if (isHere(node.hostName) && !request.hostsHere.contains(node.hostName))
-            request.hostsHere << node.hostName;
-    }
-    request.display = qEnvironmentVariable("DISPLAY");
-    request.rehearsal = m_rehearsal;
-    return zoSetupLibrary::read(document, request, setup, reason);
-}
-
 // From the document to the file; false with m_broken.
 bool zoParaViewService::prepare(const QString& document)
 {
@@ -164,17 +107,17 @@ bool zoParaViewService::prepare(const QString& document)
     m_probe.reset();
     m_broken.clear();
     QString reason;
-    if (!readSetup(document, m_setup, reason))
+    if (!m_plan.readSetup(document, m_plan.setup, reason))
         m_broken = reason;
-    else if (!m_setup.gateways.isEmpty())
+    else if (!m_plan.setup.gateways.isEmpty())
         m_broken = tr("ParaView's server is one job and does not pass the gateway %1")
-                       .arg(zoSessionRequest::listOf(m_setup.gateways));
-    else if (m_setup.machines.empty())
+                       .arg(zoSessionRequest::listOf(m_plan.setup.gateways));
+    else if (m_plan.setup.machines.empty())
         m_broken = tr("no window of an enabled node shows a plane");
     if (!m_broken.isEmpty())
         return false;
-    m_reports.reset(nodeIds());
-    for (const zoParaViewSetup::Machine& machine : m_setup.machines)
+    m_reports.reset(m_plan.nodeIds());
+    for (const zoParaViewSetup::Machine& machine : m_plan.setup.machines)
         m_reports.take({{QStringLiteral("id"), machine.node}, {QStringLiteral("tile"), machine.tile}});
     return makeFolder();
 }
@@ -185,10 +128,11 @@ bool zoParaViewService::makeFolder()
     if (!m_folder)
         m_folder =
             std::make_unique<QTemporaryDir>(QDir::temp().filePath(QStringLiteral("zo-paraview-XXXXXX")));
-    QFile file(m_folder->filePath(QStringLiteral("wall.pvx")));
+    m_plan.folder = m_folder->path();
+    QFile file(m_plan.file());
     if (m_folder->isValid() && file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
         file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner) &&
-        file.write(m_setup.pvx) == m_setup.pvx.size() && file.flush())
+        file.write(m_plan.setup.pvx) == m_plan.setup.pvx.size() && file.flush())
         return true;
     m_broken = tr("the folder of the session cannot be made: %1")
                    .arg(m_folder->isValid() ? file.errorString() : m_folder->errorString());
@@ -199,7 +143,10 @@ bool zoParaViewService::connectSession(const Nodes& nodes, const Accepted& accep
 {
     const QPointer<zoParaViewService> self(this);
     m_wait.takeQuit();
-    m_connectId = 1 + QRandomGenerator::system()->bounded(s_connectIds);
+    m_plan = {};
+    m_plan.launch = m_nextLaunch;
+    m_plan.rehearsal = m_nextRehearsal;
+    m_plan.connectId = 1 + QRandomGenerator::system()->bounded(s_connectIds);
     m_ends.clear();
     QString document;
     // Once more for a configuration that came while connecting: nobody is connected yet.
@@ -230,7 +177,7 @@ bool zoParaViewService::connectSession(const Nodes& nodes, const Accepted& accep
 void zoParaViewService::findOtherSessions(const Nodes& nodes, QStringList& inUse)
 {
     m_locks.releaseAll();
-    const QStringList ids = nodeIds();
+    const QStringList ids = m_plan.nodeIds();
     for (const zoClusterDocument::Node& node : nodes) {
         if (!ids.contains(node.id))
             continue;
@@ -254,22 +201,23 @@ zoParaViewService::Step zoParaViewService::probe()
     const QPointer<zoParaViewService> self(this);
     std::vector<zoParaViewProbe::Machine> machines;
     QHash<QString, QStringList> ids;
-    for (const zoParaViewSetup::Machine& machine : m_setup.machines) {
-        const QString host = launchHost(machine);
+    for (const zoParaViewSetup::Machine& machine : m_plan.setup.machines) {
+        const QString host = m_plan.launchHost(machine);
         if (!ids.contains(host))
             machines.push_back({host, {}});
         const auto known = std::find_if(machines.begin(), machines.end(),
                                         [&host](const auto& other) { return other.host == host; });
-        if (!known->displays.contains(displayOf(machine)))
-            known->displays << displayOf(machine);
+        if (!known->displays.contains(m_plan.displayOf(machine)))
+            known->displays << m_plan.displayOf(machine);
         if (!ids[host].contains(machine.node))
             ids[host] << machine.node;
     }
     const int count = m_reports.order().size();
     int answered = 0;
-    m_probe = std::make_unique<zoParaViewProbe>(
-        zoLauncher(m_launch.pattern),
-        zoParaViewProbe::Programs{m_launch.program, m_launch.nodeServer, m_launch.nodeServerHere});
+    m_probe = std::make_unique<zoParaViewProbe>(zoLauncher(m_plan.launch.pattern),
+                                                zoParaViewProbe::Programs{m_plan.launch.program,
+                                                                          m_plan.launch.nodeServer,
+                                                                          m_plan.launch.nodeServerHere});
     connect(m_probe.get(), &zoParaViewProbe::answered, this, [&](const QString& host) {
         for (const QString& id : qAsConst(ids)[host]) {
             ++answered;
@@ -283,7 +231,7 @@ zoParaViewService::Step zoParaViewService::probe()
     if (!self)
         return Step::Destroyed;
     if (!isAborted())
-        m_probe->start(machines, m_folder->filePath(QStringLiteral("wall.pvx")));
+        m_probe->start(machines, m_plan.file());
     const zoSessionWait::Outcome outcome = m_wait.until([this] { return m_probe->isDone(); }, s_probeMs);
     if (outcome == zoSessionWait::Outcome::Destroyed || !self)
         return Step::Destroyed;
@@ -310,11 +258,11 @@ bool zoParaViewService::lookForMistakes()
     QStringList failed;
     QStringList known;
     QMap<QString, QStringList> releases;
-    for (const zoParaViewSetup::Machine& machine : m_setup.machines) {
+    for (const zoParaViewSetup::Machine& machine : m_plan.setup.machines) {
         if (known.contains(machine.node))
             continue;
         known << machine.node;
-        const zoParaViewProbe::Finding finding = m_probe->finding(launchHost(machine));
+        const zoParaViewProbe::Finding finding = m_probe->finding(m_plan.launchHost(machine));
         QJsonObject report{{QStringLiteral("id"), machine.node},
                            {QStringLiteral("version"), finding.version},
                            {QStringLiteral("memory"), double(finding.freeMemory)}};
@@ -351,8 +299,8 @@ QStringList zoParaViewService::shortOfMemory() const
 {
     QStringList nodes;
     QHash<QString, qint64> left;
-    for (const zoParaViewSetup::Machine& machine : m_setup.machines) {
-        const QString host = launchHost(machine);
+    for (const zoParaViewSetup::Machine& machine : m_plan.setup.machines) {
+        const QString host = m_plan.launchHost(machine);
         if (!left.contains(host)) {
             const qint64 found = m_probe->finding(host).freeMemory;
             left.insert(host, m_availableMemory >= 0        ? m_availableMemory
@@ -373,15 +321,15 @@ QStringList zoParaViewService::shortOfMemory() const
 zoParaViewService::Step zoParaViewService::launchOnFreePort()
 {
     const QPointer<zoParaViewService> self(this);
-    for (m_port = m_launch.port; m_port < m_launch.port + PortTries; ++m_port) {
-        emit progressChanged(tr("ParaView's server starts on port %1 ...").arg(m_port), s_half);
+    for (m_plan.port = m_plan.launch.port; m_plan.port < m_plan.launch.port + PortTries; ++m_plan.port) {
+        emit progressChanged(tr("ParaView's server starts on port %1 ...").arg(m_plan.port), s_half);
         if (!self)
             return Step::Destroyed;
         if (isAborted() || !launch())
             return Step::Failed;
         const zoSessionWait::Outcome outcome =
             m_wait.until([this] { return m_isEnded || m_log.state() != zoPvServerLog::State::Starting; },
-                         m_launch.limitMs);
+                         m_plan.launch.limitMs);
         if (outcome == zoSessionWait::Outcome::Destroyed)
             return Step::Destroyed;
         setAborted(isAborted() || m_wait.takeQuit());
@@ -389,7 +337,7 @@ zoParaViewService::Step zoParaViewService::launchOnFreePort()
             return Step::Failed;
         if (outcome != zoSessionWait::Outcome::Done) {
             m_broken =
-                tr("ParaView's server did not accept clients within %1 s").arg(m_launch.limitMs / 1000);
+                tr("ParaView's server did not accept clients within %1 s").arg(m_plan.launch.limitMs / 1000);
             return Step::Failed;
         }
         if (!m_isEnded) {
@@ -398,32 +346,29 @@ zoParaViewService::Step zoParaViewService::launchOnFreePort()
         }
         const QString reason = m_log.reason(m_exitCode);
         if (m_log.end(m_exitCode) != zoPvServerLog::End::PortInUse) {
-            const int rank = m_log.culprit();
-            const QString node = rank >= 0 && rank < int(m_setup.machines.size())
-                                     ? m_setup.machines[std::size_t(rank)].node
-                                     : QString();
+            const QString node = m_plan.nodeOf(m_log.culprit());
             m_broken = m_log.end(m_exitCode) == zoPvServerLog::End::BadFile
                            ? tr("ParaView's server cannot read its file: %1").arg(reason)
                        : node.isEmpty() ? tr("ParaView's server ended: %1").arg(reason)
                                         : tr("ParaView's server ended on %1: %2").arg(node, reason);
             return Step::Failed;
         }
-        zoLog::info(tr("Port %1 is in use").arg(m_port));
+        zoLog::info(tr("Port %1 is in use").arg(m_plan.port));
     }
-    m_broken = tr("the ports %1 to %2 are in use").arg(m_launch.port).arg(m_port - 1);
+    m_broken = tr("the ports %1 to %2 are in use").arg(m_plan.launch.port).arg(m_plan.port - 1);
     return Step::Failed;
 }
 
 bool zoParaViewService::announce()
 {
     const QPointer<zoParaViewService> self(this);
-    m_running = nodeIds();
+    m_running = m_plan.nodeIds();
     for (const QString& id : qAsConst(m_running)) {
         tellNode(id, QStringLiteral("running"), {});
         if (!self)
             return false;
     }
-    for (const QString& note : qAsConst(m_setup.notes))
+    for (const QString& note : qAsConst(m_plan.setup.notes))
         zoLog::info(note);
     const QStringList others = [this] {
         zoClusterDocument document;
@@ -448,46 +393,24 @@ bool zoParaViewService::announce()
 
 void zoParaViewService::logConnection() const
 {
-    const QString version = m_probe->finding(launchHost(m_setup.machines.front())).version;
+    const QString version = m_probe->finding(m_plan.launchHost(m_plan.setup.machines.front())).version;
     zoLog::info(tr("Connect with ParaView %1: %2").arg(releaseOf(version), connectText()));
-    if (!m_launch.reverseClient.isEmpty() || !isForThisMachine())
+    if (!m_plan.launch.reverseClient.isEmpty() || !m_plan.isForThisMachine())
         return;
-    const QString host = launchHost(m_setup.machines.front());
+    const QString host = m_plan.launchHost(m_plan.setup.machines.front());
     zoLog::info(tr("From other machines: ssh -L %1:localhost:%1 %2. The port is open on all addresses all "
                    "the same; a firewall can close it.")
-                    .arg(QString::number(m_port), host.isEmpty() ? QSysInfo::machineHostName() : host));
+                    .arg(QString::number(m_plan.port), host.isEmpty() ? QSysInfo::machineHostName() : host));
 }
 
-bool zoParaViewService::isForThisMachine() const
-{
-    const bool isAllHere =
-        std::all_of(m_setup.machines.begin(), m_setup.machines.end(),
-                    [this](const zoParaViewSetup::Machine& machine) { return isHere(machine.host); });
-    return m_launch.clients == Clients::ThisMachine || (m_launch.clients == Clients::AsTheWall && isAllHere);
-}
-
-// The first rank listens.
 QString zoParaViewService::serverUrl() const
 {
-    if (state() != State::Running && m_running.isEmpty())
-        return {};
-    if (!m_launch.reverseClient.isEmpty())
-        return QStringLiteral("csrc://:%1").arg(m_port);
-    const QString host = launchHost(m_setup.machines.front());
-    return QStringLiteral("cs://%1:%2")
-        .arg(isForThisMachine() ? QStringLiteral("localhost")
-             : host.isEmpty()   ? QSysInfo::machineHostName()
-                                : host)
-        .arg(m_port);
+    return m_running.isEmpty() ? QString() : m_plan.serverUrl();
 }
 
 QStringList zoParaViewService::connectCommand() const
 {
-    const QString url = serverUrl();
-    if (url.isEmpty())
-        return {};
-    return {QStringLiteral("paraview"), QStringLiteral("--server-url=") + url,
-            QStringLiteral("--connect-id=%1").arg(m_connectId)};
+    return m_running.isEmpty() ? QStringList() : m_plan.connectCommand();
 }
 
 QString zoParaViewService::connectText() const
@@ -497,36 +420,14 @@ QString zoParaViewService::connectText() const
 
 bool zoParaViewService::hasClient() const
 {
-    return m_job != nullptr && m_log.state() == zoPvServerLog::State::Connected;
+    return m_job != nullptr && m_log.state() == zoPvServerLog::State::Connected && !m_picture->isRunning();
 }
 
 // False with m_broken for a job that cannot be.
 bool zoParaViewService::launch()
 {
     endJob();
-    QStringList program{
-        m_launch.program, QStringLiteral("--pvx"), m_folder->filePath(QStringLiteral("wall.pvx")),
-        QStringLiteral("--server-port=%1").arg(m_port), QStringLiteral("--connect-id=%1").arg(m_connectId)};
-    if (!m_launch.reverseClient.isEmpty())
-        program << QStringLiteral("--reverse-connection")
-                << QStringLiteral("--client-host=") + m_launch.reverseClient;
-    zoMpirunCommand::Job job;
-    QStringList hosts;
-    for (const zoParaViewSetup::Machine& machine : m_setup.machines) {
-        const QString host = launchHost(machine);
-        hosts << host;
-        QMap<QString, QString> environment;
-        if (!host.isEmpty())
-            environment.insert(QStringLiteral("DISPLAY"), displayOf(machine));
-        job.machines.push_back({host, 1, program, environment});
-    }
-    job.network = m_setup.network;
-    job.sessionFolder = m_folder->path();
-    job.isRoot = geteuid() == 0;
-    job.inAllocation = zoMpirunCommand::isInAllocation();
-    const QStringList agent = zoLauncher(m_launch.pattern).agent();
-    if (!agent.isEmpty())
-        job.agent = agent;
+    const zoMpirunCommand::Job job = m_plan.job();
     const zoMpirunCommand command(job);
     if (!command.errorString().isEmpty()) {
         m_broken = command.errorString();
@@ -535,13 +436,16 @@ bool zoParaViewService::launch()
     QMap<QString, QString> environment = command.environment();
     if (qEnvironmentVariableIsEmpty("DISPLAY"))
         environment.insert(QStringLiteral("DISPLAY"), QStringLiteral(":0"));
+    QStringList hosts;
+    for (const zoMpirunCommand::Machine& machine : job.machines)
+        hosts << machine.host;
     m_log = zoPvServerLog(hosts);
     m_isEnded = false;
     m_refusedClients = 0;
     m_job = new zoMpirunProcess(this);
     connect(m_job, &zoMpirunProcess::line, this, &zoParaViewService::addLine);
     connect(m_job, &zoMpirunProcess::ended, this, &zoParaViewService::jobEnded);
-    m_job->start(m_launch.mpirun, command.arguments(), environment);
+    m_job->start(m_plan.launch.mpirun, command.arguments(), environment);
     return true;
 }
 
@@ -568,14 +472,23 @@ void zoParaViewService::addLine(const QString& text)
     m_wait.wake();
     if (state() != State::Running || m_log.state() == before)
         return;
+    // Nobody waits for the end of MPI.
+    if (m_log.state() == zoPvServerLog::State::Left) {
+        jobEnded(0);
+        return;
+    }
     m_limit.stop();
     if (m_log.state() == zoPvServerLog::State::Connected) {
         m_ends.clear();
-        zoLog::info(tr("A client of ParaView is connected"));
+        if (!m_picture->isRunning())
+            zoLog::info(tr("A client of ParaView is connected"));
     } else {
         zoLog::info(tr("ParaView's server waits for a client: %1").arg(connectText()));
     }
+    const QPointer<zoParaViewService> self(this);
     emit connectionChanged();
+    if (self)
+        showPicture();
 }
 
 void zoParaViewService::jobEnded(int exitCode)
@@ -618,7 +531,7 @@ void zoParaViewService::launchAgain()
         lose(m_broken, -1);
         return;
     }
-    m_limit.start(m_launch.limitMs);
+    m_limit.start(m_plan.launch.limitMs);
     emit connectionChanged();
 }
 
@@ -627,8 +540,8 @@ void zoParaViewService::lose(const QString& reason, int rank)
     const QPointer<zoParaViewService> self(this);
     if (state() != State::Running)
         return;
-    if (rank >= 0 && rank < int(m_setup.machines.size())) {
-        const QString id = m_setup.machines[std::size_t(rank)].node;
+    const QString id = m_plan.nodeOf(rank);
+    if (!id.isEmpty()) {
         zoLog::error(tr("Node %1 lost: %2").arg(id, reason));
         m_running.removeAll(id);
         tellNode(id, QStringLiteral("lost"), reason);
@@ -650,11 +563,12 @@ void zoParaViewService::releaseSession()
 {
     m_limit.stop();
     m_probe.reset();
+    m_picture->end();
     endJob();
     m_running.clear();
     m_refusedChange.clear();
     m_locks.releaseAll();
-    const zoLauncher launcher(m_launch.pattern);
+    const zoLauncher launcher(m_plan.launch.pattern);
     for (const QString& host : qAsConst(m_foldersElsewhere)) {
         QString reason;
         const QStringList command = launcher.command(
@@ -673,13 +587,13 @@ bool zoParaViewService::mayChange(const QString& document)
 {
     zoParaViewSetup setup;
     QString reason;
-    if (!readSetup(document, setup, reason)) {
+    if (!m_plan.readSetup(document, setup, reason)) {
         zoLog::error(tr("Configuration of the running cluster refused: %1").arg(reason));
         return false;
     }
     QString change;
-    if (setup.pvx != m_setup.pvx) {
-        const QStringList nodes = m_setup.changedNodes(setup);
+    if (setup.pvx != m_plan.setup.pvx) {
+        const QStringList nodes = m_plan.setup.changedNodes(setup);
         change = nodes.isEmpty() ? tr("the eye separation")
                                  : tr("what %1 shows").arg(zoSessionRequest::listOf(nodes));
     }
@@ -696,4 +610,42 @@ bool zoParaViewService::mayChange(const QString& document)
 
 void zoParaViewService::changeSession(const Nodes&) {}
 
-void zoParaViewService::showContent() {}
+void zoParaViewService::showContent()
+{
+    m_hasYielded = false;
+    if (state() != State::Running)
+        return;
+    if (content() != Content::None && hasClient())
+        zoLog::info(tr("The check picture waits until the client of ParaView has left"));
+    // The server ends with this client, too, and comes again for the next one.
+    m_picture->end();
+    showPicture();
+}
+
+// Once the server waits for a client.
+void zoParaViewService::showPicture()
+{
+    if (state() != State::Running || m_hasYielded || content() == Content::None ||
+        m_log.state() != zoPvServerLog::State::Accepting || m_picture->isRunning())
+        return;
+    if (!m_plan.launch.reverseClient.isEmpty()) {
+        zoLog::info(tr("There is no check picture while the server calls its client"));
+        return;
+    }
+    const QString word = content() == Content::Tiles ? QStringLiteral("tiles") : QStringLiteral("test-image");
+    QByteArray scene;
+    QString reason;
+    if (!zoSetupLibrary::writeScene(config(), word, scene, reason)) {
+        zoLog::error(tr("The check picture cannot be shown: %1").arg(reason));
+        return;
+    }
+    const QString host = m_plan.launchHost(m_plan.setup.machines.front());
+    QUrl server;
+    server.setScheme(QStringLiteral("cs"));
+    server.setHost(host.isEmpty() ? QStringLiteral("localhost") : host);
+    server.setPort(m_plan.port);
+    m_picture->setDisplay(qEnvironmentVariable("DISPLAY", QStringLiteral(":0")));
+    m_picture->show(content() == Content::Tiles ? zoParaViewPicture::Content::Tiles
+                                                : zoParaViewPicture::Content::TestImage,
+                    server, m_plan.connectId, scene);
+}

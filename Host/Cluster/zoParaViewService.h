@@ -2,11 +2,11 @@
 
 #include "zoHostSessionService.h"
 #include "zoNodeReports.h"
+#include "zoParaViewPlan.h"
 #include "zoPvServerLog.h"
 #include "zoSessionWait.h"
 
 #include <zoClusterNodeLocks.h>
-#include <zoParaViewSetup.h>
 
 #include <QElapsedTimer>
 #include <QSize>
@@ -17,6 +17,7 @@
 
 class QTemporaryDir;
 class zoMpirunProcess;
+class zoParaViewPicture;
 class zoParaViewProbe;
 
 // The cluster service whose sessions are ParaView's server: one job of mpirun with a rank for each window of the
@@ -29,33 +30,10 @@ class zoParaViewService final : public zoHostSessionService
     Q_OBJECT
 
 public:
-    static constexpr int DefaultPort = 11111;
     static constexpr int PortTries = 8;
 
-    // From where clients are asked to come; the server listens on all addresses in any case.
-    enum class Clients {
-        AsTheWall, // from this machine when all of the wall stands here
-        ThisMachine,
-        Anywhere
-    };
-
-    // How the programs are started.
-    struct Launch
-    {
-        QString mpirun = QStringLiteral("mpirun");
-        QString program = QStringLiteral("pvserver");
-        QString nodeServer = QStringLiteral("ZOKEClusterServer"); // looks at displays of other machines
-        QString nodeServerHere;                                   // and of this one
-        QStringList pattern;                                      // as zoLauncher::fromText() gives it
-        int port = DefaultPort;
-        Clients clients = Clients::AsTheWall;
-        QString reverseClient; // the machine of the client that the server calls; empty when it waits for one
-        int limitMs = 30000;   // until it accepts clients
-    };
-
-    static Launch defaultLaunch();
-    // Of this machine's display, pixels; what this program shows on may be another one.
-    static QSize desktopSize();
+    using Clients = zoParaViewPlan::Clients;
+    using Launch = zoParaViewPlan::Launch;
 
     explicit zoParaViewService(const Launch& launch, QObject* parent = nullptr);
     ~zoParaViewService() override; // ends a session without a signal
@@ -67,17 +45,17 @@ public:
     QString engineName() const override { return QStringLiteral("ParaView"); }
 
     // Of the next session.
-    void setLaunch(const Launch& launch) { m_launch = launch; }
+    void setLaunch(const Launch& launch) { m_nextLaunch = launch; }
     // All windows of the next session stand on this machine's display, of this size in pixels.
-    void setRehearsal(const QSize& desktop) { m_rehearsal = desktop; }
+    void setRehearsal(const QSize& desktop) { m_nextRehearsal = desktop; }
 
     // "cs://HOST:PORT"; empty when no session runs.
     QString serverUrl() const;
-    quint32 connectId() const { return m_connectId; }
+    quint32 connectId() const { return m_plan.connectId; }
     // What a person types to connect, and the same as words; empty when no session runs.
     QString connectText() const;
     QStringList connectCommand() const;
-    // Whether a client is connected now.
+    // Whether a client is connected now that is not the check picture.
     bool hasClient() const;
     // What of a document that the running session refused needs a start; empty for nothing.
     QString refusedChange() const { return m_refusedChange; }
@@ -102,7 +80,6 @@ protected:
 private:
     enum class Step { Done, Failed, Destroyed };
 
-    bool readSetup(const QString& document, zoParaViewSetup& setup, QString& reason) const;
     bool prepare(const QString& document);
     bool makeFolder();
     Step probe();
@@ -113,12 +90,7 @@ private:
     bool announce();
     void logConnection() const;
 
-    bool isHere(const QString& host) const;
-    QString launchHost(const zoParaViewSetup::Machine& machine) const; // empty for this machine
-    QString displayOf(const zoParaViewSetup::Machine& machine) const;
-    QStringList nodeIds() const;
-    bool isForThisMachine() const;
-
+    void showPicture();
     bool launch();
     void endJob();
     void addLine(const QString& text);
@@ -127,9 +99,9 @@ private:
     void lose(const QString& reason, int rank);
     void tellNode(const QString& id, const QString& state, const QString& reason);
 
-    Launch m_launch;
-    QSize m_rehearsal;
-    zoParaViewSetup m_setup; // of the session
+    Launch m_nextLaunch;
+    QSize m_nextRehearsal;
+    zoParaViewPlan m_plan; // of the session
     QStringList m_running;
     zoNodeReports m_reports;
     zoClusterNodeLocks m_locks;
@@ -143,10 +115,11 @@ private:
     QString m_broken; // why a start cannot go on
     bool m_isEnded = false;
     int m_exitCode = 0;
-    int m_port = 0;
-    quint32 m_connectId = 0;
     int m_refusedClients = 0;
     QString m_refusedChange;
+
+    zoParaViewPicture* m_picture;
+    bool m_hasYielded = false; // the picture, to a client or to an error
 
     zoSessionWait m_wait;
     QTimer m_limit; // of a server that starts again

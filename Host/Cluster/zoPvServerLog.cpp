@@ -25,7 +25,8 @@ void zoPvServerLog::add(const QString& line)
     } else if (text.startsWith(QLatin1String("Client connected."))) {
         m_state = State::Connected;
     } else if (text.startsWith(QLatin1String("Exiting..."))) {
-        m_hasLeft = m_state == State::Connected;
+        if (m_state == State::Connected)
+            m_state = State::Left;
     } else if (text.contains(QLatin1String("Failed to set up server socket"))) {
         m_isPortTaken = true;
     } else if (text.contains(QLatin1String("Failed to parse XML"))) {
@@ -47,9 +48,9 @@ zoPvServerLog::End zoPvServerLog::end(int exitCode) const
         return End::PortInUse;
     if (m_isFileBad)
         return End::BadFile;
-    if (exitCode != 0)
-        return End::Lost;
-    return m_hasLeft ? End::ClientLeft : End::NoClient;
+    if (m_state == State::Left)
+        return End::ClientLeft;
+    return exitCode == 0 ? End::NoClient : End::Lost;
 }
 
 QString zoPvServerLog::reason(int exitCode) const

@@ -13,7 +13,8 @@ public:
     enum class State {
         Starting,  // what it prints first is printed as well when the port is taken
         Accepting, // clients can connect
-        Connected  // its one client has
+        Connected, // its one client has
+        Left       // and is gone; the job ends, or hangs in the end of MPI
     };
     // How a job ended.
     enum class End {
@@ -46,6 +47,5 @@ private:
     int m_refused = 0;
     bool m_isPortTaken = false;
     bool m_isFileBad = false;
-    bool m_hasLeft = false;
     QString m_lastError;
 };

@@ -13,6 +13,12 @@ namespace
 // told otherwise, so that both show the same.
 constexpr double s_pixelPitch = 1.0;
 
+QString& testFolder()
+{
+    static QString folder;
+    return folder;
+}
+
 // Stays loaded.
 QLibrary& library()
 {
@@ -21,8 +27,15 @@ QLibrary& library()
 }
 } // namespace
 
+void zoSetupLibrary::setFolder(const QString& folder)
+{
+    testFolder() = folder;
+}
+
 QString zoSetupLibrary::componentFile(const QString& name)
 {
+    if (!testFolder().isEmpty())
+        return testFolder() + QStringLiteral("/lib%1.so").arg(name);
     const QDir program(QCoreApplication::applicationDirPath());
     QString first;
     for (const char* folder : {"../lib/zo", ZO_INSTALLED_COMPONENT_DIR}) {
@@ -58,4 +71,16 @@ bool zoSetupLibrary::read(const QString& document, zoParaViewSetup::Request requ
     }
     request.pixelPitch = s_pixelPitch;
     return readParaViewSetup(document, request, setup, reason);
+}
+
+bool zoSetupLibrary::writeScene(const QString& document, const QString& content, QByteArray& scene,
+                                QString& reason)
+{
+    static const auto writeCheckScene =
+        reinterpret_cast<zoWriteCheckScene>(library().resolve(ZO_WRITE_CHECK_SCENE));
+    if (writeCheckScene == nullptr) {
+        reason = library().errorString();
+        return false;
+    }
+    return writeCheckScene(document, s_pixelPitch, content, scene, reason);
 }

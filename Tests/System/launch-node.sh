@@ -37,6 +37,10 @@ endless)
     printf 'HELLO 33\n{"protocol":99,"version":"9.8.7"}xxxxx'
     exec sleep 60
     ;;
+newer)
+    ZO_FAKE_RELEASE=5.12.1
+    export ZO_FAKE_RELEASE
+    ;;
 other-version)
     printf 'HELLO 33\n{"protocol":99,"version":"9.8.7"}\n\n'
     exec sleep 60

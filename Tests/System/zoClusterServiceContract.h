@@ -32,8 +32,11 @@ public:
         int many = 1000;
         // Names of nodes that every start can have: all of "n1", "n2", ... unless it says otherwise.
         QString failing; // a node that cannot be started, with a reason that names this; empty for none
-        bool takesAnyName = true; // as the name of a host, also one that no machine has
-        QString silent;           // a node that never answers; empty for none
+        // What a document needs beyond nodes, for a service that does not start without it; nothing by default.
+        std::function<QString(const QString& document)> complete;
+        bool takesGateways = true; // starts nodes behind one
+        bool takesAnyName = true;  // as the name of a host, also one that no machine has
+        QString silent;            // a node that never answers; empty for none
         // Makes a running node fail as if its machine had; nothing for a service that does not look.
         std::function<void(zoClusterService*, const QString& id)> lose;
         bool namesAllLosses = true; // of several at once; else one is lost, and the others are started again

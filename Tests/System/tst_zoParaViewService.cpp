@@ -1,0 +1,408 @@
+#include "zoParaViewFake.h"
+#include "zoTestCase.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QSignalSpy>
+
+#include <csignal>
+
+namespace
+{
+const QRegularExpression AnyReason(QStringLiteral("\\S"));
+// Far above what it takes, and far below what a wait that nobody ends would.
+constexpr int SoonMs = 8000;
+} // namespace
+
+// What sessions of ParaView's server do when jobs say what real ones said; what every service does is in the contract
+// suite.
+class tst_zoParaViewService final : public zoTestCase
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void jobHasARankForEachWindow();
+    void takenPortsAreTriedInOrder();
+    void allPortsTaken();
+    void failedStartsAreNamed_data();
+    void failedStartsAreNamed();
+    void deafServerIsKilled();
+    void abortWhileItStarts();
+    void clientThatLeftFindsTheServerAgain();
+    void threeEndsWithoutAClientEndTheSession();
+    void lossesAreNamed_data();
+    void lossesAreNamed();
+    void gatewayIsRefusedByItsName();
+    void releasesMustBeEqual();
+    void unreachableDisplayIsNamedBeforeTheLaunch();
+    void folderIsPrivateAndGoesWithTheSession();
+    void changeIsRefusedOnceAndKeepsTheConfiguration();
+    void notesComeOnce();
+    void connectCommandFollowsThePreference_data();
+    void connectCommandFollowsThePreference();
+    void rehearsedWallStandsOnOneDesktop();
+
+private:
+    std::unique_ptr<zoParaViewFake> m_fake;
+};
+
+void tst_zoParaViewService::init()
+{
+    m_fake = std::make_unique<zoParaViewFake>();
+}
+
+void tst_zoParaViewService::cleanup()
+{
+    zoTestCase::cleanup();
+    m_fake.reset();
+}
+
+void tst_zoParaViewService::jobHasARankForEachWindow()
+{
+    const auto service = m_fake->create();
+    service->applyConfig(zoParaViewFake::wallOf({"n1", "n2", "n1"}));
+
+    QVERIFY(service->start());
+
+    QCOMPARE(service->runningNodes(), QStringList({"n1", "n2", "n1_2"}));
+    QCOMPARE(m_fake->calls().size(), 1);
+    const QString call = m_fake->calls().constFirst();
+    const QStringList ranks = call.split(QStringLiteral(" : "));
+    QCOMPARE(ranks.size(), 3);
+    const QString end =
+        QStringLiteral(" -x DISPLAY=:0 %1 --pvx %2/wall.pvx --server-port=11111 --connect-id=%3")
+            .arg(ZO_FAKE_PVSERVER, service->sessionFolder(), QString::number(service->connectId()));
+    QVERIFY2(ranks.at(0).endsWith(QStringLiteral("-np 1 --host n1:1") + end), qPrintable(call));
+    QCOMPARE(ranks.at(1), QStringLiteral("-np 1 --host n2:1") + end);
+    QCOMPARE(ranks.at(2), QStringLiteral("-np 1 --host n1:1") + end);
+    for (const char* part : {"--mca odls_base_sigkill_timeout 0", "--mca oob_tcp_keepalive_probes 2"})
+        QVERIFY2(call.contains(QLatin1String(part)), part);
+    QVERIFY(call.contains(QStringLiteral("--mca orte_tmpdir_base ") + service->sessionFolder()));
+    QVERIFY(service->connectId() > 0 && service->connectId() < 0x80000000U);
+}
+
+void tst_zoParaViewService::takenPortsAreTriedInOrder()
+{
+    m_fake->setJobs("port-in-use 0\nport-in-use 0\naccepting");
+    const auto service = m_fake->create();
+    service->applyConfig(zoParaViewFake::wallOf({"n1"}));
+
+    QVERIFY(service->start());
+
+    QCOMPARE(service->serverUrl(), QStringLiteral("cs://n1:11113"));
+    QCOMPARE(m_fake->calls().size(), 3);
+}
+
+void tst_zoParaViewService::allPortsTaken()
+{
+    m_fake->setJobs("port-in-use 0");
+    const auto service = m_fake->create();
+    service->applyConfig(zoParaViewFake::wallOf({"n1"}));
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("11111 to 11118 are in use")));
+
+    QVERIFY(!service->start());
+
+    QCOMPARE(m_fake->calls().size(), zoParaViewService::PortTries);
+}
+
+void tst_zoParaViewService::failedStartsAreNamed_data()
+{
+    QTest::addColumn<QByteArray>("job");
+    QTest::addColumn<QString>("reason");
+
+    QTest::newRow("missing-file") << QByteArray("missing-file 1") << "Failed to parse XML";
+    QTest::newRow("rank-killed") << QByteArray("rank-killed-early 137") << "on n2: mpirun noticed";
+    QTest::newRow("says-nothing") << QByteArray("silent 3") << "exit status 3";
+}
+
+void tst_zoParaViewService::failedStartsAreNamed()
+{
+    QFETCH(QByteArray, job);
+    QFETCH(QString, reason);
+    m_fake->setJobs(job);
+    const auto service = m_fake->create();
+    service->applyConfig(zoParaViewFake::wallOf({"n1", "n2"}));
+    QSignalSpy stopped(service.get(), &zoClusterService::stopped);
+    expectMessage(QtCriticalMsg, QRegularExpression(reason));
+
+    QVERIFY(!service->start());
+
+    QCOMPARE(stopped.count(), 1);
+    QVERIFY(service->sessionFolder().isEmpty());
+}
+
+// It never answers, and does not hear SIGTERM.
+void tst_zoParaViewService::deafServerIsKilled()
+{
+    m_fake->setJobs("deaf silent");
+    const auto service = m_fake->create();
+    zoParaViewService::Launch launch = m_fake->launch();
+    launch.limitMs = 300;
+    service->setLaunch(launch);
+    service->applyConfig(zoParaViewFake::wallOf({"n1"}));
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("did not accept clients")));
+
+    QVERIFY(!service->start());
+
+    QCOMPARE(service->jobProcess(), 0);
+}
+
+void tst_zoParaViewService::abortWhileItStarts()
+{
+    m_fake->setJobs("deaf silent");
+    const auto service = m_fake->create();
+    service->applyConfig(zoParaViewFake::wallOf({"n1"}));
+    QElapsedTimer time;
+    connect(service.get(), &zoClusterService::progressChanged, service.get(), [&](const QString& text) {
+        if (!text.contains(QStringLiteral("11111")))
+            return;
+        QMetaObject::invokeMethod(
+            service.get(),
+            [&] {
+                time.start();
+                service->abort();
+            },
+            Qt::QueuedConnection);
+    });
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("aborted")));
+
+    QVERIFY(!service->start());
+
+    QVERIFY(time.isValid() && time.elapsed() < SoonMs);
+}
+
+void tst_zoParaViewService::clientThatLeftFindsTheServerAgain()
+{
+    m_fake->setJobs("accepting>client-left 0\naccepting");
+    const auto service = m_fake->create();
+    service->applyConfig(zoParaViewFake::wallOf({"n1"}));
+    QVERIFY(service->start());
+    const QString command = service->connectText();
+    QSignalSpy stopped(service.get(), &zoClusterService::stopped);
+
+    m_fake->letGoOn();
+
+    QTRY_COMPARE(m_fake->calls().size(), 2);
+    QTRY_VERIFY(messages().filter(QStringLiteral("waits for a client: ")).size() == 1);
+    QCOMPARE(service->connectText(), command);
+    QCOMPARE(m_fake->calls().at(0), m_fake->calls().at(1));
+    QCOMPARE(stopped.count(), 0);
+    QVERIFY(service->isRunning());
+    QCOMPARE(messages().filter(QStringLiteral("was refused")).size(), 1);
+}
+
+void tst_zoParaViewService::threeEndsWithoutAClientEndTheSession()
+{
+    m_fake->setJobs("accepting>silent 0\nport-in-use 0\nport-in-use 0\naccepting");
+    const auto service = m_fake->create();
+    service->applyConfig(zoParaViewFake::wallOf({"n1"}));
+    QVERIFY(service->start());
+    QSignalSpy stopped(service.get(), &zoClusterService::stopped);
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("three times without a client")));
+
+    m_fake->letGoOn();
+
+    QTRY_COMPARE(stopped.count(), 1);
+    QCOMPARE(m_fake->calls().size(), 3);
+    QVERIFY(!service->isRunning());
+}
+
+void tst_zoParaViewService::lossesAreNamed_data()
+{
+    QTest::addColumn<QByteArray>("job");
+    QTest::addColumn<QString>("node");
+    QTest::addColumn<QString>("reason");
+
+    QTest::newRow("rank-killed") << QByteArray("accepting>rank-killed 137") << "n2"
+                                 << "exited on signal 9";
+    QTest::newRow("no-display") << QByteArray("accepting>no-display 134") << "n1"
+                                << "bad X server connection. DISPLAY=:987";
+    QTest::newRow("terminated") << QByteArray("accepting>terminated 1") << ""
+                                << "SIGTERM";
+}
+
+void tst_zoParaViewService::lossesAreNamed()
+{
+    QFETCH(QByteArray, job);
+    QFETCH(QString, node);
+    QFETCH(QString, reason);
+    m_fake->setJobs(job);
+    const auto service = m_fake->create();
+    service->applyConfig(zoParaViewFake::wallOf({"n1", "n2"}));
+    QVERIFY(service->start());
+    QSignalSpy stopped(service.get(), &zoClusterService::stopped);
+    if (!node.isEmpty())
+        expectMessage(QtCriticalMsg,
+                      QRegularExpression(QStringLiteral("Node %1 lost: .*%2").arg(node, reason)));
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("session lost: .*") + reason));
+
+    m_fake->letGoOn();
+
+    QTRY_COMPARE(stopped.count(), 1);
+    QCOMPARE(service->runningNodes(), QStringList());
+    for (const zoClusterNodeReport& report : service->nodeReport())
+        QCOMPARE(report.state == zoClusterNodeReport::State::Lost, report.id == node);
+}
+
+void tst_zoParaViewService::gatewayIsRefusedByItsName()
+{
+    const auto service = m_fake->create();
+    service->applyConfig(
+        zoParaViewFake::withWindows("<cluster version=\"1\"><master><network><node "
+                                    "name=\"door\"><network><node name=\"n1\"/></network></node>"
+                                    "</network></master></cluster>"));
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("gateway door$")));
+
+    QVERIFY(!service->start());
+
+    QCOMPARE(m_fake->calls(), QStringList());
+}
+
+// A script of another release on one of the machines.
+void tst_zoParaViewService::releasesMustBeEqual()
+{
+    const auto service = m_fake->create();
+    service->applyConfig(zoParaViewFake::wallOf({"n1", "newer"}));
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("5\\.11 on n1.*5\\.12 on newer")));
+
+    QVERIFY(!service->start());
+
+    QCOMPARE(m_fake->calls(), QStringList());
+}
+
+void tst_zoParaViewService::unreachableDisplayIsNamedBeforeTheLaunch()
+{
+    qputenv("DISPLAY", ":987");
+    const auto service = m_fake->create();
+    service->applyConfig(zoParaViewFake::wallOf({"localhost"}));
+    expectMessage(QtCriticalMsg,
+                  QRegularExpression(QStringLiteral("Node localhost failed: its display :987")));
+    expectMessage(QtCriticalMsg, AnyReason);
+
+    QVERIFY(!service->start());
+
+    QCOMPARE(m_fake->calls(), QStringList());
+}
+
+void tst_zoParaViewService::folderIsPrivateAndGoesWithTheSession()
+{
+    const auto service = m_fake->create();
+    service->applyConfig(zoParaViewFake::wallOf({"n1"}));
+    QVERIFY(service->start());
+    const QString folder = service->sessionFolder();
+
+    const auto others = QFileDevice::ReadGroup | QFileDevice::WriteGroup | QFileDevice::ExeGroup |
+                        QFileDevice::ReadOther | QFileDevice::WriteOther | QFileDevice::ExeOther;
+    QVERIFY(QFileInfo(folder + "/wall.pvx").isFile());
+    QVERIFY((QFileInfo(folder).permissions() & others) == 0);
+    QVERIFY((QFileInfo(folder + "/wall.pvx").permissions() & others) == 0);
+    service->stop();
+    QVERIFY(!QFileInfo::exists(folder));
+}
+
+void tst_zoParaViewService::changeIsRefusedOnceAndKeepsTheConfiguration()
+{
+    const auto service = m_fake->create();
+    const QString first = zoParaViewFake::wallOf({"n1", "n2"});
+    service->applyConfig(first);
+    QVERIFY(service->start());
+    QSignalSpy connection(service.get(), &zoParaViewService::connectionChanged);
+    expectMessage(QtCriticalMsg,
+                  QRegularExpression(QStringLiteral("what n2, n3 shows \\(Restart session\\)")));
+
+    service->applyConfig(zoParaViewFake::wallOf({"n1", "n3"}));
+    service->applyConfig(zoParaViewFake::wallOf({"n1", "n3"}) + " ");
+
+    QCOMPARE(service->currentConfig(), first);
+    QCOMPARE(service->runningNodes(), QStringList({"n1", "n2"}));
+    QVERIFY(!service->refusedChange().isEmpty());
+    QCOMPARE(connection.count(), 1);
+    // Back to where it was, but for what nobody sees.
+    service->applyConfig(first + "<!-- the same wall -->");
+    QVERIFY(service->refusedChange().isEmpty());
+    QCOMPARE(service->currentConfig(), first + "<!-- the same wall -->");
+}
+
+void tst_zoParaViewService::notesComeOnce()
+{
+    const auto service = m_fake->create();
+    QString wall = zoParaViewFake::wallOf({"n1", "n2"});
+    wall.replace("height=\"1000\"", "height=\"1000\" edgeblending=\"true\"");
+    service->applyConfig(wall);
+
+    QVERIFY(service->start());
+
+    QCOMPARE(messages().filter(QStringLiteral("edge blending")).size(), 1);
+}
+
+void tst_zoParaViewService::connectCommandFollowsThePreference_data()
+{
+    QTest::addColumn<QString>("host");
+    QTest::addColumn<int>("clients");
+    QTest::addColumn<QString>("url");
+
+    const QString own = QSysInfo::machineHostName();
+    using Clients = zoParaViewService::Clients;
+    QTest::newRow("wall-here") << "localhost" << int(Clients::AsTheWall) << "cs://localhost:11111";
+    QTest::newRow("wall-here-anywhere")
+        << "localhost" << int(Clients::Anywhere) << QStringLiteral("cs://%1:11111").arg(own);
+    QTest::newRow("wall-elsewhere") << "n1" << int(Clients::AsTheWall) << "cs://n1:11111";
+    QTest::newRow("this-machine-only") << "n1" << int(Clients::ThisMachine) << "cs://localhost:11111";
+}
+
+void tst_zoParaViewService::connectCommandFollowsThePreference()
+{
+    QFETCH(QString, host);
+    QFETCH(int, clients);
+    QFETCH(QString, url);
+    const auto service = m_fake->create();
+    zoParaViewService::Launch launch = m_fake->launch();
+    launch.clients = zoParaViewService::Clients(clients);
+    service->setLaunch(launch);
+    service->applyConfig(zoParaViewFake::wallOf({host}));
+
+    QVERIFY(service->start());
+
+    QCOMPARE(service->connectCommand(),
+             QStringList({"paraview", "--server-url=" + url,
+                          QStringLiteral("--connect-id=%1").arg(service->connectId())}));
+    service->stop();
+    QCOMPARE(service->connectText(), QString());
+}
+
+void tst_zoParaViewService::rehearsedWallStandsOnOneDesktop()
+{
+    const auto service = m_fake->create();
+    service->setRehearsal({800, 600});
+    QFile file(QStringLiteral(ZO_DATA_DIR "/cluster/powerwall-2x2.zhpc"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    service->applyConfig(QString::fromUtf8(file.readAll()));
+
+    QVERIFY(service->start());
+
+    QVERIFY(!m_fake->calls().constFirst().contains(QStringLiteral("--host")));
+    QFile pvx(service->sessionFolder() + "/wall.pvx");
+    QVERIFY(pvx.open(QIODevice::ReadOnly));
+    static const QRegularExpression s_geometry(
+        QStringLiteral("Geometry=\"(\\d+)x(\\d+)\\+(\\d+)\\+(\\d+)\""));
+    QRegularExpressionMatchIterator matches = s_geometry.globalMatch(QString::fromUtf8(pvx.readAll()));
+    QRect all;
+    int count = 0;
+    while (matches.hasNext()) {
+        const QRegularExpressionMatch match = matches.next();
+        all |= QRect(match.captured(3).toInt(), match.captured(4).toInt(), match.captured(1).toInt(),
+                     match.captured(2).toInt());
+        ++count;
+    }
+    QCOMPARE(count, 4);
+    QVERIFY2(QRect(0, 0, 801, 601).contains(all) && all.width() > 700,
+             qPrintable(QString::number(all.width())));
+}
+
+ZO_TEST_MAIN(tst_zoParaViewService)
+#include "tst_zoParaViewService.moc"
