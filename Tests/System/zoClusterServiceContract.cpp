@@ -1,42 +1,17 @@
 #include "zoClusterServiceContract.h"
 
+#include "zoContractDocument.h"
 #include "zoSessionRecorder.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QEventLoop>
 #include <QPointer>
 #include <QSignalSpy>
-#include <QTimer>
 
-#include <functional>
+using zoContractDocument::documentOf;
 
 namespace
 {
-// Of the factory of the suite that runs.
-std::function<QString(const QString& document)>& completion()
-{
-    static std::function<QString(const QString& document)> complete;
-    return complete;
-}
-
-QString completed(const QString& document)
-{
-    return completion() ? completion()(document) : document;
-}
-
-// A document with these nodes in one network.
-QString documentOf(const QStringList& nodes, int servicePort = 0)
-{
-    QString text = QStringLiteral("<cluster version=\"1\">\n <master>\n  <network");
-    if (servicePort != 0)
-        text += QStringLiteral(" serviceport=\"%1\"").arg(servicePort);
-    text += QStringLiteral(">\n");
-    for (const QString& node : nodes)
-        text += QStringLiteral("   <node name=\"%1\"/>\n").arg(node);
-    return completed(text + QStringLiteral("  </network>\n </master>\n</cluster>\n"));
-}
-
 // What must not take long is told by what happens meanwhile, and not by the clock of a machine that has other work: a
 // service gives a silent node up with a reason in its report, so that one without has not waited to the end. Where only
 // the clock can tell, the bound is many times what people are promised.
@@ -45,9 +20,13 @@ constexpr int SoonMs = 10000;
 const QRegularExpression AnyReason(QStringLiteral("\\S"));
 } // namespace
 
+#define ZO_NEEDS_JOINS(service)                                                                              \
+    if (((service)->capabilities() & zoClusterService::JoinsWhileRunning) == 0)                              \
+    QSKIP("nodes of this service do not join while it runs")
+
 zoClusterServiceContract::zoClusterServiceContract(Factory factory) : m_factory(std::move(factory))
 {
-    completion() = m_factory.complete;
+    zoContractDocument::completion() = m_factory.complete;
 }
 
 zoClusterServiceContract::~zoClusterServiceContract() = default;
@@ -70,7 +49,7 @@ void zoClusterServiceContract::appliedConfigurationIsCurrent()
     QCOMPARE(service->currentConfig(), first);
 
     QVERIFY(service->start());
-    const bool joins = (service->capabilities() & zoClusterService::JoinsWhileRunning) != 0;
+    const bool joins = service->capabilities().testFlag(zoClusterService::JoinsWhileRunning);
     if (!joins)
         expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("refused.*n2")));
     service->applyConfig(second);
@@ -160,8 +139,8 @@ void zoClusterServiceContract::idsFollowTheDocument()
     if (!m_factory.takesGateways && ids.contains(QStringLiteral("gw")))
         QSKIP("this service passes no gateway");
     const auto service = m_factory.create();
-    service->applyConfig(
-        completed(QStringLiteral("<cluster version=\"1\">") + section + QStringLiteral("</cluster>")));
+    service->applyConfig(zoContractDocument::completed(QStringLiteral("<cluster version=\"1\">") + section +
+                                                       QStringLiteral("</cluster>")));
 
     QVERIFY(service->start());
 
@@ -876,8 +855,7 @@ void zoClusterServiceContract::bothQuestionsComeInOneAttempt()
 void zoClusterServiceContract::nodesChangeWithTheConfigurationOfARunningSession()
 {
     const auto service = m_factory.create();
-    if ((service->capabilities() & zoClusterService::JoinsWhileRunning) == 0)
-        QSKIP("nodes of this service do not join while it runs");
+    ZO_NEEDS_JOINS(service);
     service->applyConfig(documentOf({"n1", "n2"}));
     QVERIFY(service->start());
     const zoSessionRecorder recorder(service.get());
@@ -927,8 +905,7 @@ void zoClusterServiceContract::malformedConfigurationLeavesARunningSessionAlone(
 void zoClusterServiceContract::nodeThatLeftIsFree()
 {
     const auto first = m_factory.create();
-    if ((first->capabilities() & zoClusterService::JoinsWhileRunning) == 0)
-        QSKIP("nodes of this service do not join while it runs");
+    ZO_NEEDS_JOINS(first);
     first->applyConfig(documentOf({"n1", "n2"}));
     QVERIFY(first->start());
     const auto second = m_factory.create();
@@ -943,8 +920,7 @@ void zoClusterServiceContract::nodeThatLeftIsFree()
 void zoClusterServiceContract::nodeThatJoinedIsInUse()
 {
     const auto first = m_factory.create();
-    if ((first->capabilities() & zoClusterService::JoinsWhileRunning) == 0)
-        QSKIP("nodes of this service do not join while it runs");
+    ZO_NEEDS_JOINS(first);
     first->applyConfig(documentOf({"n1"}));
     QVERIFY(first->start());
     const auto second = m_factory.create();
@@ -960,8 +936,7 @@ void zoClusterServiceContract::nodeThatJoinedIsInUse()
 void zoClusterServiceContract::nodeInUseDoesNotJoinUninvited()
 {
     const auto first = m_factory.create();
-    if ((first->capabilities() & zoClusterService::JoinsWhileRunning) == 0)
-        QSKIP("nodes of this service do not join while it runs");
+    ZO_NEEDS_JOINS(first);
     first->applyConfig(documentOf({"n1"}));
     QVERIFY(first->start());
     const auto second = m_factory.create();
@@ -978,8 +953,7 @@ void zoClusterServiceContract::nodeInUseDoesNotJoinUninvited()
 void zoClusterServiceContract::oneChangeForEachAppliedDocument()
 {
     const auto service = m_factory.create();
-    if ((service->capabilities() & zoClusterService::JoinsWhileRunning) == 0)
-        QSKIP("nodes of this service do not join while it runs");
+    ZO_NEEDS_JOINS(service);
     service->applyConfig(documentOf({"n1", "n2", "n3"}));
     QVERIFY(service->start());
     const zoSessionRecorder recorder(service.get());
@@ -997,8 +971,7 @@ void zoClusterServiceContract::failingJoinLeavesTheSessionAlone()
     if (m_factory.failing.isEmpty())
         QSKIP("no node of this service fails");
     const auto service = m_factory.create();
-    if ((service->capabilities() & zoClusterService::JoinsWhileRunning) == 0)
-        QSKIP("nodes of this service do not join while it runs");
+    ZO_NEEDS_JOINS(service);
     service->applyConfig(documentOf({"n1"}));
     QVERIFY(service->start());
     const zoSessionRecorder recorder(service.get());
