@@ -25,7 +25,7 @@ class zoCheckScene final
 {
 public:
     // Pixels of all pictures together; those of larger walls are made smaller.
-    static constexpr qint64 MostPixels = 1 << 25;
+    static constexpr qint64 MostPixels = 1 << 26;
 
     // Nothing is tiles with black pictures. Of the content it needs an application that can draw texts.
     static QByteArray of(const zoWallSetup& setup, zoShowContent content);

@@ -265,11 +265,11 @@ void tst_zoCheckScene::largeWallsHaveSmallerPictures()
 {
     zoWallSetup setup = zoWallPictures::sample(QStringLiteral("powerwall-2x2"));
     for (zoWallNode& node : setup.nodes)
-        node.windows[0].geometry.setSize({8192, 2048});
+        node.windows[0].geometry.setSize({8192, 4096});
 
     const QJsonArray tiles = sceneOf(setup, zoShowContent::Tiles).value(QLatin1String("tiles")).toArray();
 
-    // Four times 2^24 pixels are twice as many as there may be.
+    // Four times 2^25 pixels are twice as many as there may be.
     QCOMPARE(tiles[0][QLatin1String("pixels")][0].toInt(), 8192);
     QVERIFY(std::abs(pictureOf(tiles[0].toObject()).width() - 8192 / std::sqrt(2.0)) <= 1.0);
 }
