@@ -1573,6 +1573,430 @@ auch wenn die Server dann instabil sein können?</translation>
     </message>
 </context>
 <context>
+    <name>zoHPCReport</name>
+    <message>
+        <source>SHA-256 %1...</source>
+        <translation>SHA-256 %1...</translation>
+    </message>
+    <message>
+        <source>Date: %1 UTC</source>
+        <translation>Datum: %1 UTC</translation>
+    </message>
+    <message>
+        <source>File: %1</source>
+        <translation>Datei: %1</translation>
+    </message>
+    <message>
+        <source>SHA-256: %1</source>
+        <translation>SHA-256: %1</translation>
+    </message>
+    <message>
+        <source>Nodes: %1. Networks: %2. Walls: %3. Windows: %4. Pictures on tiles: %5. Problems: %6.</source>
+        <translation>Knoten: %1. Netzwerke: %2. Wände: %3. Fenster: %4. Bilder auf Kacheln: %5. Probleme: %6.</translation>
+    </message>
+    <message>
+        <source>Front elevations</source>
+        <translation>Vorderansichten</translation>
+    </message>
+    <message>
+        <source>There are no walls.</source>
+        <translation>Es gibt keine Wände.</translation>
+    </message>
+    <message>
+        <source>As seen by one who stands before the wall. Hatched tiles stay dark, grey strips are blended.</source>
+        <translation>Wie man die Wand sieht, wenn man vor ihr steht. Schraffierte Kacheln bleiben dunkel, graue Streifen werden überblendet.</translation>
+    </message>
+    <message>
+        <source>Order of the cables</source>
+        <translation>Reihenfolge der Kabel</translation>
+    </message>
+    <message>
+        <source>Wall by wall, from the upper left, row by row.</source>
+        <translation>Wand für Wand, von links oben, Zeile für Zeile.</translation>
+    </message>
+    <message>
+        <source>row %1, column %2</source>
+        <translation>Zeile %1, Spalte %2</translation>
+    </message>
+    <message>
+        <source>No.</source>
+        <translation>Nr.</translation>
+    </message>
+    <message>
+        <source>Wall</source>
+        <translation>Wand</translation>
+    </message>
+    <message>
+        <source>Tile</source>
+        <translation>Kachel</translation>
+    </message>
+    <message>
+        <source>Node</source>
+        <translation>Knoten</translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation>Ausgang</translation>
+    </message>
+    <message>
+        <source>Eye</source>
+        <translation>Auge</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Fertig</translation>
+    </message>
+    <message>
+        <source>Windows and tiles</source>
+        <translation>Fenster und Kacheln</translation>
+    </message>
+    <message>
+        <source>Corners in millimetres from the viewer: x to the right, y up, the viewer looks along -z.</source>
+        <translation>Ecken in Millimetern vom Betrachter aus: x nach rechts, y nach oben, der Betrachter blickt entlang -z.</translation>
+    </message>
+    <message>
+        <source>Screen</source>
+        <translation>Bildschirm</translation>
+    </message>
+    <message>
+        <source>Window</source>
+        <translation>Fenster</translation>
+    </message>
+    <message>
+        <source>Pixels</source>
+        <translation>Pixel</translation>
+    </message>
+    <message>
+        <source>Lower left</source>
+        <translation>Unten links</translation>
+    </message>
+    <message>
+        <source>Lower right</source>
+        <translation>Unten rechts</translation>
+    </message>
+    <message>
+        <source>Upper right</source>
+        <translation>Oben rechts</translation>
+    </message>
+    <message>
+        <source>Blends</source>
+        <translation>Überblendung</translation>
+    </message>
+    <message>
+        <source>Tiled walls have pixels alone: no corners without the size of a pixel.</source>
+        <translation>Gekachelte Wände haben nur Pixel: keine Ecken ohne die Größe eines Pixels.</translation>
+    </message>
+    <message>
+        <source>Networks</source>
+        <translation>Netzwerke</translation>
+    </message>
+    <message>
+        <source>There are no networks.</source>
+        <translation>Es gibt keine Netzwerke.</translation>
+    </message>
+    <message>
+        <source>(level %1) </source>
+        <translation>(Ebene %1) </translation>
+    </message>
+    <message>
+        <source>encrypted</source>
+        <translation>verschlüsselt</translation>
+    </message>
+    <message>
+        <source>gateway</source>
+        <translation>Gateway</translation>
+    </message>
+    <message>
+        <source>does not render</source>
+        <translation>rendert nicht</translation>
+    </message>
+    <message>
+        <source>disabled</source>
+        <translation>deaktiviert</translation>
+    </message>
+    <message>
+        <source>Network %1</source>
+        <translation>Netzwerk %1</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1 nodes</source>
+        <translation>%1 Knoten</translation>
+    </message>
+    <message>
+        <source>Network, node</source>
+        <translation>Netzwerk, Knoten</translation>
+    </message>
+    <message>
+        <source>Kind</source>
+        <translation>Art</translation>
+    </message>
+    <message>
+        <source>Drives</source>
+        <translation>Treibt</translation>
+    </message>
+    <message>
+        <source>Viewer</source>
+        <translation>Betrachter</translation>
+    </message>
+    <message>
+        <source>The viewer is at x 0, y 0, z 0 and looks along -z; y is up. Lengths are millimetres.</source>
+        <translation>Der Betrachter ist bei x 0, y 0, z 0 und blickt entlang -z; y ist oben. Längen sind Millimeter.</translation>
+    </message>
+    <message>
+        <source>yes</source>
+        <translation>ja</translation>
+    </message>
+    <message>
+        <source>no</source>
+        <translation>nein</translation>
+    </message>
+    <message>
+        <source>Display</source>
+        <translation>Anzeige</translation>
+    </message>
+    <message>
+        <source>Eye separation</source>
+        <translation>Augenabstand</translation>
+    </message>
+    <message>
+        <source>User</source>
+        <translation>Benutzer</translation>
+    </message>
+    <message>
+        <source>Camera</source>
+        <translation>Kamera</translation>
+    </message>
+    <message>
+        <source>Hardware sync</source>
+        <translation>Hardware-Synchronisation</translation>
+    </message>
+    <message>
+        <source>Windows</source>
+        <translation>Fenster</translation>
+    </message>
+    <message>
+        <source>unknown</source>
+        <translation>unbekannt</translation>
+    </message>
+    <message>
+        <source>Width</source>
+        <translation>Breite</translation>
+    </message>
+    <message>
+        <source>Height</source>
+        <translation>Höhe</translation>
+    </message>
+    <message>
+        <source>Distance</source>
+        <translation>Abstand</translation>
+    </message>
+    <message>
+        <source>Centre x</source>
+        <translation>Mitte x</translation>
+    </message>
+    <message>
+        <source>Centre y</source>
+        <translation>Mitte y</translation>
+    </message>
+    <message>
+        <source>Turned to the viewer&apos;s right by degrees</source>
+        <translation>Nach rechts gedreht um Grad</translation>
+    </message>
+    <message>
+        <source>Problems</source>
+        <translation>Probleme</translation>
+    </message>
+    <message>
+        <source>None.</source>
+        <translation>Keine.</translation>
+    </message>
+    <message>
+        <source>Severity</source>
+        <translation>Schwere</translation>
+    </message>
+    <message>
+        <source>Place</source>
+        <translation>Ort</translation>
+    </message>
+    <message>
+        <source>Problem</source>
+        <translation>Problem</translation>
+    </message>
+    <message>
+        <source>Remedy</source>
+        <translation>Abhilfe</translation>
+    </message>
+    <message>
+        <source>Code</source>
+        <translation>Code</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCReportElevation</name>
+    <message>
+        <source>node (%1)</source>
+        <translation>Knoten (%1)</translation>
+    </message>
+    <message>
+        <source>row %1, column %2</source>
+        <translation>Zeile %1, Spalte %2</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>und %1 weitere</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>%1 mm</source>
+        <translation>%1 mm</translation>
+    </message>
+    <message>
+        <source>%1 pixels</source>
+        <translation>%1 Pixel</translation>
+    </message>
+    <message>
+        <source>%1 x %2 tiles</source>
+        <translation>%1 x %2 Kacheln</translation>
+    </message>
+    <message>
+        <source>each %1</source>
+        <translation>je %1</translation>
+    </message>
+    <message>
+        <source>overlap %1</source>
+        <translation>Überlappung %1</translation>
+    </message>
+    <message>
+        <source>, blended</source>
+        <translation>, überblendet</translation>
+    </message>
+    <message>
+        <source>lower edge at y = %1 mm</source>
+        <translation>Unterkante bei y = %1 mm</translation>
+    </message>
+    <message>
+        <source>shown as a whole by %1</source>
+        <translation>als Ganzes gezeigt von %1</translation>
+    </message>
+    <message>
+        <source>not to scale</source>
+        <translation>nicht maßstäblich</translation>
+    </message>
+    <message>
+        <source>%1: rows %2 to %3 of %4, columns %5 to %6 of %7</source>
+        <translation>%1: Zeilen %2 bis %3 von %4, Spalten %5 bis %6 von %7</translation>
+    </message>
+    <message>
+        <source>(no name)</source>
+        <translation>(ohne Namen)</translation>
+    </message>
+    <message>
+        <source>node (%1): %2</source>
+        <translation>Knoten (%1): %2</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCReportFacts</name>
+    <message>
+        <source>no node</source>
+        <translation>kein Knoten</translation>
+    </message>
+    <message>
+        <source>unknown screen</source>
+        <translation>unbekannter Bildschirm</translation>
+    </message>
+    <message>
+        <source>extended desktop</source>
+        <translation>erweiterter Desktop</translation>
+    </message>
+    <message>
+        <source>primary screen</source>
+        <translation>Hauptbildschirm</translation>
+    </message>
+    <message>
+        <source>screen %1</source>
+        <translation>Bildschirm %1</translation>
+    </message>
+    <message>
+        <source>full screen</source>
+        <translation>Vollbild</translation>
+    </message>
+    <message>
+        <source>at %1, %2</source>
+        <translation>bei %1, %2</translation>
+    </message>
+    <message>
+        <source>window %1 of display %2</source>
+        <translation>Fenster %1 von Anzeige %2</translation>
+    </message>
+    <message>
+        <source>left eye</source>
+        <translation>linkes Auge</translation>
+    </message>
+    <message>
+        <source>right eye</source>
+        <translation>rechtes Auge</translation>
+    </message>
+    <message>
+        <source>not lit</source>
+        <translation>nicht beleuchtet</translation>
+    </message>
+    <message>
+        <source>from %1, %2 of the window</source>
+        <translation>ab %1, %2 des Fensters</translation>
+    </message>
+    <message>
+        <source>mirrored</source>
+        <translation>gespiegelt</translation>
+    </message>
+    <message>
+        <source>upside down</source>
+        <translation>kopfstehend</translation>
+    </message>
+    <message>
+        <source>right eye moved by %1, %2</source>
+        <translation>rechtes Auge verschoben um %1, %2</translation>
+    </message>
+    <message>
+        <source>%1 %2 px, %3 mm</source>
+        <translation>%1 %2 px, %3 mm</translation>
+    </message>
+    <message>
+        <source>%1 %2 px</source>
+        <translation>%1 %2 px</translation>
+    </message>
+    <message>
+        <source>left</source>
+        <translation>links</translation>
+    </message>
+    <message>
+        <source>right</source>
+        <translation>rechts</translation>
+    </message>
+    <message>
+        <source>top</source>
+        <translation>oben</translation>
+    </message>
+    <message>
+        <source>bottom</source>
+        <translation>unten</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCReportSheets</name>
+    <message>
+        <source>Page %1 of %2</source>
+        <translation>Seite %1 von %2</translation>
+    </message>
+</context>
+<context>
     <name>zoHPCRoomPicture</name>
     <message>
         <source>No projections</source>

@@ -14,6 +14,7 @@
 #include "zoMergeCommand.h"
 #include "zoNewCommand.h"
 #include "zoNodesCommand.h"
+#include "zoReportCommand.h"
 #include "zoSetCommand.h"
 #include "zoTopologyCommand.h"
 
@@ -74,6 +75,8 @@ const std::vector<zoCommandEntry>& zoCommandTable::entries()
          createInDocument<zoNewCommand>()},
         {"nodes", QT_TRANSLATE_NOOP("zohpc", "the names of the nodes, for pdsh, mpirun and ansible"),
          createInDocument<zoNodesCommand>()},
+        {"report", QT_TRANSLATE_NOOP("zohpc", "sheets for those who build the wall, as a PDF"),
+         createInDocument<zoReportCommand>(), true},
         {"set", QT_TRANSLATE_NOOP("zohpc", "changes values of a configuration by their paths"),
          createInDocument<zoSetCommand>()},
         {"topology", QT_TRANSLATE_NOOP("zohpc", "gateways as the topology.conf of ClusterShell, out and in"),

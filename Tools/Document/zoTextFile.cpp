@@ -134,9 +134,14 @@ bool zoTextFile::isSameFile(const QString& input, const QString& output)
 
 bool zoTextFile::write(const QString& fileName, const QString& text)
 {
+    return writeBytes(fileName, text.toUtf8());
+}
+
+bool zoTextFile::writeBytes(const QString& fileName, const QByteArray& bytes)
+{
     if (isStandardOutput(fileName))
-        return zoConsole::write(text.toUtf8());
+        return zoConsole::write(bytes);
     QString reason;
-    return zoFileWriter::write(fileName, text.toUtf8(), &reason) == zoFileWriter::Result::Written ||
+    return zoFileWriter::write(fileName, bytes, &reason) == zoFileWriter::Result::Written ||
            printError(fileName, reason);
 }

@@ -29,4 +29,5 @@ bool mayWrite(const QStringList& outputs, const QString& input, bool mayBeInput 
 bool isSameFile(const QString& input, const QString& output);
 // Replaces the file when all of it is written; a full disk leaves the old one whole.
 bool write(const QString& fileName, const QString& text);
+bool writeBytes(const QString& fileName, const QByteArray& bytes);
 } // namespace zoTextFile

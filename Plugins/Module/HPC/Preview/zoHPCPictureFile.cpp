@@ -1,5 +1,6 @@
 #include "zoHPCPictureFile.h"
 
+#include "zoHPCPdfFile.h"
 #include "zoHPCPicture.h"
 
 #include <zoFileWriter.h>
@@ -7,13 +8,12 @@
 #include <zoSvgWriter.h>
 
 #include <QBuffer>
-#include <QDateTime>
 #include <QFileInfo>
 #include <QImage>
 #include <QMarginsF>
+#include <QPageLayout>
 #include <QPageSize>
 #include <QPainter>
-#include <QPdfWriter>
 
 namespace
 {
@@ -101,41 +101,12 @@ bool zoHPCPictureFile::writePng(const zoHPCPicture& picture, QIODevice& device, 
 bool zoHPCPictureFile::writePdf(const zoHPCPicture& picture, QIODevice& device, const QSize& size,
                                 const QPalette& palette)
 {
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    QPdfWriter writer(&buffer);
-    writer.setCreator(QCoreApplication::applicationName());
-    writer.setTitle(picture.title());
-    writer.setResolution(s_resolution);
-    writer.setPageSize(
-        QPageSize(QSizeF(size) * 72.0 / s_resolution, QPageSize::Point, QString(), QPageSize::ExactMatch));
-    writer.setPageMargins(QMarginsF());
-    QPainter painter;
-    if (!painter.begin(&writer))
-        return false;
-    picture.paint(painter, QRectF(QPointF(0.0, 0.0), size), palette, zoHPCPicture::Detail::Full);
-    if (!painter.end())
-        return false;
-    QByteArray bytes = buffer.data();
-    setDate(bytes);
-    return device.write(bytes) == bytes.size();
-}
-
-// The writer knows no date but now. A date of the same form leaves all offsets of the file as they are.
-void zoHPCPictureFile::setDate(QByteArray& pdf)
-{
-    bool isNumber = false;
-    const qint64 seconds = qEnvironmentVariable("SOURCE_DATE_EPOCH").toLongLong(&isNumber);
-    const QByteArray begin("/CreationDate (D:");
-    const int date = pdf.indexOf(begin);
-    const int end = pdf.indexOf(')', date);
-    if (!isNumber || date < 0 || end < 0)
-        return;
-    const int from = date + begin.size();
-    QByteArray text = QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC)
-                          .toString(QString::fromLatin1("yyyyMMddHHmmss"))
-                          .toLatin1();
-    text += end - from == text.size() + 1 ? "Z" : "+00'00'"; // as the writer has it, by the local time
-    if (text.size() == end - from)
-        pdf.replace(from, text.size(), text);
+    const QPageLayout page(
+        QPageSize(QSizeF(size) * 72.0 / s_resolution, QPageSize::Point, QString(), QPageSize::ExactMatch),
+        QPageLayout::Portrait, QMarginsF());
+    return zoHPCPdfFile::write(
+        device, picture.title(), page, s_resolution, [&](QPdfWriter& writer, QPainter& painter) {
+            Q_UNUSED(writer)
+            picture.paint(painter, QRectF(QPointF(0.0, 0.0), size), palette, zoHPCPicture::Detail::Full);
+        });
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QByteArray>
 #include <QCoreApplication>
 #include <QPalette>
 #include <QSize>
@@ -33,5 +32,4 @@ private:
                          const QPalette& palette, double scale);
     static bool writePdf(const zoHPCPicture& picture, QIODevice& device, const QSize& size,
                          const QPalette& palette);
-    static void setDate(QByteArray& pdf);
 };

@@ -1,0 +1,99 @@
+#include "zoCliFiles.h"
+#include "zoCommandRun.h"
+#include "zoTestCase.h"
+
+#include <QApplication>
+#include <QCryptographicHash>
+#include <QStandardPaths>
+#include <QTest>
+
+// "zohpc report" as a whole process; what the pages say is read back from the PDF.
+class tst_zohpcReport final : public zoTestCase
+{
+    Q_OBJECT
+
+private slots:
+    void everyTileIsTold_data();
+    void everyTileIsTold();
+    void sameContentHasSameBytes();
+    void inputIsNotOverwritten();
+    void unknownPaperIsRefused();
+};
+
+void tst_zohpcReport::everyTileIsTold_data()
+{
+    QTest::addColumn<int>("columns");
+    QTest::addColumn<int>("rows");
+    QTest::addColumn<QString>("paper");
+
+    QTest::newRow("one") << 1 << 1 << "A4";
+    QTest::newRow("wall-of-24") << 6 << 4 << "A3";
+    QTest::newRow("wall-of-500") << 25 << 20 << "A4";
+}
+
+void tst_zohpcReport::everyTileIsTold()
+{
+    if (QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty())
+        QSKIP("pdftotext (Debian package poppler-utils) is not installed");
+    QFETCH(int, columns);
+    QFETCH(int, rows);
+    QFETCH(QString, paper);
+    const zoCliFiles files;
+    const int count = columns * rows;
+    const QByteArray wall =
+        zoCommandRun::zohpc({"new", "--wall", QStringLiteral("%1x%2").arg(columns).arg(rows), "--hosts",
+                             QStringLiteral("node[1001-%1]").arg(1000 + count)})
+            .output;
+    const QString input = files.write(QStringLiteral("wall.zhpc"), wall);
+    const QString output = files.path(QStringLiteral("wall.pdf"));
+
+    const zoCommandRun run = zoCommandRun::zohpc({"report", input, "-o", output, "--paper", paper});
+
+    QCOMPARE(run.whole(), QByteArray("--- errors\n--- exit code 0\n"));
+    const QByteArray text = zoCommandRun::program(QStringLiteral("pdftotext"), {"-layout", output, "-"}, {},
+                                                  {"PATH=" + qEnvironmentVariable("PATH")})
+                                .output;
+    QVERIFY(text.contains(QCryptographicHash::hash(wall, QCryptographicHash::Sha256).toHex()));
+    for (int node = 1001; node <= 1000 + count; ++node) {
+        const QByteArray name = "node" + QByteArray::number(node);
+        // On the elevation, among the cables, beside its window and in its network.
+        QVERIFY2(text.count(name) >= 4, name.constData());
+    }
+}
+
+void tst_zohpcReport::sameContentHasSameBytes()
+{
+    const QString date = QStringLiteral("SOURCE_DATE_EPOCH=86461");
+    const QString file = QStringLiteral(ZO_DATA_DIR "/cluster/cave-4-sided.zhpc");
+
+    const zoCommandRun one = zoCommandRun::zohpcIn({date}, {"report", file, "-o", "-"});
+    const zoCommandRun other =
+        zoCommandRun::zohpcIn({date, "LC_ALL=de_DE.UTF-8", "TZ=Asia/Tokyo"}, {"report", file, "-o", "-"});
+
+    QCOMPARE(one.exitCode, 0);
+    QVERIFY(one.output.startsWith("%PDF-"));
+    QCOMPARE(other.output, one.output);
+}
+
+void tst_zohpcReport::inputIsNotOverwritten()
+{
+    const zoCliFiles files;
+    const QString input = files.write(QStringLiteral("wall.zhpc"), "<cluster/>");
+
+    const zoCommandRun run = zoCommandRun::zohpc({"report", input, "-o", input});
+
+    QCOMPARE(run.errors, input.toUtf8() + ": the input would be overwritten\n");
+    QCOMPARE(run.exitCode, 2);
+    QCOMPARE(zoCliFiles::read(input), QByteArray("<cluster/>"));
+}
+
+void tst_zohpcReport::unknownPaperIsRefused()
+{
+    const zoCommandRun run = zoCommandRun::zohpc({"report", "-", "-o", "-", "--paper", "A5"});
+
+    QCOMPARE(run.whole(), QByteArray("--- errors\nzohpc report: --paper: \"A5\" is no paper: A4, A3\n"
+                                     "Try 'zohpc report --help'.\n--- exit code 2\n"));
+}
+
+ZO_TEST_MAIN(tst_zohpcReport)
+#include "tst_zohpcReport.moc"
