@@ -52,6 +52,7 @@ zoParaViewService::zoParaViewService(const Launch& launch, QObject* parent)
     m_clock.start();
     connect(m_picture, &zoParaViewPicture::failed, this, [this](const QString& reason) {
         m_hasYielded = true;
+        m_isPictureServed = false; // a person's client may have come first
         zoLog::error(tr("The check picture cannot be shown: %1").arg(reason));
     });
     connect(m_picture, &zoParaViewPicture::ended, this, [this] {
@@ -420,7 +421,7 @@ QString zoParaViewService::connectText() const
 
 bool zoParaViewService::hasClient() const
 {
-    return m_job != nullptr && m_log.state() == zoPvServerLog::State::Connected && !m_picture->isRunning();
+    return m_job != nullptr && m_log.state() == zoPvServerLog::State::Connected && !m_isPictureServed;
 }
 
 // False with m_broken for a job that cannot be.
@@ -480,7 +481,8 @@ void zoParaViewService::addLine(const QString& text)
     m_limit.stop();
     if (m_log.state() == zoPvServerLog::State::Connected) {
         m_ends.clear();
-        if (!m_picture->isRunning())
+        m_isPictureServed = m_picture->isRunning();
+        if (!m_isPictureServed)
             zoLog::info(tr("A client of ParaView is connected"));
     } else {
         zoLog::info(tr("ParaView's server waits for a client: %1").arg(connectText()));
@@ -501,7 +503,8 @@ void zoParaViewService::jobEnded(int exitCode)
     }
     switch (m_log.end(exitCode)) {
     case zoPvServerLog::End::ClientLeft:
-        zoLog::info(tr("The client of ParaView left"));
+        if (!m_isPictureServed)
+            zoLog::info(tr("The client of ParaView left"));
         launchAgain();
         return;
     case zoPvServerLog::End::PortInUse:

@@ -119,7 +119,8 @@ private:
     QString m_refusedChange;
 
     zoParaViewPicture* m_picture;
-    bool m_hasYielded = false; // the picture, to a client or to an error
+    bool m_hasYielded = false;      // the picture, to a client or to an error
+    bool m_isPictureServed = false; // the server's client is, or was at last, the picture
 
     zoSessionWait m_wait;
     QTimer m_limit; // of a server that starts again

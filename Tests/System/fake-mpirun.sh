@@ -2,6 +2,7 @@
 # fake-mpirun.sh ARGUMENT...: stands for mpirun with ParaView's server. ZO_FAKE_JOBS names a folder; its file "jobs" has a
 # line for each job, the last one for all further ones: "FIRST [EXIT]" says the recorded log FIRST and exits, or stays
 # without EXIT; "FIRST>THEN EXIT" waits for the file "go" in between. "deaf" before it hears no signal that can be caught.
+# "serving" has the process whose number comes in the file "client" for its client, and ends with it.
 # What it was called with goes to "calls".
 cd "$ZO_FAKE_JOBS" || exit 1
 printf '%s\n' "$*" >> calls
@@ -22,6 +23,16 @@ say()
     cat "$ZO_FAKE_LOGS/$1.err" >&2
     cat "$ZO_FAKE_LOGS/$1.out"
 }
+if [ "$logs" = serving ]; then
+    say accepting
+    while [ ! -e client ]; do sleep 0.02; done
+    client=$(cat client)
+    rm -f client
+    echo "Client connected."
+    while kill -0 "$client" 2>/dev/null; do sleep 0.02; done
+    echo "Exiting..."
+    exit 0
+fi
 say "${logs%%>*}"
 case $logs in
 *">"*)

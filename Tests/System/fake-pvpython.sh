@@ -7,6 +7,17 @@ head -c "$size" >"${FAKE_PVPYTHON_REQUEST:-/dev/null}"
 [ "$verb" = SHOW ] || exit 9
 [ -z "${FAKE_PVPYTHON_REQUEST:-}" ] || printf '%s\n' "$DISPLAY" "$@" >"$FAKE_PVPYTHON_REQUEST.arguments"
 case "$FAKE_PVPYTHON" in
+client)
+    # Of the server that fake-mpirun.sh plays, until the file "wanted" comes.
+    cd "$ZO_FAKE_JOBS" || exit 1
+    echo $$ >client.new
+    mv client.new client
+    while [ -e client ]; do sleep 0.02; done
+    say SHOWN '{}'
+    while [ ! -e wanted ]; do sleep 0.02; done
+    rm wanted
+    say WANTED '{}'
+    ;;
 shown)
     say SHOWN '{}'
     exec sleep 600

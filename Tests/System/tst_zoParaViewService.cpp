@@ -1,10 +1,15 @@
 #include "zoParaViewFake.h"
 #include "zoTestCase.h"
 
+#include <zoParaViewPicture.h>
+
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QProcess>
 #include <QSignalSpy>
 
 #include <csignal>
@@ -14,6 +19,7 @@ namespace
 const QRegularExpression AnyReason(QStringLiteral("\\S"));
 // Far above what it takes, and far below what a wait that nobody ends would.
 constexpr int SoonMs = 8000;
+constexpr int LongMs = 60000; // the machine may be busy
 } // namespace
 
 // What sessions of ParaView's server do when jobs say what real ones said; what every service does is in the contract
@@ -46,8 +52,22 @@ private slots:
     void connectCommandFollowsThePreference_data();
     void connectCommandFollowsThePreference();
     void rehearsedWallStandsOnOneDesktop();
+    void checkPictureFollowsItsSwitches();
+    void checkPictureThatWasOnBeforeTheStart();
+    void checkPictureIsBackAfterOffAndOn();
+    void clientThatWantsInTakesTheServer();
+    void checkPictureWaitsForTheClientToLeave();
+    void checkPictureThatFailsLeavesTheSession();
+    void checkPictureGoesWithTheSession_data();
+    void checkPictureGoesWithTheSession();
 
 private:
+    int said(const char* text) const { return messages().filter(QLatin1String(text)).size(); }
+    QString shownContent() const
+    {
+        return m_fake->pictureRequest().value(QLatin1String("scene"))[QLatin1String("content")].toString();
+    }
+
     std::unique_ptr<zoParaViewFake> m_fake;
 };
 
@@ -402,6 +422,183 @@ void tst_zoParaViewService::rehearsedWallStandsOnOneDesktop()
     QCOMPARE(count, 4);
     QVERIFY2(QRect(0, 0, 801, 601).contains(all) && all.width() > 700,
              qPrintable(QString::number(all.width())));
+}
+
+// The server ends with each picture, as with each client, and comes again.
+void tst_zoParaViewService::checkPictureFollowsItsSwitches()
+{
+    m_fake->setJobs("serving");
+    const auto service = m_fake->create();
+    service->applyConfig(zoParaViewFake::wallOf({"n1", "n2"}));
+    QVERIFY(service->start());
+    QCOMPARE(said("on the wall"), 0);
+
+    service->setShowTestImage(true);
+    QTRY_COMPARE_WITH_TIMEOUT(said("check picture is on the wall"), 1, LongMs);
+    QCOMPARE(shownContent(), QStringLiteral("test-image"));
+    const QJsonObject request = m_fake->pictureRequest();
+    QCOMPARE(request.value(QLatin1String("host")).toString(), QStringLiteral("n1"));
+    QCOMPARE(request.value(QLatin1String("port")).toInt(), 11111);
+    QCOMPARE(request.value(QLatin1String("connectId")).toDouble(), double(service->connectId()));
+    QCOMPARE(request.value(QLatin1String("scene"))[QLatin1String("tiles")].toArray().size(), 2);
+    QVERIFY(!service->hasClient());
+    service->setShowTiles(true);
+    QTRY_COMPARE_WITH_TIMEOUT(said("check picture is on the wall"), 2, LongMs);
+    QCOMPARE(shownContent(), QStringLiteral("tiles"));
+    service->setShowTiles(false);
+    QTRY_COMPARE_WITH_TIMEOUT(said("check picture is on the wall"), 3, LongMs);
+    QCOMPARE(shownContent(), QStringLiteral("test-image"));
+    service->setShowTestImage(false);
+    QTRY_COMPARE_WITH_TIMEOUT(said("waits for a client: "), 3, LongMs);
+
+    QCOMPARE(m_fake->calls().size(), 4);
+    QCOMPARE(said("check picture is on the wall"), 3);
+    QCOMPARE(said("client of ParaView"), 0); // which the picture is not
+    QVERIFY(service->isRunning());
+}
+
+void tst_zoParaViewService::checkPictureThatWasOnBeforeTheStart()
+{
+    m_fake->setJobs("serving");
+    const auto service = m_fake->create();
+    service->applyConfig(zoParaViewFake::wallOf({"n1"}));
+    service->setShowTestImage(true);
+    service->setShowTiles(true);
+
+    QVERIFY(service->start());
+
+    QTRY_COMPARE_WITH_TIMEOUT(said("check picture is on the wall"), 1, LongMs);
+    QCOMPARE(shownContent(), QStringLiteral("tiles"));
+    QCOMPARE(m_fake->calls().size(), 1);
+}
+
+// Before the server told that the first picture is gone, which is nobody's client.
+void tst_zoParaViewService::checkPictureIsBackAfterOffAndOn()
+{
+    m_fake->setJobs("serving");
+    const auto service = m_fake->create();
+    service->applyConfig(zoParaViewFake::wallOf({"n1"}));
+    service->setShowTiles(true);
+    QVERIFY(service->start());
+    QTRY_COMPARE_WITH_TIMEOUT(said("check picture is on the wall"), 1, LongMs);
+
+    service->setShowTiles(false);
+    QVERIFY(!service->hasClient());
+    service->setShowTiles(true);
+
+    QTRY_COMPARE_WITH_TIMEOUT(said("check picture is on the wall"), 2, LongMs);
+    QCOMPARE(said("has left"), 0);
+    // Before it was shown.
+    service->setShowTiles(false);
+    service->setShowTestImage(true);
+    service->setShowTestImage(false);
+    service->setShowTiles(true);
+    QTRY_COMPARE_WITH_TIMEOUT(said("check picture is on the wall"), 3, LongMs);
+    QVERIFY(service->isRunning());
+}
+
+void tst_zoParaViewService::clientThatWantsInTakesTheServer()
+{
+    m_fake->setJobs("serving");
+    const auto service = m_fake->create();
+    service->applyConfig(zoParaViewFake::wallOf({"n1"}));
+    service->setShowTiles(true);
+    QVERIFY(service->start());
+    QTRY_COMPARE_WITH_TIMEOUT(said("check picture is on the wall"), 1, LongMs);
+    QProcess client;
+    client.start("sleep", {"600"});
+
+    m_fake->wantServer();
+    QTRY_COMPARE_WITH_TIMEOUT(said("check picture makes way"), 1, LongMs);
+    QTRY_COMPARE_WITH_TIMEOUT(said("waits for a client: "), 1, LongMs);
+    m_fake->connectClient(client.processId());
+
+    QTRY_VERIFY_WITH_TIMEOUT(service->hasClient(), LongMs);
+    QCOMPARE(said("The check picture is off"), 1);
+    client.kill();
+    QVERIFY(client.waitForFinished());
+    QTRY_COMPARE_WITH_TIMEOUT(said("waits for a client: "), 2, LongMs);
+    // It was on the wall until somebody came, and is not until somebody asks for it.
+    QVERIFY(!service->hasClient());
+    QCOMPARE(said("check picture is on the wall"), 1);
+    service->setShowTiles(false);
+    service->setShowTiles(true);
+    QTRY_COMPARE_WITH_TIMEOUT(said("check picture is on the wall"), 2, LongMs);
+}
+
+void tst_zoParaViewService::checkPictureWaitsForTheClientToLeave()
+{
+    m_fake->setJobs("serving");
+    const auto service = m_fake->create();
+    service->applyConfig(zoParaViewFake::wallOf({"n1"}));
+    QVERIFY(service->start());
+    QProcess client;
+    client.start("sleep", {"600"});
+    m_fake->connectClient(client.processId());
+    QTRY_VERIFY_WITH_TIMEOUT(service->hasClient(), LongMs);
+    QCOMPARE(said("A client of ParaView is connected"), 1);
+
+    service->setShowTestImage(true);
+    QCOMPARE(said("waits until the client of ParaView has left"), 1);
+    QVERIFY(service->hasClient());
+    client.kill();
+    QVERIFY(client.waitForFinished());
+
+    QTRY_COMPARE_WITH_TIMEOUT(said("check picture is on the wall"), 1, LongMs);
+    QCOMPARE(said("The client of ParaView left"), 1);
+    QVERIFY(!service->hasClient());
+}
+
+void tst_zoParaViewService::checkPictureThatFailsLeavesTheSession()
+{
+    qputenv("FAKE_PVPYTHON", "failed");
+    m_fake->setJobs("serving");
+    const auto service = m_fake->create();
+    service->applyConfig(zoParaViewFake::wallOf({"n1"}));
+    QVERIFY(service->start());
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("cannot be shown: no answer")));
+
+    service->setShowTiles(true);
+    QTRY_COMPARE_WITH_TIMEOUT(said("check picture cannot be shown"), 1, LongMs);
+
+    QVERIFY(service->isRunning());
+    QCOMPARE(m_fake->calls().size(), 1);
+    qputenv("FAKE_PVPYTHON", "client");
+    service->setShowTiles(false);
+    service->setShowTiles(true);
+    QTRY_COMPARE_WITH_TIMEOUT(said("check picture is on the wall"), 1, LongMs);
+}
+
+void tst_zoParaViewService::checkPictureGoesWithTheSession_data()
+{
+    QTest::addColumn<bool>("isLost");
+    QTest::newRow("stopped") << false;
+    QTest::newRow("lost") << true;
+}
+
+void tst_zoParaViewService::checkPictureGoesWithTheSession()
+{
+    QFETCH(bool, isLost);
+    m_fake->setJobs("serving");
+    const auto service = m_fake->create();
+    service->applyConfig(zoParaViewFake::wallOf({"n1"}));
+    service->setShowTiles(true);
+    QVERIFY(service->start());
+    QTRY_COMPARE_WITH_TIMEOUT(said("check picture is on the wall"), 1, LongMs);
+    const auto picture = service->findChild<zoParaViewPicture*>();
+    QVERIFY(picture != nullptr && picture->isShown());
+    const qint64 process = picture->processId();
+    QSignalSpy stopped(service.get(), &zoClusterService::stopped);
+    if (isLost) {
+        expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("session lost: .*signal 9")));
+        ::kill(pid_t(service->jobProcess()), SIGKILL);
+    } else {
+        service->stop();
+    }
+
+    QTRY_COMPARE_WITH_TIMEOUT(stopped.count(), 1, LongMs);
+    QVERIFY(!picture->isRunning());
+    QCOMPARE(::kill(pid_t(process), 0), -1);
 }
 
 ZO_TEST_MAIN(tst_zoParaViewService)

@@ -119,6 +119,44 @@ bool isTold(const QColor& colour)
     }
     return true;
 }
+
+// Where a line of the floor is seen beside the corner at the left edge of a picture.
+struct FloorLine
+{
+    int columns = 0;     // in which it is seen: a line may be thinner than a pixel
+    double offset = 0.0; // from where it should be, pixels downwards, on average
+};
+
+FloorLine floorLine(const QImage& image, const zoWallPlane& plane, double line)
+{
+    // Nearer to the corner the line across it is too near.
+    constexpr int First = 15;
+    constexpr int Columns = 40;
+    constexpr int Around = 4;
+    constexpr int Bright = 520; // lines have 608 and 717, the floor 450 at most
+    const double millimetres = (plane.lowerRight.x - plane.lowerLeft.x) / s_tile.width(); // of a pixel
+    FloorLine result;
+    double sum = 0.0;
+    for (int column = First; column < First + Columns; ++column) {
+        const double across = -plane.lowerLeft.x - (column + 0.5) * millimetres;
+        const double expected = (plane.upperRight.y - plane.lowerLeft.y * across / line) / millimetres;
+        double rows = 0.0;
+        int bright = 0;
+        for (int y = int(expected) - Around; y <= int(expected) + Around; ++y) {
+            const QRgb pixel = image.pixel(column, y);
+            if (qRed(pixel) + qGreen(pixel) + qBlue(pixel) > Bright) {
+                rows += y + 0.5;
+                ++bright;
+            }
+        }
+        if (bright == 0)
+            continue;
+        ++result.columns;
+        sum += rows / bright - expected;
+    }
+    result.offset = sum / std::max(result.columns, 1);
+    return result;
+}
 } // namespace
 
 // A job of pvserver on a display, from the file that zohpc exports.
@@ -344,42 +382,22 @@ void tst_zoParaViewWall::floorLinesCrossACornerOfACave()
     }
     QVERIFY(front != nullptr && left != nullptr);
     const zoWallPlane& plane = front->viewports[0].plane;
-    const double bottom = plane.lowerLeft.y;
-    const double millimetres = (plane.lowerRight.x - plane.lowerLeft.x) / s_tile.width(); // of a pixel
-    const auto brightRow = [](const QImage& image, int column, double expected) {
-        int best = -1;
-        int brightest = 0;
-        for (int y = int(expected) - 5; y <= int(expected) + 5; ++y) {
-            const QRgb pixel = image.pixel(column, y);
-            const int light = qRed(pixel) + qGreen(pixel) + qBlue(pixel);
-            if (light > brightest) {
-                brightest = light;
-                best = y;
-            }
-        }
-        return brightest > 520 ? best + 0.5 : -100.0; // lines are up to 717, the floor 450 at most
-    };
     const QImage onFront = screen.copy(front->geometry);
-    const QImage onLeft = screen.copy(left->geometry);
-    int lines = 0;
-    for (const double line : {2000.0, 3000.0, 4000.0}) {
-        constexpr int Beside = 10;
-        const double across = -plane.lowerLeft.x - (Beside + 0.5) * millimetres;
-        const double expected = (plane.upperRight.y - bottom * across / line) / millimetres;
-        const double frontRow = brightRow(onFront, Beside, expected);
-        const double leftRow = brightRow(onLeft, s_tile.width() - 1 - Beside, expected);
-        // A ball may stand before it on both or on neither.
-        if (frontRow < 0.0 && leftRow < 0.0)
-            continue;
-        ++lines;
-        QVERIFY2(std::abs(frontRow - expected) <= 2.0 && std::abs(leftRow - expected) <= 2.0,
-                 qPrintable(QStringLiteral("line %1 at %2 and %3 instead of %4")
-                                .arg(line)
-                                .arg(frontRow)
-                                .arg(leftRow)
-                                .arg(expected)));
+    const QImage onLeft = screen.copy(left->geometry).mirrored(true, false);
+    for (const double line : {2000.0, 2500.0, 3000.0}) {
+        const FloorLine atFront = floorLine(onFront, plane, line);
+        const FloorLine atLeft = floorLine(onLeft, plane, line);
+        const QString text = QStringLiteral("line %1: %2 and %3 pixels from its place, in %4 and %5 columns")
+                                 .arg(line)
+                                 .arg(atFront.offset)
+                                 .arg(atLeft.offset)
+                                 .arg(atFront.columns)
+                                 .arg(atLeft.columns);
+        qInfo("%s", qPrintable(text));
+        QVERIFY2(atFront.columns >= 8 && atLeft.columns >= 8, qPrintable(text));
+        QVERIFY2(std::abs(atFront.offset) <= 2.0 && std::abs(atLeft.offset) <= 2.0, qPrintable(text));
+        QVERIFY2(std::abs(atFront.offset - atLeft.offset) <= 2.0, qPrintable(text));
     }
-    QVERIFY(lines >= 2);
 }
 
 void tst_zoParaViewWall::tilesFillTheirWindows_data()

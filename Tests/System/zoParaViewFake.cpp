@@ -4,6 +4,8 @@
 
 #include <QFile>
 #include <QHash>
+#include <QJsonDocument>
+#include <QSaveFile>
 
 zoParaViewFake::zoParaViewFake()
 {
@@ -11,12 +13,15 @@ zoParaViewFake::zoParaViewFake()
     qputenv("ZO_FAKE_JOBS", m_folder.path().toLocal8Bit());
     qputenv("ZO_FAKE_LOGS", ZO_TEST_DATA_DIR "/ParaView");
     qputenv("DISPLAY", ":0");
+    qputenv("FAKE_PVPYTHON", "client");
+    qputenv("FAKE_PVPYTHON_REQUEST", m_folder.filePath("picture").toLocal8Bit());
     setJobs("accepting");
 }
 
 zoParaViewFake::~zoParaViewFake()
 {
-    for (const char* name : {"ZO_FAKE_JOBS", "ZO_FAKE_LOGS", "ZO_FAKE_RELEASE", "DISPLAY"})
+    for (const char* name : {"ZO_FAKE_JOBS", "ZO_FAKE_LOGS", "ZO_FAKE_RELEASE", "FAKE_PVPYTHON",
+                             "FAKE_PVPYTHON_REQUEST", "DISPLAY"})
         qunsetenv(name);
 }
 
@@ -42,11 +47,33 @@ void zoParaViewFake::letGoOn()
     file.open(QIODevice::WriteOnly);
 }
 
+void zoParaViewFake::connectClient(qint64 process) const
+{
+    QSaveFile file(m_folder.filePath("client"));
+    if (file.open(QIODevice::WriteOnly)) {
+        file.write(QByteArray::number(process));
+        file.commit();
+    }
+}
+
+void zoParaViewFake::wantServer() const
+{
+    QFile file(m_folder.filePath("wanted"));
+    file.open(QIODevice::WriteOnly);
+}
+
+QJsonObject zoParaViewFake::pictureRequest() const
+{
+    QFile file(m_folder.filePath("picture"));
+    return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
+}
+
 zoParaViewService::Launch zoParaViewFake::launch() const
 {
     zoParaViewService::Launch launch;
     launch.mpirun = QStringLiteral(ZO_FAKE_MPIRUN);
     launch.program = QStringLiteral(ZO_FAKE_PVSERVER);
+    launch.pvpython = QStringLiteral(ZO_FAKE_PVPYTHON);
     launch.nodeServer = launch.program;
     launch.nodeServerHere = launch.program;
     launch.pattern = QStringList({QStringLiteral(ZO_LAUNCHER), "%h", "%program"});

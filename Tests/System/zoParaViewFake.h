@@ -2,6 +2,7 @@
 
 #include <zoParaViewService.h>
 
+#include <QJsonObject>
 #include <QTemporaryDir>
 
 #include <memory>
@@ -22,6 +23,13 @@ public:
 
     std::unique_ptr<zoParaViewService> create() const;
     zoParaViewService::Launch launch() const;
+
+    // What a client of "serving" jobs does: it connects, and leaves when its process ends.
+    void connectClient(qint64 process) const;
+    // A person's client knocks while the check picture is that of a "serving" job.
+    void wantServer() const;
+    // What the check picture was asked for last.
+    QJsonObject pictureRequest() const;
 
     // The document with a window for each of its enabled nodes.
     static QString withWindows(const QString& document);
