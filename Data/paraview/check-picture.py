@@ -23,7 +23,8 @@ IN = os.fdopen(os.dup(0), "rb", buffering=0)
 
 POLL = 0.5  # s between two looks for another client
 
-# The scripts below run on every rank, into `output`. What is shown of the test image comes from rank 0 and reaches the others as any user's data does.
+# The scripts below run on every rank, into `output`. What is shown of the test image comes from rank 0 and reaches the
+# others as any user's data does.
 FIGURES = r'''
 import json
 from vtkmodules.vtkCommonCore import VTK_UNSIGNED_CHAR, vtkPoints, vtkUnsignedCharArray
@@ -136,9 +137,8 @@ if vtkMultiProcessController.GetGlobalController().GetLocalProcessId() == 0:
 mesh.into(output)
 '''
 
-# Gives each rank its own picture in its own plane: planes of a wall overlap, and those of two eyes
-# are the same. What all get is points at the head and behind the pictures, where nobody sees them: they tell the camera
-# how far to look.
+# Gives each rank its own picture in its own plane: planes of a wall overlap, and those of two eyes are the same. What all
+# get is points at the head and behind the pictures, where nobody sees them: they tell the camera how far to look.
 TILES = r'''
 import base64
 import json
@@ -195,9 +195,9 @@ output.SetPoints(points)
 output.SetVerts(corners)
 '''
 
-# Whether somebody tries to connect to the server, which takes no second client. Rank 0 listens at
-# the server's port with a queue that is full, so that the system drops what comes, counts it, and the client tries again
-# until the server listens once more.
+# Whether somebody tries to connect to the server, which takes no second client. Rank 0 listens at the server's port with a
+# queue that is full, so that the system drops what comes, counts it, and the client tries again until the server listens
+# once more.
 WANTED = r'''
 import socket
 import struct
@@ -272,6 +272,8 @@ def make_view(simple, scene):
     layout = simple.GetLayout(view) or simple.CreateLayout("Check picture")
     simple.AssignViewToLayout(view, layout)
     layout.SMProxy.ShowViewsOnTileDisplay()
+    # It smooths the pictures of some ranks and not of others, and wipes out lines that are thinner than a pixel.
+    view.UseFXAA = 0
     view.OrientationAxesVisibility = 0
     view.CenterAxesVisibility = 0
     view.UseColorPaletteForBackground = 0
@@ -309,8 +311,6 @@ def show(simple, scene):
         shown.Specular = 0.0
     else:
         shown.Opacity = 0.0
-        # Texts as they are.
-        view.UseFXAA = 0
     # The first picture resets the camera.
     simple.Render(view)
     head = [0.001 * c for c in scene["head"]]
@@ -324,10 +324,12 @@ def show(simple, scene):
 def wait(simple, request):
     """Until the input ends or another client wants the server; True for the latter."""
     door = add_source(simple, WANTED, PORT=request["port"])
+    script = str(door.Script)
     while True:
         if select.select([IN], [], [], POLL)[0] and not IN.read(4096):
             return False
-        door.Script = door.Script + "\n"
+        # Another text each time, or it would not run again.
+        door.Script = script + "\n" if door.Script == script else script
         door.UpdatePipeline()
         if door.GetDataInformation().GetNumberOfPoints() > 0:
             return True

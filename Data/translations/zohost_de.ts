@@ -1498,8 +1498,8 @@ Das Protokoll nennt den Grund.</translation>
         <translation>kein Fenster eines aktiven Knotens zeigt eine Ebene</translation>
     </message>
     <message>
-        <source>the folder of the session cannot be made: %1</source>
-        <translation>der Ordner der Sitzung lässt sich nicht anlegen: %1</translation>
+        <source>the folder of the session cannot be made in %1: %2</source>
+        <translation>der Ordner der Sitzung lässt sich in %1 nicht anlegen: %2</translation>
     </message>
     <message>
         <source>aborted</source>

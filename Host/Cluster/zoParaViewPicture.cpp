@@ -11,7 +11,7 @@
 namespace
 {
 constexpr int s_terminateMs = 1000;
-constexpr int s_killMs = 1000;
+constexpr int s_killMs = 10000; // on a busy machine; else at once
 } // namespace
 
 zoParaViewPicture::zoParaViewPicture(const QString& pvpython, QObject* parent)

@@ -135,8 +135,8 @@ bool zoParaViewService::makeFolder()
         file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner) &&
         file.write(m_plan.setup.pvx) == m_plan.setup.pvx.size() && file.flush())
         return true;
-    m_broken = tr("the folder of the session cannot be made: %1")
-                   .arg(m_folder->isValid() ? file.errorString() : m_folder->errorString());
+    m_broken = tr("the folder of the session cannot be made in %1: %2")
+                   .arg(QDir::tempPath(), m_folder->isValid() ? file.errorString() : m_folder->errorString());
     return false;
 }
 
@@ -214,20 +214,21 @@ zoParaViewService::Step zoParaViewService::probe()
             ids[host] << machine.node;
     }
     const int count = m_reports.order().size();
-    int answered = 0;
     m_probe = std::make_unique<zoParaViewProbe>(zoLauncher(m_plan.launch.pattern),
                                                 zoParaViewProbe::Programs{m_plan.launch.program,
                                                                           m_plan.launch.nodeServer,
                                                                           m_plan.launch.nodeServerHere});
-    connect(m_probe.get(), &zoParaViewProbe::answered, this, [&](const QString& host) {
-        for (const QString& id : qAsConst(ids)[host]) {
-            ++answered;
-            emit progressChanged(tr("Connected to %1").arg(id), answered * s_half / count);
-            if (!self)
-                return;
-        }
-        m_wait.wake();
-    });
+    connect(m_probe.get(), &zoParaViewProbe::answered, this,
+            [this, self, ids, count, answered = 0](const QString& host) mutable {
+                const QStringList nodes = ids.value(host);
+                for (const QString& id : nodes) {
+                    ++answered;
+                    emit progressChanged(tr("Connected to %1").arg(id), answered * s_half / count);
+                    if (!self)
+                        return;
+                }
+                m_wait.wake();
+            });
     emit progressChanged(tr("Connecting to %1 ...").arg(zoSessionRequest::listOf(m_reports.order())), 0);
     if (!self)
         return Step::Destroyed;

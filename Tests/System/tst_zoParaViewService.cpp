@@ -52,6 +52,15 @@ private slots:
     void connectCommandFollowsThePreference_data();
     void connectCommandFollowsThePreference();
     void rehearsedWallStandsOnOneDesktop();
+    void missingProgramsAreNamed_data();
+    void missingProgramsAreNamed();
+    void folderThatCannotBeMadeIsNamed();
+    void bareEnvironmentIsEnough();
+    void hundredWindowsOfOneNode();
+    void wallWithoutWindowsIsRefused();
+    void oddNamesAreRefused();
+    void changeWhileItStartsIsTaken();
+    void stopWhileTheServerComesAgain();
     void checkPictureFollowsItsSwitches();
     void checkPictureThatWasOnBeforeTheStart();
     void checkPictureIsBackAfterOffAndOn();
@@ -422,6 +431,170 @@ void tst_zoParaViewService::rehearsedWallStandsOnOneDesktop()
     QCOMPARE(count, 4);
     QVERIFY2(QRect(0, 0, 801, 601).contains(all) && all.width() > 700,
              qPrintable(QString::number(all.width())));
+}
+
+void tst_zoParaViewService::missingProgramsAreNamed_data()
+{
+    QTest::addColumn<QString>("mpirun");
+    QTest::addColumn<QString>("program");
+    QTest::addColumn<QString>("reason");
+
+    const QString plain = QStringLiteral(ZO_TEST_DATA_DIR "/ParaView/accepting.out"); // not executable
+    QTest::newRow("no-mpirun") << "no-such-mpirun" << ZO_FAKE_PVSERVER << "no-such-mpirun";
+    QTest::newRow("plain-mpirun") << plain << ZO_FAKE_PVSERVER << "accepting.out.*[Pp]ermission denied";
+    QTest::newRow("no-pvserver") << ZO_FAKE_MPIRUN << "no-such-pvserver"
+                                 << "no-such-pvserver";
+    QTest::newRow("plain-pvserver") << ZO_FAKE_MPIRUN << plain << "accepting.out.*[Pp]ermission denied";
+}
+
+void tst_zoParaViewService::missingProgramsAreNamed()
+{
+    QFETCH(QString, mpirun);
+    QFETCH(QString, program);
+    QFETCH(QString, reason);
+    for (const char* host : {"localhost", "n1"}) {
+        const auto service = m_fake->create();
+        zoParaViewService::Launch launch = m_fake->launch();
+        launch.mpirun = mpirun;
+        launch.program = program;
+        service->setLaunch(launch);
+        service->applyConfig(zoParaViewFake::wallOf({QLatin1String(host)}));
+        expectMessage(QtCriticalMsg, QRegularExpression(reason));
+        if (program != QLatin1String(ZO_FAKE_PVSERVER))
+            expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("%1 cannot be used").arg(host)));
+
+        QVERIFY(!service->start());
+
+        QVERIFY(service->sessionFolder().isEmpty());
+    }
+}
+
+void tst_zoParaViewService::folderThatCannotBeMadeIsNamed()
+{
+    const QByteArray before = qgetenv("TMPDIR");
+    qputenv("TMPDIR", "/proc");
+    const auto service = m_fake->create();
+    service->applyConfig(zoParaViewFake::wallOf({"n1"}));
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("the folder of the session cannot be "
+                                                                   "made in /proc: \\S")));
+
+    const bool hasStarted = service->start();
+    if (before.isNull())
+        qunsetenv("TMPDIR");
+    else
+        qputenv("TMPDIR", before);
+    QVERIFY(!hasStarted);
+
+    QCOMPARE(m_fake->calls(), QStringList());
+    // Once there is room again.
+    QVERIFY(service->start());
+}
+
+// As a service of the system has it.
+void tst_zoParaViewService::bareEnvironmentIsEnough()
+{
+    const QByteArray home = qgetenv("HOME");
+    const QByteArray language = qgetenv("LC_ALL");
+    qunsetenv("HOME");
+    qunsetenv("DISPLAY");
+    qputenv("LC_ALL", "de_DE.UTF-8");
+    const auto service = m_fake->create();
+    service->applyConfig(zoParaViewFake::wallOf({"n1"}));
+    const bool hasStarted = service->start();
+    qputenv("HOME", home);
+    qputenv("LC_ALL", language);
+
+    QVERIFY(hasStarted);
+    QVERIFY2(m_fake->calls().constFirst().contains(QLatin1String("DISPLAY=:0")),
+             qPrintable(m_fake->calls().constFirst()));
+}
+
+void tst_zoParaViewService::hundredWindowsOfOneNode()
+{
+    QString document = zoParaViewFake::wallOf({"n1"});
+    const int from = document.indexOf(QLatin1String("<window "));
+    const int to = document.indexOf(QLatin1String("</window>")) + 9;
+    document.insert(to, document.mid(from, to - from).repeated(99));
+    const auto service = m_fake->create();
+    service->applyConfig(document);
+
+    QVERIFY(service->start());
+
+    QCOMPARE(service->runningNodes(), QStringList("n1"));
+    QCOMPARE(m_fake->calls().constFirst().count(QLatin1String(" --pvx ")), 100);
+    QFile file(service->sessionFolder() + "/wall.pvx");
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll().count("<Machine "), 100);
+}
+
+void tst_zoParaViewService::wallWithoutWindowsIsRefused()
+{
+    const auto service = m_fake->create();
+    service->applyConfig("<cluster version=\"1\"><master><network><node name=\"n1\"/></network></master>"
+                         "</cluster>");
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("no window of an enabled node")));
+
+    QVERIFY(!service->start());
+
+    QCOMPARE(m_fake->calls(), QStringList());
+}
+
+// mpirun splits what follows --host at commas and colons, and a name that starts with a dash would be an option of ssh.
+void tst_zoParaViewService::oddNamesAreRefused()
+{
+    for (const char* host : {"a,b", "-oProxyCommand=x", "a b", "a;touch x", "$(x)", "n:4"}) {
+        const auto service = m_fake->create();
+        service->applyConfig(zoParaViewFake::wallOf({"n1", QLatin1String(host)}));
+        const QString name = QRegularExpression::escape(QLatin1String(host));
+        expectMessage(QtCriticalMsg,
+                      QRegularExpression(QStringLiteral("\"%1\" (cannot be the name of a host|is "
+                                                        "no name that mpirun can reach)")
+                                             .arg(name)));
+        if (QByteArray(host) != "n:4") // which ssh would take
+            expectMessage(QtCriticalMsg, QRegularExpression(name + QStringLiteral(" cannot be used")));
+
+        QVERIFY2(!service->start(), host);
+    }
+    QCOMPARE(m_fake->calls(), QStringList());
+}
+
+void tst_zoParaViewService::changeWhileItStartsIsTaken()
+{
+    const auto service = m_fake->create();
+    service->applyConfig(zoParaViewFake::wallOf({"n1"}));
+    const QString second = zoParaViewFake::wallOf({"n2", "n3"});
+    const auto change =
+        connect(service.get(), &zoClusterService::progressChanged, service.get(), [&](const QString& text) {
+            if (text.contains(QStringLiteral("11111")))
+                service->applyConfig(second);
+        });
+
+    QVERIFY(service->start());
+
+    disconnect(change);
+    QCOMPARE(service->currentConfig(), second);
+    QCOMPARE(service->runningNodes(), QStringList({"n2", "n3"}));
+    QCOMPARE(m_fake->calls().size(), 2);
+    QVERIFY(m_fake->calls().constLast().contains(QLatin1String("--host n3:1")));
+}
+
+// The client left, and the new server does not yet accept any.
+void tst_zoParaViewService::stopWhileTheServerComesAgain()
+{
+    m_fake->setJobs("accepting>client-left 0\ndeaf silent");
+    const auto service = m_fake->create();
+    service->applyConfig(zoParaViewFake::wallOf({"n1"}));
+    QVERIFY(service->start());
+    QSignalSpy stopped(service.get(), &zoClusterService::stopped);
+    m_fake->letGoOn();
+    QTRY_COMPARE_WITH_TIMEOUT(m_fake->calls().size(), 2, LongMs);
+
+    service->setShowTiles(true);
+    service->stop();
+
+    QCOMPARE(stopped.count(), 1);
+    QCOMPARE(service->jobProcess(), 0);
+    QVERIFY(!service->isRunning());
 }
 
 // The server ends with each picture, as with each client, and comes again.

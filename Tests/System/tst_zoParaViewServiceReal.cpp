@@ -17,6 +17,7 @@
 namespace
 {
 constexpr int s_limitMs = 60000;
+constexpr int s_pictureMs = 180000; // it has a limit of its own
 const QRegularExpression AnyReason(QStringLiteral("\\S"));
 
 // Connects and draws, says so, and stays until it is ended.
@@ -67,6 +68,7 @@ private slots:
     void clientsComeAndGoAndNothingIsLeft();
     void killedProgramsEndTheSession_data();
     void killedProgramsEndTheSession();
+    void checkPictureFollowsItsSwitchesAndMakesWay();
     void takenPortIsPassedOver();
     void missingDisplayIsNamedBeforeTheLaunch();
 
@@ -194,6 +196,32 @@ void tst_zoParaViewServiceReal::killedProgramsEndTheSession()
     for (const qint64 process : qAsConst(m_ranks))
         QTRY_VERIFY_WITH_TIMEOUT(!isAlive(process), s_limitMs);
     QVERIFY(!QFileInfo::exists(folder));
+}
+
+void tst_zoParaViewServiceReal::checkPictureFollowsItsSwitchesAndMakesWay()
+{
+    const auto service = create();
+    QVERIFY(service->start());
+    service->setShowTestImage(true);
+    QTRY_VERIFY_WITH_TIMEOUT(messages().filter("picture is on the wall").size() == 1, s_pictureMs);
+    service->setShowTiles(true);
+    QTRY_VERIFY_WITH_TIMEOUT(messages().filter("picture is on the wall").size() == 2, s_pictureMs);
+    service->setShowTiles(false);
+    service->setShowTestImage(false);
+    QTRY_VERIFY_WITH_TIMEOUT(messages().filter("waits for a client: ").size() == 2, s_pictureMs);
+    service->setShowTiles(true);
+    QTRY_VERIFY_WITH_TIMEOUT(messages().filter("picture is on the wall").size() == 3, s_pictureMs);
+    QVERIFY(!service->hasClient());
+
+    QProcess client;
+    startClient(client, *service, service->connectId(), "600");
+    QTRY_VERIFY_WITH_TIMEOUT(messages().filter("picture makes way").size() == 1, s_pictureMs);
+    QTRY_VERIFY_WITH_TIMEOUT(service->hasClient(), s_pictureMs);
+    QTRY_VERIFY_WITH_TIMEOUT(client.peek(100000).contains("drawn"), s_pictureMs);
+
+    service->stop();
+    client.kill();
+    client.waitForFinished();
 }
 
 void tst_zoParaViewServiceReal::takenPortIsPassedOver()
