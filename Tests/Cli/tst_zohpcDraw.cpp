@@ -92,6 +92,7 @@ private slots:
     void sizesAreMillimetresAndPixels();
     void screensCountFromOne();
     void networkShowsGatewaysAndNodes();
+    void whatHasNoRoomIsTold();
     void networkWithoutNodesSaysSo();
     void failureLeavesTheOldFile();
     void wrongUsageIsTold_data();
@@ -353,6 +354,35 @@ void tst_zohpcDraw::networkShowsGatewaysAndNodes()
     QVERIFY(left("gw") > left("Network 1"));
     QVERIFY(left("Network 2") > left("gw"));
     QVERIFY(left("n1") > left("Network 2"));
+}
+
+void tst_zohpcDraw::whatHasNoRoomIsTold()
+{
+    QByteArray nodes;
+    QByteArray planes;
+    for (int i = 0; i < 60000; ++i)
+        nodes += "<node name='n" + QByteArray::number(i) + "'/>";
+    for (int i = 0; i < 100; ++i)
+        planes += "<projection name='W" + QByteArray::number(i) +
+                  "' type='powerwall' width='9' height='9' distance='9'/>";
+    const auto drawn = [](const char* picture, const QByteArray& networks, const QByteArray& projections) {
+        return wordsOf(zoCommandRun::zohpc({"draw", "-", "-o", "-", "--picture", picture},
+                                           "<cluster version='1'><master>" + networks + "</master>" +
+                                               projections + "</cluster>")
+                           .output);
+    };
+
+    const QString many = drawn("network", "<network>" + nodes + "</network>", {});
+    const QString few = drawn("network", "<network><node name='n'/></network>", {});
+    const QString walls = drawn("room", {}, planes);
+
+    QVERIFY2(many.contains("Not all names have room on a sheet of this size"), qPrintable(many.left(500)));
+    QVERIFY(!few.contains("Not all names"));
+    // The line for the walls that are left out stands for one of them, too.
+    const int told = walls.count(": powerwall, ");
+    QVERIFY(told > 5 && told < 100);
+    QVERIFY2(walls.contains(QStringLiteral("... and %1 more lines").arg(100 - told)),
+             qPrintable(walls.left(2000)));
 }
 
 void tst_zohpcDraw::networkWithoutNodesSaysSo()

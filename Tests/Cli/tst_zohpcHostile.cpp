@@ -25,6 +25,7 @@ private slots:
 private:
     void addPictures() const;
     void addValues() const;
+    void addChanges() const;
 
     const zoCliFiles m_files;
 };
@@ -60,6 +61,7 @@ void tst_zohpcHostile::commandEnds_data()
 
     addPictures();
     addValues();
+    addChanges();
     const QString empty = m_files.write("empty.zhpc", "<cluster version='1'/>");
     for (const char* name : {"check", "format", "draw", "diff"}) {
         const QStringList command = qstrcmp(name, "diff") == 0   ? QStringList{"diff", "-", empty}
@@ -144,6 +146,39 @@ void tst_zohpcHostile::addValues() const
     for (const char* format : {"--defaults", "--json"})
         QTest::newRow((QByteArray("get") + format).constData())
             << QStringList{"get", format, "-"} << document(filled("<node/>"));
+}
+
+// A new name goes to all that used the old one, once for all; a wall's name is in those of its tiles.
+void tst_zohpcHostile::addChanges() const
+{
+    const auto set = [](const char* change) {
+        return QStringList{"set", "--force", "-", QString::fromLatin1(change)};
+    };
+    const QByteArray tiles = " type='wall' rows='30' columns='30'/>";
+    QByteArray planes;
+    QByteArray windows;
+    QByteArray nodes;
+    for (int n = 0; nodes.size() + planes.size() + windows.size() < Size; ++n) {
+        const QByteArray i = QByteArray::number(n);
+        nodes += "<node name='n" + i + "'/>";
+        planes += "<projection name='P" + i + "' type='plane' x2='9' x3='9' y3='9'/>";
+        windows += "<window node='n" + i + "'><viewport projection='P" + i + "'/></window>";
+    }
+    const QByteArray wall = document(nodes, planes + "<display>" + windows + "</display>");
+    QTest::newRow("set-names-of-nodes") << set("node[*]/name=a") << wall;
+    QTest::newRow("set-names-of-projections") << set("projection[*]/name=P") << wall;
+    QTest::newRow("set-to-no-projection") << set("display[1]/window[*]/viewport[*]/projection=P") << wall;
+    QTest::newRow("set-nodes-of-one-name") << set("node[*]/name=a") << document(filled("<node/>"));
+    QTest::newRow("set-deep") << set("node[*]/enabled=false")
+                              << document(QByteArray("<node><network>").repeated(5000) +
+                                          QByteArray("</network></node>").repeated(5000));
+    for (const char* command : {"check", "format", "get", "describe"})
+        QTest::newRow((QByteArray(command) + "-tiles-with-a-long-name").constData())
+            << QStringList{command, "-"}
+            << document({}, "<projection name='" + QByteArray(Size, 'n') + '\'' + tiles);
+    QTest::newRow("check-many-tiles-with-long-names")
+        << QStringList{"check", "-"}
+        << document({}, ("<projection name='" + QByteArray(Size / 60, 'n') + '\'' + tiles).repeated(60));
 }
 
 // Each item is only in one of both.

@@ -16,6 +16,7 @@
 namespace
 {
 constexpr int ProcessTimeoutMs = 60000;
+constexpr int LargeFileTimeoutMs = 240000;
 
 struct Outcome
 {
@@ -65,6 +66,8 @@ private slots:
     void fileNameOutsideLatin1IsLoaded_data();
     void fileNameOutsideLatin1IsLoaded();
     void screenshotOfAnIdleHost();
+    void screenshotOfALargeFile_data();
+    void screenshotOfALargeFile();
     void runningServersAreAcceptedWithoutAsking();
     void missingMemoryIsAcceptedWithoutAsking();
 
@@ -322,6 +325,47 @@ void tst_zohost::screenshotOfAnIdleHost()
     QCOMPARE(process->exitCode(), 0);
     QVERIFY(process->readAllStandardOutput().contains("screenshot: "));
     QVERIFY(!QImage(m_directory->filePath("idle.png"), "PNG").isNull());
+}
+
+void tst_zohost::screenshotOfALargeFile_data()
+{
+    QTest::addColumn<QString>("document");
+
+    const auto times = [](int count, const QString& text) {
+        QString result;
+        for (int i = 0; i < count; ++i)
+            result += QString(text).replace(QLatin1Char('#'), QString::number(i));
+        return result;
+    };
+    QTest::newRow("nodes-of-one-name") << documentOf(times(149000, QStringLiteral("<node/>")));
+    QTest::newRow("windows")
+        << documentOf(times(5000, QStringLiteral("<node name='n#'/>")))
+               .replace(
+                   QStringLiteral("</cluster>"),
+                   times(5000, QStringLiteral("<projection name='P#' type='plane' x1='#0' x2='#9' x3='#9'"
+                                              " y3='9'/>")) +
+                       QStringLiteral("<display>") +
+                       times(5000, QStringLiteral("<window node='n#' width='9' height='9'>"
+                                                  "<viewport projection='P#'/></window>")) +
+                       QStringLiteral("</display></cluster>"));
+}
+
+// What grows with the square of such a file does not end within a test run.
+void tst_zohost::screenshotOfALargeFile()
+{
+    QFETCH(QString, document);
+    QVERIFY(document.contains(QLatin1String("<node")));
+    const QString picture = m_directory->filePath(QStringLiteral("large.png"));
+    const auto process =
+        createProcess({"--module", ZO_MODULE_FILE, "--non-interactive", "--config",
+                       writeFile(QStringLiteral("large.zhpc"), document), "--screenshot", picture});
+    process->start();
+
+    QVERIFY(process->waitForFinished(LargeFileTimeoutMs));
+
+    QCOMPARE(process->exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process->exitCode(), 0);
+    QVERIFY(!QImage(picture, "PNG").isNull());
 }
 
 void tst_zohost::runningServersAreAcceptedWithoutAsking()

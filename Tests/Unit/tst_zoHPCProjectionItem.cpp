@@ -134,6 +134,9 @@ private slots:
     void asManyTilesAsMayBeAreLaidOut_data();
     void asManyTilesAsMayBeAreLaidOut();
 
+    void tilesRepeatOnlySoMuchOfTheName_data();
+    void tilesRepeatOnlySoMuchOfTheName();
+
     void cloneIsEqualButForIdentifiers();
     void cloneRenewsIdentifierOfSource();
     void cloneLosesParametersOfOtherTypes();
@@ -959,6 +962,34 @@ void tst_zoHPCProjectionItem::asManyTilesAsMayBeAreLaidOut()
     const auto item = loaded(xml);
 
     QCOMPARE(item->childCount(), tiles);
+}
+
+void tst_zoHPCProjectionItem::tilesRepeatOnlySoMuchOfTheName_data()
+{
+    QTest::addColumn<int>("tiles");
+    QTest::addColumn<int>("characters");
+    QTest::addColumn<bool>("areLaidOut");
+
+    // Ten million characters altogether.
+    QTest::newRow("all-tiles") << 100000 << 100 << true;
+    QTest::newRow("all-tiles-one-more") << 100000 << 101 << false;
+    QTest::newRow("few-tiles") << 10 << 1000000 << true;
+    QTest::newRow("few-tiles-one-more") << 10 << 1000001 << false;
+}
+
+void tst_zoHPCProjectionItem::tilesRepeatOnlySoMuchOfTheName()
+{
+    QFETCH(int, tiles);
+    QFETCH(int, characters);
+    QFETCH(bool, areLaidOut);
+    if (!areLaidOut)
+        expectMessage(QtCriticalMsg,
+                      QRegularExpression(text("^Projection n{40}\\.\\.\\. is not laid out: its tiles")));
+
+    const auto item = loaded(text("<projection name='%1' type='wall' rows='%2' columns='1'/>")
+                                 .arg(QString(characters, QLatin1Char('n')), QString::number(tiles)));
+
+    QCOMPARE(item->childCount(), areLaidOut ? tiles : 0);
 }
 
 void tst_zoHPCProjectionItem::cloneIsEqualButForIdentifiers()

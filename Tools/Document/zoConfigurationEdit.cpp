@@ -13,9 +13,10 @@
 
 #include <zoClusterTags.h>
 
-#include <QSet>
+#include <QHash>
 
 #include <algorithm>
+#include <functional>
 
 namespace
 {
@@ -86,6 +87,21 @@ QString attributeName(int column, const zoHPCTreeWidgetItem::ColumnMap& columns)
 {
     return columns.at(column);
 }
+// What was meant, looked for once for each word: [*] gives the same one to all.
+class Guesses final
+{
+public:
+    QString closest(const QString& word, const std::function<QStringList()>& names)
+    {
+        const auto known = m_guesses.constFind(word);
+        return known != m_guesses.constEnd()
+                   ? *known
+                   : *m_guesses.insert(word, zoHPCSuggestion::closest(word, names()));
+    }
+
+private:
+    QHash<QString, QString> m_guesses;
+};
 } // namespace
 
 zoConfigurationEdit::zoConfigurationEdit(zoClusterSetup& setup) : m_setup(setup), m_document(setup.document())
@@ -116,21 +132,25 @@ void zoConfigurationEdit::set(const QString& assignment)
                                              .value(0)));
         return;
     }
+    // What names others may become another one by this change.
+    m_windows.reset();
+    m_viewports.reset();
     for (const int index : target.items) {
         const zoItemPaths::Item& item = paths.item(index);
         const QString whole = zoItemPaths::attribute(item.path, target.attribute);
         if (item.isComputed)
             m_mistakes << tr("%1 is computed from the projection above it").arg(whole);
         else
-            set(item.element, item.path, target.attribute, value);
+            set(paths, index, target.attribute, value);
     }
 }
 
-void zoConfigurationEdit::set(QDomElement element, const QString& path, const QString& attribute,
+void zoConfigurationEdit::set(const zoItemPaths& paths, int index, const QString& attribute,
                               const QString& value)
 {
+    QDomElement element = paths.item(index).element;
     QString stored = value;
-    const QString whole = zoItemPaths::attribute(path, attribute);
+    const QString whole = zoItemPaths::attribute(paths.item(index).path, attribute);
     if (!accepts(element, whole, attribute, stored))
         return;
     const QString before = zoItemValues::value(element, attribute);
@@ -147,7 +167,7 @@ void zoConfigurationEdit::set(QDomElement element, const QString& path, const QS
     m_hasChanged = m_hasChanged || before != after;
     if (attribute == zoClusterTags::NameAttribute && before != after)
         rename(element, before, after);
-    m_changes.push_back({whole, path, attribute, after});
+    m_changes.push_back({whole, index, attribute, after});
 }
 
 bool zoConfigurationEdit::accepts(const QDomElement& element, const QString& path, const QString& attribute,
@@ -194,6 +214,17 @@ bool zoConfigurationEdit::accepts(const QDomElement& element, const QString& pat
     return true;
 }
 
+zoConfigurationEdit::Users zoConfigurationEdit::usersOf(const QString& kind, const QString& attribute) const
+{
+    const zoItemPaths paths(m_document.documentElement());
+    Users users;
+    for (const zoItemPaths::Item& item : paths.items()) {
+        if (item.kind == kind)
+            users[item.element.attribute(attribute)].push_back(item.element);
+    }
+    return users;
+}
+
 // Windows and viewports go on naming what they named.
 void zoConfigurationEdit::rename(const QDomElement& element, const QString& before, const QString& after)
 {
@@ -201,16 +232,23 @@ void zoConfigurationEdit::rename(const QDomElement& element, const QString& befo
     const QString attribute =
         isNode ? attributeName(zoHPCWindowItem::Node, zoHPCWindowItem::columns())
                : attributeName(zoHPCViewportItem::Projection, zoHPCViewportItem::columns());
-    const zoItemPaths paths(m_document.documentElement());
-    for (const zoItemPaths::Item& item : paths.items()) {
-        if (item.kind != (isNode ? zoClusterTags::Window : zoClusterTags::Viewport))
-            continue;
-        QDomElement user = item.element;
-        const QString named = user.attribute(attribute);
-        if (named == before)
-            user.setAttribute(attribute, after);
-        else if (!isNode && named.startsWith(before + QLatin1Char(' ')))
-            user.setAttribute(attribute, after + named.mid(before.size()));
+    std::optional<Users>& known = isNode ? m_windows : m_viewports;
+    if (!known)
+        known = usersOf(isNode ? zoClusterTags::Window : zoClusterTags::Viewport, attribute);
+    // Tiles and walls have the name of their projection before a blank: they stand behind it in the map.
+    const QString part = before + QLatin1Char(' ');
+    QStringList names;
+    if (known->contains(before))
+        names << before;
+    for (auto i = known->lowerBound(part); !isNode && i != known->end() && i.key().startsWith(part); ++i)
+        names << i.key();
+    for (const QString& name : qAsConst(names)) {
+        const std::vector<QDomElement> users = known->take(name);
+        const QString renamed = after + name.mid(before.size());
+        for (QDomElement user : users)
+            user.setAttribute(attribute, renamed);
+        std::vector<QDomElement>& others = (*known)[renamed];
+        others.insert(others.end(), users.begin(), users.end());
     }
 }
 
@@ -227,24 +265,20 @@ void zoConfigurationEdit::finish()
 void zoConfigurationEdit::checkThatChangesStay(const QDomElement& root)
 {
     // Names may have changed: items keep their places.
-    const zoItemPaths before(m_setup.document().documentElement());
     const zoItemPaths after(root);
+    if (after.items().size() != zoItemPaths(m_document.documentElement()).items().size())
+        return;
+    QHash<QString, QString> last; // values by path: only the last one has to stay
+    for (const Change& change : m_changes)
+        last.insert(change.path, change.value);
     for (const Change& change : m_changes) {
-        const int index = before.indexOf(change.item);
-        if (index < 0 || before.items().size() != after.items().size())
-            continue;
-        const QString value = zoItemValues::value(after.item(index).element, change.attribute);
+        const QString value = zoItemValues::value(after.item(change.item).element, change.attribute);
         // What shows nothing is told with what it should show.
         const bool isProjection =
             change.attribute == attributeName(zoHPCViewportItem::Projection, zoHPCViewportItem::columns());
-        if (isProjection && value.isEmpty())
+        if ((isProjection && value.isEmpty()) || value == change.value)
             continue;
-        if (value == change.value)
-            continue;
-        const bool isLater = std::any_of(m_changes.begin(), m_changes.end(), [&](const Change& other) {
-            return other.path == change.path && other.value != change.value;
-        });
-        if (!isLater)
+        if (last.value(change.path) == change.value)
             m_mistakes
                 << tr("%1: \"%2\" would not stay, but become \"%3\"").arg(change.path, change.value, value);
     }
@@ -255,6 +289,8 @@ void zoConfigurationEdit::checkReferences(const QDomElement& root, zoClusterSetu
     const QString projection = attributeName(zoHPCViewportItem::Projection, zoHPCViewportItem::columns());
     const zoItemPaths asked(m_document.documentElement());
     const zoItemPaths read(root);
+    Guesses projections;
+    Guesses nodes;
     for (const zoItemPaths::Item& item : asked.items()) {
         if (item.kind != zoClusterTags::Viewport)
             continue;
@@ -262,12 +298,14 @@ void zoConfigurationEdit::checkReferences(const QDomElement& root, zoClusterSetu
         const int index = read.indexOf(item.path);
         if (index < 0 || !read.item(index).element.attribute(projection).isEmpty() || shown.isEmpty())
             continue;
-        QStringList names;
-        for (const zoItemPaths::Item& other : read.items()) {
-            if (other.kind == zoClusterTags::Projection)
-                names << other.name;
-        }
-        const QString guess = zoHPCSuggestion::closest(shown, names);
+        const QString guess = projections.closest(shown, [&] {
+            QStringList names;
+            for (const zoItemPaths::Item& other : read.items()) {
+                if (other.kind == zoClusterTags::Projection)
+                    names << other.name;
+            }
+            return names;
+        });
         m_mistakes << tr("%1 shows \"%2\", which is not there%3")
                           .arg(item.path, shown,
                                guess.isEmpty() ? QString() : tr("; did you mean \"%1\"?").arg(guess));
@@ -281,10 +319,12 @@ void zoConfigurationEdit::checkReferences(const QDomElement& root, zoClusterSetu
         const bool isOther = before.windows()[i].node != window.node;
         if (window.nodeIndex != zoHPCLayout::None || window.node.isEmpty() || (!wasGood && !isOther))
             continue;
-        QStringList names;
-        for (const zoHPCLayout::Node& node : after.nodes())
-            names << node.name;
-        const QString guess = zoHPCSuggestion::closest(window.node, names);
+        const QString guess = nodes.closest(window.node, [&] {
+            QStringList names;
+            for (const zoHPCLayout::Node& node : after.nodes())
+                names << node.name;
+            return names;
+        });
         m_mistakes << tr("%1 names the node \"%2\", which is not there%3")
                           .arg(zoItemPaths::window(window.display, window.number), window.node,
                                guess.isEmpty() ? QString() : tr("; did you mean \"%1\"?").arg(guess));

@@ -266,8 +266,11 @@ bool zoDrawCommand::draw(Drawing& drawing, const QString& subject, const QString
     zoPictureSheet sheet(picture, request.hasTitle ? request.title : title,
                          isNetwork ? QStringList() : drawing.sizes);
     QSize size = fit(sheet, request.size);
-    if (!sheet.isReadable(QRectF(QPointF(0.0, 0.0), size)) && !isNetwork) {
-        sheet.addLines(isRoom ? hostsOfTiles(drawing.room) : QStringList(hostsInOrder(drawing.screens)));
+    if (!sheet.isReadable(QRectF(QPointF(0.0, 0.0), size))) {
+        sheet.addLines(isNetwork
+                           ? QStringList(tr("Not all names have room on a sheet of this size (see --size)."))
+                       : isRoom ? hostsOfTiles(drawing.room)
+                                : QStringList(hostsInOrder(drawing.screens)));
         drawing.screens.setIsNumbered(true);
         sheet.fit(QRectF(QPointF(0.0, 0.0), size));
     }

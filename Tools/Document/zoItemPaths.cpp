@@ -239,9 +239,10 @@ QString zoItemPaths::missing(const Step& step, const std::vector<int>& scopes) c
     QStringList known;
     if (isOne && !step.hasKey)
         known << attributesOf(item(scopes.front()).element);
+    int next = 0; // networks hold networks: each item once
     for (const int scope : scopes) {
-        for (int i = scope + 1; i < item(scope).end; ++i) {
-            const Item& candidate = item(i);
+        for (next = std::max(next, scope + 1); next < item(scope).end; ++next) {
+            const Item& candidate = item(next);
             if (!candidate.name.isEmpty() && (!step.hasKey || candidate.kind == step.kind))
                 known << candidate.name;
         }

@@ -2,6 +2,7 @@
 
 #include "zoHPCPictureStyle.h"
 
+#include <QCoreApplication>
 #include <QFontMetricsF>
 #include <QPainter>
 
@@ -36,9 +37,11 @@ QStringList zoPictureSheet::shownLines(const QRectF& area) const
     // The picture keeps the larger part.
     const int most = std::max(0, int(area.height() * 0.4 / s_lineHeight));
     QStringList result;
+    int begun = 0; // of the lines
     for (const QString& line : m_lines) {
         if (result.size() >= most)
             break;
+        ++begun;
         QString shown;
         const QStringList words = line.split(QLatin1Char(' '));
         for (const QString& word : words) {
@@ -56,6 +59,10 @@ QStringList zoPictureSheet::shownLines(const QRectF& area) const
     }
     while (result.size() > most)
         result.removeLast();
+    // That there is more is told in place of the last line.
+    if (begun < m_lines.size() && !result.isEmpty())
+        result.last() = QCoreApplication::translate("zoPictureSheet", "... and %1 more lines")
+                            .arg(m_lines.size() - begun + 1);
     return result;
 }
 

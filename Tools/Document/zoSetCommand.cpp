@@ -3,7 +3,6 @@
 #include "zoClusterSetup.h"
 #include "zoConfigurationEdit.h"
 #include "zoConsole.h"
-#include "zoDocumentLosses.h"
 
 QString zoSetCommand::description() const
 {
@@ -40,6 +39,14 @@ void zoSetCommand::addArguments(QCommandLineParser& parser) const
                                  QStringLiteral("PATH=VALUE..."));
 }
 
+QVector<zoDocumentLosses::Loss> zoSetCommand::lossesOf(const zoClusterSetup& setup)
+{
+    const QString canonical = setup.text();
+    if (setup.file().bytes == canonical.toUtf8())
+        return {};
+    return zoDocumentLosses::ofFormat(setup.source(), canonical);
+}
+
 int zoSetCommand::execute(const QCommandLineParser& parser)
 {
     QStringList changes = parser.positionalArguments();
@@ -58,25 +65,23 @@ int zoSetCommand::execute(const QCommandLineParser& parser)
     zoConfigurationEdit edit(setup);
     for (const QString& change : qAsConst(changes))
         edit.set(change);
+    const bool isSame = zoTextFile::isSameFile(file, output);
+    // Before the new text is made: of a deep tree both are hundreds of megabytes.
+    QVector<zoDocumentLosses::Loss> losses;
+    if (edit.mistakes().isEmpty() && !(isSame && !edit.hasChanged()))
+        losses = lossesOf(setup);
     if (edit.mistakes().isEmpty())
         edit.finish();
     for (const QString& mistake : edit.mistakes())
         zoConsole::printError(QStringLiteral("%1: %2").arg(file, mistake));
     if (!edit.mistakes().isEmpty())
         return zoConsole::Unusable;
-    const bool isSame = zoTextFile::isSameFile(file, output);
     if (isSame && !edit.hasChanged())
         return zoConsole::Fine;
 
-    bool isLosing = setup.file().isCut;
-    const QString canonical = setup.text();
-    if (setup.file().bytes != canonical.toUtf8()) {
-        const QVector<zoDocumentLosses::Loss> losses = zoDocumentLosses::ofFormat(setup.source(), canonical);
-        for (const zoDocumentLosses::Loss& loss : losses) {
-            zoConsole::printError(file, loss.line, loss.column, loss.text);
-            isLosing = true;
-        }
-    }
+    for (const zoDocumentLosses::Loss& loss : qAsConst(losses))
+        zoConsole::printError(file, loss.line, loss.column, loss.text);
+    const bool isLosing = setup.file().isCut || !losses.isEmpty();
     if (setup.file().isCut)
         zoConsole::printError(file, setup.file().cutLine, setup.file().cutColumn,
                               zoDocumentLosses::cutText());

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "zoCommand.h"
+#include "zoDocumentLosses.h"
+
+class zoClusterSetup;
 
 // "set": changes values of a configuration by their paths, all of them or none.
 class zoSetCommand final : public zoCommand
@@ -12,4 +15,8 @@ protected:
     QStringList examples() const override;
     void addArguments(QCommandLineParser& parser) const override;
     int execute(const QCommandLineParser& parser) override;
+
+private:
+    // What the canonical text of the file has no place for.
+    static QVector<zoDocumentLosses::Loss> lossesOf(const zoClusterSetup& setup);
 };

@@ -182,14 +182,18 @@ void zoHPCDisplaySetup::read(const QDomDocument& document)
     QList<QTreeWidgetItem*> projections;
     // A kilobyte may ask for a dozen of walls, each as large as one may be.
     int tilesLeft = zoHPCProjectionItem::MaximumTiles;
+    qint64 charactersLeft = zoHPCProjectionItem::MaximumNameCharacters;
     for (QDomElement element = root.firstChildElement(projectionTag); !element.isNull();
          element = element.nextSiblingElement(projectionTag)) {
         auto projection =
             std::make_unique<zoHPCProjectionItem>(QString::fromLatin1(""), zoHPCProjectionType::Kind::Wall);
-        projection->setTileLimit(tilesLeft);
+        projection->setTileLimit(tilesLeft, charactersLeft);
         projection->fromXML(element);
         tilesLeft -= projection->childCount();
-        projection->setTileLimit(zoHPCProjectionItem::MaximumTiles);
+        charactersLeft -=
+            qint64(projection->childCount()) * projection->getString(zoHPCProjectionItem::Name).size();
+        projection->setTileLimit(zoHPCProjectionItem::MaximumTiles,
+                                 zoHPCProjectionItem::MaximumNameCharacters);
         projections.append(projection.release());
     }
     m_projectionRoot->addChildren(projections);

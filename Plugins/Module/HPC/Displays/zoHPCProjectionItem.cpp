@@ -378,8 +378,19 @@ bool zoHPCProjectionItem::hasTooManyTiles(int planes) const
 {
     const qint64 rows = getInt(Rows);
     const qint64 columns = getInt(Columns);
-    if (rows < 1 || columns < 1 || planes < 1 || rows * columns <= m_tileLimit / planes)
+    if (rows < 1 || columns < 1 || planes < 1)
         return false;
+    if (rows * columns <= m_tileLimit / planes) {
+        if (rows * columns * planes * getString(Name).size() <= m_nameLimit)
+            return false;
+        zoLog::error(
+            "%s",
+            qUtf8Printable(QCoreApplication::translate(
+                               "zoHPCProjectionItem",
+                               "Projection %1... is not laid out: its tiles would repeat too long a name.")
+                               .arg(getString(Name).left(40))));
+        return true;
+    }
     zoLog::error("%s",
                  qUtf8Printable(
                      QCoreApplication::translate(

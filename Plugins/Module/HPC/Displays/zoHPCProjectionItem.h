@@ -13,6 +13,8 @@ public:
     // A damaged document may ask for any number of tiles. Beyond this many in one projection update() logs an
     // error and generates none. Those of one document share it, see setTileLimit().
     static constexpr int MaximumTiles = 100000;
+    // Each tile has the name of its projection in its own: what these have altogether is limited in the same way.
+    static constexpr qint64 MaximumNameCharacters = 10 * 1000 * 1000;
 
     // Not that of QTreeWidgetItem.
     using zoHPCProjectionColumns::Type;
@@ -30,8 +32,13 @@ public:
     zoHPCPlane plane() const;
     void setPlane(const zoHPCPlane& plane);
 
-    // How many tiles update() generates at most; MaximumTiles where nobody says less.
-    void setTileLimit(int limit) { m_tileLimit = limit; }
+    // How many tiles update() generates at most, and how many characters of the projection's name these repeat; the
+    // maxima where nobody says less.
+    void setTileLimit(int tiles, qint64 nameCharacters)
+    {
+        m_tileLimit = tiles;
+        m_nameLimit = nameCharacters;
+    }
 
     void setName(const QString& name);
     // Does not regenerate the children; call update().
@@ -74,4 +81,5 @@ private:
     bool hasTooManyTiles(int planes) const;
 
     int m_tileLimit = MaximumTiles;
+    qint64 m_nameLimit = MaximumNameCharacters;
 };
