@@ -1487,6 +1487,14 @@ auch wenn die Server dann instabil sein können?</translation>
         <source>Display %1 has an eye separation of %2 mm and display %3 of the same user one above 0: one of them shows each eye the picture of the other.</source>
         <translation>Anzeige %1 hat einen Augenabstand von %2 mm und Anzeige %3 desselben Benutzers einen über 0: Eine von beiden zeigt jedem Auge das Bild des anderen.</translation>
     </message>
+    <message>
+        <source>&quot;%1...&quot; has a name of %2 characters, too long to be in that of each tile: it shows nothing. Give it a shorter one.</source>
+        <translation>„%1...“ hat einen Namen von %2 Zeichen, zu lang für die Namen der Kacheln: Sie zeigt nichts. Geben Sie ihr einen kürzeren.</translation>
+    </message>
+    <message>
+        <source>Display %1 has an eye separation of %2 mm, below 0: each eye sees the picture of the other, which is right where the projectors or the glasses are swapped.</source>
+        <translation>Anzeige %1 hat einen Augenabstand von %2 mm, unter 0: Jedes Auge sieht das Bild des anderen. Das ist richtig, wo Projektoren oder Brillen vertauscht sind.</translation>
+    </message>
 </context>
 <context>
     <name>zoHPCProblemsView</name>
@@ -1512,6 +1520,10 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>Projection %1 with %2 x %3 tiles is not laid out: at most %4 tiles are supported.</source>
         <translation>Projektion %1 mit %2 x %3 Kacheln wird nicht aufgeteilt: höchstens %4 Kacheln sind möglich.</translation>
+    </message>
+    <message>
+        <source>Projection %1... is not laid out: its tiles would repeat too long a name.</source>
+        <translation>Projektion %1... wird nicht aufgeteilt: Ihre Kacheln würden einen zu langen Namen wiederholen.</translation>
     </message>
 </context>
 <context>

@@ -25,6 +25,7 @@ private slots:
     void unusableFileDoesNotHideTheOthers();
     void noFileIsWrongUsage();
     void codeIsExplained();
+    void codesAreListed();
     void unknownCodeIsWrongUsage();
     void textAfterANulIsTold();
 
@@ -203,6 +204,25 @@ void tst_zohpcCheck::codeIsExplained()
     QVERIFY(run.output.startsWith("### duplicate-host-name\n\n**Warning.** "));
     QVERIFY(run.output.contains("On the wall: ") && run.output.simplified().contains("Mend it: "));
     QCOMPARE(run.output.count("###"), 1);
+}
+
+void tst_zohpcCheck::codesAreListed()
+{
+    const zoCommandRun run = zoCommandRun::zohpc({"check", "--explain"});
+
+    QCOMPARE(run.errors, QByteArray());
+    QCOMPARE(run.exitCode, 0);
+    QVERIFY(run.output.contains("\nwall-in-metres                  warning: A wall of a few millimetres\n"));
+    QVERIFY(run.output.contains("\nswapped-eyes                    note: An eye separation below 0\n"));
+    QList<QByteArray> lines = run.output.split('\n');
+    QCOMPARE(lines.takeLast(), QByteArray());
+    QVERIFY(lines.size() > 40);
+    // Each one is explained.
+    for (int i : {0, 1, lines.size() - 1}) {
+        const QString code = QString::fromUtf8(lines.at(i).split(' ').first());
+        QCOMPARE(zoCommandRun::zohpc({"check", "--explain", code}).exitCode, 0);
+    }
+    QCOMPARE(zoCommandRun::zohpc({"check", "--explain="}).output, run.output);
 }
 
 void tst_zohpcCheck::unknownCodeIsWrongUsage()

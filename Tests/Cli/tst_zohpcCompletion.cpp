@@ -103,6 +103,8 @@ void tst_zohpcCompletion::wordIsCompleted_data()
         first << command.section(QLatin1Char(' '), 0, 0);
     first.removeDuplicates();
     QTest::newRow("first-word") << QStringList{""} << first + QStringList{"help", "--help", "--version"};
+    QTest::newRow("code-of-a-problem")
+        << QStringList{"check", "--explain", "wall-"} << QStringList{"wall-in-metres"};
     QTest::newRow("begun-word") << QStringList{"c"} << QStringList{"check", "convert"};
     QTest::newRow("word-after-help") << QStringList{"help", ""} << first;
     QTest::newRow("second-word-of-a-command")

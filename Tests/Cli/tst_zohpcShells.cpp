@@ -103,6 +103,8 @@ void tst_zohpcShells::wordIsCompleted_data()
             << shell << QStringList{"draw", "--picture", ""} << QStringList{"room", "screens", "network"};
         QTest::addRow("%s-value-that-is-no-file", shell)
             << shell << QStringList{"draw", "--size", ""} << QStringList();
+        QTest::addRow("%s-code-of-a-problem", shell)
+            << shell << QStringList{"check", "--explain", "wall-"} << QStringList{"wall-in-metres"};
         QTest::addRow("%s-hosts-text-is-no-file", shell)
             << shell << QStringList{"hosts", "fold", ""} << QStringList();
     }

@@ -43,6 +43,8 @@ private slots:
     void overlapOfACave();
     void overlapInPixels_data();
     void overlapInPixels();
+    void overlapOfScreensOfUnknownSize_data();
+    void overlapOfScreensOfUnknownSize();
 
 private:
     static QStringList texts(const List& problems);
@@ -395,7 +397,9 @@ void tst_zoHPCProjectionChecks::overlapInPixels_data()
     QTest::newRow("below-a-tile") << 1919.0 << false << false;
     QTest::newRow("a-tile") << 1920.0 << false << true;
     QTest::newRow("many-tiles") << 9000.0 << false << true;
-    QTest::newRow("a-screen-may-be-larger") << 1920.0 << true << false;
+    // A window that fills its screen has the size of the screen, as "zohpc new" writes it.
+    QTest::newRow("below-a-screen") << 1919.0 << true << false;
+    QTest::newRow("a-screen") << 1920.0 << true << true;
     QTest::newRow("no-screen-is-so-large") << 20000.0 << true << true;
     QTest::newRow("gaps-may-be-wide") << -5000.0 << false << false;
 }
@@ -414,6 +418,39 @@ void tst_zoHPCProjectionChecks::overlapInPixels()
         setup.addWindowAt(QStringLiteral("n"), QStringLiteral("0"), 0, 0, 1920, 1080);
     setup.addViewport(window, QStringLiteral("wall row:1 col:1"), QStringLiteral("mono"));
     window->setBool(zoHPCWindowItem::FullScreen, isFullScreen);
+
+    QCOMPARE(!zoHPCProjectionChecks::overlapsWiderThanTiles(setup.layout()).empty(), tooWide);
+}
+
+void tst_zoHPCProjectionChecks::overlapOfScreensOfUnknownSize_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<double>("overlap");
+    QTest::addColumn<bool>("tooWide");
+
+    const QSize made(1280, 1024); // what a new window has
+    QTest::newRow("never-told") << made << 2000.0 << false;
+    QTest::newRow("never-told-and-too-wide-for-any") << made << 16384.0 << true;
+    QTest::newRow("told") << made + QSize(0, 1) << 2000.0 << true;
+    // The screen may be larger after all: half of the tile is judged in windows alone.
+    QTest::newRow("more-than-half") << QSize(1920, 1080) << 1000.0 << false;
+}
+
+void tst_zoHPCProjectionChecks::overlapOfScreensOfUnknownSize()
+{
+    QFETCH(QSize, size);
+    QFETCH(double, overlap);
+    QFETCH(bool, tooWide);
+    zoHPCSetup setup;
+    zoHPCProjectionItem* const wall = setup.addProjection(QStringLiteral("wall"), QStringLiteral("wall"));
+    wall->setInt(P::Columns, 3);
+    wall->setDouble(P::OverlapX, overlap);
+    wall->setBool(P::EdgeBlending, size != QSize(1280, 1024));
+    wall->update();
+    zoHPCWindowItem* const window =
+        setup.addWindowAt(QStringLiteral("n"), QStringLiteral("0"), 0, 0, size.width(), size.height());
+    setup.addViewport(window, QStringLiteral("wall row:1 col:1"), QStringLiteral("mono"));
+    window->setBool(zoHPCWindowItem::FullScreen, true);
 
     QCOMPARE(!zoHPCProjectionChecks::overlapsWiderThanTiles(setup.layout()).empty(), tooWide);
 }

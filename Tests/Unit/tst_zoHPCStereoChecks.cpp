@@ -122,20 +122,24 @@ void tst_zoHPCStereoChecks::signsDiffer_data()
 {
     QTest::addColumn<QVector<double>>("separations");
     QTest::addColumn<QVector<int>>("told");
+    QTest::addColumn<QVector<int>>("noted"); // of those that may be meant so
 
-    QTest::newRow("alike") << QVector<double>{65, 65} << QVector<int>{};
-    QTest::newRow("sizes-differ") << QVector<double>{65, 63} << QVector<int>{};
-    QTest::newRow("all-swapped") << QVector<double>{-65, -65} << QVector<int>{};
-    QTest::newRow("second") << QVector<double>{65, -65} << QVector<int>{1};
-    QTest::newRow("first") << QVector<double>{-65, 65} << QVector<int>{0};
-    QTest::newRow("two-of-three") << QVector<double>{-65, 65, -65} << QVector<int>{0, 2};
-    QTest::newRow("none-and-swapped") << QVector<double>{0, -65} << QVector<int>{};
+    using Which = QVector<int>;
+    QTest::newRow("alike") << QVector<double>{65, 65} << Which{} << Which{};
+    QTest::newRow("sizes-differ") << QVector<double>{65, 63} << Which{} << Which{};
+    QTest::newRow("single-swapped") << QVector<double>{-65} << Which{} << Which{0};
+    QTest::newRow("all-swapped") << QVector<double>{-65, -65} << Which{} << Which{0, 1};
+    QTest::newRow("second") << QVector<double>{65, -65} << Which{1} << Which{};
+    QTest::newRow("first") << QVector<double>{-65, 65} << Which{0} << Which{};
+    QTest::newRow("two-of-three") << QVector<double>{-65, 65, -65} << Which{0, 2} << Which{};
+    QTest::newRow("none-and-swapped") << QVector<double>{0, -65} << Which{} << Which{1};
 }
 
 void tst_zoHPCStereoChecks::signsDiffer()
 {
     QFETCH(QVector<double>, separations);
     QFETCH(QVector<int>, told);
+    QFETCH(QVector<int>, noted);
     zoHPCSetup setup;
     for (int i = 0; i < separations.size(); ++i) {
         zoHPCDisplayItem* const display = i == 0 ? setup.display() : setup.addDisplay(QStringLiteral("1"));
@@ -144,14 +148,20 @@ void tst_zoHPCStereoChecks::signsDiffer()
     }
 
     const List problems = zoHPCStereoChecks::unlikeEyeSeparations(setup.layout());
+    const List notes = zoHPCStereoChecks::swappedEyes(setup.layout());
 
-    QVector<int> displays;
-    for (const zoHPCProblem& problem : problems) {
-        displays << setup.displays.indexOfTopLevelItem(problem.item);
-        problem.fix();
-    }
-    QCOMPARE(displays, told);
+    const auto displaysOf = [&](const List& list) {
+        QVector<int> displays;
+        for (const zoHPCProblem& problem : list) {
+            displays << setup.displays.indexOfTopLevelItem(problem.item);
+            problem.fix();
+        }
+        return displays;
+    };
+    QCOMPARE(displaysOf(problems), told);
+    QCOMPARE(displaysOf(notes), noted);
     QVERIFY(zoHPCStereoChecks::unlikeEyeSeparations(setup.layout()).empty());
+    QVERIFY(zoHPCStereoChecks::swappedEyes(setup.layout()).empty());
 }
 
 void tst_zoHPCStereoChecks::usersMayHaveUnlikeEyes()

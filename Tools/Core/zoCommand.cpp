@@ -15,7 +15,11 @@ int zoCommand::run(const QString& name, const QStringList& arguments)
     parser.addOption({{QStringLiteral("h"), QStringLiteral("help")}, tr("Show this help.")});
     addArguments(parser);
 
-    if (!parser.parse(QStringList(QStringLiteral("zohpc")) + arguments))
+    QStringList words = arguments;
+    // The parser knows no option whose value may be left out.
+    if (!words.isEmpty() && optionsWithoutValue().contains(words.constLast()))
+        words << QString();
+    if (!parser.parse(QStringList(QStringLiteral("zohpc")) + words))
         return usageError(parser.errorText() + meantOption(parser, arguments));
     if (parser.isSet(QStringLiteral("help"))) {
         return zoConsole::write(helpText(parser).toUtf8()) ? zoConsole::Fine : zoConsole::Unusable;

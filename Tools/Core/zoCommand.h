@@ -25,6 +25,8 @@ protected:
     // One example per entry: the command line, then a tab and what it does.
     virtual QStringList examples() const = 0;
     virtual void addArguments(QCommandLineParser& parser) const = 0;
+    // Options such as "--explain" that may be the last word without their value, which is empty then.
+    virtual QStringList optionsWithoutValue() const { return {}; }
     virtual int execute(const QCommandLineParser& parser) = 0;
 
     // Of the command that runs.

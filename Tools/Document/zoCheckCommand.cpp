@@ -53,7 +53,7 @@ void zoCheckCommand::addArguments(QCommandLineParser& parser) const
 {
     parser.addOption({QStringLiteral("explain"),
                       tr("Tell what a problem means on the wall and how to mend it, by the code that stands "
-                         "behind each message."),
+                         "behind each message; without <CODE> the codes and titles of all problems."),
                       tr("CODE")});
     parser.addOption(
         {QStringLiteral("json"), tr("Write JSON: a list of objects with \"file\", \"line\", "
@@ -62,10 +62,17 @@ void zoCheckCommand::addArguments(QCommandLineParser& parser) const
                                  QStringLiteral("FILE..."));
 }
 
+QStringList zoCheckCommand::optionsWithoutValue() const
+{
+    return {QStringLiteral("--explain")};
+}
+
 int zoCheckCommand::execute(const QCommandLineParser& parser)
 {
-    if (parser.isSet(QStringLiteral("explain")))
-        return explain(parser.value(QStringLiteral("explain")));
+    if (parser.isSet(QStringLiteral("explain"))) {
+        const QString code = parser.value(QStringLiteral("explain"));
+        return code.isEmpty() ? listCodes() : explain(code);
+    }
     const QStringList files = parser.positionalArguments();
     if (files.isEmpty())
         return usageError(tr("no file given"));
@@ -93,6 +100,20 @@ int zoCheckCommand::execute(const QCommandLineParser& parser)
     if (!zoConsole::write(isJson ? zoJson::text(list) : text))
         return zoConsole::Unusable;
     return result;
+}
+
+int zoCheckCommand::listCodes()
+{
+    QByteArray text;
+    for (int i = 0; i < zoHPCProblem::kindCount(); ++i) {
+        const auto kind = zoHPCProblem::Kind(i);
+        text +=
+            QStringLiteral("%1  %2: %3\n")
+                .arg(zoHPCProblem::kindName(kind), -30)
+                .arg(zoHPCProblem::severityName(zoHPCProblem::severityOf(kind)), zoHPCProblem::titleOf(kind))
+                .toUtf8();
+    }
+    return zoConsole::write(text) ? zoConsole::Fine : zoConsole::Unusable;
 }
 
 int zoCheckCommand::explain(const QString& code) const

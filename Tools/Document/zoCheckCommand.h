@@ -11,9 +11,12 @@ protected:
     QString description() const override;
     QStringList examples() const override;
     void addArguments(QCommandLineParser& parser) const override;
+    QStringList optionsWithoutValue() const override;
     int execute(const QCommandLineParser& parser) override;
 
 private:
+    // Prints the code, severity and title of each problem; returns the exit code.
+    static int listCodes();
     // Prints the section of the manual about a problem; returns the exit code.
     int explain(const QString& code) const;
 };

@@ -38,6 +38,8 @@ function __zohpc_complete
         if test -n "$value"; and contains -- $previous $option $short
             if string match -q 'file*' -- $value
                 __fish_complete_path $current
+            else if test "$value" = CODE
+                $program (string split ' ' -- $command) $option 2>/dev/null | string replace -r ' .*' ''
             else if string match -q '*|*' -- $value
                 string split '|' -- $value
             end

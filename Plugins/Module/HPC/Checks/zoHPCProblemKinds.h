@@ -63,6 +63,8 @@
         Displays, Displays, zoHPCStereoChecks::noEyeSeparations)                                             \
     ROW(UnlikeEyeSeparations, "unlike-eye-separations", Warning, "eyeseparation",                            \
         "Eye separations of unlike sign", Displays, Displays, zoHPCStereoChecks::unlikeEyeSeparations)       \
+    ROW(SwappedEyes, "swapped-eyes", Note, "eyeseparation", "An eye separation below 0", Displays, Displays, \
+        zoHPCStereoChecks::swappedEyes)                                                                      \
     ROW(DegeneratePlane, "degenerate-plane", Error, "", "A plane without area", Displays, Displays,          \
         zoHPCPlaneChecks::degeneratePlanes)                                                                  \
     ROW(SkewedPlane, "skewed-plane", Warning, "", "A plane whose corner is no right angle", Displays,        \

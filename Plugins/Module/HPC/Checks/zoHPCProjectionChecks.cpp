@@ -3,6 +3,7 @@
 #include "zoHPCLayout.h"
 #include "zoHPCProjectionItem.h"
 #include "zoHPCViewportItem.h"
+#include "zoHPCWindowItem.h"
 
 #include <QHash>
 
@@ -173,16 +174,24 @@ std::vector<Direction> directionsOf(const zoHPCProjectionItem& item)
     return result;
 }
 
-// The smallest tile of each wall in pixels, by top-level row.
-QHash<int, QSizeF> smallestTiles(const zoHPCLayout& layout)
+// A name that MaximumTiles tiles may have in theirs.
+constexpr int LongName = int(P::MaximumNameCharacters / P::MaximumTiles);
+
+// The smallest tile of each wall in pixels, by top-level row: in windows that fill their screen, or in the others. One
+// that fills its screen keeps the size that it was given before, mostly that of the screen.
+QHash<int, QSizeF> smallestTiles(const zoHPCLayout& layout, bool isFullScreen)
 {
+    // Every window has the size of a new one until somebody gives it another.
+    const zoHPCWindowItem made;
+    const QSizeF unsaid(made.getInt(zoHPCWindowItem::Width), made.getInt(zoHPCWindowItem::Height));
     QHash<int, QSizeF> tiles;
     for (const zoHPCLayout::Viewport& viewport : layout.viewports()) {
         if (viewport.projection == zoHPCLayout::None || viewport.window == zoHPCLayout::None)
             continue;
         const Projection& shown = layout.projections()[static_cast<size_t>(viewport.projection)];
         const zoHPCLayout::Window& window = layout.windows()[static_cast<size_t>(viewport.window)];
-        if (isTopLevel(shown) || !shown.isTile || window.isFullScreen || window.geometry.isEmpty())
+        if (isTopLevel(shown) || !shown.isTile || window.isFullScreen != isFullScreen ||
+            window.geometry.isEmpty() || (isFullScreen && window.geometry.size() == unsaid))
             continue;
         const QSizeF size(window.geometry.width() * viewport.area.width(),
                           window.geometry.height() * viewport.area.height());
@@ -294,6 +303,16 @@ zoHPCProblem::List zoHPCProjectionChecks::projectionsWithoutTiles(const zoHPCLay
             continue;
         const int rows = item->getInt(P::Rows);
         const int columns = item->getInt(P::Columns);
+        if (rows > 0 && columns > 0 && qint64(rows) * columns <= P::MaximumTiles &&
+            projection.name().size() > LongName) {
+            problems.emplace_back(
+                Kind::ProjectionWithoutTiles, item,
+                tr("\"%1...\" has a name of %2 characters, too long to be in that of each tile: it shows "
+                   "nothing. "
+                   "Give it a shorter one.")
+                    .arg(projection.name().left(40), QString::number(projection.name().size())));
+            continue;
+        }
         if (rows > 0 && columns > 0) {
             problems.emplace_back(
                 Kind::ProjectionWithoutTiles, item,
@@ -321,7 +340,8 @@ zoHPCProblem::List zoHPCProjectionChecks::projectionsWithoutTiles(const zoHPCLay
 
 zoHPCProblem::List zoHPCProjectionChecks::overlapsWiderThanTiles(const zoHPCLayout& layout)
 {
-    const QHash<int, QSizeF> tiles = smallestTiles(layout);
+    const QHash<int, QSizeF> tiles = smallestTiles(layout, false);
+    const QHash<int, QSizeF> screens = smallestTiles(layout, true);
     zoHPCProblem::List problems;
     for (size_t i = 0; i < layout.projections().size(); ++i) {
         const Projection& projection = layout.projections()[i];
@@ -330,9 +350,13 @@ zoHPCProblem::List zoHPCProjectionChecks::overlapsWiderThanTiles(const zoHPCLayo
             continue;
         std::vector<Direction> directions = directionsOf(item);
         if (item.kind() == TypeKind::Wall) {
-            const QSizeF tile = tiles.value(static_cast<int>(i), QSizeF(LargestTile, LargestTile));
+            const auto row = static_cast<int>(i);
+            // A screen may be larger than its window says: bands that are wide then are no mistake yet.
+            const bool isSaid = !tiles.contains(row) && screens.contains(row);
+            const QSizeF tile =
+                isSaid ? screens.value(row) : tiles.value(row, QSizeF(LargestTile, LargestTile));
             const auto direction = [&](int count, double overlap, double size) {
-                return Direction{count, overlap, size, item.getBool(P::EdgeBlending)};
+                return Direction{count, overlap, size, !isSaid && item.getBool(P::EdgeBlending)};
             };
             for (const Direction& one :
                  {direction(item.getInt(P::Columns), item.getDouble(P::OverlapX), tile.width()),

@@ -15,7 +15,7 @@ class zoHPCProjectionChecks final
 public:
     // Where blended bands of both edges of a tile would meet, in tiles.
     static constexpr double LargestBlendedOverlap = 0.5;
-    // No screen has more pixels side by side: what a tile in full screen has at most.
+    // No screen has more pixels side by side: what a tile in full screen has at most, where nothing tells its size.
     static constexpr double LargestTile = 16384.0;
 
     // Whether it is a wall, a cave or of an unknown type, and has no tile to show.
@@ -29,6 +29,7 @@ public:
     // No rows, no columns or too many of both.
     static zoHPCProblem::List projectionsWithoutTiles(const zoHPCLayout& layout);
     // Overlaps that leave no step from one tile to the next, bezels that leave no tile, and blended bands that cross
-    // each other. Of walls in pixels, as far as the sizes of windows tell those of tiles.
+    // each other. Of walls in pixels, as far as the sizes of windows tell those of tiles; of windows that fill their
+    // screen, sizes that somebody gave them, and no overlap below a whole tile.
     static zoHPCProblem::List overlapsWiderThanTiles(const zoHPCLayout& layout);
 };

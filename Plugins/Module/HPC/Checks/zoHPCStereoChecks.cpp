@@ -53,6 +53,22 @@ std::vector<Display> displaysOf(const zoHPCLayout& layout)
     return displays;
 }
 
+QString userOf(const Display& display)
+{
+    return display.item->getString(zoHPCDisplayItem::User);
+}
+
+// By user: the number of the first display in stereo with an eye separation above 0.
+QHash<QString, int> firstPositive(const std::vector<Display>& displays)
+{
+    QHash<QString, int> numbers;
+    for (const Display& display : displays) {
+        if (display.isStereo && display.separation > 0.0 && !numbers.contains(userOf(display)))
+            numbers.insert(userOf(display), display.number);
+    }
+    return numbers;
+}
+
 void setFixedSeparation(zoHPCProblem& problem, zoHPCDisplayItem* item, double separation)
 {
     problem.setFix(QCoreApplication::translate("zoHPCProblems", "Use %1 mm").arg(separation),
@@ -163,22 +179,35 @@ zoHPCProblem::List zoHPCStereoChecks::noEyeSeparations(const zoHPCLayout& layout
 zoHPCProblem::List zoHPCStereoChecks::unlikeEyeSeparations(const zoHPCLayout& layout)
 {
     const std::vector<Display> displays = displaysOf(layout);
-    QHash<QString, int> positive; // by user: the number of the first such display
-    const auto user = [](const Display& display) { return display.item->getString(zoHPCDisplayItem::User); };
-    for (const Display& display : displays) {
-        if (display.isStereo && display.separation > 0.0 && !positive.contains(user(display)))
-            positive.insert(user(display), display.number);
-    }
+    const QHash<QString, int> positive = firstPositive(displays);
     zoHPCProblem::List problems;
     for (const Display& display : displays) {
-        if (!display.isStereo || !(display.separation < 0.0) || !positive.contains(user(display)))
+        if (!display.isStereo || !(display.separation < 0.0) || !positive.contains(userOf(display)))
             continue;
         problems.emplace_back(Kind::UnlikeEyeSeparations, display.item,
                               tr("Display %1 has an eye separation of %2 mm and display %3 of the same user "
                                  "one above 0: one of them "
                                  "shows each eye the picture of the other.")
                                   .arg(QString::number(display.number), QString::number(display.separation),
-                                       QString::number(positive.value(user(display)))));
+                                       QString::number(positive.value(userOf(display)))));
+        setFixedSeparation(problems.back(), display.item, -display.separation);
+    }
+    return problems;
+}
+
+zoHPCProblem::List zoHPCStereoChecks::swappedEyes(const zoHPCLayout& layout)
+{
+    const std::vector<Display> displays = displaysOf(layout);
+    const QHash<QString, int> positive = firstPositive(displays);
+    zoHPCProblem::List problems;
+    for (const Display& display : displays) {
+        if (!display.isStereo || !(display.separation < 0.0) || positive.contains(userOf(display)))
+            continue;
+        problems.emplace_back(
+            Kind::SwappedEyes, display.item,
+            tr("Display %1 has an eye separation of %2 mm, below 0: each eye sees the picture of "
+               "the other, which is right where the projectors or the glasses are swapped.")
+                .arg(QString::number(display.number), QString::number(display.separation)));
         setFixedSeparation(problems.back(), display.item, -display.separation);
     }
     return problems;

@@ -24,6 +24,8 @@ public:
     static zoHPCProblem::List noEyeSeparations(const zoHPCLayout& layout);
     // Displays of one tracked user, in stereo. One sign below 0 for all of them is a way to swap the eyes, and right.
     static zoHPCProblem::List unlikeEyeSeparations(const zoHPCLayout& layout);
+    // The same where no display of the user is above 0: swapped for all, as may be wanted.
+    static zoHPCProblem::List swappedEyes(const zoHPCLayout& layout);
     // Of each projection with several tiles, by tracked user: the fewer ones, or those without stereo. What shows the
     // whole is a copy and does not count. And of planes that stand edge to edge: those without stereo, when they are
     // the fewer ones.
