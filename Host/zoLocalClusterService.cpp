@@ -30,153 +30,47 @@ QSet<Place> placesOf(const std::vector<zoClusterDocument::Node>& nodes)
 } // namespace
 
 zoLocalClusterService::zoLocalClusterService(QObject* parent)
-    : zoHostClusterService(parent), m_availableMemory(zoAvailableMemory::bytes)
+    : zoHostSessionService(parent), m_availableMemory(zoAvailableMemory::bytes)
 {
 }
 
 zoLocalClusterService::~zoLocalClusterService() = default;
-
-QString zoLocalClusterService::currentConfig()
-{
-    return m_config;
-}
-
-bool zoLocalClusterService::isRunning()
-{
-    return m_state == State::Running;
-}
 
 QStringList zoLocalClusterService::runningNodes()
 {
     return zoSessionRequest::idsOf(m_nodes);
 }
 
-void zoLocalClusterService::setAcceptRunningServers(bool accept)
+bool zoLocalClusterService::connectSession(const Nodes& nodes, const Accepted& accepted)
 {
-    m_acceptRunningServers = accept;
-}
-
-void zoLocalClusterService::setAcceptLowMemory(bool accept)
-{
-    m_acceptLowMemory = accept;
-}
-
-void zoLocalClusterService::applyConfig(const QString& document)
-{
-    // A deep copy: the text may lie in a module that is unloaded earlier.
-    const QString config(document.constData(), document.size());
-    if (m_state != State::Running) {
-        m_config = config;
-        return;
-    }
-    zoClusterDocument parsed;
-    QString reason;
-    if (!parsed.parse(config, reason)) {
-        zoLog::error(tr("Configuration of the running cluster refused: %1").arg(reason));
-        return;
-    }
-    m_config = config;
-    updateSession(parsed.enabledNodes());
-}
-
-bool zoLocalClusterService::start()
-{
-    if (m_state == State::Running)
-        return true;
-    if (m_state == State::Starting) {
-        zoLog::error(tr("Cluster start refused: a start is in progress"));
-        return false;
-    }
-
-    // What the user accepts while this attempt runs counts for the next one.
-    const bool acceptRunningServers = m_acceptRunningServers;
-    const bool acceptLowMemory = m_acceptLowMemory;
-    const QString config = m_config;
-    Nodes nodes;
-    if (!readNodes(nodes))
-        return false;
-
-    m_state = State::Starting;
-    m_abortRequested = false;
     const QPointer<zoLocalClusterService> self(this);
     Findings findings;
     const bool connected = connectNodes(nodes, findings);
     if (!self)
         return false;
+    if (connected) {
+        findMemoryShortage(nodes, findings);
+        if (!judge(findings.inUse, findings.shortOfMemory, accepted))
+            return false;
+    }
     emit progressFinished();
     if (!self)
         return false;
-    if (!connected || m_abortRequested)
+    if (!connected || isAborted())
         return fail(tr("aborted"));
-
-    findMemoryShortage(nodes, findings);
-    const bool refusedServers = !findings.inUse.isEmpty() && !acceptRunningServers;
-    const bool refusedMemory = !findings.shortOfMemory.isEmpty() && !acceptLowMemory;
-    if (refusedServers)
-        emit multipleServersFound(findings.inUse.join(QStringLiteral(", ")));
-    if (self && refusedMemory)
-        emit notEnoughMemoryFound(findings.shortOfMemory.join(QStringLiteral(", ")));
-    if (!self)
-        return false;
-    if (m_abortRequested)
-        return fail(tr("aborted"));
-    if (refusedServers)
-        return fail(tr("a server already runs on %1").arg(zoSessionRequest::listOf(findings.inUse)));
-    if (refusedMemory)
-        return fail(tr("not enough memory for %1").arg(zoSessionRequest::listOf(findings.shortOfMemory)));
-
-    m_nodes = std::move(nodes);
-    m_state = State::Running;
-    zoLog::info(tr("Cluster runs on %1").arg(zoSessionRequest::listOf(runningNodes())));
-    emit started();
-    if (!self)
-        return true;
-    // A configuration that came while connecting.
-    if (m_state == State::Running && m_config != config)
-        applyConfig(QString(m_config));
-    return self && m_state == State::Running;
+    m_nodes = nodes;
+    return announceStart();
 }
 
-void zoLocalClusterService::stop()
+void zoLocalClusterService::releaseSession()
 {
-    if (m_state == State::Starting) {
-        abort();
-        return;
-    }
-    if (m_state != State::Running)
-        return;
     m_locks.releaseAll();
     m_nodes.clear();
-    m_state = State::Idle;
-    zoLog::info(tr("Cluster stopped"));
-    emit stopped();
-}
-
-void zoLocalClusterService::abort()
-{
-    if (m_state == State::Starting)
-        m_abortRequested = true;
-}
-
-void zoLocalClusterService::setShowTiles(bool on)
-{
-    if (on == m_showTiles)
-        return;
-    m_showTiles = on;
-    zoLog::info(on ? tr("Show tiles: on") : tr("Show tiles: off"));
-}
-
-void zoLocalClusterService::setShowTestImage(bool on)
-{
-    if (on == m_showTestImage)
-        return;
-    m_showTestImage = on;
-    zoLog::info(on ? tr("Show test image: on") : tr("Show test image: off"));
 }
 
 QStringList zoLocalClusterService::speedTest()
 {
-    if (m_state != State::Running || m_nodes.empty())
+    if (state() != State::Running || m_nodes.empty())
         return {};
     zoLoopbackSpeedTest test(int(m_nodes.size()));
     const QStringList figures = test.run();
@@ -190,11 +84,6 @@ zoClusterService::Capabilities zoLocalClusterService::capabilities()
     return MeasuresSpeed | JoinsWhileRunning | Rehearses;
 }
 
-void zoLocalClusterService::setMemoryPerNode(qint64 bytes)
-{
-    m_memoryPerNode = std::max<qint64>(bytes, 0);
-}
-
 void zoLocalClusterService::setAvailableMemory(std::function<qint64()> available)
 {
     m_availableMemory = std::move(available);
@@ -203,20 +92,6 @@ void zoLocalClusterService::setAvailableMemory(std::function<qint64()> available
 void zoLocalClusterService::setLockDirectory(const QString& directory)
 {
     m_locks.setDirectory(directory);
-}
-
-bool zoLocalClusterService::readNodes(Nodes& nodes)
-{
-    if (m_config.trimmed().isEmpty())
-        return fail(tr("the configuration is empty"));
-    zoClusterDocument document;
-    QString reason;
-    if (!document.parse(m_config, reason))
-        return fail(tr("the configuration is not well-formed: %1").arg(reason));
-    nodes = document.enabledNodes();
-    if (nodes.empty())
-        return fail(tr("the configuration has no enabled node"));
-    return true;
 }
 
 // Marks the nodes one by one; false when the attempt was given up. Every use of a member after a signal or an
@@ -234,7 +109,7 @@ bool zoLocalClusterService::connectNodes(const Nodes& nodes, Findings& findings)
         if (self && percent != shownPercent)
             QCoreApplication::processEvents();
         shownPercent = percent;
-        if (!self || m_abortRequested)
+        if (!self || isAborted())
             return false;
         if (lockingFailed)
             continue; // each try may wait for the others
@@ -256,34 +131,23 @@ bool zoLocalClusterService::connectNodes(const Nodes& nodes, Findings& findings)
     emit progressChanged(tr("Connected"), s_complete);
     if (self)
         QCoreApplication::processEvents();
-    return self && !m_abortRequested;
+    return self && !isAborted();
 }
 
 void zoLocalClusterService::findMemoryShortage(const Nodes& nodes, Findings& findings) const
 {
-    const qint64 available = m_memoryPerNode > 0 && m_availableMemory ? m_availableMemory() : -1;
+    const qint64 available = memoryPerNode() > 0 && m_availableMemory ? m_availableMemory() : -1;
     if (available < 0)
         return;
     // All nodes share the memory of this machine: the first ones get theirs, the others are short.
-    const size_t fitting = size_t(available / m_memoryPerNode);
+    const size_t fitting = size_t(available / memoryPerNode());
     for (size_t i = fitting; i < nodes.size(); ++i)
         findings.shortOfMemory << nodes[i].id;
 }
 
-// The end of every start that does not lead to a session; false for the caller to return.
-bool zoLocalClusterService::fail(const QString& reason)
+void zoLocalClusterService::changeSession(const Nodes& nodes)
 {
-    m_locks.releaseAll();
-    m_state = State::Idle;
-    zoLog::error(tr("Cluster not started: %1").arg(reason));
-    // Whoever disabled a Start button waits for this.
-    emit stopped();
-    return false;
-}
-
-void zoLocalClusterService::updateSession(const Nodes& wanted)
-{
-    const QSet<Place> wantedPlaces = placesOf(wanted);
+    const QSet<Place> wantedPlaces = placesOf(nodes);
     const QSet<Place> markedPlaces = placesOf(m_nodes);
     const QStringList before = runningNodes();
     for (const zoClusterDocument::Node& node : m_nodes) {
@@ -291,9 +155,9 @@ void zoLocalClusterService::updateSession(const Nodes& wanted)
             m_locks.release(node.id, node.servicePort);
     }
     Nodes running;
-    for (const zoClusterDocument::Node& node : wanted) {
+    for (const zoClusterDocument::Node& node : nodes) {
         if (!markedPlaces.contains({node.id, node.servicePort}) &&
-            m_locks.acquire(node.id, node.servicePort, m_acceptRunningServers) ==
+            m_locks.acquire(node.id, node.servicePort, accepted().runningServers) ==
                 zoClusterNodeLocks::Outcome::InUse) {
             zoLog::error(tr("Node %1 not added: a server already runs on it").arg(node.id));
             continue;

@@ -84,7 +84,11 @@ bool zoHostSessionService::judge(const QStringList& inUse, const QStringList& sh
         return true;
     const QPointer<zoHostSessionService> self(this);
     emit progressFinished();
-    if (self && refusedServers)
+    if (!self)
+        return false;
+    if (m_isAborted)
+        return fail(tr("aborted"));
+    if (refusedServers)
         emit multipleServersFound(inUse.join(QStringLiteral(", ")));
     if (self && refusedMemory)
         emit notEnoughMemoryFound(shortOfMemory.join(QStringLiteral(", ")));

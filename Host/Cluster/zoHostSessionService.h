@@ -31,6 +31,9 @@ public:
     void setShowTestImage(bool on) override;
     void setMemoryPerNode(qint64 bytes) override; // 0 asks nothing
 
+    bool showsTiles() const { return m_showsTiles; }         // for tests
+    bool showsTestImage() const { return m_showsTestImage; } // for tests
+
 protected:
     enum class State { Idle, Starting, Running };
     enum class Content { None, Tiles, TestImage };
