@@ -1089,26 +1089,6 @@ Das Protokoll nennt den Grund.</translation>
         <translation>abgebrochen</translation>
     </message>
     <message>
-        <source>a server already runs on %1</source>
-        <translation>auf %1 läuft bereits ein Server</translation>
-    </message>
-    <message>
-        <source>not enough memory for %1</source>
-        <translation>nicht genug Speicher für %1</translation>
-    </message>
-    <message>
-        <source>the configuration is empty</source>
-        <translation>die Konfiguration ist leer</translation>
-    </message>
-    <message>
-        <source>the configuration is not well-formed: %1</source>
-        <translation>die Konfiguration ist nicht wohlgeformt: %1</translation>
-    </message>
-    <message>
-        <source>the configuration has no enabled node</source>
-        <translation>die Konfiguration hat keinen aktivierten Knoten</translation>
-    </message>
-    <message>
         <source>Connecting to %1 ...</source>
         <translation>Verbinden mit %1 ...</translation>
     </message>
@@ -1117,36 +1097,8 @@ Das Protokoll nennt den Grund.</translation>
         <translation>Verbunden</translation>
     </message>
     <message>
-        <source>Configuration of the running cluster refused: %1</source>
-        <translation>Konfiguration des laufenden Clusters zurückgewiesen: %1</translation>
-    </message>
-    <message>
-        <source>Cluster start refused: a start is in progress</source>
-        <translation>Start des Clusters abgelehnt: er wird gerade gestartet</translation>
-    </message>
-    <message>
         <source>Cluster runs on %1</source>
         <translation>Cluster läuft auf %1</translation>
-    </message>
-    <message>
-        <source>Cluster stopped</source>
-        <translation>Cluster gestoppt</translation>
-    </message>
-    <message>
-        <source>Show tiles: on</source>
-        <translation>Kacheln anzeigen: ein</translation>
-    </message>
-    <message>
-        <source>Show tiles: off</source>
-        <translation>Kacheln anzeigen: aus</translation>
-    </message>
-    <message>
-        <source>Show test image: on</source>
-        <translation>Testbild anzeigen: ein</translation>
-    </message>
-    <message>
-        <source>Show test image: off</source>
-        <translation>Testbild anzeigen: aus</translation>
     </message>
     <message>
         <source>Network speed test failed: %1</source>
@@ -1155,10 +1107,6 @@ Das Protokoll nennt den Grund.</translation>
     <message>
         <source>Other hosts on this machine cannot be seen: %1</source>
         <translation>Andere Sitzungen auf diesem Rechner sind nicht zu erkennen: %1</translation>
-    </message>
-    <message>
-        <source>Cluster not started: %1</source>
-        <translation>Cluster nicht gestartet: %1</translation>
     </message>
     <message>
         <source>Node %1 not added: a server already runs on it</source>
@@ -1210,10 +1158,6 @@ Das Protokoll nennt den Grund.</translation>
         <translation>Konfiguration des laufenden Clusters zurückgewiesen: %1</translation>
     </message>
     <message>
-        <source>Cluster start refused: a start is in progress</source>
-        <translation>Start des Clusters abgelehnt: er wird gerade gestartet</translation>
-    </message>
-    <message>
         <source>aborted</source>
         <translation>abgebrochen</translation>
     </message>
@@ -1232,14 +1176,6 @@ Das Protokoll nennt den Grund.</translation>
     <message>
         <source>Node %1 failed: %2</source>
         <translation>Knoten %1 fehlgeschlagen: %2</translation>
-    </message>
-    <message>
-        <source>a server already runs on %1</source>
-        <translation>auf %1 läuft bereits ein Server</translation>
-    </message>
-    <message>
-        <source>not enough memory for %1</source>
-        <translation>nicht genug Speicher für %1</translation>
     </message>
     <message>
         <source>the windows were not opened</source>
@@ -1298,30 +1234,6 @@ Das Protokoll nennt den Grund.</translation>
         <translation>Cluster-Sitzung endet: Ein Knoten ist verloren</translation>
     </message>
     <message>
-        <source>Cluster stopped</source>
-        <translation>Cluster gestoppt</translation>
-    </message>
-    <message>
-        <source>Cluster not started: %1</source>
-        <translation>Cluster nicht gestartet: %1</translation>
-    </message>
-    <message>
-        <source>Show tiles: on</source>
-        <translation>Kacheln anzeigen: ein</translation>
-    </message>
-    <message>
-        <source>Show tiles: off</source>
-        <translation>Kacheln anzeigen: aus</translation>
-    </message>
-    <message>
-        <source>Show test image: on</source>
-        <translation>Testbild anzeigen: ein</translation>
-    </message>
-    <message>
-        <source>Show test image: off</source>
-        <translation>Testbild anzeigen: aus</translation>
-    </message>
-    <message>
         <source>Network speed test failed: the nodes did not answer</source>
         <translation>Geschwindigkeitstest des Netzwerks fehlgeschlagen: Die Knoten haben nicht geantwortet</translation>
     </message>
@@ -1332,18 +1244,6 @@ Das Protokoll nennt den Grund.</translation>
     <message>
         <source>no session runs</source>
         <translation>es läuft keine Sitzung</translation>
-    </message>
-    <message>
-        <source>the configuration is empty</source>
-        <translation>die Konfiguration ist leer</translation>
-    </message>
-    <message>
-        <source>the configuration is not well-formed: %1</source>
-        <translation>die Konfiguration ist nicht wohlgeformt: %1</translation>
-    </message>
-    <message>
-        <source>the configuration has no enabled node</source>
-        <translation>die Konfiguration hat keinen aktivierten Knoten</translation>
     </message>
 </context>
 <context>

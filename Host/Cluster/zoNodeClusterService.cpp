@@ -9,8 +9,8 @@
 #include <zoServerHello.h>
 
 #include <QCoreApplication>
-#include <QEventLoop>
 #include <QJsonArray>
+#include <QPointer>
 
 #include <algorithm>
 
@@ -25,10 +25,6 @@ constexpr int s_picturesMs = 120000;
 constexpr int s_lossesMs = 50;
 // Intervals without a word before the controller counts as hung; it may be busy with a large document.
 constexpr int s_controllerPatience = 8;
-
-// What a pump's loop ends with. The application's own end comes as 0, or as -1 where no loop may run any more.
-constexpr int s_wakeCode = 10;
-constexpr int s_timeoutCode = 11;
 
 QStringList textsOf(const QJsonValue& value)
 {
@@ -56,7 +52,7 @@ zoNodeClusterService::Launch zoNodeClusterService::defaultLaunch()
 }
 
 zoNodeClusterService::zoNodeClusterService(const Launch& launch, QObject* parent)
-    : zoHostClusterService(parent), m_launch(launch), m_content(QStringLiteral("none"))
+    : zoHostSessionService(parent), m_launch(launch), m_wait([this] { return isOver(); })
 {
     m_losses.setSingleShot(true);
     m_losses.setInterval(s_lossesMs);
@@ -67,39 +63,12 @@ zoNodeClusterService::zoNodeClusterService(const Launch& launch, QObject* parent
 
 zoNodeClusterService::~zoNodeClusterService()
 {
-    if (m_loop != nullptr)
-        m_loop->exit(s_wakeCode);
     endController();
-}
-
-QString zoNodeClusterService::currentConfig()
-{
-    return m_config;
-}
-
-bool zoNodeClusterService::isRunning()
-{
-    return m_state == State::Running;
 }
 
 QStringList zoNodeClusterService::runningNodes()
 {
     return m_running;
-}
-
-void zoNodeClusterService::setAcceptRunningServers(bool accept)
-{
-    m_acceptRunningServers = accept;
-}
-
-void zoNodeClusterService::setAcceptLowMemory(bool accept)
-{
-    m_acceptLowMemory = accept;
-}
-
-void zoNodeClusterService::setMemoryPerNode(qint64 bytes)
-{
-    m_memoryPerNode = std::max<qint64>(bytes, 0);
 }
 
 void zoNodeClusterService::setLaunch(const Launch& launch)
@@ -146,10 +115,10 @@ zoClusterService::Capabilities zoNodeClusterService::capabilities()
 {
     Capabilities all = ShowsTiles | ShowsTestImage | MeasuresSpeed | JoinsWhileRunning | ReportsLostNodes;
     bool rehearses = m_isRehearsal;
-    if (m_state == State::Idle) {
+    if (state() == State::Idle) {
         zoClusterDocument document;
         QString reason;
-        rehearses = m_wantsRehearsal || (document.parse(m_config, reason) &&
+        rehearses = m_wantsRehearsal || (document.parse(config(), reason) &&
                                          zoSessionRequest::isAllOnThisMachine(document.enabledNodes()));
     }
     all.setFlag(Rehearses, rehearses);
@@ -161,46 +130,16 @@ QVector<zoClusterNodeReport> zoNodeClusterService::nodeReport()
     return m_reports.all();
 }
 
-void zoNodeClusterService::applyConfig(const QString& document)
+void zoNodeClusterService::changeSession(const Nodes& nodes)
 {
-    // A deep copy: the text may lie in a module that is unloaded earlier.
-    const QString config(document.constData(), document.size());
-    if (m_state != State::Running) {
-        m_config = config;
-        return;
-    }
-    zoClusterDocument parsed;
-    QString reason;
-    if (!parsed.parse(config, reason)) {
-        zoLog::error(tr("Configuration of the running cluster refused: %1").arg(reason));
-        return;
-    }
-    m_config = config;
-    const Nodes nodes = parsed.enabledNodes();
     m_reports.setOrder(zoSessionRequest::idsOf(nodes));
-    m_controller->send("CONFIG", zoSessionRequest::config(config, nodes, m_shares));
+    m_controller->send("CONFIG", zoSessionRequest::config(config(), nodes, m_shares));
 }
 
-bool zoNodeClusterService::start()
+bool zoNodeClusterService::connectSession(const Nodes& nodes, const Accepted& accepted)
 {
-    if (m_state == State::Running)
-        return true;
-    if (m_state == State::Starting) {
-        zoLog::error(tr("Cluster start refused: a start is in progress"));
-        return false;
-    }
-    // What the user accepts while this attempt runs counts for the next one.
-    const bool acceptRunningServers = m_acceptRunningServers;
-    const bool acceptLowMemory = m_acceptLowMemory;
-    const QString config = m_config;
-    Nodes nodes;
-    if (!readNodes(nodes))
-        return false;
-
     const QPointer<zoNodeClusterService> self(this);
-    m_state = State::Starting;
-    m_abortRequested = false;
-    m_shares = acceptRunningServers;
+    m_shares = accepted.runningServers;
     m_isRehearsal = m_wantsRehearsal || zoSessionRequest::isAllOnThisMachine(nodes);
     Attempt outcome = attempt(nodes);
     if (outcome == Attempt::Unreachable && !m_isRehearsal && m_rehearsalQuestion) {
@@ -209,16 +148,17 @@ bool zoNodeClusterService::start()
             return false;
         endController();
         m_isRehearsal = rehearse;
-        if (rehearse && !m_abortRequested)
+        if (rehearse && !isAborted())
             outcome = attempt(nodes);
     }
     if (outcome == Attempt::Destroyed)
         return false;
     if (outcome != Attempt::Succeeded) {
         emit progressFinished();
-        return self && fail(m_abortRequested ? tr("aborted") : m_broken);
+        return self && fail(isAborted() ? tr("aborted") : m_broken);
     }
-    if (!judge(acceptRunningServers, acceptLowMemory))
+    if (!judge(textsOf(m_answer.value(QLatin1String("inUse"))),
+               textsOf(m_answer.value(QLatin1String("short"))), accepted))
         return false;
     outcome = openWindows();
     if (outcome == Attempt::Destroyed)
@@ -226,9 +166,10 @@ bool zoNodeClusterService::start()
     emit progressFinished();
     if (!self)
         return false;
-    if (outcome != Attempt::Succeeded || m_abortRequested)
-        return fail(m_abortRequested ? tr("aborted") : m_broken);
-    return announceStart(config);
+    if (outcome != Attempt::Succeeded || isAborted())
+        return fail(isAborted() ? tr("aborted") : m_broken);
+    m_running = textsOf(m_opened.value(QLatin1String("running")));
+    return announceStart();
 }
 
 // Unreachable when not one node could be had, for whatever reason; m_broken says it.
@@ -254,27 +195,27 @@ zoNodeClusterService::Attempt zoNodeClusterService::attempt(const Nodes& nodes)
 zoNodeClusterService::Attempt zoNodeClusterService::connectNodes(const Nodes& nodes)
 {
     if (!isOver()) {
-        QJsonObject session = zoSessionRequest::config(m_config, nodes, true);
+        QJsonObject session = zoSessionRequest::config(config(), nodes, true);
         session.insert(QStringLiteral("rehearse"), m_isRehearsal);
         session.insert(QStringLiteral("template"), QJsonArray::fromStringList(m_launch.pattern));
         session.insert(QStringLiteral("program"), m_launch.remoteProgram);
         session.insert(QStringLiteral("mpi"), m_launch.mpi == Mpi::Always ||
                                                   (m_launch.mpi == Mpi::BetweenMachines && !m_isRehearsal));
         session.insert(QStringLiteral("locks"), m_lockDirectory);
-        session.insert(QStringLiteral("memory"), double(m_memoryPerNode));
+        session.insert(QStringLiteral("memory"), double(memoryPerNode()));
         session.insert(QStringLiteral("available"), double(m_availableMemory));
-        session.insert(QStringLiteral("content"), m_content);
+        session.insert(QStringLiteral("content"), contentWord());
         m_controller->send("SESSION", session);
     }
     switch (pump(s_connectMs, [this] { return !m_answer.isEmpty(); })) {
-    case Pumped::Done:
+    case zoSessionWait::Outcome::Done:
         break;
-    case Pumped::TimedOut:
+    case zoSessionWait::Outcome::TimedOut:
         m_broken = tr("the nodes did not answer");
         return Attempt::Failed;
-    case Pumped::Ended:
+    case zoSessionWait::Outcome::Ended:
         return Attempt::Failed;
-    case Pumped::Destroyed:
+    case zoSessionWait::Outcome::Destroyed:
         return Attempt::Destroyed;
     }
     const QStringList failed = textsOf(m_answer.value(QLatin1String("failed")));
@@ -294,43 +235,19 @@ void zoNodeClusterService::logFailures() const
     }
 }
 
-// The questions of a start; false when it ended with one.
-bool zoNodeClusterService::judge(bool acceptRunningServers, bool acceptLowMemory)
-{
-    const QStringList inUse = textsOf(m_answer.value(QLatin1String("inUse")));
-    const QStringList shortOfMemory = textsOf(m_answer.value(QLatin1String("short")));
-    const bool refusedServers = !inUse.isEmpty() && !acceptRunningServers;
-    const bool refusedMemory = !shortOfMemory.isEmpty() && !acceptLowMemory;
-    if (!refusedServers && !refusedMemory)
-        return true;
-    const QPointer<zoNodeClusterService> self(this);
-    emit progressFinished();
-    if (self && refusedServers)
-        emit multipleServersFound(inUse.join(QStringLiteral(", ")));
-    if (self && refusedMemory)
-        emit notEnoughMemoryFound(shortOfMemory.join(QStringLiteral(", ")));
-    if (!self)
-        return false;
-    if (m_abortRequested)
-        return fail(tr("aborted"));
-    if (refusedServers)
-        return fail(tr("a server already runs on %1").arg(zoSessionRequest::listOf(inUse)));
-    return fail(tr("not enough memory for %1").arg(zoSessionRequest::listOf(shortOfMemory)));
-}
-
 zoNodeClusterService::Attempt zoNodeClusterService::openWindows()
 {
     if (!isOver())
         m_controller->send("OPEN");
     switch (pump(s_openMs, [this] { return !m_opened.isEmpty(); })) {
-    case Pumped::Done:
+    case zoSessionWait::Outcome::Done:
         break;
-    case Pumped::TimedOut:
+    case zoSessionWait::Outcome::TimedOut:
         m_broken = tr("the windows were not opened");
         return Attempt::Failed;
-    case Pumped::Ended:
+    case zoSessionWait::Outcome::Ended:
         return Attempt::Failed;
-    case Pumped::Destroyed:
+    case zoSessionWait::Outcome::Destroyed:
         return Attempt::Destroyed;
     }
     const QStringList failed = textsOf(m_opened.value(QLatin1String("failed")));
@@ -341,58 +258,18 @@ zoNodeClusterService::Attempt zoNodeClusterService::openWindows()
     return Attempt::Failed;
 }
 
-bool zoNodeClusterService::announceStart(const QString& config)
+// The only place that handles events. The end of the application is that of an attempt, too.
+zoSessionWait::Outcome zoNodeClusterService::pump(int limit, const std::function<bool()>& done)
 {
-    const QPointer<zoNodeClusterService> self(this);
-    m_running = textsOf(m_opened.value(QLatin1String("running")));
-    m_state = State::Running;
-    zoLog::info(tr("Cluster runs on %1").arg(zoSessionRequest::listOf(m_running)));
-    emit started();
-    if (!self)
-        return true;
-    // A configuration that came while connecting.
-    if (m_state == State::Running && m_config != config)
-        applyConfig(QString(m_config));
-    return self && m_state == State::Running;
-}
-
-// The only place that handles events. Ends when it is done, when the limit in milliseconds is over, and when
-// there is nothing to wait for any more.
-zoNodeClusterService::Pumped zoNodeClusterService::pump(int limit, const std::function<bool()>& done)
-{
-    if (isOver() || m_loop != nullptr)
-        return Pumped::Ended;
-    if (done())
-        return Pumped::Done;
-    const QPointer<zoNodeClusterService> self(this);
-    QEventLoop loop;
-    QTimer timer;
-    timer.setSingleShot(true);
-    connect(&timer, &QTimer::timeout, &loop, [&loop] { loop.exit(s_timeoutCode); });
-    timer.start(limit);
-    m_loop = &loop;
-    m_done = &done;
-    const int code = loop.exec();
-    if (!self)
-        return Pumped::Destroyed;
-    m_loop = nullptr;
-    m_done = nullptr;
-    if (code != s_wakeCode && code != s_timeoutCode)
-        m_abortRequested = true; // the application ends
-    if (isOver())
-        return Pumped::Ended;
-    return done() ? Pumped::Done : Pumped::TimedOut;
+    const zoSessionWait::Outcome outcome = m_wait.until(done, limit);
+    if (outcome != zoSessionWait::Outcome::Destroyed && m_wait.takeQuit())
+        setAborted(true);
+    return outcome;
 }
 
 bool zoNodeClusterService::isOver() const
 {
-    return m_abortRequested || !m_broken.isEmpty() || m_controller == nullptr;
-}
-
-void zoNodeClusterService::wake()
-{
-    if (m_loop != nullptr && (isOver() || (*m_done)()))
-        m_loop->exit(s_wakeCode);
+    return isAborted() || !m_broken.isEmpty() || m_controller == nullptr;
 }
 
 void zoNodeClusterService::receive(const zoServerMessage& message)
@@ -429,13 +306,13 @@ void zoNodeClusterService::receive(const zoServerMessage& message)
         receiveNote(object);
     } else if (message.verb == "BROKEN") {
         const QString reason = object.value(QLatin1String("reason")).toString();
-        if (m_state == State::Starting)
+        if (state() == State::Starting)
             m_broken = reason;
         else
             zoLog::error(tr("Configuration of the running cluster refused: %1").arg(reason));
     }
     if (self)
-        wake();
+        m_wait.wake();
 }
 
 void zoNodeClusterService::receiveNode(const QJsonObject& object)
@@ -444,16 +321,16 @@ void zoNodeClusterService::receiveNode(const QJsonObject& object)
     const zoClusterNodeReport report = m_reports.take(object);
     const QString& id = report.id;
     const bool wasRunning = m_running.contains(id);
-    if (m_state == State::Running && report.state == zoClusterNodeReport::State::Lost && wasRunning) {
+    if (state() == State::Running && report.state == zoClusterNodeReport::State::Lost && wasRunning) {
         m_running.removeAll(id);
         zoLog::error(tr("Node %1 lost: %2").arg(id, report.reason));
         if (!m_losses.isActive())
             m_losses.start();
-    } else if (m_state == State::Running && report.state == zoClusterNodeReport::State::Failed) {
+    } else if (state() == State::Running && report.state == zoClusterNodeReport::State::Failed) {
         zoLog::error(tr("Node %1 not added: %2").arg(id, report.reason));
     }
     emit nodeStateChanged(id);
-    if (self && m_state == State::Starting &&
+    if (self && state() == State::Starting &&
         object.value(QLatin1String("state")).toString() == QLatin1String("connected"))
         showProgress(id);
 }
@@ -467,7 +344,7 @@ void zoNodeClusterService::showProgress(const QString& id)
 
 void zoNodeClusterService::receiveChange(const QJsonObject& object)
 {
-    if (m_state != State::Running)
+    if (state() != State::Running)
         return;
     const QStringList running = textsOf(object.value(QLatin1String("running")));
     m_reports.forgetOthers();
@@ -494,12 +371,12 @@ void zoNodeClusterService::loseController(const QString& lastLine)
 {
     const QString reason =
         lastLine.isEmpty() ? tr("its controller ended") : tr("its controller ended: %1").arg(lastLine);
-    if (m_state == State::Starting) {
+    if (state() == State::Starting) {
         m_broken = reason;
-        wake();
+        m_wait.wake();
         return;
     }
-    if (m_state != State::Running)
+    if (state() != State::Running)
         return;
     zoLog::error(tr("Cluster session lost: %1").arg(reason));
     endSession();
@@ -513,7 +390,7 @@ void zoNodeClusterService::watchController()
         return;
     }
     m_silence = m_controller->takeSign() ? 0 : m_silence + 1;
-    if (m_silence > s_controllerPatience && m_state != State::Idle) {
+    if (m_silence > s_controllerPatience && state() != State::Idle) {
         m_silence = 0;
         loseController(tr("it stopped answering"));
     }
@@ -522,7 +399,7 @@ void zoNodeClusterService::watchController()
 // Losses that came together are told together.
 void zoNodeClusterService::tellLosses()
 {
-    if (m_state != State::Running)
+    if (state() != State::Running)
         return;
     if (m_running.isEmpty()) {
         zoLog::error(tr("Cluster session lost: no node runs any more"));
@@ -535,44 +412,10 @@ void zoNodeClusterService::tellLosses()
     }
 }
 
-void zoNodeClusterService::stop()
-{
-    if (m_state == State::Starting) {
-        abort();
-        return;
-    }
-    if (m_state != State::Running)
-        return;
-    zoLog::info(tr("Cluster stopped"));
-    endSession();
-}
-
-void zoNodeClusterService::endSession()
+void zoNodeClusterService::releaseSession()
 {
     endController();
     m_running.clear();
-    m_state = State::Idle;
-    emit stopped();
-}
-
-void zoNodeClusterService::abort()
-{
-    if (m_state != State::Starting)
-        return;
-    m_abortRequested = true;
-    wake();
-}
-
-// The end of every start that does not lead to a session; false for the caller to return.
-bool zoNodeClusterService::fail(const QString& reason)
-{
-    endController();
-    m_state = State::Idle;
-    m_running.clear();
-    zoLog::error(tr("Cluster not started: %1").arg(reason));
-    // Whoever disabled a Start button waits for this.
-    emit stopped();
-    return false;
 }
 
 // Whoever waits for it waits no longer. The nodes are free when this returns.
@@ -589,48 +432,41 @@ void zoNodeClusterService::endController()
     // Its signal may be the one that led here.
     controller->setParent(nullptr);
     controller->deleteLater();
-    wake();
+    m_wait.wake();
 }
 
-void zoNodeClusterService::setShowTiles(bool on)
+QString zoNodeClusterService::contentWord() const
 {
-    if (on == m_showTiles)
-        return;
-    m_showTiles = on;
-    zoLog::info(on ? tr("Show tiles: on") : tr("Show tiles: off"));
-    chooseContent(QStringLiteral("tiles"), on, m_showTestImage, QStringLiteral("test-image"));
+    switch (content()) {
+    case Content::Tiles:
+        return QStringLiteral("tiles");
+    case Content::TestImage:
+        return QStringLiteral("test-image");
+    case Content::None:
+        break;
+    }
+    return QStringLiteral("none");
 }
 
-void zoNodeClusterService::setShowTestImage(bool on)
+void zoNodeClusterService::showContent()
 {
-    if (on == m_showTestImage)
-        return;
-    m_showTestImage = on;
-    zoLog::info(on ? tr("Show test image: on") : tr("Show test image: off"));
-    chooseContent(QStringLiteral("test-image"), on, m_showTiles, QStringLiteral("tiles"));
-}
-
-// Of two that are on, the one that was turned on last is seen.
-void zoNodeClusterService::chooseContent(const QString& word, bool on, bool other, const QString& otherWord)
-{
-    m_content = on ? word : other ? otherWord : QStringLiteral("none");
-    if (m_state == State::Running)
-        m_controller->send("SHOW", {{QStringLiteral("content"), m_content}});
+    if (state() == State::Running)
+        m_controller->send("SHOW", {{QStringLiteral("content"), contentWord()}});
 }
 
 QStringList zoNodeClusterService::speedTest()
 {
-    if (m_state != State::Running || m_running.isEmpty() || m_isWaiting)
+    if (state() != State::Running || m_running.isEmpty() || m_isWaiting)
         return {};
-    m_abortRequested = false;
+    setAborted(false);
     m_isMeasured = false;
     m_isWaiting = true;
     m_controller->send("MEASURE");
-    const Pumped pumped = pump(s_measureMs, [this] { return m_isMeasured; });
-    if (pumped == Pumped::Destroyed)
+    const zoSessionWait::Outcome pumped = pump(s_measureMs, [this] { return m_isMeasured; });
+    if (pumped == zoSessionWait::Outcome::Destroyed)
         return {};
     m_isWaiting = false;
-    if (pumped != Pumped::Done || m_measured.isEmpty()) {
+    if (pumped != zoSessionWait::Outcome::Done || m_measured.isEmpty()) {
         zoLog::error(tr("Network speed test failed: the nodes did not answer"));
         return {};
     }
@@ -650,20 +486,20 @@ QStringList zoNodeClusterService::speedTest()
 
 bool zoNodeClusterService::takePictures(Pictures& pictures, QString& reason)
 {
-    if (m_state != State::Running || m_isWaiting) {
+    if (state() != State::Running || m_isWaiting) {
         reason = tr("no session runs");
         return false;
     }
-    m_abortRequested = false;
+    setAborted(false);
     m_pictures = {};
     m_hasPictures = false;
     m_isWaiting = true;
     m_controller->send("PICTURES");
-    const Pumped pumped = pump(s_picturesMs, [this] { return m_hasPictures; });
-    if (pumped == Pumped::Destroyed)
+    const zoSessionWait::Outcome pumped = pump(s_picturesMs, [this] { return m_hasPictures; });
+    if (pumped == zoSessionWait::Outcome::Destroyed)
         return false;
     m_isWaiting = false;
-    if (pumped != Pumped::Done) {
+    if (pumped != zoSessionWait::Outcome::Done) {
         reason = tr("the nodes did not answer");
         return false;
     }
@@ -674,22 +510,8 @@ bool zoNodeClusterService::takePictures(Pictures& pictures, QString& reason)
 
 void zoNodeClusterService::inject(const QString& id, const QString& what, int milliseconds)
 {
-    if (m_state == State::Running && m_isRehearsal)
+    if (state() == State::Running && m_isRehearsal)
         m_controller->send("INJECT", {{QStringLiteral("id"), id},
                                       {QStringLiteral("what"), what},
                                       {QStringLiteral("ms"), milliseconds}});
-}
-
-bool zoNodeClusterService::readNodes(Nodes& nodes)
-{
-    if (m_config.trimmed().isEmpty())
-        return fail(tr("the configuration is empty"));
-    zoClusterDocument document;
-    QString reason;
-    if (!document.parse(m_config, reason))
-        return fail(tr("the configuration is not well-formed: %1").arg(reason));
-    nodes = document.enabledNodes();
-    if (nodes.empty())
-        return fail(tr("the configuration has no enabled node"));
-    return true;
 }

@@ -1,17 +1,15 @@
 #pragma once
 
-#include "zoClusterDocument.h"
-#include "zoHostClusterService.h"
+#include "zoHostSessionService.h"
 #include "zoNodeReports.h"
+#include "zoSessionWait.h"
 
 #include <QJsonObject>
 #include <QMap>
-#include <QPointer>
 #include <QTimer>
 
 #include <functional>
 
-class QEventLoop;
 class zoControllerProcess;
 struct zoServerMessage;
 
@@ -20,7 +18,7 @@ struct zoServerMessage;
 //
 // start(), speedTest() and takePictures() handle events while they wait, in pump() and nowhere else. abort(),
 // stop(), the end of the controller, of this object and of the application end them at once.
-class zoNodeClusterService final : public zoHostClusterService
+class zoNodeClusterService final : public zoHostSessionService
 {
     Q_OBJECT
 
@@ -53,23 +51,10 @@ public:
     explicit zoNodeClusterService(const Launch& launch, QObject* parent = nullptr);
     ~zoNodeClusterService() override; // ends a session without a signal
 
-    QString currentConfig() override;
-    bool isRunning() override;
     QStringList runningNodes() override;
-    void setAcceptRunningServers(bool accept) override;
-    void setAcceptLowMemory(bool accept) override;
-    // A running session refuses a document that is not well-formed: it is logged and the session stays as it
-    // is. What else changes comes later, by runningNodesChanged().
-    void applyConfig(const QString& document) override;
-    bool start() override;
-    void stop() override;
-    void abort() override;
-    void setShowTiles(bool on) override;
-    void setShowTestImage(bool on) override;
     QStringList speedTest() override;
     Capabilities capabilities() override;
     QVector<zoClusterNodeReport> nodeReport() override;
-    void setMemoryPerNode(qint64 bytes) override;
 
     // Of the next session.
     void setLaunch(const Launch& launch);
@@ -96,22 +81,22 @@ public:
     qint64 controllerProcess() const;                // for tests
     qint64 nodeProcess(const QString& id) const;     // for tests
 
-private:
-    enum class State { Idle, Starting, Running };
-    enum class Pumped { Done, TimedOut, Ended, Destroyed };
-    enum class Attempt { Succeeded, Unreachable, Failed, Destroyed };
-    using Nodes = std::vector<zoClusterDocument::Node>;
+protected:
+    bool connectSession(const Nodes& nodes, const Accepted& accepted) override;
+    // What else changes than the document comes later, by runningNodesChanged().
+    void changeSession(const Nodes& nodes) override;
+    void releaseSession() override;
+    void wakeSession() override { m_wait.wake(); }
+    void showContent() override;
 
-    bool readNodes(Nodes& nodes);
+private:
+    enum class Attempt { Succeeded, Unreachable, Failed, Destroyed };
 
     Attempt attempt(const Nodes& nodes);
     Attempt connectNodes(const Nodes& nodes);
-    bool judge(bool acceptRunningServers, bool acceptLowMemory);
     Attempt openWindows();
-    bool announceStart(const QString& config);
     void logFailures() const;
-    Pumped pump(int limit, const std::function<bool()>& done);
-    void wake();
+    zoSessionWait::Outcome pump(int limit, const std::function<bool()>& done);
     bool isOver() const;
 
     void receive(const zoServerMessage& message);
@@ -123,25 +108,15 @@ private:
     void watchController();
     void tellLosses();
 
-    bool fail(const QString& reason);
-    void endSession();
     void endController();
-    void chooseContent(const QString& word, bool on, bool other, const QString& otherWord);
+    QString contentWord() const;
     void inject(const QString& id, const QString& what, int milliseconds);
 
     Launch m_launch;
-    QString m_config;
-    State m_state = State::Idle;
     bool m_isRehearsal = false; // this session
     bool m_wantsRehearsal = false;
     bool m_endsWithLostNode = false;
-    bool m_acceptRunningServers = false;
-    bool m_acceptLowMemory = false;
     bool m_shares = false; // nodes with other sessions, in this one
-    bool m_showTiles = false;
-    bool m_showTestImage = false;
-    QString m_content;
-    qint64 m_memoryPerNode = DefaultMemoryPerNode;
     qint64 m_availableMemory = -1;
     QString m_lockDirectory;
     std::function<bool()> m_rehearsalQuestion;
@@ -153,9 +128,7 @@ private:
     QStringList m_running;
     QTimer m_losses;
 
-    QEventLoop* m_loop = nullptr; // of pump()
-    const std::function<bool()>* m_done = nullptr;
-    bool m_abortRequested = false;
+    zoSessionWait m_wait;
     QString m_broken;     // why the controller cannot go on
     int m_answered = 0;   // nodes
     QJsonObject m_answer; // to the start; empty before
