@@ -7,6 +7,7 @@
 #include <QClipboard>
 #include <QGridLayout>
 #include <QGuiApplication>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProcess>
@@ -40,12 +41,14 @@ zoHostConnectionPanel::zoHostConnectionPanel(zoParaViewService* cluster, QWidget
     auto* layout = new QGridLayout(this);
     layout->setContentsMargins(4, 2, 4, 2);
     layout->addWidget(m_state, 0, 0);
-    layout->addWidget(m_command, 0, 1);
-    layout->addWidget(m_copy, 0, 2);
-    layout->addWidget(m_start, 0, 3);
-    layout->addWidget(m_change, 1, 0, 1, 3);
-    layout->addWidget(m_restart, 1, 3);
-    layout->setColumnStretch(1, 1);
+    layout->addWidget(m_copy, 0, 1);
+    layout->addWidget(m_start, 0, 2);
+    layout->addWidget(m_command, 1, 0, 1, 3);
+    auto* change = new QHBoxLayout;
+    change->addWidget(m_change, 1);
+    change->addWidget(m_restart);
+    layout->addLayout(change, 2, 0, 1, 3);
+    layout->setColumnStretch(0, 1);
 
     connect(m_copy, &QToolButton::clicked, this,
             [this] { QGuiApplication::clipboard()->setText(m_command->text()); });

@@ -350,7 +350,7 @@ Soll die Sitzung auf diesem Rechner geprobt werden?</translation>
     </message>
     <message>
         <source>The configuration changed: %1 needs a new start</source>
-        <translation>Die Konfiguration hat sich geändert: %1 braucht einen neuen Start</translation>
+        <translation>Die Konfiguration hat sich geändert; ein neuer Start ist nötig für %1</translation>
     </message>
     <message>
         <source>%1 cannot be started</source>
@@ -1527,11 +1527,11 @@ Das Protokoll nennt den Grund.</translation>
     </message>
     <message>
         <source>what %1 shows</source>
-        <translation>das, was %1 zeigt</translation>
+        <translation>die Anzeige von %1</translation>
     </message>
     <message>
         <source>Configuration of the running cluster refused: ParaView&apos;s server would have to start again for %1 (Restart session)</source>
-        <translation>Konfiguration des laufenden Clusters abgelehnt: Für %1 müsste der ParaView-Server neu starten (Sitzung neu starten)</translation>
+        <translation>Konfiguration des laufenden Clusters zurückgewiesen: Für %1 müsste der ParaView-Server neu starten (Sitzung neu starten)</translation>
     </message>
     <message>
         <source>The check picture cannot be shown: %1</source>

@@ -8,8 +8,6 @@
 
 namespace
 {
-// A machine that is off has ConnectTimeout of the launcher; a display may need its GL driver.
-constexpr int s_commandMs = 15000;
 constexpr int s_notFound = 127; // of a shell, for a program
 constexpr int s_noProgram = -1;
 constexpr int s_noAnswer = -2;
@@ -61,7 +59,13 @@ void zoParaViewProbe::run(const QString& host, const QStringList& program, const
     // Later, out of the process object: what is found may end all of this.
     const auto tell = [this, process, then](const Result& result) {
         process->disconnect(this);
-        process->deleteLater();
+        if (process->state() == QProcess::NotRunning) {
+            process->deleteLater();
+        } else {
+            connect(process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), process,
+                    &QObject::deleteLater);
+            process->kill();
+        }
         QMetaObject::invokeMethod(
             this, [then, result] { then(result); }, Qt::QueuedConnection);
     };
@@ -79,9 +83,8 @@ void zoParaViewProbe::run(const QString& host, const QStringList& program, const
         if (error == QProcess::FailedToStart)
             tell({s_notFound, {}, process->program() + QStringLiteral(": ") + process->errorString()});
     });
-    QTimer::singleShot(s_commandMs, process, [process, tell] {
+    QTimer::singleShot(m_programs.limitMs, process, [tell] {
         tell({s_noAnswer, {}, tr("it does not answer")});
-        process->kill();
     });
     process->start(command.constFirst(), command.mid(1));
     if (process->state() == QProcess::NotRunning)

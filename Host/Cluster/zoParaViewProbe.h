@@ -38,6 +38,8 @@ public:
         QString server;     // of ParaView
         QString nodeServer; // that opens a display; where it is missing, xwininfo does
         QString nodeServerHere;
+        // Of each command: a machine that is off has ConnectTimeout of the launcher; a display may need its GL driver.
+        int limitMs = 15000;
     };
 
     zoParaViewProbe(const zoLauncher& launcher, const Programs& programs, QObject* parent = nullptr);

@@ -2,11 +2,13 @@
 
 #include <zoHostClusterPage.h>
 #include <zoHostPreferencesService.h>
+#include <zoHostTranslations.h>
 #include <zoLocalClusterService.h>
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QSettings>
 #include <QSpinBox>
@@ -29,6 +31,11 @@ private slots:
     void defaultsAreRestored();
     void launchAndEngineAreStored();
     void launchThatCannotBeUsedIsTheDefault();
+    void paraViewIsStoredAndReadBack();
+    void paraViewThatCannotBeUsedIsTheDefault_data();
+    void paraViewThatCannotBeUsedIsTheDefault();
+    void textsAreShownWhole_data();
+    void textsAreShownWhole();
 
 private:
     // Whether a session of one node starts without a question when this much memory is available.
@@ -133,8 +140,6 @@ void tst_zoHostClusterPage::launchAndEngineAreStored()
     page().show();
     auto* engine = m_page->findChild<QComboBox*>("Engine");
     QCOMPARE(engine->currentData().toString(), QStringLiteral("nodes"));
-    if (qEnvironmentVariableIsSet("ZO_SCREENSHOTS"))
-        m_page->grab().save(qEnvironmentVariable("ZO_SCREENSHOTS") + "/cluster-page.png");
 
     engine->setCurrentIndex(engine->findData("local"));
     m_page->findChild<QLineEdit*>("LaunchCommand")->setText("rsh %h %program");
@@ -162,6 +167,111 @@ void tst_zoHostClusterPage::launchThatCannotBeUsedIsTheDefault()
 
     QCOMPARE(launch.pattern, zoNodeClusterService::defaultLaunch().pattern);
     QVERIFY(launch.pattern.contains("BatchMode=yes"));
+}
+
+void tst_zoHostClusterPage::paraViewIsStoredAndReadBack()
+{
+    const zoParaViewService::Launch usual = zoParaViewPlan::defaultLaunch();
+    m_page = std::make_unique<zoHostClusterPage>(m_preferences.get(), m_cluster.get());
+    page().show();
+    auto* engine = m_page->findChild<QComboBox*>("Engine");
+    auto* program = m_page->findChild<QLineEdit*>("ParaViewProgram");
+    auto* port = m_page->findChild<QSpinBox*>("ParaViewPort");
+    auto* clients = m_page->findChild<QComboBox*>("ParaViewClients");
+    auto* reverse = m_page->findChild<QLineEdit*>("ParaViewReverse");
+    QCOMPARE(program->text(), usual.program);
+    QCOMPARE(port->value(), usual.port);
+    QCOMPARE(clients->currentIndex(), 0);
+    QCOMPARE(reverse->text(), QString());
+
+    engine->setCurrentIndex(engine->findData("paraview"));
+    program->setText("/opt/pvserver");
+    port->setValue(22222);
+    clients->setCurrentIndex(clients->findData("anywhere"));
+    reverse->setText(" desk ");
+    page().saveChanges();
+
+    QCOMPARE(zoHostClusterPage::storedEngine(m_preferences.get()), QStringLiteral("paraview"));
+    const zoParaViewService::Launch launch = zoHostClusterPage::storedParaView(m_preferences.get());
+    QCOMPARE(launch.program, QStringLiteral("/opt/pvserver"));
+    QCOMPARE(launch.port, 22222);
+    QVERIFY(launch.clients == zoParaViewService::Clients::Anywhere);
+    QCOMPARE(launch.reverseClient, QStringLiteral("desk"));
+    const zoHostPreferencesService::Page first = page();
+    const zoHostClusterPage again(m_preferences.get(), m_cluster.get());
+    m_preferences->pages().back().show();
+    QCOMPARE(again.findChild<QComboBox*>("Engine")->currentData().toString(), QStringLiteral("paraview"));
+    QCOMPARE(again.findChild<QLineEdit*>("ParaViewProgram")->text(), QStringLiteral("/opt/pvserver"));
+    QCOMPARE(again.findChild<QSpinBox*>("ParaViewPort")->value(), 22222);
+    QCOMPARE(again.findChild<QComboBox*>("ParaViewClients")->currentData().toString(),
+             QStringLiteral("anywhere"));
+    QCOMPARE(again.findChild<QLineEdit*>("ParaViewReverse")->text(), QStringLiteral("desk"));
+
+    first.setDefaults();
+    first.show();
+    QCOMPARE(program->text(), usual.program);
+    QCOMPARE(port->value(), usual.port);
+    QCOMPARE(clients->currentIndex(), 0);
+    QCOMPARE(reverse->text(), QString());
+    QCOMPARE(zoHostClusterPage::storedEngine(m_preferences.get()), QStringLiteral("nodes"));
+}
+
+void tst_zoHostClusterPage::paraViewThatCannotBeUsedIsTheDefault_data()
+{
+    QTest::addColumn<QString>("port");
+    QTest::addColumn<int>("used");
+
+    const int usual = zoParaViewPlan::DefaultPort;
+    QTest::newRow("none") << QString() << usual;
+    QTest::newRow("zero") << "0" << usual;
+    QTest::newRow("first") << "1" << 1;
+    QTest::newRow("last") << "65527" << 65527; // the tries end at 65534
+    QTest::newRow("too-large") << "65528" << usual;
+    QTest::newRow("not-a-number") << "wall" << usual;
+}
+
+void tst_zoHostClusterPage::paraViewThatCannotBeUsedIsTheDefault()
+{
+    QFETCH(QString, port);
+    QFETCH(int, used);
+    m_preferences->setString("ParaView server port", port);
+    m_preferences->setString("ParaView client that is called", "-oProxyCommand=x");
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("\"-oProxyCommand=x\".*ParaView")));
+
+    const zoParaViewService::Launch launch = zoHostClusterPage::storedParaView(m_preferences.get());
+
+    QCOMPARE(launch.port, used);
+    QCOMPARE(launch.reverseClient, QString());
+    QVERIFY(launch.clients == zoParaViewPlan::defaultLaunch().clients);
+}
+
+void tst_zoHostClusterPage::textsAreShownWhole_data()
+{
+    QTest::addColumn<QString>("language");
+
+    QTest::newRow("english") << "en";
+    QTest::newRow("german") << "de";
+}
+
+void tst_zoHostClusterPage::textsAreShownWhole()
+{
+    QFETCH(QString, language);
+    const zoHostTranslations translations(language);
+    m_page = std::make_unique<zoHostClusterPage>(m_preferences.get(), m_cluster.get());
+    page().show();
+    const QSize size = m_page->sizeHint();
+    m_page->resize(size.width(), m_page->heightForWidth(size.width()));
+    m_page->setVisible(true);
+
+    if (qEnvironmentVariableIsSet("ZO_SCREENSHOTS"))
+        m_page->grab().save(qEnvironmentVariable("ZO_SCREENSHOTS") + "/cluster-page-" + language + ".png");
+    const QList<QLabel*> labels = m_page->findChildren<QLabel*>();
+    for (const QLabel* label : labels)
+        QVERIFY2(label->wordWrap() ? label->height() >= label->heightForWidth(label->width())
+                                   : label->width() >= label->sizeHint().width(),
+                 qPrintable(label->text()));
+    const auto* reverse = m_page->findChild<QLineEdit*>("ParaViewReverse");
+    QVERIFY(reverse->fontMetrics().horizontalAdvance(reverse->placeholderText()) < reverse->width());
 }
 
 ZO_TEST_MAIN(tst_zoHostClusterPage)
