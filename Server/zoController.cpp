@@ -468,7 +468,7 @@ void zoController::loseServer(int key, const QString& reason, const QString& det
     serverAnswered(key);
 }
 
-// A node that ran is lost; one that did not could not be started.
+// A node that ran is lost; one that did not could not be started. Whoever waits for its server is told by the caller.
 void zoController::failNode(const QString& id, const QString& reason, const QString& detail)
 {
     Node* node = m_nodes.node(id);
@@ -487,7 +487,6 @@ void zoController::failNode(const QString& id, const QString& reason, const QStr
             const int key = server->key;
             m_heads.drop({key});
             m_nodes.removeServer(key);
-            m_awaited.remove(key);
         }
     }
     reportNode(*node);

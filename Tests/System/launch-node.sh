@@ -33,10 +33,6 @@ half)
     printf 'HELLO 33\n{"protocol":99'
     exit 0
     ;;
-endless)
-    printf 'HELLO 33\n{"protocol":99,"version":"9.8.7"}xxxxx'
-    exec sleep 60
-    ;;
 newer)
     ZO_FAKE_RELEASE=5.12.1
     export ZO_FAKE_RELEASE

@@ -26,6 +26,18 @@ QString documentOf(const QStringList& nodes)
 
 constexpr int s_limitMs = 60000;
 
+// A node with a window that no server can open: nobody has such eyes.
+QString documentWithImpossibleEyes()
+{
+    return documentOf({"n1"}).replace(
+        QStringLiteral("</cluster>"),
+        QStringLiteral(
+            "<projection name=\"P\" type=\"plane\" x1=\"-1\" y1=\"-1\" z1=\"-1\" x2=\"1\" y2=\"-1\" "
+            "z2=\"-1\" x3=\"1\" y3=\"1\" z3=\"-1\"/><display eyeseparation=\"1e300\">"
+            "<window node=\"n1\" width=\"40\" height=\"30\"><viewport projection=\"P\" "
+            "position=\"fill\" x1=\"0\" y1=\"0\" x2=\"1\" y2=\"1\"/></window></display></cluster>"));
+}
+
 // Process and its parent, from the system; 0 for none.
 qint64 parentOf(qint64 process)
 {
@@ -71,6 +83,8 @@ private slots:
     void rehearsedWallHasPictures();
     void slowNodeIsWaitedFor();
     void remarksNameTheirNodes();
+    void windowThatCannotBeOpenedFailsTheStart();
+    void nodeInUseHoldsUpNoOtherNode();
     void lossesThatAreToldTogetherAreOneChange();
     void speedTestNamesEachNodeAndCountsTheSlowest();
 
@@ -382,6 +396,35 @@ void tst_zoNodeClusterService::remarksNameTheirNodes()
     told.sort();
     names.sort();
     QCOMPARE(told, names);
+}
+
+void tst_zoNodeClusterService::windowThatCannotBeOpenedFailsTheStart()
+{
+    const auto service = createLaunched();
+    service->applyConfig(documentWithImpossibleEyes());
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("n1 failed: \\S")));
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("not started: n1 cannot be used")));
+
+    QVERIFY(!service->start());
+}
+
+// The change that follows is put into effect as well.
+void tst_zoNodeClusterService::nodeInUseHoldsUpNoOtherNode()
+{
+    const auto other = createLaunched();
+    other->applyConfig(documentOf({"n2"}));
+    QVERIFY(other->start());
+    const auto service = createLaunched();
+    service->applyConfig(documentOf({"n1"}));
+    QVERIFY(service->start());
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("n2 not added: ")));
+
+    service->applyConfig(documentOf({"n1", "n2"}));
+    QTRY_COMPARE(service->nodeReport().size(), 2);
+    QTRY_VERIFY(service->nodeReport().at(1).state == zoClusterNodeReport::State::Failed);
+    service->applyConfig(documentOf({"n1", "n3"}));
+
+    QTRY_COMPARE(service->runningNodes(), QStringList({"n1", "n3"}));
 }
 
 // A controller that tells two of them in one piece, and the third after the change was seen.
