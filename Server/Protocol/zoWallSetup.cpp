@@ -9,7 +9,9 @@ namespace
 {
 // Beyond these no window or wall is meant: the value is damaged.
 constexpr double FurthestPixel = 1000000.0;
-constexpr double FurthestPoint = 1.0e9; // mm
+constexpr double LargestWall = 1.0e9;    // pixels: many windows stand side by side
+constexpr double FurthestPlace = 1.0e12; // pixels
+constexpr double FurthestPoint = 1.0e9;  // mm
 constexpr int MostTiles = 100000;
 
 QJsonArray toArray(const zoWallPoint& point)
@@ -130,7 +132,7 @@ public:
     void read(const QJsonObject& object, zoWallViewport& viewport)
     {
         number(object.value(QLatin1String("number")), "number", MostTiles, viewport.number);
-        rect(object, "area", viewport.area);
+        rect(object, "area", FurthestPixel, viewport.area);
         text(object, "tile", viewport.tile);
         text(object, "wall", viewport.wall);
         read(object.value(QLatin1String("plane")).toObject(), viewport.plane);
@@ -145,7 +147,7 @@ public:
         numbers(object, "edges", FurthestPixel, {&edges.left, &edges.right, &edges.top, &edges.bottom});
         numbers(object, "cell", MostTiles,
                 {&viewport.row, &viewport.column, &viewport.rows, &viewport.columns});
-        rect(object, "place", viewport.place);
+        rect(object, "place", FurthestPlace, viewport.place);
         const QJsonArray near = arrayOf(object, "neighbours", 4);
         if (near.size() == 4)
             viewport.neighbours = {near[0].toString(), near[1].toString(), near[2].toString(),
@@ -159,10 +161,10 @@ public:
         number(object.value(QLatin1String("screen")), "screen", MostTiles, window.screen);
         yesNo(object, "fullScreen", window.fullScreen);
         QRectF geometry;
-        rect(object, "geometry", geometry);
+        rect(object, "geometry", 2 * FurthestPixel, geometry); // from one side to the other
         window.geometry = geometry.toRect();
         yesNo(object, "hardwareSync", window.hardwareSync);
-        rect(object, "place", window.place);
+        rect(object, "place", FurthestPlace, window.place);
         readAll(object, "viewports", window.viewports);
     }
 
@@ -256,13 +258,13 @@ private:
             fail(key);
     }
 
-    void rect(const QJsonObject& object, const char* key, QRectF& value)
+    void rect(const QJsonObject& object, const char* key, double limit, QRectF& value)
     {
         double x = value.x();
         double y = value.y();
         double width = value.width();
         double height = value.height();
-        numbers(object, key, FurthestPixel, {&x, &y, &width, &height});
+        numbers(object, key, limit, {&x, &y, &width, &height});
         value = QRectF(x, y, width, height);
     }
 
@@ -339,7 +341,7 @@ bool zoWallSetup::fromJson(const QJsonObject& object, QString& reason)
     reader.readAll(object, "networks", result.networks);
     reader.options(object, result.options);
     reader.readAll(object, "walls", result.walls);
-    reader.numbers(object, "size", FurthestPixel, {&result.size.rwidth(), &result.size.rheight()});
+    reader.numbers(object, "size", LargestWall, {&result.size.rwidth(), &result.size.rheight()});
     reader.point(object, "head", result.head);
     reader.number(object.value(QLatin1String("gamma")), "gamma", 10.0, result.gamma);
     reader.texts(object, "notes", result.notes);

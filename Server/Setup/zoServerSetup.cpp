@@ -105,13 +105,13 @@ void zoServerSetup::readNodes()
     }
 }
 
-// All windows of the nodes: one that shows nothing is black on the wall as well.
+// All windows of the nodes: one that shows nothing is black on the wall as well. One that is beyond all screens is none.
 void zoServerSetup::readWindows()
 {
     for (std::size_t i = 0; i < m_render->layout().windows().size(); ++i) {
         const zoHPCLayout::Window& window = m_render->layout().windows()[i];
         const int node = m_nodes.value(window.nodeIndex, -1);
-        if (node < 0)
+        if (node < 0 || !zoHPCRenderSetup::isOnAScreen(window.geometry))
             continue;
         zoWallNode& owner = m_setup.nodes[std::size_t(node)];
         zoWallWindow entry;

@@ -12,7 +12,7 @@ using Kind = zoHPCProjectionType::Kind;
 
 constexpr double Gap = 0.04; // between walls, of the larger side
 // Pictures of damaged sizes are not laid out further than this.
-constexpr double Largest = 500000.0;
+constexpr double Largest = 1.0e9;
 } // namespace
 
 zoWallArrangement::zoWallArrangement(const zoHPCRenderSetup& setup)

@@ -17,6 +17,8 @@ private slots:
     void appearanceIsThatOfTheViewport();
     void tiledWallHasPixels();
     void windowWithoutAPictureIsBlack();
+    void windowBeyondAllScreensIsNone();
+    void wallOfManyWindowsIsAsWideAsTheyAre();
     void onlyEnabledNodesAreThere();
     void nodesOfOneNameAreToldApart();
     void encryptionIsInherited_data();
@@ -229,6 +231,48 @@ void tst_zoServerSetup::windowWithoutAPictureIsBlack()
     QCOMPARE(setup.notes, QStringList{QStringLiteral(
                               "viewport 1 of window 1 of display 1 is left out: it shows no projection")});
     QCOMPARE(setup.size, QSize(0, 0));
+}
+
+void tst_zoServerSetup::windowBeyondAllScreensIsNone()
+{
+    const QString far =
+        window("a", "P").replace(QStringLiteral("width=\"200\""), QStringLiteral("width=\"2000000000\""));
+    const zoWallSetup setup =
+        zoWallPictures::read(document(QStringLiteral("<node name=\"a\"/>"),
+                                      plane("P", -500, -1000, 500, -1000) + QStringLiteral("<display>") +
+                                          far + window("a", "P") + QStringLiteral("</display>")));
+
+    QCOMPARE(int(setup.node(QStringLiteral("a"))->windows.size()), 1);
+    QCOMPARE(windowOf(setup, "a").geometry, QRect(5, 6, 200, 100));
+    QCOMPARE(setup.notes,
+             QStringList{QStringLiteral(
+                 "viewport 1 of window 1 of display 1 is left out: it is further than 1000000 pixels away")});
+    zoWallSetup again;
+    QString reason;
+    QVERIFY2(again.fromJson(setup.toJson(), reason), qPrintable(reason));
+}
+
+void tst_zoServerSetup::wallOfManyWindowsIsAsWideAsTheyAre()
+{
+    constexpr int Count = 300;
+    constexpr int Width = 4000;
+    QString displays;
+    for (int i = 0; i < Count; ++i)
+        displays +=
+            plane(qPrintable(QStringLiteral("P%1").arg(i)), 1000.0 * i, -1000, 1000.0 * i + 1000, -1000);
+    displays += QStringLiteral("<display>");
+    for (int i = 0; i < Count; ++i)
+        displays += window("a", qPrintable(QStringLiteral("P%1").arg(i)))
+                        .replace(QStringLiteral("width=\"200\""), QStringLiteral("width=\"%1\"").arg(Width));
+    const zoWallSetup setup = zoWallPictures::read(
+        document(QStringLiteral("<node name=\"a\"/>"), displays + QStringLiteral("</display>")));
+
+    QVERIFY(setup.size.width() > Count * Width);
+    QCOMPARE(windowOf(setup, "a", Count - 1).place.width(), double(Width));
+    zoWallSetup again;
+    QString reason;
+    QVERIFY2(again.fromJson(setup.toJson(), reason), qPrintable(reason));
+    QCOMPARE(again.size, setup.size);
 }
 
 void tst_zoServerSetup::onlyEnabledNodesAreThere()

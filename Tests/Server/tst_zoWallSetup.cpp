@@ -13,6 +13,7 @@ class tst_zoWallSetup final : public zoTestCase
 
 private slots:
     void everyValueComesBack();
+    void largeWallComesBack();
     void emptySetupComesBack();
     void missingValuesHaveDefaults();
     void damagedValueIsNamedAndChangesNothing_data();
@@ -132,6 +133,23 @@ void tst_zoWallSetup::everyValueComesBack()
     QCOMPARE(after.notes, QStringList{QStringLiteral("something")});
 }
 
+// Windows stand side by side on it, however many they are; each of them may reach from one end of pixels to the other.
+void tst_zoWallSetup::largeWallComesBack()
+{
+    zoWallSetup before = fullSetup();
+    before.size = {1000000000, 1200};
+    before.nodes[0].windows[0].place = {20000000000.0, 0.0, 2000000.0, 1200.0};
+    before.nodes[0].windows[0].viewports[0].place = before.nodes[0].windows[0].place;
+    before.nodes[0].windows[0].geometry = {-1000000, -1000000, 2000000, 2000000};
+
+    const zoWallSetup after = throughBytes(before);
+
+    QCOMPARE(after.size, before.size);
+    QCOMPARE(after.nodes[0].windows[0].place, before.nodes[0].windows[0].place);
+    QCOMPARE(after.nodes[0].windows[0].viewports[0].place, before.nodes[0].windows[0].place);
+    QCOMPARE(after.nodes[0].windows[0].geometry, before.nodes[0].windows[0].geometry);
+}
+
 void tst_zoWallSetup::emptySetupComesBack()
 {
     const zoWallSetup after = throughBytes(zoWallSetup());
@@ -171,7 +189,7 @@ void tst_zoWallSetup::damagedValueIsNamedAndChangesNothing_data()
     row("window-is-number", R"("windows":[])", R"("windows":7)", "windows");
     row("geometry-with-three", "[-10,20,1920,1200]", "[-10,20,1920]", "geometry");
     row("geometry-of-text", "[-10,20,1920,1200]", R"(["a",20,1920,1200])", "geometry");
-    row("too-far", "[-10,20,1920,1200]", "[-10,1000001,1920,1200]", "geometry");
+    row("too-far", "[-10,20,1920,1200]", "[-10,2000001,1920,1200]", "geometry");
     row("screen-too-large", R"("screen":-2)", R"("screen":1e99)", "screen");
     row("eye-is-number", R"("eye":"redcyan")", R"("eye":1)", "eye");
     row("flip-is-text", R"("flipX":true)", R"("flipX":"true")", "flipX");

@@ -24,12 +24,6 @@ bool isTypeOf(const P& item, Type type)
 // Engines count pixels in whole numbers of 16 or 32 bits.
 constexpr int FurthestPixel = 1000000;
 
-bool isOnAScreen(const QRectF& area)
-{
-    return std::abs(area.left()) <= FurthestPixel && std::abs(area.top()) <= FurthestPixel &&
-           std::abs(area.right()) <= FurthestPixel && std::abs(area.bottom()) <= FurthestPixel;
-}
-
 // Where a tile begins in a row or column of them, in pixels.
 double tileOffset(int index, double size, double overlap)
 {
@@ -98,6 +92,12 @@ void zoHPCRenderSetup::addPicture(int index)
     }
     setAppearance(viewport, picture);
     m_pictures.push_back(picture);
+}
+
+bool zoHPCRenderSetup::isOnAScreen(const QRectF& area)
+{
+    return std::abs(area.left()) <= FurthestPixel && std::abs(area.top()) <= FurthestPixel &&
+           std::abs(area.right()) <= FurthestPixel && std::abs(area.bottom()) <= FurthestPixel;
 }
 
 // Node, plane and pixels; why not, if it has none of these.

@@ -91,6 +91,9 @@ public:
     // Of a viewport as a sentence calls it, "viewport 1 of window 2 of display 3".
     QString nameOf(const zoHPCLayout::Viewport& viewport) const;
 
+    // Whether pixels can be counted so far, in any engine.
+    static bool isOnAScreen(const QRectF& area);
+
     // The offset that a plane, a tile or a wall of them has, pixels to the right and upward.
     QPoint rightEyeOffset(int projection) const;
 
