@@ -198,7 +198,7 @@ void zoHostSession::writePictures(const zoNodeClusterService::Pictures& pictures
 {
     if (!m_options.wallPictureFile.isEmpty()) {
         if (pictures.wall.isEmpty())
-            fail(tr("Unable to write wall picture %1: the configuration has no windows")
+            fail(tr("Unable to write wall picture %1: no window shows anything")
                      .arg(m_options.wallPictureFile));
         else if (writePicture(m_options.wallPictureFile, pictures.wall))
             print(QStringLiteral("wall picture: %1").arg(m_options.wallPictureFile));

@@ -91,6 +91,8 @@ void zoChannelLink::waitForSent(qint64 bytes)
 
 void zoChannelLink::expectWork(int milliseconds)
 {
+    // Whoever says so is alive: the time counts from now.
+    ++m_turn;
     m_patience = std::max(m_patience.load(), milliseconds / zoServerBeat::Interval + s_usualPatience);
 }
 

@@ -16,6 +16,13 @@ namespace
 constexpr int s_longWorkMs = 20000;
 constexpr int s_pictureWorkMs = 10000;
 
+// Milliseconds that drawing and packing it take at most on a busy machine.
+int pictureWork(const QSize& pixels)
+{
+    constexpr qint64 PixelsPerMs = 5000;
+    return int(s_pictureWorkMs + qint64(pixels.width()) * pixels.height() / PixelsPerMs);
+}
+
 zoShowContent contentOf(const QString& word)
 {
     if (word == QLatin1String("tiles"))
@@ -210,7 +217,7 @@ void zoNodeServer::takePictures()
         for (const zoWallWindow& window : node.windows) {
             if (!m_show)
                 break;
-            m_link->expectWork(s_pictureWorkMs);
+            m_link->expectWork(pictureWork(window.geometry.size()));
             QByteArray png;
             QBuffer buffer(&png);
             buffer.open(QIODevice::WriteOnly);

@@ -97,6 +97,8 @@ void zoPipeLink::waitForSent(qint64 bytes)
 
 void zoPipeLink::expectWork(int milliseconds)
 {
+    // Whoever says so is alive: the time counts from now.
+    ++m_turn;
     m_patience = std::max(m_patience.load(), milliseconds / zoServerBeat::Interval + s_usualPatience);
 }
 

@@ -988,8 +988,8 @@ Das Protokoll nennt den Grund.</translation>
         <translation>Es lassen sich keine Bilder aufnehmen: %1</translation>
     </message>
     <message>
-        <source>Unable to write wall picture %1: the configuration has no windows</source>
-        <translation>Das Bild der Wand %1 lässt sich nicht schreiben: Die Konfiguration hat keine Fenster</translation>
+        <source>Unable to write wall picture %1: no window shows anything</source>
+        <translation>Das Bild der Wand %1 lässt sich nicht schreiben: Kein Fenster zeigt etwas</translation>
     </message>
     <message>
         <source>Unable to make folder %1</source>

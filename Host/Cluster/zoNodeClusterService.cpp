@@ -495,11 +495,17 @@ bool zoNodeClusterService::takePictures(Pictures& pictures, QString& reason)
     m_hasPictures = false;
     m_isWaiting = true;
     m_controller->send("PICTURES");
-    const zoSessionWait::Outcome pumped = pump(s_picturesMs, [this] { return m_hasPictures; });
-    if (pumped == zoSessionWait::Outcome::Destroyed)
+    // Of a large wall they take their time: as long as pictures come, the others are waited for.
+    using Outcome = zoSessionWait::Outcome;
+    Outcome pumped = Outcome::TimedOut;
+    for (int before = -1; pumped == Outcome::TimedOut && m_pictures.windows.size() > before;) {
+        before = m_pictures.windows.size();
+        pumped = pump(s_picturesMs, [this] { return m_hasPictures; });
+    }
+    if (pumped == Outcome::Destroyed)
         return false;
     m_isWaiting = false;
-    if (pumped != zoSessionWait::Outcome::Done) {
+    if (pumped != Outcome::Done) {
         reason = tr("the nodes did not answer");
         return false;
     }
