@@ -60,6 +60,9 @@ zoHostClusterPage::zoHostClusterPage(zoPreferencesService* preferences, zoHostCl
     m_engine->addItem(tr("This program (shows nothing)"), QLatin1String(s_local));
     m_engine->setToolTip(tr("Takes effect when the program is started next"));
     m_launch->setObjectName(QStringLiteral("LaunchCommand"));
+    constexpr int FrameWidth = 16; // of the field, pixels
+    m_launch->setMinimumWidth(
+        m_launch->fontMetrics().horizontalAdvance(QLatin1String(zoLauncher::DefaultTemplate)) + FrameWidth);
     m_launch->setToolTip(tr("How a program is started on another machine: %h is its name, %program what is "
                             "started there. No shell of this machine reads it."));
     m_program->setObjectName(QStringLiteral("ServerProgram"));

@@ -75,7 +75,14 @@ zoHostNodesPanel::zoHostNodesPanel(zoHostClusterService* cluster, QWidget* paren
                          tr("Rehearsal: the node takes half a second longer for each frame"));
     connect(m_lose, &QToolButton::clicked, this, [this] { m_servers->loseNode(currentNode()); });
     connect(m_hang, &QToolButton::clicked, this, [this] { m_servers->hangNode(currentNode()); });
-    connect(m_delay, &QToolButton::clicked, this, [this] { m_servers->delayNode(currentNode(), s_delayMs); });
+    m_delay->setCheckable(true);
+    connect(m_delay, &QToolButton::clicked, this, [this](bool on) {
+        if (on)
+            m_delayed.insert(currentNode());
+        else
+            m_delayed.remove(currentNode());
+        m_servers->delayNode(currentNode(), on ? s_delayMs : 0);
+    });
 
     createLayout();
     createConnections();
@@ -118,6 +125,7 @@ void zoHostNodesPanel::createConnections()
     connect(m_cluster, &zoClusterService::nodeStateChanged, this, soon);
     connect(m_cluster, &zoClusterService::runningNodesChanged, this, soon);
     connect(m_cluster, &zoClusterService::started, this, soon);
+    connect(m_cluster, &zoClusterService::started, this, [this] { m_delayed.clear(); });
     connect(m_cluster, &zoClusterService::stopped, this, soon);
     connect(m_list, &QTreeWidget::currentItemChanged, this, &zoHostNodesPanel::updateButtons);
 }
@@ -148,10 +156,14 @@ void zoHostNodesPanel::refresh()
     const bool isFirst = m_list->property("sized").toInt() != count;
     for (int i = 0; i < count; ++i)
         showReport(m_list->topLevelItem(i), reports.at(i));
-    // The reason of a failure is longer than what was there when the columns were sized.
+    // The reason of a failure is longer than what was there when the columns were sized, and so may be a wait.
     constexpr int ManyRows = 200;
-    if (!isFirst && count <= ManyRows)
+    if (!isFirst && count <= ManyRows) {
         m_list->resizeColumnToContents(State);
+        const int width = m_list->columnWidth(Wait); // no back and forth
+        m_list->resizeColumnToContents(Wait);
+        m_list->setColumnWidth(Wait, std::max(width, m_list->columnWidth(Wait)));
+    }
     if (isFirst) {
         for (int column = Id; column < Tile; ++column)
             m_list->resizeColumnToContents(column);
@@ -185,7 +197,7 @@ void zoHostNodesPanel::showReport(QTreeWidgetItem* row, const zoClusterNodeRepor
     row->setText(Memory,
                  report.freeMemory < 0 ? QString() : tr("%1 MiB").arg(report.freeMemory / s_mebibyte));
     row->setText(Wait,
-                 report.barrierWait < 0
+                 report.barrierWait < 0 || report.state != zoClusterNodeReport::State::Running
                      ? QString()
                      : tr("%1 ms").arg(double(report.barrierWait) / s_microsecondsPerMillisecond, 0, 'f', 1));
     row->setText(Tile, report.tile);
@@ -205,4 +217,5 @@ void zoHostNodesPanel::updateButtons()
         button->setVisible(rehearses);
         button->setEnabled(rehearses && runs);
     }
+    m_delay->setChecked(rehearses && runs && m_delayed.contains(currentNode()));
 }

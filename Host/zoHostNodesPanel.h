@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QSet>
+#include <QString>
 #include <QWidget>
 
 class QLabel;
@@ -42,6 +44,7 @@ private:
     QToolButton* m_lose;
     QToolButton* m_hang;
     QToolButton* m_delay;
-    QTimer* m_later; // many nodes change at once
-    QTimer* m_waits; // which nobody announces
+    QSet<QString> m_delayed; // nodes of this session
+    QTimer* m_later;         // many nodes change at once
+    QTimer* m_waits;         // which nobody announces
 };

@@ -10,20 +10,21 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 zoHostPreferencesDialog::zoHostPreferencesDialog(zoHostPreferencesService* service, QWidget* parent)
     : QDialog(parent), m_service(service), m_titles(new QListWidget(this)), m_stack(new QStackedWidget(this))
 {
     setWindowTitle(tr("Preferences"));
     setObjectName(QStringLiteral("PreferencesDialog"));
-    resize(680, 380);
     m_titles->setAccessibleName(tr("Pages"));
-    m_titles->setMaximumWidth(170);
 
     for (const zoHostPreferencesService::Page& page : m_service->pages()) {
         if (!page.widget)
             continue;
         auto* item = new QListWidgetItem(page.title, m_titles);
-        item->setSizeHint(QSize(0, fontMetrics().height() + 10));
+        item->setSizeHint(
+            QSize(fontMetrics().horizontalAdvance(page.title) + 16, fontMetrics().height() + 10));
         m_stack->addWidget(page.widget);
         m_shown.emplace_back(page.widget);
         // A page that goes takes its row along, so that rows and pages keep matching.
@@ -32,6 +33,7 @@ zoHostPreferencesDialog::zoHostPreferencesDialog(zoHostPreferencesService* servi
         if (page.show)
             page.show();
     }
+    m_titles->setFixedWidth(std::max(m_titles->sizeHintForColumn(0) + 2 * m_titles->frameWidth(), 120));
     if (m_titles->count() == 0) {
         auto* nothing = new QLabel(tr("No module offers preferences."), m_stack);
         nothing->setAlignment(Qt::AlignCenter);
@@ -56,6 +58,8 @@ zoHostPreferencesDialog::zoHostPreferencesDialog(zoHostPreferencesService* servi
     connect(buttons->button(QDialogButtonBox::RestoreDefaults), &QPushButton::clicked, this,
             &zoHostPreferencesDialog::restoreDefaults);
     m_titles->setCurrentRow(0);
+    // As large as the largest page wants to be: what is cut off would not be read.
+    resize(sizeHint().expandedTo({680, 380}));
 }
 
 zoHostPreferencesDialog::~zoHostPreferencesDialog()

@@ -17,6 +17,15 @@ namespace
 {
 const QString Document = QStringLiteral("<cluster version=\"1\"><master><network><node name=\"n1\"/>"
                                         "<node name=\"n2\"/></network></master></cluster>");
+
+// The same, with a small window for each.
+const QString DocumentWithWindows = QString(Document).replace(
+    QStringLiteral("</cluster>"),
+    QStringLiteral(
+        "<projection name=\"P\" type=\"plane\" x1=\"-1\" y1=\"-1\" z1=\"-1\" x2=\"1\" y2=\"-1\" z2=\"-1\" "
+        "x3=\"1\" y3=\"1\" z3=\"-1\"/><display>"
+        "<window node=\"n1\" width=\"40\" height=\"30\"/><window node=\"n2\" width=\"40\" height=\"30\"/>"
+        "</display></cluster>"));
 } // namespace
 
 // The panel of the nodes, with real ones on this machine.
@@ -31,10 +40,13 @@ private slots:
     void withoutASessionNothingRuns();
     void runningNodesAreShown();
     void lostNodeIsToldWithItsReason();
+    void delayIsTakenAwayAgain();
+    void longWaitIsNotCutOff();
     void endOfTheSessionIsShown();
 
 private:
     QString summary() const { return m_panel->findChild<QLabel*>("NodesSummary")->text(); }
+    double waitOf(int row) const { return list()->topLevelItem(row)->text(5).section(' ', 0, 0).toDouble(); }
     QTreeWidget* list() const { return m_panel->findChild<QTreeWidget*>("NodesList"); }
     QString state(int row) const { return list()->topLevelItem(row)->text(1); }
 
@@ -107,6 +119,45 @@ void tst_zoHostNodesPanel::lostNodeIsToldWithItsReason()
     if (qEnvironmentVariableIsSet("ZO_SCREENSHOTS"))
         m_panel->grab().save(qEnvironmentVariable("ZO_SCREENSHOTS") + "/nodes-panel.png");
     QCOMPARE(zoSessionText::of(m_cluster.get()), QStringLiteral("rehearsal of 1 node on this machine"));
+}
+
+void tst_zoHostNodesPanel::delayIsTakenAwayAgain()
+{
+    m_cluster->applyConfig(DocumentWithWindows);
+    QVERIFY(m_cluster->start());
+    QTRY_COMPARE(summary(), QStringLiteral("2 of 2 run"));
+    auto* delay = m_panel->findChild<QToolButton*>("DelayNode");
+    list()->setCurrentItem(list()->topLevelItem(0));
+    QVERIFY(!delay->isChecked());
+
+    delay->click();
+    m_cluster->setShowTiles(true);
+    QTRY_VERIFY(waitOf(1) > 200.0);
+    QVERIFY(delay->isChecked());
+    list()->setCurrentItem(list()->topLevelItem(1));
+    QVERIFY(!delay->isChecked());
+    list()->setCurrentItem(list()->topLevelItem(0));
+    QVERIFY(delay->isChecked());
+
+    delay->click();
+    m_cluster->setShowTiles(false);
+    QTRY_VERIFY(waitOf(1) < 200.0);
+    QVERIFY(!delay->isChecked());
+}
+
+void tst_zoHostNodesPanel::longWaitIsNotCutOff()
+{
+    m_cluster->applyConfig(DocumentWithWindows);
+    QVERIFY(m_cluster->start());
+    QTRY_COMPARE(list()->topLevelItemCount(), 2);
+    QTRY_VERIFY(!list()->topLevelItem(1)->text(5).isEmpty());
+    m_cluster->delayNode(QStringLiteral("n1"), 1000);
+    m_cluster->setShowTiles(true);
+
+    QTRY_VERIFY(waitOf(1) > 500.0);
+
+    const int text = list()->fontMetrics().horizontalAdvance(list()->topLevelItem(1)->text(5));
+    QVERIFY2(list()->columnWidth(5) > text, qPrintable(QString::number(list()->columnWidth(5))));
 }
 
 void tst_zoHostNodesPanel::endOfTheSessionIsShown()

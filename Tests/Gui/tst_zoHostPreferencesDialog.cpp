@@ -32,6 +32,7 @@ private slots:
     void pagesOutliveTheDialog();
     void destroyedPageLeavesTheDialog();
     void missingCallbacksDoNoHarm();
+    void nothingIsCutOff();
     void noPagesAreSaidSo();
 
 private:
@@ -169,6 +170,25 @@ void tst_zoHostPreferencesDialog::missingCallbacksDoNoHarm()
     click(QDialogButtonBox::Ok);
 
     QVERIFY(!m_dialog->isVisible());
+    m_dialog.reset();
+}
+
+void tst_zoHostPreferencesDialog::nothingIsCutOff()
+{
+    m_dialog.reset();
+    const auto large = std::make_unique<QWidget>();
+    large->setMinimumSize(900, 600);
+    const QString title = QStringLiteral("A page with a title of some length");
+    m_service->registerPage(title, large.get(), nullptr, nullptr, nullptr);
+    m_dialog = std::make_unique<zoHostPreferencesDialog>(m_service.get(), nullptr);
+    m_dialog->show();
+    auto* titles = m_dialog->findChild<QListWidget*>();
+
+    titles->setCurrentRow(2);
+
+    QVERIFY(m_dialog->width() > 900 + titles->width());
+    QVERIFY(m_dialog->height() > 600);
+    QVERIFY(titles->viewport()->width() > titles->fontMetrics().horizontalAdvance(title));
     m_dialog.reset();
 }
 
