@@ -171,7 +171,7 @@ void zoParaViewProbe::lookAtFolder(const QString& host)
             finish(host);
             return;
         }
-        m_findings[host].sharesFolder = false;
+        emit bringsFolder(host);
         run(host,
             {QStringLiteral("mkdir"), QStringLiteral("-m"), QStringLiteral("700"), QFileInfo(m_file).path()},
             {}, [this, host](const Result& made) {

@@ -30,7 +30,6 @@ public:
         QStringList notes;
         QStringList screens;    // as the server program tells them
         qint64 freeMemory = -1; // bytes
-        bool sharesFolder = true;
     };
 
     struct Programs
@@ -53,6 +52,8 @@ public:
 
 signals:
     void answered(const QString& host);
+    // A folder is made on a machine that does not see it: from now on somebody has to remove it.
+    void bringsFolder(const QString& host);
 
 private:
     // What a command came to: exit code, or negative when it could not be started or took too long.

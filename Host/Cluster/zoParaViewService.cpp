@@ -1,6 +1,7 @@
 #include "zoParaViewService.h"
 
 #include "zoControllerProcess.h"
+#include "zoFolderSweeper.h"
 #include "zoMpirunProcess.h"
 #include "zoParaViewPicture.h"
 #include "zoParaViewProbe.h"
@@ -17,7 +18,6 @@
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QPointer>
-#include <QProcess>
 #include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QSysInfo>
@@ -123,13 +123,15 @@ bool zoParaViewService::prepare(const QString& document)
     return makeFolder();
 }
 
-// Only the user reads it: a session of others could be joined with what stands in it.
+// Only the user reads it: a session of others could be joined with what stands in it. Each file has a folder of its own:
+// what nodes have of an earlier one would be taken for it.
 bool zoParaViewService::makeFolder()
 {
-    if (!m_folder)
-        m_folder =
-            std::make_unique<QTemporaryDir>(QDir::temp().filePath(QStringLiteral("zo-paraview-XXXXXX")));
+    removeFolder();
+    m_folder = std::make_unique<QTemporaryDir>(QDir::temp().filePath(QStringLiteral("zo-paraview-XXXXXX")));
     m_plan.folder = m_folder->path();
+    if (m_folder->isValid())
+        sweepLater({});
     QFile file(m_plan.file());
     if (m_folder->isValid() && file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
         file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner) &&
@@ -138,6 +140,24 @@ bool zoParaViewService::makeFolder()
     m_broken = tr("the folder of the session cannot be made in %1: %2")
                    .arg(QDir::tempPath(), m_folder->isValid() ? file.errorString() : m_folder->errorString());
     return false;
+}
+
+// Once nothing runs that uses it.
+void zoParaViewService::removeFolder()
+{
+    m_folder.reset();
+    m_sweepers.clear();
+}
+
+void zoParaViewService::sweepLater(const QString& host)
+{
+    QString reason;
+    const QStringList command =
+        zoLauncher(m_plan.launch.pattern)
+            .command(host.isEmpty() ? QStringList() : QStringList(host),
+                     {QStringLiteral("rm"), QStringLiteral("-r"), QStringLiteral("-f"), sessionFolder()},
+                     reason);
+    m_sweepers.push_back(std::make_unique<zoFolderSweeper>(command));
 }
 
 bool zoParaViewService::connectSession(const Nodes& nodes, const Accepted& accepted)
@@ -229,6 +249,7 @@ zoParaViewService::Step zoParaViewService::probe()
                 }
                 m_wait.wake();
             });
+    connect(m_probe.get(), &zoParaViewProbe::bringsFolder, this, &zoParaViewService::sweepLater);
     emit progressChanged(tr("Connecting to %1 ...").arg(zoSessionRequest::listOf(m_reports.order())), 0);
     if (!self)
         return Step::Destroyed;
@@ -239,10 +260,6 @@ zoParaViewService::Step zoParaViewService::probe()
         return Step::Destroyed;
     m_probe->disconnect(this);
     setAborted(isAborted() || m_wait.takeQuit());
-    for (const auto& machine : machines) {
-        if (!m_probe->finding(machine.host).sharesFolder)
-            m_foldersElsewhere << machine.host;
-    }
     if (isAborted())
         return Step::Failed;
     if (outcome != zoSessionWait::Outcome::Done) {
@@ -572,18 +589,7 @@ void zoParaViewService::releaseSession()
     m_running.clear();
     m_refusedChange.clear();
     m_locks.releaseAll();
-    const zoLauncher launcher(m_plan.launch.pattern);
-    for (const QString& host : qAsConst(m_foldersElsewhere)) {
-        QString reason;
-        const QStringList command = launcher.command(
-            {host}, {QStringLiteral("rm"), QStringLiteral("-r"), QStringLiteral("-f"), sessionFolder()},
-            reason);
-        // Nobody waits for it: it ends by itself.
-        if (!command.isEmpty())
-            QProcess::startDetached(command.constFirst(), command.mid(1));
-    }
-    m_foldersElsewhere.clear();
-    m_folder.reset();
+    removeFolder();
 }
 
 // Of a document that changes nothing that ParaView's server was told, the session does not care.

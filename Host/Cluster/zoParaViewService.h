@@ -14,8 +14,10 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 class QTemporaryDir;
+class zoFolderSweeper;
 class zoMpirunProcess;
 class zoParaViewPicture;
 class zoParaViewProbe;
@@ -82,6 +84,8 @@ private:
 
     bool prepare(const QString& document);
     bool makeFolder();
+    void removeFolder();
+    void sweepLater(const QString& host);
     Step probe();
     Step launchOnFreePort();
     bool lookForMistakes();
@@ -108,7 +112,8 @@ private:
     qint64 m_availableMemory = -1;
 
     std::unique_ptr<QTemporaryDir> m_folder;
-    QStringList m_foldersElsewhere; // hosts with a copy of it
+    // Of it and of its copies on nodes that do not share it.
+    std::vector<std::unique_ptr<zoFolderSweeper>> m_sweepers;
     std::unique_ptr<zoParaViewProbe> m_probe;
     zoMpirunProcess* m_job = nullptr;
     zoPvServerLog m_log;

@@ -55,9 +55,11 @@ zoPvServerLog::End zoPvServerLog::end(int exitCode) const
 
 QString zoPvServerLog::reason(int exitCode) const
 {
-    if (!m_lastError.isEmpty())
-        return m_lastError;
     const int rank = culprit();
+    // So mpirun ends the others once one of them is lost.
+    const bool isOfTheOthers = rank >= 0 && m_lastError == QLatin1String("Signal: SIGTERM");
+    if (!m_lastError.isEmpty() && !isOfTheOthers)
+        return m_lastError;
     if (rank >= 0)
         return m_mpirun.culprits().value(rank);
     if (m_state == State::Starting && !m_mpirun.reason().isEmpty())

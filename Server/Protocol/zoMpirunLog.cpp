@@ -16,6 +16,8 @@ void zoMpirunLog::add(const QString& line)
     static const QRegularExpression s_host(
         QStringLiteral(R"(\bhost(?:name)? ([^\s:]+)(?: port \d+)?:|^[^\s@]+@([^\s:]+): Permission denied)"));
 
+    // Two lines after it said what happened: "  Remote daemon: [[34567,0],2] on node n2".
+    static const QRegularExpression s_daemon(QStringLiteral(R"(\ARemote daemon: \[\[.*\] on node (\S+)\z)"));
     static const QRegularExpression s_error(
         QStringLiteral(R"(\b(error|cannot|could not|failed|not found|unable)\b)"),
         QRegularExpression::CaseInsensitiveOption);
@@ -34,15 +36,25 @@ void zoMpirunLog::add(const QString& line)
         blame(match.captured(1).toInt(), text);
         return;
     }
-    match = s_host.match(text);
-    if (!match.hasMatch())
+    if (text.contains(QLatin1String("lost communication with a remote daemon")))
+        m_lostDaemon = text;
+    match = s_daemon.match(text);
+    if (match.hasMatch() && !m_lostDaemon.isEmpty()) {
+        blameHost(match.captured(1), m_lostDaemon);
         return;
-    const QString host = match.captured(1).isEmpty() ? match.captured(2) : match.captured(1);
+    }
+    match = s_host.match(text);
+    if (match.hasMatch())
+        blameHost(match.captured(1).isEmpty() ? match.captured(2) : match.captured(1), text);
+}
+
+void zoMpirunLog::blameHost(const QString& host, const QString& line)
+{
     for (int rank = 0; rank < m_hosts.size(); ++rank) {
         if (m_hosts.at(rank).isEmpty() || m_hosts.at(rank) != host)
             continue;
         m_hasCause = true;
-        blame(rank, text);
+        blame(rank, line);
     }
 }
 

@@ -24,10 +24,12 @@ public:
 
 private:
     void blame(int rank, const QString& line);
+    void blameHost(const QString& host, const QString& line);
 
     QStringList m_hosts;
     QMap<int, QString> m_culprits;
     QString m_lastLine;
     QString m_error;
+    QString m_lostDaemon;
     bool m_hasCause = false;
 };

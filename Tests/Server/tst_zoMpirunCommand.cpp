@@ -13,6 +13,8 @@ private slots:
     void machinesFollowEachOther();
     void oneMachineSharesItsCores();
     void ownMachineIsNamedAmongOthers();
+    void wordsStayOneArgument_data();
+    void wordsStayOneArgument();
     void rootIsAllowed();
     void allocationBringsItsOwnWay();
     void sessionFolderTakesWhatJobsLeave();
@@ -91,6 +93,53 @@ void tst_zoMpirunCommand::ownMachineIsNamedAmongOthers()
     const QStringList arguments = zoMpirunCommand(jobOf({QString(), QStringLiteral("n1")})).arguments();
     QCOMPARE(arguments.value(arguments.indexOf(QStringLiteral("--host")) + 1), QStringLiteral("localhost:1"));
     QVERIFY(arguments.contains(QStringLiteral("--oversubscribe")));
+}
+
+void tst_zoMpirunCommand::wordsStayOneArgument_data()
+{
+    QTest::addColumn<QString>("word");
+    QTest::newRow("blank") << QStringLiteral("with a blank");
+    QTest::newRow("quotes") << QStringLiteral("\"'`");
+    QTest::newRow("shell") << QStringLiteral("$(reboot); *");
+    QTest::newRow("colon inside") << QStringLiteral("a:b : c");
+    QTest::newRow("option") << QStringLiteral("-np");
+    QTest::newRow("line end") << QStringLiteral("a\nb");
+    QTest::newRow("umlaut") << QString::fromUtf8("\u00e4");
+    QTest::newRow("empty") << QStringLiteral("");
+}
+
+// In the program, in a value of its environment, and in the folder; the other arguments stand where they stood.
+void tst_zoMpirunCommand::wordsStayOneArgument()
+{
+    QFETCH(QString, word);
+    zoMpirunCommand::Job job = jobOf({QStringLiteral("n1"), QStringLiteral("wall-2.lab_a.example")});
+    job.sessionFolder = QStringLiteral("/tmp/") + word;
+    job.machines[0].environment.insert(QStringLiteral("DISPLAY"), QStringLiteral(":0.1"));
+    job.machines[1].environment.insert(QStringLiteral("DISPLAY"), word);
+    job.machines[1].program << word;
+    const QStringList arguments = zoMpirunCommand(job).arguments();
+    const QStringList end{QStringLiteral("-np"),
+                          QStringLiteral("1"),
+                          QStringLiteral("--host"),
+                          QStringLiteral("n1:1"),
+                          QStringLiteral("-x"),
+                          QStringLiteral("DISPLAY=:0.1"),
+                          QStringLiteral("server"),
+                          QStringLiteral("--node"),
+                          QStringLiteral("n1"),
+                          QStringLiteral(":"),
+                          QStringLiteral("-np"),
+                          QStringLiteral("1"),
+                          QStringLiteral("--host"),
+                          QStringLiteral("wall-2.lab_a.example:1"),
+                          QStringLiteral("-x"),
+                          QStringLiteral("DISPLAY=") + word,
+                          QStringLiteral("server"),
+                          QStringLiteral("--node"),
+                          QStringLiteral("wall-2.lab_a.example"),
+                          word};
+    QCOMPARE(arguments.mid(arguments.size() - end.size()), end);
+    QCOMPARE(valueOf(arguments, QStringLiteral("orte_tmpdir_base")), job.sessionFolder);
 }
 
 void tst_zoMpirunCommand::rootIsAllowed()
@@ -224,6 +273,12 @@ void tst_zoMpirunCommand::impossibleJobsAreRefused_data()
     QTest::newRow("two in one") << QStringList{QStringLiteral("n1,n2")} << 1 << program;
     QTest::newRow("slots") << QStringList{QStringLiteral("n1:4")} << 1 << program;
     QTest::newRow("blank") << QStringList{QStringLiteral("n 1")} << 1 << program;
+    // mpirun's own word for a user is the agent's: ssh reads User of its configuration.
+    QTest::newRow("user") << QStringList{QStringLiteral("anna@n1")} << 1 << program;
+    QTest::newRow("shell") << QStringList{QStringLiteral("n1;reboot")} << 1 << program;
+    QTest::newRow("variable") << QStringList{QStringLiteral("$HOME")} << 1 << program;
+    QTest::newRow("quote") << QStringList{QStringLiteral("n'1")} << 1 << program;
+    QTest::newRow("umlaut") << QStringList{QString::fromUtf8("n\u00fc1")} << 1 << program;
     QTest::newRow("line end") << QStringList{QStringLiteral("n1\n")} << 1 << program;
     QTest::newRow("no process") << QStringList{QStringLiteral("n1")} << 0 << program;
     QTest::newRow("no program") << QStringList{QStringLiteral("n1")} << 1 << QStringList();

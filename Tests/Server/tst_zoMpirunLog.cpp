@@ -13,6 +13,7 @@ private slots:
     void lineNamesRanks_data();
     void lineNamesRanks();
     void firstLineOfARankStays();
+    void lostDaemonNamesItsHost();
     void framesSayNothing();
     void firstErrorIsTheReason();
 };
@@ -58,6 +59,21 @@ void tst_zoMpirunLog::firstLineOfARankStays()
     log.add(QStringLiteral("ssh: connect to host n1 port 22: Connection refused"));
     log.add(QStringLiteral("while attempting to start process rank 1."));
     QCOMPARE(log.culprits().value(1), QStringLiteral("ssh: connect to host n1 port 22: Connection refused"));
+    QVERIFY(log.hasCause());
+}
+
+// As mpirun says it of a machine whose cable was pulled.
+void tst_zoMpirunLog::lostDaemonNamesItsHost()
+{
+    zoMpirunLog log(
+        {QStringLiteral("n1"), QStringLiteral("n1"), QStringLiteral("n2"), QStringLiteral("n22")});
+    log.add(QStringLiteral("  Remote daemon: [[51234,0],2] on node n2"));
+    QCOMPARE(log.culprits().keys(), QList<int>());
+    log.add(QStringLiteral("ORTE has lost communication with a remote daemon."));
+    log.add(QStringLiteral("  HNP daemon   : [[51234,0],0] on node host"));
+    log.add(QStringLiteral("  Remote daemon: [[51234,0],2] on node n2"));
+    QCOMPARE(log.culprits().keys(), QList<int>{2});
+    QCOMPARE(log.culprits().value(2), QStringLiteral("ORTE has lost communication with a remote daemon."));
     QVERIFY(log.hasCause());
 }
 

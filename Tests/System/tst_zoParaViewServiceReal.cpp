@@ -11,6 +11,7 @@
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTcpServer>
+#include <QTimer>
 
 #include <csignal>
 
@@ -21,13 +22,16 @@ constexpr int s_pictureMs = 180000; // it has a limit of its own
 const QRegularExpression AnyReason(QStringLiteral("\\S"));
 
 // Connects and draws, says so, and stays until it is ended.
-const char* const s_client = R"(import sys, time
+const char* const s_client = R"(import os, sys, time
 from paraview.simple import *
-Connect("localhost", int(sys.argv[1]))
+if len(sys.argv) > 3:
+    ReverseConnect(sys.argv[1])
+else:
+    Connect("localhost", int(sys.argv[1]))
 view = CreateRenderView()
 Show(Sphere(), view)
 Render(view)
-print("drawn", flush=True)
+os.write(1, b"drawn\n") # at once, which print is not
 time.sleep(float(sys.argv[2]))
 Disconnect()
 )";
@@ -71,10 +75,15 @@ private slots:
     void checkPictureFollowsItsSwitchesAndMakesWay();
     void takenPortIsPassedOver();
     void missingDisplayIsNamedBeforeTheLaunch();
+    void missingFileIsNamed();
+    void abortLeavesNothing_data();
+    void abortLeavesNothing();
+    void serverCallsItsClient();
 
 private:
     std::unique_ptr<zoParaViewService> create() const;
-    void startClient(QProcess& client, const zoParaViewService& service, quint32 id, const char* seconds);
+    void startClient(QProcess& client, const zoParaViewService& service, quint32 id, const char* seconds,
+                     const QStringList& more = {});
 
     std::unique_ptr<zoVirtualDisplay> m_display;
     std::unique_ptr<QTemporaryDir> m_folder;
@@ -121,12 +130,14 @@ std::unique_ptr<zoParaViewService> tst_zoParaViewServiceReal::create() const
 }
 
 void tst_zoParaViewServiceReal::startClient(QProcess& client, const zoParaViewService& service, quint32 id,
-                                            const char* seconds)
+                                            const char* seconds, const QStringList& more)
 {
     client.setProcessChannelMode(QProcess::MergedChannels);
-    client.start("pvpython", {"--force-offscreen-rendering", QStringLiteral("--connect-id=%1").arg(id),
-                              m_folder->filePath("client.py"), service.serverUrl().section(':', -1),
-                              QLatin1String(seconds)});
+    client.start("pvpython",
+                 QStringList{"--force-offscreen-rendering", QStringLiteral("--connect-id=%1").arg(id),
+                             m_folder->filePath("client.py"), service.serverUrl().section(':', -1),
+                             QLatin1String(seconds)} +
+                     more);
 }
 
 void tst_zoParaViewServiceReal::clientsComeAndGoAndNothingIsLeft()
@@ -246,6 +257,104 @@ void tst_zoParaViewServiceReal::missingDisplayIsNamedBeforeTheLaunch()
     expectMessage(QtCriticalMsg, AnyReason);
 
     QVERIFY(!service->start());
+}
+
+void tst_zoParaViewServiceReal::missingFileIsNamed()
+{
+    const auto service = create();
+    // Between the look at the nodes and the launch.
+    connect(service.get(), &zoClusterService::progressChanged, this, [&](const QString& text) {
+        if (text.contains("starts on port"))
+            QVERIFY(QFile::remove(service->sessionFolder() + "/wall.pvx"));
+    });
+    expectMessage(QtCriticalMsg, QRegularExpression("cannot read its file: .*[Ff]ailed to parse XML"));
+
+    QVERIFY(!service->start());
+
+    QCOMPARE(service->jobProcess(), 0);
+    QCOMPARE(service->sessionFolder(), QString());
+}
+
+void tst_zoParaViewServiceReal::abortLeavesNothing_data()
+{
+    QTest::addColumn<QString>("step"); // of the progress after which it comes
+    QTest::addColumn<int>("ranks");    // that it waits for
+
+    QTest::newRow("looking-at-nodes") << "Connecting to" << -1;
+    QTest::newRow("mpirun-started") << "starts on port" << 0;
+    QTest::newRow("ranks-started") << "starts on port" << 2;
+}
+
+void tst_zoParaViewServiceReal::abortLeavesNothing()
+{
+    QFETCH(QString, step);
+    QFETCH(int, ranks);
+    const auto service = create();
+    QString folder;
+    qint64 job = 0;
+    QTimer timer;
+    timer.setInterval(1);
+    connect(&timer, &QTimer::timeout, this, [&] {
+        job = service->jobProcess();
+        m_ranks = childrenOf(job);
+        if (ranks >= 0 && (job == 0 || m_ranks.size() < ranks))
+            return;
+        timer.stop();
+        folder = service->sessionFolder();
+        service->abort();
+    });
+    connect(service.get(), &zoClusterService::progressChanged, this, [&](const QString& text) {
+        if (text.contains(step))
+            timer.start();
+    });
+    expectMessage(QtCriticalMsg, QRegularExpression("aborted"));
+
+    QVERIFY(!service->start());
+
+    QVERIFY(!folder.isEmpty() && !QFileInfo::exists(folder));
+    QCOMPARE(job > 0, ranks >= 0);
+    QVERIFY(job == 0 || !isAlive(job));
+    QCOMPARE(m_ranks.size() >= 2, ranks == 2);
+    for (const qint64 rank : qAsConst(m_ranks))
+        QVERIFY(!isAlive(rank));
+    QCOMPARE(service->runningNodes(), QStringList());
+    // It can start after that.
+    service->disconnect(this);
+    QVERIFY(service->start());
+    service->stop();
+}
+
+void tst_zoParaViewServiceReal::serverCallsItsClient()
+{
+    const auto service = create();
+    zoParaViewService::Launch launch = zoParaViewPlan::defaultLaunch();
+    launch.nodeServerHere.clear();
+    launch.port = 20000 + int(QCoreApplication::applicationPid() % 20000);
+    launch.limitMs = s_limitMs;
+    launch.reverseClient = QStringLiteral("localhost");
+    service->setLaunch(launch);
+    QVERIFY(service->start());
+    QVERIFY2(service->serverUrl().startsWith("csrc://:"), qPrintable(service->serverUrl()));
+
+    QProcess client;
+    startClient(client, *service, service->connectId(), "600", {"reverse"});
+    QTRY_VERIFY_WITH_TIMEOUT(service->hasClient(), s_limitMs);
+    QByteArray said;
+    const auto hasDrawn = [&] {
+        said += client.readAll();
+        return said.contains("drawn");
+    };
+    QTRY_VERIFY2_WITH_TIMEOUT(hasDrawn(), said.constData(), s_limitMs);
+    m_ranks = childrenOf(service->jobProcess());
+    QCOMPARE(m_ranks.size(), 2);
+
+    // With a client that is there, too.
+    service->stop();
+
+    for (const qint64 rank : qAsConst(m_ranks))
+        QVERIFY(!isAlive(rank));
+    client.kill();
+    QVERIFY(client.waitForFinished());
 }
 
 ZO_TEST_MAIN(tst_zoParaViewServiceReal)

@@ -16,6 +16,7 @@ private slots:
     void firstLinesAreNotReady();
     void statesFollowTheLines();
     void refusedClientIsCounted();
+    void signalOfTheOthersIsNoReason();
 
 private:
     static void feed(zoPvServerLog& log, const QString& name);
@@ -111,6 +112,20 @@ void tst_zoPvServerLog::refusedClientIsCounted()
 
     QCOMPARE(log.refusedClients(), 1);
     QCOMPARE(log.reason(5), QStringLiteral("exit status 5"));
+}
+
+// What mpirun did to the rest of the job comes before what it says of the rank that was lost.
+void tst_zoPvServerLog::signalOfTheOthersIsNoReason()
+{
+    zoPvServerLog log({QString(), QString()});
+    const QString noticed =
+        "mpirun noticed that process rank 1 with PID 7 on node n1 exited on signal 9 (Killed).";
+
+    feed(log, "terminated");
+    log.add(noticed);
+
+    QCOMPARE(log.culprit(), 1);
+    QCOMPARE(log.reason(137), noticed);
 }
 
 ZO_TEST_MAIN(tst_zoPvServerLog)
