@@ -67,6 +67,7 @@ void zoMpiGroup::restart()
         if (entry.second.hasGreeted)
             running << entry.first;
         entry.second.hasGreeted = false;
+        entry.second.process = 0;
         entry.second.ticks = 0;
     }
     m_wantsJob = !m_servers.empty();
@@ -203,7 +204,9 @@ void zoMpiGroup::hear(const zoRankMessage& inner)
     if (it == m_servers.end())
         return;
     if (!it->second.hasGreeted) {
-        const QString mismatch = zoServerHello::fromMessage(inner.message).mismatch();
+        const zoServerHello hello = zoServerHello::fromMessage(inner.message);
+        it->second.process = hello.processId;
+        const QString mismatch = hello.mismatch();
         if (!mismatch.isEmpty()) {
             lose({{key, mismatch}}, zoNodeReason::Version);
             restartSoon();
@@ -278,7 +281,7 @@ void zoMpiGroup::beat()
     if (m_state == State::Ending) {
         // mpirun ends its ranks; when it is killed itself, they go with it.
         if (++m_endTicks * zoServerBeat::Interval >= m_limits.endMs) {
-            killRelay();
+            kill(m_relay);
             m_child->kill();
         }
         return;
@@ -302,15 +305,15 @@ void zoMpiGroup::replaceJob()
                   "started again")
                   .arg(QSysInfo::machineHostName()));
     restart();
-    killRelay();
+    kill(m_relay);
     m_child->terminate();
 }
 
-// One that is stopped does not hear anything else.
-void zoMpiGroup::killRelay() const
+// One that is stopped does not hear anything else. On other machines it goes with its job.
+void zoMpiGroup::kill(qint64 process) const
 {
-    if (m_relay > 0 && starterOf(m_relay) == m_child->processId())
-        ::kill(pid_t(m_relay), SIGKILL);
+    if (process > 0 && starterOf(process) == m_child->processId())
+        ::kill(pid_t(process), SIGKILL);
 }
 
 void zoMpiGroup::findSilent()
@@ -332,6 +335,9 @@ void zoMpiGroup::findSilent()
         giveUp(QStringLiteral("no answer within %1 s").arg(m_limits.startMs / 1000));
         return;
     }
+    // Their nodes are free when the loss is told.
+    for (auto it = silent.cbegin(); it != silent.cend(); ++it)
+        kill(m_servers.at(it.key()).process);
     lose(silent, zoNodeReason::Silent);
     lose(late, zoNodeReason::NoAnswer);
     restartSoon();

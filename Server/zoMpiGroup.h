@@ -59,6 +59,7 @@ private:
     {
         Member member;
         int rank = 0;
+        qint64 process = 0; // on its machine; 0 before its HELLO
         bool hasGreeted = false;
         int ticks = 0; // of the beat since it was heard of, or since the job was started
     };
@@ -70,7 +71,7 @@ private:
     void endJob();
     void jobEnded();
     void replaceJob();
-    void killRelay() const;
+    void kill(qint64 process) const;
     void receive(const zoServerMessage& message);
     void hear(const zoRankMessage& inner);
     void takeSigns(const QList<int>& ranks);
