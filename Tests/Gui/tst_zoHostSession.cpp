@@ -67,6 +67,7 @@ private slots:
     void screenshotIsTakenWhileRunning();
     void speedTestHasThreeFigures_data();
     void speedTestHasThreeFigures();
+    void serviceWithoutASpeedTestIsNotMeasured();
 
 private:
     void begin(const zoHostOptions& options, const QString& file);
@@ -290,6 +291,7 @@ void tst_zoHostSession::speedTestHasThreeFigures()
     QFETCH(QStringList, figures);
     zoFakeClusterService cluster;
     cluster.rates = figures;
+    cluster.ability = zoClusterService::MeasuresSpeed;
     cluster.onStart = [&cluster] {
         cluster.running = true;
         emit cluster.started();
@@ -309,6 +311,28 @@ void tst_zoHostSession::speedTestHasThreeFigures()
     const int exitCode = QCoreApplication::exec();
 
     QCOMPARE(exitCode, 1);
+}
+
+void tst_zoHostSession::serviceWithoutASpeedTestIsNotMeasured()
+{
+    zoFakeClusterService cluster;
+    cluster.onStart = [&cluster] {
+        cluster.running = true;
+        emit cluster.started();
+        return true;
+    };
+    ModuleObject module(&cluster);
+    zoHostMainWindow window(m_parts->services());
+    window.moduleToolBar()->addAction(new QAction("Cluster", &module));
+    zoHostOptions options;
+    options.start = true;
+    options.nonInteractive = true;
+    options.exitAfterStop = true;
+    zoHostSession session(options, &window, &cluster);
+    session.begin(writeFile(OneNode));
+
+    QTRY_VERIFY(cluster.calls.contains("stop"));
+    QVERIFY(!cluster.calls.contains("speedTest"));
 }
 
 ZO_TEST_MAIN(tst_zoHostSession)

@@ -36,12 +36,14 @@ public:
     void setShowTiles(bool on) override;
     void setShowTestImage(bool on) override;
     QStringList speedTest() override;
+    Capabilities capabilities() override { return ability; }
 
     // What the service has and answers.
     QString config;
     bool running = false;
     QStringList nodes;
     QStringList rates;
+    Capabilities ability;          // beyond what every service can
     std::function<bool()> onStart; // the body of start(); without one, start fails
 
     // What it was told: one line per call, in order. Documents are kept apart.
