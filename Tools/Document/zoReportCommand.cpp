@@ -118,6 +118,7 @@ int zoReportCommand::write(const Request& request)
     subject.checksum = zoHPCReport::checksumOf(setup.file().bytes);
     subject.date = zoHPCPdfFile::date();
     std::vector<zoHPCReport::Problem> problems;
+    problems.reserve(found.size());
     for (const zoHPCDocumentProblems::Problem& problem : found)
         problems.push_back(
             {problem.kind, tr("line %1").arg(problem.place.line), problem.message, problem.fixText});

@@ -348,6 +348,7 @@ void zoHPCReport::addProblems(const std::vector<Problem>& problems)
         return;
     }
     std::vector<QStringList> rows;
+    rows.reserve(problems.size());
     for (const Problem& problem : problems)
         rows.push_back({zoHPCProblem::severityName(zoHPCProblem::severityOf(problem.kind)), problem.place,
                         problem.text, problem.fix, zoHPCProblem::kindName(problem.kind)});
