@@ -547,7 +547,6 @@ void zoParaViewService::jobEnded(int exitCode)
 // With the same port and the same secret, so that the client can come back as it came.
 void zoParaViewService::launchAgain()
 {
-    const QPointer<zoParaViewService> self(this);
     if (!launch()) {
         lose(m_broken, -1);
         return;
