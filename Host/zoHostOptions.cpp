@@ -68,6 +68,9 @@ struct CommandLine
 
     void addTo(QCommandLineParser& parser) const
     {
+        parser.addPositionalArgument(QStringLiteral("FILE"),
+                                     zoHostOptions::tr("The same as --config FILE."),
+                                     QStringLiteral("[FILE]"));
         parser.addOptions({help, version, config, start, nonInteractive, screenshot, exitAfterStop, module,
                            language, engine, rehearse, show, wallPicture, nodePictures});
     }
@@ -75,9 +78,12 @@ struct CommandLine
     // What is wrong with values and arguments; empty for nothing.
     QString mistake(const QCommandLineParser& parser) const
     {
-        if (!parser.positionalArguments().isEmpty())
-            return zoHostOptions::tr("unexpected argument '%1'")
-                .arg(parser.positionalArguments().constFirst());
+        const QStringList files = parser.positionalArguments();
+        const bool isNamed = parser.isSet(config);
+        if (files.size() > (isNamed ? 0 : 1))
+            return zoHostOptions::tr("unexpected argument '%1'").arg(files.at(isNamed ? 0 : 1));
+        if (files.contains(QString()))
+            return zoHostOptions::tr("a configuration needs a file name");
         for (const QCommandLineOption& option : {config, screenshot, module, wallPicture, nodePictures}) {
             if (parser.values(option).contains(QString()))
                 return zoHostOptions::tr("--%1 needs a file name").arg(option.names().constFirst());
@@ -127,7 +133,8 @@ struct CommandLine
 
     void read(const QCommandLineParser& parser, zoHostOptions& options) const
     {
-        options.configFile = parser.value(config);
+        const QStringList files = parser.positionalArguments();
+        options.configFile = files.isEmpty() ? parser.value(config) : files.constFirst();
         options.screenshotFile = parser.value(screenshot);
         options.moduleFiles = parser.values(module);
         options.start = parser.isSet(start);

@@ -2,6 +2,8 @@
 
 add_library(zoBuildFlags INTERFACE)
 add_library(Zo::BuildFlags ALIAS zoBuildFlags)
+set_target_properties(zoBuildFlags PROPERTIES EXPORT_NAME BuildFlags)
+install(TARGETS zoBuildFlags EXPORT zo) # of libraries that are installed; only what they need when linked counts
 target_compile_features(zoBuildFlags INTERFACE cxx_std_17)
 target_compile_definitions(zoBuildFlags INTERFACE
   QT_NO_FOREACH QT_DEPRECATED_WARNINGS QT_DISABLE_DEPRECATED_BEFORE=0x050d00)
@@ -27,10 +29,10 @@ function(zo_setup_target name)
   target_link_libraries(${name} PRIVATE Zo::BuildFlags)
 endfunction()
 
-# zo_add_module(<name> OBJECTS <object library>): a plug-in file lib<name>.so that exports only the
+# zo_add_module(<name> OBJECTS <object library> COMPONENT <component>): a plug-in file lib<name>.so that exports only the
 # symbols in <name>.map of the current folder.
 function(zo_add_module name)
-  cmake_parse_arguments(ARG "" "OBJECTS" "" ${ARGN})
+  cmake_parse_arguments(ARG "" "OBJECTS;COMPONENT" "" ${ARGN})
   set(map "${CMAKE_CURRENT_SOURCE_DIR}/${name}.map")
   add_library(${name} MODULE "${map}")
   zo_setup_target(${name})
@@ -39,7 +41,7 @@ function(zo_add_module name)
   set_target_properties(${name} PROPERTIES
     PREFIX "lib" LINKER_LANGUAGE CXX LINK_DEPENDS "${map}"
     LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib/zo")
-  install(TARGETS ${name} LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/zo")
+  install(TARGETS ${name} LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/zo" COMPONENT ${ARG_COMPONENT})
 endfunction()
 
 # zo_add_test(<name> LABELS <area>... [DESKTOP | NETNS] [SOURCES <file>...] [LIBS <target>...] [ENV <VAR=value>...]

@@ -13,6 +13,8 @@ zo_lint_packages=(git clang-format-14 clang-tidy-14 clang-14 clazy)
 zo_fuzz_packages=(clang-14 libclang-rt-14-dev)
 zo_netns_packages=(iproute2 openssh-server openssh-client procps)
 zo_engine_packages=(paraview python3-paraview openmpi-bin xvfb x11-utils libgl1-mesa-dri)
+zo_package_packages=(git dpkg-dev file xz-utils gzip)
+zo_package_check_packages=(lintian desktop-file-utils appstream mandoc mmdebstrap)
 
 zo_say() {
     printf '== %s\n' "$*"

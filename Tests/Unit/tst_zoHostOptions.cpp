@@ -12,6 +12,7 @@ class tst_zoHostOptions final : public zoTestCase
 private slots:
     void noArgumentsAskForNothing();
     void everyOptionIsRead();
+    void fileMayStandAlone();
     void helpNamesEveryOption();
     void languageIsToldWithWhatIsPrinted();
     void versionIsOneLine();
@@ -74,6 +75,16 @@ void tst_zoHostOptions::everyOptionIsRead()
     QCOMPARE(result.options.nodePictureFolder, QStringLiteral("folder"));
 }
 
+// As desktops call programs for a file.
+void tst_zoHostOptions::fileMayStandAlone()
+{
+    const zoHostOptions::Result result = zoHostOptions::parse({"zohost", "--start", "a b.zhpc"});
+
+    QVERIFY(result.run);
+    QCOMPARE(result.options.configFile, QStringLiteral("a b.zhpc"));
+    QVERIFY(result.options.start);
+}
+
 void tst_zoHostOptions::helpNamesEveryOption()
 {
     const zoHostOptions::Result result = zoHostOptions::parse({"zohost", "--help"});
@@ -85,7 +96,7 @@ void tst_zoHostOptions::helpNamesEveryOption()
          QStringList({"--config <FILE>", "--start", "--non-interactive", "--screenshot <FILE.png>",
                       "--exit-after-stop", "--module <FILE>", "--language <LANGUAGE>", "--help", "--version",
                       "--engine <ENGINE>", "--rehearse", "--show <PICTURE>", "--wall-picture <FILE.png>",
-                      "--node-pictures <FOLDER>"}))
+                      "--node-pictures <FOLDER>", "[FILE]"}))
         QVERIFY2(result.standardOutput.contains(option), qPrintable(option));
 }
 
@@ -121,8 +132,12 @@ void tst_zoHostOptions::wrongUseIsReported_data()
     QTest::newRow("value-for-a-switch") << QStringList({"--start=now"}) << "start";
     QTest::newRow("empty-file-name") << QStringList({"--config", ""}) << "--config needs a file name";
     QTest::newRow("empty-module-name") << QStringList({"--module="}) << "--module needs a file name";
-    QTest::newRow("stray-file-name") << QStringList({"wall.zhpc"}) << "unexpected argument 'wall.zhpc'";
-    QTest::newRow("placeholder-in-the-argument") << QStringList({"%1 %2"}) << "unexpected argument '%1 %2'";
+    QTest::newRow("two-files") << QStringList({"a.zhpc", "b.zhpc"}) << "unexpected argument 'b.zhpc'";
+    QTest::newRow("file-beside-the-option")
+        << QStringList({"--config", "a.zhpc", "b.zhpc"}) << "unexpected argument 'b.zhpc'";
+    QTest::newRow("empty-file-name") << QStringList({""}) << "a configuration needs a file name";
+    QTest::newRow("placeholder-in-the-argument")
+        << QStringList({"a.zhpc", "%1 %2"}) << "unexpected argument '%1 %2'";
     QTest::newRow("two-configurations")
         << QStringList({"--config", "a", "--config", "b"}) << "--config is given more than once";
     QTest::newRow("unknown-engine") << QStringList({"--engine", "steam"})
