@@ -68,8 +68,7 @@ struct CommandLine
 
     void addTo(QCommandLineParser& parser) const
     {
-        parser.addPositionalArgument(QStringLiteral("FILE"),
-                                     zoHostOptions::tr("The same as --config FILE."),
+        parser.addPositionalArgument(QStringLiteral("FILE"), zoHostOptions::tr("The same as --config FILE."),
                                      QStringLiteral("[FILE]"));
         parser.addOptions({help, version, config, start, nonInteractive, screenshot, exitAfterStop, module,
                            language, engine, rehearse, show, wallPicture, nodePictures});
