@@ -1,5 +1,7 @@
 #include "zoModuleLoader.h"
 
+#include "zoModuleMetadata.h"
+
 #include <zoLog.h>
 
 #include <QAction>
@@ -101,6 +103,13 @@ bool zoModuleLoader::load(const QString& fileName)
             logFailure(file, tr("The module is loaded already"));
             return false;
         }
+    }
+
+    // Before the library is opened: static objects of it run their code then.
+    const QString refusal = zoModuleMetadata::read(file).refusal();
+    if (!refusal.isEmpty()) {
+        logFailure(file, refusal);
+        return false;
     }
 
     auto library = std::make_unique<QLibrary>(file);

@@ -20,7 +20,8 @@ public:
     ~zoModuleLoader() override; // unloads what is still loaded
 
     // Loads the file and calls initPlugin() and, when the module has one, initPreferencesPlugin(). False when
-    // the module cannot be used; file and reason are logged then and nothing of it stays in memory.
+    // the module cannot be used; file and reason are logged then and nothing of it stays in memory. One that was
+    // built for another interface is refused before any code of it runs.
     bool load(const QString& fileName);
 
     // Absolute files of the loaded modules in the order of loading.

@@ -859,6 +859,14 @@ Das Protokoll nennt den Grund.</translation>
         <source>--%1 needs node servers: ParaView&apos;s server draws on the displays alone</source>
         <translation>--%1 braucht Knotenserver: Der ParaView-Server zeichnet nur auf die Bildschirme</translation>
     </message>
+    <message>
+        <source>The same as --config FILE.</source>
+        <translation>Dasselbe wie --config FILE.</translation>
+    </message>
+    <message>
+        <source>a configuration needs a file name</source>
+        <translation>eine Konfiguration braucht einen Dateinamen</translation>
+    </message>
 </context>
 <context>
     <name>zoHostPreferencesDialog</name>
@@ -1149,6 +1157,21 @@ Das Protokoll nennt den Grund.</translation>
     <message>
         <source>Unable to unload module %1: %2</source>
         <translation>Modul %1 kann nicht entladen werden: %2</translation>
+    </message>
+</context>
+<context>
+    <name>zoModuleMetadata</name>
+    <message>
+        <source>It is a plug-in for another program (%1)</source>
+        <translation>Es ist eine Erweiterung für ein anderes Programm (%1)</translation>
+    </message>
+    <message>
+        <source>%1 needs a newer host: it was built for interface %2, this host has interface %3</source>
+        <translation>%1 braucht einen neueren Host: es wurde für Schnittstelle %2 gebaut, dieser Host hat Schnittstelle %3</translation>
+    </message>
+    <message>
+        <source>%1 was built for interface %2, this host has interface %3: install the module of this release</source>
+        <translation>%1 wurde für Schnittstelle %2 gebaut, dieser Host hat Schnittstelle %3: installieren Sie das Modul dieser Version</translation>
     </message>
 </context>
 <context>

@@ -10,7 +10,9 @@
 #include <zoHostRecentFiles.h>
 #include <zoKernelServiceFactory.h>
 #include <zoLocalClusterService.h>
+#include <zoModuleInterface.h>
 #include <zoModuleLoader.h>
+#include <zoModuleMetadata.h>
 
 #include <QAction>
 #include <QApplication>
@@ -114,6 +116,10 @@ private slots:
     void goodModuleLoadsAfterABrokenOne();
     void sameFileTwiceIsReported();
     void relativeNameIsUnderstood();
+    void moduleTellsWhatItIs();
+    void moduleOfThisInterfaceIsLoaded();
+    void moduleOfAnotherInterfaceIsRefusedBeforeItsCodeRuns_data();
+    void moduleOfAnotherInterfaceIsRefusedBeforeItsCodeRuns();
 
 private:
     std::unique_ptr<Host> m_host;
@@ -328,6 +334,70 @@ void tst_zoModuleLoader::relativeNameIsUnderstood()
     QVERIFY(QFileInfo(relative).isRelative());
 
     QVERIFY(m_host->loader->load(relative));
+}
+
+void tst_zoModuleLoader::moduleTellsWhatItIs()
+{
+    const zoModuleMetadata cluster = zoModuleMetadata::read(QStringLiteral(ZO_MODULE_FILE));
+    const zoModuleMetadata plain = zoModuleMetadata::read(fixture("zoGoodModule"));
+
+    QVERIFY(cluster.isPresent());
+    QCOMPARE(cluster.name(), QStringLiteral("Cluster"));
+    QCOMPARE(cluster.version(), QStringLiteral(ZO_VERSION));
+    QCOMPARE(cluster.licence(), QStringLiteral("Apache-2.0"));
+    QCOMPARE(cluster.interfaceVersion(), ZO_MODULE_INTERFACE);
+    QCOMPARE(cluster.refusal(), QString());
+    QVERIFY(!plain.isPresent());
+    QCOMPARE(plain.refusal(), QString());
+    QVERIFY(!isMapped(QStringLiteral(ZO_MODULE_FILE)));
+}
+
+void tst_zoModuleLoader::moduleOfThisInterfaceIsLoaded()
+{
+    qunsetenv("ZO_TELLTALE");
+
+    QVERIFY(m_host->loader->load(fixture("zoSameInterfaceModule")));
+
+    QCOMPARE(qgetenv("ZO_TELLTALE"), QByteArray("called"));
+    m_host->loader->unloadAll();
+    QVERIFY(!isMapped(fixture("zoSameInterfaceModule")));
+}
+
+void tst_zoModuleLoader::moduleOfAnotherInterfaceIsRefusedBeforeItsCodeRuns_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("reason");
+
+    const auto text = [](const char* pattern, int interface) {
+        return QString::fromLatin1(pattern).arg(interface).arg(ZO_MODULE_INTERFACE);
+    };
+    QTest::newRow("newer")
+        << fixture("zoNewerModule")
+        << text("Newer 7\\.1 needs a newer host: .* interface %1, this host has interface %2",
+                ZO_MODULE_INTERFACE + 1);
+    QTest::newRow("older")
+        << fixture("zoOlderModule")
+        << text("Older 0\\.4 was built for interface %1, this host has interface %2: install",
+                ZO_MODULE_INTERFACE - 1);
+    QTest::newRow("other-program") << fixture("zoOtherPlugin")
+                                   << "It is a plug-in for another program \\(org\\.example\\.Editor";
+}
+
+void tst_zoModuleLoader::moduleOfAnotherInterfaceIsRefusedBeforeItsCodeRuns()
+{
+    QFETCH(QString, file);
+    QFETCH(QString, reason);
+    qunsetenv("ZO_TELLTALE");
+    expectMessage(
+        QtCriticalMsg,
+        QRegularExpression(
+            QStringLiteral("^Unable to load module %1: %2").arg(QRegularExpression::escape(file), reason)));
+
+    QVERIFY(!m_host->loader->load(file));
+
+    QCOMPARE(qgetenv("ZO_TELLTALE"), QByteArray());
+    QVERIFY(!isMapped(file));
+    QCOMPARE(m_host->loader->loadedFiles(), QStringList());
 }
 
 ZO_TEST_MAIN(tst_zoModuleLoader)
