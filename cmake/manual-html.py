@@ -4,12 +4,13 @@
   manual-html.py --into FOLDER PAGE.md...
 
 The viewer, QTextBrowser, knows HTML 4 and few styles: anchors are <a name>, tables have the borders of their attributes,
-there are no colours, so that those of the palette hold, and pictures have the size that their files have.
+there are no colours, so that those of the palette hold, and pictures have their size in pixels, up to that of a page.
 """
 
 import argparse
 import pathlib
 import re
+import struct
 import sys
 import xml.etree.ElementTree as ElementTree
 
@@ -18,6 +19,7 @@ from markdown.extensions import Extension
 from markdown.extensions.toc import TocExtension
 from markdown.treeprocessors import Treeprocessor
 
+WIDTH = 680  # of a page, in pixels
 PAGE = """<!DOCTYPE html>
 <html lang="en">
 <head>
@@ -37,14 +39,40 @@ td, th {{ text-align: left; vertical-align: top; }}
 """
 
 
+def target_of(link):
+    """Pages are beside each other; pictures in one folder; what is installed beside the manual is reached from there."""
+    if "://" in link:
+        return link
+    path, mark, anchor = link.partition("#")
+    if path.endswith(".md"):
+        return pathlib.PurePosixPath(path).stem + ".html" + mark + anchor
+    if path.endswith((".png", ".svg")):
+        return "pictures/" + pathlib.PurePosixPath(path).name
+    return re.sub(r"^\.\./Data/", "../../", link)
+
+
+def width_of(picture):
+    """Pixels of a PNG, 0 of another file: its header has them at a fixed place."""
+    head = picture.read_bytes()[:24]
+    return struct.unpack(">I", head[16:20])[0] if head[:4] == b"\x89PNG" else 0
+
+
 class ForViewer(Treeprocessor):
-    """Links between pages, anchors, and borders of tables."""
+    """Links, anchors, borders of tables, and pictures that are wider than a page."""
+
+    def __init__(self, md, folder):
+        super().__init__(md)
+        self.folder = folder
 
     def run(self, root):
         for element in root.iter():
-            if element.tag == "a" and "://" not in element.get("href", "://"):
-                element.set("href", re.sub(r"\.md(?=#|$)", ".html", element.get("href")))
-            elif element.tag == "table":
+            if element.tag == "img":
+                width = width_of(self.folder / element.get("src"))
+                if width > WIDTH:
+                    element.set("width", str(WIDTH))
+            for attribute in {"href", "src"} & set(element.keys()):
+                element.set(attribute, target_of(element.get(attribute)))
+            if element.tag == "table":
                 element.attrib.update(border="1", cellspacing="0", cellpadding="4",
                                       style="border-collapse: collapse")
             elif element.tag == "th":
@@ -56,8 +84,12 @@ class ForViewer(Treeprocessor):
 
 
 class ViewerExtension(Extension):
+    def __init__(self, folder):
+        super().__init__()
+        self.folder = folder
+
     def extendMarkdown(self, md):
-        md.treeprocessors.register(ForViewer(md), "viewer", 0)
+        md.treeprocessors.register(ForViewer(md, self.folder), "viewer", 0)
 
 
 def slug(text, separator="-"):
@@ -65,17 +97,18 @@ def slug(text, separator="-"):
     return re.sub(r"\s", separator, re.sub(r"[^\w\s-]", "", text.strip().lower()))
 
 
-def html_of(text, name, pages):
+def html_of(page, names):
+    text = page.read_text(encoding="utf-8")
     # Words behind the language of an example are for those who run it.
     text = re.sub(r"^(```\w+) .*$", r"\1", text, flags=re.MULTILINE)
     body = markdown.markdown(text, extensions=["tables", "fenced_code", "sane_lists",
-                                               TocExtension(slugify=slug), ViewerExtension()])
+                                               TocExtension(slugify=slug), ViewerExtension(page.parent)])
     title = re.match(r"# (.*)", text).group(1)
-    place = pages.index(name)
+    place = names.index(page.stem)
     links = []
-    for label, other in (("Contents", "index"), ("Back", pages[place - 1] if place > 0 else None),
-                         ("Next", pages[place + 1] if place + 1 < len(pages) else None)):
-        if other and other != name:
+    for label, other in (("Contents", "index"), ("Back", names[place - 1] if place > 0 else None),
+                         ("Next", names[place + 1] if place + 1 < len(names) else None)):
+        if other and other != page.stem:
             links.append('<a href="%s.html">%s</a>' % (other, label))
     return PAGE.format(title=title, navigation=" | ".join(links), body=body)
 
@@ -88,8 +121,7 @@ def main(arguments):
     options.into.mkdir(parents=True, exist_ok=True)
     names = [page.stem for page in options.pages]
     for page in options.pages:
-        html = html_of(page.read_text(encoding="utf-8"), page.stem, names)
-        (options.into / (page.stem + ".html")).write_text(html, encoding="utf-8")
+        (options.into / (page.stem + ".html")).write_text(html_of(page, names), encoding="utf-8")
     return 0
 
 

@@ -9,29 +9,29 @@
 #include <QTemporaryDir>
 
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 namespace
 {
 // A picture of a wall, as small as a page wants it.
-int fit(const char* from, const char* to)
+int fit(const char* from, const char* to, int side)
 {
-    constexpr int Side = 1100;
     const QImage image(QString::fromLocal8Bit(from));
     if (image.isNull()) {
         std::fprintf(stderr, "zo-screenshots: %s is no picture\n", from);
         return 1;
     }
-    const QImage fitted = image.scaled(Side, Side, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    const QImage fitted = image.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation);
     return fitted.convertToFormat(QImage::Format_RGB888).save(QString::fromLocal8Bit(to)) ? 0 : 1;
 }
 } // namespace
 
-// zo-screenshots LANGUAGE FOLDER, or --fit PICTURE FILE.png
+// zo-screenshots LANGUAGE FOLDER, or --fit PICTURE FILE.png [SIDE]
 int main(int argc, char** argv)
 {
-    if (argc == 4 && std::strcmp(argv[1], "--fit") == 0)
-        return fit(argv[2], argv[3]);
+    if ((argc == 4 || argc == 5) && std::strcmp(argv[1], "--fit") == 0)
+        return fit(argv[2], argv[3], argc == 5 ? std::atoi(argv[4]) : 1100);
     if (argc != 3) {
         std::fputs("Usage: zo-screenshots LANGUAGE FOLDER\nSee dev/screenshots.\n", stderr);
         return 2;

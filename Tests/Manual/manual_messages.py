@@ -1,0 +1,61 @@
+"""The texts that the sources tell people in the log, and of a start that fails."""
+
+import pathlib
+import re
+
+LAYERS = ("Kernel", "Plugins", "Host")
+# Where all texts are reasons of a start or of a session, whoever logs them.
+REASONS = ("Host/Cluster/*.cpp", "Host/zoLocalClusterService.cpp", "Server/Setup/*.cpp")
+
+STRING = r'"(?:[^"\\]|\\.)*"'
+STRINGS = STRING + r"(?:\s*" + STRING + ")*"
+TRANSLATED = re.compile(r"(?:\btr\(\s*|\b(?:translate|QT_TRANSLATE_NOOP)\(\s*" + STRING + r"\s*,\s*)(" + STRINGS + ")")
+FORMAT = re.compile(r"\A\(\s*(" + STRINGS + ")")
+
+
+def joined(strings):
+    """What adjacent literals are to a compiler."""
+    text = "".join(literal[1:-1] for literal in re.findall(STRING, strings))
+    return text.replace('\\"', '"').replace("\\n", "\n").replace("\\\\", "\\")
+
+
+def without_comments(text):
+    return re.sub(r"(" + STRING + r")|//[^\n]*|/\*.*?\*/", lambda match: match.group(1) or " ", text, flags=re.DOTALL)
+
+
+def arguments(text, start):
+    """The parentheses that begin at `start`, with what is in them."""
+    depth = 0
+    for match in re.compile(STRING + r"|[()]").finditer(text, start):
+        depth += {"(": 1, ")": -1}.get(match.group(), 0)
+        if depth == 0:
+            return text[start:match.end()]
+    return text[start:]
+
+
+def of_log(text):
+    """The forms of what a source logs: translated texts, and formats that are written there."""
+    forms = []
+    for match in re.finditer(r"\bzoLog::(?:info|error)(?=\()", text):
+        call = arguments(text, match.end())
+        found = [joined(strings) for strings in TRANSLATED.findall(call)]
+        literal = FORMAT.match(call)
+        if not found and literal and joined(literal.group(1)) != "%s":
+            found = [joined(literal.group(1))]
+        forms += found
+    return forms
+
+
+def of_sources(root):
+    """All forms, each with the first source that has it."""
+    forms = {}
+    root = pathlib.Path(root)
+    for layer in LAYERS:
+        for path in sorted((root / layer).rglob("*.cpp")):
+            for form in of_log(without_comments(path.read_text(encoding="utf-8"))):
+                forms.setdefault(form, path.relative_to(root).as_posix())
+    for pattern in REASONS:
+        for path in sorted(root.glob(pattern)):
+            for strings in TRANSLATED.findall(without_comments(path.read_text(encoding="utf-8"))):
+                forms.setdefault(joined(strings), path.relative_to(root).as_posix())
+    return forms
