@@ -2761,6 +2761,155 @@ auch wenn die Server dann instabil sein können?</translation>
     </message>
 </context>
 <context>
+    <name>zoHPCWallBuilder</name>
+    <message>
+        <source>%1 windows do not spread evenly over %2 hosts</source>
+        <translation>%1 Fenster verteilen sich nicht gleichmäßig auf %2 Rechner</translation>
+    </message>
+    <message>
+        <source>%1 screens on each host, %2 at most</source>
+        <translation>%1 Bildschirme je Rechner, höchstens %2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; comes twice</source>
+        <translation>„%1“ kommt zweimal vor</translation>
+    </message>
+    <message>
+        <source>no host in &quot;%1&quot;</source>
+        <translation>kein Rechner in „%1“</translation>
+    </message>
+    <message>
+        <source>gateways and nodes that do not render drive no screen, and &quot;%1&quot; has no other</source>
+        <translation>Gateways und Knoten, die nicht rendern, steuern keinen Bildschirm, und „%1“ hat keine anderen</translation>
+    </message>
+    <message>
+        <source>%1 windows, %2 on each host, take %3 hosts: there are %4</source>
+        <translation>%1 Fenster, %2 je Rechner, brauchen %3 Rechner: es gibt %4</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCWallMistakes</name>
+    <message>
+        <source>%1 tiles cannot be: 1 to %2 in a row and in a column</source>
+        <translation>%1 Kacheln kann es nicht geben: 1 bis %2 je Zeile und Spalte</translation>
+    </message>
+    <message>
+        <source>%1 tiles are more than %2</source>
+        <translation>%1 Kacheln sind mehr als %2</translation>
+    </message>
+    <message>
+        <source>%1x%2 pixels cannot be: 1 to %3 each way</source>
+        <translation>%1x%2 Pixel kann es nicht geben: 1 bis %3 in jeder Richtung</translation>
+    </message>
+    <message>
+        <source>nothing of the size is left for pictures</source>
+        <translation>von der Größe bleibt nichts für Bilder</translation>
+    </message>
+    <message>
+        <source>more than %1 pixels</source>
+        <translation>mehr als %1 Pixel</translation>
+    </message>
+    <message>
+        <source>tiles of %1x%2 pixels cannot share %3</source>
+        <translation>Kacheln von %1x%2 Pixeln können nicht %3 gemeinsam haben</translation>
+    </message>
+    <message>
+        <source>a pixel is 0.001 to 1000 mm wide</source>
+        <translation>ein Pixel ist 0,001 bis 1000 mm breit</translation>
+    </message>
+    <message>
+        <source>how large is a pixel? Millimetres between tiles need it</source>
+        <translation>wie groß ist ein Pixel? Millimeter zwischen Kacheln brauchen das</translation>
+    </message>
+    <message>
+        <source>pixels are whole numbers</source>
+        <translation>Pixel sind ganze Zahlen</translation>
+    </message>
+    <message>
+        <source>a size is more than 0 and at most %1 mm</source>
+        <translation>eine Größe ist mehr als 0 und höchstens %1 mm</translation>
+    </message>
+    <message>
+        <source>a cave has one wall at least</source>
+        <translation>eine Cave hat mindestens eine Wand</translation>
+    </message>
+    <message>
+        <source>the walls of a cave share no pixels</source>
+        <translation>die Wände einer Cave haben keine gemeinsamen Pixel</translation>
+    </message>
+    <message>
+        <source>a radius is more than 0 and at most %1 mm</source>
+        <translation>ein Radius ist mehr als 0 und höchstens %1 mm</translation>
+    </message>
+    <message>
+        <source>an angle between columns is more than 0 and at most 120 degrees</source>
+        <translation>ein Winkel zwischen Spalten ist mehr als 0 und höchstens 120 Grad</translation>
+    </message>
+    <message>
+        <source>tiles of %1 mm do not stand on a circle with a radius of %2 mm</source>
+        <translation>Kacheln von %1 mm stehen auf keinem Kreis mit einem Radius von %2 mm</translation>
+    </message>
+    <message>
+        <source>%1 columns with %2 degrees from one to the next do not fit into a circle</source>
+        <translation>%1 Spalten mit %2 Grad von einer zur nächsten passen in keinen Kreis</translation>
+    </message>
+    <message>
+        <source>one plane at least</source>
+        <translation>mindestens eine Ebene</translation>
+    </message>
+    <message>
+        <source>%1 planes are more than %2</source>
+        <translation>%1 Ebenen sind mehr als %2</translation>
+    </message>
+    <message>
+        <source>a place is at most %1 mm away</source>
+        <translation>ein Ort ist höchstens %1 mm entfernt</translation>
+    </message>
+    <message>
+        <source>the viewer is before the wall: more than 0 mm away</source>
+        <translation>der Betrachter ist vor der Wand: mehr als 0 mm entfernt</translation>
+    </message>
+    <message>
+        <source>who looks at a wall without a size in millimetres is straight before its middle</source>
+        <translation>wer eine Wand ohne Größe in Millimetern ansieht, ist gerade vor ihrer Mitte</translation>
+    </message>
+    <message>
+        <source>column %1 turns its back to the viewer</source>
+        <translation>Spalte %1 kehrt dem Betrachter den Rücken zu</translation>
+    </message>
+    <message>
+        <source>too long a name for %1 tiles, which repeat it</source>
+        <translation>ein zu langer Name für %1 Kacheln, die ihn wiederholen</translation>
+    </message>
+    <message>
+        <source>a node has 1 to %1 screens</source>
+        <translation>ein Knoten hat 1 bis %1 Bildschirme</translation>
+    </message>
+    <message>
+        <source>eyes are 0 mm apart or more</source>
+        <translation>Augen sind 0 mm oder mehr voneinander entfernt</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCWallPlan</name>
+    <message>
+        <source>A window for each eye</source>
+        <translation>Ein Fenster je Auge</translation>
+    </message>
+    <message>
+        <source>Plane</source>
+        <translation>Ebene</translation>
+    </message>
+    <message>
+        <source>Cave</source>
+        <translation>Cave</translation>
+    </message>
+    <message>
+        <source>Wall</source>
+        <translation>Wand</translation>
+    </message>
+</context>
+<context>
     <name>zoHPCWindowItem</name>
     <message>
         <source>Window: %1</source>

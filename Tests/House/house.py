@@ -52,6 +52,7 @@ ROOMS = {
     "Engines": {"Base", "Hosts", "Displays", "Checks", "Render"},
     "Report": {"Base", "Hosts", "Displays", "Checks", "Render", "Preview"},
     "Document": {"Base", "Hosts", "Displays"},
+    "Walls": {"Base", "Hosts", "Displays", "Checks", "Document"},
     "Legacy": {"Base", "Hosts", "Displays", "Document"},
     "Preview": {"Base", "Widgets", "Hosts", "Displays", "Checks"},
     "DisplayEditor": {"Base", "Widgets", "Hosts", "Displays", "Checks", "Preview"},

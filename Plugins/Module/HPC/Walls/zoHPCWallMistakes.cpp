@@ -1,0 +1,238 @@
+#include "zoHPCWallMistakes.h"
+
+#include "zoHPCCurvedWall.h"
+#include "zoHPCProjectionItem.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+using Plan = zoHPCWallPlan;
+using Field = Plan::Field;
+
+bool isLength(double value)
+{
+    return value > 0.0 && value <= zoHPCWallMistakes::MostMillimetres;
+}
+
+bool isPlace(double value)
+{
+    return std::abs(value) <= zoHPCWallMistakes::MostMillimetres;
+}
+
+bool isPlace(const Point3& point)
+{
+    return isPlace(point.x) && isPlace(point.y) && isPlace(point.z);
+}
+
+bool isWhole(double value)
+{
+    return value == std::floor(value);
+}
+
+QString pixels(double value)
+{
+    return QString::number(value, 'g', 10);
+}
+
+// One number where both are equal.
+QString overlapText(const Plan::Overlap& overlap)
+{
+    const QString across = pixels(overlap.across);
+    const QString down = pixels(overlap.down);
+    return across == down ? across : across + QLatin1Char('x') + down;
+}
+} // namespace
+
+zoHPCWallMistakes::List zoHPCWallMistakes::find(const zoHPCWallPlan& plan)
+{
+    zoHPCWallMistakes mistakes(plan);
+    mistakes.checkTiles();
+    // Numbers that the rest divides by.
+    if (mistakes.hasMistakes())
+        return mistakes.m_list;
+    mistakes.checkStereo();
+    mistakes.checkName();
+    switch (plan.kind) {
+    case Plan::Kind::Tiled:
+        mistakes.checkTiled();
+        break;
+    case Plan::Kind::Cave:
+        mistakes.checkCave();
+        break;
+    case Plan::Kind::Power:
+    case Plan::Kind::Curved:
+        mistakes.checkSize();
+        break;
+    case Plan::Kind::Planes:
+        mistakes.checkPlanes();
+        break;
+    }
+    if (!mistakes.hasMistakes() && plan.hasGrid())
+        mistakes.checkOverlap();
+    if (!mistakes.hasMistakes() && plan.kind == Plan::Kind::Curved)
+        mistakes.checkCurve();
+    if (!mistakes.hasMistakes())
+        mistakes.checkViewer();
+    return mistakes.m_list;
+}
+
+void zoHPCWallMistakes::checkTiles()
+{
+    const auto isCount = [](int count, int most) { return count >= 1 && count <= most; };
+    if (m_plan.hasGrid()) {
+        const QString tiles =
+            QString::number(m_plan.columns) + QLatin1Char('x') + QString::number(m_plan.rows);
+        if (!isCount(m_plan.columns, MostInARow) || !isCount(m_plan.rows, MostInARow))
+            add(Field::Tiles, tr("%1 tiles cannot be: 1 to %2 in a row and in a column")
+                                  .arg(tiles, QString::number(MostInARow)));
+        else if (m_plan.tileCount() > zoHPCProjectionItem::MaximumTiles)
+            add(Field::Tiles, tr("%1 tiles are more than %2")
+                                  .arg(tiles, QString::number(zoHPCProjectionItem::MaximumTiles)));
+    }
+    if (!isCount(m_plan.tilePixels.width(), MostPixels) || !isCount(m_plan.tilePixels.height(), MostPixels))
+        add(Field::TilePixels, tr("%1x%2 pixels cannot be: 1 to %3 each way")
+                                   .arg(m_plan.tilePixels.width())
+                                   .arg(m_plan.tilePixels.height())
+                                   .arg(MostPixels));
+}
+
+void zoHPCWallMistakes::checkOverlap()
+{
+    // A size of the whole that bezels use up has tiles of no size, and pixels of none.
+    const QSizeF tile = m_plan.tileSize();
+    const bool hasSize = m_plan.kind == Plan::Kind::Power || m_plan.kind == Plan::Kind::Curved;
+    if (hasSize && (!(tile.width() > 0.0) || !(tile.height() > 0.0))) {
+        add(Field::Overlap, tr("nothing of the size is left for pictures"));
+        return;
+    }
+    const Plan::Overlap shared = m_plan.overlapPixels();
+    if (!(std::abs(shared.across) <= MostPixels) || !(std::abs(shared.down) <= MostPixels)) {
+        add(Field::Overlap, tr("more than %1 pixels").arg(MostPixels));
+        return;
+    }
+    const QSize size = m_plan.tilePixels;
+    if (shared.across >= size.width() || shared.down >= size.height())
+        add(Field::Overlap,
+            tr("tiles of %1x%2 pixels cannot share %3")
+                .arg(QString::number(size.width()), QString::number(size.height()), overlapText(shared)));
+}
+
+void zoHPCWallMistakes::checkTiled()
+{
+    const Plan::Overlap& overlap = m_plan.overlap;
+    if (m_plan.pixelPitch != 0.0 && !(m_plan.pixelPitch >= 0.001 && m_plan.pixelPitch <= 1000.0))
+        add(Field::PixelPitch, tr("a pixel is 0.001 to 1000 mm wide"));
+    else if (m_plan.overlapUnit == Plan::Unit::Millimetres && m_plan.pixelPitch == 0.0 &&
+             (overlap.across != 0.0 || overlap.down != 0.0))
+        add(Field::PixelPitch, tr("how large is a pixel? Millimetres between tiles need it"));
+    if (m_plan.overlapUnit == Plan::Unit::Pixels && (!isWhole(overlap.across) || !isWhole(overlap.down)))
+        add(Field::Overlap, tr("pixels are whole numbers"));
+}
+
+void zoHPCWallMistakes::checkSize()
+{
+    if (!isLength(m_plan.size.width()) || !isLength(m_plan.size.height()))
+        add(Field::Size, tr("a size is more than 0 and at most %1 mm").arg(MostMillimetres));
+}
+
+void zoHPCWallMistakes::checkCave()
+{
+    if (!isLength(m_plan.caveSize.x) || !isLength(m_plan.caveSize.y) || !isLength(m_plan.caveSize.z))
+        add(Field::CaveSize, tr("a size is more than 0 and at most %1 mm").arg(MostMillimetres));
+    if (m_plan.tileCount() == 0)
+        add(Field::CaveWalls, tr("a cave has one wall at least"));
+    const bool isShared = m_plan.overlap.across != 0.0 || m_plan.overlap.down != 0.0;
+    if (isShared && m_plan.columns == 1 && m_plan.rows == 1)
+        add(Field::Overlap, tr("the walls of a cave share no pixels"));
+}
+
+void zoHPCWallMistakes::checkCurve()
+{
+    const double angle = m_plan.columnAngle;
+    if (m_plan.curvature == Plan::Curvature::Radius && !isLength(m_plan.radius)) {
+        add(Field::Curvature, tr("a radius is more than 0 and at most %1 mm").arg(MostMillimetres));
+        return;
+    }
+    if (m_plan.curvature == Plan::Curvature::Angle && !(angle > 0.0 && angle <= 120.0)) {
+        add(Field::Curvature, tr("an angle between columns is more than 0 and at most 120 degrees"));
+        return;
+    }
+    const QSizeF tile = m_plan.tileSize();
+    const Plan::Overlap overlap = m_plan.overlapMillimetres();
+    const double radius = m_plan.curveRadius();
+    if (!(tile.width() < 2.0 * radius) || !(-overlap.across < 2.0 * radius)) {
+        add(Field::Curvature,
+            tr("tiles of %1 mm do not stand on a circle with a radius of %2 mm")
+                .arg(QString::number(tile.width(), 'g', 6), QString::number(radius, 'g', 6)));
+        return;
+    }
+    const zoHPCCurvedWall wall(m_plan.columns, m_plan.rows, tile, overlap.across, overlap.down, radius);
+    if (!wall.isPossible())
+        add(Field::Curvature,
+            tr("%1 columns with %2 degrees from one to the next do not fit into a circle")
+                .arg(QString::number(m_plan.columns), QString::number(wall.angle(), 'g', 4)));
+}
+
+void zoHPCWallMistakes::checkPlanes()
+{
+    if (m_plan.planes.empty())
+        add(Field::Planes, tr("one plane at least"));
+    if (m_plan.planes.size() > std::size_t(zoHPCProjectionItem::MaximumTiles))
+        add(Field::Planes, tr("%1 planes are more than %2")
+                               .arg(QString::number(m_plan.planes.size()),
+                                    QString::number(zoHPCProjectionItem::MaximumTiles)));
+    for (const Plan::Plane& plane : m_plan.planes) {
+        if (!isLength(plane.size.width()) || !isLength(plane.size.height()))
+            add(Field::Planes, tr("a size is more than 0 and at most %1 mm").arg(MostMillimetres));
+        else if (!isPlace(plane.center) || !isPlace(plane.yaw) || !isPlace(plane.tilt))
+            add(Field::Planes, tr("a place is at most %1 mm away").arg(MostMillimetres));
+        else
+            continue;
+        return;
+    }
+}
+
+void zoHPCWallMistakes::checkViewer()
+{
+    const Point3& viewer = m_plan.viewer;
+    if (!isPlace(viewer)) {
+        add(Field::Viewer, tr("a place is at most %1 mm away").arg(MostMillimetres));
+        return;
+    }
+    if (m_plan.kind == Plan::Kind::Cave || m_plan.kind == Plan::Kind::Planes)
+        return;
+    if (!(viewer.z > 0.0)) {
+        add(Field::Viewer, tr("the viewer is before the wall: more than 0 mm away"));
+        return;
+    }
+    if (m_plan.kind == Plan::Kind::Tiled && (viewer.x != 0.0 || viewer.y != 0.0))
+        add(Field::Viewer,
+            tr("who looks at a wall without a size in millimetres is straight before its middle"));
+    if (m_plan.kind != Plan::Kind::Curved)
+        return;
+    const Plan::Overlap overlap = m_plan.overlapMillimetres();
+    const zoHPCCurvedWall wall(m_plan.columns, 1, m_plan.tileSize(), overlap.across, 0.0,
+                               m_plan.curveRadius());
+    for (int column = 1; column <= m_plan.columns; ++column) {
+        if (wall.tile(1, column).distanceInFront(viewer) > 0.0)
+            continue;
+        add(Field::Viewer, tr("column %1 turns its back to the viewer").arg(column));
+        return;
+    }
+}
+
+void zoHPCWallMistakes::checkName()
+{
+    if (qint64(m_plan.title().size()) * m_plan.tileCount() > zoHPCProjectionItem::MaximumNameCharacters)
+        add(Field::Name, tr("too long a name for %1 tiles, which repeat it").arg(m_plan.tileCount()));
+}
+
+void zoHPCWallMistakes::checkStereo()
+{
+    if (m_plan.windowsPerNode < 0 || m_plan.windowsPerNode > zoHPCWallPlan::MaximumScreens)
+        add(Field::WindowsPerNode, tr("a node has 1 to %1 screens").arg(zoHPCWallPlan::MaximumScreens));
+    if (!(m_plan.eyeSeparation >= 0.0 && m_plan.eyeSeparation <= MostMillimetres))
+        add(Field::EyeSeparation, tr("eyes are 0 mm apart or more"));
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "zoHPCWallPlan.h"
+
+#include <QCoreApplication>
+
+#include <vector>
+
+// What is wrong with a plan before anything is made of it, hosts and windows aside.
+class zoHPCWallMistakes final
+{
+    Q_DECLARE_TR_FUNCTIONS(zoHPCWallMistakes)
+
+public:
+    using List = std::vector<zoHPCWallPlan::Mistake>;
+
+    // Tiles in a row or a column.
+    static constexpr int MostInARow = 1000;
+    static constexpr int MostPixels = 100000;
+    // Longer than any hall.
+    static constexpr double MostMillimetres = 1e6;
+
+    static List find(const zoHPCWallPlan& plan);
+
+private:
+    explicit zoHPCWallMistakes(const zoHPCWallPlan& plan) : m_plan(plan) {}
+
+    void checkTiles();
+    void checkOverlap();
+    void checkTiled();
+    void checkSize();
+    void checkCave();
+    void checkCurve();
+    void checkPlanes();
+    void checkViewer();
+    void checkName();
+    void checkStereo();
+    void add(zoHPCWallPlan::Field field, const QString& text) { m_list.push_back({field, text}); }
+    bool hasMistakes() const { return !m_list.empty(); }
+
+    const zoHPCWallPlan& m_plan;
+    List m_list;
+};
