@@ -3,6 +3,7 @@
 #include "zoHostTranslations.h"
 
 #include <zoCommandLine.h>
+#include <zoUserFolder.h>
 
 #include <QApplication>
 
@@ -43,6 +44,7 @@ int main(int argc, char** argv)
     std::fputs(commandLine.standardError.toLocal8Bit().constData(), stderr);
     if (!commandLine.run)
         return commandLine.exitCode;
+    zoUserFolder::provide();
     if (commandLine.options.nonInteractive)
         chooseOffscreenWithoutDisplay();
 

@@ -7,6 +7,7 @@
 #include "zoPipeLink.h"
 #include "zoServerProbe.h"
 #include "zoSessionFolder.h"
+#include "zoUserFolder.h"
 
 #include <zoServerChannel.h>
 
@@ -129,6 +130,7 @@ int runServer(int argc, char** argv)
     }
     if (isInJob)
         endWithStarter();
+    zoUserFolder::provide();
     zoServerProbe::choosePlatform();
     zoNodeShow::prepareApplication();
     const QGuiApplication application(argc, argv);
@@ -162,8 +164,10 @@ int main(int argc, char** argv)
         return runController(argc, argv);
     if (std::strcmp(role, "head") == 0)
         return runHead(argc, argv);
-    if (std::strcmp(role, "--probe") == 0)
+    if (std::strcmp(role, "--probe") == 0) {
+        zoUserFolder::provide();
         return zoServerProbe::run(argc, argv);
+    }
     if (std::strcmp(role, "--version") == 0) {
         std::printf("ZOKEClusterServer %s\n", ZO_VERSION);
         return 0;

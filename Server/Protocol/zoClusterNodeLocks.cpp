@@ -1,5 +1,7 @@
 #include "zoClusterNodeLocks.h"
 
+#include "zoUserFolder.h"
+
 #include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QDir>
@@ -44,17 +46,6 @@ bool lock(int file, int operation)
 QString systemError()
 {
     return QString::fromLocal8Bit(std::strerror(errno));
-}
-
-// The run-time directory of the login session, else a directory of this user alone.
-QByteArray userDirectory()
-{
-    const QByteArray runtime = qgetenv("XDG_RUNTIME_DIR");
-    struct stat info = {};
-    if (!runtime.isEmpty() && stat(runtime.constData(), &info) == 0 && S_ISDIR(info.st_mode) &&
-        info.st_uid == geteuid())
-        return runtime;
-    return "/tmp/zo-" + QByteArray::number(uint(geteuid()));
 }
 } // namespace
 
@@ -103,7 +94,8 @@ bool zoClusterNodeLocks::openTurns()
     m_turns = -1;
     m_generation.reset();
 
-    const QByteArray directory = m_directory.isEmpty() ? userDirectory() : QFile::encodeName(m_directory);
+    const QByteArray directory =
+        m_directory.isEmpty() ? zoUserFolder::path() : QFile::encodeName(m_directory);
     m_path = directory;
     constexpr mode_t OwnerOnly = 0700;
     if (mkdir(directory.constData(), OwnerOnly) == -1 && errno != EEXIST)

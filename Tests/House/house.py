@@ -28,6 +28,7 @@ LAYERS = {
     "Server": {"Kernel", "Plugins"},
     "Host": {"Kernel", "Server"},
     "Tools": {"Kernel", "Plugins"},
+    "Examples": {"Kernel"},
     "Benchmarks": {"Kernel", "Plugins", "Server", "Host", "Tools"},
     "Tests": {"Kernel", "Plugins", "Server", "Host", "Tools"},
 }

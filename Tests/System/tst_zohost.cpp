@@ -66,6 +66,7 @@ private slots:
     void fileNameOutsideLatin1IsLoaded_data();
     void fileNameOutsideLatin1IsLoaded();
     void screenshotOfAnIdleHost();
+    void loginWithoutRuntimeFolderIsNoMatter();
     void screenshotOfALargeFile_data();
     void screenshotOfALargeFile();
     void runningServersAreAcceptedWithoutAsking();
@@ -325,6 +326,21 @@ void tst_zohost::screenshotOfAnIdleHost()
     QCOMPARE(process->exitCode(), 0);
     QVERIFY(process->readAllStandardOutput().contains("screenshot: "));
     QVERIFY(!QImage(m_directory->filePath("idle.png"), "PNG").isNull());
+}
+
+void tst_zohost::loginWithoutRuntimeFolderIsNoMatter()
+{
+    const auto process = createProcess({"--non-interactive", "--screenshot", "picture.png"});
+    QProcessEnvironment environment = process->processEnvironment();
+    environment.remove("XDG_RUNTIME_DIR");
+    process->setProcessEnvironment(environment);
+
+    process->start();
+    QVERIFY(process->waitForFinished(ProcessTimeoutMs));
+
+    QCOMPARE(process->exitCode(), 0);
+    const QByteArray told = process->readAllStandardError();
+    QVERIFY2(!told.contains("XDG_RUNTIME_DIR"), told.constData());
 }
 
 void tst_zohost::screenshotOfALargeFile_data()
