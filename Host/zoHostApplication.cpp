@@ -44,6 +44,7 @@ zoHostApplication::zoHostApplication(const zoHostOptions& options)
           zoHostMainWindow::Services{&m_preferences, &m_cameras, &m_nodes, &m_controller, m_cluster.get(),
                                      &m_settings, &m_recent, &m_earlier}))
     , m_mainWindowService(std::make_unique<zoHostMainWindowService>(m_window.get()))
+    , m_configuration(std::make_unique<zoHostConfigurationService>(m_window->document(), m_cluster.get()))
 {
     connect(&m_log, &zoHostLog::messageLogged, m_window->logPanel(), &zoHostLogPanel::addMessage);
     // Whoever has closed the log must not wait in vain for what failed.
@@ -77,6 +78,8 @@ zoHostApplication::~zoHostApplication()
     m_autosave.reset();
     m_recovery.reset();
     // Windows first: their code lies in the modules.
+    zoKernelServiceFactory::the().unregisterService<zoConfigurationService>();
+    m_configuration.reset();
     m_window.reset();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     m_clusterPage.reset();
@@ -157,11 +160,13 @@ void zoHostApplication::registerServices()
     factory.registerService<zoCameraService>(&m_cameras);
     factory.registerService<zoClusterService>(m_cluster.get());
     factory.registerService<zoMainWindowService>(m_mainWindowService.get());
+    factory.registerService<zoConfigurationService>(m_configuration.get());
 }
 
 void zoHostApplication::unregisterServices()
 {
     zoKernelServiceFactory& factory = zoKernelServiceFactory::the();
+    factory.unregisterService<zoConfigurationService>();
     factory.unregisterService<zoMainWindowService>();
     factory.unregisterService<zoClusterService>();
     factory.unregisterService<zoCameraService>();
@@ -185,9 +190,8 @@ void zoHostApplication::rememberDocuments(const QString& newDocument)
 
 void zoHostApplication::loadModules()
 {
-    const QStringList files = m_options.moduleFiles.isEmpty()
-                                  ? QStringList(zoModuleLoader::defaultModuleFile())
-                                  : m_options.moduleFiles;
+    const QStringList files =
+        m_options.moduleFiles.isEmpty() ? zoModuleLoader::defaultModuleFiles() : m_options.moduleFiles;
     for (const QString& file : files) {
         m_translations.addModule(file);
         m_loader.load(file);

@@ -4,6 +4,7 @@
 #include "zoHostCameraService.h"
 #include "zoHostClusterPage.h"
 #include "zoHostClusterService.h"
+#include "zoHostConfigurationService.h"
 #include "zoHostControllerService.h"
 #include "zoHostEarlierConfigurations.h"
 #include "zoHostLog.h"
@@ -70,6 +71,7 @@ private:
     std::unique_ptr<zoHostClusterPage> m_clusterPage;
     std::unique_ptr<zoHostMainWindow> m_window;
     std::unique_ptr<zoHostMainWindowService> m_mainWindowService;
+    std::unique_ptr<zoHostConfigurationService> m_configuration;
     std::unique_ptr<zoHostRecovery> m_recovery; // null in a script
     std::unique_ptr<zoHostAutosave> m_autosave; // likewise
     zoModuleLoader m_loader;

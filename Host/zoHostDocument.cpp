@@ -14,6 +14,7 @@ constexpr char s_differsProperty[] = "differs";
 constexpr char s_replacedProperty[] = "replacedConfiguration";
 constexpr char s_readProperty[] = "readFile";
 constexpr char s_textProperty[] = "configuration";
+constexpr char s_revisionProperty[] = "revision";
 constexpr char s_undoProperty[] = "undoStep";
 constexpr char s_redoProperty[] = "redoStep";
 
@@ -25,6 +26,11 @@ bool isLatin1(const QString& text)
 bool hasSlot(const QObject* object, const char* signature)
 {
     return object->metaObject()->indexOfSlot(signature) >= 0;
+}
+
+bool hasText(const QWidget* moduleWindow)
+{
+    return moduleWindow->metaObject()->indexOfProperty(s_textProperty) >= 0;
 }
 
 // Shares no data with the module's, which may be unloaded earlier.
@@ -121,6 +127,23 @@ QString zoHostDocument::text(const QWidget* moduleWindow) const
     return moduleWindow->property(s_textProperty).toString();
 }
 
+QWidget* zoHostDocument::configurationWindow() const
+{
+    const QList<QWidget*> windows = m_modules->moduleWindows();
+    const auto it = std::find_if(windows.begin(), windows.end(), hasText);
+    return it == windows.end() ? nullptr : *it;
+}
+
+bool zoHostDocument::replace(QWidget* moduleWindow, const QString& text, const QString& step)
+{
+    bool isReplaced = false;
+    return hasSlot(moduleWindow, "replaceConfiguration(QString,QString)") &&
+           QMetaObject::invokeMethod(moduleWindow, "replaceConfiguration", Qt::DirectConnection,
+                                     Q_RETURN_ARG(bool, isReplaced), Q_ARG(QString, text),
+                                     Q_ARG(QString, step)) &&
+           isReplaced;
+}
+
 QString zoHostDocument::undoStep(const QWidget* moduleWindow)
 {
     return hasSlot(moduleWindow, "undo()") ? ownText(moduleWindow, s_undoProperty) : QString();
@@ -187,6 +210,8 @@ void zoHostDocument::hearProperty(QWidget* moduleWindow, const QByteArray& name)
             emit changed();
     } else if (name == s_undoProperty || name == s_redoProperty) {
         emit stepsChanged();
+    } else if (name == s_revisionProperty) {
+        emit textChanged();
     }
 }
 

@@ -14,8 +14,10 @@ class zoHostModules;
 // A module's window keeps windowFilePath and windowModified, and announces changes with WindowTitleChange and
 // ModifiedChange. When it has the property "differs", that is the state of this very moment. Before it
 // replaces the document it sets its property "replacedConfiguration" to the text that goes, and when it has
-// read a file its property "readFile" to the name. Its property "configuration" is the text that it would save. Its
-// properties "undoStep" and "redoStep" are the names of the steps that its slots undo() and redo() would take.
+// read a file its property "readFile" to the name. Its property "configuration" is the text that it would save, which
+// is another one when its property "revision" is. Its properties "undoStep" and "redoStep" are the names of the steps
+// that its slots undo() and redo() would take; its slot replaceConfiguration(QString,QString) takes another text as a
+// step with a name.
 class zoHostDocument final : public QObject
 {
     Q_OBJECT
@@ -45,6 +47,11 @@ public:
     // What the window would save; null when its module does not tell.
     QString text(const QWidget* moduleWindow) const;
 
+    // The first module's window that tells its text; null when none does.
+    QWidget* configurationWindow() const;
+    // Another text as a step with this name. False, and nothing changed, when the window does not take it.
+    static bool replace(QWidget* moduleWindow, const QString& text, const QString& step);
+
     // What undo() and redo() would take back and bring again; empty when there is nothing.
     static QString undoStep(const QWidget* moduleWindow);
     static QString redoStep(const QWidget* moduleWindow);
@@ -59,6 +66,8 @@ signals:
     void changed();
     // Of what can be undone or redone in a module's window.
     void stepsChanged();
+    // What a module's window would save is another text now; a moment after the change.
+    void textChanged();
     // A module's window has another file now; never empty.
     void fileOpened(const QString& fileName);
     // A module read this file, whether or not it was open before.

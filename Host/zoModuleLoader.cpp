@@ -16,6 +16,7 @@
 
 #include <dlfcn.h>
 
+#include <algorithm>
 #include <exception>
 #include <typeinfo>
 
@@ -75,6 +76,29 @@ void withdrawActions(const QString& canonicalFile)
                 widget->removeAction(action);
         }
     }
+}
+
+// Modules that work beside the cluster module, and without which nothing is missing.
+constexpr const char* s_additions[] = {"libzoAssistant.so"};
+
+// Where a module that belongs to this program may be.
+QStringList placesOf(const char* name)
+{
+    const QDir program(QCoreApplication::applicationDirPath());
+    QStringList files;
+    for (const char* folder : {"../lib/zo", ZO_INSTALLED_MODULE_DIR}) {
+        files << QDir::cleanPath(program.absoluteFilePath(
+            QStringLiteral("%1/%2").arg(QLatin1String(folder), QLatin1String(name))));
+    }
+    return files;
+}
+
+// The first file that exists, or an empty text.
+QString existing(const QStringList& files)
+{
+    const auto it =
+        std::find_if(files.begin(), files.end(), [](const QString& file) { return QFileInfo::exists(file); });
+    return it == files.end() ? QString() : *it;
 }
 
 void logFailure(const QString& fileName, const QString& reason)
@@ -165,19 +189,17 @@ void zoModuleLoader::unloadAll()
     }
 }
 
-QString zoModuleLoader::defaultModuleFile()
+QStringList zoModuleLoader::defaultModuleFiles()
 {
-    const QDir program(QCoreApplication::applicationDirPath());
-    QString first;
-    for (const char* folder : {"../lib/zo", ZO_INSTALLED_MODULE_DIR}) {
-        const QString file =
-            QDir::cleanPath(program.absoluteFilePath(QLatin1String(folder) + QStringLiteral("/libzoHPC.so")));
-        if (QFileInfo::exists(file))
-            return file;
-        if (first.isEmpty())
-            first = file;
+    const QStringList clusterFiles = placesOf("libzoHPC.so");
+    const QString cluster = existing(clusterFiles);
+    QStringList files(cluster.isEmpty() ? clusterFiles.constFirst() : cluster);
+    for (const char* addition : s_additions) {
+        const QString file = existing(placesOf(addition));
+        if (!file.isEmpty())
+            files << file;
     }
-    return first;
+    return files;
 }
 
 void zoModuleLoader::unload(QLibrary& library)

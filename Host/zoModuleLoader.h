@@ -31,9 +31,10 @@ public:
     // since their code goes away.
     void unloadAll();
 
-    // The cluster module that belongs to this host: the first that exists beside the running program in a
-    // build or an installation, else the first place that was tried.
-    static QString defaultModuleFile();
+    // The modules that belong to this host, in the order of loading: the cluster module, where it exists beside the
+    // running program in a build or an installation, else the first place that was tried; and those that add to it, if
+    // they are there.
+    static QStringList defaultModuleFiles();
 
 private:
     void unload(QLibrary& library);

@@ -311,6 +311,29 @@ Soll die Sitzung auf diesem Rechner geprobt werden?</translation>
     </message>
 </context>
 <context>
+    <name>zoHostConfigurationService</name>
+    <message>
+        <source>No module is loaded that edits configurations</source>
+        <translation>Es ist kein Modul geladen, das Konfigurationen bearbeitet</translation>
+    </message>
+    <message>
+        <source>A session runs</source>
+        <translation>Eine Sitzung läuft</translation>
+    </message>
+    <message>
+        <source>A dialog that edits the configuration is open</source>
+        <translation>Ein Dialog, der die Konfiguration bearbeitet, ist offen</translation>
+    </message>
+    <message>
+        <source>The configuration cannot be used: %1</source>
+        <translation>Die Konfiguration ist nicht brauchbar: %1</translation>
+    </message>
+    <message>
+        <source>The text holds no cluster configuration</source>
+        <translation>Der Text enthält keine Cluster-Konfiguration</translation>
+    </message>
+</context>
+<context>
     <name>zoHostConnectionPanel</name>
     <message>
         <source>Command that connects ParaView</source>

@@ -45,6 +45,16 @@ void zoHPCConfiguration::read(QDomDocument& document)
     m_displays.loadFromXML(document);
 }
 
+bool zoHPCConfiguration::readText(const QString& text)
+{
+    QDomDocument document;
+    zoHPCDocumentText::Refusal refusal;
+    if (!zoHPCDocumentText::parse(text, document, refusal) || !isConfiguration(document))
+        return false;
+    read(document);
+    return true;
+}
+
 QString zoHPCConfiguration::text() const
 {
     return textAsIs(m_hosts, m_displays);

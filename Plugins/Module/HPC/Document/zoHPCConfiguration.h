@@ -19,6 +19,8 @@ public:
 
     // Replaces both; each takes its section of the document, and is empty without one.
     void read(QDomDocument& document);
+    // The same from a text. False, and nothing is read or logged, when it holds no configuration.
+    bool readText(const QString& text);
     // textAsIs() of both.
     QString text() const;
     // The same without the values of tiles and planes that projections generate.

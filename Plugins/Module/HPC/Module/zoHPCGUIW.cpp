@@ -84,7 +84,7 @@ zoHPCGUIW::zoHPCGUIW(QWidget* parent, const QString& name)
     m_editor->setReplacementListener(
         [this](zoHPCTreeItem* item, const QString& option, const QString& value) {
             if (m_isReplacing)
-                m_replacedOptions.push_back({item->watch(), option, value});
+                m_replacedOptions.note(item, option, value);
         });
     connect(m_tree, SIGNAL(hostsChanged()), this, SLOT(updateDisplayState()));
     connect(m_editor, SIGNAL(hostChanged()), this, SLOT(updateDisplayState()));
@@ -163,6 +163,7 @@ void zoHPCGUIW::createUndo()
                        [this](const QString& from, const QString& to,
                               const std::function<void()>& showPlace) { restoreText(from, to, showPlace); }},
                       this);
+    m_announcedText = m_undo->steps().text();
     connect(m_undo, &zoHPCUndo::changed, this, &zoHPCGUIW::showSteps);
     // In no menu: a host has them in its own.
     auto* undo = new QAction(this);
@@ -437,7 +438,7 @@ QString zoHPCGUIW::announceReplacement(const QString& coming)
 
 void zoHPCGUIW::takeAsRead(const QString& text)
 {
-    if (m_replacedOptions.empty()) {
+    if (m_replacedOptions.isEmpty()) {
         takeAsSaved(text);
         return;
     }
@@ -448,19 +449,9 @@ void zoHPCGUIW::takeAsRead(const QString& text)
 
 QString zoHPCGUIW::textBeforeReplacing()
 {
-    const auto exchangeValues = [this] {
-        for (ReplacedOption& replaced : m_replacedOptions) {
-            const std::shared_ptr<zoHPCTreeItem> item = replaced.item.lock();
-            if (!item)
-                continue;
-            const QString value = item->getOption(replaced.option);
-            item->setOption(replaced.option, replaced.value);
-            replaced.value = value;
-        }
-    };
-    exchangeValues();
+    m_replacedOptions.exchange();
     const QString text = documentText();
-    exchangeValues();
+    m_replacedOptions.exchange();
     return text;
 }
 
@@ -510,6 +501,15 @@ void zoHPCGUIW::refreshStatus()
     showFile();
     showDiffers(m_files.differs(m_undo->text()));
     showContents();
+}
+
+void zoHPCGUIW::announceRevision()
+{
+    const QString& text = m_undo->steps().text();
+    if (text == m_announcedText)
+        return;
+    m_announcedText = text;
+    setProperty("revision", property("revision").toUInt() + 1);
 }
 
 void zoHPCGUIW::showContents()
@@ -609,6 +609,18 @@ void zoHPCGUIW::redo()
         m_undo->redo();
 }
 
+bool zoHPCGUIW::replaceConfiguration(const QString& text, const QString& step)
+{
+    zoHPCConfiguration coming;
+    if (!m_undo->mayReplace() || !coming.readText(text))
+        return false;
+    // In the form of all steps, whoever wrote it and with which version.
+    const QString written = coming.text();
+    announceReplacement(written);
+    m_undo->replace(written, step);
+    return true;
+}
+
 void zoHPCGUIW::restoreText(const QString& from, const QString& to, const std::function<void()>& showPlace)
 {
     QDomDocument document;
@@ -640,6 +652,7 @@ void zoHPCGUIW::showSteps()
     };
     show("undoStep", m_undo->undoAction());
     show("redoStep", m_undo->redoAction());
+    announceRevision();
 }
 
 void zoHPCGUIW::editConfig()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zoHPCConfigurationFiles.h"
+#include "zoHPCReplacedOptions.h"
 
 #include <QMainWindow>
 #include <QStringList>
@@ -8,7 +9,6 @@
 
 #include <functional>
 #include <memory>
-#include <vector>
 
 class QAction;
 class Ui_zoHPCGUIW;
@@ -45,6 +45,9 @@ class zoHPCUndo;
 //   would take, "Delete projection Wall"; they are empty when there is none, as while the display setup is open.
 //   Each change of one is a QDynamicPropertyChangeEvent. New, Load, Import and a configuration that the cluster
 //   service brings begin without steps.
+//
+// - The dynamic property "revision" is a number that rises a moment after the configuration changed, with a
+//   QDynamicPropertyChangeEvent.
 class zoHPCGUIW : public QMainWindow
 {
     Q_OBJECT
@@ -110,6 +113,10 @@ public slots:
     // service gets the configuration once. Without such a step they do nothing.
     void undo();
     void redo();
+    // Another configuration in place of this one, which stays open as its file: one step with this name, "New wall".
+    // False, and nothing changes, when the text is no configuration, while a session runs and while the display setup
+    // is open.
+    bool replaceConfiguration(const QString& text, const QString& step);
 
 signals:
     void startTriggered();
@@ -146,6 +153,7 @@ private:
     void showFile();
     void showDiffers(bool differs);
     void showContents();
+    void announceRevision();
     void refreshStatus();
     void refreshStatusLater();
 
@@ -167,18 +175,13 @@ private:
     zoHPCDisplayGUII* m_displayEditor = nullptr;
     zoHPCUndo* m_undo = nullptr;
     zoHPCConfigurationFiles m_files;
-    QString m_lastConfig;       // the text last built, read or applied
-    bool m_isReplacing = false; // tree and displays are being replaced
-    struct ReplacedOption
-    {
-        std::weak_ptr<zoHPCTreeItem> item;
-        QString option;
-        QString value;
-    };
-    std::vector<ReplacedOption> m_replacedOptions; // since tree and displays were replaced
+    QString m_lastConfig;                   // the text last built, read or applied
+    bool m_isReplacing = false;             // tree and displays are being replaced
+    zoHPCReplacedOptions m_replacedOptions; // since tree and displays were replaced
     zoHPCStatusPane* m_statusPane = nullptr;
     QTimer m_statusTimer{this}; // context of what it hears: goes before the trees do
     bool m_changedWhileWaiting = false;
+    QString m_announcedText; // the one that "revision" counted last
     // The last one shown; dialogs of this kind have no parent.
     std::unique_ptr<zoHPCConfigEditGUIW> m_configDialog;
 };

@@ -230,6 +230,25 @@ void zoHPCUndo::closeDialog()
     updateActions();
 }
 
+void zoHPCUndo::replace(const QString& text, const QString& name)
+{
+    if (!mayReplace())
+        return;
+    commit();
+    m_windowSteps.close();
+    m_openField = nullptr;
+    m_field = nullptr;
+    {
+        const QScopedValueRollback<bool> restoring(m_isRestoring, true);
+        m_parts.restore(m_windowSteps.text(), text, [] {});
+    }
+    // As it is now: what the editor cannot show it has replaced.
+    const QString now = m_parts.text();
+    if (now != m_windowSteps.text())
+        record(now, name);
+    updateActions();
+}
+
 void zoHPCUndo::undo()
 {
     restore(true);

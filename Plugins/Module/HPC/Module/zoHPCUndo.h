@@ -56,10 +56,14 @@ public:
     QAction* undoAction() { return &m_undoAction; }
     QAction* redoAction() { return &m_redoAction; }
     bool isDialogOpen() const { return m_isDialogOpen; }
+    // Not while the display setup is open or a session runs.
+    bool mayReplace() const { return !m_isRestoring && !m_isDialogOpen && !m_isRunning; }
+    // Another configuration as a step of the window with this name, when it may be replaced.
+    void replace(const QString& text, const QString& name);
     void undo();
     void redo();
 
-    const zoHPCHistory& steps() const { return m_isDialogOpen ? m_dialogSteps : m_windowSteps; } // for tests
+    const zoHPCHistory& steps() const { return m_isDialogOpen ? m_dialogSteps : m_windowSteps; }
 
 signals:
     // Of one of the actions.

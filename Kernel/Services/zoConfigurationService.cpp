@@ -1,0 +1,5 @@
+#include "zoConfigurationService.h"
+
+zoConfigurationService::zoConfigurationService(QObject* parent) : QObject(parent) {}
+
+zoConfigurationService::~zoConfigurationService() = default;
