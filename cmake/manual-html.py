@@ -26,8 +26,10 @@ PAGE = """<!DOCTYPE html>
 <meta charset="utf-8">
 <title>{title}</title>
 <style type="text/css">
-body {{ font-family: sans-serif; max-width: 52em; margin: 1em; }}
+body {{ max-width: 52em; margin: 12px; }}
+pre, code {{ font-family: monospace; }}
 pre {{ margin-left: 2em; white-space: pre-wrap; }}
+table {{ margin-top: 8px; margin-bottom: 8px; }}
 td, th {{ text-align: left; vertical-align: top; }}
 </style>
 </head>

@@ -5,11 +5,16 @@ import re
 
 LAYERS = ("Kernel", "Plugins", "Host")
 # Where all texts are reasons of a start or of a session, whoever logs them.
-REASONS = ("Host/Cluster/*.cpp", "Host/zoLocalClusterService.cpp", "Server/Setup/*.cpp")
+REASONS = ("Host/Cluster/*.cpp", "Host/zoLocalClusterService.cpp", "Server/Setup/*.cpp", "Server/Show/zoNodeShow.cpp",
+           "Server/Show/zoWallScreens.cpp", "Server/Show/zoGL*.cpp", "Kernel/Platform/zoFile*.cpp", "Plugins/Module/HPC/Document/zoHPCDocumentText.cpp")
+# Where programs of sessions give reasons in English alone.
+LITERALS = ("Server/zoHead.cpp", "Server/zoMpiGroup.cpp", "Server/Protocol/zoLauncher.cpp",
+            "Server/Protocol/zoMpirunCommand.cpp", "Server/Protocol/zoServerMessageReader.cpp")
 
 STRING = r'"(?:[^"\\]|\\.)*"'
 STRINGS = STRING + r"(?:\s*" + STRING + ")*"
 TRANSLATED = re.compile(r"(?:\btr\(\s*|\b(?:translate|QT_TRANSLATE_NOOP)\(\s*" + STRING + r"\s*,\s*)(" + STRINGS + ")")
+LITERAL = re.compile(r"\bQStringLiteral\(\s*(" + STRINGS + ")")
 FORMAT = re.compile(r"\A\(\s*(" + STRINGS + ")")
 
 
@@ -58,4 +63,8 @@ def of_sources(root):
         for path in sorted(root.glob(pattern)):
             for strings in TRANSLATED.findall(without_comments(path.read_text(encoding="utf-8"))):
                 forms.setdefault(joined(strings), path.relative_to(root).as_posix())
+    for name in LITERALS:
+        for strings in LITERAL.findall(without_comments((root / name).read_text(encoding="utf-8"))):
+            if joined(strings).count(" ") > 1:
+                forms.setdefault(joined(strings), name)
     return forms
