@@ -124,6 +124,29 @@ auch wenn die Server dann instabil sein können?</translation>
     </message>
 </context>
 <context>
+    <name>zoHPCBracketText</name>
+    <message>
+        <source>&quot;[&quot; is not closed</source>
+        <translation>„[“ ist nicht geschlossen</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no range of numbers</source>
+        <translation>„%1“ ist kein Zahlenbereich</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; runs backwards</source>
+        <translation>„%1“ läuft rückwärts</translation>
+    </message>
+    <message>
+        <source>more than %1 names</source>
+        <translation>mehr als %1 Namen</translation>
+    </message>
+    <message>
+        <source>names of more than %1 characters altogether</source>
+        <translation>Namen mit zusammen mehr als %1 Zeichen</translation>
+    </message>
+</context>
+<context>
     <name>zoHPCConfigConverter</name>
     <message>
         <source>%1 fields of the window layout are missing or no numbers; they were read as 0.</source>
@@ -1072,6 +1095,124 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>Cluster config %1 holds bytes that are not UTF-8. What it held before it was saved is in %2.</source>
         <translation>Die Cluster-Konfiguration %1 enthielt Bytes, die kein UTF-8 sind. Was sie vor dem Speichern enthielt, steht in %2.</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCHostsReading</name>
+    <message>
+        <source>&quot;%1&quot; is no host name and is left out</source>
+        <translation>„%1“ ist kein Rechnername und wird ausgelassen</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; reads as &quot;%2&quot;; --names keeps it</source>
+        <translation>„%1“ wird als „%2“ gelesen; --names behält es</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; reads as &quot;%2&quot;</source>
+        <translation>„%1“ wird als „%2“ gelesen</translation>
+    </message>
+    <message>
+        <source>invalid UTF-8</source>
+        <translation>ungültiges UTF-8</translation>
+    </message>
+    <message>
+        <source>the control character U+%1 cannot stand in hosts text</source>
+        <translation>das Steuerzeichen U+%1 darf im Text der Rechner nicht stehen</translation>
+    </message>
+    <message>
+        <source>braces are more than %1 deep</source>
+        <translation>Klammern sind mehr als %1 tief</translation>
+    </message>
+    <message>
+        <source>more than %1 names</source>
+        <translation>mehr als %1 Namen</translation>
+    </message>
+    <message>
+        <source>names of more than %1 characters altogether</source>
+        <translation>Namen mit zusammen mehr als %1 Zeichen</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; fills nothing: the names differ before their number</source>
+        <translation>„%1“ füllt nichts auf: die Namen unterscheiden sich vor ihrer Zahl</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; fills nothing: it runs backwards</source>
+        <translation>„%1“ füllt nichts auf: es läuft rückwärts</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; fills nothing: the names are more than %2 apart</source>
+        <translation>„%1“ füllt nichts auf: die Namen liegen mehr als %2 auseinander</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no range: both names must be text with a number at its end</source>
+        <translation>„%1“ ist kein Bereich: beide Namen müssen Text mit einer Zahl am Ende sein</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no range: both names must be text with a number at its end; write &quot;%2&quot;</source>
+        <translation>„%1“ ist kein Bereich: beide Namen müssen Text mit einer Zahl am Ende sein; schreiben Sie „%2“</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no range: the numbers are too long; write &quot;%2&quot;</source>
+        <translation>„%1“ ist kein Bereich: die Zahlen sind zu lang; schreiben Sie „%2“</translation>
+    </message>
+    <message>
+        <source>&quot;-&quot; fills nothing: it does not stand between two hosts</source>
+        <translation>„-“ füllt nichts auf: es steht nicht zwischen zwei Rechnern</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCHostsSyntax</name>
+    <message>
+        <source>&quot;%1&quot; is not closed</source>
+        <translation>„%1“ ist nicht geschlossen</translation>
+    </message>
+    <message>
+        <source>&quot;]&quot; closes nothing</source>
+        <translation>„]“ schließt nichts</translation>
+    </message>
+    <message>
+        <source>&quot;[&quot; is not closed</source>
+        <translation>„[“ ist nicht geschlossen</translation>
+    </message>
+    <message>
+        <source>text behind the options of a host; options come last</source>
+        <translation>Text hinter den Optionen eines Rechners; Optionen kommen zuletzt</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is empty</source>
+        <translation>„%1“ ist leer</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no range of numbers</source>
+        <translation>„%1“ ist kein Zahlenbereich</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is neither a range of numbers, such as [1-16], nor options, such as [rt=0]</source>
+        <translation>„%1“ ist weder ein Zahlenbereich wie [1-16] noch Optionen wie [rt=0]</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; closes nothing</source>
+        <translation>„%1“ schließt nichts</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; does not close &quot;%2&quot;</source>
+        <translation>„%1“ schließt „%2“ nicht</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; follows no host that could forward to the network</source>
+        <translation>„%1“ folgt auf keinen Rechner, der in das Netz weiterleiten könnte</translation>
+    </message>
+    <message>
+        <source>this is XML, not hosts text; &apos;zohpc nodes FILE&apos; writes the hosts of a configuration</source>
+        <translation>das ist XML, kein Text von Rechnern; „zohpc nodes FILE“ schreibt die Rechner einer Konfiguration</translation>
+    </message>
+    <message>
+        <source>groups of hosts (&quot;%1&quot;) are not supported; write their hosts</source>
+        <translation>Gruppen von Rechnern („%1“) werden nicht unterstützt; schreiben Sie ihre Rechner</translation>
+    </message>
+    <message>
+        <source>the operator &quot;%1&quot; is not supported; write the hosts that are left</source>
+        <translation>der Operator „%1“ wird nicht unterstützt; schreiben Sie die Rechner, die übrig bleiben</translation>
     </message>
 </context>
 <context>

@@ -1,14 +1,14 @@
 #include "zoFuzzHosts.h"
 #include "zoFuzzing.h"
 
-#include <zoBracketText.h>
+#include <zoHPCBracketText.h>
 #include <zoHPCHostTree.h>
+#include <zoHPCHostsOutline.h>
+#include <zoHPCHostsSyntax.h>
 #include <zoHPCHostsText.h>
 #include <zoHPCTreeItem.h>
 #include <zoHostNames.h>
 #include <zoHostsFoldCommand.h>
-#include <zoHostsSyntax.h>
-#include <zoHostsTree.h>
 
 #include <algorithm>
 #include <set>
@@ -77,9 +77,9 @@ Names sortedNames(const Names& names)
 }
 
 // The first mistake in a text, which has its place and reason.
-bool hasProblem(const QString& text, zoHostsSyntax::Form form)
+bool hasProblem(const QString& text, zoHPCHostsSyntax::Form form)
 {
-    const zoHostsSyntax::Problem problem = zoHostsSyntax::firstProblem(text, form);
+    const zoHPCHostsSyntax::Problem problem = zoHPCHostsSyntax::firstProblem(text, form);
     zoFuzzing::require(problem.offset < text.size() && (problem.offset < 0) == problem.reason.isEmpty(),
                        "a mistake has its place and reason", problem.reason);
     return problem.offset >= 0;
@@ -87,12 +87,12 @@ bool hasProblem(const QString& text, zoHostsSyntax::Form form)
 
 Names expandedNames(const QByteArray& brackets)
 {
-    zoBracketText reader;
+    zoHPCBracketText reader;
     const QString folded = QString::fromUtf8(brackets);
     const QString text = reader.expanded(folded);
-    zoFuzzing::require(!reader.hasError() && !hasProblem(folded, zoHostsSyntax::Form::Names),
+    zoFuzzing::require(!reader.hasError() && !hasProblem(folded, zoHPCHostsSyntax::Form::Names),
                        "what was folded is read", folded);
-    zoHostsTree tree;
+    zoHPCHostsOutline tree;
     tree.readNames(text);
     return tree.hostNames();
 }
@@ -106,7 +106,7 @@ bool isOneWord(const QString& name)
 
 void checkNames(const QString& expanded)
 {
-    zoHostsTree tree;
+    zoHPCHostsOutline tree;
     tree.readNames(expanded);
     Names names = tree.hostNames();
     names.erase(
@@ -137,12 +137,12 @@ void checkNames(const QString& expanded)
 }
 
 // Pre-order with the number of children, and with what a host's option block says.
-QString outlineOf(const zoHostsTree& tree, bool withOptions)
+QString outlineOf(const zoHPCHostsOutline& tree, bool withOptions)
 {
     QString text;
     int depth = 0;
-    for (int index = tree.next(zoHostsTree::Root, depth); index >= 0; index = tree.next(index, depth)) {
-        const zoHostsTree::Item& item = tree.item(index);
+    for (int index = tree.next(zoHPCHostsOutline::Root, depth); index >= 0; index = tree.next(index, depth)) {
+        const zoHPCHostsOutline::Item& item = tree.item(index);
         text += QString::number(tree.children(index).size()) + QLatin1Char(item.isNetwork ? '{' : '.') +
                 item.name;
         if (withOptions && !item.isNetwork && !item.isRenderNode)
@@ -171,8 +171,8 @@ QString outlineOf(zoHPCTreeItem* master)
 
 void checkTree(const QString& text)
 {
-    zoHostsTree tree;
-    if (tree.readHostsText(text) != zoHostsTree::Outcome::Read) {
+    zoHPCHostsOutline tree;
+    if (tree.readHostsText(text) != zoHPCHostsOutline::Outcome::Read) {
         zoFuzzing::require(tree.endOffset() >= 0 && tree.endOffset() < text.size(),
                            "what is refused has its place");
         return;
@@ -184,19 +184,19 @@ void checkTree(const QString& text)
     if (!outline.isEmpty())
         zoFuzzing::requireSame(outlineOf(window->master()), outline, "program and window read the same tree");
 
-    const int networks = int(tree.children(zoHostsTree::Root).size());
+    const int networks = int(tree.children(zoHPCHostsOutline::Root).size());
     const QString kept = QString::fromUtf8(zoHostsFoldCommand::hostsText(tree, true));
     if (zoFuzzHosts::isSaid(kept, networks)) {
-        zoFuzzing::require(!hasProblem(kept, zoHostsSyntax::Form::HostsText),
+        zoFuzzing::require(!hasProblem(kept, zoHPCHostsSyntax::Form::HostsText),
                            "what was folded has no mistake", kept);
-        zoHostsTree again;
+        zoHPCHostsOutline again;
         again.readHostsText(kept);
         zoFuzzing::requireSame(outlineOf(again, false), outlineOf(tree, false),
                                "folded hosts text is the same tree");
     }
     const QString folded = QString::fromUtf8(zoHostsFoldCommand::hostsText(tree, false));
     if (zoFuzzHosts::isSaid(folded, networks)) {
-        zoHostsTree again;
+        zoHPCHostsOutline again;
         again.readHostsText(folded);
         zoFuzzing::requireSame(lines(sortedNames(again.hostNames())), lines(sortedNames(tree.hostNames())),
                                "folded hosts text has the same names");
@@ -211,9 +211,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     const QString text = zoFuzzing::textOf(data, size);
     if (hasControlCharacters(text) || !hasFewNames(text))
         return 0;
-    hasProblem(text, zoHostsSyntax::Form::HostsText);
-    hasProblem(text, zoHostsSyntax::Form::Names);
-    zoBracketText brackets;
+    hasProblem(text, zoHPCHostsSyntax::Form::HostsText);
+    hasProblem(text, zoHPCHostsSyntax::Form::Names);
+    zoHPCBracketText brackets;
     const QString expanded = brackets.expanded(text);
     if (brackets.hasError()) {
         zoFuzzing::require(brackets.error().offset >= 0 && brackets.error().offset < text.size() &&

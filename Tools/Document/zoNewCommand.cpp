@@ -362,7 +362,7 @@ bool zoNewCommand::readHosts(const QCommandLineParser& parser, zoClusterSetup& s
     if (!input.readArguments({given}))
         return false;
     zoHostsReading reading;
-    request.result = reading.read(input, zoHostsSyntax::Form::HostsText);
+    request.result = reading.read(input, zoHPCHostsSyntax::Form::HostsText);
     if (request.result == zoConsole::Unusable)
         return false;
     setup.hosts().setDefaultConfig();

@@ -1,8 +1,8 @@
 #include "zoTopologyCommand.h"
 
-#include "zoBracketText.h"
 #include "zoClusterSetup.h"
 #include "zoConsole.h"
+#include "zoHPCBracketText.h"
 #include "zoHPCTreeItem.h"
 #include "zoHostNames.h"
 #include "zoNodeList.h"

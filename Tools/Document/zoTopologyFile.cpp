@@ -1,6 +1,6 @@
 #include "zoTopologyFile.h"
 
-#include "zoBracketText.h"
+#include "zoHPCBracketText.h"
 #include "zoHostNames.h"
 
 #include <QRegularExpression>
@@ -82,7 +82,7 @@ bool zoTopologyFile::names(const QString& set, QStringList& result)
     if (match.hasMatch())
         return fail(1,
                     tr("\"%1\" of ClusterShell is not supported; write the nodes out").arg(match.captured()));
-    zoBracketText brackets;
+    zoHPCBracketText brackets;
     const QString expanded = brackets.expanded(set);
     if (brackets.hasError())
         return fail(1, brackets.error().reason);

@@ -35,8 +35,8 @@ int zoHostsCommand::execute(const QCommandLineParser& parser)
     zoHostsReading reading;
     reading.setHasNamesOption(true);
     const zoConsole::ExitCode result =
-        reading.read(input, parser.isSet(QStringLiteral("names")) ? zoHostsSyntax::Form::Names
-                                                                  : zoHostsSyntax::Form::HostsText);
+        reading.read(input, parser.isSet(QStringLiteral("names")) ? zoHPCHostsSyntax::Form::Names
+                                                                  : zoHPCHostsSyntax::Form::HostsText);
     if (result == zoConsole::Unusable)
         return result;
     return writeResult(reading.tree(), parser) ? result : zoConsole::Unusable;

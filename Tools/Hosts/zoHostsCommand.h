@@ -1,7 +1,7 @@
 #pragma once
 
 #include "zoCommand.h"
-#include "zoHostsTree.h"
+#include "zoHPCHostsOutline.h"
 
 // What the hosts commands have in common: they read hosts text and the bracket form from arguments, files or
 // standard input, and say where it reads otherwise than it looks.
@@ -14,5 +14,5 @@ protected:
     int execute(const QCommandLineParser& parser) final;
 
     // Writes the result; false when that fails.
-    virtual bool writeResult(const zoHostsTree& tree, const QCommandLineParser& parser) = 0;
+    virtual bool writeResult(const zoHPCHostsOutline& tree, const QCommandLineParser& parser) = 0;
 };

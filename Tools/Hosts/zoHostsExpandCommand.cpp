@@ -30,7 +30,7 @@ void zoHostsExpandCommand::addArguments(QCommandLineParser& parser) const
     zoHostsCommand::addArguments(parser);
 }
 
-bool zoHostsExpandCommand::writeResult(const zoHostsTree& tree, const QCommandLineParser& parser)
+bool zoHostsExpandCommand::writeResult(const zoHPCHostsOutline& tree, const QCommandLineParser& parser)
 {
     std::vector<QString> names = tree.hostNames();
     if (parser.isSet(QStringLiteral("sort"))) {

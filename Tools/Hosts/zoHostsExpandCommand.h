@@ -11,5 +11,5 @@ protected:
     QString description() const override;
     QStringList examples() const override;
     void addArguments(QCommandLineParser& parser) const override;
-    bool writeResult(const zoHostsTree& tree, const QCommandLineParser& parser) override;
+    bool writeResult(const zoHPCHostsOutline& tree, const QCommandLineParser& parser) override;
 };

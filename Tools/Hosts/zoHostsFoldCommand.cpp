@@ -14,11 +14,11 @@ namespace
 class HostsTextWriter
 {
 public:
-    HostsTextWriter(const zoHostsTree& tree, bool keepOrder) : m_tree(tree), m_keepOrder(keepOrder) {}
+    HostsTextWriter(const zoHPCHostsOutline& tree, bool keepOrder) : m_tree(tree), m_keepOrder(keepOrder) {}
 
     QByteArray write()
     {
-        const std::vector<int> networks = m_tree.children(zoHostsTree::Root);
+        const std::vector<int> networks = m_tree.children(zoHPCHostsOutline::Root);
         if (networks.size() == 1)
             m_stack.push_back(siblings(networks.front(), 0, false));
         else
@@ -119,7 +119,7 @@ private:
         m_text += '\n';
     }
 
-    const zoHostsTree& m_tree;
+    const zoHPCHostsOutline& m_tree;
     const bool m_keepOrder;
     std::vector<Level> m_stack;
     QByteArray m_text;
@@ -153,12 +153,12 @@ void zoHostsFoldCommand::addArguments(QCommandLineParser& parser) const
     zoHostsCommand::addArguments(parser);
 }
 
-QByteArray zoHostsFoldCommand::hostsText(const zoHostsTree& tree, bool keepOrder)
+QByteArray zoHostsFoldCommand::hostsText(const zoHPCHostsOutline& tree, bool keepOrder)
 {
     return HostsTextWriter(tree, keepOrder).write();
 }
 
-bool zoHostsFoldCommand::writeResult(const zoHostsTree& tree, const QCommandLineParser& parser)
+bool zoHostsFoldCommand::writeResult(const zoHPCHostsOutline& tree, const QCommandLineParser& parser)
 {
     const bool keepOrder = parser.isSet(QStringLiteral("keep-order"));
     QByteArray text;

@@ -9,11 +9,11 @@ class zoHostsFoldCommand final : public zoHostsCommand
 
 public:
     // A line for each host, range or brace. Options of hosts are not written.
-    static QByteArray hostsText(const zoHostsTree& tree, bool keepOrder);
+    static QByteArray hostsText(const zoHPCHostsOutline& tree, bool keepOrder);
 
 protected:
     QString description() const override;
     QStringList examples() const override;
     void addArguments(QCommandLineParser& parser) const override;
-    bool writeResult(const zoHostsTree& tree, const QCommandLineParser& parser) override;
+    bool writeResult(const zoHPCHostsOutline& tree, const QCommandLineParser& parser) override;
 };

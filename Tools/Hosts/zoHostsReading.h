@@ -1,34 +1,28 @@
 #pragma once
 
 #include "zoConsole.h"
-#include "zoHostsSyntax.h"
-#include "zoHostsTree.h"
+#include "zoHPCHostsReading.h"
 
-#include <QCoreApplication>
 #include <QString>
 
 class zoHostsInput;
 
-// Reads what a person typed as hosts, for all commands that take hosts, and says on standard error, with its place,
-// what is refused or reads otherwise than it looks.
+// Reads hosts for all commands that take them, and says on standard error, with its place, what is refused or reads
+// otherwise than it looks.
 class zoHostsReading final
 {
-    Q_DECLARE_TR_FUNCTIONS(zoHostsReading)
-
 public:
     // Of a command that can take names as they stand: messages mention its option.
-    void setHasNamesOption(bool has) { m_hasNamesOption = has; }
+    void setHasNamesOption(bool has) { m_reading.setHasNamesOption(has); }
 
     // Once. Fine; ProblemsFound when something reads otherwise; Unusable when the text is refused: then there are
     // no hosts.
-    zoConsole::ExitCode read(const zoHostsInput& input, zoHostsSyntax::Form form);
+    zoConsole::ExitCode read(const zoHostsInput& input, zoHPCHostsSyntax::Form form);
 
-    const zoHostsTree& tree() const { return m_tree; }
+    const zoHPCHostsOutline& tree() const { return m_reading.outline(); }
     // The hosts text that the cluster window reads: without brackets of numbers.
-    const QString& text() const { return m_text; }
+    const QString& text() const { return m_reading.text(); }
 
 private:
-    zoHostsTree m_tree;
-    QString m_text;
-    bool m_hasNamesOption = false;
+    zoHPCHostsReading m_reading;
 };

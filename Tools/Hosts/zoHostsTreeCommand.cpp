@@ -21,7 +21,7 @@ QStringList zoHostsTreeCommand::examples() const
                 tr("the same of a file, for a script")};
 }
 
-bool zoHostsTreeCommand::writeResult(const zoHostsTree& tree, const QCommandLineParser& parser)
+bool zoHostsTreeCommand::writeResult(const zoHPCHostsOutline& tree, const QCommandLineParser& parser)
 {
     return zoConsole::write(parser.isSet(QStringLiteral("json")) ? json(tree) : text(tree));
 }
@@ -33,16 +33,16 @@ constexpr int s_deepestIndent = 64;
 
 // The last host that one line, "n01 - n16", can say together with this one; the host itself when they are
 // less than three.
-int lastOfRange(const zoHostsTree& tree, int index)
+int lastOfRange(const zoHPCHostsOutline& tree, int index)
 {
-    const zoHostsTree::Item& item = tree.item(index);
+    const zoHPCHostsOutline::Item& item = tree.item(index);
     const zoHPCNumberedName first(item.name);
     if (item.firstChild >= 0 || !first.isCountable())
         return index;
     int last = index;
     int count = 1;
     for (int i = item.nextSibling; i >= 0; i = tree.item(i).nextSibling) {
-        const zoHostsTree::Item& sibling = tree.item(i);
+        const zoHPCHostsOutline::Item& sibling = tree.item(i);
         if (sibling.firstChild >= 0 || sibling.isRenderNode != item.isRenderNode ||
             sibling.name != first.name(count))
             break;
@@ -53,13 +53,13 @@ int lastOfRange(const zoHostsTree& tree, int index)
 }
 } // namespace
 
-QByteArray zoHostsTreeCommand::text(const zoHostsTree& tree)
+QByteArray zoHostsTreeCommand::text(const zoHPCHostsOutline& tree)
 {
     QByteArray result;
     int networks = 0;
     int depth = 0;
-    for (int index = tree.next(zoHostsTree::Root, depth); index >= 0;) {
-        const zoHostsTree::Item& item = tree.item(index);
+    for (int index = tree.next(zoHPCHostsOutline::Root, depth); index >= 0;) {
+        const zoHPCHostsOutline::Item& item = tree.item(index);
         result.append(std::min(2 * (depth - 1), s_deepestIndent), ' ');
         if (item.isNetwork) {
             const std::size_t hosts = tree.children(index).size();
@@ -86,19 +86,19 @@ QByteArray zoHostsTreeCommand::text(const zoHostsTree& tree)
 }
 
 // Written by hand and in one pass: braces may be too deep for recursions, and the library's writer recurses.
-QByteArray zoHostsTreeCommand::json(const zoHostsTree& tree)
+QByteArray zoHostsTreeCommand::json(const zoHPCHostsOutline& tree)
 {
     QByteArray result("{\"networks\": [");
     int networks = 0;
     int depth = 0;
     int level = 0;
-    for (int index = tree.next(zoHostsTree::Root, depth), isFirst = 1; index >= 0; isFirst = 0) {
+    for (int index = tree.next(zoHPCHostsOutline::Root, depth), isFirst = 1; index >= 0; isFirst = 0) {
         for (; level >= depth; --level)
             result += "]}";
         if (!isFirst && result.endsWith('}'))
             result += ',';
         level = depth;
-        const zoHostsTree::Item& item = tree.item(index);
+        const zoHPCHostsOutline::Item& item = tree.item(index);
         result += '\n' + QByteArray(std::min(depth, s_deepestIndent), ' ');
         if (item.isNetwork)
             result += "{\"index\": " + QByteArray::number(++networks) + ", \"hosts\": [";

@@ -10,9 +10,9 @@ class zoHostsTreeCommand final : public zoHostsCommand
 protected:
     QString description() const override;
     QStringList examples() const override;
-    bool writeResult(const zoHostsTree& tree, const QCommandLineParser& parser) override;
+    bool writeResult(const zoHPCHostsOutline& tree, const QCommandLineParser& parser) override;
 
 private:
-    static QByteArray text(const zoHostsTree& tree);
-    static QByteArray json(const zoHostsTree& tree);
+    static QByteArray text(const zoHPCHostsOutline& tree);
+    static QByteArray json(const zoHPCHostsOutline& tree);
 };

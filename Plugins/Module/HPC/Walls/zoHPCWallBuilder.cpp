@@ -5,7 +5,6 @@
 #include "zoHPCLayout.h"
 #include "zoHPCProblems.h"
 #include "zoHPCProjectionItem.h"
-#include "zoHPCTreeItem.h"
 #include "zoHPCViewportItem.h"
 #include "zoHPCWallMistakes.h"
 #include "zoHPCWallProjections.h"
@@ -171,19 +170,30 @@ void tellProblems(zoHPCConfiguration& configuration, const Plan& plan, zoHPCWall
 zoHPCWallBuilder::Hosts zoHPCWallBuilder::readHosts(const QString& text)
 {
     Hosts hosts;
-    zoHPCHostTree tree;
-    tree.setHostString(text);
+    zoHPCHostsReading reading;
+    const zoHPCHostsReading::Outcome outcome = reading.read(text);
+    hosts.notes = reading.notes();
+    if (outcome == zoHPCHostsReading::Outcome::Refused) {
+        hosts.mistake = hosts.notes.front().reason;
+        return hosts;
+    }
+    hosts.text = reading.text();
+    const zoHPCHostsOutline& outline = reading.outline();
     QSet<QString> known;
-    const std::vector<zoHPCTreeItem*> nodes = tree.getNodeItems();
-    for (const zoHPCTreeItem* node : nodes) {
-        const bool isGateway = !node->items().empty();
+    int depth = 0;
+    for (int index = outline.next(zoHPCHostsOutline::Root, depth); index >= 0;
+         index = outline.next(index, depth)) {
+        const zoHPCHostsOutline::Item& item = outline.item(index);
+        if (item.isNetwork)
+            continue;
+        const bool isGateway = item.firstChild >= 0;
         ++hosts.nodes;
         hosts.gateways += isGateway ? 1 : 0;
-        if (known.contains(node->hostName()) && hosts.mistake.isEmpty())
-            hosts.mistake = tr("\"%1\" comes twice").arg(node->hostName());
-        known.insert(node->hostName());
-        if (!isGateway && node->isRenderNode())
-            hosts.drivers << node->hostName();
+        if (known.contains(item.name) && hosts.mistake.isEmpty())
+            hosts.mistake = tr("\"%1\" comes twice").arg(item.name);
+        known.insert(item.name);
+        if (!isGateway && item.isRenderNode)
+            hosts.drivers << item.name;
     }
     if (hosts.nodes == 0)
         hosts.mistake = tr("no host in \"%1\"").arg(shortened(text));
@@ -222,7 +232,7 @@ zoHPCWallBuilder::Result zoHPCWallBuilder::build(const zoHPCWallPlan& plan)
     addWindows(display, plan, showsOf(plan, zoHPCWallProjections::tilesOf(projections), std::size_t(screens)),
                hosts.drivers, screens);
     zoHPCConfiguration configuration;
-    fill(configuration, plan.hosts, projections, display);
+    fill(configuration, hosts.text, projections, display);
     tellProblems(configuration, plan, result);
     if (result.isGood())
         result.text = configuration.text();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zoHPCHostsReading.h"
 #include "zoHPCWallPlan.h"
 
 #include <QCoreApplication>
@@ -36,15 +37,20 @@ public:
     // What hosts of a text mean for a wall.
     struct Hosts
     {
+        QString text;        // hosts text without brackets of numbers
         QStringList drivers; // nodes that drive screens, in order
         int nodes = 0;       // all of them
         int gateways = 0;    // nodes with networks behind them
         QString mistake;     // empty for a text that can be used
+        // What reads otherwise than it looks, and where; where the text is refused, that place. Not among the warnings
+        // of build().
+        std::vector<zoHPCHostsReading::Note> notes;
     };
 
     static Result build(const zoHPCWallPlan& plan);
     // The configuration as far as it can be seen without hosts, for a picture while somebody still types them: windows
     // name no node. Empty when the wall itself has mistakes.
     static QString sketch(const zoHPCWallPlan& plan);
+    // In time for each key that is typed into ten thousand hosts.
     static Hosts readHosts(const QString& text);
 };

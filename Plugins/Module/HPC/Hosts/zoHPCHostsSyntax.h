@@ -9,9 +9,9 @@
 
 // Finds what nobody means who types hosts text or the bracket form. The cluster window reads on over such places
 // and drops what it does not know; a script would go on with hosts that nobody asked for.
-class zoHostsSyntax final
+class zoHPCHostsSyntax final
 {
-    Q_DECLARE_TR_FUNCTIONS(zoHostsSyntax)
+    Q_DECLARE_TR_FUNCTIONS(zoHPCHostsSyntax)
 
 public:
     struct Problem
@@ -33,7 +33,7 @@ private:
         int offset;
     };
 
-    zoHostsSyntax(const QString& text, Form form);
+    zoHPCHostsSyntax(const QString& text, Form form);
 
     bool readAll();
     bool readWord();

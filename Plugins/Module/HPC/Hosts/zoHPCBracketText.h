@@ -11,9 +11,9 @@
 // Reads the bracket form of cluster tools, "gpu[01-16,20]-ib[0-1]": numbers with their padding, ranges,
 // ranges with a step ("[1-9/2]"), several brackets in one name. Everything else of hosts text stays as it is,
 // option blocks ("gw[rt=0]") too.
-class zoBracketText final
+class zoHPCBracketText final
 {
-    Q_DECLARE_TR_FUNCTIONS(zoBracketText)
+    Q_DECLARE_TR_FUNCTIONS(zoHPCBracketText)
 
 public:
     struct Problem

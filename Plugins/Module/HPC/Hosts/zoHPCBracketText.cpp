@@ -1,4 +1,4 @@
-#include "zoBracketText.h"
+#include "zoHPCBracketText.h"
 
 #include "zoHPCHostsText.h"
 
@@ -54,7 +54,7 @@ void appendNumber(qint64 number, int width, QString& result)
 }
 } // namespace
 
-QString zoBracketText::expanded(const QString& text)
+QString zoHPCBracketText::expanded(const QString& text)
 {
     m_text = text;
     m_pieces.clear();
@@ -102,13 +102,13 @@ QString zoBracketText::expanded(const QString& text)
     return result;
 }
 
-bool zoBracketText::isRange(QStringView block)
+bool zoHPCBracketText::isRange(QStringView block)
 {
     return std::all_of(block.begin(), block.end(), canStandInRange) &&
            std::any_of(block.begin(), block.end(), isDigit);
 }
 
-int zoBracketText::sourceOffset(int expandedOffset) const
+int zoHPCBracketText::sourceOffset(int expandedOffset) const
 {
     const auto after = std::upper_bound(m_pieces.begin(), m_pieces.end(), expandedOffset,
                                         [](int value, const Piece& p) { return value < p.expandedOffset; });
@@ -119,7 +119,7 @@ int zoBracketText::sourceOffset(int expandedOffset) const
 }
 
 // Reads on from the first bracket to the end of the word; the text before it is there.
-bool zoBracketText::readWord(int firstBracket, Word& word, int& end)
+bool zoHPCBracketText::readWord(int firstBracket, Word& word, int& end)
 {
     int p = firstBracket;
     const int size = int(m_text.size());
@@ -150,7 +150,7 @@ bool zoBracketText::readWord(int firstBracket, Word& word, int& end)
 }
 
 // Where an option block begins, over blanks too; the same place when there is none.
-int zoBracketText::optionBlock(int place) const
+int zoHPCBracketText::optionBlock(int place) const
 {
     const int size = int(m_text.size());
     int p = place;
@@ -161,7 +161,7 @@ int zoBracketText::optionBlock(int place) const
     return close >= 0 && !isRange(m_text.mid(p + 1, close - p - 1)) ? p : place;
 }
 
-bool zoBracketText::readRanges(int begin, int end, Ranges& ranges)
+bool zoHPCBracketText::readRanges(int begin, int end, Ranges& ranges)
 {
     int p = begin;
     while (p <= end) {
@@ -183,7 +183,7 @@ bool zoBracketText::readRanges(int begin, int end, Ranges& ranges)
     return true;
 }
 
-bool zoBracketText::readRange(int begin, int end, Range& range)
+bool zoHPCBracketText::readRange(int begin, int end, Range& range)
 {
     const auto bad = [&] {
         return fail(begin,
@@ -221,7 +221,7 @@ bool zoBracketText::readRange(int begin, int end, Range& range)
 }
 
 // All combinations, the last bracket changes first.
-bool zoBracketText::appendNames(const Word& word, int offset, QString& result)
+bool zoHPCBracketText::appendNames(const Word& word, int offset, QString& result)
 {
     constexpr qint64 Maximum = zoClusterLimits::MaximumHosts;
     qint64 length = 1; // of the longest name, with its blank
@@ -282,7 +282,7 @@ bool zoBracketText::appendNames(const Word& word, int offset, QString& result)
     return true;
 }
 
-bool zoBracketText::fail(int offset, const QString& reason)
+bool zoHPCBracketText::fail(int offset, const QString& reason)
 {
     m_hasError = true;
     m_error = {offset, reason};

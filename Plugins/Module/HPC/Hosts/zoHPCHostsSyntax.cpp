@@ -1,6 +1,6 @@
-#include "zoHostsSyntax.h"
+#include "zoHPCHostsSyntax.h"
 
-#include "zoBracketText.h"
+#include "zoHPCBracketText.h"
 #include "zoHPCHostsText.h"
 
 #include <algorithm>
@@ -40,11 +40,11 @@ bool beginsElement(QStringView word)
 }
 } // namespace
 
-zoHostsSyntax::zoHostsSyntax(const QString& text, Form form) : m_text(text), m_form(form) {}
+zoHPCHostsSyntax::zoHPCHostsSyntax(const QString& text, Form form) : m_text(text), m_form(form) {}
 
-zoHostsSyntax::Problem zoHostsSyntax::firstProblem(const QString& text, Form form)
+zoHPCHostsSyntax::Problem zoHPCHostsSyntax::firstProblem(const QString& text, Form form)
 {
-    zoHostsSyntax syntax(text, form);
+    zoHPCHostsSyntax syntax(text, form);
     if (syntax.readAll() && !syntax.m_braces.empty()) {
         const Brace& open = syntax.m_braces.back();
         syntax.fail(open.offset, tr("\"%1\" is not closed").arg(open.opening));
@@ -52,7 +52,7 @@ zoHostsSyntax::Problem zoHostsSyntax::firstProblem(const QString& text, Form for
     return syntax.m_problem;
 }
 
-bool zoHostsSyntax::readAll()
+bool zoHPCHostsSyntax::readAll()
 {
     while (m_position < m_text.size()) {
         const QChar c = m_text.at(m_position);
@@ -64,7 +64,7 @@ bool zoHostsSyntax::readAll()
     return true;
 }
 
-bool zoHostsSyntax::readWord()
+bool zoHPCHostsSyntax::readWord()
 {
     const auto endsWord = [this](QChar c) {
         return m_form == Form::HostsText ? zoHPCHostsText::endsWord(c)
@@ -85,7 +85,7 @@ bool zoHostsSyntax::readWord()
 }
 
 // The brackets behind a word, over blanks too.
-bool zoHostsSyntax::readBlocks()
+bool zoHPCHostsSyntax::readBlocks()
 {
     int p = m_position;
     while (p < m_text.size() && zoHPCHostsText::isBlank(m_text.at(p)))
@@ -98,7 +98,7 @@ bool zoHostsSyntax::readBlocks()
         return fail(p, tr("\"[\" is not closed"));
     const QStringView block = m_text.mid(p + 1, end - p - 1);
     // What is wrong with a range of numbers is told where it is read.
-    if (zoBracketText::isRange(block)) {
+    if (zoHPCBracketText::isRange(block)) {
         m_canOpen = true;
         m_position = end + 1;
         return true;
@@ -117,7 +117,7 @@ bool zoHostsSyntax::readBlocks()
 }
 
 // A bracket that is no range of numbers: options.
-bool zoHostsSyntax::readBlock(int end)
+bool zoHPCHostsSyntax::readBlock(int end)
 {
     const QStringView whole = m_text.mid(m_position, end + 1 - m_position);
     const QStringView block = whole.mid(1, whole.size() - 2);
@@ -128,7 +128,7 @@ bool zoHostsSyntax::readBlock(int end)
     return readOptions(m_position + 1, end);
 }
 
-bool zoHostsSyntax::readOptions(int begin, int end)
+bool zoHPCHostsSyntax::readOptions(int begin, int end)
 {
     const int block = begin - 1;
     for (int p = begin; p < end;) {
@@ -158,7 +158,7 @@ bool zoHostsSyntax::readOptions(int begin, int end)
     return true;
 }
 
-bool zoHostsSyntax::readForwards(int begin, int end)
+bool zoHPCHostsSyntax::readForwards(int begin, int end)
 {
     for (int p = begin; p < end;) {
         if (isSeparator(m_text.at(p)) || isBrace(m_text.at(p))) {
@@ -174,7 +174,7 @@ bool zoHostsSyntax::readForwards(int begin, int end)
     return true;
 }
 
-bool zoHostsSyntax::readBrace()
+bool zoHPCHostsSyntax::readBrace()
 {
     const QChar brace = m_text.at(m_position);
     if (brace == QLatin1Char('}') || brace == QLatin1Char(')')) {
@@ -196,7 +196,7 @@ bool zoHostsSyntax::readBrace()
 }
 
 // Returns true for a word that other programs would take for more than a name.
-bool zoHostsSyntax::refuseWord(int begin, QStringView word)
+bool zoHPCHostsSyntax::refuseWord(int begin, QStringView word)
 {
     if (beginsElement(word)) {
         fail(begin,
@@ -215,7 +215,7 @@ bool zoHostsSyntax::refuseWord(int begin, QStringView word)
     return true;
 }
 
-bool zoHostsSyntax::fail(int offset, const QString& reason)
+bool zoHPCHostsSyntax::fail(int offset, const QString& reason)
 {
     m_problem = {offset, reason};
     return false;

@@ -9,7 +9,7 @@
 
 // Networks and hosts in memory, in the order of the text, without anything of a window: what the host tree
 // becomes when it reads the same hosts text. Items are referred to by their index; item 0 is the root.
-class zoHostsTree final
+class zoHPCHostsOutline final
 {
 public:
     struct Item
@@ -43,7 +43,7 @@ public:
 
     static constexpr int Root = 0;
 
-    zoHostsTree();
+    zoHPCHostsOutline();
 
     // Reads hosts text into an empty tree. What is beyond the limits of a cluster is not read; endOffset() is
     // the place of the token where that began.

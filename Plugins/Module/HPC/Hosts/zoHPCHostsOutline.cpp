@@ -1,4 +1,4 @@
-#include "zoHostsTree.h"
+#include "zoHPCHostsOutline.h"
 
 #include "zoHPCHostsText.h"
 
@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-zoHostsTree::zoHostsTree()
+zoHPCHostsOutline::zoHPCHostsOutline()
 {
     m_items.emplace_back();
 }
@@ -21,7 +21,7 @@ bool isRenderNode(QStringView token)
 }
 } // namespace
 
-zoHostsTree::Outcome zoHostsTree::readHostsText(const QString& text)
+zoHPCHostsOutline::Outcome zoHPCHostsOutline::readHostsText(const QString& text)
 {
     int network = -1;
     int anchor = Root; // the next "{" opens a network below it; -1 for none
@@ -82,7 +82,7 @@ zoHostsTree::Outcome zoHostsTree::readHostsText(const QString& text)
     return Outcome::Read;
 }
 
-void zoHostsTree::readNames(const QString& text)
+void zoHPCHostsOutline::readNames(const QString& text)
 {
     const auto isSeparator = [](QChar c) { return c.isSpace() || c == QLatin1Char(','); };
     const int parent = appendNetwork(Root);
@@ -102,14 +102,14 @@ void zoHostsTree::readNames(const QString& text)
     }
 }
 
-int zoHostsTree::appendNetwork(int parent)
+int zoHPCHostsOutline::appendNetwork(int parent)
 {
     Item network;
     network.isNetwork = true;
     return append(parent, network);
 }
 
-int zoHostsTree::append(int parent, Item item)
+int zoHPCHostsOutline::append(int parent, Item item)
 {
     const int index = int(m_items.size());
     item.parent = parent;
@@ -123,7 +123,7 @@ int zoHostsTree::append(int parent, Item item)
     return index;
 }
 
-void zoHostsTree::noteRange(const QString& from, const QString& to, int offset)
+void zoHPCHostsOutline::noteRange(const QString& from, const QString& to, int offset)
 {
     using Reason = EmptyRange::Reason;
     const zoHPCNumberedName first(from);
@@ -148,8 +148,8 @@ void zoHostsTree::noteRange(const QString& from, const QString& to, int offset)
 
 // A range fills up from the sibling before, whatever stands between them in the text, where both have the
 // same prefix and are not too far apart.
-zoHostsTree::Outcome zoHostsTree::appendHost(int network, const QString& name, int offset, int range,
-                                             bool isRenderNode)
+zoHPCHostsOutline::Outcome zoHPCHostsOutline::appendHost(int network, const QString& name, int offset,
+                                                         int range, bool isRenderNode)
 {
     const auto count = [this](qint64 hosts, int length) {
         m_hosts += hosts;
@@ -180,7 +180,7 @@ zoHostsTree::Outcome zoHostsTree::appendHost(int network, const QString& name, i
     return count(1, name.size());
 }
 
-std::vector<int> zoHostsTree::children(int index) const
+std::vector<int> zoHPCHostsOutline::children(int index) const
 {
     std::vector<int> result;
     for (int child = item(index).firstChild; child >= 0; child = item(child).nextSibling)
@@ -188,7 +188,7 @@ std::vector<int> zoHostsTree::children(int index) const
     return result;
 }
 
-int zoHostsTree::next(int index, int& depth) const
+int zoHPCHostsOutline::next(int index, int& depth) const
 {
     if (item(index).firstChild >= 0) {
         ++depth;
@@ -201,7 +201,7 @@ int zoHostsTree::next(int index, int& depth) const
     return index < 0 ? -1 : item(index).nextSibling;
 }
 
-std::vector<QString> zoHostsTree::hostNames() const
+std::vector<QString> zoHPCHostsOutline::hostNames() const
 {
     std::vector<QString> result;
     result.reserve(m_items.size());
