@@ -77,6 +77,9 @@ class ForViewer(Treeprocessor):
             if element.tag == "table":
                 element.attrib.update(border="1", cellspacing="0", cellpadding="4",
                                       style="border-collapse: collapse")
+                head = element.find("thead")
+                if not any("".join(cell.itertext()).strip() for cell in head.iter("th")):
+                    element.remove(head)
             elif element.tag == "th":
                 element.set("align", "left")
             elif re.fullmatch("h[1-6]", element.tag) and "id" in element.attrib:

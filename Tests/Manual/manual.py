@@ -8,6 +8,7 @@
   options    every command and option of the programs stands in its section of command-line.md
   messages   every text that the sources log, or give as the reason of a failing start, stands in messages.md or starting.md
   pages      links, anchors and pictures are there; every page is built, and index.md leads to it
+  glossary   words of the windows are translated as there, in alphabetical order
   html       the built pages: links, anchors and pictures
   examples   what blocks marked "sh run" show is what the programs say
 
@@ -324,8 +325,36 @@ def check_examples(manual):
     return findings if count else ["no example runs"]
 
 
+# --- Glossary ---
+
+def translations(manual):
+    """{English: {German, ...}} of the texts of the programs."""
+    result = {}
+    for path in sorted((manual.root / "Data/translations").glob("*_de.ts")):
+        for message in ElementTree.parse(path).iter("message"):
+            result.setdefault(message.findtext("source"), set()).add(message.findtext("translation"))
+    return result
+
+
+def check_glossary(manual):
+    return findings_of_glossary(translations(manual), manual.pages["glossary.md"])
+
+
+def findings_of_glossary(texts, page):
+    rows = [[cell.strip() for cell in row.strip("|").split("|")] for row in page.split("\n") if row.startswith("| ")][1:]
+    findings = ["glossary.md: the windows say %s for \"%s\", not \"%s\"" % (" or ".join(sorted(texts[row[0]])), row[0], row[1])
+                for row in rows if row[0] in texts and row[1] not in texts[row[0]]]
+    names = [row[0].lower() for row in rows]
+    if names != sorted(names):
+        findings.append("glossary.md: \"%s\" is not in alphabetical order" %
+                        next(name for name, wanted in zip(names, sorted(names)) if name != wanted))
+    if not any(row[0] in texts for row in rows):
+        findings.append("glossary.md: no word of the windows")
+    return findings
+
+
 CHECKS = {"format": check_format, "problems": check_problems, "options": check_options, "messages": check_messages,
-          "pages": check_pages, "html": check_html, "examples": check_examples}
+          "pages": check_pages, "glossary": check_glossary, "html": check_html, "examples": check_examples}
 
 
 def main(arguments):

@@ -167,6 +167,16 @@ class Pages(unittest.TestCase):
         self.assertEqual(len(manual.check_html(manual.Manual(self.root, html_folder=built))), 2)
 
 
+class Glossary(unittest.TestCase):
+    def test_words_of_the_windows_are_translated_as_there(self):
+        texts = {"Tile": {"Kachel"}, "Wall": {"Wand"}}
+        page = "| English | Deutsch | is |\n|---|---|---|\n| bezel | Rahmen | x |\n| Tile | Kachel | x |\n"
+        self.assertEqual(manual.findings_of_glossary(texts, page), [])
+        self.assertEqual(len(manual.findings_of_glossary(texts, page.replace("Kachel", "Fliese"))), 1)
+        self.assertEqual(len(manual.findings_of_glossary(texts, page + "| Axis | Achse | x |\n")), 1)
+        self.assertEqual(len(manual.findings_of_glossary({}, page)), 1)
+
+
 class Examples(unittest.TestCase):
     def findings(self, text):
         with tempfile.TemporaryDirectory() as folder:

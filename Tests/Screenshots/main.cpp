@@ -8,6 +8,7 @@
 #include <QStyleFactory>
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -22,7 +23,8 @@ int fit(const char* from, const char* to, int side)
         std::fprintf(stderr, "zo-screenshots: %s is no picture\n", from);
         return 1;
     }
-    const QImage fitted = image.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    const int most = std::min(side, std::max(image.width(), image.height())); // never larger than it is
+    const QImage fitted = image.scaled(most, most, Qt::KeepAspectRatio, Qt::SmoothTransformation);
     return fitted.convertToFormat(QImage::Format_RGB888).save(QString::fromLocal8Bit(to)) ? 0 : 1;
 }
 } // namespace
