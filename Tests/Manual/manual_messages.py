@@ -6,7 +6,9 @@ import re
 LAYERS = ("Kernel", "Plugins", "Host")
 # Where all texts are reasons of a start or of a session, whoever logs them.
 REASONS = ("Host/Cluster/*.cpp", "Host/zoLocalClusterService.cpp", "Server/Setup/*.cpp", "Server/Show/zoNodeShow.cpp",
-           "Server/Show/zoWallScreens.cpp", "Server/Show/zoGL*.cpp", "Kernel/Platform/zoFile*.cpp", "Plugins/Module/HPC/Document/zoHPCDocumentText.cpp")
+           "Server/Show/zoWallScreens.cpp", "Server/Show/zoGL*.cpp", "Kernel/Platform/zoFile*.cpp", "Plugins/Module/HPC/Document/zoHPCDocumentText.cpp",
+           "Plugins/Module/HPC/Module/zoHPC.cpp", "Host/zoHostSession.cpp", "Host/zoHostApplication.cpp",
+           "Host/zoLoopbackSpeedTest.cpp", "Host/zoModule*.cpp")
 # Where programs of sessions give reasons in English alone.
 LITERALS = ("Server/zoHead.cpp", "Server/zoMpiGroup.cpp", "Server/Protocol/zoLauncher.cpp",
             "Server/Protocol/zoMpirunCommand.cpp", "Server/Protocol/zoServerMessageReader.cpp")
