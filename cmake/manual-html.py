@@ -3,8 +3,8 @@
 
   manual-html.py --into FOLDER PAGE.md...
 
-The viewer, QTextBrowser, knows HTML 4 and few styles: anchors are <a name>, tables have the borders of their attributes,
-there are no colours, so that those of the palette hold, and pictures have their size in pixels, up to that of a page.
+The viewer, QTextBrowser, knows HTML 4 and few styles: tables have the borders of their attributes, there are no colours, so
+that those of the palette hold, and pictures have their size in pixels, up to that of a page.
 """
 
 import argparse
@@ -12,7 +12,6 @@ import pathlib
 import re
 import struct
 import sys
-import xml.etree.ElementTree as ElementTree
 
 import markdown
 from markdown.extensions import Extension
@@ -60,7 +59,7 @@ def width_of(picture):
 
 
 class ForViewer(Treeprocessor):
-    """Links, anchors, borders of tables, and pictures that are wider than a page."""
+    """Links, borders of tables, and pictures that are wider than a page."""
 
     def __init__(self, md, folder):
         super().__init__(md)
@@ -82,10 +81,6 @@ class ForViewer(Treeprocessor):
                     element.remove(head)
             elif element.tag == "th":
                 element.set("align", "left")
-            elif re.fullmatch("h[1-6]", element.tag) and "id" in element.attrib:
-                anchor = ElementTree.Element("a", name=element.attrib["id"])
-                anchor.tail, element.text = element.text, ""
-                element.insert(0, anchor)
 
 
 class ViewerExtension(Extension):

@@ -240,8 +240,8 @@ class Page(html.parser.HTMLParser):
 
     def handle_starttag(self, tag, attrs):
         attributes = dict(attrs)
-        if tag == "a" and "name" in attributes:
-            self.anchors.add(attributes["name"])
+        if re.fullmatch("h[1-6]", tag) and "id" in attributes:
+            self.anchors.add(attributes["id"])
         if "href" in attributes or "src" in attributes:
             self.links.append(attributes.get("href") or attributes.get("src"))
 

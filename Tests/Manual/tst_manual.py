@@ -159,9 +159,9 @@ class Pages(unittest.TestCase):
         built = self.root / "html"
         built.mkdir()
         (built / "index.html").write_text('<a href="one.html#part">x</a>')
-        (built / "one.html").write_text('<h2><a name="part"></a>Part</h2>')
-        self.assertEqual(manual.check_html(manual.Manual(self.root, html_folder=built)), [])
         (built / "one.html").write_text('<h2 id="part">Part</h2>')
+        self.assertEqual(manual.check_html(manual.Manual(self.root, html_folder=built)), [])
+        (built / "one.html").write_text('<h2>Part</h2><p id="part">')
         self.assertEqual(len(manual.check_html(manual.Manual(self.root, html_folder=built))), 1)
         (built / "one.html").unlink()
         self.assertEqual(len(manual.check_html(manual.Manual(self.root, html_folder=built))), 2)
