@@ -19,6 +19,7 @@ from markdown.extensions.toc import TocExtension
 from markdown.treeprocessors import Treeprocessor
 
 WIDTH = 680  # of a page, in pixels
+MOST_PARTS = 3  # of a page without a list of them
 PAGE = """<!DOCTYPE html>
 <html lang="en">
 <head>
@@ -101,8 +102,13 @@ def html_of(page, names):
     text = page.read_text(encoding="utf-8")
     # Words behind the language of an example are for those who run it.
     text = re.sub(r"^(```\w+) .*$", r"\1", text, flags=re.MULTILINE)
-    body = markdown.markdown(text, extensions=["tables", "fenced_code", "sane_lists",
-                                               TocExtension(slugify=slug), ViewerExtension(page.parent)])
+    converter = markdown.Markdown(extensions=["tables", "fenced_code", "sane_lists", TocExtension(slugify=slug),
+                                              ViewerExtension(page.parent)])
+    body = converter.convert(text)
+    parts = converter.toc_tokens[0]["children"]
+    if len(parts) > MOST_PARTS:
+        links = ['<a href="#%s">%s</a>' % (part["id"], part["name"]) for part in parts]
+        body = body.replace("</h1>", "</h1>\n<p>On this page: %s</p>" % ", ".join(links), 1)
     title = re.match(r"# (.*)", text).group(1)
     place = names.index(page.stem)
     links = []
