@@ -4,6 +4,7 @@
   manual.py CHECK ROOT [--programs FOLDER] [--html FOLDER]
 
   format     every element, attribute and value of the schema of documents stands in file-format.md
+  fields     every label of the forms stands in windows.md
   problems   every code of "zohpc check --explain" has its section in problems.md
   options    every command and option of the programs stands in its section of command-line.md
   messages   every text that the sources log, or give as the reason of a failing start, stands in messages.md or starting.md
@@ -116,6 +117,36 @@ def findings_of_format(elements, headings):
             elif not all(cell.strip() for cell in found[0]):
                 findings.append("file-format.md: an empty cell in the row of %s of %s" % (attribute, element))
     return findings
+
+
+# --- Fields ---
+
+LABELLED = ("QLabel", "QCheckBox", "QGroupBox", "QPushButton", "QRadioButton")
+
+
+def labels_of(form):
+    """What a form writes beside and on its fields, without units; sentences are hints."""
+    labels = set()
+    for widget in form.iter("widget"):
+        for one in widget.findall("property"):
+            text = (one.findtext("string") or "").replace("&", "")
+            if widget.get("class") in LABELLED and one.get("name") in ("text", "title") and not text.endswith("."):
+                labels.add(re.sub(r"\s*[\[(].*[\])]$", "", text))
+    return {label for label in labels if re.search(r"\w{2}", label)}
+
+
+def check_fields(manual):
+    findings = []
+    forms = sorted(manual.root.glob("Plugins/Module/*/**/*.ui")) + sorted(manual.root.glob("Host/*.ui"))
+    for form in forms:
+        labels = labels_of(ElementTree.parse(form))
+        findings += ["windows.md: nothing of \"%s\" (%s)" % (label, form.name)
+                     for label in missing_labels(labels, manual.pages["windows.md"])]
+    return findings if forms else ["no forms"]
+
+
+def missing_labels(labels, page):
+    return sorted(label for label in labels if not re.search(r"(?<!\w)%s(?!\w)" % re.escape(label), page, flags=re.IGNORECASE))
 
 
 # --- Programs ---
@@ -354,7 +385,7 @@ def findings_of_glossary(texts, page):
     return findings
 
 
-CHECKS = {"format": check_format, "problems": check_problems, "options": check_options, "messages": check_messages,
+CHECKS = {"format": check_format, "fields": check_fields, "problems": check_problems, "options": check_options, "messages": check_messages,
           "pages": check_pages, "glossary": check_glossary, "html": check_html, "examples": check_examples}
 
 

@@ -73,6 +73,20 @@ class Format(unittest.TestCase):
         self.assertTrue(self.findings(PAGE.replace("## node", "## nodes")))
 
 
+class Fields(unittest.TestCase):
+    FORM = """<ui><widget class="QLabel" name="a"><property name="text"><string>Cave size [mm]</string></property></widget>
+      <widget class="QLabel" name="b"><property name="text"><string>Choose a row.</string></property></widget>
+      <widget class="QLabel" name="c"><property name="text"><string>X</string></property></widget>
+      <widget class="QGroupBox" name="d"><property name="title"><string>&amp;View</string></property>
+        <property name="toolTip"><string>Tip</string></property></widget></ui>"""
+
+    def test_labels_are_what_is_beside_fields(self):
+        self.assertEqual(manual.labels_of(ElementTree.fromstring(self.FORM)), {"Cave size", "View"})
+
+    def test_missing_label_is_found(self):
+        self.assertEqual(manual.missing_labels({"Cave size", "View"}, "| Cave size [mm] | views |"), ["View"])
+
+
 class Options(unittest.TestCase):
     HELP = "Usage: x [options]\nSee --other.\n\nOptions:\n  -h, --help  Help, not --this.\n  -o, --output <file>  Write.\n  --json      JSON.\n"
 
