@@ -44,6 +44,7 @@ private slots:
     void fixTellsWhatItChanged();
     void currentRowStaysWithItsProblem();
     void ampersandInAFixIsShown();
+    void manualPageIsThatOfTheProblem();
 
 private:
     std::vector<zoHPCProblem> sample();
@@ -333,6 +334,20 @@ void tst_zoHPCProblemsView::ampersandInAFixIsShown()
     m_view->setProblems(problems);
 
     QVERIFY(m_list->grab().toImage() != without);
+}
+
+// Hosts open it by a key.
+void tst_zoHPCProblemsView::manualPageIsThatOfTheProblem()
+{
+    m_list->setCurrentIndex(QModelIndex());
+    QCOMPARE(m_list->property("manualPage").toString(), QStringLiteral("problems"));
+
+    m_list->setCurrentIndex(m_list->model()->index(1, 0));
+    QCOMPARE(m_list->property("manualPage").toString(),
+             QStringLiteral("problems#") + zoHPCProblem::kindName(m_view->problems()[1].kind));
+
+    m_view->setProblems({});
+    QCOMPARE(m_list->property("manualPage").toString(), QStringLiteral("problems"));
 }
 
 ZO_TEST_MAIN(tst_zoHPCProblemsView)

@@ -10,6 +10,7 @@
 #include "zoHPCHostTree.h"
 #include "zoHPCKeys.h"
 #include "zoHPCLayout.h"
+#include "zoHPCManualPages.h"
 #include "zoHPCReview.h"
 #include "zoHPCStatusPane.h"
 #include "zoHPCTextLog.h"
@@ -66,6 +67,7 @@ zoHPCGUIW::zoHPCGUIW(QWidget* parent, const QString& name)
     zoHPCWindowMemory::rememberDialog(m_displayEditor, zoText("display setup"));
     m_ui->setupUi(this);
     setObjectName(name);
+    setProperty("manualPages", zoHPCManualPages::byObjectName());
     m_tree = new zoHPCTreeGUIW;
     m_editor = new zoHPCTreeEditGUIW;
 

@@ -3,6 +3,7 @@
 #include "zoHPCFixDelegate.h"
 #include "zoHPCProblemDelegate.h"
 #include "zoHPCProblemModel.h"
+#include "zoText.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -51,6 +52,8 @@ zoHPCProblemsView::zoHPCProblemsView(QWidget* parent) : QWidget(parent)
     });
     connect(m_list, &QTreeView::activated, this, [this](const QModelIndex& index) { activate(index.row()); });
     connect(delegate, &zoHPCFixDelegate::clicked, this, &zoHPCProblemsView::fixLater);
+    connect(m_list->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            &zoHPCProblemsView::nameManualPage);
     setProblems({});
     m_summary->setText(tr("No problems"));
 }
@@ -73,10 +76,21 @@ void zoHPCProblemsView::setProblems(std::vector<zoHPCProblem> problems)
         if (again >= 0)
             m_list->setCurrentIndex(m_model->index(again, zoHPCProblemModel::Message));
     }
+    nameManualPage(m_list->currentIndex()); // a new list tells of no change
     const int count = m_model->rowCount();
     m_summary->setText(count == 0   ? tr("No problems")
                        : count == 1 ? tr("1 problem")
                                     : tr("%1 problems").arg(QString::number(count)));
+}
+
+// See zoHPCManualPages.
+void zoHPCProblemsView::nameManualPage(const QModelIndex& current)
+{
+    QString page = zoText("problems");
+    if (current.isValid() && current.row() < m_model->rowCount())
+        page +=
+            QLatin1Char('#') + zoHPCProblem::kindName(problems()[static_cast<size_t>(current.row())].kind);
+    m_list->setProperty("manualPage", page);
 }
 
 const std::vector<zoHPCProblem>& zoHPCProblemsView::problems() const

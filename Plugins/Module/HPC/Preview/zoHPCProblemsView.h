@@ -41,6 +41,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void nameManualPage(const QModelIndex& current);
     void activate(int row);
     void fixLater(const QModelIndex& index);
     void fix(int row);
