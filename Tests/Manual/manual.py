@@ -319,7 +319,9 @@ def examples_of(text):
 
 
 def run_example(command, folder, programs):
-    environment = dict(os.environ, LC_ALL="C.UTF-8", HOME=str(folder), QT_QPA_PLATFORM="offscreen",
+    # Nothing of whoever runs this, and no nodes in common with other sessions of this machine.
+    environment = {name: value for name, value in os.environ.items() if not name.startswith(("XDG_", "QT_", "ZO"))}
+    environment.update(LC_ALL="C.UTF-8", HOME=str(folder), XDG_RUNTIME_DIR=str(folder), QT_QPA_PLATFORM="offscreen",
                        SOURCE_DATE_EPOCH="1800000000", PATH="%s:%s" % (programs, os.environ["PATH"]))
     done = subprocess.run(["bash", "-c", command], cwd=folder, env=environment, check=False, stdin=subprocess.DEVNULL,
                           stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=60)
