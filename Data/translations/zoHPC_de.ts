@@ -2904,14 +2904,6 @@ auch wenn die Server dann instabil sein können?</translation>
 <context>
     <name>zoHPCWallBuilder</name>
     <message>
-        <source>%1 windows do not spread evenly over %2 hosts</source>
-        <translation>%1 Fenster verteilen sich nicht gleichmäßig auf %2 Rechner</translation>
-    </message>
-    <message>
-        <source>%1 screens on each host, %2 at most</source>
-        <translation>%1 Bildschirme je Rechner, höchstens %2</translation>
-    </message>
-    <message>
         <source>&quot;%1&quot; comes twice</source>
         <translation>„%1“ kommt zweimal vor</translation>
     </message>
@@ -2922,10 +2914,6 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>gateways and nodes that do not render drive no screen, and &quot;%1&quot; has no other</source>
         <translation>Gateways und Knoten, die nicht rendern, steuern keinen Bildschirm, und „%1“ hat keine anderen</translation>
-    </message>
-    <message>
-        <source>%1 windows, %2 on each host, take %3 hosts: there are %4</source>
-        <translation>%1 Fenster, %2 je Rechner, brauchen %3 Rechner: es gibt %4</translation>
     </message>
 </context>
 <context>
@@ -3048,6 +3036,25 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>Wall</source>
         <translation>Wand</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCWallWindows</name>
+    <message>
+        <source>%1 screens on each host, %2 at most</source>
+        <translation>%1 Bildschirme je Rechner, höchstens %2</translation>
+    </message>
+    <message>
+        <source>both eyes of a tile on one host take an even number of screens, not %1</source>
+        <translation>beide Augen einer Kachel auf einem Rechner brauchen eine gerade Zahl von Bildschirmen, nicht %1</translation>
+    </message>
+    <message>
+        <source>%1 windows, %2 on each host, take %3 hosts: there are %4</source>
+        <translation>%1 Fenster, %2 je Rechner, brauchen %3 Rechner: es gibt %4</translation>
+    </message>
+    <message>
+        <source>%1 windows do not spread evenly over %2 hosts</source>
+        <translation>%1 Fenster verteilen sich nicht gleichmäßig auf %2 Rechner</translation>
     </message>
 </context>
 <context>

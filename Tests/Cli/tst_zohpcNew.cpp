@@ -6,6 +6,9 @@
 #include <QDomDocument>
 #include <QTest>
 
+#include <cmath>
+#include <vector>
+
 namespace
 {
 // What the windows show and where: "node screen size projection eye".
@@ -35,6 +38,37 @@ QDomElement projection(const QByteArray& text)
         .cloneNode(false)
         .toElement();
 }
+
+QList<QDomElement> projections(const QByteArray& text)
+{
+    QDomDocument document;
+    document.setContent(text);
+    QList<QDomElement> result;
+    const QDomElement root = document.documentElement();
+    for (QDomElement e = root.firstChildElement("projection"); !e.isNull();
+         e = e.nextSiblingElement("projection"))
+        result << e;
+    return result;
+}
+
+QStringList projectionNames(const QByteArray& text)
+{
+    QStringList names;
+    for (const QDomElement& element : projections(text))
+        names << element.attribute("name");
+    return names;
+}
+
+// Lower left, lower right and upper right of a plane, millimetres.
+std::vector<double> corners(const QByteArray& text, int plane)
+{
+    std::vector<double> result;
+    for (const char* corner : {"1", "2", "3"}) {
+        for (const char* axis : {"x", "y", "z"})
+            result.push_back(projections(text).at(plane).attribute(QLatin1String(axis) + corner).toDouble());
+    }
+    return result;
+}
 } // namespace
 
 // "zohpc new" as a whole process.
@@ -53,6 +87,11 @@ private slots:
     void blendingNeedsANeighbour();
     void bezelIsANegativeOverlap_data();
     void bezelIsANegativeOverlap();
+    void curvedWallStandsOnItsCircle();
+    void unitsOfOverlapsAndBezels_data();
+    void unitsOfOverlapsAndBezels();
+    void viewerOfACaveIsTheOtherEndOfItsCenter();
+    void likelyMistakeIsTold();
     void nodesThatDoNotRenderGetNoWindow();
 
     void hostsAreToldAsHostsExpandTellsThem_data();
@@ -135,6 +174,22 @@ void tst_zohpcNew::everyResultIsSound_data()
         "--stereo", "quad-buffer",    "--hosts", "n1 - n6"};
     QTest::newRow("cave-left-right") << QStringList{"--cave",     "3000x3000x3000", "--stereo",
                                                     "left-right", "--hosts",        "n1 - n8"};
+    QTest::newRow("curved") << QStringList{"--curved", "8x3",      "--tile-size", "1209.6x680.4", "--bezel",
+                                           "3.5x3.5",  "--radius", "4000",        "--hosts",      "n[01-24]"};
+    QTest::newRow("curved-by-angle-and-blended")
+        << QStringList{"--curved",  "3x1",  "--size",  "3600x800", "--tile",  "1280x800",
+                       "--overlap", "60x0", "--angle", "20",       "--hosts", "n[1-3]"};
+    QTest::newRow("planes") << QStringList{
+        "--plane", "Front=2400x1350@0,0,-1200", "--plane", "2400x1350@0,-675,-525,0,90", "--hosts", "a b"};
+    QTest::newRow("cave-of-tiles") << QStringList{"--cave",  "3840x2160x3840",   "--grid",  "2x2",
+                                                  "--walls", "left,front,right", "--hosts", "n[1-12]"};
+    QTest::newRow("viewer-beside-the-middle") << QStringList{
+        "--wall", "2x2", "--tile-size", "1920x1080", "--viewer", "400,-300,2000", "--hosts", "n[1-4]"};
+    QTest::newRow("all-eyes-of-four-tiles-apart")
+        << QStringList{"--wall", "2x2",   "--tile-size",        "1600x900", "--stereo", "left-right",
+                       "--eyes", "apart", "--windows-per-node", "2",        "--hosts",  "n[1-4]"};
+    QTest::newRow("interlaced") << QStringList{"--wall",  "1x1", "--stereo", "horizontal-interlaced",
+                                               "--hosts", "a"};
     QTest::newRow("behind-a-gateway") << QStringList{"--wall", "2x1", "--hosts", "gw[rt=0] { a b }"};
 }
 
@@ -235,6 +290,97 @@ void tst_zohpcNew::bezelIsANegativeOverlap()
              QByteArray("--- errors\n--- exit code 0\n"));
 }
 
+// The middle column of three stands straight ahead, on a circle around the viewer.
+void tst_zohpcNew::curvedWallStandsOnItsCircle()
+{
+    // Tiles that are as wide as the radius stand 60 degrees from each other.
+    const zoCommandRun run = zoCommandRun::zohpc(
+        {"new", "--curved", "3x1", "--tile-size", "2000x1125", "--radius", "2000", "--hosts", "a b c"});
+
+    QCOMPARE(run.errors, QByteArray());
+    const QStringList names = projectionNames(run.output);
+    QCOMPARE(names, (QStringList{"Wall row:1 col:1", "Wall row:1 col:2", "Wall row:1 col:3"}));
+    const std::vector<double> left = corners(run.output, 0);
+    const std::vector<double> middle = corners(run.output, 1);
+    const double depth = -1000.0 * std::sqrt(3.0);
+    const std::vector<double> expectedLeft{-2000.0, -562.5,  0.0,   -1000.0, -562.5,
+                                           depth,   -1000.0, 562.5, depth};
+    const std::vector<double> expectedMiddle{-1000.0, -562.5, depth, 1000.0, -562.5,
+                                             depth,   1000.0, 562.5, depth};
+    for (std::size_t i = 0; i < 9; ++i) {
+        QVERIFY(std::abs(left[i] - expectedLeft[i]) < 1e-6);
+        QVERIFY(std::abs(middle[i] - expectedMiddle[i]) < 1e-6);
+    }
+}
+
+void tst_zohpcNew::unitsOfOverlapsAndBezels_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("across");
+    QTest::addColumn<QString>("down");
+
+    // Tiles of 1000 x 500 pixels, two millimetres each.
+    const QStringList wall{"--tile-size", "2000x1000"};
+    QTest::newRow("overlap-in-pixels") << wall + QStringList{"--overlap", "60"} << "120"
+                                       << "120";
+    QTest::newRow("overlap-with-its-unit") << wall + QStringList{"--overlap", "60px"} << "120"
+                                           << "120";
+    QTest::newRow("overlap-in-millimetres") << wall + QStringList{"--overlap", "60mm"} << "60"
+                                            << "60";
+    QTest::newRow("overlap-of-two-numbers") << wall + QStringList{"--overlap", "60x30.5mm"} << "60"
+                                            << "30.5";
+    QTest::newRow("unit-behind-each") << wall + QStringList{"--overlap", "60mmx30mm"} << "60"
+                                      << "30";
+    QTest::newRow("bezel-in-millimetres") << wall + QStringList{"--bezel", "12x14"} << "-12"
+                                          << "-14";
+    QTest::newRow("bezel-in-pixels") << wall + QStringList{"--bezel", "12x14px"} << "-24"
+                                     << "-28";
+    QTest::newRow("one-bezel-with-its-unit") << wall + QStringList{"--bezel", "12mm"} << "-12"
+                                             << "-12";
+    QTest::newRow("overlap-in-millimetres-of-pixels")
+        << QStringList{"--pixel-pitch", "2", "--overlap", "60x31mm"} << "30"
+        << "16";
+}
+
+void tst_zohpcNew::unitsOfOverlapsAndBezels()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, across);
+    QFETCH(QString, down);
+
+    const zoCommandRun run = zoCommandRun::zohpc(
+        QStringList{"new", "--wall", "2x2", "--tile", "1000x500", "--hosts", "n[1-4]"} + arguments);
+
+    QCOMPARE(run.errors, QByteArray());
+    QCOMPARE(projection(run.output).attribute("overlapx"), across);
+    QCOMPARE(projection(run.output).attribute("overlapy"), down);
+}
+
+// The center of a cave and the viewer in it are two ways of saying one thing.
+void tst_zohpcNew::viewerOfACaveIsTheOtherEndOfItsCenter()
+{
+    const QStringList cave{"new", "--cave", "3000x2400x3000", "--hosts", "n[1-4]"};
+
+    const zoCommandRun center = zoCommandRun::zohpc(cave + QStringList{"--center", "0,-400,100"});
+    const zoCommandRun viewer = zoCommandRun::zohpc(cave + QStringList{"--viewer", "0,400,-100"});
+
+    QVERIFY(center.output.contains("cavey=\"-400\" cavez=\"100\""));
+    QCOMPARE(viewer.whole(), center.whole());
+}
+
+// What is likely a mistake is written and told, as "zohpc check" tells it of the file.
+void tst_zohpcNew::likelyMistakeIsTold()
+{
+    const zoCommandRun run =
+        zoCommandRun::zohpc({"new", "--wall", "1x1", "--size", "3.6x2", "--distance", "1.5", "--hosts", "a"});
+
+    QCOMPARE(run.errors,
+             QByteArray("zohpc new: --size: \"Wall\" has a size of 3.6 x 2 mm. Was it measured in "
+                        "metres?\n"));
+    QCOMPARE(run.exitCode, 1);
+    QCOMPARE(projection(run.output).attribute("width"), QStringLiteral("3.6"));
+}
+
 void tst_zohpcNew::nodesThatDoNotRenderGetNoWindow()
 {
     const zoCommandRun run =
@@ -297,8 +443,8 @@ void tst_zohpcNew::wrongUsageIsTold_data()
     const QStringList wall{"--wall", "2x1"};
     const QStringList cave{"--cave", "1x1x1", "--hosts", "a"};
     const QStringList hosts{"--hosts", "a b"};
-    QTest::newRow("neither") << hosts << QByteArray("either --wall or --cave");
-    QTest::newRow("both") << wall + cave << QByteArray("either --wall or --cave");
+    QTest::newRow("neither") << hosts << QByteArray("either --wall, --curved, --cave or --plane");
+    QTest::newRow("both") << wall + cave << QByteArray("either --wall, --curved, --cave or --plane");
     QTest::newRow("no-hosts") << wall << QByteArray("--hosts is missing");
     QTest::newRow("argument") << wall + hosts + QStringList{"x"} << QByteArray("unexpected argument \"x\"");
     QTest::newRow("wall") << QStringList{"--wall", "3"} + hosts
@@ -324,7 +470,9 @@ void tst_zohpcNew::wrongUsageIsTold_data()
     QTest::newRow("size") << wall + hosts + QStringList{"--size", "nanx1"}
                           << QByteArray("--size: \"nanx1\" is no size in millimetres such as 3600x2000");
     QTest::newRow("stereo") << wall + hosts + QStringList{"--stereo", "3d"}
-                            << QByteArray("--stereo: \"3d\" is no mode: none, quad-buffer, left-right");
+                            << QByteArray("--stereo: \"3d\" is no mode: none, quad-buffer, left-right, "
+                                          "horizontal-interlaced, vertical-interlaced, split-left-right, "
+                                          "split-top-bottom, red-cyan, blue-yellow, green-magenta");
     QTest::newRow("walls") << cave + QStringList{"--walls", "left,lower"}
                            << QByteArray("--walls: \"lower\" is no wall of a cave");
     QTest::newRow("cave-overlap") << cave + QStringList{"--overlap", "5"}
@@ -359,11 +507,61 @@ void tst_zohpcNew::wrongUsageIsTold_data()
         << QByteArray("--size and --pixel-pitch exclude each other");
     QTest::newRow("bezel-as-wide-as-the-wall")
         << wall + hosts + size + QStringList{"--bezel", "100x0"}
-        << QByteArray("--bezel: nothing of --size is left for pictures");
+        << QByteArray("--bezel: nothing of the size is left for pictures");
     QTest::newRow("pitch-without-bezel")
         << wall + hosts + QStringList{"--pixel-pitch", "1"} << QByteArray("--pixel-pitch needs --bezel");
     QTest::newRow("pitch-of-0") << wall + hosts + QStringList{"--bezel", "1x1", "--pixel-pitch", "0"}
                                 << QByteArray("--pixel-pitch: \"0\" is no number of millimetres");
+    const QStringList curved{"--curved", "3x1", "--hosts", "a b c"};
+    const QStringList tileSize{"--tile-size", "1000x500"};
+    QTest::newRow("two-kinds") << curved + wall << QByteArray("either --wall, --curved, --cave or --plane");
+    QTest::newRow("curved-without-size") << curved << QByteArray("--curved needs --tile-size or --size");
+    QTest::newRow("curved-without-radius")
+        << curved + tileSize << QByteArray("--curved needs --radius or --angle");
+    QTest::newRow("curved-by-both") << curved + tileSize + QStringList{"--radius", "1", "--angle", "1"}
+                                    << QByteArray("--radius and --angle exclude each other");
+    QTest::newRow("curved-too-tight")
+        << curved + tileSize + QStringList{"--radius", "400"}
+        << QByteArray("--radius: tiles of 1000 mm do not stand on a circle with a radius of 400 mm");
+    QTest::newRow("curved-beyond-a-circle")
+        << QStringList{"--curved", "4x1", "--angle", "100", "--hosts", "a b c d"} + tileSize
+        << QByteArray("--angle: 4 columns with 100 degrees from one to the next do not fit into a circle");
+    QTest::newRow("curved-from-behind")
+        << curved + tileSize + QStringList{"--radius", "1000", "--viewer", "0,0,-1"}
+        << QByteArray("--viewer: the viewer is before the wall: more than 0 mm away");
+    QTest::newRow("two-sizes") << wall + hosts + size + tileSize
+                               << QByteArray("--size and --tile-size exclude each other");
+    QTest::newRow("radius-of-a-wall")
+        << wall + hosts + QStringList{"--radius", "1"} << QByteArray("--radius is for curved walls");
+    QTest::newRow("grid-of-a-wall") << wall + hosts + QStringList{"--grid", "1x1"}
+                                    << QByteArray("--grid is for caves");
+    QTest::newRow("viewer") << wall + hosts + QStringList{"--viewer", "1,2"}
+                            << QByteArray("--viewer: \"1,2\" is no place in millimetres such as 0,-400,1500");
+    QTest::newRow("viewer-and-distance") << wall + hosts + QStringList{"--viewer", "0,0,1", "--distance", "1"}
+                                         << QByteArray("--viewer and --distance exclude each other");
+    QTest::newRow("viewer-beside-pixels")
+        << wall + hosts + QStringList{"--viewer", "1,0,1500"}
+        << QByteArray(
+               "--viewer: who looks at a wall without a size in millimetres is straight before its middle");
+    QTest::newRow("eyes") << wall + hosts + QStringList{"--eyes", "both"}
+                          << QByteArray("--eyes: \"both\" is no order: in-turn, paired, apart, left-first");
+    QTest::newRow("no-windows-per-node") << wall + hosts + QStringList{"--windows-per-node", "0"}
+                                         << QByteArray("--windows-per-node: \"0\" is no number of 1 to 16");
+    QTest::newRow("hosts-too-few") << QStringList{"--wall", "5x1", "--windows-per-node", "2"} + hosts
+                                   << QByteArray(
+                                          "--hosts: 5 windows, 2 on each host, take 3 hosts: there are 2");
+    QTest::newRow("units-that-differ") << wall + hosts + size + QStringList{"--overlap", "5mmx5px"}
+                                       << QByteArray("--overlap: \"5mmx5px\" is no number of pixels");
+    QTest::newRow("plane") << QStringList{"--plane", "2x2", "--hosts", "a"}
+                           << QByteArray("--plane: \"2x2\" is no plane such as Front=2400x1350@0,0,-1500 or "
+                                         "Floor=2400x2400@0,-1200,0,0,90");
+    QTest::newRow("plane-with-an-overlap")
+        << QStringList{"--plane", "2x2@0,0,-1", "--overlap", "1", "--hosts", "a"}
+        << QByteArray("--overlap is for walls");
+    QTest::newRow("eyes-in-metres") << wall + hosts + QStringList{"--eye-separation", "0.065"}
+                                    << QByteArray("--eye-separation: Display 1 has an eye separation of "
+                                                  "0.065 mm. Was it measured in metres? Eyes "
+                                                  "are about 65 mm apart.");
     QTest::newRow("hosts-that-do-not-render")
         << wall + QStringList{"--hosts", "a[rt=0]"}
         << QByteArray("--hosts: gateways and nodes that do not render drive no screen, and \"a[rt=0]\" has "

@@ -8,14 +8,13 @@
 #include "zoHPCViewportItem.h"
 #include "zoHPCWallMistakes.h"
 #include "zoHPCWallProjections.h"
+#include "zoHPCWallWindows.h"
 #include "zoHPCWindowItem.h"
 
 #include <zoClusterTags.h>
 
 #include <QDomDocument>
 #include <QSet>
-
-#include <algorithm>
 
 namespace
 {
@@ -63,80 +62,32 @@ Field fieldOf(const zoHPCProblem& problem, const Plan& plan)
     return Field::Size;
 }
 
-// What a window shows.
-struct Show
-{
-    const zoHPCProjectionItem* tile; // not owned
-    const char* eye;
-};
-
-// How many windows a node gets; 0 with a mistake when they do not fit.
-int windowsPerNode(const Plan& plan, int windows, int hosts, QString& mistake)
-{
-    const QString each = QString::number(windows);
-    int screens = plan.windowsPerNode;
-    if (screens == 0 && hosts < windows && windows % hosts != 0)
-        mistake = zoHPCWallBuilder::tr("%1 windows do not spread evenly over %2 hosts")
-                      .arg(each, QString::number(hosts));
-    else if (screens == 0)
-        screens = hosts < windows ? windows / hosts : 1;
-    const bool areTwo = plan.stereoMode().eyes.size() > 1;
-    if (areTwo && plan.eyeOrder == Plan::EyeOrder::SameNode && screens == 1)
-        screens = plan.windowsPerNode == 0 ? 2 : screens;
-    if (mistake.isEmpty() && screens > zoHPCWallPlan::MaximumScreens)
-        mistake = zoHPCWallBuilder::tr("%1 screens on each host, %2 at most")
-                      .arg(screens)
-                      .arg(zoHPCWallPlan::MaximumScreens);
-    return mistake.isEmpty() ? screens : 0;
-}
-
-// The windows in the order in which nodes are filled. `group` tiles follow each other for one eye where each eye has
-// nodes of its own.
-std::vector<Show> showsOf(const Plan& plan, const std::vector<const zoHPCProjectionItem*>& tiles,
-                          std::size_t group)
-{
-    const std::vector<const char*>& eyes = plan.stereoMode().eyes;
-    if (plan.eyeOrder == Plan::EyeOrder::Alternating || plan.eyeOrder == Plan::EyeOrder::SameNode)
-        group = 1;
-    else if (plan.eyeOrder == Plan::EyeOrder::LeftNodesFirst)
-        group = tiles.size();
-    std::vector<Show> shows;
-    for (std::size_t first = 0; first < tiles.size(); first += group) {
-        for (const char* eye : eyes) {
-            for (std::size_t i = first; i < std::min(first + group, tiles.size()); ++i)
-                shows.push_back({tiles[i], eye});
-        }
-    }
-    return shows;
-}
-
-void addWindow(zoHPCDisplayItem& display, const Show& show, const QString& node, int screen,
-               const QSize& pixels)
+void addWindow(zoHPCDisplayItem& display, const Plan& plan, const zoHPCProjectionItem& tile,
+               const zoHPCWallWindows::Window& place, const QString& node)
 {
     auto* window = new zoHPCWindowItem;
     display.addChild(window);
     window->setRenderNode(node);
-    window->setString(zoHPCWindowItem::Screen, QString::number(screen));
-    window->setInt(zoHPCWindowItem::Width, pixels.width());
-    window->setInt(zoHPCWindowItem::Height, pixels.height());
+    window->setString(zoHPCWindowItem::Screen, QString::number(place.screen));
+    window->setInt(zoHPCWindowItem::Width, plan.tilePixels.width());
+    window->setInt(zoHPCWindowItem::Height, plan.tilePixels.height());
     auto* viewport = new zoHPCViewportItem;
     window->addChild(viewport);
-    viewport->setProjection(show.tile->getString(zoHPCProjectionItem::Name));
-    viewport->setString(zoHPCViewportItem::Eye, QLatin1String(show.eye));
+    viewport->setProjection(tile.getString(zoHPCProjectionItem::Name));
+    viewport->setString(zoHPCViewportItem::Eye,
+                        QLatin1String(plan.stereoMode().eyes[std::size_t(place.eye)]));
 }
 
-// A window for each of them. Without nodes they name none.
-void addWindows(zoHPCDisplayItem& display, const Plan& plan, const std::vector<Show>& shows,
-                const QStringList& nodes, int screens)
+// Without nodes they name none.
+void addWindows(zoHPCDisplayItem& display, const Plan& plan, const zoHPCWallProjections::List& projections,
+                const zoHPCWallWindows& windows, const QStringList& nodes)
 {
     display.setEyeSeparation(plan.eyeSeparation);
     display.setBool(zoHPCDisplayItem::HardwareSync, plan.stereo == Plan::Stereo::QuadBuffer);
-    int number = 0;
-    for (const Show& show : shows) {
-        const QString node = nodes.isEmpty() ? QString() : nodes.at(number / screens);
-        addWindow(display, show, node, nodes.isEmpty() ? 0 : number % screens, plan.tilePixels);
-        ++number;
-    }
+    const std::vector<const zoHPCProjectionItem*> tiles = zoHPCWallProjections::tilesOf(projections);
+    for (const zoHPCWallWindows::Window& window : windows.windows())
+        addWindow(display, plan, *tiles[std::size_t(window.tile)], window,
+                  nodes.isEmpty() ? QString() : nodes.at(window.node));
 }
 
 // Reads what was made as a file is read, so that its text is what a save writes.
@@ -213,24 +164,13 @@ zoHPCWallBuilder::Result zoHPCWallBuilder::build(const zoHPCWallPlan& plan)
     if (!result.isGood())
         return result;
 
-    QString mistake;
-    const int screens = windowsPerNode(plan, plan.windowCount(), hosts.drivers.size(), mistake);
-    if (screens == 0) {
-        result.mistakes.push_back({Field::Hosts, mistake});
+    const zoHPCWallWindows windows(plan, plan.tileCount(), hosts.drivers.size());
+    result.mistakes = windows.mistakes();
+    if (!result.isGood())
         return result;
-    }
-    const int needed = (plan.windowCount() + screens - 1) / screens;
-    if (needed > hosts.drivers.size()) {
-        result.mistakes.push_back(
-            {Field::Hosts, tr("%1 windows, %2 on each host, take %3 hosts: there are %4")
-                               .arg(QString::number(plan.windowCount()), QString::number(screens),
-                                    QString::number(needed), QString::number(hosts.drivers.size()))});
-        return result;
-    }
     const zoHPCWallProjections::List projections = zoHPCWallProjections::make(plan);
     zoHPCDisplayItem display;
-    addWindows(display, plan, showsOf(plan, zoHPCWallProjections::tilesOf(projections), std::size_t(screens)),
-               hosts.drivers, screens);
+    addWindows(display, plan, projections, windows, hosts.drivers);
     zoHPCConfiguration configuration;
     fill(configuration, hosts.text, projections, display);
     tellProblems(configuration, plan, result);
@@ -243,9 +183,13 @@ QString zoHPCWallBuilder::sketch(const zoHPCWallPlan& plan)
 {
     if (!zoHPCWallMistakes::find(plan).empty())
         return {};
-    const zoHPCWallProjections::List projections = zoHPCWallProjections::make(plan);
+    zoHPCWallPlan seen = plan;
+    seen.windowsPerNode = 0;
+    seen.eyeOrder = Plan::EyeOrder::Alternating;
+    const zoHPCWallProjections::List projections = zoHPCWallProjections::make(seen);
+    const zoHPCWallWindows windows(seen, seen.tileCount(), seen.windowCount());
     zoHPCDisplayItem display;
-    addWindows(display, plan, showsOf(plan, zoHPCWallProjections::tilesOf(projections), 1), {}, 1);
+    addWindows(display, seen, projections, windows, {});
     zoHPCConfiguration configuration;
     fill(configuration, QString::fromLatin1(""), projections, display);
     return configuration.text();

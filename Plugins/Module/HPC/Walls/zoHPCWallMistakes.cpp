@@ -113,10 +113,11 @@ void zoHPCWallMistakes::checkOverlap()
         return;
     }
     const QSize size = m_plan.tilePixels;
+    const bool isInPixels = m_plan.overlapUnit == Plan::Unit::Pixels;
     if (shared.across >= size.width() || shared.down >= size.height())
-        add(Field::Overlap,
-            tr("tiles of %1x%2 pixels cannot share %3")
-                .arg(QString::number(size.width()), QString::number(size.height()), overlapText(shared)));
+        add(Field::Overlap, tr("tiles of %1x%2 pixels cannot share %3")
+                                .arg(QString::number(size.width()), QString::number(size.height()),
+                                     overlapText(isInPixels ? m_plan.overlap : shared)));
 }
 
 void zoHPCWallMistakes::checkTiled()

@@ -200,9 +200,12 @@ QString zoHPCWallPlan::title() const
 
 int zoHPCWallPlan::tileCount() const
 {
+    // What a person types into two fields may be more than fits.
+    constexpr qint64 Most = 1000000000;
     if (!hasGrid())
-        return int(planes.size());
-    return columns * rows * (kind == Kind::Cave ? caveWallCount(caveWalls) : 1);
+        return int(std::min(qint64(planes.size()), Most));
+    const qint64 walls = kind == Kind::Cave ? caveWallCount(caveWalls) : 1;
+    return int(std::min(std::max(0, columns) * qint64(std::max(0, rows)), Most / 16) * walls);
 }
 
 int zoHPCWallPlan::windowCount() const
@@ -210,10 +213,27 @@ int zoHPCWallPlan::windowCount() const
     return tileCount() * int(stereoMode().eyes.size());
 }
 
-int zoHPCWallPlan::nodesNeeded() const
+bool zoHPCWallPlan::hasNodesOfEyes() const
 {
-    const int each = std::max(1, windowsPerNode);
-    return (windowCount() + each - 1) / each;
+    return stereoMode().eyes.size() > 1 &&
+           (eyeOrder == EyeOrder::OwnNodes || eyeOrder == EyeOrder::LeftNodesFirst);
+}
+
+bool zoHPCWallPlan::hasPairsOnNodes() const
+{
+    return stereoMode().eyes.size() > 1 && eyeOrder == EyeOrder::SameNode;
+}
+
+int zoHPCWallPlan::usualWindowsPerNode() const
+{
+    return windowsPerNode > 0 ? windowsPerNode : hasPairsOnNodes() ? 2 : 1;
+}
+
+int zoHPCWallPlan::nodesNeeded(int each) const
+{
+    const auto roundedUp = [each](int windows) { return (windows + each - 1) / each; };
+    const int eyes = int(stereoMode().eyes.size());
+    return hasNodesOfEyes() ? eyes * roundedUp(tileCount()) : roundedUp(windowCount());
 }
 
 QSizeF zoHPCWallPlan::totalPixels() const

@@ -180,8 +180,14 @@ struct zoHPCWallPlan final
     // Tiles of the whole, of all walls of a cave.
     int tileCount() const;
     int windowCount() const; // one for each tile, two where each eye has its own
-    // Nodes that it takes at least: with the windows per node, or with one each when they are 0.
-    int nodesNeeded() const;
+    // Nodes that it takes with so many windows on each, which is more than 0.
+    int nodesNeeded(int each) const;
+    int nodesNeeded() const { return nodesNeeded(usualWindowsPerNode()); }
+    // Those that were said; without, one, or two where both eyes of a tile are on one node.
+    int usualWindowsPerNode() const;
+    // Whether nodes show one eye only, and whether they show both eyes of each of their tiles in windows of their own.
+    bool hasNodesOfEyes() const;
+    bool hasPairsOnNodes() const;
     // Pixels from edge to edge of one wall, overlaps counted once, bezels as the pixels that they hide.
     QSizeF totalPixels() const;
     // Millimetres of a pixel across and down; 0 where nobody said a size. Of a cave: on its front wall.

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "zoHPCWallPlan.h"
+
+#include <QCoreApplication>
+
+#include <vector>
+
+// How the windows of a plan go to nodes and screens.
+class zoHPCWallWindows final
+{
+    Q_DECLARE_TR_FUNCTIONS(zoHPCWallWindows)
+
+public:
+    struct Window
+    {
+        int tile;   // from 0, in the order of tiles
+        int eye;    // from 0, of the stereo mode's
+        int node;   // from 0, of those that drive screens
+        int screen; // from 0
+    };
+
+    // Of so many tiles over so many nodes; there are windows or a mistake.
+    zoHPCWallWindows(const zoHPCWallPlan& plan, int tiles, int nodes);
+
+    // In the order in which the document has them.
+    const std::vector<Window>& windows() const { return m_windows; }
+    const std::vector<zoHPCWallPlan::Mistake>& mistakes() const { return m_mistakes; }
+
+private:
+    int perNode(const zoHPCWallPlan& plan, int nodes);
+    int spreadEvenly(const zoHPCWallPlan& plan, int nodes);
+    void place(const zoHPCWallPlan& plan, int each);
+    int refuse(zoHPCWallPlan::Field field, const QString& text);
+
+    int m_tiles;
+    std::vector<Window> m_windows;
+    std::vector<zoHPCWallPlan::Mistake> m_mistakes;
+};
