@@ -4,6 +4,7 @@
   manual.py CHECK ROOT [--programs FOLDER] [--html FOLDER]
 
   format     every element, attribute and value of the schema of documents stands in file-format.md
+  defaults   what is missing is what file-format.md says
   fields     every label of the forms stands in windows.md
   problems   every code of "zohpc check --explain" has its section in problems.md
   options    every command and option of the programs stands in its section of command-line.md
@@ -117,6 +118,40 @@ def findings_of_format(elements, headings):
             elif not all(cell.strip() for cell in found[0]):
                 findings.append("file-format.md: an empty cell in the row of %s of %s" % (attribute, element))
     return findings
+
+
+# An item of each kind that says nothing of itself.
+LEAST = """<cluster version="1"><master><network><node name="a"/></network></master>
+<projection name="A" type="powerwall"/><projection name="B" type="wall"/><projection name="C" type="cave"/>
+<projection name="D" type="plane"/><projection name="E" type="tile"/>
+<display><window><viewport/></window></display></cluster>"""
+
+
+def check_defaults(manual):
+    with tempfile.NamedTemporaryFile("w", suffix=".zhpc") as file:
+        file.write(LEAST)
+        file.flush()
+        values = said(manual, "zohpc", "get", "--defaults", file.name).splitlines()
+    return findings_of_defaults(values, sections(manual.pages["file-format.md"]))
+
+
+def findings_of_defaults(values, headings):
+    """Of the hosts a missing value is the default of the page; of displays it is nothing at all, as the page says."""
+    findings = []
+    for line in values:
+        path, _, value = line.partition("=")
+        element, attribute = re.sub(r"\[[^\]]*\]", "", path).split("/")[-2:]
+        cells = [row.strip("|").split("|") for row in headings.get(element, "").split("\n")
+                 if row.startswith("|") and attribute in CODE.findall(row.split("|")[1])]
+        shown = cells[0][2].strip().strip("`") if cells else ""
+        if element in ("network", "node", "master", "cluster") and attribute not in ("name", "version"):
+            if value and value != shown:
+                findings.append("file-format.md: %s of %s is %s when it is missing" % (attribute, element, value))
+            elif not value and re.fullmatch(r"`.*`|[0-9.]+", cells[0][2].strip() if cells else "0"):
+                findings.append("file-format.md: %s of %s has no default" % (attribute, element))
+        elif value and attribute not in ("name", "type", "version"):
+            findings.append("file-format.md: %s of %s has a default, %s" % (attribute, element, value))
+    return findings if values else ["zohpc get lists no defaults"]
 
 
 # --- Fields ---
@@ -387,7 +422,7 @@ def findings_of_glossary(texts, page):
     return findings
 
 
-CHECKS = {"format": check_format, "fields": check_fields, "problems": check_problems, "options": check_options, "messages": check_messages,
+CHECKS = {"format": check_format, "defaults": check_defaults, "fields": check_fields, "problems": check_problems, "options": check_options, "messages": check_messages,
           "pages": check_pages, "glossary": check_glossary, "html": check_html, "examples": check_examples}
 
 

@@ -73,6 +73,23 @@ class Format(unittest.TestCase):
         self.assertTrue(self.findings(PAGE.replace("## node", "## nodes")))
 
 
+class Defaults(unittest.TestCase):
+    PAGE = """## network
+| attribute | values | default | meaning |
+|---|---|---|---|
+| `enabled` | `true` | `true` | x |
+| `port` | whole | 8889 | x |
+| `speed` | `1g` | automatic | x |
+"""
+
+    def test_missing_is_what_the_page_says(self):
+        values = ["network[1]/enabled=true", "network[1]/port=8889", "network[1]/speed=", "display[1]/eyeseparation="]
+        self.assertEqual(manual.findings_of_defaults(values, manual.sections(self.PAGE)), [])
+        for line in ("network[1]/enabled=false", "network[1]/port=1", "network[1]/port=", "network[1]/speed=1g",
+                     "display[1]/window[1]/width=1280"):
+            self.assertEqual(len(manual.findings_of_defaults([line], manual.sections(self.PAGE))), 1, line)
+
+
 class Fields(unittest.TestCase):
     FORM = """<ui><widget class="QLabel" name="a"><property name="text"><string>Cave size [mm]</string></property></widget>
       <widget class="QLabel" name="b"><property name="text"><string>Choose a row.</string></property></widget>
