@@ -20,6 +20,7 @@ from markdown.treeprocessors import Treeprocessor
 
 WIDTH = 680  # of a page, in pixels
 MOST_PARTS = 3  # of a page without a list of them
+WORDS = "<!-- words -->"  # where a list of all words is to stand
 PAGE = """<!DOCTYPE html>
 <html lang="en">
 <head>
@@ -98,8 +99,46 @@ def slug(text, separator="-"):
     return re.sub(r"\s", separator, re.sub(r"[^\w\s-]", "", text.strip().lower()))
 
 
-def html_of(page, names):
-    text = page.read_text(encoding="utf-8")
+def places_of(text, name):
+    """What a page has a heading or a row of a table for: (word, page#anchor)."""
+    place = name + ".md"
+    is_code = False
+    for line in text.split("\n"):
+        is_code ^= line.startswith("```")
+        heading = re.match(r"##+ (.*)", line)
+        if is_code:
+            continue
+        if heading:
+            place = "%s.md#%s" % (name, slug(heading.group(1)))
+            yield heading.group(1), place
+        elif line.startswith("| "):
+            for word in re.findall(r"`([^`]+)`", line.split("|")[1]):
+                yield word, place
+
+
+def list_of_words(texts):
+    """The words of all pages, each with its places, by their first letter."""
+    words = {}
+    for name, text in texts.items():
+        title = re.match(r"# (.*)", text).group(1)
+        for word, place in places_of(text, name):
+            if name == "index" or not re.search(r"\w\w", word):
+                continue
+            words.setdefault(word, {}).setdefault(place.partition("#")[0], (title, place))
+    letter = None
+    lines = []
+    for word in sorted(words, key=lambda word: (re.sub(r"^\W+", "", word).lower(), word)):
+        first = re.sub(r"^\W+", "", word)[0].upper()
+        first = first if "A" <= first <= "Z" else "0-9"
+        if first != letter:
+            letter = first
+            lines.append("\n## %s\n" % letter)
+        links = ["[%s](%s)" % place for place in words[word].values()]
+        lines.append("- `%s`: %s" % (word.strip("`"), ", ".join(links)))
+    return "\n".join(lines)
+
+
+def html_of(page, text, names):
     # Words behind the language of an example are for those who run it.
     text = re.sub(r"^(```\w+) .*$", r"\1", text, flags=re.MULTILINE)
     converter = markdown.Markdown(extensions=["tables", "fenced_code", "sane_lists", TocExtension(slugify=slug),
@@ -126,8 +165,10 @@ def main(arguments):
     options = parser.parse_args(arguments)
     options.into.mkdir(parents=True, exist_ok=True)
     names = [page.stem for page in options.pages]
+    texts = {page.stem: page.read_text(encoding="utf-8") for page in options.pages}
     for page in options.pages:
-        (options.into / (page.stem + ".html")).write_text(html_of(page, names), encoding="utf-8")
+        text = texts[page.stem].replace(WORDS, list_of_words(texts) if WORDS in texts[page.stem] else "")
+        (options.into / (page.stem + ".html")).write_text(html_of(page, text, names), encoding="utf-8")
     return 0
 
 

@@ -328,7 +328,18 @@ def check_html(manual):
                 findings.append("%s: %s is not there" % (name, link))
             elif anchor and anchor not in pages[target].anchors:
                 findings.append("%s: %s has no such anchor" % (name, link))
+    words = (folder / "words.html").read_text(encoding="utf-8") if "words.md" in manual.pages else ""
+    findings += ["words.html: nothing of %s" % attribute for attribute in missing_words(manual, words)]
     return findings
+
+
+def missing_words(manual, words):
+    """Attributes that the list of all words lacks."""
+    if not words:
+        return []
+    schema = ElementTree.parse(manual.root / "Data/schema/zhpc.rng")
+    attributes = {name for one in elements_of(schema).values() for name in one}
+    return sorted(name for name in attributes if "<code>%s</code>" % name not in words)
 
 
 # --- Examples ---
