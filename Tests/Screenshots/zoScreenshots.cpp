@@ -23,6 +23,7 @@
 #include <QSet>
 #include <QTabWidget>
 #include <QTimer>
+#include <QToolButton>
 #include <QTreeWidget>
 
 #include <cstdio>
@@ -81,7 +82,7 @@ bool zoScreenshots::takeAll()
 {
     prepareEarlierConfigurations();
     zoHostOptions options;
-    options.moduleFiles = QStringList(QStringLiteral(ZO_MODULE_FILE));
+    options.moduleFiles = QStringList{QStringLiteral(ZO_MODULE_FILE), QStringLiteral(ZO_ASSISTANT_FILE)};
     options.engine = QStringLiteral("local");
     options.language = m_language;
     m_host = std::make_unique<zoHostApplication>(options);
@@ -102,6 +103,7 @@ bool zoScreenshots::takeAll()
     takeDocumentDialog();
     takeDisplaySetup();
     takePreferences();
+    takeAssistant();
     m_host.reset();
     return !m_failed;
 }
@@ -276,6 +278,59 @@ void zoScreenshots::takePreferences()
     take(dialog, QStringLiteral("preferences-local"));
     dialog->findChild<QListWidget*>()->setCurrentRow(1);
     take(dialog, QStringLiteral("preferences-cluster"));
+    dialog->reject();
+    settle();
+}
+
+void zoScreenshots::takeAssistant()
+{
+    load(sample("tiledwall-3x5-gateway.zhpc"));
+    QWidget* panel = window()->moduleWindows().value(1);
+    panel->show();
+    settle();
+    take(window(), QStringLiteral("assistant"));
+    takeNewWall();
+    load(sample("powerwall-2x2.zhpc"));
+    QMetaObject::invokeMethod(window()->moduleObject("report()"), "report");
+    auto* report = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (report == nullptr) {
+        fail(QStringLiteral("report: no dialog"));
+        return;
+    }
+    report->resize(900, 720);
+    take(report, QStringLiteral("report"));
+    report->reject();
+    settle();
+}
+
+void zoScreenshots::takeNewWall()
+{
+    QMetaObject::invokeMethod(window()->moduleObject("newWall()"), "newWall");
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr) {
+        fail(QStringLiteral("new wall: no dialog"));
+        return;
+    }
+    auto* hosts = dialog->findChild<QLineEdit*>(QStringLiteral("m_hosts"));
+    struct Kind
+    {
+        const char* button;
+        const char* hosts;
+        const char* name;
+    };
+    const Kind kinds[] = {
+        {"m_tiled", "gate { node[1-6] }", "new-wall-tiled"},
+        {"m_power", "node[1-6]", "new-wall-power"},
+        {"m_cave", "cave[1-4]", "new-wall-cave"},
+        {"m_curved", "arc[01-24]", "new-wall-curved"},
+        {"m_planes", "", "new-wall-planes"},
+    };
+    for (const Kind& kind : kinds) {
+        dialog->findChild<QToolButton*>(QLatin1String(kind.button))->click();
+        hosts->setText(QLatin1String(kind.hosts));
+        settle();
+        take(dialog, QLatin1String(kind.name));
+    }
     dialog->reject();
     settle();
 }

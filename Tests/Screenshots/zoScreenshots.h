@@ -37,6 +37,8 @@ private:
     void takeDocumentDialog();
     void takeDisplaySetup();
     void takePreferences();
+    void takeAssistant();
+    void takeNewWall();
     void takeEarlierConfigurations();
 
     zoHostMainWindow* window() const;

@@ -249,12 +249,13 @@ void tst_zohostSamples::sampleRunsInTheHost()
     QVERIFY(!QImage(screenshot, "PNG").isNull());
     // Nothing but information: no warning, no error.
     const QStringList messages = QString::fromUtf8(log).split(QLatin1Char('\n'));
-    QCOMPARE(messages.size(), 6);
+    QCOMPARE(messages.size(), 7);
     QCOMPARE(messages.at(0), QStringLiteral("zo: Module " ZO_MODULE_FILE " loaded"));
-    QCOMPARE(messages.at(1), "zo: Configuration " + sampleFile(file) + " loaded");
-    QVERIFY2(messages.at(2).startsWith(QStringLiteral("zo: Cluster runs on ")), log.constData());
-    QVERIFY2(messages.at(3).startsWith(QStringLiteral("zo: Session: rehearsal of ")), log.constData());
-    QCOMPARE(messages.mid(4), QStringList({"zo: Cluster stopped", ""}));
+    QCOMPARE(messages.at(1), QStringLiteral("zo: Module " ZO_ASSISTANT_FILE " loaded"));
+    QCOMPARE(messages.at(2), "zo: Configuration " + sampleFile(file) + " loaded");
+    QVERIFY2(messages.at(3).startsWith(QStringLiteral("zo: Cluster runs on ")), log.constData());
+    QVERIFY2(messages.at(4).startsWith(QStringLiteral("zo: Session: rehearsal of ")), log.constData());
+    QCOMPARE(messages.mid(5), QStringList({"zo: Cluster stopped", ""}));
 }
 
 ZO_TEST_MAIN(tst_zohostSamples)

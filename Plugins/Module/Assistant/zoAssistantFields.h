@@ -1,0 +1,27 @@
+#pragma once
+
+#include "zoHPCWallPlan.h"
+
+#include <QGroupBox>
+
+// Fields for some of what a person says of a new wall.
+class zoAssistantFields : public QGroupBox
+{
+    Q_OBJECT
+
+public:
+    ~zoAssistantFields() override;
+
+    // Announces nothing, and leaves what is being typed as it is.
+    virtual void showPlan(const zoHPCWallPlan& plan) = 0;
+    // Writes what the fields say into the plan.
+    virtual void apply(zoHPCWallPlan& plan) const = 0;
+    // The field that a mistake is about; null when it is not here.
+    virtual QWidget* fieldOf(zoHPCWallPlan::Field field) const = 0;
+
+signals:
+    void edited();
+
+protected:
+    zoAssistantFields(const QString& title, QWidget* parent);
+};

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "zoAssistantFields.h"
+#include "zoHPCWallBuilder.h"
+
+class QLabel;
+class QLineEdit;
+class zoAssistantNumberField;
+
+// The nodes that drive the wall, as hosts text or in the bracket form, with what was understood below; windows on each,
+// and the name of the wall.
+class zoAssistantNodeFields final : public zoAssistantFields
+{
+    Q_OBJECT
+
+public:
+    explicit zoAssistantNodeFields(QWidget* parent = nullptr);
+    ~zoAssistantNodeFields() override;
+
+    void showPlan(const zoHPCWallPlan& plan) override;
+    void apply(zoHPCWallPlan& plan) const override;
+    QWidget* fieldOf(zoHPCWallPlan::Field field) const override;
+
+private:
+    void showCount(const zoHPCWallPlan& plan);
+
+    QLineEdit* m_hosts;
+    QLabel* m_count;
+    zoAssistantNumberField* m_windows;
+    QLineEdit* m_name;
+};

@@ -1,0 +1,69 @@
+#include "zoAssistantNumberField.h"
+
+#include "zoText.h"
+
+#include <QFocusEvent>
+#include <QLineEdit>
+#include <QSignalBlocker>
+#include <QWheelEvent>
+
+zoAssistantNumberField::zoAssistantNumberField(double minimum, double maximum, int decimals,
+                                               const QString& unit, QWidget* parent)
+    : QDoubleSpinBox(parent)
+{
+    setRange(minimum, maximum);
+    setDecimals(decimals);
+    if (!unit.isEmpty())
+        setSuffix(zoText(" ") + unit);
+    setFocusPolicy(Qt::StrongFocus);
+    setKeyboardTracking(true);
+    setGroupSeparatorShown(false);
+    // As wide as numbers of a wall are, not as the largest that it takes.
+    setMinimumWidth(fontMetrics().horizontalAdvance(zoText("00000.00 mm")) + 30);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    lineEdit()->installEventFilter(this);
+}
+
+zoAssistantNumberField::~zoAssistantNumberField() = default;
+
+void zoAssistantNumberField::show(double value)
+{
+    // What is being typed stays as it is while it means the same.
+    if (hasFocus() && qFuzzyCompare(1.0 + value, 1.0 + this->value()))
+        return;
+    const QSignalBlocker blocker(this);
+    setValue(value);
+}
+
+QString zoAssistantNumberField::textFromValue(double value) const
+{
+    QString text = QDoubleSpinBox::textFromValue(value);
+    const QString point = locale().decimalPoint();
+    if (decimals() == 0 || !text.contains(point))
+        return text;
+    while (text.endsWith(QLatin1Char('0')))
+        text.chop(1);
+    if (text.endsWith(point))
+        text.chop(point.size());
+    return text;
+}
+
+bool zoAssistantNumberField::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::MouseButtonPress) {
+        m_isFreshlyClicked = !hasFocus();
+    } else if (event->type() == QEvent::MouseButtonRelease && m_isFreshlyClicked) {
+        m_isFreshlyClicked = false;
+        if (!lineEdit()->hasSelectedText())
+            selectAll();
+    }
+    return QDoubleSpinBox::eventFilter(watched, event);
+}
+
+void zoAssistantNumberField::wheelEvent(QWheelEvent* event)
+{
+    if (hasFocus())
+        QDoubleSpinBox::wheelEvent(event);
+    else
+        event->ignore();
+}
