@@ -122,7 +122,7 @@ def list_of_words(texts):
     for name, text in texts.items():
         title = re.match(r"# (.*)", text).group(1)
         for word, place in places_of(text, name):
-            if name == "index" or not re.search(r"\w\w", word):
+            if name == "index" or not re.search(r"\w", word):
                 continue
             words.setdefault(word, {}).setdefault(place.partition("#")[0], (title, place))
     letter = None
