@@ -10,6 +10,7 @@
   options    every command and option of the programs stands in its section of command-line.md
   messages   every text that the sources log, or give as the reason of a failing start, stands in messages.md or starting.md
   pages      links, anchors and pictures are there; every page is built, and index.md leads to it
+  keys       pages that windows name for F1
   glossary   words of the windows are translated as there, in alphabetical order
   html       the built pages: links, anchors and pictures
   examples   what blocks marked "sh run" show is what the programs say
@@ -296,6 +297,29 @@ def findings_of_links(manual, name, text):
     return findings
 
 
+def check_keys(manual):
+    """Pages that windows name for the key that opens the manual, in tables and as properties."""
+    findings, count = [], 0
+    for layer in ("Host", "Plugins"):
+        for path in sorted((manual.root / layer).rglob("*.cpp")):
+            text = path.read_text(encoding="utf-8")
+            if "manualPage" not in text and "ManualPages" not in text:
+                continue
+            for page in named_pages(text):
+                count += 1
+                name, _, anchor = page.partition("#")
+                file = next((folder / (name + ".md") for folder in (manual.folder, manual.root / "Docs")
+                             if (folder / (name + ".md")).exists()), None)
+                if not file or (anchor and anchor not in anchors_of(file.read_text(encoding="utf-8"))):
+                    findings.append("%s: the manual has no page %s" % (path.relative_to(manual.root), page))
+    return findings if count else ["no window names a page"]
+
+
+def named_pages(text):
+    rows = re.findall(r'\{"\w+", "([a-z-]+(?:#[a-z0-9-]+)?)"\}', text)
+    return rows + re.findall(r'"manualPage", (?:\w+\()?"([a-z-]+(?:#[a-z0-9-]+)?)"', text)
+
+
 class Page(html.parser.HTMLParser):
     """Links, pictures and anchors of a built page."""
 
@@ -434,7 +458,7 @@ def findings_of_glossary(texts, page):
 
 
 CHECKS = {"format": check_format, "defaults": check_defaults, "fields": check_fields, "problems": check_problems, "options": check_options, "messages": check_messages,
-          "pages": check_pages, "glossary": check_glossary, "html": check_html, "examples": check_examples}
+          "pages": check_pages, "keys": check_keys, "glossary": check_glossary, "html": check_html, "examples": check_examples}
 
 
 def main(arguments):

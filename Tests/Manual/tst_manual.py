@@ -186,6 +186,16 @@ class Pages(unittest.TestCase):
             self.assertTrue(self.findings(), new)
             self.change(name, new, old) if new else (self.tearDown(), self.setUp())
 
+    def test_pages_that_windows_name_are_looked_for(self):
+        host = self.root / "Host"
+        host.mkdir()
+        source = '{"Log", "one"},\nsetProperty("manualPage", zoText("one#part-two"));\n'
+        (host / "a.cpp").write_text(source)
+        self.assertEqual(manual.check_keys(manual.Manual(self.root)), [])
+        for old, new in (('"one"', '"two"'), ("#part-two", "#part-three"), ("manualPage", "other")):
+            (host / "a.cpp").write_text(source.replace(old, new))
+            self.assertEqual(len(manual.check_keys(manual.Manual(self.root))), 1, new)
+
     def test_html_is_looked_at_in_the_same_way(self):
         built = self.root / "html"
         built.mkdir()

@@ -14,6 +14,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QVBoxLayout>
+#include <QVariant>
 
 namespace
 {
@@ -31,6 +32,7 @@ zoAssistantPanel::zoAssistantPanel(zoConfigurationService* configuration, QWidge
     , m_room(new zoAssistantRoomView)
 {
     setObjectName(zoText("Assistant"));
+    setProperty("manualPage", zoText("assistant"));
     setWindowTitle(tr("Assistant"));
     m_hindrance->setObjectName(zoText("m_hindrance"));
     m_hindrance->setWordWrap(true);

@@ -54,6 +54,7 @@ zoAssistantReportDialog::zoAssistantReportDialog(const zoConfigurationService& c
     , m_message(new QLabel)
 {
     setObjectName(zoText("zoAssistantReportDialog"));
+    setProperty("manualPage", zoText("assistant#report"));
     setWindowTitle(tr("Report"));
     readConfiguration(configuration);
     createParts();

@@ -53,6 +53,7 @@ zoAssistantWallDialog::zoAssistantWallDialog(zoConfigurationService* configurati
     , m_buttons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel))
 {
     setObjectName(zoText("zoAssistantWallDialog"));
+    setProperty("manualPage", zoText("assistant#new-wall"));
     setWindowTitle(tr("New wall"));
     m_fields = {new zoAssistantSizeFields, new zoAssistantPlaneFields, new zoAssistantGapFields, m_viewer,
                 m_nodes};
