@@ -87,6 +87,7 @@ class tst_zoHPCRoomPicture final : public zoTestCase
     Q_OBJECT
 
 private slots:
+    void lettersAreAsLargeOnAnyDevice();
     void nothingIsDrawnAsNothing();
     void wallOfTilesIsOneWall();
     void overlapMakesTheStepsSmaller();
@@ -123,6 +124,30 @@ private slots:
     void textsAreWholeAndBesideEachOther();
     void painterIsLeftAsItWas();
 };
+
+// A report has 720 units to the inch, a screen 96: pictures count in their own.
+void tst_zoHPCRoomPicture::lettersAreAsLargeOnAnyDevice()
+{
+    zoHPCSetup setup;
+    setup.addPowerWall(QStringLiteral("Wall"), 2, 2);
+    zoHPCRoomPicture picture;
+    picture.setLayout(setup.layout());
+    picture.fit(AREA);
+
+    const auto at = [&](double dotsPerInch) {
+        QImage image(AREA.size().toSize(), QImage::Format_RGB32);
+        image.setDotsPerMeterX(qRound(dotsPerInch / 0.0254));
+        image.setDotsPerMeterY(qRound(dotsPerInch / 0.0254));
+        QPainter painter(&image);
+        picture.paint(painter, AREA, lightPalette(), zoHPCPicture::Detail::Full);
+        painter.end();
+        image.setDotsPerMeterX(1000);
+        image.setDotsPerMeterY(1000);
+        return image;
+    };
+
+    QVERIFY(at(720.0) == at(96.0));
+}
 
 void tst_zoHPCRoomPicture::nothingIsDrawnAsNothing()
 {

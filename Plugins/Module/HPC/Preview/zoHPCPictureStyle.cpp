@@ -1,6 +1,8 @@
 #include "zoHPCPictureStyle.h"
 
+#include <QGuiApplication>
 #include <QPalette>
+#include <QScreen>
 
 namespace
 {
@@ -11,11 +13,24 @@ QColor mixed(const QColor& a, const QColor& b, double partOfB)
                             a.greenF() * partOfA + b.greenF() * partOfB,
                             a.blueF() * partOfA + b.blueF() * partOfB);
 }
+
+// Pictures count in the points of a screen, on whatever is painted: on the sheet of a report, which has many more units
+// to an inch, letters of so many points would be as many times too large.
+int pixelSizeOf(const QFont& font)
+{
+    constexpr double PointsPerInch = 72.0;
+    constexpr double UsualResolution = 96.0;
+    const QScreen* const screen = QGuiApplication::primaryScreen();
+    const double resolution = screen ? screen->logicalDotsPerInchY() : UsualResolution;
+    return qRound(font.pointSizeF() * resolution / PointsPerInch);
+}
 } // namespace
 
 zoHPCPictureStyle::zoHPCPictureStyle(const QPalette& palette)
     : background(palette.color(QPalette::Base)), text(palette.color(QPalette::Text))
 {
+    if (font.pointSizeF() > 0.0)
+        font.setPixelSize(pixelSizeOf(font));
     isDark = background.lightnessF() < 0.5;
     faintText = mixed(text, background, 0.4);
     grid = mixed(text, background, isDark ? 0.78 : 0.85);
