@@ -913,6 +913,10 @@ auch wenn die Server dann instabil sein können?</translation>
         <source>Redo</source>
         <translation>Wiederholen</translation>
     </message>
+    <message>
+        <source>Takes units and sums: 3.2 m, 12 in, 5520/3</source>
+        <translation>Nimmt Einheiten und Summen: 3,2 m, 12 in, 5520/3</translation>
+    </message>
 </context>
 <context>
     <name>zoHPCDisplayItem</name>
@@ -923,6 +927,37 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>Display %1</source>
         <translation>Anzeige %1</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCDisplayTools</name>
+    <message>
+        <source>Filter of the projections</source>
+        <translation>Filter der Projektionen</translation>
+    </message>
+    <message>
+        <source>Filter of windows and viewports</source>
+        <translation>Filter der Fenster und Viewports</translation>
+    </message>
+    <message>
+        <source>Duplicate</source>
+        <translation>Duplizieren</translation>
+    </message>
+    <message>
+        <source>Copies the selected windows to the nodes that follow theirs; each copy shows the tile that follows (Ctrl+D)</source>
+        <translation>Kopiert die ausgewählten Fenster auf die Knoten, die auf ihre folgen; jede Kopie zeigt die nächste Kachel (Strg+D)</translation>
+    </message>
+    <message>
+        <source>Node</source>
+        <translation>Knoten</translation>
+    </message>
+    <message>
+        <source>Nodes whose windows show the surface</source>
+        <translation>Knoten, deren Fenster die Fläche zeigen</translation>
+    </message>
+    <message>
+        <source>%1, shown by %2</source>
+        <translation>%1, gezeigt von %2</translation>
     </message>
 </context>
 <context>
@@ -1636,6 +1671,14 @@ auch wenn die Server dann instabil sein können?</translation>
         <source>Display %1 has an eye separation of %2 mm, below 0: each eye sees the picture of the other, which is right where the projectors or the glasses are swapped.</source>
         <translation>Anzeige %1 hat einen Augenabstand von %2 mm, unter 0: Jedes Auge sieht das Bild des anderen. Das ist richtig, wo Projektoren oder Brillen vertauscht sind.</translation>
     </message>
+    <message>
+        <source>Add a window</source>
+        <translation>Fenster anlegen</translation>
+    </message>
+    <message>
+        <source>Add %1 windows</source>
+        <translation>%1 Fenster anlegen</translation>
+    </message>
 </context>
 <context>
     <name>zoHPCProblemsView</name>
@@ -2230,6 +2273,14 @@ auch wenn die Server dann instabil sein können?</translation>
         <source>The projections in space around the viewer</source>
         <translation>Die Projektionen im Raum um den Betrachter</translation>
     </message>
+    <message>
+        <source>Node: %1</source>
+        <translation>Knoten: %1</translation>
+    </message>
+    <message>
+        <source>A click lets the viewport show it, Ctrl+click selects it.</source>
+        <translation>Ein Klick lässt den Viewport sie zeigen, Strg+Klick wählt sie aus.</translation>
+    </message>
 </context>
 <context>
     <name>zoHPCScreensPicture</name>
@@ -2311,6 +2362,61 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>Drag it, or one of its edges. Ctrl: free of the edges beside it.</source>
         <translation>Mit der Maus verschieben oder an einem Rand ziehen. Strg: ohne an Nachbarn einzurasten.</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCSeveralPanel</name>
+    <message>
+        <source>Duplicate to next nodes</source>
+        <translation>Auf nächste Knoten duplizieren</translation>
+    </message>
+    <message>
+        <source>Copies the windows to the nodes that follow theirs; each shows the tile that follows (Ctrl+D)</source>
+        <translation>Kopiert die Fenster auf die Knoten, die auf ihre folgen; jedes zeigt die nächste Kachel (Strg+D)</translation>
+    </message>
+    <message>
+        <source>All selected windows</source>
+        <translation>Alle ausgewählten Fenster</translation>
+    </message>
+    <message>
+        <source>The first window gets this node, the others those that follow it; windows of one node stay together</source>
+        <translation>Das erste Fenster bekommt diesen Knoten, die anderen die folgenden; Fenster eines Knotens bleiben zusammen</translation>
+    </message>
+    <message>
+        <source>Nodes from</source>
+        <translation>Knoten ab</translation>
+    </message>
+    <message>
+        <source>Left edges [pixel]</source>
+        <translation>Linke Kanten [Pixel]</translation>
+    </message>
+    <message>
+        <source>Top edges [pixel]</source>
+        <translation>Obere Kanten [Pixel]</translation>
+    </message>
+    <message>
+        <source>Widths [pixel]</source>
+        <translation>Breiten [Pixel]</translation>
+    </message>
+    <message>
+        <source>Heights [pixel]</source>
+        <translation>Höhen [Pixel]</translation>
+    </message>
+    <message>
+        <source>All their viewports</source>
+        <translation>Alle ihre Viewports</translation>
+    </message>
+    <message>
+        <source>Pixels, also as a sum: 5520/3</source>
+        <translation>Pixel, auch als Summe: 5520/3</translation>
+    </message>
+    <message>
+        <source>different</source>
+        <translation>verschieden</translation>
+    </message>
+    <message>
+        <source>%1 windows, %2 viewports. What is set here is set for all of them.</source>
+        <translation>%1 Fenster, %2 Viewports. Was hier gesetzt wird, gilt für alle.</translation>
     </message>
 </context>
 <context>
@@ -2826,6 +2932,21 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>the cluster</source>
         <translation>Cluster</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCTreeFilter</name>
+    <message>
+        <source>Filter</source>
+        <translation>Filter</translation>
+    </message>
+    <message>
+        <source>Shows only rows in which all of these words are found (Ctrl+F)</source>
+        <translation>Zeigt nur Zeilen, in denen alle diese Wörter vorkommen (Strg+F)</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
     </message>
 </context>
 <context>

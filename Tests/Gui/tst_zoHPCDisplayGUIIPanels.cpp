@@ -1025,6 +1025,7 @@ void tst_zoHPCDisplayGUIIPanels::tabKeyVisitsThePartsInTheirOrder()
 
     QCOMPARE(visited, (QStringList{text("m_projectionTree"),
                                    text("m_addProjectionButton"),
+                                   text("m_outputFilter"),
                                    text("m_displayTree"),
                                    text("m_addDisplayButton"),
                                    text("m_name"),
@@ -1046,7 +1047,8 @@ void tst_zoHPCDisplayGUIIPanels::tabKeyVisitsThePartsInTheirOrder()
                                    text("m_problemList"),
                                    text("OK"),
                                    text("Cancel"),
-                                   text("Apply")}));
+                                   text("Apply"),
+                                   text("m_projectionFilter")}));
 }
 
 void tst_zoHPCDisplayGUIIPanels::everyNumberHasANameToBeRead()

@@ -91,15 +91,16 @@ void tst_zoHPCDisplayTrees::outputGoesBelowTheCurrentRow()
 
 void tst_zoHPCDisplayTrees::takenRowIsTheCallers()
 {
-    QVERIFY(!zoHPCDisplayTrees::takeCurrent(&m_outputs));
+    QVERIFY(zoHPCDisplayTrees::takeChosen(&m_outputs).empty());
     m_trees->addDisplay();
     m_trees->addOutput(std::make_unique<zoHPCWindowItem>());
     QTreeWidgetItem* const window = m_outputs.currentItem();
 
-    const std::unique_ptr<QTreeWidgetItem> taken = zoHPCDisplayTrees::takeCurrent(&m_outputs);
+    const std::vector<std::unique_ptr<QTreeWidgetItem>> taken = zoHPCDisplayTrees::takeChosen(&m_outputs);
 
-    QCOMPARE(taken.get(), window);
-    QVERIFY(!taken->treeWidget());
+    QCOMPARE(taken.size(), size_t(1));
+    QCOMPARE(taken.front().get(), window);
+    QVERIFY(!taken.front()->treeWidget());
     QCOMPARE(m_outputs.topLevelItem(0)->childCount(), 0);
 }
 

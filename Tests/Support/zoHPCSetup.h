@@ -1,6 +1,7 @@
 #pragma once
 
 #include <zoHPCDisplayItem.h>
+#include <zoHPCDisplaySetup.h>
 #include <zoHPCDocumentText.h>
 #include <zoHPCLayout.h>
 #include <zoHPCProjectionItem.h>
@@ -128,6 +129,13 @@ public:
         item->setProjection(projection);
         window->addChild(item);
         return item;
+    }
+
+    // Identifiers of what viewports show, as the dialog gives them.
+    void link()
+    {
+        zoHPCDisplaySetup(projections.invisibleRootItem(), displays.invisibleRootItem())
+            .correctProjectionViewportsAssignments();
     }
 
     zoHPCLayout layout() const { return zoHPCLayout(&projections, &displays, hosts.master()); }

@@ -76,11 +76,24 @@ zoHPCLayout::zoHPCLayout(const QList<zoHPCProjectionItem*>& projections,
 zoHPCLayout::zoHPCLayout(const QTreeWidget* projections, const QTreeWidget* displays, zoHPCTreeItem* master)
     : zoHPCLayout(itemsOf<zoHPCProjectionItem>(projections), itemsOf<zoHPCWindowItem>(displays), master)
 {
+    if (displays)
+        readDisplays(displays->invisibleRootItem());
 }
 
 zoHPCLayout::zoHPCLayout(const zoHPCDisplaySetup& displays, zoHPCTreeItem* master)
     : zoHPCLayout(displays.getProjectionItems(), displays.getWindowItems(), master)
 {
+    readDisplays(displays.displayRoot());
+}
+
+void zoHPCLayout::readDisplays(const QTreeWidgetItem* root)
+{
+    m_displays.clear();
+    for (int i = 0; i < root->childCount(); ++i) {
+        auto* const display = dynamic_cast<zoHPCDisplayItem*>(root->child(i));
+        if (display && !dynamic_cast<const zoHPCWindowItem*>(display))
+            m_displays.push_back(display);
+    }
 }
 
 int zoHPCLayout::indexOf(const QTreeWidgetItem* projection) const
@@ -142,6 +155,20 @@ QSizeF zoHPCLayout::tilePixels(int projection) const
             return size;
     }
     return QSizeF(1280.0, 1024.0);
+}
+
+std::vector<QStringList> zoHPCLayout::nodesOfProjections() const
+{
+    std::vector<QStringList> nodes(m_projections.size());
+    for (const Viewport& viewport : m_viewports) {
+        if (viewport.projection == None || viewport.window == None)
+            continue;
+        const QString& node = m_windows[static_cast<size_t>(viewport.window)].node;
+        QStringList& own = nodes[static_cast<size_t>(viewport.projection)];
+        if (!node.isEmpty() && !own.contains(node))
+            own << node;
+    }
+    return nodes;
 }
 
 int zoHPCLayout::nodeNamed(const QString& name) const
@@ -229,8 +256,11 @@ void zoHPCLayout::readWindows(const QList<zoHPCWindowItem*>& items)
             m_viewports.push_back(viewport);
         } else if (item) {
             const QTreeWidgetItem* const display = item->parent();
-            if (!displays.contains(display))
+            if (!displays.contains(display)) {
                 displays.insert(display, placeOf(display).value_or(displays.size()) + 1);
+                if (auto* const own = dynamic_cast<zoHPCDisplayItem*>(item->parent()))
+                    m_displays.push_back(own);
+            }
             Window window = windowOf(item);
             window.display = displays.value(display);
             window.number = ++windowCounts[display];

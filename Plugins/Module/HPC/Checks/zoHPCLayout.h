@@ -5,12 +5,14 @@
 #include <QRectF>
 #include <QSizeF>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <vector>
 
 class QTreeWidget;
 class QTreeWidgetItem;
+class zoHPCDisplayItem;
 class zoHPCDisplaySetup;
 class zoHPCProjectionItem;
 class zoHPCTreeItem;
@@ -99,6 +101,8 @@ public:
     const std::vector<Projection>& projections() const { return m_projections; }
     const std::vector<Window>& windows() const { return m_windows; }
     const std::vector<Viewport>& viewports() const { return m_viewports; }
+    // Those without windows are known to a layout of whole trees alone.
+    const std::vector<zoHPCDisplayItem*>& displays() const { return m_displays; }
 
     // Index of the projection's row, None for a row that is no projection of this layout.
     int indexOf(const QTreeWidgetItem* projection) const;
@@ -111,6 +115,8 @@ public:
     // Size of the tiles of a projection that has pixels: that of the first viewport that shows one of them. New
     // windows have the fallback.
     QSizeF tilePixels(int projection) const;
+    // Names of the nodes whose windows show a projection itself, for each projection, in the order of the windows.
+    std::vector<QStringList> nodesOfProjections() const;
     // By its unique name; None when there is no such node.
     int nodeNamed(const QString& name) const;
 
@@ -123,6 +129,7 @@ private:
     Window windowOf(zoHPCWindowItem* item) const;
     void readProjections(const QList<zoHPCProjectionItem*>& items);
     void readWindows(const QList<zoHPCWindowItem*>& items);
+    void readDisplays(const QTreeWidgetItem* root);
     void linkViewports();
     void markOverviews();
     void markShown();
@@ -136,5 +143,6 @@ private:
     std::vector<Projection> m_projections;
     std::vector<Window> m_windows;
     std::vector<Viewport> m_viewports;
+    std::vector<zoHPCDisplayItem*> m_displays;
     QHash<QString, int> m_nodesByName;
 };

@@ -50,6 +50,7 @@ public:
     QTreeWidgetItem* item;            // not owned
     QTreeWidgetItem* other = nullptr; // the second one of a pair; not owned
     QString fixText;                  // what the fix does, for a button
+    bool addsRows = false; // the fix does, to the display setup; a session that runs does not take them
     // Changes the items' values. To be called once at most, while the item lives; announces nothing beyond
     // what the trees announce themselves.
     std::function<void()> fix;

@@ -4,20 +4,17 @@
 #include "zoHPCLayout.h"
 #include "zoHPCProjectionChecks.h"
 #include "zoHPCProjectionItem.h"
+#include "zoHPCWindowItem.h"
+#include "zoHPCWindowSeries.h"
 
 #include <algorithm>
 #include <map>
+#include <memory>
 
 namespace
 {
 using Kind = zoHPCProblem::Kind;
 using Projection = zoHPCLayout::Projection;
-
-// What has no tiles cannot be shown: that is another problem.
-bool isDark(const Projection& projection)
-{
-    return !projection.isShown && !zoHPCProjectionChecks::hasNoTiles(*projection.item);
-}
 
 // Who shows a tile, by tracked user.
 struct Coverage
@@ -125,11 +122,29 @@ zoHPCProblem::List zoHPCTileChecks::tilesShownNowhere(const zoHPCLayout& layout)
 {
     zoHPCProblem::List problems;
     for (const Projection* projection :
-         layout.tilesOrTheirProjections([&](size_t i) { return isDark(layout.projections()[i]); })) {
+         layout.tilesOrTheirProjections([&](size_t i) { return zoHPCWindowSeries::isDark(layout, i); })) {
         problems.emplace_back(Kind::TileShownNowhere, projection->item,
                               tr("No viewport shows \"%1\". Give it a window, or delete the projection if "
                                  "nothing stands there.")
                                   .arg(projection->name()));
+    }
+    if (problems.empty())
+        return problems;
+    // One press gives all of them their windows, in the order of the nodes.
+    const auto cover = std::make_shared<const zoHPCWindowSeries::Cover>(zoHPCWindowSeries::cover(layout));
+    if (!cover->isSound)
+        return problems;
+    const QString text = cover->places.size() == 1
+                             ? tr("Add a window")
+                             : tr("Add %1 windows").arg(QString::number(cover->places.size()));
+    for (zoHPCProblem& problem : problems) {
+        problem.setFix(text, [cover] {
+            QList<QTreeWidgetItem*> windows;
+            for (std::unique_ptr<zoHPCWindowItem>& window : cover->windows())
+                windows << window.release();
+            cover->display->addChildren(windows);
+        });
+        problem.addsRows = true;
     }
     return problems;
 }

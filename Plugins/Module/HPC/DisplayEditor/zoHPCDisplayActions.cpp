@@ -8,7 +8,10 @@
 
 #include <QAction>
 #include <QCoreApplication>
+#include <QItemSelectionModel>
 #include <QKeySequence>
+
+#include <algorithm>
 
 namespace
 {
@@ -52,14 +55,19 @@ void zoHPCDisplayActions::update(const zoHPCDisplayTrees& trees, const zoHPCDisp
 {
     const zoHPCProjectionItem* const projection = trees.currentProjection();
     const bool isIndependent = projection && !projection->parent();
-    m_deleteProjection->setEnabled(isIndependent && !isRunning);
+    const QList<QTreeWidgetItem*> selected = trees.projections()->selectedItems();
+    const bool hasIndependent =
+        selected.size() > 1 && std::any_of(selected.cbegin(), selected.cend(),
+                                           [](const auto* row) { return row->parent() == nullptr; });
+    m_deleteProjection->setEnabled((isIndependent || hasIndependent) && !isRunning);
     m_copyProjection->setEnabled(projection != nullptr);
     m_pasteProjection->setEnabled(clipboard.hasProjection() && !isRunning);
     m_convertToPlanes->setEnabled(isIndependent && projection->childCount() > 0 && !isRunning);
     m_ui.m_addProjectionButton->setEnabled(!isRunning);
 
     const bool hasOutput = trees.currentOutput() != nullptr;
-    m_deleteDisplay->setEnabled(hasOutput && !isRunning);
+    m_deleteDisplay->setEnabled((hasOutput || trees.outputs()->selectionModel()->hasSelection()) &&
+                                !isRunning);
     m_copyDisplay->setEnabled(hasOutput);
     m_pasteDisplay->setEnabled(clipboard.hasOutput() && !isRunning);
     m_ui.m_addDisplayButton->setEnabled(!isRunning);

@@ -5,6 +5,7 @@
 #include "zoHPCDisplayPanel.h"
 #include "zoHPCDisplaySetup.h"
 #include "zoHPCDisplaySize.h"
+#include "zoHPCDisplayTools.h"
 #include "zoHPCDisplayTrees.h"
 #include "zoHPCKeys.h"
 #include "zoHPCLayoutPane.h"
@@ -21,10 +22,7 @@
 #include "zoHPCWindowPanel.h"
 
 #include <QZODataWidgetMapper.h>
-#include <zoCameraService.h>
 #include <zoClusterTags.h>
-#include <zoKernelServiceFactory.h>
-#include <zoNodeService.h>
 
 #include <QAction>
 #include <QKeyEvent>
@@ -80,8 +78,9 @@ zoHPCDisplayGUII::zoHPCDisplayGUII(QWidget* parent)
     connectPanels();
     connectActions();
     connectTrees();
-    connectServices();
+    m_displayPanel->followCameras(*this);
     createPreview();
+    createTools();
     updateCameraList();
     updateActions();
     showPanel();
@@ -142,10 +141,7 @@ zoHPCReview& zoHPCDisplayGUII::review() const
 void zoHPCDisplayGUII::setEyeSeparation(float separation)
 {
     const Edit edit(*this);
-    for (int i = 0; i < m_ui->m_displayTree->topLevelItemCount(); ++i) {
-        if (auto* display = dynamic_cast<zoHPCDisplayItem*>(m_ui->m_displayTree->topLevelItem(i)))
-            display->setEyeSeparation(static_cast<double>(separation));
-    }
+    m_trees->setEyeSeparation(static_cast<double>(separation));
 }
 
 void zoHPCDisplayGUII::setZeroParallax(float distance)
@@ -161,6 +157,10 @@ void zoHPCDisplayGUII::setZeroParallax(float distance)
 void zoHPCDisplayGUII::setIsRunning(bool running)
 {
     m_running = running;
+    m_tools->setIsRunning(running);
+    m_layoutPane->problemsView()->setRowsMayCome(!running);
+    if (m_layoutPane->isVisible())
+        m_layoutPane->refresh();
     updateActions();
 }
 
@@ -318,9 +318,15 @@ void zoHPCDisplayGUII::deleteItem()
     if (m_running || m_activeTree == ActiveTree::None)
         return;
     // Destroyed last: whoever still follows the row lets go of it while it is whole.
-    const std::unique_ptr<QTreeWidgetItem> removed = zoHPCDisplayTrees::takeCurrent(activeTree());
-    if (!removed)
+    std::vector<std::unique_ptr<QTreeWidgetItem>> removed;
+    {
+        const Edit edit(*this);
+        removed = zoHPCDisplayTrees::takeChosen(activeTree());
+    }
+    if (removed.empty())
         return;
+    bindProjection();
+    bindOutput();
     correctProjectionViewportsAssignments();
     updateActions();
 }
@@ -370,12 +376,11 @@ void zoHPCDisplayGUII::convertToPlanes()
     if (!projection || projection->parent() || projection->childCount() == 0)
         return;
     const bool wasShown = m_setup->isShown(*projection);
-    QTreeWidgetItem* first = nullptr;
-    {
+    QTreeWidgetItem* const first = [&] {
         const Edit edit(*this);
-        first = m_trees->replaceByChildren(projection);
-    }
-    m_ui->m_projectionTree->setCurrentItem(first);
+        return m_trees->replaceByChildren(projection);
+    }();
+    zoHPCTreeRows::choose(m_ui->m_projectionTree, first);
     // The planes keep names and identifiers; only what showed the whole projection has to be linked again.
     if (wasShown)
         correctProjectionViewportsAssignments();
@@ -435,7 +440,7 @@ void zoHPCDisplayGUII::selectProjectionPlane(QTreeWidgetItem* current, QTreeWidg
     if (m_edit)
         return;
     if (current && m_ui->m_projectionTree->currentItem() != current)
-        m_ui->m_projectionTree->setCurrentItem(current);
+        zoHPCTreeRows::choose(m_ui->m_projectionTree, current);
     bindProjection();
 }
 
@@ -445,7 +450,7 @@ void zoHPCDisplayGUII::setSelected(QTreeWidgetItem* current, QTreeWidgetItem* pr
     if (m_edit)
         return;
     if (current && m_ui->m_displayTree->currentItem() != current)
-        m_ui->m_displayTree->setCurrentItem(current);
+        zoHPCTreeRows::choose(m_ui->m_displayTree, current);
     bindOutput();
 }
 
@@ -483,7 +488,9 @@ void zoHPCDisplayGUII::connectPanels()
     connect(m_ui->m_position, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &zoHPCDisplayGUII::setViewportPosition);
     connect(m_viewportPanel.get(), &zoHPCViewportPanel::projectionChosen, this,
-            &zoHPCDisplayGUII::assignProjection);
+            [this](const QModelIndex& row) {
+                assignSurface(zoHPCTreeRows::itemAt(m_ui->m_projectionTree, row));
+            });
     setViewportPosition();
     updateTiledVsibility();
     m_viewportPanel->showEyes();
@@ -514,10 +521,10 @@ void zoHPCDisplayGUII::connectActions()
     connect(m_ui->m_buttonBox->button(QDialogButtonBox::Apply), &QPushButton::clicked, this,
             &zoHPCDisplayGUII::apply);
 
-    auto* keys = new zoHPCKeys(this);
-    m_actions->addTo(*keys);
+    m_keys = new zoHPCKeys(this);
+    m_actions->addTo(*m_keys);
     // F2 renames, as in other trees; here the name has a field of its own.
-    keys->add(m_ui->m_projectionTree, Qt::Key_F2, [this] { m_projectionPanel->focusName(); });
+    m_keys->add(m_ui->m_projectionTree, Qt::Key_F2, [this] { m_projectionPanel->focusName(); });
 }
 
 void zoHPCDisplayGUII::connectTrees()
@@ -548,15 +555,6 @@ void zoHPCDisplayGUII::connectTrees()
     });
 }
 
-void zoHPCDisplayGUII::connectServices()
-{
-    // By name, as with every service of the host: an older host may lack one of the signals.
-    if (auto* cameras = zoKernelServiceFactory::getService<zoCameraService>())
-        connect(cameras, SIGNAL(camerasChanged()), this, SLOT(updateCameraList()));
-    if (auto* nodes = zoKernelServiceFactory::getService<zoNodeService>())
-        connect(nodes, SIGNAL(cameraNameChanged(uint,QString)), this, SLOT(updateCameraList()));
-}
-
 void zoHPCDisplayGUII::createPreview()
 {
     m_layoutPane = new zoHPCLayoutPane;
@@ -566,19 +564,8 @@ void zoHPCDisplayGUII::createPreview()
     m_ui->m_splitter->setStretchFactor(2, 1);
     zoHPCDisplaySize::begin(*this, *m_ui, m_layoutPane->sizeHint().width());
     setHostTree(nullptr);
-    // The buttons at the bottom come last.
-    QWidget* last = m_layoutPane->problemsView()->list();
-    for (QWidget* button : {m_ui->m_undoButton, m_ui->m_redoButton}) {
-        setTabOrder(last, button);
-        last = button;
-    }
-    for (const QDialogButtonBox::StandardButton which :
-         {QDialogButtonBox::Ok, QDialogButtonBox::Cancel, QDialogButtonBox::Apply}) {
-        setTabOrder(last, m_ui->m_buttonBox->button(which));
-        last = m_ui->m_buttonBox->button(which);
-    }
-
     connect(m_layoutPane, &zoHPCLayoutPane::itemActivated, this, &zoHPCDisplayGUII::chooseItem);
+    connect(m_layoutPane, &zoHPCLayoutPane::surfaceChosen, this, &zoHPCDisplayGUII::assignSurface);
     connect(m_layoutPane, &zoHPCLayoutPane::displayEdited, this,
             &zoHPCDisplayGUII::correctProjectionViewportsAssignments);
     connect(m_layoutPane, &zoHPCLayoutPane::hostsAboutToBeEdited, this, [this] { m_hostFixes.noteBefore(); });
@@ -588,15 +575,32 @@ void zoHPCDisplayGUII::createPreview()
             hosts->announceOptions();
     });
     for (const QTreeWidget* tree : {m_ui->m_projectionTree, m_ui->m_displayTree})
-        connect(tree, &QTreeWidget::currentItemChanged, this,
-                [this](QTreeWidgetItem* current) { m_layoutPane->setCurrentItem(current); });
+        connect(tree, &QTreeWidget::currentItemChanged, m_layoutPane, &zoHPCLayoutPane::setCurrentItem);
+}
+
+void zoHPCDisplayGUII::createTools()
+{
+    const auto changeOutputs = [this](const std::function<void()>& change) {
+        {
+            const Edit edit(*this);
+            const zoHPCDisplayTrees::BulkChange bulk(*m_trees);
+            change();
+            noteBulkChange();
+        }
+        m_displayMapper->refresh();
+        showPanel();
+    };
+    m_tools = new zoHPCDisplayTools(
+        {*m_ui, *m_trees, *m_layoutPane, changeOutputs, [this] { correctProjectionViewportsAssignments(); }},
+        this);
+    m_tools->addTo(*m_keys);
 }
 
 void zoHPCDisplayGUII::chooseItem(QTreeWidgetItem* item)
 {
     QTreeWidget* const tree = item->treeWidget();
     if (tree == m_ui->m_projectionTree || tree == m_ui->m_displayTree)
-        tree->setCurrentItem(item);
+        zoHPCTreeRows::choose(tree, item);
     else if (auto* host = dynamic_cast<zoHPCTreeItem*>(item); host && m_hostFixes.hostTree())
         m_hostFixes.hostTree()->setSelectedItem(host);
 }
@@ -620,6 +624,8 @@ QTreeWidget* zoHPCDisplayGUII::activeTree() const
 void zoHPCDisplayGUII::updateActions()
 {
     m_actions->update(*m_trees, m_clipboard, m_running);
+    if (m_tools)
+        m_tools->updateActions();
 }
 
 void zoHPCDisplayGUII::showPanel()
@@ -633,7 +639,10 @@ void zoHPCDisplayGUII::showPanel()
         else
             page = zoHPCDisplayTrees::isPlainWindow(m_trees->currentOutput()) ? m_ui->m_windowPage
                                                                               : m_ui->m_displayPage;
+        if (QWidget* const several = m_tools->severalPage())
+            page = several;
     }
+    m_layoutPane->setTakesSurfaces(page == m_ui->m_viewportPage);
     m_viewportPanel->setIsShown(page == m_ui->m_viewportPage);
     m_ui->m_panels->setCurrentWidget(page);
     m_viewportPanel->showProjection();
@@ -659,11 +668,10 @@ void zoHPCDisplayGUII::bindOutput()
     updateActions();
 }
 
-void zoHPCDisplayGUII::assignProjection(const QModelIndex& index)
+void zoHPCDisplayGUII::assignSurface(QTreeWidgetItem* item)
 {
     auto* viewport = dynamic_cast<zoHPCViewportItem*>(m_trees->currentOutput());
-    const auto* projection =
-        dynamic_cast<zoHPCProjectionItem*>(zoHPCTreeRows::itemAt(m_ui->m_projectionTree, index));
+    const auto* projection = dynamic_cast<zoHPCProjectionItem*>(item);
     if (!viewport || !projection)
         return;
     {

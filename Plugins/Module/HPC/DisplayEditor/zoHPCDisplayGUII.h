@@ -19,7 +19,9 @@ class Ui_zoHPCDisplayGUII;
 class zoHPCDisplayActions;
 class zoHPCDisplayPanel;
 class zoHPCDisplaySetup;
+class zoHPCDisplayTools;
 class zoHPCDisplayTrees;
+class zoHPCKeys;
 class zoHPCLayoutPane;
 class zoHPCProjectionItem;
 class zoHPCProjectionPanel;
@@ -101,7 +103,7 @@ public slots:
     void addWindow();
     // In the window of the current row.
     void addViewport();
-    // Of the tree in which a row was chosen last.
+    // What is selected in the tree in which a row was chosen last, or its current row.
     void deleteItem();
     void copyProjection();
     void copyDisplay();
@@ -139,7 +141,7 @@ private:
     void connectActions();
     void createPreview();
     void connectTrees();
-    void connectServices();
+    void createTools();
 
     void activate(ActiveTree tree);
     QTreeWidget* activeTree() const;
@@ -148,7 +150,8 @@ private:
     void showPanel();
     void bindProjection();
     void bindOutput();
-    void assignProjection(const QModelIndex& index);
+    // To the viewport whose panel is shown.
+    void assignSurface(QTreeWidgetItem* item);
     void noteChange();
     void noteBulkChange();
 
@@ -162,6 +165,8 @@ private:
     std::unique_ptr<zoHPCViewportPanel> m_viewportPanel;
     QZODataWidgetMapper* m_displayMapper = nullptr; // of all panels for outputs
     zoHPCLayoutPane* m_layoutPane = nullptr;
+    zoHPCDisplayTools* m_tools = nullptr;
+    zoHPCKeys* m_keys = nullptr;
     QDomDocument m_backup;
     zoHPCHostFixes m_hostFixes; // since the dialog was opened
     zoHPCDisplayClipboard m_clipboard;

@@ -7,6 +7,7 @@
 #include <QZODataWidgetMapper.h>
 #include <zoCameraService.h>
 #include <zoKernelServiceFactory.h>
+#include <zoNodeService.h>
 
 #include <QSignalBlocker>
 #include <QStringList>
@@ -16,6 +17,7 @@ zoHPCDisplayPanel::zoHPCDisplayPanel(const Ui_zoHPCDisplayGUII& form, QZODataWid
 {
     // It would turn "cam1" into the "Cam1" that the scene has: cameras may come later, and their names are the user's.
     form.m_camera->setCompleter(nullptr);
+    zoHPCPanelFields::setUnit({form.m_eyeSeparation}, zoHPCNumberExpression::Unit::Millimetre);
     using D = zoHPCDisplayItem;
     zoHPCPanelFields::map(mapper, {{form.m_eyeSeparation, D::EyeSeparation},
                                    {form.m_camera, D::Camera},
@@ -35,4 +37,13 @@ void zoHPCDisplayPanel::updateCameraList()
     camera->addItems(names);
     camera->setCurrentIndex(camera->findText(current, Qt::MatchFixedString | Qt::MatchCaseSensitive));
     camera->setEditText(current);
+}
+
+void zoHPCDisplayPanel::followCameras(const QObject& dialog)
+{
+    // By name, as with every service of the host: an older host may lack one of the signals.
+    if (auto* cameras = zoKernelServiceFactory::getService<zoCameraService>())
+        QObject::connect(cameras, SIGNAL(camerasChanged()), &dialog, SLOT(updateCameraList()));
+    if (auto* nodes = zoKernelServiceFactory::getService<zoNodeService>())
+        QObject::connect(nodes, SIGNAL(cameraNameChanged(uint,QString)), &dialog, SLOT(updateCameraList()));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+class QObject;
 class QZODataWidgetMapper;
 class Ui_zoHPCDisplayGUII;
 
@@ -12,6 +13,8 @@ public:
 
     // The cameras of the scene; what is chosen stays, though it may be none of them.
     void updateCameraList();
+    // The slot updateCameraList() of the dialog hears of cameras that come, go or are renamed.
+    static void followCameras(const QObject& dialog);
 
 private:
     const Ui_zoHPCDisplayGUII& m_ui;

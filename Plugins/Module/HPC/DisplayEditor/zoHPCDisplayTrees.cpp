@@ -4,6 +4,7 @@
 #include "zoHPCTreeRows.h"
 #include "zoHPCViewportItem.h"
 
+#include <QSet>
 #include <QTreeWidget>
 
 zoHPCDisplayTrees::BulkChange::BulkChange(const zoHPCDisplayTrees& trees)
@@ -55,7 +56,7 @@ void zoHPCDisplayTrees::addProjection(std::unique_ptr<zoHPCProjectionItem> proje
 {
     zoHPCProjectionItem* const item = projection.release();
     m_projections->addTopLevelItem(item);
-    m_projections->setCurrentItem(item);
+    zoHPCTreeRows::choose(m_projections, item);
 }
 
 void zoHPCDisplayTrees::addDisplay()
@@ -63,7 +64,7 @@ void zoHPCDisplayTrees::addDisplay()
     auto* const display = new zoHPCDisplayItem;
     m_outputs->addTopLevelItem(display);
     if (!m_outputs->currentItem())
-        m_outputs->setCurrentItem(display);
+        zoHPCTreeRows::choose(m_outputs, display);
 }
 
 bool zoHPCDisplayTrees::addOutput(std::unique_ptr<zoHPCDisplayItem> item)
@@ -78,20 +79,33 @@ bool zoHPCDisplayTrees::addOutput(std::unique_ptr<zoHPCDisplayItem> item)
     zoHPCDisplayItem* const added = item.release();
     parent->addChild(added);
     parent->setExpanded(true);
-    m_outputs->setCurrentItem(added);
+    zoHPCTreeRows::choose(m_outputs, added);
     return true;
 }
 
-std::unique_ptr<QTreeWidgetItem> zoHPCDisplayTrees::takeCurrent(QTreeWidget* tree)
+std::vector<std::unique_ptr<QTreeWidgetItem>> zoHPCDisplayTrees::takeChosen(QTreeWidget* tree)
 {
-    std::unique_ptr<QTreeWidgetItem> item(tree->currentItem());
-    if (!item)
-        return nullptr;
-    if (QTreeWidgetItem* const parent = item->parent())
-        parent->removeChild(item.get());
-    else
-        tree->takeTopLevelItem(tree->indexOfTopLevelItem(item.get()));
-    return item;
+    const QList<QTreeWidgetItem*> rows = tree->selectedItems();
+    const QSet<const QTreeWidgetItem*> selected(rows.cbegin(), rows.cend());
+    std::vector<QTreeWidgetItem*> chosen;
+    for (QTreeWidgetItem* row : rows) {
+        bool goesWithAnother = dynamic_cast<const zoHPCProjectionItem*>(row) != nullptr && row->parent();
+        for (const QTreeWidgetItem* above = row->parent(); above && !goesWithAnother; above = above->parent())
+            goesWithAnother = selected.contains(above);
+        if (!goesWithAnother)
+            chosen.push_back(row);
+    }
+    if (rows.size() < 2)
+        chosen.assign(tree->currentItem() ? 1 : 0, tree->currentItem());
+    std::vector<std::unique_ptr<QTreeWidgetItem>> taken;
+    for (QTreeWidgetItem* row : chosen) {
+        if (QTreeWidgetItem* const parent = row->parent())
+            parent->removeChild(row);
+        else
+            tree->takeTopLevelItem(tree->indexOfTopLevelItem(row));
+        taken.emplace_back(row);
+    }
+    return taken;
 }
 
 QTreeWidgetItem* zoHPCDisplayTrees::replaceByChildren(zoHPCProjectionItem* projection)
@@ -123,7 +137,16 @@ void zoHPCDisplayTrees::regenerate(zoHPCProjectionItem* projection)
     const int row = current && current->parent() == projection ? projection->indexOfChild(current) : -1;
     projection->update();
     if (row >= 0)
-        m_projections->setCurrentItem(row < projection->childCount() ? projection->child(row) : projection);
+        zoHPCTreeRows::choose(m_projections,
+                              row < projection->childCount() ? projection->child(row) : projection);
+}
+
+void zoHPCDisplayTrees::setEyeSeparation(double separation)
+{
+    for (int i = 0; i < m_outputs->topLevelItemCount(); ++i) {
+        if (auto* display = dynamic_cast<zoHPCDisplayItem*>(m_outputs->topLevelItem(i)))
+            display->setEyeSeparation(separation);
+    }
 }
 
 void zoHPCDisplayTrees::setWallDistance(double distance)

@@ -3,6 +3,7 @@
 #include <QSignalBlocker>
 
 #include <memory>
+#include <vector>
 
 class QTreeWidget;
 class QTreeWidgetItem;
@@ -49,8 +50,9 @@ public:
     // A viewport goes to the current window, a window to the current display, a display to the top level. Becomes
     // current. False, and the item is gone, without such a parent.
     bool addOutput(std::unique_ptr<zoHPCDisplayItem> item);
-    // Null when there is none.
-    static std::unique_ptr<QTreeWidgetItem> takeCurrent(QTreeWidget* tree);
+    // What is selected, with all below it, or the current row where nothing is; planes and tiles that a projection
+    // lays out stay, unless they are current. Empty when there is nothing.
+    static std::vector<std::unique_ptr<QTreeWidgetItem>> takeChosen(QTreeWidget* tree);
     // The children of a projection at top level take its place. Returns the first of them.
     QTreeWidgetItem* replaceByChildren(zoHPCProjectionItem* projection);
 
@@ -59,6 +61,7 @@ public:
     // Lays out the children of a projection anew. A generated row that is current goes with all others; its
     // successor takes its place.
     void regenerate(zoHPCProjectionItem* projection);
+    void setEyeSeparation(double separation); // mm, of all displays
     // Of all tiled walls, in millimetres.
     void setWallDistance(double distance);
     void expandOutputs();

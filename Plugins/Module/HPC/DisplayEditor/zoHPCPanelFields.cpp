@@ -1,11 +1,13 @@
 #include "zoHPCPanelFields.h"
 
+#include "zoHPCNumberField.h"
 #include "zoHPCWheelGuard.h"
 #include "zoText.h"
 
 #include <QZODataWidgetMapper.h>
 
 #include <QAbstractSpinBox>
+#include <QCoreApplication>
 #include <QDoubleSpinBox>
 #include <QFontMetrics>
 #include <QLabel>
@@ -56,6 +58,19 @@ void nameForReaders(const QWidget* panels)
             number->setAccessibleName(number->toolTip());
     }
 }
+
+// Nobody tries what he does not know of.
+void tellOfUnits(const QWidget* panels)
+{
+    using Unit = zoHPCNumberExpression::Unit;
+    const QList<zoHPCNumberField*> numbers = panels->findChildren<zoHPCNumberField*>();
+    for (zoHPCNumberField* number : numbers) {
+        if (number->unit() == Unit::Millimetre)
+            number->setToolTip(number->toolTip() + QLatin1Char('\n') +
+                               QCoreApplication::translate("zoHPCDisplayGUII",
+                                                           "Takes units and sums: 3.2 m, 12 in, 5520/3"));
+    }
+}
 } // namespace
 
 void zoHPCPanelFields::map(QZODataWidgetMapper& mapper, std::initializer_list<Mapping> fields)
@@ -70,11 +85,19 @@ void zoHPCPanelFields::setVisible(std::initializer_list<QWidget*> widgets, bool 
         widget->setVisible(visible);
 }
 
+void zoHPCPanelFields::setUnit(std::initializer_list<zoHPCNumberField*> fields,
+                               zoHPCNumberExpression::Unit unit)
+{
+    for (zoHPCNumberField* field : fields)
+        field->setUnit(unit);
+}
+
 void zoHPCPanelFields::prepare(QWidget* panels)
 {
     const QList<QAbstractSpinBox*> numbers = panels->findChildren<QAbstractSpinBox*>();
     for (QAbstractSpinBox* number : numbers)
         narrow(number);
     nameForReaders(panels);
+    tellOfUnits(panels);
     new zoHPCWheelGuard(panels);
 }

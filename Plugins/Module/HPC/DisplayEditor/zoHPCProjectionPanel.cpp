@@ -20,6 +20,15 @@ zoHPCProjectionPanel::zoHPCProjectionPanel(const Ui_zoHPCDisplayGUII& form, QObj
     fillTypes();
     m_mapper->setModel(m_ui.m_projectionTree->model());
     mapFields();
+    using Unit = zoHPCNumberExpression::Unit;
+    zoHPCPanelFields::setUnit({m_ui.m_areaWidth, m_ui.m_areaHeight, m_ui.m_distance, m_ui.m_lowerLeftX,
+                               m_ui.m_lowerLeftY, m_ui.m_lowerLeftZ, m_ui.m_lowerRightX, m_ui.m_lowerRightY,
+                               m_ui.m_lowerRightZ, m_ui.m_upperRightX, m_ui.m_upperRightY, m_ui.m_upperRightZ,
+                               m_ui.m_caveWidth, m_ui.m_caveHeight, m_ui.m_caveDepth, m_ui.m_caveCenterX,
+                               m_ui.m_caveCenterY, m_ui.m_caveCenterZ},
+                              Unit::Millimetre);
+    zoHPCPanelFields::setUnit({m_ui.m_leftEdge, m_ui.m_rightEdge, m_ui.m_topEdge, m_ui.m_bottomEdge},
+                              Unit::Fraction);
 }
 
 zoHPCProjectionPanel::~zoHPCProjectionPanel() = default;
@@ -46,6 +55,10 @@ void zoHPCProjectionPanel::showParameters()
     setVisible({m_ui.m_rowLabel, m_ui.m_row, m_ui.m_columnLabel, m_ui.m_column}, type.tilePlace);
     m_ui.m_overlapUnit->setText(
         *type.overlapUnit ? QCoreApplication::translate("zoHPCDisplayGUII", type.overlapUnit) : QString());
+    zoHPCPanelFields::setUnit({m_ui.m_overlapX, m_ui.m_overlapY},
+                              type.kind == zoHPCProjectionType::Kind::Wall
+                                  ? zoHPCNumberExpression::Unit::Pixel
+                                  : zoHPCNumberExpression::Unit::Millimetre);
     m_ui.m_areaGroup->setVisible(type.area);
     m_ui.m_cornersGroup->setVisible(type.corners);
     setVisible({m_ui.m_caveWallsGroup, m_ui.m_caveSizeGroup, m_ui.m_caveCenterGroup}, type.cave);

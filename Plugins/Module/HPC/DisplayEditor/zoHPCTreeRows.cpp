@@ -1,5 +1,6 @@
 #include "zoHPCTreeRows.h"
 
+#include <QItemSelectionModel>
 #include <QTreeWidget>
 
 QModelIndex zoHPCTreeRows::indexOf(const QTreeWidget* tree, QTreeWidgetItem* item)
@@ -20,6 +21,11 @@ QTreeWidgetItem* zoHPCTreeRows::itemAt(const QTreeWidget* tree, const QModelInde
     for (const int row : qAsConst(rows))
         item = item ? item->child(row) : nullptr;
     return rows.isEmpty() ? nullptr : item;
+}
+
+void zoHPCTreeRows::choose(QTreeWidget* tree, QTreeWidgetItem* item)
+{
+    tree->setCurrentItem(item, 0, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
 QTreeWidgetItem* zoHPCTreeRows::topLevelOf(QTreeWidgetItem* item)

@@ -13,6 +13,9 @@ namespace zoHPCTreeRows
 QModelIndex indexOf(const QTreeWidget* tree, QTreeWidgetItem* item);
 QTreeWidgetItem* itemAt(const QTreeWidget* tree, const QModelIndex& index);
 
+// The row alone becomes current and selected, also in a tree that has several selected.
+void choose(QTreeWidget* tree, QTreeWidgetItem* item);
+
 QTreeWidgetItem* topLevelOf(QTreeWidgetItem* item);
 
 // The other columns hold the properties.

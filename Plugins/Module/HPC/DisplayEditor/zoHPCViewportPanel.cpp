@@ -122,6 +122,9 @@ void zoHPCViewportPanel::nameCorners(bool isInPixels)
     const auto text = [](const char* source) {
         return QCoreApplication::translate("zoHPCDisplayGUII", source);
     };
+    zoHPCPanelFields::setUnit({m_ui.m_viewportX1, m_ui.m_viewportY1, m_ui.m_viewportX2, m_ui.m_viewportY2},
+                              isInPixels ? zoHPCNumberExpression::Unit::Pixel
+                                         : zoHPCNumberExpression::Unit::Fraction);
     m_ui.m_viewportX1Label->setText(isInPixels ? text("Lower left") : text("Lower left (fraction)"));
     m_ui.m_viewportX2Label->setText(isInPixels ? text("Upper right") : text("Upper right (fraction)"));
 }

@@ -9,6 +9,7 @@
 #include "zoHPCTreeGUIW.h"
 #include "zoHPCWindowItem.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QFileDialog>
 #include <QHBoxLayout>
@@ -126,8 +127,14 @@ QLayout* zoHPCLayoutPane::createTools()
 
 void zoHPCLayoutPane::connectViews()
 {
-    for (const zoHPCPictureView* view : views())
-        connect(view, &zoHPCPictureView::itemActivated, this, &zoHPCLayoutPane::itemActivated);
+    connect(m_screens, &zoHPCPictureView::itemActivated, this, &zoHPCLayoutPane::itemActivated);
+    connect(m_room, &zoHPCPictureView::itemActivated, this, [this](QTreeWidgetItem* item) {
+        const bool selects = !m_takesSurfaces || (QApplication::keyboardModifiers() & Qt::ControlModifier);
+        if (selects)
+            emit itemActivated(item);
+        else
+            emit surfaceChosen(item);
+    });
     connect(m_problems, &zoHPCProblemsView::itemActivated, this, &zoHPCLayoutPane::itemActivated);
     connect(m_screens, &zoHPCScreensView::windowChanged, this, [this] {
         m_review->noteChange();
@@ -160,6 +167,12 @@ void zoHPCLayoutPane::setCurrentItem(const QTreeWidgetItem* item)
 {
     for (zoHPCPictureView* view : views())
         view->setCurrentItem(item);
+}
+
+void zoHPCLayoutPane::setTakesSurfaces(bool takes)
+{
+    m_takesSurfaces = takes;
+    m_room->setTakesSurfaces(takes);
 }
 
 bool zoHPCLayoutPane::isSettled() const

@@ -46,6 +46,9 @@ public:
     // A row of one of the trees, highlighted in both pictures; announces nothing. Need not live.
     void setCurrentItem(const QTreeWidgetItem* item);
 
+    // Whether a click on a surface of the room chooses it, rather than its row; with the control key it never does.
+    void setTakesSurfaces(bool takes);
+
 public slots:
     // Reads the trees now.
     void refresh();
@@ -55,6 +58,8 @@ public slots:
 signals:
     // A person chose a row of one of the trees.
     void itemActivated(QTreeWidgetItem* item);
+    // A person chose a surface for what is edited: a row of the projections.
+    void surfaceChosen(QTreeWidgetItem* item);
     // A drag or a fix changed values of the display setup.
     void displayEdited();
     // Around a fix that changes values of the host tree.
@@ -90,6 +95,7 @@ private:
     QComboBox* m_screenSize = nullptr;
     zoHPCDebounce m_debounce{this}; // of the trees
     int m_count = 0;
+    bool m_takesSurfaces = false;
     bool m_isLarge = false;   // the last layout
     bool m_isPartial = false; // only the current picture is up to date
     bool m_isStale = true;

@@ -70,6 +70,10 @@ void zoHPCProblemsView::setProblems(std::vector<zoHPCProblem> problems)
         kind = m_model->problems()[static_cast<size_t>(row)].kind;
         message = m_model->problems()[static_cast<size_t>(row)].message;
     }
+    for (zoHPCProblem& problem : problems) {
+        if (problem.addsRows && !m_rowsMayCome)
+            problem.setFix(QString(), nullptr);
+    }
     m_model->setProblems(std::move(problems));
     if (hadCurrent) {
         const int again = m_model->find(kind, message);

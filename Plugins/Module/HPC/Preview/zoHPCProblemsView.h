@@ -24,6 +24,8 @@ public:
     // Keeps the current row where the same problem is there again.
     void setProblems(std::vector<zoHPCProblem> problems);
     const std::vector<zoHPCProblem>& problems() const;
+    // Whether fixes may add rows, as they may not while a session runs. For the next setProblems().
+    void setRowsMayCome(bool mayCome) { m_rowsMayCome = mayCome; }
     // Takes part in the order of tabs.
     QTreeView* list() const { return m_list; }
     // Before items go: the list can be read on, but a click does nothing until the next setProblems().
@@ -49,4 +51,5 @@ private:
     QLabel* m_summary = nullptr;
     QTreeView* m_list = nullptr;
     zoHPCProblemModel* m_model = nullptr;
+    bool m_rowsMayCome = true;
 };

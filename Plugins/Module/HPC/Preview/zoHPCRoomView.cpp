@@ -44,8 +44,26 @@ QString zoHPCRoomView::toolTipAt(const QPoint& position)
     const QTreeWidgetItem* const item = itemAt(position);
     if (!item)
         return {};
-    return zoText("<qt>%1</qt>")
-        .arg(item->data(zoHPCProjectionItem::Name, Qt::EditRole).toString().toHtmlEscaped());
+    const QString name = item->data(zoHPCProjectionItem::Name, Qt::EditRole).toString();
+    const int index = m_layout ? m_layout->indexOf(item) : zoHPCLayout::None;
+    const QStringList nodes = index == zoHPCLayout::None
+                                  ? QStringList()
+                                  : m_layout->nodesOfProjections()[static_cast<size_t>(index)];
+    QString text = name.toHtmlEscaped();
+    if (!nodes.isEmpty())
+        text += zoText("<br/>") + tr("Node: %1").arg(nodes.join(QLatin1String(", "))).toHtmlEscaped();
+    if (m_takesSurfaces)
+        text += zoText("<br/>") + tr("A click lets the viewport show it, Ctrl+click selects it.");
+    return zoText("<qt>%1</qt>").arg(text);
+}
+
+void zoHPCRoomView::setTakesSurfaces(bool takes)
+{
+    m_takesSurfaces = takes;
+    if (takes)
+        setCursor(Qt::PointingHandCursor);
+    else
+        unsetCursor();
 }
 
 QTreeWidgetItem* zoHPCRoomView::itemAt(const QPoint& position)

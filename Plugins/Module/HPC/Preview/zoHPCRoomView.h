@@ -21,6 +21,8 @@ public:
     const zoHPCRoomPicture& picture() const override { return m_picture; }
     void showLayout(std::shared_ptr<const zoHPCLayout> layout) override;
     void setCurrentItem(const QTreeWidgetItem* item) override;
+    // Tells so: what a click does then belongs to whoever hears of it.
+    void setTakesSurfaces(bool takes);
 
 protected:
     zoHPCPicture& editedPicture() override { return m_picture; }
@@ -37,4 +39,5 @@ private:
     zoHPCRoomPicture m_picture;
     std::shared_ptr<const zoHPCLayout> m_layout;
     const QTreeWidgetItem* m_current = nullptr; // never followed
+    bool m_takesSurfaces = false;
 };

@@ -6,17 +6,13 @@
 
 namespace
 {
-constexpr QChar s_minus{0x2212};
-constexpr QChar s_arabicComma{0x60c};
-constexpr QChar s_arabicMark{0x66b};
-
 QString plain(QString text, QChar mark)
 {
     for (QChar& character : text) {
-        if (zoHPCNumberField::isDecimalMark(character))
+        if (zoHPCNumberExpression::isDecimalMark(character))
             character = mark;
     }
-    zoHPCNumberField::replaceMinus(text);
+    zoHPCNumberExpression::replaceMinus(text);
     return text;
 }
 } // namespace
@@ -27,6 +23,11 @@ QValidator::State zoHPCNumberField::validate(QString& text, int& position) const
 {
     const QChar mark = locale().decimalPoint();
     text = plain(text, mark);
+    if (zoHPCNumberExpression::isExpression(text)) {
+        const zoHPCNumberExpression::Result result = zoHPCNumberExpression::evaluate(text, m_unit);
+        const bool isOutside = result.value < minimum() || result.value > maximum();
+        return result.state == QValidator::Acceptable && isOutside ? QValidator::Intermediate : result.state;
+    }
     // What is left would be taken for a separator between groups: a second mark, a blank, an apostrophe.
     const auto isSeparator = [separator = locale().groupSeparator(), mark](QChar character) {
         return character != mark && (character == separator || character.isSpace());
@@ -38,16 +39,8 @@ QValidator::State zoHPCNumberField::validate(QString& text, int& position) const
 
 double zoHPCNumberField::valueFromText(const QString& text) const
 {
-    return QDoubleSpinBox::valueFromText(plain(text, locale().decimalPoint()));
-}
-
-bool zoHPCNumberField::isDecimalMark(QChar character)
-{
-    return character == QLatin1Char('.') || character == QLatin1Char(',') || character == s_arabicComma ||
-           character == s_arabicMark;
-}
-
-void zoHPCNumberField::replaceMinus(QString& text)
-{
-    text.replace(s_minus, QLatin1Char('-'));
+    if (!zoHPCNumberExpression::isExpression(text))
+        return QDoubleSpinBox::valueFromText(plain(text, locale().decimalPoint()));
+    const double value = zoHPCNumberExpression::evaluate(text, m_unit).value;
+    return QString::number(value, 'f', decimals()).toDouble(); // as many digits as it shows
 }
