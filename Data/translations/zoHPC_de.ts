@@ -2030,6 +2030,10 @@ auch wenn die Server dann instabil sein können?</translation>
         <source>Code</source>
         <translation>Code</translation>
     </message>
+    <message>
+        <source>%1, column %2</source>
+        <translation>%1, Spalte %2</translation>
+    </message>
 </context>
 <context>
     <name>zoHPCReportElevation</name>
@@ -2096,6 +2100,10 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>node (%1): %2</source>
         <translation>Knoten (%1): %2</translation>
+    </message>
+    <message>
+        <source>unrolled, %1 degrees from column to column</source>
+        <translation>abgewickelt, %1 Grad von Spalte zu Spalte</translation>
     </message>
 </context>
 <context>

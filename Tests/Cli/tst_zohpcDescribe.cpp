@@ -16,6 +16,7 @@ class tst_zohpcDescribe final : public zoTestCase
 private slots:
     void wallInADozenLines();
     void largeOneToo();
+    void planesOfACurvedWallAreOneWall();
     void problemsAreCountedByKind();
     void jsonHasTheFacts();
 };
@@ -52,6 +53,25 @@ void tst_zohpcDescribe::largeOneToo()
     QVERIFY2(run.output.count('\n') <= 12, run.output.constData());
     QVERIFY(run.output.contains("-: 80 nodes in 40 networks\nDisplay nodes: a[0-39],b[0-39]\n"));
     QVERIFY(run.output.contains("Network 3: a2,b2\n  and 37 more networks\n"));
+}
+
+void tst_zohpcDescribe::planesOfACurvedWallAreOneWall()
+{
+    // Tiles that are as wide as the radius stand 60 degrees from each other.
+    const QByteArray text =
+        zoCommandRun::zohpc({"new", "--curved", "3x2", "--tile-size", "2000x1125", "--radius", "2000",
+                             "--overlap", "0x-8mm", "--hosts", "n[1-6]"})
+            .output;
+
+    const zoCommandRun run = zoCommandRun::zohpc({"describe", "-"}, text);
+    const zoCommandRun json = zoCommandRun::zohpc({"describe", "--json", "-"}, text);
+
+    QVERIFY2(run.output.contains(
+                 "\nProjection Wall: plane, 3 x 2 tiles, 6000 x 2258 mm, 5760 x 2168 pixels, each tile "
+                 "2000 x 1125 mm = 1920 x 1080 pixels, overlap 0 x -8 mm, 60 degrees from column to "
+                 "column\nDisplay 1:"),
+             run.output.constData());
+    QCOMPARE(QJsonDocument::fromJson(json.output).object().value("projections").toArray().size(), 6);
 }
 
 void tst_zohpcDescribe::problemsAreCountedByKind()

@@ -15,6 +15,7 @@ class tst_zohpcReport final : public zoTestCase
 private slots:
     void everyTileIsTold_data();
     void everyTileIsTold();
+    void planesOfACurvedWallAreOneElevation();
     void sameContentHasSameBytes();
     void inputIsNotOverwritten();
     void unknownPaperIsRefused();
@@ -59,6 +60,33 @@ void tst_zohpcReport::everyTileIsTold()
         // On the elevation, among the cables, beside its window and in its network.
         QVERIFY2(text.count(name) >= 4, name.constData());
     }
+}
+
+void tst_zohpcReport::planesOfACurvedWallAreOneElevation()
+{
+    if (QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty())
+        QSKIP("pdftotext (Debian package poppler-utils) is not installed");
+    const zoCliFiles files;
+    const QByteArray wall = zoCommandRun::zohpc({"new", "--curved", "3x2", "--tile-size", "2000x1125",
+                                                 "--radius", "2000", "--hosts", "node[1-6]"})
+                                .output;
+    const QString input = files.write(QStringLiteral("curved.zhpc"), wall);
+    const QString output = files.path(QStringLiteral("curved.pdf"));
+
+    const zoCommandRun run = zoCommandRun::zohpc({"report", input, "-o", output, "--paper", "A3"});
+
+    QCOMPARE(run.whole(), QByteArray("--- errors\n--- exit code 0\n"));
+    const QByteArray text = zoCommandRun::program(QStringLiteral("pdftotext"), {"-layout", output, "-"}, {},
+                                                  {"PATH=" + qEnvironmentVariable("PATH")})
+                                .output;
+    QVERIFY(text.contains("Walls: 1."));
+    QVERIFY(
+        text.contains("3 x 2 tiles, 6000 x 2250 mm, each 2000 x 1125 mm, unrolled, 60 degrees from column to "
+                      "column"));
+    // On the elevation and among the cables.
+    QCOMPARE(text.count("row 2, column 3"), 2);
+    // Where each column stands.
+    QVERIFY(text.contains("Wall, column 3"));
 }
 
 void tst_zohpcReport::sameContentHasSameBytes()

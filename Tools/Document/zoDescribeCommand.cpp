@@ -148,12 +148,15 @@ void Description::addNetworks()
 void Description::addProjections()
 {
     QJsonArray list;
-    for (const zoProjectionFacts::Projection& projection : zoProjectionFacts::read(m_layout)) {
+    // Programs get each projection, people a wall of planes as one.
+    for (const zoProjectionFacts::Projection& projection : zoProjectionFacts::read(m_layout))
         list << projection.json();
-        if (list.size() <= s_lines)
-            lines << tr("Projection %1").arg(projection.text());
+    std::size_t count = 0;
+    for (const zoProjectionFacts::Projection& wall : zoProjectionFacts::readWalls(m_layout)) {
+        if (++count <= s_lines)
+            lines << tr("Projection %1").arg(wall.text());
     }
-    addRest(std::size_t(list.size()), QT_TRANSLATE_NOOP("zoDescribeCommand", "and %1 more projections"));
+    addRest(count, QT_TRANSLATE_NOOP("zoDescribeCommand", "and %1 more projections"));
     json.insert(QStringLiteral("projections"), list);
 }
 

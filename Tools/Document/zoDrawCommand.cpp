@@ -55,7 +55,7 @@ struct zoDrawCommand::Drawing
         room.setLayout(layout);
         screens.setLayout(layout);
         network.setLayout(layout);
-        for (const zoProjectionFacts::Projection& projection : zoProjectionFacts::read(layout))
+        for (const zoProjectionFacts::Projection& projection : zoProjectionFacts::readWalls(layout))
             sizes << projection.text();
     }
 

@@ -1,10 +1,13 @@
 #include "zoProjectionFacts.h"
 
 #include "zoHPCPlane.h"
+#include "zoHPCPlaneGrids.h"
 #include "zoHPCProjectionItem.h"
 #include "zoHPCProjectionType.h"
 
+#include <QHash>
 #include <QJsonArray>
+#include <QSet>
 #include <QStringList>
 
 #include <algorithm>
@@ -49,6 +52,25 @@ QSizeF shownPixels(const zoHPCLayout& layout, int projection)
         return {window.width() * viewport.area.width(), window.height() * viewport.area.height()};
     }
     return {};
+}
+
+// A wall of planes, one of which is known.
+zoProjectionFacts::Projection wallOf(const zoHPCPlaneGrids::Grid& grid,
+                                     const zoProjectionFacts::Projection& tile)
+{
+    zoProjectionFacts::Projection wall = tile;
+    wall.name = grid.name;
+    wall.columns = grid.columns;
+    wall.rows = grid.rows;
+    wall.size = grid.size();
+    wall.tile = grid.tile();
+    // What computing corners leaves is no overlap.
+    const auto rounded = [](double length) { return std::round(length * 1000.0) / 1000.0 + 0.0; };
+    wall.overlap = QSizeF(rounded(grid.overlap().width()), rounded(grid.overlap().height()));
+    wall.turn = grid.turn();
+    wall.pixels = QSizeF(tile.tilePixels.width() * wall.size.width() / wall.tile.width(),
+                         tile.tilePixels.height() * wall.size.height() / wall.tile.height());
+    return wall;
 }
 } // namespace
 
@@ -101,6 +123,34 @@ std::vector<zoProjectionFacts::Projection> zoProjectionFacts::read(const zoHPCLa
     return result;
 }
 
+std::vector<zoProjectionFacts::Projection> zoProjectionFacts::readWalls(const zoHPCLayout& layout)
+{
+    const std::vector<zoHPCPlaneGrids::Grid> grids = zoHPCPlaneGrids::find(layout);
+    std::vector<Projection> all = read(layout);
+    if (grids.empty())
+        return all;
+    QHash<int, const zoHPCPlaneGrids::Grid*> gridOf;
+    for (const zoHPCPlaneGrids::Grid& grid : grids) {
+        for (const int projection : grid.projections)
+            gridOf.insert(projection, &grid);
+    }
+    std::vector<Projection> result;
+    QSet<const zoHPCPlaneGrids::Grid*> known;
+    auto facts = all.begin();
+    for (std::size_t i = 0; i < layout.projections().size(); ++i) {
+        if (layout.projections()[i].parent != zoHPCLayout::None)
+            continue;
+        const Projection& single = *facts++;
+        const zoHPCPlaneGrids::Grid* const grid = gridOf.value(int(i));
+        if (!grid)
+            result.push_back(single);
+        else if (!known.contains(grid))
+            result.push_back(wallOf(*grid, single));
+        known.insert(grid);
+    }
+    return result;
+}
+
 QString zoProjectionFacts::Projection::text() const
 {
     const bool isCave = depth != 0.0;
@@ -127,6 +177,9 @@ QString zoProjectionFacts::Projection::text() const
         words << (isInMillimetres ? tr("overlap %1 mm").arg(sizeText(overlap))
                                   : tr("overlap %1 pixels").arg(sizeText(overlap))) +
                      (isBlended ? tr(", blended") : QString());
+    constexpr double ShownTurn = 0.05;
+    if (turn >= ShownTurn)
+        words << tr("%1 degrees from column to column").arg(number(turn));
     if (distance != 0.0)
         words << tr("%1 mm from the viewer").arg(number(distance));
     return tr("%1: %2").arg(name, words.join(QLatin1String(", ")));

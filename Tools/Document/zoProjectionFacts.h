@@ -29,6 +29,7 @@ public:
         QSizeF pixels;                     // of all of it; empty for a cave, and when no viewport shows it
         QSizeF tilePixels;
         bool isBlended = false;
+        double turn = 0.0; // degrees from column to column of a wall of planes
 
         // "Wall: power wall, 2 x 2 tiles, 3600 x 2160 mm ..."
         QString text() const;
@@ -38,4 +39,6 @@ public:
     zoProjectionFacts() = delete;
 
     static std::vector<Projection> read(const zoHPCLayout& layout);
+    // The same with the planes of a curved wall as one, which has its size unrolled into a plane.
+    static std::vector<Projection> readWalls(const zoHPCLayout& layout);
 };

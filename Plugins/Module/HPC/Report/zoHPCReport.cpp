@@ -136,7 +136,7 @@ void zoHPCReport::addElevations()
     m_sheets.addText(
         tr("As seen by one who stands before the wall. Hatched tiles stay dark, grey strips are blended."));
     m_sheets.addGap(4 * Sheets::Point);
-    for (const zoHPCRoomWall& wall : m_facts.walls())
+    for (const zoHPCReportWalls::Wall& wall : m_facts.walls())
         zoHPCReportElevation(m_sheets, m_facts, wall).add();
 }
 
@@ -146,7 +146,7 @@ void zoHPCReport::addCables()
     m_sheets.addText(tr("Wall by wall, from the upper left, row by row."));
     std::vector<QStringList> rows;
     QSet<QString> seen; // two viewports of a screen need one cable
-    for (const zoHPCRoomWall& wall : m_facts.walls()) {
+    for (const zoHPCReportWalls::Wall& wall : m_facts.walls()) {
         for (int row = 0; row < wall.rows; ++row) {
             for (int column = 0; column < wall.columns; ++column) {
                 const std::vector<int> outputs = m_facts.outputsOf(wall, row, column);
@@ -207,7 +207,7 @@ void zoHPCReport::addWindows()
                       rows);
     const bool isUnmeasured =
         std::any_of(m_facts.walls().begin(), m_facts.walls().end(),
-                    [this](const zoHPCRoomWall& wall) { return !m_facts.isMeasured(wall); });
+                    [this](const zoHPCReportWalls::Wall& wall) { return !m_facts.isMeasured(wall); });
     if (isUnmeasured)
         m_sheets.addText(tr("Tiled walls have pixels alone: no corners without the size of a pixel."));
     for (const zoHPCReportFacts::Output& output : m_facts.outputs()) {
@@ -283,6 +283,33 @@ void zoHPCReport::addNetworks()
         });
 }
 
+// Of a wall, or of each column of one that stands on a circle.
+void zoHPCReport::addPlaces(const zoHPCReportWalls::Wall& wall, std::vector<QStringList>& rows) const
+{
+    const double scale = m_facts.scaleOf(wall);
+    const bool isMeasured = m_facts.isMeasured(wall);
+    const auto length = [&](double value) {
+        return isMeasured ? zoHPCReportFacts::number(scale * value) : tr("unknown");
+    };
+    const auto add = [&](const QString& name, const zoHPCPlane& plane) {
+        const Point3 normal = plane.normal();
+        const QString turn =
+            plane.isDegenerate() || std::hypot(normal.x, normal.z) < 1e-6
+                ? QString()
+                : zoHPCReportFacts::number(qRadiansToDegrees(std::atan2(normal.x, normal.z)));
+        // The distance of a tiled wall is in millimetres, whatever its pixels are.
+        const QString distance = wall.isInPixels ? zoHPCReportFacts::number(-plane.lowerLeft.z)
+                                                 : zoHPCReportFacts::number(plane.distanceInFront(Point3()));
+        rows.push_back({name, length(plane.width()), length(plane.height()),
+                        plane.isDegenerate() ? QString() : distance, length(plane.center().x),
+                        length(plane.center().y), turn});
+    };
+    if (!wall.isGrid())
+        add(wall.name, wall.plane);
+    for (int column = 0; wall.isGrid() && column < wall.columns; ++column)
+        add(tr("%1, column %2").arg(wall.name, QString::number(column + 1)), wall.grid.column(column));
+}
+
 void zoHPCReport::addViewer()
 {
     m_sheets.addHeading(tr("Viewer"));
@@ -311,25 +338,8 @@ void zoHPCReport::addViewer()
                        {tr("Windows"), 10}},
                       rows);
     rows.clear();
-    for (const zoHPCRoomWall& wall : m_facts.walls()) {
-        const double scale = m_facts.scaleOf(wall);
-        const bool isMeasured = m_facts.isMeasured(wall);
-        const Point3 normal = wall.plane.normal();
-        const auto length = [&](double value) {
-            return isMeasured ? zoHPCReportFacts::number(scale * value) : tr("unknown");
-        };
-        const QString turn =
-            wall.isDegenerate || std::hypot(normal.x, normal.z) < 1e-6
-                ? QString()
-                : zoHPCReportFacts::number(qRadiansToDegrees(std::atan2(normal.x, normal.z)));
-        // The distance of a tiled wall is in millimetres, whatever its pixels are.
-        const QString distance = wall.isInPixels
-                                     ? zoHPCReportFacts::number(-wall.plane.lowerLeft.z)
-                                     : zoHPCReportFacts::number(wall.plane.distanceInFront(Point3()));
-        rows.push_back({wall.name, length(wall.plane.width()), length(wall.plane.height()),
-                        wall.isDegenerate ? QString() : distance, length(wall.plane.center().x),
-                        length(wall.plane.center().y), turn});
-    }
+    for (const zoHPCReportWalls::Wall& wall : m_facts.walls())
+        addPlaces(wall, rows);
     m_sheets.addTable({{tr("Wall"), 30},
                        {tr("Width"), 12},
                        {tr("Height"), 12},

@@ -9,6 +9,7 @@
 #include <QDateTime>
 #include <QSizeF>
 #include <QString>
+#include <QStringList>
 
 #include <vector>
 
@@ -63,6 +64,7 @@ private:
     void addWindows();
     void addNetworks();
     void addViewer();
+    void addPlaces(const zoHPCReportWalls::Wall& wall, std::vector<QStringList>& rows) const;
     void addProblems(const std::vector<Problem>& problems);
 
     Subject m_subject;

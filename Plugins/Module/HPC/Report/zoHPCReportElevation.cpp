@@ -1,7 +1,6 @@
 #include "zoHPCReportElevation.h"
 
 #include "zoHPCReportFacts.h"
-#include "zoHPCRoomWall.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
@@ -102,7 +101,7 @@ struct zoHPCReportElevation::Drawing
 };
 
 zoHPCReportElevation::zoHPCReportElevation(zoHPCReportSheets& sheets, const zoHPCReportFacts& facts,
-                                           const zoHPCRoomWall& wall)
+                                           const zoHPCReportWalls::Wall& wall)
     : m_sheets(sheets), m_facts(facts), m_wall(wall)
 {
     const double scale = facts.scaleOf(wall);
@@ -261,6 +260,10 @@ QString zoHPCReportElevation::caption() const
         if (std::abs(x) >= Shown || std::abs(y) >= Shown)
             words << tr("overlap %1").arg(sizeText(x, y)) + (m_wall.isBlended ? tr(", blended") : QString());
     }
+    const double turn = m_wall.grid.turn();
+    constexpr double ShownTurn = 0.05; // degrees
+    if (turn >= ShownTurn)
+        words << tr("unrolled, %1 degrees from column to column").arg(zoHPCReportFacts::number(turn));
     if (m_facts.isMeasured(m_wall))
         words << tr("lower edge at y = %1 mm")
                      .arg(zoHPCReportFacts::number(

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zoHPCReportSheets.h"
+#include "zoHPCReportWalls.h"
 
 #include <QCoreApplication>
 #include <QString>
@@ -10,7 +11,6 @@
 #include <vector>
 
 class zoHPCReportFacts;
-struct zoHPCRoomWall;
 
 // The front elevation of a wall, to scale, as one who stands before it sees it: on each tile its row and column, its
 // nodes and their screens. A wall with more tiles than a page has room for is drawn in parts, on a page each.
@@ -20,7 +20,8 @@ class zoHPCReportElevation final
 
 public:
     // All must outlive it.
-    zoHPCReportElevation(zoHPCReportSheets& sheets, const zoHPCReportFacts& facts, const zoHPCRoomWall& wall);
+    zoHPCReportElevation(zoHPCReportSheets& sheets, const zoHPCReportFacts& facts,
+                         const zoHPCReportWalls::Wall& wall);
     ~zoHPCReportElevation();
 
     zoHPCReportElevation(const zoHPCReportElevation&) = delete;
@@ -56,7 +57,7 @@ private:
 
     zoHPCReportSheets& m_sheets;
     const zoHPCReportFacts& m_facts;
-    const zoHPCRoomWall& m_wall;
+    const zoHPCReportWalls::Wall& m_wall;
     std::vector<QString> m_labels; // row by row
     QStringList m_keys;            // names that are too long for a tile
     // In millimetres or pixels.

@@ -22,7 +22,7 @@ zoHPCReportFacts::zoHPCReportFacts(const zoHPCDisplaySetup& displays, zoHPCTreeI
                                    double pixelPitch)
     : m_setup(displays, master, pixelPitch > 0.0 ? pixelPitch : 1.0)
     , m_pixelPitch(pixelPitch)
-    , m_walls(zoHPCRoomWall::read(m_setup.layout()))
+    , m_walls(zoHPCReportWalls::read(m_setup.layout()))
 {
     const std::vector<zoHPCLayout::Projection>& projections = layout().projections();
     for (std::size_t i = 0; i < projections.size(); ++i) {
@@ -67,8 +67,11 @@ std::vector<int> zoHPCReportFacts::outputsByNode() const
     return result;
 }
 
-std::vector<int> zoHPCReportFacts::outputsOf(const zoHPCRoomWall& wall, int row, int column) const
+std::vector<int> zoHPCReportFacts::outputsOf(const zoHPCReportWalls::Wall& wall, int row, int column) const
 {
+    if (wall.isGrid())
+        return m_outputsOfProjection.value(
+            wall.grid.projections[std::size_t(row) * std::size_t(wall.columns) + std::size_t(column)]);
     const int top = m_projections.value(wall.item, zoHPCLayout::None);
     if (wall.firstTile < 0)
         return m_outputsOfProjection.value(top);
@@ -76,7 +79,7 @@ std::vector<int> zoHPCReportFacts::outputsOf(const zoHPCRoomWall& wall, int row,
     return m_outputsOfProjection.value(top + 1 + wall.firstTile + row * wall.columns + column);
 }
 
-std::vector<int> zoHPCReportFacts::outputsOfWhole(const zoHPCRoomWall& wall) const
+std::vector<int> zoHPCReportFacts::outputsOfWhole(const zoHPCReportWalls::Wall& wall) const
 {
     if (wall.firstTile < 0)
         return {};

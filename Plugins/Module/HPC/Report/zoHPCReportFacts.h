@@ -1,7 +1,7 @@
 #pragma once
 
 #include "zoHPCRenderSetup.h"
-#include "zoHPCRoomWall.h"
+#include "zoHPCReportWalls.h"
 
 #include <QCoreApplication>
 #include <QHash>
@@ -36,7 +36,7 @@ public:
 
     const zoHPCRenderSetup& setup() const { return m_setup; }
     const zoHPCLayout& layout() const { return m_setup.layout(); }
-    const std::vector<zoHPCRoomWall>& walls() const { return m_walls; }
+    const std::vector<zoHPCReportWalls::Wall>& walls() const { return m_walls; }
     // In the order of the display setup, those without projection aside.
     const std::vector<Output>& outputs() const { return m_outputs; }
     // The same as indices into them, those of one node together in the order of its screens; nodes as the host tree
@@ -44,8 +44,8 @@ public:
     std::vector<int> outputsByNode() const;
 
     // Outputs that show a tile of a wall, counted from 0 from the upper left, or a wall as a whole, as indices.
-    std::vector<int> outputsOf(const zoHPCRoomWall& wall, int row, int column) const;
-    std::vector<int> outputsOfWhole(const zoHPCRoomWall& wall) const;
+    std::vector<int> outputsOf(const zoHPCReportWalls::Wall& wall, int row, int column) const;
+    std::vector<int> outputsOfWhole(const zoHPCReportWalls::Wall& wall) const;
     // Places of a wall in millimetres are known.
     bool isMeasured(const zoHPCRoomWall& wall) const { return !wall.isInPixels || m_pixelPitch > 0.0; }
     // Millimetres of what the wall counts in; 1 unless that is pixels of a known size.
@@ -73,7 +73,7 @@ private:
 
     zoHPCRenderSetup m_setup;
     double m_pixelPitch; // mm; 0: unknown
-    std::vector<zoHPCRoomWall> m_walls;
+    std::vector<zoHPCReportWalls::Wall> m_walls;
     std::vector<Output> m_outputs;
     QHash<int, std::vector<int>> m_outputsOfProjection;
     QHash<const zoHPCProjectionItem*, int> m_projections; // of the top level
