@@ -34,7 +34,7 @@ import manual_messages
 RNG = "{http://relaxng.org/ns/structure/1.0}"
 CODE = re.compile(r"`([^`]+)`")
 # Parts of other texts, which tell nothing by themselves, and labels.
-FRAGMENTS = (" and ", "%1 on %2", "the cluster", "Connected", "no node",
+FRAGMENTS = (" and ", "display %1", "%1 on %2", "the cluster", "Connected", "no node",
              "Cluster", "Results", "&Toggle Connection to the Cluster", "Toggle Connection to the Cluster")
 
 

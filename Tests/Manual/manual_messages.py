@@ -6,9 +6,12 @@ import re
 LAYERS = ("Kernel", "Plugins", "Host")
 # Where all texts are reasons of a start or of a session, whoever logs them.
 REASONS = ("Host/Cluster/*.cpp", "Host/zoLocalClusterService.cpp", "Server/Setup/*.cpp", "Server/Show/zoNodeShow.cpp",
-           "Server/Show/zoWallScreens.cpp", "Server/Show/zoGL*.cpp", "Kernel/Platform/zoFile*.cpp", "Plugins/Module/HPC/Document/zoHPCDocumentText.cpp",
-           "Plugins/Module/HPC/Module/zoHPC.cpp", "Host/zoHostSession.cpp", "Host/zoHostApplication.cpp",
-           "Host/zoLoopbackSpeedTest.cpp", "Host/zoModule*.cpp")
+           "Server/Show/zoWallScreens.cpp", "Server/Show/zoGL*.cpp", "Kernel/Platform/zoFile*.cpp",
+           "Plugins/Module/HPC/Document/zoHPCDocumentText.cpp", "Plugins/Module/HPC/Module/zoHPC.cpp",
+           "Host/zoHostSession.cpp", "Host/zoHostApplication.cpp",
+           "Host/zoLoopbackSpeedTest.cpp", "Host/zoModule*.cpp", "Plugins/Module/HPC/Engines/zoExportNotes.cpp")
+# The log itself.
+LOG = "Kernel/Platform/zoLog.cpp"
 # Where programs of sessions give reasons in English alone.
 LITERALS = ("Server/zoHead.cpp", "Server/zoMpiGroup.cpp", "Server/Protocol/zoLauncher.cpp",
             "Server/Protocol/zoMpirunCommand.cpp", "Server/Protocol/zoServerMessageReader.cpp")
@@ -40,8 +43,9 @@ def arguments(text, start):
     return text[start:]
 
 
-def of_log(text):
-    """The forms of what a source logs: translated texts, and formats that are written there."""
+def of_log(text, others=None):
+    """The forms of what a source logs: translated texts, and formats that are written there. What it logs without telling
+    its form goes into `others`."""
     forms = []
     for match in re.finditer(r"\bzoLog::(?:info|error)(?=\()", text):
         call = arguments(text, match.end())
@@ -49,6 +53,8 @@ def of_log(text):
         literal = FORMAT.match(call)
         if not found and literal and joined(literal.group(1)) != "%s":
             found = [joined(literal.group(1))]
+        if not found and others is not None:
+            others.append(" ".join(call.split()))
         forms += found
     return forms
 
@@ -59,8 +65,12 @@ def of_sources(root):
     root = pathlib.Path(root)
     for layer in LAYERS:
         for path in sorted((root / layer).rglob("*.cpp")):
-            for form in of_log(without_comments(path.read_text(encoding="utf-8"))):
-                forms.setdefault(form, path.relative_to(root).as_posix())
+            name = path.relative_to(root).as_posix()
+            others = []
+            for form in of_log(without_comments(path.read_text(encoding="utf-8")), others):
+                forms.setdefault(form, name)
+            if others and name != LOG and not any(path.match(pattern) for pattern in REASONS):
+                forms.setdefault("zoLog " + others[0], name)
     for pattern in REASONS:
         for path in sorted(root.glob(pattern)):
             for strings in TRANSLATED.findall(without_comments(path.read_text(encoding="utf-8"))):

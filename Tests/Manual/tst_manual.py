@@ -136,6 +136,11 @@ class Messages(unittest.TestCase):
         forms = manual_messages.of_log(manual_messages.without_comments(self.SOURCE))
         self.assertEqual(forms, ['File %1 of "%2" is there', "Network %d not found.", "%1 is gone", "it"])
 
+    def test_text_from_elsewhere_is_told(self):
+        others = []
+        self.assertEqual(manual_messages.of_log('zoLog::error(reason); zoLog::info("%s", qUtf8Printable(text));', others), [])
+        self.assertEqual(len(others), 2)
+
     def test_message_stands_with_something_in_its_places(self):
         forms = {"Node %1 lost: %2": "a.cpp"}
         self.assertEqual(manual.findings_of_messages(forms, "| `Node NODE lost: REASON` |"), [])
