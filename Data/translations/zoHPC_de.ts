@@ -2580,6 +2580,14 @@ auch wenn die Server dann instabil sein können?</translation>
         <source>%1 viewports</source>
         <translation>%1 Viewports</translation>
     </message>
+    <message>
+        <source>Move %1</source>
+        <translation>%1 verschieben</translation>
+    </message>
+    <message>
+        <source>Move compute nodes</source>
+        <translation>Rechenknoten verschieben</translation>
+    </message>
 </context>
 <context>
     <name>zoHPCTextCheck</name>
@@ -2941,6 +2949,29 @@ auch wenn die Server dann instabil sein können?</translation>
         <source>the cluster</source>
         <translation>Cluster</translation>
     </message>
+    <message>
+        <source>Changes apply to all %1 selected compute nodes; the name is that of %2 alone.</source>
+        <translation>Änderungen gelten für alle %1 ausgewählten Rechenknoten; der Name ist der von %2 allein.</translation>
+    </message>
+    <message>
+        <source>Changes apply to all %1 selected networks; the description is that of this one alone.</source>
+        <translation>Änderungen gelten für alle %1 ausgewählten Netzwerke; die Beschreibung ist die von diesem allein.</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCTreeFilter</name>
+    <message>
+        <source>Filter</source>
+        <translation>Filter</translation>
+    </message>
+    <message>
+        <source>Shows the rows that have each of these words</source>
+        <translation>Zeigt die Zeilen, die jedes dieser Wörter haben</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
 </context>
 <context>
     <name>zoHPCTreeFilter</name>
@@ -3010,6 +3041,38 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>The hosts text is nested too deep: the tree has at most %1 levels. Put networks beside each other, not into each other.</source>
         <translation>Der Hosttext ist zu tief verschachtelt: Der Baum hat höchstens %1 Ebenen. Bitte Netzwerke nebeneinander statt ineinander stellen.</translation>
+    </message>
+    <message>
+        <source>Filter networks and compute nodes</source>
+        <translation>Netzwerke und Rechenknoten filtern</translation>
+    </message>
+    <message>
+        <source>Shows the rows that have each of these words: a part of the name, or one of %1, or an option as speed=10g</source>
+        <translation>Zeigt die Zeilen, die jedes dieser Wörter haben: einen Teil des Namens, eines von %1, oder eine Option wie speed=10g</translation>
+    </message>
+    <message>
+        <source>disabled</source>
+        <translation>deaktiviert</translation>
+    </message>
+    <message>
+        <source>running</source>
+        <translation>läuft</translation>
+    </message>
+    <message>
+        <source>display</source>
+        <translation>Anzeige</translation>
+    </message>
+    <message>
+        <source>gateway</source>
+        <translation>gateway</translation>
+    </message>
+    <message>
+        <source>encrypted</source>
+        <translation>verschlüsselt</translation>
+    </message>
+    <message>
+        <source>not for raytracing</source>
+        <translation>nicht für Raytracing</translation>
     </message>
 </context>
 <context>

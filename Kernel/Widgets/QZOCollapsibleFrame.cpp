@@ -196,7 +196,12 @@ void QZOCollapsibleFrame::mouseReleaseEvent(QMouseEvent* event)
 
 void QZOCollapsibleFrame::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Space || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+    // Keys that a field inside did not take come by here, too; they are none for the title.
+    const QWidget* const focus = QApplication::focusWidget();
+    const bool isOfField = focus != nullptr && focus != this && isAncestorOf(focus);
+    const bool folds =
+        event->key() == Qt::Key_Space || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (folds && !isOfField)
         setCollapsed(!m_collapsed);
     else
         QFrame::keyPressEvent(event);

@@ -30,6 +30,8 @@ private slots:
     void rightClickDoesNot();
     void keyOnTheTitleFoldsAndUnfolds_data();
     void keyOnTheTitleFoldsAndUnfolds();
+    void keyInAFieldDoesNotFold_data();
+    void keyInAFieldDoesNotFold();
     void otherKeysAreLeftToTheWindow();
     void foldedFrameIsAsHighAsItsTitle();
     void formMayStartFolded();
@@ -139,6 +141,25 @@ void tst_QZOCollapsibleFrame::keyOnTheTitleFoldsAndUnfolds()
 
     QTest::keyClick(QApplication::focusWidget(), Qt::Key(key));
     QVERIFY(!m_form.m_open->isCollapsed());
+}
+
+void tst_QZOCollapsibleFrame::keyInAFieldDoesNotFold_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::newRow("return") << int(Qt::Key_Return);
+    QTest::newRow("enter") << int(Qt::Key_Enter);
+}
+
+void tst_QZOCollapsibleFrame::keyInAFieldDoesNotFold()
+{
+    QFETCH(int, key);
+    m_form.m_name->setFocus();
+    QVERIFY(m_form.m_name->hasFocus());
+
+    QTest::keyClick(m_form.m_name, Qt::Key(key));
+
+    QVERIFY(!m_form.m_open->isCollapsed());
+    QVERIFY(m_form.m_name->hasFocus());
 }
 
 void tst_QZOCollapsibleFrame::otherKeysAreLeftToTheWindow()

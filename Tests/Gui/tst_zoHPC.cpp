@@ -95,6 +95,8 @@ private slots:
     void stopStops();
     void toggleIgnoresItsArgument_data();
     void toggleIgnoresItsArgument();
+    void toggleActionFollowsTheSession();
+    void toggleActionOfAFailedStartIsOffAgain();
     void serviceSignalsSetTheWindow();
     void runningNodesAreMarked();
     void networkOptionIsSetAndShown();
@@ -701,6 +703,45 @@ void tst_zoHPC::toggleIgnoresItsArgument()
     m_module->toggleCluster(argument);
 
     QCOMPARE(m_host->cluster.calls.last(), called);
+}
+
+void tst_zoHPC::toggleActionFollowsTheSession()
+{
+    m_host->cluster.running = true;
+    make();
+    const QAction* toggle = m_host->toolBar->actions().first();
+    QVERIFY(toggle->isChecked());
+    QVERIFY(m_host->cluster.calls.isEmpty()); // showing a state asks for nothing
+
+    m_host->cluster.running = false;
+    emit m_host->cluster.stopped();
+    QVERIFY(!toggle->isChecked());
+
+    m_host->cluster.running = true;
+    emit m_host->cluster.started();
+    QVERIFY(toggle->isChecked());
+    QVERIFY(m_host->cluster.calls.isEmpty());
+}
+
+void tst_zoHPC::toggleActionOfAFailedStartIsOffAgain()
+{
+    make();
+    QAction* toggle = m_host->toolBar->actions().first();
+
+    toggle->trigger(); // without more, the service's start fails
+
+    QCOMPARE(m_host->cluster.calls.count(QStringLiteral("start")), 1);
+    QVERIFY(!toggle->isChecked());
+
+    m_host->cluster.onStart = [this] {
+        m_host->cluster.running = true;
+        emit m_host->cluster.started();
+        return true;
+    };
+    toggle->trigger();
+
+    QVERIFY(toggle->isChecked());
+    QCOMPARE(m_host->cluster.calls.count(QStringLiteral("start")), 2);
 }
 
 void tst_zoHPC::serviceSignalsSetTheWindow()

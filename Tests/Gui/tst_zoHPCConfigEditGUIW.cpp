@@ -47,8 +47,18 @@ private slots:
     void okAcceptsAndCancelRejects();
     void hugeTextIsShown();
     void tabKeyLeavesTheText();
+    void understoodTextIsToldForHostsTextAlone();
+    void understoodTextFollowsTheTyping();
+    void placesAreMarkedAndLinked();
+    void bracketFormIsRewrittenByItsLink();
+    void manyNotesAreCutOff();
+    void fileThatIsThereIsCounted();
+    void fileThatIsNotThereKeepsTheTyped_data();
+    void fileThatIsNotThereKeepsTheTyped();
 
 private:
+    QString understood() const { return find<QLabel>("m_understood")->text(); }
+    QString filePath(const char* name) const { return m_data->filePath(QLatin1String(name)); }
     template <typename Widget>
     Widget* find(const char* name) const
     {
@@ -298,6 +308,131 @@ void tst_zoHPCConfigEditGUIW::tabKeyLeavesTheText()
 
     QCOMPARE(m_dialog->text(), QStringLiteral("a"));
     QCOMPARE(m_dialog->focusWidget(), find<QLineEdit>("m_serversFile"));
+}
+
+void tst_zoHPCConfigEditGUIW::understoodTextIsToldForHostsTextAlone()
+{
+    m_dialog->setText(QStringLiteral("<cluster version=\"1\"/>"));
+    m_dialog->show();
+    QVERIFY(!find<QLabel>("m_understood")->isVisible());
+
+    m_dialog->setText(QStringLiteral("gw { n01 - n23 }"));
+    m_dialog->setIsHostsText(true);
+
+    QVERIFY(find<QLabel>("m_understood")->isVisible());
+    QCOMPARE(understood(), QStringLiteral("<b>24 nodes in 2 networks, 1 gateway</b>"));
+    QVERIFY(find<QPlainTextEdit>("m_textEdit")->extraSelections().isEmpty());
+}
+
+void tst_zoHPCConfigEditGUIW::understoodTextFollowsTheTyping()
+{
+    m_dialog->setIsHostsText(true);
+    m_dialog->show();
+    auto* edit = find<QPlainTextEdit>("m_textEdit");
+
+    QTest::keyClicks(edit, QStringLiteral("n1 n2"));
+
+    QTRY_COMPARE(understood(), QStringLiteral("<b>2 nodes</b>"));
+    QTest::keyClicks(edit, QStringLiteral(" - n9"));
+    QTRY_COMPARE(understood(), QStringLiteral("<b>9 nodes</b>"));
+}
+
+void tst_zoHPCConfigEditGUIW::placesAreMarkedAndLinked()
+{
+    m_dialog->setText(QStringLiteral("a\nnode_1"));
+    m_dialog->setIsHostsText(true);
+    m_dialog->show();
+    auto* edit = find<QPlainTextEdit>("m_textEdit");
+
+    QVERIFY(understood().contains(QStringLiteral("Line 2, column 1</a>: &quot;node_1&quot; reads as")));
+    QCOMPARE(edit->extraSelections().size(), 1);
+    QCOMPARE(edit->extraSelections().first().cursor.selectedText(), QStringLiteral("node_1"));
+
+    emit find<QLabel>("m_understood")->linkActivated(QStringLiteral("go 0"));
+    QCOMPARE(edit->textCursor().selectedText(), QStringLiteral("node_1"));
+    QCOMPARE(m_dialog->text(), QStringLiteral("a\nnode_1"));
+    emit find<QLabel>("m_understood")->linkActivated(QStringLiteral("go 7")); // of what was typed before
+}
+
+void tst_zoHPCConfigEditGUIW::bracketFormIsRewrittenByItsLink()
+{
+    m_dialog->setText(QStringLiteral("gw\nn[01-24]\nx"));
+    m_dialog->setIsHostsText(true);
+    QVERIFY(understood().contains(QStringLiteral("\"write 0\"")));
+
+    emit find<QLabel>("m_understood")->linkActivated(QStringLiteral("write 0"));
+
+    QCOMPARE(m_dialog->text(), QStringLiteral("gw\nn01 - n24\nx"));
+    QTRY_COMPARE(understood(), QStringLiteral("<b>26 nodes</b>"));
+    find<QPlainTextEdit>("m_textEdit")->undo();
+    QCOMPARE(m_dialog->text(), QStringLiteral("gw\nn[01-24]\nx"));
+}
+
+void tst_zoHPCConfigEditGUIW::manyNotesAreCutOff()
+{
+    m_dialog->setText(QStringLiteral("a_1 a_2 a_3 a_4 a_5 a_6"));
+    m_dialog->setIsHostsText(true);
+
+    QCOMPARE(understood().count(QStringLiteral("href")), 4);
+    QVERIFY(understood().endsWith(QStringLiteral("<br/>and 2 more")));
+    QCOMPARE(find<QPlainTextEdit>("m_textEdit")->extraSelections().size(), 6);
+}
+
+void tst_zoHPCConfigEditGUIW::fileThatIsThereIsCounted()
+{
+    QFile file(filePath("hosts"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("n1 - n5\r\nm_1\r\n");
+    file.close();
+    m_dialog->setText(QStringLiteral("a b"));
+    m_dialog->setIsHostsText(true);
+    const QSignalSpy accepted(m_dialog.get(), &QDialog::accepted);
+
+    m_dialog->setServersFile(file.fileName());
+
+    QTRY_VERIFY(understood().contains(QStringLiteral("<b>6 nodes</b>")));
+    QVERIFY(understood().contains(QStringLiteral("Line 2, column 1: ")));
+    QVERIFY(!understood().contains(QStringLiteral("href")));
+    m_dialog->confirm();
+    QCOMPARE(accepted.count(), 1);
+}
+
+void tst_zoHPCConfigEditGUIW::fileThatIsNotThereKeepsTheTyped_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("told");
+    QTest::newRow("none") << "no-such-file" << "There is no file";
+    QTest::newRow("folder") << "cluster" << "Unable to read";
+    QTest::newRow("no-text") << "binary" << "no text in UTF-8";
+}
+
+void tst_zoHPCConfigEditGUIW::fileThatIsNotThereKeepsTheTyped()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, told);
+    QFile binary(filePath("binary"));
+    QVERIFY(binary.open(QIODevice::WriteOnly));
+    binary.write("a\0b", 3);
+    binary.close();
+    m_dialog->setIsHostsText(true);
+    m_dialog->setText(QStringLiteral("typed"));
+    m_dialog->setServersFile(m_data->filePath(name));
+    m_dialog->show();
+    QApplication::setActiveWindow(m_dialog.get());
+    const QSignalSpy finished(m_dialog.get(), &QDialog::finished);
+    QPushButton* ok = find<QDialogButtonBox>("m_buttonBox")->button(QDialogButtonBox::Ok);
+
+    QTest::mouseClick(ok, Qt::LeftButton);
+
+    QCOMPARE(finished.count(), 0);
+    QVERIFY(m_dialog->isVisible());
+    QVERIFY2(understood().contains(told), qPrintable(understood()));
+    QVERIFY(find<QLineEdit>("m_serversFile")->hasFocus());
+    QCOMPARE(m_dialog->text(), QStringLiteral("typed"));
+
+    m_dialog->setServersFile(QString());
+    QTest::mouseClick(ok, Qt::LeftButton);
+    QCOMPARE(finished.count(), 1);
 }
 
 ZO_TEST_MAIN(tst_zoHPCConfigEditGUIW)

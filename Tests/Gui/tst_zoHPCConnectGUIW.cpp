@@ -27,6 +27,7 @@ private slots:
     void finishedHides();
     void serviceSignalsDriveTheOverlay();
     void abortDisablesTheButtonAndCallsTheService();
+    void escapeAbortsOnceAndTheOverlayStays();
     void nextAttemptCanBeAbortedAgain();
     void setAbortEnabledAbortsWhateverItIsTold_data();
     void setAbortEnabledAbortsWhateverItIsTold();
@@ -136,6 +137,21 @@ void tst_zoHPCConnectGUIW::abortDisablesTheButtonAndCallsTheService()
 
     QVERIFY(!button()->isEnabled());
     QCOMPARE(m_host->cluster.calls, QStringList{QStringLiteral("abort")});
+}
+
+void tst_zoHPCConnectGUIW::escapeAbortsOnceAndTheOverlayStays()
+{
+    m_overlay->setProgress(QStringLiteral("x"), 40);
+
+    QTest::keyClick(m_overlay, Qt::Key_Escape);
+    QTest::keyClick(m_overlay, Qt::Key_Escape);
+
+    QCOMPARE(m_host->cluster.calls, QStringList{QStringLiteral("abort")});
+    QVERIFY(!button()->isEnabled());
+    QVERIFY(m_overlay->isVisible());
+
+    emit m_host->cluster.progressFinished();
+    QVERIFY(!m_overlay->isVisible());
 }
 
 void tst_zoHPCConnectGUIW::nextAttemptCanBeAbortedAgain()

@@ -10,6 +10,7 @@
 #include <zoHPCTreeItem.h>
 #include <zoHPCUndo.h>
 
+#include <QZOCollapsibleFrame.h>
 #include <zoHostDocument.h>
 #include <zoKernelServiceFactory.h>
 
@@ -95,6 +96,9 @@ private slots:
     void windowsKeepTheirKeysApart();
     void renameKeyLeadsToTheName_data();
     void renameKeyLeadsToTheName();
+    void renameKeyUnfoldsTheFrame();
+    void keysLeadBackToTheTree_data();
+    void keysLeadBackToTheTree();
     void titleOfTheHostFollowsTheFile();
     void splitterIsRememberedAfterTheHostHasEnded();
 
@@ -534,6 +538,54 @@ void tst_zoHPCInHost::renameKeyLeadsToTheName()
     QCOMPARE(QApplication::focusWidget(), static_cast<const QWidget*>(name));
     QCOMPARE(name->selectedText(), name->text());
     QVERIFY(!name->text().isEmpty());
+}
+
+void tst_zoHPCInHost::renameKeyUnfoldsTheFrame()
+{
+    activate(m_host.window.get());
+    zoHPCTreeGUIW* tree = m_host.module->getTree();
+    tree->setSelectedItem(tree->getNodeItems().front());
+    auto* frame =
+        m_host.module->getEditor()->findChild<QZOCollapsibleFrame*>(QStringLiteral("m_hostSettings"));
+    frame->setCollapsed(true);
+    hostTree()->setFocus();
+
+    QTest::keyClick(hostTree(), Qt::Key_F2);
+
+    QVERIFY(!frame->isCollapsed());
+    QCOMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("m_hostName"));
+}
+
+void tst_zoHPCInHost::keysLeadBackToTheTree_data()
+{
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<int>("key");
+
+    for (const char* field : {"m_hostName", "m_hostEnabled", "m_renderNode"}) {
+        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape})
+            QTest::addRow("%s-%s", field, qPrintable(QKeySequence(key).toString()))
+                << QString::fromLatin1(field) << int(key);
+    }
+    QTest::newRow("title") << "m_hostSettings" << int(Qt::Key_Escape);
+}
+
+void tst_zoHPCInHost::keysLeadBackToTheTree()
+{
+    QFETCH(QString, field);
+    QFETCH(int, key);
+    activate(m_host.window.get());
+    zoHPCTreeGUIW* tree = m_host.module->getTree();
+    tree->setSelectedItem(tree->getNodeItems().front());
+    auto* widget = m_host.module->getEditor()->findChild<QWidget*>(field);
+    widget->setFocus();
+    QVERIFY(widget->hasFocus());
+
+    QTest::keyClick(widget, Qt::Key(key));
+
+    QCOMPARE(QApplication::focusWidget(), static_cast<QWidget*>(hostTree()));
+    QVERIFY(!m_host.module->getEditor()
+                 ->findChild<QZOCollapsibleFrame*>(QStringLiteral("m_hostSettings"))
+                 ->isCollapsed());
 }
 
 void tst_zoHPCInHost::titleOfTheHostFollowsTheFile()

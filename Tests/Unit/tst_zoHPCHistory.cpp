@@ -293,6 +293,17 @@ void tst_zoHPCHistory::stepHasItsName_data()
                                 << "  <network/>\n  <network/>\n"
                                 << ""
                                 << "Change cluster computers" << true;
+    QTest::newRow("moved-node") << "  <network>\n   <node name=\"a\"/>\n   <node name=\"b\"/>\n  </network>\n"
+                                   "  <network>\n   <node name=\"c\"/>\n   <node name=\"d\"/>\n  </network>\n"
+                                << "  <network>\n   <node name=\"b\"/>\n  </network>\n"
+                                   "  <network>\n   <node name=\"c\"/>\n   <node name=\"d\"/>\n"
+                                   "   <node name=\"a\"/>\n  </network>\n"
+                                << ""
+                                << "Move compute node a" << true;
+    QTest::newRow("renamed-node") << "   <node name=\"a\"/>\n  <window node=\"a\"/>\n"
+                                  << "   <node name=\"b\"/>\n  <window node=\"b\"/>\n"
+                                  << "Name"
+                                  << "Change \"Name\" of compute node b" << false;
     QTest::newRow("something-else") << "<x/>\n"
                                     << "<y/>\n"
                                     << ""

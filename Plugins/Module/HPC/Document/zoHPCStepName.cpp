@@ -9,6 +9,7 @@
 #include <QStringView>
 #include <QXmlStreamReader>
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <vector>
@@ -58,6 +59,18 @@ struct zoHPCStepName::Kind
 
     int difference() const { return inserted.size() - removed.size(); }
     bool isTouched() const { return !inserted.isEmpty() || !removed.isEmpty(); }
+    // The same items stand elsewhere, perhaps at another depth.
+    bool hasMoved() const
+    {
+        const auto sorted = [](const QStringList& lines) {
+            QStringList items;
+            for (const QString& line : lines)
+                items << line.trimmed();
+            items.sort();
+            return items;
+        };
+        return isTouched() && sorted(removed) == sorted(inserted);
+    }
     // The one that stands on one side alone.
     QString single() const
     {
@@ -105,7 +118,11 @@ zoHPCStepName::zoHPCStepName(const zoHPCTextDelta& delta, const QString& field)
     }
     for (const Kind& kind : kinds)
         m_isStructural |= kind.difference() != 0;
-    m_text = m_isStructural ? nameOfStructure(kinds.data()) : nameOfValues(kinds.data(), field);
+    const bool isMove = !m_isStructural && kinds[Node].hasMoved();
+    m_isStructural |= isMove;
+    m_text = isMove           ? nameOfMove(kinds[Node])
+             : m_isStructural ? nameOfStructure(kinds.data())
+                              : nameOfValues(kinds.data(), field);
 }
 
 QString zoHPCStepName::nameOfStructure(const Kind* kinds) const
@@ -134,11 +151,21 @@ QString zoHPCStepName::nameOfStructure(const Kind* kinds) const
     return comes ? tr("Add %1").arg(what) : tr("Delete %1").arg(what);
 }
 
+QString zoHPCStepName::nameOfMove(const Kind& nodes)
+{
+    // What lies between two places may count as moved, too: how many were is not known.
+    return nodes.inserted.size() == 1
+               ? tr("Move %1").arg(described(Node, valueIn(nodes.inserted.constFirst(), attributeOf(Node))))
+               : tr("Move compute nodes");
+}
+
 QString zoHPCStepName::nameOfValues(const Kind* kinds, const QString& field)
 {
+    // A node that is renamed takes the windows along that name it.
+    const bool isRename = kinds[Node].isTouched() && kinds[Window].isTouched();
     for (int tag = 0; tag < TagCount; ++tag) {
         const Kind& kind = kinds[tag];
-        if (!kind.isTouched())
+        if (!kind.isTouched() || (isRename && tag == Window))
             continue;
         const QString what = kind.inserted.size() == 1
                                  ? described(tag, valueIn(kind.inserted.constFirst(), attributeOf(tag)))

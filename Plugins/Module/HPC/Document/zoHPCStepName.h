@@ -24,6 +24,7 @@ private:
     struct Kind;
 
     QString nameOfStructure(const Kind* kinds) const;
+    static QString nameOfMove(const Kind& nodes);
     static QString nameOfValues(const Kind* kinds, const QString& field);
     static QString described(int tag, const QString& name);
     static QString counted(int tag, int count);

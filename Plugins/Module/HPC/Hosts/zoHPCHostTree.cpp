@@ -148,6 +148,36 @@ void zoHPCHostTree::remove(zoHPCTreeItem* item)
     keep({item});
 }
 
+void zoHPCHostTree::remove(const std::vector<zoHPCTreeItem*>& items)
+{
+    const Operation operation(this);
+    // From the end, where rows are found at once.
+    for (auto item = items.crbegin(); item != items.crend(); ++item)
+        remove(*item);
+}
+
+void zoHPCHostTree::moveNodes(const std::vector<zoHPCTreeItem*>& nodes, zoHPCTreeItem* network, int row)
+{
+    const Operation operation(this);
+    QList<QTreeWidgetItem*> moved;
+    for (zoHPCTreeItem* node : nodes) {
+        QTreeWidgetItem* from = node->parent();
+        const int place = from->indexOfChild(node);
+        if (from == network && place < row)
+            --row;
+        moved.append(from->takeChild(place));
+    }
+    network->insertChildren(row, moved);
+    for (zoHPCTreeItem* node : nodes)
+        node->refreshLooks(zoHPCTreeItem::Refresh::All);
+}
+
+void zoHPCHostTree::changeTogether(const std::function<void()>& change)
+{
+    const Operation operation(this);
+    change();
+}
+
 QStringList zoHPCHostTree::getNodeNames() const
 {
     QStringList names;

@@ -47,6 +47,13 @@ public:
     // Takes an item out of the tree. It lives on until the next rebuild, as somebody may look at it; who puts
     // it into a tree again owns it, and who destroys it may.
     void remove(zoHPCTreeItem* item);
+    // The same for several, none of them below another.
+    void remove(const std::vector<zoHPCTreeItem*>& items);
+    // Moves nodes, none of them below another or above the network, to a row of the network as it is before: in
+    // their order. What hangs below them comes along.
+    void moveNodes(const std::vector<zoHPCTreeItem*>& nodes, zoHPCTreeItem* network, int row);
+    // What changes inside is announced once, afterwards.
+    void changeTogether(const std::function<void()>& change);
 
     // Host names of all nodes, depth first, without the empty ones.
     QStringList getNodeNames() const;

@@ -12,6 +12,8 @@
 #include <zoClusterTags.h>
 #include <zoLog.h>
 
+#include <algorithm>
+
 namespace
 {
 enum Page { MasterPage, NetworkPage, NodePage };
@@ -67,6 +69,7 @@ void zoHPCTreeEditGUIW::editName()
     if (item() == nullptr || page == MasterPage)
         return;
     QLineEdit* name = page == NodePage ? m_ui->m_hostName : m_ui->m_networkDescription;
+    (page == NodePage ? m_ui->m_hostSettings : m_ui->m_networkSettings)->setCollapsed(false);
     name->setFocus(Qt::ShortcutFocusReason);
     name->selectAll();
 }
@@ -76,6 +79,9 @@ void zoHPCTreeEditGUIW::setItem(zoHPCTreeItem* item)
     if (item == nullptr)
         return;
     m_watchedItem = item->watch();
+    m_others.clear();
+    m_isNameTyped = false;
+    showSelection();
 
     const QScopedValueRollback<bool> filling(m_isFilling, true);
     if (item->isMaster())
@@ -84,6 +90,78 @@ void zoHPCTreeEditGUIW::setItem(zoHPCTreeItem* item)
         showNetwork();
     else if (item->isNode())
         showNode();
+}
+
+void zoHPCTreeEditGUIW::setSelection(const std::vector<zoHPCTreeItem*>& items)
+{
+    m_others.clear();
+    const zoHPCTreeItem* const shown = item();
+    if (shown != nullptr && std::find(items.cbegin(), items.cend(), shown) != items.cend()) {
+        for (zoHPCTreeItem* other : items) {
+            if (other != shown && other->isNode() == shown->isNode() &&
+                other->isNetwork() == shown->isNetwork())
+                m_others.push_back(other->watch());
+        }
+    }
+    showSelection();
+}
+
+void zoHPCTreeEditGUIW::showSelection()
+{
+    m_ui->m_selectionNote->setVisible(!m_others.empty());
+    const QScopedValueRollback<bool> filling(m_isFilling, true);
+    const zoHPCTreeItem* const shown = item();
+    if (shown == nullptr)
+        return;
+    const int count = int(m_others.size()) + 1;
+    if (shown->isNode()) {
+        m_ui->m_selectionNote->setText(
+            tr("Changes apply to all %1 selected compute nodes; the name is that of %2 alone.")
+                .arg(QString::number(count), shown->hostName()));
+        showMixed(m_ui->m_hostEnabled, &zoHPCTreeItem::isEnabled);
+        showMixed(m_ui->m_renderNode, &zoHPCTreeItem::isRenderNode);
+    } else if (shown->isNetwork()) {
+        m_ui->m_selectionNote->setText(
+            tr("Changes apply to all %1 selected networks; the description is that of this one alone.")
+                .arg(count));
+        showMixed(m_ui->m_networkEnabled, &zoHPCTreeItem::isEnabled);
+        showMixed(m_ui->m_encrypted, &zoHPCTreeItem::isEncrypted);
+    }
+}
+
+void zoHPCTreeEditGUIW::showMixed(QCheckBox* box, bool (zoHPCTreeItem::*is)() const)
+{
+    const bool isOn = (item()->*is)();
+    const bool isMixed = std::any_of(m_others.cbegin(), m_others.cend(), [&](const auto& watched) {
+        const std::shared_ptr<zoHPCTreeItem> other = watched.lock();
+        return other && ((*other).*is)() != isOn;
+    });
+    box->setTristate(isMixed);
+    box->setCheckState(isMixed ? Qt::PartiallyChecked : isOn ? Qt::Checked : Qt::Unchecked);
+}
+
+// Whether there was one that it changed. `change` tells that.
+template <class Change>
+bool zoHPCTreeEditGUIW::changeOthers(Change change)
+{
+    bool hasChanged = false;
+    for (const std::weak_ptr<zoHPCTreeItem>& watched : m_others) {
+        if (const std::shared_ptr<zoHPCTreeItem> other = watched.lock())
+            hasChanged = change(*other) || hasChanged;
+    }
+    return hasChanged;
+}
+
+// A box that stands between on and off counts as on for Qt: turning it on is no toggling then.
+void zoHPCTreeEditGUIW::connectBox(QCheckBox* box, const std::function<void(bool)>& change)
+{
+    connect(box, &QCheckBox::toggled, this, change);
+    connect(box, &QCheckBox::stateChanged, this, [this, box, change](int state) {
+        if (m_isFilling || !box->isTristate() || state != Qt::Checked)
+            return;
+        box->setTristate(false);
+        change(true);
+    });
 }
 
 void zoHPCTreeEditGUIW::setNetworkType(int index)
@@ -187,25 +265,52 @@ void zoHPCTreeEditGUIW::connectWidgets()
     m_ui->m_servicePort->setValue(zoClusterTags::DefaultServicePort);
     connect(m_ui->m_servicePort, QOverload<int>::of(&QSpinBox::valueChanged), this,
             &zoHPCTreeEditGUIW::servicePortChanged);
-    connect(m_ui->m_encrypted, &QCheckBox::toggled, this, &zoHPCTreeEditGUIW::setEncrypted);
     connect(m_ui->m_homogeneousCluster, &QCheckBox::toggled, this, &zoHPCTreeEditGUIW::setHomogeneous);
 
+    connectBoxes();
+    connectNames();
+}
+
+void zoHPCTreeEditGUIW::connectBoxes()
+{
     // What these show is what the item has, so showing another item leaves them with nothing to write: a
     // network of ten thousand nodes is not drawn anew because somebody looks at it.
     const auto setEnabledOption = [this](bool enabled) {
         if (m_isFilling || item() == nullptr)
             return;
         item()->setIsEnabled(enabled);
+        changeOthers([enabled](zoHPCTreeItem& other) {
+            const bool isChange = other.isEnabled() != enabled;
+            if (isChange)
+                other.setIsEnabled(enabled);
+            return isChange;
+        });
         emit changed();
     };
-    connect(m_ui->m_networkEnabled, &QCheckBox::toggled, this, setEnabledOption);
-    connect(m_ui->m_hostEnabled, &QCheckBox::toggled, this, setEnabledOption);
-    connect(m_ui->m_renderNode, &QCheckBox::toggled, this, [this](bool renderNode) {
+    connectBox(m_ui->m_encrypted, [this](bool encrypted) { setEncrypted(encrypted); });
+    connectBox(m_ui->m_networkEnabled, setEnabledOption);
+    connectBox(m_ui->m_hostEnabled, setEnabledOption);
+    connectBox(m_ui->m_renderNode, [this](bool renderNode) {
         if (m_isFilling || item() == nullptr)
             return;
         item()->setIsRenderNode(renderNode);
+        changeOthers([renderNode](zoHPCTreeItem& other) {
+            const bool isChange = other.isRenderNode() != renderNode;
+            other.setIsRenderNode(renderNode);
+            return isChange;
+        });
         emit changed();
     });
+}
+
+void zoHPCTreeEditGUIW::connectNames()
+{
+    // Told before the text is the name.
+    connect(m_ui->m_hostName, &QLineEdit::textEdited, this, [this] {
+        if (item() != nullptr && m_renameListener && !std::exchange(m_isNameTyped, true))
+            m_renameListener(item());
+    });
+    connect(m_ui->m_hostName, &QLineEdit::editingFinished, this, [this] { m_isNameTyped = false; });
     connect(m_ui->m_hostName, &QLineEdit::textChanged, this, [this](const QString& name) {
         if (item() == nullptr)
             return;
@@ -291,7 +396,13 @@ bool zoHPCTreeEditGUIW::write(const QString& option, const QString& value)
     const bool isChange = item()->getOption(option) != value;
     if (!m_isFilling || isChange)
         item()->setOption(option, value);
-    if (isChange)
+    const bool othersChanged = !m_isFilling && changeOthers([&](zoHPCTreeItem& other) {
+        const bool differs = other.getOption(option) != value;
+        if (differs)
+            other.setOption(option, value);
+        return differs;
+    });
+    if (isChange || othersChanged)
         emit changed();
     return true;
 }

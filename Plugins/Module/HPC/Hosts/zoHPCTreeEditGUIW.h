@@ -6,7 +6,9 @@
 #include <functional>
 #include <memory>
 #include <utility>
+#include <vector>
 
+class QCheckBox;
 class QComboBox;
 class Ui_zoHPCTreeEditGUIW;
 class zoHPCTreeItem;
@@ -33,6 +35,10 @@ public:
         std::function<void(zoHPCTreeItem* item, const QString& option, const QString& value)>;
     void setReplacementListener(ReplacementListener listener) { m_replacementListener = std::move(listener); }
 
+    // Called before a person's first key in the name of the node shown; again after the field was left.
+    using RenameListener = std::function<void(zoHPCTreeItem* node)>;
+    void setRenameListener(RenameListener listener) { m_renameListener = std::move(listener); }
+
     // While the widgets take the values of an item. What is announced then need not be a change.
     bool isShowingItem() const { return m_isFilling; }
     // Lets a person type the name of the item shown; nothing for an item without one.
@@ -44,6 +50,9 @@ public slots:
     // until somebody changes it. A widget that comes to show another value than before announces it as if a person had chosen
     // it: so listeners hear what a loaded document holds.
     void setItem(zoHPCTreeItem* item);
+    // What is changed here from now on, but names, is changed in all of these that are of the same kind as the item
+    // shown, if that is one of them. They are not owned; setItem() ends it.
+    void setSelection(const std::vector<zoHPCTreeItem*>& items);
 
     // A person changed a widget. Without an item these do nothing.
     void setNetworkType(int index);
@@ -72,8 +81,15 @@ signals:
 private:
     // Null before the first one, and when the one that was shown last is destroyed.
     zoHPCTreeItem* item() const { return m_watchedItem.lock().get(); }
+    template <class Change>
+    bool changeOthers(Change change);
+    void connectBox(QCheckBox* box, const std::function<void(bool on)>& change);
+    void showMixed(QCheckBox* box, bool (zoHPCTreeItem::*is)() const);
+    void showSelection();
     void fillComboRows();
     void connectWidgets();
+    void connectBoxes();
+    void connectNames();
     void showMaster();
     void showNetwork();
     void showNode();
@@ -84,6 +100,9 @@ private:
 
     std::unique_ptr<Ui_zoHPCTreeEditGUIW> m_ui;
     std::weak_ptr<zoHPCTreeItem> m_watchedItem;
+    std::vector<std::weak_ptr<zoHPCTreeItem>> m_others; // that change with it
     ReplacementListener m_replacementListener;
+    RenameListener m_renameListener;
+    bool m_isNameTyped = false; // somebody types the name, and was announced
     bool m_isFilling = false; // the widgets change because another item is shown
 };

@@ -7,7 +7,9 @@
 #include "zoHPCHostsTextWriter.h"
 #include "zoHPCKeys.h"
 #include "zoHPCNumberedName.h"
+#include "zoHPCTreeFilter.h"
 #include "zoHPCTreeItem.h"
+#include "zoHPCTreeWalk.h"
 #include "zoHPCWindowMemory.h"
 #include "zoText.h"
 
@@ -17,12 +19,15 @@
 #include <QCursor>
 #include <QEvent>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPointer>
 #include <QScopedValueRollback>
 #include <QStyle>
 #include <QTreeWidget>
 
+#include <algorithm>
+#include <set>
 #include <vector>
 
 namespace
@@ -63,16 +68,19 @@ zoHPCTreeGUIW::zoHPCTreeGUIW(QWidget* parent)
     m_ui->m_treeWidget->addTopLevelItem(m_master);
     updateRowHeight();
     expandAllParents();
+    createFilter();
     followHosts();
 
     connect(m_ui->m_treeWidget, &QTreeWidget::currentItemChanged, this, &zoHPCTreeGUIW::currentItemChanged);
+    connect(m_ui->m_treeWidget, &QTreeWidget::itemSelectionChanged, this, &zoHPCTreeGUIW::selectionChanged);
+    connect(m_ui->m_treeWidget, &zoHPCHostTreeWidget::nodesDropped, this, &zoHPCTreeGUIW::moveNodes);
     connect(m_ui->m_treeWidget, &QWidget::customContextMenuRequested, this,
             &zoHPCTreeGUIW::contextMenuRequested);
     connect(m_configAction, &QAction::triggered, this, &zoHPCTreeGUIW::editHosts);
     connect(m_addNetworkAction, &QAction::triggered, this, &zoHPCTreeGUIW::addNetwork);
     connect(m_addHostAction, &QAction::triggered, this, &zoHPCTreeGUIW::addHost);
-    connect(m_removeNetworkAction, &QAction::triggered, this, &zoHPCTreeGUIW::removeItem);
-    connect(m_removeHostAction, &QAction::triggered, this, &zoHPCTreeGUIW::removeItem);
+    connect(m_removeNetworkAction, &QAction::triggered, this, [this] { removeRows(Kind::Network); });
+    connect(m_removeHostAction, &QAction::triggered, this, [this] { removeRows(Kind::Node); });
 
     auto* keys = new zoHPCKeys(this);
     keys->add(m_ui->m_treeWidget, Qt::Key_Delete, [this] { removeByKey(); });
@@ -90,6 +98,45 @@ zoHPCTreeGUIW::~zoHPCTreeGUIW()
     m_hosts.reset(); // now, while the view of its rows is whole
 }
 
+void zoHPCTreeGUIW::createFilter()
+{
+    m_filter =
+        new zoHPCTreeFilter(m_ui->m_treeWidget, [](const QTreeWidgetItem& row) { return row.text(0); });
+    m_filter->setMatch([](const QTreeWidgetItem& row, const QString& word) {
+        return hasWord(static_cast<const zoHPCTreeItem&>(row), word.toLower());
+    });
+    m_filter->setCounts(
+        [](const QTreeWidgetItem& row) { return static_cast<const zoHPCTreeItem&>(row).isNode(); });
+    m_filter->setKeepsCurrentRow(true);
+    m_filter->field()->setPlaceholderText(tr("Filter networks and compute nodes"));
+    m_filter->field()->setToolTip(
+        tr("Shows the rows that have each of these words: a part of the name, or one of %1, or an option as "
+           "speed=10g")
+            .arg(QStringList{tr("disabled"), tr("running"), tr("display"), tr("gateway"), tr("encrypted")}
+                     .join(QLatin1String(", "))));
+    m_ui->m_layout->insertWidget(0, m_filter);
+    setTabOrder(m_filter->field(), m_ui->m_treeWidget);
+    setFocusProxy(m_ui->m_treeWidget);
+}
+
+bool zoHPCTreeGUIW::hasWord(const zoHPCTreeItem& item, const QString& word)
+{
+    const auto isWord = [&word](bool has, const QString& state) { return has && word == state.toLower(); };
+    if (isWord(!item.isEnabled(), tr("disabled")) || isWord(item.isRunning(), tr("running")) ||
+        isWord(item.isDisplayNode(), tr("display")) || isWord(item.isEncrypted(), tr("encrypted")) ||
+        isWord(item.isNode() && item.childCount() > 0, tr("gateway")))
+        return true;
+    const int equals = word.indexOf(QLatin1Char('='));
+    bool has = false;
+    item.forEachOption([&](const QString& name, const QString& value) {
+        const QString shown = value.toLower();
+        const bool isNamed = equals > 0 && name.toLower() == word.left(equals);
+        has =
+            has || (!shown.isEmpty() && shown == word) || (isNamed && shown.startsWith(word.mid(equals + 1)));
+    });
+    return has;
+}
+
 void zoHPCTreeGUIW::followHosts()
 {
     connect(m_hosts.get(), &zoHPCHostTree::aboutToReplaceItems, this, [this] {
@@ -97,7 +144,11 @@ void zoHPCTreeGUIW::followHosts()
         // Removing rows costs the number of expanded ones times their depth.
         m_ui->m_treeWidget->collapseAll();
     });
-    connect(m_hosts.get(), &zoHPCHostTree::itemsReplaced, this, &zoHPCTreeGUIW::expandAllParents);
+    connect(m_hosts.get(), &zoHPCHostTree::itemsReplaced, this, [this] {
+        expandAllParents();
+        if (m_filter->isOn())
+            m_filter->apply();
+    });
     connect(m_hosts.get(), &zoHPCHostTree::changed, this, &zoHPCTreeGUIW::changed);
     // Others may move and delete items.
     const QAbstractItemModel* rows = m_ui->m_treeWidget->model();
@@ -128,6 +179,19 @@ zoHPCTreeItem* zoHPCTreeGUIW::selectedItem() const
 void zoHPCTreeGUIW::setSelectedItem(zoHPCTreeItem* item)
 {
     m_ui->m_treeWidget->setCurrentItem(item);
+}
+
+std::vector<zoHPCTreeItem*> zoHPCTreeGUIW::selectedItems() const
+{
+    std::vector<zoHPCTreeItem*> items;
+    zoHPCTreeItem* const current = selectedItem();
+    if (current != nullptr && !current->isSelected())
+        return {current};
+    zoHPCTreeWalk::forEach(m_master, [&items](zoHPCTreeItem* item) {
+        if (item->isSelected())
+            items.push_back(item);
+    });
+    return items;
 }
 
 zoHPCTreeItem* zoHPCTreeGUIW::createMaster()
@@ -263,6 +327,7 @@ void zoHPCTreeGUIW::setIsRunning(bool running, const QList<QString>& hosts)
     m_addHostAction->setEnabled(!running);
     m_addNetworkAction->setEnabled(!running);
     m_removeHostAction->setEnabled(!running);
+    m_ui->m_treeWidget->setFixed(running);
     m_hosts->markRunning(running ? QStringList(hosts) : QStringList());
 }
 
@@ -282,6 +347,7 @@ void zoHPCTreeGUIW::currentItemChanged(QTreeWidgetItem* current, QTreeWidgetItem
     m_removeNetworkAction->setEnabled(item && item->isNetwork() && !m_running);
     m_removeHostAction->setEnabled(item && item->isNode() && !m_running);
     emit selectedItemChanged(item);
+    emit selectionChanged();
 }
 
 void zoHPCTreeGUIW::contextMenuRequested(const QPoint& position)
@@ -339,10 +405,74 @@ void zoHPCTreeGUIW::addNetwork()
 
 void zoHPCTreeGUIW::removeItem()
 {
-    zoHPCTreeItem* item = selectedItem();
-    if (!item || !item->getParent())
+    removeRows(Kind::Any);
+}
+
+void zoHPCTreeGUIW::removeRows(Kind kind)
+{
+    std::vector<zoHPCTreeItem*> rows;
+    std::set<const QTreeWidgetItem*> taken;
+    const std::vector<zoHPCTreeItem*> selected = selectedItems();
+    for (zoHPCTreeItem* item : selected) {
+        const bool isWanted = kind == Kind::Any || (kind == Kind::Node ? item->isNode() : item->isNetwork());
+        const QTreeWidgetItem* above = item->parent();
+        if (!isWanted || above == nullptr)
+            continue;
+        while (above != nullptr && taken.count(above) == 0)
+            above = above->parent();
+        if (above == nullptr) { // else it goes with what it is in
+            taken.insert(item);
+            rows.push_back(item);
+        }
+    }
+    if (rows.empty())
         return;
-    m_hosts->remove(item);
+    if (rows.size() == 1) {
+        m_hosts->remove(rows.front());
+    } else {
+        // Once, and not for each row that goes.
+        setSelectedItem(rowAfter(rows));
+        m_hosts->remove(rows);
+    }
+    if (m_filter->isOn())
+        m_filter->apply();
+    emit hostsChanged();
+}
+
+// Where a person is when these rows are gone: on the next one, the one before, or the one that they were in.
+zoHPCTreeItem* zoHPCTreeGUIW::rowAfter(const std::vector<zoHPCTreeItem*>& rows)
+{
+    zoHPCTreeItem* const last = rows.back();
+    zoHPCTreeItem* const parent = last->getParent();
+    const int place = parent->indexOfChild(last);
+    if (place + 1 < parent->childCount())
+        return static_cast<zoHPCTreeItem*>(parent->child(place + 1));
+    const std::set<const QTreeWidgetItem*> going(rows.cbegin(), rows.cend());
+    for (int row = place - 1; row >= 0; --row) {
+        if (going.count(parent->child(row)) == 0)
+            return static_cast<zoHPCTreeItem*>(parent->child(row));
+    }
+    return parent;
+}
+
+void zoHPCTreeGUIW::moveNodes(const std::vector<zoHPCTreeItem*>& nodes, zoHPCTreeItem* network, int row)
+{
+    if (m_running || nodes.empty())
+        return;
+    emit aboutToRename();
+    zoHPCTreeItem* const current = selectedItem();
+    m_hosts->moveNodes(nodes, network, row);
+    network->setExpanded(true);
+    setSelectedItem(std::find(nodes.cbegin(), nodes.cend(), current) == nodes.cend() ? nodes.front()
+                                                                                     : current);
+    for (zoHPCTreeItem* node : nodes) {
+        node->setSelected(true);
+        // A row that is taken out loses this.
+        for (zoHPCTreeItem* below : node->items()) {
+            node->setExpanded(true);
+            below->setExpanded(true);
+        }
+    }
     emit hostsChanged();
 }
 
@@ -353,7 +483,11 @@ void zoHPCTreeGUIW::removeByKey()
     // own.
     if (!item || m_running)
         return;
-    if (item->isNetwork())
+    const std::vector<zoHPCTreeItem*> rows = selectedItems();
+    const auto isOfKind = [item](const zoHPCTreeItem* row) { return row->isNode() == item->isNode(); };
+    if (!std::all_of(rows.cbegin(), rows.cend(), isOfKind))
+        removeItem();
+    else if (item->isNetwork())
         m_removeNetworkAction->trigger();
     else if (item->isNode())
         m_removeHostAction->trigger();
@@ -368,6 +502,7 @@ void zoHPCTreeGUIW::editHosts()
     dialog->setServersFileEditable(true);
     dialog->setServersFile(hostFile());
     dialog->setText(getHostsString());
+    dialog->setIsHostsText(true);
     const bool accepted = dialog->exec() == QDialog::Accepted;
     if (!dialog)
         return;

@@ -18,6 +18,7 @@ class QTreeWidgetItem;
 class Ui_zoHPCTreeGUIW;
 class zoHPCDocumentWriter;
 class zoHPCHostTree;
+class zoHPCTreeFilter;
 class zoHPCTreeItem;
 
 // The view of a host tree, which it owns: shows its items and lets people edit them. What reads, writes and
@@ -36,6 +37,10 @@ public:
     // The tree's current item, null when there is none.
     zoHPCTreeItem* selectedItem() const;
     void setSelectedItem(zoHPCTreeItem* item);
+    // All selected rows in the order of the tree; the current one alone when it is none of them.
+    std::vector<zoHPCTreeItem*> selectedItems() const;
+    // The box over the rows.
+    zoHPCTreeFilter* filter() const { return m_filter; }
 
     QAction* configAction() const { return m_configAction; }
     QAction* addNetworkAction() const { return m_addNetworkAction; }
@@ -104,12 +109,19 @@ public slots:
     void contextMenuRequested(const QPoint& position);
     void addHost();
     void addNetwork();
+    // All selected rows.
     void removeItem();
     void editHosts();
+    // Nodes, none below another, to a row of a network; they stay selected.
+    void moveNodes(const std::vector<zoHPCTreeItem*>& nodes, zoHPCTreeItem* network, int row);
 
 signals:
     void selectedItemChanged(zoHPCTreeItem* item);
+    // Which rows are selected, or which of them is the current one.
+    void selectionChanged();
     void hostsChanged();
+    // Nodes are about to come to other places, which numbers those of the same name anew.
+    void aboutToRename();
     // Something that a document holds changed here: a row, a name, an option, the hosts file or the booking.
     void changed();
 
@@ -118,13 +130,20 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void createFilter();
     void followHosts();
     void expandAllParents();
     void updateRowHeight();
     void setReadablePalette();
     void removeByKey();
+    enum class Kind { Any, Network, Node };
+    void removeRows(Kind kind);
+    static zoHPCTreeItem* rowAfter(const std::vector<zoHPCTreeItem*>& rows);
+    // In lower case, beside its text.
+    static bool hasWord(const zoHPCTreeItem& item, const QString& word);
 
     std::unique_ptr<Ui_zoHPCTreeGUIW> m_ui;
+    zoHPCTreeFilter* m_filter = nullptr;
     QAction* m_configAction = nullptr;
     QAction* m_addNetworkAction = nullptr;
     QAction* m_addHostAction = nullptr;

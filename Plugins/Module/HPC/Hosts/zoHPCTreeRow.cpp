@@ -2,11 +2,14 @@
 
 #include "zoHPCHostIcon.h"
 #include "zoHPCTreeContext.h"
+#include "zoText.h"
 
 #include <QBrush>
+#include <QCoreApplication>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QPalette>
+#include <QStringList>
 
 static_assert(sizeof(void*) != 8 || sizeof(zoHPCTreeRow) <= sizeof(QTreeWidgetItem) + sizeof(void*),
               "the bits lie in the padding of the base class");
@@ -37,8 +40,32 @@ QVariant zoHPCTreeRow::data(int column, int role) const
             const QPalette palette = m_context ? m_context->palette() : QGuiApplication::palette();
             return palette.brush(m_lookEnabled ? QPalette::Text : QPalette::Light);
         }
+        if (role == Qt::AccessibleDescriptionRole || role == Qt::ToolTipRole) {
+            const QString state = stateText();
+            const bool isTip = role == Qt::ToolTipRole && !state.isEmpty();
+            return isTip ? QString(text(0) + zoText(": ") + state) : state;
+        }
     }
     return QTreeWidgetItem::data(column, role);
+}
+
+QString zoHPCTreeRow::stateText() const
+{
+    QStringList words;
+    const auto add = [&words](bool is, const char* word) {
+        if (is)
+            words << QCoreApplication::translate("zoHPCTreeGUIW", word); // the view's words
+    };
+    if (!m_lookTaken)
+        return {};
+    add(!m_lookEnabled, QT_TRANSLATE_NOOP("zoHPCTreeGUIW", "disabled"));
+    if (m_lookHasIcon) {
+        add(m_lookRunning, QT_TRANSLATE_NOOP("zoHPCTreeGUIW", "running"));
+        add(m_lookKind == zoHPCHostIcon::DisplayNode, QT_TRANSLATE_NOOP("zoHPCTreeGUIW", "display"));
+        add(m_lookEnabled && m_lookEncrypted, QT_TRANSLATE_NOOP("zoHPCTreeGUIW", "encrypted"));
+        add(m_lookEnabled && m_lookNoRender, QT_TRANSLATE_NOOP("zoHPCTreeGUIW", "not for raytracing"));
+    }
+    return words.join(zoText(", "));
 }
 
 void zoHPCTreeRow::setData(int column, int role, const QVariant& value)

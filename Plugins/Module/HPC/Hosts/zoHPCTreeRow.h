@@ -17,6 +17,9 @@ public:
     QVariant data(int column, int role) const override;
     void setData(int column, int role, const QVariant& value) override;
 
+    // What its picture says, in words: "running, encrypted". Empty for a row that is as most are.
+    QString stateText() const;
+
     zoHPCTreeContext* context() const { return m_context; }
 
 protected:

@@ -251,10 +251,20 @@ void zoHPC::toggleCluster(bool on)
 {
     // What counts is what runs, not how the button looks.
     Q_UNUSED(on)
+    if (m_isShowingState)
+        return;
     if (m_clusterService && m_clusterService->isRunning())
         m_clusterService->stop();
     else
         startCluster();
+    // Also after a start that failed, of which no signal tells.
+    showToggleState(m_clusterService && m_clusterService->isRunning());
+}
+
+void zoHPC::showToggleState(bool running)
+{
+    const QScopedValueRollback<bool> showing(m_isShowingState, true);
+    m_toggleAction->setChecked(running);
 }
 
 void zoHPC::setFoundMultipleServers(const QString& nodes)
@@ -299,6 +309,7 @@ void zoHPC::setFoundNotEnoughMemory(const QString& nodes)
 void zoHPC::setRunning(bool running)
 {
     const QStringList nodes = m_clusterService ? m_clusterService->runningNodes() : QStringList();
+    showToggleState(running);
     if (!m_mainWindow)
         return;
     m_mainWindow->setStartEnabled(!running);

@@ -54,6 +54,7 @@ private:
     void connectClusterService();
     bool startOnce();
     bool mayTryAgain(int attempts) const;
+    void showToggleState(bool running);
 
     static zoHPC* s_instance;
 
@@ -64,6 +65,7 @@ private:
     QAction* m_toggleAction = nullptr;
     QString m_sessionConfig; // what the service has, as the window writes it
     bool m_starting = false;
+    bool m_isShowingState = false; // the toggle action follows the session: nobody asks for anything
     bool m_retryRequested = false;
     bool m_forwardConfigChanges = true;
 };

@@ -53,6 +53,14 @@ void zoHPCConnectGUIW::clickedAbort()
     abortConnecting();
 }
 
+// Esc, or whatever closes windows: an attempt that nobody sees any more could not be aborted. The overlay stays
+// until the service tells that it is over.
+void zoHPCConnectGUIW::reject()
+{
+    if (m_ui->m_abortButton->isEnabled())
+        clickedAbort();
+}
+
 void zoHPCConnectGUIW::setAbortEnabled(bool enabled)
 {
     Q_UNUSED(enabled)

@@ -24,6 +24,8 @@ public slots:
     void setProgress(const QString& text, int value);
     void setFinished();
     void clickedAbort();
+    // Esc aborts, too. The overlay stays until the service tells that the attempt is over.
+    void reject() override;
     // Abandons the connection attempt whatever the argument says; hosts rely on it as a second way to abort.
     void setAbortEnabled(bool enabled); // for hosts and tests
 

@@ -11,6 +11,7 @@
 #include "zoHPCKeys.h"
 #include "zoHPCLayout.h"
 #include "zoHPCManualPages.h"
+#include "zoHPCRenderNodes.h"
 #include "zoHPCReview.h"
 #include "zoHPCStatusPane.h"
 #include "zoHPCTextLog.h"
@@ -18,8 +19,6 @@
 #include "zoHPCTreeGUIW.h"
 #include "zoHPCTreeItem.h"
 #include "zoHPCUndo.h"
-#include "zoHPCUniqueNames.h"
-#include "zoHPCWindowItem.h"
 #include "zoHPCWindowMemory.h"
 #include "zoText.h"
 
@@ -32,13 +31,13 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QScopedValueRollback>
-#include <QSet>
 #include <QSignalBlocker>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTreeWidget>
 #include <QWindow>
 
+#include <QZOCollapsibleFrame.h>
 #include <QZOToolBar.h>
 #include <zoIconManager.h>
 
@@ -70,6 +69,7 @@ zoHPCGUIW::zoHPCGUIW(QWidget* parent, const QString& name)
     setProperty("manualPages", zoHPCManualPages::byObjectName());
     m_tree = new zoHPCTreeGUIW;
     m_editor = new zoHPCTreeEditGUIW;
+    m_renderNodes = std::make_unique<zoHPCRenderNodes>(m_tree->hosts(), &m_displayEditor->setup());
 
     createActions();
     createMenus();
@@ -79,6 +79,8 @@ zoHPCGUIW::zoHPCGUIW(QWidget* parent, const QString& name)
 
     m_editor->setItem(m_tree->selectedItem());
     connect(m_tree, SIGNAL(selectedItemChanged(zoHPCTreeItem*)), m_editor, SLOT(setItem(zoHPCTreeItem*)));
+    connect(m_tree, &zoHPCTreeGUIW::selectionChanged, m_editor,
+            [this] { m_editor->setSelection(m_tree->selectedItems()); });
     setAdvanced(false);
 
     createKeys();
@@ -90,6 +92,9 @@ zoHPCGUIW::zoHPCGUIW(QWidget* parent, const QString& name)
         });
     connect(m_tree, SIGNAL(hostsChanged()), this, SLOT(updateDisplayState()));
     connect(m_editor, SIGNAL(hostChanged()), this, SLOT(updateDisplayState()));
+    // Before names change: the windows of a node go on naming it.
+    connect(m_tree, &zoHPCTreeGUIW::aboutToRename, this, [this] { m_renderNodes->remember(); });
+    m_editor->setRenameListener([this](zoHPCTreeItem* node) { m_renderNodes->beginRename(node); });
     m_displayEditor->setHostTree(m_tree);
     connect(m_displayEditor, SIGNAL(displayChanged()), this, SLOT(updateDisplayState()));
     connect(m_displayEditor, SIGNAL(displayChanged()), this, SIGNAL(displayPropertiesChanged()));
@@ -156,6 +161,18 @@ void zoHPCGUIW::createKeys()
     keys->add(m_stopAction, int(Qt::SHIFT) | Qt::Key_F5);
     // As in other trees; here the name has a field of its own.
     keys->add(m_tree->master()->treeWidget(), Qt::Key_F2, [this] { m_editor->editName(); });
+    // And back. On a title, Return folds.
+    const auto toTree = [this] { m_tree->master()->treeWidget()->setFocus(Qt::ShortcutFocusReason); };
+    const QList<QWidget*> fields = m_editor->findChildren<QWidget*>();
+    for (QWidget* field : fields) {
+        if ((field->focusPolicy() & Qt::TabFocus) == 0)
+            continue;
+        keys->add(field, Qt::Key_Escape, toTree);
+        if (qobject_cast<QZOCollapsibleFrame*>(field) != nullptr)
+            continue;
+        keys->add(field, Qt::Key_Return, toTree);
+        keys->add(field, Qt::Key_Enter, toTree);
+    }
 }
 
 void zoHPCGUIW::createUndo()
@@ -339,32 +356,8 @@ void zoHPCGUIW::displaySetup()
 
 void zoHPCGUIW::updateDisplayState()
 {
-    if (m_isReplacing)
-        return;
-    const std::vector<zoHPCTreeItem*> nodes = m_tree->getNodeItems();
-
-    std::vector<const QString*> hostNames;
-    hostNames.reserve(nodes.size());
-    for (const zoHPCTreeItem* node : nodes)
-        hostNames.push_back(&node->hostName());
-    const zoHPCUniqueNames names(std::move(hostNames));
-    for (size_t i = 0; i < nodes.size(); ++i)
-        nodes[i]->setUniqueHostName(names.name(i));
-
-    std::vector<bool> isDisplayNode(nodes.size(), false);
-    QSet<QString> numbered; // what can only be the name of one of several nodes, or of none
-    const QList<zoHPCWindowItem*> windows = m_displayEditor->getWindowItems();
-    for (const zoHPCWindowItem* window : windows) {
-        const QString renderNode = window->renderNode();
-        const size_t node = names.find(renderNode);
-        if (node < nodes.size() && !names.isNumbered(node))
-            isDisplayNode[node] = true;
-        numbered.insert(renderNode);
-    }
-    for (size_t i = 0; i < nodes.size(); ++i)
-        nodes[i]->markDisplayNode(isDisplayNode[i] ||
-                                  (names.isNumbered(i) && numbered.contains(nodes[i]->uniqueHostName())));
-    m_tree->master()->refreshLooks(zoHPCTreeItem::Refresh::Due);
+    if (!m_isReplacing)
+        m_renderNodes->update();
 }
 
 QString zoHPCGUIW::getConfigString()

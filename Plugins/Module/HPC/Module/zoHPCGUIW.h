@@ -14,6 +14,7 @@ class QAction;
 class Ui_zoHPCGUIW;
 class zoHPCConfigEditGUIW;
 class zoHPCDisplayGUII;
+class zoHPCRenderNodes;
 class zoHPCStatusPane;
 class zoHPCTreeEditGUIW;
 class zoHPCTreeGUIW;
@@ -174,6 +175,7 @@ private:
     zoHPCTreeEditGUIW* m_editor = nullptr;
     zoHPCDisplayGUII* m_displayEditor = nullptr;
     zoHPCUndo* m_undo = nullptr;
+    std::unique_ptr<zoHPCRenderNodes> m_renderNodes;
     zoHPCConfigurationFiles m_files;
     QString m_lastConfig;                   // the text last built, read or applied
     bool m_isReplacing = false;             // tree and displays are being replaced

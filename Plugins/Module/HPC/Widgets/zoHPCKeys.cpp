@@ -67,8 +67,10 @@ void zoHPCKeys::add(QWidget* focus, const QKeySequence& key, std::function<void(
 void zoHPCKeys::takeFromFields()
 {
     const QList<QLineEdit*> lines = m_owner->findChildren<QLineEdit*>();
-    for (QLineEdit* line : lines)
-        line->installEventFilter(this);
+    for (QLineEdit* line : lines) {
+        if (!line->property("keepsOwnUndo").toBool())
+            line->installEventFilter(this);
+    }
     const QList<QAbstractSpinBox*> numbers = m_owner->findChildren<QAbstractSpinBox*>();
     for (QAbstractSpinBox* number : numbers)
         number->installEventFilter(this);

@@ -31,7 +31,7 @@ public:
     // While `focus` has the focus. A view that would search its rows for the key does not get it.
     void add(QWidget* focus, const QKeySequence& key, std::function<void()> run);
     // Text fields would take some of the keys for themselves, as for the undo of their own: those that are there now
-    // leave them to the window.
+    // leave them to the window, except those with the property "keepsOwnUndo".
     void takeFromFields();
 
 protected:

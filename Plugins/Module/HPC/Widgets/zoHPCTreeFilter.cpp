@@ -1,5 +1,7 @@
 #include "zoHPCTreeFilter.h"
 
+#include "zoText.h"
+
 #include <QHBoxLayout>
 #include <QItemSelectionModel>
 #include <QKeyEvent>
@@ -46,7 +48,11 @@ zoHPCTreeFilter::zoHPCTreeFilter(QTreeWidget* tree, const Text& text, QWidget* p
     m_field->setPlaceholderText(tr("Filter"));
     m_field->setClearButtonEnabled(true);
     m_field->setToolTip(tr("Shows only rows in which all of these words are found (Ctrl+F)"));
+    m_field->setObjectName(zoText("m_filter"));
+    m_field->setAccessibleName(tr("Filter"));
+    m_field->setProperty("keepsOwnUndo", true); // what is typed here is no part of the configuration
     m_field->installEventFilter(this);
+    m_count->setObjectName(zoText("m_filterCount"));
     m_count->hide();
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -93,14 +99,23 @@ void zoHPCTreeFilter::apply()
         if (row.words != all) {
             const QString text = m_text(*row.item);
             for (int word = 0; word < m_words.size(); ++word) {
-                if (text.contains(m_words.at(word), Qt::CaseInsensitive))
+                if (hasWord(*row.item, text, m_words.at(word)))
                     row.words |= 1U << unsigned(word);
             }
         }
         row.isShown = row.words == all || row.item == kept;
     }
-    const int found =
-        int(std::count_if(rows.begin(), rows.end(), [](const Row& row) { return row.isShown; }));
+    const auto isFound = [this, all](const Row& row) { return row.words == all && isCounted(*row.item); };
+    const auto first = std::find_if(rows.begin(), rows.end(), isFound);
+    const auto count = [&rows](auto claim) { return int(std::count_if(rows.begin(), rows.end(), claim)); };
+    const int found = count([this](const Row& row) { return row.isShown && isCounted(*row.item); });
+    if (m_keepsCurrentRow && isOn() && !rows.empty()) {
+        rows.front().isWay = true;
+        const auto isCurrent = [this](const Row& row) { return row.item == m_tree->currentItem(); };
+        const auto current = std::find_if(rows.begin(), rows.end(), isCurrent);
+        if (current == rows.end() || !current->isShown)
+            m_tree->setCurrentItem(first == rows.end() ? rows.front().item : first->item);
+    }
     for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
         if ((row->isShown || row->isWay) && row->parent >= 0)
             rows[std::size_t(row->parent)].isWay = true;
@@ -113,7 +128,12 @@ void zoHPCTreeFilter::apply()
             row.item->setExpanded(true);
     }
     letGoOfHiddenRows();
-    showCount(found, int(rows.size()));
+    showCount(found, count([this](const Row& row) { return isCounted(*row.item); }));
+}
+
+bool zoHPCTreeFilter::hasWord(const QTreeWidgetItem& row, const QString& text, const QString& word) const
+{
+    return text.contains(word, Qt::CaseInsensitive) || (m_match && m_match(row, word));
 }
 
 // What nobody sees must not be changed with what is selected.
@@ -155,9 +175,12 @@ bool zoHPCTreeFilter::eventFilter(QObject* watched, QEvent* event)
     // The first Esc belongs to the words, the next one to the window.
     if (key == Qt::Key_Escape && !m_field->text().isEmpty()) {
         m_field->clear();
+        if (m_keepsCurrentRow)
+            m_tree->setFocus(Qt::OtherFocusReason);
         return true;
     }
-    if (key == Qt::Key_Down) {
+    if (key == Qt::Key_Down ||
+        (m_keepsCurrentRow && (key == Qt::Key_Return || key == Qt::Key_Enter))) {
         m_tree->setFocus(Qt::OtherFocusReason);
         return true;
     }

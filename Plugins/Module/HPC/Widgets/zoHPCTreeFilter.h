@@ -27,6 +27,16 @@ public:
     zoHPCTreeFilter(QTreeWidget* tree, const Text& text, QWidget* parent = nullptr);
     ~zoHPCTreeFilter() override;
 
+    // What else a row is found by: whether it has the word.
+    using Match = std::function<bool(const QTreeWidgetItem& row, const QString& word)>;
+    void setMatch(const Match& match) { m_match = match; }
+    // Which rows are counted; all without it.
+    using Counts = std::function<bool(const QTreeWidgetItem& row)>;
+    void setCounts(const Counts& counts) { m_counts = counts; }
+    // For a tree that always has a current row: the first counted row that is found becomes current where the current
+    // one is not, or the top row, which is never hidden; and Return goes to the tree, as Esc does.
+    void setKeepsCurrentRow(bool keeps) { m_keepsCurrentRow = keeps; }
+
     QLineEdit* field() const { return m_field; }
     bool isOn() const { return !m_words.isEmpty(); }
 
@@ -40,11 +50,16 @@ protected:
 private:
     void changeWords();
     void keepRows();
+    bool isCounted(const QTreeWidgetItem& row) const { return !m_counts || m_counts(row); }
+    bool hasWord(const QTreeWidgetItem& row, const QString& text, const QString& word) const;
     void letGoOfHiddenRows();
     void showCount(int shown, int all);
 
     QTreeWidget* m_tree; // not owned
     Text m_text;
+    Match m_match;
+    Counts m_counts;
+    bool m_keepsCurrentRow = false;
     QStringList m_words;
     QLineEdit* m_field;
     QLabel* m_count;

@@ -6,6 +6,8 @@
 #include <QScrollBar>
 #include <QTreeWidget>
 
+#include <algorithm>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -32,6 +34,46 @@ QModelIndex indexOf(const QTreeWidget& tree, const Path& path)
     return index;
 }
 
+// Selected rows that stand one after the other.
+struct Rows
+{
+    Path parent;
+    int first;
+    int last;
+};
+
+QDataStream& operator<<(QDataStream& stream, const Rows& rows)
+{
+    return stream << rows.parent << rows.first << rows.last;
+}
+
+QDataStream& operator>>(QDataStream& stream, Rows& rows)
+{
+    return stream >> rows.parent >> rows.first >> rows.last;
+}
+
+// Empty when there is but one, as mostly: it is the current one.
+QVector<Rows> selectedRows(const QTreeWidget& tree)
+{
+    QVector<Rows> all;
+    const QItemSelection selection = tree.selectionModel()->selection();
+    if (selection.size() == 1 && selection.first().height() == 1)
+        return all;
+    for (const QItemSelectionRange& range : selection)
+        all.append({pathOf(range.parent()), range.top(), range.bottom()});
+    std::sort(all.begin(), all.end(), [](const Rows& left, const Rows& right) {
+        return std::tie(left.parent, left.first) < std::tie(right.parent, right.first);
+    });
+    QVector<Rows> merged;
+    for (const Rows& rows : qAsConst(all)) {
+        if (!merged.isEmpty() && merged.last().parent == rows.parent && merged.last().last + 1 == rows.first)
+            merged.last().last = rows.last;
+        else
+            merged.append(rows);
+    }
+    return merged;
+}
+
 // The rows that have children, each before those below it.
 template <class Visit>
 void forEachParent(const QTreeWidget& tree, Visit visit)
@@ -49,6 +91,19 @@ void forEachParent(const QTreeWidget& tree, Visit visit)
         }
     }
 }
+void select(const QTreeWidget& tree, const QVector<Rows>& all)
+{
+    QItemSelection selection;
+    for (const Rows& rows : all) {
+        const QModelIndex parent = indexOf(tree, rows.parent);
+        const int last = qMin(rows.last, tree.model()->rowCount(parent) - 1);
+        if ((rows.parent.isEmpty() || parent.isValid()) && rows.first <= last)
+            selection.select(tree.model()->index(rows.first, 0, parent),
+                             tree.model()->index(last, 0, parent));
+    }
+    if (!selection.isEmpty())
+        tree.selectionModel()->select(selection, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+}
 } // namespace
 
 QByteArray zoHPCTreePlace::of(const QTreeWidget& tree)
@@ -65,7 +120,8 @@ QByteArray zoHPCTreePlace::of(const QTreeWidget& tree)
     QDataStream stream(&place, QIODevice::WriteOnly);
     const QModelIndex current = tree.currentIndex();
     stream << pathOf(current) << tree.selectionModel()->isSelected(current) << expanded
-           << qint32(tree.verticalScrollBar()->value()) << qint32(tree.horizontalScrollBar()->value());
+           << qint32(tree.verticalScrollBar()->value()) << qint32(tree.horizontalScrollBar()->value())
+           << selectedRows(tree);
     return place;
 }
 
@@ -86,7 +142,8 @@ void zoHPCTreePlace::restore(QTreeWidget& tree, const QByteArray& place)
     QBitArray expanded;
     qint32 vertical = 0;
     qint32 horizontal = 0;
-    stream >> current >> isSelected >> expanded >> vertical >> horizontal;
+    QVector<Rows> selected;
+    stream >> current >> isSelected >> expanded >> vertical >> horizontal >> selected;
     if (stream.status() != QDataStream::Ok)
         return;
     int count = 0;
@@ -102,6 +159,7 @@ void zoHPCTreePlace::restore(QTreeWidget& tree, const QByteArray& place)
                                                              : QItemSelectionModel::NoUpdate);
     if (!isSelected)
         tree.clearSelection();
+    select(tree, selected);
     tree.setAutoScroll(keepsAutoScroll);
     // The bars know their ranges once rows have their places.
     tree.doItemsLayout();

@@ -4,7 +4,7 @@
 
 class QTreeWidget;
 
-// Where a person is in a tree: the current row, which rows are expanded, and how far it is scrolled.
+// Where a person is in a tree: the current row, which rows are selected and expanded, and how far it is scrolled.
 class zoHPCTreePlace final
 {
 public:
