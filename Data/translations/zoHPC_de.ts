@@ -243,6 +243,38 @@ auch wenn die Server dann instabil sein können?</translation>
         <source>List of compute nodes</source>
         <translation>Liste der Rechenknoten</translation>
     </message>
+    <message>
+        <source>There is no file %1</source>
+        <translation>Es gibt keine Datei %1</translation>
+    </message>
+    <message>
+        <source>Unable to read %1: %2</source>
+        <translation>%1 kann nicht gelesen werden: %2</translation>
+    </message>
+    <message>
+        <source>%1 is no text in UTF-8</source>
+        <translation>%1 ist kein Text in UTF-8</translation>
+    </message>
+    <message>
+        <source>The file takes the place of the text: %1</source>
+        <translation>Die Datei tritt an die Stelle des Textes: %1</translation>
+    </message>
+    <message>
+        <source>Choose another file, or empty the field to use the text.</source>
+        <translation>Wählen Sie eine andere Datei, oder leeren Sie das Feld, damit der Text gilt.</translation>
+    </message>
+    <message>
+        <source>Line %1, column %2</source>
+        <translation>Zeile %1, Spalte %2</translation>
+    </message>
+    <message>
+        <source>Write it so</source>
+        <translation>So schreiben</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>und %1 weitere</translation>
+    </message>
 </context>
 <context>
     <name>zoHPCConnectGUIW</name>
@@ -1193,6 +1225,42 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>&quot;-&quot; fills nothing: it does not stand between two hosts</source>
         <translation>„-“ füllt nichts auf: es steht nicht zwischen zwei Rechnern</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCHostsSummary</name>
+    <message>
+        <source>&quot;%1&quot; is left out; write &quot;%2&quot;</source>
+        <translation>&quot;%1&quot; wird ausgelassen; schreiben Sie &quot;%2&quot;</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; reads as the one node &quot;%2&quot;; write &quot;%3&quot;</source>
+        <translation>&quot;%1&quot; wird als der eine Knoten &quot;%2&quot; gelesen; schreiben Sie &quot;%3&quot;</translation>
+    </message>
+    <message>
+        <source>No nodes</source>
+        <translation>Keine Knoten</translation>
+    </message>
+    <message>
+        <source>1 node</source>
+        <translation>1 Knoten</translation>
+    </message>
+    <message>
+        <source>%1 nodes</source>
+        <translation>%1 Knoten</translation>
+    </message>
+    <message>
+        <source>%1 in %2 networks</source>
+        <comment>nodes</comment>
+        <translation>%1 in %2 Netzwerken</translation>
+    </message>
+    <message>
+        <source>%1, 1 gateway</source>
+        <translation>%1, 1 Gateway</translation>
+    </message>
+    <message>
+        <source>%1, %2 gateways</source>
+        <translation>%1, %2 Gateways</translation>
     </message>
 </context>
 <context>
@@ -2965,27 +3033,12 @@ auch wenn die Server dann instabil sein können?</translation>
         <translation>Filter</translation>
     </message>
     <message>
-        <source>Shows the rows that have each of these words</source>
-        <translation>Zeigt die Zeilen, die jedes dieser Wörter haben</translation>
-    </message>
-    <message>
         <source>%1 of %2</source>
         <translation>%1 von %2</translation>
-    </message>
-</context>
-<context>
-    <name>zoHPCTreeFilter</name>
-    <message>
-        <source>Filter</source>
-        <translation>Filter</translation>
     </message>
     <message>
         <source>Shows only rows in which all of these words are found (Ctrl+F)</source>
         <translation>Zeigt nur Zeilen, in denen alle diese Wörter vorkommen (Strg+F)</translation>
-    </message>
-    <message>
-        <source>%1 of %2</source>
-        <translation>%1 von %2</translation>
     </message>
 </context>
 <context>

@@ -401,9 +401,12 @@ void tst_zoHPCConfigEditGUIW::fileThatIsNotThereKeepsTheTyped_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("told");
-    QTest::newRow("none") << "no-such-file" << "There is no file";
-    QTest::newRow("folder") << "cluster" << "Unable to read";
-    QTest::newRow("no-text") << "binary" << "no text in UTF-8";
+    QTest::newRow("none") << "no-such-file"
+                          << "There is no file";
+    QTest::newRow("folder") << "cluster"
+                            << "Unable to read";
+    QTest::newRow("no-text") << "binary"
+                             << "no text in UTF-8";
 }
 
 void tst_zoHPCConfigEditGUIW::fileThatIsNotThereKeepsTheTyped()

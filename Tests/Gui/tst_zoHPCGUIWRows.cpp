@@ -303,8 +303,7 @@ void tst_zoHPCGUIWRows::renamedNodeKeepsItsWindows()
 void tst_zoHPCGUIWRows::renameOverTheNameOfAnotherKeepsBoth()
 {
     type("a", QStringLiteral("b"));
-    QCOMPARE(renderNodes(),
-             (QStringList{QStringLiteral("b 1"), QStringLiteral("b"), QStringLiteral("b 1")}));
+    QCOMPARE(renderNodes(), (QStringList{QStringLiteral("b 1"), QStringLiteral("b"), QStringLiteral("b 1")}));
 
     QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("2"));
 

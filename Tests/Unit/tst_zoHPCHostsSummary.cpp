@@ -26,16 +26,26 @@ void tst_zoHPCHostsSummary::countsAreThoseOfTheTree_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("counts");
 
-    QTest::newRow("empty") << "" << "No nodes";
-    QTest::newRow("blank") << " \n" << "No nodes";
-    QTest::newRow("one") << "a" << "1 node";
-    QTest::newRow("range") << "n01 - n24" << "24 nodes";
-    QTest::newRow("gateway") << "gw { n01 - n23 }" << "24 nodes in 2 networks, 1 gateway";
-    QTest::newRow("two-gateways") << "gw1 { a } gw2 { b }" << "4 nodes in 3 networks, 2 gateways";
-    QTest::newRow("two-networks") << "{ a b } { c }" << "3 nodes in 2 networks";
-    QTest::newRow("brackets") << "n[01-24]" << "1 node"; // as the tree reads it
-    QTest::newRow("range-that-fills-nothing") << "n1 - m5" << "2 nodes";
-    QTest::newRow("open-brace") << "{ a b" << "2 nodes";
+    QTest::newRow("empty") << ""
+                           << "No nodes";
+    QTest::newRow("blank") << " \n"
+                           << "No nodes";
+    QTest::newRow("one") << "a"
+                         << "1 node";
+    QTest::newRow("range") << "n01 - n24"
+                           << "24 nodes";
+    QTest::newRow("gateway") << "gw { n01 - n23 }"
+                             << "24 nodes in 2 networks, 1 gateway";
+    QTest::newRow("two-gateways") << "gw1 { a } gw2 { b }"
+                                  << "4 nodes in 3 networks, 2 gateways";
+    QTest::newRow("two-networks") << "{ a b } { c }"
+                                  << "3 nodes in 2 networks";
+    QTest::newRow("brackets") << "n[01-24]"
+                              << "1 node"; // as the tree reads it
+    QTest::newRow("range-that-fills-nothing") << "n1 - m5"
+                                              << "2 nodes";
+    QTest::newRow("open-brace") << "{ a b"
+                                << "2 nodes";
 }
 
 void tst_zoHPCHostsSummary::countsAreThoseOfTheTree()
@@ -61,16 +71,26 @@ void tst_zoHPCHostsSummary::bracketFormIsNamedWithItsText_data()
     QTest::addColumn<QString>("word");
     QTest::addColumn<QString>("replacement");
 
-    QTest::newRow("range") << "n[01-24]" << 0 << "n[01-24]" << "n01 - n24";
-    QTest::newRow("behind-others") << "gw, n[1-3] x" << 4 << "n[1-3]" << "n1 - n3";
-    QTest::newRow("two") << "n[1-2]" << 0 << "n[1-2]" << "n1 n2";
-    QTest::newRow("list") << "n[1-3,7,9-12]" << 0 << "n[1-3,7,9-12]" << "n1 - n3 n7 n9 - n12";
-    QTest::newRow("step") << "n[1-5/2]" << 0 << "n[1-5/2]" << "n1 n3 n5";
-    QTest::newRow("number-in-the-middle") << "n[1-3]-ib" << 0 << "n[1-3]-ib" << "n1-ib n2-ib n3-ib";
-    QTest::newRow("two-brackets") << "r[1-2]n[1-3]" << 0 << "r[1-2]n[1-3]" << "r1n1 - r1n3 r2n1 - r2n3";
-    QTest::newRow("in-braces") << "gw { n[1-3] }" << 5 << "n[1-3]" << "n1 - n3";
-    QTest::newRow("options") << "gw[rt=0]" << -1 << "" << "";
-    QTest::newRow("none") << "n1 - n3" << -1 << "" << "";
+    QTest::newRow("range") << "n[01-24]" << 0 << "n[01-24]"
+                           << "n01 - n24";
+    QTest::newRow("behind-others") << "gw, n[1-3] x" << 4 << "n[1-3]"
+                                   << "n1 - n3";
+    QTest::newRow("two") << "n[1-2]" << 0 << "n[1-2]"
+                         << "n1 n2";
+    QTest::newRow("list") << "n[1-3,7,9-12]" << 0 << "n[1-3,7,9-12]"
+                          << "n1 - n3 n7 n9 - n12";
+    QTest::newRow("step") << "n[1-5/2]" << 0 << "n[1-5/2]"
+                          << "n1 n3 n5";
+    QTest::newRow("number-in-the-middle") << "n[1-3]-ib" << 0 << "n[1-3]-ib"
+                                          << "n1-ib n2-ib n3-ib";
+    QTest::newRow("two-brackets") << "r[1-2]n[1-3]" << 0 << "r[1-2]n[1-3]"
+                                  << "r1n1 - r1n3 r2n1 - r2n3";
+    QTest::newRow("in-braces") << "gw { n[1-3] }" << 5 << "n[1-3]"
+                               << "n1 - n3";
+    QTest::newRow("options") << "gw[rt=0]" << -1 << ""
+                             << "";
+    QTest::newRow("none") << "n1 - n3" << -1 << ""
+                          << "";
 }
 
 void tst_zoHPCHostsSummary::bracketFormIsNamedWithItsText()

@@ -107,11 +107,12 @@ void zoHPCHostsSummary::noteBrackets(const QString& text)
             // What is wrong in the brackets is told as such.
             if (!brackets.hasError()) {
                 const QString read = zoHPCHostsText::hostName(word);
-                m_notes.push_back({begin, next - begin,
-                                   read.isEmpty() ? tr("\"%1\" is left out; write \"%2\"").arg(word, names)
-                                                  : tr("\"%1\" reads as the one node \"%2\"; write \"%3\"")
-                                                        .arg(word, read, names),
-                                   names});
+                m_notes.push_back(
+                    {begin, next - begin,
+                     read.isEmpty()
+                         ? tr("\"%1\" is left out; write \"%2\"").arg(word, names)
+                         : tr("\"%1\" reads as the one node \"%2\"; write \"%3\"").arg(word, read, names),
+                     names});
             }
         }
         bracket = text.indexOf(QLatin1Char('['), next);
@@ -134,7 +135,9 @@ QString zoHPCHostsSummary::counts() const
 
 int zoHPCHostsSummary::line(const QString& text, int offset)
 {
-    return int(std::count(text.cbegin(), text.cbegin() + std::min(offset, int(text.size())), QLatin1Char('\n'))) + 1;
+    return int(std::count(text.cbegin(), text.cbegin() + std::min(offset, int(text.size())),
+                          QLatin1Char('\n'))) +
+           1;
 }
 
 int zoHPCHostsSummary::column(const QString& text, int offset)

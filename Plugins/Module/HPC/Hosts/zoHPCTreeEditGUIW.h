@@ -104,5 +104,5 @@ private:
     ReplacementListener m_replacementListener;
     RenameListener m_renameListener;
     bool m_isNameTyped = false; // somebody types the name, and was announced
-    bool m_isFilling = false; // the widgets change because another item is shown
+    bool m_isFilling = false;   // the widgets change because another item is shown
 };

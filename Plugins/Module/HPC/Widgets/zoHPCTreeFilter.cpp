@@ -179,8 +179,7 @@ bool zoHPCTreeFilter::eventFilter(QObject* watched, QEvent* event)
             m_tree->setFocus(Qt::OtherFocusReason);
         return true;
     }
-    if (key == Qt::Key_Down ||
-        (m_keepsCurrentRow && (key == Qt::Key_Return || key == Qt::Key_Enter))) {
+    if (key == Qt::Key_Down || (m_keepsCurrentRow && (key == Qt::Key_Return || key == Qt::Key_Enter))) {
         m_tree->setFocus(Qt::OtherFocusReason);
         return true;
     }
