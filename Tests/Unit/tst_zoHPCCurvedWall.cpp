@@ -249,6 +249,8 @@ void tst_zoHPCCurvedWall::limits_data()
     QTest::newRow("one-as-wide-as-the-circle") << 1 << 2000.0 << 0.0 << true;
     QTest::newRow("wider-than-the-circle") << 1 << 2000.1 << 0.0 << false;
     QTest::newRow("nothing-left-to-turn-by") << 3 << 1000.0 << 1000.0 << false;
+    // All of them fit, but the last one would be nearer to the first than a bezel.
+    QTest::newRow("too-near-to-close") << 5 << 1000.0 << -259.0 << false;
     QTest::newRow("six-sides-with-bezels") << 6 << 1000.0 << -1.0 << false;
 }
 

@@ -167,6 +167,27 @@ QString unlikeTiles(const Plan& plan, const std::vector<const Picture*>& picture
     return {};
 }
 
+// "" when planes that are tiles of a wall fade into those neighbours that they have.
+QString unlikeEdges(const Plan& plan, const std::vector<Picture>& pictures)
+{
+    const double across = std::max(0.0, plan.overlapPixels().across);
+    const double down = std::max(0.0, plan.overlapPixels().down);
+    for (const Picture& picture : pictures) {
+        const QStringList place =
+            picture.projection.section(QLatin1String("row:"), 1).split(QLatin1String(" col:"));
+        const int row = place.value(0).toInt();
+        const int column = place.value(1).toInt();
+        const zoHPCRenderSetup::Edges& edges = picture.edges;
+        const bool areRight = std::abs(edges.left - (column > 1 ? across : 0.0)) < 1e-6 &&
+                              std::abs(edges.right - (column < plan.columns ? across : 0.0)) < 1e-6 &&
+                              std::abs(edges.top - (row > 1 ? down : 0.0)) < 1e-6 &&
+                              std::abs(edges.bottom - (row < plan.rows ? down : 0.0)) < 1e-6;
+        if (!areRight)
+            return picture.projection + QStringLiteral(" fades elsewhere");
+    }
+    return {};
+}
+
 // "" when no two windows share a screen and the nodes have what the plan wants for the eyes.
 QString unlikeNodes(const Plan& plan, const std::vector<Picture>& pictures)
 {
@@ -291,6 +312,10 @@ void tst_zoHPCWallBuilder::plansOfAllKindsHaveNoProblemAndLightEachPixelOnce()
         QVERIFY2(int(built.pictures().size()) == plan.windowCount(), which + "windows are left out");
         const QString nodes = unlikeNodes(plan, built.pictures());
         QVERIFY2(nodes.isEmpty(), which + nodes.toUtf8());
+        const bool arePlanes =
+            plan.kind == Plan::Kind::Curved || (plan.kind == Plan::Kind::Power && plan.viewer.x != 0.0);
+        const QString edges = arePlanes ? unlikeEdges(plan, built.pictures()) : QString();
+        QVERIFY2(edges.isEmpty(), which + edges.toUtf8());
         for (const unsigned eye : {zoHPCLayout::LeftEye, zoHPCLayout::RightEye}) {
             const QString tiles = unlikeTiles(plan, built.seenBy(eye));
             QVERIFY2(tiles.isEmpty(), which + tiles.toUtf8());

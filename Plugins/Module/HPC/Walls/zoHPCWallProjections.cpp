@@ -100,8 +100,9 @@ void addMovedPowerWall(const Plan& plan, zoHPCWallProjections::List& list)
     for (const P* tile : tiles) {
         std::unique_ptr<P> item = planeItem(tile->getString(P::Name), seenFrom(aside, tile->plane()));
         item->setBool(P::EdgeBlending, tile->getBool(P::EdgeBlending));
+        // Where there is a bezel, those of a power wall are below 0.
         for (const int edge : {P::LeftEdge, P::RightEdge, P::TopEdge, P::BottomEdge})
-            item->setDouble(edge, tile->getDouble(edge));
+            item->setDouble(edge, qMax(0.0, tile->getDouble(edge)));
         list.push_back(std::move(item));
     }
 }
