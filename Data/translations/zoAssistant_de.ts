@@ -459,7 +459,7 @@ hinter einem Gateway: gate { node[1-6] }</translation>
     </message>
     <message>
         <source>down</source>
-        <translation>senkrecht</translation>
+        <translation>untereinander</translation>
     </message>
     <message>
         <source>Pixels of one tile across and down</source>

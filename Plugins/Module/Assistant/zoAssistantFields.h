@@ -12,6 +12,8 @@ class zoAssistantFields : public QGroupBox
 public:
     ~zoAssistantFields() override;
 
+    // Whether such a wall has any of them; the dialog shows no others.
+    virtual bool areFor(const zoHPCWallPlan& plan) const;
     // Announces nothing, and leaves what is being typed as it is.
     virtual void showPlan(const zoHPCWallPlan& plan) = 0;
     // Writes what the fields say into the plan.
@@ -24,4 +26,6 @@ signals:
 
 protected:
     zoAssistantFields(const QString& title, QWidget* parent);
+    // The dialog has many fields and must fit on small screens.
+    static void tighten(QLayout& layout);
 };

@@ -30,6 +30,7 @@ zoAssistantGapFields::zoAssistantGapFields(QWidget* parent)
     auto* layout = new QGridLayout(this);
     layout->addWidget(m_gap, 0, 0, 2, 1);
     layout->setColumnStretch(6, 1);
+    tighten(*layout);
     m_across = addAxis(0, "across", tr("across"));
     m_down = addAxis(1, "down", tr("down"));
     connect(m_gap, QOverload<int>::of(&QComboBox::activated), this, [this] {
@@ -91,9 +92,13 @@ void zoAssistantGapFields::enable()
     }
 }
 
+bool zoAssistantGapFields::areFor(const zoHPCWallPlan& plan) const
+{
+    return plan.hasGrid() && plan.kind != zoHPCWallPlan::Kind::Cave;
+}
+
 void zoAssistantGapFields::showPlan(const zoHPCWallPlan& plan)
 {
-    setVisible(plan.hasGrid() && plan.kind != zoHPCWallPlan::Kind::Cave);
     const QSizeF pixelSize = plan.pixelSize();
     m_hasSize = pixelSize.width() > 0.0 && pixelSize.height() > 0.0 && std::isfinite(pixelSize.width()) &&
                 std::isfinite(pixelSize.height());

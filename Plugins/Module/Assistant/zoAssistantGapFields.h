@@ -16,6 +16,7 @@ public:
     explicit zoAssistantGapFields(QWidget* parent = nullptr);
     ~zoAssistantGapFields() override;
 
+    bool areFor(const zoHPCWallPlan& plan) const override;
     void showPlan(const zoHPCWallPlan& plan) override;
     void apply(zoHPCWallPlan& plan) const override;
     QWidget* fieldOf(zoHPCWallPlan::Field field) const override;

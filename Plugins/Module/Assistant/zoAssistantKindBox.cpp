@@ -21,7 +21,7 @@ struct Picture
     const char* toolTip;
 };
 
-constexpr int IconSize = 48;
+constexpr int IconSize = 40;
 
 constexpr Picture s_pictures[] = {
     {Kind::Tiled, "m_tiled", "Wall/Tiled", QT_TRANSLATE_NOOP("zoAssistantKindBox", "Tiled wall"),

@@ -4,7 +4,7 @@
 #include "zoAssistantNumberField.h"
 #include "zoText.h"
 
-#include <QFormLayout>
+#include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSignalBlocker>
@@ -25,7 +25,7 @@ zoAssistantNodeFields::zoAssistantNodeFields(QWidget* parent)
     m_count->setObjectName(zoText("m_count"));
     m_count->setWordWrap(true);
     m_count->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-    m_windows->setObjectName(zoText("m_windows"));
+    m_windows->setObjectName(zoText("m_perNode"));
     m_windows->setSpecialValueText(tr("as they spread evenly"));
     m_windows->setToolTip(tr("Windows on each node, each on a screen of its own"));
     m_windows->setMinimumWidth(m_windows->fontMetrics().horizontalAdvance(m_windows->specialValueText()) +
@@ -36,12 +36,21 @@ zoAssistantNodeFields::zoAssistantNodeFields(QWidget* parent)
     connect(m_windows, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,
             &zoAssistantFields::edited);
 
-    auto* layout = new QFormLayout(this);
-    layout->addRow(tr("&Names:"), m_hosts);
-    layout->addRow(QString(), m_count);
-    layout->addRow(tr("W&indows on each:"), m_windows);
-    layout->addRow(tr("Name of the wa&ll:"), m_name);
-    layout->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
+    const auto labelOf = [](const QString& text, QWidget* field) {
+        auto* label = new QLabel(text);
+        label->setBuddy(field);
+        return label;
+    };
+    auto* layout = new QGridLayout(this);
+    layout->addWidget(labelOf(tr("&Names:"), m_hosts), 0, 0);
+    layout->addWidget(m_hosts, 0, 1, 1, 3);
+    layout->addWidget(m_count, 1, 1, 1, 3);
+    layout->addWidget(labelOf(tr("W&indows on each:"), m_windows), 2, 0);
+    layout->addWidget(m_windows, 2, 1);
+    layout->addWidget(labelOf(tr("Name of the wa&ll:"), m_name), 2, 2);
+    layout->addWidget(m_name, 2, 3);
+    layout->setColumnStretch(3, 1);
+    tighten(*layout);
 }
 
 zoAssistantNodeFields::~zoAssistantNodeFields() = default;

@@ -50,14 +50,19 @@ QString zoAssistantNumberField::textFromValue(double value) const
 
 bool zoAssistantNumberField::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::MouseButtonPress) {
-        m_isFreshlyClicked = !hasFocus();
-    } else if (event->type() == QEvent::MouseButtonRelease && m_isFreshlyClicked) {
+    // Not with the press, which places the cursor.
+    if (event->type() == QEvent::MouseButtonRelease && m_isFreshlyClicked) {
         m_isFreshlyClicked = false;
         if (!lineEdit()->hasSelectedText())
             selectAll();
     }
     return QDoubleSpinBox::eventFilter(watched, event);
+}
+
+void zoAssistantNumberField::focusInEvent(QFocusEvent* event)
+{
+    m_isFreshlyClicked = event->reason() == Qt::MouseFocusReason;
+    QDoubleSpinBox::focusInEvent(event);
 }
 
 void zoAssistantNumberField::wheelEvent(QWheelEvent* event)

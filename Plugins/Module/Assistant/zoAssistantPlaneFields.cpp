@@ -10,6 +10,8 @@
 
 namespace
 {
+constexpr int MinimumHeight = 96; // of the table, with two rows
+
 enum Column { Name, Width, Height, X, Y, Z, Yaw, Tilt, ColumnCount };
 
 struct Title
@@ -50,6 +52,10 @@ zoAssistantPlaneFields::zoAssistantPlaneFields(QWidget* parent)
     m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     m_table->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_table->setTabKeyNavigation(false);
+    // Takes the room that others leave; the dialog fits on small screens.
+    m_table->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+    m_table->setMinimumHeight(MinimumHeight);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
     auto* adding = new QPushButton(tr("&Add"));
     adding->setObjectName(zoText("m_addPlane"));
     m_remove->setObjectName(zoText("m_removePlane"));
@@ -60,6 +66,7 @@ zoAssistantPlaneFields::zoAssistantPlaneFields(QWidget* parent)
     layout->addWidget(adding, 0, 1);
     layout->addWidget(m_remove, 1, 1);
     layout->setRowStretch(2, 1);
+    tighten(*layout);
     connect(adding, &QPushButton::clicked, this, &zoAssistantPlaneFields::add);
     connect(m_remove, &QPushButton::clicked, this, &zoAssistantPlaneFields::remove);
     connect(m_table, &QTableWidget::cellChanged, this, &zoAssistantFields::edited);
@@ -67,9 +74,13 @@ zoAssistantPlaneFields::zoAssistantPlaneFields(QWidget* parent)
 
 zoAssistantPlaneFields::~zoAssistantPlaneFields() = default;
 
+bool zoAssistantPlaneFields::areFor(const zoHPCWallPlan& plan) const
+{
+    return plan.kind == zoHPCWallPlan::Kind::Planes;
+}
+
 void zoAssistantPlaneFields::showPlan(const zoHPCWallPlan& plan)
 {
-    setVisible(plan.kind == zoHPCWallPlan::Kind::Planes);
     zoHPCWallPlan shown = plan;
     apply(shown);
     if (shown != plan) {

@@ -14,6 +14,7 @@ public:
     explicit zoAssistantPlaneFields(QWidget* parent = nullptr);
     ~zoAssistantPlaneFields() override;
 
+    bool areFor(const zoHPCWallPlan& plan) const override;
     void showPlan(const zoHPCWallPlan& plan) override;
     void apply(zoHPCWallPlan& plan) const override;
     QWidget* fieldOf(zoHPCWallPlan::Field field) const override;

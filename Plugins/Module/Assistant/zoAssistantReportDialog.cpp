@@ -34,6 +34,7 @@ namespace
 {
 using Paper = zoHPCReport::Paper;
 
+constexpr int PartsGap = 24; // pixels
 constexpr double UnitsPerMillimetre = zoHPCReportSheets::Resolution / 25.4;
 
 QPageSize::PageSizeId pageSizeOf(Paper paper)
@@ -120,8 +121,16 @@ void zoAssistantReportDialog::layOut()
 {
     auto* form = new QFormLayout;
     form->addRow(tr("&Title:"), m_title);
-    form->addRow(tr("P&aper:"), m_paper);
-    form->addRow(tr("Si&ze of a pixel:"), m_pitch);
+    auto* pitchLabel = new QLabel(tr("Si&ze of a pixel:"));
+    pitchLabel->setBuddy(m_pitch);
+    auto* sizes = new QHBoxLayout;
+    sizes->addWidget(m_paper);
+    sizes->addSpacing(PartsGap);
+    sizes->addWidget(pitchLabel);
+    sizes->addWidget(m_pitch);
+    sizes->addStretch();
+    form->addRow(tr("P&aper:"), sizes);
+    static_cast<QLabel*>(form->labelForField(sizes))->setBuddy(m_paper);
     auto* turning = new QHBoxLayout;
     turning->addStretch();
     turning->addWidget(m_back);
@@ -131,7 +140,6 @@ void zoAssistantReportDialog::layOut()
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     QPushButton* saving = buttons->addButton(tr("&Save as PDF..."), QDialogButtonBox::AcceptRole);
     saving->setObjectName(zoText("m_save"));
-    saving->setDefault(true);
     QPushButton* printing = buttons->addButton(tr("&Print..."), QDialogButtonBox::ActionRole);
     printing->setObjectName(zoText("m_print"));
     connect(saving, &QPushButton::clicked, this, &zoAssistantReportDialog::save);
@@ -143,6 +151,7 @@ void zoAssistantReportDialog::layOut()
     layout->addLayout(turning);
     layout->addWidget(m_message);
     layout->addWidget(buttons);
+    saving->setDefault(true);
 }
 
 void zoAssistantReportDialog::make()

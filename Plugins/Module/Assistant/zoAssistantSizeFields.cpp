@@ -5,7 +5,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QFormLayout>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -19,6 +19,7 @@ namespace
 {
 using Kind = zoHPCWallPlan::Kind;
 
+constexpr int RowSpacing = 6; // pixels
 constexpr double MostTiles = 1000;
 constexpr double MostMillimetres = 1e6;
 constexpr double MostDegrees = 180.0;
@@ -70,12 +71,14 @@ QLabel* between(const QString& text)
 } // namespace
 
 zoAssistantSizeFields::zoAssistantSizeFields(QWidget* parent)
-    : zoAssistantFields(tr("Wall"), parent), m_layout(new QFormLayout(this))
+    : zoAssistantFields(tr("Wall"), parent), m_layout(new QGridLayout(this))
 {
     addGrid();
     addSize();
     addCave();
     addCurve();
+    m_layout->setColumnStretch(1, 1);
+    tighten(*m_layout);
 }
 
 zoAssistantSizeFields::~zoAssistantSizeFields() = default;
@@ -137,10 +140,10 @@ void zoAssistantSizeFields::addCave()
 
 void zoAssistantSizeFields::addCurve()
 {
-    m_radius = addNumber("m_radius", tr("Radius of the circle through the corners of the tiles"), 0,
-                         MostMillimetres, 1, millimetres());
+    m_radius = makeNumber("m_radius", tr("Radius of the circle through the corners of the tiles"), 0,
+                          MostMillimetres, 1, millimetres());
     m_angle =
-        addNumber("m_angle", tr("Angle between neighbouring columns"), 0, MostDegrees, 3, zoText("\u00b0"));
+        makeNumber("m_angle", tr("Angle between neighbouring columns"), 0, MostDegrees, 3, zoText("\u00b0"));
     connect(m_radius, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, [this] {
         m_curvature = zoHPCWallPlan::Curvature::Radius;
         emit edited();
@@ -159,34 +162,54 @@ void zoAssistantSizeFields::addRow(const QString& label, const std::vector<QWidg
     auto* row = new QWidget;
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(RowSpacing);
     for (QWidget* widget : widgets)
         layout->addWidget(widget);
     layout->addStretch();
     auto* title = new QLabel(label);
     title->setBuddy(widgets.front());
-    m_layout->addRow(title, row);
+    const int number = int(m_rows.size());
+    m_layout->addWidget(title, number, 0);
+    m_layout->addWidget(row, number, 1);
     m_rows.push_back({title, row, kinds});
+}
+
+zoAssistantNumberField* zoAssistantSizeFields::makeNumber(const char* name, const QString& toolTip,
+                                                          double minimum, double maximum, int decimals,
+                                                          const QString& unit)
+{
+    auto* field = new zoAssistantNumberField(minimum, maximum, decimals, unit);
+    field->setObjectName(QLatin1String(name));
+    field->setToolTip(toolTip);
+    field->setAccessibleName(toolTip);
+    return field;
 }
 
 zoAssistantNumberField* zoAssistantSizeFields::addNumber(const char* name, const QString& toolTip,
                                                          double minimum, double maximum, int decimals,
                                                          const QString& unit)
 {
-    auto* field = new zoAssistantNumberField(minimum, maximum, decimals, unit);
-    field->setObjectName(QLatin1String(name));
-    field->setToolTip(toolTip);
-    field->setAccessibleName(toolTip);
+    zoAssistantNumberField* const field = makeNumber(name, toolTip, minimum, maximum, decimals, unit);
     connect(field, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, &zoAssistantFields::edited);
     return field;
 }
 
+// First those that go, so that there is never more than one kind has.
+void zoAssistantSizeFields::showRows(Kind kind)
+{
+    for (const bool isShown : {false, true}) {
+        for (const Row& row : m_rows) {
+            if ((std::find(row.kinds.begin(), row.kinds.end(), kind) != row.kinds.end()) != isShown)
+                continue;
+            row.label->setVisible(isShown);
+            row.widget->setVisible(isShown);
+        }
+    }
+}
+
 void zoAssistantSizeFields::showPlan(const zoHPCWallPlan& plan)
 {
-    for (const Row& row : m_rows) {
-        const bool isShown = std::find(row.kinds.begin(), row.kinds.end(), plan.kind) != row.kinds.end();
-        row.label->setVisible(isShown);
-        row.widget->setVisible(isShown);
-    }
+    showRows(plan.kind);
     m_columns->show(plan.columns);
     m_rowCount->show(plan.rows);
     if (pixelsOf(m_pixels->currentText()) != plan.tilePixels && !plan.tilePixels.isEmpty()) {

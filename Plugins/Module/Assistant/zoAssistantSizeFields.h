@@ -6,7 +6,7 @@
 
 class QCheckBox;
 class QComboBox;
-class QFormLayout;
+class QGridLayout;
 class QLineEdit;
 class zoAssistantNumberField;
 
@@ -28,10 +28,14 @@ private:
     void addSize();
     void addCave();
     void addCurve();
+    void showRows(zoHPCWallPlan::Kind kind);
     void addRow(const QString& label, const std::vector<QWidget*>& widgets,
                 const std::vector<zoHPCWallPlan::Kind>& kinds);
     zoAssistantNumberField* addNumber(const char* name, const QString& toolTip, double minimum,
                                       double maximum, int decimals, const QString& unit);
+    // The same without saying that it was edited.
+    static zoAssistantNumberField* makeNumber(const char* name, const QString& toolTip, double minimum,
+                                              double maximum, int decimals, const QString& unit);
 
     struct Row
     {
@@ -40,7 +44,7 @@ private:
         std::vector<zoHPCWallPlan::Kind> kinds;
     };
 
-    QFormLayout* m_layout;
+    QGridLayout* m_layout;
     std::vector<Row> m_rows;
     zoAssistantNumberField* m_columns = nullptr;
     zoAssistantNumberField* m_rowCount = nullptr;

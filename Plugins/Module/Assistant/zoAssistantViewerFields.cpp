@@ -18,6 +18,7 @@ using Kind = zoHPCWallPlan::Kind;
 using EyeOrder = zoHPCWallPlan::EyeOrder;
 
 constexpr double MostMillimetres = 1e6;
+constexpr int RowSpacing = 6; // pixels
 constexpr double MostBetweenEyes = 1000;
 
 struct Order
@@ -75,12 +76,14 @@ zoAssistantViewerFields::zoAssistantViewerFields(QWidget* parent)
     m_distanceLabel->setBuddy(m_distance);
     m_eyeOrderLabel->setBuddy(m_eyeOrder);
     auto* place = new QHBoxLayout;
+    place->setSpacing(RowSpacing);
     for (QWidget* widget :
          std::initializer_list<QWidget*>{m_distance, m_rightLabel, m_right, m_upLabel, m_up})
         place->addWidget(widget);
     place->addStretch();
     place->addWidget(m_standHere);
     auto* eyes = new QHBoxLayout;
+    eyes->setSpacing(RowSpacing);
     for (QWidget* widget : std::initializer_list<QWidget*>{m_stereo, m_eyeSeparation, m_eyeSeparationLabel})
         eyes->addWidget(widget);
     eyes->addStretch();
@@ -92,6 +95,7 @@ zoAssistantViewerFields::zoAssistantViewerFields(QWidget* parent)
     layout->addWidget(m_eyeOrderLabel, 2, 0);
     layout->addWidget(m_eyeOrder, 2, 1, Qt::AlignLeft);
     layout->setColumnStretch(1, 1);
+    tighten(*layout);
 }
 
 zoAssistantViewerFields::~zoAssistantViewerFields() = default;

@@ -16,6 +16,7 @@
 #include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QLocale>
 #include <QPushButton>
 #include <QStyle>
@@ -26,6 +27,9 @@
 namespace
 {
 using Plan = zoHPCWallPlan;
+
+constexpr int PartsSpacing = 4; // pixels
+constexpr int SignMargin = 8;   // between it and the message, in pixels
 
 QString lengths(const QSizeF& size)
 {
@@ -75,14 +79,18 @@ zoAssistantWallDialog::zoAssistantWallDialog(zoConfigurationService* configurati
     setPlan(plan);
     review();
     resize(sizeHint());
-    m_nodes->fieldOf(Plan::Field::Hosts)->setFocus();
+    if (m_configuration)
+        connect(m_configuration, &zoConfigurationService::changed, &m_timer, [this] { m_timer.start(); });
+    auto* names = m_nodes->fieldOf(Plan::Field::Hosts);
+    names->setFocus();
+    static_cast<QLineEdit*>(names)->selectAll();
 }
 
 zoAssistantWallDialog::~zoAssistantWallDialog() = default;
 
 QSize zoAssistantWallDialog::sizeHint() const
 {
-    return QDialog::sizeHint().expandedTo({1080, 640});
+    return QDialog::sizeHint().expandedTo({1220, 660});
 }
 
 void zoAssistantWallDialog::createParts()
@@ -99,10 +107,11 @@ void zoAssistantWallDialog::createParts()
 void zoAssistantWallDialog::layOut()
 {
     auto* left = new QVBoxLayout;
+    left->setSpacing(PartsSpacing);
     left->addWidget(m_kinds);
     for (zoAssistantFields* fields : m_fields)
         left->addWidget(fields);
-    left->addStretch();
+    left->addStretch(0);
     auto* right = new QVBoxLayout;
     right->addWidget(m_room, 1);
     right->addWidget(m_measures);
@@ -177,8 +186,13 @@ void zoAssistantWallDialog::readFields()
 
 void zoAssistantWallDialog::showPlan()
 {
+    // First those that go: the dialog must not grow for a moment, and stay so.
     for (zoAssistantFields* fields : m_fields)
+        fields->setHidden(fields->isHidden() || !fields->areFor(m_plan));
+    for (zoAssistantFields* fields : m_fields) {
         fields->showPlan(m_plan);
+        fields->setVisible(fields->areFor(m_plan));
+    }
 }
 
 void zoAssistantWallDialog::review()
@@ -221,6 +235,7 @@ void zoAssistantWallDialog::tellFlaw(const QString& text)
         style()
             ->standardIcon(mayGoOn ? QStyle::SP_MessageBoxInformation : QStyle::SP_MessageBoxWarning)
             .pixmap(size));
+    m_sign->setFixedWidth(size + SignMargin);
     m_sign->setVisible(true);
     m_message->setText(text);
 }
