@@ -1,4 +1,5 @@
 #include "zoDesktopInput.h"
+#include "zoDesktopPerson.h"
 #include "zoTestCase.h"
 
 #include <zoHostApplication.h>
@@ -38,153 +39,15 @@
 
 namespace
 {
-constexpr int PatienceMs = 10000; // for one step, on a busy machine
 constexpr int LookMs = 5;
 
-// A place on the screen that can be clicked.
-struct Spot
-{
-    QWidget* widget = nullptr;
-    QRect rect; // of the widget
-};
+using Person = zoDesktopPerson;
+using Spot = zoDesktopPerson::Spot;
 
 Spot spotOf(QWidget* widget)
 {
-    return widget == nullptr ? Spot() : Spot{widget, widget->rect()};
+    return zoDesktopPerson::spotOf(widget);
 }
-
-// Where a click reaches the spot's widget and nothing that lies over it; null when nothing can be clicked.
-QPoint reachable(const Spot& spot)
-{
-    if (spot.widget == nullptr || !spot.widget->isVisible() || !spot.widget->isEnabled() ||
-        !spot.rect.isValid())
-        return {};
-    const QPoint centre = spot.rect.center();
-    if (!spot.widget->rect().contains(centre))
-        return {};
-    const QPoint position = spot.widget->mapToGlobal(centre);
-    const QWidget* there = QApplication::widgetAt(position);
-    const bool reached = there != nullptr && (there == spot.widget || spot.widget->isAncestorOf(there));
-    return reached ? position : QPoint();
-}
-
-// A person at the host: sees what its windows show, and acts through the X server alone. Lives on a thread of
-// its own, so that dialogs of the host may wait for it. A step that does not come about throws.
-class Person final
-{
-public:
-    explicit Person(zoDesktopInput& input) : m_input(input) {}
-
-    // The answer of `look`, which runs on the thread of the windows.
-    template <class Look>
-    auto see(Look look) const
-    {
-        decltype(look()) answer{};
-        QMetaObject::invokeMethod(
-            qApp, [&answer, &look] { answer = look(); }, Qt::BlockingQueuedConnection);
-        return answer;
-    }
-
-    void waitFor(const QString& what, const std::function<bool()>& isSo) const
-    {
-        QElapsedTimer time;
-        time.start();
-        while (!see(isSo)) {
-            if (time.elapsed() > PatienceMs)
-                throw std::runtime_error("waited for: " + what.toStdString());
-            QThread::msleep(LookMs);
-        }
-    }
-
-    // Waits until the spot is there, reachable, and stays where it is.
-    QPoint find(const QString& what, const std::function<Spot()>& spot) const
-    {
-        QPoint position;
-        waitFor(what, [&position, &spot] {
-            const QPoint before = position;
-            position = reachable(spot());
-            return !position.isNull() && position == before;
-        });
-        return position;
-    }
-
-    void click(const QString& what, const std::function<Spot()>& spot) const
-    {
-        m_input.click(find(what, spot));
-    }
-
-    // Until the other window has noticed; what it takes is let go by the caller.
-    void drag(QPoint from, QPoint to, const std::function<bool()>& hasStarted) const
-    {
-        m_input.grab(from);
-        m_input.carryTo(from + QPoint(QApplication::startDragDistance() * 2, 0));
-        waitFor("the drag", hasStarted);
-        m_input.carryTo(to - QPoint(20, 0));
-        m_input.carryTo(to);
-    }
-
-    void letGo() const { m_input.letGo(); }
-
-    void press(zoDesktopInput::Key key) const { m_input.press(key); }
-
-    void pressControl(char letter) const { m_input.pressControl(letter); }
-
-    void type(const QString& text) const
-    {
-        if (!m_input.type(text))
-            throw std::runtime_error("the keyboard lacks a sign of: " + text.toStdString());
-    }
-
-    // Replaces what the field holds. `text` reads it.
-    void fill(const QString& what, const std::function<QWidget*()>& field, const QString& text,
-              const std::function<QString()>& content) const
-    {
-        click(what, [field] { return spotOf(field()); });
-        waitFor(what + " has the keys", [field] { return field()->hasFocus(); });
-        pressControl('a');
-        type(text);
-        waitFor(what + " shows " + text, [content, text] { return content() == text; });
-    }
-
-    // Opens the list and clicks the entry.
-    void choose(const QString& what, const std::function<QComboBox*()>& combo, const QString& entry) const
-    {
-        click(what, [combo] { return spotOf(combo()); });
-        click(what + " offers " + entry, [combo, entry] {
-            const QModelIndex index = combo()->model()->index(combo()->findText(entry), 0);
-            return Spot{combo()->view()->viewport(), combo()->view()->visualRect(index)};
-        });
-        waitFor(what + " shows " + entry,
-                [combo, entry] { return combo()->currentText() == entry && !combo()->view()->isVisible(); });
-    }
-
-    // Opens a menu of a menu bar and clicks the entry.
-    void chooseMenu(QMenuBar* bar, const QString& title, const QString& entry) const
-    {
-        click(title, [=] {
-            QAction* menu = actionOf(bar->actions(), title);
-            return menu == nullptr ? Spot() : Spot{bar, bar->actionGeometry(menu)};
-        });
-        click(title + " > " + entry, [=] {
-            QMenu* menu = actionOf(bar->actions(), title)->menu();
-            QAction* action = actionOf(menu->actions(), entry);
-            return action == nullptr || !action->isEnabled() ? Spot()
-                                                             : Spot{menu, menu->actionGeometry(action)};
-        });
-    }
-
-    static QAction* actionOf(const QList<QAction*>& actions, const QString& text)
-    {
-        for (QAction* action : actions) {
-            if (action->text() == text)
-                return action;
-        }
-        return nullptr;
-    }
-
-private:
-    zoDesktopInput& m_input;
-};
 
 // A window that files are dragged from; it would rather give them away than share them.
 class FileManager final : public QLabel

@@ -58,6 +58,7 @@ bool zoDesktopInput::hasWindowManager() const
 
 void zoDesktopInput::click(QPoint position)
 {
+    ++m_clicks;
     moveTo(position);
     XTestFakeButtonEvent(m_display, 1, True, CurrentTime);
     XTestFakeButtonEvent(m_display, 1, False, CurrentTime);
@@ -66,6 +67,7 @@ void zoDesktopInput::click(QPoint position)
 
 void zoDesktopInput::grab(QPoint position)
 {
+    ++m_clicks;
     moveTo(position);
     XTestFakeButtonEvent(m_display, 1, True, CurrentTime);
     flush();
@@ -122,6 +124,12 @@ bool zoDesktopInput::type(const QString& text)
     return true;
 }
 
+void zoDesktopInput::resetCounts()
+{
+    m_clicks = 0;
+    m_keys = 0;
+}
+
 void zoDesktopInput::moveTo(QPoint position)
 {
     XTestFakeMotionEvent(m_display, DefaultScreen(m_display), position.x(), position.y(), CurrentTime);
@@ -129,6 +137,7 @@ void zoDesktopInput::moveTo(QPoint position)
 
 void zoDesktopInput::tap(unsigned keyCode, bool withShift, bool withControl)
 {
+    ++m_keys;
     const unsigned shift = XKeysymToKeycode(m_display, XK_Shift_L);
     const unsigned control = XKeysymToKeycode(m_display, XK_Control_L);
     if (withShift)

@@ -32,10 +32,18 @@ public:
     // Letters, digits and signs of the keyboard. False when the keyboard lacks one; nothing is typed then.
     bool type(const QString& text);
 
+    // So many times was a button or a key pressed since the last call of resetCounts(); shift and control, which are
+    // held for another key, do not count.
+    int clickCount() const { return m_clicks; }
+    int keyCount() const { return m_keys; }
+    void resetCounts();
+
 private:
     void moveTo(QPoint position);
     void tap(unsigned keyCode, bool withShift = false, bool withControl = false);
     void flush();
 
     _XDisplay* m_display;
+    int m_clicks = 0;
+    int m_keys = 0;
 };

@@ -21,6 +21,7 @@ zoAssistantRoomView::zoAssistantRoomView(QWidget* parent) : QWidget(parent)
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAccessibleName(tr("Room"));
     setAccessibleDescription(tr("The walls in space around the viewer"));
+    m_picture.setIsDrawing(true); // hosts and sizes stand on the walls
 }
 
 zoAssistantRoomView::~zoAssistantRoomView()

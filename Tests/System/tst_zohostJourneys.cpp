@@ -1,0 +1,326 @@
+#include "zoDesktopInput.h"
+#include "zoDesktopPerson.h"
+#include "zoTestCase.h"
+
+#include <zoHPCConfiguration.h>
+#include <zoHPCLayout.h>
+#include <zoHPCProblems.h>
+#include <zoHPCProjectionItem.h>
+#include <zoHostApplication.h>
+#include <zoHostDocument.h>
+#include <zoKernelServiceFactory.h>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QDoubleSpinBox>
+#include <QFile>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScreen>
+#include <QTemporaryDir>
+#include <QToolBar>
+#include <QToolButton>
+#include <QWindow>
+
+#include <atomic>
+#include <functional>
+#include <stdexcept>
+#include <thread>
+
+namespace
+{
+constexpr int LookMs = 5;
+
+using Person = zoDesktopPerson;
+
+zoHostMainWindow* hostWindow()
+{
+    auto* service = zoKernelServiceFactory::getService<zoMainWindowService>();
+    return service == nullptr ? nullptr : qobject_cast<zoHostMainWindow*>(service->mainWindowWidget());
+}
+
+QWidget* clusterWindow()
+{
+    return hostWindow()->moduleWindows().value(0);
+}
+
+// A widget of the dialog that is open, or null.
+template <class Widget>
+Widget* inDialog(const char* name)
+{
+    const QWidget* dialog = QApplication::activeModalWidget();
+    return dialog == nullptr ? nullptr : dialog->findChild<Widget*>(QLatin1String(name));
+}
+
+QWidget* okButton()
+{
+    auto* box = inDialog<QDialogButtonBox>("m_buttonBox");
+    return box == nullptr ? nullptr : box->button(QDialogButtonBox::Ok);
+}
+
+QWidget* toolButton(const char* action)
+{
+    QToolBar* bar = hostWindow()->moduleToolBar();
+    for (QAction* candidate : bar->actions()) {
+        if (candidate->objectName() == QLatin1String(action))
+            return bar->widgetForAction(candidate);
+    }
+    return nullptr;
+}
+
+void openNewWall(const Person& person)
+{
+    person.click("New wall", [] { return Person::spotOf(toolButton("NewWall")); });
+    person.waitFor("the dialog", [] { return inDialog<QLineEdit>("m_hosts") != nullptr; });
+}
+
+void chooseKind(const Person& person, const char* kind)
+{
+    person.click(kind, [kind] { return Person::spotOf(inDialog<QToolButton>(kind)); });
+    person.waitFor(QLatin1String(kind) + QStringLiteral(" is chosen"),
+                   [kind] { return inDialog<QToolButton>(kind)->isChecked(); });
+}
+
+// A click selects the number that is there.
+void typeNumber(const Person& person, const char* name, int number)
+{
+    person.click(name,
+                 [name] { return Person::spotOf(inDialog<QDoubleSpinBox>(name)->findChild<QLineEdit*>()); });
+    person.waitFor(QLatin1String(name) + QStringLiteral(" has the keys"), [name] {
+        return inDialog<QDoubleSpinBox>(name)->hasFocus() &&
+               inDialog<QDoubleSpinBox>(name)->findChild<QLineEdit*>()->hasSelectedText();
+    });
+    person.type(QString::number(number));
+    person.waitFor(QLatin1String(name) + QStringLiteral(" shows it"),
+                   [name, number] { return int(inDialog<QDoubleSpinBox>(name)->value()) == number; });
+}
+
+void typeNodes(const Person& person, const QString& nodes)
+{
+    person.click("the names of the nodes", [] { return Person::spotOf(inDialog<QLineEdit>("m_hosts")); });
+    person.waitFor("the names have the keys", [] { return inDialog<QLineEdit>("m_hosts")->hasFocus(); });
+    person.type(nodes);
+    person.waitFor("the names", [nodes] { return inDialog<QLineEdit>("m_hosts")->text() == nodes; });
+}
+
+void finish(const Person& person)
+{
+    person.click("OK", [] { return Person::spotOf(okButton()); });
+    person.waitFor("the dialog is closed", [] { return QApplication::activeModalWidget() == nullptr; });
+    person.waitFor("the step has its name",
+                   [] { return zoHostDocument::undoStep(clusterWindow()) == QLatin1String("New wall"); });
+}
+} // namespace
+
+// Ways of a person through the host on a desktop, in clicks and keys. With ZO_JOURNEYS in the environment they are written
+// into that file, see dev/journeys.
+class tst_zohostJourneys final : public zoTestCase
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void powerWallOverSixNodes();
+    void tiledWallBehindAGateway();
+    void stereoCaveOverEightNodes();
+
+private:
+    struct Wall
+    {
+        QString type;
+        int tiles = 0;
+        int windows = 0;
+        int nodes = 0;
+        int problems = -1;
+    };
+
+    void play(const std::function<void(const Person&)>& act);
+    void count(const char* journey, int mostClicks);
+    Wall wall(const Person& person) const;
+    void keepPicture(const Person& person, const char* name) const;
+
+    QTemporaryDir m_directory;
+    zoDesktopInput m_input;
+};
+
+void tst_zohostJourneys::initTestCase()
+{
+    zoTestCase::initTestCase();
+    QCOMPARE(QGuiApplication::platformName(), QStringLiteral("xcb"));
+    QVERIFY(m_directory.isValid());
+    QVERIFY(m_input.isUsable());
+    QTRY_VERIFY(m_input.hasWindowManager());
+    for (const char* variable : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_RUNTIME_DIR", "HOME"})
+        qputenv(variable, QFile::encodeName(m_directory.path()));
+    qunsetenv("ZOKE_DATA");
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_directory.path());
+    QCoreApplication::setOrganizationName("zo");
+}
+
+void tst_zohostJourneys::init()
+{
+    QSettings().clear();
+}
+
+// Runs the host, as the program does, until the person has gone the way.
+void tst_zohostJourneys::play(const std::function<void(const Person&)>& act)
+{
+    zoHostOptions options;
+    options.moduleFiles = QStringList{QStringLiteral(ZO_MODULE_FILE), QStringLiteral(ZO_ASSISTANT_FILE)};
+    zoHostApplication host(options);
+    std::atomic<bool> hasLeft{false};
+    std::string failure;
+
+    std::thread thread([this, &act, &failure, &hasLeft] {
+        const Person person(m_input);
+        try {
+            person.waitFor("the host is active", [] { return hostWindow()->isActiveWindow(); });
+            m_input.resetCounts();
+            act(person);
+        } catch (const std::exception& exception) {
+            failure = exception.what();
+            keepPicture(person, "failure");
+        }
+        person.see([] {
+            QCoreApplication::exit(0);
+            return true;
+        });
+        hasLeft = true;
+    });
+    host.run();
+    while (!hasLeft)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, LookMs);
+    thread.join();
+
+    QVERIFY2(failure.empty(), failure.c_str());
+}
+
+// Called at the end of the way; what is looked at afterwards does not count.
+void tst_zohostJourneys::count(const char* journey, int mostClicks)
+{
+    const int clicks = m_input.clickCount();
+    const int keys = m_input.keyCount();
+    const QString file = qEnvironmentVariable("ZO_JOURNEYS");
+    if (!file.isEmpty()) {
+        QFile out(file);
+        if (!out.open(QIODevice::WriteOnly | QIODevice::Append))
+            throw std::runtime_error("unable to write " + file.toStdString());
+        out.write(QStringLiteral("%1\t%2\t%3\n").arg(QLatin1String(journey)).arg(clicks).arg(keys).toUtf8());
+    }
+    if (clicks > mostClicks)
+        throw std::runtime_error(std::to_string(clicks) + " clicks instead of " + std::to_string(mostClicks));
+}
+
+// What the host would save now.
+tst_zohostJourneys::Wall tst_zohostJourneys::wall(const Person& person) const
+{
+    const QString text = person.see([] { return clusterWindow()->property("configuration").toString(); });
+    zoHPCConfiguration configuration;
+    if (!configuration.readText(text))
+        throw std::runtime_error("no configuration");
+    const zoHPCLayout layout(configuration.displays(), configuration.hosts().master());
+    Wall wall;
+    for (const zoHPCLayout::Projection& projection : layout.projections()) {
+        if (projection.parent == zoHPCLayout::None)
+            wall.type = projection.item->getString(zoHPCProjectionItem::Type);
+        wall.tiles += projection.isTile ? 1 : 0;
+    }
+    wall.windows = int(layout.windows().size());
+    wall.nodes = int(layout.nodes().size());
+    wall.problems = int(zoHPCProblems::find(layout).size());
+    return wall;
+}
+
+void tst_zohostJourneys::powerWallOverSixNodes()
+{
+    Wall made;
+    play([this, &made](const Person& person) {
+        openNewWall(person);
+        chooseKind(person, "m_power");
+        typeNumber(person, "m_width", 4140);
+        typeNumber(person, "m_height", 1560);
+        person.choose(
+            "what is between tiles", [] { return inDialog<QComboBox>("m_gap"); }, "Overlap, blended");
+        typeNodes(person, "node[1-6]");
+        keepPicture(person, "new-wall");
+        finish(person);
+        count("A 3 x 2 power wall over six nodes", 10);
+        made = wall(person);
+        person.pressControl('z');
+        person.waitFor("undo brings the one before back",
+                       [] { return zoHostDocument::undoStep(clusterWindow()).isEmpty(); });
+    });
+
+    QCOMPARE(made.type, QStringLiteral("powerwall"));
+    QCOMPARE(made.tiles, 6);
+    QCOMPARE(made.windows, 6);
+    QCOMPARE(made.nodes, 6);
+    QCOMPARE(made.problems, 0);
+}
+
+void tst_zohostJourneys::tiledWallBehindAGateway()
+{
+    Wall made;
+    play([this, &made](const Person& person) {
+        openNewWall(person);
+        typeNumber(person, "m_columns", 4);
+        typeNumber(person, "m_rows", 6);
+        typeNodes(person, "gate { n[01-24] }");
+        finish(person);
+        count("A 4 x 6 tiled wall behind a gateway", 12);
+        made = wall(person);
+    });
+
+    QCOMPARE(made.type, QStringLiteral("wall"));
+    QCOMPARE(made.tiles, 24);
+    QCOMPARE(made.windows, 24);
+    QCOMPARE(made.nodes, 25);
+    QCOMPARE(made.problems, 0);
+}
+
+void tst_zohostJourneys::stereoCaveOverEightNodes()
+{
+    Wall made;
+    play([this, &made](const Person& person) {
+        openNewWall(person);
+        chooseKind(person, "m_cave");
+        person.choose(
+            "stereo", [] { return inDialog<QComboBox>("m_stereo"); }, "A window for each eye");
+        typeNodes(person, "cave[1-8]");
+        finish(person);
+        count("A stereo cave over eight nodes", 10);
+        made = wall(person);
+    });
+
+    QCOMPARE(made.type, QStringLiteral("cave"));
+    QCOMPARE(made.tiles, 4);
+    QCOMPARE(made.windows, 8);
+    QCOMPARE(made.nodes, 8);
+    QCOMPARE(made.problems, 0);
+}
+
+void tst_zohostJourneys::keepPicture(const Person& person, const char* name) const
+{
+    const QString folder = qEnvironmentVariable("ZO_SCREENSHOTS");
+    if (folder.isEmpty())
+        return;
+    person.see([folder, name] {
+        QCoreApplication::processEvents(); // what is to be painted
+        const QString file = folder + QStringLiteral("/journey-%1.png").arg(QLatin1String(name));
+        return QGuiApplication::primaryScreen()->grabWindow(0).save(file);
+    });
+}
+
+int main(int argc, char** argv)
+{
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
+    QApplication application(argc, argv);
+    tst_zohostJourneys test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_zohostJourneys.moc"
