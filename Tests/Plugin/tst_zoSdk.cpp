@@ -42,13 +42,14 @@ private slots:
     void initTestCase();
 
     void exampleIsBuiltAndLoaded();
+    void assistantIsBuiltAndLoaded();
     void everyHeaderIsComplete();
     void coreReadsAConfiguration();
     void packageConfigFindsTheKernel();
 
 private:
     // Builds the sources in a folder of this name against the installed files.
-    Outcome build(const QString& sources, const QString& name) const;
+    Outcome build(const QString& sources, const QString& name, const QStringList& options = {}) const;
     bool write(const QString& name, const QByteArray& text) const;
     QString prefix() const { return m_directory.filePath(QStringLiteral("moved there")); }
     QString file(const QString& pattern) const; // the installed file that a pattern names
@@ -67,16 +68,17 @@ void tst_zoSdk::initTestCase()
     QVERIFY(QDir().rename(first, prefix()));
 }
 
-Outcome tst_zoSdk::build(const QString& sources, const QString& name) const
+Outcome tst_zoSdk::build(const QString& sources, const QString& name, const QStringList& options) const
 {
     const QString folder = m_directory.filePath(name);
     const Outcome configured =
         run(QStringLiteral(ZO_CMAKE),
-            {QStringLiteral("-G"), QStringLiteral("Ninja"), QStringLiteral("-S"), sources,
-             QStringLiteral("-B"), folder, QStringLiteral("-DCMAKE_PREFIX_PATH=") + prefix(),
-             QStringLiteral("-DCMAKE_CXX_FLAGS=" ZO_SDK_FLAGS),
-             QStringLiteral("-DCMAKE_MODULE_LINKER_FLAGS=" ZO_SDK_FLAGS),
-             QStringLiteral("-DCMAKE_CXX_COMPILER=" ZO_CXX)});
+            QStringList{QStringLiteral("-G"), QStringLiteral("Ninja"), QStringLiteral("-S"), sources,
+                        QStringLiteral("-B"), folder, QStringLiteral("-DCMAKE_PREFIX_PATH=") + prefix(),
+                        QStringLiteral("-DCMAKE_CXX_FLAGS=" ZO_SDK_FLAGS),
+                        QStringLiteral("-DCMAKE_MODULE_LINKER_FLAGS=" ZO_SDK_FLAGS),
+                        QStringLiteral("-DCMAKE_CXX_COMPILER=" ZO_CXX)} +
+                options);
     if (!configured.isGood)
         return configured;
     return run(QStringLiteral(ZO_CMAKE), {QStringLiteral("--build"), folder});
@@ -114,6 +116,32 @@ void tst_zoSdk::exampleIsBuiltAndLoaded()
     QVERIFY2(host.output.contains("libhello.so loaded"), host.output.constData());
     QVERIFY2(!host.output.contains("Unable"), host.output.constData());
     QVERIFY(QFile::exists(picture));
+}
+
+// The module of this tree that is made like those of others: from its own folder alone, copied elsewhere. As one unit, since
+// the machine has better to do.
+void tst_zoSdk::assistantIsBuiltAndLoaded()
+{
+    const QString sources = m_directory.filePath(QStringLiteral("assistant"));
+    QVERIFY(QDir().mkpath(sources));
+    const QFileInfoList files = QDir(QStringLiteral(ZO_ASSISTANT_DIR)).entryInfoList(QDir::Files);
+    QVERIFY(files.size() > 10);
+    for (const QFileInfo& entry : files)
+        QVERIFY(QFile::copy(entry.filePath(), sources + QLatin1Char('/') + entry.fileName()));
+
+    VERIFY_RUN(build(
+        sources, QStringLiteral("assistant-build"),
+        {QStringLiteral("-DCMAKE_UNITY_BUILD=ON"), QStringLiteral("-DCMAKE_UNITY_BUILD_BATCH_SIZE=0")}));
+    const Outcome host =
+        run(file(QStringLiteral("zohost")),
+            {QStringLiteral("--engine"), QStringLiteral("local"), QStringLiteral("--non-interactive"),
+             QStringLiteral("--module"), file(QStringLiteral("libzoHPC.so")), QStringLiteral("--module"),
+             m_directory.filePath(QStringLiteral("assistant-build/libzoAssistant.so")),
+             QStringLiteral("--screenshot"), m_directory.filePath(QStringLiteral("assistant.png"))});
+
+    VERIFY_RUN(host);
+    QVERIFY2(host.output.contains("assistant-build/libzoAssistant.so loaded"), host.output.constData());
+    QVERIFY2(!host.output.contains("Unable"), host.output.constData());
 }
 
 void tst_zoSdk::everyHeaderIsComplete()

@@ -27,7 +27,8 @@ public:
     explicit zoAssistantReportDialog(const zoConfigurationService& configuration, QWidget* parent = nullptr);
     ~zoAssistantReportDialog() override;
 
-    const zoHPCReport& report() const { return *m_report; } // for tests
+    const zoHPCReport& report() const { return *m_report; }           // for tests
+    const zoHPCReport::Subject& subject() const { return m_subject; } // for tests
 
     // False, and the message tells why, when the file cannot be written.
     bool savePdf(const QString& fileName);
