@@ -70,7 +70,13 @@ zoAssistantViewerFields::zoAssistantViewerFields(QWidget* parent)
         connect(combo, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &zoAssistantFields::edited);
     connect(m_eyeSeparation, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,
             &zoAssistantFields::edited);
+    layOut();
+}
 
+zoAssistantViewerFields::~zoAssistantViewerFields() = default;
+
+void zoAssistantViewerFields::layOut()
+{
     auto* stereoLabel = new QLabel(tr("Ster&eo:"));
     stereoLabel->setBuddy(m_stereo);
     m_distanceLabel->setBuddy(m_distance);
@@ -97,8 +103,6 @@ zoAssistantViewerFields::zoAssistantViewerFields(QWidget* parent)
     layout->setColumnStretch(1, 1);
     tighten(*layout);
 }
-
-zoAssistantViewerFields::~zoAssistantViewerFields() = default;
 
 zoAssistantNumberField* zoAssistantViewerFields::addLength(const char* name, const QString& toolTip,
                                                            double minimum)

@@ -29,6 +29,7 @@ signals:
     void pickingChanged(bool isPicking);
 
 private:
+    void layOut();
     zoAssistantNumberField* addLength(const char* name, const QString& toolTip, double minimum);
 
     zoAssistantNumberField* m_distance;
