@@ -10,6 +10,8 @@ REASONS = ("Host/Cluster/*.cpp", "Host/zoLocalClusterService.cpp", "Server/Setup
            "Plugins/Module/HPC/Document/zoHPCDocumentText.cpp", "Plugins/Module/HPC/Module/zoHPC.cpp",
            "Host/zoHostSession.cpp", "Host/zoHostApplication.cpp",
            "Host/zoLoopbackSpeedTest.cpp", "Host/zoModule*.cpp", "Plugins/Module/HPC/Engines/zoExportNotes.cpp")
+# What sources log that build a text before: how such texts begin.
+BUILT = {"Host/zoHostFileGuard.cpp": "%1 holds "}
 # The log itself.
 LOG = "Kernel/Platform/zoLog.cpp"
 # Where programs of sessions give reasons in English alone.
@@ -67,9 +69,13 @@ def of_sources(root):
         for path in sorted((root / layer).rglob("*.cpp")):
             name = path.relative_to(root).as_posix()
             others = []
-            for form in of_log(without_comments(path.read_text(encoding="utf-8")), others):
+            text = without_comments(path.read_text(encoding="utf-8"))
+            for form in of_log(text, others):
                 forms.setdefault(form, name)
-            if others and name != LOG and not any(path.match(pattern) for pattern in REASONS):
+            if name in BUILT:
+                built = [joined(strings) for strings in TRANSLATED.findall(text)]
+                forms.update((form, name) for form in built if form.startswith(BUILT[name]) and "is not" in form)
+            elif others and name != LOG and not any(path.match(pattern) for pattern in REASONS):
                 forms.setdefault("zoLog " + others[0], name)
     for pattern in REASONS:
         for path in sorted(root.glob(pattern)):
