@@ -1364,6 +1364,30 @@ auch wenn die Server dann instabil sein können?</translation>
         <source>Save picture</source>
         <translation>Bild speichern</translation>
     </message>
+    <message>
+        <source>Front</source>
+        <translation>Vorn</translation>
+    </message>
+    <message>
+        <source>Looks at the room from the viewer&apos;s side</source>
+        <translation>Blickt von der Seite des Betrachters in den Raum</translation>
+    </message>
+    <message>
+        <source>Top</source>
+        <translation>Oben</translation>
+    </message>
+    <message>
+        <source>Looks at the room from above</source>
+        <translation>Blickt von oben in den Raum</translation>
+    </message>
+    <message>
+        <source>Dimensions</source>
+        <translation>Maße</translation>
+    </message>
+    <message>
+        <source>Shows how wide and high each wall is</source>
+        <translation>Zeigt, wie breit und hoch jede Wand ist</translation>
+    </message>
 </context>
 <context>
     <name>zoHPCNetworkPicture</name>
@@ -2438,6 +2462,10 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>Drag it, or one of its edges. Ctrl: free of the edges beside it.</source>
         <translation>Mit der Maus verschieben oder an einem Rand ziehen. Strg: ohne an Nachbarn einzurasten.</translation>
+    </message>
+    <message>
+        <source>%1 by %2 at %3, %4</source>
+        <translation>%1 mal %2 bei %3, %4</translation>
     </message>
 </context>
 <context>

@@ -167,7 +167,7 @@ void tst_zoHPCScreensView::draggingMovesTheWindow()
 
     QCOMPARE(geometry(), QRect(qRound(60 / scale), qRound(-40 / scale), 1600, 1200));
     QCOMPARE(changed.size(), 2);
-    QCOMPARE(activated.size(), 0);
+    QCOMPARE(activated.size(), 1); // what is dragged is selected, once
 }
 
 void tst_zoHPCScreensView::draggingAnEdgeResizes_data()
@@ -251,7 +251,7 @@ void tst_zoHPCScreensView::escapeTakesTheDragBack()
     move(start + QPoint(80, 80));
     QTest::mouseRelease(m_view.get(), Qt::LeftButton, Qt::NoModifier, start);
     QCOMPARE(geometry(), QRect(0, 0, 1600, 1200));
-    QCOMPARE(activated.size(), 0);
+    QCOMPARE(activated.size(), 1); // by the drag, not by its end
 }
 
 void tst_zoHPCScreensView::escapeWithoutDragGoesToTheParent()

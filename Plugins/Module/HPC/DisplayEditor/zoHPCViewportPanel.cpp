@@ -13,6 +13,7 @@
 #include <QCoreApplication>
 #include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QScrollBar>
 #include <QTreeView>
 
 #include <algorithm>
@@ -60,6 +61,8 @@ void zoHPCViewportPanel::setIsShown(bool isShown)
     QTreeView* const view = m_ui.m_planeView;
     if (isShown == (view->model() != nullptr))
         return;
+    if (!isShown)
+        keepPlace();
     view->setModel(isShown ? m_ui.m_projectionTree->model() : nullptr);
     // View and header each make a selection for each model and keep those that they no longer use.
     const auto selections = view->findChildren<QItemSelectionModel*>();
@@ -67,8 +70,25 @@ void zoHPCViewportPanel::setIsShown(bool isShown)
         if (selection != view->selectionModel() && selection != view->header()->selectionModel())
             delete selection;
     }
-    if (isShown)
-        zoHPCTreeRows::showFirstColumnOnly(view);
+    if (!isShown)
+        return;
+    zoHPCTreeRows::showFirstColumnOnly(view);
+    for (const QPersistentModelIndex& row : qAsConst(m_expanded))
+        view->expand(row);
+    view->verticalScrollBar()->setValue(m_scroll);
+}
+
+// As it was when another viewport is shown.
+void zoHPCViewportPanel::keepPlace()
+{
+    const QTreeView* const view = m_ui.m_planeView;
+    m_expanded.clear();
+    for (int row = 0; row < view->model()->rowCount(); ++row) {
+        const QModelIndex index = view->model()->index(row, 0);
+        if (view->isExpanded(index))
+            m_expanded << index;
+    }
+    m_scroll = view->verticalScrollBar()->value();
 }
 
 void zoHPCViewportPanel::showProjection()

@@ -2,8 +2,10 @@
 
 #include "zoHPCDisplayTables.h"
 
+#include <QList>
 #include <QModelIndex>
 #include <QObject>
+#include <QPersistentModelIndex>
 
 class QZODataWidgetMapper;
 class Ui_zoHPCDisplayGUII;
@@ -36,9 +38,12 @@ signals:
 
 private:
     zoHPCViewportItem* currentViewport() const;
+    void keepPlace();
     void nameCorners(bool isInPixels);
     void chooseEyes(zoHPCDisplayTables::StereoMode::Eyes eyes);
 
     const Ui_zoHPCDisplayGUII& m_ui;
     const zoHPCDisplaySetup& m_setup;
+    QList<QPersistentModelIndex> m_expanded; // of the list of projections, while it is not seen
+    int m_scroll = 0;
 };

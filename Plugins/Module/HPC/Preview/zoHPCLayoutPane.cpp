@@ -10,6 +10,7 @@
 #include "zoHPCWindowItem.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QFileDialog>
 #include <QHBoxLayout>
@@ -42,7 +43,7 @@ zoHPCLayoutPane::zoHPCLayoutPane(QWidget* parent) : QWidget(parent)
     m_tabs = new QTabWidget;
     m_tabs->setObjectName(QString::fromLatin1("m_layoutTabs"));
     m_tabs->setDocumentMode(true);
-    m_tabs->addTab(m_room, tr("Room"));
+    m_tabs->addTab(createRoomPage(), tr("Room"));
     m_tabs->addTab(createScreensPage(), tr("Screens"));
 
     auto* const upper = new QWidget;
@@ -123,6 +124,35 @@ QLayout* zoHPCLayoutPane::createTools()
     tools->addWidget(fitButton);
     tools->addWidget(saveButton);
     return tools;
+}
+
+QWidget* zoHPCLayoutPane::createRoomPage()
+{
+    auto* const front = new QPushButton(tr("Front"));
+    front->setObjectName(QString::fromLatin1("m_frontButton"));
+    front->setToolTip(tr("Looks at the room from the viewer's side"));
+    connect(front, &QPushButton::clicked, m_room, &zoHPCRoomView::lookFromFront);
+    auto* const top = new QPushButton(tr("Top"));
+    top->setObjectName(QString::fromLatin1("m_topButton"));
+    top->setToolTip(tr("Looks at the room from above"));
+    connect(top, &QPushButton::clicked, m_room, &zoHPCRoomView::lookFromAbove);
+    for (QPushButton* button : {front, top})
+        button->setAutoDefault(false);
+    auto* const dimensions = new QCheckBox(tr("Dimensions"));
+    dimensions->setObjectName(QString::fromLatin1("m_dimensions"));
+    dimensions->setToolTip(tr("Shows how wide and high each wall is"));
+    connect(dimensions, &QCheckBox::toggled, m_room, &zoHPCRoomView::setHasDimensions);
+    auto* const page = new QWidget;
+    auto* const layout = new QVBoxLayout(page);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* const row = new QHBoxLayout;
+    row->addWidget(front);
+    row->addWidget(top);
+    row->addWidget(dimensions);
+    row->addStretch();
+    layout->addWidget(m_room);
+    layout->addLayout(row);
+    return page;
 }
 
 void zoHPCLayoutPane::connectViews()
@@ -282,8 +312,7 @@ std::array<zoHPCPictureView*, 2> zoHPCLayoutPane::views() const
 
 zoHPCPictureView* zoHPCLayoutPane::shownView() const
 {
-    const bool isRoom = m_tabs->currentIndex() == m_tabs->indexOf(m_room);
-    return views()[isRoom ? 0 : 1];
+    return views()[m_tabs->currentIndex() == 0 ? 0 : 1];
 }
 
 void zoHPCLayoutPane::showLayout(const std::shared_ptr<const zoHPCLayout>& layout)

@@ -75,6 +75,7 @@ protected:
 private:
     QWidget* createScreensPage();
     QLayout* createTools();
+    QWidget* createRoomPage();
     void connectViews();
 
     void forgetItems();

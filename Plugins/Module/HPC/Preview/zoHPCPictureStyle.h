@@ -10,6 +10,9 @@ class QPalette;
 class zoHPCPictureStyle final
 {
 public:
+    // Units of a picture, which are points of a screen: 7 pt and not less.
+    static constexpr int SmallestLetters = 10;
+
     explicit zoHPCPictureStyle(const QPalette& palette);
 
     static QColor withAlpha(QColor color, double alpha);

@@ -136,7 +136,10 @@ void zoHPCRoomCanvas::label(const QPointF& center, const QString& fullText, cons
         box.moveBottom(std::min(box.bottom(), m_lowest));
         free = besideLabels(box, true);
     }
-    reserve(free);
+    if (!isFree(free) || free.top() < area.top() || free.bottom() > area.bottom())
+        return;
+    reserve(free, true);
+    leader(center, free);
     painter.setPen(Qt::NoPen);
     painter.setBrush(zoHPCPictureStyle::withAlpha(style.background, 0.8));
     painter.drawRoundedRect(free, 3.0, 3.0);
@@ -145,26 +148,31 @@ void zoHPCRoomCanvas::label(const QPointF& center, const QString& fullText, cons
     painter.drawText(free, Qt::AlignCenter, text);
 }
 
-void zoHPCRoomCanvas::reserve(const QRectF& box)
+// From what the label names, where that is not beside it.
+void zoHPCRoomCanvas::leader(const QPointF& from, const QRectF& to)
 {
-    // They cover a picture, and each of the others looks at all of them.
-    constexpr std::size_t Maximum = 1000;
-    if (m_labels.size() < Maximum)
-        m_labels.push_back(box);
+    const QPointF end(qBound(to.left(), from.x(), to.right()), qBound(to.top(), from.y(), to.bottom()));
+    if (std::hypot(end.x() - from.x(), end.y() - from.y()) < 1.5 * to.height())
+        return;
+    painter.setPen(QPen(style.faintText, 1.0));
+    painter.drawLine(from, end);
+}
+
+void zoHPCRoomCanvas::reserve(const QRectF& box, bool isText)
+{
+    m_labels.push_back({box, isText});
 }
 
 bool zoHPCRoomCanvas::isFree(const QRectF& box) const
 {
     return std::none_of(m_labels.begin(), m_labels.end(),
-                        [&](const QRectF& taken) { return taken.intersects(box); });
+                        [&](const Label& taken) { return taken.box.intersects(box); });
 }
 
-void zoHPCRoomCanvas::smallLabel(QRectF box, const QString& text)
+bool zoHPCRoomCanvas::isFreeOfText(const QRectF& box) const
 {
-    if (!isFree(box))
-        box.translate(0.0, box.height());
-    if (area.contains(box) && isFree(box))
-        painter.drawText(box, Qt::AlignCenter, text);
+    return std::none_of(m_labels.begin(), m_labels.end(),
+                        [&](const Label& taken) { return taken.isText && taken.box.intersects(box); });
 }
 
 zoHPCRoomCamera::Seen zoHPCRoomCanvas::cut(const zoHPCRoomCamera::Seen& a, const zoHPCRoomCamera::Seen& b)
@@ -177,13 +185,13 @@ QRectF zoHPCRoomCanvas::besideLabels(QRectF box, bool isAbove) const
 {
     for (int attempt = 0; attempt < 12; ++attempt) {
         const auto other = std::find_if(m_labels.begin(), m_labels.end(),
-                                        [&](const QRectF& taken) { return taken.intersects(box); });
+                                        [&](const Label& taken) { return taken.box.intersects(box); });
         if (other == m_labels.end())
             break;
         if (isAbove)
-            box.moveBottom(other->top() - 1.0);
+            box.moveBottom(other->box.top() - 1.0);
         else
-            box.moveTop(other->bottom() + 1.0);
+            box.moveTop(other->box.bottom() + 1.0);
     }
     return box;
 }

@@ -32,14 +32,14 @@ public:
     void ramp(const zoHPCPlane& plane, const QColor& from, const QColor& to, bool upward);
     void arrow(const Point3& from, const Point3& to, const QColor& color, double width);
     // On a ground of its own, whole within the picture; moved down until it covers no other label, or up
-    // where there is no room below. After very many it is painted where it is.
+    // where there is no room below; a line leads from far off to where it belongs. Where there is no room at all it is
+    // left out: names can be asked for in tool tips.
     void label(const QPointF& center, const QString& fullText, const QColor& color, bool isBold);
-    // Beside the labels that are there, or not at all.
-    void smallLabel(QRectF box, const QString& text);
-    // No label is there.
+    // Nothing that is reserved is there; nor any text, which nothing may cover.
     bool isFree(const QRectF& box) const;
+    bool isFreeOfText(const QRectF& box) const;
     // No label goes there.
-    void reserve(const QRectF& box);
+    void reserve(const QRectF& box, bool isText = false);
     // Below this there are no labels.
     void endLabelsAt(double y) { m_lowest = y; }
 
@@ -51,8 +51,15 @@ public:
 
 private:
     static zoHPCRoomCamera::Seen cut(const zoHPCRoomCamera::Seen& a, const zoHPCRoomCamera::Seen& b);
-    QRectF besideLabels(QRectF box, bool isAbove) const;
+    struct Label
+    {
+        QRectF box;
+        bool isText;
+    };
 
-    std::vector<QRectF> m_labels;
+    QRectF besideLabels(QRectF box, bool isAbove) const;
+    void leader(const QPointF& from, const QRectF& to);
+
+    std::vector<Label> m_labels;
     double m_lowest;
 };

@@ -85,7 +85,7 @@ void zoHPCRoomLegend::paint()
     }
     const double top = m_canvas.area.bottom() - 1.5 * height - y;
     m_canvas.endLabelsAt(top);
-    m_canvas.reserve(QRectF(QPointF(m_canvas.area.left(), top), m_canvas.area.bottomRight()));
+    m_canvas.reserve(QRectF(QPointF(m_canvas.area.left(), top), m_canvas.area.bottomRight()), true);
     m_canvas.painter.setFont(m_canvas.style.font);
     for (size_t i = 0; i < m_entries.size(); ++i) {
         QPointF place = places[i] + QPointF(0.0, top);

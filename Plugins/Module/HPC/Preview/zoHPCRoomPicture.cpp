@@ -22,6 +22,8 @@ namespace
 {
 constexpr double Head = 110.0; // mm, of the viewer
 
+constexpr double s_axes = 40.0; // with their names, from where they meet
+
 // Of more, nobody reads the names on one sheet.
 constexpr qint64 s_mostTileNames = 10000;
 
@@ -121,7 +123,9 @@ void zoHPCRoomPicture::paint(QPainter& painter, const QRectF& area, const QPalet
     }
     paintHighlights(canvas);
     zoHPCRoomLegend(canvas, m_walls, floor.step()).paint();
-    if (m_isDrawing)
+    canvas.reserve(QRectF(axesOrigin(canvas) - QPointF(s_axes, s_axes), QSizeF(2.0 * s_axes, 2.0 * s_axes)),
+                   true);
+    if (m_isDrawing || !canvas.isFast)
         paintHosts(canvas);
     paintNames(canvas);
     paintAxes(canvas);
@@ -211,10 +215,15 @@ void zoHPCRoomPicture::paintViewer(zoHPCRoomCanvas& canvas) const
     canvas.painter.drawEllipse(canvas.place(Point3()), radius, radius);
 }
 
+QPointF zoHPCRoomPicture::axesOrigin(const zoHPCRoomCanvas& canvas) const
+{
+    return canvas.area.topLeft() + QPointF(s_axes, s_axes + 3.0);
+}
+
 void zoHPCRoomPicture::paintAxes(zoHPCRoomCanvas& canvas) const
 {
     constexpr double Size = 24.0;
-    const QPointF origin = canvas.area.topLeft() + QPointF(1.6 * Size, 1.8 * Size);
+    const QPointF origin = axesOrigin(canvas);
     const zoHPCRoomCamera::Seen from = m_camera.see(Point3());
     const struct
     {
@@ -274,7 +283,7 @@ void zoHPCRoomPicture::paintNames(zoHPCRoomCanvas& canvas) const
             name = tr("%1 (mirrored)").arg(wall.name);
         else if (wall.isSkewed)
             name = tr("%1 (skewed)").arg(wall.name);
-        if (m_isDrawing && !wall.hasTiles() && !wall.hostsOf(0, 0).isEmpty())
+        if (!wall.hasTiles() && !wall.hostsOf(0, 0).isEmpty())
             name = tr("%1: %2").arg(name, wall.hostsOf(0, 0).join(QLatin1String(", ")));
         const QColor color = wall.isBad() ? canvas.style.bad : canvas.style.text;
         const Point3 upperEdge = wall.plane.at(0.5, 1.0);
@@ -283,16 +292,8 @@ void zoHPCRoomPicture::paintNames(zoHPCRoomCanvas& canvas) const
         else
             canvas.label(canvas.place(wall.plane.center()) + QPointF(0.0, metrics.height()), name, color,
                          true);
-        if (m_isDrawing && !wall.isDegenerate)
+        if ((m_isDrawing || m_hasDimensions) && !wall.isDegenerate)
             paintDimensions(canvas, wall);
-    }
-    if (canvas.isFast || m_isDrawing)
-        return;
-    canvas.painter.setFont(canvas.style.font);
-    canvas.painter.setPen(canvas.style.text);
-    for (const Wall& wall : m_walls) {
-        if (wall.hasTiles() && !wall.isDegenerate && canvas.isVisible(wall.plane.center()))
-            paintTileNames(canvas, wall);
     }
 }
 
@@ -323,7 +324,11 @@ void zoHPCRoomPicture::paintHosts(zoHPCRoomCanvas& canvas) const
     for (const Wall& wall : m_walls) {
         if (wall.hasTiles() && !wall.isDegenerate && canvas.isVisible(wall.plane.center())) {
             reserveArrow(wall.plane.center(), zoHPCRoomWallPainter::endOfNormal(wall));
-            zoHPCRoomTileNames(canvas, wall).paint();
+            const zoHPCRoomTileNames names(canvas, wall);
+            if (names.fit() || m_isDrawing)
+                names.paint();
+            else
+                zoHPCRoomTileNames(canvas, wall, false).paint();
         }
     }
 }
@@ -355,30 +360,4 @@ void zoHPCRoomPicture::paintDimensions(zoHPCRoomCanvas& canvas, const Wall& wall
     if (!height.isEmpty() && canvas.isVisible(right))
         canvas.label(canvas.place(right) + QPointF(metrics.horizontalAdvance(height) / 2.0 + 9.0, 0.0),
                      height, canvas.style.faintText, false);
-}
-
-void zoHPCRoomPicture::paintTileNames(zoHPCRoomCanvas& canvas, const Wall& wall) const
-{
-    const QFontMetricsF metrics(canvas.style.font, canvas.painter.device());
-    const QSizeF room(metrics.horizontalAdvance(
-                          tr("r%1 c%2").arg(QString::number(wall.rows), QString::number(wall.columns))) +
-                          8.0,
-                      1.4 * metrics.height());
-    const double scale =
-        m_camera.scaleAt(std::max(m_camera.see(wall.plane.center()).depth, 1.0), canvas.area);
-    if (wall.tileWidth * wall.plane.width() * scale < 1.6 * room.width() ||
-        wall.tileHeight * wall.plane.height() * scale < 1.6 * room.height())
-        return;
-    canvas.reserve(QRectF(canvas.place(wall.plane.center()) - QPointF(6.0, 6.0), QSizeF(12.0, 12.0)));
-    for (int row = 0; row < wall.rows; ++row) {
-        for (int column = 0; column < wall.columns; ++column) {
-            const Point3 center = wall.plane.at(wall.left(column) + 0.5 * wall.tileWidth,
-                                                wall.top(row) - 0.5 * wall.tileHeight);
-            if (!canvas.isVisible(center))
-                continue;
-            canvas.smallLabel(
-                QRectF(canvas.place(center) - QPointF(room.width() / 2.0, room.height() / 2.0), room),
-                tr("r%1 c%2").arg(QString::number(row + 1), QString::number(column + 1)));
-        }
-    }
 }

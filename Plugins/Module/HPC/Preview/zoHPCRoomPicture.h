@@ -31,6 +31,8 @@ public:
 
     // As a drawing that is read without the program: the hosts on their tiles, and how large each wall is.
     void setIsDrawing(bool isDrawing) { m_isDrawing = isDrawing; }
+    // How large each wall is, as in a drawing.
+    void setHasDimensions(bool hasDimensions) { m_hasDimensions = hasDimensions; }
 
     const std::vector<Wall>& walls() const { return m_walls; }
     const zoHPCRoomCamera& camera() const { return m_camera; }
@@ -67,14 +69,15 @@ private:
     Point3 viewersLook(const zoHPCRoomCanvas& canvas) const;
     void paintViewer(zoHPCRoomCanvas& canvas) const;
     void paintHighlights(zoHPCRoomCanvas& canvas) const;
+    QPointF axesOrigin(const zoHPCRoomCanvas& canvas) const;
     void paintAxes(zoHPCRoomCanvas& canvas) const;
     void paintNames(zoHPCRoomCanvas& canvas) const;
     void paintHosts(zoHPCRoomCanvas& canvas) const;
     void paintDimensions(zoHPCRoomCanvas& canvas, const Wall& wall) const;
-    void paintTileNames(zoHPCRoomCanvas& canvas, const Wall& wall) const;
 
     std::vector<Wall> m_walls;
     std::vector<Highlight> m_highlights;
     zoHPCRoomCamera m_camera;
     bool m_isDrawing = false;
+    bool m_hasDimensions = false;
 };

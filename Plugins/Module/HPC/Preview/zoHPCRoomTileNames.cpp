@@ -8,10 +8,10 @@
 
 #include <algorithm>
 
-zoHPCRoomTileNames::zoHPCRoomTileNames(zoHPCRoomCanvas& canvas, const zoHPCRoomWall& wall)
+zoHPCRoomTileNames::zoHPCRoomTileNames(zoHPCRoomCanvas& canvas, const zoHPCRoomWall& wall, bool hasHosts)
     : m_canvas(canvas), m_wall(wall)
 {
-    findTiles();
+    findTiles(hasHosts);
     constexpr int LargestLetters = 13;
     for (int letters = LargestLetters; letters >= SmallestLetters && m_letters == 0; --letters) {
         const bool isFit = std::all_of(m_tiles.begin(), m_tiles.end(), [&](const Tile& tile) {
@@ -23,7 +23,7 @@ zoHPCRoomTileNames::zoHPCRoomTileNames(zoHPCRoomCanvas& canvas, const zoHPCRoomW
     }
 }
 
-void zoHPCRoomTileNames::findTiles()
+void zoHPCRoomTileNames::findTiles(bool hasHosts)
 {
     for (int row = 0; row < m_wall.rows; ++row) {
         for (int column = 0; column < m_wall.columns; ++column) {
@@ -38,8 +38,9 @@ void zoHPCRoomTileNames::findTiles()
             const QPointF center = m_canvas.place(tile.at(0.5, 0.5));
             Tile entry;
             entry.room = QRectF(center - QPointF(width / 2.0, height / 2.0), QSizeF(width, height));
-            entry.lines << tr("r%1 c%2").arg(QString::number(row + 1), QString::number(column + 1))
-                        << m_wall.hostsOf(row, column);
+            entry.lines << tr("r%1 c%2").arg(QString::number(row + 1), QString::number(column + 1));
+            if (hasHosts)
+                entry.lines << m_wall.hostsOf(row, column);
             m_tiles.push_back(entry);
         }
     }
@@ -75,7 +76,10 @@ void zoHPCRoomTileNames::paint() const
             if (m_canvas.isFree(box))
                 break;
         }
-        m_canvas.reserve(box);
+        // Of walls that stand one behind the other, or reach beyond the picture.
+        if (!m_canvas.isFreeOfText(box) || !m_canvas.area.contains(box))
+            continue;
+        m_canvas.reserve(box, true);
         m_canvas.painter.fillRect(box, zoHPCPictureStyle::withAlpha(m_canvas.style.background, 0.6));
         for (int i = 0; i < tile.lines.size(); ++i)
             m_canvas.painter.drawText(QRectF(box.left(), box.top() + i * line, box.width(), line),

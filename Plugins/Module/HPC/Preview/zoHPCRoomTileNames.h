@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zoHPCPictureStyle.h"
+
 #include <QCoreApplication>
 #include <QPointF>
 #include <QRectF>
@@ -19,14 +21,14 @@ class zoHPCRoomTileNames final
 
 public:
     // Smaller letters cannot be read.
-    static constexpr int SmallestLetters = 9;
+    static constexpr int SmallestLetters = zoHPCPictureStyle::SmallestLetters;
 
-    // Both must outlive it.
-    zoHPCRoomTileNames(zoHPCRoomCanvas& canvas, const zoHPCRoomWall& wall);
+    // Both must outlive it. The places alone, where the hosts have no room.
+    zoHPCRoomTileNames(zoHPCRoomCanvas& canvas, const zoHPCRoomWall& wall, bool hasHosts = true);
 
     // Whether all of them can be read.
     bool fit() const { return m_letters > 0; }
-    // Nothing when they do not fit.
+    // Nothing when they do not fit, and none over another text.
     void paint() const;
 
 private:
@@ -36,7 +38,7 @@ private:
         QRectF room; // in the picture, well within the tile
     };
 
-    void findTiles();
+    void findTiles(bool hasHosts);
     QSizeF sizeOf(const Tile& tile, int letters) const;
 
     zoHPCRoomCanvas& m_canvas;

@@ -103,6 +103,30 @@ void zoHPCRoomView::keyPressEvent(QKeyEvent* event)
     }
 }
 
+void zoHPCRoomView::lookFromFront()
+{
+    look(0.0, 0.0);
+}
+
+void zoHPCRoomView::lookFromAbove()
+{
+    look(0.0, 90.0); // as far as the camera goes
+}
+
+void zoHPCRoomView::setHasDimensions(bool hasDimensions)
+{
+    m_picture.setHasDimensions(hasDimensions);
+    update();
+}
+
+void zoHPCRoomView::look(double yaw, double pitch)
+{
+    zoHPCRoomCamera camera = m_picture.camera();
+    camera.orbit(yaw - camera.yaw, pitch - camera.pitch);
+    m_picture.setCamera(camera);
+    fit();
+}
+
 void zoHPCRoomView::turn(double yaw, double pitch)
 {
     zoHPCRoomCamera camera = m_picture.camera();

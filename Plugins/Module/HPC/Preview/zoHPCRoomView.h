@@ -24,6 +24,12 @@ public:
     // Tells so: what a click does then belongs to whoever hears of it.
     void setTakesSurfaces(bool takes);
 
+public slots:
+    // From the viewer's side, or from above; takes everything in.
+    void lookFromFront();
+    void lookFromAbove();
+    void setHasDimensions(bool hasDimensions);
+
 protected:
     zoHPCPicture& editedPicture() override { return m_picture; }
 
@@ -35,6 +41,7 @@ protected:
 
 private:
     void turn(double yaw, double pitch);
+    void look(double yaw, double pitch);
 
     zoHPCRoomPicture m_picture;
     std::shared_ptr<const zoHPCLayout> m_layout;

@@ -36,6 +36,7 @@ zoHPCScreensPainter::zoHPCScreensPainter(QPainter& painter, const zoHPCPictureSt
 void zoHPCScreensPainter::paintNode(const zoHPCScreenNode& node) const
 {
     const QRectF card = m_placement.toPicture(node.card);
+    m_texts.clear();
     const bool isBad = node.name.isEmpty() || !node.isKnown || !node.isEnabled;
     const double corner = std::min(6.0, 0.03 * m_placement.screenHeight * m_placement.scale);
     // Dashes cost much and are not seen round a card as small as a stamp.
@@ -73,7 +74,7 @@ void zoHPCScreensPainter::paintNode(const zoHPCScreenNode& node) const
 
 bool zoHPCScreensPainter::isReadable(const zoHPCScreenNode& node, const Placement& placement)
 {
-    constexpr int SmallestLetters = 9;
+    constexpr int SmallestLetters = zoHPCPictureStyle::SmallestLetters;
     const auto fits = [](const QString& text, double width, double height, bool isBold) {
         QFont font;
         font.setBold(isBold);
@@ -257,12 +258,16 @@ void zoHPCScreensPainter::paintViewportText(const Viewport& viewport, const QRec
     const QRectF& part = viewport.area;
     const QRectF box(place.left() + part.left() * place.width(), place.top() + part.top() * place.height(),
                      part.width() * place.width(), part.height() * place.height());
-    const double height = m_placement.screenTitle();
+    // As large as the viewport has room for, where the screen is small.
+    constexpr double Part = 0.3;
+    constexpr double Enough = 13.0;
+    const double height =
+        std::max(m_placement.screenTitle(), std::min(Enough / 0.8, Part * box.height() / std::max(1, rows)));
     const double top = box.center().y() + (2.0 * row - rows) * height;
     const QRectF upper(box.left() + 4.0, top, box.width() - 8.0, height);
     const bool isEmpty = viewport.projection.isEmpty();
     paintText(upper, Qt::AlignHCenter | Qt::AlignBottom, isEmpty ? tr("No projection") : viewport.projection,
-              isEmpty ? m_style.bad : m_style.text, 0.8 * height);
+              isEmpty ? m_style.bad : m_style.text, 0.8 * height, QColor(), Qt::ElideMiddle);
     QString eye = eyeName(viewport.eye);
     if (viewport.isFlippedX || viewport.isFlippedY)
         eye = eye.isEmpty() ? tr("flipped") : tr("%1, flipped").arg(eye);
@@ -272,10 +277,10 @@ void zoHPCScreensPainter::paintViewportText(const Viewport& viewport, const QRec
 }
 
 void zoHPCScreensPainter::paintText(const QRectF& box, int flags, const QString& text, const QColor& color,
-                                    double height, const QColor& ground) const
+                                    double height, const QColor& ground, Qt::TextElideMode elide) const
 {
-    // Smaller letters cannot be read.
-    constexpr double Smallest = 6.0;
+    // Smaller letters cannot be read; what they would say is in the tool tip.
+    constexpr double Smallest = zoHPCPictureStyle::SmallestLetters;
     if (height < Smallest || box.width() < 2.0 * Smallest)
         return;
     const QFont before = m_painter.font();
@@ -283,7 +288,17 @@ void zoHPCScreensPainter::paintText(const QRectF& box, int flags, const QString&
     font.setPixelSize(static_cast<int>(std::min(height, LargestLetters)));
     m_painter.setFont(font);
     const QFontMetricsF metrics(font, m_painter.device());
-    const QString shown = metrics.elidedText(text, Qt::ElideRight, box.width());
+    const QString shown = metrics.elidedText(text, elide, box.width());
+    // A mark in place of what is left out, and no more, says nothing.
+    constexpr int Fewest = 3;
+    const QRectF covered = metrics.boundingRect(box, flags | Qt::TextSingleLine, shown);
+    const bool isTaken = std::any_of(m_texts.begin(), m_texts.end(),
+                                     [&covered](const QRectF& other) { return other.intersects(covered); });
+    if (isTaken || shown.isEmpty() || (shown != text && shown.size() < Fewest)) {
+        m_painter.setFont(before);
+        return;
+    }
+    m_texts.push_back(covered);
     if (ground.isValid()) {
         const QRectF behind(box.topLeft(), QSizeF(metrics.horizontalAdvance(shown), metrics.height()));
         m_painter.fillRect(behind.adjusted(-2.0, 0.0, 2.0, 0.0), ground);

@@ -9,6 +9,8 @@
 #include <QRectF>
 #include <QString>
 
+#include <vector>
+
 class QPainter;
 
 // Paints the nodes of a picture of the screens where they lie on its sheet.
@@ -26,6 +28,7 @@ public:
         static constexpr double ScreenTitle = 0.11;
 
         double screenHeight = 1000.0; // of a usual screen, in pixels: gaps and titles follow it
+        double titlePart = Title;     // more where names would be too small to be read
         double scale = 0.1;
         QPointF offset;          // of the sheet's origin
         bool isNumbered = false; // nodes have numbers in place of names
@@ -36,7 +39,7 @@ public:
         }
         // In the picture.
         double gap() const { return Gap * screenHeight * scale; }
-        double title() const { return Title * screenHeight * scale; }
+        double title() const { return titlePart * screenHeight * scale; }
         double screenTitle() const { return ScreenTitle * screenHeight * scale; }
     };
 
@@ -67,9 +70,9 @@ private:
     // `row` of the rows that several viewports share, which lie at the same place.
     void paintViewportText(const Viewport& viewport, const QRectF& place, int row, int rows) const;
     void paintCaption(const Screen& screen, const Window& window) const;
-    // In letters of this height, within what can be read and fits the box.
+    // In letters of this height, within what can be read and fits the box; none over another text.
     void paintText(const QRectF& box, int flags, const QString& text, const QColor& color, double height,
-                   const QColor& ground = QColor()) const;
+                   const QColor& ground = QColor(), Qt::TextElideMode elide = Qt::ElideRight) const;
     bool isCurrent(const QTreeWidgetItem* item) const { return item && item == m_current; }
 
     QPainter& m_painter;
@@ -77,4 +80,5 @@ private:
     const zoHPCPicture::Detail m_detail;
     const Placement& m_placement;
     const QTreeWidgetItem* const m_current; // never followed
+    mutable std::vector<QRectF> m_texts;    // of the node that is painted
 };

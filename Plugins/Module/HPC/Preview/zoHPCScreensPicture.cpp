@@ -49,6 +49,25 @@ void zoHPCScreensPicture::fit(const QRectF& area)
 {
     if (area.isEmpty())
         return;
+    m_placement.titlePart = Placement::Title;
+    fitSheet(area);
+    // Names of many nodes need more of the sheet, as long as they get what they need.
+    constexpr double Letters = (zoHPCPictureStyle::SmallestLetters + 1) / 0.75;
+    constexpr double LargestPart = 0.6;
+    for (int round = 0; round < 4 && !m_sheet.isEmpty() && m_placement.title() < Letters; ++round) {
+        m_placement.titlePart = 1.05 * Letters / (m_placement.screenHeight * m_placement.scale);
+        if (m_placement.titlePart > LargestPart)
+            break;
+        fitSheet(area);
+    }
+    if (m_placement.titlePart > LargestPart) {
+        m_placement.titlePart = Placement::Title;
+        fitSheet(area);
+    }
+}
+
+void zoHPCScreensPicture::fitSheet(const QRectF& area)
+{
     arrange(area.width() / area.height());
     if (m_sheet.isEmpty())
         return;
@@ -177,6 +196,14 @@ zoHPCScreensPicture::Hit zoHPCScreensPicture::hitTest(const QPointF& point) cons
     return beside;
 }
 
+QString zoHPCScreensPicture::nodeAt(const QPointF& point) const
+{
+    const auto node = std::find_if(m_nodes.begin(), m_nodes.end(), [&](const Node& one) {
+        return m_placement.toPicture(one.card).contains(point);
+    });
+    return node == m_nodes.end() ? QString() : node->name;
+}
+
 QString zoHPCScreensPicture::screenName(int number)
 {
     return zoHPCScreensPainter::screenName(number);
@@ -237,9 +264,9 @@ void zoHPCScreensPicture::arrange(double aspect)
             width += screen.bounds.width() + gap;
             height = std::max(height, screen.bounds.height());
         }
-        node.card =
-            QRectF(0.0, 0.0, width,
-                   height + (Placement::Title + Placement::ScreenTitle) * m_placement.screenHeight + gap);
+        node.card = QRectF(
+            0.0, 0.0, width,
+            height + (m_placement.titlePart + Placement::ScreenTitle) * m_placement.screenHeight + gap);
         area += (width + gap) * (node.card.height() + gap);
         widest = std::max(widest, width);
     }
@@ -260,7 +287,7 @@ void zoHPCScreensPicture::arrange(double aspect)
     for (Node& node : m_nodes) {
         double left = node.card.left() + gap;
         for (Screen& screen : node.screens) {
-            screen.origin = QPointF(left, node.card.top() + (Placement::Title + Placement::ScreenTitle) *
+            screen.origin = QPointF(left, node.card.top() + (m_placement.titlePart + Placement::ScreenTitle) *
                                                                 m_placement.screenHeight) -
                             screen.bounds.topLeft();
             left += screen.bounds.width() + gap;

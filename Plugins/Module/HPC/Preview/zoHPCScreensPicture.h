@@ -87,6 +87,9 @@ public:
     // Edges can be taken some units of the picture beside them.
     Hit hitTest(const QPointF& point) const;
 
+    // The name of the node whose card lies there; empty beside all of them.
+    QString nodeAt(const QPointF& point) const;
+
     // "Screen 1", "Primary screen", "Extended desktop".
     static QString screenName(int number);
     // The editor's name of a stereo mode; empty without stereo.
@@ -98,6 +101,7 @@ private:
     std::pair<const Screen*, const Window*> find(const zoHPCWindowItem* window) const;
     void read(const zoHPCLayout& layout);
     void arrange(double aspect);
+    void fitSheet(const QRectF& area);
     QRectF placeCards(double rowWidth, double gap);
 
     std::vector<Node> m_nodes;

@@ -102,13 +102,26 @@ QString zoHPCScreensView::toolTipAt(const QPoint& position)
     const zoHPCScreensPicture::Hit hit = m_picture.hitTest(position);
     const QTreeWidgetItem* const item =
         hit.viewport ? static_cast<const QTreeWidgetItem*>(hit.viewport) : hit.window;
+    const QString node = m_picture.nodeAt(position);
     if (!item)
-        return {};
-    if (!hit.canMove)
-        return zoText("<qt>%1</qt>").arg(item->text(0).toHtmlEscaped());
-    return zoText("<qt>%1<br>%2</qt>")
-        .arg(item->text(0).toHtmlEscaped(),
-             tr("Drag it, or one of its edges. Ctrl: free of the edges beside it.").toHtmlEscaped());
+        return node.isEmpty() ? QString() : zoText("<qt>%1</qt>").arg(node.toHtmlEscaped());
+    // What the picture may have no room for.
+    QStringList lines{item->text(0)};
+    if (hit.viewport)
+        lines << hit.window->text(0);
+    lines << placeText(*hit.window);
+    if (hit.canMove)
+        lines << tr("Drag it, or one of its edges. Ctrl: free of the edges beside it.");
+    return zoText("<qt>%1</qt>")
+        .arg(lines.join(QLatin1Char('\n')).toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>")));
+}
+
+QString zoHPCScreensView::placeText(const zoHPCWindowItem& window)
+{
+    const QRect place = geometryOf(window);
+    return tr("%1 by %2 at %3, %4")
+        .arg(QString::number(place.width()), QString::number(place.height()), QString::number(place.x()),
+             QString::number(place.y()));
 }
 
 void zoHPCScreensView::paintEvent(QPaintEvent* event)
@@ -118,6 +131,24 @@ void zoHPCScreensView::paintEvent(QPaintEvent* event)
         return;
     QPainter painter(this);
     paintGuides(painter);
+    paintPlace(painter);
+}
+
+// Beside the upper left corner, as far as that is in sight.
+void zoHPCScreensView::paintPlace(QPainter& painter) const
+{
+    if (!isShown(m_hit.window))
+        return;
+    const zoHPCPictureStyle style(palette());
+    const QString text = placeText(*m_hit.window);
+    const QFontMetrics metrics(font());
+    QRect box(QPoint(), metrics.size(Qt::TextSingleLine, text) + QSize(10, 4));
+    box.moveBottomLeft(m_picture.placeOf(m_hit.window).topLeft().toPoint());
+    box.moveLeft(qBound(0, box.left(), qMax(0, width() - box.width())));
+    box.moveTop(qBound(0, box.top(), qMax(0, height() - box.height())));
+    painter.fillRect(box, style.current);
+    painter.setPen(style.background);
+    painter.drawText(box, Qt::AlignCenter, text);
 }
 
 void zoHPCScreensView::press(const QMouseEvent& event)
@@ -137,6 +168,9 @@ void zoHPCScreensView::hover(const QPoint& position)
 void zoHPCScreensView::beginDrag()
 {
     m_isWindowDragged = m_hit.window && m_hit.canMove;
+    // The fields show where it goes.
+    if (m_isWindowDragged)
+        emit itemActivated(m_hit.window);
 }
 
 void zoHPCScreensView::drag(const QMouseEvent& event, const QPoint& way)

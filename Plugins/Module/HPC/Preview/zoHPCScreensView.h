@@ -56,6 +56,8 @@ private:
     void dragWindow(const QPoint& to, bool snaps);
     void snap(QRect& geometry);
     void paintGuides(QPainter& painter) const;
+    void paintPlace(QPainter& painter) const;
+    static QString placeText(const zoHPCWindowItem& window);
     // The window belongs to the drag no more.
     void letGo();
     void showCursor(const zoHPCScreensPicture::Hit& hit);
