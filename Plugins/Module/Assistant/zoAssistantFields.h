@@ -25,6 +25,9 @@ signals:
     void edited();
 
 protected:
+    static constexpr double MostMillimetres = 1e6; // that a field takes
+    static constexpr int RowSpacing = 6;           // pixels between the fields of a row
+
     zoAssistantFields(const QString& title, QWidget* parent);
     // The dialog has many fields and must fit on small screens.
     static void tighten(QLayout& layout);

@@ -13,7 +13,6 @@
 namespace
 {
 constexpr double MostPixels = 100000;
-constexpr double MostMillimetres = 1e6;
 // Of tiles of usual sizes, so that choosing "overlap" or "frames" is a beginning that can be seen.
 constexpr double UsualOverlap = 120; // pixels
 constexpr double UsualBezel = 8;     // pixels

@@ -19,9 +19,7 @@ namespace
 {
 using Kind = zoHPCWallPlan::Kind;
 
-constexpr int RowSpacing = 6; // pixels
 constexpr double MostTiles = 1000;
-constexpr double MostMillimetres = 1e6;
 constexpr double MostDegrees = 180.0;
 
 const QString& millimetres()

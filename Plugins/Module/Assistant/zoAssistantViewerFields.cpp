@@ -17,8 +17,6 @@ namespace
 using Kind = zoHPCWallPlan::Kind;
 using EyeOrder = zoHPCWallPlan::EyeOrder;
 
-constexpr double MostMillimetres = 1e6;
-constexpr int RowSpacing = 6; // pixels
 constexpr double MostBetweenEyes = 1000;
 
 struct Order
