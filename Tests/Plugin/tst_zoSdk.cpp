@@ -46,6 +46,7 @@ private slots:
     void everyHeaderIsComplete();
     void coreReadsAConfiguration();
     void packageConfigFindsTheKernel();
+    void hostWorksWithoutTheAssistant();
 
 private:
     // Builds the sources in a folder of this name against the installed files.
@@ -231,6 +232,25 @@ int main()
     const QDir samples = QFileInfo(file(QStringLiteral("powerwall-2x2.zhpc"))).dir();
     QCOMPARE(QString::fromUtf8(program.output).trimmed(),
              QDir::cleanPath(samples.filePath(QStringLiteral(".."))));
+}
+
+// The last one, since it takes a file away.
+void tst_zoSdk::hostWorksWithoutTheAssistant()
+{
+    const QStringList arguments{QStringLiteral("--engine"), QStringLiteral("local"),
+                                QStringLiteral("--non-interactive"),
+                                file(QStringLiteral("powerwall-2x2.zhpc"))};
+    const Outcome with = run(file(QStringLiteral("zohost")), arguments);
+    VERIFY_RUN(with);
+    QVERIFY2(with.output.contains("libzoAssistant.so loaded"), with.output.constData());
+    QVERIFY(QFile::remove(file(QStringLiteral("libzoAssistant.so"))));
+
+    const Outcome without = run(file(QStringLiteral("zohost")), arguments);
+
+    VERIFY_RUN(without);
+    QVERIFY2(without.output.contains("libzoHPC.so loaded"), without.output.constData());
+    QVERIFY2(!without.output.contains("Assistant"), without.output.constData());
+    QVERIFY2(!without.output.contains("Unable"), without.output.constData());
 }
 
 ZO_TEST_MAIN(tst_zoSdk)
