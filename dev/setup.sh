@@ -4,7 +4,7 @@
 zo_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 zo_build="$zo_root/build/release"
 
-zo_build_packages=(g++ cmake ninja-build qtbase5-dev libqt5svg5-dev qttools5-dev qttools5-dev-tools
+zo_build_packages=(g++ cmake ninja-build qtbase5-dev libqt5svg5-dev libeigen3-dev qttools5-dev qttools5-dev-tools
     qttranslations5-l10n fonts-dejavu-core python3 python3-markdown)
 zo_check_packages=(libbenchmark-dev python3 libxtst-dev xvfb x11-utils libgl1-mesa-dri matchbox-window-manager
     openmpi-bin libopenmpi-dev procps git libxml2-utils clustershell pdsh mandoc

@@ -59,6 +59,7 @@ ROOMS = {
     "Report": {"Base", "Hosts", "Displays", "Checks", "Render", "Preview"},
     "Document": {"Base", "Hosts", "Displays"},
     "Walls": {"Base", "Hosts", "Displays", "Checks", "Document"},
+    "Survey": {"Base", "Displays", "Document"},
     "Legacy": {"Base", "Hosts", "Displays", "Document"},
     "Preview": {"Base", "Widgets", "Hosts", "Displays", "Checks"},
     "DisplayEditor": {"Base", "Widgets", "Hosts", "Displays", "Checks", "Preview"},

@@ -16,6 +16,7 @@
 #include "zoNodesCommand.h"
 #include "zoReportCommand.h"
 #include "zoSetCommand.h"
+#include "zoSurveyCommand.h"
 #include "zoTopologyCommand.h"
 
 #include <QtGlobal>
@@ -79,6 +80,8 @@ const std::vector<zoCommandEntry>& zoCommandTable::entries()
          createInDocument<zoReportCommand>(), true},
         {"set", QT_TRANSLATE_NOOP("zohpc", "changes values of a configuration by their paths"),
          createInDocument<zoSetCommand>()},
+        {"survey", QT_TRANSLATE_NOOP("zohpc", "planes from what a tape measure or a total station gave"),
+         createInDocument<zoSurveyCommand>()},
         {"topology", QT_TRANSLATE_NOOP("zohpc", "gateways as the topology.conf of ClusterShell, out and in"),
          createInDocument<zoTopologyCommand>()},
     };

@@ -1,0 +1,158 @@
+#include "zoSurveyCommand.h"
+
+#include "zoClusterSetup.h"
+#include "zoConsole.h"
+#include "zoHPCSurveyPlanes.h"
+#include "zoHPCSurveyReader.h"
+#include "zoHPCSurveySolver.h"
+#include "zoSurveyReport.h"
+#include "zoTextFile.h"
+
+#include <zoFileReader.h>
+#include <zoFileText.h>
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <cmath>
+
+QString zoSurveyCommand::description() const
+{
+    return tr("Finds the planes of a room by least squares from what was measured in it: sizes of walls or tiles, "
+              "distances\n"
+              "between their corners, heights above the floor, angles, what is plumb, point lists of a total station. "
+              "Prints the\n"
+              "planes, how well each measurement fits, and which one fits worst. Exit status 1 when the measurements "
+              "do not\n"
+              "determine the room, or one is off by more than --limit.");
+}
+
+QStringList zoSurveyCommand::examples() const
+{
+    return {QStringLiteral("zohpc survey room.txt\t") + tr("planes and residuals"),
+            QStringLiteral("zohpc survey room.txt --into wall.zhpc -o wall.zhpc\t") +
+                tr("the windows of wall.zhpc on the measured planes"),
+            QStringLiteral("zohpc survey room.txt --limit 5 -o room.zhpc\t") +
+                tr("a new configuration, if all fits to 5 mm")};
+}
+
+void zoSurveyCommand::addArguments(QCommandLineParser& parser) const
+{
+    parser.addOption({{QStringLiteral("o"), QStringLiteral("output")},
+                      tr("Write a configuration with the planes to <file>, \"-\" for standard output, where "
+                         "the tables are not printed then."),
+                      tr("file")});
+    parser.addOption({QStringLiteral("into"),
+                      tr("Replace the planes of the same names in the configuration <file>, and keep all else of it. "
+                         "A new configuration otherwise."),
+                      tr("file")});
+    parser.addOption({QStringLiteral("limit"),
+                      tr("Exit with 1 and write nothing when a residual is larger than <N> millimetres."),
+                      QStringLiteral("N")});
+    parser.addOption({QStringLiteral("json"), tr("Print JSON.")});
+    parser.addPositionalArgument(QStringLiteral("FILE"), tr("Measurements, \"-\" for standard input."));
+}
+
+bool zoSurveyCommand::checkUsage(const QCommandLineParser& parser, double& limit) const
+{
+    const auto refuse = [&](const QString& reason) {
+        usageError(reason);
+        return false;
+    };
+    if (parser.positionalArguments().size() != 1)
+        return refuse(parser.positionalArguments().isEmpty() ? tr("no file given") : tr("one file at a time"));
+    if (parser.isSet(QStringLiteral("into")) && !parser.isSet(QStringLiteral("output")))
+        return refuse(tr("--into needs --output"));
+    limit = 0.0;
+    if (parser.isSet(QStringLiteral("limit"))) {
+        const QString given = parser.value(QStringLiteral("limit"));
+        bool isNumber = false;
+        limit = given.toDouble(&isNumber);
+        if (!isNumber || !std::isfinite(limit) || limit <= 0.0)
+            return refuse(tr("--limit: \"%1\" is no number of millimetres above 0").arg(given));
+    }
+    return true;
+}
+
+bool zoSurveyCommand::read(const QString& fileName, zoHPCSurvey& survey)
+{
+    QString text;
+    if (!zoTextFile::read(fileName, text))
+        return false;
+    const QDir folder = fileName == QLatin1String("-") ? QDir::current() : QFileInfo(fileName).absoluteDir();
+    zoHPCSurveyReader reader([&folder](const QString& name, QString& list, QString& reason) {
+        QByteArray bytes;
+        if (zoFileReader::read(folder.filePath(name), bytes, &reason) != zoFileReader::Result::Read)
+            return false;
+        list = zoFileText(bytes).text();
+        return true;
+    });
+    const bool isGood = reader.read(text);
+    for (const zoHPCSurveyReader::Mistake& mistake : reader.mistakes())
+        zoConsole::printError(mistake.file.isEmpty() ? fileName : mistake.file, mistake.line, 1, mistake.text);
+    survey = reader.survey();
+    return isGood;
+}
+
+int zoSurveyCommand::execute(const QCommandLineParser& parser)
+{
+    double limit = 0.0;
+    if (!checkUsage(parser, limit))
+        return zoConsole::Unusable;
+    const QString file = parser.positionalArguments().constFirst();
+    const QString output = parser.value(QStringLiteral("output"));
+    zoHPCSurvey survey;
+    if ((parser.isSet(QStringLiteral("output")) && !zoTextFile::mayWrite({output}, file)) || !read(file, survey))
+        return zoConsole::Unusable;
+    const zoHPCSurveySolution solution = zoHPCSurveySolver::solve(survey);
+    const zoSurveyReport report(survey, solution, file);
+    const bool isQuiet = output == QLatin1String("-");
+    if (!isQuiet && !zoConsole::write(parser.isSet(QStringLiteral("json")) ? report.json() : report.text()))
+        return zoConsole::Unusable;
+    for (const QString& open : solution.undetermined)
+        zoConsole::printError(QStringLiteral("%1: %2").arg(file, open));
+    if (!solution.isDetermined())
+        return zoConsole::ProblemsFound;
+    bool isWithin = true;
+    for (std::size_t i = 0; limit > 0.0 && i < solution.residuals.size(); ++i) {
+        if (std::abs(solution.residuals[i].millimetres) <= limit)
+            continue;
+        const zoHPCSurvey::Measurement& measurement = survey.measurements[i];
+        zoConsole::printError(measurement.file.isEmpty() ? file : measurement.file, measurement.line, 1,
+                              tr("%1 is off by %2 mm, more than %3")
+                                  .arg(measurement.text,
+                                       QString::number(std::abs(solution.residuals[i].millimetres), 'f', 1),
+                                       QString::number(limit)));
+        isWithin = false;
+    }
+    if (!isWithin)
+        return zoConsole::ProblemsFound;
+    return !parser.isSet(QStringLiteral("output")) || write(parser, survey, solution) ? zoConsole::Fine
+                                                                                     : zoConsole::Unusable;
+}
+
+bool zoSurveyCommand::write(const QCommandLineParser& parser, const zoHPCSurvey& survey,
+                            const zoHPCSurveySolution& solution)
+{
+    const QString into = parser.value(QStringLiteral("into"));
+    zoHPCConfiguration configuration;
+    if (parser.isSet(QStringLiteral("into"))) {
+        zoClusterSetup setup;
+        if (!setup.readFile(into))
+            return false;
+        QDomDocument document = setup.document();
+        configuration.read(document);
+    } else {
+        configuration.hosts().setDefaultConfig();
+        configuration.displays().setDefaultConfig();
+    }
+    zoHPCSurveyPlanes planes(survey, solution);
+    if (!planes.putInto(configuration)) {
+        zoConsole::printError(QStringLiteral("%1: %2").arg(into, planes.mistake()));
+        return false;
+    }
+    for (const QString& remark : planes.remarks())
+        zoConsole::printError(QStringLiteral("%1: %2").arg(into, remark));
+    return zoTextFile::write(parser.value(QStringLiteral("output")), configuration.text());
+}
