@@ -62,7 +62,10 @@ private:
     {
         return std::uniform_real_distribution<double>(least, most)(m_random);
     }
-    double noise(double tolerance) { return m_noise * std::normal_distribution<double>(0.0, tolerance)(m_random); }
+    double noise(double tolerance)
+    {
+        return m_noise * std::normal_distribution<double>(0.0, tolerance)(m_random);
+    }
     static QString number(double value) { return QString::number(value, 'f', 12); }
 
     static Point3 turned(const Point3& v, const Point3& axis, double degrees)
@@ -78,7 +81,8 @@ private:
         const double width = between(1000, 5000);
         const double height = between(1000, 3000);
         const double bottom = between(100, 900);
-        m_walls.push_back({QStringLiteral("Front"), {0, bottom + height / 2, 0}, {1, 0, 0}, {0, 1, 0}, width, height});
+        m_walls.push_back(
+            {QStringLiteral("Front"), {0, bottom + height / 2, 0}, {1, 0, 0}, {0, 1, 0}, width, height});
         for (const double side : {-1.0, 1.0}) {
             if (between(0, 1) < 0.25)
                 continue;
@@ -87,11 +91,19 @@ private:
             const Point3 right = turned({1, 0, 0}, {0, 1, 0}, -side * bend);
             const Point3 hinge = {side * (width / 2 + between(0, 60)), bottom + height / 2, between(0, 40)};
             m_walls.push_back({side < 0 ? QStringLiteral("Left") : QStringLiteral("Right"),
-                               hinge + (side * wing / 2) * right, right, {0, 1, 0}, wing, height});
+                               hinge + (side * wing / 2) * right,
+                               right,
+                               {0, 1, 0},
+                               wing,
+                               height});
         }
         m_upright = m_walls.size();
         if (between(0, 1) < 0.5)
-            m_walls.push_back({QStringLiteral("Floor"), {0, bottom, between(900, 1100)}, {1, 0, 0}, {0, 0, -1}, width,
+            m_walls.push_back({QStringLiteral("Floor"),
+                               {0, bottom, between(900, 1100)},
+                               {1, 0, 0},
+                               {0, 0, -1},
+                               width,
                                between(1500, 2000)});
         // What the level calls plumb is so to its tolerance.
         for (std::size_t i = 0; i < m_upright; ++i) {
@@ -116,7 +128,8 @@ private:
 
     void add(const QString& what, double value, double tolerance)
     {
-        m_lines << QStringLiteral("%1 %2 ± %3").arg(what, number(value + noise(tolerance)), number(tolerance));
+        m_lines
+            << QStringLiteral("%1 %2 ± %3").arg(what, number(value + noise(tolerance)), number(tolerance));
     }
 
     void measureSizes()
@@ -124,7 +137,8 @@ private:
         m_lines << QStringLiteral("tolerance %1").arg(Tape);
         for (const Wall& wall : m_walls)
             m_lines << QStringLiteral("wall %1 size %2 x %3")
-                           .arg(wall.name, number(wall.width + noise(Tape)), number(wall.height + noise(Tape)));
+                           .arg(wall.name, number(wall.width + noise(Tape)),
+                                number(wall.height + noise(Tape)));
     }
 
     struct Corner
@@ -134,7 +148,8 @@ private:
     };
     static const std::vector<Corner>& corners()
     {
-        static const std::vector<Corner> list{{"ll", -0.5, -0.5}, {"lr", 0.5, -0.5}, {"ul", -0.5, 0.5}, {"ur", 0.5, 0.5}};
+        static const std::vector<Corner> list{
+            {"ll", -0.5, -0.5}, {"lr", 0.5, -0.5}, {"ul", -0.5, 0.5}, {"ur", 0.5, 0.5}};
         return list;
     }
     static QString nameOf(const Wall& wall, const Corner& corner)
@@ -148,21 +163,23 @@ private:
         for (std::size_t i = 0; i < m_upright; ++i)
             m_lines << QStringLiteral("upright %1 ± %2").arg(m_walls[i].name, number(Level));
         for (const Corner& corner : {corners()[0], corners()[1]})
-            add(QStringLiteral("floor ") + nameOf(m_walls.front(), corner), m_walls.front().at(corner.s, corner.t).y,
-                Tape);
+            add(QStringLiteral("floor ") + nameOf(m_walls.front(), corner),
+                m_walls.front().at(corner.s, corner.t).y, Tape);
         for (std::size_t i = 1; i < m_walls.size(); ++i) {
             for (const Corner& corner : corners()) {
                 for (const Corner& other : corners()) {
                     if (between(0, 1) < 0.2)
                         continue;
-                    add(QStringLiteral("distance %1 %2").arg(nameOf(m_walls.front(), corner), nameOf(m_walls[i], other)),
-                        length(m_walls.front().at(corner.s, corner.t) - m_walls[i].at(other.s, other.t)), Tape);
+                    add(QStringLiteral("distance %1 %2")
+                            .arg(nameOf(m_walls.front(), corner), nameOf(m_walls[i], other)),
+                        length(m_walls.front().at(corner.s, corner.t) - m_walls[i].at(other.s, other.t)),
+                        Tape);
                 }
             }
         }
         for (const Wall& wall : m_walls)
-            add(QStringLiteral("distance %1.ll %1.ur").arg(wall.name), length(wall.at(-0.5, -0.5) - wall.at(0.5, 0.5)),
-                Tape);
+            add(QStringLiteral("distance %1.ll %1.ur").arg(wall.name),
+                length(wall.at(-0.5, -0.5) - wall.at(0.5, 0.5)), Tape);
         measureViewer();
     }
 
@@ -184,8 +201,9 @@ private:
             for (const Corner& corner : corners()) {
                 const Point3 at = turned(wall.at(corner.s, corner.t) - origin, {0, 1, 0}, heading);
                 m_lines << QStringLiteral("point %1 %2 %3 %4 ± %5")
-                               .arg(nameOf(wall, corner), number(at.x + noise(Station)), number(-at.z + noise(Station)),
-                                    number(at.y + noise(Station)), number(Station));
+                               .arg(nameOf(wall, corner), number(at.x + noise(Station)),
+                                    number(-at.z + noise(Station)), number(at.y + noise(Station)),
+                                    number(Station));
             }
         }
         add(QStringLiteral("floor Front.ll"), m_walls.front().at(-0.5, -0.5).y, Tape);

@@ -134,14 +134,16 @@ void tst_zoHPCSurveyReader::mistakeNamesItsLine_data()
                                    << "there is no wall \"Frunt\"; did you mean \"Front\"?";
     QTest::newRow("misspelt-place") << walls + "floor Front.bottum 3" << 3
                                     << "there is no place \"Front.bottum\"; did you mean \"Front.bottom\"?";
-    QTest::newRow("wall-as-place") << walls + "floor Front 3" << 3
-                                   << "where on \"Front\"? Places are Front.ll, .lr, .ul, .ur, .center, .left, "
-                                      ".right, .top and .bottom";
+    QTest::newRow("wall-as-place")
+        << walls + "floor Front 3" << 3
+        << "where on \"Front\"? Places are Front.ll, .lr, .ul, .ur, .center, .left, "
+           ".right, .top and .bottom";
     QTest::newRow("no-length") << walls + "floor Front.ll high" << 3
                                << "\"high\" is no length; one is 3200, 3.2 m or 12 in";
     QTest::newRow("wrong-unit") << walls + "floor Front.ll 3parsec" << 3
                                 << "\"3parsec\" is no length; one is 3200, 3.2 m or 12 in";
-    QTest::newRow("nan") << walls + "floor Front.ll nan" << 3 << "\"nan\" is no length; one is 3200, 3.2 m or 12 in";
+    QTest::newRow("nan") << walls + "floor Front.ll nan" << 3
+                         << "\"nan\" is no length; one is 3200, 3.2 m or 12 in";
     QTest::newRow("infinite") << walls + "floor Front.ll 1e999" << 3
                               << "\"1e999\" is no length; one is 3200, 3.2 m or 12 in";
     QTest::newRow("missing") << walls + "distance Front.ll" << 3 << "a place such as Front.ll is missing";
@@ -153,7 +155,8 @@ void tst_zoHPCSurveyReader::mistakeNamesItsLine_data()
                                      << "an edge is joined with an edge, a corner with a corner";
     QTest::newRow("nothing") << walls + "distance Front.ll Left.lr 0" << 3
                              << "a distance is more than 0; places that coincide are told with \"join\"";
-    QTest::newRow("angle") << walls + "angle Front Left 400" << 3 << "\"400\" is no angle from 0 to 360 degrees";
+    QTest::newRow("angle") << walls + "angle Front Left 400" << 3
+                           << "\"400\" is no angle from 0 to 360 degrees";
     QTest::newRow("list") << walls + "points list.csv" << 3
                           << "the point list list.csv cannot be read: no such file";
     QTest::newRow("mark") << walls + "mark 101 Front.ll" << 3 << "\"101\" is in no point list";
@@ -216,7 +219,8 @@ void tst_zoHPCSurveyReader::numbersAtTheLimits_data()
     const QString wall = QStringLiteral("wall A\n");
     const QString line = QStringLiteral("floor A.ll 3\n");
     QTest::newRow("most-measurements") << wall + line.repeated(zoHPCSurvey::MaximumMeasurements) << true;
-    QTest::newRow("too-many-measurements") << wall + line.repeated(zoHPCSurvey::MaximumMeasurements + 1) << false;
+    QTest::newRow("too-many-measurements")
+        << wall + line.repeated(zoHPCSurvey::MaximumMeasurements + 1) << false;
 }
 
 void tst_zoHPCSurveyReader::numbersAtTheLimits()
@@ -264,8 +268,8 @@ void tst_zoHPCSurveyReader::pointListMistakes_data()
     QTest::addColumn<int>("line");
     QTest::addColumn<QString>("mistake");
 
-    QTest::newRow("too-few") << "P,1,2,3\nQ,1,2\n" << 2
-                             << "a name and three coordinates were expected: name,east,north,height";
+    QTest::newRow("too-few") << "P,1,2,3\nQ,1,2\n"
+                             << 2 << "a name and three coordinates were expected: name,east,north,height";
     QTest::newRow("nan") << "P,1,2,nan\n" << 1 << "\"nan\" is no coordinate";
     QTest::newRow("no-name") << ",1,2,3\n" << 1 << "the point's name is missing or too long";
     QTest::newRow("control") << QString("P,1,2,3\nQ,1,2,3") + QChar(27) << 2

@@ -65,7 +65,8 @@ void tst_zoHPCSurveySolver::exactMeasurementsGiveTheRoom()
 
         const zoHPCSurveySolution solution = solve(room.text());
 
-        QVERIFY2(solution.isDetermined(), qPrintable(QString::number(seed) + solution.undetermined.join("; ")));
+        QVERIFY2(solution.isDetermined(),
+                 qPrintable(QString::number(seed) + solution.undetermined.join("; ")));
         for (std::size_t i = 0; i < room.walls().size(); ++i) {
             const double error = distance(solution.planes[i], room.plane(i));
             QVERIFY2(error < 1e-6, qPrintable(QStringLiteral("room %1: %2 is %3 mm off")
@@ -90,7 +91,8 @@ void tst_zoHPCSurveySolver::errorsStayWithinTheory()
 
         const zoHPCSurveySolution solution = solve(room.text());
 
-        QVERIFY2(solution.isDetermined(), qPrintable(QString::number(seed) + solution.undetermined.join("; ")));
+        QVERIFY2(solution.isDetermined(),
+                 qPrintable(QString::number(seed) + solution.undetermined.join("; ")));
         QVERIFY2(solution.hasConverged, qPrintable(QString::number(seed)));
         squares += solution.fit * solution.fit * solution.redundancy;
         degrees += solution.redundancy;
@@ -137,7 +139,8 @@ void tst_zoHPCSurveySolver::mistakeIsTheWorstFit()
         QVERIFY(!good.hasMistake());
         QVERIFY(solution.hasMistake());
         // Or one of those that nothing can tell from it.
-        const bool isRival = std::find(solution.rivals.begin(), solution.rivals.end(), int(index)) != solution.rivals.end();
+        const bool isRival =
+            std::find(solution.rivals.begin(), solution.rivals.end(), int(index)) != solution.rivals.end();
         named += solution.worst == int(index) ? 1 : 0;
         QVERIFY2(solution.worst == int(index) || isRival,
                  qPrintable(QStringLiteral("room %1: %4 (%2) instead of %5 (%3)")
@@ -177,11 +180,13 @@ void tst_zoHPCSurveySolver::joinedWallsShareTheEdge_data()
     QTest::newRow("top") << "wall B size 3000 x 2500\njoin Front.top B.bottom\nangle Front B 90"
                          << zoHPCPlane{{-1500, 1000, -1500}, {1500, 1000, -1500}, {1500, 1000, 1000}};
     QTest::newRow("straight-on") << "wall B size 3000 x 2000\njoin Front.right B.left\nangle Front B 180"
-                                 << zoHPCPlane{{1500, -1000, -1500}, {4500, -1000, -1500}, {4500, 1000, -1500}};
+                                 << zoHPCPlane{
+                                        {1500, -1000, -1500}, {4500, -1000, -1500}, {4500, 1000, -1500}};
     QTest::newRow("away") << "wall B size 1000 x 2000\njoin Front.right B.left\nangle Front B 270"
                           << zoHPCPlane{{1500, -1000, -1500}, {1500, -1000, -2500}, {1500, 1000, -2500}};
     QTest::newRow("floor-turned") << "wall B size 2500 x 3000\njoin Front.bottom B.left\nangle Front B 90"
-                                  << zoHPCPlane{{-1500, -1000, -1500}, {-1500, -1000, 1000}, {1500, -1000, 1000}};
+                                  << zoHPCPlane{
+                                         {-1500, -1000, -1500}, {-1500, -1000, 1000}, {1500, -1000, 1000}};
 }
 
 void tst_zoHPCSurveySolver::joinedWallsShareTheEdge()
@@ -200,7 +205,8 @@ void tst_zoHPCSurveySolver::angleIsThatBetweenThePictures_data()
 {
     QTest::addColumn<double>("angle");
 
-    for (const double angle : {60.0, 90.0, 120.0, 169.0, 170.0, 171.0, 179.0, 180.0, 181.0, 190.0, 191.0, 240.0})
+    for (const double angle :
+         {60.0, 90.0, 120.0, 169.0, 170.0, 171.0, 179.0, 180.0, 181.0, 190.0, 191.0, 240.0})
         QTest::newRow(qPrintable(QString::number(angle))) << angle;
 }
 
@@ -208,9 +214,9 @@ void tst_zoHPCSurveySolver::angleIsThatBetweenThePictures()
 {
     QFETCH(double, angle);
 
-    const zoHPCSurveySolution solution =
-        solve(QLatin1String(Front) +
-              QStringLiteral("wall B size 1000 x 2000\njoin Front.right B.left\nangle Front B %1").arg(angle));
+    const zoHPCSurveySolution solution = solve(
+        QLatin1String(Front) +
+        QStringLiteral("wall B size 1000 x 2000\njoin Front.right B.left\nangle Front B %1").arg(angle));
 
     const double bend = (180.0 - angle) * 3.14159265358979323846 / 180.0;
     const Point3 end{1500.0 + 1000.0 * std::cos(bend), -1000.0, -1500.0 + 1000.0 * std::sin(bend)};
@@ -220,17 +226,20 @@ void tst_zoHPCSurveySolver::angleIsThatBetweenThePictures()
 
 void tst_zoHPCSurveySolver::caveHasItsCorners()
 {
-    const zoHPCSurveySolution solution =
-        solve(QStringLiteral("wall Front size 3 m x 2.4 m\nwall Left size 3 m x 2.4 m\nwall Right size 3 m x 2.4 m\n"
-                             "wall Floor size 3 m x 3 m\njoin Front.left Left.right\njoin Front.right Right.left\n"
-                             "join Front.bottom Floor.top\njoin Left.bottom Floor.left\njoin Right.bottom Floor.right\n"
-                             "upright Front Left Right\nflat Floor\nfloor Floor.center 0\n"
-                             "viewer distance 1.5 m height 1.2 m\n"));
+    const zoHPCSurveySolution solution = solve(QStringLiteral(
+        "wall Front size 3 m x 2.4 m\nwall Left size 3 m x 2.4 m\nwall Right size 3 m x 2.4 m\n"
+        "wall Floor size 3 m x 3 m\njoin Front.left Left.right\njoin Front.right Right.left\n"
+        "join Front.bottom Floor.top\njoin Left.bottom Floor.left\njoin Right.bottom Floor.right\n"
+        "upright Front Left Right\nflat Floor\nfloor Floor.center 0\n"
+        "viewer distance 1.5 m height 1.2 m\n"));
 
     QVERIFY2(solution.isDetermined(), qPrintable(solution.undetermined.join("; ")));
-    QVERIFY(distance(solution.planes[1], {{-1500, -1200, 1500}, {-1500, -1200, -1500}, {-1500, 1200, -1500}}) < 1e-6);
-    QVERIFY(distance(solution.planes[2], {{1500, -1200, -1500}, {1500, -1200, 1500}, {1500, 1200, 1500}}) < 1e-6);
-    QVERIFY(distance(solution.planes[3], {{-1500, -1200, 1500}, {1500, -1200, 1500}, {1500, -1200, -1500}}) < 1e-6);
+    QVERIFY(distance(solution.planes[1],
+                     {{-1500, -1200, 1500}, {-1500, -1200, -1500}, {-1500, 1200, -1500}}) < 1e-6);
+    QVERIFY(distance(solution.planes[2], {{1500, -1200, -1500}, {1500, -1200, 1500}, {1500, 1200, 1500}}) <
+            1e-6);
+    QVERIFY(distance(solution.planes[3], {{-1500, -1200, 1500}, {1500, -1200, 1500}, {1500, -1200, -1500}}) <
+            1e-6);
     QVERIFY(solution.fit < 1e-6);
     QCOMPARE(solution.worst, -1);
 }
@@ -246,21 +255,26 @@ void tst_zoHPCSurveySolver::whatIsOpenIsNamed_data()
     QTest::newRow("height") << wall + "upright Front\nviewer distance 1500 height 1500"
                             << "How high the room is above the floor is not determined: add a line such as "
                                "\"floor Front.bottom 800\"";
-    QTest::newRow("viewer") << wall + "upright Front\nfloor Front.bottom 500"
-                            << "Where the viewer is is not determined: add a line such as \"viewer distance 2500 "
-                               "height 1700\"";
-    QTest::newRow("size") << "wall Front\nupright Front\nfloor Front.bottom 500\nviewer distance 1500"
-                          << "Wall \"Front\": its width, its height is not determined; 2 more measurements are "
-                             "needed, such as \"wall Front size 3600 x 2000\"";
-    QTest::newRow("wall") << QLatin1String(Front) + "wall Left size 1000 x 2000"
-                          << "Wall \"Left\": where it is, which way it faces is not determined; 6 more measurements "
-                             "are needed, such as \"distance Left.ur Front.ll 3200\"";
-    QTest::newRow("hinge") << QLatin1String(Front) + "wall Left size 1000 x 2000\njoin Front.left Left.right"
-                           << "Wall \"Left\": where it is, which way it faces is not determined; one more measurement "
-                              "is needed, such as \"distance Left.ur Front.ll 3200\"";
-    QTest::newRow("point") << QLatin1String(Front) + "point P\ndistance P Front.ll 1000"
-                           << "Where the point \"P\" is is not determined: add a line such as \"distance P Front.ll "
-                              "3200\"";
+    QTest::newRow("viewer")
+        << wall + "upright Front\nfloor Front.bottom 500"
+        << "Where the viewer is is not determined: add a line such as \"viewer distance 2500 "
+           "height 1700\"";
+    QTest::newRow("size")
+        << "wall Front\nupright Front\nfloor Front.bottom 500\nviewer distance 1500"
+        << "Wall \"Front\": its width, its height is not determined; 2 more measurements are "
+           "needed, such as \"wall Front size 3600 x 2000\"";
+    QTest::newRow("wall")
+        << QLatin1String(Front) + "wall Left size 1000 x 2000"
+        << "Wall \"Left\": where it is, which way it faces is not determined; 6 more measurements "
+           "are needed, such as \"distance Left.ur Front.ll 3200\"";
+    QTest::newRow("hinge")
+        << QLatin1String(Front) + "wall Left size 1000 x 2000\njoin Front.left Left.right"
+        << "Wall \"Left\": where it is, which way it faces is not determined; one more measurement "
+           "is needed, such as \"distance Left.ur Front.ll 3200\"";
+    QTest::newRow("point")
+        << QLatin1String(Front) + "point P\ndistance P Front.ll 1000"
+        << "Where the point \"P\" is is not determined: add a line such as \"distance P Front.ll "
+           "3200\"";
 }
 
 void tst_zoHPCSurveySolver::whatIsOpenIsNamed()
@@ -293,8 +307,7 @@ void tst_zoHPCSurveySolver::uncheckedMeasurementHasNoRedundancy()
 
 void tst_zoHPCSurveySolver::contradictionIsSharedByTolerances()
 {
-    const zoHPCSurveySolution solution =
-        solve(QLatin1String(Front) + "floor Front.bottom 530 ± 4\n");
+    const zoHPCSurveySolution solution = solve(QLatin1String(Front) + "floor Front.bottom 530 ± 4\n");
 
     // 500 ± 2 and 530 ± 4: weights 4 and 1. The viewer stands 1500 above the floor.
     QVERIFY(std::abs(solution.planes[0].lowerLeft.y - (506.0 - 1500.0)) < 1e-6);
@@ -307,14 +320,16 @@ void tst_zoHPCSurveySolver::pointListNeedsNoTape()
         text = QStringLiteral("101;110.0;50.0;10.5\n102;110.0;53.0;10.5\n103;110.0;53.0;12.5\nX;0;0;0\n");
         return name == QLatin1String("list.csv");
     });
-    QVERIFY(reader.read(QStringLiteral("wall Front\npoints list.csv unit m\nmark 101 Front.lr\nmark 102 Front.ll\n"
-                                       "mark 103 Front.ul\nfloor Front.ll 500\nviewer distance 1500 height 1500")));
+    QVERIFY(reader.read(
+        QStringLiteral("wall Front\npoints list.csv unit m\nmark 101 Front.lr\nmark 102 Front.ll\n"
+                       "mark 103 Front.ul\nfloor Front.ll 500\nviewer distance 1500 height 1500")));
 
     const zoHPCSurveySolution solution = zoHPCSurveySolver::solve(reader.survey());
 
     QCOMPARE(reader.survey().unusedPoints, QStringList{QStringLiteral("X")});
     QVERIFY2(solution.isDetermined(), qPrintable(solution.undetermined.join("; ")));
-    QVERIFY(distance(solution.planes[0], {{-1500, -1000, -1500}, {1500, -1000, -1500}, {1500, 1000, -1500}}) < 1e-6);
+    QVERIFY(distance(solution.planes[0], {{-1500, -1000, -1500}, {1500, -1000, -1500}, {1500, 1000, -1500}}) <
+            1e-6);
 }
 
 void tst_zoHPCSurveySolver::thousandsOfMeasurementsTakeSeconds()
@@ -330,7 +345,9 @@ void tst_zoHPCSurveySolver::thousandsOfMeasurementsTakeSeconds()
         text += QStringLiteral("wall %1 size 500 x 2000\nupright %1\n").arg(name);
         text += QStringLiteral("join %1.right %2.left\nangle %1 %2 179.5\n").arg(before, name);
         for (int k = 0; k < 12; ++k)
-            text += QStringLiteral("floor %1.%2 %3\n").arg(name, k % 2 ? "top" : "bottom").arg(k % 2 ? 2500 : 500);
+            text += QStringLiteral("floor %1.%2 %3\n")
+                        .arg(name, k % 2 ? "top" : "bottom")
+                        .arg(k % 2 ? 2500 : 500);
         const double bend = (i + 1) * 0.5 * 3.14159265358979323846 / 180.0;
         const double east = x + 500.0 * std::cos(bend);
         const double north = z + 500.0 * std::sin(bend);

@@ -19,13 +19,16 @@
 
 QString zoSurveyCommand::description() const
 {
-    return tr("Finds the planes of a room by least squares from what was measured in it: sizes of walls or tiles, "
-              "distances\n"
-              "between their corners, heights above the floor, angles, what is plumb, point lists of a total station. "
-              "Prints the\n"
-              "planes, how well each measurement fits, and which one fits worst. Exit status 1 when the measurements "
-              "do not\n"
-              "determine the room, or one is off by more than --limit.");
+    return tr(
+        "Finds the planes of a room by least squares from what was measured in it: sizes of walls or tiles, "
+        "distances\n"
+        "between their corners, heights above the floor, angles, what is plumb, point lists of a total "
+        "station. "
+        "Prints the\n"
+        "planes, how well each measurement fits, and which one fits worst. Exit status 1 when the "
+        "measurements "
+        "do not\n"
+        "determine the room, or one is off by more than --limit.");
 }
 
 QStringList zoSurveyCommand::examples() const
@@ -43,10 +46,11 @@ void zoSurveyCommand::addArguments(QCommandLineParser& parser) const
                       tr("Write a configuration with the planes to <file>, \"-\" for standard output, where "
                          "the tables are not printed then."),
                       tr("file")});
-    parser.addOption({QStringLiteral("into"),
-                      tr("Replace the planes of the same names in the configuration <file>, and keep all else of it. "
-                         "A new configuration otherwise."),
-                      tr("file")});
+    parser.addOption(
+        {QStringLiteral("into"),
+         tr("Replace the planes of the same names in the configuration <file>, and keep all else of it. "
+            "A new configuration otherwise."),
+         tr("file")});
     parser.addOption({QStringLiteral("limit"),
                       tr("Exit with 1 and write nothing when a residual is larger than <N> millimetres."),
                       QStringLiteral("N")});
@@ -61,7 +65,8 @@ bool zoSurveyCommand::checkUsage(const QCommandLineParser& parser, double& limit
         return false;
     };
     if (parser.positionalArguments().size() != 1)
-        return refuse(parser.positionalArguments().isEmpty() ? tr("no file given") : tr("one file at a time"));
+        return refuse(parser.positionalArguments().isEmpty() ? tr("no file given")
+                                                             : tr("one file at a time"));
     if (parser.isSet(QStringLiteral("into")) && !parser.isSet(QStringLiteral("output")))
         return refuse(tr("--into needs --output"));
     limit = 0.0;
@@ -90,7 +95,8 @@ bool zoSurveyCommand::read(const QString& fileName, zoHPCSurvey& survey)
     });
     const bool isGood = reader.read(text);
     for (const zoHPCSurveyReader::Mistake& mistake : reader.mistakes())
-        zoConsole::printError(mistake.file.isEmpty() ? fileName : mistake.file, mistake.line, 1, mistake.text);
+        zoConsole::printError(mistake.file.isEmpty() ? fileName : mistake.file, mistake.line, 1,
+                              mistake.text);
     survey = reader.survey();
     return isGood;
 }
@@ -103,7 +109,8 @@ int zoSurveyCommand::execute(const QCommandLineParser& parser)
     const QString file = parser.positionalArguments().constFirst();
     const QString output = parser.value(QStringLiteral("output"));
     zoHPCSurvey survey;
-    if ((parser.isSet(QStringLiteral("output")) && !zoTextFile::mayWrite({output}, file)) || !read(file, survey))
+    if ((parser.isSet(QStringLiteral("output")) && !zoTextFile::mayWrite({output}, file)) ||
+        !read(file, survey))
         return zoConsole::Unusable;
     const zoHPCSurveySolution solution = zoHPCSurveySolver::solve(survey);
     const zoSurveyReport report(survey, solution, file);
@@ -129,7 +136,7 @@ int zoSurveyCommand::execute(const QCommandLineParser& parser)
     if (!isWithin)
         return zoConsole::ProblemsFound;
     return !parser.isSet(QStringLiteral("output")) || write(parser, survey, solution) ? zoConsole::Fine
-                                                                                     : zoConsole::Unusable;
+                                                                                      : zoConsole::Unusable;
 }
 
 bool zoSurveyCommand::write(const QCommandLineParser& parser, const zoHPCSurvey& survey,

@@ -41,7 +41,8 @@ QStringList table(const std::vector<QStringList>& rows, const QList<int>& leftCo
         for (int i = 0; i < row.size(); ++i) {
             line += QLatin1String("  ");
             const int width = widths[std::size_t(i)];
-            line += leftColumns.contains(i) ? row.at(i).leftJustified(width) : row.at(i).rightJustified(width);
+            line +=
+                leftColumns.contains(i) ? row.at(i).leftJustified(width) : row.at(i).rightJustified(width);
         }
         while (line.endsWith(QLatin1Char(' ')))
             line.chop(1);
@@ -76,13 +77,13 @@ QStringList zoSurveyReport::measurementLines() const
         const int decimals = isAngle ? 2 : 1;
         const QString unit = isAngle ? QString(QChar(0xb0)) : QString();
         const bool isOne = zoHPCSurvey::equationCount(measurement.kind) == 1;
-        rows.push_back({measurement.file.isEmpty()
-                            ? QString::number(measurement.line)
-                            : QStringLiteral("%1:%2").arg(measurement.file).arg(measurement.line),
-                        measurement.text, isOne ? number(residual.measured, decimals) + unit : QStringLiteral("-"),
-                        isOne ? number(residual.fitted, decimals) + unit : QStringLiteral("-"),
-                        number(residual.residual, decimals) + unit,
-                        QStringLiteral("%1 %").arg(number(100.0 * residual.redundancy, 0))});
+        rows.push_back(
+            {measurement.file.isEmpty() ? QString::number(measurement.line)
+                                        : QStringLiteral("%1:%2").arg(measurement.file).arg(measurement.line),
+             measurement.text, isOne ? number(residual.measured, decimals) + unit : QStringLiteral("-"),
+             isOne ? number(residual.fitted, decimals) + unit : QStringLiteral("-"),
+             number(residual.residual, decimals) + unit,
+             QStringLiteral("%1 %").arg(number(100.0 * residual.redundancy, 0))});
     }
     return table(rows, {1});
 }
@@ -92,7 +93,8 @@ QString zoSurveyReport::placeOf(int index) const
     const zoHPCSurvey::Measurement& measurement = m_survey.measurements[std::size_t(index)];
     return measurement.file.isEmpty()
                ? tr("line %1, %2").arg(QString::number(measurement.line), measurement.text)
-               : tr("line %1 of %2, %3").arg(QString::number(measurement.line), measurement.file, measurement.text);
+               : tr("line %1 of %2, %3")
+                     .arg(QString::number(measurement.line), measurement.file, measurement.text);
 }
 
 QStringList zoSurveyReport::verdict() const
@@ -107,6 +109,11 @@ QStringList zoSurveyReport::verdict() const
     }
     if (!m_solution.isDetermined())
         return lines;
+    for (std::size_t i = 0; i < m_solution.deviations.size(); ++i) {
+        if (m_solution.deviations[i] > zoHPCSurveySolution::Weak)
+            lines << tr("%1 is held weakly: measure across it, from a place in front of it")
+                         .arg(m_survey.walls[i].name);
+    }
     if (m_solution.redundancy == 0) {
         lines << tr("Nothing was measured twice: a mistake in any measurement would not be seen");
         return lines;
@@ -119,26 +126,31 @@ QStringList zoSurveyReport::verdict() const
     const zoHPCSurvey::Measurement& worst = m_survey.measurements[std::size_t(m_solution.worst)];
     const zoHPCSurveySolution::Residual& residual = m_solution.residuals[std::size_t(m_solution.worst)];
     const bool isAngle = zoHPCSurvey::isAngle(worst.kind);
-    lines << tr("Fits worst: %1, off by %2 mm").arg(placeOf(m_solution.worst), number(residual.millimetres, 1));
+    lines
+        << tr("Fits worst: %1, off by %2 mm").arg(placeOf(m_solution.worst), number(residual.millimetres, 1));
     if (m_solution.hasMistake()) {
-        const QString size = number(std::abs(residual.mistake), isAngle ? 2 : 1) +
-                             (isAngle ? tr(" degrees") : tr(" mm"));
+        const QString size =
+            number(std::abs(residual.mistake), isAngle ? 2 : 1) + (isAngle ? tr(" degrees") : tr(" mm"));
         lines << (residual.mistake > 0.0 ? tr("  a mistake, most likely: about %1 too large").arg(size)
                                          : tr("  a mistake, most likely: about %1 too small").arg(size));
     }
-    for (const int rival : m_solution.rivals)
-        lines << tr("  or %1, which would look the same").arg(placeOf(rival));
+    constexpr std::size_t MostRivals = 5;
+    const std::size_t rivals = m_solution.hasMistake() ? std::min(m_solution.rivals.size(), MostRivals) : 0;
+    for (std::size_t i = 0; i < rivals; ++i)
+        lines << tr("  or %1, which would look the same").arg(placeOf(m_solution.rivals[i]));
     return lines;
 }
 
 QByteArray zoSurveyReport::text() const
 {
     QStringList lines;
-    lines << tr("%1: %2 planes, %3 measurements, %4 numbers more than needed")
-                 .arg(m_file, QString::number(m_survey.walls.size()), QString::number(m_survey.measurements.size()),
-                      QString::number(m_solution.redundancy));
+    lines << (m_survey.walls.size() == 1 ? tr("%1: %2 plane, %3 measurements, %4 numbers more than needed")
+                                         : tr("%1: %2 planes, %3 measurements, %4 numbers more than needed"))
+                 .arg(m_file, QString::number(m_survey.walls.size()),
+                      QString::number(m_survey.measurements.size()), QString::number(m_solution.redundancy));
     lines << tr("Planes in mm from the viewer, x to the right, y up, z backwards:") << planeLines();
-    lines << tr("Measurements in mm or degrees; the residual is what was measured too much:") << measurementLines();
+    lines << tr("Measurements in mm or degrees; the residual is what was measured too much:")
+          << measurementLines();
     lines << verdict();
     return lines.join(QLatin1Char('\n')).toUtf8() + '\n';
 }
@@ -148,14 +160,14 @@ QByteArray zoSurveyReport::json() const
     QJsonArray planes;
     for (std::size_t i = 0; i < m_survey.walls.size(); ++i) {
         const zoHPCPlane& plane = m_solution.planes[i];
-        planes << QJsonObject{{QStringLiteral("name"), m_survey.walls[i].name},
-                              {QStringLiteral("lower_left"), ::json(plane.lowerLeft)},
-                              {QStringLiteral("lower_right"), ::json(plane.lowerRight)},
-                              {QStringLiteral("upper_right"), ::json(plane.upperRight)},
-                              {QStringLiteral("width"), plane.width()},
-                              {QStringLiteral("height"), plane.height()},
-                              {QStringLiteral("deviation"),
-                               i < m_solution.deviations.size() ? m_solution.deviations[i] : 0.0}};
+        planes << QJsonObject{
+            {QStringLiteral("name"), m_survey.walls[i].name},
+            {QStringLiteral("lower_left"), ::json(plane.lowerLeft)},
+            {QStringLiteral("lower_right"), ::json(plane.lowerRight)},
+            {QStringLiteral("upper_right"), ::json(plane.upperRight)},
+            {QStringLiteral("width"), plane.width()},
+            {QStringLiteral("height"), plane.height()},
+            {QStringLiteral("deviation"), i < m_solution.deviations.size() ? m_solution.deviations[i] : 0.0}};
     }
     QJsonArray measurements;
     for (std::size_t i = 0; i < m_survey.measurements.size(); ++i) {
@@ -165,8 +177,8 @@ QByteArray zoSurveyReport::json() const
             {QStringLiteral("file"), measurement.file.isEmpty() ? m_file : measurement.file},
             {QStringLiteral("line"), measurement.line},
             {QStringLiteral("name"), measurement.text},
-            {QStringLiteral("unit"), zoHPCSurvey::isAngle(measurement.kind) ? QStringLiteral("degree")
-                                                                           : QStringLiteral("mm")},
+            {QStringLiteral("unit"),
+             zoHPCSurvey::isAngle(measurement.kind) ? QStringLiteral("degree") : QStringLiteral("mm")},
             {QStringLiteral("measured"), residual.measured},
             {QStringLiteral("fitted"), residual.fitted},
             {QStringLiteral("residual"), residual.residual},
@@ -184,11 +196,12 @@ QByteArray zoSurveyReport::json() const
                        {QStringLiteral("unused_points"), QJsonArray::fromStringList(m_survey.unusedPoints)}};
     if (m_solution.worst >= 0) {
         const zoHPCSurveySolution::Residual& residual = m_solution.residuals[std::size_t(m_solution.worst)];
-        object.insert(QStringLiteral("worst"),
-                      QJsonObject{{QStringLiteral("line"), m_survey.measurements[std::size_t(m_solution.worst)].line},
-                                  {QStringLiteral("name"), m_survey.measurements[std::size_t(m_solution.worst)].text},
-                                  {QStringLiteral("is_mistake"), m_solution.hasMistake()},
-                                  {QStringLiteral("mistake"), residual.mistake}});
+        object.insert(
+            QStringLiteral("worst"),
+            QJsonObject{{QStringLiteral("line"), m_survey.measurements[std::size_t(m_solution.worst)].line},
+                        {QStringLiteral("name"), m_survey.measurements[std::size_t(m_solution.worst)].text},
+                        {QStringLiteral("is_mistake"), m_solution.hasMistake()},
+                        {QStringLiteral("mistake"), residual.mistake}});
     }
     return zoJson::text(object);
 }

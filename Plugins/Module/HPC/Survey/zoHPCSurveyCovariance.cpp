@@ -67,7 +67,8 @@ double zoHPCSurveyCovariance::at(int row, int column) const
     return i == j ? m_diagonal[i] : permuted(std::max(i, j), std::min(i, j));
 }
 
-double zoHPCSurveyCovariance::variance(const std::vector<int>& columns, const std::vector<double>& values) const
+double zoHPCSurveyCovariance::variance(const std::vector<int>& columns,
+                                       const std::vector<double>& values) const
 {
     double sum = 0.0;
     for (std::size_t i = 0; i < columns.size(); ++i) {

@@ -82,8 +82,8 @@ void zoHPCSurveyEquations::add(int index, const zoHPCSurveyState& state)
         addDifference(state.reach(measurement.from), state.reach(measurement.to), measurement.tolerance);
         break;
     case Kind::Coordinates:
-        addDifference(state.reach(measurement.from), state.reach(measurement.instrument, measurement.coordinates),
-                      measurement.tolerance);
+        addDifference(state.reach(measurement.from),
+                      state.reach(measurement.instrument, measurement.coordinates), measurement.tolerance);
         break;
     case Kind::Angle:
         addAngle(measurement, state);
@@ -158,7 +158,8 @@ void zoHPCSurveyEquations::addAngle(const Measurement& measurement, const zoHPCS
     const Vector otherNormal = other.axes.col(2);
     const Vector way = other.position - one.position;
     const int axis = std::abs(way.dot(one.axes.col(0))) >= std::abs(way.dot(one.axes.col(1))) ? 0 : 1;
-    const Vector d = way.dot(one.axes.col(axis)) < 0.0 ? Vector(-one.axes.col(axis)) : Vector(one.axes.col(axis));
+    const Vector d =
+        way.dot(one.axes.col(axis)) < 0.0 ? Vector(-one.axes.col(axis)) : Vector(one.axes.col(axis));
 
     const double measured = (180.0 - measurement.value) * s_degree;
     const double p = -otherNormal.dot(d);

@@ -81,7 +81,8 @@ double zoHPCSurveyFreedoms::largestOf(const Eigen::VectorXd& motion) const
 {
     double largest = 0.0;
     for (std::size_t i = 0; i < m_state.items.size(); ++i)
-        largest = std::max(largest, motion.segment(m_adjustment.column(int(i)), m_state.items[i].unknowns()).norm());
+        largest = std::max(largest,
+                           motion.segment(m_adjustment.column(int(i)), m_state.items[i].unknowns()).norm());
     return largest;
 }
 
@@ -99,7 +100,8 @@ zoHPCSurveyFreedoms::Matrix zoHPCSurveyFreedoms::relativeMotionsOf(int item) con
     const State::Item& own = m_state.items[std::size_t(item)];
     for (int i = 0; i < motions.cols(); ++i) {
         const Eigen::Vector3d turn = front.col(i).segment<3>(State::RotationX);
-        motions.col(i).head<3>() -= front.col(i).head<3>() + turn.cross(own.position - wall.position) / State::Lever;
+        motions.col(i).head<3>() -=
+            front.col(i).head<3>() + turn.cross(own.position - wall.position) / State::Lever;
         if (own.kind == State::Kind::Wall)
             motions.col(i).segment<3>(State::RotationX) -= turn;
     }
@@ -126,7 +128,8 @@ void zoHPCSurveyFreedoms::tellRoom()
     if (front.middleRows(State::RotationX, 3).norm() > s_still)
         add(tr("How the room is tilted is not determined: add a line such as \"upright %1\"").arg(name));
     else if (front.row(State::PositionY).norm() > s_still)
-        add(tr("How high the room is above the floor is not determined: add a line such as \"floor %1.bottom 800\"")
+        add(tr("How high the room is above the floor is not determined: add a line such as \"floor %1.bottom "
+               "800\"")
                 .arg(name));
 }
 
@@ -138,7 +141,8 @@ void zoHPCSurveyFreedoms::tellWall(int wall)
     const QString front = m_survey.walls[std::size_t(m_survey.front)].name;
     QStringList open;
     const auto isOpen = [&](int first, int count) {
-        return own.middleRows(first, count).norm() > s_still && relative.middleRows(first, count).norm() > s_still;
+        return own.middleRows(first, count).norm() > s_still &&
+               relative.middleRows(first, count).norm() > s_still;
     };
     const Matrix combinations = withoutSize(wall);
     const auto movesRigidly = [&](int first) {
@@ -158,14 +162,14 @@ void zoHPCSurveyFreedoms::tellWall(int wall)
         open << tr("its height");
     if (open.isEmpty())
         return;
-    const QString help = hasSize ? zoText("wall %1 size 3600 x 2000").arg(name)
-                                 : zoText("distance %1.ur %2.ll 3200").arg(name, wall == m_survey.front ? zoText("P") : front);
+    const QString help =
+        hasSize ? zoText("wall %1 size 3600 x 2000").arg(name)
+                : zoText("distance %1.ur %2.ll 3200").arg(name, wall == m_survey.front ? zoText("P") : front);
     const int count = std::max(1, rankOf(relative));
-    add(count == 1
-            ? tr("Wall \"%1\": %2 is not determined; one more measurement is needed, such as \"%3\"")
-                  .arg(name, open.join(zoText(", ")), help)
-            : tr("Wall \"%1\": %2 is not determined; %3 more measurements are needed, such as \"%4\"")
-                  .arg(name, open.join(zoText(", ")), QString::number(count), help));
+    add(count == 1 ? tr("Wall \"%1\": %2 is not determined; one more measurement is needed, such as \"%3\"")
+                         .arg(name, open.join(zoText(", ")), help)
+                   : tr("Wall \"%1\": %2 is not determined; %3 more measurements are needed, such as \"%4\"")
+                         .arg(name, open.join(zoText(", ")), QString::number(count), help));
 }
 
 void zoHPCSurveyFreedoms::tellPoint(int point)
@@ -176,7 +180,8 @@ void zoHPCSurveyFreedoms::tellPoint(int point)
         return;
     const QString front = m_survey.walls[std::size_t(m_survey.front)].name;
     if (point == zoHPCSurvey::Viewer)
-        add(tr("Where the viewer is is not determined: add a line such as \"viewer distance 2500 height 1700\""));
+        add(tr("Where the viewer is is not determined: add a line such as \"viewer distance 2500 height "
+               "1700\""));
     else
         add(tr("Where the point \"%1\" is is not determined: add a line such as \"distance %1 %2.ll 3200\"")
                 .arg(m_survey.points[std::size_t(point)].name, front));

@@ -32,8 +32,8 @@ const QRegularExpression& sizeForm()
 
 const QRegularExpression& numberForm()
 {
-    static const QRegularExpression form(
-        QString::fromUtf8("^([+-]?(?:[0-9]+[.,]?[0-9]*|[.,][0-9]+)(?:[eE][+-]?[0-9]{1,3})?)([a-zA-Z\302\260]*)$"));
+    static const QRegularExpression form(QString::fromUtf8(
+        "^([+-]?(?:[0-9]+[.,]?[0-9]*|[.,][0-9]+)(?:[eE][+-]?[0-9]{1,3})?)([a-zA-Z\302\260]*)$"));
     return form;
 }
 } // namespace
@@ -155,10 +155,10 @@ double zoHPCSurveyLine::takeLength()
     const bool isNumber = takeNumber(number, unit);
     const double factor = unit.isEmpty() ? m_unit : unitOf(unit);
     if (!isNumber || factor <= 0.0) {
-        const QString word = at < int(m_words.size()) ? m_words[std::size_t(at)].text.left(LongestName) : QString();
-        setMistake(word.isEmpty()
-                       ? tr("a length is missing, such as 3200, 3.2 m or 12 in")
-                       : tr("\"%1\" is no length; one is 3200, 3.2 m or 12 in").arg(word));
+        const QString word =
+            at < int(m_words.size()) ? m_words[std::size_t(at)].text.left(LongestName) : QString();
+        setMistake(word.isEmpty() ? tr("a length is missing, such as 3200, 3.2 m or 12 in")
+                                  : tr("\"%1\" is no length; one is 3200, 3.2 m or 12 in").arg(word));
         return 0.0;
     }
     if (std::abs(number * factor) > zoHPCSurvey::LargestLength) {
@@ -178,7 +178,8 @@ double zoHPCSurveyLine::takeAngle()
     const bool isNumber = takeNumber(number, unit);
     const bool isAngle = unit.isEmpty() || unit == QLatin1String("deg") || unit == QString(QChar(0xb0));
     if (!isNumber || !isAngle || number < 0.0 || number > 360.0) {
-        const QString word = at < int(m_words.size()) ? m_words[std::size_t(at)].text.left(LongestName) : QString();
+        const QString word =
+            at < int(m_words.size()) ? m_words[std::size_t(at)].text.left(LongestName) : QString();
         setMistake(word.isEmpty() ? tr("an angle in degrees is missing")
                                   : tr("\"%1\" is no angle from 0 to 360 degrees").arg(word));
         return 0.0;

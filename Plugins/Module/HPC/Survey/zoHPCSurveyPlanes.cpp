@@ -107,8 +107,8 @@ bool zoHPCSurveyPlanes::makesWay(const QDomElement& projection) const
     if (m_walls.contains(nameOf(projection)) || known.contains(nameOf(projection)))
         return true;
     const QStringList tiles = tilesOf(projection);
-    return !tiles.isEmpty() && std::all_of(tiles.begin(), tiles.end(),
-                                           [&](const QString& tile) { return known.contains(tile); });
+    return !tiles.isEmpty() &&
+           std::all_of(tiles.begin(), tiles.end(), [&](const QString& tile) { return known.contains(tile); });
 }
 
 bool zoHPCSurveyPlanes::takesNames(const QDomElement& projection)
@@ -121,9 +121,10 @@ bool zoHPCSurveyPlanes::takesNames(const QDomElement& projection)
         (known.contains(tile) ? taken : missing) << tile;
     if (taken.isEmpty())
         return false;
-    m_mistake = tr("\"%1\" is a part of the projection \"%2\", which stays because of \"%3\": measure that, too, or "
-                   "rename the wall")
-                    .arg(taken.constFirst(), nameOf(projection), missing.constFirst());
+    m_mistake =
+        tr("\"%1\" is a part of the projection \"%2\", which stays because of \"%3\": measure that, too, or "
+           "rename the wall")
+            .arg(taken.constFirst(), nameOf(projection), missing.constFirst());
     return true;
 }
 

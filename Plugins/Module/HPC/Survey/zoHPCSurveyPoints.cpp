@@ -35,9 +35,8 @@ QChar separatorOf(const QString& line)
 
 QStringList cellsOf(const QString& line, QChar separator)
 {
-    QStringList cells = separator == QLatin1Char(' ')
-                            ? line.simplified().split(separator)
-                            : line.split(separator);
+    QStringList cells =
+        separator == QLatin1Char(' ') ? line.simplified().split(separator) : line.split(separator);
     for (QString& cell : cells) {
         cell = cell.trimmed();
         if (cell.size() > 1 && cell.startsWith(QLatin1Char('"')) && cell.endsWith(QLatin1Char('"')))
@@ -119,10 +118,11 @@ bool zoHPCSurveyPoints::readRow(const QStringList& cells, int line, double unit,
         // Coordinates of a country are large; precision to the micrometre ends where this does.
         constexpr double Largest = 1e10; // mm
         if (std::abs(numbers[i]) > Largest)
-            return refuse(line, tr("\"%1\" is too large a coordinate").arg(cell.left(zoHPCSurveyLine::LongestName)));
+            return refuse(
+                line, tr("\"%1\" is too large a coordinate").arg(cell.left(zoHPCSurveyLine::LongestName)));
     }
-    row.place = isUpY ? Point3{numbers[0], numbers[1], numbers[2]}
-                      : Point3{numbers[0], numbers[2], -numbers[1]};
+    row.place =
+        isUpY ? Point3{numbers[0], numbers[1], numbers[2]} : Point3{numbers[0], numbers[2], -numbers[1]};
     m_rows.push_back(row);
     return true;
 }

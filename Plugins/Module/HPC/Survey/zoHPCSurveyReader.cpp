@@ -18,8 +18,9 @@ struct CornerWord
 };
 
 constexpr CornerWord s_corners[] = {
-    {"ll", -0.5, -0.5},  {"lr", 0.5, -0.5},   {"ul", -0.5, 0.5},  {"ur", 0.5, 0.5},      {"center", 0.0, 0.0},
-    {"centre", 0.0, 0.0}, {"left", -0.5, 0.0}, {"right", 0.5, 0.0}, {"bottom", 0.0, -0.5}, {"top", 0.0, 0.5},
+    {"ll", -0.5, -0.5},    {"lr", 0.5, -0.5},    {"ul", -0.5, 0.5},   {"ur", 0.5, 0.5},
+    {"center", 0.0, 0.0},  {"centre", 0.0, 0.0}, {"left", -0.5, 0.0}, {"right", 0.5, 0.0},
+    {"bottom", 0.0, -0.5}, {"top", 0.0, 0.5},
 };
 
 // An edge from corner to corner, counter-clockwise as the viewer sees it.
@@ -39,7 +40,8 @@ constexpr Edge s_edges[] = {
 const Edge* findEdge(const zoHPCSurvey::Place& place)
 {
     const auto edge = std::find_if(std::begin(s_edges), std::end(s_edges), [&](const Edge& known) {
-        return place.wall >= 0 && known.s1 + known.s2 == 2.0 * place.s && known.t1 + known.t2 == 2.0 * place.t;
+        return place.wall >= 0 && known.s1 + known.s2 == 2.0 * place.s &&
+               known.t1 + known.t2 == 2.0 * place.t;
     });
     return edge == std::end(s_edges) ? nullptr : edge;
 }
@@ -177,8 +179,8 @@ void zoHPCSurveyReader::readUnit(zoHPCSurveyLine& line)
     const QString word = line.takeWord(tr("the unit"));
     const double unit = zoHPCSurveyLine::unitOf(word);
     if (line.isGood() && unit <= 0.0)
-        line.setMistake(tr("\"%1\" is no unit of length: %2")
-                            .arg(word, zoHPCSurveyLine::units().join(zoText(", "))));
+        line.setMistake(
+            tr("\"%1\" is no unit of length: %2").arg(word, zoHPCSurveyLine::units().join(zoText(", "))));
     line.end();
     if (line.isGood())
         m_defaults.unit = unit;
@@ -241,8 +243,8 @@ void zoHPCSurveyReader::readWall(zoHPCSurveyLine& line)
     constexpr int MostTiles = 10000;
     if (wall.columns * wall.rows > MostTiles)
         line.setMistake(tr("more than %1 tiles").arg(MostTiles));
-    else if (wall.width > 0.0 && (wall.gapX * (wall.columns - 1) >= wall.width ||
-                                  wall.gapY * (wall.rows - 1) >= wall.height))
+    else if (wall.width > 0.0 &&
+             (wall.gapX * (wall.columns - 1) >= wall.width || wall.gapY * (wall.rows - 1) >= wall.height))
         line.setMistake(tr("the gaps leave nothing for the tiles"));
     if (!line.isGood())
         return;
@@ -479,7 +481,8 @@ void zoHPCSurveyReader::addPointList(zoHPCSurveyLine& line)
         if (line.takeKeyword("unit")) {
             unit = zoHPCSurveyLine::unitOf(line.takeWord(tr("the unit")));
             if (line.isGood() && unit <= 0.0)
-                line.setMistake(tr("units of length are %1").arg(zoHPCSurveyLine::units().join(zoText(", "))));
+                line.setMistake(
+                    tr("units of length are %1").arg(zoHPCSurveyLine::units().join(zoText(", "))));
         } else if (line.takeKeyword("up")) {
             const QString axis = line.takeWord(tr("the axis y or z"));
             isUpY = axis == QLatin1String("y");
@@ -580,8 +583,9 @@ zoHPCSurvey::Place zoHPCSurveyReader::takePlace(zoHPCSurveyLine& line, QString* 
     if (!line.isGood() || findPlace(word, place, true))
         return place;
     if (m_walls.contains(word)) {
-        line.setMistake(tr("where on \"%1\"? Places are %1.ll, .lr, .ul, .ur, .center, .left, .right, .top and .bottom")
-                            .arg(word));
+        line.setMistake(
+            tr("where on \"%1\"? Places are %1.ll, .lr, .ul, .ur, .center, .left, .right, .top and .bottom")
+                .arg(word));
         return place;
     }
     const QString meant = zoHPCSuggestion::closest(word, knownNames());

@@ -14,8 +14,8 @@ using State = zoHPCSurveyState;
 using Kind = zoHPCSurvey::Kind;
 
 constexpr double s_degree = 3.14159265358979323846 / 180.0;
-// Below this nothing checks a number; what remains is rounding.
-constexpr double s_unchecked = 1e-6;
+// Below this nothing checks a number as well as it says something of itself.
+constexpr double s_unchecked = 0.01;
 
 Point3 toPoint(const State::Vector& vector)
 {
@@ -66,7 +66,8 @@ void readPlanes(const zoHPCSurvey& survey, const State& state, zoHPCSurveySoluti
         solution.planes.emplace_back(corner(-0.5, -0.5), corner(0.5, -0.5), corner(0.5, 0.5));
     }
     for (std::size_t i = 0; i < survey.points.size(); ++i)
-        solution.points.push_back(toPoint(state.items[std::size_t(state.itemOfPoint(int(i)))].position - viewer));
+        solution.points.push_back(
+            toPoint(state.items[std::size_t(state.itemOfPoint(int(i)))].position - viewer));
     solution.floor = -viewer.y();
 }
 
@@ -91,7 +92,8 @@ void readResiduals(const zoHPCSurvey& survey, const State& state, const zoHPCSur
         const double redundancy = std::min(1.0, std::max(0.0, 1.0 - covariance.variance(columns, values)));
         sum += misclosure * misclosure;
         residual.redundancy += redundancy / count;
-        if (redundancy > s_unchecked && std::abs(misclosure) / std::sqrt(redundancy) > residual.standardized) {
+        if (redundancy > s_unchecked &&
+            std::abs(misclosure) / std::sqrt(redundancy) > residual.standardized) {
             residual.standardized = std::abs(misclosure) / std::sqrt(redundancy);
             residual.mistake = misclosure * measurement.tolerance / redundancy;
         }
@@ -118,13 +120,19 @@ constexpr double s_nothing = 1e-6; // tolerances
 
 void findWorst(zoHPCSurveySolution& solution)
 {
-    const auto isLess = [](const zoHPCSurveySolution::Residual& left, const zoHPCSurveySolution::Residual& right) {
-        return left.standardized < right.standardized;
-    };
-    const auto worst = std::max_element(solution.residuals.begin(), solution.residuals.end(), isLess);
-    if (worst == solution.residuals.end() || worst->standardized < s_nothing)
-        return;
-    solution.worst = int(worst - solution.residuals.begin());
+    double largest = s_nothing;
+    for (const zoHPCSurveySolution::Residual& residual : solution.residuals)
+        largest = std::max(largest, residual.standardized);
+    // Of several that look the same, the one that is checked best.
+    constexpr double Same = 1.0 - 1e-6;
+    double best = 0.0;
+    for (std::size_t i = 0; i < solution.residuals.size(); ++i) {
+        const zoHPCSurveySolution::Residual& residual = solution.residuals[i];
+        if (residual.standardized < Same * largest || residual.redundancy <= best)
+            continue;
+        best = residual.redundancy;
+        solution.worst = int(i);
+    }
 }
 
 // Two standardised residuals with the correlation c differ by 2 (1 - |c|) in variance; what differs from the worst by
@@ -144,7 +152,8 @@ void findRivals(const zoHPCSurveyAdjustment& adjustment, const zoHPCSurveyCovari
     double largest = -1.0;
     for (std::size_t row = 0; row < equations.misclosures().size(); ++row) {
         const double size = std::abs(equations.misclosures()[row]);
-        const double redundancy = equations.measurements()[row] == solution.worst ? redundancyOf(int(row)) : 0.0;
+        const double redundancy =
+            equations.measurements()[row] == solution.worst ? redundancyOf(int(row)) : 0.0;
         if (redundancy > s_unchecked && size / std::sqrt(redundancy) > largest) {
             worst = int(row);
             largest = size / std::sqrt(redundancy);
@@ -164,8 +173,8 @@ void findRivals(const zoHPCSurveyAdjustment& adjustment, const zoHPCSurveyCovari
         constexpr double Alike = 0.7;
         constexpr double Sure = 3.0;
         constexpr double Curved = 0.02; // what large mistakes bend of the equations
-        const bool isRival =
-            correlation > Alike && largest - size <= Sure * std::sqrt(2.0 * (1.0 - correlation)) + Curved * largest;
+        const bool isRival = correlation > Alike &&
+                             largest - size <= Sure * std::sqrt(2.0 * (1.0 - correlation)) + Curved * largest;
         if (isRival && (solution.rivals.empty() || solution.rivals.back() != index))
             solution.rivals.push_back(index);
     }
@@ -214,8 +223,9 @@ zoHPCSurveySolution zoHPCSurveySolver::solve(const zoHPCSurvey& survey)
     State state(survey);
     zoHPCSurveyStart(survey, state).placeAll();
     zoHPCSurveyAdjustment adjustment(survey, state);
-    constexpr int Steps = 200;
-    constexpr double Part = 1e-10; // of a sum of squares, far less than tolerances tell apart
+    // Short distances make narrow valleys, along which many small steps lead.
+    constexpr int Steps = 1000;
+    constexpr double Part = 1e-9; // of a sum of squares, far less than tolerances tell apart
     solution.hasConverged = adjustment.improve(state, Steps, Part);
     const zoHPCSurveyCovariance covariance(adjustment.normals());
     readPlanes(survey, state, solution);
@@ -225,8 +235,7 @@ zoHPCSurveySolution zoHPCSurveySolver::solve(const zoHPCSurvey& survey)
         findRivals(adjustment, covariance, solution);
     if (covariance.isValid()) {
         readDeviations(survey, state, adjustment, covariance, solution);
-        solution.undetermined =
-            zoHPCSurveyFreedoms(survey, state, adjustment, covariance).lines();
+        solution.undetermined = zoHPCSurveyFreedoms(survey, state, adjustment, covariance).lines();
     }
     return solution;
 }

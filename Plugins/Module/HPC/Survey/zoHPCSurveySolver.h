@@ -35,6 +35,9 @@ public:
         double mistake = 0.0;      // mm or degrees; what it would have to be shorter by, if it is the mistake
     };
 
+    // A deviation beyond this is of no use to anybody.
+    static constexpr double Weak = 50.0; // mm
+
     // As the measurements.
     std::vector<Residual> residuals;
     // As the walls. The origin is the viewer, who looks along -z towards the front wall.

@@ -40,7 +40,8 @@ Vector middleOf(const State::Item& wall, const Edge& edge)
 }
 
 // The wall laid edge to edge to a neighbour, so that it bends by this angle towards the viewer.
-State::Item glued(State::Item wall, const Edge& edge, const State::Item& neighbour, const Edge& other, double bend)
+State::Item glued(State::Item wall, const Edge& edge, const State::Item& neighbour, const Edge& other,
+                  double bend)
 {
     const Vector outward = neighbour.axes * -other.inward;
     const Vector along = neighbour.axes * -other.along;
@@ -50,7 +51,8 @@ State::Item glued(State::Item wall, const Edge& edge, const State::Item& neighbo
     Matrix own;
     own << edge.along, edge.inward, edge.along.cross(edge.inward);
     wall.axes = room * own.transpose();
-    wall.position = neighbour.position + neighbour.axes * middleOf(neighbour, other) - wall.axes * middleOf(wall, edge);
+    wall.position =
+        neighbour.position + neighbour.axes * middleOf(neighbour, other) - wall.axes * middleOf(wall, edge);
     return wall;
 }
 
@@ -110,7 +112,8 @@ int zoHPCSurveyStart::next() const
     for (std::size_t i = 0; i < m_state.items.size(); ++i) {
         if (m_isPlaced[i])
             continue;
-        const double part = m_held[i] <= 0 ? -0.5 : std::min(1.0, double(m_held[i]) / m_state.items[i].unknowns());
+        const double part =
+            m_held[i] <= 0 ? -0.5 : std::min(1.0, double(m_held[i]) / m_state.items[i].unknowns());
         if (part > bestPart) {
             best = int(i);
             bestPart = part;
@@ -153,7 +156,8 @@ void zoHPCSurveyStart::place(int item)
     std::vector<Item> list = candidates(item);
     list.insert(list.end(), own);
     const bool isFront = item == m_survey.front;
-    zoHPCSurveyAdjustment adjustment(m_survey, measurementsTo(item), {item}, int(m_state.items.size()), isFront);
+    zoHPCSurveyAdjustment adjustment(m_survey, measurementsTo(item), {item}, int(m_state.items.size()),
+                                     isFront);
     std::vector<Trial> trials;
     for (std::size_t i = 0; i < list.size(); ++i) {
         own = list[i];
@@ -221,7 +225,9 @@ std::vector<zoHPCSurveyStart::Item> zoHPCSurveyStart::mirrorImages(int item, con
         if (other.kind != State::Kind::Wall || pose.kind == State::Kind::Instrument)
             continue;
         const Vector normal = other.axes.col(2);
-        const auto mirrored = [&](const Vector& vector) { return Vector(vector - 2.0 * normal.dot(vector) * normal); };
+        const auto mirrored = [&](const Vector& vector) {
+            return Vector(vector - 2.0 * normal.dot(vector) * normal);
+        };
         Item image = pose;
         image.position = other.position + mirrored(pose.position - other.position);
         const Vector right = mirrored(pose.axes.col(0));
@@ -288,7 +294,8 @@ std::vector<double> zoHPCSurveyStart::angles(int item, int neighbour) const
 {
     for (const int index : m_ofItem[std::size_t(item)]) {
         const zoHPCSurvey::Measurement& measurement = m_survey.measurements[std::size_t(index)];
-        if (measurement.kind == Kind::Angle && (measurement.from.wall == neighbour || measurement.to.wall == neighbour))
+        if (measurement.kind == Kind::Angle &&
+            (measurement.from.wall == neighbour || measurement.to.wall == neighbour))
             return {180.0 - measurement.value};
     }
     return {90.0, 45.0, 20.0, 0.0, 120.0, -20.0, -45.0, -90.0};
@@ -370,7 +377,8 @@ void zoHPCSurveyStart::addPoints(int item, std::vector<Item>& list) const
             const zoHPCSurvey::Place& other =
                 m_state.itemOf(measurement.from) == item ? measurement.to : measurement.from;
             const Vector at = m_state.at(other);
-            const Matrix axes = other.wall >= 0 ? m_state.items[std::size_t(other.wall)].axes : Matrix::Identity();
+            const Matrix axes =
+                other.wall >= 0 ? m_state.items[std::size_t(other.wall)].axes : Matrix::Identity();
             add(at + measurement.value * axes.col(2));
             constexpr double Diagonal = 0.7;
             for (const double sign : {1.0, -1.0}) {
@@ -393,7 +401,8 @@ void zoHPCSurveyStart::addInstruments(int item, std::vector<Item>& list) const
     int count = 0;
     for (const int index : measurementsTo(item)) {
         const zoHPCSurvey::Measurement& measurement = m_survey.measurements[std::size_t(index)];
-        sum += m_state.at(measurement.from) - m_state.reach(measurement.instrument, measurement.coordinates).at;
+        sum +=
+            m_state.at(measurement.from) - m_state.reach(measurement.instrument, measurement.coordinates).at;
         ++count;
     }
     constexpr double Part = 30.0;

@@ -71,8 +71,9 @@ int zoHPCSurveyState::itemOf(const zoHPCSurvey::Place& place) const
 zoHPCSurveyState::Vector zoHPCSurveyState::at(const zoHPCSurvey::Place& place) const
 {
     const Item& item = items[std::size_t(itemOf(place))];
-    return place.wall < 0 ? item.position
-                          : item.position + item.axes * Vector(place.s * item.width, place.t * item.height, 0.0);
+    return place.wall < 0
+               ? item.position
+               : item.position + item.axes * Vector(place.s * item.width, place.t * item.height, 0.0);
 }
 
 zoHPCSurveyState::Reach zoHPCSurveyState::reach(const zoHPCSurvey::Place& place) const
