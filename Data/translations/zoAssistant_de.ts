@@ -43,6 +43,14 @@
         <source>New wall: sizes and names of nodes become a configuration</source>
         <translation>Neue Wand: Aus Maßen und Namen von Knoten wird eine Konfiguration</translation>
     </message>
+    <message>
+        <source>&amp;Measured room...</source>
+        <translation>&amp;Vermessener Raum...</translation>
+    </message>
+    <message>
+        <source>What a tape measure or a total station gave becomes planes, with what remains of each measurement.</source>
+        <translation>Was Maßband oder Tachymeter ergaben, wird zu Ebenen, mit dem Rest jeder Messung.</translation>
+    </message>
 </context>
 <context>
     <name>zoAssistantCounts</name>
@@ -544,6 +552,188 @@ hinter einem Gateway: gate { node[1-6] }</translation>
     <message>
         <source>from column to column</source>
         <translation>von Spalte zu Spalte</translation>
+    </message>
+</context>
+<context>
+    <name>zoAssistantSurveyDialog</name>
+    <message>
+        <source>&amp;Wall or tile with its size</source>
+        <translation>&amp;Wand oder Kachel mit ihrer Größe</translation>
+    </message>
+    <message>
+        <source>Wall of &amp;several tiles</source>
+        <translation>Wand aus &amp;mehreren Kacheln</translation>
+    </message>
+    <message>
+        <source>&amp;Distance between two corners</source>
+        <translation>&amp;Abstand zweier Ecken</translation>
+    </message>
+    <message>
+        <source>Height above the &amp;floor</source>
+        <translation>Höhe über dem &amp;Boden</translation>
+    </message>
+    <message>
+        <source>&amp;Angle between two walls</source>
+        <translation>W&amp;inkel zwischen zwei Wänden</translation>
+    </message>
+    <message>
+        <source>&amp;Edges that touch</source>
+        <translation>&amp;Kanten, die sich berühren</translation>
+    </message>
+    <message>
+        <source>&amp;Plumb walls</source>
+        <translation>&amp;Lotrechte Wände</translation>
+    </message>
+    <message>
+        <source>A wall that &amp;lies flat</source>
+        <translation>Eine Wand, die &amp;flach liegt</translation>
+    </message>
+    <message>
+        <source>Where the &amp;viewer stands</source>
+        <translation>W&amp;o der Betrachter steht</translation>
+    </message>
+    <message>
+        <source>P&amp;oint list of a total station</source>
+        <translation>&amp;Punktliste eines Tachymeters</translation>
+    </message>
+    <message>
+        <source>Which &amp;corner a point of it is</source>
+        <translation>Welche &amp;Ecke ein Punkt davon ist</translation>
+    </message>
+    <message>
+        <source>Measured room</source>
+        <translation>Vermessener Raum</translation>
+    </message>
+    <message>
+        <source>&amp;Add</source>
+        <translation>&amp;Hinzufügen</translation>
+    </message>
+    <message>
+        <source>&amp;Remove</source>
+        <translation>&amp;Entfernen</translation>
+    </message>
+    <message>
+        <source>&amp;Load...</source>
+        <translation>&amp;Laden...</translation>
+    </message>
+    <message>
+        <source>&amp;Save...</source>
+        <translation>&amp;Speichern...</translation>
+    </message>
+    <message>
+        <source>Load Measurements</source>
+        <translation>Messungen laden</translation>
+    </message>
+    <message>
+        <source>Measurements (*.txt)</source>
+        <translation>Messungen (*.txt)</translation>
+    </message>
+    <message>
+        <source>All files (*)</source>
+        <translation>Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Save Measurements</source>
+        <translation>Messungen speichern</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read: %2</source>
+        <translation>%1 kann nicht gelesen werden: %2</translation>
+    </message>
+    <message>
+        <source>it has more than 1 MiB</source>
+        <translation>sie hat mehr als 1 MiB</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2</source>
+        <translation>%1 kann nicht geschrieben werden: %2</translation>
+    </message>
+    <message>
+        <source>Line %1: %2</source>
+        <translation>Zeile %1: %2</translation>
+    </message>
+    <message>
+        <source>%1, line %2: %3</source>
+        <translation>%1, Zeile %2: %3</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1 %</translation>
+    </message>
+    <message>
+        <source>%1: measured %2, fits %3</source>
+        <translation>%1: gemessen %2, passt %3</translation>
+    </message>
+    <message>
+        <source>Nothing was measured twice: a mistake in any line would not be seen.</source>
+        <translation>Nichts wurde doppelt gemessen: Ein Fehler in einer Zeile fiele nicht auf.</translation>
+    </message>
+    <message>
+        <source>All measurements agree.</source>
+        <translation>Alle Messungen stimmen überein.</translation>
+    </message>
+    <message>
+        <source>Fits worst, and well enough: %1, off by %2 mm.</source>
+        <translation>Passt am schlechtesten, aber gut genug: %1, Abweichung %2 mm.</translation>
+    </message>
+    <message>
+        <source>%1 degrees</source>
+        <translation>%1 Grad</translation>
+    </message>
+    <message>
+        <source>%1 mm</source>
+        <translation>%1 mm</translation>
+    </message>
+    <message>
+        <source>Most likely a mistake: %1, about %2 too large.</source>
+        <translation>Höchstwahrscheinlich ein Fehler: %1, etwa %2 zu groß.</translation>
+    </message>
+    <message>
+        <source>Most likely a mistake: %1, about %2 too small.</source>
+        <translation>Höchstwahrscheinlich ein Fehler: %1, etwa %2 zu klein.</translation>
+    </message>
+    <message>
+        <source>Or %1, which would look the same.</source>
+        <translation>Oder %1, was genauso aussähe.</translation>
+    </message>
+    <message>
+        <source>This host lets no module change the configuration.</source>
+        <translation>Diese Anwendung lässt kein Modul die Konfiguration ändern.</translation>
+    </message>
+    <message>
+        <source>The planes take the place of those of the same names; windows go on showing them. Undo brings the present ones back.</source>
+        <translation>Die Ebenen ersetzen die gleichnamigen; Fenster zeigen sie weiterhin. „Rückgängig“ bringt die jetzigen zurück.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is held weakly: measure across it, from a place in front of it.</source>
+        <translation>„%1“ ist nur schwach bestimmt: Messen Sie auch von einer Stelle davor.</translation>
+    </message>
+</context>
+<context>
+    <name>zoAssistantSurveyTable</name>
+    <message>
+        <source>Measurement</source>
+        <translation>Messung</translation>
+    </message>
+    <message>
+        <source>Residual</source>
+        <translation>Rest</translation>
+    </message>
+    <message>
+        <source>Checked</source>
+        <translation>Geprüft</translation>
+    </message>
+    <message>
+        <source>What was measured too much, in millimetres</source>
+        <translation>Was zu viel gemessen wurde, in Millimetern</translation>
+    </message>
+    <message>
+        <source>How much the other measurements say of it; with 0 % a mistake in it would not be seen</source>
+        <translation>Wie viel die anderen Messungen über sie sagen; bei 0 % fiele ein Fehler in ihr nicht auf</translation>
+    </message>
+    <message>
+        <source>Measurements</source>
+        <translation>Messungen</translation>
     </message>
 </context>
 <context>

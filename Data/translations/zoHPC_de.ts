@@ -2686,6 +2686,301 @@ auch wenn die Server dann instabil sein können?</translation>
     </message>
 </context>
 <context>
+    <name>zoHPCSurveyFreedoms</name>
+    <message>
+        <source>The measurements do not determine the room: %1 more are needed</source>
+        <translation>Die Messungen bestimmen den Raum nicht: %1 weitere sind nötig</translation>
+    </message>
+    <message>
+        <source>How the room is tilted is not determined: add a line such as &quot;upright %1&quot;</source>
+        <translation>Wie der Raum geneigt ist, ist nicht bestimmt: Fügen Sie eine Zeile wie „upright %1“ hinzu</translation>
+    </message>
+    <message>
+        <source>How high the room is above the floor is not determined: add a line such as &quot;floor %1.bottom 800&quot;</source>
+        <translation>Wie hoch der Raum über dem Boden ist, ist nicht bestimmt: Fügen Sie eine Zeile wie „floor %1.bottom 800“ hinzu</translation>
+    </message>
+    <message>
+        <source>where it is</source>
+        <translation>wo sie ist</translation>
+    </message>
+    <message>
+        <source>which way it faces</source>
+        <translation>wohin sie zeigt</translation>
+    </message>
+    <message>
+        <source>its width</source>
+        <translation>ihre Breite</translation>
+    </message>
+    <message>
+        <source>its height</source>
+        <translation>ihre Höhe</translation>
+    </message>
+    <message>
+        <source>Wall &quot;%1&quot;: %2 is not determined; one more measurement is needed, such as &quot;%3&quot;</source>
+        <translation>Wand „%1“: %2 ist nicht bestimmt; eine weitere Messung ist nötig, etwa „%3“</translation>
+    </message>
+    <message>
+        <source>Wall &quot;%1&quot;: %2 is not determined; %3 more measurements are needed, such as &quot;%4&quot;</source>
+        <translation>Wand „%1“: %2 ist nicht bestimmt; %3 weitere Messungen sind nötig, etwa „%4“</translation>
+    </message>
+    <message>
+        <source>Where the viewer is is not determined: add a line such as &quot;viewer distance 2500 height 1700&quot;</source>
+        <translation>Wo der Betrachter ist, ist nicht bestimmt: Fügen Sie eine Zeile wie „viewer distance 2500 height 1700“ hinzu</translation>
+    </message>
+    <message>
+        <source>Where the point &quot;%1&quot; is is not determined: add a line such as &quot;distance %1 %2.ll 3200&quot;</source>
+        <translation>Wo der Punkt „%1“ ist, ist nicht bestimmt: Fügen Sie eine Zeile wie „distance %1 %2.ll 3200“ hinzu</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCSurveyLine</name>
+    <message>
+        <source>a control character; the file is no text</source>
+        <translation>ein Steuerzeichen; die Datei ist kein Text</translation>
+    </message>
+    <message>
+        <source>the quotation mark is not closed</source>
+        <translation>das Anführungszeichen ist nicht geschlossen</translation>
+    </message>
+    <message>
+        <source>%1 is missing</source>
+        <translation>%1 fehlt</translation>
+    </message>
+    <message>
+        <source>%1 of more than %2 characters</source>
+        <translation>%1 hat mehr als %2 Zeichen</translation>
+    </message>
+    <message>
+        <source>a length is missing, such as 3200, 3.2 m or 12 in</source>
+        <translation>eine Länge fehlt, etwa 3200, 3.2 m oder 12 in</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no length; one is 3200, 3.2 m or 12 in</source>
+        <translation>„%1“ ist keine Länge; eine ist 3200, 3.2 m oder 12 in</translation>
+    </message>
+    <message>
+        <source>a length of more than %1 m</source>
+        <translation>eine Länge von mehr als %1 m</translation>
+    </message>
+    <message>
+        <source>an angle in degrees is missing</source>
+        <translation>ein Winkel in Grad fehlt</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no angle from 0 to 360 degrees</source>
+        <translation>„%1“ ist kein Winkel von 0 bis 360 Grad</translation>
+    </message>
+    <message>
+        <source>numbers of columns and rows from 1 to 1000 are missing, such as 3x2</source>
+        <translation>Zahlen der Spalten und Zeilen von 1 bis 1000 fehlen, etwa 3x2</translation>
+    </message>
+    <message>
+        <source>a tolerance is between 0.0001 and 90 degrees</source>
+        <translation>eine Toleranz liegt zwischen 0.0001 und 90 Grad</translation>
+    </message>
+    <message>
+        <source>a tolerance is between 0.0001 and 10000 mm</source>
+        <translation>eine Toleranz liegt zwischen 0.0001 und 10000 mm</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not expected here</source>
+        <translation>„%1“ wird hier nicht erwartet</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCSurveyPlanes</name>
+    <message>
+        <source>&quot;%1&quot; is a part of the projection &quot;%2&quot;, which stays because of &quot;%3&quot;: measure that, too, or rename the wall</source>
+        <translation>„%1“ ist ein Teil der Projektion „%2“, die wegen „%3“ bleibt: Messen Sie auch das, oder benennen Sie die Wand um</translation>
+    </message>
+    <message>
+        <source>what showed &quot;%1&quot; shows nothing now</source>
+        <translation>was „%1“ zeigte, zeigt nun nichts</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCSurveyPoints</name>
+    <message>
+        <source>a control character; the file is no text</source>
+        <translation>ein Steuerzeichen; die Datei ist kein Text</translation>
+    </message>
+    <message>
+        <source>a name and three coordinates were expected: name,east,north,height</source>
+        <translation>ein Name und drei Koordinaten wurden erwartet: Name,Ost,Nord,Höhe</translation>
+    </message>
+    <message>
+        <source>more than %1 points</source>
+        <translation>mehr als %1 Punkte</translation>
+    </message>
+    <message>
+        <source>the point&apos;s name is missing or too long</source>
+        <translation>der Name des Punkts fehlt oder ist zu lang</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no coordinate</source>
+        <translation>„%1“ ist keine Koordinate</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is too large a coordinate</source>
+        <translation>„%1“ ist eine zu große Koordinate</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCSurveyReader</name>
+    <message>
+        <source>more than %1 MiB of text</source>
+        <translation>mehr als %1 MiB Text</translation>
+    </message>
+    <message>
+        <source>no wall; a line such as &quot;wall Front size 3600 x 2000&quot; is missing</source>
+        <translation>keine Wand; eine Zeile wie „wall Front size 3600 x 2000“ fehlt</translation>
+    </message>
+    <message>
+        <source>the first word</source>
+        <translation>das erste Wort</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; begins no line; these do: %2</source>
+        <translation>„%1“ beginnt keine Zeile; diese tun es: %2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; begins no line; did you mean &quot;%2&quot;?</source>
+        <translation>„%1“ beginnt keine Zeile; meinten Sie „%2“?</translation>
+    </message>
+    <message>
+        <source>more than %1 measurements</source>
+        <translation>mehr als %1 Messungen</translation>
+    </message>
+    <message>
+        <source>the unit</source>
+        <translation>die Einheit</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no unit of length: %2</source>
+        <translation>„%1“ ist keine Längeneinheit: %2</translation>
+    </message>
+    <message>
+        <source>a tolerance is more than 0</source>
+        <translation>eine Toleranz ist größer als 0</translation>
+    </message>
+    <message>
+        <source>the name of the wall</source>
+        <translation>der Name der Wand</translation>
+    </message>
+    <message>
+        <source>there is a &quot;%1&quot; already</source>
+        <translation>„%1“ gibt es schon</translation>
+    </message>
+    <message>
+        <source>more than %1 walls</source>
+        <translation>mehr als %1 Wände</translation>
+    </message>
+    <message>
+        <source>a wall is 1 mm wide and high at least</source>
+        <translation>eine Wand ist mindestens 1 mm breit und hoch</translation>
+    </message>
+    <message>
+        <source>more than %1 tiles</source>
+        <translation>mehr als %1 Kacheln</translation>
+    </message>
+    <message>
+        <source>the gaps leave nothing for the tiles</source>
+        <translation>die Lücken lassen nichts für die Kacheln übrig</translation>
+    </message>
+    <message>
+        <source>there is a line &quot;viewer&quot; already</source>
+        <translation>eine Zeile „viewer“ gibt es schon</translation>
+    </message>
+    <message>
+        <source>a distance is more than 0; places that coincide are told with &quot;join&quot;</source>
+        <translation>ein Abstand ist größer als 0; Stellen, die zusammenfallen, sagt „join“</translation>
+    </message>
+    <message>
+        <source>a distance is between two places</source>
+        <translation>ein Abstand liegt zwischen zwei Stellen</translation>
+    </message>
+    <message>
+        <source>an angle is between two walls</source>
+        <translation>ein Winkel liegt zwischen zwei Wänden</translation>
+    </message>
+    <message>
+        <source>a wall and a point cannot be joined with themselves</source>
+        <translation>eine Wand oder ein Punkt lässt sich nicht mit sich selbst verbinden</translation>
+    </message>
+    <message>
+        <source>an edge is joined with an edge, a corner with a corner</source>
+        <translation>eine Kante wird mit einer Kante verbunden, eine Ecke mit einer Ecke</translation>
+    </message>
+    <message>
+        <source>the name of the point</source>
+        <translation>der Name des Punkts</translation>
+    </message>
+    <message>
+        <source>more than %1 points</source>
+        <translation>mehr als %1 Punkte</translation>
+    </message>
+    <message>
+        <source>the name of the file</source>
+        <translation>der Name der Datei</translation>
+    </message>
+    <message>
+        <source>units of length are %1</source>
+        <translation>Längeneinheiten sind %1</translation>
+    </message>
+    <message>
+        <source>the axis y or z</source>
+        <translation>die Achse y oder z</translation>
+    </message>
+    <message>
+        <source>the axis that points up is y or z</source>
+        <translation>die Achse nach oben ist y oder z</translation>
+    </message>
+    <message>
+        <source>the point list %1 cannot be read: %2</source>
+        <translation>die Punktliste %1 kann nicht gelesen werden: %2</translation>
+    </message>
+    <message>
+        <source>the corner</source>
+        <translation>die Ecke</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is marked already</source>
+        <translation>„%1“ ist schon markiert</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is marked itself; name the corner</source>
+        <translation>„%1“ ist selbst markiert; nennen Sie die Ecke</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is in no point list</source>
+        <translation>„%1“ steht in keiner Punktliste</translation>
+    </message>
+    <message>
+        <source>there is no wall &quot;%1&quot;</source>
+        <translation>es gibt keine Wand „%1“</translation>
+    </message>
+    <message>
+        <source>there is no wall &quot;%1&quot;; did you mean &quot;%2&quot;?</source>
+        <translation>es gibt keine Wand „%1“; meinten Sie „%2“?</translation>
+    </message>
+    <message>
+        <source>a place such as Front.ll</source>
+        <translation>eine Stelle wie Front.ll</translation>
+    </message>
+    <message>
+        <source>where on &quot;%1&quot;? Places are %1.ll, .lr, .ul, .ur, .center, .left, .right, .top and .bottom</source>
+        <translation>wo auf „%1“? Stellen sind %1.ll, .lr, .ul, .ur, .center, .left, .right, .top und .bottom</translation>
+    </message>
+    <message>
+        <source>there is no place &quot;%1&quot;</source>
+        <translation>es gibt keine Stelle „%1“</translation>
+    </message>
+    <message>
+        <source>there is no place &quot;%1&quot;; did you mean &quot;%2&quot;?</source>
+        <translation>es gibt keine Stelle „%1“; meinten Sie „%2“?</translation>
+    </message>
+</context>
+<context>
     <name>zoHPCTextCheck</name>
     <message>
         <source>No configuration has an element &quot;%1&quot;.</source>

@@ -46,7 +46,7 @@ MODULE = "Plugins/Module/HPC"
 # Modules beside it: they know the rooms of its core, as far as these are installed for authors of modules, and no
 # widgets of it. That their headers are installed shows tst_zoSdk.
 GUESTS = {
-    "Plugins/Module/Assistant": {"Base", "Hosts", "Displays", "Checks", "Render", "Preview", "Report", "Document", "Walls"},
+    "Plugins/Module/Assistant": {"Base", "Hosts", "Displays", "Checks", "Render", "Preview", "Report", "Document", "Walls", "Survey"},
 }
 ROOMS = {
     "Base": set(),

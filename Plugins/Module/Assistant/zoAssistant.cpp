@@ -2,6 +2,7 @@
 
 #include "zoAssistantPanel.h"
 #include "zoAssistantReportDialog.h"
+#include "zoAssistantSurveyDialog.h"
 #include "zoAssistantWallDialog.h"
 #include "zoText.h"
 
@@ -53,6 +54,10 @@ void zoAssistant::createPanel()
         tr("Tiled wall, power wall, cave, curved wall or free planes: sizes and names of nodes become a "
            "configuration."),
         zoText("Wall/Power"), zoAssistantPanel::Needs::Replacing, [this] { newWall(); });
+    m_panel->addTask("m_measuredRoom", tr("&Measured room..."),
+                     tr("What a tape measure or a total station gave becomes planes, with what remains of "
+                        "each measurement."),
+                     zoText("Wall/Planes"), zoAssistantPanel::Needs::Replacing, [this] { measuredRoom(); });
     m_panel->addTask(
         "m_report", tr("&Report..."),
         tr("What those who build the wall take along: walls with nodes and screens on each tile, cables, "
@@ -105,6 +110,12 @@ void zoAssistant::newWall()
 {
     if (mayOpen())
         open(new zoAssistantWallDialog(m_configuration, m_panel->window()));
+}
+
+void zoAssistant::measuredRoom()
+{
+    if (mayOpen())
+        open(new zoAssistantSurveyDialog(m_configuration, &m_measurements, m_panel->window()));
 }
 
 void zoAssistant::report()

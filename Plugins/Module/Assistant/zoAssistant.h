@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QString>
 
 class QAction;
 class QDialog;
@@ -21,6 +22,7 @@ public:
 
 public slots:
     void newWall();
+    void measuredRoom();
     void report();
     void printReport();
 
@@ -33,5 +35,6 @@ private:
     QPointer<zoConfigurationService> m_configuration; // of the host, which may have none
     QPointer<zoAssistantPanel> m_panel;               // owned by the host's main window
     QPointer<QDialog> m_dialog;                       // likewise; the one that is open
+    QString m_measurements;                           // what was typed last
     QAction* m_action = nullptr;
 };

@@ -41,19 +41,28 @@ struct Template
 };
 
 constexpr Template s_templates[] = {
-    {QT_TRANSLATE_NOOP("zoAssistantSurveyDialog", "&Wall or tile with its size"), "wall Left size 2000 x 2000"},
+    {QT_TRANSLATE_NOOP("zoAssistantSurveyDialog", "&Wall or tile with its size"),
+     "wall Left size 2000 x 2000"},
     {QT_TRANSLATE_NOOP("zoAssistantSurveyDialog", "Wall of &several tiles"),
      "wall Front size 3600 x 2000 tiles 3x2 gap 12 x 12"},
-    {QT_TRANSLATE_NOOP("zoAssistantSurveyDialog", "&Distance between two corners"), "distance Front.ll Left.lr 20"},
+    {QT_TRANSLATE_NOOP("zoAssistantSurveyDialog", "&Distance between two corners"),
+     "distance Front.ll Left.lr 20"},
     {QT_TRANSLATE_NOOP("zoAssistantSurveyDialog", "Height above the &floor"), "floor Front.bottom 800"},
     {QT_TRANSLATE_NOOP("zoAssistantSurveyDialog", "&Angle between two walls"), "angle Front Left 90"},
     {QT_TRANSLATE_NOOP("zoAssistantSurveyDialog", "&Edges that touch"), "join Front.left Left.right"},
     {QT_TRANSLATE_NOOP("zoAssistantSurveyDialog", "&Plumb walls"), "upright Front Left"},
     {QT_TRANSLATE_NOOP("zoAssistantSurveyDialog", "A wall that &lies flat"), "flat Floor"},
-    {QT_TRANSLATE_NOOP("zoAssistantSurveyDialog", "Where the &viewer stands"), "viewer distance 2500 height 1650"},
-    {QT_TRANSLATE_NOOP("zoAssistantSurveyDialog", "P&oint list of a total station"), "points list.csv unit m"},
+    {QT_TRANSLATE_NOOP("zoAssistantSurveyDialog", "Where the &viewer stands"),
+     "viewer distance 2500 height 1650"},
+    {QT_TRANSLATE_NOOP("zoAssistantSurveyDialog", "P&oint list of a total station"),
+     "points list.csv unit m"},
     {QT_TRANSLATE_NOOP("zoAssistantSurveyDialog", "Which &corner a point of it is"), "mark 101 Front.ll"},
 };
+
+QString sentence(const QString& text)
+{
+    return text.endsWith(QLatin1Char('?')) ? text : text + QLatin1Char('.');
+}
 
 QString number(double value, int decimals)
 {
@@ -135,7 +144,8 @@ void zoAssistantSurveyDialog::layOut()
     auto* menu = new QMenu(this);
     createMenu(menu);
     addButton("m_add", tr("&Add"))->setMenu(menu);
-    connect(addButton("m_remove", tr("&Remove")), &QPushButton::clicked, m_table, &Table::removeSelectedLines);
+    connect(addButton("m_remove", tr("&Remove")), &QPushButton::clicked, m_table,
+            &Table::removeSelectedLines);
     tools->addStretch();
     connect(addButton("m_load", tr("&Load...")), &QPushButton::clicked, this, &zoAssistantSurveyDialog::load);
     connect(addButton("m_save", tr("&Save...")), &QPushButton::clicked, this, &zoAssistantSurveyDialog::save);
@@ -157,15 +167,17 @@ void zoAssistantSurveyDialog::layOut()
 
 void zoAssistantSurveyDialog::load()
 {
-    const QString name = QFileDialog::getOpenFileName(
-        this, tr("Load Measurements"), m_folder, tr("Measurements (*.txt)") + zoText(";;") + tr("All files (*)"));
+    const QString name =
+        QFileDialog::getOpenFileName(this, tr("Load Measurements"), m_folder,
+                                     tr("Measurements (*.txt)") + zoText(";;") + tr("All files (*)"));
     if (!name.isEmpty())
         loadFile(name);
 }
 
 void zoAssistantSurveyDialog::save()
 {
-    QString name = QFileDialog::getSaveFileName(this, tr("Save Measurements"), m_folder, tr("Measurements (*.txt)"));
+    QString name =
+        QFileDialog::getSaveFileName(this, tr("Save Measurements"), m_folder, tr("Measurements (*.txt)"));
     if (!name.isEmpty() && QFileInfo(name).suffix().isEmpty())
         name += zoText(".txt");
     if (!name.isEmpty())
@@ -178,7 +190,8 @@ bool zoAssistantSurveyDialog::loadFile(const QString& fileName)
     QString reason;
     // Beyond this the table is no place for it.
     constexpr int MostBytes = 1024 * 1024;
-    if (zoFileReader::read(fileName, bytes, &reason) != zoFileReader::Result::Read || bytes.size() > MostBytes) {
+    if (zoFileReader::read(fileName, bytes, &reason) != zoFileReader::Result::Read ||
+        bytes.size() > MostBytes) {
         tellFlaw(tr("%1 cannot be read: %2")
                      .arg(fileName, reason.isEmpty() ? tr("it has more than 1 MiB") : reason));
         return false;
@@ -221,9 +234,8 @@ void zoAssistantSurveyDialog::review()
 
 void zoAssistantSurveyDialog::readText()
 {
-    zoHPCSurveyReader reader([this](const QString& name, QString& text, QString& reason) {
-        return findList(name, text, reason);
-    });
+    zoHPCSurveyReader reader(
+        [this](const QString& name, QString& text, QString& reason) { return findList(name, text, reason); });
     m_mistake.clear();
     m_mistakeRow = -1;
     m_solution = zoHPCSurveySolution();
@@ -235,8 +247,9 @@ void zoAssistantSurveyDialog::readText()
     }
     const zoHPCSurveyReader::Mistake& first = reader.mistakes().front();
     m_mistakeRow = first.file.isEmpty() ? first.line - 1 : -1;
-    m_mistake = first.file.isEmpty() ? tr("Line %1: %2").arg(QString::number(first.line), first.text)
-                                     : tr("%1, line %2: %3").arg(first.file, QString::number(first.line), first.text);
+    m_mistake = first.file.isEmpty()
+                    ? tr("Line %1: %2").arg(QString::number(first.line), first.text)
+                    : tr("%1, line %2: %3").arg(first.file, QString::number(first.line), first.text);
 }
 
 // Of a point list the line that names it.
@@ -267,8 +280,9 @@ void zoAssistantSurveyDialog::showResiduals()
         largest[std::size_t(row)] = std::abs(residual.millimetres);
         verdict.residual = number(residual.millimetres, 1);
         verdict.checked = tr("%1 %").arg(number(100.0 * residual.redundancy, 0));
-        verdict.toolTip = tr("%1: measured %2, fits %3")
-                              .arg(measurement.text, number(residual.measured, 2), number(residual.fitted, 2));
+        verdict.toolTip =
+            tr("%1: measured %2, fits %3")
+                .arg(measurement.text, number(residual.measured, 2), number(residual.fitted, 2));
     }
     if (m_mistakeRow >= 0 && m_mistakeRow < int(verdicts.size())) {
         verdicts[std::size_t(m_mistakeRow)].isMistake = true;
@@ -304,20 +318,26 @@ QString zoAssistantSurveyDialog::verdict() const
 {
     if (!m_mistake.isEmpty() || !m_solution.isDetermined())
         return {};
+    for (std::size_t i = 0; i < m_solution.deviations.size(); ++i) {
+        if (m_solution.deviations[i] > zoHPCSurveySolution::Weak)
+            return tr("\"%1\" is held weakly: measure across it, from a place in front of it.")
+                .arg(m_survey.walls[i].name);
+    }
     if (m_solution.redundancy == 0)
         return tr("Nothing was measured twice: a mistake in any line would not be seen.");
     if (m_solution.worst < 0)
         return tr("All measurements agree.");
     const QString name = m_survey.measurements[std::size_t(m_solution.worst)].text;
     const zoHPCSurveySolution::Residual& residual = m_solution.residuals[std::size_t(m_solution.worst)];
-    const bool isAngle =
-        zoHPCSurvey::isAngle(m_survey.measurements[std::size_t(m_solution.worst)].kind);
+    const bool isAngle = zoHPCSurvey::isAngle(m_survey.measurements[std::size_t(m_solution.worst)].kind);
     if (!m_solution.hasMistake())
-        return tr("Fits worst, and well enough: %1, off by %2 mm.").arg(name, number(residual.millimetres, 1));
+        return tr("Fits worst, and well enough: %1, off by %2 mm.")
+            .arg(name, number(residual.millimetres, 1));
     const QString size = isAngle ? tr("%1 degrees").arg(number(std::abs(residual.mistake), 2))
                                  : tr("%1 mm").arg(number(std::abs(residual.mistake), 1));
-    QString text = residual.mistake > 0.0 ? tr("Most likely a mistake: %1, about %2 too large.").arg(name, size)
-                                          : tr("Most likely a mistake: %1, about %2 too small.").arg(name, size);
+    QString text = residual.mistake > 0.0
+                       ? tr("Most likely a mistake: %1, about %2 too large.").arg(name, size)
+                       : tr("Most likely a mistake: %1, about %2 too small.").arg(name, size);
     constexpr int Most = 3;
     for (int i = 0; i < int(m_solution.rivals.size()) && i < Most; ++i) {
         const int rival = m_solution.rivals[std::size_t(i)];
@@ -336,14 +356,15 @@ void zoAssistantSurveyDialog::tell()
     if (!m_configuration)
         tellFlaw(tr("This host lets no module change the configuration."));
     else if (!obstacle.isEmpty())
-        tellFlaw(tr("%1.").arg(obstacle));
+        tellFlaw(sentence(obstacle));
     else if (!m_mistake.isEmpty())
-        tellFlaw(tr("%1.").arg(m_mistake));
+        tellFlaw(sentence(m_mistake));
     else if (!m_solution.isDetermined())
-        tellFlaw(tr("%1.").arg(m_solution.undetermined.constFirst()));
+        tellFlaw(sentence(m_solution.undetermined.constFirst()));
     else
-        m_message->setText(tr("The planes take the place of those of the same names; windows go on showing them. Undo "
-                              "brings the present ones back."));
+        m_message->setText(
+            tr("The planes take the place of those of the same names; windows go on showing them. Undo "
+               "brings the present ones back."));
 }
 
 void zoAssistantSurveyDialog::tellFlaw(const QString& text)

@@ -107,7 +107,8 @@ void zoAssistantSurveyTable::removeSelectedLines()
 
 void zoAssistantSurveyTable::paste()
 {
-    const QStringList lines = QGuiApplication::clipboard()->text().split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    const QStringList lines =
+        QGuiApplication::clipboard()->text().split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     int row = currentRow() < 0 ? rowCount() - 1 : currentRow();
     m_isFilling = true;
     for (const QString& line : lines)
