@@ -75,6 +75,7 @@ zoHostApplication::~zoHostApplication()
     m_session.reset();
     m_cluster->abort();
     m_cluster->stop();
+    m_journal.reset();
     m_autosave.reset();
     m_recovery.reset();
     // Windows first: their code lies in the modules.
@@ -96,6 +97,8 @@ int zoHostApplication::run()
         m_session.get(),
         [this, file] {
             m_session->begin(file);
+            if (!m_options.nonInteractive) // what a script loads its session tells
+                m_journal = std::make_unique<zoHostJournal>(m_window->document());
             if (m_recovery)
                 m_recovery->offer(file);
         },

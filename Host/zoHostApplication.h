@@ -7,6 +7,7 @@
 #include "zoHostConfigurationService.h"
 #include "zoHostControllerService.h"
 #include "zoHostEarlierConfigurations.h"
+#include "zoHostJournal.h"
 #include "zoHostLog.h"
 #include "zoHostMainWindow.h"
 #include "zoHostMainWindowService.h"
@@ -74,6 +75,7 @@ private:
     std::unique_ptr<zoHostConfigurationService> m_configuration;
     std::unique_ptr<zoHostRecovery> m_recovery; // null in a script
     std::unique_ptr<zoHostAutosave> m_autosave; // likewise
+    std::unique_ptr<zoHostJournal> m_journal;   // likewise, once the session has begun
     zoModuleLoader m_loader;
     std::unique_ptr<zoHostSession> m_session;
 };

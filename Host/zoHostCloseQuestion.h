@@ -15,7 +15,11 @@ public:
     zoHostCloseQuestion() = delete;
 
     // Asks to save, to discard or to stay; whether the host may close, as far as this module's window goes. Saves when
-    // that is the answer. The window may go while the question is open.
+    // that is the answer; what fails is told with its reason, and the host stays or another name is tried. The window
+    // may go while the question is open.
     static bool mayClose(zoHostDocument& document, const QPointer<QWidget>& moduleWindow,
                          const QString& title, QWidget* parent);
+
+private:
+    static bool mayTryElsewhere(const QString& reason, const QString& title, QWidget* parent);
 };

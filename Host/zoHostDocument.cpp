@@ -2,7 +2,12 @@
 
 #include "zoHostModules.h"
 
+#include <zoLog.h>
+
+#include <QDir>
 #include <QDynamicPropertyChangeEvent>
+#include <QPointer>
+#include <QScopedValueRollback>
 #include <QVariant>
 #include <QWidget>
 
@@ -13,6 +18,10 @@ namespace
 constexpr char s_differsProperty[] = "differs";
 constexpr char s_replacedProperty[] = "replacedConfiguration";
 constexpr char s_readProperty[] = "readFile";
+constexpr char s_savedProperty[] = "savedFile";
+constexpr char s_notUnderstoodProperty[] = "fileNotUnderstood";
+constexpr char s_notSavedProperty[] = "fileNotSaved";
+constexpr char s_importedProperty[] = "importedFile";
 constexpr char s_textProperty[] = "configuration";
 constexpr char s_revisionProperty[] = "revision";
 constexpr char s_undoProperty[] = "undoStep";
@@ -23,7 +32,7 @@ bool isLatin1(const QString& text)
     return QString::fromLatin1(text.toLatin1()) == text;
 }
 
-bool hasSlot(const QObject* object, const char* signature)
+bool hasSlot(const QObject* object, const QByteArray& signature)
 {
     return object->metaObject()->indexOfSlot(signature) >= 0;
 }
@@ -38,6 +47,15 @@ QString ownText(const QObject* object, const char* property)
 {
     const QString text = object->property(property).toString();
     return QString(text.constData(), text.size());
+}
+
+QStringList ownTexts(const QObject* object, const char* property)
+{
+    QStringList own;
+    const QStringList texts = object->property(property).toStringList();
+    for (const QString& text : texts)
+        own << QString(text.constData(), text.size());
+    return own;
 }
 } // namespace
 
@@ -166,11 +184,34 @@ void zoHostDocument::redo(QWidget* moduleWindow)
         QMetaObject::invokeMethod(moduleWindow, "redo", Qt::DirectConnection);
 }
 
-bool zoHostDocument::save(QWidget* moduleWindow)
+bool zoHostDocument::save(QWidget* moduleWindow, QString* reason)
 {
-    if (hasSlot(moduleWindow, "saveConfig()"))
-        QMetaObject::invokeMethod(moduleWindow, "saveConfig", Qt::DirectConnection);
-    return !differs(moduleWindow);
+    return saveBy(moduleWindow, "saveConfig", reason);
+}
+
+bool zoHostDocument::saveAs(QWidget* moduleWindow, QString* reason)
+{
+    return saveBy(moduleWindow, "saveAsConfig", reason);
+}
+
+bool zoHostDocument::saveBy(QWidget* moduleWindow, const char* slot, QString* reason)
+{
+    const QPointer<QWidget> window(moduleWindow); // a file dialog may outlive it
+    QString failure;
+    {
+        const QScopedValueRollback<QString*> waiting(m_saveReason, &failure);
+        if (hasSlot(moduleWindow, QByteArray(slot) + "()"))
+            QMetaObject::invokeMethod(moduleWindow, slot, Qt::DirectConnection);
+    }
+    if (reason != nullptr)
+        *reason = failure;
+    return window && !differs(window);
+}
+
+bool zoHostDocument::open(QWidget* moduleWindow)
+{
+    return hasSlot(moduleWindow, "loadConfig()") &&
+           QMetaObject::invokeMethod(moduleWindow, "loadConfig", Qt::DirectConnection);
 }
 
 bool zoHostDocument::eventFilter(QObject* watched, QEvent* event)
@@ -212,6 +253,29 @@ void zoHostDocument::hearProperty(QWidget* moduleWindow, const QByteArray& name)
         emit stepsChanged();
     } else if (name == s_revisionProperty) {
         emit textChanged();
+    } else if (moduleWindow->property(name).isValid()) {
+        hearNote(moduleWindow, name);
+    }
+}
+
+void zoHostDocument::hearNote(QWidget* moduleWindow, const QByteArray& name)
+{
+    if (name == s_savedProperty) {
+        emit fileSaved(ownText(moduleWindow, s_savedProperty));
+        return;
+    }
+    const QStringList note = ownTexts(moduleWindow, name);
+    if (name == s_importedProperty && !note.isEmpty()) {
+        emit imported(moduleWindow, note.constFirst(), note.mid(1));
+    } else if (name == s_notUnderstoodProperty && note.size() == 2) {
+        emit fileNotUnderstood(note.at(0), note.at(1));
+    } else if (name == s_notSavedProperty && note.size() >= 2) {
+        if (!note.mid(2).contains(QStringLiteral("logged")))
+            zoLog::error(tr("Unable to save %1: %2").arg(QDir::toNativeSeparators(note.at(0)), note.at(1)));
+        if (m_saveReason != nullptr)
+            *m_saveReason = note.at(1);
+        else
+            emit saveFailed(moduleWindow, note.at(0), note.at(1));
     }
 }
 

@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QSet>
 #include <QString>
+#include <QStringList>
 
 class QWidget;
 class zoHostModules;
@@ -17,7 +18,9 @@ class zoHostModules;
 // read a file its property "readFile" to the name. Its property "configuration" is the text that it would save, which
 // is another one when its property "revision" is. Its properties "undoStep" and "redoStep" are the names of the steps
 // that its slots undo() and redo() would take; its slot replaceConfiguration(QString,QString) takes another text as a
-// step with a name.
+// step with a name. "savedFile" is the name of a file that it wrote; "fileNotUnderstood" is the open file and why it is
+// no configuration, "fileNotSaved" one that could not be written, the reason and "logged" when the log has it,
+// "importedFile" one of another format and what a person should look at in the result.
 class zoHostDocument final : public QObject
 {
     Q_OBJECT
@@ -58,8 +61,12 @@ public:
     static void undo(QWidget* moduleWindow);
     static void redo(QWidget* moduleWindow);
 
-    // Lets the module save, which may ask for a name. False when the document still differs.
-    bool save(QWidget* moduleWindow);
+    // Lets the module save, which may ask for a name; saveAs() always asks. False when the document still differs;
+    // `reason` is then why, or empty when a person gave up. What failed is in the log, and not announced.
+    bool save(QWidget* moduleWindow, QString* reason = nullptr);
+    bool saveAs(QWidget* moduleWindow, QString* reason = nullptr);
+    // Lets the module ask for a file and open it.
+    static bool open(QWidget* moduleWindow);
 
 signals:
     // File or unsaved mark of a module's window changed.
@@ -72,6 +79,14 @@ signals:
     void fileOpened(const QString& fileName);
     // A module read this file, whether or not it was open before.
     void fileRead(const QString& fileName);
+    // A module wrote this file.
+    void fileSaved(const QString& fileName);
+    // The open file is no configuration: its window shows an empty one instead.
+    void fileNotUnderstood(const QString& fileName, const QString& reason);
+    // This file could not be written. The log says so.
+    void saveFailed(QWidget* moduleWindow, const QString& fileName, const QString& reason);
+    // The window shows what became of a file of another format; each remark is one line.
+    void imported(QWidget* moduleWindow, const QString& fileName, const QStringList& remarks);
     // The text is about to go; `fileName` is the file that it was open as, or empty.
     void replaced(const QString& text, const QString& fileName);
 
@@ -81,8 +96,11 @@ protected:
 private:
     void announceFile(QWidget* moduleWindow);
     void hearProperty(QWidget* moduleWindow, const QByteArray& name);
+    void hearNote(QWidget* moduleWindow, const QByteArray& name);
+    bool saveBy(QWidget* moduleWindow, const char* slot, QString* reason);
 
     const zoHostModules* m_modules;             // not owned
     QHash<const QObject*, QString> m_announced; // the file that was told last, by module window
     QSet<const QObject*> m_broughtBack;         // module windows that show one without a file
+    QString* m_saveReason = nullptr;            // of who waits for a save
 };

@@ -54,10 +54,12 @@ zoHostFileGuard::zoHostFileGuard(QMainWindow* window, const zoHostModules* modul
     zoFileWriter::setGuard({[this](const QString& fileName) { return mayWrite(fileName); },
                             [this](const QString& fileName) {
                                 m_unreadable.remove(absoluteName(fileName));
+                                m_foreign.remove(absoluteName(fileName));
                                 if (m_known.contains(absoluteName(fileName)))
                                     takeNote(fileName);
                             }});
     connect(document, &zoHostDocument::fileRead, this, &zoHostFileGuard::takeNoteOfRead);
+    connect(document, &zoHostDocument::fileNotUnderstood, this, &zoHostFileGuard::takeNoteOfForeign);
     connect(document, &zoHostDocument::fileOpened, this, [this](const QString& fileName) {
         m_reading.clear();
         if (!m_known.contains(fileName))
@@ -139,6 +141,7 @@ void zoHostFileGuard::takeNoteOfRead(const QString& fileName)
 {
     m_reading = absoluteName(fileName);
     takeNote(fileName);
+    m_foreign.remove(m_reading);
     lookForUnreadable(m_reading);
 }
 
@@ -156,15 +159,33 @@ void zoHostFileGuard::lookForUnreadable(const QString& fileName)
         fileName, tr("line %1, column %2").arg(QString::number(place.line), QString::number(place.column)));
     if (m_controller->isNonInteractive()) // the module has logged it
         return;
-    auto* box = new QMessageBox(QMessageBox::Warning, QStringLiteral("zohost"),
-                                tr("%1 holds bytes that are no text.").arg(shortName(fileName)),
-                                QMessageBox::Ok, m_window);
-    box->setObjectName(QStringLiteral("UnreadableBox"));
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setInformativeText(tr("The first ones are in %1. The window shows %2 for them. The file stays as it "
-                               "is until it is saved, and that is asked first.")
-                                .arg(m_unreadable.value(fileName), QChar(QChar::ReplacementCharacter)));
-    box->open();
+    tell("UnreadableBox", tr("%1 holds bytes that are no text.").arg(shortName(fileName)),
+         tr("The first ones are in %1. The window shows %2 for them. The file stays as it "
+            "is until it is saved, and that is asked first.")
+             .arg(m_unreadable.value(fileName), QChar(QChar::ReplacementCharacter)));
+}
+
+void zoHostFileGuard::takeNoteOfForeign(const QString& fileName, const QString& reason)
+{
+    const QString name = absoluteName(fileName);
+    m_foreign.insert(name, reason);
+    if (m_controller->isNonInteractive()) // whoever loads it for a script says so
+        return;
+    tell("ForeignBox", tr("%1 holds no cluster configuration.").arg(shortName(name)),
+         reason + QLatin1Char('\n') +
+             tr("The window shows an empty one instead. The file stays as it is until it is saved, and that "
+                "is asked first."));
+}
+
+// One at a time: of one file, the last word is the one that counts.
+void zoHostFileGuard::tell(const char* boxName, const QString& what, const QString& more)
+{
+    delete m_telling;
+    m_telling = new QMessageBox(QMessageBox::Warning, QStringLiteral("zohost"), what, QMessageBox::Ok, m_window);
+    m_telling->setObjectName(QLatin1String(boxName));
+    m_telling->setAttribute(Qt::WA_DeleteOnClose);
+    m_telling->setInformativeText(more);
+    m_telling->open();
 }
 
 void zoHostFileGuard::forgetOthers()
@@ -206,8 +227,11 @@ void zoHostFileGuard::watch()
 bool zoHostFileGuard::mayWrite(const QString& fileName)
 {
     const QString name = absoluteName(fileName);
-    if (!m_known.contains(name) || !isChanged(name))
-        return !m_unreadable.contains(name) || askUnreadable(name);
+    if (!m_known.contains(name) || !isChanged(name)) {
+        if (m_foreign.contains(name))
+            return mayReplaceForeign(name);
+        return !m_unreadable.contains(name) || mayReplaceUnreadable(name);
+    }
     if (!m_controller->isNonInteractive())
         return ask(name);
     zoLog::error(tr("%1 was changed by another program since it was loaded and is not overwritten")
@@ -239,30 +263,47 @@ bool zoHostFileGuard::ask(const QString& fileName)
     return false;
 }
 
-bool zoHostFileGuard::askUnreadable(const QString& fileName)
+bool zoHostFileGuard::mayReplaceUnreadable(const QString& fileName)
+{
+    return mayReplace(
+        fileName, tr("%1 holds bytes that are no text.").arg(shortName(fileName)),
+        tr("The first ones are in %1. Saving writes %2 in their place. What the file holds "
+           "now is then kept under File > Earlier configurations.")
+            .arg(m_unreadable.value(fileName), QChar(QChar::ReplacementCharacter)),
+        tr("%1 holds bytes that are no text and is not overwritten").arg(QDir::toNativeSeparators(fileName)));
+}
+
+bool zoHostFileGuard::mayReplaceForeign(const QString& fileName)
+{
+    const QString reason = m_foreign.value(fileName);
+    return mayReplace(fileName, tr("%1 holds no cluster configuration.").arg(shortName(fileName)),
+                      reason + QLatin1Char('\n') +
+                          tr("Saving replaces all that it holds by what the window shows. What the file holds "
+                             "now is then kept under File > Earlier configurations."),
+                      tr("%1 holds no cluster configuration and is not overwritten: %2")
+                          .arg(QDir::toNativeSeparators(fileName), reason));
+}
+
+bool zoHostFileGuard::mayReplace(const QString& fileName, const QString& what, const QString& then,
+                                 const QString& refusal)
 {
     if (m_controller->isNonInteractive()) {
-        zoLog::error(tr("%1 holds bytes that are no text and is not overwritten")
-                         .arg(QDir::toNativeSeparators(fileName)));
+        zoLog::error(refusal);
         return false;
     }
     const QPointer<QWidget> moduleWindow = windowOf(fileName);
-    QMessageBox box(QMessageBox::Warning, QStringLiteral("zohost"),
-                    tr("%1 holds bytes that are no text.").arg(shortName(fileName)), QMessageBox::NoButton,
-                    m_window);
-    box.setObjectName(QStringLiteral("UnreadableQuestion"));
-    box.setInformativeText(
-        tr("The first ones are in %1. Saving writes %2 in their place. What the file holds "
-           "now is then kept under File > Earlier configurations.")
-            .arg(m_unreadable.value(fileName), QChar(QChar::ReplacementCharacter)));
+    QMessageBox box(QMessageBox::Warning, QStringLiteral("zohost"), what, QMessageBox::NoButton, m_window);
+    box.setObjectName(m_foreign.contains(fileName) ? QStringLiteral("ForeignQuestion")
+                                                   : QStringLiteral("UnreadableQuestion"));
+    box.setInformativeText(then);
     const QPushButton* overwrite = box.addButton(tr("&Overwrite"), QMessageBox::AcceptRole);
     const QPushButton* saveAs = box.addButton(tr("Save &As..."), QMessageBox::ActionRole);
     box.setDefaultButton(box.addButton(QMessageBox::Cancel));
     box.exec();
     if (box.clickedButton() == overwrite) {
         QByteArray bytes;
-        zoFileReader::read(fileName, bytes);
-        m_earlier->keepBytes(bytes, fileName);
+        if (zoFileReader::read(fileName, bytes) == zoFileReader::Result::Read)
+            m_earlier->keepBytes(bytes, fileName);
         return true;
     }
     if (box.clickedButton() == saveAs && moduleWindow)

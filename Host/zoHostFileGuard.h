@@ -19,7 +19,7 @@ class zoHostModules;
 
 // Sees to it that nobody's changes get lost in the file of an open configuration: one that another program
 // changed is not overwritten unasked, and is offered to be read again while nothing of its window is unsaved. Nor
-// is one with bytes that could not be shown.
+// is one with bytes that could not be shown, or one that is no configuration.
 class zoHostFileGuard final : public QObject
 {
     Q_OBJECT
@@ -59,9 +59,15 @@ private:
 
     bool mayWrite(const QString& fileName);
     bool ask(const QString& fileName);
-    bool askUnreadable(const QString& fileName);
+    // The file holds what the window could not show: whether it may be replaced, and is kept among the earlier
+    // configurations. `what` and `then` are the sentences of the question, `refusal` the line for the log.
+    bool mayReplace(const QString& fileName, const QString& what, const QString& then, const QString& refusal);
+    bool mayReplaceUnreadable(const QString& fileName);
+    bool mayReplaceForeign(const QString& fileName);
     // Takes note of bytes that are no text, and tells them.
     void lookForUnreadable(const QString& fileName);
+    void takeNoteOfForeign(const QString& fileName, const QString& reason);
+    void tell(const char* boxName, const QString& what, const QString& more);
     void checkFiles();
     void offerReload(const QString& fileName);
     QWidget* windowOf(const QString& fileName) const;
@@ -75,8 +81,10 @@ private:
     QHash<QString, State> m_known;        // by absolute name
     QHash<QString, QByteArray> m_told;    // sums of the changes that a person knows of
     QHash<QString, QString> m_unreadable; // by absolute name: where the first bytes are that are no text
+    QHash<QString, QString> m_foreign;    // by absolute name: why it is no configuration
     QString m_reading;                    // its window has another name yet
     QFileSystemWatcher m_watcher;
     QTimer m_settled{this}; // programs write in several steps
     QPointer<QMessageBox> m_offer;
+    QPointer<QMessageBox> m_telling;
 };

@@ -7,6 +7,7 @@
 #include "zoHostEarlierConfigurations.h"
 #include "zoHostEarlierDialog.h"
 #include "zoHostFileGuard.h"
+#include "zoHostFileNews.h"
 #include "zoHostLogPanel.h"
 #include "zoHostNodesPanel.h"
 #include "zoHostPreferencesDialog.h"
@@ -145,6 +146,7 @@ zoHostMainWindow::zoHostMainWindow(const Services& services, QWidget* parent)
     restoreLayout();
 
     new zoHostFileGuard(this, this, m_document, services.controller, services.cluster, services.earlier);
+    new zoHostFileNews(this, m_document, services.controller);
     connect(m_document, &zoHostDocument::changed, this, &zoHostMainWindow::updateTitle);
     connect(m_pages, &QStackedWidget::currentChanged, this, &zoHostMainWindow::updateTitle);
     connect(m_pages, &QStackedWidget::currentChanged, m_undoActions,

@@ -34,6 +34,7 @@ void zoHostSessionService::applyConfig(const QString& document)
     if (!mayChange(config))
         return;
     m_config = config;
+    zoLog::info(tr("Changed configuration sent to the running session"));
     changeSession(parsed.enabledNodes());
 }
 
@@ -119,7 +120,11 @@ bool zoHostSessionService::fail(const QString& reason)
 {
     releaseSession();
     m_state = State::Idle;
-    zoLog::error(tr("Cluster not started: %1").arg(reason));
+    // What a person wanted is no error.
+    if (m_isAborted)
+        zoLog::info(tr("Cluster not started: %1").arg(reason));
+    else
+        zoLog::error(tr("Cluster not started: %1").arg(reason));
     // Whoever disabled a Start button waits for this.
     emit stopped();
     return false;

@@ -46,6 +46,11 @@ private slots:
     void bytesThatAreNoTextAreNotOverwrittenUnasked_data();
     void bytesThatAreNoTextAreNotOverwrittenUnasked();
     void scriptDoesNotOverwriteBytesThatAreNoText();
+    void fileThatIsNoConfigurationIsTold();
+    void fileThatIsNoConfigurationIsNotOverwrittenUnasked_data();
+    void fileThatIsNoConfigurationIsNotOverwrittenUnasked();
+    void fileThatIsNoConfigurationIsAskedAboutOnce();
+    void scriptDoesNotOverwriteAFileThatIsNoConfiguration();
 
 private:
     void open(bool nonInteractive);
@@ -443,6 +448,87 @@ void tst_zoHostFileGuard::scriptDoesNotOverwriteBytesThatAreNoText()
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), QByteArray("gr\xf6"));
     QCOMPARE(m_host->findChild<QMessageBox*>("UnreadableBox"), nullptr);
+}
+
+void tst_zoHostFileGuard::fileThatIsNoConfigurationIsTold()
+{
+    m_host->show();
+
+    m_window->loadConfig(m_parts->writeFile("wall.zhpc", "foreign"));
+
+    auto* told = m_host->findChild<QMessageBox*>("ForeignBox");
+    QVERIFY(told != nullptr && told->isVisible());
+    QVERIFY(told->text().contains("wall.zhpc holds no cluster configuration"));
+    QVERIFY(told->informativeText().contains("line 1, column 8: strange"));
+    told->accept();
+}
+
+void tst_zoHostFileGuard::fileThatIsNoConfigurationIsNotOverwrittenUnasked_data()
+{
+    QTest::addColumn<QString>("answer");
+    QTest::addColumn<QString>("content");
+    QTest::addColumn<bool>("isKept");
+
+    QTest::newRow("cancel") << "Cancel"
+                            << "foreign text" << false;
+    QTest::newRow("overwrite") << "Overwrite"
+                               << "mine" << true;
+    QTest::newRow("save-as") << "Save As..."
+                             << "foreign text" << false;
+}
+
+void tst_zoHostFileGuard::fileThatIsNoConfigurationIsNotOverwrittenUnasked()
+{
+    QFETCH(QString, answer);
+    QFETCH(QString, content);
+    QFETCH(bool, isKept);
+    m_window->loadConfig(m_parts->writeFile("wall.zhpc", "foreign text"));
+    m_host->findChild<QMessageBox*>("ForeignBox")->accept();
+    m_window->edit("mine");
+    m_window->nextSaveName = m_parts->filePath("other.zhpc");
+    const zoDialogRobot robot([&answer](QDialog* dialog) { click(dialog, answer); });
+
+    m_window->saveConfig();
+
+    QCOMPARE(robot.handled(), 1);
+    QCOMPARE(this->content(), content);
+    const QVector<zoHostEarlierConfigurations::Entry> kept = m_parts->earlier.entries();
+    QCOMPARE(kept.size(), isKept ? 1 : 0);
+    if (isKept) {
+        QCOMPARE(m_parts->earlier.textOf(kept.constFirst()), QStringLiteral("foreign text"));
+        QCOMPARE(kept.constFirst().originFile, m_parts->filePath("wall.zhpc"));
+    }
+    QCOMPARE(m_window->windowFilePath(),
+             m_parts->filePath(answer == QLatin1String("Save As...") ? "other.zhpc" : "wall.zhpc"));
+}
+
+void tst_zoHostFileGuard::fileThatIsNoConfigurationIsAskedAboutOnce()
+{
+    m_window->loadConfig(m_parts->writeFile("wall.zhpc", "foreign text"));
+    m_host->findChild<QMessageBox*>("ForeignBox")->accept();
+    m_window->edit("mine");
+    const zoDialogRobot robot([](QDialog* dialog) { click(dialog, "Overwrite"); });
+    m_window->saveConfig();
+    m_window->edit("mine again");
+
+    m_window->saveConfig();
+
+    QCOMPARE(robot.handled(), 1);
+    QCOMPARE(content(), QStringLiteral("mine again"));
+}
+
+void tst_zoHostFileGuard::scriptDoesNotOverwriteAFileThatIsNoConfiguration()
+{
+    open(true);
+    m_window->loadConfig(m_parts->writeFile("wall.zhpc", "foreign text"));
+    m_window->edit("mine");
+    expectMessage(QtCriticalMsg, QRegularExpression("holds no cluster configuration and is not overwritten: "
+                                                    "line 1, column 8: strange"));
+
+    m_window->saveConfig();
+
+    QCOMPARE(content(), QStringLiteral("foreign text"));
+    QVERIFY(m_host->findChild<QMessageBox*>() == nullptr);
 }
 
 ZO_TEST_MAIN(tst_zoHostFileGuard)

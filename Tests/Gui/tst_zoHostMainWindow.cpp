@@ -98,6 +98,8 @@ private slots:
     void unsavedWorkIsDiscarded();
     void cancelKeepsTheHostOpen();
     void saveGivenUpKeepsTheHostOpen();
+    void saveThatFailsIsToldAndKeepsTheHostOpen();
+    void saveThatFailsMayGoElsewhere();
     void scriptIsNotAsked();
 
     void earlierConfigurationIsBroughtBack();
@@ -611,7 +613,7 @@ void tst_zoHostMainWindow::dropOverAChildIsTaken()
     const auto data = files({m_parts->writeFile("wall.zhpc", "a")});
 
     QCOMPARE(drag(module, *data), Qt::CopyAction);
-    QCOMPARE(drag(m_window->logPanel()->viewport(), *data), Qt::CopyAction);
+    QCOMPARE(drag(m_window->logPanel()->view()->viewport(), *data), Qt::CopyAction);
 }
 
 void tst_zoHostMainWindow::otherDragsAreRefused_data()
@@ -733,6 +735,54 @@ void tst_zoHostMainWindow::saveGivenUpKeepsTheHostOpen()
 
     QVERIFY(m_window->isVisible());
     QCOMPARE(module->saves, 1);
+}
+
+void tst_zoHostMainWindow::saveThatFailsIsToldAndKeepsTheHostOpen()
+{
+    zoFakeModuleWindow* module = addFakeModule();
+    module->edit("b");
+    module->nextSaveName = m_parts->filePath("missing/b.zhpc");
+    QString told;
+    std::unique_ptr<zoDialogRobot> second;
+    const zoDialogRobot first([&](QDialog* dialog) {
+        second = std::make_unique<zoDialogRobot>([&told](QDialog* failure) {
+            told = qobject_cast<QMessageBox*>(failure)->informativeText();
+            failure->reject();
+        });
+        qobject_cast<QMessageBox*>(dialog)->button(QMessageBox::Save)->click();
+    });
+    expectMessage(QtCriticalMsg, QRegularExpression("Unable to save .*b\\.zhpc: No such file or directory"));
+
+    QVERIFY(!m_window->close());
+
+    QVERIFY2(told.startsWith("No such file or directory"), qUtf8Printable(told));
+    QVERIFY(m_window->isVisible());
+    QCOMPARE(module->text(), QStringLiteral("b"));
+    QVERIFY(m_window->document()->differs(module));
+}
+
+void tst_zoHostMainWindow::saveThatFailsMayGoElsewhere()
+{
+    zoFakeModuleWindow* module = addFakeModule();
+    module->edit("b");
+    module->nextSaveName = m_parts->filePath("missing/b.zhpc");
+    std::unique_ptr<zoDialogRobot> second;
+    const zoDialogRobot first([&](QDialog* dialog) {
+        second = std::make_unique<zoDialogRobot>([this, module](QDialog* failure) {
+            module->nextSaveName = m_parts->filePath("b.zhpc");
+            const QList<QPushButton*> buttons = failure->findChildren<QPushButton*>();
+            for (QPushButton* button : buttons) {
+                if (button->text() == QLatin1String("Save &As..."))
+                    button->click();
+            }
+        });
+        qobject_cast<QMessageBox*>(dialog)->button(QMessageBox::Save)->click();
+    });
+    expectMessage(QtCriticalMsg, QRegularExpression("Unable to save .*b\\.zhpc: No such file or directory"));
+
+    QVERIFY(m_window->close());
+
+    QVERIFY(QFile::exists(m_parts->filePath("b.zhpc")));
 }
 
 void tst_zoHostMainWindow::scriptIsNotAsked()

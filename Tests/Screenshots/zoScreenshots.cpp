@@ -4,6 +4,7 @@
 #include <zoHostApplication.h>
 #include <zoHostDocument.h>
 #include <zoHostEarlierConfigurations.h>
+#include <zoHostLogPanel.h>
 #include <zoHostMainWindow.h>
 #include <zoKernelServiceFactory.h>
 #include <zoMainWindowService.h>
@@ -446,13 +447,16 @@ void zoScreenshots::write(const QImage& image, const QString& name)
 // Times and folders of the one who runs this give way to others.
 void zoScreenshots::settleLog()
 {
-    auto* log = window()->findChild<QPlainTextEdit*>(QStringLiteral("LogPanel"));
-    QString text = log->toPlainText();
-    text.replace(QRegularExpression(QStringLiteral("(^|\\n)\\d\\d:\\d\\d:\\d\\d")),
-                 QStringLiteral("\\109:00:00"));
-    text.replace(QRegularExpression(QStringLiteral("/\\S+/(?=(lib)?[\\w-]+\\.(so|zhpc))")),
-                 QStringLiteral("/opt/zo/"));
-    log->setPlainText(text);
+    QTextDocument* log = window()->logPanel()->view()->document();
+    const auto replaceAll = [log](const QString& pattern, const QString& after) {
+        const QRegularExpression what(pattern);
+        QTextCursor place(log);
+        while (!(place = log->find(what, place)).isNull())
+            place.insertText(after);
+    };
+    replaceAll(QStringLiteral("^\\d\\d:\\d\\d:\\d\\d"), QStringLiteral("09:00:00"));
+    replaceAll(QStringLiteral("/\\S+/(?=(lib)?[\\w-]+\\.(so|zhpc))"), QStringLiteral("/opt/zo/"));
+    replaceAll(QStringLiteral("^\\D.*\\d{4}$"), QLocale().toString(QDate(2026, 11, 20), QLocale::LongFormat));
     settle();
 }
 

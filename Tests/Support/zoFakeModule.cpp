@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QVariant>
 
 zoFakeModuleWindow::zoFakeModuleWindow(QWidget* parent) : QMainWindow(parent) {}
 zoFakeModuleWindow::~zoFakeModuleWindow() = default;
@@ -31,12 +32,14 @@ void zoFakeModuleWindow::loadConfig(const QString& fileName)
     if (!file.open(QIODevice::ReadOnly))
         return;
     const QString text = QString::fromUtf8(file.readAll());
-    setProperty("readFile", fileName);
-    setProperty("readFile", QVariant());
-    replace(text);
+    const bool isForeign = text.startsWith(QLatin1String("foreign"));
+    tell("readFile", fileName);
+    replace(isForeign ? QString() : text);
     m_savedText = m_text;
     setFile(fileName);
     updateMark();
+    if (isForeign)
+        tell("fileNotUnderstood", QStringList{fileName, QStringLiteral("line 1, column 8: strange")});
 }
 
 void zoFakeModuleWindow::saveConfig()
@@ -53,11 +56,31 @@ void zoFakeModuleWindow::saveAsConfig()
 
 void zoFakeModuleWindow::saveAs(const QString& fileName)
 {
-    if (fileName.isEmpty() || zoFileWriter::write(fileName, m_text.toUtf8()) != zoFileWriter::Result::Written)
+    QString reason;
+    if (fileName.isEmpty())
         return;
+    if (zoFileWriter::write(fileName, m_text.toUtf8(), &reason) != zoFileWriter::Result::Written) {
+        if (!reason.isEmpty())
+            tell("fileNotSaved", QStringList{fileName, reason});
+        return;
+    }
     m_savedText = m_text;
     setFile(fileName);
     updateMark();
+    tell("savedFile", fileName);
+}
+
+void zoFakeModuleWindow::import(const QString& fileName, const QStringList& remarks)
+{
+    replace(QStringLiteral("imported"));
+    updateMark();
+    tell("importedFile", QStringList{fileName} + remarks);
+}
+
+void zoFakeModuleWindow::tell(const char* note, const QVariant& what)
+{
+    setProperty(note, what);
+    setProperty(note, QVariant());
 }
 
 void zoFakeModuleWindow::setDefaultConfig()
@@ -70,8 +93,7 @@ void zoFakeModuleWindow::setDefaultConfig()
 
 void zoFakeModuleWindow::replace(const QString& text)
 {
-    setProperty("replacedConfiguration", m_text);
-    setProperty("replacedConfiguration", QVariant());
+    tell("replacedConfiguration", m_text);
     m_text = text;
 }
 

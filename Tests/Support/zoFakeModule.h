@@ -5,7 +5,7 @@
 #include <QStringList>
 
 // A module's window with a document of plain text, for tests of hosts: tells its file and whether it differs
-// from it, and says which text goes before it replaces it.
+// from it, and says which text goes before it replaces it. What begins with "foreign" is no document to it.
 class zoFakeModuleWindow final : public QMainWindow
 {
     Q_OBJECT
@@ -22,6 +22,8 @@ public:
     void edit(const QString& text);
     // As it comes from the service: the file stays.
     void setConfigString(const QString& text);
+    // As from a file of another format: the open file stays.
+    void import(const QString& fileName, const QStringList& remarks);
 
     QString nextSaveName; // what the file dialog answers; empty: given up
     QStringList loaded;   // through the slot of this window
@@ -36,6 +38,7 @@ public slots:
 private:
     void replace(const QString& text);
     void setFile(const QString& fileName);
+    void tell(const char* note, const QVariant& what);
     void updateMark();
     void saveAs(const QString& fileName);
 

@@ -198,7 +198,7 @@ void tst_zoParaViewService::abortWhileItStarts()
             },
             Qt::QueuedConnection);
     });
-    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("aborted")));
+    expectMessage(QtInfoMsg, QRegularExpression(QStringLiteral("aborted")));
 
     QVERIFY(!service->start());
 

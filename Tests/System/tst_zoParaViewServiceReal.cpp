@@ -307,7 +307,7 @@ void tst_zoParaViewServiceReal::abortLeavesNothing()
         if (text.contains(step))
             timer.start();
     });
-    expectMessage(QtCriticalMsg, QRegularExpression("aborted"));
+    expectMessage(QtInfoMsg, QRegularExpression("aborted"));
 
     QVERIFY(!service->start());
 

@@ -233,7 +233,7 @@ void tst_zohostTexts::readText(const QString& place, const QString& text)
 
 void tst_zohostTexts::readLog()
 {
-    const auto* log = window()->findChild<QPlainTextEdit*>("LogPanel");
+    const auto* log = window()->findChild<QTextEdit*>("LogView");
     QVERIFY(log != nullptr);
     readText("log", log->toPlainText());
 }
@@ -353,7 +353,7 @@ void tst_zohostTexts::contextMenus()
     auto* hosts = module()->findChild<QTreeWidget*>("m_treeWidget");
     QVERIFY(hosts != nullptr);
     readMenuOf(hosts->viewport(), hosts->visualItemRect(hosts->topLevelItem(0)).center());
-    auto* log = window()->findChild<QPlainTextEdit*>("LogPanel");
+    auto* log = window()->findChild<QTextEdit*>("LogView");
     readMenuOf(log->viewport(), QPoint(5, 5));
     action("Display Setup...")->trigger();
     auto* setup = qobject_cast<QDialog*>(QApplication::activeModalWidget());

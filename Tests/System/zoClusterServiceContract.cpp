@@ -433,7 +433,7 @@ void zoClusterServiceContract::endOfTheApplicationEndsTheStart()
         Qt::QueuedConnection);
     // Others are done before.
     if ((service->capabilities() & zoClusterService::ReportsLostNodes) != 0)
-        expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("aborted")));
+        expectMessage(QtInfoMsg, QRegularExpression(QStringLiteral("aborted")));
 
     QCoreApplication::exec();
 
@@ -476,7 +476,7 @@ void zoClusterServiceContract::abortEndsTheWaitForASilentNode()
                 if (percent > 0)
                     service->abort(); // n1 is there, and the other one never will be
             });
-    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("aborted")));
+    expectMessage(QtInfoMsg, QRegularExpression(QStringLiteral("aborted")));
 
     QVERIFY(!service->start());
 
@@ -505,7 +505,7 @@ void zoClusterServiceContract::endOfTheApplicationEndsTheWaitForASilentNode()
             returned = true;
         },
         Qt::QueuedConnection);
-    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("aborted")));
+    expectMessage(QtInfoMsg, QRegularExpression(QStringLiteral("aborted")));
 
     QCoreApplication::exec();
 
@@ -530,7 +530,7 @@ void zoClusterServiceContract::startOfAnApplicationThatEndsReturns()
             started = service->start();
         },
         Qt::QueuedConnection);
-    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("aborted")));
+    expectMessage(QtInfoMsg, QRegularExpression(QStringLiteral("aborted")));
 
     QCoreApplication::exec();
 
@@ -565,7 +565,7 @@ void zoClusterServiceContract::abortAtEveryStepEndsTheStart()
             if (at++ == step)
                 service->abort();
         });
-        expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("aborted")));
+        expectMessage(QtInfoMsg, QRegularExpression(QStringLiteral("aborted")));
 
         QVERIFY2(!service->start(), qPrintable(QString::number(step)));
 

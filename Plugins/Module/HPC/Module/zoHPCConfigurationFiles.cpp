@@ -77,7 +77,8 @@ bool zoHPCConfigurationFiles::readLegacy(const QString& fileName, QString& text)
     return result != zoFileReader::Result::NotRead;
 }
 
-bool zoHPCConfigurationFiles::write(const QString& fileName, const std::function<QString()>& text)
+bool zoHPCConfigurationFiles::write(const QString& fileName, const std::function<QString()>& text,
+                                    Failure* failure)
 {
     if (fileName.isEmpty())
         return false;
@@ -89,8 +90,11 @@ bool zoHPCConfigurationFiles::write(const QString& fileName, const std::function
         return false;
 
     QString reason;
-    switch (zoFileWriter::write(
-        name, [&text] { return text().toUtf8(); }, &reason)) {
+    const zoFileWriter::Result result = zoFileWriter::write(
+        name, [&text] { return text().toUtf8(); }, &reason);
+    if (failure != nullptr)
+        *failure = {QFileInfo(name).absoluteFilePath(), reason, result != zoFileWriter::Result::NotOpened};
+    switch (result) {
     case zoFileWriter::Result::Written:
         setCurrent(name);
         return true;

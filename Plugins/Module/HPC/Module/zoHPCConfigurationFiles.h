@@ -25,12 +25,19 @@ public:
     // The text of a file of an earlier format; empty when it cannot be opened. False, with an error in the log,
     // when it is none that can be read as a whole.
     static bool readLegacy(const QString& fileName, QString& text);
+    // Why a file was not written, and whether the log says so already. No reason: the host did not want it.
+    struct Failure
+    {
+        QString fileName;
+        QString reason;
+        bool isLogged = false;
+    };
     // Writes what `text` gives once the file is open, and makes the file the current one. Appends ".zhpc" when
-    // missing. False for a name that cannot be opened, which changes nothing, and when the file could not be
-    // written, which is reported in the log; the old file stays whole until the new one is complete. In a host
+    // missing. False, with the failure, for a name that cannot be opened, which changes nothing, and when the file
+    // could not be written, which is reported in the log; the old file stays whole until the new one is complete. In a host
     // that asks nobody, bytes of the old file that are no text are first kept in "name.zhpc~", which the log
     // tells; where they cannot be, nothing is written.
-    bool write(const QString& fileName, const std::function<QString()>& text);
+    bool write(const QString& fileName, const std::function<QString()>& text, Failure* failure = nullptr);
 
     // The configuration is that of the current file, or without one that of the last New, Load or Import.
     void setSaved(const QString& text) { m_saved = text; }

@@ -20,6 +20,7 @@
 #include "zoHPCTreeItem.h"
 #include "zoHPCUndo.h"
 #include "zoHPCWindowMemory.h"
+#include "zoHPCWindowNotes.h"
 #include "zoText.h"
 
 #include <QAction>
@@ -425,8 +426,7 @@ QString zoHPCGUIW::announceReplacement(const QString& coming)
 {
     const QString going = documentText();
     if (going != coming && m_files.isWorthKeeping(going)) {
-        setProperty("replacedConfiguration", going);
-        setProperty("replacedConfiguration", QVariant());
+        zoHPCWindowNotes::tell(this, zoHPCWindowNotes::Replaced, going);
     }
     return going;
 }
@@ -536,8 +536,7 @@ void zoHPCGUIW::loadConfig(const QString& fileName)
     if (!zoHPCConfigurationFiles::read(fileName, text))
         return;
     // A host sees by it that somebody else changed the file later.
-    setProperty("readFile", QFileInfo(fileName).absoluteFilePath());
-    setProperty("readFile", QVariant());
+    zoHPCWindowNotes::tell(this, zoHPCWindowNotes::Read, QFileInfo(fileName).absoluteFilePath());
     announceReplacement(text);
     const bool isConfiguration = readText(text);
     if (isConfiguration)
@@ -551,6 +550,8 @@ void zoHPCGUIW::loadConfig(const QString& fileName)
     else
         statusBar()->showMessage(
             tr("%1 holds no cluster configuration.").arg(QDir::toNativeSeparators(fileName)), MessageTime);
+    if (!isConfiguration)
+        zoHPCWindowNotes::tellNotUnderstood(this, text);
 }
 
 void zoHPCGUIW::saveConfig()
@@ -571,10 +572,15 @@ void zoHPCGUIW::saveAsConfig()
 
 void zoHPCGUIW::saveConfig(const QString& fileName)
 {
-    if (!m_files.write(fileName, [this] { return getConfigString(); }))
+    zoHPCConfigurationFiles::Failure failure;
+    if (!m_files.write(
+            fileName, [this] { return getConfigString(); }, &failure)) {
+        zoHPCWindowNotes::tellNotSaved(this, failure);
         return;
+    }
     takeAsSaved(documentText());
     showFile();
+    zoHPCWindowNotes::tell(this, zoHPCWindowNotes::Saved, QString(m_files.current()));
 }
 
 void zoHPCGUIW::setDefaultConfig()
@@ -685,4 +691,5 @@ void zoHPCGUIW::importLegacy()
             MessageTime);
     else
         statusBar()->clearMessage();
+    zoHPCWindowNotes::tellImported(this, fileName, converter);
 }
