@@ -12,6 +12,7 @@
 #include <zoPlatform.h>
 
 #include <QApplication>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QStatusBar>
 
@@ -19,6 +20,12 @@ namespace
 {
 constexpr int s_messageMs = 20000;
 constexpr char s_defaultFileKey[] = "HPC Cluster default file";
+
+// A script speaks the language that its caller set, whatever a person likes.
+QString storedLanguage(const zoHostOptions& options)
+{
+    return options.nonInteractive ? QString() : zoHostGeneralPage::storedLanguage(QSettings());
+}
 
 // The text of the sample that an empty host shows; empty when the data directory lacks it.
 QString defaultDocument()
@@ -32,13 +39,14 @@ QString defaultDocument()
 
 zoHostApplication::zoHostApplication(const zoHostOptions& options)
     : m_options(options)
-    , m_translations(options.language)
+    , m_translations(options.language.isEmpty() ? storedLanguage(options) : options.language)
     , m_controller(options.nonInteractive)
     , m_preferences(&m_settings)
     , m_cameras(&m_settings, &m_nodes)
     , m_recent(&m_settings)
     , m_earlier(zoHostEarlierConfigurations::defaultFolder())
     , m_cluster(createCluster())
+    , m_generalPage(std::make_unique<zoHostGeneralPage>(&m_preferences))
     , m_clusterPage(std::make_unique<zoHostClusterPage>(&m_preferences, m_cluster.get()))
     , m_window(std::make_unique<zoHostMainWindow>(
           zoHostMainWindow::Services{&m_preferences, &m_cameras, &m_nodes, &m_controller, m_cluster.get(),
@@ -84,6 +92,7 @@ zoHostApplication::~zoHostApplication()
     m_window.reset();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     m_clusterPage.reset();
+    m_generalPage.reset();
     m_preferences.clearPages();
     m_loader.unloadAll();
     unregisterServices();
@@ -101,6 +110,8 @@ int zoHostApplication::run()
                 m_journal = std::make_unique<zoHostJournal>(m_window->document());
             if (m_recovery)
                 m_recovery->offer(file);
+            if (isForAPerson() && file.isEmpty() && zoHostGeneralPage::storedShowsStartPage(&m_preferences))
+                m_window->showStartPage();
         },
         Qt::QueuedConnection);
     return QCoreApplication::exec();
@@ -110,8 +121,20 @@ QString zoHostApplication::configurationFile()
 {
     if (!m_options.configFile.isEmpty())
         return m_options.configFile;
+    if (isForAPerson() && zoHostGeneralPage::storedReopensLast(&m_preferences)) {
+        // One that is gone is not worth an error at each start.
+        const QStringList recent = m_recent.files();
+        if (!recent.isEmpty() && QFileInfo::exists(recent.constFirst()))
+            return recent.constFirst();
+    }
     QString file = m_preferences.getString(QLatin1String(s_defaultFileKey), QString());
     return file.replace(QLatin1String("$ZOKE_DATA"), QString::fromStdString(zoPlatform::getDataDir()));
+}
+
+// Not for a picture or a session that was asked for on the command line.
+bool zoHostApplication::isForAPerson() const
+{
+    return !m_options.nonInteractive && !m_options.start && m_options.screenshotFile.isEmpty();
 }
 
 // Node servers where their program is, unless somebody wants the sessions inside this one.
@@ -189,6 +212,8 @@ void zoHostApplication::rememberDocuments(const QString& newDocument)
                                                   zoHostAutosave::storedSeconds(&m_preferences));
     connect(document, &zoHostDocument::fileOpened, &m_recent, &zoHostRecentFiles::add);
     connect(document, &zoHostDocument::replaced, &m_earlier, &zoHostEarlierConfigurations::keep);
+    connect(m_generalPage.get(), &zoHostGeneralPage::autosaveSecondsChanged, m_autosave.get(),
+            &zoHostAutosave::setSeconds);
 }
 
 void zoHostApplication::loadModules()
@@ -199,4 +224,5 @@ void zoHostApplication::loadModules()
         m_translations.addModule(file);
         m_loader.load(file);
     }
+    m_window->setModuleFiles(m_loader.loadedFiles());
 }

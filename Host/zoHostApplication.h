@@ -7,6 +7,7 @@
 #include "zoHostConfigurationService.h"
 #include "zoHostControllerService.h"
 #include "zoHostEarlierConfigurations.h"
+#include "zoHostGeneralPage.h"
 #include "zoHostJournal.h"
 #include "zoHostLog.h"
 #include "zoHostMainWindow.h"
@@ -52,6 +53,7 @@ private:
     std::unique_ptr<zoHostClusterService> createCluster();
     std::unique_ptr<zoHostClusterService> createParaView();
     bool mayRehearse();
+    bool isForAPerson() const;
     void registerServices();
     void unregisterServices();
     void loadModules();
@@ -69,6 +71,7 @@ private:
     zoHostRecentFiles m_recent;
     zoHostEarlierConfigurations m_earlier;
     std::unique_ptr<zoHostClusterService> m_cluster;
+    std::unique_ptr<zoHostGeneralPage> m_generalPage;
     std::unique_ptr<zoHostClusterPage> m_clusterPage;
     std::unique_ptr<zoHostMainWindow> m_window;
     std::unique_ptr<zoHostMainWindowService> m_mainWindowService;

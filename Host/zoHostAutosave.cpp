@@ -20,8 +20,7 @@ zoHostAutosave::zoHostAutosave(zoHostMainWindow* window, zoHostEarlierConfigurat
     connect(&m_timer, &QTimer::timeout, this, &zoHostAutosave::keep);
     connect(window->document(), &zoHostDocument::changed, this, &zoHostAutosave::forgetSaved);
     connect(window, &zoHostMainWindow::closing, this, &zoHostAutosave::forgetAll);
-    if (seconds > 0)
-        m_timer.start(seconds * 1000);
+    setSeconds(seconds);
 }
 
 zoHostAutosave::~zoHostAutosave() = default;
@@ -31,6 +30,19 @@ int zoHostAutosave::storedSeconds(zoPreferencesService* preferences)
     bool ok = false;
     const int seconds = preferences->getString(QLatin1String(s_secondsKey), QString()).toInt(&ok);
     return ok ? qBound(0, seconds, s_mostSeconds) : DefaultSeconds;
+}
+
+void zoHostAutosave::storeSeconds(zoPreferencesService* preferences, int seconds)
+{
+    preferences->setString(QLatin1String(s_secondsKey), QString::number(seconds));
+}
+
+void zoHostAutosave::setSeconds(int seconds)
+{
+    if (seconds > 0)
+        m_timer.start(seconds * 1000);
+    else
+        m_timer.stop();
 }
 
 void zoHostAutosave::keep()

@@ -24,6 +24,11 @@ public:
 
     // The preference "Autosave seconds".
     static int storedSeconds(zoPreferencesService* preferences);
+    static void storeSeconds(zoPreferencesService* preferences, int seconds);
+
+    // From now on; zero: never by itself.
+    void setSeconds(int seconds);
+    int seconds() const { return m_timer.isActive() ? m_timer.interval() / 1000 : 0; } // for tests
 
     // Now. What is kept already is not written again; a disk that takes nothing is told of once.
     void keep();

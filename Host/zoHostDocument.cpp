@@ -140,6 +140,19 @@ bool zoHostDocument::bringBack(const QString& text, const QString& originFile)
     return true;
 }
 
+bool zoHostDocument::begin(const QString& text)
+{
+    QWidget* moduleWindow = configurationWindow();
+    if (moduleWindow == nullptr || !hasSlot(moduleWindow, "setDefaultConfig()"))
+        return false;
+    QMetaObject::invokeMethod(moduleWindow, "setDefaultConfig", Qt::DirectConnection);
+    if (text.isEmpty())
+        return true;
+    QObject* module = m_modules->moduleObject("setConfig(QString)");
+    return module != nullptr &&
+           QMetaObject::invokeMethod(module, "setConfig", Qt::DirectConnection, Q_ARG(QString, text));
+}
+
 QString zoHostDocument::text(const QWidget* moduleWindow) const
 {
     return moduleWindow->property(s_textProperty).toString();

@@ -47,6 +47,10 @@ public:
     // module opens configurations.
     bool bringBack(const QString& text, const QString& originFile);
 
+    // A new configuration without a file, the module's own or this text. It is not yet anybody's work. False when no
+    // loaded module makes one.
+    bool begin(const QString& text = QString());
+
     // What the window would save; null when its module does not tell.
     QString text(const QWidget* moduleWindow) const;
 

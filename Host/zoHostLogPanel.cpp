@@ -23,6 +23,7 @@ namespace
 // More would take longer to mark than a person looks for.
 constexpr int s_mostMarked = 1000;
 constexpr int s_findWidth = 22; // characters
+constexpr int s_levelWidth = 8; // at least
 
 QToolButton* button(const QString& text, const QString& toolTip, const char* name, QWidget* parent)
 {
@@ -90,6 +91,11 @@ void zoHostLogPanel::createBar()
     m_level->setObjectName(QStringLiteral("LogLevel"));
     m_level->setAccessibleName(tr("Level of messages"));
     m_level->addItems({tr("All messages"), tr("Warnings and errors"), tr("Errors only")});
+    // In a narrow window the messages matter more.
+    m_level->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    m_level->setMinimumContentsLength(s_levelWidth);
+    m_level->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    m_find->setMinimumWidth(fontMetrics().averageCharWidth() * s_levelWidth);
     m_level->setToolTip(tr("How grave a message is that is shown"));
     m_find->setObjectName(QStringLiteral("LogFind"));
     m_find->setPlaceholderText(tr("Find"));

@@ -4,7 +4,6 @@
 
 #include <QContextMenuEvent>
 #include <QFontDatabase>
-#include <QLocale>
 #include <QMenu>
 #include <QScrollBar>
 #include <QTextBlock>
@@ -183,7 +182,7 @@ void zoHostLogView::append(const Entry& entry)
         format.setForeground(colourOf(QtInfoMsg));
         format.setFontWeight(QFont::Bold);
         startLine(cursor, QTextBlockFormat());
-        cursor.insertText(QLocale().toString(m_day, QLocale::LongFormat), format);
+        cursor.insertText(m_day.toString(Qt::ISODate), format);
     }
     const QString time = entry.when.toString(QLatin1String(s_timeFormat)) + QStringLiteral("  ");
     // Lines of one message and those that are wrapped stand under its text.

@@ -1,5 +1,6 @@
 #include "zoHostMainWindow.h"
 
+#include "zoHostAboutDialog.h"
 #include "zoHostCameraPanel.h"
 #include "zoHostCloseQuestion.h"
 #include "zoHostClusterService.h"
@@ -8,11 +9,14 @@
 #include "zoHostEarlierDialog.h"
 #include "zoHostFileGuard.h"
 #include "zoHostFileNews.h"
+#include "zoHostHelp.h"
 #include "zoHostLogPanel.h"
 #include "zoHostNodesPanel.h"
+#include "zoHostPageStatus.h"
 #include "zoHostPreferencesDialog.h"
 #include "zoHostRecentFiles.h"
 #include "zoHostRecentMenu.h"
+#include "zoHostStart.h"
 #include "zoHostUndoActions.h"
 #include "zoSessionText.h"
 
@@ -116,7 +120,8 @@ zoHostMainWindow::zoHostMainWindow(const Services& services, QWidget* parent)
     , m_document(new zoHostDocument(this, this))
     , m_pages(new QStackedWidget(this))
     , m_emptyPage(new QLabel(tr("No module is loaded.\nThe log says why."), this))
-    , m_moduleToolBar(new QZOToolBar(tr("Modules"), this))
+    , m_moduleToolBar(new QZOToolBar(tr("Tool bar"), this))
+    , m_help(new zoHostHelp(this, this))
 {
     initResources();
     setObjectName(QStringLiteral("HostMainWindow"));
@@ -141,6 +146,8 @@ zoHostMainWindow::zoHostMainWindow(const Services& services, QWidget* parent)
     m_sessionLabel = new QLabel(this);
     m_sessionLabel->setObjectName(QStringLiteral("SessionLabel"));
     statusBar()->addPermanentWidget(m_sessionLabel);
+    m_pageStatus = new zoHostPageStatus(statusBar(), this);
+    m_start = new zoHostStart(this, m_help, services.recent, services.preferences, services.cluster);
     // Not left to the first show, which would cut it to the size of a small screen.
     resize(sizeHint());
     restoreLayout();
@@ -149,8 +156,10 @@ zoHostMainWindow::zoHostMainWindow(const Services& services, QWidget* parent)
     new zoHostFileNews(this, m_document, services.controller);
     connect(m_document, &zoHostDocument::changed, this, &zoHostMainWindow::updateTitle);
     connect(m_pages, &QStackedWidget::currentChanged, this, &zoHostMainWindow::updateTitle);
-    connect(m_pages, &QStackedWidget::currentChanged, m_undoActions,
-            [this] { m_undoActions->setPage(m_pages->currentWidget()); });
+    connect(m_pages, &QStackedWidget::currentChanged, m_undoActions, [this] {
+        m_undoActions->setPage(m_pages->currentWidget());
+        m_pageStatus->setPage(m_pages->currentWidget());
+    });
     connect(services.cluster, &zoClusterService::started, this, &zoHostMainWindow::updateRunning);
     connect(services.cluster, &zoClusterService::stopped, this, &zoHostMainWindow::updateRunning);
     connect(services.cluster, &zoClusterService::runningNodesChanged, this, &zoHostMainWindow::updateRunning);
@@ -173,6 +182,7 @@ zoHostMainWindow::~zoHostMainWindow()
         }
     }
     disconnect(m_pages, nullptr, this, nullptr);
+    m_pageStatus->setPage(nullptr);
     m_moduleToolBar->removeEventFilter(this);
     // The dialog first: it gives back pages that it does not own.
     delete m_preferencesDialog;
@@ -185,7 +195,8 @@ QSize zoHostMainWindow::sizeHint() const
 
 void zoHostMainWindow::createMenus()
 {
-    QMenu* file = menuBar()->addMenu(tr("&File"));
+    // Letters that the menus of modules leave free: these have File, Edit and Diagnostics.
+    QMenu* file = menuBar()->addMenu(tr("Fi&le"));
     m_recentMenu = new zoHostRecentMenu(m_services.recent, file);
     connect(m_recentMenu, &zoHostRecentMenu::fileChosen, this, &zoHostMainWindow::openConfiguration);
     file->addMenu(m_recentMenu);
@@ -197,7 +208,7 @@ void zoHostMainWindow::createMenus()
     quit->setShortcut(QKeySequence::Quit);
     quit->setMenuRole(QAction::QuitRole);
 
-    QMenu* edit = menuBar()->addMenu(tr("&Edit"));
+    QMenu* edit = menuBar()->addMenu(tr("Edi&t"));
     m_undoActions = new zoHostUndoActions(edit, m_document);
     edit->addSeparator();
     QAction* preferences = edit->addAction(tr("&Preferences..."), this, &zoHostMainWindow::showPreferences);
@@ -211,6 +222,12 @@ void zoHostMainWindow::createMenus()
     view->addAction(m_moduleToolBar->toggleViewAction());
 
     QMenu* help = menuBar()->addMenu(tr("&Help"));
+    QAction* manual = help->addAction(tr("&Manual"), m_help, &zoHostHelp::show);
+    manual->setObjectName(QStringLiteral("Manual"));
+    manual->setShortcut(QKeySequence::HelpContents);
+    help->addAction(tr("&Start page"), this, &zoHostMainWindow::showStartPage)
+        ->setObjectName(QStringLiteral("ShowStartPage"));
+    help->addSeparator();
     QAction* about = help->addAction(tr("&About zohost"), this, &zoHostMainWindow::showAbout);
     about->setMenuRole(QAction::AboutRole);
 }
@@ -359,9 +376,9 @@ void zoHostMainWindow::showPreferences()
 
 void zoHostMainWindow::showAbout()
 {
-    QMessageBox::about(this, tr("About zohost"),
-                       tr("<b>zohost %1</b><p>Shows and runs render cluster configurations.</p>")
-                           .arg(QStringLiteral(ZO_VERSION)));
+    auto* dialog = new zoHostAboutDialog(m_moduleFiles, this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
 }
 
 bool zoHostMainWindow::eventFilter(QObject* watched, QEvent* event)
@@ -471,12 +488,19 @@ void zoHostMainWindow::showEarlierConfigurations()
     m_earlierDialog->open();
 }
 
+void zoHostMainWindow::showStartPage()
+{
+    m_start->show();
+}
+
 void zoHostMainWindow::bringBack(const QString& text, const QString& originFile)
 {
     // A text that could not be read must not empty the document; the log says why nothing happens.
     if (m_services.cluster->isRunning() || text.isEmpty())
         return;
-    if (!m_document->bringBack(text, originFile))
+    if (m_document->bringBack(text, originFile))
+        showDocument();
+    else
         zoLog::error(tr("Unable to bring the configuration back: no loaded module opens configurations"));
 }
 
@@ -578,6 +602,26 @@ void zoHostMainWindow::removeModule(const QWidget* window)
     delete module.item;
     if (category->childCount() == 0)
         delete category;
+}
+
+void zoHostMainWindow::showDocument()
+{
+    QWidget* window = m_document->configurationWindow();
+    if (window == nullptr && !moduleWindows().isEmpty())
+        window = moduleWindows().constFirst();
+    if (window != nullptr)
+        showModule(window);
+    else
+        m_pages->setCurrentWidget(m_emptyPage);
+}
+
+void zoHostMainWindow::showPage(QWidget* page)
+{
+    if (m_pages->indexOf(page) < 0)
+        m_pages->addWidget(page);
+    m_pages->setCurrentWidget(page);
+    // Choosing the module is then the way back.
+    m_moduleList->setCurrentItem(nullptr);
 }
 
 void zoHostMainWindow::showModule(QWidget* window)

@@ -4,6 +4,7 @@
 
 #include <QMainWindow>
 #include <QPointer>
+#include <QStringList>
 #include <QVector>
 
 class QAction;
@@ -21,12 +22,15 @@ class zoHostCameraService;
 class zoHostDocument;
 class zoHostEarlierConfigurations;
 class zoHostEarlierDialog;
+class zoHostHelp;
 class zoHostLogPanel;
 class zoHostNodeService;
+class zoHostPageStatus;
 class zoHostPreferencesDialog;
 class zoHostPreferencesService;
 class zoHostRecentFiles;
 class zoHostRecentMenu;
+class zoHostStart;
 class zoHostUndoActions;
 
 // The host's window: the modules by category at the left, the current module's window in the middle, the
@@ -69,10 +73,21 @@ public:
     // The text for a tool-tip key of a module; any other text stands for itself.
     static QString resolvedToolTip(const QString& key);
 
+    // What About tells of.
+    void setModuleFiles(const QStringList& files) { m_moduleFiles = files; }
+
+    // The module's window with the configuration, else the first one.
+    void showDocument();
+    // A page of the host itself instead of a module's window; the window owns it from then on.
+    void showPage(QWidget* page);
+    // Whether another configuration may take the place of the one that is open: no session runs and nothing is asked.
+    bool mayReplace() const;
+
 public slots:
     void showPreferences();
     void showAbout();
     void showEarlierConfigurations();
+    void showStartPage();
     // Opens a configuration as a person's wish; not while a session runs. Nobody is asked about unsaved
     // changes: what is replaced is kept among the earlier configurations.
     void openConfiguration(const QString& fileName);
@@ -107,7 +122,6 @@ private:
     void showModule(QWidget* window);
     void updateTitle();
     void updateRunning();
-    bool mayReplace() const;
     bool mayClose();
     bool offerRemoval(const QString& fileName);
     bool takes(const QDropEvent* event) const;
@@ -124,6 +138,10 @@ private:
     zoHostRecentMenu* m_recentMenu = nullptr;
     zoHostUndoActions* m_undoActions = nullptr;
     QLabel* m_sessionLabel = nullptr;
+    zoHostPageStatus* m_pageStatus = nullptr;
+    zoHostHelp* m_help = nullptr;
+    zoHostStart* m_start = nullptr;
+    QStringList m_moduleFiles;
     QVector<Module> m_modules;
     QPointer<zoHostEarlierDialog> m_earlierDialog;
     QPointer<zoHostPreferencesDialog> m_preferencesDialog;

@@ -3632,4 +3632,23 @@ auch wenn die Server dann instabil sein können?</translation>
         <translation>Fenster: %1</translation>
     </message>
 </context>
+<context>
+    <name>zoHPCWindowNotes</name>
+    <message>
+        <source>it has none of the elements of a cluster configuration</source>
+        <translation>sie hat keines der Elemente einer Cluster-Konfiguration</translation>
+    </message>
+    <message>
+        <source>line %1, column %2: %3</source>
+        <translation>Zeile %1, Spalte %2: %3</translation>
+    </message>
+    <message>
+        <source>and %1 more, which &quot;zohpc convert&quot; tells.</source>
+        <translation>und %1 weitere, die &quot;zohpc convert&quot; nennt.</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+</context>
 </TS>

@@ -381,6 +381,13 @@ Soll die Sitzung auf diesem Rechner geprobt werden?</translation>
     </message>
 </context>
 <context>
+    <name>zoHostDocument</name>
+    <message>
+        <source>Unable to save %1: %2</source>
+        <translation>%1 kann nicht gespeichert werden: %2</translation>
+    </message>
+</context>
+<context>
     <name>zoHostEarlierConfigurations</name>
     <message>
         <source>The folder cannot be made</source>
@@ -520,9 +527,165 @@ Soll die Sitzung auf diesem Rechner geprobt werden?</translation>
         <source>The first ones are in %1. Saving writes %2 in their place. What the file holds now is then kept under File &gt; Earlier configurations.</source>
         <translation>Die ersten stehen in %1. Gespeichert wird dafür %2. Was die Datei jetzt enthält, bleibt dann unter Datei &gt; Frühere Konfigurationen.</translation>
     </message>
+    <message>
+        <source>%1 holds no cluster configuration.</source>
+        <translation>%1 enthält keine Cluster-Konfiguration.</translation>
+    </message>
+    <message>
+        <source>The window shows an empty one instead. The file stays as it is until it is saved, and that is asked first.</source>
+        <translation>Das Fenster zeigt stattdessen eine leere. Die Datei bleibt, wie sie ist, bis sie gespeichert wird, und davor wird gefragt.</translation>
+    </message>
+    <message>
+        <source>Saving replaces all that it holds by what the window shows. What the file holds now is then kept under File &gt; Earlier configurations.</source>
+        <translation>Speichern ersetzt ihren ganzen Inhalt durch das, was das Fenster zeigt. Was die Datei jetzt enthält, bleibt dann unter Datei &gt; Frühere Konfigurationen erhalten.</translation>
+    </message>
+    <message>
+        <source>%1 holds no cluster configuration and is not overwritten: %2</source>
+        <translation>%1 enthält keine Cluster-Konfiguration und wird nicht überschrieben: %2</translation>
+    </message>
+</context>
+<context>
+    <name>zoHostFileNews</name>
+    <message>
+        <source>%1 could not be saved.</source>
+        <translation>%1 konnte nicht gespeichert werden.</translation>
+    </message>
+    <message>
+        <source>What is not saved is still there.</source>
+        <translation>Was nicht gespeichert ist, ist noch da.</translation>
+    </message>
+    <message>
+        <source>Save &amp;As...</source>
+        <translation>Speichern &amp;unter...</translation>
+    </message>
+    <message>
+        <source>%1 was imported. It is not saved yet.</source>
+        <translation>%1 wurde importiert und ist noch nicht gespeichert.</translation>
+    </message>
+</context>
+<context>
+    <name>zoHostImportDialog</name>
+    <message>
+        <source>Import</source>
+        <translation>Import</translation>
+    </message>
+    <message>
+        <source>%1 was imported.</source>
+        <translation>%1 wurde importiert.</translation>
+    </message>
+    <message>
+        <source>%1 was imported. Look at this in the result:</source>
+        <translation>%1 wurde importiert. Im Ergebnis ist das zu prüfen:</translation>
+    </message>
+    <message>
+        <source>Remarks</source>
+        <translation>Hinweise</translation>
+    </message>
+    <message>
+        <source>It is in no file of the present format yet: Save asks for a name.</source>
+        <translation>Sie ist noch in keiner Datei des heutigen Formats: Speichern fragt nach einem Namen.</translation>
+    </message>
+    <message>
+        <source>Save would write it over %1, which is still the open file. Save As writes another one.</source>
+        <translation>Speichern würde damit %1 überschreiben, denn das ist noch die geöffnete Datei. „Speichern unter“ schreibt eine andere.</translation>
+    </message>
+    <message>
+        <source>Save &amp;As...</source>
+        <translation>Speichern &amp;unter...</translation>
+    </message>
+</context>
+<context>
+    <name>zoHostJournal</name>
+    <message>
+        <source>Configuration %1 loaded</source>
+        <translation>Konfiguration %1 geladen</translation>
+    </message>
+    <message>
+        <source>Configuration %1 saved</source>
+        <translation>Konfiguration %1 gespeichert</translation>
+    </message>
 </context>
 <context>
     <name>zoHostLogPanel</name>
+    <message>
+        <source>Level of messages</source>
+        <translation>Stufe der Meldungen</translation>
+    </message>
+    <message>
+        <source>All messages</source>
+        <translation>Alle Meldungen</translation>
+    </message>
+    <message>
+        <source>Warnings and errors</source>
+        <translation>Warnungen und Fehler</translation>
+    </message>
+    <message>
+        <source>Errors only</source>
+        <translation>Nur Fehler</translation>
+    </message>
+    <message>
+        <source>How grave a message is that is shown</source>
+        <translation>Wie schwer eine Meldung wiegt, die gezeigt wird</translation>
+    </message>
+    <message>
+        <source>Find</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Find in the log</source>
+        <translation>Im Protokoll suchen</translation>
+    </message>
+    <message>
+        <source>Return: the next place, Shift+Return: the one before, Esc: back to the log</source>
+        <translation>Eingabe: nächste Stelle, Umschalt+Eingabe: vorige Stelle, Esc: zurück zum Protokoll</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Copies what is selected, else all that is shown</source>
+        <translation>Kopiert das Ausgewählte, sonst alles Gezeigte</translation>
+    </message>
+    <message>
+        <source>Save...</source>
+        <translation>Speichern...</translation>
+    </message>
+    <message>
+        <source>Writes what is shown to a file</source>
+        <translation>Schreibt das Gezeigte in eine Datei</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
+    </message>
+    <message>
+        <source>Forgets all messages</source>
+        <translation>Vergisst alle Meldungen</translation>
+    </message>
+    <message>
+        <source>Save Log</source>
+        <translation>Protokoll speichern</translation>
+    </message>
+    <message>
+        <source>Log (*.log *.txt)</source>
+        <translation>Protokoll (*.log *.txt)</translation>
+    </message>
+    <message>
+        <source>Unable to save the log as %1: %2</source>
+        <translation>Das Protokoll kann nicht als %1 gespeichert werden: %2</translation>
+    </message>
+    <message>
+        <source>Not found</source>
+        <translation>Nicht gefunden</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+</context>
+<context>
+    <name>zoHostLogView</name>
     <message>
         <source>Messages of the host and its modules appear here.</source>
         <translation>Hier erscheinen die Meldungen des Programms und seiner Module.</translation>
@@ -530,6 +693,10 @@ Soll die Sitzung auf diesem Rechner geprobt werden?</translation>
     <message>
         <source>Log</source>
         <translation>Protokoll</translation>
+    </message>
+    <message>
+        <source>Clear log</source>
+        <translation>Protokoll leeren</translation>
     </message>
     <message>
         <source>Error: </source>
@@ -540,8 +707,8 @@ Soll die Sitzung auf diesem Rechner geprobt werden?</translation>
         <translation>Warnung: </translation>
     </message>
     <message>
-        <source>Clear log</source>
-        <translation>Protokoll leeren</translation>
+        <source> (%1 times)</source>
+        <translation> (%1-mal)</translation>
     </message>
 </context>
 <context>
@@ -663,6 +830,18 @@ Das Protokoll nennt den Grund.</translation>
     <message>
         <source>Nodes</source>
         <translation>Knoten</translation>
+    </message>
+    <message>
+        <source>The configuration could not be saved.</source>
+        <translation>Die Konfiguration konnte nicht gespeichert werden.</translation>
+    </message>
+    <message>
+        <source>The host stays open, and what is not saved is still there.</source>
+        <translation>Das Programm bleibt offen, und was nicht gespeichert ist, ist noch da.</translation>
+    </message>
+    <message>
+        <source>Save &amp;As...</source>
+        <translation>Speichern &amp;unter...</translation>
     </message>
 </context>
 <context>
@@ -1092,6 +1271,10 @@ Das Protokoll nennt den Grund.</translation>
     <message>
         <source>Show test image: off</source>
         <translation>Testbild anzeigen: aus</translation>
+    </message>
+    <message>
+        <source>Changed configuration sent to the running session</source>
+        <translation>Geänderte Konfiguration an die laufende Sitzung gesendet</translation>
     </message>
 </context>
 <context>

@@ -456,7 +456,7 @@ void zoScreenshots::settleLog()
     };
     replaceAll(QStringLiteral("^\\d\\d:\\d\\d:\\d\\d"), QStringLiteral("09:00:00"));
     replaceAll(QStringLiteral("/\\S+/(?=(lib)?[\\w-]+\\.(so|zhpc))"), QStringLiteral("/opt/zo/"));
-    replaceAll(QStringLiteral("^\\D.*\\d{4}$"), QLocale().toString(QDate(2026, 11, 20), QLocale::LongFormat));
+    replaceAll(QStringLiteral("^\\d{4}-\\d\\d-\\d\\d$"), QStringLiteral("2026-11-20"));
     settle();
 }
 

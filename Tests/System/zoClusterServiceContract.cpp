@@ -305,7 +305,7 @@ void zoClusterServiceContract::abortFromProgressEndsTheStart()
     service->applyConfig(documentOf({"n1", "n2"}));
     const zoSessionRecorder recorder(service.get());
     connect(service.get(), &zoClusterService::progressChanged, service.get(), [&] { service->abort(); });
-    expectMessage(QtCriticalMsg, AnyReason);
+    expectMessage(QtInfoMsg, AnyReason);
 
     const bool started = service->start();
 
@@ -323,7 +323,7 @@ void zoClusterServiceContract::abortFromAnEventEndsTheStart()
     // As a click on a button of the overlay does.
     QMetaObject::invokeMethod(
         service.get(), [&] { service->abort(); }, Qt::QueuedConnection);
-    expectMessage(QtCriticalMsg, AnyReason);
+    expectMessage(QtInfoMsg, AnyReason);
 
     const bool started = service->start();
 
@@ -337,7 +337,7 @@ void zoClusterServiceContract::stopWhileConnectingEndsTheStart()
     service->applyConfig(documentOf({"n1", "n2"}));
     const zoSessionRecorder recorder(service.get());
     connect(service.get(), &zoClusterService::progressChanged, service.get(), [&] { service->stop(); });
-    expectMessage(QtCriticalMsg, AnyReason);
+    expectMessage(QtInfoMsg, AnyReason);
 
     const bool started = service->start();
 
@@ -351,7 +351,7 @@ void zoClusterServiceContract::sessionStartsAgainAfterAbort()
     service->applyConfig(documentOf({"n1"}));
     const QMetaObject::Connection aborting =
         connect(service.get(), &zoClusterService::progressChanged, service.get(), [&] { service->abort(); });
-    expectMessage(QtCriticalMsg, AnyReason);
+    expectMessage(QtInfoMsg, AnyReason);
     QVERIFY(!service->start());
     disconnect(aborting);
 
@@ -762,7 +762,7 @@ void zoClusterServiceContract::abortedStartFreesItsNodes()
         if (text.contains(QStringLiteral("n3")))
             first->abort();
     });
-    expectMessage(QtCriticalMsg, AnyReason);
+    expectMessage(QtInfoMsg, AnyReason);
     QVERIFY(!first->start());
     const auto second = m_factory.create();
     second->applyConfig(documentOf({"n1", "n2"}));
@@ -798,7 +798,7 @@ void zoClusterServiceContract::abortInsideTheQuestionEndsTheStart()
     second->applyConfig(documentOf({"n1"}));
     const zoSessionRecorder recorder(second.get());
     connect(second.get(), &zoClusterService::multipleServersFound, second.get(), [&] { second->abort(); });
-    expectMessage(QtCriticalMsg, AnyReason);
+    expectMessage(QtInfoMsg, AnyReason);
 
     QVERIFY(!second->start());
 

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QWidget>
+
+class QCheckBox;
+class QComboBox;
+class QSettings;
+class QSpinBox;
+class zoPreferencesService;
+
+// The preferences page "General": language, what is open at the start, how often unsaved work is kept, the unit of
+// lengths.
+class zoHostGeneralPage final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    // Registers itself; the service outlives it.
+    explicit zoHostGeneralPage(zoPreferencesService* preferences);
+    ~zoHostGeneralPage() override;
+
+    // Name of a language; empty for that of the locale. Asked before there is anything that could be translated.
+    static QString storedLanguage(const QSettings& settings);
+    static bool storedReopensLast(zoPreferencesService* preferences);
+    static bool storedShowsStartPage(zoPreferencesService* preferences);
+    static void storeShowsStartPage(zoPreferencesService* preferences, bool on);
+    // Makes the stored unit that of the process.
+    static void useUnit(zoPreferencesService* preferences);
+
+signals:
+    void autosaveSecondsChanged(int seconds);
+
+private:
+    void show();
+    void save();
+    void restoreDefaults();
+
+    zoPreferencesService* m_preferences;
+    QComboBox* m_language;
+    QCheckBox* m_reopensLast;
+    QCheckBox* m_showsStartPage;
+    QSpinBox* m_autosave;
+    QComboBox* m_unit;
+};
