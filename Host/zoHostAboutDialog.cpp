@@ -107,16 +107,16 @@ zoHostAboutDialog::~zoHostAboutDialog() = default;
 
 QString zoHostAboutDialog::versions(const QStringList& moduleFiles)
 {
-    QStringList lines{QStringLiteral("zohost %1").arg(QStringLiteral(ZO_VERSION)),
-                      QStringLiteral("Qt %1, built with %2, platform %3")
-                          .arg(QLatin1String(qVersion()), QStringLiteral(QT_VERSION_STR),
-                               QGuiApplication::platformName()),
-                      QStringLiteral("%1, %2").arg(QSysInfo::prettyProductName(),
-                                                   QSysInfo::currentCpuArchitecture())};
+    QStringList lines{
+        QStringLiteral("zohost %1").arg(QStringLiteral(ZO_VERSION)),
+        QStringLiteral("Qt %1, built with %2, platform %3")
+            .arg(QLatin1String(qVersion()), QStringLiteral(QT_VERSION_STR), QGuiApplication::platformName()),
+        QStringLiteral("%1, %2").arg(QSysInfo::prettyProductName(), QSysInfo::currentCpuArchitecture())};
     for (const QString& file : moduleFiles) {
         const zoModuleMetadata module = zoModuleMetadata::read(file);
         const QString name = module.name().isEmpty() ? QFileInfo(file).fileName() : module.name();
-        lines << QStringLiteral("module %1 %2, %3").arg(name, module.version(), QDir::toNativeSeparators(file));
+        const QString version = module.version().isEmpty() ? QString() : QLatin1Char(' ') + module.version();
+        lines << QStringLiteral("module %1%2, %3").arg(name, version, QDir::toNativeSeparators(file));
     }
     return lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
 }
@@ -148,14 +148,14 @@ QWidget* zoHostAboutDialog::createLibraries()
         table({tr("Library"), tr("Version"), tr("Licence"), tr("For")}, "AboutLibraries", tr("Libraries"));
     const QList<Library> all = libraries();
     for (const Library& library : all)
-        tree->addTopLevelItem(
-            new QTreeWidgetItem({QLatin1String(library.name),
-                                 library.version.isEmpty() ? tr("of the nodes") : library.version,
-                                 QLatin1String(library.licence), library.use}));
+        tree->addTopLevelItem(new QTreeWidgetItem(
+            {QLatin1String(library.name), library.version.isEmpty() ? tr("of the nodes") : library.version,
+             QLatin1String(library.licence), library.use}));
     fitColumns(tree);
-    auto* note = new QLabel(tr("They are libraries of the system and may be replaced by others of their kind. "
-                               "Debian has the texts of their licences in /usr/share/doc and "
-                               "/usr/share/common-licenses."));
+    auto* note =
+        new QLabel(tr("They are libraries of the system and may be replaced by others of their kind. "
+                      "Debian has the texts of their licences in /usr/share/doc and "
+                      "/usr/share/common-licenses."));
     note->setWordWrap(true);
     auto* page = new QWidget;
     auto* layout = new QVBoxLayout(page);

@@ -1,5 +1,6 @@
 #include "zoHostApplication.h"
 
+#include "zoHostChoices.h"
 #include "zoHostDocument.h"
 #include "zoHostLogPanel.h"
 #include "zoLocalClusterService.h"
@@ -24,7 +25,7 @@ constexpr char s_defaultFileKey[] = "HPC Cluster default file";
 // A script speaks the language that its caller set, whatever a person likes.
 QString storedLanguage(const zoHostOptions& options)
 {
-    return options.nonInteractive ? QString() : zoHostGeneralPage::storedLanguage(QSettings());
+    return options.nonInteractive ? QString() : zoHostChoices::language(QSettings());
 }
 
 // The text of the sample that an empty host shows; empty when the data directory lacks it.
@@ -110,7 +111,7 @@ int zoHostApplication::run()
                 m_journal = std::make_unique<zoHostJournal>(m_window->document());
             if (m_recovery)
                 m_recovery->offer(file);
-            if (isForAPerson() && file.isEmpty() && zoHostGeneralPage::storedShowsStartPage(&m_preferences))
+            if (isForAPerson() && file.isEmpty() && zoHostChoices::showsStartPage(&m_preferences))
                 m_window->showStartPage();
         },
         Qt::QueuedConnection);
@@ -121,7 +122,7 @@ QString zoHostApplication::configurationFile()
 {
     if (!m_options.configFile.isEmpty())
         return m_options.configFile;
-    if (isForAPerson() && zoHostGeneralPage::storedReopensLast(&m_preferences)) {
+    if (isForAPerson() && zoHostChoices::reopensLast(&m_preferences)) {
         // One that is gone is not worth an error at each start.
         const QStringList recent = m_recent.files();
         if (!recent.isEmpty() && QFileInfo::exists(recent.constFirst()))

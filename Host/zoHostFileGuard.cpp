@@ -181,7 +181,8 @@ void zoHostFileGuard::takeNoteOfForeign(const QString& fileName, const QString& 
 void zoHostFileGuard::tell(const char* boxName, const QString& what, const QString& more)
 {
     delete m_telling;
-    m_telling = new QMessageBox(QMessageBox::Warning, QStringLiteral("zohost"), what, QMessageBox::Ok, m_window);
+    m_telling =
+        new QMessageBox(QMessageBox::Warning, QStringLiteral("zohost"), what, QMessageBox::Ok, m_window);
     m_telling->setObjectName(QLatin1String(boxName));
     m_telling->setAttribute(Qt::WA_DeleteOnClose);
     m_telling->setInformativeText(more);
@@ -276,12 +277,13 @@ bool zoHostFileGuard::mayReplaceUnreadable(const QString& fileName)
 bool zoHostFileGuard::mayReplaceForeign(const QString& fileName)
 {
     const QString reason = m_foreign.value(fileName);
-    return mayReplace(fileName, tr("%1 holds no cluster configuration.").arg(shortName(fileName)),
-                      reason + QLatin1Char('\n') +
-                          tr("Saving replaces all that it holds by what the window shows. What the file holds "
-                             "now is then kept under File > Earlier configurations."),
-                      tr("%1 holds no cluster configuration and is not overwritten: %2")
-                          .arg(QDir::toNativeSeparators(fileName), reason));
+    return mayReplace(
+        fileName, tr("%1 holds no cluster configuration.").arg(shortName(fileName)),
+        reason + QLatin1Char('\n') +
+            tr("Saving replaces all that it holds by what the window shows. What the file holds "
+               "now is then kept under File > Earlier configurations."),
+        tr("%1 holds no cluster configuration and is not overwritten: %2")
+            .arg(QDir::toNativeSeparators(fileName), reason));
 }
 
 bool zoHostFileGuard::mayReplace(const QString& fileName, const QString& what, const QString& then,

@@ -61,7 +61,8 @@ private:
     bool ask(const QString& fileName);
     // The file holds what the window could not show: whether it may be replaced, and is kept among the earlier
     // configurations. `what` and `then` are the sentences of the question, `refusal` the line for the log.
-    bool mayReplace(const QString& fileName, const QString& what, const QString& then, const QString& refusal);
+    bool mayReplace(const QString& fileName, const QString& what, const QString& then,
+                    const QString& refusal);
     bool mayReplaceUnreadable(const QString& fileName);
     bool mayReplaceForeign(const QString& fileName);
     // Takes note of bytes that are no text, and tells them.

@@ -30,9 +30,9 @@ void zoHostFileNews::tellFailure(QWidget* moduleWindow, const QString& fileName,
 {
     if (m_controller->isNonInteractive())
         return;
-    auto* box =
-        new QMessageBox(QMessageBox::Critical, QStringLiteral("zohost"),
-                        tr("%1 could not be saved.").arg(QFileInfo(fileName).fileName()), QMessageBox::Ok, m_window);
+    auto* box = new QMessageBox(QMessageBox::Critical, QStringLiteral("zohost"),
+                                tr("%1 could not be saved.").arg(QFileInfo(fileName).fileName()),
+                                QMessageBox::Ok, m_window);
     box->setObjectName(QStringLiteral("SaveFailedBox"));
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setInformativeText(reason + QLatin1Char('\n') + tr("What is not saved is still there."));

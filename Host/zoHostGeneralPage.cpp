@@ -1,6 +1,7 @@
 #include "zoHostGeneralPage.h"
 
 #include "zoHostAutosave.h"
+#include "zoHostChoices.h"
 
 #include <zoLengthUnit.h>
 #include <zoPreferencesService.h>
@@ -9,38 +10,12 @@
 #include <QComboBox>
 #include <QFormLayout>
 #include <QLabel>
-#include <QSettings>
 #include <QSpinBox>
-
-#include <algorithm>
 
 namespace
 {
-constexpr char s_languageKey[] = "Language";
-constexpr char s_reopenKey[] = "Reopen last configuration";
-constexpr char s_startPageKey[] = "Show start page";
 constexpr char s_unitKey[] = "Length unit";
-constexpr char s_true[] = "true";
-constexpr char s_false[] = "false";
 constexpr int s_mostAutosave = 3600; // seconds
-
-// Each in its own words: who cannot read the present one finds it.
-constexpr struct
-{
-    const char* name;
-    const char* title;
-} s_languages[] = {{"en", "English"}, {"de", "Deutsch"}};
-
-bool storedBool(zoPreferencesService* preferences, const char* key, bool otherwise)
-{
-    return preferences->getString(QLatin1String(key), QLatin1String(otherwise ? s_true : s_false)) ==
-           QLatin1String(s_true);
-}
-
-void storeBool(zoPreferencesService* preferences, const char* key, bool on)
-{
-    preferences->setString(QLatin1String(key), QLatin1String(on ? s_true : s_false));
-}
 } // namespace
 
 zoHostGeneralPage::zoHostGeneralPage(zoPreferencesService* preferences)
@@ -53,7 +28,8 @@ zoHostGeneralPage::zoHostGeneralPage(zoPreferencesService* preferences)
 {
     m_language->setObjectName(QStringLiteral("Language"));
     m_language->addItem(tr("As the desktop"), QString());
-    for (const auto& language : s_languages)
+    // Each in its own words: who cannot read the present one finds it.
+    for (const zoHostChoices::Language& language : zoHostChoices::Languages)
         m_language->addItem(QString::fromUtf8(language.title), QLatin1String(language.name));
     m_language->setToolTip(tr("Takes effect when the program is started next"));
     m_reopensLast->setObjectName(QStringLiteral("ReopensLast"));
@@ -84,31 +60,6 @@ zoHostGeneralPage::zoHostGeneralPage(zoPreferencesService* preferences)
 
 zoHostGeneralPage::~zoHostGeneralPage() = default;
 
-QString zoHostGeneralPage::storedLanguage(const QSettings& settings)
-{
-    // Where the preferences service keeps it.
-    const QString stored = settings.value(QStringLiteral("Preferences/") + QLatin1String(s_languageKey)).toString();
-    const bool isKnown = std::any_of(std::begin(s_languages), std::end(s_languages), [&stored](const auto& language) {
-        return stored == QLatin1String(language.name);
-    });
-    return isKnown ? stored : QString();
-}
-
-bool zoHostGeneralPage::storedReopensLast(zoPreferencesService* preferences)
-{
-    return storedBool(preferences, s_reopenKey, false);
-}
-
-bool zoHostGeneralPage::storedShowsStartPage(zoPreferencesService* preferences)
-{
-    return storedBool(preferences, s_startPageKey, true);
-}
-
-void zoHostGeneralPage::storeShowsStartPage(zoPreferencesService* preferences, bool on)
-{
-    storeBool(preferences, s_startPageKey, on);
-}
-
 void zoHostGeneralPage::useUnit(zoPreferencesService* preferences)
 {
     zoLengthUnit::setShown(zoLengthUnit::of(preferences->getString(QLatin1String(s_unitKey), QString())));
@@ -116,19 +67,18 @@ void zoHostGeneralPage::useUnit(zoPreferencesService* preferences)
 
 void zoHostGeneralPage::show()
 {
-    const QString language = m_preferences->getString(QLatin1String(s_languageKey), QString());
-    m_language->setCurrentIndex(std::max(0, m_language->findData(language)));
-    m_reopensLast->setChecked(storedReopensLast(m_preferences));
-    m_showsStartPage->setChecked(storedShowsStartPage(m_preferences));
+    m_language->setCurrentIndex(m_language->findData(zoHostChoices::language(m_preferences)));
+    m_reopensLast->setChecked(zoHostChoices::reopensLast(m_preferences));
+    m_showsStartPage->setChecked(zoHostChoices::showsStartPage(m_preferences));
     m_autosave->setValue(zoHostAutosave::storedSeconds(m_preferences));
     m_unit->setCurrentIndex(m_unit->findData(zoLengthUnit::shown().symbol()));
 }
 
 void zoHostGeneralPage::save()
 {
-    m_preferences->setString(QLatin1String(s_languageKey), m_language->currentData().toString());
-    storeBool(m_preferences, s_reopenKey, m_reopensLast->isChecked());
-    storeBool(m_preferences, s_startPageKey, m_showsStartPage->isChecked());
+    zoHostChoices::setLanguage(m_preferences, m_language->currentData().toString());
+    zoHostChoices::setReopensLast(m_preferences, m_reopensLast->isChecked());
+    zoHostChoices::setShowsStartPage(m_preferences, m_showsStartPage->isChecked());
     m_preferences->setString(QLatin1String(s_unitKey), m_unit->currentData().toString());
     useUnit(m_preferences);
     // A longer time that somebody wrote by hand stays while nobody chooses another.
@@ -141,9 +91,9 @@ void zoHostGeneralPage::save()
 
 void zoHostGeneralPage::restoreDefaults()
 {
-    m_preferences->setString(QLatin1String(s_languageKey), QString());
-    storeBool(m_preferences, s_reopenKey, false);
-    storeBool(m_preferences, s_startPageKey, true);
+    zoHostChoices::setLanguage(m_preferences, QString());
+    zoHostChoices::setReopensLast(m_preferences, false);
+    zoHostChoices::setShowsStartPage(m_preferences, true);
     m_preferences->setString(QLatin1String(s_unitKey), zoLengthUnit::all().front().symbol());
     useUnit(m_preferences);
     zoHostAutosave::storeSeconds(m_preferences, zoHostAutosave::DefaultSeconds);

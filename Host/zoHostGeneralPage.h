@@ -4,7 +4,6 @@
 
 class QCheckBox;
 class QComboBox;
-class QSettings;
 class QSpinBox;
 class zoPreferencesService;
 
@@ -19,11 +18,6 @@ public:
     explicit zoHostGeneralPage(zoPreferencesService* preferences);
     ~zoHostGeneralPage() override;
 
-    // Name of a language; empty for that of the locale. Asked before there is anything that could be translated.
-    static QString storedLanguage(const QSettings& settings);
-    static bool storedReopensLast(zoPreferencesService* preferences);
-    static bool storedShowsStartPage(zoPreferencesService* preferences);
-    static void storeShowsStartPage(zoPreferencesService* preferences, bool on);
     // Makes the stored unit that of the process.
     static void useUnit(zoPreferencesService* preferences);
 

@@ -104,7 +104,8 @@ void zoHostLogPanel::createBar()
     m_find->setClearButtonEnabled(true);
     m_find->setMaximumWidth(fontMetrics().averageCharWidth() * s_findWidth);
     m_found->setObjectName(QStringLiteral("LogFound"));
-    auto* copying = button(tr("Copy"), tr("Copies what is selected, else all that is shown"), "LogCopy", this);
+    auto* copying =
+        button(tr("Copy"), tr("Copies what is selected, else all that is shown"), "LogCopy", this);
     connect(copying, &QToolButton::clicked, this, &zoHostLogPanel::copy);
     auto* saving = button(tr("Save..."), tr("Writes what is shown to a file"), "LogSave", this);
     connect(saving, &QToolButton::clicked, this, &zoHostLogPanel::save);
@@ -149,8 +150,7 @@ void zoHostLogPanel::copy()
 void zoHostLogPanel::save()
 {
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    const QString name =
-        QStringLiteral("zohost-%1.log").arg(QDate::currentDate().toString(Qt::ISODate));
+    const QString name = QStringLiteral("zohost-%1.log").arg(QDate::currentDate().toString(Qt::ISODate));
     const QString fileName = QFileDialog::getSaveFileName(this, tr("Save Log"), QDir(folder).filePath(name),
                                                           tr("Log (*.log *.txt)"));
     if (!fileName.isEmpty())
@@ -180,7 +180,8 @@ void zoHostLogPanel::find(bool backwards)
 {
     const QString wanted = m_find->text();
     if (!wanted.isEmpty()) {
-        const QTextDocument::FindFlags flags = backwards ? QTextDocument::FindBackward : QTextDocument::FindFlags();
+        const QTextDocument::FindFlags flags =
+            backwards ? QTextDocument::FindBackward : QTextDocument::FindFlags();
         if (!m_view->find(wanted, flags)) {
             // On from the other end.
             const QTextCursor before = m_view->textCursor();
@@ -215,9 +216,9 @@ void zoHostLogPanel::markFound()
     if (wanted.isEmpty())
         m_found->clear();
     else
-        m_found->setText(marks.isEmpty() ? tr("Not found")
-                                         : tr("%1 of %2").arg(QString::number(number),
-                                                              QString::number(marks.size())));
+        m_found->setText(marks.isEmpty()
+                             ? tr("Not found")
+                             : tr("%1 of %2").arg(QString::number(number), QString::number(marks.size())));
 }
 
 bool zoHostLogPanel::eventFilter(QObject* watched, QEvent* event)

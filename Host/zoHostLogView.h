@@ -54,6 +54,6 @@ private:
 
     std::deque<Entry> m_entries;
     Level m_level = Level::All;
-    QDate m_day;          // of the last line that is shown
+    QDate m_day;                // of the last line that is shown
     bool m_isLastShown = false; // of the last entry, in the last line
 };

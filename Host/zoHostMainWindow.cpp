@@ -147,7 +147,8 @@ zoHostMainWindow::zoHostMainWindow(const Services& services, QWidget* parent)
     m_sessionLabel->setObjectName(QStringLiteral("SessionLabel"));
     statusBar()->addPermanentWidget(m_sessionLabel);
     m_pageStatus = new zoHostPageStatus(statusBar(), this);
-    m_start = new zoHostStart(this, m_help, services.recent, services.preferences, services.cluster);
+    m_start = new zoHostStart(this, this, m_document,
+                              {m_help, services.recent, services.preferences, services.cluster}, this);
     // Not left to the first show, which would cut it to the size of a small screen.
     resize(sizeHint());
     restoreLayout();
@@ -190,7 +191,7 @@ zoHostMainWindow::~zoHostMainWindow()
 
 QSize zoHostMainWindow::sizeHint() const
 {
-    return {1180, 820};
+    return {1180, 700};
 }
 
 void zoHostMainWindow::createMenus()

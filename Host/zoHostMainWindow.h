@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zoHostModules.h"
+#include "zoHostPages.h"
 
 #include <QMainWindow>
 #include <QPointer>
@@ -36,7 +37,7 @@ class zoHostUndoActions;
 // The host's window: the modules by category at the left, the current module's window in the middle, the
 // cameras below the modules and the log at the bottom. Its title tells the current module's file and whether
 // that is saved.
-class zoHostMainWindow final : public QMainWindow, public zoHostModules
+class zoHostMainWindow final : public QMainWindow, public zoHostModules, public zoHostPages
 {
     Q_OBJECT
 
@@ -76,12 +77,9 @@ public:
     // What About tells of.
     void setModuleFiles(const QStringList& files) { m_moduleFiles = files; }
 
-    // The module's window with the configuration, else the first one.
-    void showDocument();
-    // A page of the host itself instead of a module's window; the window owns it from then on.
-    void showPage(QWidget* page);
-    // Whether another configuration may take the place of the one that is open: no session runs and nothing is asked.
-    bool mayReplace() const;
+    void showDocument() override;
+    void showPage(QWidget* page) override;
+    bool mayReplace() const override;
 
 public slots:
     void showPreferences();
@@ -90,7 +88,7 @@ public slots:
     void showStartPage();
     // Opens a configuration as a person's wish; not while a session runs. Nobody is asked about unsaved
     // changes: what is replaced is kept among the earlier configurations.
-    void openConfiguration(const QString& fileName);
+    void openConfiguration(const QString& fileName) override;
     // Brings an earlier configuration back; not while a session runs.
     void bringBack(const QString& text, const QString& originFile);
 

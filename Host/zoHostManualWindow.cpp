@@ -40,6 +40,28 @@ zoHostManualWindow::zoHostManualWindow(QWidget* parent)
     m_find->setClearButtonEnabled(true);
     m_find->setMaximumWidth(fontMetrics().averageCharWidth() * s_findWidth);
 
+    connect(m_browser, &QTextBrowser::sourceChanged, this, &zoHostManualWindow::updateTitle);
+    connect(m_find, &QLineEdit::textEdited, this, [this] {
+        QTextCursor cursor = m_browser->textCursor();
+        cursor.setPosition(cursor.selectionStart());
+        m_browser->setTextCursor(cursor);
+        find(false);
+    });
+    connect(m_find, &QLineEdit::returnPressed, this, [this] { find(false); });
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(createBar());
+    layout->addWidget(m_browser, 1);
+    m_browser->setFocus();
+    updateTitle();
+}
+
+zoHostManualWindow::~zoHostManualWindow() = default;
+
+QToolBar* zoHostManualWindow::createBar()
+{
     auto* bar = new QToolBar(this);
     bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     QAction* back = bar->addAction(style()->standardIcon(QStyle::SP_ArrowBack), tr("Back"), m_browser,
@@ -67,28 +89,10 @@ zoHostManualWindow::zoHostManualWindow(QWidget* parent)
         m_find->selectAll();
     });
     addAction(finding);
-
     connect(m_browser, &QTextBrowser::backwardAvailable, back, &QAction::setEnabled);
     connect(m_browser, &QTextBrowser::forwardAvailable, forward, &QAction::setEnabled);
-    connect(m_browser, &QTextBrowser::sourceChanged, this, &zoHostManualWindow::updateTitle);
-    connect(m_find, &QLineEdit::textEdited, this, [this] {
-        QTextCursor cursor = m_browser->textCursor();
-        cursor.setPosition(cursor.selectionStart());
-        m_browser->setTextCursor(cursor);
-        find(false);
-    });
-    connect(m_find, &QLineEdit::returnPressed, this, [this] { find(false); });
-
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    layout->addWidget(bar);
-    layout->addWidget(m_browser, 1);
-    m_browser->setFocus();
-    updateTitle();
+    return bar;
 }
-
-zoHostManualWindow::~zoHostManualWindow() = default;
 
 QSize zoHostManualWindow::sizeHint() const
 {
@@ -133,7 +137,8 @@ void zoHostManualWindow::find(bool backwards)
     m_found->clear();
     if (wanted.isEmpty())
         return;
-    const QTextDocument::FindFlags flags = backwards ? QTextDocument::FindBackward : QTextDocument::FindFlags();
+    const QTextDocument::FindFlags flags =
+        backwards ? QTextDocument::FindBackward : QTextDocument::FindFlags();
     if (m_browser->find(wanted, flags))
         return;
     // On from the other end.

@@ -5,6 +5,7 @@
 class QLabel;
 class QLineEdit;
 class QTextBrowser;
+class QToolBar;
 class QUrl;
 
 // The manual in a window of its own: one page, the way back and forth, and what is found on it.
@@ -26,6 +27,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    QToolBar* createBar();
     void tellMissing();
     void find(bool backwards);
     void updateTitle();

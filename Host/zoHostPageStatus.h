@@ -15,7 +15,7 @@ class zoHostPageStatus final : public QObject
 
 public:
     explicit zoHostPageStatus(QStatusBar* bar, QObject* parent = nullptr); // of the host, not owned
-    ~zoHostPageStatus() override; // gives back
+    ~zoHostPageStatus() override;                                          // gives back
 
     // The window gets back what is its own when another one, or null, takes its place.
     void setPage(QWidget* page);

@@ -1,9 +1,10 @@
 #include "zoHostStart.h"
 
+#include "zoHostChoices.h"
 #include "zoHostDocument.h"
-#include "zoHostGeneralPage.h"
 #include "zoHostHelp.h"
-#include "zoHostMainWindow.h"
+#include "zoHostModules.h"
+#include "zoHostPages.h"
 #include "zoHostPreferencesService.h"
 #include "zoHostStartPage.h"
 
@@ -19,21 +20,21 @@ namespace
 constexpr char s_newWall[] = "newWall()";
 } // namespace
 
-zoHostStart::zoHostStart(zoHostMainWindow* window, zoHostHelp* help, zoHostRecentFiles* recent,
-                         zoHostPreferencesService* preferences, zoClusterService* cluster)
+zoHostStart::zoHostStart(zoHostPages* pages, const zoHostModules* modules, zoHostDocument* document,
+                         const Parts& parts, QWidget* window)
     : QObject(window)
+    , m_pages(pages)
+    , m_modules(modules)
+    , m_document(document)
     , m_window(window)
-    , m_help(help)
-    , m_recent(recent)
-    , m_preferences(preferences)
-    , m_cluster(cluster)
+    , m_parts(parts)
 {
-    connect(cluster, &zoClusterService::started, this, &zoHostStart::updateRunning);
-    connect(cluster, &zoClusterService::stopped, this, &zoHostStart::updateRunning);
+    connect(m_parts.cluster, &zoClusterService::started, this, &zoHostStart::updateRunning);
+    connect(m_parts.cluster, &zoClusterService::stopped, this, &zoHostStart::updateRunning);
     // However a configuration comes, the page has done its work.
-    connect(window->document(), &zoHostDocument::fileRead, this, [this] {
+    connect(document, &zoHostDocument::fileRead, this, [this] {
         if (m_page && m_page->isVisible())
-            m_window->showDocument();
+            m_pages->showDocument();
     });
 }
 
@@ -43,49 +44,50 @@ void zoHostStart::show()
 {
     if (!m_page)
         createPage();
-    m_page->setOffersNewWall(m_window->moduleObject(s_newWall) != nullptr);
-    m_page->setShownAtStart(zoHostGeneralPage::storedShowsStartPage(m_preferences));
+    m_page->setOffersNewWall(m_modules->moduleObject(s_newWall) != nullptr);
+    m_page->setShownAtStart(zoHostChoices::showsStartPage(m_parts.preferences));
     updateRunning();
-    m_window->showPage(m_page);
+    m_pages->showPage(m_page);
 }
 
 void zoHostStart::createPage()
 {
-    m_page = new zoHostStartPage(m_recent, m_window);
+    m_page = new zoHostStartPage(m_parts.recent, m_window);
     connect(m_page, &zoHostStartPage::newWallRequested, this, &zoHostStart::newWall);
     connect(m_page, &zoHostStartPage::emptyRequested, this, &zoHostStart::beginEmpty);
     connect(m_page, &zoHostStartPage::openRequested, this, &zoHostStart::open);
     // Later: what is chosen changes the list that it is chosen from.
     connect(m_page, &zoHostStartPage::sampleChosen, this, &zoHostStart::openSample, Qt::QueuedConnection);
-    connect(m_page, &zoHostStartPage::recentChosen, m_window, &zoHostMainWindow::openConfiguration,
-            Qt::QueuedConnection);
-    connect(m_page, &zoHostStartPage::manualRequested, m_help,
-            [this] { m_help->showPage(QStringLiteral("concepts")); });
+    connect(
+        m_page, &zoHostStartPage::recentChosen, this,
+        [this](const QString& fileName) { m_pages->openConfiguration(fileName); }, Qt::QueuedConnection);
+    connect(m_page, &zoHostStartPage::manualRequested, m_parts.help,
+            [this] { m_parts.help->showPage(QStringLiteral("concepts")); });
     connect(m_page, &zoHostStartPage::shownAtStartChanged, this,
-            [this](bool on) { zoHostGeneralPage::storeShowsStartPage(m_preferences, on); });
+            [this](bool on) { zoHostChoices::setShowsStartPage(m_parts.preferences, on); });
 }
 
 void zoHostStart::newWall()
 {
-    QObject* module = m_window->moduleObject(s_newWall);
-    if (module == nullptr || !m_window->mayReplace())
+    QObject* module = m_modules->moduleObject(s_newWall);
+    if (module == nullptr || !m_pages->mayReplace())
         return;
-    m_window->showDocument();
+    m_pages->showDocument();
     QMetaObject::invokeMethod(module, "newWall", Qt::QueuedConnection);
 }
 
 void zoHostStart::beginEmpty()
 {
-    if (!m_window->mayReplace())
+    if (!m_pages->mayReplace())
         return;
-    m_window->showDocument();
-    m_window->document()->begin();
+    m_pages->showDocument();
+    m_document->begin();
 }
 
 void zoHostStart::open()
 {
-    QWidget* moduleWindow = m_window->document()->configurationWindow();
-    if (moduleWindow == nullptr || !m_window->mayReplace())
+    QWidget* moduleWindow = m_document->configurationWindow();
+    if (moduleWindow == nullptr || !m_pages->mayReplace())
         return;
     // Before the dialog: a person who gives up is back on this page.
     if (!zoHostDocument::open(moduleWindow))
@@ -94,7 +96,7 @@ void zoHostStart::open()
 
 void zoHostStart::openSample(const QString& fileName)
 {
-    if (!m_window->mayReplace())
+    if (!m_pages->mayReplace())
         return;
     QByteArray bytes;
     QString reason;
@@ -102,16 +104,16 @@ void zoHostStart::openSample(const QString& fileName)
         zoLog::error(tr("Unable to open sample %1: %2").arg(QDir::toNativeSeparators(fileName), reason));
         return;
     }
-    m_window->showDocument();
+    m_pages->showDocument();
     // Without its name: Save would write over the sample.
-    m_window->document()->begin(zoFileText(bytes).text());
+    m_document->begin(zoFileText(bytes).text());
 }
 
 void zoHostStart::updateRunning()
 {
     if (!m_page)
         return;
-    m_page->setOpenEnabled(!m_cluster->isRunning());
-    if (m_cluster->isRunning() && m_page->isVisible())
-        m_window->showDocument();
+    m_page->setOpenEnabled(!m_parts.cluster->isRunning());
+    if (m_parts.cluster->isRunning() && m_page->isVisible())
+        m_pages->showDocument();
 }

@@ -3,9 +3,12 @@
 #include <QObject>
 #include <QPointer>
 
+class QWidget;
 class zoClusterService;
+class zoHostDocument;
 class zoHostHelp;
-class zoHostMainWindow;
+class zoHostModules;
+class zoHostPages;
 class zoHostPreferencesService;
 class zoHostRecentFiles;
 class zoHostStartPage;
@@ -16,9 +19,18 @@ class zoHostStart final : public QObject
     Q_OBJECT
 
 public:
+    // What it stands on, not owned.
+    struct Parts
+    {
+        zoHostHelp* help;
+        zoHostRecentFiles* recent;
+        zoHostPreferencesService* preferences;
+        zoClusterService* cluster;
+    };
+
     // All outlive it; the window is also the parent.
-    zoHostStart(zoHostMainWindow* window, zoHostHelp* help, zoHostRecentFiles* recent,
-                zoHostPreferencesService* preferences, zoClusterService* cluster);
+    zoHostStart(zoHostPages* pages, const zoHostModules* modules, zoHostDocument* document,
+                const Parts& parts, QWidget* window);
     ~zoHostStart() override;
 
 public slots:
@@ -32,10 +44,10 @@ private:
     void openSample(const QString& fileName);
     void updateRunning();
 
-    zoHostMainWindow* m_window;
-    zoHostHelp* m_help;
-    zoHostRecentFiles* m_recent;
-    zoHostPreferencesService* m_preferences;
-    zoClusterService* m_cluster;
+    zoHostPages* m_pages;
+    const zoHostModules* m_modules;
+    zoHostDocument* m_document;
+    QWidget* m_window;
+    Parts m_parts;
     QPointer<zoHostStartPage> m_page; // of the window
 };

@@ -124,13 +124,14 @@ QWidget* zoHostStartPage::createActions()
         layout->addWidget(button);
         return button;
     };
-    m_newWall = add(tr("&New wall..."), tr("Kind, size, pixels and nodes on one page"), "StartNewWall", "Display");
+    m_newWall =
+        add(tr("&New wall..."), tr("Kind, size, pixels and nodes on one page"), "StartNewWall", "Display");
     m_newWall->hide();
     connect(m_newWall, &QCommandLinkButton::clicked, this, &zoHostStartPage::newWallRequested);
     auto* opening = add(tr("&Open..."), tr("A configuration from a file"), "StartOpen", "FileOpen");
     connect(opening, &QCommandLinkButton::clicked, this, &zoHostStartPage::openRequested);
-    auto* empty =
-        add(tr("&Begin with one node"), tr("A new configuration, to be filled by hand"), "StartEmpty", "FileNew");
+    auto* empty = add(tr("&Begin with one node"), tr("A new configuration, to be filled by hand"),
+                      "StartEmpty", "FileNew");
     connect(empty, &QCommandLinkButton::clicked, this, &zoHostStartPage::emptyRequested);
     layout->addStretch(1);
     return page;

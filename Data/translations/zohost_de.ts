@@ -145,6 +145,89 @@
     </message>
 </context>
 <context>
+    <name>zoHostAboutDialog</name>
+    <message>
+        <source>windows, pictures, XML, processes</source>
+        <translation>Fenster, Bilder, XML, Prozesse</translation>
+    </message>
+    <message>
+        <source>the system</source>
+        <translation>das System</translation>
+    </message>
+    <message>
+        <source>the language&apos;s library</source>
+        <translation>die Bibliothek der Sprache</translation>
+    </message>
+    <message>
+        <source>networks on MPI, on their nodes</source>
+        <translation>Netzwerke über MPI, auf ihren Knoten</translation>
+    </message>
+    <message>
+        <source>About zohost</source>
+        <translation>Über zohost</translation>
+    </message>
+    <message>
+        <source>&lt;h2&gt;zohost %1&lt;/h2&gt;&lt;p&gt;Shows and runs render cluster configurations.&lt;/p&gt;</source>
+        <translation>&lt;h2&gt;zohost %1&lt;/h2&gt;&lt;p&gt;Zeigt Konfigurationen von Render-Clustern und lässt sie laufen.&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>Program</source>
+        <translation>Programm</translation>
+    </message>
+    <message>
+        <source>Libraries</source>
+        <translation>Bibliotheken</translation>
+    </message>
+    <message>
+        <source>Licence</source>
+        <translation>Lizenz</translation>
+    </message>
+    <message>
+        <source>Copy versions</source>
+        <translation>Versionen kopieren</translation>
+    </message>
+    <message>
+        <source>For a report of a mistake</source>
+        <translation>Für den Bericht eines Fehlers</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation>Version</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Datei</translation>
+    </message>
+    <message>
+        <source>Program and modules</source>
+        <translation>Programm und Module</translation>
+    </message>
+    <message>
+        <source>not told</source>
+        <translation>nicht angegeben</translation>
+    </message>
+    <message>
+        <source>Library</source>
+        <translation>Bibliothek</translation>
+    </message>
+    <message>
+        <source>For</source>
+        <translation>Für</translation>
+    </message>
+    <message>
+        <source>of the nodes</source>
+        <translation>die der Knoten</translation>
+    </message>
+    <message>
+        <source>They are libraries of the system and may be replaced by others of their kind. Debian has the texts of their licences in /usr/share/doc and /usr/share/common-licenses.</source>
+        <translation>Es sind Bibliotheken des Systems; andere ihrer Art können an ihre Stelle treten. Debian hat die Texte ihrer Lizenzen in /usr/share/doc und /usr/share/common-licenses.</translation>
+    </message>
+</context>
+<context>
     <name>zoHostApplication</name>
     <message>
         <source>The program ZOKEClusterServer is not beside this one: sessions show nothing</source>
@@ -564,6 +647,61 @@ Soll die Sitzung auf diesem Rechner geprobt werden?</translation>
     </message>
 </context>
 <context>
+    <name>zoHostGeneralPage</name>
+    <message>
+        <source>Open the &amp;last configuration again</source>
+        <translation>Die &amp;letzte Konfiguration wieder öffnen</translation>
+    </message>
+    <message>
+        <source>Show the start &amp;page when no configuration is opened</source>
+        <translation>Die Startseite &amp;zeigen, wenn keine Konfiguration geöffnet wird</translation>
+    </message>
+    <message>
+        <source>As the desktop</source>
+        <translation>Wie der Desktop</translation>
+    </message>
+    <message>
+        <source>Takes effect when the program is started next</source>
+        <translation>Wirkt beim nächsten Start des Programms</translation>
+    </message>
+    <message>
+        <source> s</source>
+        <translation> s</translation>
+    </message>
+    <message>
+        <source>Never</source>
+        <translation>Nie</translation>
+    </message>
+    <message>
+        <source>How often changes that are not saved are kept for the case of a crash. The next start offers them.</source>
+        <translation>Wie oft Änderungen, die nicht gespeichert sind, für den Fall eines Absturzes gesichert werden. Der nächste Start bietet sie an.</translation>
+    </message>
+    <message>
+        <source>The unit of lengths in pictures. Files and fields hold millimetres.</source>
+        <translation>Die Einheit von Längen in Bildern. Dateien und Felder enthalten Millimeter.</translation>
+    </message>
+    <message>
+        <source>&amp;Language:</source>
+        <translation>&amp;Sprache:</translation>
+    </message>
+    <message>
+        <source>At the start:</source>
+        <translation>Beim Start:</translation>
+    </message>
+    <message>
+        <source>&amp;Keep unsaved changes every:</source>
+        <translation>Ungespeichertes si&amp;chern alle:</translation>
+    </message>
+    <message>
+        <source>&amp;Unit of lengths:</source>
+        <translation>&amp;Einheit von Längen:</translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation>Allgemein</translation>
+    </message>
+</context>
+<context>
     <name>zoHostImportDialog</name>
     <message>
         <source>Import</source>
@@ -728,16 +866,8 @@ Das Protokoll nennt den Grund.</translation>
         <translation>Module</translation>
     </message>
     <message>
-        <source>&amp;File</source>
-        <translation>&amp;Datei</translation>
-    </message>
-    <message>
         <source>&amp;Quit</source>
         <translation>&amp;Beenden</translation>
-    </message>
-    <message>
-        <source>&amp;Edit</source>
-        <translation>&amp;Bearbeiten</translation>
     </message>
     <message>
         <source>&amp;Preferences...</source>
@@ -762,14 +892,6 @@ Das Protokoll nennt den Grund.</translation>
     <message>
         <source>Log</source>
         <translation>Protokoll</translation>
-    </message>
-    <message>
-        <source>About zohost</source>
-        <translation>Über zohost</translation>
-    </message>
-    <message>
-        <source>&lt;b&gt;zohost %1&lt;/b&gt;&lt;p&gt;Shows and runs render cluster configurations.&lt;/p&gt;</source>
-        <translation>&lt;b&gt;zohost %1&lt;/b&gt;&lt;p&gt;Zeigt Konfigurationen von Renderclustern und führt sie aus.&lt;/p&gt;</translation>
     </message>
     <message>
         <source>Rendering</source>
@@ -842,6 +964,61 @@ Das Protokoll nennt den Grund.</translation>
     <message>
         <source>Save &amp;As...</source>
         <translation>Speichern &amp;unter...</translation>
+    </message>
+    <message>
+        <source>Tool bar</source>
+        <translation>Werkzeugleiste</translation>
+    </message>
+    <message>
+        <source>Fi&amp;le</source>
+        <translation>Date&amp;i</translation>
+    </message>
+    <message>
+        <source>Edi&amp;t</source>
+        <translation>Bea&amp;rbeiten</translation>
+    </message>
+    <message>
+        <source>&amp;Manual</source>
+        <translation>&amp;Handbuch</translation>
+    </message>
+    <message>
+        <source>&amp;Start page</source>
+        <translation>&amp;Startseite</translation>
+    </message>
+</context>
+<context>
+    <name>zoHostManualWindow</name>
+    <message>
+        <source>Manual</source>
+        <translation>Handbuch</translation>
+    </message>
+    <message>
+        <source>Find on this page</source>
+        <translation>Auf dieser Seite suchen</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>Zurück</translation>
+    </message>
+    <message>
+        <source>Forward</source>
+        <translation>Vor</translation>
+    </message>
+    <message>
+        <source>Contents</source>
+        <translation>Inhalt</translation>
+    </message>
+    <message>
+        <source>The manual is not installed. It was looked for in:</source>
+        <translation>Das Handbuch ist nicht installiert. Gesucht wurde es in:</translation>
+    </message>
+    <message>
+        <source>Not found</source>
+        <translation>Nicht gefunden</translation>
+    </message>
+    <message>
+        <source>%1 - Manual</source>
+        <translation>%1 - Handbuch</translation>
     </message>
 </context>
 <context>
@@ -1275,6 +1452,84 @@ Das Protokoll nennt den Grund.</translation>
     <message>
         <source>Changed configuration sent to the running session</source>
         <translation>Geänderte Konfiguration an die laufende Sitzung gesendet</translation>
+    </message>
+</context>
+<context>
+    <name>zoHostStart</name>
+    <message>
+        <source>Unable to open a configuration: no loaded module opens them</source>
+        <translation>Eine Konfiguration kann nicht geöffnet werden: kein geladenes Modul öffnet sie</translation>
+    </message>
+    <message>
+        <source>Unable to open sample %1: %2</source>
+        <translation>Das Beispiel %1 kann nicht geöffnet werden: %2</translation>
+    </message>
+</context>
+<context>
+    <name>zoHostStartPage</name>
+    <message>
+        <source>%1 nodes, %2 windows</source>
+        <translation>%1 Knoten, %2 Fenster</translation>
+    </message>
+    <message>
+        <source>&amp;Show this page at the start</source>
+        <translation>Diese Seite beim &amp;Start zeigen</translation>
+    </message>
+    <message>
+        <source>&lt;h2&gt;Light up a wall&lt;/h2&gt;</source>
+        <translation>&lt;h2&gt;Eine Wand zum Leuchten bringen&lt;/h2&gt;</translation>
+    </message>
+    <message>
+        <source>&lt;a href=&quot;manual&quot;&gt;What walls, tiles and nodes are&lt;/a&gt; is in the manual: F1 opens it anywhere.</source>
+        <translation>&lt;a href=&quot;manual&quot;&gt;Was Wände, Kacheln und Knoten sind&lt;/a&gt;, steht im Handbuch: F1 öffnet es überall.</translation>
+    </message>
+    <message>
+        <source>&amp;New wall...</source>
+        <translation>&amp;Neue Wand...</translation>
+    </message>
+    <message>
+        <source>Kind, size, pixels and nodes on one page</source>
+        <translation>Art, Größe, Pixel und Knoten auf einer Seite</translation>
+    </message>
+    <message>
+        <source>&amp;Open...</source>
+        <translation>Ö&amp;ffnen...</translation>
+    </message>
+    <message>
+        <source>A configuration from a file</source>
+        <translation>Eine Konfiguration aus einer Datei</translation>
+    </message>
+    <message>
+        <source>&amp;Begin with one node</source>
+        <translation>&amp;Mit einem Knoten beginnen</translation>
+    </message>
+    <message>
+        <source>A new configuration, to be filled by hand</source>
+        <translation>Eine neue Konfiguration, von Hand zu füllen</translation>
+    </message>
+    <message>
+        <source>Recent configurations</source>
+        <translation>Zuletzt geöffnete Konfigurationen</translation>
+    </message>
+    <message>
+        <source>Samples</source>
+        <translation>Beispiele</translation>
+    </message>
+    <message>
+        <source>Opens as a copy without a name</source>
+        <translation>Wird als Kopie ohne Namen geöffnet</translation>
+    </message>
+    <message>
+        <source>&amp;Recent</source>
+        <translation>&amp;Zuletzt geöffnet</translation>
+    </message>
+    <message>
+        <source>S&amp;amples</source>
+        <translation>&amp;Beispiele</translation>
+    </message>
+    <message>
+        <source>No files yet</source>
+        <translation>Noch keine Dateien</translation>
     </message>
 </context>
 <context>

@@ -88,7 +88,8 @@ void tst_zoHostLogPanel::daysAreNamed()
     view->add(QtInfoMsg, "c", {{2026, 11, 21}, {0, 0, 1}});
 
     QCOMPARE(panel.toPlainText(), QString("2026-11-20\n23:59:59  a\n2026-11-21\n00:00:00  b\n00:00:01  c"));
-    QCOMPARE(view->text(), QString("2026-11-20 23:59:59  a\n2026-11-21 00:00:00  b\n2026-11-21 00:00:01  c\n"));
+    QCOMPARE(view->text(),
+             QString("2026-11-20 23:59:59  a\n2026-11-21 00:00:00  b\n2026-11-21 00:00:01  c\n"));
 }
 
 void tst_zoHostLogPanel::errorsAndWarningsAreMarked_data()
@@ -348,8 +349,9 @@ void tst_zoHostLogPanel::fileThatCannotBeWrittenIsTold()
     zoHostLogPanel panel;
     panel.addMessage(QtInfoMsg, "one");
     const zoDialogRobot robot([&folder](QDialog* dialog) {
-        qobject_cast<QFileDialog*>(dialog)->findChild<QLineEdit*>("fileNameEdit")->setText(
-            folder.filePath("host.log"));
+        qobject_cast<QFileDialog*>(dialog)
+            ->findChild<QLineEdit*>("fileNameEdit")
+            ->setText(folder.filePath("host.log"));
         dialog->accept();
     });
     expectMessage(QtCriticalMsg, QRegularExpression("Unable to save the log as .*host\\.log: "));

@@ -25,6 +25,12 @@ void zoFakeModuleWindow::setConfigString(const QString& text)
     updateMark();
 }
 
+void zoFakeModuleWindow::loadConfig()
+{
+    if (!nextLoadName.isEmpty())
+        loadConfig(nextLoadName);
+}
+
 void zoFakeModuleWindow::loadConfig(const QString& fileName)
 {
     loaded << fileName;

@@ -26,10 +26,12 @@ public:
     void import(const QString& fileName, const QStringList& remarks);
 
     QString nextSaveName; // what the file dialog answers; empty: given up
+    QString nextLoadName; // the same
     QStringList loaded;   // through the slot of this window
     int saves = 0;
 
 public slots:
+    void loadConfig();
     void loadConfig(const QString& fileName);
     void saveConfig();
     void saveAsConfig();

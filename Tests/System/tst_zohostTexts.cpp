@@ -78,8 +78,13 @@ bool isName(const QString& text)
         "|(\\d+ )?row:\\d+ col:\\d+"
         "|\\d+ (Left|Right|Top|Bottom|Front|Back) row:\\d+ col:\\d+"
         "|localhost"
-        "|[\\d.]+ (m|mm)"   // units
-        "|[a-z]+(-[a-z]+)+" // codes of problems, the same in all languages
+        "|([\\d.]+ )?(mm|cm|m|in|ft)" // units
+        "|English|Deutsch"            // languages, each in its own
+        "|Qt|GNU C(\\+\\+)? Library|Open MPI|(lib)?zo\\w+(\\.so)?|/\\S+"
+        "|[A-Z]+[a-z]*-[\\d.]+(-[\\w-]+)?( WITH \\S+)?" // licences
+        "|Apache License\\s[\\s\\S]*"
+        "|(cave|powerwall|tiledwall)-[\\w-]+" // samples
+        "|[a-z]+(-[a-z]+)+"                   // codes of problems, the same in all languages
         "|x|y|z|X|Y|Z"
         "|\\*\\.\\w+)$")); // a pattern of file names
     return names.match(text).hasMatch();
@@ -123,6 +128,7 @@ private slots:
     void questionsBeforeAStart();
     void preferences();
     void about();
+    void startPage();
     void earlierConfigurations();
     void questionBeforeClosing();
     void lostFile();
@@ -553,8 +559,25 @@ void tst_zohostTexts::preferences()
 
 void tst_zohostTexts::about()
 {
-    readDialogOf([this] { window()->showAbout(); });
+    window()->showAbout();
+    auto* dialog = window()->findChild<QDialog*>("AboutDialog");
+    QVERIFY(dialog != nullptr);
+    read(dialog);
+    dialog->reject();
 
+    QVERIFY(!m_read.filter("LGPL").isEmpty());
+    QCOMPARE(takeUnmarked(), QString());
+}
+
+void tst_zohostTexts::startPage()
+{
+    window()->showStartPage();
+    auto* page = window()->findChild<QWidget*>("StartPage");
+    QVERIFY(page != nullptr);
+    read(page);
+    window()->showDocument();
+
+    QVERIFY(!m_read.filter("Begin with one node").isEmpty());
     QCOMPARE(takeUnmarked(), QString());
 }
 
@@ -605,7 +628,8 @@ void tst_zohostTexts::failures()
         rest.remove(QLatin1String(line));
     }
     rest.remove(QStringLiteral("log: "));
-    rest.remove(QRegularExpression(QStringLiteral("\\d\\d:\\d\\d:\\d\\d|\\x{27e6}[^\\x{27e7}]*\\x{27e7}")));
+    rest.remove(QRegularExpression(
+        QStringLiteral("\\d{4}-\\d\\d-\\d\\d|\\d\\d:\\d\\d:\\d\\d|\\x{27e6}[^\\x{27e7}]*\\x{27e7}")));
     QCOMPARE(rest.trimmed(), QString());
 }
 

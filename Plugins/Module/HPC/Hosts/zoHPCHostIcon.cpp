@@ -5,10 +5,12 @@
 #include <zoIconManager.h>
 
 #include <QFont>
+#include <QGuiApplication>
 #include <QPainter>
 #include <QPixmap>
 
 #include <map>
+#include <utility>
 
 namespace
 {
@@ -73,6 +75,11 @@ void markAsNoRenderNode(QPixmap& picture)
 QIcon zoHPCHostIcon::icon(int kind, bool enabled, bool running, bool encrypted, bool noRender)
 {
     static std::map<int, QIcon> cache;
+    static qint64 palette = 0;
+    // Pictures of the host may look otherwise in another one.
+    if (std::exchange(palette, QGuiApplication::palette().cacheKey()) !=
+        QGuiApplication::palette().cacheKey())
+        cache.clear();
     const int key =
         kind | int(enabled) << 15 | int(running) << 16 | int(encrypted) << 17 | int(noRender) << 18;
     const auto known = cache.find(key);
@@ -81,13 +88,19 @@ QIcon zoHPCHostIcon::icon(int kind, bool enabled, bool running, bool encrypted, 
     if (kind != Network && kind != Node && kind != DisplayNode)
         return cache[key] = QIcon();
 
-    QPixmap picture = pictureOf(baseIcon(kind), enabled ? QIcon::Normal : QIcon::Disabled,
-                                running ? QIcon::On : QIcon::Off);
-    if (enabled && encrypted)
-        paintOver(picture, iconOfHost("Lock").pixmap(QSize(LockSize, LockSize), QIcon::Normal, QIcon::On));
-    if (enabled && noRender)
-        markAsNoRenderNode(picture);
-    return cache[key] = iconOf(picture);
+    const auto picture = [&](QIcon::Mode mode) {
+        QPixmap result =
+            pictureOf(baseIcon(kind), enabled ? mode : QIcon::Disabled, running ? QIcon::On : QIcon::Off);
+        if (enabled && encrypted)
+            paintOver(result, iconOfHost("Lock").pixmap(QSize(LockSize, LockSize), mode, QIcon::On));
+        if (enabled && noRender)
+            markAsNoRenderNode(result);
+        return result;
+    };
+    QIcon icon = iconOf(picture(QIcon::Normal));
+    // Else the style would tint it with the colour of the selection that it lies on.
+    icon.addPixmap(picture(QIcon::Selected), QIcon::Selected, QIcon::Off);
+    return cache[key] = icon;
 }
 
 QIcon zoHPCHostIcon::overlaid(QPixmap base, const QPixmap& overlay)

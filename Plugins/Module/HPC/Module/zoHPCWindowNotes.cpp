@@ -25,9 +25,8 @@ void zoHPCWindowNotes::tellNotUnderstood(QWidget* window, const QString& text)
     zoHPCDocumentText::Refusal refusal;
     QString reason = tr("it has none of the elements of a cluster configuration");
     if (!zoHPCDocumentText::parse(text, document, refusal))
-        reason =
-            tr("line %1, column %2: %3")
-                .arg(QString::number(refusal.line), QString::number(refusal.column), refusal.reason);
+        reason = tr("line %1, column %2: %3")
+                     .arg(QString::number(refusal.line), QString::number(refusal.column), refusal.reason);
     tell(window, NotUnderstood, QStringList{window->windowFilePath(), reason});
 }
 

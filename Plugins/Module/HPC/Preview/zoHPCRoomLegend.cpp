@@ -7,12 +7,17 @@
 #include <QLinearGradient>
 #include <QPainter>
 
+#include <zoLengthUnit.h>
+
 #include <algorithm>
 
 namespace
 {
 QString lengthText(double mm)
 {
+    const zoLengthUnit unit = zoLengthUnit::shown();
+    if (unit.millimetres() != 1.0)
+        return unit.text(mm);
     return mm >= 1000.0 ? QString::number(mm / 1000.0) + QString::fromLatin1(" m")
                         : QString::number(mm) + QString::fromLatin1(" mm");
 }

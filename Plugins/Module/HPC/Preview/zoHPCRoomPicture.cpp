@@ -15,6 +15,8 @@
 #include <QPalette>
 #include <QPolygonF>
 
+#include <zoLengthUnit.h>
+
 #include <algorithm>
 #include <cmath>
 
@@ -341,7 +343,7 @@ void zoHPCRoomPicture::paintDimensions(zoHPCRoomCanvas& canvas, const Wall& wall
             tilePixels > 0.0 && tilePart > 0.0 ? tr("%1 px").arg(qRound64(tilePixels / tilePart)) : QString();
         if (wall.isInPixels)
             return pixels;
-        const QString size = tr("%1 mm").arg(QString::number(length, 'g', 6));
+        const QString size = zoLengthUnit::shown().text(length);
         return pixels.isEmpty() ? size : tr("%1 = %2").arg(size, pixels);
     };
     const QString width = text(wall.plane.width(), wall.tileWidth, wall.tilePixels.width());
