@@ -25,7 +25,7 @@
 namespace
 {
 constexpr int s_iconSize = 64; // pixels
-const QSize s_size(640, 460);
+const QSize s_size(780, 480);
 
 struct Library
 {
@@ -159,7 +159,6 @@ QWidget* zoHostAboutDialog::createLibraries()
     note->setWordWrap(true);
     auto* page = new QWidget;
     auto* layout = new QVBoxLayout(page);
-    layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(tree, 1);
     layout->addWidget(note);
     return page;

@@ -92,8 +92,8 @@ void zoHostLogPanel::createBar()
     m_level->setAccessibleName(tr("Level of messages"));
     m_level->addItems({tr("All messages"), tr("Warnings and errors"), tr("Errors only")});
     // In a narrow window the messages matter more.
-    m_level->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    m_level->setMinimumContentsLength(s_levelWidth);
+    m_level->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    m_level->setMinimumWidth(fontMetrics().averageCharWidth() * s_levelWidth);
     m_level->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     m_find->setMinimumWidth(fontMetrics().averageCharWidth() * s_levelWidth);
     m_level->setToolTip(tr("How grave a message is that is shown"));

@@ -2351,10 +2351,6 @@ auch wenn die Server dann instabil sein können?</translation>
         <translation>%1 px</translation>
     </message>
     <message>
-        <source>%1 mm</source>
-        <translation>%1 mm</translation>
-    </message>
-    <message>
         <source>%1 = %2</source>
         <translation>%1 = %2</translation>
     </message>

@@ -4,6 +4,7 @@
 #include <zoHostApplication.h>
 #include <zoHostDocument.h>
 #include <zoHostEarlierConfigurations.h>
+#include <zoHostImportDialog.h>
 #include <zoHostLogPanel.h>
 #include <zoHostMainWindow.h>
 #include <zoKernelServiceFactory.h>
@@ -22,6 +23,7 @@
 #include <QPlainTextEdit>
 #include <QRegularExpression>
 #include <QSet>
+#include <QSettings>
 #include <QTabWidget>
 #include <QTimer>
 #include <QToolButton>
@@ -95,6 +97,7 @@ bool zoScreenshots::takeAll()
     window()->show();
     settle();
 
+    takeStart();
     takeEarlierConfigurations(); // before this program replaces any
     takeHost();
     takeConnecting();
@@ -104,6 +107,8 @@ bool zoScreenshots::takeAll()
     takeDocumentDialog();
     takeDisplaySetup();
     takePreferences();
+    takeHelp();
+    takeImport();
     takeAssistant();
     m_host.reset();
     return !m_failed;
@@ -135,6 +140,50 @@ void zoScreenshots::prepareEarlierConfigurations() const
         if (earlier.origin != nullptr && origin.open(QIODevice::WriteOnly))
             origin.write(earlier.origin);
     }
+}
+
+void zoScreenshots::takeStart()
+{
+    QSettings().setValue(QStringLiteral("Recent/Files"),
+                         QStringList{QStringLiteral("/projects/wall/powerwall-2x2.zhpc"),
+                                     QStringLiteral("/projects/cave/cave-4-sided.zhpc")});
+    window()->showStartPage();
+    settleLog();
+    take(window(), QStringLiteral("start"));
+    window()->showDocument();
+    settle();
+}
+
+void zoScreenshots::takeHelp()
+{
+    window()->showAbout();
+    auto* about = window()->findChild<QDialog*>(QStringLiteral("AboutDialog"));
+    auto* libraries = about->findChild<QTabWidget*>();
+    libraries->setCurrentIndex(1);
+    take(about, QStringLiteral("about"));
+    about->reject();
+    settle();
+    window()->findChild<QAction*>(QStringLiteral("Manual"))->trigger();
+    auto* manual = window()->findChild<QWidget*>(QStringLiteral("ManualWindow"));
+    manual->resize(manual->sizeHint());
+    take(manual, QStringLiteral("manual"));
+    manual->close();
+    settle();
+}
+
+void zoScreenshots::takeImport()
+{
+    load(sample("powerwall-2x2.zhpc"));
+    auto* dialog = new zoHostImportDialog(
+        QStringLiteral("/projects/wall/old.xml"), QStringLiteral("/projects/wall/powerwall-2x2.zhpc"),
+        {QStringLiteral("line 4, column 3: The compression level \"7\" is not known."),
+         QStringLiteral("line 12, column 3: The overlap 120 was taken for both directions.")},
+        window());
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
+    take(dialog, QStringLiteral("import"));
+    dialog->reject();
+    settle();
 }
 
 void zoScreenshots::takeHost()
@@ -276,9 +325,12 @@ void zoScreenshots::takePreferences()
         fail(QStringLiteral("preferences: no dialog"));
         return;
     }
-    take(dialog, QStringLiteral("preferences-local"));
-    dialog->findChild<QListWidget*>()->setCurrentRow(1);
-    take(dialog, QStringLiteral("preferences-cluster"));
+    const char* const names[] = {"preferences-general", "preferences-local", "preferences-cluster"};
+    int row = 0;
+    for (const char* name : names) {
+        dialog->findChild<QListWidget*>()->setCurrentRow(row++);
+        take(dialog, QLatin1String(name));
+    }
     dialog->reject();
     settle();
 }

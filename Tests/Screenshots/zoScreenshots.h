@@ -29,6 +29,9 @@ public:
 
 private:
     void prepareEarlierConfigurations() const;
+    void takeStart();
+    void takeHelp();
+    void takeImport();
     void takeHost();
     void takeConnecting();
     void takeNodeEditor();

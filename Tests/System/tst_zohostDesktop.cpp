@@ -16,6 +16,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -172,12 +173,14 @@ private slots:
     void init();
     void wallIsBuiltSavedAndLoaded();
     void filesAreDroppedAndWorkIsAskedAbout();
+    void startPageLeadsToASampleAndTheManual();
 
 private:
     void play(const std::function<void(const Person&)>& act);
     void dropFiles(const Person& person) const;
     void dropFile(const Person& person, const QString& fileName, bool isTaken) const;
     void buildWall(const Person& person) const;
+    void beginWithASample(const Person& person) const;
     void editHosts(const Person& person) const;
     void makeWall(const Person& person) const;
     void makeWindow(const Person& person, int display, int window, const QString& node, int tile) const;
@@ -218,6 +221,13 @@ void tst_zohostDesktop::wallIsBuiltSavedAndLoaded()
 void tst_zohostDesktop::filesAreDroppedAndWorkIsAskedAbout()
 {
     play([this](const Person& person) { dropFiles(person); });
+}
+
+void tst_zohostDesktop::startPageLeadsToASampleAndTheManual()
+{
+    QSettings().remove("Preferences/Show start page");
+
+    play([this](const Person& person) { beginWithASample(person); });
 }
 
 // Runs the host, as the program does, until the person has closed it.
@@ -308,6 +318,36 @@ void tst_zohostDesktop::buildWall(const Person& person) const
         throw std::runtime_error("another wall was built:\n" + text.toStdString());
 
     // Nothing is unsaved, so nothing is asked.
+    person.pressControl('q');
+    person.waitFor("the host is closed",
+                   [] { return hostWindow() == nullptr || !hostWindow()->isVisible(); });
+}
+
+void tst_zohostDesktop::beginWithASample(const Person& person) const
+{
+    const auto samples = [] { return hostWindow()->findChild<QListWidget*>("StartSamples"); };
+    const auto manual = [] { return hostWindow()->findChild<QWidget*>("ManualWindow"); };
+    keepPicture(person, "start");
+    person.click("the sample", [samples] {
+        const QList<QListWidgetItem*> found = samples() == nullptr
+                                                  ? QList<QListWidgetItem*>()
+                                                  : samples()->findItems("powerwall", Qt::MatchStartsWith);
+        return found.isEmpty() ? Spot()
+                               : Spot{samples()->viewport(), samples()->visualItemRect(found.constFirst())};
+    });
+    person.waitFor("its nodes are there", [] { return hosts().contains("wall-r1-c1"); });
+    // It is nobody's file: Save would ask for a name, and nothing is unsaved yet.
+    person.waitFor("the title shows no file",
+                   [] { return hostWindow()->windowHandle()->title() == QLatin1String("zohost"); });
+
+    person.press(zoDesktopInput::Key::F1);
+    person.waitFor("the manual is active",
+                   [manual] { return manual() != nullptr && manual()->isActiveWindow(); });
+    keepPicture(person, "manual");
+    person.press(zoDesktopInput::Key::Escape);
+    person.waitFor("the manual is closed", [manual] { return !manual()->isVisible(); });
+    person.waitFor("the host is active", [] { return hostWindow()->isActiveWindow(); });
+
     person.pressControl('q');
     person.waitFor("the host is closed",
                    [] { return hostWindow() == nullptr || !hostWindow()->isVisible(); });
@@ -429,13 +469,13 @@ void tst_zohostDesktop::dropFiles(const Person& person) const
     person.waitFor("the change is marked", title("dropped.zhpc* - zohost"));
     person.chooseMenu(menus, "&File", "New");
     person.waitFor("the window is empty", title("zohost"));
-    person.chooseMenu(hostMenus, "&File", "&Earlier configurations...");
+    person.chooseMenu(hostMenus, "Fi&le", "&Earlier configurations...");
     person.find("Bring back", [] { return spotOf(inDialog<QPushButton>("BringBack")); });
     keepPicture(person, "earlier");
     person.click("Bring back", [] { return spotOf(inDialog<QPushButton>("BringBack")); });
     person.waitFor("it is back as work", title("Untitled* - zohost"));
     person.waitFor("its nodes are there", [] { return hosts().contains("wall-r1-c1"); });
-    person.chooseMenu(hostMenus, "&File", "&Recent");
+    person.chooseMenu(hostMenus, "Fi&le", "&Recent");
     person.click("the recent file", [wall] {
         auto* menu = hostWindow()->findChild<QMenu*>("RecentMenu");
         QAction* first = menu->actions().constFirst();

@@ -328,7 +328,7 @@ void tst_zohostTexts::mainWindow()
 
     QCOMPARE(takeUnmarked(), QString());
     // Host and module, menus, trees, panels and the status bar were among what was read.
-    for (const char* text : {"&File", "&Earlier configurations...", "Data compression", "Auto", "Show tiles",
+    for (const char* text : {"Fi&le", "&Earlier configurations...", "Data compression", "Auto", "Show tiles",
                              "Network (5)", "Rendering", "QuickActions"})
         QVERIFY2(m_read.contains(QChar(0x27e6) + QLatin1String(text) + QChar(0x27e7)), text);
     QVERIFY(m_read.size() > 150);

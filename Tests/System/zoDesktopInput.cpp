@@ -19,6 +19,10 @@ KeySym symbolOf(zoDesktopInput::Key key)
         return XK_Tab;
     case zoDesktopInput::Key::Right:
         return XK_Right;
+    case zoDesktopInput::Key::F1:
+        return XK_F1;
+    case zoDesktopInput::Key::Escape:
+        return XK_Escape;
     }
     return NoSymbol;
 }

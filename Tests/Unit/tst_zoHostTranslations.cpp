@@ -12,7 +12,7 @@ namespace
 {
 QString menuText()
 {
-    return QCoreApplication::translate("zoHostMainWindow", "&File");
+    return QCoreApplication::translate("zoHostMainWindow", "Fi&le");
 }
 
 QString moduleText()
@@ -53,14 +53,14 @@ void tst_zoHostTranslations::cleanup()
 
 void tst_zoHostTranslations::textsAreThereWhileTheObjectLives()
 {
-    QCOMPARE(menuText(), QStringLiteral("&File"));
+    QCOMPARE(menuText(), QStringLiteral("Fi&le"));
     {
         const zoHostTranslations german("de");
 
-        QCOMPARE(menuText(), QStringLiteral("&Datei"));
+        QCOMPARE(menuText(), QStringLiteral("Date&i"));
         QCOMPARE(qtText(), QStringLiteral("Abbrechen"));
     }
-    QCOMPARE(menuText(), QStringLiteral("&File"));
+    QCOMPARE(menuText(), QStringLiteral("Fi&le"));
     QCOMPARE(qtText(), QStringLiteral("Cancel"));
 }
 
@@ -93,28 +93,28 @@ void tst_zoHostTranslations::language_data()
 
     QTest::newRow("language") << "de"
                               << "de"
-                              << "&Datei";
+                              << "Date&i";
     QTest::newRow("language-and-country") << "de_AT"
                                           << "de_AT"
-                                          << "&Datei";
+                                          << "Date&i";
     QTest::newRow("as-in-the-web") << "de-CH"
                                    << "de_CH"
-                                   << "&Datei";
+                                   << "Date&i";
     QTest::newRow("english") << "en"
                              << "en"
-                             << "&File";
+                             << "Fi&le";
     QTest::newRow("english-of-a-country") << "en_GB"
                                           << "en"
-                                          << "&File";
+                                          << "Fi&le";
     QTest::newRow("no-language-of-this-host") << "fr"
                                               << "en"
-                                              << "&File";
+                                              << "Fi&le";
     QTest::newRow("none") << "C"
                           << "en"
-                          << "&File";
+                          << "Fi&le";
     QTest::newRow("nonsense") << "../../de"
                               << "en"
-                              << "&File";
+                              << "Fi&le";
 }
 
 void tst_zoHostTranslations::language()
@@ -162,14 +162,14 @@ void tst_zoHostTranslations::dataDirectoryComesFirst()
 
     QCOMPARE(zoHostTranslations::folders().constFirst(), data.filePath("translations"));
     QCOMPARE(dutch.language(), QStringLiteral("nl"));
-    QCOMPARE(menuText(), QStringLiteral("&Datei"));
+    QCOMPARE(menuText(), QStringLiteral("Date&i"));
 }
 
 void tst_zoHostTranslations::languageWithoutAFileIsEnglishInSilence()
 {
     const zoHostTranslations french("fr");
 
-    QCOMPARE(menuText(), QStringLiteral("&File"));
+    QCOMPARE(menuText(), QStringLiteral("Fi&le"));
     QCOMPARE(qtText(), QStringLiteral("Cancel"));
     QCOMPARE(messages(), QStringList());
 }

@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QDataStream>
 #include <QPainter>
+#include <QPalette>
 
 namespace
 {
@@ -62,6 +63,8 @@ class tst_zoIconManager final : public zoTestCase
     Q_OBJECT
 
 private slots:
+    void strokesAreSeenOnWhatIsBehind_data();
+    void strokesAreSeenOnWhatIsBehind();
     void nameHasAPictureInBothStates_data();
     void nameHasAPictureInBothStates();
     void pictureIsSeenOnLightAndDark_data() { nameHasAPictureInBothStates_data(); }
@@ -348,6 +351,48 @@ void tst_zoIconManager::nameMayGoAwayAfterTheCall()
 
     // The same one: the cache still knows it by its name.
     QCOMPARE(after.cacheKey(), before.cacheKey());
+}
+
+void tst_zoIconManager::strokesAreSeenOnWhatIsBehind_data()
+{
+    QTest::addColumn<QColor>("base");
+    QTest::addColumn<QColor>("highlight");
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<bool>("hasRim");
+
+    const int normal = int(QIcon::Normal);
+    const int selected = int(QIcon::Selected);
+    QTest::newRow("light") << QColor(Qt::white) << QColor(0x30, 0x8c, 0xc6) << normal << false;
+    QTest::newRow("dark") << QColor(0x23, 0x26, 0x29) << QColor(0x2a, 0x82, 0xda) << normal << true;
+    QTest::newRow("selected") << QColor(Qt::white) << QColor(0x30, 0x8c, 0xc6) << selected << true;
+    QTest::newRow("selected-dark") << QColor(0x23, 0x26, 0x29) << QColor(0x2a, 0x82, 0xda) << selected
+                                   << true;
+    QTest::newRow("selected-pale") << QColor(Qt::white) << QColor(0xcc, 0xdd, 0xff) << selected << false;
+    QTest::newRow("disabled-dark") << QColor(0x23, 0x26, 0x29) << QColor(0x2a, 0x82, 0xda)
+                                   << int(QIcon::Disabled) << false;
+}
+
+void tst_zoIconManager::strokesAreSeenOnWhatIsBehind()
+{
+    QFETCH(QColor, base);
+    QFETCH(QColor, highlight);
+    QFETCH(int, mode);
+    QFETCH(bool, hasRim);
+    const QPalette before = QApplication::palette();
+    QPalette palette(base, base);
+    palette.setColor(QPalette::Base, base);
+    palette.setColor(QPalette::Highlight, highlight);
+    QApplication::setPalette(palette);
+
+    const QImage image = picture(zoIconManager::getIcon("Network", ""), 24, QIcon::Mode(mode), QIcon::Off);
+    int light = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            light += qAlpha(image.pixel(x, y)) > 200 && qGray(image.pixel(x, y)) > 240 ? 1 : 0;
+    }
+    QApplication::setPalette(before);
+
+    QCOMPARE(light > 40, hasRim);
 }
 
 ZO_TEST_MAIN(tst_zoIconManager)

@@ -7,6 +7,7 @@
 #include <QFont>
 #include <QGuiApplication>
 #include <QPainter>
+#include <QPalette>
 #include <QPixmap>
 
 #include <map>

@@ -546,12 +546,10 @@ void zoHPCGUIW::loadConfig(const QString& fileName)
     m_undo->reset();
     showFile();
     if (isConfiguration)
-        statusBar()->clearMessage();
-    else
-        statusBar()->showMessage(
-            tr("%1 holds no cluster configuration.").arg(QDir::toNativeSeparators(fileName)), MessageTime);
-    if (!isConfiguration)
-        zoHPCWindowNotes::tellNotUnderstood(this, text);
+        return statusBar()->clearMessage();
+    statusBar()->showMessage(tr("%1 holds no cluster configuration.").arg(QDir::toNativeSeparators(fileName)),
+                             MessageTime);
+    zoHPCWindowNotes::tellNotUnderstood(this, text);
 }
 
 void zoHPCGUIW::saveConfig()
@@ -574,10 +572,8 @@ void zoHPCGUIW::saveConfig(const QString& fileName)
 {
     zoHPCConfigurationFiles::Failure failure;
     if (!m_files.write(
-            fileName, [this] { return getConfigString(); }, &failure)) {
-        zoHPCWindowNotes::tellNotSaved(this, failure);
-        return;
-    }
+            fileName, [this] { return getConfigString(); }, &failure))
+        return zoHPCWindowNotes::tellNotSaved(this, failure);
     takeAsSaved(documentText());
     showFile();
     zoHPCWindowNotes::tell(this, zoHPCWindowNotes::Saved, QString(m_files.current()));
