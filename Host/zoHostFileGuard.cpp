@@ -266,33 +266,34 @@ bool zoHostFileGuard::ask(const QString& fileName)
 
 bool zoHostFileGuard::mayReplaceUnreadable(const QString& fileName)
 {
-    return mayReplace(
-        fileName, tr("%1 holds bytes that are no text.").arg(shortName(fileName)),
-        tr("The first ones are in %1. Saving writes %2 in their place. What the file holds "
-           "now is then kept under File > Earlier configurations.")
-            .arg(m_unreadable.value(fileName), QChar(QChar::ReplacementCharacter)),
-        tr("%1 holds bytes that are no text and is not overwritten").arg(QDir::toNativeSeparators(fileName)));
+    if (m_controller->isNonInteractive()) {
+        zoLog::error(tr("%1 holds bytes that are no text and is not overwritten")
+                         .arg(QDir::toNativeSeparators(fileName)));
+        return false;
+    }
+    return mayReplace(fileName, tr("%1 holds bytes that are no text.").arg(shortName(fileName)),
+                      tr("The first ones are in %1. Saving writes %2 in their place. What the file holds "
+                         "now is then kept under File > Earlier configurations.")
+                          .arg(m_unreadable.value(fileName), QChar(QChar::ReplacementCharacter)));
 }
 
 bool zoHostFileGuard::mayReplaceForeign(const QString& fileName)
 {
     const QString reason = m_foreign.value(fileName);
+    if (m_controller->isNonInteractive()) {
+        zoLog::error(tr("%1 holds no cluster configuration and is not overwritten: %2")
+                         .arg(QDir::toNativeSeparators(fileName), reason));
+        return false;
+    }
     return mayReplace(
         fileName, tr("%1 holds no cluster configuration.").arg(shortName(fileName)),
         reason + QLatin1Char('\n') +
             tr("Saving replaces all that it holds by what the window shows. What the file holds "
-               "now is then kept under File > Earlier configurations."),
-        tr("%1 holds no cluster configuration and is not overwritten: %2")
-            .arg(QDir::toNativeSeparators(fileName), reason));
+               "now is then kept under File > Earlier configurations."));
 }
 
-bool zoHostFileGuard::mayReplace(const QString& fileName, const QString& what, const QString& then,
-                                 const QString& refusal)
+bool zoHostFileGuard::mayReplace(const QString& fileName, const QString& what, const QString& then)
 {
-    if (m_controller->isNonInteractive()) {
-        zoLog::error(refusal);
-        return false;
-    }
     const QPointer<QWidget> moduleWindow = windowOf(fileName);
     QMessageBox box(QMessageBox::Warning, QStringLiteral("zohost"), what, QMessageBox::NoButton, m_window);
     box.setObjectName(m_foreign.contains(fileName) ? QStringLiteral("ForeignQuestion")

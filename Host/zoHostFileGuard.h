@@ -59,10 +59,9 @@ private:
 
     bool mayWrite(const QString& fileName);
     bool ask(const QString& fileName);
-    // The file holds what the window could not show: whether it may be replaced, and is kept among the earlier
-    // configurations. `what` and `then` are the sentences of the question, `refusal` the line for the log.
-    bool mayReplace(const QString& fileName, const QString& what, const QString& then,
-                    const QString& refusal);
+    // The file holds what the window could not show: asks whether it may be replaced; it is then kept among the earlier
+    // configurations. `what` and `then` are the sentences of the question.
+    bool mayReplace(const QString& fileName, const QString& what, const QString& then);
     bool mayReplaceUnreadable(const QString& fileName);
     bool mayReplaceForeign(const QString& fileName);
     // Takes note of bytes that are no text, and tells them.

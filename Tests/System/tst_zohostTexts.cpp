@@ -77,7 +77,7 @@ bool isName(const QString& text)
         "|\\d+ (Left|Right|Top|Bottom|Front|Back)" // generated planes, by which viewports find them
         "|(\\d+ )?row:\\d+ col:\\d+"
         "|\\d+ (Left|Right|Top|Bottom|Front|Back) row:\\d+ col:\\d+"
-        "|localhost"
+        "|localhost:?"
         "|([\\d.]+ )?(mm|cm|m|in|ft)" // units
         "|English|Deutsch"            // languages, each in its own
         "|Qt|GNU C(\\+\\+)? Library|Open MPI|(lib)?zo\\w+(\\.so)?|/\\S+"
