@@ -32,10 +32,8 @@ zoHostStart::zoHostStart(zoHostPages* pages, const zoHostModules* modules, zoHos
     connect(m_parts.cluster, &zoClusterService::started, this, &zoHostStart::updateRunning);
     connect(m_parts.cluster, &zoClusterService::stopped, this, &zoHostStart::updateRunning);
     // However a configuration comes, the page has done its work.
-    connect(document, &zoHostDocument::fileRead, this, [this] {
-        if (m_page && m_page->isVisible())
-            m_pages->showDocument();
-    });
+    connect(document, &zoHostDocument::fileRead, this, &zoHostStart::leave);
+    connect(document, &zoHostDocument::textChanged, this, &zoHostStart::leave);
 }
 
 zoHostStart::~zoHostStart() = default;
@@ -109,11 +107,17 @@ void zoHostStart::openSample(const QString& fileName)
     m_document->begin(zoFileText(bytes).text());
 }
 
+void zoHostStart::leave()
+{
+    if (m_page && m_page->isVisible())
+        m_pages->showDocument();
+}
+
 void zoHostStart::updateRunning()
 {
     if (!m_page)
         return;
     m_page->setOpenEnabled(!m_parts.cluster->isRunning());
-    if (m_parts.cluster->isRunning() && m_page->isVisible())
-        m_pages->showDocument();
+    if (m_parts.cluster->isRunning())
+        leave();
 }

@@ -42,6 +42,7 @@ private:
     void beginEmpty();
     void open();
     void openSample(const QString& fileName);
+    void leave();
     void updateRunning();
 
     zoHostPages* m_pages;

@@ -58,6 +58,7 @@ private slots:
     void newWallIsOfferedWhenAModuleMakesOne();
     void nothingIsOpenedWhileASessionRuns();
     void fileThatIsOpenedElsewhereLeavesThePage();
+    void changeOfTheConfigurationLeavesThePage();
     void choiceAtTheStartIsKept();
     void manualIsOpened();
     void pageFitsASmallScreen();
@@ -242,6 +243,14 @@ void tst_zoHostStart::nothingIsOpenedWhileASessionRuns()
 void tst_zoHostStart::fileThatIsOpenedElsewhereLeavesThePage()
 {
     m_host->openConfiguration(m_parts->writeFile("mine.zhpc", "mine"));
+
+    QVERIFY(m_window->isVisible());
+}
+
+void tst_zoHostStart::changeOfTheConfigurationLeavesThePage()
+{
+    // As a module does that replaces it.
+    m_window->setProperty("revision", 2);
 
     QVERIFY(m_window->isVisible());
 }
