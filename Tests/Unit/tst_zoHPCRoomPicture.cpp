@@ -88,6 +88,7 @@ class tst_zoHPCRoomPicture final : public zoTestCase
 
 private slots:
     void lettersAreAsLargeOnAnyDevice();
+    void planesOfOneWallHaveOneName();
     void nothingIsDrawnAsNothing();
     void wallOfTilesIsOneWall();
     void overlapMakesTheStepsSmaller();
@@ -124,6 +125,40 @@ private slots:
     void textsAreWholeAndBesideEachOther();
     void painterIsLeftAsItWas();
 };
+
+// As those of a curved wall: each tile has its place in it, not its long name beside it.
+void tst_zoHPCRoomPicture::planesOfOneWallHaveOneName()
+{
+    zoHPCSetup setup;
+    for (const int column : {1, 2, 3}) {
+        const double left = 1500.0 * column - 3750.0;
+        zoHPCProjectionItem* const plane =
+            setup.addProjection(QStringLiteral("Arc row:1 col:%1").arg(column), QStringLiteral("plane"));
+        plane->setPlane(
+            {{left, -500.0, -2000.0}, {left + 1500.0, -500.0, -2000.0}, {left + 1500.0, 500.0, -2000.0}});
+        setup.addNode(QStringLiteral("n%1").arg(column));
+        setup.addWindow(QStringLiteral("n%1").arg(column), QStringLiteral("Arc row:1 col:%1").arg(column));
+    }
+    setup.addProjection(QStringLiteral("Desk"), QStringLiteral("plane"))
+        ->setPlane({{-500.0, -900.0, -800.0}, {500.0, -900.0, -800.0}, {500.0, -900.0, -1400.0}});
+    zoHPCRoomPicture picture;
+    picture.setLayout(setup.layout());
+    picture.setCamera(fromBehind());
+
+    zoTextNotes notes(AREA.size().toSize());
+    QPainter painter(&notes);
+    picture.paint(painter, AREA, lightPalette(), zoHPCPicture::Detail::Full);
+    painter.end();
+
+    QStringList texts;
+    for (const zoTextNotes::Text& text : notes.texts())
+        texts << text.text;
+    for (const char* const text : {"Arc", "r1 c1", "n1", "r1 c2", "n2", "r1 c3", "n3", "Desk"})
+        QVERIFY2(texts.contains(QLatin1String(text)), qUtf8Printable(texts.join(", ")));
+    QVERIFY(texts.filter(QStringLiteral("row:1")).isEmpty());
+    // Above the middle of the wall.
+    QVERIFY(std::abs(notes.boxOf(QStringLiteral("Arc")).center().x() - AREA.center().x()) < 10.0);
+}
 
 // A report has 720 units to the inch, a screen 96: pictures count in their own.
 void tst_zoHPCRoomPicture::lettersAreAsLargeOnAnyDevice()

@@ -278,23 +278,27 @@ void zoHPCRoomPicture::paintNames(zoHPCRoomCanvas& canvas) const
     for (const Wall& wall : m_walls) {
         if (!canvas.isVisible(wall.plane.center()))
             continue;
-        QString name = wall.name;
+        // A tile of a wall of planes has its place in it; one of them has the name of the whole.
+        const bool isPlaced = wall.isInGrid() && !wall.isBad();
+        if (isPlaced && wall.gridName.isEmpty())
+            continue;
+        QString name = isPlaced ? wall.gridName : wall.name;
         if (wall.isDegenerate)
             name = tr("%1 (no area)").arg(wall.name);
         else if (wall.turnsAway)
             name = tr("%1 (mirrored)").arg(wall.name);
         else if (wall.isSkewed)
             name = tr("%1 (skewed)").arg(wall.name);
-        if (!wall.hasTiles() && !wall.hostsOf(0, 0).isEmpty())
+        if (!wall.hasTiles() && !isPlaced && !wall.hostsOf(0, 0).isEmpty())
             name = tr("%1: %2").arg(name, wall.hostsOf(0, 0).join(QLatin1String(", ")));
         const QColor color = wall.isBad() ? canvas.style.bad : canvas.style.text;
         const Point3 upperEdge = wall.plane.at(0.5, 1.0);
-        if (wall.hasTiles() && canvas.isVisible(upperEdge))
+        if ((wall.hasTiles() || isPlaced) && canvas.isVisible(upperEdge))
             canvas.label(canvas.place(upperEdge) - QPointF(0.0, 0.8 * metrics.height()), name, color, true);
         else
             canvas.label(canvas.place(wall.plane.center()) + QPointF(0.0, metrics.height()), name, color,
                          true);
-        if ((m_isDrawing || m_hasDimensions) && !wall.isDegenerate)
+        if ((m_isDrawing || m_hasDimensions) && !wall.isDegenerate && !isPlaced)
             paintDimensions(canvas, wall);
     }
 }
@@ -324,10 +328,11 @@ void zoHPCRoomPicture::paintHosts(zoHPCRoomCanvas& canvas) const
     if (tileCount() > s_mostTileNames)
         return;
     for (const Wall& wall : m_walls) {
-        if (wall.hasTiles() && !wall.isDegenerate && canvas.isVisible(wall.plane.center())) {
+        if ((wall.hasTiles() || wall.isInGrid()) && !wall.isDegenerate &&
+            canvas.isVisible(wall.plane.center())) {
             reserveArrow(wall.plane.center(), zoHPCRoomWallPainter::endOfNormal(wall));
             const zoHPCRoomTileNames names(canvas, wall);
-            if (names.fit() || m_isDrawing)
+            if (names.fit() || (m_isDrawing && !wall.isInGrid()))
                 names.paint();
             else
                 zoHPCRoomTileNames(canvas, wall, false).paint();

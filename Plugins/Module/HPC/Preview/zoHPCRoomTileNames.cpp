@@ -38,7 +38,8 @@ void zoHPCRoomTileNames::findTiles(bool hasHosts)
             const QPointF center = m_canvas.place(tile.at(0.5, 0.5));
             Tile entry;
             entry.room = QRectF(center - QPointF(width / 2.0, height / 2.0), QSizeF(width, height));
-            entry.lines << tr("r%1 c%2").arg(QString::number(row + 1), QString::number(column + 1));
+            entry.lines << tr("r%1 c%2").arg(QString::number(m_wall.shownRow(row)),
+                                             QString::number(m_wall.shownColumn(column)));
             if (hasHosts)
                 entry.lines << m_wall.hostsOf(row, column);
             m_tiles.push_back(entry);

@@ -2,6 +2,7 @@
 
 #include "zoHPCLayout.h"
 #include "zoHPCPlaneChecks.h"
+#include "zoHPCPlaneGrids.h"
 #include "zoHPCProjectionItem.h"
 
 #include <QHash>
@@ -201,6 +202,26 @@ void Reader::addHosts(zoHPCRoomWall& wall, int first) const
     for (int tile = first; isDriven && tile < first + count; ++tile)
         wall.hosts.push_back(m_hosts.value(tile));
 }
+
+void setGrids(const zoHPCLayout& layout, std::vector<zoHPCRoomWall>& walls)
+{
+    QHash<const P*, zoHPCRoomWall*> wallOf;
+    for (zoHPCRoomWall& wall : walls)
+        wallOf.insert(wall.item, &wall);
+    const std::vector<zoHPCPlaneGrids::Grid> grids = zoHPCPlaneGrids::find(layout);
+    for (const zoHPCPlaneGrids::Grid& grid : grids) {
+        for (std::size_t i = 0; i < grid.projections.size(); ++i) {
+            const P* const item = layout.projections()[std::size_t(grid.projections[i])].item;
+            zoHPCRoomWall* const wall = wallOf.value(item);
+            if (!wall)
+                continue;
+            wall->gridRow = int(i) / grid.columns + 1;
+            wall->gridColumn = int(i) % grid.columns + 1;
+            if (int(i) == grid.columns / 2)
+                wall->gridName = grid.name;
+        }
+    }
+}
 } // namespace
 
 std::vector<zoHPCRoomWall> zoHPCRoomWall::read(const zoHPCLayout& layout)
@@ -210,6 +231,7 @@ std::vector<zoHPCRoomWall> zoHPCRoomWall::read(const zoHPCLayout& layout)
         if (layout.projections()[i].parent == zoHPCLayout::None)
             reader.addWalls(static_cast<int>(i));
     }
+    setGrids(layout, reader.walls);
     return std::move(reader.walls);
 }
 

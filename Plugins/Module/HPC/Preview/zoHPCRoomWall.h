@@ -36,6 +36,12 @@ struct zoHPCRoomWall
     bool turnsAway = false; // from the viewer
     std::vector<bool> lit;  // tiles that a viewport shows, row by row from the top; empty when all are lit
 
+    // Of a plane that is a tile of a wall of planes, as of a curved one: its row and column there, from 1, and the name
+    // of the whole, which the tile in the middle of the upper edge has.
+    int gridRow = 0;
+    int gridColumn = 0;
+    QString gridName;
+
     // Unique names of the nodes that drive the tiles, row by row from the top; empty when none does.
     std::vector<QStringList> hosts;
     QSizeF tilePixels; // of a viewport that shows one; empty when none does
@@ -55,6 +61,10 @@ struct zoHPCRoomWall
                                      static_cast<size_t>(column)];
     }
     bool hasTiles() const { return rows > 1 || columns > 1; }
+    bool isInGrid() const { return gridRow > 0; }
+    // As a person counts them, from 1.
+    int shownRow(int row) const { return isInGrid() ? gridRow : row + 1; }
+    int shownColumn(int column) const { return isInGrid() ? gridColumn : column + 1; }
     zoHPCPlane tile(int row, int column) const
     {
         return plane.part(left(column), top(row) - tileHeight, left(column) + tileWidth, top(row));
