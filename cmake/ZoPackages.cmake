@@ -17,6 +17,8 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SOURCE zo)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# The kernel's library is in none of the installed packages; who needs it says so below.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${PROJECT_BINARY_DIR}/lib")
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_DEBUGINFO_PACKAGE ON)
@@ -42,10 +44,12 @@ zo_package(KERNEL libzokernel0 libs
 zo_package(HOST zo-host graphics
   "visualisation host for render clusters"
   "Describes a render cluster (networks, compute nodes, gateways), lays out the\ndisplays that it drives (power walls, tiled walls, caves, planes), and starts\nand stops sessions on it, rehearsals on one machine included."
+  DEPENDS "libzokernel0 (= ${PROJECT_VERSION})"
   RECOMMENDS "zo-server (= ${PROJECT_VERSION}), zo-tools, openssh-client")
 zo_package(TOOLS zo-tools graphics
   "render cluster configurations on the command line"
-  "Checks, compares, merges, draws, exports and changes configurations of render\nclusters, and converts between the notations of their hosts, without a window.")
+  "Checks, compares, merges, draws, exports and changes configurations of render\nclusters, and converts between the notations of their hosts, without a window."
+  DEPENDS "libzokernel0 (= ${PROJECT_VERSION})")
 zo_package(SERVER zo-server graphics
   "node server for render cluster sessions"
   "Runs on each node of a render cluster, started by the host over ssh or MPI:\nopens the windows of the node and shows tiles or a test image in them."
