@@ -8,7 +8,7 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
 set(CPACK_RESOURCE_FILE_LICENSE "${PROJECT_SOURCE_DIR}/LICENSE")
 set(CPACK_PACKAGE_FILE_NAME "zo-${PROJECT_VERSION}-${CMAKE_SYSTEM_NAME}-${CMAKE_SYSTEM_PROCESSOR}")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
-set(CPACK_STRIP_FILES ON)
+set(CPACK_STRIP_FILES OFF) # their symbols go into packages of their own
 set(CPACK_COMPONENTS_ALL host tools server sdk kernel)
 set(CPACK_ARCHIVE_COMPONENT_INSTALL OFF)
 
@@ -19,7 +19,11 @@ set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # The kernel's library is in none of the installed packages; who needs it says so below.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${PROJECT_BINARY_DIR}/lib")
-set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+# What CPack would generate calls ldconfig itself, where Debian has a trigger.
+set(control "${PROJECT_BINARY_DIR}/Packaging/libzokernel0")
+file(WRITE "${control}/shlibs" "libzoKernel 0 libzokernel0 (= ${PROJECT_VERSION})\n")
+file(WRITE "${control}/triggers" "activate-noawait ldconfig\n")
+set(CPACK_DEBIAN_KERNEL_PACKAGE_CONTROL_EXTRA "${control}/shlibs" "${control}/triggers")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_DEBUGINFO_PACKAGE ON)
 set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS OFF)
