@@ -154,6 +154,8 @@ void tst_libzoAssistant::slotsOpenTheDialogs_data()
     QTest::addColumn<QString>("dialog");
     QTest::newRow("new-wall") << "newWall"
                               << "zoAssistantWallDialog";
+    QTest::newRow("measured-room") << "measuredRoom"
+                                   << "zoAssistantSurveyDialog";
     QTest::newRow("report") << "report"
                             << "zoAssistantReportDialog";
 }
@@ -195,7 +197,7 @@ void tst_libzoAssistant::nobodyIsAskedInAScript()
     m_host->nonInteractive = true;
     start();
 
-    for (const char* slot : {"newWall", "report", "printReport"})
+    for (const char* slot : {"newWall", "measuredRoom", "report", "printReport"})
         QVERIFY(invoke(slot));
 
     QVERIFY(openDialog() == nullptr);
@@ -205,7 +207,7 @@ void tst_libzoAssistant::hostWithoutTheServiceGetsReasons()
 {
     start(false);
 
-    for (const char* name : {"m_newWall", "m_report", "m_print"}) {
+    for (const char* name : {"m_newWall", "m_measuredRoom", "m_report", "m_print"}) {
         QVERIFY(!button(name)->isEnabled());
         QVERIFY(!button(name)->toolTip().isEmpty());
     }

@@ -344,6 +344,7 @@ void zoScreenshots::takeAssistant()
     take(window(), QStringLiteral("assistant"));
     takeNewWall();
     load(sample("powerwall-2x2.zhpc"));
+    takeMeasuredRoom();
     QMetaObject::invokeMethod(window()->moduleObject("report()"), "report");
     auto* report = qobject_cast<QDialog*>(QApplication::activeModalWidget());
     if (report == nullptr) {
@@ -354,6 +355,27 @@ void zoScreenshots::takeAssistant()
     take(report, QStringLiteral("report"));
     report->reject();
     settle();
+}
+
+void zoScreenshots::takeMeasuredRoom()
+{
+    load(sample("cave-4-sided.zhpc"));
+    QMetaObject::invokeMethod(window()->moduleObject("measuredRoom()"), "measuredRoom");
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr) {
+        fail(QStringLiteral("measured room: no dialog"));
+        return;
+    }
+    bool isLoaded = false;
+    QMetaObject::invokeMethod(dialog, "loadFile", Q_RETURN_ARG(bool, isLoaded),
+                              Q_ARG(QString, QStringLiteral(ZO_EXAMPLE_DIR "/cave.txt")));
+    if (!isLoaded)
+        fail(QStringLiteral("measured room: no example"));
+    settle();
+    take(dialog, QStringLiteral("measured-room"));
+    dialog->reject();
+    settle();
+    load(sample("powerwall-2x2.zhpc"));
 }
 
 void zoScreenshots::takeNewWall()

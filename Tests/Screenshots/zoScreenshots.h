@@ -41,6 +41,7 @@ private:
     void takeDisplaySetup();
     void takePreferences();
     void takeAssistant();
+    void takeMeasuredRoom();
     void takeNewWall();
     void takeEarlierConfigurations();
 

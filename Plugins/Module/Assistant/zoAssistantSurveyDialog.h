@@ -29,14 +29,13 @@ public:
 
     QSize sizeHint() const override;
 
-    // False, and tells why, when it cannot be read. Point lists are looked for beside the file from then on.
-    bool loadFile(const QString& fileName);
-    bool saveFile(const QString& fileName);
-
     // Of the lines as they are, for tests.
     const zoHPCSurveySolution& solution() const { return m_solution; }
 
 public slots:
+    // False, and tells why, when it cannot be read. Point lists are looked for beside the file from then on.
+    bool loadFile(const QString& fileName);
+    bool saveFile(const QString& fileName);
     // Closes when the host has taken the planes.
     void accept() override;
     void reject() override;
