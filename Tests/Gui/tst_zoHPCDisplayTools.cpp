@@ -9,6 +9,7 @@
 #include <zoHPCProblemsView.h>
 #include <zoHPCProjectionItem.h>
 #include <zoHPCRoomView.h>
+#include <zoHPCScreensView.h>
 #include <zoHPCUndo.h>
 #include <zoHPCViewportItem.h>
 
@@ -17,9 +18,14 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QPushButton>
+#include <QSpinBox>
+#include <QSplitter>
 #include <QStackedWidget>
 #include <QTabWidget>
+#include <QTranslator>
+#include <QTreeView>
 #include <QTreeWidget>
 
 #include <memory>
@@ -56,6 +62,11 @@ private slots:
     void nodeStandsBesideItsSurface();
     void clickedSurfaceIsAssignedAsOneStep();
     void clickWithControlKeySelects();
+    void draggedWindowIsSelectedAndShowsItsPlace();
+    void viewIsKeptWhileViewportsAreAdded();
+    void tabKeyReachesTabsPicturesAndProblems();
+    void fitsTheScreenWithManyRows_data();
+    void fitsTheScreenWithManyRows();
 
 private:
     template <class Widget = QWidget>
@@ -69,7 +80,7 @@ private:
     QTreeWidget* outputs() const { return inDialog<QTreeWidget>("m_displayTree"); }
     QTreeWidgetItem* window(int row) const { return outputs()->topLevelItem(0)->child(row); }
     QString page() const { return inDialog<QStackedWidget>("m_panels")->currentWidget()->objectName(); }
-    void load(int nodes, int windows);
+    void load(int nodes, int windows, int rows = 2, int columns = 4);
     void selectWindows(int first, int last);
     QStringList values(int column) const;
     QStringList shown() const;
@@ -93,23 +104,27 @@ void tst_zoHPCDisplayTools::cleanup()
     zoTestCase::cleanup();
 }
 
-// A wall of 2 x 4 tiles.
-void tst_zoHPCDisplayTools::load(int nodes, int windows)
+// A wall with tiles of 1 x 1 m.
+void tst_zoHPCDisplayTools::load(int nodes, int windows, int rows, int columns)
 {
     QString text = QStringLiteral("<cluster version=\"1\"><master><network>");
     for (int i = 1; i <= nodes; ++i)
         text += QStringLiteral("<node name=\"n%1\"/>").arg(i);
-    text += QStringLiteral(
-        "</network></master><projection name=\"Wall\" type=\"powerwall\" rows=\"2\" columns=\"4\" "
-        "width=\"4000\" height=\"2000\" distance=\"2000\"/><display user=\"1\">");
+    text +=
+        QStringLiteral("</network></master><projection name=\"Wall\" type=\"powerwall\" rows=\"%1\" "
+                       "columns=\"%2\" width=\"%3\" height=\"%4\" distance=\"2000\"/><display user=\"1\">")
+            .arg(rows)
+            .arg(columns)
+            .arg(1000 * columns)
+            .arg(1000 * rows);
     for (int i = 0; i < windows; ++i)
         text +=
             QStringLiteral("<window node=\"n%1\" screen=\"0\" fullscreen=\"true\" width=\"1920\" "
                            "height=\"1080\"><viewport projection=\"Wall row:%2 col:%3\" position=\"fill\" "
                            "eye=\"mono\"/></window>")
                 .arg(i + 1)
-                .arg(i / 4 + 1)
-                .arg(i % 4 + 1);
+                .arg(i / columns + 1)
+                .arg(i % columns + 1);
     text += QStringLiteral("</display></cluster>");
     m_window->replaceConfigString(text);
     m_window->displaySetup();
@@ -508,6 +523,127 @@ void tst_zoHPCDisplayTools::clickWithControlKeySelects()
 
     QCOMPARE(projections()->currentItem(), projections()->topLevelItem(0)->child(7));
     QCOMPARE(shown(), QStringList{QStringLiteral("Wall row:1 col:1")});
+}
+
+void tst_zoHPCDisplayTools::draggedWindowIsSelectedAndShowsItsPlace()
+{
+    load(8, 2);
+    for (int row = 0; row < 2; ++row)
+        window(row)->setData(zoHPCWindowItem::FullScreen, Qt::EditRole, false);
+    inDialog<QTabWidget>("m_layoutTabs")->setCurrentIndex(1);
+    pane()->refresh();
+    outputs()->setCurrentItem(window(0));
+    settle();
+    zoHPCScreensView* const screens = pane()->screensView();
+    const QPoint from =
+        screens->picture().placeOf(static_cast<zoHPCWindowItem*>(window(1))).center().toPoint();
+
+    QTest::mousePress(screens, Qt::LeftButton, Qt::NoModifier, from);
+    QMouseEvent move(QEvent::MouseMove, from + QPoint(40, 30), Qt::LeftButton, Qt::LeftButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(screens, &move);
+
+    QCOMPARE(outputs()->currentItem(), window(1));
+    QCOMPARE(page(), QStringLiteral("m_windowPage"));
+    QTest::mouseRelease(screens, Qt::LeftButton, Qt::NoModifier, from + QPoint(40, 30));
+    QCOMPARE(inDialog<QSpinBox>("m_windowX")->value(), values(zoHPCWindowItem::X).at(1).toInt());
+    QVERIFY(inDialog<QSpinBox>("m_windowX")->value() > 0);
+}
+
+void tst_zoHPCDisplayTools::viewIsKeptWhileViewportsAreAdded()
+{
+    load(8, 1);
+    inDialog<QTabWidget>("m_layoutTabs")->setCurrentIndex(1);
+    auto* const panes = inDialog<QSplitter>("m_layoutSplitter");
+    panes->setSizes({200, 300});
+    const QList<int> sizes = panes->sizes();
+    outputs()->setCurrentItem(window(0)->child(0));
+    auto* const picker = inDialog<QTreeView>("m_planeView");
+    picker->expand(picker->model()->index(0, 0));
+
+    for (int i = 0; i < 3; ++i) {
+        outputs()->setCurrentItem(window(0));
+        QTest::mouseClick(inDialog("m_addViewportButton"), Qt::LeftButton);
+        settle();
+    }
+
+    QCOMPARE(window(0)->childCount(), 4);
+    QCOMPARE(inDialog<QTabWidget>("m_layoutTabs")->currentIndex(), 1);
+    QCOMPARE(panes->sizes(), sizes);
+    QVERIFY(picker->isExpanded(picker->model()->index(0, 0)));
+}
+
+void tst_zoHPCDisplayTools::tabKeyReachesTabsPicturesAndProblems()
+{
+    load(8, 1);
+    inDialog<QTabWidget>("m_layoutTabs")->setCurrentIndex(0);
+    outputs()->setFocus();
+
+    QStringList visited;
+    for (int i = 0; i < 60; ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        visited << QApplication::focusWidget()->objectName();
+    }
+
+    for (const char* name : {"qt_tabwidget_tabbar", "m_roomView", "m_problemList", "m_outputFilter",
+                             "m_projectionFilter", "m_duplicateButton", "m_undoButton"}) {
+        if (inDialog(name)->isEnabled())
+            QVERIFY2(visited.contains(QLatin1String(name)),
+                     qPrintable(QLatin1String(name) + QLatin1String(" is not in ") +
+                                visited.join(QLatin1Char(' '))));
+    }
+}
+
+void tst_zoHPCDisplayTools::fitsTheScreenWithManyRows_data()
+{
+    QTest::addColumn<int>("rows");
+    QTest::addColumn<int>("columns");
+    QTest::addColumn<QString>("language");
+
+    for (const char* language : {"en", "de"}) {
+        QTest::addRow("24-%s", language) << 4 << 6 << QString::fromLatin1(language);
+        QTest::addRow("500-%s", language) << 20 << 25 << QString::fromLatin1(language);
+    }
+}
+
+// ZO_SCREENSHOTS=FOLDER keeps what it looks like.
+void tst_zoHPCDisplayTools::fitsTheScreenWithManyRows()
+{
+    QFETCH(int, rows);
+    QFETCH(int, columns);
+    QFETCH(QString, language);
+    QTranslator translator;
+    QVERIFY(language == QLatin1String("en") ||
+            translator.load(QStringLiteral("zoHPC_") + language, QStringLiteral(ZO_TRANSLATION_DIR)));
+    QApplication::installTranslator(&translator);
+    m_window = std::make_unique<zoHPCGUIW>(nullptr, QStringLiteral("Module"));
+    load(rows * columns, rows * columns - 2, rows, columns);
+    dialog()->resize(1366, 730);
+    selectWindows(1, 9);
+    pane()->refresh();
+    QCoreApplication::processEvents();
+
+    QVERIFY(dialog()->minimumSizeHint().height() <= 730);
+    QStringList cut;
+    const QList<QWidget*> fields = inDialog("m_severalPage")->findChildren<QWidget*>();
+    for (const QWidget* field : fields) {
+        const int right = field->mapTo(inDialog("m_panelArea"), QPoint(field->width(), 0)).x();
+        if (field->isVisible() && right > inDialog("m_panelArea")->width())
+            cut << field->objectName();
+    }
+    const QString folder = qEnvironmentVariable("ZO_SCREENSHOTS");
+    for (int tab = 0; tab < 2 && !folder.isEmpty(); ++tab) {
+        inDialog<QTabWidget>("m_layoutTabs")->setCurrentIndex(tab);
+        QCoreApplication::processEvents();
+        QVERIFY(dialog()->grab().save(QStringLiteral("%1/display-setup-%2-%3-%4.png")
+                                          .arg(folder)
+                                          .arg(rows * columns)
+                                          .arg(tab)
+                                          .arg(language)));
+    }
+    QCOMPARE(cut, QStringList());
+    m_window.reset();
+    QApplication::removeTranslator(&translator);
 }
 
 ZO_TEST_MAIN(tst_zoHPCDisplayTools)

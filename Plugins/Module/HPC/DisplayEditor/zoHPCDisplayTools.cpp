@@ -123,7 +123,9 @@ void zoHPCDisplayTools::orderTabs() const
     QWidget::setTabOrder(m_outputFilter->field(), form.m_displayTree);
     QWidget::setTabOrder(form.m_addViewportButton, m_duplicateButton);
     QWidget::setTabOrder(form.m_flipY, m_panel->firstField());
-    // The buttons at the bottom come last.
+    // The buttons at the bottom come last. The box of some of them stands for its first one, at a place of its own:
+    // the Tab key would go there from the middle of the dialog and never come to the pictures.
+    form.m_buttonBox->setFocusProxy(nullptr);
     QWidget* last = m_parts.pane.problemsView()->list();
     for (QWidget* button : {form.m_undoButton, form.m_redoButton}) {
         QWidget::setTabOrder(last, button);

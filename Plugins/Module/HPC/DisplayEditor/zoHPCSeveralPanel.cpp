@@ -37,7 +37,7 @@ QString common(const std::vector<Item*>& items, int column)
     const QString first = items.front()->getString(column);
     const bool isCommon = std::all_of(items.begin(), items.end(),
                                       [&](const Item* item) { return item->getString(column) == first; });
-    return isCommon ? first : QString();
+    return !isCommon ? QString() : first.isNull() ? QString::fromLatin1("") : first;
 }
 
 void choose(QComboBox& combo, const QString& value)
@@ -178,6 +178,9 @@ void zoHPCSeveralPanel::show(const std::vector<zoHPCWindowItem*>& windows,
                                                                       : Qt::Unchecked);
     for (Number& number : m_numbers) {
         number.common = common(windows, number.column);
+        // What a file does not say is 0.
+        if (number.common.isEmpty() && !number.common.isNull())
+            number.common = QString::number(0);
         // One that is typed into says what was typed.
         if (!number.field->hasFocus() || !number.field->isModified())
             number.field->setText(number.common);

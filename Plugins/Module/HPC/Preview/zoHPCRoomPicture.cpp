@@ -24,8 +24,6 @@ namespace
 {
 constexpr double Head = 110.0; // mm, of the viewer
 
-constexpr double s_axes = 40.0; // with their names, from where they meet
-
 // Of more, nobody reads the names on one sheet.
 constexpr qint64 s_mostTileNames = 10000;
 
@@ -125,8 +123,8 @@ void zoHPCRoomPicture::paint(QPainter& painter, const QRectF& area, const QPalet
     }
     paintHighlights(canvas);
     zoHPCRoomLegend(canvas, m_walls, floor.step()).paint();
-    canvas.reserve(QRectF(axesOrigin(canvas) - QPointF(s_axes, s_axes), QSizeF(2.0 * s_axes, 2.0 * s_axes)),
-                   true);
+    for (const Axis& axis : axesOf(canvas))
+        canvas.reserve(axis.name, true);
     if (m_isDrawing || !canvas.isFast)
         paintHosts(canvas);
     paintNames(canvas);
@@ -217,32 +215,35 @@ void zoHPCRoomPicture::paintViewer(zoHPCRoomCanvas& canvas) const
     canvas.painter.drawEllipse(canvas.place(Point3()), radius, radius);
 }
 
-QPointF zoHPCRoomPicture::axesOrigin(const zoHPCRoomCanvas& canvas) const
+std::array<zoHPCRoomPicture::Axis, 3> zoHPCRoomPicture::axesOf(const zoHPCRoomCanvas& canvas) const
 {
-    return canvas.area.topLeft() + QPointF(s_axes, s_axes + 3.0);
+    constexpr double Size = 24.0;
+    const QPointF origin = canvas.area.topLeft() + QPointF(1.6 * Size, 1.8 * Size);
+    const zoHPCRoomCamera::Seen from = m_camera.see(Point3());
+    const Point3 directions[] = {{1.0, 0.0, 0.0}, {0.0, 1.0, 0.0}, {0.0, 0.0, 1.0}};
+    std::array<Axis, 3> axes;
+    for (size_t i = 0; i < axes.size(); ++i) {
+        const zoHPCRoomCamera::Seen to = m_camera.see(directions[i]);
+        const QPointF way(to.x - from.x, from.y - to.y);
+        const QPointF text = origin + (Size + 8.0) * way;
+        axes[i] = {QLineF(origin, origin + Size * way), QRectF(text - QPointF(8.0, 9.0), QSizeF(16.0, 18.0))};
+    }
+    return axes;
 }
 
 void zoHPCRoomPicture::paintAxes(zoHPCRoomCanvas& canvas) const
 {
-    constexpr double Size = 24.0;
-    const QPointF origin = axesOrigin(canvas);
-    const zoHPCRoomCamera::Seen from = m_camera.see(Point3());
-    const struct
-    {
-        Point3 direction;
-        QLatin1String name;
-    } axes[] = {{{1.0, 0.0, 0.0}, QLatin1String("x")},
-                {{0.0, 1.0, 0.0}, QLatin1String("y")},
-                {{0.0, 0.0, 1.0}, QLatin1String("z")}};
+    constexpr const char* Names[] = {"x", "y", "z"};
     canvas.painter.setFont(canvas.style.font);
     canvas.painter.setPen(QPen(canvas.style.faintText, 1.2));
-    for (const auto& axis : axes) {
-        const zoHPCRoomCamera::Seen to = m_camera.see(axis.direction);
-        const QPointF way(to.x - from.x, from.y - to.y);
-        canvas.painter.drawLine(origin, origin + Size * way);
-        const QPointF text = origin + (Size + 8.0) * way;
-        canvas.painter.drawText(QRectF(text - QPointF(8.0, 9.0), QSizeF(16.0, 18.0)), Qt::AlignCenter,
-                                axis.name);
+    const std::array<Axis, 3> axes = axesOf(canvas);
+    QRectF last;
+    for (size_t i = 0; i < axes.size(); ++i) {
+        canvas.painter.drawLine(axes[i].line);
+        // Of an axis that points at the camera, or lies behind another, the name lies over others.
+        if (!axes[i].name.adjusted(4.0, 3.0, -4.0, -3.0).intersects(last))
+            canvas.painter.drawText(axes[i].name, Qt::AlignCenter, QLatin1String(Names[i]));
+        last = axes[i].name;
     }
 }
 

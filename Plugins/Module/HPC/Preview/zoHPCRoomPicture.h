@@ -5,8 +5,11 @@
 #include "zoHPCRoomWall.h"
 
 #include <QCoreApplication>
+#include <QLineF>
+#include <QRectF>
 #include <QString>
 
+#include <array>
 #include <vector>
 
 class QTreeWidgetItem;
@@ -62,6 +65,13 @@ private:
         double t = 0.0;
     };
 
+    // In the corner of the picture.
+    struct Axis
+    {
+        QLineF line;
+        QRectF name;
+    };
+
     qint64 tileCount() const; // of all walls, a plane counted as one
     Meeting meet(const Point3& ray) const;
     QTreeWidgetItem* lineAt(const QPointF& point, const QRectF& area) const;
@@ -69,7 +79,7 @@ private:
     Point3 viewersLook(const zoHPCRoomCanvas& canvas) const;
     void paintViewer(zoHPCRoomCanvas& canvas) const;
     void paintHighlights(zoHPCRoomCanvas& canvas) const;
-    QPointF axesOrigin(const zoHPCRoomCanvas& canvas) const;
+    std::array<Axis, 3> axesOf(const zoHPCRoomCanvas& canvas) const;
     void paintAxes(zoHPCRoomCanvas& canvas) const;
     void paintNames(zoHPCRoomCanvas& canvas) const;
     void paintHosts(zoHPCRoomCanvas& canvas) const;

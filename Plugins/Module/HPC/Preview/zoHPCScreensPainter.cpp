@@ -258,8 +258,8 @@ void zoHPCScreensPainter::paintViewportText(const Viewport& viewport, const QRec
     const QRectF& part = viewport.area;
     const QRectF box(place.left() + part.left() * place.width(), place.top() + part.top() * place.height(),
                      part.width() * place.width(), part.height() * place.height());
-    // As large as the viewport has room for, where the screen is small.
-    constexpr double Part = 0.3;
+    // As large as the viewport has room for, where the screen is small. Names of tiles differ at their ends.
+    constexpr double Part = 0.4;
     constexpr double Enough = 13.0;
     const double height =
         std::max(m_placement.screenTitle(), std::min(Enough / 0.8, Part * box.height() / std::max(1, rows)));
@@ -267,7 +267,7 @@ void zoHPCScreensPainter::paintViewportText(const Viewport& viewport, const QRec
     const QRectF upper(box.left() + 4.0, top, box.width() - 8.0, height);
     const bool isEmpty = viewport.projection.isEmpty();
     paintText(upper, Qt::AlignHCenter | Qt::AlignBottom, isEmpty ? tr("No projection") : viewport.projection,
-              isEmpty ? m_style.bad : m_style.text, 0.8 * height, QColor(), Qt::ElideMiddle);
+              isEmpty ? m_style.bad : m_style.text, 0.8 * height, QColor(), Qt::ElideLeft);
     QString eye = eyeName(viewport.eye);
     if (viewport.isFlippedX || viewport.isFlippedY)
         eye = eye.isEmpty() ? tr("flipped") : tr("%1, flipped").arg(eye);

@@ -58,7 +58,6 @@ zoHPCTreeFilter::zoHPCTreeFilter(QTreeWidget* tree, const Text& text, QWidget* p
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_field);
     layout->addWidget(m_count);
-    setFocusProxy(m_field);
     connect(m_field, &QLineEdit::textChanged, this, &zoHPCTreeFilter::changeWords);
     m_again.setSingleShot(true);
     m_again.setInterval(0);
