@@ -53,6 +53,12 @@ zoAssistantKindBox::zoAssistantKindBox(QWidget* parent) : QWidget(parent), m_but
         button->setCheckable(true);
         button->setFocusPolicy(Qt::StrongFocus);
         button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        // On a dark desktop a pressed button alone hardly differs from the others.
+        connect(button, &QToolButton::toggled, button, [button](bool isChosen) {
+            QFont font = button->font();
+            font.setBold(isChosen);
+            button->setFont(font);
+        });
         m_buttons->addButton(button, int(picture.kind));
         layout->addWidget(button);
     }

@@ -1,11 +1,16 @@
 #include "zoAssistantRoomView.h"
 
+#include "zoHPCProjectionItem.h"
+#include "zoText.h"
+
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QRegularExpression>
 #include <QWheelEvent>
 
 #include <cmath>
+#include <vector>
 
 namespace
 {
@@ -13,6 +18,28 @@ constexpr double DegreesPerPixel = 0.4;
 constexpr double DegreesPerKey = 10.0;
 constexpr double ZoomPerStep = 1.15;
 constexpr double WheelStep = 120.0;
+// Planes beyond this number are called by row and column in the picture.
+constexpr int MostNames = 6;
+
+// The number of walls. The items are those of the picture alone.
+int shortenNames(const zoHPCLayout& layout)
+{
+    std::vector<zoHPCProjectionItem*> walls;
+    for (const zoHPCLayout::Projection& projection : layout.projections()) {
+        if (projection.parent == zoHPCLayout::None)
+            walls.push_back(projection.item);
+    }
+    if (int(walls.size()) <= MostNames)
+        return int(walls.size());
+    const QRegularExpression place(zoText("row:(\\d+) col:(\\d+)$"));
+    for (zoHPCProjectionItem* wall : walls) {
+        const QRegularExpressionMatch match = place.match(wall->getString(zoHPCProjectionItem::Name));
+        if (match.hasMatch())
+            wall->setString(zoHPCProjectionItem::Name,
+                            zoText("%1:%2").arg(match.captured(1), match.captured(2)));
+    }
+    return int(walls.size());
+}
 } // namespace
 
 zoAssistantRoomView::zoAssistantRoomView(QWidget* parent) : QWidget(parent)
@@ -21,7 +48,6 @@ zoAssistantRoomView::zoAssistantRoomView(QWidget* parent) : QWidget(parent)
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAccessibleName(tr("Room"));
     setAccessibleDescription(tr("The walls in space around the viewer"));
-    m_picture.setIsDrawing(true); // hosts and sizes stand on the walls
 }
 
 zoAssistantRoomView::~zoAssistantRoomView()
@@ -45,6 +71,8 @@ void zoAssistantRoomView::showConfiguration(const QString& text)
     if (text.isEmpty() || !configuration->readText(text))
         configuration->displays().clear();
     const zoHPCLayout layout(configuration->displays(), configuration->hosts().master());
+    // Sizes stand beside one wall; those of several would hide them.
+    m_picture.setIsDrawing(shortenNames(layout) == 1);
     m_picture.setLayout(layout);
     m_layout = layout;
     m_configuration = std::move(configuration);
