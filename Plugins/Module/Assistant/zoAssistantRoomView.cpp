@@ -21,8 +21,8 @@ constexpr double WheelStep = 120.0;
 // Planes beyond this number are called by row and column in the picture.
 constexpr int MostNames = 6;
 
-// The number of walls. The items are those of the picture alone.
-int shortenNames(const zoHPCLayout& layout)
+// The items are those of the picture alone.
+void shortenNames(const zoHPCLayout& layout)
 {
     std::vector<zoHPCProjectionItem*> walls;
     for (const zoHPCLayout::Projection& projection : layout.projections()) {
@@ -30,7 +30,7 @@ int shortenNames(const zoHPCLayout& layout)
             walls.push_back(projection.item);
     }
     if (int(walls.size()) <= MostNames)
-        return int(walls.size());
+        return;
     const QRegularExpression place(zoText("row:(\\d+) col:(\\d+)$"));
     for (zoHPCProjectionItem* wall : walls) {
         const QRegularExpressionMatch match = place.match(wall->getString(zoHPCProjectionItem::Name));
@@ -38,7 +38,6 @@ int shortenNames(const zoHPCLayout& layout)
             wall->setString(zoHPCProjectionItem::Name,
                             zoText("%1:%2").arg(match.captured(1), match.captured(2)));
     }
-    return int(walls.size());
 }
 } // namespace
 
@@ -71,9 +70,10 @@ void zoAssistantRoomView::showConfiguration(const QString& text)
     if (text.isEmpty() || !configuration->readText(text))
         configuration->displays().clear();
     const zoHPCLayout layout(configuration->displays(), configuration->hosts().master());
-    // Sizes stand beside one wall; those of several would hide them.
-    m_picture.setIsDrawing(shortenNames(layout) == 1);
+    shortenNames(layout);
     m_picture.setLayout(layout);
+    // Sizes stand beside one wall; those of several would hide them.
+    m_picture.setIsDrawing(m_picture.walls().size() == 1);
     m_layout = layout;
     m_configuration = std::move(configuration);
     if (m_isFitted)
