@@ -13,6 +13,7 @@ class tst_zoHPCHostChecks final : public zoTestCase
     Q_OBJECT
 
 private slots:
+    void nodeNeedsAName();
     void listedTwiceOnPurpose_data();
     void listedTwiceOnPurpose();
 
@@ -138,6 +139,20 @@ void tst_zoHPCHostChecks::unknownOptionValueIsFound()
         problem.fix();
     QCOMPARE(behind->getOption(zoHPCOption::NetworkType), QString());
     QVERIFY(zoHPCHostChecks::unknownOptionValues(setup.layout()).empty());
+}
+
+void tst_zoHPCHostChecks::nodeNeedsAName()
+{
+    zoHPCSetup setup;
+    setup.addNode(QStringLiteral("a"));
+    zoHPCTreeItem* const empty = setup.addNode(QString());
+
+    const zoHPCProblem::List problems = zoHPCHostChecks::nodesWithoutName(setup.layout());
+
+    QCOMPARE(problems.size(), size_t(1));
+    QCOMPARE(problems[0].item, static_cast<QTreeWidgetItem*>(empty));
+    QVERIFY2(problems[0].message.startsWith(QStringLiteral("Node number 2 of Network ")),
+             qPrintable(problems[0].message));
 }
 
 ZO_TEST_MAIN(tst_zoHPCHostChecks)

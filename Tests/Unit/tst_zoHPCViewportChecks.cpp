@@ -14,6 +14,9 @@ class tst_zoHPCViewportChecks final : public zoTestCase
     Q_OBJECT
 
 private slots:
+    void pictureIsStretched_data();
+    void pictureIsStretched();
+    void stretchIsToldOncePerProjection();
     void viewportsOverlap_data();
     void viewportsOverlap();
     void laterOneIsTold();
@@ -305,6 +308,70 @@ void tst_zoHPCViewportChecks::manyViewportsOfOneWindow()
     add(setup, window, {.5, .5, .51, .51});
 
     QCOMPARE(zoHPCViewportChecks::overlappingViewports(setup.layout()).size(), size_t(1));
+}
+
+void tst_zoHPCViewportChecks::pictureIsStretched_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("height");
+    QTest::addColumn<QString>("screen");
+    QTest::addColumn<QString>("eye");
+    QTest::addColumn<bool>("isFullScreen");
+    QTest::addColumn<QString>("told"); // part of it; empty for nothing
+
+    QTest::newRow("as-the-plane") << 2000 << 1000 << "0" << "mono" << false << "";
+    QTest::newRow("within") << 2000 << 1049 << "0" << "mono" << false << "";
+    QTest::newRow("beyond") << 2000 << 1051 << "0" << "mono" << false << " 5 % too wide";
+    QTest::newRow("too-high") << 2000 << 500 << "0" << "mono" << false << " 100 % too high";
+    QTest::newRow("no-size-at-all") << 2000 << 1 << "0" << "mono" << false << "";
+    QTest::newRow("full-screen") << 2000 << 500 << "0" << "mono" << true << "";
+    QTest::newRow("all-screens") << 2000 << 500 << "-2" << "mono" << false << "";
+    QTest::newRow("half-for-each-eye") << 2000 << 500 << "0" << "splitleftright" << false << "";
+    QTest::newRow("both-eyes") << 2000 << 500 << "0" << "stereo" << false << " 100 % too high";
+}
+
+void tst_zoHPCViewportChecks::pictureIsStretched()
+{
+    QFETCH(int, width);
+    QFETCH(int, height);
+    QFETCH(QString, screen);
+    QFETCH(QString, eye);
+    QFETCH(bool, isFullScreen);
+    QFETCH(QString, told);
+    zoHPCSetup setup;
+    zoHPCProjectionItem* const plane = setup.addProjection(QStringLiteral("Front"), QStringLiteral("plane"));
+    plane->setPlane(zoHPCPlane::facing(4000, 2000, 1500));
+    zoHPCWindowItem* const window =
+        setup.addWindowAt(QStringLiteral("n"), screen, 0, 0, width, height);
+    window->setBool(zoHPCWindowItem::FullScreen, isFullScreen);
+    setup.addViewport(window, QStringLiteral("Front"), eye);
+
+    const zoHPCProblem::List problems = zoHPCViewportChecks::stretchedPictures(setup.layout());
+
+    QCOMPARE(problems.size(), size_t(told.isEmpty() ? 0 : 1));
+    if (!told.isEmpty())
+        QVERIFY2(problems[0].message.contains(QStringLiteral("\"Front\"") + told),
+                 qPrintable(problems[0].message));
+}
+
+void tst_zoHPCViewportChecks::stretchIsToldOncePerProjection()
+{
+    zoHPCSetup setup;
+    zoHPCProjectionItem* const wall = setup.addPowerWall(QStringLiteral("Wall"), 1, 3);
+    wall->setDouble(zoHPCProjectionItem::Width, 6000);
+    wall->setDouble(zoHPCProjectionItem::Height, 2000);
+    wall->update();
+    for (int column = 1; column <= 3; ++column) {
+        zoHPCWindowItem* const window =
+            setup.addWindowAt(QStringLiteral("n"), QStringLiteral("0"), 0, 0, 1600, 1000);
+        setup.addViewport(window, QStringLiteral("Wall row:1 col:%1").arg(column), QStringLiteral("mono"));
+    }
+
+    const zoHPCProblem::List problems = zoHPCViewportChecks::stretchedPictures(setup.layout());
+
+    QCOMPARE(problems.size(), size_t(1));
+    QVERIFY2(problems[0].message.endsWith(QStringLiteral("So do 2 more of the same projection.")),
+             qPrintable(problems[0].message));
 }
 
 ZO_TEST_MAIN(tst_zoHPCViewportChecks)

@@ -21,6 +21,12 @@ private slots:
     void sizeIsMissing();
     void sizeThatIsNotGivenIsTheUsual();
     void sizeIsMadePositiveWhereNothingIsHidden();
+    void windowBeginsOutsideOfItsScreen_data();
+    void windowBeginsOutsideOfItsScreen();
+    void windowIsMovedWhereNothingIsHidden();
+    void displayNeedsAWindow();
+    void nothingIsSaidOfWhatSomebodyJustBegan();
+    void gatewaysAreOfferedLast();
     void screenIsUnknown_data();
     void screenIsUnknown();
     void screenIsUsedWhereNothingIsHidden();
@@ -105,6 +111,99 @@ void tst_zoHPCWindowChecks::sizeIsMadePositiveWhereNothingIsHidden()
     setup.addWindowAt(QStringLiteral("n"), QStringLiteral("0"), 0, 0, 1280, 1024);
 
     QVERIFY(!zoHPCWindowChecks::windowsWithoutSize(setup.layout()).at(0).hasFix());
+}
+
+void tst_zoHPCWindowChecks::windowBeginsOutsideOfItsScreen_data()
+{
+    QTest::addColumn<int>("x");
+    QTest::addColumn<int>("y");
+    QTest::addColumn<QString>("screen");
+    QTest::addColumn<bool>("isFullScreen");
+    QTest::addColumn<bool>("outside");
+
+    QTest::newRow("corner") << 0 << 0 << "0" << false << false;
+    QTest::newRow("left") << -1 << 0 << "0" << false << true;
+    QTest::newRow("above") << 0 << -1 << "1" << false << true;
+    QTest::newRow("primary") << -5 << -5 << "-1" << false << true;
+    QTest::newRow("all-screens") << -5 << -5 << "-2" << false << false;
+    QTest::newRow("full-screen") << -5 << -5 << "0" << true << false;
+    QTest::newRow("far-right") << 100000 << 0 << "0" << false << false; // nobody knows how large screens are
+}
+
+void tst_zoHPCWindowChecks::windowBeginsOutsideOfItsScreen()
+{
+    QFETCH(int, x);
+    QFETCH(int, y);
+    QFETCH(QString, screen);
+    QFETCH(bool, isFullScreen);
+    QFETCH(bool, outside);
+    zoHPCSetup setup;
+    zoHPCWindowItem* const window = setup.addWindowAt(QStringLiteral("n"), screen, x, y, 100, 100);
+    window->setBool(Item::FullScreen, isFullScreen);
+
+    const List problems = zoHPCWindowChecks::windowsOutsideScreen(setup.layout());
+
+    QCOMPARE(problems.size(), size_t(outside ? 1 : 0));
+}
+
+void tst_zoHPCWindowChecks::windowIsMovedWhereNothingIsHidden()
+{
+    zoHPCSetup setup;
+    setup.addNode(QStringLiteral("n"));
+    zoHPCWindowItem* const window =
+        setup.addWindowAt(QStringLiteral("n"), QStringLiteral("0"), -7, 9, 100, 100);
+    const List alone = zoHPCWindowChecks::windowsOutsideScreen(setup.layout());
+    QVERIFY(alone.at(0).hasFix());
+
+    alone.at(0).fix();
+
+    QCOMPARE(window->getInt(Item::X), 0);
+    QCOMPARE(window->getInt(Item::Y), 9);
+    QVERIFY(zoHPCWindowChecks::windowsOutsideScreen(setup.layout()).empty());
+    window->setInt(Item::X, -7);
+    setup.addWindowAt(QStringLiteral("n"), QStringLiteral("0"), 100, 0, 100, 100);
+    QVERIFY(!zoHPCWindowChecks::windowsOutsideScreen(setup.layout()).at(0).hasFix());
+}
+
+void tst_zoHPCWindowChecks::displayNeedsAWindow()
+{
+    zoHPCSetup setup;
+    setup.addWindow(QStringLiteral("a"), QString());
+    setup.displays.addTopLevelItem(new zoHPCDisplayItem);
+
+    const List problems = zoHPCWindowChecks::displaysWithoutWindow(setup.layout());
+
+    QCOMPARE(problems.size(), size_t(1));
+    QCOMPARE(problems[0].item, setup.displays.topLevelItem(1));
+    QVERIFY(problems[0].message.startsWith(QStringLiteral("Display 2 ")));
+}
+
+void tst_zoHPCWindowChecks::nothingIsSaidOfWhatSomebodyJustBegan()
+{
+    zoHPCSetup setup;
+    QVERIFY(zoHPCWindowChecks::displaysWithoutWindow(setup.layout()).empty());
+
+    setup.addPowerWall(QStringLiteral("Wall"), 1, 1);
+    QCOMPARE(zoHPCWindowChecks::displaysWithoutWindow(setup.layout()).size(), size_t(1));
+}
+
+void tst_zoHPCWindowChecks::gatewaysAreOfferedLast()
+{
+    zoHPCSetup setup;
+    zoHPCTreeItem* const gateway = setup.addNode(QStringLiteral("gate"));
+    setup.addNode(QStringLiteral("inner"), setup.hosts.createNetwork(gateway, -1));
+    setup.addNode(QStringLiteral("outer"));
+    for (int i = 0; i < 4; ++i)
+        setup.addWindow(QString(), QString());
+
+    const List problems = zoHPCWindowChecks::windowsWithoutNode(setup.layout());
+
+    QCOMPARE(problems.size(), size_t(4));
+    QStringList offered;
+    for (const zoHPCProblem& problem : problems)
+        offered << problem.fixText;
+    QCOMPARE(offered, (QStringList{QStringLiteral("Use inner"), QStringLiteral("Use outer"),
+                                   QStringLiteral("Use gate"), QString()}));
 }
 
 void tst_zoHPCWindowChecks::screenIsUnknown_data()

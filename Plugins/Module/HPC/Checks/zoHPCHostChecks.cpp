@@ -22,6 +22,22 @@ std::vector<bool> usedNodes(const zoHPCLayout& layout)
 }
 } // namespace
 
+zoHPCProblem::List zoHPCHostChecks::nodesWithoutName(const zoHPCLayout& layout)
+{
+    zoHPCProblem::List problems;
+    for (const zoHPCLayout::Node& node : layout.nodes()) {
+        if (!node.item->hostName().isEmpty())
+            continue;
+        const zoHPCTreeItem* const network = node.item->getParent();
+        const int row = network ? network->indexOfChild(node.item) : 0;
+        problems.emplace_back(Kind::NodeWithoutName, node.item,
+                              tr("Node number %1 of %2 has no name: no server can be started on it. Enter its host "
+                                 "name, or remove it.")
+                                  .arg(QString::number(row + 1), network ? network->text(0) : tr("Cluster")));
+    }
+    return problems;
+}
+
 zoHPCProblem::List zoHPCHostChecks::duplicateHostNames(const zoHPCLayout& layout)
 {
     const std::vector<bool> isUsed = usedNodes(layout);

@@ -12,6 +12,8 @@ class zoHPCHostChecks final
     Q_DECLARE_TR_FUNCTIONS(zoHPCProblems)
 
 public:
+    // No server can be started there, and no window can name it.
+    static zoHPCProblem::List nodesWithoutName(const zoHPCLayout& layout);
     // Unless each of the nodes has a window. The second one is told that has none, or else the first one.
     static zoHPCProblem::List duplicateHostNames(const zoHPCLayout& layout);
     // Networks that are themselves enabled.

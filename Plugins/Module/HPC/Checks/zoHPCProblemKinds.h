@@ -23,6 +23,11 @@
         Displays, Displays, zoHPCWindowChecks::windowsWithoutViewport)                                       \
     ROW(WindowWithoutSize, "window-without-size", Error, "", "A window without width or height", Displays,   \
         Displays, zoHPCWindowChecks::windowsWithoutSize)                                                     \
+    ROW(WindowOutsideScreen, "window-outside-screen", Warning, "",                                           \
+        "A window that begins outside of its screen", Displays, Displays,                                    \
+        zoHPCWindowChecks::windowsOutsideScreen)                                                             \
+    ROW(DisplayWithoutWindow, "display-without-window", Warning, "", "A display without window", Displays,   \
+        Displays, zoHPCWindowChecks::displaysWithoutWindow)                                                  \
     ROW(UnknownScreen, "unknown-screen", Error, "screen", "A window on a screen that there is not",          \
         Displays, Displays, zoHPCWindowChecks::windowsOnUnknownScreen)                                       \
     ROW(OverlappingWindows, "overlapping-windows", Warning, "", "Two windows over each other on one screen", \
@@ -38,6 +43,8 @@
     ROW(ViewportCornersCrossed, "viewport-corners-crossed", Error, "",                                       \
         "A viewport whose corners changed places", Displays, Displays,                                       \
         zoHPCViewportChecks::viewportsWithCrossedCorners)                                                    \
+    ROW(StretchedPicture, "stretched-picture", Warning, "", "A picture that is stretched", Displays, Displays,\
+        zoHPCViewportChecks::stretchedPictures)                                                              \
     ROW(EqualProjectionNames, "equal-projection-names", Error, "name", "Two projections of one name",        \
         Displays, Displays, zoHPCProjectionChecks::equalNames)                                               \
     ROW(UnknownProjectionType, "unknown-projection-type", Error, "type", "A projection of an unknown type",  \
@@ -76,6 +83,8 @@
         zoHPCPlaneChecks::blendsWiderThanOverlap)                                                            \
     ROW(WallInMetres, "wall-in-metres", Warning, "", "A wall of a few millimetres", Displays, Displays,      \
         zoHPCPlaneChecks::wallsInMetres)                                                                     \
+    ROW(NodeWithoutName, "node-without-name", Error, "name", "A node without name", Hosts, Hosts,            \
+        zoHPCHostChecks::nodesWithoutName)                                                                   \
     ROW(DuplicateHostName, "duplicate-host-name", Warning, "name", "Two nodes of one name", Hosts, Hosts,    \
         zoHPCHostChecks::duplicateHostNames)                                                                 \
     ROW(NetworkWithoutEnabledNode, "network-without-enabled-node", Warning, "",                              \

@@ -2,6 +2,7 @@
 
 #include "zoHPCAreaOverlaps.h"
 #include "zoHPCLayout.h"
+#include "zoHPCProjectionItem.h"
 #include "zoHPCViewportItem.h"
 #include "zoHPCWindowItem.h"
 
@@ -113,6 +114,28 @@ std::map<size_t, size_t> overlapsOf(const std::vector<const Viewport*>& viewport
     }
     return pairs;
 }
+// How many times wider the pixels of the viewport are than they are high; 0 where nobody knows.
+double stretchOf(const zoHPCLayout& layout, const Viewport& viewport)
+{
+    using P = zoHPCProjectionItem;
+    if (viewport.projection == zoHPCLayout::None || viewport.window == zoHPCLayout::None || viewport.isOverview ||
+        viewport.item->getString(Item::Eye).startsWith(QLatin1String("split"))) // half of the pixels each
+        return 0.0;
+    const zoHPCLayout::Window& window = layout.windows()[static_cast<size_t>(viewport.window)];
+    const P& item = *layout.projections()[static_cast<size_t>(viewport.projection)].item;
+    QSizeF plane;
+    if (item.kind() == zoHPCProjectionType::Kind::Plane && !item.plane().isDegenerate())
+        plane = QSizeF(item.plane().width(), item.plane().height());
+    else if (item.kind() == zoHPCProjectionType::Kind::PowerWall)
+        plane = QSizeF(item.getDouble(P::Width), item.getDouble(P::Height));
+    const QSizeF pixels(window.geometry.width() * viewport.area.width(),
+                        window.geometry.height() * viewport.area.height());
+    // A desktop over several outputs has their shapes.
+    const bool isOfOneOutput = !window.isFullScreen && window.screen != zoHPCLayout::ExtendedDesktop;
+    const bool isKnown = isOfOneOutput && pixels.width() >= 1.0 && pixels.height() >= 1.0 &&
+                         plane.width() > 0.0 && plane.height() > 0.0;
+    return isKnown ? plane.width() / pixels.width() * pixels.height() / plane.height() : 0.0;
+}
 } // namespace
 
 zoHPCProblem::List zoHPCViewportChecks::overlappingViewports(const zoHPCLayout& layout)
@@ -219,6 +242,47 @@ zoHPCProblem::List zoHPCViewportChecks::viewportsWithCrossedCorners(const zoHPCL
                               std::max(corners.x1, corners.x2), std::max(corners.y1, corners.y2));
             item->update();
         });
+    }
+    return problems;
+}
+
+zoHPCProblem::List zoHPCViewportChecks::stretchedPictures(const zoHPCLayout& layout)
+{
+    struct Stretched
+    {
+        const Viewport* first;
+        double stretch;
+        int count;
+    };
+    std::map<int, Stretched> found; // by the row of the tree
+    for (const Viewport& viewport : layout.viewports()) {
+        const double stretch = stretchOf(layout, viewport);
+        const double factor = stretch > 1.0 ? stretch : 1.0 / stretch; // infinite where nobody knows
+        if (!(factor > SmallestStretch && factor < LargestStretch))
+            continue;
+        const int top = layout.projections()[static_cast<size_t>(viewport.projection)].top;
+        ++found.insert({top, {&viewport, stretch, 0}}).first->second.count;
+    }
+    zoHPCProblem::List problems;
+    for (const auto& [top, stretched] : found) {
+        const Viewport& viewport = *stretched.first;
+        const QStringList numbers = numbersOf(layout, viewport);
+        const zoHPCLayout::Projection& shown = layout.projections()[static_cast<size_t>(viewport.projection)];
+        const bool isWider = stretched.stretch > 1.0;
+        const QString percent =
+            QString::number(std::lround(100.0 * ((isWider ? stretched.stretch : 1.0 / stretched.stretch) - 1.0)));
+        QString text =
+            isWider ? tr("Viewport %1 of window %2 of display %3 shows \"%4\" %5 % too wide: the shape of its pixels is "
+                         "not that of the plane. Correct the size of the window or that of the plane.")
+                          .arg(numbers[0], numbers[1], numbers[2], shown.name(), percent)
+                    : tr("Viewport %1 of window %2 of display %3 shows \"%4\" %5 % too high: the shape of its pixels "
+                         "is not that of the plane. Correct the size of the window or that of the plane.")
+                          .arg(numbers[0], numbers[1], numbers[2], shown.name(), percent);
+        if (stretched.count > 1)
+            text += QLatin1Char(' ') +
+                    tr("So do %1 more of the same projection.").arg(stretched.count - 1);
+        problems.emplace_back(Kind::StretchedPicture, viewport.item, text);
+        problems.back().other = shown.item;
     }
     return problems;
 }

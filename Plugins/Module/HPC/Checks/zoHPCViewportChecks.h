@@ -26,4 +26,10 @@ public:
     static zoHPCProblem::List viewportsOutsideWindow(const zoHPCLayout& layout);
     // Left beyond right, or lower beyond upper.
     static zoHPCProblem::List viewportsWithCrossedCorners(const zoHPCLayout& layout);
+    // Below that, sizes are rounded and pixels of panels not quite square; beyond, sizes are no sizes.
+    static constexpr double SmallestStretch = 1.05;
+    static constexpr double LargestStretch = 20.0;
+    // Pictures of planes whose pixels are not as wide as they are high, in windows whose size is known. One for each
+    // projection of the tree, at the first such viewport.
+    static zoHPCProblem::List stretchedPictures(const zoHPCLayout& layout);
 };

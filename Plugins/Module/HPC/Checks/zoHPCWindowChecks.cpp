@@ -1,5 +1,6 @@
 #include "zoHPCWindowChecks.h"
 
+#include "zoHPCDisplayItem.h"
 #include "zoHPCLayout.h"
 #include "zoHPCTreeItem.h"
 #include "zoHPCViewportItem.h"
@@ -10,6 +11,7 @@
 #include <QRegularExpression>
 #include <QStringList>
 
+#include <algorithm>
 #include <climits>
 #include <cstdlib>
 
@@ -18,7 +20,7 @@ namespace
 using Kind = zoHPCProblem::Kind;
 using Window = zoHPCLayout::Window;
 
-// Nodes that no window names and that could take one, in tree order.
+// Nodes that no window names and that could take one, in tree order; gateways, which have work already, last.
 std::vector<const zoHPCLayout::Node*> freeNodes(const zoHPCLayout& layout)
 {
     std::vector<bool> used(layout.nodes().size(), false);
@@ -32,6 +34,8 @@ std::vector<const zoHPCLayout::Node*> freeNodes(const zoHPCLayout& layout)
         if (!used[i] && node.enabled && !node.name.isEmpty())
             result.push_back(&node);
     }
+    std::stable_partition(result.begin(), result.end(),
+                          [](const zoHPCLayout::Node* node) { return node->item->childCount() == 0; });
     return result;
 }
 
@@ -228,6 +232,59 @@ zoHPCProblem::List zoHPCWindowChecks::windowsWithoutSize(const zoHPCLayout& layo
             item->setInt(Item::Height, std::abs(height));
             item->update();
         });
+    }
+    return problems;
+}
+
+zoHPCProblem::List zoHPCWindowChecks::windowsOutsideScreen(const zoHPCLayout& layout)
+{
+    using Item = zoHPCWindowItem;
+    const OnlyWindows isAlone(layout);
+    zoHPCProblem::List problems;
+    for (const Window& window : layout.windows()) {
+        // A desktop of several screens may have some of them left of the first one.
+        if (window.isFullScreen || !window.hasScreen || window.screen == zoHPCLayout::ExtendedDesktop)
+            continue;
+        Item* const item = window.item;
+        const int x = item->getInt(Item::X);
+        const int y = item->getInt(Item::Y);
+        if (x >= 0 && y >= 0)
+            continue;
+        problems.emplace_back(
+            Kind::WindowOutsideScreen, item,
+            tr("Window %1 of display %2 begins at %3, %4, outside of its screen, which begins at 0, 0: that part of "
+               "it is not seen. Move it, or choose the desktop over all screens.")
+                .arg(QString::number(window.number), QString::number(window.display), QString::number(x),
+                     QString::number(y)));
+        // With others on its screen it may lie over them.
+        if (!isAlone(window))
+            continue;
+        problems.back().setFix(tr("Move it onto the screen"), [item, x, y] {
+            item->setInt(Item::X, std::max(x, 0));
+            item->setInt(Item::Y, std::max(y, 0));
+            item->update();
+        });
+    }
+    return problems;
+}
+
+zoHPCProblem::List zoHPCWindowChecks::displaysWithoutWindow(const zoHPCLayout& layout)
+{
+    zoHPCProblem::List problems;
+    if (layout.windows().empty() && layout.projections().empty())
+        return problems;
+    std::vector<bool> hasWindow(layout.displays().size(), false);
+    for (const Window& window : layout.windows()) {
+        const size_t display = static_cast<size_t>(window.display - 1);
+        if (display < hasWindow.size())
+            hasWindow[display] = true;
+    }
+    for (size_t i = 0; i < hasWindow.size(); ++i) {
+        if (!hasWindow[i])
+            problems.emplace_back(Kind::DisplayWithoutWindow, layout.displays()[i],
+                                  tr("Display %1 has no window: nobody sees anything of it. Add a window, or delete "
+                                     "the display.")
+                                      .arg(i + 1));
     }
     return problems;
 }

@@ -22,6 +22,10 @@ public:
     static zoHPCProblem::List windowsWithoutViewport(const zoHPCLayout& layout);
     // Not in full screen, and a width or height that is given and 0 or less.
     static zoHPCProblem::List windowsWithoutSize(const zoHPCLayout& layout);
+    // Not in full screen, on one screen, and with a corner left of it or above it.
+    static zoHPCProblem::List windowsOutsideScreen(const zoHPCLayout& layout);
+    // Unless there is nothing yet that windows could show.
+    static zoHPCProblem::List displaysWithoutWindow(const zoHPCLayout& layout);
     // A screen that is no number, or one below those that stand for several.
     static zoHPCProblem::List windowsOnUnknownScreen(const zoHPCLayout& layout);
     // As zoHPCWindowOverlaps finds them; the later window of each pair is reported once.
