@@ -1231,11 +1231,11 @@ auch wenn die Server dann instabil sein können?</translation>
     <name>zoHPCHostsSummary</name>
     <message>
         <source>&quot;%1&quot; is left out; write &quot;%2&quot;</source>
-        <translation>&quot;%1&quot; wird ausgelassen; schreiben Sie &quot;%2&quot;</translation>
+        <translation>„%1“ wird ausgelassen; schreiben Sie „%2“</translation>
     </message>
     <message>
         <source>&quot;%1&quot; reads as the one node &quot;%2&quot;; write &quot;%3&quot;</source>
-        <translation>&quot;%1&quot; wird als der eine Knoten &quot;%2&quot; gelesen; schreiben Sie &quot;%3&quot;</translation>
+        <translation>„%1“ wird als der eine Knoten „%2“ gelesen; schreiben Sie „%3“</translation>
     </message>
     <message>
         <source>No nodes</source>
@@ -1770,6 +1770,34 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>Add %1 windows</source>
         <translation>%1 Fenster anlegen</translation>
+    </message>
+    <message>
+        <source>Node number %1 of %2 has no name: no server can be started on it. Enter its host name, or remove it.</source>
+        <translation>Knoten Nummer %1 von %2 hat keinen Namen: auf ihm kann kein Server gestartet werden. Geben Sie den Hostnamen ein, oder entfernen Sie ihn.</translation>
+    </message>
+    <message>
+        <source>Viewport %1 of window %2 of display %3 shows &quot;%4&quot; %5 % too wide: the shape of its pixels is not that of the plane. Correct the size of the window or that of the plane.</source>
+        <translation>Viewport %1 in Fenster %2 von Anzeige %3 zeigt „%4“ %5 % zu breit: die Form seiner Pixel ist nicht die der Ebene. Berichtigen Sie die Größe des Fensters oder die der Ebene.</translation>
+    </message>
+    <message>
+        <source>Viewport %1 of window %2 of display %3 shows &quot;%4&quot; %5 % too high: the shape of its pixels is not that of the plane. Correct the size of the window or that of the plane.</source>
+        <translation>Viewport %1 in Fenster %2 von Anzeige %3 zeigt „%4“ %5 % zu hoch: die Form seiner Pixel ist nicht die der Ebene. Berichtigen Sie die Größe des Fensters oder die der Ebene.</translation>
+    </message>
+    <message>
+        <source>So do %1 more of the same projection.</source>
+        <translation>%1 weitere derselben Projektion ebenso.</translation>
+    </message>
+    <message>
+        <source>Window %1 of display %2 begins at %3, %4, outside of its screen, which begins at 0, 0: that part of it is not seen. Move it, or choose the desktop over all screens.</source>
+        <translation>Fenster %1 von Anzeige %2 beginnt bei %3, %4, außerhalb seines Bildschirms, der bei 0, 0 beginnt: dieser Teil ist nicht zu sehen. Verschieben Sie es, oder wählen Sie den Desktop über alle Bildschirme.</translation>
+    </message>
+    <message>
+        <source>Move it onto the screen</source>
+        <translation>Auf den Bildschirm verschieben</translation>
+    </message>
+    <message>
+        <source>Display %1 has no window: nobody sees anything of it. Add a window, or delete the display.</source>
+        <translation>Anzeige %1 hat kein Fenster: niemand sieht etwas von ihr. Fügen Sie ein Fenster hinzu, oder löschen Sie die Anzeige.</translation>
     </message>
 </context>
 <context>
