@@ -39,6 +39,7 @@
 #include <QMimeData>
 #include <QPushButton>
 #include <QSettings>
+#include <QShortcut>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QTreeWidget>
@@ -106,6 +107,14 @@ QString deepCopy(const QString& text)
     return QString(text.constData(), text.size());
 }
 
+// What is done often and stands in no menu of its module, which has no key for it: null for other modules.
+QAction* displaySetupOf(const QWidget* module)
+{
+    return module == nullptr ? nullptr : module->findChild<QAction*>(QStringLiteral("DisplaySetup"));
+}
+
+constexpr int s_displaySetupKey = Qt::Key_F6;
+
 void resolveToolTip(QAction* action)
 {
     const QString text = zoHostMainWindow::resolvedToolTip(action->toolTip());
@@ -133,6 +142,10 @@ zoHostMainWindow::zoHostMainWindow(const Services& services, QWidget* parent)
     m_emptyPage->setAlignment(Qt::AlignCenter);
     m_pages->addWidget(m_emptyPage);
     setCentralWidget(m_pages);
+    connect(new QShortcut(s_displaySetupKey, this), &QShortcut::activated, this, [this] {
+        if (QAction* setup = displaySetupOf(m_pages->currentWidget()))
+            setup->trigger();
+    });
 
     m_moduleToolBar->setObjectName(QStringLiteral("ModuleToolBar"));
     m_moduleToolBar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
@@ -329,6 +342,9 @@ void zoHostMainWindow::addModule(const QString& name, const QString& category, Q
     window->installEventFilter(this);
     m_modules.append({deepCopy(name), window, window, item});
     m_document->watch(window);
+    if (QAction* setup = displaySetupOf(window))
+        setup->setToolTip(QStringLiteral("%1 (%2)").arg(setup->toolTip(),
+                                                        QKeySequence(s_displaySetupKey).toString(QKeySequence::NativeText)));
     connect(window, &QObject::destroyed, this,
             [this](QObject* gone) { removeModule(static_cast<QWidget*>(gone)); });
     if (m_modules.size() == 1)

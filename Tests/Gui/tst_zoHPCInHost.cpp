@@ -96,6 +96,7 @@ private slots:
     void windowsKeepTheirKeysApart();
     void renameKeyLeadsToTheName_data();
     void renameKeyLeadsToTheName();
+    void displaySetupHasAKey();
     void renameKeyUnfoldsTheFrame();
     void keysLeadBackToTheTree_data();
     void keysLeadBackToTheTree();
@@ -538,6 +539,19 @@ void tst_zoHPCInHost::renameKeyLeadsToTheName()
     QCOMPARE(QApplication::focusWidget(), static_cast<const QWidget*>(name));
     QCOMPARE(name->selectedText(), name->text());
     QVERIFY(!name->text().isEmpty());
+}
+
+void tst_zoHPCInHost::displaySetupHasAKey()
+{
+    activate(m_host.window.get());
+    hostTree()->setFocus();
+    const QAction* setup = action(m_host.module, QStringLiteral("Display Setup..."));
+    QCOMPARE(setup->toolTip(), QStringLiteral("Display Setup (F6)"));
+
+    QTest::keyClick(hostTree(), Qt::Key_F6);
+
+    QVERIFY(m_host.module->getDisplayEditor()->isVisible());
+    m_host.module->getDisplayEditor()->reject();
 }
 
 void tst_zoHPCInHost::renameKeyUnfoldsTheFrame()

@@ -47,7 +47,6 @@ public:
         if (m_isChanged)
             m_dialog.noteChange();
     }
-
     Edit(const Edit&) = delete;
     Edit& operator=(const Edit&) = delete;
 
@@ -131,6 +130,7 @@ void zoHPCDisplayGUII::setHostTree(zoHPCTreeGUIW* hosts)
 {
     m_hostFixes.setHostTree(hosts);
     m_layoutPane->setModel(m_ui->m_projectionTree, m_ui->m_displayTree, hosts);
+    m_windowPanel->setLayoutSource([this] { return review().layout(); });
 }
 
 zoHPCReview& zoHPCDisplayGUII::review() const

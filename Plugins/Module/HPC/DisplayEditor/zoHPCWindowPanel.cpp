@@ -1,7 +1,9 @@
 #include "zoHPCWindowPanel.h"
 
 #include "ui_zoHPCDisplayForm.h"
+#include "zoHPCComboSearch.h"
 #include "zoHPCDisplayTables.h"
+#include "zoHPCNodeNames.h"
 #include "zoHPCPanelFields.h"
 #include "zoHPCUniqueNames.h"
 #include "zoHPCWindowItem.h"
@@ -10,20 +12,20 @@
 
 #include <QCoreApplication>
 #include <QSignalBlocker>
-#include <QStringListModel>
 
 #include <utility>
 #include <vector>
 
 zoHPCWindowPanel::zoHPCWindowPanel(const Ui_zoHPCDisplayGUII& form, QZODataWidgetMapper& mapper,
                                    QObject* parent)
-    : QObject(parent), m_ui(form), m_nodeNames(new QStringListModel(this))
+    : QObject(parent), m_ui(form), m_nodeNames(new zoHPCNodeNames(this))
 {
     using W = zoHPCWindowItem;
     for (const zoHPCDisplayTables::ComboRow& row : zoHPCDisplayTables::Screens)
         form.m_screen->addItem(QCoreApplication::translate("zoHPCDisplayGUII", row.text),
                                QString::fromLatin1(row.value));
     form.m_renderNode->setModel(m_nodeNames);
+    new zoHPCComboSearch(form.m_renderNode);
     zoHPCPanelFields::map(mapper, {{form.m_renderNode, W::Node},
                                    {form.m_screen, W::Screen},
                                    {form.m_windowX, W::X},
@@ -51,6 +53,11 @@ void zoHPCWindowPanel::setNodeNames(const QStringList& names)
     // Another choice is no change of the window that the panel shows.
     const QSignalBlocker blocker(m_ui.m_renderNode);
     m_nodeNames->setStringList(entries);
+}
+
+void zoHPCWindowPanel::setLayoutSource(const std::function<std::shared_ptr<const zoHPCLayout>()>& source)
+{
+    m_nodeNames->setLayoutSource(source);
 }
 
 void zoHPCWindowPanel::showGeometry()

@@ -4,9 +4,13 @@
 #include <QSet>
 #include <QStringList>
 
-class QStringListModel;
+#include <functional>
+#include <memory>
+
 class QZODataWidgetMapper;
 class Ui_zoHPCDisplayGUII;
+class zoHPCLayout;
+class zoHPCNodeNames;
 
 // The panel of a window: render node, screen and where on it.
 class zoHPCWindowPanel final : public QObject
@@ -20,6 +24,8 @@ public:
 
     // The choice of nodes, equal names told apart by a number. The node of the window that is shown stays.
     void setNodeNames(const QStringList& names);
+    // What tells which nodes are marked as in use and as gateways.
+    void setLayoutSource(const std::function<std::shared_ptr<const zoHPCLayout>()>& source);
     // Whether a window can mean that node.
     bool isNode(const QString& name) const { return m_nodes.contains(name); }
     // Not for a window in full screen.
@@ -27,6 +33,6 @@ public:
 
 private:
     const Ui_zoHPCDisplayGUII& m_ui;
-    QStringListModel* m_nodeNames = nullptr;
+    zoHPCNodeNames* m_nodeNames = nullptr;
     QSet<QString> m_nodes;
 };

@@ -134,6 +134,7 @@ void zoHPCGUIW::createActions()
     m_editConfigAction = new QAction(tr("Edit configuration..."), this);
     connect(m_editConfigAction, SIGNAL(triggered()), this, SLOT(editConfig()));
     m_displaySetupAction = new QAction(icon("Projection"), tr("Display Setup..."), this);
+    m_displaySetupAction->setObjectName(zoText("DisplaySetup")); // a host gives it a key by it
     connect(m_displaySetupAction, SIGNAL(triggered()), this, SLOT(displaySetup()));
 
     m_speedTestAction = new QAction(tr("Run network speed test..."), this);
