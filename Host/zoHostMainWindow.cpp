@@ -343,8 +343,8 @@ void zoHostMainWindow::addModule(const QString& name, const QString& category, Q
     m_modules.append({deepCopy(name), window, window, item});
     m_document->watch(window);
     if (QAction* setup = displaySetupOf(window))
-        setup->setToolTip(QStringLiteral("%1 (%2)").arg(setup->toolTip(),
-                                                        QKeySequence(s_displaySetupKey).toString(QKeySequence::NativeText)));
+        setup->setToolTip(QStringLiteral("%1 (%2)").arg(
+            setup->toolTip(), QKeySequence(s_displaySetupKey).toString(QKeySequence::NativeText)));
     connect(window, &QObject::destroyed, this,
             [this](QObject* gone) { removeModule(static_cast<QWidget*>(gone)); });
     if (m_modules.size() == 1)

@@ -147,6 +147,13 @@ auch wenn die Server dann instabil sein können?</translation>
     </message>
 </context>
 <context>
+    <name>zoHPCComboSearch</name>
+    <message>
+        <source>Search: %1</source>
+        <translation>Suche: %1</translation>
+    </message>
+</context>
+<context>
     <name>zoHPCConfigConverter</name>
     <message>
         <source>%1 fields of the window layout are missing or no numbers; they were read as 0.</source>
@@ -1434,6 +1441,17 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>gateway to</source>
         <translation>Gateway zu</translation>
+    </message>
+</context>
+<context>
+    <name>zoHPCNodeNames</name>
+    <message>
+        <source>has a window</source>
+        <translation>hat ein Fenster</translation>
+    </message>
+    <message>
+        <source>gateway</source>
+        <translation>Gateway</translation>
     </message>
 </context>
 <context>

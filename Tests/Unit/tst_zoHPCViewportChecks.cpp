@@ -319,15 +319,24 @@ void tst_zoHPCViewportChecks::pictureIsStretched_data()
     QTest::addColumn<bool>("isFullScreen");
     QTest::addColumn<QString>("told"); // part of it; empty for nothing
 
-    QTest::newRow("as-the-plane") << 2000 << 1000 << "0" << "mono" << false << "";
-    QTest::newRow("within") << 2000 << 1049 << "0" << "mono" << false << "";
-    QTest::newRow("beyond") << 2000 << 1051 << "0" << "mono" << false << " 5 % too wide";
-    QTest::newRow("too-high") << 2000 << 500 << "0" << "mono" << false << " 100 % too high";
-    QTest::newRow("no-size-at-all") << 2000 << 1 << "0" << "mono" << false << "";
-    QTest::newRow("full-screen") << 2000 << 500 << "0" << "mono" << true << "";
-    QTest::newRow("all-screens") << 2000 << 500 << "-2" << "mono" << false << "";
-    QTest::newRow("half-for-each-eye") << 2000 << 500 << "0" << "splitleftright" << false << "";
-    QTest::newRow("both-eyes") << 2000 << 500 << "0" << "stereo" << false << " 100 % too high";
+    QTest::newRow("as-the-plane") << 2000 << 1000 << "0"
+                                  << "mono" << false << "";
+    QTest::newRow("within") << 2000 << 1049 << "0"
+                            << "mono" << false << "";
+    QTest::newRow("beyond") << 2000 << 1051 << "0"
+                            << "mono" << false << " 5 % too wide";
+    QTest::newRow("too-high") << 2000 << 500 << "0"
+                              << "mono" << false << " 100 % too high";
+    QTest::newRow("no-size-at-all") << 2000 << 1 << "0"
+                                    << "mono" << false << "";
+    QTest::newRow("full-screen") << 2000 << 500 << "0"
+                                 << "mono" << true << "";
+    QTest::newRow("all-screens") << 2000 << 500 << "-2"
+                                 << "mono" << false << "";
+    QTest::newRow("half-for-each-eye") << 2000 << 500 << "0"
+                                       << "splitleftright" << false << "";
+    QTest::newRow("both-eyes") << 2000 << 500 << "0"
+                               << "stereo" << false << " 100 % too high";
 }
 
 void tst_zoHPCViewportChecks::pictureIsStretched()
@@ -341,8 +350,7 @@ void tst_zoHPCViewportChecks::pictureIsStretched()
     zoHPCSetup setup;
     zoHPCProjectionItem* const plane = setup.addProjection(QStringLiteral("Front"), QStringLiteral("plane"));
     plane->setPlane(zoHPCPlane::facing(4000, 2000, 1500));
-    zoHPCWindowItem* const window =
-        setup.addWindowAt(QStringLiteral("n"), screen, 0, 0, width, height);
+    zoHPCWindowItem* const window = setup.addWindowAt(QStringLiteral("n"), screen, 0, 0, width, height);
     window->setBool(zoHPCWindowItem::FullScreen, isFullScreen);
     setup.addViewport(window, QStringLiteral("Front"), eye);
 

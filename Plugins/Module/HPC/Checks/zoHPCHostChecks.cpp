@@ -30,10 +30,11 @@ zoHPCProblem::List zoHPCHostChecks::nodesWithoutName(const zoHPCLayout& layout)
             continue;
         const zoHPCTreeItem* const network = node.item->getParent();
         const int row = network ? network->indexOfChild(node.item) : 0;
-        problems.emplace_back(Kind::NodeWithoutName, node.item,
-                              tr("Node number %1 of %2 has no name: no server can be started on it. Enter its host "
-                                 "name, or remove it.")
-                                  .arg(QString::number(row + 1), network ? network->text(0) : tr("Cluster")));
+        problems.emplace_back(
+            Kind::NodeWithoutName, node.item,
+            tr("Node number %1 of %2 has no name: no server can be started on it. Enter its host "
+               "name, or remove it.")
+                .arg(QString::number(row + 1), network ? network->text(0) : tr("Cluster")));
     }
     return problems;
 }

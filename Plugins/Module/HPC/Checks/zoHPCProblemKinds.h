@@ -43,8 +43,8 @@
     ROW(ViewportCornersCrossed, "viewport-corners-crossed", Error, "",                                       \
         "A viewport whose corners changed places", Displays, Displays,                                       \
         zoHPCViewportChecks::viewportsWithCrossedCorners)                                                    \
-    ROW(StretchedPicture, "stretched-picture", Warning, "", "A picture that is stretched", Displays, Displays,\
-        zoHPCViewportChecks::stretchedPictures)                                                              \
+    ROW(StretchedPicture, "stretched-picture", Warning, "", "A picture that is stretched", Displays,         \
+        Displays, zoHPCViewportChecks::stretchedPictures)                                                    \
     ROW(EqualProjectionNames, "equal-projection-names", Error, "name", "Two projections of one name",        \
         Displays, Displays, zoHPCProjectionChecks::equalNames)                                               \
     ROW(UnknownProjectionType, "unknown-projection-type", Error, "type", "A projection of an unknown type",  \

@@ -118,7 +118,8 @@ std::map<size_t, size_t> overlapsOf(const std::vector<const Viewport*>& viewport
 double stretchOf(const zoHPCLayout& layout, const Viewport& viewport)
 {
     using P = zoHPCProjectionItem;
-    if (viewport.projection == zoHPCLayout::None || viewport.window == zoHPCLayout::None || viewport.isOverview ||
+    if (viewport.projection == zoHPCLayout::None || viewport.window == zoHPCLayout::None ||
+        viewport.isOverview ||
         viewport.item->getString(Item::Eye).startsWith(QLatin1String("split"))) // half of the pixels each
         return 0.0;
     const zoHPCLayout::Window& window = layout.windows()[static_cast<size_t>(viewport.window)];
@@ -269,18 +270,19 @@ zoHPCProblem::List zoHPCViewportChecks::stretchedPictures(const zoHPCLayout& lay
         const QStringList numbers = numbersOf(layout, viewport);
         const zoHPCLayout::Projection& shown = layout.projections()[static_cast<size_t>(viewport.projection)];
         const bool isWider = stretched.stretch > 1.0;
-        const QString percent =
-            QString::number(std::lround(100.0 * ((isWider ? stretched.stretch : 1.0 / stretched.stretch) - 1.0)));
+        const QString percent = QString::number(
+            std::lround(100.0 * ((isWider ? stretched.stretch : 1.0 / stretched.stretch) - 1.0)));
         QString text =
-            isWider ? tr("Viewport %1 of window %2 of display %3 shows \"%4\" %5 % too wide: the shape of its pixels is "
+            isWider ? tr("Viewport %1 of window %2 of display %3 shows \"%4\" %5 % too wide: the shape of "
+                         "its pixels is "
                          "not that of the plane. Correct the size of the window or that of the plane.")
                           .arg(numbers[0], numbers[1], numbers[2], shown.name(), percent)
-                    : tr("Viewport %1 of window %2 of display %3 shows \"%4\" %5 % too high: the shape of its pixels "
+                    : tr("Viewport %1 of window %2 of display %3 shows \"%4\" %5 % too high: the shape of "
+                         "its pixels "
                          "is not that of the plane. Correct the size of the window or that of the plane.")
                           .arg(numbers[0], numbers[1], numbers[2], shown.name(), percent);
         if (stretched.count > 1)
-            text += QLatin1Char(' ') +
-                    tr("So do %1 more of the same projection.").arg(stretched.count - 1);
+            text += QLatin1Char(' ') + tr("So do %1 more of the same projection.").arg(stretched.count - 1);
         problems.emplace_back(Kind::StretchedPicture, viewport.item, text);
         problems.back().other = shown.item;
     }

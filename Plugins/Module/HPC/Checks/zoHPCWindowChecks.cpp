@@ -250,12 +250,12 @@ zoHPCProblem::List zoHPCWindowChecks::windowsOutsideScreen(const zoHPCLayout& la
         const int y = item->getInt(Item::Y);
         if (x >= 0 && y >= 0)
             continue;
-        problems.emplace_back(
-            Kind::WindowOutsideScreen, item,
-            tr("Window %1 of display %2 begins at %3, %4, outside of its screen, which begins at 0, 0: that part of "
-               "it is not seen. Move it, or choose the desktop over all screens.")
-                .arg(QString::number(window.number), QString::number(window.display), QString::number(x),
-                     QString::number(y)));
+        problems.emplace_back(Kind::WindowOutsideScreen, item,
+                              tr("Window %1 of display %2 begins at %3, %4, outside of its screen, which "
+                                 "begins at 0, 0: that part of "
+                                 "it is not seen. Move it, or choose the desktop over all screens.")
+                                  .arg(QString::number(window.number), QString::number(window.display),
+                                       QString::number(x), QString::number(y)));
         // With others on its screen it may lie over them.
         if (!isAlone(window))
             continue;
@@ -281,10 +281,11 @@ zoHPCProblem::List zoHPCWindowChecks::displaysWithoutWindow(const zoHPCLayout& l
     }
     for (size_t i = 0; i < hasWindow.size(); ++i) {
         if (!hasWindow[i])
-            problems.emplace_back(Kind::DisplayWithoutWindow, layout.displays()[i],
-                                  tr("Display %1 has no window: nobody sees anything of it. Add a window, or delete "
-                                     "the display.")
-                                      .arg(i + 1));
+            problems.emplace_back(
+                Kind::DisplayWithoutWindow, layout.displays()[i],
+                tr("Display %1 has no window: nobody sees anything of it. Add a window, or delete "
+                   "the display.")
+                    .arg(i + 1));
     }
     return problems;
 }

@@ -13,8 +13,8 @@ zoHPCNodeNames::~zoHPCNodeNames() = default;
 
 QVariant zoHPCNodeNames::data(const QModelIndex& index, int role) const
 {
-    if (!m_source || (role != Qt::DecorationRole && role != Qt::ToolTipRole &&
-                      role != Qt::AccessibleDescriptionRole))
+    if (!m_source ||
+        (role != Qt::DecorationRole && role != Qt::ToolTipRole && role != Qt::AccessibleDescriptionRole))
         return QStringListModel::data(index, role);
     readLayout();
     const QString name = index.data().toString();
