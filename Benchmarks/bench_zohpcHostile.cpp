@@ -32,6 +32,7 @@ constexpr double s_largestTime = 5.0; // s
 // Shorter times say nothing about growth.
 constexpr double s_shortestTime = 0.02; // s
 constexpr rlim_t s_memory = rlim_t(1) << 30;
+constexpr rlim_t s_endOfPatience = 40; // s
 const int s_sizes[] = {zoHostileInput::Mebibyte / 4, zoHostileInput::Mebibyte / 2, zoHostileInput::Mebibyte};
 
 struct Usage
@@ -94,6 +95,8 @@ Usage run(const QStringList& command, const QString& input)
     if (child == 0) {
         const rlimit limit{s_memory, s_memory};
         setrlimit(RLIMIT_AS, &limit);
+        const rlimit end{s_endOfPatience, s_endOfPatience};
+        setrlimit(RLIMIT_CPU, &end);
         if (freopen(file.constData(), "rb", stdin) == nullptr ||
             freopen("/dev/null", "wb", stdout) == nullptr || freopen("/dev/null", "wb", stderr) == nullptr)
             _exit(127);
@@ -122,9 +125,14 @@ Usage measure(const zoHostileInput& row, const QStringList& program, const QStri
     const QString input = folder + QLatin1String("/input");
     const QString other = folder + QLatin1String("/other");
     QStringList command = program + row.command;
+    const QString half = folder + QLatin1String("/half");
     command.replaceInStrings(zoHostileInput::other(), other);
+    command.replaceInStrings(zoHostileInput::half(), half);
+    if (row.more)
+        command += row.more(size);
     Usage least;
-    if (!write(input, row.text(size)) || !write(other, row.text(size / 4 * 3)))
+    if (!write(input, row.text(size)) || !write(other, row.text(size / 4 * 3)) ||
+        !write(half, row.text(size / 2)))
         return least;
     for (int i = 0; i < runs; ++i) {
         const Usage usage = run(command, input);
@@ -184,14 +192,16 @@ std::vector<zoHostileInput> rowsOf(const QString& reader)
 {
     std::vector<zoHostileInput> rows;
     for (const zoHostileInput& row : zoHostileInput::all()) {
-        const bool isHosts = row.command.constFirst() == QLatin1String("hosts");
-        const bool isDocument = row.command.constFirst() == QLatin1String("format");
+        const bool isHosts = row.name.startsWith("fold-") && !row.name.startsWith("fold-brackets-");
+        const bool isDocument = row.name.startsWith("format-");
+        const QByteArray first = isHosts ? "fold-" : "format-";
         if (reader.isEmpty())
             rows.push_back(row);
         else if (reader == QLatin1String("window-hosts") ? isHosts : isDocument)
-            rows.push_back({reader.toLatin1() + '-' + QByteArray(row.name).replace("format-", ""),
+            rows.push_back({reader.toLatin1() + '-' + QByteArray(row.name).replace(first, ""),
                             {QStringLiteral("--read"), reader},
-                            row.text});
+                            row.text,
+                            {}});
     }
     return rows;
 }
@@ -208,10 +218,14 @@ int main(int argc, char** argv)
             request.isMarkdown = true;
         } else if (std::strncmp(argv[i], "--runs=", 7) == 0 && std::atoi(argv[i] + 7) > 0) {
             request.runs = std::atoi(argv[i] + 7);
+        } else if (std::strncmp(argv[i], "--zohpc=", 8) == 0) {
+            request.zohpc = QFile::decodeName(argv[i] + 8);
         } else if (std::strncmp(argv[i], "--benchmark_filter=", 19) == 0) {
             request.filter.setPattern(QString::fromLocal8Bit(argv[i] + 19));
         } else {
-            std::fprintf(stderr, "Usage: %s [--markdown] [--runs=N] [--benchmark_filter=REGEX]\n", argv[0]);
+            std::fprintf(stderr,
+                         "Usage: %s [--markdown] [--runs=N] [--zohpc=PROGRAM] [--benchmark_filter=REGEX]\n",
+                         argv[0]);
             return 2;
         }
     }

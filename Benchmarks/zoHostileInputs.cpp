@@ -55,57 +55,63 @@ Text ofWindows(const Text& windows)
 class Table
 {
 public:
-    void addHosts();
+    // Each hosts text, each configuration and so on, read by the command.
+    void addHosts(const QByteArray& name, const QStringList& command);
     void addDocuments(const QByteArray& name, const QStringList& command);
-    void addLegacy();
+    void addLegacy(const QByteArray& name, const QStringList& command);
+    void addTopologies(const QByteArray& name, const QStringList& command);
+    void addChanges();
 
     std::vector<zoHostileInput> rows;
 
 private:
     void add(const QByteArray& name, const QStringList& command, const Text& text)
     {
-        rows.push_back({name, command, text});
+        rows.push_back({name, command, text, {}});
     }
 };
 
-void Table::addHosts()
+void Table::addHosts(const QByteArray& name, const QStringList& command)
 {
-    const QStringList expand{"hosts", "expand"};
-    const QStringList fold{"hosts", "fold"};
-    const QStringList brackets{"hosts", "fold", "-b", "--names"};
-    const QStringList tree{"hosts", "tree", "--json"};
-    add("words-that-are-no-names", expand, filled("_ "));
-    add("words-that-lose-characters", expand, filled("a_ "));
-    add("ranges-from-brackets-that-fill-nothing", expand, filled("n[1-2] - m1 "));
-    add("blocks-that-are-no-ranges", expand, filled("n[1x] "));
-    add("brackets-that-open", expand, filled("["));
-    add("moved-networks-inside-each-other", expand, filled("h[forwards="));
-    add("ranges", expand, numbered([](const QByteArray& i) { return 'n' + i + "x0 - n" + i + "x9999\n"; }));
-    add("largest-bracket", tree,
+    const auto row = [&](const char* input, const Text& text) { add(name + '-' + input, command, text); };
+    row("words-that-are-no-names", filled("_ "));
+    row("words-that-lose-characters", filled("a_ "));
+    row("ranges-from-brackets-that-fill-nothing", filled("n[1-2] - m1 "));
+    row("blocks-that-are-no-ranges", filled("n[1x] "));
+    row("brackets-that-open", filled("["));
+    row("moved-networks-inside-each-other", filled("h[forwards="));
+    row("ranges", numbered([](const QByteArray& i) { return 'n' + i + "x0 - n" + i + "x9999\n"; }));
+    row("largest-bracket",
         counted(1000000, [](int count) { return "n[1-" + QByteArray::number(count) + ']'; }));
-    add("grid-of-brackets", brackets, counted(1000000, [](int count) {
+    row("grid-of-brackets", counted(1000000, [](int count) {
             return "n[1-1000]m[1-" + QByteArray::number(std::max(1, count / 1000)) + ']';
         }));
-    add("long-name-of-many", fold, [](int size) { return QByteArray(size, 'n') + "[1-1000000]"; });
-    add("numbers-of-one-bracket", fold,
-        between("n[", numbered([](const QByteArray& i) { return i + ','; }), "0]"));
-    add("names-of-one-number", brackets, numbered([](const QByteArray& i) { return 'n' + i + ' '; }));
-    add("names-backwards", fold, counted(100000, [](int count) {
+    row("long-name-of-many", [](int size) { return QByteArray(size, 'n') + "[1-1000000]"; });
+    row("numbers-of-one-bracket", between("n[", numbered([](const QByteArray& i) { return i + ','; }), "0]"));
+    row("names", numbered([](const QByteArray& i) { return 'n' + i + ' '; }));
+    row("names-backwards", counted(100000, [](int count) {
             QByteArray text;
             while (count-- > 0)
                 text += 'n' + QByteArray::number(count) + ' ';
             return text;
         }));
-    add("one-name-of-many-numbers", brackets, filled("a1"));
-    add("names-of-many-numbers", brackets, numbered([](const QByteArray& i) {
+    row("names-of-one", filled("n "));
+    row("one-name-of-many-numbers", filled("a1"));
+    row("names-of-many-numbers", numbered([](const QByteArray& i) {
             return QByteArray("a1").repeated(13) + 'b' + i + 'c' + i + '0' + ' ';
         }));
-    add("braces", tree, filled("{}"));
-    add("deep-braces", tree, counted(5000, [](int count) {
+    row("braces", filled("{}"));
+    row("deep-braces", counted(5000, [](int count) {
             return QByteArray("{a").repeated(count) + QByteArray(" a").repeated(2000);
         }));
-    add("gateways", fold, filled("gw{a}"));
-    add("option-block", expand, between("h[", filled("rt=1,"), QByteArray()));
+    row("deep-gateways", counted(5000, [](int count) {
+            QByteArray text;
+            for (int i = 0; i < count; ++i)
+                text += 'g' + QByteArray::number(i) + '{';
+            return text + 'n' + QByteArray(count, '}');
+        }));
+    row("gateways", filled("gw{a}"));
+    row("option-block", between("h[", filled("rt=1,"), QByteArray()));
 }
 
 void Table::addDocuments(const QByteArray& name, const QStringList& command)
@@ -123,6 +129,12 @@ void Table::addDocuments(const QByteArray& name, const QStringList& command)
     row("deep-and-closed", ofHosts(counted(5000, [](int count) {
             return QByteArray("<node><network>").repeated(count) +
                    QByteArray("</network></node>").repeated(count);
+        })));
+    row("deep-gateways", ofHosts(counted(5000, [](int count) {
+            QByteArray gateways;
+            for (int i = 0; i < count; ++i)
+                gateways += "<node name='g" + QByteArray::number(i) + "'><network>";
+            return gateways + QByteArray("</network></node>").repeated(count);
         })));
     row("declarations",
         between("<!DOCTYPE a [", numbered([](const QByteArray& i) { return "<!ENTITY e" + i + " \"x\">"; }),
@@ -147,6 +159,20 @@ void Table::addDocuments(const QByteArray& name, const QStringList& command)
     row("walls", ofDisplays(numbered([](const QByteArray& i) {
             return "<projection name='W" + i + "' type='wall' rows='2' columns='5' distance='1'/>";
         })));
+    row("blended-walls", ofDisplays(numbered([](const QByteArray& i) {
+            return "<projection name='W" + i +
+                   "' type='powerwall' rows='2' columns='4' width='9' height='9' distance='1' "
+                   "edgeblending='true'/>";
+        })));
+    row("blended-tiles", counted(1000, [](int count) {
+            return "<cluster version='1'><projection name='W' type='powerwall' rows='" +
+                   QByteArray::number(count) +
+                   "' columns='100' width='9000' height='900' distance='1' edgeblending='true'/></cluster>";
+        }));
+    row("name-of-tiles", [](int size) {
+        return "<cluster version='1'><projection name='" + QByteArray(size, 'n') +
+               "' type='wall' rows='3' columns='3'/></cluster>";
+    });
     row("walls-of-many-tiles", ofDisplays(filled("<projection type='wall' rows='100' columns='1000'/>")));
     row("windows-at-one-place", ofWindows(filled("<window node='a'><viewport projection='P'/></window>")));
     row("windows", ofWindows(numbered([](const QByteArray& i) {
@@ -171,11 +197,11 @@ void Table::addDocuments(const QByteArray& name, const QStringList& command)
     });
 }
 
-void Table::addLegacy()
+void Table::addLegacy(const QByteArray& name, const QStringList& command)
 {
-    const auto parameter = [](const QByteArray& name) { return "<key name=\"" + name + "\">"; };
+    const auto parameter = [](const QByteArray& key) { return "<key name=\"" + key + "\">"; };
     const auto row = [&](const char* input, const Text& text) {
-        add(QByteArray("convert-") + input, {"convert", "-"}, between("<config>", text, "</config>"));
+        add(name + '-' + input, command, between("<config>", text, "</config>"));
     };
     row("parameters", numbered([=](const QByteArray& i) { return parameter("p" + i) + "x</key>"; }));
     row("parameters-of-one-name", filled(parameter("zoClusterHosts") + "n1</key>"));
@@ -197,20 +223,93 @@ void Table::addLegacy()
     row("value-in-base64",
         between("<key type=\"QString\" name=\"zoClusterServers\">", filled("bjEg"), "</key>"));
 }
+
+// Gateways as ClusterShell has them.
+void Table::addTopologies(const QByteArray& name, const QStringList& command)
+{
+    const auto row = [&](const char* input, const Text& text) {
+        add(name + '-' + input, command, between("[routes]\n", text, QByteArray()));
+    };
+    row("routes-side-by-side", numbered([](const QByteArray& i) { return "gw: n" + i + '\n'; }));
+    row("routes-behind-each-other", numbered([](const QByteArray& i) {
+            return 'n' + i + ": n" + QByteArray::number(i.toInt() + 1) + '\n';
+        }));
+    row("routes-of-many", counted(100000, [](int count) {
+            const QByteArray last = QByteArray::number(count);
+            return "a: g[1-" + last + "]\ng[1-" + last + "]: n[1-" + last + "]\n";
+        }));
+    row("comments", filled("# a\n"));
+    row("lines-that-are-no-routes", filled("x\n"));
+}
+
+// Thousands of changes at once, of so many nodes.
+void Table::addChanges()
+{
+    const auto row = [&](const char* name, const std::function<QString(int)>& change) {
+        const Text nodes = ofHosts(counted(8000, [](int count) {
+            QByteArray text;
+            for (int i = 0; i < count; ++i)
+                text += "<node name='n" + QByteArray::number(i) + "'/>";
+            return text;
+        }));
+        rows.push_back({name, {"set", "--force", "-"}, nodes, [change](int size) {
+                            QStringList changes;
+                            const int count =
+                                std::max(1, int(qint64(8000) * size / zoHostileInput::Mebibyte));
+                            for (int i = 0; i < count; ++i)
+                                changes << change(i);
+                            return changes;
+                        }});
+    };
+    row("set-changes-of-many", [](int i) { return QStringLiteral("node[n%1]/enabled=false").arg(i); });
+    row("set-names-of-many", [](int i) { return QStringLiteral("node[n%1]/name=m%1").arg(i); });
+    row("set-numbers-of-many", [](int i) { return QStringLiteral("node[%1]/enabled=false").arg(i + 1); });
+    row("set-changes-that-are-not-there", [](int i) { return QStringLiteral("m%1/enabled=false").arg(i); });
+    row("set-changes-of-one", [](int i) { return QStringLiteral("node[n0]/serviceport=%1").arg(i + 1); });
+    row("get-many", [](int i) { return QStringLiteral("node[n%1]/enabled").arg(i); });
+    rows.back().command = QStringList{"get", "-"};
+}
 } // namespace
 
 const std::vector<zoHostileInput>& zoHostileInput::all()
 {
     static const std::vector<zoHostileInput> rows = [] {
         Table table;
-        table.addHosts();
+        const QString other = zoHostileInput::other();
+        table.addHosts("expand", {"hosts", "expand"});
+        table.addHosts("fold", {"hosts", "fold"});
+        table.addHosts("fold-brackets", {"hosts", "fold", "-b", "--names"});
+        table.addHosts("tree", {"hosts", "tree"});
+        table.addHosts("tree-json", {"hosts", "tree", "--json"});
+        table.addHosts("new-wall", {"new", "--wall", "2x1", "--hosts", "-"});
+        table.addHosts("new-large-wall", {"new", "--wall", "1000x100", "--hosts", "-"});
+        table.addHosts("new-cave",
+                       {"new", "--cave", "3000x2400x3000", "--stereo", "left-right", "--hosts", "-"});
         table.addDocuments("check", {"check", "-"});
+        table.addDocuments("check-json", {"check", "--json", "-"});
+        table.addDocuments("describe", {"describe", "-"});
         table.addDocuments("format", {"format", "-"});
         table.addDocuments("draw", {"draw", "-", "-o", "-"});
         table.addDocuments("draw-screens", {"draw", "-", "-o", "-", "--picture", "screens"});
-        table.addDocuments("diff", {"diff", "-", zoHostileInput::other()});
+        table.addDocuments("draw-network", {"draw", "-", "-o", "-", "--picture", "network"});
+        table.addDocuments("diff", {"diff", "-", other});
+        table.addDocuments("diff-json", {"diff", "--json", "-", other});
         table.addDocuments("export", {"export", "-", "--equalizer", "-"});
-        table.addLegacy();
+        table.addDocuments("export-paraview", {"export", "-", "--paraview", "-"});
+        table.addDocuments("get", {"get", "-"});
+        table.addDocuments("get-json", {"get", "--defaults", "--json", "-"});
+        table.addDocuments("set", {"set", "--force", "-", "cluster/booking=a"});
+        table.addDocuments("set-nodes", {"set", "--force", "-", "node[*]/enabled=false"});
+        table.addDocuments("set-projections", {"set", "--force", "-", "projection[*]/name=P"});
+        table.addDocuments("merge", {"merge", "--force", other, "-", other});
+        table.addDocuments("merge-both", {"merge", "--force", zoHostileInput::half(), "-", other});
+        table.addDocuments("nodes", {"nodes", "-"});
+        table.addDocuments("nodes-ansible", {"nodes", "--format", "ansible", "-"});
+        table.addDocuments("report", {"report", "-", "-o", "-"});
+        table.addDocuments("topology", {"topology", "-"});
+        table.addLegacy("convert", {"convert", "-"});
+        table.addTopologies("topology-read", {"topology", "--read", "-"});
+        table.addChanges();
         return table.rows;
     }();
     return rows;

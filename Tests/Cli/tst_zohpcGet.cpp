@@ -50,6 +50,7 @@ private slots:
     void itemIsAllBelowIt();
     void defaultsAreShownOnRequest();
     void jsonHoldsThePaths();
+    void jsonHoldsEachPathOnce();
     void whatIsNotThereIsTold_data();
     void whatIsNotThereIsTold();
     void everyLineIsAPath();
@@ -139,6 +140,17 @@ void tst_zohpcGet::jsonHoldsThePaths()
 
     QCOMPARE(QJsonDocument::fromJson(run.output).object(),
              (QJsonObject{{"node[gw]/rendernode", "false"}, {"node[b]/enabled", "true"}}));
+}
+
+void tst_zohpcGet::jsonHoldsEachPathOnce()
+{
+    const zoCommandRun run = zoCommandRun::zohpc(
+        {"get", "-", "b/name", "network[*]", "node[b]", "node[b]/enabled", "--json"}, s_text);
+
+    const QJsonObject values = QJsonDocument::fromJson(run.output).object();
+    QCOMPARE(values.value("node[b]/name").toString(), QString("b"));
+    QCOMPARE(values.value("node[b]/enabled").toString(), QString("true"));
+    QCOMPARE(run.output.count("\":\""), values.size());
 }
 
 void tst_zohpcGet::whatIsNotThereIsTold_data()

@@ -143,6 +143,21 @@ void tst_zohpcHostile::addValues() const
         << QStringList{"format", "-"}
         << document({}, "<projection name='W' rows='100' columns='1000' width='9000' height='900' "
                         "edgeblending='true' type='powerwall' distance='1'/>");
+    const QByteArray tiles =
+        document({}, "<projection name='W' rows='1000' columns='100' width='9000' height='900' "
+                     "edgeblending='true' type='powerwall' distance='1'/>");
+    const QByteArray walls = document({}, numbered([](const QByteArray& i) {
+                                          return "<projection name='W" + i +
+                                                 "' type='powerwall' rows='2' columns='4' width='9' "
+                                                 "height='9' distance='1' edgeblending='true'/>";
+                                      }));
+    QTest::newRow("get-blended-tiles") << QStringList{"get", "-"} << tiles;
+    QTest::newRow("get-json-blended-walls") << QStringList{"get", "--defaults", "--json", "-"} << walls;
+    QTest::newRow("set-blended-tiles") << QStringList{"set", "--force", "-", "cluster/booking=a"} << tiles;
+    const QString other = m_files.write("walls.zhpc", walls);
+    QTest::newRow("merge-blended-walls") << QStringList{"merge", other, "-", other} << walls;
+    const QString tiled = m_files.write("tiles.zhpc", tiles);
+    QTest::newRow("merge-blended-tiles") << QStringList{"merge", tiled, "-", tiled} << tiles;
     for (const char* format : {"--defaults", "--json"})
         QTest::newRow((QByteArray("get") + format).constData())
             << QStringList{"get", format, "-"} << document(filled("<node/>"));
@@ -172,6 +187,16 @@ void tst_zohpcHostile::addChanges() const
     QTest::newRow("set-deep") << set("node[*]/enabled=false")
                               << document(QByteArray("<node><network>").repeated(5000) +
                                           QByteArray("</network></node>").repeated(5000));
+    // Falls by the time alone: the paths of all nodes once for each change.
+    QStringList changes{"set", "--force", "-"};
+    QByteArray named;
+    for (int i = 0; i < 8000; ++i) {
+        const QByteArray number = QByteArray::number(i);
+        named += "<node name='n" + number + "'/>";
+        changes << QString::fromLatin1(i % 2 == 0 ? "node[n" + number + "]/enabled=false"
+                                                  : "node[n" + number + "]/name=m" + number);
+    }
+    QTest::newRow("set-thousands-of-changes") << changes << document(named);
     for (const char* command : {"check", "format", "get", "describe"})
         QTest::newRow((QByteArray(command) + "-tiles-with-a-long-name").constData())
             << QStringList{command, "-"}

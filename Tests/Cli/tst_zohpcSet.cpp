@@ -27,6 +27,8 @@ private slots:
     void defaultsAreNotWritten();
     void renamedItemsKeepWhatNamesThem_data();
     void renamedItemsKeepWhatNamesThem();
+    void laterChangeFindsNewNames_data();
+    void laterChangeFindsNewNames();
     void mistakeChangesNothing_data();
     void mistakeChangesNothing();
     void allMistakesAreTold();
@@ -161,6 +163,38 @@ void tst_zohpcSet::renamedItemsKeepWhatNamesThem()
     const QString file = m_files.write("wall.zhpc", wall());
 
     const zoCommandRun run = zoCommandRun::zohpc({"set", file, change});
+
+    QCOMPARE(run.whole(), QByteArray("--- errors\n--- exit code 0\n"));
+    QCOMPARE(zoCommandRun::zohpc({"get", file, path}).output, value);
+}
+
+void tst_zohpcSet::laterChangeFindsNewNames_data()
+{
+    QTest::addColumn<QStringList>("changes");
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QByteArray>("value");
+
+    QTest::newRow("new-name") << QStringList{"n2/name=m", "node[m]/enabled=false"} << "node[*]/enabled"
+                              << QByteArray("true\nfalse\n");
+    QTest::newRow("second-that-becomes-the-first")
+        << QStringList{"n2/name=n1", "node[n1]/name=m", "node[n1]/enabled=false"} << "node[*]/enabled"
+        << QByteArray("true\nfalse\n");
+    QTest::newRow("projection") << QStringList{"Wall/name=Front", "Front/width=3000"} << "Front/width"
+                                << QByteArray("3000\n");
+    QTest::newRow("description") << QStringList{"network[1]/description=Farm", "network[Farm]/speed=10g"}
+                                 << "network[1]/speed" << QByteArray("10g\n");
+    QTest::newRow("window-that-names-another") << QStringList{"n1/name=y", "window[1]/node=n2", "y/name=z"}
+                                               << "window[*]/node" << QByteArray("n2\nn2\n");
+}
+
+void tst_zohpcSet::laterChangeFindsNewNames()
+{
+    QFETCH(QStringList, changes);
+    QFETCH(QString, path);
+    QFETCH(QByteArray, value);
+    const QString file = m_files.write("wall.zhpc", wall());
+
+    const zoCommandRun run = zoCommandRun::zohpc(QStringList{"set", file} + changes);
 
     QCOMPARE(run.whole(), QByteArray("--- errors\n--- exit code 0\n"));
     QCOMPARE(zoCommandRun::zohpc({"get", file, path}).output, value);

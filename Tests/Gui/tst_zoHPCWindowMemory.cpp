@@ -208,8 +208,10 @@ void tst_zoHPCWindowMemory::fileThatCannotBeUsedIsLeftAlone()
     const QString folder = QFileInfo(name).path();
     QVERIFY(QDir(folder).removeRecursively());
     const auto write = [](const QString& fileName) {
+        constexpr char text[] = "[windows\n\0\xff=\n%%\xc3(=\\x";
+        constexpr qint64 size = sizeof text - 1;
         QFile file(fileName);
-        return file.open(QIODevice::WriteOnly) && file.write("[windows\n\0\xff=\n%%\xc3(=\\x", 22) == 22;
+        return file.open(QIODevice::WriteOnly) && file.write(text, size) == size;
     };
     if (kind == "file-for-its-folder")
         QVERIFY(write(folder));

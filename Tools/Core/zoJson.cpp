@@ -2,6 +2,8 @@
 
 #include <QJsonDocument>
 
+#include <algorithm>
+
 QByteArray zoJson::text(const QJsonArray& list)
 {
     // One document: one for each entry of a long list takes twice the time of the whole command.
@@ -36,6 +38,12 @@ QByteArray zoJson::text(const QJsonObject& object)
 
 QByteArray zoJson::quoted(const QString& text)
 {
+    // A document for each of millions of values takes seconds.
+    if (std::all_of(text.begin(), text.end(), [](QChar c) {
+            return c >= QLatin1Char(' ') && c <= QLatin1Char('~') && c != QLatin1Char('"') &&
+                   c != QLatin1Char('\\');
+        }))
+        return '"' + text.toLatin1() + '"';
     // Documents hold lists and objects only.
     const QByteArray list = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
     return list.mid(1, list.size() - 2);

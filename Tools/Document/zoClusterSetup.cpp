@@ -1,9 +1,9 @@
 #include "zoClusterSetup.h"
 
 #include "zoConsole.h"
-#include "zoDocumentLosses.h"
 #include "zoHPCDocumentText.h"
 #include "zoHPCTextCheck.h"
+#include "zoHPCTreeWidgetItem.h"
 
 #include <QCoreApplication>
 
@@ -34,11 +34,30 @@ bool zoClusterSetup::readFile(const QString& fileName, std::vector<zoHPCDocument
     return true;
 }
 
-QDomDocument zoClusterSetup::documentWithNamesOfTiles() const
+QDomDocument zoClusterSetup::outlineDocument(zoHPCDocumentText::Tiles tiles) const
 {
     QDomDocument document;
-    zoHPCDocumentText::parse(textWithNamesOfTiles(), document);
+    zoHPCDocumentText::parse(outline(tiles), document);
     return document;
+}
+
+QDomElement zoClusterSetup::tile(int projection, int place)
+{
+    const QTreeWidgetItem* const above = displays().projectionRoot()->child(projection);
+    const auto* const tile =
+        dynamic_cast<const zoHPCTreeWidgetItem*>(above != nullptr ? above->child(place) : nullptr);
+    return tile != nullptr ? tile->toXML(m_tiles, zoClusterTags::Projection) : QDomElement();
+}
+
+QVector<zoDocumentLosses::Loss> zoClusterSetup::losses() const
+{
+    // Of a hundred thousand tiles all parts take more than a gigabyte; whoever has them most often wrote them with us.
+    constexpr int Large = 4 << 20; // bytes
+    if (m_file.bytes.size() >= Large && m_file.bytes == text().toUtf8())
+        return {};
+    return zoDocumentLosses::ofFormat(m_file.text, [this](zoDocumentLosses::Tiles tiles) {
+        return tiles == zoDocumentLosses::Tiles::Some ? text() : outline();
+    });
 }
 
 bool zoClusterSetup::readText(const QString& fileName, QDomDocument& document)

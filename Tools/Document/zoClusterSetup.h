@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zoDocumentLosses.h"
 #include "zoHPCConfiguration.h"
 #include "zoHPCDocumentProblems.h"
 #include "zoTextFile.h"
@@ -31,13 +32,23 @@ public:
     // Everything in canonical form. A hosts file that the configuration names is not read.
     QDomDocument document() const { return m_configuration.document(); }
     QString text() const { return m_configuration.text(); }
-    // The same without the values of tiles and planes that projections generate.
-    QString textWithNamesOfTiles() const { return m_configuration.textWithNamesOfTiles(); }
-    QDomDocument documentWithNamesOfTiles() const;
+    // The same for readers, by default with no more of tiles than names and types.
+    QString outline(zoHPCDocumentText::Tiles tiles = zoHPCDocumentText::Tiles::Outline) const
+    {
+        return m_configuration.outline(tiles);
+    }
+    QDomDocument outlineDocument(zoHPCDocumentText::Tiles tiles = zoHPCDocumentText::Tiles::Outline) const;
+    // A tile or plane as the document has it, by its place below its projection, and the place of that among all
+    // projections.
+    QDomElement tile(int projection, int place);
+
+    // What the canonical text loses of the file; but for what stands behind a NUL.
+    QVector<zoDocumentLosses::Loss> losses() const;
 
 private:
     bool readText(const QString& fileName, QDomDocument& document);
 
     zoTextFile::Content m_file;
     zoHPCConfiguration m_configuration;
+    QDomDocument m_tiles; // to which elements of tiles belong; holds none of them
 };

@@ -83,10 +83,17 @@ bool isOneWord(const QString& name)
     });
 }
 
-QString attributeName(int column, const zoHPCTreeWidgetItem::ColumnMap& columns)
+// What names others.
+QString nodeOfWindow()
 {
-    return columns.at(column);
+    return zoHPCWindowItem::columns().at(zoHPCWindowItem::Node);
 }
+
+QString projectionOfViewport()
+{
+    return zoHPCViewportItem::columns().at(zoHPCViewportItem::Projection);
+}
+
 // What was meant, looked for once for each word: [*] gives the same one to all.
 class Guesses final
 {
@@ -104,7 +111,8 @@ private:
 };
 } // namespace
 
-zoConfigurationEdit::zoConfigurationEdit(zoClusterSetup& setup) : m_setup(setup), m_document(setup.document())
+zoConfigurationEdit::zoConfigurationEdit(zoClusterSetup& setup)
+    : m_setup(setup), m_document(setup.outlineDocument()), m_paths(m_document.documentElement())
 {
 }
 
@@ -117,10 +125,9 @@ void zoConfigurationEdit::set(const QString& assignment)
     }
     const QString path = assignment.left(end);
     const QString value = assignment.mid(end + 1);
-    const zoItemPaths paths(m_document.documentElement());
     zoItemPaths::Target target;
     QString reason;
-    if (!paths.find(path, target, reason)) {
+    if (!m_paths.find(path, target, reason)) {
         m_mistakes << reason;
         return;
     }
@@ -128,30 +135,29 @@ void zoConfigurationEdit::set(const QString& assignment)
         m_mistakes << tr("\"%1\" is an item: say which of its values, as %2")
                           .arg(path,
                                zoItemPaths::attribute(
-                                   path, zoItemPaths::attributesOf(paths.item(target.items.front()).element)
+                                   path, zoItemPaths::attributesOf(m_paths.item(target.items.front()).element)
                                              .value(0)));
         return;
     }
-    // What names others may become another one by this change.
-    m_windows.reset();
-    m_viewports.reset();
     for (const int index : target.items) {
-        const zoItemPaths::Item& item = paths.item(index);
-        const QString whole = zoItemPaths::attribute(item.path, target.attribute);
-        if (item.isComputed)
-            m_mistakes << tr("%1 is computed from the projection above it").arg(whole);
+        if (m_paths.item(index).isComputed)
+            m_mistakes
+                << tr("%1 is computed from the projection above it").arg(pathOf(index, target.attribute));
         else
-            set(paths, index, target.attribute, value);
+            set(index, target.attribute, value);
     }
 }
 
-void zoConfigurationEdit::set(const zoItemPaths& paths, int index, const QString& attribute,
-                              const QString& value)
+QString zoConfigurationEdit::pathOf(int index, const QString& attribute)
 {
-    QDomElement element = paths.item(index).element;
+    return zoItemPaths::attribute(m_paths.pathOf(index), attribute);
+}
+
+void zoConfigurationEdit::set(int index, const QString& attribute, const QString& value)
+{
+    QDomElement element = m_paths.item(index).element;
     QString stored = value;
-    const QString whole = zoItemPaths::attribute(paths.item(index).path, attribute);
-    if (!accepts(element, whole, attribute, stored))
+    if (!accepts(index, attribute, stored))
         return;
     const QString before = zoItemValues::value(element, attribute);
     // What is the default is not written.
@@ -164,15 +170,20 @@ void zoConfigurationEdit::set(const zoItemPaths& paths, int index, const QString
     else
         element.setAttribute(attribute, stored);
     const QString after = zoItemValues::value(element, attribute);
-    m_hasChanged = m_hasChanged || before != after;
-    if (attribute == zoClusterTags::NameAttribute && before != after)
-        rename(element, before, after);
-    m_changes.push_back({whole, index, attribute, after});
+    if (before != after) {
+        m_hasChanged = true;
+        if (attribute == zoClusterTags::NameAttribute || attribute == zoHPCOption::Description)
+            m_paths.rename(index);
+        if (attribute == zoClusterTags::NameAttribute)
+            rename(element, before, after);
+        addUser(element, attribute);
+    }
+    m_changes.push_back({index, attribute, after});
 }
 
-bool zoConfigurationEdit::accepts(const QDomElement& element, const QString& path, const QString& attribute,
-                                  QString& value)
+bool zoConfigurationEdit::accepts(int index, const QString& attribute, QString& value)
 {
+    const QDomElement element = m_paths.item(index).element;
     const zoHPCGrammar::Element* const kind = zoHPCGrammar::element(element.tagName());
     if (kind == nullptr)
         return true;
@@ -185,13 +196,13 @@ bool zoConfigurationEdit::accepts(const QDomElement& element, const QString& pat
         std::find_if(known.begin(), known.end(),
                      [&](const zoHPCGrammar::Attribute& candidate) { return candidate.name == attribute; });
     if (found == known.end()) {
-        m_mistakes << tr("%1: there is no such attribute").arg(path);
+        m_mistakes << tr("%1: there is no such attribute").arg(pathOf(index, attribute));
         return false;
     }
     if (value.isEmpty()) {
         if (!found->isRequired)
             return true;
-        m_mistakes << tr("%1: a value is needed").arg(path);
+        m_mistakes << tr("%1: a value is needed").arg(pathOf(index, attribute));
         return false;
     }
     // A person may write a truth as it comes.
@@ -199,7 +210,7 @@ bool zoConfigurationEdit::accepts(const QDomElement& element, const QString& pat
     if (isTruth(found->type) && QStringList{"true", "false", "1", "0"}.contains(value.toLower()))
         value = canonical(found->type, value);
     if (!found->accepts(value)) {
-        m_mistakes << tr("%1: \"%2\" is not %3").arg(path, shown, expectation(*found));
+        m_mistakes << tr("%1: \"%2\" is not %3").arg(pathOf(index, attribute), shown, expectation(*found));
         const QString guess = zoHPCSuggestion::closest(value, found->words);
         if (!guess.isEmpty())
             m_mistakes.last() += tr("; did you mean \"%1\"?").arg(guess);
@@ -207,7 +218,7 @@ bool zoConfigurationEdit::accepts(const QDomElement& element, const QString& pat
     }
     if (element.tagName() == zoClusterTags::Node && attribute == zoClusterTags::NameAttribute &&
         !isOneWord(value)) {
-        m_mistakes << tr("%1: \"%2\" is no name of one host").arg(path, value);
+        m_mistakes << tr("%1: \"%2\" is no name of one host").arg(pathOf(index, attribute), value);
         return false;
     }
     value = canonical(found->type, value);
@@ -216,22 +227,28 @@ bool zoConfigurationEdit::accepts(const QDomElement& element, const QString& pat
 
 zoConfigurationEdit::Users zoConfigurationEdit::usersOf(const QString& kind, const QString& attribute) const
 {
-    const zoItemPaths paths(m_document.documentElement());
     Users users;
-    for (const zoItemPaths::Item& item : paths.items()) {
+    for (const zoItemPaths::Item& item : m_paths.items()) {
         if (item.kind == kind)
             users[item.element.attribute(attribute)].push_back(item.element);
     }
     return users;
 }
 
+void zoConfigurationEdit::addUser(const QDomElement& element, const QString& attribute)
+{
+    const QString tag = element.tagName();
+    if (m_windows && tag == zoClusterTags::Window && attribute == nodeOfWindow())
+        (*m_windows)[element.attribute(attribute)].push_back(element);
+    if (m_viewports && tag == zoClusterTags::Viewport && attribute == projectionOfViewport())
+        (*m_viewports)[element.attribute(attribute)].push_back(element);
+}
+
 // Windows and viewports go on naming what they named.
 void zoConfigurationEdit::rename(const QDomElement& element, const QString& before, const QString& after)
 {
     const bool isNode = element.tagName() == zoClusterTags::Node;
-    const QString attribute =
-        isNode ? attributeName(zoHPCWindowItem::Node, zoHPCWindowItem::columns())
-               : attributeName(zoHPCViewportItem::Projection, zoHPCViewportItem::columns());
+    const QString attribute = isNode ? nodeOfWindow() : projectionOfViewport();
     std::optional<Users>& known = isNode ? m_windows : m_viewports;
     if (!known)
         known = usersOf(isNode ? zoClusterTags::Window : zoClusterTags::Viewport, attribute);
@@ -245,53 +262,64 @@ void zoConfigurationEdit::rename(const QDomElement& element, const QString& befo
     for (const QString& name : qAsConst(names)) {
         const std::vector<QDomElement> users = known->take(name);
         const QString renamed = after + name.mid(before.size());
-        for (QDomElement user : users)
-            user.setAttribute(attribute, renamed);
         std::vector<QDomElement>& others = (*known)[renamed];
-        others.insert(others.end(), users.begin(), users.end());
+        for (QDomElement user : users) {
+            // It may name another one by now.
+            if (user.attribute(attribute) != name)
+                continue;
+            user.setAttribute(attribute, renamed);
+            others.push_back(user);
+        }
     }
 }
 
 void zoConfigurationEdit::finish()
 {
-    zoClusterSetup result;
-    result.readDocument(m_document);
-    m_text = result.text();
-    const QDomDocument document = result.document();
-    checkThatChangesStay(document.documentElement());
-    checkReferences(document.documentElement(), result);
+    const std::vector<Window> before = windowsOf(m_setup);
+    // Into the setup that was: a hundred thousand tiles are not there twice.
+    m_setup.readDocument(m_document);
+    m_text = m_setup.text();
+    const QDomDocument document = m_setup.outlineDocument();
+    const zoItemPaths read(document.documentElement());
+    checkThatChangesStay(read);
+    checkProjections(read);
+    checkNodes(before);
 }
 
-void zoConfigurationEdit::checkThatChangesStay(const QDomElement& root)
+std::vector<zoConfigurationEdit::Window> zoConfigurationEdit::windowsOf(zoClusterSetup& setup)
+{
+    std::vector<Window> windows;
+    const zoHPCLayout layout(setup.displays(), setup.hosts().master());
+    for (const zoHPCLayout::Window& window : layout.windows())
+        windows.push_back({window.node, window.nodeIndex != zoHPCLayout::None});
+    return windows;
+}
+
+void zoConfigurationEdit::checkThatChangesStay(const zoItemPaths& after)
 {
     // Names may have changed: items keep their places.
-    const zoItemPaths after(root);
-    if (after.items().size() != zoItemPaths(m_document.documentElement()).items().size())
+    if (after.items().size() != m_paths.items().size())
         return;
-    QHash<QString, QString> last; // values by path: only the last one has to stay
+    QHash<QPair<int, QString>, QString> last; // values by attribute: only the last one has to stay
     for (const Change& change : m_changes)
-        last.insert(change.path, change.value);
+        last.insert({change.item, change.attribute}, change.value);
     for (const Change& change : m_changes) {
         const QString value = zoItemValues::value(after.item(change.item).element, change.attribute);
         // What shows nothing is told with what it should show.
-        const bool isProjection =
-            change.attribute == attributeName(zoHPCViewportItem::Projection, zoHPCViewportItem::columns());
+        const bool isProjection = change.attribute == projectionOfViewport();
         if ((isProjection && value.isEmpty()) || value == change.value)
             continue;
-        if (last.value(change.path) == change.value)
-            m_mistakes
-                << tr("%1: \"%2\" would not stay, but become \"%3\"").arg(change.path, change.value, value);
+        if (last.value({change.item, change.attribute}) == change.value)
+            m_mistakes << tr("%1: \"%2\" would not stay, but become \"%3\"")
+                              .arg(pathOf(change.item, change.attribute), change.value, value);
     }
 }
 
-void zoConfigurationEdit::checkReferences(const QDomElement& root, zoClusterSetup& result)
+void zoConfigurationEdit::checkProjections(const zoItemPaths& read)
 {
-    const QString projection = attributeName(zoHPCViewportItem::Projection, zoHPCViewportItem::columns());
-    const zoItemPaths asked(m_document.documentElement());
-    const zoItemPaths read(root);
+    const QString projection = projectionOfViewport();
     Guesses projections;
-    Guesses nodes;
-    for (const zoItemPaths::Item& item : asked.items()) {
+    for (const zoItemPaths::Item& item : m_paths.items()) {
         if (item.kind != zoClusterTags::Viewport)
             continue;
         const QString shown = item.element.attribute(projection);
@@ -310,14 +338,17 @@ void zoConfigurationEdit::checkReferences(const QDomElement& root, zoClusterSetu
                           .arg(item.path, shown,
                                guess.isEmpty() ? QString() : tr("; did you mean \"%1\"?").arg(guess));
     }
-    // Windows that were wrong before are none of these changes.
-    const zoHPCLayout before(m_setup.displays(), m_setup.hosts().master());
-    const zoHPCLayout after(result.displays(), result.hosts().master());
-    for (std::size_t i = 0; i < after.windows().size() && i < before.windows().size(); ++i) {
+}
+
+// Windows that were wrong before are none of these changes.
+void zoConfigurationEdit::checkNodes(const std::vector<Window>& before)
+{
+    Guesses nodes;
+    const zoHPCLayout after(m_setup.displays(), m_setup.hosts().master());
+    for (std::size_t i = 0; i < after.windows().size() && i < before.size(); ++i) {
         const zoHPCLayout::Window& window = after.windows()[i];
-        const bool wasGood = before.windows()[i].nodeIndex != zoHPCLayout::None;
-        const bool isOther = before.windows()[i].node != window.node;
-        if (window.nodeIndex != zoHPCLayout::None || window.node.isEmpty() || (!wasGood && !isOther))
+        const bool isOther = before[i].node != window.node;
+        if (window.nodeIndex != zoHPCLayout::None || window.node.isEmpty() || (!before[i].isGood && !isOther))
             continue;
         const QString guess = nodes.closest(window.node, [&] {
             QStringList names;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zoClusterSetup.h"
+#include "zoItemPaths.h"
 
 #include <QCoreApplication>
 #include <QDomDocument>
@@ -10,8 +11,6 @@
 
 #include <optional>
 #include <vector>
-
-class zoItemPaths;
 
 // Values of a configuration that are changed by their paths. What does not stay, or leaves a window or a viewport
 // without what it shows, is a mistake; mistakes are collected, so that all of them can be told.
@@ -24,7 +23,7 @@ public:
 
     // "PATH=VALUE"; an empty value stands for the default.
     void set(const QString& assignment);
-    // Reads the changed document as a window would. To be called once, after the last change.
+    // Reads the changed document into the setup as a window would. To be called once, after the last change.
     void finish();
 
     const QStringList& mistakes() const { return m_mistakes; }
@@ -36,26 +35,38 @@ public:
 private:
     struct Change
     {
-        QString path; // whole, of the attribute; names as they are after all changes
-        int item;     // its index among the paths of the document, which changes keep
+        int item; // its index among the paths of the document, which changes keep
         QString attribute;
         QString value;
     };
-    // By the name that they use: windows, or viewports.
+    struct Window
+    {
+        QString node;
+        bool isGood; // the node is there
+    };
+    // By the name that they use, or used: windows, or viewports.
     using Users = QMap<QString, std::vector<QDomElement>>;
 
-    void set(const zoItemPaths& paths, int index, const QString& attribute, const QString& value);
-    bool accepts(const QDomElement& element, const QString& path, const QString& attribute, QString& value);
+    void set(int index, const QString& attribute, const QString& value);
+    bool accepts(int index, const QString& attribute, QString& value);
+    // Whole, with names as they are by now.
+    QString pathOf(int index, const QString& attribute);
     void rename(const QDomElement& element, const QString& before, const QString& after);
+    // When a window or viewport names another one.
+    void addUser(const QDomElement& element, const QString& attribute);
     // Of a kind of elements that name others by the attribute.
     Users usersOf(const QString& kind, const QString& attribute) const;
-    void checkThatChangesStay(const QDomElement& root);
-    void checkReferences(const QDomElement& root, zoClusterSetup& result);
+    // By the paths of what was read.
+    void checkThatChangesStay(const zoItemPaths& after);
+    void checkProjections(const zoItemPaths& read);
+    void checkNodes(const std::vector<Window>& before);
+    static std::vector<Window> windowsOf(zoClusterSetup& setup);
 
     zoClusterSetup& m_setup;
     QDomDocument m_document;
+    zoItemPaths m_paths; // of the document
     std::vector<Change> m_changes;
-    // Filled when the first name changes, and kept for all of [*]; empty until then.
+    // Filled when the first name changes, and kept for all changes; empty until then.
     std::optional<Users> m_windows;
     std::optional<Users> m_viewports;
     QStringList m_mistakes;

@@ -114,7 +114,7 @@ std::unique_ptr<zoComparedDocument> zoDiffCommand::read(const QString& fileName)
         zoClusterSetup setup;
         if (!setup.readFile(fileName))
             return nullptr;
-        text = setup.textWithNamesOfTiles();
+        text = setup.outline();
     }
     QDomDocument document;
     zoHPCDocumentText::parse(text, document);

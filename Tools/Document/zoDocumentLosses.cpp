@@ -200,10 +200,14 @@ QString zoDocumentLosses::cutText()
     return tr("everything from the NUL character on is left out");
 }
 
-QVector<zoDocumentLosses::Loss> zoDocumentLosses::ofFormat(const QString& source, const QString& canonical)
+QVector<zoDocumentLosses::Loss> zoDocumentLosses::ofFormat(const QString& source,
+                                                           const std::function<QString(Tiles)>& canonical)
 {
     const QVector<Part> before = partsOf(source);
-    const QVector<Part> after = partsOf(canonical);
+    const bool hasTiles = std::any_of(before.begin(), before.end(), [](const Part& part) {
+        return part.tag == zoClusterTags::Projection && part.parent == zoClusterTags::Projection;
+    });
+    const QVector<Part> after = partsOf(canonical(hasTiles ? Tiles::Some : Tiles::None));
     // Reading keeps the order of what is of one kind, so the n-th stays the n-th; but where some got lost.
     const auto kindOf = [](const Part& part) { return part.parent + QLatin1Char('/') + part.tag; };
     QHash<QString, QVector<int>> kept;

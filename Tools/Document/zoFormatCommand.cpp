@@ -76,7 +76,7 @@ int zoFormatCommand::format(const QString& file, const Request& request)
     if (request.isInPlace && isCanonical)
         return zoConsole::Fine;
     const bool isReplaced = request.isInPlace || zoTextFile::isSameFile(file, request.output);
-    if (!isCanonical && printLosses(file, setup, text) && isReplaced && !request.isForced) {
+    if (!isCanonical && printLosses(file, setup) && isReplaced && !request.isForced) {
         zoConsole::printError(
             tr("%1: not rewritten, for this would be lost; --force does it all the same").arg(file));
         return zoConsole::Unusable;
@@ -85,9 +85,9 @@ int zoFormatCommand::format(const QString& file, const Request& request)
                                                                               : zoConsole::Unusable;
 }
 
-bool zoFormatCommand::printLosses(const QString& file, const zoClusterSetup& setup, const QString& text)
+bool zoFormatCommand::printLosses(const QString& file, const zoClusterSetup& setup)
 {
-    const QVector<zoDocumentLosses::Loss> losses = zoDocumentLosses::ofFormat(setup.source(), text);
+    const QVector<zoDocumentLosses::Loss> losses = setup.losses();
     for (const zoDocumentLosses::Loss& loss : losses)
         zoConsole::printError(file, loss.line, loss.column, loss.text);
     if (setup.file().isCut)

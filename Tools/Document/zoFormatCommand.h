@@ -27,5 +27,5 @@ private:
     // The exit code for one file.
     static int format(const QString& file, const Request& request);
     // Tells what of the setup's file is not in the text; whether there is anything.
-    static bool printLosses(const QString& file, const zoClusterSetup& setup, const QString& text);
+    static bool printLosses(const QString& file, const zoClusterSetup& setup);
 };

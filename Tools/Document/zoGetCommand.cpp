@@ -6,35 +6,144 @@
 #include "zoItemValues.h"
 #include "zoJson.h"
 
-#include <QVariantMap>
+#include <QPair>
+#include <QSet>
 
-#include <utility>
 #include <vector>
 
 namespace
 {
-using Values = std::vector<std::pair<QString, QString>>;
-
-// Of an item and all below it: those that the document holds, or all that it may.
-void collect(const zoItemPaths& paths, int index, bool withDefaults, Values& values)
-{
-    for (int i = index; i < qMax(paths.item(index).end, index + 1); ++i) {
-        const zoItemPaths::Item& item = paths.item(i);
-        QStringList names = zoItemValues::names(item.element);
-        if (withDefaults)
-            names = zoItemPaths::attributesOf(item.element) + names;
-        names.removeDuplicates();
-        for (const QString& name : qAsConst(names))
-            values.emplace_back(zoItemPaths::attribute(item.path, name),
-                                zoItemValues::value(item.element, name));
-    }
-}
-
 // A value may hold line ends; a line of output may not.
 QString oneLine(QString value)
 {
     return value.replace(QLatin1Char('\n'), QLatin1String("&#10;"));
 }
+
+// Writes values as they come: those of a hundred thousand tiles altogether take more memory than all else.
+class Output final
+{
+public:
+    explicit Output(bool isJson) : m_isJson(isJson) {}
+
+    void add(const QString& path, const QString& value)
+    {
+        if (m_isJson) {
+            m_text += m_isFirst ? "{" : ",";
+            m_text += zoJson::quoted(path) + ':' + zoJson::quoted(value);
+            m_isFirst = false;
+        } else {
+            addLine(path + QLatin1Char('=') + value);
+        }
+        writeIfLarge();
+    }
+    // Of an attribute that somebody asks for.
+    void addAsked(const QString& path, const QString& value)
+    {
+        if (m_isJson)
+            add(path, value);
+        else
+            addLine(value);
+        writeIfLarge();
+    }
+    bool isJson() const { return m_isJson; }
+    // False with an error when not all could be written.
+    bool finish()
+    {
+        if (m_isJson)
+            m_text += m_isFirst ? "{}\n" : "}\n";
+        return m_isGood && zoConsole::write(m_text);
+    }
+
+private:
+    void addLine(const QString& line) { m_text += oneLine(line).toUtf8() + '\n'; }
+    void writeIfLarge()
+    {
+        constexpr int Large = 1 << 20; // bytes
+        if (m_text.size() < Large)
+            return;
+        m_isGood = m_isGood && zoConsole::write(m_text);
+        m_text.clear();
+    }
+
+    const bool m_isJson;
+    bool m_isFirst = true;
+    bool m_isGood = true;
+    QByteArray m_text;
+};
+
+// The items of a configuration with their values.
+class Values final
+{
+public:
+    Values(zoClusterSetup& setup, const zoItemPaths& paths, bool withDefaults, Output& output)
+        : m_setup(setup)
+        , m_paths(paths)
+        , m_withDefaults(withDefaults)
+        , m_output(output)
+        , m_areTold(paths.items().size())
+    {
+    }
+
+    // Of an item and all below it: those that the document holds, or all that it may.
+    void addAll(int index)
+    {
+        for (int i = index; i < qMax(m_paths.item(index).end, index + 1); ++i) {
+            if (isTold(i))
+                continue;
+            const QDomElement element = elementOf(i);
+            const QStringList names = namesOf(element);
+            for (const QString& name : names) {
+                if (!isTold(i, name))
+                    m_output.add(zoItemPaths::attribute(m_paths.item(i).path, name),
+                                 zoItemValues::value(element, name));
+            }
+            m_areTold[std::size_t(i)] = true;
+        }
+    }
+    void addOne(int index, const QString& attribute)
+    {
+        const QDomElement element = elementOf(index);
+        if (isTold(index, attribute) || (isTold(index) && namesOf(element).contains(attribute)))
+            return;
+        m_told.insert({index, attribute});
+        m_output.addAsked(zoItemPaths::attribute(m_paths.item(index).path, attribute),
+                          zoItemValues::value(element, attribute));
+    }
+
+private:
+    // An object has each name once: of items that are called the same, as two projections may be, the first.
+    bool isTold(int index) const
+    {
+        return m_output.isJson() &&
+               (m_areTold[std::size_t(index)] || m_paths.indexOf(m_paths.item(index).path) != index);
+    }
+    bool isTold(int index, const QString& attribute) const
+    {
+        return m_output.isJson() && m_told.contains({index, attribute});
+    }
+    QStringList namesOf(const QDomElement& element) const
+    {
+        QStringList names = zoItemValues::names(element);
+        if (m_withDefaults) {
+            names = zoItemPaths::attributesOf(element) + names;
+            names.removeDuplicates();
+        }
+        return names;
+    }
+    // The document holds no more of tiles than their names.
+    QDomElement elementOf(int index)
+    {
+        const zoItemPaths::Item& item = m_paths.item(index);
+        return item.isComputed ? m_setup.tile(m_paths.item(item.parent).place, item.place) : item.element;
+    }
+
+    zoClusterSetup& m_setup;    // not owned
+    const zoItemPaths& m_paths; // not owned
+    const bool m_withDefaults;
+    Output& m_output;            // not owned
+    std::vector<bool> m_areTold; // items with all their values
+    QSet<QPair<int, QString>> m_told;
+};
 } // namespace
 
 QString zoGetCommand::description() const
@@ -83,12 +192,11 @@ int zoGetCommand::execute(const QCommandLineParser& parser)
     zoClusterSetup setup;
     if (!setup.readFile(file))
         return zoConsole::Unusable;
-    const QDomDocument document = setup.document();
-    const zoItemPaths paths(document.documentElement());
+    const QDomDocument document = setup.outlineDocument();
+    zoItemPaths paths(document.documentElement());
 
-    const bool isJson = parser.isSet(QStringLiteral("json"));
-    QByteArray text;
-    QVariantMap object; // one of JSON moves all that it holds for each value that comes in
+    Output output(parser.isSet(QStringLiteral("json")));
+    Values values(setup, paths, parser.isSet(QStringLiteral("defaults")), output);
     bool isComplete = true;
     if (asked.isEmpty())
         asked << QString();
@@ -100,26 +208,14 @@ int zoGetCommand::execute(const QCommandLineParser& parser)
             isComplete = false;
             continue;
         }
-        Values values;
         for (const int index : target.items) {
             if (target.attribute.isEmpty())
-                collect(paths, index, parser.isSet(QStringLiteral("defaults")), values);
+                values.addAll(index);
             else
-                values.emplace_back(zoItemPaths::attribute(paths.item(index).path, target.attribute),
-                                    zoItemValues::value(paths.item(index).element, target.attribute));
-        }
-        for (const auto& value : values) {
-            if (isJson) {
-                object.insert(value.first, value.second);
-                continue;
-            }
-            text += (target.attribute.isEmpty() ? value.first + QLatin1Char('=') + oneLine(value.second)
-                                                : oneLine(value.second))
-                        .toUtf8() +
-                    '\n';
+                values.addOne(index, target.attribute);
         }
     }
-    if (!zoConsole::write(isJson ? zoJson::text(QJsonObject::fromVariantMap(object)) : text))
+    if (!output.finish())
         return zoConsole::Unusable;
     return isComplete ? zoConsole::Fine : zoConsole::ProblemsFound;
 }

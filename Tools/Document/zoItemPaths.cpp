@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace
 {
@@ -17,6 +18,29 @@ const QLatin1String s_all("*");
 bool isKind(const QString& word)
 {
     return zoHPCGrammar::element(word) != nullptr;
+}
+
+// As many mistakes anybody reads on to learn what was meant.
+constexpr int s_mostGuesses = 20;
+
+// Without the numbers that tell equal names from each other.
+QString rootOf(QString name)
+{
+    for (;;) {
+        const int mark = name.lastIndexOf(QLatin1Char('_'));
+        if (mark < 0 || mark == name.size() - 1 ||
+            !std::all_of(name.begin() + mark + 1, name.end(), [](QChar c) { return c.isDigit(); }))
+            return name;
+        name.truncate(mark);
+    }
+}
+
+// The part of the indices that is below an item. The root, with index 0, is below itself.
+std::pair<std::vector<int>::const_iterator, std::vector<int>::const_iterator>
+below(const std::vector<int>& indices, int scope, int end)
+{
+    const auto first = std::lower_bound(indices.begin(), indices.end(), scope > 0 ? scope + 1 : 0);
+    return {first, std::lower_bound(first, indices.end(), end)};
 }
 
 QString step(const QString& kind, const QString& key)
@@ -32,10 +56,12 @@ zoItemPaths::zoItemPaths(const QDomElement& root)
     {
         QDomElement next;
         int item;
-        std::vector<int> counts; // of displays, windows, viewports
+        Counts counts;
     };
-    m_items.push_back({zoClusterTags::Cluster, zoClusterTags::Cluster, QString(), root, 0, false});
-    std::vector<Level> levels{{root.firstChildElement(), 0, {0, 0, 0}}};
+    m_items.emplace_back();
+    m_items.back().path = m_items.back().kind = zoClusterTags::Cluster;
+    m_items.back().element = root;
+    std::vector<Level> levels{{root.firstChildElement(), 0, {}}};
     while (!levels.empty()) {
         Level& level = levels.back();
         const QDomElement element = level.next;
@@ -48,26 +74,28 @@ zoItemPaths::zoItemPaths(const QDomElement& root)
         if (!isKind(element.tagName()))
             continue;
         add(element, level.item, level.counts);
-        levels.push_back({element.firstChildElement(), int(m_items.size()) - 1, {0, 0, 0}});
+        levels.push_back({element.firstChildElement(), int(m_items.size()) - 1, {}});
     }
     nameItems();
 }
 
-void zoItemPaths::add(const QDomElement& element, int parent, std::vector<int>& counts)
+void zoItemPaths::add(const QDomElement& element, int parent, Counts& counts)
 {
     const Item& above = m_items[std::size_t(parent)];
     Item item;
     item.kind = element.tagName();
     item.element = element;
+    item.parent = parent;
     if (item.kind == zoClusterTags::Master) {
         item.path = master();
     } else if (item.kind == zoClusterTags::Display) {
-        item.path = display(++counts[0]);
+        item.path = display(++counts.displays);
     } else if (item.kind == zoClusterTags::Window || item.kind == zoClusterTags::Viewport) {
-        int& count = counts[item.kind == zoClusterTags::Window ? 1 : 2];
+        int& count = item.kind == zoClusterTags::Window ? counts.windows : counts.viewports;
         item.path = above.path + QLatin1Char('/') + step(item.kind, QString::number(++count));
     } else if (item.kind == zoClusterTags::Projection) {
         item.name = element.attribute(zoClusterTags::NameAttribute);
+        item.place = counts.projections++;
         item.isComputed = above.kind == zoClusterTags::Projection;
     }
     m_items.push_back(item);
@@ -75,6 +103,7 @@ void zoItemPaths::add(const QDomElement& element, int parent, std::vector<int>& 
 
 void zoItemPaths::nameItems()
 {
+    m_byPath.clear();
     zoClusterPlaces places;
     zoClusterIds ids(places);
     int networks = 0;
@@ -98,15 +127,76 @@ void zoItemPaths::nameItems()
     }
 }
 
+void zoItemPaths::makeIndex()
+{
+    if (!m_hasKinds) {
+        m_hasKinds = true;
+        for (std::size_t i = 0; i < m_items.size(); ++i) {
+            m_ofKind[m_items[i].kind].push_back(int(i));
+            if (m_items[i].kind == zoClusterTags::Node || m_items[i].kind == zoClusterTags::Projection)
+                m_named.push_back(int(i));
+        }
+    }
+    if (!m_hasNames) {
+        m_hasNames = true;
+        for (std::size_t i = 0; i < m_items.size(); ++i) {
+            if (!m_items[i].name.isEmpty())
+                m_byName[m_items[i].name].push_back(int(i));
+        }
+    }
+}
+
+void zoItemPaths::rename(int index)
+{
+    const Item& renamed = item(index);
+    m_stale << rootOf(renamed.name);
+    m_stale << rootOf(renamed.element.attribute(renamed.kind == zoClusterTags::Network
+                                                    ? zoHPCOption::Description
+                                                    : QString(zoClusterTags::NameAttribute)));
+}
+
+void zoItemPaths::refresh()
+{
+    if (m_stale.isEmpty())
+        return;
+    m_stale.clear();
+    m_byName.clear();
+    m_hasNames = false;
+    for (Item& item : m_items) {
+        if (item.kind == zoClusterTags::Projection)
+            item.name = item.element.attribute(zoClusterTags::NameAttribute);
+    }
+    nameItems();
+}
+
+bool zoItemPaths::isFresh(const std::vector<Step>& steps) const
+{
+    return m_stale.isEmpty() || std::none_of(steps.begin(), steps.end(), [this](const Step& step) {
+               return m_stale.contains(rootOf(step.key));
+           });
+}
+
+const QString& zoItemPaths::pathOf(int index)
+{
+    refresh();
+    return item(index).path;
+}
+
 QStringList zoItemPaths::attributesOf(const QDomElement& element)
 {
     const zoHPCGrammar::Element* const kind = zoHPCGrammar::element(element.tagName());
-    QStringList names;
     if (kind == nullptr)
-        return names;
-    for (const zoHPCGrammar::Attribute& attribute :
-         kind->attributes(kind->selector.isEmpty() ? QString() : element.attribute(kind->selector)))
-        names << attribute.name;
+        return {};
+    QString word;
+    if (!kind->selector.isEmpty() && kind->variant(element.attribute(kind->selector)) != nullptr)
+        word = element.attribute(kind->selector);
+    // Asked for each of a hundred thousand tiles.
+    static QHash<QPair<QString, QString>, QStringList> s_known;
+    QStringList& names = s_known[{kind->tag, word}];
+    if (names.isEmpty()) {
+        for (const zoHPCGrammar::Attribute& attribute : kind->attributes(word))
+            names << attribute.name;
+    }
     return names;
 }
 
@@ -146,13 +236,16 @@ bool zoItemPaths::readSteps(const QString& path, std::vector<Step>& steps)
     return true;
 }
 
-bool zoItemPaths::find(const QString& path, Target& target, QString& reason) const
+bool zoItemPaths::find(const QString& path, Target& target, QString& reason)
 {
     std::vector<Step> steps;
     if (!readSteps(path, steps)) {
         reason = tr("\"%1\" is no path such as node[gpu01]/enabled or Wall/distance").arg(path);
         return false;
     }
+    if (!isFresh(steps))
+        refresh();
+    makeIndex();
     target = {{0}, QString()};
     bool isMany = false;
     for (const Step& step : steps) {
@@ -168,7 +261,7 @@ bool zoItemPaths::find(const QString& path, Target& target, QString& reason) con
         isMany = isMany || step.key == s_all;
         if (found.size() > 1 && !isMany) {
             reason = tr("\"%1\" may be %2 or %3: say which, or [*] for all")
-                         .arg(path, item(found[0]).path, item(found[1]).path);
+                         .arg(path, pathOf(found[0]), pathOf(found[1]));
             return false;
         }
         target.items = found;
@@ -176,28 +269,32 @@ bool zoItemPaths::find(const QString& path, Target& target, QString& reason) con
     return true;
 }
 
-std::vector<int> zoItemPaths::below(int scope, const Step& step) const
+const std::vector<int>& zoItemPaths::candidatesOf(const Step& step) const
 {
-    std::vector<int> result;
-    // The root is itself the scope of "cluster".
-    if (scope == 0 && step.kind == zoClusterTags::Cluster)
-        result.push_back(0);
-    for (int i = scope + 1; i < item(scope).end; ++i) {
-        const Item& candidate = item(i);
-        const bool isNamed =
-            candidate.kind == zoClusterTags::Node || candidate.kind == zoClusterTags::Projection;
-        if (step.kind.isEmpty() ? isNamed : candidate.kind == step.kind)
-            result.push_back(i);
-    }
-    return result;
+    static const std::vector<int> s_none;
+    if (step.kind.isEmpty())
+        return m_named;
+    const auto ofKind = m_ofKind.constFind(step.kind);
+    return ofKind == m_ofKind.constEnd() ? s_none : *ofKind;
 }
 
 std::vector<int> zoItemPaths::chosen(const std::vector<int>& scopes, const Step& step) const
 {
+    const bool isAll = step.key == s_all || (!step.hasKey && !step.kind.isEmpty());
     std::vector<int> result;
+    int end = 0;
     for (const int scope : scopes) {
-        const std::vector<int> found = chosenBelow(scope, step);
-        result.insert(result.end(), found.begin(), found.end());
+        // All below what is below another one were chosen there.
+        if (isAll && scope < end)
+            continue;
+        end = item(scope).end;
+        if (!isAll) {
+            const std::vector<int> found = chosenBelow(scope, step);
+            result.insert(result.end(), found.begin(), found.end());
+            continue;
+        }
+        const auto [first, last] = below(candidatesOf(step), scope, end);
+        result.insert(result.end(), first, last);
     }
     // Networks hold networks: both may choose the same item.
     std::sort(result.begin(), result.end());
@@ -207,17 +304,21 @@ std::vector<int> zoItemPaths::chosen(const std::vector<int>& scopes, const Step&
 
 std::vector<int> zoItemPaths::chosenBelow(int scope, const Step& step) const
 {
-    const std::vector<int> candidates = below(scope, step);
-    if (step.key == s_all || (!step.hasKey && !step.kind.isEmpty()))
-        return candidates;
     std::vector<int> result;
-    std::copy_if(candidates.begin(), candidates.end(), std::back_inserter(result),
-                 [&](int i) { return item(i).name == step.key && !step.key.isEmpty(); });
+    const auto named = m_byName.constFind(step.key);
+    if (named != m_byName.constEnd()) {
+        const auto [first, last] = below(*named, scope, item(scope).end);
+        std::copy_if(first, last, std::back_inserter(result), [&](int i) {
+            const QString& kind = item(i).kind;
+            return step.kind.isEmpty() ? kind != zoClusterTags::Network : kind == step.kind;
+        });
+    }
     bool isNumber = false;
     const int number = step.key.toInt(&isNumber);
-    if (!result.empty() || step.kind.isEmpty() || !isNumber || number < 1 || number > int(candidates.size()))
+    const auto [first, last] = below(candidatesOf(step), scope, item(scope).end);
+    if (!result.empty() || step.kind.isEmpty() || !isNumber || number < 1 || number > last - first)
         return result;
-    return {candidates[std::size_t(number) - 1]};
+    return {*(first + (number - 1))};
 }
 
 bool zoItemPaths::isAttribute(const std::vector<int>& scopes, const QString& word) const
@@ -227,7 +328,7 @@ bool zoItemPaths::isAttribute(const std::vector<int>& scopes, const QString& wor
     });
 }
 
-QString zoItemPaths::missing(const Step& step, const std::vector<int>& scopes) const
+QString zoItemPaths::missing(const Step& step, const std::vector<int>& scopes)
 {
     const QString what =
         step.hasKey || step.kind.isEmpty()
@@ -235,9 +336,18 @@ QString zoItemPaths::missing(const Step& step, const std::vector<int>& scopes) c
             : step.kind;
     const bool isOne = scopes.size() == 1 && scopes.front() > 0;
     QString reason =
-        isOne ? tr("%1 has no %2").arg(item(scopes.front()).path, what) : tr("there is no %1").arg(what);
+        isOne ? tr("%1 has no %2").arg(pathOf(scopes.front()), what) : tr("there is no %1").arg(what);
+    const QString guess = ++m_guesses > s_mostGuesses ? QString() : meant(step, scopes);
+    if (!guess.isEmpty())
+        reason += tr("; did you mean \"%1\"?").arg(step.hasKey ? ::step(step.kind, guess) : guess);
+    return reason;
+}
+
+QString zoItemPaths::meant(const Step& step, const std::vector<int>& scopes)
+{
+    refresh();
     QStringList known;
-    if (isOne && !step.hasKey)
+    if (scopes.size() == 1 && scopes.front() > 0 && !step.hasKey)
         known << attributesOf(item(scopes.front()).element);
     int next = 0; // networks hold networks: each item once
     for (const int scope : scopes) {
@@ -247,10 +357,7 @@ QString zoItemPaths::missing(const Step& step, const std::vector<int>& scopes) c
                 known << candidate.name;
         }
     }
-    const QString meant = zoHPCSuggestion::closest(step.key, known);
-    if (!meant.isEmpty())
-        reason += tr("; did you mean \"%1\"?").arg(step.hasKey ? ::step(step.kind, meant) : meant);
-    return reason;
+    return zoHPCSuggestion::closest(step.key, known);
 }
 
 QString zoItemPaths::network(int number)

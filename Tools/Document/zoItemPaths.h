@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QDomElement>
 #include <QHash>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 
@@ -29,7 +30,9 @@ public:
         QString kind; // tag of the element
         QString name; // id of a node, name of a projection, description of a network
         QDomElement element;
+        int parent = 0;          // index of the item above; the root's own
         int end = 0;             // index behind the last item below it
+        int place = 0;           // of a projection: its row among those below the same item
         bool isComputed = false; // a tile or plane that its projection generates
     };
 
@@ -45,11 +48,16 @@ public:
     // In the order of the document; the first one is the root.
     const std::vector<Item>& items() const { return m_items; }
     const Item& item(int index) const { return m_items[std::size_t(index)]; }
-    // By its whole path; -1 when there is none.
+    // Its path, after changes of names as well.
+    const QString& pathOf(int index);
+    // By its whole path; -1 when there is none. Before names change.
     int indexOf(const QString& path) const { return m_byPath.value(path, -1); }
 
     // What a path stands for; false with the reason when nothing or no single thing without [*].
-    bool find(const QString& path, Target& target, QString& reason) const;
+    bool find(const QString& path, Target& target, QString& reason);
+
+    // To be called when the name of an item's element has changed, or the description of a network.
+    void rename(int index);
 
     // Attributes that an element of the kind may have, in the order of documents; a projection's by its type.
     static QStringList attributesOf(const QDomElement& element);
@@ -73,16 +81,40 @@ private:
         bool isAttribute = false; // may be, too: the last one, without a key
     };
 
-    void add(const QDomElement& element, int parent, std::vector<int>& counts);
+    // Below one item.
+    struct Counts
+    {
+        int projections = 0;
+        int displays = 0;
+        int windows = 0;
+        int viewports = 0;
+    };
+
+    void add(const QDomElement& element, int parent, Counts& counts);
     void nameItems();
+    void makeIndex();
+    // After names have changed.
+    void refresh();
+    bool isFresh(const std::vector<Step>& steps) const;
     static bool readSteps(const QString& path, std::vector<Step>& steps);
-    std::vector<int> below(int scope, const Step& step) const;
+    // All that the kind of a step may stand for, in order; those below an item are in a row there.
+    const std::vector<int>& candidatesOf(const Step& step) const;
     // Numbers count in each of the scopes.
     std::vector<int> chosen(const std::vector<int>& scopes, const Step& step) const;
     std::vector<int> chosenBelow(int scope, const Step& step) const;
     bool isAttribute(const std::vector<int>& scopes, const QString& word) const;
-    QString missing(const Step& step, const std::vector<int>& scopes) const;
+    QString missing(const Step& step, const std::vector<int>& scopes);
+    QString meant(const Step& step, const std::vector<int>& scopes);
 
     std::vector<Item> m_items;
     QHash<QString, int> m_byPath;
+    // Made when the first path is looked for; indices in order.
+    bool m_hasKinds = false;
+    bool m_hasNames = false;
+    QHash<QString, std::vector<int>> m_ofKind;
+    std::vector<int> m_named; // nodes and projections
+    QHash<QString, std::vector<int>> m_byName;
+    // Names that have changed since, and those that they became, without their numbers: "gpu01_2" may be "gpu01" now.
+    QSet<QString> m_stale;
+    int m_guesses = 0;
 };

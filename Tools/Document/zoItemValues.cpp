@@ -8,17 +8,22 @@
 
 QStringList zoItemValues::names(const QDomElement& element)
 {
-    QStringList rest;
-    const QDomNamedNodeMap attributes = element.attributes();
-    for (int i = 0; i < attributes.count(); ++i)
-        rest << attributes.item(i).nodeName();
-    rest.sort();
     QStringList result;
     const QStringList known = zoItemPaths::attributesOf(element);
     for (const QString& name : known) {
-        if (rest.removeOne(name))
+        if (element.hasAttribute(name))
             result << name;
     }
+    const QDomNamedNodeMap attributes = element.attributes();
+    if (attributes.count() == result.size())
+        return result;
+    QStringList rest;
+    for (int i = 0; i < attributes.count(); ++i) {
+        const QString name = attributes.item(i).nodeName();
+        if (!known.contains(name))
+            rest << name;
+    }
+    rest.sort();
     return result + rest;
 }
 

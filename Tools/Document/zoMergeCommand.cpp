@@ -42,6 +42,14 @@ QStringList mistakesOf(zoClusterSetup& setup)
 }
 } // namespace
 
+// What the merge needs of one side.
+struct zoMergeCommand::Side
+{
+    QDomDocument document;
+    QStringList mistakes;
+    bool isLosing = false;
+};
+
 QString zoMergeCommand::description() const
 {
     return tr("Merges two configurations that came from BASE. Exit code 1 when both changed the same: each "
@@ -86,32 +94,44 @@ int zoMergeCommand::execute(const QCommandLineParser& parser)
     if (!zoTextFile::mayWrite({output}, files.at(1), true))
         return zoConsole::Unusable;
     QDomDocument base;
-    zoClusterSetup ours;
-    zoClusterSetup theirs;
-    if (!readBase(files.at(0), base) || !ours.readFile(files.at(1)) || !theirs.readFile(files.at(2)))
+    Side ours;
+    Side theirs;
+    if (!readBase(files.at(0), base) || !readSide(files.at(1), ours) || !readSide(files.at(2), theirs))
         return zoConsole::Unusable;
-    const bool losesOurs = printLosses(files.at(1), ours);
-    if ((printLosses(files.at(2), theirs) || losesOurs) && !parser.isSet(QStringLiteral("force"))) {
+    if ((ours.isLosing || theirs.isLosing) && !parser.isSet(QStringLiteral("force"))) {
         zoConsole::printError(
             tr("%1: not merged, for this would be lost; --force does it all the same").arg(name));
         return zoConsole::Unusable;
     }
-    const zoConfigurationMerge merge(base, ours.documentWithNamesOfTiles(),
-                                     theirs.documentWithNamesOfTiles());
+    const zoConfigurationMerge merge(base, ours.document, theirs.document);
     if (!merge.isPossible()) {
         zoConsole::printError(tr("%1: nested too deep to be merged").arg(name));
         return zoConsole::Unusable;
     }
+    // Four documents of as many nodes as a file may have take a gigabyte.
+    base = ours.document = theirs.document = QDomDocument();
     zoClusterSetup result;
     QDomDocument document = merge.result();
     result.readDocument(document);
     const QStringList conflicts =
-        merge.conflicts() + danglingReferences(merge.result(), result, ours, theirs);
+        merge.conflicts() + danglingReferences(merge.result(), result, ours.mistakes + theirs.mistakes);
     for (const QString& conflict : conflicts)
         zoConsole::printError(tr("%1: conflict: %2").arg(name, conflict));
     if (!zoTextFile::write(output, result.text()))
         return zoConsole::Unusable;
     return conflicts.isEmpty() ? zoConsole::Fine : zoConsole::ProblemsFound;
+}
+
+// The setup is gone when the next one is read: three times a hundred thousand tiles take a gigabyte.
+bool zoMergeCommand::readSide(const QString& file, Side& side)
+{
+    zoClusterSetup setup;
+    if (!setup.readFile(file))
+        return false;
+    side.isLosing = printLosses(file, setup);
+    side.document = setup.outlineDocument(zoHPCDocumentText::Tiles::None);
+    side.mistakes = mistakesOf(setup);
+    return true;
 }
 
 // Git has an empty file for one that both sides added.
@@ -125,20 +145,17 @@ bool zoMergeCommand::readBase(const QString& file, QDomDocument& document)
     zoClusterSetup setup;
     if (!setup.readFile(file))
         return false;
-    document = setup.documentWithNamesOfTiles();
+    document = setup.outlineDocument(zoHPCDocumentText::Tiles::None);
     return true;
 }
 
 bool zoMergeCommand::printLosses(const QString& file, const zoClusterSetup& setup)
 {
-    const QString canonical = setup.text();
     bool isLosing = setup.file().isCut;
     if (isLosing)
         zoConsole::printError(file, setup.file().cutLine, setup.file().cutColumn,
                               zoDocumentLosses::cutText());
-    if (setup.file().bytes == canonical.toUtf8())
-        return isLosing;
-    const QVector<zoDocumentLosses::Loss> losses = zoDocumentLosses::ofFormat(setup.source(), canonical);
+    const QVector<zoDocumentLosses::Loss> losses = setup.losses();
     for (const zoDocumentLosses::Loss& loss : losses) {
         zoConsole::printError(file, loss.line, loss.column, loss.text);
         isLosing = true;
@@ -147,11 +164,11 @@ bool zoMergeCommand::printLosses(const QString& file, const zoClusterSetup& setu
 }
 
 QStringList zoMergeCommand::danglingReferences(const QDomDocument& merged, zoClusterSetup& result,
-                                               zoClusterSetup& ours, zoClusterSetup& theirs)
+                                               const QStringList& known)
 {
     QStringList conflicts;
     const QString projection = zoHPCViewportItem::columns().at(zoHPCViewportItem::Projection);
-    const QDomDocument read = result.documentWithNamesOfTiles();
+    const QDomDocument read = result.outlineDocument(zoHPCDocumentText::Tiles::None);
     const zoItemPaths before(merged.documentElement());
     const zoItemPaths after(read.documentElement());
     for (const zoItemPaths::Item& item : before.items()) {
@@ -160,10 +177,10 @@ QStringList zoMergeCommand::danglingReferences(const QDomDocument& merged, zoClu
         if (index >= 0 && !shown.isEmpty() && after.item(index).element.attribute(projection).isEmpty())
             conflicts << tr("%1: shows \"%2\", which the other side has removed").arg(item.path, shown);
     }
-    const QStringList known = mistakesOf(ours) + mistakesOf(theirs);
+    const QSet<QString> were(known.cbegin(), known.cend());
     const QStringList mistakes = mistakesOf(result);
     for (const QString& mistake : mistakes) {
-        if (!known.contains(mistake))
+        if (!were.contains(mistake))
             conflicts << mistake;
     }
     return conflicts;

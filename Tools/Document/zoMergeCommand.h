@@ -2,6 +2,8 @@
 
 #include "zoCommand.h"
 
+#include <QStringList>
+
 class QDomDocument;
 class zoClusterSetup;
 
@@ -17,10 +19,13 @@ protected:
     int execute(const QCommandLineParser& parser) override;
 
 private:
+    struct Side;
+
     static bool readBase(const QString& file, QDomDocument& document);
+    static bool readSide(const QString& file, Side& side);
     // Tells what of the file would not be in a canonical text; whether there is anything.
     static bool printLosses(const QString& file, const zoClusterSetup& setup);
     // What shows, names or is twice what it was in neither side.
     static QStringList danglingReferences(const QDomDocument& merged, zoClusterSetup& result,
-                                          zoClusterSetup& ours, zoClusterSetup& theirs);
+                                          const QStringList& known);
 };

@@ -39,14 +39,6 @@ void zoSetCommand::addArguments(QCommandLineParser& parser) const
                                  QStringLiteral("PATH=VALUE..."));
 }
 
-QVector<zoDocumentLosses::Loss> zoSetCommand::lossesOf(const zoClusterSetup& setup)
-{
-    const QString canonical = setup.text();
-    if (setup.file().bytes == canonical.toUtf8())
-        return {};
-    return zoDocumentLosses::ofFormat(setup.source(), canonical);
-}
-
 int zoSetCommand::execute(const QCommandLineParser& parser)
 {
     QStringList changes = parser.positionalArguments();
@@ -66,10 +58,10 @@ int zoSetCommand::execute(const QCommandLineParser& parser)
     for (const QString& change : qAsConst(changes))
         edit.set(change);
     const bool isSame = zoTextFile::isSameFile(file, output);
-    // Before the new text is made: of a deep tree both are hundreds of megabytes.
+    // Before the setup becomes the new one.
     QVector<zoDocumentLosses::Loss> losses;
     if (edit.mistakes().isEmpty() && !(isSame && !edit.hasChanged()))
-        losses = lossesOf(setup);
+        losses = setup.losses();
     if (edit.mistakes().isEmpty())
         edit.finish();
     for (const QString& mistake : edit.mistakes())

@@ -15,8 +15,4 @@ protected:
     QStringList examples() const override;
     void addArguments(QCommandLineParser& parser) const override;
     int execute(const QCommandLineParser& parser) override;
-
-private:
-    // What the canonical text of the file has no place for.
-    static QVector<zoDocumentLosses::Loss> lossesOf(const zoClusterSetup& setup);
 };

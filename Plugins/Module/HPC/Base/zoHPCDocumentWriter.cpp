@@ -149,7 +149,7 @@ void zoHPCDocumentWriter::closeElement()
         m_text += QLatin1String("/>");
     } else {
         if (m_lineIsDue)
-            m_text += QLatin1Char('\n');
+            endLine();
         if (!m_isAfterText)
             indent();
         m_text += QLatin1String("</");
@@ -164,7 +164,7 @@ void zoHPCDocumentWriter::closeElement()
 QString zoHPCDocumentWriter::takeText()
 {
     if (m_lineIsDue)
-        m_text += QLatin1Char('\n');
+        endLine();
     m_lineIsDue = false;
     return std::move(m_text);
 }
@@ -176,7 +176,7 @@ void zoHPCDocumentWriter::beginNode(bool isText)
     if (m_tagIsOpen)
         m_text += QLatin1Char('>');
     if (!isText && (m_tagIsOpen || m_lineIsDue))
-        m_text += QLatin1Char('\n');
+        endLine();
     if (!isText && !m_isAfterText)
         indent();
     m_tagIsOpen = false;
@@ -184,8 +184,16 @@ void zoHPCDocumentWriter::beginNode(bool isText)
     m_isAfterText = false;
 }
 
+void zoHPCDocumentWriter::endLine()
+{
+    if (m_hasLines)
+        m_text += QLatin1Char('\n');
+}
+
 void zoHPCDocumentWriter::indent()
 {
+    if (!m_hasLines)
+        return;
     const int blanks = m_tags.size() * Indent;
     while (m_blanks.size() < blanks)
         m_blanks += QLatin1String("                                ");

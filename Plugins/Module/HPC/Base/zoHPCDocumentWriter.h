@@ -7,6 +7,12 @@
 class zoHPCDocumentWriter final
 {
 public:
+    // Lines as people and files have them; or all on one line, for readers: the text of a deep tree does not grow with
+    // the square of its depth then.
+    enum class Form { Lines, OneLine };
+
+    explicit zoHPCDocumentWriter(Form form = Form::Lines) : m_hasLines(form == Form::Lines) {}
+
     // Elements are closed in reverse order.
     void openElement(const QString& tag);
     // Of the element just opened, before anything goes into it; attributes stand in the order of the calls. A
@@ -23,8 +29,10 @@ public:
 
 private:
     void beginNode(bool isText);
+    void endLine();
     void indent();
 
+    const bool m_hasLines;
     QString m_text;
     QString m_blanks;
     QStringList m_tags; // of the open elements

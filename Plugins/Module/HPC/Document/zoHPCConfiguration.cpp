@@ -1,6 +1,5 @@
 #include "zoHPCConfiguration.h"
 
-#include "zoHPCDocumentText.h"
 #include "zoHPCDocumentWriter.h"
 #include "zoText.h"
 
@@ -15,9 +14,10 @@ namespace
 {
 // A document of the tree section that `writeHosts` writes and the displays as they are.
 template <class WriteHosts>
-QString write(const zoHPCDisplaySetup& displays, zoHPCDocumentText::Tiles tiles, const WriteHosts& writeHosts)
+QString write(const zoHPCDisplaySetup& displays, zoHPCDocumentText::Tiles tiles,
+              zoHPCDocumentWriter::Form form, const WriteHosts& writeHosts)
 {
-    zoHPCDocumentWriter writer;
+    zoHPCDocumentWriter writer(form);
     writer.openElement(zoClusterTags::Cluster);
     writer.addAttribute(zoClusterTags::VersionAttribute, QString::number(zoClusterTags::Version));
     writeHosts(writer);
@@ -60,28 +60,28 @@ QString zoHPCConfiguration::text() const
     return textAsIs(m_hosts, m_displays);
 }
 
-QString zoHPCConfiguration::textWithNamesOfTiles() const
+QString zoHPCConfiguration::outline(zoHPCDocumentText::Tiles tiles) const
 {
-    return write(m_displays, zoHPCDocumentText::Tiles::Names,
+    return write(m_displays, tiles, zoHPCDocumentWriter::Form::OneLine,
                  [this](zoHPCDocumentWriter& writer) { m_hosts.writeRows(writer); });
 }
 
 QDomDocument zoHPCConfiguration::document() const
 {
     QDomDocument document;
-    zoHPCDocumentText::parse(text(), document);
+    zoHPCDocumentText::parse(outline(zoHPCDocumentText::Tiles::Whole), document);
     return document;
 }
 
 QString zoHPCConfiguration::text(zoHPCHostTree& hosts, const zoHPCDisplaySetup& displays)
 {
-    return write(displays, zoHPCDocumentText::Tiles::Whole,
+    return write(displays, zoHPCDocumentText::Tiles::Whole, zoHPCDocumentWriter::Form::Lines,
                  [&hosts](zoHPCDocumentWriter& writer) { hosts.writeSection(writer); });
 }
 
 QString zoHPCConfiguration::textAsIs(const zoHPCHostTree& hosts, const zoHPCDisplaySetup& displays)
 {
-    return write(displays, zoHPCDocumentText::Tiles::Whole,
+    return write(displays, zoHPCDocumentText::Tiles::Whole, zoHPCDocumentWriter::Form::Lines,
                  [&hosts](zoHPCDocumentWriter& writer) { hosts.writeRows(writer); });
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zoHPCDisplaySetup.h"
+#include "zoHPCDocumentText.h"
 #include "zoHPCHostTree.h"
 
 #include <QString>
@@ -23,8 +24,8 @@ public:
     bool readText(const QString& text);
     // textAsIs() of both.
     QString text() const;
-    // The same without the values of tiles and planes that projections generate.
-    QString textWithNamesOfTiles() const;
+    // The same for readers: on one line, by default with no more of tiles than names and types.
+    QString outline(zoHPCDocumentText::Tiles tiles = zoHPCDocumentText::Tiles::Outline) const;
     // textAsIs() as a document.
     QDomDocument document() const;
 

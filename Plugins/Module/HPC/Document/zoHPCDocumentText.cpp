@@ -164,12 +164,12 @@ QString zoHPCDocumentText::toText(const QDomDocument& document, EmptyAttributes 
     return writer.takeText();
 }
 
-// One tile at a time: as nodes of a document all tiles of a large wall take a gigabyte.
+// Tiles from their columns, which are in the order of the text: as nodes of a document all tiles of a large wall take a
+// gigabyte.
 void zoHPCDocumentText::appendDisplays(const zoHPCDisplaySetup& displays, Tiles tiles,
                                        zoHPCDocumentWriter& writer)
 {
     const QString tag = zoClusterTags::Projection;
-    const QString name = zoClusterTags::NameAttribute;
     NodeWriter nodes(writer, false);
     QDomDocument document;
     for (int i = 0; i < displays.projectionRoot()->childCount(); ++i) {
@@ -178,16 +178,20 @@ void zoHPCDocumentText::appendDisplays(const zoHPCDisplaySetup& displays, Tiles 
         if (projection == nullptr)
             continue;
         nodes.open(projection->zoHPCTreeWidgetItem::toXML(document, tag));
-        for (int j = 0; j < projection->childCount(); ++j) {
+        for (int j = 0; tiles != Tiles::None && j < projection->childCount(); ++j) {
             const auto* const tile = dynamic_cast<const zoHPCProjectionItem*>(projection->child(j));
             if (tile == nullptr)
                 continue;
-            QDomElement element = document.createElement(tag);
-            if (tiles == Tiles::Whole)
-                element = tile->toXML(document, tag);
-            else
-                element.setAttribute(name, tile->getString(zoHPCProjectionItem::Name));
-            nodes.write(element);
+            writer.openElement(tag);
+            for (const auto& [column, name] : tile->getColumns()) {
+                const bool isOutline =
+                    column == zoHPCProjectionItem::Name || column == zoHPCProjectionItem::Type;
+                const QString value =
+                    tiles == Tiles::Whole || isOutline ? tile->getString(column) : QString();
+                if (!value.isEmpty())
+                    writer.addAttribute(name, value);
+            }
+            writer.closeElement();
         }
         writer.closeElement();
     }

@@ -14,8 +14,8 @@ class zoHPCDocumentText final
 
 public:
     enum class EmptyAttributes { OmitInDisplays, Keep };
-    // Tiles and planes that projections generate: as files have them, or their names alone.
-    enum class Tiles { Whole, Names };
+    // Tiles and planes that projections generate: as files have them, their names and types alone, or none.
+    enum class Tiles { Whole, Outline, None };
 
     // Why and where a text was refused; line and column from 1.
     struct Refusal
