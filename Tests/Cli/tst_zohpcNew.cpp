@@ -54,7 +54,8 @@ QList<QDomElement> projections(const QByteArray& text)
 QStringList projectionNames(const QByteArray& text)
 {
     QStringList names;
-    for (const QDomElement& element : projections(text))
+    const QList<QDomElement> elements = projections(text);
+    for (const QDomElement& element : elements)
         names << element.attribute("name");
     return names;
 }

@@ -16,8 +16,8 @@ using Plan = zoHPCWallPlan;
 // Of one direction: how many tiles, how large they are together and what neighbours share, all in one unit.
 struct Axis
 {
-    int count;
-    int pixels;     // of a tile
+    double count;
+    double pixels;  // of a tile
     double size;    // mm, of the whole or of a tile; 0 for none
     bool isOfWhole; // the size
     double overlap;
