@@ -44,6 +44,7 @@ QList<Library> libraries()
          zoHostAboutDialog::tr("the system")},
         {"GNU C++ Library", QString::number(_GLIBCXX_RELEASE), "GPL-3.0-or-later WITH GCC-exception-3.1",
          zoHostAboutDialog::tr("the language's library")},
+        {"Eigen", QStringLiteral("3"), "MPL-2.0", zoHostAboutDialog::tr("measured rooms, in the modules")},
         {"Open MPI", QString(), "BSD-3-Clause", zoHostAboutDialog::tr("networks on MPI, on their nodes")},
     };
 }

@@ -226,6 +226,10 @@
         <source>They are libraries of the system and may be replaced by others of their kind. Debian has the texts of their licences in /usr/share/doc and /usr/share/common-licenses.</source>
         <translation>Es sind Bibliotheken des Systems; andere ihrer Art können an ihre Stelle treten. Debian hat die Texte ihrer Lizenzen in /usr/share/doc und /usr/share/common-licenses.</translation>
     </message>
+    <message>
+        <source>measured rooms, in the modules</source>
+        <translation>vermessene Räume, in den Modulen</translation>
+    </message>
 </context>
 <context>
     <name>zoHostApplication</name>

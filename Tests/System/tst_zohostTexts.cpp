@@ -80,7 +80,7 @@ bool isName(const QString& text)
         "|localhost:?"
         "|([\\d.]+ )?(mm|cm|m|in|ft)" // units
         "|English|Deutsch"            // languages, each in its own
-        "|Qt|GNU C(\\+\\+)? Library|Open MPI|(lib)?zo\\w+(\\.so)?|/\\S+"
+        "|Eigen|Qt|GNU C(\\+\\+)? Library|Open MPI|(lib)?zo\\w+(\\.so)?|/\\S+"
         "|[A-Z]+[a-z]*-[\\d.]+(-[\\w-]+)?( WITH \\S+)?" // licences
         "|Apache License\\s[\\s\\S]*"
         "|(cave|powerwall|tiledwall)-[\\w-]+" // samples

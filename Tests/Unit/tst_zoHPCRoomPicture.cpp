@@ -5,6 +5,8 @@
 #include <zoHPCPictureStyle.h>
 #include <zoHPCRoomPicture.h>
 
+#include <zoLengthUnit.h>
+
 #include <QApplication>
 #include <QImage>
 #include <QPainter>
@@ -88,6 +90,7 @@ class tst_zoHPCRoomPicture final : public zoTestCase
 
 private slots:
     void lettersAreAsLargeOnAnyDevice();
+    void lengthsAreInTheUnitThatIsChosen();
     void planesOfOneWallHaveOneName();
     void nothingIsDrawnAsNothing();
     void wallOfTilesIsOneWall();
@@ -182,6 +185,23 @@ void tst_zoHPCRoomPicture::lettersAreAsLargeOnAnyDevice()
     };
 
     QVERIFY(at(720.0) == at(96.0));
+}
+
+void tst_zoHPCRoomPicture::lengthsAreInTheUnitThatIsChosen()
+{
+    zoHPCSetup setup;
+    setup.addPowerWall(QStringLiteral("Wall"), 2, 2);
+    zoHPCRoomPicture picture;
+    picture.setLayout(setup.layout());
+    picture.fit(AREA);
+    const QImage inMillimetres = painted(picture);
+
+    zoLengthUnit::setShown(zoLengthUnit::of(QStringLiteral("ft")));
+    const QImage inFeet = painted(picture);
+    zoLengthUnit::setShown(zoLengthUnit::of(QStringLiteral("mm")));
+
+    QVERIFY(inFeet != inMillimetres);
+    QVERIFY(painted(picture) == inMillimetres);
 }
 
 void tst_zoHPCRoomPicture::nothingIsDrawnAsNothing()
