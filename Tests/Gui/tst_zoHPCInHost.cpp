@@ -424,7 +424,7 @@ void tst_zoHPCInHost::keysOfTheDisplaySetupWorkOnceForEachPress()
     auto* tree = dialog->findChild<QTreeWidget*>(QStringLiteral("m_projectionTree"));
     const auto press = [tree](int key, Qt::KeyboardModifiers modifiers) {
         if (tree->topLevelItemCount() > 0)
-            tree->setCurrentItem(tree->topLevelItem(0));
+            tree->setCurrentItem(tree->topLevelItem(0), 0, QItemSelectionModel::ClearAndSelect);
         QTest::keyClick(tree, Qt::Key(key), modifiers);
     };
     auto* add = dialog->findChild<QAbstractButton*>(QStringLiteral("m_addProjectionButton"));

@@ -178,7 +178,8 @@ zoHPCTreeItem* zoHPCTreeGUIW::selectedItem() const
 
 void zoHPCTreeGUIW::setSelectedItem(zoHPCTreeItem* item)
 {
-    m_ui->m_treeWidget->setCurrentItem(item);
+    // Alone, also while a person holds Ctrl, with which views add rows to those that are selected.
+    m_ui->m_treeWidget->setCurrentItem(item, 0, QItemSelectionModel::ClearAndSelect);
 }
 
 std::vector<zoHPCTreeItem*> zoHPCTreeGUIW::selectedItems() const

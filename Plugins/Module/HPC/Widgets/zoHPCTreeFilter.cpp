@@ -113,7 +113,8 @@ void zoHPCTreeFilter::apply()
         const auto isCurrent = [this](const Row& row) { return row.item == m_tree->currentItem(); };
         const auto current = std::find_if(rows.begin(), rows.end(), isCurrent);
         if (current == rows.end() || !current->isShown)
-            m_tree->setCurrentItem(first == rows.end() ? rows.front().item : first->item);
+            m_tree->setCurrentItem(first == rows.end() ? rows.front().item : first->item, 0,
+                                   QItemSelectionModel::ClearAndSelect);
     }
     for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
         if ((row->isShown || row->isWay) && row->parent >= 0)
