@@ -235,6 +235,9 @@ void tst_zoHPCDisplayTools::severalRowsHaveAPanel()
     settle();
     QVERIFY(
         inDialog<QLabel>("m_severalSummary")->text().startsWith(QStringLiteral("4 windows, 4 viewports")));
+    outputs()->setCurrentItem(nullptr);
+    outputs()->selectAll();
+    QCOMPARE(page(), QStringLiteral("m_severalPage"));
     // Chosen elsewhere, as in a picture, it is alone.
     emit pane()->itemActivated(window(1)->child(0));
     QCOMPARE(page(), QStringLiteral("m_viewportPage"));

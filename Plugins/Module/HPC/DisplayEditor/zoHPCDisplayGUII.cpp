@@ -639,9 +639,9 @@ void zoHPCDisplayGUII::showPanel()
         else
             page = zoHPCDisplayTrees::isPlainWindow(m_trees->currentOutput()) ? m_ui->m_windowPage
                                                                               : m_ui->m_displayPage;
-        if (QWidget* const several = m_tools->severalPage())
-            page = several;
     }
+    if (QWidget* const several = m_activeTree == ActiveTree::Outputs ? m_tools->severalPage() : nullptr)
+        page = several;
     m_layoutPane->setTakesSurfaces(page == m_ui->m_viewportPage);
     m_viewportPanel->setIsShown(page == m_ui->m_viewportPage);
     m_ui->m_panels->setCurrentWidget(page);
