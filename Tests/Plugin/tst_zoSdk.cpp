@@ -237,8 +237,11 @@ int main()
 // The last one, since it takes a file away.
 void tst_zoSdk::hostWorksWithoutTheAssistant()
 {
-    const QStringList arguments{QStringLiteral("--engine"), QStringLiteral("local"),
+    const QStringList arguments{QStringLiteral("--engine"),
+                                QStringLiteral("local"),
                                 QStringLiteral("--non-interactive"),
+                                QStringLiteral("--screenshot"),
+                                m_directory.filePath(QStringLiteral("alone.png")),
                                 file(QStringLiteral("powerwall-2x2.zhpc"))};
     const Outcome with = run(file(QStringLiteral("zohost")), arguments);
     VERIFY_RUN(with);
