@@ -3635,18 +3635,6 @@ auch wenn die Server dann instabil sein können?</translation>
         <source>A window for each eye</source>
         <translation>Ein Fenster je Auge</translation>
     </message>
-    <message>
-        <source>Plane</source>
-        <translation>Ebene</translation>
-    </message>
-    <message>
-        <source>Cave</source>
-        <translation>Cave</translation>
-    </message>
-    <message>
-        <source>Wall</source>
-        <translation>Wand</translation>
-    </message>
 </context>
 <context>
     <name>zoHPCWallWindows</name>

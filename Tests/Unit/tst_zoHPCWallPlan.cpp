@@ -1,6 +1,7 @@
 #include "zoTestCase.h"
 
 #include <zoHPCWallPlan.h>
+#include <zoShownTexts.h>
 
 #include <QApplication>
 #include <QTest>
@@ -33,6 +34,7 @@ private slots:
     void windowsAndNodesAreCounted();
     void namesOfModesAreThoseOfTheDisplaySetup();
     void tooLargeNumbersStayNumbers();
+    void titleIsTheSameInEveryLanguage();
 };
 
 void tst_zoHPCWallPlan::eachValueMakesAnotherPlan_data()
@@ -263,6 +265,20 @@ void tst_zoHPCWallPlan::tooLargeNumbersStayNumbers()
     QVERIFY(plan.nodesNeeded() > 1000000);
     plan.columns = -5;
     QCOMPARE(plan.tileCount(), 0);
+}
+
+void tst_zoHPCWallPlan::titleIsTheSameInEveryLanguage()
+{
+    zoMarkingTranslator translator;
+    QCoreApplication::installTranslator(&translator);
+    Plan plan;
+
+    QCOMPARE(plan.title(), QStringLiteral("Wall"));
+    plan.kind = Plan::Kind::Cave;
+    QCOMPARE(plan.title(), QStringLiteral("Cave"));
+    plan.kind = Plan::Kind::Planes;
+    QCOMPARE(plan.title(), QStringLiteral("Plane"));
+    QCoreApplication::removeTranslator(&translator);
 }
 
 ZO_TEST_MAIN(tst_zoHPCWallPlan)

@@ -2,6 +2,7 @@
 
 #include "zoHPCCurvedWall.h"
 #include "zoHPCDisplayTables.h"
+#include "zoText.h"
 
 #include <QCoreApplication>
 
@@ -192,10 +193,10 @@ QString zoHPCWallPlan::title() const
     const QString own = name.trimmed();
     if (!own.isEmpty())
         return own;
+    // Stands in the document, which is the same in every language.
     if (kind == Kind::Planes)
-        return QCoreApplication::translate("zoHPCWallPlan", "Plane");
-    return kind == Kind::Cave ? QCoreApplication::translate("zoHPCWallPlan", "Cave")
-                              : QCoreApplication::translate("zoHPCWallPlan", "Wall");
+        return zoText("Plane");
+    return kind == Kind::Cave ? zoText("Cave") : zoText("Wall");
 }
 
 int zoHPCWallPlan::tileCount() const
