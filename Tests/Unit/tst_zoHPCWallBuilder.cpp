@@ -18,6 +18,8 @@
 #include <map>
 #include <set>
 
+Q_DECLARE_METATYPE(zoHPCWallPlan)
+
 namespace
 {
 using Plan = zoHPCWallPlan;
@@ -637,8 +639,6 @@ void tst_zoHPCWallBuilder::sketchNeedsNoHosts()
     QCOMPARE(windows(sketch).size(), 24);
     QCOMPARE(windows(sketch).front(), QStringLiteral(" 0 Wall row:1 col:1 mono"));
 }
-
-Q_DECLARE_METATYPE(zoHPCWallPlan)
 
 ZO_TEST_MAIN(tst_zoHPCWallBuilder)
 #include "tst_zoHPCWallBuilder.moc"
