@@ -9,6 +9,8 @@
 
 #include <algorithm>
 
+Q_DECLARE_METATYPE(zoHPCPlane)
+
 // Planes from measurements, against rooms that are known.
 class tst_zoHPCSurveySolver final : public zoTestCase
 {
@@ -383,6 +385,5 @@ void tst_zoHPCSurveySolver::sameInputGivesTheSameBytes()
         QCOMPARE(distance(one.planes[i], other.planes[i]), 0.0);
 }
 
-Q_DECLARE_METATYPE(zoHPCPlane)
 ZO_TEST_MAIN(tst_zoHPCSurveySolver)
 #include "tst_zoHPCSurveySolver.moc"
