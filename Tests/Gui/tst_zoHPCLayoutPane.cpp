@@ -78,6 +78,10 @@ void tst_zoHPCLayoutPane::init()
     m_setup = std::make_unique<zoHPCSetup>();
     m_setup->addNode(QStringLiteral("n"));
     m_wall = m_setup->addPowerWall(QStringLiteral("wall"), 1, 2);
+    // Of the shape of the window.
+    m_wall->setDouble(zoHPCProjectionItem::Width, 4000.0);
+    m_wall->setDouble(zoHPCProjectionItem::Height, 3000.0);
+    m_wall->update();
     m_window = m_setup->addWindowAt(QStringLiteral("n"), QStringLiteral("0"), 0, 0, 1600, 1200);
     m_setup->addViewport(m_window, QStringLiteral("wall"), QStringLiteral("mono"));
     m_pane = std::make_unique<zoHPCLayoutPane>();
@@ -132,8 +136,9 @@ void tst_zoHPCLayoutPane::removedRowIsForgottenAtOnce()
         QVERIFY(!problem.item);
         QVERIFY(!problem.hasFix());
     }
-    QTRY_COMPARE(m_pane->problemCount(), 1);
-    QCOMPARE(m_pane->problemsView()->problems()[0].item, m_wall);
+    QTRY_COMPARE(m_pane->problemCount(), 2);
+    QCOMPARE(m_pane->problemsView()->problems()[0].item, m_setup->display());
+    QCOMPARE(m_pane->problemsView()->problems()[1].item, m_wall);
 }
 
 void tst_zoHPCLayoutPane::clearedTreeIsForgottenAtOnce()

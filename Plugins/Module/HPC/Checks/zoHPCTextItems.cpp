@@ -42,12 +42,14 @@ zoHPCTextItems::zoHPCTextItems(const zoHPCTextParts& text, const Tags& tags,
     }
     const QList<zoHPCWindowItem*> outputs = displays.getWindowItems();
     if (std::size_t(outputs.size()) == m_outputs.size()) {
-        for (std::size_t i = 0; i < m_outputs.size(); ++i) {
+        for (std::size_t i = 0; i < m_outputs.size(); ++i)
             m_parts.insert(outputs.at(int(i)), m_outputs[i]);
-            const QTreeWidgetItem* const parent = outputs.at(int(i))->parent();
-            if (parent != nullptr && dynamic_cast<const zoHPCWindowItem*>(parent) == nullptr)
-                m_parts.insert(parent, m_outputDisplays[i]);
-        }
+    }
+    // Also those that hold nothing.
+    const QTreeWidgetItem* const root = displays.displayRoot();
+    if (std::size_t(root->childCount()) == m_displays.size()) {
+        for (std::size_t i = 0; i < m_displays.size(); ++i)
+            m_parts.insert(root->child(int(i)), m_displays[i]);
     }
 }
 
@@ -80,10 +82,10 @@ void zoHPCTextItems::read(const zoHPCTextParts& text, const Tags& tags)
             m_hosts.push_back(i);
         else if (isTop && tag == zoClusterTags::Projection)
             m_projections.push_back(i);
+        else if (isTop && tag == zoClusterTags::Display)
+            m_displays.push_back(i);
         else if (section == zoClusterTags::Display &&
-                 (tag == zoClusterTags::Window || tag == zoClusterTags::Viewport)) {
+                 (tag == zoClusterTags::Window || tag == zoClusterTags::Viewport))
             m_outputs.push_back(i);
-            m_outputDisplays.push_back(sections[size_t(i)]);
-        }
     }
 }

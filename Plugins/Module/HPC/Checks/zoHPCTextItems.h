@@ -32,9 +32,9 @@ private:
     void read(const zoHPCTextParts& text, const Tags& tags);
 
     int m_master = -1;
-    std::vector<int> m_hosts;          // networks and nodes in the order of the text
-    std::vector<int> m_projections;    // of the top level
-    std::vector<int> m_outputs;        // windows and viewports in the order of the text
-    std::vector<int> m_outputDisplays; // the displays that these are in
+    std::vector<int> m_hosts;       // networks and nodes in the order of the text
+    std::vector<int> m_projections; // of the top level
+    std::vector<int> m_displays;    // in the order of the text
+    std::vector<int> m_outputs;     // windows and viewports in the order of the text
     QHash<const QTreeWidgetItem*, int> m_parts;
 };
