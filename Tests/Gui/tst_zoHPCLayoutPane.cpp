@@ -198,7 +198,7 @@ void tst_zoHPCLayoutPane::changeQuickly()
                    : m_pane->roomView()->picture().walls()[0].plane.width();
     };
     const bool isRoom = m_pane->findChild<QTabWidget*>()->currentIndex() == 0;
-    double width = 5000.0;
+    double width = 4000.0; // the shape of the window, nearly
     for (int turn = 0; turn < 100 && m_pane->isSettled(); ++turn) {
         m_wall->setDouble(zoHPCProjectionItem::Width, width += 10.0);
         m_wall->update();

@@ -213,9 +213,6 @@ void zoHPCScreensPainter::paintCaption(const Screen& screen, const Window& windo
 
 void zoHPCScreensPainter::paintViewport(const Viewport& viewport, const QRectF& place) const
 {
-    // The number of the node is what leads to the list below.
-    if (m_placement.isNumbered)
-        return;
     const QRectF& part = viewport.area;
     const QRectF box(place.left() + part.left() * place.width(), place.top() + part.top() * place.height(),
                      part.width() * place.width(), part.height() * place.height());
@@ -258,6 +255,9 @@ void zoHPCScreensPainter::paintViewport(const Viewport& viewport, const QRectF& 
 void zoHPCScreensPainter::paintViewportText(const Viewport& viewport, const QRectF& place, int row,
                                             int rows) const
 {
+    // The number of the node is what leads to the list below.
+    if (m_placement.isNumbered)
+        return;
     const QRectF& part = viewport.area;
     const QRectF box(place.left() + part.left() * place.width(), place.top() + part.top() * place.height(),
                      part.width() * place.width(), part.height() * place.height());
