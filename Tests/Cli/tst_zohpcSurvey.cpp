@@ -9,9 +9,11 @@
 #include <QApplication>
 #include <QDomDocument>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QTemporaryDir>
 #include <QTest>
 
 // "zohpc survey" as a whole process.
@@ -33,6 +35,9 @@ private slots:
     void wrongUsageIsRefused_data();
     void wrongUsageIsRefused();
     void inputIsNotOverwritten();
+    void textAfterANulIsNotDropped();
+    void lossesOfTheConfigurationAreToldBefore();
+    void configurationWithoutThePlanesIsTold();
     void hostileFilesEnd_data();
     void hostileFilesEnd();
 };
@@ -287,6 +292,63 @@ void tst_zohpcSurvey::inputIsNotOverwritten()
 
     QCOMPARE(run.exitCode, 2);
     QCOMPARE(zoCliFiles::read(room), QByteArray(Front));
+}
+
+void tst_zohpcSurvey::textAfterANulIsNotDropped()
+{
+    const QByteArray cut = QByteArray(Front) + QByteArray(1, '\0') + "distance Front.bl Front.br 3000\n";
+
+    const zoCommandRun run = zoCommandRun::zohpc({"survey", "-"}, cut);
+
+    QCOMPARE(run.exitCode, 2);
+    QCOMPARE(run.output, QByteArray());
+    QVERIFY2(run.errors.startsWith("-:5:1: a NUL byte"), run.errors.constData());
+}
+
+void tst_zohpcSurvey::lossesOfTheConfigurationAreToldBefore()
+{
+    const QTemporaryDir folder;
+    const QString wall = folder.filePath(QStringLiteral("wall.zhpc"));
+    const QByteArray text =
+        QByteArray("<cluster version=\"1\">\n<!-- call Bob -->\n<projection name=\"Front\" "
+                   "type=\"plane\"/>\n<display/></cluster>\n");
+    QFile file(wall);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(text);
+    file.close();
+    const QString other = folder.filePath(QStringLiteral("other.zhpc"));
+
+    const zoCommandRun refused = zoCommandRun::zohpc({"survey", "-", "--into", wall, "-o", wall}, Front);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray left = file.readAll();
+    file.close();
+    const zoCommandRun copied = zoCommandRun::zohpc({"survey", "-", "--into", wall, "-o", other}, Front);
+    const zoCommandRun forced =
+        zoCommandRun::zohpc({"survey", "-", "--into", wall, "-o", wall, "--force"}, Front);
+
+    QCOMPARE(refused.exitCode, 2);
+    QVERIFY2(refused.errors.contains("wall.zhpc:2:1: "), refused.errors.constData());
+    QVERIFY(refused.errors.contains("--force does it all the same"));
+    QCOMPARE(left, text);
+    QCOMPARE(copied.exitCode, 0);
+    QVERIFY(copied.errors.contains("wall.zhpc:2:1: "));
+    QVERIFY(QFile::exists(other));
+    QCOMPARE(forced.exitCode, 0);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(!file.readAll().contains("Bob"));
+}
+
+void tst_zohpcSurvey::configurationWithoutThePlanesIsTold()
+{
+    const QTemporaryDir folder;
+    const QString output = folder.filePath(QStringLiteral("out.zhpc"));
+
+    const zoCommandRun run = zoCommandRun::zohpc(
+        {"survey", "-", "--into", ZO_DATA_DIR "/cluster/cave-4-sided.zhpc", "-o", output}, Front);
+
+    QCOMPARE(run.exitCode, 0);
+    QVERIFY2(run.errors.contains("no projection there has the name of a measured plane"),
+             run.errors.constData());
 }
 
 void tst_zohpcSurvey::hostileFilesEnd_data()

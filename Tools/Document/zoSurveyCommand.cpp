@@ -2,6 +2,7 @@
 
 #include "zoClusterSetup.h"
 #include "zoConsole.h"
+#include "zoHPCProjectionItem.h"
 #include "zoHPCSurveyPlanes.h"
 #include "zoHPCSurveyReader.h"
 #include "zoHPCSurveySolver.h"
@@ -51,6 +52,8 @@ void zoSurveyCommand::addArguments(QCommandLineParser& parser) const
          tr("Replace the planes of the same names in the configuration <file>, and keep all else of it. "
             "A new configuration otherwise."),
          tr("file")});
+    parser.addOption(
+        {QStringLiteral("force"), tr("Replace the file of --into even when something of it gets lost.")});
     parser.addOption({QStringLiteral("limit"),
                       tr("Exit with 1 and write nothing when a residual is larger than <N> millimetres."),
                       QStringLiteral("N")});
@@ -82,18 +85,27 @@ bool zoSurveyCommand::checkUsage(const QCommandLineParser& parser, double& limit
 
 bool zoSurveyCommand::read(const QString& fileName, zoHPCSurvey& survey)
 {
-    QString text;
-    if (!zoTextFile::read(fileName, text))
+    zoTextFile::Content content;
+    if (!zoTextFile::read(fileName, content))
         return false;
+    const QString nul = tr("a NUL byte; what follows it is not read. Save the measurements as text");
+    if (content.isCut) {
+        zoConsole::printError(fileName, content.cutLine, content.cutColumn, nul);
+        return false;
+    }
     const QDir folder = fileName == QLatin1String("-") ? QDir::current() : QFileInfo(fileName).absoluteDir();
-    zoHPCSurveyReader reader([&folder](const QString& name, QString& list, QString& reason) {
+    zoHPCSurveyReader reader([&folder, &nul](const QString& name, QString& list, QString& reason) {
         QByteArray bytes;
         if (zoFileReader::read(folder.filePath(name), bytes, &reason) != zoFileReader::Result::Read)
             return false;
-        list = zoFileText(bytes).text();
-        return true;
+        const zoFileText text(bytes);
+        list = text.text();
+        if (text.isCut())
+            reason =
+                QStringLiteral("%1:%2: %3").arg(text.cutPlace().line).arg(text.cutPlace().column).arg(nul);
+        return !text.isCut();
     });
-    const bool isGood = reader.read(text);
+    const bool isGood = reader.read(content.text);
     for (const zoHPCSurveyReader::Mistake& mistake : reader.mistakes())
         zoConsole::printError(mistake.file.isEmpty() ? fileName : mistake.file, mistake.line, 1,
                               mistake.text);
@@ -139,6 +151,35 @@ int zoSurveyCommand::execute(const QCommandLineParser& parser)
                                                                                       : zoConsole::Unusable;
 }
 
+bool zoSurveyCommand::keepsAll(const QCommandLineParser& parser, const zoClusterSetup& setup)
+{
+    const QString into = parser.value(QStringLiteral("into"));
+    const QVector<zoDocumentLosses::Loss> losses = setup.losses();
+    for (const zoDocumentLosses::Loss& loss : losses)
+        zoConsole::printError(into, loss.line, loss.column, loss.text);
+    if (setup.file().isCut)
+        zoConsole::printError(into, setup.file().cutLine, setup.file().cutColumn,
+                              zoDocumentLosses::cutText());
+    if ((losses.isEmpty() && !setup.file().isCut) || parser.isSet(QStringLiteral("force")) ||
+        !zoTextFile::isSameFile(into, parser.value(QStringLiteral("output"))))
+        return true;
+    zoConsole::printError(
+        tr("%1: not rewritten, for this would be lost; --force does it all the same").arg(into));
+    return false;
+}
+
+bool zoSurveyCommand::sharesName(const zoHPCConfiguration& configuration, const zoHPCSurvey& survey,
+                                 const zoHPCSurveyPlanes& planes)
+{
+    QStringList names = planes.names();
+    for (const zoHPCSurvey::Wall& wall : survey.walls)
+        names << wall.name;
+    const QList<zoHPCProjectionItem*> projections = configuration.displays().getProjectionItems();
+    return std::any_of(projections.begin(), projections.end(), [&names](const zoHPCProjectionItem* item) {
+        return names.contains(item->getString(zoHPCProjectionItem::Name));
+    });
+}
+
 bool zoSurveyCommand::write(const QCommandLineParser& parser, const zoHPCSurvey& survey,
                             const zoHPCSurveySolution& solution)
 {
@@ -148,6 +189,8 @@ bool zoSurveyCommand::write(const QCommandLineParser& parser, const zoHPCSurvey&
         zoClusterSetup setup;
         if (!setup.readFile(into))
             return false;
+        if (!keepsAll(parser, setup))
+            return false;
         QDomDocument document = setup.document();
         configuration.read(document);
     } else {
@@ -155,10 +198,17 @@ bool zoSurveyCommand::write(const QCommandLineParser& parser, const zoHPCSurvey&
         configuration.displays().setDefaultConfig();
     }
     zoHPCSurveyPlanes planes(survey, solution);
+    const bool replacesNothing =
+        parser.isSet(QStringLiteral("into")) && !sharesName(configuration, survey, planes);
     if (!planes.putInto(configuration)) {
         zoConsole::printError(QStringLiteral("%1: %2").arg(into, planes.mistake()));
         return false;
     }
+    if (replacesNothing)
+        zoConsole::printError(
+            tr("%1: no projection there has the name of a measured plane: all were added, and windows "
+               "show what they showed before")
+                .arg(into));
     for (const QString& remark : planes.remarks())
         zoConsole::printError(QStringLiteral("%1: %2").arg(into, remark));
     return zoTextFile::write(parser.value(QStringLiteral("output")), configuration.text());

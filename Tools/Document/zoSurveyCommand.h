@@ -2,6 +2,9 @@
 
 #include "zoCommand.h"
 
+class zoClusterSetup;
+class zoHPCConfiguration;
+class zoHPCSurveyPlanes;
 class zoHPCSurveySolution;
 class zoSurveyReport;
 struct zoHPCSurvey;
@@ -23,4 +26,8 @@ private:
     static bool read(const QString& fileName, zoHPCSurvey& survey);
     static bool write(const QCommandLineParser& parser, const zoHPCSurvey& survey,
                       const zoHPCSurveySolution& solution);
+    // Whether the file of --into may become canonical text; tells what that loses.
+    static bool keepsAll(const QCommandLineParser& parser, const zoClusterSetup& setup);
+    static bool sharesName(const zoHPCConfiguration& configuration, const zoHPCSurvey& survey,
+                           const zoHPCSurveyPlanes& planes);
 };
