@@ -87,11 +87,22 @@ bool zoHostSession::loadConfiguration(const QString& fileName)
         if (m_ended)
             return false;
         const QString absolute = QFileInfo(fileName).absoluteFilePath();
-        if (!m_window->document()->load(absolute)) {
+        QString whyForeign; // it can be read, and is no configuration
+        const QMetaObject::Connection note =
+            connect(m_window->document(), &zoHostDocument::fileNotUnderstood, this,
+                    [&whyForeign](const QString&, const QString& why) { whyForeign = why; });
+        const bool isTaken = m_window->document()->load(absolute);
+        disconnect(note);
+        if (!isTaken) {
             fail(tr("Unable to load configuration %1: no loaded module opens configurations").arg(fileName));
             return !m_ended;
         }
-        if (usable)
+        // A person is told by the guard of the files, and goes on.
+        if (usable && !whyForeign.isEmpty() && m_options.nonInteractive) {
+            fail(tr("Configuration %1 cannot be used: %2").arg(fileName, whyForeign));
+            return false;
+        }
+        if (usable && whyForeign.isEmpty())
             zoLog::info(tr("Configuration %1 loaded").arg(absolute));
     }
     print(fileName.isEmpty() ? QStringLiteral("configuration: default")

@@ -422,6 +422,9 @@ void tst_zohost::failureExitsWith1_data()
     QTest::newRow("missing-file") << "" << good << "Unable to load configuration .*a.zhpc: No such file";
     QTest::newRow("malformed-file") << "<cluster>\n<master>" << good
                                     << "Configuration .*a.zhpc cannot be used: line 2, column ";
+    QTest::newRow("foreign-file")
+        << "<svg width=\"1\"/>" << QStringList()
+        << "Configuration .*a.zhpc cannot be used: it has none of the elements of a cluster configuration";
     QTest::newRow("no-enabled-node") << documentOf("") << good
                                      << "has no enabled node\n.*The cluster did not start";
     QTest::newRow("screenshot-not-writable")
