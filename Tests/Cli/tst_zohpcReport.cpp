@@ -16,6 +16,7 @@ private slots:
     void everyTileIsTold_data();
     void everyTileIsTold();
     void planesOfACurvedWallAreOneElevation();
+    void namesCanBeSearched();
     void sameContentHasSameBytes();
     void inputIsNotOverwritten();
     void unknownPaperIsRefused();
@@ -87,6 +88,28 @@ void tst_zohpcReport::planesOfACurvedWallAreOneElevation()
     QCOMPARE(text.count("row 2, column 3"), 2);
     // Where each column stands.
     QVERIFY(text.contains("Wall, column 3"));
+}
+
+void tst_zohpcReport::namesCanBeSearched()
+{
+    if (QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty())
+        QSKIP("pdftotext (Debian package poppler-utils) is not installed");
+    const zoCliFiles files;
+    // Letters that fonts join to one sign.
+    const QByteArray wall =
+        zoCommandRun::zohpc({"new", "--wall", "2x1", "--hosts", "office1 fluff2"}).output;
+    const QString input = files.write(QStringLiteral("wall.zhpc"), wall);
+    const QString output = files.path(QStringLiteral("wall.pdf"));
+
+    const zoCommandRun run = zoCommandRun::zohpc({"report", input, "-o", output});
+
+    QCOMPARE(run.exitCode, 0);
+    const QByteArray text = zoCommandRun::program(QStringLiteral("pdftotext"), {"-layout", output, "-"}, {},
+                                                  {"PATH=" + qEnvironmentVariable("PATH")})
+                                .output;
+    // In the elevation and the tables; pictures join them.
+    QVERIFY2(text.count("office1") >= 3, text.constData());
+    QVERIFY2(text.count("fluff2") >= 3, text.constData());
 }
 
 void tst_zohpcReport::sameContentHasSameBytes()

@@ -81,6 +81,8 @@ QFont zoHPCReportSheets::font(double points, bool isBold)
     QFont result;
     result.setPixelSize(qRound(points * Point));
     result.setBold(isBold);
+    // Letters with any distance are not joined: one sign for "ff" could neither be searched nor copied.
+    result.setLetterSpacing(QFont::AbsoluteSpacing, 0.02);
     return result;
 }
 
