@@ -2,6 +2,8 @@
 
 #include <zoModuleInterface.h>
 
+#include <QFileInfo>
+#include <QHash>
 #include <QJsonObject>
 #include <QPluginLoader>
 
@@ -20,7 +22,13 @@ zoModuleMetadata zoModuleMetadata::read(const QString& fileName)
     metadata.m_version = module.value(QStringLiteral("version")).toString();
     metadata.m_licence = module.value(QStringLiteral("licence")).toString();
     metadata.m_interfaceVersion = module.value(QStringLiteral("interface")).toInt();
-    return metadata;
+
+    // Of a library that is loaded Qt asks the library itself, which hides the answer.
+    static QHash<QString, zoModuleMetadata> known;
+    const QString file = QFileInfo(fileName).canonicalFilePath();
+    if (metadata.isPresent())
+        known.insert(file, metadata);
+    return metadata.isPresent() ? metadata : known.value(file);
 }
 
 QString zoModuleMetadata::refusal() const

@@ -9,6 +9,7 @@ class zoModuleMetadata final
     Q_DECLARE_TR_FUNCTIONS(zoModuleMetadata)
 
 public:
+    // Also of one that was read before and is loaded by now.
     static zoModuleMetadata read(const QString& fileName);
 
     // Modules need not say anything: those that do not are known by their file name alone.

@@ -96,8 +96,7 @@ void tst_zohpcReport::namesCanBeSearched()
         QSKIP("pdftotext (Debian package poppler-utils) is not installed");
     const zoCliFiles files;
     // Letters that fonts join to one sign.
-    const QByteArray wall =
-        zoCommandRun::zohpc({"new", "--wall", "2x1", "--hosts", "office1 fluff2"}).output;
+    const QByteArray wall = zoCommandRun::zohpc({"new", "--wall", "2x1", "--hosts", "office1 fluff2"}).output;
     const QString input = files.write(QStringLiteral("wall.zhpc"), wall);
     const QString output = files.path(QStringLiteral("wall.pdf"));
 

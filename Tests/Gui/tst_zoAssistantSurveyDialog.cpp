@@ -11,6 +11,7 @@
 #include <QClipboard>
 #include <QDialogButtonBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -48,6 +49,7 @@ private slots:
     void refusalIsToldAndTheDialogStays();
     void obstacleDisablesOk();
     void hostWithoutTheServiceTakesNothing();
+    void linesAreTypedOneAfterTheOther();
     void menuAddsLines();
     void linesAreRemovedAndPasted();
     void fileIsLoadedWithItsPointList();
@@ -198,6 +200,28 @@ void tst_zoAssistantSurveyDialog::hostWithoutTheServiceTakesNothing()
 
     QVERIFY(!ok()->isEnabled());
     QCOMPARE(message(), QStringLiteral("This host lets no module change the configuration."));
+}
+
+void tst_zoAssistantSurveyDialog::linesAreTypedOneAfterTheOther()
+{
+    QApplication::setActiveWindow(m_dialog.get());
+    QVERIFY(QTest::qWaitForWindowActive(m_dialog.get()));
+    table()->setText(QString());
+    table()->setFocus();
+
+    for (const char* const line : {"wall A size 2000 x 1000", "floor A.bottom 500", "viewer distance 900"}) {
+        QTest::keyClicks(table(), QString::fromLatin1(line).left(1));
+        auto* const editor = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+        QVERIFY(editor);
+        QTest::keyClicks(editor, QString::fromLatin1(line).mid(1));
+        QTest::keyClick(editor, Qt::Key_Return);
+        QTRY_COMPARE(QApplication::focusWidget(), table());
+    }
+
+    QCOMPARE(table()->text(),
+             QStringLiteral("wall A size 2000 x 1000\nfloor A.bottom 500\nviewer distance 900\n"));
+    QCOMPARE(table()->currentRow(), 3);
+    QVERIFY(m_dialog->isVisible());
 }
 
 void tst_zoAssistantSurveyDialog::menuAddsLines()

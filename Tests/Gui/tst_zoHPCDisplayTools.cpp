@@ -62,6 +62,7 @@ private slots:
     void windowForEverySurfaceIsOneStep();
     void windowForEverySurfaceWaitsForTheEndOfTheSession();
     void nodeStandsBesideItsSurface();
+    void nodesThatChangedUnseenStandThereOnceShown();
     void clickedSurfaceIsAssignedAsOneStep();
     void clickWithControlKeySelects();
     void draggedWindowIsSelectedAndShowsItsPlace();
@@ -490,6 +491,21 @@ void tst_zoHPCDisplayTools::windowForEverySurfaceWaitsForTheEndOfTheSession()
 
     dialog()->setIsRunning(false);
     QVERIFY(rowWithFix() >= 0);
+}
+
+void tst_zoHPCDisplayTools::nodesThatChangedUnseenStandThereOnceShown()
+{
+    load(8, 8);
+    const QTreeWidgetItem* const tile = projections()->topLevelItem(0)->child(5);
+    QTRY_COMPARE(tile->text(zoHPCProjectionItem::ColumnCount), QStringLiteral("n6"));
+
+    dialog()->hide();
+    static_cast<zoHPCWindowItem*>(window(5))->setRenderNode(QStringLiteral("n1"));
+    pane()->refresh();
+    QCoreApplication::processEvents();
+    dialog()->show();
+
+    QTRY_COMPARE(tile->text(zoHPCProjectionItem::ColumnCount), QStringLiteral("n1"));
 }
 
 void tst_zoHPCDisplayTools::nodeStandsBesideItsSurface()

@@ -359,6 +359,8 @@ void tst_zoModuleLoader::moduleOfThisInterfaceIsLoaded()
     QVERIFY(m_host->loader->load(fixture("zoSameInterfaceModule")));
 
     QCOMPARE(qgetenv("ZO_TELLTALE"), QByteArray("called"));
+    // Also now that it is loaded.
+    QCOMPARE(zoModuleMetadata::read(fixture("zoSameInterfaceModule")).name(), QStringLiteral("Same"));
     m_host->loader->unloadAll();
     QVERIFY(!isMapped(fixture("zoSameInterfaceModule")));
 }

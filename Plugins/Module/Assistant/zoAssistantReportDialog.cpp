@@ -197,7 +197,11 @@ bool zoAssistantReportDialog::savePdf(const QString& fileName)
 {
     const QString file = QFileInfo(fileName).suffix().isEmpty() ? fileName + zoText(".pdf") : fileName;
     const QString shown = QDir::toNativeSeparators(file);
-    if (!m_file.isEmpty() && QFileInfo(file) == QFileInfo(m_file)) {
+    // Two files that are not there are equal to each other.
+    const QFileInfo target(file);
+    const QFileInfo open(m_file);
+    if (!m_file.isEmpty() && (target.absoluteFilePath() == open.absoluteFilePath() ||
+                              (target.exists() && open.exists() && target == open))) {
         tell(tr("%1 is the configuration").arg(shown));
         return false;
     }

@@ -86,7 +86,7 @@ void zoAssistantSurveyTable::addLine(const QString& line)
     m_isFilling = false;
     setCurrentCell(row, Measurement);
     emit edited();
-    editItem(item(row, Measurement));
+    beginToEdit(row);
 }
 
 void zoAssistantSurveyTable::removeSelectedLines()
@@ -138,6 +138,21 @@ void zoAssistantSurveyTable::setVerdict(int row, const Verdict& verdict)
     m_isFilling = false;
 }
 
+// Without a word in the log where it is edited already.
+void zoAssistantSurveyTable::beginToEdit(int row)
+{
+    edit(model()->index(row, Measurement), QAbstractItemView::AllEditTriggers, nullptr);
+}
+
+void zoAssistantSurveyTable::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint)
+{
+    const int row = currentRow();
+    QTableWidget::closeEditor(editor, hint);
+    // Return ends a line: what is typed next is the next one.
+    if (hint == QAbstractItemDelegate::SubmitModelCache && row >= 0 && row + 1 < rowCount())
+        setCurrentCell(row + 1, Measurement);
+}
+
 void zoAssistantSurveyTable::keyPressEvent(QKeyEvent* event)
 {
     if (event->matches(QKeySequence::Paste)) {
@@ -148,7 +163,7 @@ void zoAssistantSurveyTable::keyPressEvent(QKeyEvent* event)
         // A dialog would take it for OK.
         if (currentRow() + 1 < rowCount())
             setCurrentCell(currentRow() + 1, Measurement);
-        editItem(item(currentRow(), Measurement));
+        beginToEdit(currentRow());
     } else {
         QTableWidget::keyPressEvent(event);
     }

@@ -39,9 +39,11 @@ signals:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
 private:
     void insertLine(int row, const QString& line);
+    void beginToEdit(int row);
     void paste();
     void keepEmptyRow();
 

@@ -150,19 +150,23 @@ void zoHPCDisplayTools::createNodeColumn()
     m_nodesTimer.setSingleShot(true);
     m_nodesTimer.setInterval(0);
     connect(&m_nodesTimer, &QTimer::timeout, this, &zoHPCDisplayTools::showNodes);
-    connect(&m_parts.pane.review(), &zoHPCReview::changed, &m_nodesTimer, [this] {
-        // Read once it is seen; whoever shows the dialog asks for it.
+    connect(&m_parts.pane.review(), &zoHPCReview::changed, &m_nodesTimer, [this] { m_nodesTimer.start(); });
+    tree->installEventFilter(this);
+}
+
+// What changed while the tree was hidden is read once it is seen.
+bool zoHPCDisplayTools::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Show && watched == m_parts.trees.projections())
         m_nodesTimer.start();
-    });
+    return QObject::eventFilter(watched, event);
 }
 
 void zoHPCDisplayTools::showNodes()
 {
     QTreeWidget* const tree = m_parts.trees.projections();
-    if (!tree->isVisible()) {
-        // Again when the dialog is shown, which changes the names of the nodes.
+    if (!tree->isVisible())
         return;
-    }
     const auto layout = m_parts.pane.review().layout();
     const std::vector<QStringList> nodes = layout->nodesOfProjections();
     bool isChanged = false;

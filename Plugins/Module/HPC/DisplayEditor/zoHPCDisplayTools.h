@@ -59,6 +59,9 @@ public slots:
     // selected.
     void duplicate();
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     struct Selection
     {
