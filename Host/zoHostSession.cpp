@@ -32,6 +32,8 @@ zoHostSession::zoHostSession(const zoHostOptions& options, zoHostMainWindow* win
                              zoClusterService* cluster, QObject* parent)
     : QObject(parent), m_options(options), m_window(window), m_cluster(cluster)
 {
+    connect(window->document(), &zoHostDocument::fileNotUnderstood, this,
+            [this](const QString&, const QString& why) { m_whyForeign = why; });
 }
 
 zoHostSession::~zoHostSession() = default;
@@ -87,22 +89,17 @@ bool zoHostSession::loadConfiguration(const QString& fileName)
         if (m_ended)
             return false;
         const QString absolute = QFileInfo(fileName).absoluteFilePath();
-        QString whyForeign; // it can be read, and is no configuration
-        const QMetaObject::Connection note =
-            connect(m_window->document(), &zoHostDocument::fileNotUnderstood, this,
-                    [&whyForeign](const QString&, const QString& why) { whyForeign = why; });
-        const bool isTaken = m_window->document()->load(absolute);
-        disconnect(note);
-        if (!isTaken) {
+        m_whyForeign.clear();
+        if (!m_window->document()->load(absolute)) {
             fail(tr("Unable to load configuration %1: no loaded module opens configurations").arg(fileName));
             return !m_ended;
         }
         // A person is told by the guard of the files, and goes on.
-        if (usable && !whyForeign.isEmpty() && m_options.nonInteractive) {
-            fail(tr("Configuration %1 cannot be used: %2").arg(fileName, whyForeign));
+        if (usable && !m_whyForeign.isEmpty() && m_options.nonInteractive) {
+            fail(tr("Configuration %1 cannot be used: %2").arg(fileName, m_whyForeign));
             return false;
         }
-        if (usable && whyForeign.isEmpty())
+        if (usable && m_whyForeign.isEmpty())
             zoLog::info(tr("Configuration %1 loaded").arg(absolute));
     }
     print(fileName.isEmpty() ? QStringLiteral("configuration: default")

@@ -46,6 +46,7 @@ private:
     zoHostOptions m_options;
     zoHostMainWindow* m_window;
     zoClusterService* m_cluster;
+    QString m_whyForeign; // the file that was loaded last can be read, and is no configuration
     bool m_ended = false;
     bool m_wasRunning = false;
 };

@@ -92,7 +92,8 @@ void zoAssistantSurveyTable::addLine(const QString& line)
 void zoAssistantSurveyTable::removeSelectedLines()
 {
     QList<int> rows;
-    for (const QModelIndex& index : selectionModel()->selectedRows()) {
+    const QModelIndexList selected = selectionModel()->selectedRows();
+    for (const QModelIndex& index : selected) {
         if (index.row() + 1 < rowCount())
             rows << index.row();
     }
