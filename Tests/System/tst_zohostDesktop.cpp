@@ -185,7 +185,6 @@ private:
     void makeWall(const Person& person) const;
     void makeWindow(const Person& person, int display, int window, const QString& node, int tile) const;
     void answerFileDialog(const Person& person, const QString& fileName) const;
-    void keepPicture(const Person& person, const char* name) const;
 
     QTemporaryDir m_directory;
     zoDesktopInput m_input;
@@ -247,7 +246,7 @@ void tst_zohostDesktop::play(const std::function<void(const Person&)>& act)
             person.waitFor("the host is closed", [] { return !hostWindow()->isVisible(); });
         } catch (const std::exception& exception) {
             failure = exception.what();
-            keepPicture(person, "failure");
+            person.keepPicture("desktop-failure");
             person.see([] {
                 QCoreApplication::exit(1);
                 return true;
@@ -272,7 +271,7 @@ void tst_zohostDesktop::buildWall(const Person& person) const
     person.waitFor("the title shows unsaved work", [] {
         return hostWindow()->windowHandle()->title() == QLatin1String("Untitled* - zohost");
     });
-    keepPicture(person, "built");
+    person.keepPicture("desktop-built");
 
     QMenuBar* menus = person.see([] { return clusterWindow()->menuBar(); });
     const QString first = m_directory.filePath("wall.zhpc");
@@ -327,7 +326,7 @@ void tst_zohostDesktop::beginWithASample(const Person& person) const
 {
     const auto samples = [] { return hostWindow()->findChild<QListWidget*>("StartSamples"); };
     const auto manual = [] { return hostWindow()->findChild<QWidget*>("ManualWindow"); };
-    keepPicture(person, "start");
+    person.keepPicture("desktop-start");
     person.click("the sample", [samples] {
         const QList<QListWidgetItem*> found = samples() == nullptr
                                                   ? QList<QListWidgetItem*>()
@@ -343,7 +342,7 @@ void tst_zohostDesktop::beginWithASample(const Person& person) const
     person.press(zoDesktopInput::Key::F1);
     person.waitFor("the manual is active",
                    [manual] { return manual() != nullptr && manual()->isActiveWindow(); });
-    keepPicture(person, "manual");
+    person.keepPicture("desktop-manual");
     person.press(zoDesktopInput::Key::Escape);
     person.waitFor("the manual is closed", [manual] { return !manual()->isVisible(); });
     person.waitFor("the host is active", [] { return hostWindow()->isActiveWindow(); });
@@ -401,7 +400,7 @@ void tst_zohostDesktop::makeWall(const Person& person) const
         makeWindow(person, 1, i, m_nodes.at(3 + i), 3 + i);
     person.waitFor("everything would light up",
                    [] { return inDialog<QAbstractItemView>("m_problemList")->model()->rowCount() == 0; });
-    keepPicture(person, "setup");
+    person.keepPicture("desktop-setup");
     person.click("OK", [] { return spotOf(dialogButton(QDialogButtonBox::Ok)); });
     person.waitFor("the dialog is closed", [] { return QApplication::activeModalWidget() == nullptr; });
 }
@@ -471,7 +470,7 @@ void tst_zohostDesktop::dropFiles(const Person& person) const
     person.waitFor("the window is empty", title("zohost"));
     person.chooseMenu(hostMenus, "Fi&le", "&Earlier configurations...");
     person.find("Bring back", [] { return spotOf(inDialog<QPushButton>("BringBack")); });
-    keepPicture(person, "earlier");
+    person.keepPicture("desktop-earlier");
     person.click("Bring back", [] { return spotOf(inDialog<QPushButton>("BringBack")); });
     person.waitFor("it is back as work", title("Untitled* - zohost"));
     person.waitFor("its nodes are there", [] { return hosts().contains("wall-r1-c1"); });
@@ -533,19 +532,6 @@ void tst_zohostDesktop::dropFile(const Person& person, const QString& fileName, 
         return true;
     });
     person.waitFor("the host is active", [] { return hostWindow()->isActiveWindow(); });
-}
-
-// Into the folder of ZO_SCREENSHOTS, when somebody wants to look.
-void tst_zohostDesktop::keepPicture(const Person& person, const char* name) const
-{
-    const QString folder = qEnvironmentVariable("ZO_SCREENSHOTS");
-    if (folder.isEmpty())
-        return;
-    person.see([folder, name] {
-        QCoreApplication::processEvents(); // what is to be painted
-        const QString file = folder + QStringLiteral("/desktop-%1.png").arg(QLatin1String(name));
-        return QGuiApplication::primaryScreen()->grabWindow(0).save(file);
-    });
 }
 
 // Dialogs of Qt's own: those of a desktop may lie in other processes.

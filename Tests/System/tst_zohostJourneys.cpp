@@ -140,7 +140,6 @@ private:
     void play(const std::function<void(const Person&)>& act);
     void count(const char* journey, int mostClicks);
     Wall wall(const Person& person) const;
-    void keepPicture(const Person& person, const char* name) const;
 
     QTemporaryDir m_directory;
     zoDesktopInput m_input;
@@ -182,7 +181,7 @@ void tst_zohostJourneys::play(const std::function<void(const Person&)>& act)
             act(person);
         } catch (const std::exception& exception) {
             failure = exception.what();
-            keepPicture(person, "failure");
+            person.keepPicture("journey-failure");
         }
         person.see([] {
             QCoreApplication::exit(0);
@@ -245,7 +244,7 @@ void tst_zohostJourneys::powerWallOverSixNodes()
         person.choose(
             "what is between tiles", [] { return inDialog<QComboBox>("m_gap"); }, "Overlap, blended");
         typeNodes(person, "node[1-6]");
-        keepPicture(person, "new-wall");
+        person.keepPicture("journey-new-wall");
         finish(person);
         count("A 3 x 2 power wall over six nodes", 10);
         made = wall(person);
@@ -300,18 +299,6 @@ void tst_zohostJourneys::stereoCaveOverEightNodes()
     QCOMPARE(made.windows, 8);
     QCOMPARE(made.nodes, 8);
     QCOMPARE(made.problems, 0);
-}
-
-void tst_zohostJourneys::keepPicture(const Person& person, const char* name) const
-{
-    const QString folder = qEnvironmentVariable("ZO_SCREENSHOTS");
-    if (folder.isEmpty())
-        return;
-    person.see([folder, name] {
-        QCoreApplication::processEvents(); // what is to be painted
-        const QString file = folder + QStringLiteral("/journey-%1.png").arg(QLatin1String(name));
-        return QGuiApplication::primaryScreen()->grabWindow(0).save(file);
-    });
 }
 
 int main(int argc, char** argv)

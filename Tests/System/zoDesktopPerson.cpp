@@ -4,8 +4,11 @@
 #include <QAction>
 #include <QComboBox>
 #include <QElapsedTimer>
+#include <QGuiApplication>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPixmap>
+#include <QScreen>
 #include <QThread>
 
 #include <stdexcept>
@@ -54,6 +57,18 @@ void zoDesktopPerson::waitFor(const QString& what, const std::function<bool()>& 
             throw std::runtime_error("waited for: " + what.toStdString());
         QThread::msleep(LookMs);
     }
+}
+
+void zoDesktopPerson::keepPicture(const char* name) const
+{
+    const QString folder = qEnvironmentVariable("ZO_SCREENSHOTS");
+    if (folder.isEmpty())
+        return;
+    see([folder, name] {
+        QCoreApplication::processEvents(); // what is to be painted
+        const QString file = folder + QStringLiteral("/%1.png").arg(QLatin1String(name));
+        return QGuiApplication::primaryScreen()->grabWindow(0).save(file);
+    });
 }
 
 QPoint zoDesktopPerson::find(const QString& what, const std::function<Spot()>& spot) const

@@ -43,6 +43,8 @@ public:
     }
 
     void waitFor(const QString& what, const std::function<bool()>& isSo) const;
+    // Into the folder of ZO_SCREENSHOTS, when somebody wants to look.
+    void keepPicture(const char* name) const;
     // Waits until the spot is there, reachable, and stays where it is.
     QPoint find(const QString& what, const std::function<Spot()>& spot) const;
 
