@@ -2839,6 +2839,10 @@ auch wenn die Server dann instabil sein können?</translation>
         <source>what showed &quot;%1&quot; shows nothing now</source>
         <translation>was „%1“ zeigte, zeigt nun nichts</translation>
     </message>
+    <message>
+        <source>the gaps of &quot;%1&quot; leave nothing for its tiles: it is %2 x %3 mm</source>
+        <translation>die Lücken von „%1“ lassen nichts für die Kacheln übrig: Die Wand ist %2 x %3 mm groß</translation>
+    </message>
 </context>
 <context>
     <name>zoHPCSurveyPoints</name>
@@ -3020,6 +3024,10 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>there is no place &quot;%1&quot;; did you mean &quot;%2&quot;?</source>
         <translation>es gibt keine Stelle „%1“; meinten Sie „%2“?</translation>
+    </message>
+    <message>
+        <source>more than %1 point lists</source>
+        <translation>mehr als %1 Punktlisten</translation>
     </message>
 </context>
 <context>

@@ -32,6 +32,7 @@ private slots:
     void planesAreRenderedWhereTheyWereMeasured();
     void windowsGoOnShowingTheirTiles();
     void takenNamesAreRefused();
+    void gapsWiderThanTheWallAreRefused();
     void wrongUsageIsRefused_data();
     void wrongUsageIsRefused();
     void inputIsNotOverwritten();
@@ -258,6 +259,20 @@ void tst_zohpcSurvey::takenNamesAreRefused()
              "--- errors\n" + wall.toUtf8() +
                  ": \"Cave Front\" is a part of the projection \"Cave\", which stays because of \"Cave "
                  "Left\": measure that, too, or rename the wall\n--- exit code 2\n");
+}
+
+// Nobody measured the width, so that the gaps are seen to be wrong when it is known.
+void tst_zohpcSurvey::gapsWiderThanTheWallAreRefused()
+{
+    const QByteArray room =
+        "wall A tiles 3x1 gap 2000 x 0\nupright A\nfloor A.bottom 0\n"
+        "viewer distance 2 m height 1 m\ndistance A.ll A.lr 3 m\ndistance A.ll A.ul 2 m\n";
+
+    const zoCommandRun run = zoCommandRun::zohpc({"survey", "-", "-o", "-"}, room);
+
+    QCOMPARE(run.whole(),
+             QByteArray("--- errors\n-: the gaps of \"A\" leave nothing for its tiles: it is 3000.0 x "
+                        "2000.0 mm\n--- exit code 2\n"));
 }
 
 void tst_zohpcSurvey::wrongUsageIsRefused_data()

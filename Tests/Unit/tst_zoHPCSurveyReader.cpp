@@ -28,6 +28,7 @@ private slots:
     void numbersAtTheLimits();
     void pointListsAreRead_data();
     void pointListsAreRead();
+    void pointListsHaveALimit();
     void pointListMistakes_data();
     void pointListMistakes();
     void hostileTextEnds_data();
@@ -260,6 +261,18 @@ void tst_zoHPCSurveyReader::pointListsAreRead()
     QCOMPARE(points.rows().front().place.x, 1500.0);
     QCOMPARE(points.rows().front().place.y, 3500.0);
     QCOMPARE(points.rows().front().place.z, -2500.0);
+}
+
+void tst_zoHPCSurveyReader::pointListsHaveALimit()
+{
+    const QString text = "wall A\n" + QStringLiteral("points list.csv\n").repeated(zoHPCSurvey::MaximumLists);
+    zoHPCSurveyReader reader([](const QString&, QString&, QString&) { return true; });
+    QVERIFY(reader.read(text));
+
+    QVERIFY(!reader.read(text + "points list.csv\n"));
+
+    QCOMPARE(reader.mistakes().front().text, QStringLiteral("more than 100 point lists"));
+    QCOMPARE(reader.mistakes().front().line, zoHPCSurvey::MaximumLists + 2);
 }
 
 void tst_zoHPCSurveyReader::pointListMistakes_data()

@@ -277,6 +277,11 @@ void tst_zoHPCSurveySolver::whatIsOpenIsNamed_data()
         << QLatin1String(Front) + "point P\ndistance P Front.ll 1000"
         << "Where the point \"P\" is is not determined: add a line such as \"distance P Front.ll "
            "3200\"";
+    // Beside such weights whatever holds loose ends is rounded away.
+    QTest::newRow("tied-tightly")
+        << QLatin1String(Front) + "point P\npoint Q\njoin P Q +-0.0001"
+        << "Where the point \"P\" is is not determined: add a line such as \"distance P Front.ll 3200\"\n"
+           "Where the point \"Q\" is is not determined: add a line such as \"distance Q Front.ll 3200\"";
 }
 
 void tst_zoHPCSurveySolver::whatIsOpenIsNamed()

@@ -201,7 +201,8 @@ bool zoSurveyCommand::write(const QCommandLineParser& parser, const zoHPCSurvey&
     const bool replacesNothing =
         parser.isSet(QStringLiteral("into")) && !sharesName(configuration, survey, planes);
     if (!planes.putInto(configuration)) {
-        zoConsole::printError(QStringLiteral("%1: %2").arg(into, planes.mistake()));
+        const QString file = into.isEmpty() ? parser.positionalArguments().constFirst() : into;
+        zoConsole::printError(QStringLiteral("%1: %2").arg(file, planes.mistake()));
         return false;
     }
     if (replacesNothing)

@@ -14,6 +14,7 @@ struct zoHPCSurvey final
 {
     static constexpr int MaximumWalls = 2000;
     static constexpr int MaximumPoints = 20000;
+    static constexpr int MaximumLists = 100; // of points
     static constexpr int MaximumMeasurements = 20000;
     // Longer than any hall, shorter than any screen.
     static constexpr double LargestLength = 1e6; // mm

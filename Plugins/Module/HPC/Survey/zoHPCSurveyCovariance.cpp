@@ -5,17 +5,22 @@
 namespace
 {
 constexpr double s_floor = 1e-9; // 1 / mm^2
+// Of a diagonal number: more than rounding leaves of it where nothing determines what tight tolerances tie together.
+constexpr double s_part = 1e-12;
 } // namespace
 
 zoHPCSurveyCovariance::zoHPCSurveyCovariance(const Matrix& normals)
 {
-    Matrix held = normals;
-    for (int i = 0; i < held.cols(); ++i)
-        held.coeffRef(i, i) += s_floor;
-    m_factors.compute(held);
-    m_isValid = m_factors.info() == Eigen::Success;
-    if (m_isValid)
-        invert();
+    constexpr double Wider = 1e3;
+    for (double part = s_part; part < 1.0; part *= Wider) {
+        Matrix held = normals;
+        for (int i = 0; i < held.cols(); ++i)
+            held.coeffRef(i, i) += s_floor + part * held.coeff(i, i);
+        m_factors.compute(held);
+        if (m_factors.info() == Eigen::Success)
+            break;
+    }
+    invert();
 }
 
 void zoHPCSurveyCovariance::invert()

@@ -20,7 +20,6 @@ public:
     // What nothing determines is taken as known to some tens of metres.
     explicit zoHPCSurveyCovariance(const Matrix& normals);
 
-    bool isValid() const { return m_isValid; }
     // Between two unknowns; 0 where the factor has no number.
     double at(int row, int column) const;
     // Of a linear function of the unknowns, a row of J: J Z J'.
@@ -34,7 +33,6 @@ private:
     double permuted(int row, int column) const;
 
     Eigen::SimplicialLDLT<Matrix> m_factors;
-    bool m_isValid = false;
     Eigen::VectorXi m_place; // of an unknown in the factor
     Matrix m_factor;         // L without its diagonal
     Matrix m_inverse;        // Z below its diagonal, with L's numbers

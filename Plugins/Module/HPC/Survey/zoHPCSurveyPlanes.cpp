@@ -29,6 +29,14 @@ QString nameOf(const QDomElement& projection)
     return projection.attribute(zoText("name"));
 }
 
+// Of a wall whose size nobody measured the gaps are seen when it is known.
+bool hasRoomForTiles(const zoHPCSurvey::Wall& wall, const zoHPCPlane& plane)
+{
+    constexpr double Least = 0.01; // mm
+    return plane.width() - wall.gapX * (wall.columns - 1) >= Least * wall.columns &&
+           plane.height() - wall.gapY * (wall.rows - 1) >= Least * wall.rows;
+}
+
 template <class Function>
 void forEach(const QDomElement& parent, const QString& tag, Function function)
 {
@@ -44,6 +52,10 @@ zoHPCSurveyPlanes::zoHPCSurveyPlanes(const zoHPCSurvey& survey, const zoHPCSurve
 {
     for (std::size_t i = 0; i < survey.walls.size(); ++i) {
         const zoHPCPlane& plane = solution.planes[i];
+        if (solution.isDetermined() && m_narrow.isEmpty() && !hasRoomForTiles(survey.walls[i], plane))
+            m_narrow = tr("the gaps of \"%1\" leave nothing for its tiles: it is %2 x %3 mm")
+                           .arg(survey.walls[i].name, QString::number(plane.width(), 'f', 1),
+                                QString::number(plane.height(), 'f', 1));
         add(survey.walls[i],
             {rounded(plane.lowerLeft), rounded(plane.lowerRight), rounded(plane.upperRight)});
     }
@@ -149,8 +161,10 @@ void zoHPCSurveyPlanes::followNames(const QDomDocument& document, const QDomElem
 
 bool zoHPCSurveyPlanes::putInto(zoHPCConfiguration& configuration)
 {
-    m_mistake.clear();
+    m_mistake = m_narrow;
     m_remarks.clear();
+    if (!m_mistake.isEmpty())
+        return false;
     QDomDocument document = configuration.document();
     QDomElement root = document.documentElement();
     std::vector<QDomElement> gone;

@@ -31,7 +31,8 @@ public:
     QStringList names() const;
     std::vector<zoHPCPlane> planes() const;
 
-    // False when a name is taken by something that stays; the configuration is left alone then.
+    // False when a name is taken by something that stays, or when a wall turned out narrower than the gaps between its
+    // tiles; the configuration is left alone then.
     bool putInto(zoHPCConfiguration& configuration);
 
     // Why not; and what no window shows any more.
@@ -48,6 +49,7 @@ private:
 
     std::vector<std::unique_ptr<zoHPCProjectionItem>> m_items;
     QStringList m_walls;
+    QString m_narrow; // why tiles have no room
     QString m_mistake;
     QStringList m_remarks;
 };

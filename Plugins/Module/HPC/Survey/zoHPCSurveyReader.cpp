@@ -496,6 +496,10 @@ void zoHPCSurveyReader::addPointList(zoHPCSurveyLine& line)
     line.end();
     if (!line.isGood())
         return;
+    if (m_survey.instruments.size() >= std::size_t(zoHPCSurvey::MaximumLists)) {
+        line.setMistake(tr("more than %1 point lists").arg(zoHPCSurvey::MaximumLists));
+        return;
+    }
     QString text;
     QString reason;
     if (!m_fetch || !m_fetch(name, text, reason)) {

@@ -233,9 +233,7 @@ zoHPCSurveySolution zoHPCSurveySolver::solve(const zoHPCSurvey& survey)
     findWorst(solution);
     if (solution.worst >= 0)
         findRivals(adjustment, covariance, solution);
-    if (covariance.isValid()) {
-        readDeviations(survey, state, adjustment, covariance, solution);
-        solution.undetermined = zoHPCSurveyFreedoms(survey, state, adjustment, covariance).lines();
-    }
+    readDeviations(survey, state, adjustment, covariance, solution);
+    solution.undetermined = zoHPCSurveyFreedoms(survey, state, adjustment, covariance).lines();
     return solution;
 }
