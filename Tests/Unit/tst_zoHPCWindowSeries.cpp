@@ -21,6 +21,7 @@ private slots:
     void usedAndDisabledNodesAreLeftOut();
     void moreTilesThanNodesShareThem_data();
     void moreTilesThanNodesShareThem();
+    void nodesGetAsManyWindowsAsTheBusiestHas();
     void neighboursAreThePattern();
     void bothEyesOfANeighbourAreThePattern();
     void tilesWithoutANodeAreLeftOpen();
@@ -127,6 +128,20 @@ void tst_zoHPCWindowSeries::moreTilesThanNodesShareThem()
         found << window.section(QLatin1Char(' '), 0, 0);
 
     QCOMPARE(found.join(QLatin1Char(' ')), places);
+}
+
+void tst_zoHPCWindowSeries::nodesGetAsManyWindowsAsTheBusiestHas()
+{
+    zoHPCSetup setup;
+    addNodes(setup, 6);
+    setup.addPowerWall(QStringLiteral("W"), 1, 6);
+    setup.addWindow(QStringLiteral("n1"), QStringLiteral("W row:1 col:1"));
+    setup.addWindow(QStringLiteral("n2"), QStringLiteral("W row:1 col:2"));
+    setup.addWindow(QStringLiteral("n2"), QStringLiteral("W row:1 col:3"));
+
+    QCOMPARE(covered(setup), (QStringList{QStringLiteral("n3:0 W row:1 col:4/mono"),
+                                          QStringLiteral("n3:1 W row:1 col:5/mono"),
+                                          QStringLiteral("n4:0 W row:1 col:6/mono")}));
 }
 
 void tst_zoHPCWindowSeries::neighboursAreThePattern()
