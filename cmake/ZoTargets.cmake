@@ -17,6 +17,11 @@ if(ZO_SANITIZE)
     -fno-sanitize-recover=all)
   target_link_options(zoBuildFlags INTERFACE -fsanitize=${ZO_SANITIZE})
 endif()
+if(ZO_COVERAGE)
+  # atomic: sessions have threads.
+  target_compile_options(zoBuildFlags INTERFACE --coverage -fprofile-update=atomic)
+  target_link_options(zoBuildFlags INTERFACE --coverage)
+endif()
 
 # Properties shared by all own targets: generators of Qt, hidden symbols, position independent code.
 function(zo_setup_target name)
@@ -85,6 +90,22 @@ function(zo_add_test name)
     LABELS "${ARG_LABELS}"
     SKIP_RETURN_CODE 77
     ENVIRONMENT "QT_QPA_PLATFORM=${platform};LC_ALL=C.UTF-8;${ZO_SANITIZER_ENVIRONMENT};${ARG_ENV}")
+endfunction()
+
+# zo_count_tests(): at the end of each folder of tests. With ZO_COVERAGE, what is counted while a test runs, by it and by the
+# programs that it starts, goes to coverage-data/<test> of the build folder, in a tree like that of the build folder:
+# dev/coverage adds them up, dev/mutants asks which test reaches which line.
+function(zo_count_tests)
+  if(NOT ZO_COVERAGE)
+    return()
+  endif()
+  string(REGEX MATCHALL "/" levels "${PROJECT_BINARY_DIR}")
+  list(LENGTH levels strip)
+  get_property(tests DIRECTORY PROPERTY TESTS)
+  foreach(test IN LISTS tests)
+    set_property(TEST ${test} APPEND PROPERTY ENVIRONMENT
+      "GCOV_PREFIX=${PROJECT_BINARY_DIR}/coverage-data/${test}" "GCOV_PREFIX_STRIP=${strip}")
+  endforeach()
 endfunction()
 
 # zo_add_benchmark(<name> [SOURCES <file>...] [LIBS <target>...]): built with the rest, run by `ctest -C Benchmark`.

@@ -8,7 +8,7 @@ zo_build_packages=(g++ cmake ninja-build qtbase5-dev libqt5svg5-dev libeigen3-de
     qttranslations5-l10n fonts-dejavu-core python3 python3-markdown)
 zo_check_packages=(libbenchmark-dev python3 libxtst-dev xvfb x11-utils libgl1-mesa-dri matchbox-window-manager
     openmpi-bin libopenmpi-dev procps git libxml2-utils clustershell pdsh mandoc
-    poppler-utils pkg-config)
+    poppler-utils pkg-config gcovr)
 zo_lint_packages=(git clang-format-14 clang-tidy-14 clang-14 clazy)
 zo_fuzz_packages=(clang-14 libclang-rt-14-dev)
 zo_netns_packages=(iproute2 openssh-server openssh-client procps)

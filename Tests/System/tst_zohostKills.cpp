@@ -2,6 +2,7 @@
 
 #include <zoHostEarlierConfigurations.h>
 
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -22,6 +23,20 @@ constexpr quint32 s_seed = 20261122;
 constexpr int s_kills = 12;        // of each kind
 constexpr int s_mostSaves = 5;     // before a kill
 constexpr int s_longestUs = 30000; // a save with all around it takes about as long
+constexpr int s_mostKept = 10;     // before a kill
+
+int numberOf(const char* variable, int otherwise)
+{
+    const int wanted = qEnvironmentVariableIntValue(variable);
+    return wanted > 0 ? wanted : otherwise;
+}
+
+quint32 seedOfKills()
+{
+    bool isSeed = false;
+    const uint seed = qEnvironmentVariable("ZO_SEED").toUInt(&isSeed);
+    return isSeed ? seed : s_seed;
+}
 
 QByteArray contentOf(const QString& fileName)
 {
@@ -39,7 +54,7 @@ bool isBetween(const QByteArray& content, const QByteArray& before, const QByteA
 }
 } // namespace
 
-// The whole host, killed at any time while its window saves.
+// The whole host, killed at any time while its window saves, or while it keeps what is not saved.
 class tst_zohostKills final : public zoTestCase
 {
     Q_OBJECT
@@ -48,13 +63,15 @@ private slots:
     void init();
     void fileIsTheOldOrTheNewOne_data();
     void fileIsTheOldOrTheNewOne();
+    void keptWorkIsTheLastOrTheOneBefore();
 
 private:
     QString path(const char* name) const { return m_folder->filePath(QLatin1String(name)); }
     QString earlierFolder() const { return path("data/zo/zohost/earlier"); }
+    QProcessEnvironment environment(const QString& dataFolder) const;
     std::unique_ptr<QProcess> start(int rounds) const;
-    // Starts a host and kills it after so many saves and so much time.
-    void kill(int saves, int us) const;
+    // Kills a host after so many such lines and so much time; what it printed.
+    static QByteArray kill(QProcess& process, const char* line, int lines, int us);
     void checkEarlier() const;
 
     std::unique_ptr<QTemporaryDir> m_folder;
@@ -77,20 +94,26 @@ void tst_zohostKills::init()
     QVERIFY(m_texts[0].size() != m_texts[1].size());
 }
 
+QProcessEnvironment tst_zohostKills::environment(const QString& dataFolder) const
+{
+    QProcessEnvironment result = QProcessEnvironment::systemEnvironment();
+    result.insert("QT_QPA_PLATFORM", "offscreen");
+    result.insert("XDG_CONFIG_HOME", path("config"));
+    result.insert("XDG_DATA_HOME", dataFolder);
+    result.insert("XDG_RUNTIME_DIR", m_folder->path());
+    result.insert("LC_ALL", "C.UTF-8");
+    result.remove("ZOKE_DATA");
+    return result;
+}
+
 std::unique_ptr<QProcess> tst_zohostKills::start(int rounds) const
 {
     auto process = std::make_unique<QProcess>();
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("QT_QPA_PLATFORM", "offscreen");
-    environment.insert("XDG_CONFIG_HOME", path("config"));
-    environment.insert("XDG_DATA_HOME", path("data"));
-    environment.insert("XDG_RUNTIME_DIR", m_folder->path());
-    environment.insert("LC_ALL", "C.UTF-8");
-    environment.insert("ZO_SAVING_FILES", m_files[0] + ':' + m_files[1]);
-    environment.insert("ZO_SAVING_TARGET", path("walls/wall.zhpc"));
-    environment.insert("ZO_SAVING_ROUNDS", QString::number(rounds));
-    environment.remove("ZOKE_DATA");
-    process->setProcessEnvironment(environment);
+    QProcessEnvironment variables = environment(path("data"));
+    variables.insert("ZO_SAVING_FILES", m_files[0] + ':' + m_files[1]);
+    variables.insert("ZO_SAVING_TARGET", path("walls/wall.zhpc"));
+    variables.insert("ZO_SAVING_ROUNDS", QString::number(rounds));
+    process->setProcessEnvironment(variables);
     process->setWorkingDirectory(m_folder->path());
     process->setProcessChannelMode(QProcess::MergedChannels);
     process->start(QStringLiteral(ZO_HOST_FILE),
@@ -99,18 +122,20 @@ std::unique_ptr<QProcess> tst_zohostKills::start(int rounds) const
     return process;
 }
 
-void tst_zohostKills::kill(int saves, int us) const
+QByteArray tst_zohostKills::kill(QProcess& process, const char* line, int lines, int us)
 {
-    const auto process = start(0);
     QByteArray output;
-    while (output.count("saved ") < saves) {
-        QVERIFY2(process->waitForReadyRead(s_timeoutMs), output.constData());
-        output += process->readAll();
-    }
-    ::usleep(useconds_t(us)); // the moment that is drawn: anything may go on in the other process
-    ::kill(pid_t(process->processId()), SIGKILL);
-    QVERIFY(process->waitForFinished(s_timeoutMs));
-    QCOMPARE(process->exitStatus(), QProcess::CrashExit); // it had not ended before
+    [&] {
+        while (output.count(line) < lines) {
+            QVERIFY2(process.waitForReadyRead(s_timeoutMs), output.constData());
+            output += process.readAll();
+        }
+        ::usleep(useconds_t(us)); // the moment that is drawn: anything may go on in the other process
+        ::kill(pid_t(process.processId()), SIGKILL);
+        QVERIFY(process.waitForFinished(s_timeoutMs));
+        QCOMPARE(process.exitStatus(), QProcess::CrashExit); // it had not ended before
+    }();
+    return output + process.readAll();
 }
 
 // Whole, and with the file that each came from.
@@ -145,15 +170,13 @@ void tst_zohostKills::fileIsTheOldOrTheNewOne()
         QCOMPARE(::link(QFile::encodeName(target).constData(),
                         QFile::encodeName(path("walls/second")).constData()),
                  0);
-    const int wanted = qEnvironmentVariableIntValue("ZO_KILLS");
-    const int kills = wanted > 0 ? wanted : s_kills;
-    bool isSeed = false;
-    const uint seed = qEnvironmentVariable("ZO_SEED").toUInt(&isSeed);
-    QRandomGenerator random(isSeed ? seed : s_seed);
+    const int kills = numberOf("ZO_KILLS", s_kills);
+    QRandomGenerator random(seedOfKills());
     int found[2] = {0, 0};
 
     for (int i = 0; i < kills; ++i) {
-        kill(random.bounded(1, s_mostSaves + 1), random.bounded(s_longestUs));
+        const int saves = random.bounded(1, s_mostSaves + 1);
+        kill(*start(0), "saved ", saves, random.bounded(s_longestUs));
         if (QTest::currentTestFailed())
             return;
         const QByteArray content = contentOf(target);
@@ -183,6 +206,48 @@ void tst_zohostKills::fileIsTheOldOrTheNewOne()
                  qPrintable(name));
     QCOMPARE(kept.filter(QRegularExpression("\\.origin$")).size(),
              kept.filter(QRegularExpression("\\.zhpc$")).size());
+}
+
+// A host that keeps and changes its work without a pause. ZO_AUTOSAVE_KILLS and ZO_SEED ask for other kills.
+void tst_zohostKills::keptWorkIsTheLastOrTheOneBefore()
+{
+    const int kills = numberOf("ZO_AUTOSAVE_KILLS", s_kills);
+    QRandomGenerator random(seedOfKills());
+    int found[2] = {0, 0};
+
+    for (int i = 0; i < kills; ++i) {
+        const QString data = m_folder->filePath(QStringLiteral("kept-%1").arg(i));
+        QProcess process;
+        process.setProcessEnvironment(environment(data));
+        process.start(QStringLiteral(ZO_KEEPING_HOST), {QStringLiteral(ZO_MODULE_FILE)});
+        const int times = random.bounded(1, s_mostKept + 1);
+        const QByteArray output = kill(process, "kept ", times, random.bounded(s_longestUs));
+        if (QTest::currentTestFailed())
+            return;
+
+        QByteArrayList announced;
+        QByteArray kept;
+        for (const QByteArray& line : output.split('\n')) {
+            if (line.startsWith("keeping "))
+                announced << line.mid(8);
+            else if (line.startsWith("kept "))
+                kept = line.mid(5);
+        }
+        const zoHostEarlierConfigurations earlier(data + QStringLiteral("/zo/zohost/earlier"));
+        const QVector<zoHostEarlierConfigurations::Entry> entries = earlier.unfinished();
+        // What the next start offers: one work, whole.
+        QVERIFY2(!entries.isEmpty(), output.constData());
+        QByteArrayList sums;
+        for (const auto& entry : entries) {
+            const QByteArray text = earlier.textOf(entry).toUtf8();
+            sums << QCryptographicHash::hash(text, QCryptographicHash::Sha1).toHex();
+            QVERIFY2(announced.contains(sums.constLast()), text.constData());
+        }
+        QVERIFY2(sums.contains(kept) || sums.contains(announced.constLast()), output.constData());
+        ++found[sums.contains(kept) ? 0 : 1];
+    }
+
+    qInfo("%d kills: %d times what was kept, %d times what was being kept", kills, found[0], found[1]);
 }
 
 ZO_TEST_MAIN(tst_zohostKills)
