@@ -112,6 +112,7 @@ zoServerMessageReader::Outcome zoServerMessageReader::broken(const QString& reas
     return Outcome::Broken;
 }
 
+// A size has one form, so that what was read is written as it came.
 bool zoServerMessageReader::readHeader(const QByteArray& line, Header& header)
 {
     constexpr int MaximumDigits = 12; // no overflow, and far above the limit
@@ -119,7 +120,8 @@ bool zoServerMessageReader::readHeader(const QByteArray& line, Header& header)
     const int digits = line.size() - blank - 1;
     if (blank < 1 || blank > zoServerMessage::MaximumVerb || digits < 1 || digits > MaximumDigits ||
         !std::all_of(line.begin(), line.begin() + blank, isCapital) ||
-        !std::all_of(line.begin() + blank + 1, line.end(), isDigit))
+        !std::all_of(line.begin() + blank + 1, line.end(), isDigit) ||
+        (digits > 1 && line.at(blank + 1) == '0'))
         return false;
     header.verb = line.left(blank);
     header.size = line.mid(blank + 1).toLongLong();

@@ -45,6 +45,7 @@ private slots:
         QTest::newRow("small-letters") << QByteArray("beat 0\n\n") << QStringList("broken");
         QTest::newRow("no-size") << QByteArray("BEAT\n\n") << QStringList("broken");
         QTest::newRow("sign") << QByteArray("BEAT -1\n\n") << QStringList("broken");
+        QTest::newRow("leading-zero") << QByteArray("SHOW 02\n{}\n") << QStringList("broken");
         QTest::newRow("two-blanks") << QByteArray("BEAT  0\n\n") << QStringList("broken");
         QTest::newRow("empty-line") << QByteArray("\nBEAT 0\n\n") << QStringList("broken");
         QTest::newRow("longer-than-it-says") << QByteArray("SHOW 1\n{}\n") << QStringList("broken");
