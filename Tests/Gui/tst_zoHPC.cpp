@@ -948,9 +948,11 @@ void tst_zoHPC::speedTestOfAnotherLengthIsSilent()
     QFETCH(QStringList, rates);
     m_host->cluster.rates = rates;
     make();
+    const zoDialogRobot robot([](QDialog* dialog) { dialog->reject(); });
 
     m_module->runSpeedTest();
 
+    QCOMPARE(robot.handled(), 0);
     QVERIFY(messages().isEmpty());
 }
 
