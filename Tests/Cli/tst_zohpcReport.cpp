@@ -18,6 +18,7 @@ private slots:
     void planesOfACurvedWallAreOneElevation();
     void namesCanBeSearched();
     void sameContentHasSameBytes();
+    void headerHasProgramAndVersion();
     void inputIsNotOverwritten();
     void unknownPaperIsRefused();
 };
@@ -123,6 +124,25 @@ void tst_zohpcReport::sameContentHasSameBytes()
     QCOMPARE(one.exitCode, 0);
     QVERIFY(one.output.startsWith("%PDF-"));
     QCOMPARE(other.output, one.output);
+}
+
+void tst_zohpcReport::headerHasProgramAndVersion()
+{
+    if (QStandardPaths::findExecutable(QStringLiteral("pdfinfo")).isEmpty())
+        QSKIP("pdfinfo (Debian package poppler-utils) is not installed");
+    const zoCliFiles files;
+    const QString output = files.path(QStringLiteral("cave.pdf"));
+
+    const zoCommandRun run = zoCommandRun::zohpc(
+        {"report", QStringLiteral(ZO_DATA_DIR "/cluster/cave-4-sided.zhpc"), "-o", output});
+
+    QCOMPARE(run.exitCode, 0);
+    const QByteArray info = zoCommandRun::program(QStringLiteral("pdfinfo"), {output}, {},
+                                                  {"PATH=" + qEnvironmentVariable("PATH")})
+                                .output.simplified();
+    const QByteArray version = zoCommandRun::zohpc({"--version"}).output.simplified();
+    QVERIFY(version.startsWith("zohpc "));
+    QVERIFY2(info.contains("Creator: " + version + ' '), info.constData());
 }
 
 void tst_zohpcReport::inputIsNotOverwritten()

@@ -39,6 +39,7 @@ int main(int argc, char** argv)
     const std::unique_ptr<QCoreApplication> application =
         createApplication(command != nullptr && command->isPainting, ownCount, argv);
     QCoreApplication::setApplicationName(QStringLiteral("zohpc"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(ZO_VERSION));
 
     if (command == nullptr) {
         zoConsole::printError(QStringLiteral("zohpc-document is run by zohpc"));

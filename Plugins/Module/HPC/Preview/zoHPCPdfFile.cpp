@@ -40,7 +40,10 @@ bool zoHPCPdfFile::write(QIODevice& device, const QString& title, const QPageLay
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     QPdfWriter writer(&buffer);
-    writer.setCreator(QCoreApplication::applicationName());
+    // Which program and, where its host says so, of which version: two of them may draw one wall differently.
+    writer.setCreator(QString(QCoreApplication::applicationName() + QLatin1Char(' ') +
+                              QCoreApplication::applicationVersion())
+                          .trimmed());
     writer.setTitle(title);
     writer.setResolution(resolution);
     writer.setPageLayout(page);

@@ -20,7 +20,7 @@ public:
     zoHPCPdfFile() = delete;
 
     // The painter's unit is 1/resolution inch. False when the device fails. With SOURCE_DATE_EPOCH the file has that
-    // date. Fonts are those of this machine and part of the file: elsewhere its bytes may differ.
+    // date. Its creator is the program's name and version. Fonts are those of this machine and part of the file: elsewhere its bytes may differ.
     static bool write(QIODevice& device, const QString& title, const QPageLayout& page, int resolution,
                       const Pages& pages);
 
