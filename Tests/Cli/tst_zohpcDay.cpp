@@ -18,9 +18,9 @@ struct Step
 };
 
 // Fenced blocks of commands in the section of that title, with the output that follows.
-std::vector<Step> stepsOfReadme()
+std::vector<Step> stepsOfRecipe()
 {
-    const QString text = QString::fromUtf8(zoCliFiles::read(QStringLiteral(ZO_README)));
+    const QString text = QString::fromUtf8(zoCliFiles::read(QStringLiteral(ZO_RECIPES)));
     static const QRegularExpression section(QStringLiteral("\n## A day with a wall\n(.*?)\n## "),
                                             QRegularExpression::DotMatchesEverythingOption);
     static const QRegularExpression step(QStringLiteral("\n```sh\n(.*?)```\n(?:\n```text\n(.*?)```\n)?"),
@@ -33,10 +33,10 @@ std::vector<Step> stepsOfReadme()
     return steps;
 }
 
-// The same of the manual page, which shows no output.
-std::vector<Step> stepsOfManual()
+// The same of the page of man, which shows no output.
+std::vector<Step> stepsOfManPage()
 {
-    const QString text = QString::fromUtf8(zoCliFiles::read(QStringLiteral(ZO_MANUAL)));
+    const QString text = QString::fromUtf8(zoCliFiles::read(QStringLiteral(ZO_MAN_PAGE)));
     static const QRegularExpression section(QStringLiteral("\n\\.SH A DAY WITH A WALL\n(.*?)\n\\.SH "),
                                             QRegularExpression::DotMatchesEverythingOption);
     static const QRegularExpression step(QStringLiteral("\n\\.nf\n(.*?)\\.fi"),
@@ -53,7 +53,7 @@ std::vector<Step> stepsOfManual()
 }
 } // namespace
 
-// The day of an administrator that README and manual page show, command by command as it stands there.
+// The day of an administrator that the manual's recipes and the page of man show, command by command as it stands there.
 class tst_zohpcDay final : public zoTestCase
 {
     Q_OBJECT
@@ -68,18 +68,18 @@ private:
 
 void tst_zohpcDay::commandsOfTheDocumentWork_data()
 {
-    QTest::addColumn<bool>("isManual");
+    QTest::addColumn<bool>("isManPage");
 
-    QTest::newRow("readme") << false;
-    QTest::newRow("manual") << true;
+    QTest::newRow("recipe") << false;
+    QTest::newRow("man") << true;
 }
 
 void tst_zohpcDay::commandsOfTheDocumentWork()
 {
-    QFETCH(bool, isManual);
+    QFETCH(bool, isManPage);
     if (QStandardPaths::findExecutable(QStringLiteral("git")).isEmpty())
         QSKIP("git is not installed");
-    const std::vector<Step> steps = isManual ? stepsOfManual() : stepsOfReadme();
+    const std::vector<Step> steps = isManPage ? stepsOfManPage() : stepsOfRecipe();
     QCOMPARE(steps.size(), std::size_t(5));
     // A person has a name, and the repository of the site is there.
     const QString folder = m_files.path(QString::fromLatin1(QTest::currentDataTag()));
@@ -103,7 +103,7 @@ void tst_zohpcDay::commandsOfTheDocumentWork()
         last = run(step.commands);
         QCOMPARE(last.errors, QByteArray());
         QCOMPARE(last.exitCode, 0);
-        if (!isManual)
+        if (!isManPage)
             QCOMPARE(last.output, step.output);
     }
     QVERIFY2(last.output.startsWith("node[01-04,06],spare1\n"), last.output.constData());
