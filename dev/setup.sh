@@ -8,7 +8,7 @@ zo_build_packages=(g++ cmake ninja-build qtbase5-dev libqt5svg5-dev libeigen3-de
     qttranslations5-l10n fonts-dejavu-core python3 python3-markdown)
 zo_check_packages=(libbenchmark-dev python3 libxtst-dev xvfb x11-utils libgl1-mesa-dri matchbox-window-manager
     openmpi-bin libopenmpi-dev procps git libxml2-utils clustershell pdsh mandoc
-    poppler-utils pkg-config gcovr)
+    poppler-utils pkg-config gcovr abigail-tools)
 zo_lint_packages=(git clang-format-14 clang-tidy-14 clang-14 clazy)
 zo_fuzz_packages=(clang-14 libclang-rt-14-dev)
 zo_netns_packages=(iproute2 openssh-server openssh-client procps)
@@ -18,6 +18,25 @@ zo_package_check_packages=(lintian desktop-file-utils appstream mandoc mmdebstra
 
 zo_say() {
     printf '== %s\n' "$*"
+}
+
+# zo_package_version VERSION: the version of packages of this commit, whose programs have VERSION. That of the tag where
+# there is one; between releases one that sorts there and names the commit. Fails when tag and VERSION differ.
+zo_package_version() {
+    local tag
+    tag=$(git describe --tags --exact-match --match 'v[0-9]*' HEAD 2>/dev/null || true)
+    if [ -n "$tag" ]; then
+        [ "$tag" = "v$1" ] || {
+            echo "CMakeLists.txt says $1, and the tag of this commit $tag" >&2
+            return 1
+        }
+        echo "$1"
+    elif tag=$(git describe --tags --long --abbrev=7 --match 'v[0-9]*' HEAD 2>/dev/null); then
+        tag=${tag#v}
+        echo "${tag%%-*}+$(tr - . <<<"${tag#*-}")"
+    else
+        echo "$1~$(git rev-list --count HEAD).g$(git rev-parse --short=7 HEAD)"
+    fi
 }
 
 # zo_install PACKAGE...: installs the packages that are missing, and says so.

@@ -8,7 +8,8 @@ import tarfile
 import tempfile
 import unittest
 
-SCRIPT = pathlib.Path(__file__).resolve().parents[2] / "dev" / "release"
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+SCRIPT = ROOT / "dev" / "release"
 CHANGELOG = "# Changelog\n\n## Unreleased\n\n- Walls light up.\n- Nothing is lost.\n"
 CMAKE = "cmake_minimum_required(VERSION 3.25)\nproject(zo VERSION 0.1.0 DESCRIPTION \"Module\" LANGUAGES CXX)\n"
 
@@ -22,7 +23,7 @@ class ReleaseTest(unittest.TestCase):
         self.write("CHANGELOG.md", CHANGELOG)
         self.write("CMakeLists.txt", CMAKE)
         self.write(".gitignore", "/build/\n")
-        self.write("check", "#!/bin/sh\necho \"$1\" >> build/checks\n[ ! -e build/failing ] || [ \"$1\" != --netns ]\n")
+        self.write("check", "#!/bin/sh\necho \"$1\" >> build/checks\ngit tag >> build/tags\n[ ! -e build/failing ] || [ \"$1\" != --netns ]\n")
         (self.root / "check").chmod(0o755)
         self.git("init", "-q", "-b", "main")
         self.git("config", "user.name", "Releaser")
@@ -108,6 +109,8 @@ class ReleaseTest(unittest.TestCase):
 
         self.assertEqual(done.returncode, 0, done.stderr)
         self.assertEqual(self.read("build/checks").split(), ["--lint", "--netns", "--engines", "--package"])
+        # The packages have their version from it.
+        self.assertEqual(self.read("build/tags").split(), ["v0.2.0"] * 4)
         self.assertIn("zo-host.deb", self.read("build/release-0.2.0/SHA256SUMS"))
 
     def test_failing_check_takes_the_release_back(self):
@@ -119,6 +122,45 @@ class ReleaseTest(unittest.TestCase):
         self.assert_refused(done, "nothing is released")
         self.assertEqual(self.read("CHANGELOG.md"), CHANGELOG)
         self.assertEqual(self.read("CMakeLists.txt"), CMAKE)
+
+    def package_version(self, version):
+        return subprocess.run(["bash", "-c", ". \"$1\"; zo_package_version \"$2\"", "-", str(ROOT / "dev/setup.sh"), version],
+                              cwd=self.root, capture_output=True, text=True)
+
+    def assert_older(self, older, newer):
+        if shutil.which("dpkg") is None:
+            self.skipTest("dpkg is not installed")
+        subprocess.run(["dpkg", "--compare-versions", older, "lt", newer], check=True)
+
+    def commit(self, text):
+        self.write("CHANGELOG.md", text)
+        self.git("commit", "-q", "-am", text)
+
+    def test_packages_of_a_release_have_its_version(self):
+        self.release("--unchecked", "0.2.0")
+
+        self.assertEqual(self.package_version("0.2.0").stdout, "0.2.0\n")
+
+    def test_packages_between_releases_sort_there(self):
+        first = self.package_version("0.1.0").stdout.strip()
+        self.commit("Second")
+        second = self.package_version("0.1.0").stdout.strip()
+        self.git("tag", "-a", "v0.1.0", "-m", "zo 0.1.0")
+        self.commit("Third")
+        third = self.package_version("0.1.0").stdout.strip()
+
+        self.assertRegex(first, r"^0\.1\.0~1\.g[0-9a-f]{7}$")
+        self.assertRegex(third, r"^0\.1\.0\+1\.g[0-9a-f]{7}$")
+        for older, newer in ((first, second), (second, "0.1.0"), ("0.1.0", third), (third, "0.1.1")):
+            self.assert_older(older, newer)
+
+    def test_packages_of_a_wrong_tag_are_refused(self):
+        self.git("tag", "-a", "v0.3.0", "-m", "zo 0.3.0")
+
+        done = self.package_version("0.1.0")
+
+        self.assertEqual((done.returncode, done.stdout), (1, ""))
+        self.assertEqual(done.stderr, "CMakeLists.txt says 0.1.0, and the tag of this commit v0.3.0\n")
 
 
 if __name__ == "__main__":
