@@ -32,6 +32,9 @@ private slots:
     void oneRowIsChangedAlone();
     void removalOfSeveralIsOneStep();
     void selectionComesBackWithUndo();
+    void selectionThatComesBackIsActedUpon();
+    void rowAfterRemovedOnesIsSelected_data();
+    void rowAfterRemovedOnesIsSelected();
     void moveIsOneStep();
     void moveWaitsForTheEndOfTheSession();
 
@@ -261,6 +264,51 @@ void tst_zoHPCGUIWRows::selectionComesBackWithUndo()
         selected << item->hostName();
     QCOMPARE(selected, (QStringList{QStringLiteral("b"), QStringLiteral("c"), QStringLiteral("d")}));
     QCOMPARE(tree()->selectedItem(), node("b"));
+}
+
+void tst_zoHPCGUIWRows::selectionThatComesBackIsActedUpon()
+{
+    select({"a", "b", "d"});
+    auto* const box = field<QCheckBox>("m_hostEnabled");
+    QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
+    settle();
+    QVERIFY(!node("a")->isEnabled() && !node("b")->isEnabled() && !node("d")->isEnabled());
+    select({"c"});
+
+    m_window->undo();
+    QVERIFY(node("a")->isEnabled() && node("b")->isEnabled() && node("d")->isEnabled());
+    QCOMPARE(tree()->selectedItems().size(), size_t(3));
+    QVERIFY(field<QLabel>("m_selectionNote")->isVisible());
+    QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
+    settle();
+
+    QVERIFY(!node("a")->isEnabled() && !node("b")->isEnabled() && !node("d")->isEnabled());
+}
+
+void tst_zoHPCGUIWRows::rowAfterRemovedOnesIsSelected_data()
+{
+    QTest::addColumn<QStringList>("removed");
+
+    QTest::newRow("one") << QStringList{QStringLiteral("b")};
+    QTest::newRow("last-of-its-network") << QStringList{QStringLiteral("c")};
+    QTest::newRow("several") << QStringList{QStringLiteral("a"), QStringLiteral("b")};
+}
+
+void tst_zoHPCGUIWRows::rowAfterRemovedOnesIsSelected()
+{
+    QFETCH(QStringList, removed);
+    select({"a"});
+    node("a")->setSelected(false);
+    for (const QString& name : qAsConst(removed))
+        node(qPrintable(name))->setSelected(true);
+    auto* const rows = tree()->findChild<QTreeWidget*>(QStringLiteral("m_treeWidget"));
+    rows->setCurrentItem(node(qPrintable(removed.last())), 0, QItemSelectionModel::NoUpdate);
+    rows->setFocus();
+
+    QTest::keyClick(rows, Qt::Key_Delete);
+
+    QVERIFY(tree()->selectedItem() != nullptr);
+    QCOMPARE(rows->selectedItems(), QList<QTreeWidgetItem*>{tree()->selectedItem()});
 }
 
 void tst_zoHPCGUIWRows::moveIsOneStep()

@@ -22,6 +22,7 @@ private slots:
     void hiddenRowsAreNotSelected();
     void hiddenRowIsNotCurrent();
     void escapeShowsAll();
+    void escapeKeepsTheCurrentRowInSight();
     void escapeWithoutWordsGoesToTheParent();
     void currentRowThatComesIsShown();
     void rowThatComesAndDoesNotFitIsHidden();
@@ -154,6 +155,24 @@ void tst_zoHPCTreeFilter::escapeShowsAll()
 
     QVERIFY(m_filter->field()->text().isEmpty());
     QCOMPARE(shown().size(), 14);
+}
+
+void tst_zoHPCTreeFilter::escapeKeepsTheCurrentRowInSight()
+{
+    for (int i = 0; i < 300; ++i)
+        new QTreeWidgetItem(m_tree.get(), {QStringLiteral("node%1").arg(i)});
+    m_tree->resize(200, 200);
+    m_tree->show();
+    m_filter->field()->setText(QStringLiteral("node27"));
+    QTreeWidgetItem* const row = m_tree->findItems(QStringLiteral("node277"), Qt::MatchExactly).constFirst();
+    m_tree->setCurrentItem(row);
+
+    QTest::keyClick(m_filter->field(), Qt::Key_Escape);
+
+    QCOMPARE(m_tree->currentItem(), row);
+    const QRect place = m_tree->visualItemRect(row);
+    QVERIFY(!place.isEmpty());
+    QVERIFY(m_tree->viewport()->rect().contains(place.center()));
 }
 
 void tst_zoHPCTreeFilter::escapeWithoutWordsGoesToTheParent()

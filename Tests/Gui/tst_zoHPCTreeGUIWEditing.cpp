@@ -56,6 +56,7 @@ private slots:
     void editHostsTakesTheText();
     void editHostsTakesTheFileOverTheText();
     void editHostsCancelledChangesNothing();
+    void editHostsCancelledKeepsTheSelection();
     void deletedRowIsWholeWhileTheCurrentOneMovesOn();
     void everyChangeIsSaid();
 
@@ -395,6 +396,19 @@ void tst_zoHPCTreeGUIWEditing::editHostsCancelledChangesNothing()
     QCOMPARE(outline(), QString("{a b}"));
     QVERIFY(m_view->hostFile().isEmpty());
     QCOMPARE(changed.count(), 0);
+}
+
+void tst_zoHPCTreeGUIWEditing::editHostsCancelledKeepsTheSelection()
+{
+    m_view->setHostString("a b c");
+    m_view->setSelectedItem(item({0, 1}));
+    item({0, 2})->setSelected(true);
+    whenDialogOpens([](zoHPCConfigEditGUIW* dialog) { dialog->reject(); });
+
+    m_view->editHosts();
+
+    QCOMPARE(m_view->selectedItem(), item({0, 1}));
+    QCOMPARE(m_view->selectedItems(), (std::vector<zoHPCTreeItem*>{item({0, 1}), item({0, 2})}));
 }
 
 void tst_zoHPCTreeGUIWEditing::deletedRowIsWholeWhileTheCurrentOneMovesOn()

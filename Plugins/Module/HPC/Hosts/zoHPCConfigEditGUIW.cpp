@@ -1,5 +1,6 @@
 #include "zoHPCConfigEditGUIW.h"
 
+#include "zoHPCButtonKeys.h"
 #include "zoText.h"
 
 #include "ui_zoHPCConfigEditGUIW.h"
@@ -12,6 +13,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFontDatabase>
+#include <QKeyEvent>
 
 namespace
 {
@@ -26,6 +28,8 @@ zoHPCConfigEditGUIW::zoHPCConfigEditGUIW(QWidget* parent)
 {
     m_ui->setupUi(this);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+    zoHPCButtonKeys::addTo(*m_ui->m_buttonBox);
+    m_ui->m_textEdit->installEventFilter(this);
     m_ui->m_textEdit->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
 
     const int iconSize = zoPlatform::getSmallIconSize();
@@ -43,6 +47,21 @@ zoHPCConfigEditGUIW::zoHPCConfigEditGUIW(QWidget* parent)
 }
 
 zoHPCConfigEditGUIW::~zoHPCConfigEditGUIW() = default;
+
+// A letter with Alt that is no key of the dialog is none of the text either.
+bool zoHPCConfigEditGUIW::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_ui->m_textEdit && event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        const bool isAlt = (key->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) ==
+                           Qt::KeyboardModifiers(Qt::AltModifier);
+        if (isAlt && !key->text().isEmpty() && key->text().at(0).isPrint()) {
+            event->ignore();
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
+}
 
 QString zoHPCConfigEditGUIW::text() const
 {

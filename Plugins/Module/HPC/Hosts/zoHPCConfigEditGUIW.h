@@ -36,6 +36,9 @@ public slots:
     // Accepts, unless the file is hosts text that cannot be read: nothing that was typed is lost to it.
     void confirm();
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     // Of a file that is named, and of its content.
     struct FileState

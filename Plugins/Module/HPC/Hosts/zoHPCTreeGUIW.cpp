@@ -9,6 +9,7 @@
 #include "zoHPCNumberedName.h"
 #include "zoHPCTreeFilter.h"
 #include "zoHPCTreeItem.h"
+#include "zoHPCTreePlace.h"
 #include "zoHPCTreeWalk.h"
 #include "zoHPCWindowMemory.h"
 #include "zoText.h"
@@ -430,6 +431,9 @@ void zoHPCTreeGUIW::removeRows(Kind kind)
         return;
     if (rows.size() == 1) {
         m_hosts->remove(rows.front());
+        // The view has moved on, without selecting where it is now.
+        if (selectedItem() != nullptr && !selectedItem()->isSelected())
+            setSelectedItem(selectedItem());
     } else {
         // Once, and not for each row that goes.
         setSelectedItem(rowAfter(rows));
@@ -496,6 +500,8 @@ void zoHPCTreeGUIW::removeByKey()
 
 void zoHPCTreeGUIW::editHosts()
 {
+    // Reading the text chooses the top row.
+    const QByteArray place = zoHPCTreePlace::of(*m_ui->m_treeWidget);
     // Guarded: the window, and the dialog with it, may go while the dialog is open.
     const QPointer<zoHPCConfigEditGUIW> dialog = new zoHPCConfigEditGUIW(this);
     dialog->setWindowTitle(m_configAction->text());
@@ -510,8 +516,10 @@ void zoHPCTreeGUIW::editHosts()
     const QString path = dialog->getServersFile();
     const QString text = dialog->text();
     delete dialog;
-    if (!accepted)
+    if (!accepted) {
+        zoHPCTreePlace::restore(*m_ui->m_treeWidget, place);
         return;
+    }
     setHostFile(path);
     if (path.isEmpty())
         setHostString(text);

@@ -633,6 +633,7 @@ void zoHPCGUIW::restoreText(const QString& from, const QString& to, const std::f
                 m_displayEditor->restore(document);
             showPlace();
             m_editor->setItem(m_tree->selectedItem());
+            m_editor->setSelection(m_tree->selectedItems());
         });
     }
     // Inside of the display setup Apply and OK tell the session.

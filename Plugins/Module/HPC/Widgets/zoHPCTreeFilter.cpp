@@ -78,6 +78,9 @@ void zoHPCTreeFilter::changeWords()
     static const QRegularExpression s_blanks(QString::fromLatin1("\\s+"));
     m_words = m_field->text().split(s_blanks, Qt::SkipEmptyParts).mid(0, s_mostWords);
     apply();
+    // Where a person is stays in sight, however many rows come back above it.
+    if (m_tree->currentItem())
+        m_tree->scrollToItem(m_tree->currentItem());
 }
 
 void zoHPCTreeFilter::keepRows()

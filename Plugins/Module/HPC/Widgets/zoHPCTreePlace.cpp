@@ -52,12 +52,13 @@ QDataStream& operator>>(QDataStream& stream, Rows& rows)
     return stream >> rows.parent >> rows.first >> rows.last;
 }
 
-// Empty when there is but one, as mostly: it is the current one.
+// Empty when there is but one, the current one, as mostly.
 QVector<Rows> selectedRows(const QTreeWidget& tree)
 {
     QVector<Rows> all;
     const QItemSelection selection = tree.selectionModel()->selection();
-    if (selection.size() == 1 && selection.first().height() == 1)
+    if (selection.size() == 1 && selection.first().height() == 1 &&
+        selection.first().contains(tree.currentIndex()))
         return all;
     for (const QItemSelectionRange& range : selection)
         all.append({pathOf(range.parent()), range.top(), range.bottom()});
@@ -91,6 +92,7 @@ void forEachParent(const QTreeWidget& tree, Visit visit)
         }
     }
 }
+
 void select(const QTreeWidget& tree, const QVector<Rows>& all)
 {
     QItemSelection selection;
