@@ -147,6 +147,21 @@ auch wenn die Server dann instabil sein können?</translation>
     </message>
 </context>
 <context>
+    <name>zoHPCButtonKeys</name>
+    <message>
+        <source>&amp;OK</source>
+        <translation>&amp;OK</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Abbrechen</translation>
+    </message>
+    <message>
+        <source>&amp;Apply</source>
+        <translation>An&amp;wenden</translation>
+    </message>
+</context>
+<context>
     <name>zoHPCComboSearch</name>
     <message>
         <source>Search: %1</source>
@@ -998,6 +1013,10 @@ auch wenn die Server dann instabil sein können?</translation>
         <source>%1, shown by %2</source>
         <translation>%1, gezeigt von %2</translation>
     </message>
+    <message>
+        <source>%1 projections are selected. The fields are those of %2 alone.</source>
+        <translation>%1 Projektionen sind ausgewählt. Die Felder sind die von %2 allein.</translation>
+    </message>
 </context>
 <context>
     <name>zoHPCDocumentProblems</name>
@@ -1394,6 +1413,14 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>Shows how wide and high each wall is</source>
         <translation>Zeigt, wie breit und hoch jede Wand ist</translation>
+    </message>
+    <message>
+        <source>Windows</source>
+        <translation>Fenster</translation>
+    </message>
+    <message>
+        <source>Shows where on each surface its window lies (a line) and the window&apos;s monitor (dashes), where there is room</source>
+        <translation>Zeigt, wo auf jeder Fläche ihr Fenster liegt (Linie) und wo dessen Bildschirm (gestrichelt), wenn der Platz reicht</translation>
     </message>
 </context>
 <context>
@@ -2403,6 +2430,14 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>%1 by %2</source>
         <translation>%1 mal %2</translation>
+    </message>
+    <message>
+        <source>Window</source>
+        <translation>Fenster</translation>
+    </message>
+    <message>
+        <source>Monitor</source>
+        <translation>Bildschirm</translation>
     </message>
 </context>
 <context>

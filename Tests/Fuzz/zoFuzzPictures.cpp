@@ -179,8 +179,8 @@ void checkPictures(zoHPCConfiguration& configuration)
                                "a viewport lies on its window");
         }
     }
-    room.setCurrentItem(chosen, layout);
-    screens.setCurrentItem(chosen);
+    room.setCurrentItems({chosen}, layout);
+    screens.setCurrentItems({chosen});
     paint(room);
     paint(screens);
 }

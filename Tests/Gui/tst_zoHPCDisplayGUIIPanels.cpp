@@ -1045,6 +1045,7 @@ void tst_zoHPCDisplayGUIIPanels::tabKeyVisitsThePartsInTheirOrder()
                                    text("m_frontButton"),
                                    text("m_topButton"),
                                    text("m_dimensions"),
+                                   text("m_frames"),
                                    text("m_fitButton"),
                                    text("m_savePictureButton"),
                                    text("m_problemList"),

@@ -321,7 +321,7 @@ void tst_zoHPCLayoutPane::withoutTreesNothingIsShown()
 {
     zoHPCLayoutPane pane;
     pane.refresh();
-    pane.setCurrentItem(nullptr);
+    pane.setCurrentItems({});
 
     QCOMPARE(pane.problemCount(), 0);
     QVERIFY(!pane.grab().isNull());

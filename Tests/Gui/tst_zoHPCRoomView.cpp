@@ -34,6 +34,9 @@ private slots:
     void fittedViewFollowsItsSizeAndItsContent();
     void turnedViewKeepsItsCamera();
     void currentItemIsHighlighted();
+    void allSelectedRowsAreHighlighted();
+    void frontAndTopAreWithoutPerspectiveUntilTurned();
+    void outlinesOfWindowsAreOffOrOn();
     void withoutLayoutNothingIsFound();
     void resolutionOfTheScreenIsUsed();
 
@@ -281,13 +284,58 @@ void tst_zoHPCRoomView::currentItemIsHighlighted()
     };
 
     QVERIFY(!hasHighlight());
-    m_view->setCurrentItem(m_wall->child(0));
+    m_view->setCurrentItems({m_wall->child(0)});
     QVERIFY(hasHighlight());
     // It stays through a new reading.
     m_view->showLayout(std::make_shared<const zoHPCLayout>(m_setup->layout()));
     QVERIFY(hasHighlight());
-    m_view->setCurrentItem(nullptr);
+    m_view->setCurrentItems({});
     QVERIFY(!hasHighlight());
+}
+
+void tst_zoHPCRoomView::allSelectedRowsAreHighlighted()
+{
+    const QPoint places[] = {placeOf(-900, 600), placeOf(900, 600), placeOf(-900, -600), placeOf(900, -600)};
+    const auto colours = [&] {
+        const QImage image = m_view->grab().toImage();
+        std::vector<QColor> result;
+        for (const QPoint& place : places)
+            result.push_back(image.pixelColor(place));
+        return result;
+    };
+    const std::vector<QColor> plain = colours();
+
+    m_view->setCurrentItems({m_wall->child(0), m_wall->child(1), m_wall->child(3)});
+
+    const std::vector<QColor> marked = colours();
+    QVERIFY(marked[0] != plain[0]);
+    QVERIFY(marked[1] != plain[1]);
+    QVERIFY(marked[2] == plain[2]);
+    QVERIFY(marked[3] != plain[3]);
+}
+
+void tst_zoHPCRoomView::frontAndTopAreWithoutPerspectiveUntilTurned()
+{
+    for (const bool isTop : {false, true}) {
+        isTop ? m_view->lookFromAbove() : m_view->lookFromFront();
+        const zoHPCRoomCamera camera = m_view->picture().camera();
+        QVERIFY(camera.isParallel);
+        QCOMPARE(camera.pitch, isTop ? 90.0 : 0.0);
+
+        QTest::keyClick(m_view.get(), Qt::Key_Left);
+        QVERIFY(!m_view->picture().camera().isParallel);
+        QVERIFY(m_view->picture().camera().pitch < 90.0);
+    }
+}
+
+void tst_zoHPCRoomView::outlinesOfWindowsAreOffOrOn()
+{
+    const QImage without = m_view->grab().toImage();
+
+    m_view->setHasFrames(true);
+    QVERIFY(m_view->grab().toImage() != without);
+    m_view->setHasFrames(false);
+    QCOMPARE(m_view->grab().toImage(), without);
 }
 
 void tst_zoHPCRoomView::withoutLayoutNothingIsFound()

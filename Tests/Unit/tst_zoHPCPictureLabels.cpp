@@ -138,12 +138,14 @@ void tst_zoHPCPictureLabels::labelsAreReadable()
 
     zoHPCRoomPicture room;
     room.setLayout(layout);
+    room.setHasFrames(true);
     for (const bool hasDimensions : {false, true}) {
         room.setHasDimensions(hasDimensions);
-        for (const auto& [yaw, pitch] : {std::pair(28.0, 18.0), {0.0, 0.0}, {0.0, 89.0}, {70.0, 18.0}}) {
+        for (const auto& [yaw, pitch] : {std::pair(28.0, 18.0), {0.0, 0.0}, {0.0, 90.0}, {70.0, 18.0}}) {
             zoHPCRoomCamera camera;
             camera.yaw = yaw;
             camera.pitch = pitch;
+            camera.isParallel = yaw == 0.0; // elevation and plan
             room.setCamera(camera);
             room.fit(area);
             const QString fault = faultOf(room, size);

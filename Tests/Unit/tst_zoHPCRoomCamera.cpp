@@ -33,6 +33,8 @@ private slots:
     void zoomComesNearerWithinLimits();
     void panMovesTheRoomWithTheMouse();
     void rayGoesThroughThePointThatItShows();
+    void parallelRaysShowTheSameAtAnyDepth();
+    void parallelRayGoesThroughThePointThatItShows();
     void fitTakesInAllPoints_data();
     void fitTakesInAllPoints();
     void fitFillsThePicture();
@@ -125,26 +127,66 @@ void tst_zoHPCRoomCamera::rayGoesThroughThePointThatItShows()
     QVERIFY(dot(ray, point - camera.eye()) > 0.0);
 }
 
+void tst_zoHPCRoomCamera::parallelRaysShowTheSameAtAnyDepth()
+{
+    zoHPCRoomCamera camera;
+    camera.isParallel = true;
+    camera.yaw = 0.0;
+    const auto place = [&camera](double x, double y, double z) {
+        return camera.toPicture(camera.see({x, y, z}), AREA);
+    };
+
+    camera.pitch = 0.0;
+    QCOMPARE(place(500, 300, -9000), place(500, 300, 20000));
+    QVERIFY(camera.see({500, 300, 20000}).depth > zoHPCRoomCamera::Near);
+    camera.pitch = 90.0;
+    const QPointF way = place(500, -4000, 300) - place(500, 4000, 300);
+    QVERIFY(std::abs(way.x()) < 1e-6 && std::abs(way.y()) < 1e-6);
+    QVERIFY(place(0, 0, -1000).y() < place(0, 0, 0).y()); // what the viewer looks at is above him
+    const QPointF square = place(1000, 0, 1000) - place(0, 0, 0);
+    QVERIFY(std::abs(square.x() - square.y()) < 1e-6);
+}
+
+void tst_zoHPCRoomCamera::parallelRayGoesThroughThePointThatItShows()
+{
+    zoHPCRoomCamera camera;
+    camera.isParallel = true;
+    const Point3 point{700, -300, -1200};
+    const QPointF place = camera.toPicture(camera.see(point), AREA);
+
+    const Point3 ray = unit(camera.rayThrough(place, AREA));
+    const Point3 way = point - camera.rayStart(place, AREA);
+
+    QVERIFY(length(cross(ray, way)) < 1e-3);
+    QVERIFY(dot(ray, way) > 0.0);
+}
+
 void tst_zoHPCRoomCamera::fitTakesInAllPoints_data()
 {
+    QTest::addColumn<bool>("isParallel");
     QTest::addColumn<double>("yaw");
     QTest::addColumn<double>("pitch");
     QTest::addColumn<QRectF>("area");
 
-    QTest::newRow("from-behind") << 0.0 << 0.0 << AREA;
-    QTest::newRow("aslant") << 28.0 << 18.0 << AREA;
-    QTest::newRow("from-above") << 0.0 << 89.0 << AREA;
-    QTest::newRow("from-the-front-below") << 170.0 << -40.0 << AREA;
-    QTest::newRow("narrow") << 28.0 << 18.0 << QRectF(50.0, 20.0, 100.0, 900.0);
-    QTest::newRow("flat") << 28.0 << 18.0 << QRectF(0.0, 0.0, 900.0, 80.0);
+    QTest::newRow("from-behind") << false << 0.0 << 0.0 << AREA;
+    QTest::newRow("aslant") << false << 28.0 << 18.0 << AREA;
+    QTest::newRow("from-above") << false << 0.0 << 89.0 << AREA;
+    QTest::newRow("from-the-front-below") << false << 170.0 << -40.0 << AREA;
+    QTest::newRow("narrow") << false << 28.0 << 18.0 << QRectF(50.0, 20.0, 100.0, 900.0);
+    QTest::newRow("flat") << false << 28.0 << 18.0 << QRectF(0.0, 0.0, 900.0, 80.0);
+    QTest::newRow("elevation") << true << 0.0 << 0.0 << AREA;
+    QTest::newRow("plan") << true << 0.0 << 90.0 << AREA;
+    QTest::newRow("narrow-plan") << true << 0.0 << 90.0 << QRectF(50.0, 20.0, 100.0, 900.0);
 }
 
 void tst_zoHPCRoomCamera::fitTakesInAllPoints()
 {
+    QFETCH(bool, isParallel);
     QFETCH(double, yaw);
     QFETCH(double, pitch);
     QFETCH(QRectF, area);
     zoHPCRoomCamera camera;
+    camera.isParallel = isParallel;
     camera.yaw = yaw;
     camera.pitch = pitch;
     const std::vector<Point3> points{{0, 0, 0}, {-8000, -500, -1500}, {8000, -500, -1500}, {100, 3000, -900}};

@@ -110,6 +110,7 @@ private slots:
     void clickFindsTheTile_data();
     void clickFindsTheTile();
     void clickFindsTheNearestWall();
+    void planFindsTheTileOfAWallSeenFromItsEdge();
     void caveWallIsFoundFromInsideAndOutside();
     void clickFindsAPlaneWithoutAreaAtItsLine();
 
@@ -124,6 +125,10 @@ private slots:
     void fastPictureLeavesOutTileNames();
     void wallsBehindTheCameraAreCutOff();
     void fitTakesInAllWalls();
+    void lengthsThatAreNotSeenHaveNoText();
+    void outlinesNeedRoom();
+    void textsOfWholeRoomsAreBesideEachOther_data();
+    void textsOfWholeRoomsAreBesideEachOther();
     void textsAreWholeAndBesideEachOther_data();
     void textsAreWholeAndBesideEachOther();
     void painterIsLeftAsItWas();
@@ -502,6 +507,27 @@ void tst_zoHPCRoomPicture::clickFindsTheNearestWall()
     QCOMPARE(nameOf(picture.itemAt(AREA.center(), AREA)), QStringLiteral("far row:1 col:1"));
 }
 
+void tst_zoHPCRoomPicture::planFindsTheTileOfAWallSeenFromItsEdge()
+{
+    zoHPCSetup setup;
+    zoHPCProjectionItem* const wall = setup.addPowerWall(QStringLiteral("wall"), 2, 3);
+    zoHPCRoomPicture picture;
+    picture.setLayout(setup.layout());
+    zoHPCRoomCamera camera = fromBehind();
+    camera.pitch = 90.0;
+    camera.isParallel = true;
+    picture.setCamera(camera);
+    picture.fit(AREA);
+
+    const zoHPCPlane& plane = picture.walls()[0].plane;
+    for (int column = 0; column < 3; ++column) {
+        const QPointF place = placeOf(picture, plane.at((column + 0.5) / 3.0, 0.3));
+        // Of the upper row, which is what is seen from above.
+        QCOMPARE(nameOf(picture.itemAt(place, AREA)), nameOf(wall->child(column)));
+        QVERIFY(!picture.itemAt(place + QPointF(0.0, 12.0), AREA));
+    }
+}
+
 void tst_zoHPCRoomPicture::caveWallIsFoundFromInsideAndOutside()
 {
     zoHPCSetup setup;
@@ -606,9 +632,9 @@ void tst_zoHPCRoomPicture::currentTileIsHighlighted()
     picture.setCamera(fromBehind());
 
     QCOMPARE(count(painted(picture), style.current), 0);
-    picture.setCurrentItem(wall->child(1), layout);
+    picture.setCurrentItems({wall->child(1)}, layout);
     const QImage tile = painted(picture);
-    picture.setCurrentItem(wall, layout);
+    picture.setCurrentItems({wall}, layout);
     const QImage whole = painted(picture);
 
     const int ofTile = count(tile, style.current);
@@ -629,10 +655,10 @@ void tst_zoHPCRoomPicture::currentViewportHighlightsItsProjection()
     picture.setCamera(fromBehind());
 
     for (const QTreeWidgetItem* item : {window->child(0), static_cast<QTreeWidgetItem*>(window)}) {
-        picture.setCurrentItem(item, layout);
+        picture.setCurrentItems({item}, layout);
         QVERIFY(count(painted(picture), style.current) > 200);
     }
-    picture.setCurrentItem(nullptr, layout);
+    picture.setCurrentItems({}, layout);
     QCOMPARE(count(painted(picture), style.current), 0);
 }
 
@@ -791,6 +817,105 @@ void tst_zoHPCRoomPicture::textsAreWholeAndBesideEachOther()
             continue; // of the axes, which may lie over a wall's name
         for (const zoTextNotes::Text& other : notes.texts())
             QVERIFY2(&other == &text || other.text.size() < 2 || !other.box.intersects(text.box),
+                     qPrintable(text.text + QStringLiteral(" over ") + other.text));
+    }
+}
+
+void tst_zoHPCRoomPicture::lengthsThatAreNotSeenHaveNoText()
+{
+    zoHPCSetup setup;
+    zoHPCProjectionItem* const wall = setup.addPowerWall(QStringLiteral("wall"), 2, 2);
+    wall->setDouble(zoHPCProjectionItem::Width, 4000.0);
+    wall->setDouble(zoHPCProjectionItem::Height, 2500.0);
+    wall->update();
+    zoHPCRoomPicture picture;
+    picture.setLayout(setup.layout());
+    picture.setHasDimensions(true);
+    zoHPCRoomCamera camera = fromBehind();
+    camera.isParallel = true;
+
+    for (const bool isPlan : {false, true}) {
+        camera.pitch = isPlan ? 90.0 : 0.0;
+        picture.setCamera(camera);
+        picture.fit(AREA);
+        zoTextNotes notes(AREA.size().toSize());
+        {
+            QPainter painter(&notes);
+            picture.paint(painter, AREA, lightPalette(), zoHPCPicture::Detail::Full);
+        }
+        QVERIFY(!notes.boxOf(QStringLiteral("4000 mm")).isNull());
+        QCOMPARE(notes.boxOf(QStringLiteral("2500 mm")).isNull(), isPlan);
+    }
+}
+
+void tst_zoHPCRoomPicture::outlinesNeedRoom()
+{
+    for (const int tiles : {2, 20}) {
+        zoHPCSetup setup;
+        setup.addPowerWall(QStringLiteral("wall"), tiles, tiles);
+        for (int i = 1; i <= tiles; ++i)
+            setup.addWindow(QStringLiteral("n"), QStringLiteral("wall row:1 col:%1").arg(i));
+        setup.link();
+        zoHPCRoomPicture picture;
+        picture.setLayout(setup.layout());
+        picture.setCamera(fromBehind());
+        picture.fit(AREA);
+        const QImage without = painted(picture);
+
+        picture.setHasFrames(true);
+
+        QCOMPARE(painted(picture) != without, tiles == 2);
+        QCOMPARE(painted(picture, lightPalette(), zoHPCPicture::Detail::Fast), [&] {
+            picture.setHasFrames(false);
+            return painted(picture, lightPalette(), zoHPCPicture::Detail::Fast);
+        }());
+    }
+}
+
+void tst_zoHPCRoomPicture::textsOfWholeRoomsAreBesideEachOther_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<int>("view"); // 0 as it comes, 1 elevation, 2 plan
+
+    for (const char* file : {"cave-4-sided", "powerwall-2x2", "tiledwall-3x5-gateway"}) {
+        for (int view = 0; view < 3; ++view)
+            QTest::addRow("%s-%d", file, view) << QString::fromLatin1(file) << view;
+    }
+}
+
+void tst_zoHPCRoomPicture::textsOfWholeRoomsAreBesideEachOther()
+{
+    QFETCH(QString, file);
+    QFETCH(int, view);
+    zoHPCSetup setup;
+    QVERIFY(setup.load(QStringLiteral(ZO_SAMPLE_DIR "/%1.zhpc").arg(file)));
+    setup.link();
+    zoHPCRoomPicture picture;
+    picture.setLayout(setup.layout());
+    picture.setHasDimensions(true);
+    picture.setHasFrames(true);
+    zoHPCRoomCamera camera;
+    if (view > 0) {
+        camera.isParallel = true;
+        camera.yaw = 0.0;
+        camera.pitch = view == 2 ? 90.0 : 0.0;
+    }
+    picture.setCamera(camera);
+    picture.fit(AREA);
+
+    zoTextNotes notes(AREA.size().toSize());
+    {
+        QPainter painter(&notes);
+        picture.paint(painter, AREA, lightPalette(), zoHPCPicture::Detail::Full);
+    }
+
+    QVERIFY(notes.texts().size() > 4);
+    const QRectF viewer(placeOf(picture, {}) - QPointF(4.0, 4.0), QSizeF(8.0, 8.0));
+    for (const zoTextNotes::Text& text : notes.texts()) {
+        QVERIFY2(AREA.contains(text.box), qPrintable(text.text));
+        QVERIFY2(!text.box.intersects(viewer), qPrintable(text.text + QStringLiteral(" over the viewer")));
+        for (const zoTextNotes::Text& other : notes.texts())
+            QVERIFY2(&other == &text || !other.box.intersects(text.box),
                      qPrintable(text.text + QStringLiteral(" over ") + other.text));
     }
 }

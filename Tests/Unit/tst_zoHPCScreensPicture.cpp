@@ -635,10 +635,10 @@ void tst_zoHPCScreensPicture::currentItemIsHighlighted()
     QCOMPARE(count(painted(picture), current), 0);
     const QList<QTreeWidgetItem*> items{window, window->child(0), wall, wall->child(1)};
     for (const QTreeWidgetItem* item : items) {
-        picture.setCurrentItem(item);
+        picture.setCurrentItems({item});
         QVERIFY(count(painted(picture), current) > 200);
     }
-    picture.setCurrentItem(wall->child(0));
+    picture.setCurrentItems({wall->child(0)});
     QCOMPARE(count(painted(picture), current), 0);
 }
 

@@ -104,15 +104,22 @@ int zoHPCLayout::indexOf(const QTreeWidgetItem* projection) const
                                                       : None;
 }
 
-std::vector<int> zoHPCLayout::shownBy(const QTreeWidgetItem* output) const
+std::vector<int> zoHPCLayout::chosenBy(const QSet<const QTreeWidgetItem*>& rows) const
 {
-    std::vector<int> result;
+    std::vector<bool> isChosen(m_projections.size());
+    for (size_t i = 0; i < m_projections.size(); ++i)
+        isChosen[i] = rows.contains(m_projections[i].item);
     for (const Viewport& viewport : m_viewports) {
         const QTreeWidgetItem* item = viewport.item;
-        while (item && item != output)
+        while (item && !rows.contains(item))
             item = item->parent();
         if (item && viewport.projection != None)
-            result.push_back(viewport.projection);
+            isChosen[static_cast<size_t>(viewport.projection)] = true;
+    }
+    std::vector<int> result;
+    for (size_t i = 0; i < isChosen.size(); ++i) {
+        if (isChosen[i])
+            result.push_back(static_cast<int>(i));
     }
     return result;
 }

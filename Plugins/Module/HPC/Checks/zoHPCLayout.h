@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QList>
 #include <QRectF>
+#include <QSet>
 #include <QSizeF>
 #include <QString>
 #include <QStringList>
@@ -106,9 +107,9 @@ public:
 
     // Index of the projection's row, None for a row that is no projection of this layout.
     int indexOf(const QTreeWidgetItem* projection) const;
-    // Projections that a row of the display tree shows: of a viewport, of all viewports of a window or of a
-    // display.
-    std::vector<int> shownBy(const QTreeWidgetItem* output) const;
+    // Projections that rows of the trees stand for, each once: a projection for itself, a viewport for what it shows,
+    // a window and a display for what all viewports below them show.
+    std::vector<int> chosenBy(const QSet<const QTreeWidgetItem*>& rows) const;
     // The tiles for which the claim holds, by their indices; where it holds for all tiles of a row of the tree,
     // that row instead.
     std::vector<const Projection*> tilesOrTheirProjections(const std::function<bool(size_t)>& claim) const;

@@ -264,6 +264,7 @@ void zoHPCDisplayGUII::open(const QStringList& nodeNames)
     setModal(true);
     show();
     zoHPCDisplaySize::fitScreen(*this, *m_ui);
+    m_tools->focusTree();
 }
 
 void zoHPCDisplayGUII::apply()
@@ -574,8 +575,6 @@ void zoHPCDisplayGUII::createPreview()
         if (zoHPCTreeGUIW* const hosts = m_hostFixes.hostTree())
             hosts->announceOptions();
     });
-    for (const QTreeWidget* tree : {m_ui->m_projectionTree, m_ui->m_displayTree})
-        connect(tree, &QTreeWidget::currentItemChanged, m_layoutPane, &zoHPCLayoutPane::setCurrentItem);
 }
 
 void zoHPCDisplayGUII::createTools()
@@ -611,7 +610,7 @@ void zoHPCDisplayGUII::activate(ActiveTree tree)
     // One row is highlighted in the whole dialog: the one that the panel shows and that Delete means.
     QTreeWidget* other = tree == ActiveTree::Projections ? m_ui->m_displayTree : m_ui->m_projectionTree;
     other->clearSelection();
-    m_layoutPane->setCurrentItem(activeTree()->currentItem());
+    m_tools->markRows(*activeTree());
     showPanel();
     updateActions();
 }

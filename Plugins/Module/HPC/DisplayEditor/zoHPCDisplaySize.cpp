@@ -7,6 +7,12 @@
 
 #include <algorithm>
 
+namespace
+{
+// What window managers put around a window (pixels).
+constexpr QSize s_frame(32, 48);
+} // namespace
+
 void zoHPCDisplaySize::begin(QDialog& dialog, const Ui_zoHPCDisplayGUII& form, int previewWidth)
 {
     constexpr int TREE_WIDTH = 280;
@@ -15,23 +21,22 @@ void zoHPCDisplaySize::begin(QDialog& dialog, const Ui_zoHPCDisplayGUII& form, i
     const int panelWidth = form.m_panelArea->minimumWidth();
     form.m_splitter->setSizes({TREE_WIDTH, panelWidth, pictureWidth});
     // Within the screen, with room for the frame around the window.
-    constexpr int FRAME = 48;
-    const QSize screen = QGuiApplication::primaryScreen()->availableGeometry().size();
-    dialog.resize(std::min(TREE_WIDTH + panelWidth + pictureWidth, screen.width()),
-                  std::min(dialog.height(), screen.height() - FRAME));
+    const QSize room = QGuiApplication::primaryScreen()->availableGeometry().size() - s_frame;
+    dialog.resize(std::min(TREE_WIDTH + panelWidth + pictureWidth, room.width()),
+                  std::min(dialog.height(), room.height()));
 }
 
 void zoHPCDisplaySize::fitScreen(QDialog& dialog, const Ui_zoHPCDisplayGUII& form)
 {
-    constexpr int FRAME = 32; // around the window
-    const int room = dialog.screen()->availableGeometry().width() - FRAME;
-    const int tooWide = dialog.minimumSizeHint().width() - room;
-    if (tooWide <= 0)
-        return;
-    // Better panels to scroll than panes one over the other.
-    form.m_panelArea->setMinimumWidth(std::max(form.m_panelArea->minimumWidth() - tooWide, 0));
-    form.m_panelArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    form.m_splitter->updateGeometry();
-    dialog.layout()->activate();
-    dialog.resize(std::min(dialog.width(), room), dialog.height());
+    const QSize room = dialog.screen()->availableGeometry().size() - s_frame;
+    const int tooWide = dialog.minimumSizeHint().width() - room.width();
+    if (tooWide > 0) {
+        // Better panels to scroll than panes one over the other.
+        form.m_panelArea->setMinimumWidth(std::max(form.m_panelArea->minimumWidth() - tooWide, 0));
+        form.m_panelArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+        form.m_splitter->updateGeometry();
+        dialog.layout()->activate();
+    }
+    if ((dialog.windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen)) == 0)
+        dialog.resize(dialog.size().boundedTo(room));
 }

@@ -1,6 +1,7 @@
 #include "zoHPCDisplayTools.h"
 
 #include "ui_zoHPCDisplayForm.h"
+#include "zoHPCButtonKeys.h"
 #include "zoHPCDisplayTables.h"
 #include "zoHPCDisplayTrees.h"
 #include "zoHPCKeys.h"
@@ -10,6 +11,7 @@
 #include "zoHPCProjectionItem.h"
 #include "zoHPCReview.h"
 #include "zoHPCSeveralPanel.h"
+#include "zoHPCSurfaceDelegate.h"
 #include "zoHPCTreeFilter.h"
 #include "zoHPCTreeRows.h"
 #include "zoHPCViewportItem.h"
@@ -19,6 +21,7 @@
 #include <QCoreApplication>
 #include <QHeaderView>
 #include <QItemSelection>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSet>
@@ -68,13 +71,17 @@ QString outputText(const QTreeWidgetItem& row)
 
 zoHPCDisplayTools::zoHPCDisplayTools(const Parts& parts, QObject* parent) : QObject(parent), m_parts(parts)
 {
-    for (QTreeWidget* tree : {m_parts.trees.projections(), m_parts.trees.outputs()})
+    for (QTreeWidget* tree : {m_parts.trees.projections(), m_parts.trees.outputs()}) {
         tree->setSelectionMode(QAbstractItemView::ExtendedSelection);
+        connect(tree, &QTreeWidget::currentItemChanged, this, [this, tree] { markRows(*tree); });
+    }
     createNodeColumn();
     createFilters();
     createDuplicateButton();
     createSeveralPanel();
+    createProjectionNote();
     orderTabs();
+    zoHPCButtonKeys::addTo(*m_parts.form.m_buttonBox);
 }
 
 zoHPCDisplayTools::~zoHPCDisplayTools() = default;
@@ -115,6 +122,30 @@ void zoHPCDisplayTools::createSeveralPanel()
     connect(m_panel, &zoHPCSeveralPanel::duplicateClicked, this, &zoHPCDisplayTools::duplicate);
 }
 
+// The fields of projections are those of one row.
+void zoHPCDisplayTools::createProjectionNote()
+{
+    m_projectionNote = new QLabel;
+    m_projectionNote->setObjectName(QString::fromLatin1("m_projectionNote"));
+    m_projectionNote->setWordWrap(true);
+    m_projectionNote->hide();
+    m_parts.form.m_projectionPageLayout->insertWidget(0, m_projectionNote);
+    const QTreeWidget* const tree = m_parts.trees.projections();
+    connect(tree, &QTreeWidget::itemSelectionChanged, this, &zoHPCDisplayTools::showProjectionNote);
+    connect(tree, &QTreeWidget::currentItemChanged, this, &zoHPCDisplayTools::showProjectionNote);
+    connect(tree, &QTreeWidget::itemChanged, this, &zoHPCDisplayTools::showProjectionNote);
+}
+
+void zoHPCDisplayTools::showProjectionNote() const
+{
+    const zoHPCProjectionItem* const current = m_parts.trees.currentProjection();
+    const int count = m_parts.trees.projections()->selectedItems().size();
+    m_projectionNote->setVisible(current && count > 1);
+    if (current && count > 1)
+        m_projectionNote->setText(tr("%1 projections are selected. The fields are those of %2 alone.")
+                                      .arg(QString::number(count), current->text(0)));
+}
+
 void zoHPCDisplayTools::orderTabs() const
 {
     const Ui_zoHPCDisplayGUII& form = m_parts.form;
@@ -146,7 +177,8 @@ void zoHPCDisplayTools::createNodeColumn()
     tree->headerItem()->setToolTip(s_nodeColumn, tr("Nodes whose windows show the surface"));
     tree->header()->setStretchLastSection(false);
     tree->header()->setSectionResizeMode(0, QHeaderView::Stretch);
-    tree->header()->resizeSection(s_nodeColumn, tree->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 11);
+    tree->header()->resizeSection(s_nodeColumn, tree->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 9);
+    tree->setItemDelegate(new zoHPCSurfaceDelegate(s_nodeColumn, tree));
     m_nodesTimer.setSingleShot(true);
     m_nodesTimer.setInterval(0);
     connect(&m_nodesTimer, &QTimer::timeout, this, &zoHPCDisplayTools::showNodes);
@@ -188,6 +220,22 @@ void zoHPCDisplayTools::showNodes()
     }
     if (isChanged)
         tree->viewport()->update();
+}
+
+void zoHPCDisplayTools::focusTree() const
+{
+    QTreeWidget* const projections = m_parts.trees.projections();
+    (projections->topLevelItemCount() > 0 ? projections : m_parts.trees.outputs())
+        ->setFocus(Qt::OtherFocusReason);
+}
+
+void zoHPCDisplayTools::markRows(const QTreeWidget& tree) const
+{
+    const QList<QTreeWidgetItem*> selected = tree.selectedItems();
+    zoHPCPicture::Rows rows(selected.cbegin(), selected.cend());
+    if (selected.size() < 2 && tree.currentItem())
+        rows = {tree.currentItem()};
+    m_parts.pane.setCurrentItems(rows);
 }
 
 QWidget* zoHPCDisplayTools::severalPage()

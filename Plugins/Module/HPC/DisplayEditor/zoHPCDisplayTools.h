@@ -9,7 +9,9 @@
 #include <vector>
 
 class QAbstractItemModel;
+class QLabel;
 class QPushButton;
+class QTreeWidget;
 class QTreeWidgetItem;
 class QVariant;
 class Ui_zoHPCDisplayGUII;
@@ -50,6 +52,10 @@ public:
     void setIsRunning(bool running);
     // What can be done follows the current row.
     void updateActions();
+    // Keys go to the first tree that has rows; the first of them chooses one.
+    void focusTree() const;
+    // What is selected in one of the trees, or its current row, is marked in the pictures.
+    void markRows(const QTreeWidget& tree) const;
 
     zoHPCTreeFilter* projectionFilter() const { return m_projectionFilter; }
     zoHPCTreeFilter* outputFilter() const { return m_outputFilter; }
@@ -74,7 +80,9 @@ private:
     void createDuplicateButton();
     void createSeveralPanel();
     void createNodeColumn();
+    void createProjectionNote();
     void orderTabs() const;
+    void showProjectionNote() const;
     Selection selection() const;
     void setWindows(int column, const QVariant& value);
     void setViewports(int column, const QVariant& value);
@@ -88,6 +96,7 @@ private:
     zoHPCTreeFilter* m_outputFilter = nullptr;
     zoHPCSeveralPanel* m_panel = nullptr;
     QPushButton* m_duplicateButton = nullptr;
+    QLabel* m_projectionNote = nullptr;
     QAction m_findAction;
     QAction m_duplicateAction;
     QTimer m_nodesTimer{this}; // until the column of the nodes is read anew

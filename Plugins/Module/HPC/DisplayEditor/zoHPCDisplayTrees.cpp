@@ -105,6 +105,9 @@ std::vector<std::unique_ptr<QTreeWidgetItem>> zoHPCDisplayTrees::takeChosen(QTre
             tree->takeTopLevelItem(tree->indexOfTopLevelItem(row));
         taken.emplace_back(row);
     }
+    // The view has moved on, without selecting where it is now.
+    if (!taken.empty() && tree->currentItem() && tree->selectedItems().isEmpty())
+        zoHPCTreeRows::choose(tree, tree->currentItem());
     return taken;
 }
 

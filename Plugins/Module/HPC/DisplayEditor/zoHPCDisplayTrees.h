@@ -51,7 +51,7 @@ public:
     // current. False, and the item is gone, without such a parent.
     bool addOutput(std::unique_ptr<zoHPCDisplayItem> item);
     // What is selected, with all below it, or the current row where nothing is; planes and tiles that a projection
-    // lays out stay, unless they are current. Empty when there is nothing.
+    // lays out stay, unless they are current. Empty when there is nothing. The row that is current then is selected.
     static std::vector<std::unique_ptr<QTreeWidgetItem>> takeChosen(QTreeWidget* tree);
     // The children of a projection at top level take its place. Returns the first of them.
     QTreeWidgetItem* replaceByChildren(zoHPCProjectionItem* projection);

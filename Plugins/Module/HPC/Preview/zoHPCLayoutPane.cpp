@@ -88,8 +88,10 @@ QWidget* zoHPCLayoutPane::createScreensPage()
     for (const auto& size : s_screenSizes)
         m_screenSize->addItem(tr("%1 x %2").arg(QString::number(size.width), QString::number(size.height)),
                               QSize(size.width, size.height));
-    connect(m_screenSize, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-            [this] { m_screens->setScreenSize(m_screenSize->currentData().toSize()); });
+    connect(m_screenSize, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [this] {
+        m_screens->setScreenSize(m_screenSize->currentData().toSize());
+        m_room->setScreenSize(m_screenSize->currentData().toSize());
+    });
     auto* const label = new QLabel(tr("Screen [pixel]"));
     label->setBuddy(m_screenSize);
 
@@ -142,6 +144,12 @@ QWidget* zoHPCLayoutPane::createRoomPage()
     dimensions->setObjectName(QString::fromLatin1("m_dimensions"));
     dimensions->setToolTip(tr("Shows how wide and high each wall is"));
     connect(dimensions, &QCheckBox::toggled, m_room, &zoHPCRoomView::setHasDimensions);
+    auto* const frames = new QCheckBox(tr("Windows"));
+    frames->setObjectName(QString::fromLatin1("m_frames"));
+    frames->setToolTip(tr("Shows where on each surface its window lies (a line) and the window's monitor "
+                          "(dashes), where there is room"));
+    connect(frames, &QCheckBox::toggled, m_room, &zoHPCRoomView::setHasFrames);
+    frames->setChecked(true);
     auto* const page = new QWidget;
     auto* const layout = new QVBoxLayout(page);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -149,6 +157,7 @@ QWidget* zoHPCLayoutPane::createRoomPage()
     row->addWidget(front);
     row->addWidget(top);
     row->addWidget(dimensions);
+    row->addWidget(frames);
     row->addStretch();
     layout->addWidget(m_room);
     layout->addLayout(row);
@@ -193,10 +202,10 @@ void zoHPCLayoutPane::setModel(QTreeWidget* projections, QTreeWidget* displays, 
     m_review->setTrees(projections, displays, hosts ? hosts->hosts() : nullptr);
 }
 
-void zoHPCLayoutPane::setCurrentItem(const QTreeWidgetItem* item)
+void zoHPCLayoutPane::setCurrentItems(const zoHPCPicture::Rows& items)
 {
     for (zoHPCPictureView* view : views())
-        view->setCurrentItem(item);
+        view->setCurrentItems(items);
 }
 
 void zoHPCLayoutPane::setTakesSurfaces(bool takes)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zoHPCDebounce.h"
+#include "zoHPCPicture.h"
 
 #include <QWidget>
 
@@ -43,8 +44,8 @@ public:
 
     // Trees of the display setup and the host tree. Not owned, each may be null and may go before the pane.
     void setModel(QTreeWidget* projections, QTreeWidget* displays, zoHPCTreeGUIW* hosts);
-    // A row of one of the trees, highlighted in both pictures; announces nothing. Need not live.
-    void setCurrentItem(const QTreeWidgetItem* item);
+    // Rows of one of the trees, highlighted in both pictures; announces nothing.
+    void setCurrentItems(const zoHPCPicture::Rows& items);
 
     // Whether a click on a surface of the room chooses it, rather than its row; with the control key it never does.
     void setTakesSurfaces(bool takes);

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <QRectF>
+#include <QSet>
 #include <QString>
 
 class QPainter;
 class QPalette;
+class QTreeWidgetItem;
 
 // A picture of a configuration, painted on whatever a QPainter can paint on: widgets, images, files.
 class zoHPCPicture
@@ -12,6 +14,8 @@ class zoHPCPicture
 public:
     // Fast leaves out what costs time and tells little: for frames while something is dragged.
     enum class Detail { Full, Fast };
+    // Rows of trees; never followed, so that they need not live.
+    using Rows = QSet<const QTreeWidgetItem*>;
 
     zoHPCPicture() = default;
     virtual ~zoHPCPicture() = default;

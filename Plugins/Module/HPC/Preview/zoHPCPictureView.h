@@ -30,8 +30,8 @@ public:
 
     // Null shows nothing. The items of the layout must live until the next call.
     virtual void showLayout(std::shared_ptr<const zoHPCLayout> layout) = 0;
-    // Highlighted; announces nothing. Need not live.
-    virtual void setCurrentItem(const QTreeWidgetItem* item) = 0;
+    // Highlighted; announces nothing.
+    virtual void setCurrentItems(const zoHPCPicture::Rows& items) = 0;
     // Whether more layouts are to follow soon.
     void setIsChanging(bool changing);
 

@@ -10,6 +10,8 @@ namespace
 constexpr double s_maximumPitch = 89.0;
 constexpr double s_nearest = 10.0; // mm
 constexpr double s_farthest = 1e8;
+// From where parallel rays come (mm): nothing of a room is behind it.
+constexpr double s_afar = 1e9;
 
 double focalLength(const QRectF& area)
 {
@@ -21,7 +23,8 @@ double focalLength(const QRectF& area)
 bool zoHPCRoomCamera::operator==(const zoHPCRoomCamera& other) const
 {
     return target.x == other.target.x && target.y == other.target.y && target.z == other.target.z &&
-           yaw == other.yaw && pitch == other.pitch && distance == other.distance;
+           yaw == other.yaw && pitch == other.pitch && distance == other.distance &&
+           isParallel == other.isParallel;
 }
 
 void zoHPCRoomCamera::orbit(double yawBy, double pitchBy)
@@ -67,7 +70,7 @@ void zoHPCRoomCamera::fit(const std::vector<Point3>& points, const QRectF& area,
         double needed = s_nearest;
         for (const Point3& p : points) {
             const Seen s = see(p);
-            const double behindTarget = s.depth - distance;
+            const double behindTarget = isParallel ? 0.0 : s.depth - distance;
             needed =
                 std::max({needed, std::abs(s.x) * focal / halfWidth - behindTarget,
                           std::abs(s.y) * focal / halfHeight - behindTarget, 10.0 * Near - behindTarget});
@@ -89,11 +92,21 @@ Point3 zoHPCRoomCamera::eye() const
     return target - distance * basis().forward;
 }
 
+Point3 zoHPCRoomCamera::rayStart(const QPointF& point, const QRectF& area) const
+{
+    if (!isParallel)
+        return eye();
+    const Basis b = basis();
+    const QPointF fromCenter = (point - area.center()) / std::max(scaleAt(distance, area), 1e-12);
+    return target + fromCenter.x() * b.right - fromCenter.y() * b.up - s_afar * b.forward;
+}
+
 zoHPCRoomCamera::Seen zoHPCRoomCamera::see(const Point3& point) const
 {
     const Basis b = basis();
     const Point3 fromTarget = point - target;
-    return {dot(fromTarget, b.right), dot(fromTarget, b.up), dot(fromTarget, b.forward) + distance};
+    return {dot(fromTarget, b.right), dot(fromTarget, b.up),
+            dot(fromTarget, b.forward) + (isParallel ? s_afar : distance)};
 }
 
 QPointF zoHPCRoomCamera::toPicture(const Seen& seen, const QRectF& area) const
@@ -105,6 +118,8 @@ QPointF zoHPCRoomCamera::toPicture(const Seen& seen, const QRectF& area) const
 Point3 zoHPCRoomCamera::rayThrough(const QPointF& point, const QRectF& area) const
 {
     const Basis b = basis();
+    if (isParallel)
+        return b.forward;
     const double focal = std::max(focalLength(area), 1e-9);
     const QPointF fromCenter = point - area.center();
     return b.forward + (fromCenter.x() / focal) * b.right - (fromCenter.y() / focal) * b.up;
@@ -112,7 +127,7 @@ Point3 zoHPCRoomCamera::rayThrough(const QPointF& point, const QRectF& area) con
 
 double zoHPCRoomCamera::scaleAt(double depth, const QRectF& area) const
 {
-    return focalLength(area) / depth;
+    return focalLength(area) / (isParallel ? distance : depth);
 }
 
 zoHPCRoomCamera::Basis zoHPCRoomCamera::basis() const

@@ -7,7 +7,8 @@
 
 #include <vector>
 
-// A look into the room: from where, at what. Positions are in millimetres, angles in degrees.
+// A look into the room: from where, at what, in perspective or, as in elevations and plans, in parallel lines.
+// Positions are in millimetres, angles in degrees.
 class zoHPCRoomCamera final
 {
 public:
@@ -36,18 +37,22 @@ public:
     void fit(const std::vector<Point3>& points, const QRectF& area, double margin = 0.0);
 
     Point3 eye() const;
+    // Where the ray through a point of the picture begins: the eye, unless rays are parallel.
+    Point3 rayStart(const QPointF& point, const QRectF& area) const;
     Seen see(const Point3& point) const;
     // Only for what is not nearer than Near.
     QPointF toPicture(const Seen& seen, const QRectF& area) const;
-    // Direction from the eye through a point of the picture, not normalised.
+    // Direction of the ray through a point of the picture, not normalised.
     Point3 rayThrough(const QPointF& point, const QRectF& area) const;
-    // Pixels of the picture that a millimetre takes at this depth.
+    // Pixels of the picture that a millimetre takes at this depth; at any depth when rays are parallel.
     double scaleAt(double depth, const QRectF& area) const;
 
     Point3 target;
     double yaw = 28.0;   // 0 looks along -z as the viewer does
     double pitch = 18.0; // from above
     double distance = 6000.0;
+    // As from afar: the distance then says how much is seen and nothing is too near.
+    bool isParallel = false;
 
 private:
     struct Basis

@@ -131,12 +131,16 @@ void zoHPCRoomCanvas::label(const QPointF& center, const QString& fullText, cons
         return;
     box.moveLeft(std::max(std::min(box.left(), area.right() - box.width()), area.left()));
     box.moveTop(std::max(box.top(), area.top()));
-    QRectF free = besideLabels(box, false);
-    if (free.bottom() > m_lowest) {
-        box.moveBottom(std::min(box.bottom(), m_lowest));
-        free = besideLabels(box, true);
-    }
-    if (!isFree(free) || free.top() < area.top() || free.bottom() > area.bottom())
+    box.moveBottom(std::min(box.bottom(), m_lowest));
+    // Below what is in the way, or above it where that is nearer or there is no room below.
+    const QRectF below = besideLabels(box, false);
+    const QRectF above = besideLabels(box, true);
+    const auto isPossible = [this](const QRectF& place) {
+        return isFree(place) && place.top() >= area.top() && place.bottom() <= m_lowest;
+    };
+    const bool isNearer = box.top() - above.top() < below.top() - box.top();
+    const QRectF free = isPossible(above) && (isNearer || !isPossible(below)) ? above : below;
+    if (!isPossible(free))
         return;
     reserve(free, true);
     leader(center, free);

@@ -31,8 +31,8 @@ public:
     // From colour to colour across the plane, to the right or upward.
     void ramp(const zoHPCPlane& plane, const QColor& from, const QColor& to, bool upward);
     void arrow(const Point3& from, const Point3& to, const QColor& color, double width);
-    // On a ground of its own, whole within the picture; moved down until it covers no other label, or up
-    // where there is no room below; a line leads from far off to where it belongs. Where there is no room at all it is
+    // On a ground of its own, whole within the picture; moved down or up, whatever is nearer, until it covers no
+    // other label; a line leads from far off to where it belongs. Where there is no room at all it is
     // left out: names can be asked for in tool tips.
     void label(const QPointF& center, const QString& fullText, const QColor& color, bool isBold);
     // Nothing that is reserved is there; nor any text, which nothing may cover.

@@ -34,16 +34,25 @@ bool hasBands(const zoHPCRoomWall& wall)
 } // namespace
 
 zoHPCRoomLegend::zoHPCRoomLegend(zoHPCRoomCanvas& canvas, const std::vector<zoHPCRoomWall>& walls,
-                                 double gridStep)
+                                 double gridStep, bool hasFrames)
     : m_canvas(canvas)
 {
     addEntries(walls, gridStep);
+    if (hasFrames)
+        addFrames();
+}
+
+void zoHPCRoomLegend::addFrames()
+{
+    const QBrush paper(m_canvas.style.background);
+    m_entries.push_back({tr("Window"), paper, QBrush(Qt::transparent), Qt::SolidLine});
+    m_entries.push_back({tr("Monitor"), paper, QBrush(Qt::transparent), Qt::DashLine});
 }
 
 void zoHPCRoomLegend::addEntries(const std::vector<zoHPCRoomWall>& walls, double gridStep)
 {
     const auto any = [&walls](auto claim) { return std::any_of(walls.begin(), walls.end(), claim); };
-    m_entries.push_back({tr("Grid %1").arg(lengthText(gridStep)), QBrush(), QBrush()});
+    m_entries.push_back({tr("Grid %1").arg(lengthText(gridStep)), QBrush(), QBrush(), Qt::NoPen});
     const QBrush paper(m_canvas.style.background);
     if (any([&](const zoHPCRoomWall& wall) {
             return wall.isBlended && (overlaps(wall) || hasBands(wall));
@@ -52,20 +61,22 @@ void zoHPCRoomLegend::addEntries(const std::vector<zoHPCRoomWall>& walls, double
         ramp.setCoordinateMode(QGradient::ObjectMode);
         ramp.setColorAt(0.0, zoHPCPictureStyle::withAlpha(m_canvas.style.fadeOut, 0.75));
         ramp.setColorAt(1.0, zoHPCPictureStyle::withAlpha(m_canvas.style.fadeIn, 0.75));
-        m_entries.push_back({tr("Edge blending"), paper, ramp});
+        m_entries.push_back({tr("Edge blending"), paper, ramp, Qt::NoPen});
     }
     if (any([&](const zoHPCRoomWall& wall) { return !wall.isBlended && overlaps(wall); }))
-        m_entries.push_back({tr("Overlap"), paper, zoHPCPictureStyle::withAlpha(m_canvas.style.twice, 0.6)});
+        m_entries.push_back(
+            {tr("Overlap"), paper, zoHPCPictureStyle::withAlpha(m_canvas.style.twice, 0.6), Qt::NoPen});
     if (any([](const zoHPCRoomWall& wall) { return !wall.lit.empty() && !wall.isDegenerate; }))
         m_entries.push_back(
             {tr("Shown nowhere"), paper,
-             QBrush(zoHPCPictureStyle::withAlpha(m_canvas.style.faintText, 0.5), Qt::DiagCrossPattern)});
+             QBrush(zoHPCPictureStyle::withAlpha(m_canvas.style.faintText, 0.5), Qt::DiagCrossPattern),
+             Qt::NoPen});
     if (any([](const zoHPCRoomWall& wall) { return wall.turnsAway; }))
         m_entries.push_back(
             {tr("Faces away from the viewer"), QBrush(zoHPCPictureStyle::withAlpha(m_canvas.style.bad, 0.22)),
-             QBrush(zoHPCPictureStyle::withAlpha(m_canvas.style.bad, 0.7), Qt::BDiagPattern)});
+             QBrush(zoHPCPictureStyle::withAlpha(m_canvas.style.bad, 0.7), Qt::BDiagPattern), Qt::NoPen});
     if (any([](const zoHPCRoomWall& wall) { return wall.isInPixels; }))
-        m_entries.push_back({tr("Tiled walls: 1 pixel drawn as 1 mm"), QBrush(), QBrush()});
+        m_entries.push_back({tr("Tiled walls: 1 pixel drawn as 1 mm"), QBrush(), QBrush(), Qt::NoPen});
 }
 
 void zoHPCRoomLegend::paint()
@@ -100,6 +111,11 @@ void zoHPCRoomLegend::paint()
             m_canvas.painter.setPen(QPen(m_canvas.style.line, 1.0));
             m_canvas.painter.setBrush(m_entries[i].brush);
             m_canvas.painter.drawRect(box);
+            if (m_entries[i].frame != Qt::NoPen) {
+                m_canvas.painter.setPen(
+                    QPen(zoHPCPictureStyle::withAlpha(m_canvas.style.line, 0.6), 1.0, m_entries[i].frame));
+                m_canvas.painter.drawRect(box.adjusted(3.0, 3.0, -3.0, -3.0));
+            }
             place.rx() += swatch + 0.4 * height;
         }
         m_canvas.painter.setPen(m_canvas.style.faintText);

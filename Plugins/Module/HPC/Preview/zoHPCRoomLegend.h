@@ -16,8 +16,9 @@ class zoHPCRoomLegend final
     Q_DECLARE_TR_FUNCTIONS(zoHPCRoomPicture)
 
 public:
-    // The step of the grid is in millimetres. The canvas must outlive the legend.
-    zoHPCRoomLegend(zoHPCRoomCanvas& canvas, const std::vector<zoHPCRoomWall>& walls, double gridStep);
+    // The step of the grid is in millimetres; with or without what outlines of windows are. The canvas must outlive the legend.
+    zoHPCRoomLegend(zoHPCRoomCanvas& canvas, const std::vector<zoHPCRoomWall>& walls, double gridStep,
+                    bool hasFrames);
 
     // Keeps labels off its place.
     void paint();
@@ -28,9 +29,11 @@ private:
         QString text;
         QBrush ground;
         QBrush brush; // none: only the text
+        Qt::PenStyle frame = Qt::NoPen;
     };
 
     void addEntries(const std::vector<zoHPCRoomWall>& walls, double gridStep);
+    void addFrames();
 
     zoHPCRoomCanvas& m_canvas;
     std::vector<Entry> m_entries;

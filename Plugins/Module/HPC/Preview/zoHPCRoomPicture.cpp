@@ -24,6 +24,9 @@ namespace
 {
 constexpr double Head = 110.0; // mm, of the viewer
 
+// What has no area can be taken at its line, this near (units of the picture).
+constexpr double s_lineReach = 5.0;
+
 // Of more, nobody reads the names on one sheet.
 constexpr qint64 s_mostTileNames = 10000;
 
@@ -32,28 +35,26 @@ double distanceOf(const QPointF& a, const QPointF& b)
     return std::hypot(a.x() - b.x(), a.y() - b.y());
 }
 
-double distanceToSegment(const QPointF& p, const QPointF& a, const QPointF& b)
+// How far from a to b what is nearest to p lies, from 0 to 1.
+double wayAlong(const QPointF& p, const QPointF& a, const QPointF& b)
 {
     const QPointF way = b - a;
     const double square = QPointF::dotProduct(way, way);
-    const double t = square > 0.0 ? qBound(0.0, QPointF::dotProduct(p - a, way) / square, 1.0) : 0.0;
-    return distanceOf(p, a + t * way);
+    return square > 0.0 ? qBound(0.0, QPointF::dotProduct(p - a, way) / square, 1.0) : 0.0;
 }
 } // namespace
 
 void zoHPCRoomPicture::setLayout(const zoHPCLayout& layout)
 {
     m_walls = zoHPCRoomWall::read(layout);
+    m_frames = isLarge() ? zoHPCRoomFrames() : zoHPCRoomFrames::read(layout, m_screenSize);
     m_highlights.clear();
 }
 
-void zoHPCRoomPicture::setCurrentItem(const QTreeWidgetItem* item, const zoHPCLayout& layout)
+void zoHPCRoomPicture::setCurrentItems(const Rows& items, const zoHPCLayout& layout)
 {
     m_highlights.clear();
-    std::vector<int> projections = layout.shownBy(item);
-    const int own = layout.indexOf(item);
-    if (own != zoHPCLayout::None)
-        projections.push_back(own);
+    const std::vector<int> projections = layout.chosenBy(items);
     for (const int projection : projections) {
         const zoHPCProjectionItem* const current = layout.projections()[static_cast<size_t>(projection)].item;
         for (size_t i = 0; i < m_walls.size(); ++i) {
@@ -108,6 +109,7 @@ void zoHPCRoomPicture::paint(QPainter& painter, const QRectF& area, const QPalet
 
     const zoHPCRoomFloor floor(zoHPCRoomWall::extent(m_walls));
     floor.paint(canvas);
+    bool hasFrames = false;
     // Far ones first, the viewer at his place among them.
     std::vector<std::pair<double, const Wall*>> parts;
     parts.emplace_back(m_camera.see(Point3()).depth, nullptr);
@@ -116,13 +118,15 @@ void zoHPCRoomPicture::paint(QPainter& painter, const QRectF& area, const QPalet
     std::stable_sort(parts.begin(), parts.end(),
                      [](const auto& a, const auto& b) { return a.first > b.first; });
     for (const auto& part : parts) {
-        if (part.second)
-            zoHPCRoomWallPainter(canvas, *part.second).paint();
-        else
+        if (!part.second) {
             paintViewer(canvas);
+            continue;
+        }
+        zoHPCRoomWallPainter(canvas, *part.second).paint();
+        hasFrames = (m_hasFrames && !canvas.isFast && m_frames.paint(canvas, *part.second)) || hasFrames;
     }
     paintHighlights(canvas);
-    zoHPCRoomLegend(canvas, m_walls, floor.step()).paint();
+    zoHPCRoomLegend(canvas, m_walls, floor.step(), hasFrames).paint();
     for (const Axis& axis : axesOf(canvas))
         canvas.reserve(axis.name, true);
     if (m_isDrawing || !canvas.isFast)
@@ -134,7 +138,9 @@ void zoHPCRoomPicture::paint(QPainter& painter, const QRectF& area, const QPalet
 
 QTreeWidgetItem* zoHPCRoomPicture::itemAt(const QPointF& point, const QRectF& area) const
 {
-    const Meeting nearest = meet(m_camera.rayThrough(point, area));
+    Meeting nearest = meet(point, area);
+    if (!nearest.wall)
+        nearest = meetEdge(point, area);
     if (!nearest.wall)
         return lineAt(point, area);
     const Wall& wall = *nearest.wall;
@@ -148,9 +154,10 @@ QTreeWidgetItem* zoHPCRoomPicture::itemAt(const QPointF& point, const QRectF& ar
     return wall.item->child(wall.firstTile + row * wall.columns + column);
 }
 
-zoHPCRoomPicture::Meeting zoHPCRoomPicture::meet(const Point3& ray) const
+zoHPCRoomPicture::Meeting zoHPCRoomPicture::meet(const QPointF& point, const QRectF& area) const
 {
-    const Point3 eye = m_camera.eye();
+    const Point3 ray = m_camera.rayThrough(point, area);
+    const Point3 eye = m_camera.rayStart(point, area);
     Meeting nearest;
     double nearestWay = HUGE_VAL;
     for (const Wall& wall : m_walls) {
@@ -178,16 +185,44 @@ zoHPCRoomPicture::Meeting zoHPCRoomPicture::meet(const Point3& ray) const
     return nearest;
 }
 
+// In an elevation or a plan a wall may be seen as a line: its edge that is nearest to the eye.
+zoHPCRoomPicture::Meeting zoHPCRoomPicture::meetEdge(const QPointF& point, const QRectF& area) const
+{
+    Meeting nearest;
+    double nearestDepth = HUGE_VAL;
+    const Point3 ray = m_camera.rayThrough(point, area);
+    constexpr QPointF Edges[][2] = {{{0.0, 0.0}, {1.0, 0.0}},
+                                    {{0.0, 1.0}, {1.0, 1.0}},
+                                    {{0.0, 0.0}, {0.0, 1.0}},
+                                    {{1.0, 0.0}, {1.0, 1.0}}};
+    for (const Wall& wall : m_walls) {
+        if (wall.isDegenerate || !m_camera.isParallel || std::abs(dot(ray, wall.plane.normal())) > 1e-6)
+            continue;
+        for (const auto& edge : Edges) {
+            const zoHPCRoomCamera::Seen from = m_camera.see(wall.plane.at(edge[0].x(), edge[0].y()));
+            const zoHPCRoomCamera::Seen to = m_camera.see(wall.plane.at(edge[1].x(), edge[1].y()));
+            const QPointF start = m_camera.toPicture(from, area);
+            const double way = wayAlong(point, start, m_camera.toPicture(to, area));
+            const double depth = from.depth + way * (to.depth - from.depth);
+            const QPointF place = start + way * (m_camera.toPicture(to, area) - start);
+            if (distanceOf(point, place) > s_lineReach || depth >= nearestDepth)
+                continue;
+            const QPointF hit = edge[0] + way * (edge[1] - edge[0]);
+            nearest = {&wall, hit.x(), hit.y()};
+            nearestDepth = depth;
+        }
+    }
+    return nearest;
+}
+
 QTreeWidgetItem* zoHPCRoomPicture::lineAt(const QPointF& point, const QRectF& area) const
 {
-    // What has no area can be taken at its line.
-    constexpr double Reach = 5.0;
     for (const Wall& wall : m_walls) {
         if (!wall.isDegenerate || m_camera.see(wall.plane.center()).depth < zoHPCRoomCamera::Near)
             continue;
         const QPointF from = m_camera.toPicture(m_camera.see(wall.plane.lowerLeft), area);
         const QPointF to = m_camera.toPicture(m_camera.see(wall.plane.upperRight), area);
-        if (distanceToSegment(point, from, to) <= Reach)
+        if (distanceOf(point, from + wayAlong(point, from, to) * (to - from)) <= s_lineReach)
             return wall.item;
     }
     return nullptr;
@@ -198,17 +233,26 @@ Point3 zoHPCRoomPicture::viewersLook(const zoHPCRoomCanvas& canvas) const
 {
     constexpr double Look = 500.0; // mm
     const double scale = m_camera.scaleAt(m_camera.see(Point3()).depth, canvas.area);
-    const double radius = qBound(4.0, Head * scale, 8.0);
-    return {0.0, 0.0, -std::max(Look, 3.0 * radius / scale)};
+    return {0.0, 0.0, -std::max(Look, 3.0 * viewersRadius(canvas) / scale)};
+}
+
+// Always to be seen, never in the way.
+double zoHPCRoomPicture::viewersRadius(const zoHPCRoomCanvas& canvas) const
+{
+    return qBound(4.0, Head * m_camera.scaleAt(m_camera.see(Point3()).depth, canvas.area), 8.0);
+}
+
+QRectF zoHPCRoomPicture::viewersPlace(const zoHPCRoomCanvas& canvas) const
+{
+    const double size = viewersRadius(canvas) + 1.0;
+    return QRectF(canvas.place(Point3()) - QPointF(size, size), QSizeF(2.0 * size, 2.0 * size));
 }
 
 void zoHPCRoomPicture::paintViewer(zoHPCRoomCanvas& canvas) const
 {
     if (!canvas.isVisible(Point3()))
         return;
-    const double scale = m_camera.scaleAt(m_camera.see(Point3()).depth, canvas.area);
-    // Always to be seen, never in the way.
-    const double radius = qBound(4.0, Head * scale, 8.0);
+    const double radius = viewersRadius(canvas);
     canvas.arrow(Point3(), viewersLook(canvas), canvas.style.text, 2.0);
     canvas.painter.setPen(QPen(canvas.style.background, 1.5));
     canvas.painter.setBrush(canvas.style.text);
@@ -225,7 +269,14 @@ std::array<zoHPCRoomPicture::Axis, 3> zoHPCRoomPicture::axesOf(const zoHPCRoomCa
     for (size_t i = 0; i < axes.size(); ++i) {
         const zoHPCRoomCamera::Seen to = m_camera.see(directions[i]);
         const QPointF way(to.x - from.x, from.y - to.y);
-        const QPointF text = origin + (Size + 8.0) * way;
+        QPointF text = origin + (Size + 8.0) * way;
+        // Of an axis that points at the camera: where the two others are not.
+        if (std::hypot(way.x(), way.y()) < 0.1) {
+            for (const Point3& other : directions) {
+                const zoHPCRoomCamera::Seen end = m_camera.see(other);
+                text -= 10.0 * QPointF(end.x - from.x, from.y - end.y);
+            }
+        }
         axes[i] = {QLineF(origin, origin + Size * way), QRectF(text - QPointF(8.0, 9.0), QSizeF(16.0, 18.0))};
     }
     return axes;
@@ -272,7 +323,7 @@ void zoHPCRoomPicture::paintNames(zoHPCRoomCanvas& canvas) const
     canvas.painter.setFont(canvas.style.font);
     const QFontMetricsF metrics(canvas.style.font, canvas.painter.device());
     if (canvas.isVisible(Point3())) {
-        canvas.reserve(QRectF(canvas.place(Point3()) - QPointF(9.0, 9.0), QSizeF(18.0, 18.0)));
+        canvas.reserve(viewersPlace(canvas), true);
         canvas.label(canvas.place(Point3()) + QPointF(0.0, 1.6 * metrics.height()), tr("Viewer"),
                      canvas.style.text, false);
     }
@@ -326,6 +377,9 @@ void zoHPCRoomPicture::paintHosts(zoHPCRoomCanvas& canvas) const
             canvas.reserve(QRectF(canvas.place(from), canvas.place(to)).normalized().adjusted(-9, -9, 9, 9));
     };
     reserveArrow(Point3(), viewersLook(canvas));
+    // The viewer himself is to be seen, as a text is.
+    if (canvas.isVisible(Point3()))
+        canvas.reserve(viewersPlace(canvas), true);
     if (tileCount() > s_mostTileNames)
         return;
     for (const Wall& wall : m_walls) {
@@ -355,17 +409,26 @@ void zoHPCRoomPicture::paintDimensions(zoHPCRoomCanvas& canvas, const Wall& wall
     const QString width = text(wall.plane.width(), wall.tileWidth, wall.tilePixels.width());
     const QString height = text(wall.plane.height(), wall.tileHeight, wall.tilePixels.height());
     const QFontMetricsF metrics(canvas.style.font, canvas.painter.device());
+    // Of an edge that is seen from its end the length is not there.
+    const auto isSeen = [&canvas, &wall](double s, double t) {
+        return distanceOf(canvas.place(wall.plane.at(0.0, 0.0)), canvas.place(wall.plane.at(s, t))) >
+               2.0 * s_lineReach;
+    };
     if (!wall.hasTiles()) {
+        const bool isLine =
+            std::abs(dot(m_camera.rayThrough(QPointF(), canvas.area), wall.plane.normal())) < 1e-6;
+        if (isLine && m_camera.isParallel)
+            return;
         canvas.label(canvas.place(wall.plane.center()) + QPointF(0.0, 2.2 * metrics.height()),
                      tr("%1 by %2").arg(width, height), canvas.style.faintText, false);
         return;
     }
     const Point3 lower = wall.plane.at(0.5, 0.0);
     const Point3 right = wall.plane.at(1.0, 0.5);
-    if (!width.isEmpty() && canvas.isVisible(lower))
+    if (!width.isEmpty() && canvas.isVisible(lower) && isSeen(1.0, 0.0))
         canvas.label(canvas.place(lower) + QPointF(0.0, 0.9 * metrics.height()), width,
                      canvas.style.faintText, false);
-    if (!height.isEmpty() && canvas.isVisible(right))
+    if (!height.isEmpty() && canvas.isVisible(right) && isSeen(0.0, 1.0))
         canvas.label(canvas.place(right) + QPointF(metrics.horizontalAdvance(height) / 2.0 + 9.0, 0.0),
                      height, canvas.style.faintText, false);
 }

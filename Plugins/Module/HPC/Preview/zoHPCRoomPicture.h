@@ -2,11 +2,13 @@
 
 #include "zoHPCPicture.h"
 #include "zoHPCRoomCamera.h"
+#include "zoHPCRoomFrames.h"
 #include "zoHPCRoomWall.h"
 
 #include <QCoreApplication>
 #include <QLineF>
 #include <QRectF>
+#include <QSizeF>
 #include <QString>
 
 #include <array>
@@ -16,7 +18,7 @@ class QTreeWidgetItem;
 class zoHPCLayout;
 class zoHPCRoomCanvas;
 
-// The projection planes in space as they stand around the viewer, in perspective: the viewer stands at the
+// The projection planes in space as they stand around the viewer: the viewer stands at the
 // origin and looks along -z, y is up. Tiled walls, which have pixels instead of sizes, stand upright at their
 // distance with their centre before the viewer, a pixel as large as a millimetre; the size of their tiles is
 // that of a window that shows one.
@@ -30,12 +32,16 @@ public:
     // Reads what there is to draw. The items must live while itemAt() may be called.
     void setLayout(const zoHPCLayout& layout);
     // Rows of the projection tree are highlighted themselves, rows of the display tree by what they show.
-    void setCurrentItem(const QTreeWidgetItem* item, const zoHPCLayout& layout);
+    void setCurrentItems(const Rows& items, const zoHPCLayout& layout);
 
     // As a drawing that is read without the program: the hosts on their tiles, and how large each wall is.
     void setIsDrawing(bool isDrawing) { m_isDrawing = isDrawing; }
     // How large each wall is, as in a drawing.
     void setHasDimensions(bool hasDimensions) { m_hasDimensions = hasDimensions; }
+    // Where windows and monitors lie on the surfaces, of those that have room for it.
+    void setHasFrames(bool hasFrames) { m_hasFrames = hasFrames; }
+    // Of all screens that have a number, in pixels; empty when it is not known. Takes effect with the next setLayout().
+    void setScreenSize(const QSizeF& size) { m_screenSize = size; }
 
     const std::vector<Wall>& walls() const { return m_walls; }
     const zoHPCRoomCamera& camera() const { return m_camera; }
@@ -73,10 +79,13 @@ private:
     };
 
     qint64 tileCount() const; // of all walls, a plane counted as one
-    Meeting meet(const Point3& ray) const;
+    Meeting meet(const QPointF& point, const QRectF& area) const;
+    Meeting meetEdge(const QPointF& point, const QRectF& area) const;
     QTreeWidgetItem* lineAt(const QPointF& point, const QRectF& area) const;
 
     Point3 viewersLook(const zoHPCRoomCanvas& canvas) const;
+    double viewersRadius(const zoHPCRoomCanvas& canvas) const;
+    QRectF viewersPlace(const zoHPCRoomCanvas& canvas) const;
     void paintViewer(zoHPCRoomCanvas& canvas) const;
     void paintHighlights(zoHPCRoomCanvas& canvas) const;
     std::array<Axis, 3> axesOf(const zoHPCRoomCanvas& canvas) const;
@@ -90,4 +99,7 @@ private:
     zoHPCRoomCamera m_camera;
     bool m_isDrawing = false;
     bool m_hasDimensions = false;
+    bool m_hasFrames = false;
+    QSizeF m_screenSize;
+    zoHPCRoomFrames m_frames;
 };

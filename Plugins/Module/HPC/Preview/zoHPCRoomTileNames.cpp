@@ -58,6 +58,28 @@ QSizeF zoHPCRoomTileNames::sizeOf(const Tile& tile, int letters) const
     return {width + 2.0, metrics.height() * tile.lines.size()};
 }
 
+// In the middle, or above or below it, or at the sides: where nothing is, or at least no text and no viewer.
+QRectF zoHPCRoomTileNames::freeBox(const Tile& tile, const QSizeF& size) const
+{
+    QRectF found(QPointF(), size);
+    found.moveCenter(tile.room.center());
+    bool isFound = m_canvas.isFreeOfText(found);
+    for (const double across : {0.5, 0.0, 1.0}) {
+        for (const double down : {0.5, 0.0, 1.0}) {
+            const QRectF box(QPointF(tile.room.left() + across * (tile.room.width() - size.width()),
+                                     tile.room.top() + down * (tile.room.height() - size.height())),
+                             size);
+            if (m_canvas.isFree(box))
+                return box;
+            if (!isFound && m_canvas.isFreeOfText(box)) {
+                isFound = true;
+                found = box;
+            }
+        }
+    }
+    return found;
+}
+
 void zoHPCRoomTileNames::paint() const
 {
     if (!fit())
@@ -70,18 +92,14 @@ void zoHPCRoomTileNames::paint() const
     for (const Tile& tile : m_tiles) {
         const QSizeF size = sizeOf(tile, m_letters);
         // Beside the viewer and his arrow, if there is room.
-        QRectF box(QPointF(), size);
-        for (const double part : {0.5, 0.0, 1.0}) {
-            box.moveCenter(tile.room.center());
-            box.moveTop(tile.room.top() + part * (tile.room.height() - size.height()));
-            if (m_canvas.isFree(box))
-                break;
-        }
+        const QRectF box = freeBox(tile, size);
         // Of walls that stand one behind the other, or reach beyond the picture.
         if (!m_canvas.isFreeOfText(box) || !m_canvas.area.contains(box))
             continue;
+        // An arrow below must not look like a mark between the letters.
+        const double ground = m_canvas.isFree(box) ? 0.6 : 1.0;
         m_canvas.reserve(box, true);
-        m_canvas.painter.fillRect(box, zoHPCPictureStyle::withAlpha(m_canvas.style.background, 0.6));
+        m_canvas.painter.fillRect(box, zoHPCPictureStyle::withAlpha(m_canvas.style.background, ground));
         for (int i = 0; i < tile.lines.size(); ++i)
             m_canvas.painter.drawText(QRectF(box.left(), box.top() + i * line, box.width(), line),
                                       Qt::AlignCenter | Qt::TextSingleLine, tile.lines.at(i));

@@ -40,6 +40,7 @@ private:
 
     void findTiles(bool hasHosts);
     QSizeF sizeOf(const Tile& tile, int letters) const;
+    QRectF freeBox(const Tile& tile, const QSizeF& size) const;
 
     zoHPCRoomCanvas& m_canvas;
     const zoHPCRoomWall& m_wall;

@@ -26,16 +26,16 @@ void zoHPCRoomView::showLayout(std::shared_ptr<const zoHPCLayout> layout)
     m_layout = std::move(layout);
     m_picture.setLayout(m_layout ? *m_layout : zoHPCLayout());
     if (m_layout)
-        m_picture.setCurrentItem(m_current, *m_layout);
+        m_picture.setCurrentItems(m_current, *m_layout);
     fitAgain();
     update();
 }
 
-void zoHPCRoomView::setCurrentItem(const QTreeWidgetItem* item)
+void zoHPCRoomView::setCurrentItems(const zoHPCPicture::Rows& items)
 {
-    m_current = item;
+    m_current = items;
     if (m_layout)
-        m_picture.setCurrentItem(item, *m_layout);
+        m_picture.setCurrentItems(items, *m_layout);
     update();
 }
 
@@ -110,7 +110,7 @@ void zoHPCRoomView::lookFromFront()
 
 void zoHPCRoomView::lookFromAbove()
 {
-    look(0.0, 90.0); // as far as the camera goes
+    look(0.0, 90.0);
 }
 
 void zoHPCRoomView::setHasDimensions(bool hasDimensions)
@@ -119,10 +119,24 @@ void zoHPCRoomView::setHasDimensions(bool hasDimensions)
     update();
 }
 
+void zoHPCRoomView::setHasFrames(bool hasFrames)
+{
+    m_picture.setHasFrames(hasFrames);
+    update();
+}
+
+void zoHPCRoomView::setScreenSize(const QSizeF& size)
+{
+    m_picture.setScreenSize(size);
+    showLayout(m_layout);
+}
+
 void zoHPCRoomView::look(double yaw, double pitch)
 {
     zoHPCRoomCamera camera = m_picture.camera();
-    camera.orbit(yaw - camera.yaw, pitch - camera.pitch);
+    camera.yaw = yaw;
+    camera.pitch = pitch;
+    camera.isParallel = true;
     m_picture.setCamera(camera);
     fit();
 }
@@ -130,6 +144,7 @@ void zoHPCRoomView::look(double yaw, double pitch)
 void zoHPCRoomView::turn(double yaw, double pitch)
 {
     zoHPCRoomCamera camera = m_picture.camera();
+    camera.isParallel = false;
     camera.orbit(yaw, pitch);
     m_picture.setCamera(camera);
     noteMove(Move::Single);

@@ -20,15 +20,19 @@ public:
 
     const zoHPCRoomPicture& picture() const override { return m_picture; }
     void showLayout(std::shared_ptr<const zoHPCLayout> layout) override;
-    void setCurrentItem(const QTreeWidgetItem* item) override;
+    void setCurrentItems(const zoHPCPicture::Rows& items) override;
+    // Of all screens, in pixels; empty when it is not known.
+    void setScreenSize(const QSizeF& size);
     // Tells so: what a click does then belongs to whoever hears of it.
     void setTakesSurfaces(bool takes);
 
 public slots:
-    // From the viewer's side, or from above; takes everything in.
+    // From the viewer's side, or from above, without perspective until it is turned; takes everything in.
     void lookFromFront();
     void lookFromAbove();
     void setHasDimensions(bool hasDimensions);
+    // Where windows and monitors lie on the surfaces.
+    void setHasFrames(bool hasFrames);
 
 protected:
     zoHPCPicture& editedPicture() override { return m_picture; }
@@ -45,6 +49,6 @@ private:
 
     zoHPCRoomPicture m_picture;
     std::shared_ptr<const zoHPCLayout> m_layout;
-    const QTreeWidgetItem* m_current = nullptr; // never followed
+    zoHPCPicture::Rows m_current;
     bool m_takesSurfaces = false;
 };

@@ -28,7 +28,7 @@ QString sizeText(const QSizeF& size)
 
 zoHPCScreensPainter::zoHPCScreensPainter(QPainter& painter, const zoHPCPictureStyle& style,
                                          zoHPCPicture::Detail detail, const Placement& placement,
-                                         const QTreeWidgetItem* current)
+                                         const zoHPCPicture::Rows& current)
     : m_painter(painter), m_style(style), m_detail(detail), m_placement(placement), m_current(current)
 {
 }

@@ -43,9 +43,9 @@ public:
         double screenTitle() const { return ScreenTitle * screenHeight * scale; }
     };
 
-    // All must outlive the painter; the current item is highlighted and need not live.
+    // All must outlive the painter; the current rows are highlighted and need not live.
     zoHPCScreensPainter(QPainter& painter, const zoHPCPictureStyle& style, zoHPCPicture::Detail detail,
-                        const Placement& placement, const QTreeWidgetItem* current);
+                        const Placement& placement, const zoHPCPicture::Rows& current);
 
     void paintNode(const zoHPCScreenNode& node) const;
     // Whether the names of the node and of what its windows show can be read there, whole.
@@ -73,12 +73,12 @@ private:
     // In letters of this height, within what can be read and fits the box; none over another text.
     void paintText(const QRectF& box, int flags, const QString& text, const QColor& color, double height,
                    const QColor& ground = QColor(), Qt::TextElideMode elide = Qt::ElideRight) const;
-    bool isCurrent(const QTreeWidgetItem* item) const { return item && item == m_current; }
+    bool isCurrent(const QTreeWidgetItem* item) const { return item && m_current.contains(item); }
 
     QPainter& m_painter;
     const zoHPCPictureStyle& m_style;
     const zoHPCPicture::Detail m_detail;
     const Placement& m_placement;
-    const QTreeWidgetItem* const m_current; // never followed
-    mutable std::vector<QRectF> m_texts;    // of the node that is painted
+    const zoHPCPicture::Rows& m_current;
+    mutable std::vector<QRectF> m_texts; // of the node that is painted
 };

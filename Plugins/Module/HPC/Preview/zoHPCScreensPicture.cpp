@@ -2,6 +2,7 @@
 
 #include "zoHPCLayout.h"
 #include "zoHPCPictureStyle.h"
+#include "zoHPCWindowItem.h"
 
 #include <QPainter>
 #include <QPalette>
@@ -140,11 +141,26 @@ void zoHPCScreensPicture::paint(QPainter& painter, const QRectF& area, const QPa
     }
     painter.setRenderHint(QPainter::Antialiasing, detail == Detail::Full);
     const zoHPCScreensPainter nodePainter(painter, style, detail, m_placement, m_current);
-    for (const Node& node : m_nodes) {
-        if (m_placement.toPicture(node.card).intersects(area))
-            nodePainter.paintNode(node);
+    // Current windows last: one that is dragged off its screen covers the nodes beside it.
+    for (const bool isCurrent : {false, true}) {
+        for (const Node& node : m_nodes) {
+            if (hasCurrentWindow(node) == isCurrent &&
+                (isCurrent || m_placement.toPicture(node.card).intersects(area)))
+                nodePainter.paintNode(node);
+        }
     }
     painter.restore();
+}
+
+bool zoHPCScreensPicture::hasCurrentWindow(const Node& node) const
+{
+    const auto isCurrent = [this](const Window& window) {
+        return m_current.contains(static_cast<const QTreeWidgetItem*>(window.item));
+    };
+    return !m_current.isEmpty() &&
+           std::any_of(node.screens.begin(), node.screens.end(), [&](const Screen& screen) {
+               return std::any_of(screen.windows.begin(), screen.windows.end(), isCurrent);
+           });
 }
 
 zoHPCScreensPicture::Hit zoHPCScreensPicture::hitTest(const QPointF& point) const

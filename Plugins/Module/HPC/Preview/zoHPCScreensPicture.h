@@ -57,8 +57,8 @@ public:
     void setLayout(const zoHPCLayout& layout);
     // Reads it again while something is dragged: screens stay in their places, however their windows change.
     void updateLayout(const zoHPCLayout& layout);
-    // A row of the display tree, or of the projection tree: viewports that show it are highlighted.
-    void setCurrentItem(const QTreeWidgetItem* item) { m_current = item; }
+    // Rows of the display tree, or of the projection tree: viewports that show them are highlighted.
+    void setCurrentItems(const Rows& items) { m_current = items; }
 
     // Numbers in place of the names of nodes, for a picture that has no room for names.
     void setIsNumbered(bool isNumbered) { m_placement.isNumbered = isNumbered; }
@@ -99,13 +99,14 @@ private:
     using Placement = zoHPCScreensPainter::Placement;
 
     std::pair<const Screen*, const Window*> find(const zoHPCWindowItem* window) const;
+    bool hasCurrentWindow(const Node& node) const;
     void read(const zoHPCLayout& layout);
     void arrange(double aspect);
     void fitSheet(const QRectF& area);
     QRectF placeCards(double rowWidth, double gap);
 
     std::vector<Node> m_nodes;
-    const QTreeWidgetItem* m_current = nullptr; // never followed
+    Rows m_current;
     QSizeF m_screenSize;
     bool m_isLarge = false;
     double m_aspect = 1.4;

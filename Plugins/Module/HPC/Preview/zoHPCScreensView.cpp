@@ -74,9 +74,9 @@ void zoHPCScreensView::showLayout(std::shared_ptr<const zoHPCLayout> layout)
     update();
 }
 
-void zoHPCScreensView::setCurrentItem(const QTreeWidgetItem* item)
+void zoHPCScreensView::setCurrentItems(const zoHPCPicture::Rows& items)
 {
-    m_picture.setCurrentItem(item);
+    m_picture.setCurrentItems(items);
     update();
 }
 

@@ -26,7 +26,7 @@ public:
     const zoHPCScreensPicture& picture() const override { return m_picture; }
     // Null also ends a drag.
     void showLayout(std::shared_ptr<const zoHPCLayout> layout) override;
-    void setCurrentItem(const QTreeWidgetItem* item) override;
+    void setCurrentItems(const zoHPCPicture::Rows& items) override;
     // Of all screens, in pixels; empty when it is not known.
     void setScreenSize(const QSizeF& size);
 
