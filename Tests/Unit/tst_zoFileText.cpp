@@ -134,6 +134,9 @@ void tst_zoFileText::textEndsAtTheFirstNul_data()
     QTest::newRow("invalid-after") << QByteArray("<a/>\0\xff", 6) << "<a/>" << true;
     QTest::newRow("only-blanks-after") << QByteArray("<a/>\0 \n\0", 8) << "<a/>" << false;
     QTest::newRow("utf-16") << QByteArray("\xff\xfe<\0\0\0a\0", 8) << "<" << true;
+    // Neither a mark nor a declaration.
+    QTest::newRow("utf-16le-unsaid") << QByteArray("<\0a\0/\0>\0", 8) << "<" << true;
+    QTest::newRow("utf-16be-unsaid") << QByteArray("\0<\0a\0/\0>", 8) << "" << true;
 }
 
 void tst_zoFileText::textEndsAtTheFirstNul()
