@@ -8,7 +8,6 @@
 
 #include <QApplication>
 #include <QDomDocument>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -389,13 +388,10 @@ void tst_zohpcSurvey::hostileFilesEnd()
 {
     QFETCH(QByteArray, text);
     QFETCH(int, exitCode);
-    QElapsedTimer timer;
-    timer.start();
 
     const zoCommandRun run = zoCommandRun::zohpc({"survey", "-"}, text);
 
     QCOMPARE(run.exitCode, exitCode);
-    QVERIFY2(timer.elapsed() < 40000, qPrintable(QString::number(timer.elapsed())));
     QVERIFY(run.errors.size() < 10000);
 }
 

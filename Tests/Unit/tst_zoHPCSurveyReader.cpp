@@ -4,7 +4,6 @@
 #include <zoHPCSurveyReader.h>
 
 #include <QApplication>
-#include <QElapsedTimer>
 
 #include <cmath>
 #include <limits>
@@ -333,13 +332,10 @@ void tst_zoHPCSurveyReader::hostileTextEnds_data()
 void tst_zoHPCSurveyReader::hostileTextEnds()
 {
     QFETCH(QString, text);
-    QElapsedTimer timer;
-    timer.start();
     zoHPCSurveyReader reader(none());
 
     QVERIFY(!reader.read(text));
 
-    QVERIFY2(timer.elapsed() < 10000, qPrintable(QString::number(timer.elapsed())));
     QVERIFY(!reader.mistakes().empty());
     for (const zoHPCSurveyReader::Mistake& mistake : reader.mistakes())
         QVERIFY2(mistake.text.size() < 400, qPrintable(QString::number(mistake.text.size())));

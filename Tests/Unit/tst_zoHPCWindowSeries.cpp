@@ -26,6 +26,7 @@ private slots:
     void bothEyesOfANeighbourAreThePattern();
     void tilesWithoutANodeAreLeftOpen();
     void fixLightsTheWholeWall();
+    void tilesMayBeLaidOutAnewBeforeTheFix();
     void withoutADisplayThereIsNoFix();
     void withoutNodesThereIsNoFix();
     void equalNamesHaveNoFix();
@@ -203,6 +204,22 @@ void tst_zoHPCWindowSeries::fixLightsTheWholeWall()
 
     QCOMPARE(setup.display()->childCount(), 6);
     QVERIFY(zoHPCProblems::find(setup.layout()).empty());
+}
+
+// As another fix of the same list may do it.
+void tst_zoHPCWindowSeries::tilesMayBeLaidOutAnewBeforeTheFix()
+{
+    zoHPCSetup setup;
+    addNodes(setup, 2);
+    zoHPCProjectionItem* const wall = setup.addPowerWall(QStringLiteral("W"), 1, 2);
+    const zoHPCProblem::List problems = zoHPCTileChecks::tilesShownNowhere(setup.layout());
+    wall->clearChildren();
+
+    problems.front().fix();
+
+    const QList<zoHPCWindowItem*> windows = setup.display()->children<zoHPCWindowItem>();
+    QCOMPARE(windows.size(), 2);
+    QCOMPARE(described(*windows.back()), QStringLiteral("n2:0 W row:1 col:2/mono"));
 }
 
 void tst_zoHPCWindowSeries::withoutADisplayThereIsNoFix()

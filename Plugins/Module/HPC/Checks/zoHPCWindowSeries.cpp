@@ -26,11 +26,16 @@ std::unique_ptr<zoHPCWindowItem> copyOf(const zoHPCWindowItem& window)
     return std::unique_ptr<zoHPCWindowItem>(const_cast<zoHPCWindowItem&>(window).clone());
 }
 
-void show(zoHPCViewportItem& viewport, const zoHPCProjectionItem* projection)
+Cover::Surface surfaceOf(const zoHPCProjectionItem& projection)
 {
-    viewport.setString(zoHPCViewportItem::ProjectionIdentifier,
-                       projection ? projection->getString(zoHPCProjectionItem::Identifier) : QString());
-    viewport.setProjection(projection ? projection->getString(zoHPCProjectionItem::Name) : QString());
+    return {projection.getString(zoHPCProjectionItem::Identifier),
+            projection.getString(zoHPCProjectionItem::Name)};
+}
+
+void show(zoHPCViewportItem& viewport, const Cover::Surface& surface)
+{
+    viewport.setString(zoHPCViewportItem::ProjectionIdentifier, surface.identifier);
+    viewport.setProjection(surface.name);
 }
 
 // Names of the nodes that draw, in tree order.
@@ -130,9 +135,8 @@ bool hasNamesOfTheirOwn(const zoHPCLayout& layout, const Cover& cover)
     QHash<QString, int> counts;
     for (const zoHPCLayout::Projection& projection : layout.projections())
         ++counts[projection.name()];
-    return std::all_of(cover.shown.begin(), cover.shown.end(), [&counts](const zoHPCProjectionItem* shown) {
-        return counts.value(shown->getString(zoHPCProjectionItem::Name)) == 1;
-    });
+    return std::all_of(cover.shown.begin(), cover.shown.end(),
+                       [&counts](const Cover::Surface& shown) { return counts.value(shown.name) == 1; });
 }
 } // namespace
 
@@ -155,7 +159,7 @@ zoHPCWindowSeries::Cover zoHPCWindowSeries::cover(const zoHPCLayout& layout)
     for (size_t i = 0; i < layout.projections().size(); ++i) {
         if (!layout.projections()[i].isTile || !isDark(layout, i))
             continue;
-        cover.shown.push_back(layout.projections()[i].item);
+        cover.shown.push_back(surfaceOf(*layout.projections()[i].item));
         if (first == zoHPCLayout::None)
             first = static_cast<int>(i);
     }
@@ -179,7 +183,7 @@ zoHPCWindowSeries::Windows Cover::windows() const
 {
     Windows windows;
     windows.reserve(places.size());
-    for (const zoHPCProjectionItem* projection : shown) {
+    for (const Surface& surface : shown) {
         for (size_t i = 0; i < std::max<size_t>(1, pattern.size()); ++i) {
             std::unique_ptr<zoHPCWindowItem> window;
             if (pattern.empty()) {
@@ -196,7 +200,7 @@ zoHPCWindowSeries::Windows Cover::windows() const
                 window->setString(zoHPCWindowItem::Screen, QString::number(place.screen));
             const QList<zoHPCViewportItem*> viewports = window->children<zoHPCViewportItem>();
             for (zoHPCViewportItem* viewport : viewports)
-                show(*viewport, projection);
+                show(*viewport, surface);
             window->update();
             windows.push_back(std::move(window));
         }
@@ -241,7 +245,7 @@ zoHPCWindowSeries::Windows zoHPCWindowSeries::after(const zoHPCLayout& layout,
             if (!viewport || !placeOfTile.contains(identifier))
                 continue;
             const size_t next = static_cast<size_t>(placeOfTile.value(identifier) + ownTiles.size());
-            show(*viewport, next < tiles.size() ? tiles[next] : nullptr);
+            show(*viewport, next < tiles.size() ? surfaceOf(*tiles[next]) : Cover::Surface());
         }
         copy->update();
         result.push_back(std::move(copy));

@@ -27,13 +27,20 @@ public:
             int screen = 0;
         };
 
+        // By its names: tiles are laid out anew when their wall changes.
+        struct Surface
+        {
+            QString identifier;
+            QString name;
+        };
+
         zoHPCDisplayItem* display = nullptr; // not owned; null when there is no display
         std::vector<const zoHPCWindowItem*>
-            pattern; // of one surface; not owned; empty for windows as new ones
-        std::vector<const zoHPCProjectionItem*> shown; // in the order of their tree; not owned
-        std::vector<Slot> places;                      // for each surface one for each window of the pattern
-        bool hasScreens = false; // several windows on a node: each has a screen of its own
-        int width = 0;           // pixels, of windows without a pattern
+            pattern;                // of one surface; not owned; empty for windows as new ones
+        std::vector<Surface> shown; // in the order of their tree
+        std::vector<Slot> places;   // for each surface one for each window of the pattern
+        bool hasScreens = false;    // several windows on a node: each has a screen of its own
+        int width = 0;              // pixels, of windows without a pattern
         int height = 0;
 
         // Whether the windows would mend more than they break: each has a place, and what it shows a name of its own.
@@ -50,7 +57,7 @@ public:
     // Whether no viewport shows the tile by its index; what has no tiles cannot be shown.
     static bool isDark(const zoHPCLayout& layout, size_t projection);
 
-    // Of a layout that may go afterwards, as its items may not.
+    // Of a layout that may go afterwards, as its displays and windows may not.
     static Cover cover(const zoHPCLayout& layout);
 
     // Copies of the windows in their order. As many nodes as they have are passed by, and as many tiles as they show:
