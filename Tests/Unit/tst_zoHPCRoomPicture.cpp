@@ -119,6 +119,7 @@ private slots:
     void blendShowsRampsAndOverlapDoesNot();
     void currentTileIsHighlighted();
     void currentViewportHighlightsItsProjection();
+    void manyMarkedTilesStayApart();
     void darkPaletteGivesADarkPicture();
     void coloursStandOutInBothPalettes_data();
     void coloursStandOutInBothPalettes();
@@ -660,6 +661,30 @@ void tst_zoHPCRoomPicture::currentViewportHighlightsItsProjection()
     }
     picture.setCurrentItems({}, layout);
     QCOMPARE(count(painted(picture), style.current), 0);
+}
+
+void tst_zoHPCRoomPicture::manyMarkedTilesStayApart()
+{
+    zoHPCSetup setup;
+    const zoHPCProjectionItem* const wall = setup.addPowerWall(QStringLiteral("wall"), 20, 25);
+    const zoHPCLayout layout = setup.layout();
+    zoHPCRoomPicture picture;
+    picture.setLayout(layout);
+    picture.setCamera(fromBehind());
+    picture.fit(AREA);
+    zoHPCPicture::Rows tiles;
+    for (int i = 0; i < wall->childCount(); ++i)
+        tiles.insert(wall->child(i));
+
+    picture.setCurrentItems(tiles, layout);
+
+    const QImage image = painted(picture);
+    const zoHPCPlane& plane = picture.walls()[0].plane;
+    const QRectF place(placeOf(picture, plane.upperLeft()), placeOf(picture, plane.lowerRight));
+    const int marked = count(image, zoHPCPictureStyle(lightPalette()).current);
+    QVERIFY(marked > 500);
+    QVERIFY2(marked < place.width() * place.height() / 3.0, qPrintable(QString::number(marked)));
+    QCOMPARE(image.pixelColor(placeOf(picture, {}).toPoint()), QColor(Qt::black));
 }
 
 void tst_zoHPCRoomPicture::darkPaletteGivesADarkPicture()

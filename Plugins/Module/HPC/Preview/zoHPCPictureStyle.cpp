@@ -61,3 +61,15 @@ QColor zoHPCPictureStyle::withAlpha(QColor color, double alpha)
     color.setAlphaF(alpha);
     return color;
 }
+
+double zoHPCPictureStyle::markWidth(const QRectF& marked, int count)
+{
+    constexpr double Widest = 3.5;
+    constexpr int Few = 4;
+    if (count <= Few)
+        return Widest;
+    constexpr double Part = 1.0 / 12.0;
+    constexpr double Line = 3.0; // what is seen from its edge
+    const double least = qMin(marked.width(), marked.height());
+    return qBound(1.0, Part * (least < Line ? qMax(marked.width(), marked.height()) : least), Widest);
+}

@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QFont>
+#include <QRectF>
 
 class QPalette;
 
@@ -16,6 +17,9 @@ public:
     explicit zoHPCPictureStyle(const QPalette& palette);
 
     static QColor withAlpha(QColor color, double alpha);
+    // Of the outline that marks one of so many that are selected: of many that are small it is thin, so that they can
+    // be told apart.
+    static double markWidth(const QRectF& marked, int count);
 
     bool isDark = false;
     QColor background;

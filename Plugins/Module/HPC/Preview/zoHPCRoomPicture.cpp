@@ -126,6 +126,8 @@ void zoHPCRoomPicture::paint(QPainter& painter, const QRectF& area, const QPalet
         hasFrames = (m_hasFrames && !canvas.isFast && m_frames.paint(canvas, *part.second)) || hasFrames;
     }
     paintHighlights(canvas);
+    if (!m_highlights.empty())
+        paintViewer(canvas);
     zoHPCRoomLegend(canvas, m_walls, floor.step(), hasFrames).paint();
     for (const Axis& axis : axesOf(canvas))
         canvas.reserve(axis.name, true);
@@ -308,12 +310,13 @@ void zoHPCRoomPicture::paintHighlights(zoHPCRoomCanvas& canvas) const
         const QPolygonF outline = canvas.polygon(part);
         if (outline.size() < 2)
             continue;
+        const double width = zoHPCPictureStyle::markWidth(outline.boundingRect(), int(m_highlights.size()));
         canvas.painter.setBrush(zoHPCPictureStyle::withAlpha(canvas.style.current, 0.18));
         canvas.painter.setPen(
-            QPen(canvas.style.background, 6.0, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+            QPen(canvas.style.background, 1.7 * width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
         canvas.painter.drawPolygon(outline);
         canvas.painter.setBrush(Qt::NoBrush);
-        canvas.painter.setPen(QPen(canvas.style.current, 3.5, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+        canvas.painter.setPen(QPen(canvas.style.current, width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
         canvas.painter.drawPolygon(outline);
     }
 }

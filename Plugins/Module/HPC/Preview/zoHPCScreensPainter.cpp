@@ -181,9 +181,10 @@ void zoHPCScreensPainter::paintOutline(const Window& window, const QRectF& place
     const bool isBad = window.overlaps || window.isOffScreen;
     m_painter.setBrush(Qt::NoBrush);
     if (isCurrent(window.item)) {
-        m_painter.setPen(QPen(m_style.background, 6.0, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+        const double width = zoHPCPictureStyle::markWidth(place, m_current.size());
+        m_painter.setPen(QPen(m_style.background, 1.7 * width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
         m_painter.drawRect(place);
-        m_painter.setPen(QPen(m_style.current, 3.5, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+        m_painter.setPen(QPen(m_style.current, width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
     } else if (isBad) {
         m_painter.setPen(QPen(m_style.bad, 2.5, window.isOffScreen ? Qt::DashLine : Qt::SolidLine));
     } else {
@@ -247,8 +248,10 @@ void zoHPCScreensPainter::paintViewport(const Viewport& viewport, const QRectF& 
         m_painter.drawLine(QPointF(box.left(), box.center().y()), QPointF(box.right(), box.center().y()));
     if (isHighlighted) {
         m_painter.setBrush(Qt::NoBrush);
-        m_painter.setPen(QPen(m_style.current, 3.0, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
-        m_painter.drawRect(box.adjusted(2.5, 2.5, -2.5, -2.5));
+        const double width = 0.85 * zoHPCPictureStyle::markWidth(box, m_current.size());
+        const double inset = 0.8 * width;
+        m_painter.setPen(QPen(m_style.current, width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+        m_painter.drawRect(box.adjusted(inset, inset, -inset, -inset));
     }
 }
 
