@@ -98,7 +98,7 @@ QString zoHostRefuge::keep(const QString& text, const QString& originFile, QStri
         prefix() + stamp +
         QStringLiteral("-%1.zhpc").arg(QRandomGenerator::system()->generate(), 8, 16, QLatin1Char('0'));
     if (!originFile.isEmpty())
-        folders.insert(qMin(1, folders.size()), QFileInfo(originFile).absolutePath());
+        folders.insert(std::min<int>(1, folders.size()), QFileInfo(originFile).absolutePath());
     QStringList failures;
     const PrivateFiles privacy;
     for (const QString& folder : qAsConst(folders)) {

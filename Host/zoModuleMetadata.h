@@ -28,4 +28,5 @@ private:
     QString m_version;
     QString m_licence;
     int m_interfaceVersion = 0;
+    int m_qt = 0; // major version
 };

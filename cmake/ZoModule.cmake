@@ -1,5 +1,11 @@
 # For modules, in this tree and, installed with the SDK, out of it.
 
+# zo_find_qt(<component>...): of the Qt that the kernel is built with, with the major version ZO_QT. Its libraries are then
+# Qt::<component>.
+macro(zo_find_qt)
+  find_package(Qt${ZO_QT} ${ZO_QT_LEAST} REQUIRED COMPONENTS ${ARGN})
+endmacro()
+
 # zo_module_metadata(<target> NAME <name> VERSION <version> LICENCE <identifier of SPDX> [INTERFACE <number>]): lets the
 # plug-in file say what it is, so that a host can tell before it runs any code of it. The interface is that of the kernel that the
 # module is built against.

@@ -6,7 +6,9 @@ set_target_properties(zoBuildFlags PROPERTIES EXPORT_NAME BuildFlags)
 install(TARGETS zoBuildFlags EXPORT zo) # of libraries that are installed; only what they need when linked counts
 target_compile_features(zoBuildFlags INTERFACE cxx_std_17)
 target_compile_definitions(zoBuildFlags INTERFACE
-  QT_NO_FOREACH QT_DEPRECATED_WARNINGS QT_DISABLE_DEPRECATED_BEFORE=0x050d00)
+  QT_NO_FOREACH QT_DEPRECATED_WARNINGS QT_DISABLE_DEPRECATED_BEFORE=0x050d00
+  # The sources keep to what Qt 5 and 6 both have.
+  $<$<EQUAL:${ZO_QT},6>:QT_DEPRECATED_WARNINGS_SINCE=0x050f00>)
 # no-gnu-unique: a unique symbol would pin a module in memory and make its unloading a no-op.
 target_compile_options(zoBuildFlags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
   -Wcast-align -Woverloaded-virtual -Wformat=2
@@ -113,7 +115,7 @@ function(zo_add_benchmark name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
   add_executable(${name} ${name}.cpp ${ARG_SOURCES})
   zo_setup_target(${name})
-  target_link_libraries(${name} PRIVATE benchmark::benchmark Qt5::Widgets Qt5::Xml ${ARG_LIBS})
+  target_link_libraries(${name} PRIVATE benchmark::benchmark Qt::Widgets Qt::Xml ${ARG_LIBS})
   add_test(NAME ${name} CONFIGURATIONS Benchmark COMMAND ${name})
   set_tests_properties(${name} PROPERTIES
     LABELS benchmark RUN_SERIAL ON TIMEOUT 1800

@@ -1638,6 +1638,10 @@ Das Protokoll nennt den Grund.</translation>
         <source>%1 was built for interface %2, this host has interface %3: install the module of this release</source>
         <translation>%1 wurde für Schnittstelle %2 gebaut, dieser Host hat Schnittstelle %3: installieren Sie das Modul dieser Version</translation>
     </message>
+    <message>
+        <source>%1 was built with Qt %2, this host with Qt %3: install the module for this host</source>
+        <translation>%1 wurde mit Qt %2 gebaut, dieser Host mit Qt %3: installieren Sie das Modul für diesen Host</translation>
+    </message>
 </context>
 <context>
     <name>zoNodeClusterService</name>

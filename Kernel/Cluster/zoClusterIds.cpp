@@ -118,7 +118,7 @@ int zoClusterIds::findSame(const zoClusterIds& other, int entry) const
 
 uint zoClusterIds::hashOf(int place, const QString& rest)
 {
-    return place == s_noPlace ? qHash(rest) : qHash(rest, uint(place) * 2654435769U + 1);
+    return uint(place == s_noPlace ? qHash(rest) : qHash(rest, uint(place) * 2654435769U + 1));
 }
 
 int zoClusterIds::find(const Key& key) const

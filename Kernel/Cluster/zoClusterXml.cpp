@@ -3,13 +3,19 @@
 #include "zoClusterLimits.h"
 
 #include <QDomDocument>
+#include <QXmlAttributes>
+#include <QXmlDeclHandler>
+#include <QXmlDefaultHandler>
+#include <QXmlInputSource>
+#include <QXmlLocator>
+#include <QXmlParseException>
+#include <QXmlSimpleReader>
 #include <QXmlStreamReader>
-#include <QtXml>
 
 #include <algorithm>
 #include <vector>
 
-// What setContent() itself reads with is deprecated.
+// The reader of setContent() in Qt 5, which Qt 6 still has aside, is deprecated.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wdeprecated-declarations"
 
@@ -91,8 +97,8 @@ private:
     int m_declarations = 0;
 };
 
-// Builds the same document as setContent(), for a text without a document type. Elements come into theirs when they
-// are whole: the toolkit goes all the way up from an element for each attribute that it gets.
+// Builds the same document as setContent() of Qt 5, but for a document type, which nobody asks for. Elements come into
+// theirs when they are whole: the toolkit goes all the way up from an element for each attribute that it gets.
 class Builder final : public QXmlDefaultHandler
 {
 public:
@@ -169,7 +175,58 @@ private:
     bool m_isSection = false;
 };
 
-// The reader of setContent(), with the guard before the document.
+// What stands between them is no markup.
+constexpr struct
+{
+    const char* begin;
+    const char* end;
+} s_plain[] = {{"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}};
+
+// Behind the last character of what begins at an offset, if that is no markup; or else the offset.
+int behindPlain(const QString& text, int offset)
+{
+    const QStringView rest = QStringView(text).mid(offset);
+    for (const auto& plain : s_plain) {
+        const QLatin1String begin(plain.begin);
+        const QLatin1String end(plain.end);
+        if (!rest.startsWith(begin))
+            continue;
+        const int found = text.indexOf(end, offset + begin.size());
+        return found < 0 ? text.size() : found + end.size();
+    }
+    return offset;
+}
+
+// A reference to a character beyond the first 65536 is one to the character with its last 16 bits, as it is for Qt 5; Qt 6
+// reads two characters.
+QString withShortReferences(const QString& text)
+{
+    if (!text.contains(QLatin1String("&#")))
+        return text;
+    QString result;
+    int done = 0;
+    for (int i = 0; i < text.size(); ++i) {
+        if (text.at(i) == QLatin1Char('<'))
+            i = std::max(i, behindPlain(text, i) - 1);
+        if (text.at(i) != QLatin1Char('&') || i + 1 == text.size() || text.at(i + 1) != QLatin1Char('#'))
+            continue;
+        const int end = text.indexOf(QLatin1Char(';'), i);
+        const int base = QStringView(text).mid(i + 2, 1) == QLatin1String("x") ? 16 : 10;
+        const int begin = base == 16 ? i + 3 : i + 2;
+        bool ok = false;
+        const uint code = text.mid(begin, std::max(0, end - begin)).toUInt(&ok, base);
+        if (!ok || code <= 0xffff)
+            continue;
+        // As long as before: errors have their places.
+        result += text.mid(done, begin - done) +
+                  QString::number(code & 0xffffU, base).rightJustified(end - begin, QLatin1Char('0'));
+        done = end;
+        i = end;
+    }
+    return result + text.mid(done);
+}
+
+// The reader of setContent() in Qt 5, with the guard before the document.
 class Reader final : public QXmlSimpleReader
 {
 public:
@@ -180,24 +237,18 @@ public:
         setFeature(QStringLiteral("http://trolltech.com/xml/features/report-whitespace-only-CharData"),
                    false);
     }
-    void setContentHandler(QXmlContentHandler* handler) override
-    {
-        m_guard.setContent(handler);
-        QXmlSimpleReader::setContentHandler(&m_guard);
-    }
-    void setDeclHandler(QXmlDeclHandler*) override { QXmlSimpleReader::setDeclHandler(&m_guard); }
     zoClusterXml::Outcome outcome() const { return m_guard.outcome(); }
 
     bool readInto(QDomDocument& document, const QString& text, zoClusterXml::Refusal& refusal)
     {
         QXmlInputSource source;
         // The mark of the byte order belongs to the encoding, not to the text.
-        source.setData(text.startsWith(QChar::ByteOrderMark) ? text.mid(1) : text);
-        if (text.contains(QLatin1String("<!DOCTYPE")))
-            return document.setContent(&source, this, &refusal.reason, &refusal.line, &refusal.column);
+        source.setData(withShortReferences(text.startsWith(QChar::ByteOrderMark) ? text.mid(1) : text));
         Builder builder(document);
-        setContentHandler(&builder);
+        m_guard.setContent(&builder);
+        setContentHandler(&m_guard);
         setLexicalHandler(&builder);
+        setDeclHandler(&m_guard);
         setErrorHandler(&builder);
         const bool isRead = parse(source);
         refusal = builder.refusal;

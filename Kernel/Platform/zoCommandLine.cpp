@@ -1,8 +1,9 @@
 #include "zoCommandLine.h"
 
+#include "zoQt.h"
+
 #include <QCoreApplication>
 #include <QFile>
-#include <QTextCodec>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -46,7 +47,7 @@ QString zoCommandLine::flawOf(int argc, const char* const* argv)
         return QCoreApplication::translate("zoCommandLine",
                                            "the argument $'%1' is no text in the encoding of the locale "
                                            "(%2); rename the file")
-            .arg(shown(argument), QString::fromLatin1(QTextCodec::codecForLocale()->name()));
+            .arg(shown(argument), QString::fromLatin1(zoQt::localEncoding()));
     }
     return {};
 }

@@ -101,7 +101,7 @@ QIconEngine* zoIconEngine::clone() const
     return new zoIconEngine(*this);
 }
 
-QList<QSize> zoIconEngine::availableSizes(QIcon::Mode, QIcon::State) const
+QList<QSize> zoIconEngine::availableSizes(QIcon::Mode, QIcon::State) ZO_QT5_CONST
 {
     QList<QSize> sizes;
     for (const int edge : s_sizes)

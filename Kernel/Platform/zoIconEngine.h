@@ -1,5 +1,7 @@
 #pragma once
 
+#include "zoQt.h"
+
 #include <QHash>
 #include <QIconEngine>
 #include <QPixmap>
@@ -17,7 +19,7 @@ public:
 
     QString key() const override;
     QIconEngine* clone() const override;
-    QList<QSize> availableSizes(QIcon::Mode mode, QIcon::State state) const override;
+    QList<QSize> availableSizes(QIcon::Mode mode, QIcon::State state) ZO_QT5_CONST override;
     QSize actualSize(const QSize& size, QIcon::Mode mode, QIcon::State state) override;
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override;
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override;

@@ -62,6 +62,7 @@ zoGLSurface::~zoGLSurface()
             eye.reset();
         m_context->doneCurrent();
     }
+    m_gl.reset();
     m_context.reset();
 }
 
@@ -75,8 +76,8 @@ QString zoGLSurface::create()
         m_context.reset();
         return tr("no GL context");
     }
-    m_gl = m_context->versionFunctions<QOpenGLFunctions_3_3_Core>();
-    if (m_gl == nullptr || !m_gl->initializeOpenGLFunctions())
+    m_gl = std::make_unique<QOpenGLFunctions_3_3_Core>();
+    if (!m_gl->initializeOpenGLFunctions())
         return tr("GL is older than 3.3");
     m_renderer = QString::fromLatin1(reinterpret_cast<const char*>(m_gl->glGetString(GL_RENDERER)));
     // What was asked for is granted or, without a word, not.

@@ -45,7 +45,7 @@ private:
 
     std::unique_ptr<zoShowWindow> m_window;
     std::unique_ptr<QOpenGLContext> m_context;
-    QOpenGLFunctions_3_3_Core* m_gl = nullptr; // the context's
+    std::unique_ptr<QOpenGLFunctions_3_3_Core> m_gl; // of the context
     std::unique_ptr<zoGLMixer> m_mixer;
     std::unique_ptr<QOpenGLFramebufferObject> m_eyes[2]; // what is painted for each eye
     std::unique_ptr<QOpenGLFramebufferObject> m_smooth;  // with samples

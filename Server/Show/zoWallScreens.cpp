@@ -40,7 +40,7 @@ QList<QScreen*> inOrder()
             groups.append({screen});
     }
     if (groups.size() > 1)
-        groups.move(0, std::clamp(screenOfDisplay(), 0, groups.size() - 1));
+        groups.move(0, std::clamp<int>(screenOfDisplay(), 0, groups.size() - 1));
     QList<QScreen*> screens;
     for (const QList<QScreen*>& group : groups)
         screens += group;

@@ -324,9 +324,9 @@ void tst_zohpc::hostsCommandsLoadNoGui()
     const zoCommandRun run = zoCommandRun::program(QStringLiteral(ZO_ZOHPC), {}, {},
                                                    {QStringLiteral("LD_TRACE_LOADED_OBJECTS=1")});
 
-    QVERIFY(run.output.contains("libQt5Core"));
-    QVERIFY(!run.output.contains("libQt5Gui"));
-    QVERIFY(!run.output.contains("libQt5Widgets"));
+    QVERIFY(run.output.contains("libQt" QT_STRINGIFY(QT_VERSION_MAJOR) "Core"));
+    QVERIFY(!run.output.contains("libQt" QT_STRINGIFY(QT_VERSION_MAJOR) "Gui"));
+    QVERIFY(!run.output.contains("libQt" QT_STRINGIFY(QT_VERSION_MAJOR) "Widgets"));
     QVERIFY(!run.output.contains("libX11"));
 }
 

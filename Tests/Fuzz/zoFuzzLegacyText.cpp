@@ -8,6 +8,8 @@
 #include <QMap>
 #include <QStringList>
 
+#include <algorithm>
+
 // Legacy texts in all four layouts: the conversion gives the same document each time, and the document loads.
 //
 // An input that begins with "<" is the text itself. Any other has a parameter on each line, "name=value", or
@@ -20,7 +22,7 @@ QString legacyOf(const QString& lines)
     QString text = QStringLiteral("<config>");
     const QStringList list = lines.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     for (const QString& line : list) {
-        const int equals = qMax(0, line.indexOf(QLatin1Char('=')));
+        const int equals = std::max<int>(0, line.indexOf(QLatin1Char('=')));
         QString name = line.left(equals);
         QString value = line.mid(equals + 1);
         text += QStringLiteral("\n<key");

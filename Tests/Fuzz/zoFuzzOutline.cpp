@@ -37,7 +37,7 @@ QString zoFuzzOutline::documentOf(const QString& outline)
         if (tag.isEmpty())
             continue;
         // One root.
-        depth = std::min(open.size(), std::max(depth, text.isEmpty() ? 0 : 1));
+        depth = std::min<int>(open.size(), std::max(depth, text.isEmpty() ? 0 : 1));
         while (open.size() > depth)
             text += QLatin1String("</") + open.takeLast() + QLatin1Char('>');
         text += QLatin1Char('<') + tag;

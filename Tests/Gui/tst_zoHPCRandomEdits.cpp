@@ -22,6 +22,7 @@
 #include <QTimer>
 #include <QTreeWidget>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -141,7 +142,7 @@ void tst_zoHPCRandomEdits::documentIsThatOfAFreshLoad()
         if (step % 100 != 0)
             continue;
 
-        largest = qMax(largest, items.size());
+        largest = std::max<int>(largest, items.size());
         const QString text = m_window->documentText();
         fresh.setConfigString(text);
         const QString again = fresh.documentText();
@@ -151,7 +152,7 @@ void tst_zoHPCRandomEdits::documentIsThatOfAFreshLoad()
         QCOMPARE(fresh.getTree()->getNodeNames(), m_view->getNodeNames());
         QCOMPARE(fresh.getTree()->getNodeItems().size(), m_view->getNodeItems().size());
         history.clear();
-        m_texts = m_texts.mid(qMax(0, m_texts.size() - 5));
+        m_texts = m_texts.mid(std::max<int>(0, m_texts.size() - 5));
         m_texts << text;
 
         // What the editor shows is the item that is chosen.

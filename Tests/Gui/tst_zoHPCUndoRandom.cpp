@@ -24,6 +24,7 @@
 #include <QStackedWidget>
 #include <QTreeWidget>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -307,7 +308,7 @@ void tst_zoHPCUndoRandom::changeField()
             qobject_cast<QSpinBox*>(field) || qobject_cast<QLineEdit*>(field))
             fields << field;
     }
-    QWidget* const field = fields.value(random(qMax(1, fields.size())));
+    QWidget* const field = fields.value(random(std::max<int>(1, fields.size())));
     if (auto* combo = qobject_cast<QComboBox*>(field))
         combo->setCurrentIndex(random(combo->count()));
     else if (auto* box = qobject_cast<QCheckBox*>(field))

@@ -98,7 +98,7 @@ void tst_libzoHPC::needsFourLibrariesOfTheToolkit()
     const QStringList lines = outputOf(QStringLiteral("readelf"), {QStringLiteral("-dW")});
     for (const QString& line : lines) {
         const QRegularExpressionMatch match =
-            QRegularExpression(QStringLiteral("\\(NEEDED\\).*\\[libQt5(\\w+)\\.so")).match(line);
+            QRegularExpression(QStringLiteral("\\(NEEDED\\).*\\[libQt[56](\\w+)\\.so")).match(line);
         if (match.hasMatch())
             needed << match.captured(1);
     }

@@ -381,6 +381,11 @@ void tst_zoModuleLoader::moduleOfAnotherInterfaceIsRefusedBeforeItsCodeRuns_data
         << fixture("zoOlderModule")
         << text("Older 0\\.4 was built for interface %1, this host has interface %2: install",
                 ZO_MODULE_INTERFACE - 1);
+    QTest::newRow("other-qt") << fixture("zoOtherQtModule")
+                              << QStringLiteral(
+                                     "Other 3\\.0 was built with Qt %1, this host with Qt %2: install")
+                                     .arg(QT_VERSION_MAJOR == 5 ? 6 : 5)
+                                     .arg(QT_VERSION_MAJOR);
     QTest::newRow("other-program") << fixture("zoOtherPlugin")
                                    << "It is a plug-in for another program \\(org\\.example\\.Editor";
 }

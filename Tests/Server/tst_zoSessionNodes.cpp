@@ -5,6 +5,8 @@
 #include <QApplication>
 #include <QJsonObject>
 
+#include <algorithm>
+
 namespace
 {
 using Node = zoSessionNodes::Node;
@@ -70,8 +72,8 @@ private slots:
         int most = 0;
         for (const auto& entry : nodes.servers()) {
             held += entry.second.nodes.size();
-            least = qMin(least, entry.second.nodes.size());
-            most = qMax(most, entry.second.nodes.size());
+            least = std::min<int>(least, entry.second.nodes.size());
+            most = std::max<int>(most, entry.second.nodes.size());
             for (const QString& id : entry.second.nodes)
                 QCOMPARE(nodes.node(id)->server, entry.first);
         }

@@ -411,6 +411,20 @@ void tst_zoHPCDocumentText::whatOldToolsWroteIsRead_data()
                                      << "<a/>\n";
     QTest::newRow("entity") << "<!DOCTYPE a [<!ENTITY e \"12\">]><a b=\"&e;\">&e;</a>"
                             << "<a b=\"12\">12</a>\n";
+    QTest::newRow("document-type")
+        << "<!DOCTYPE a SYSTEM \"a.dtd\" [<!-- <b/> --><?p q?><!NOTATION n SYSTEM \"n\">"
+           "<!ENTITY u SYSTEM \"u\" NDATA n><!ENTITY x SYSTEM \"x\"><!ELEMENT a ANY>"
+           "<!ATTLIST a d CDATA \"default\">]><a e=\"1\">&x;2</a>"
+        << "<!-- <b/> -->\n<a e=\"1\">2</a>\n";
+    QTest::newRow("reference") << "<a b=\"&#65;&#x42;\">&#x1f600;</a>"
+                               << QStringLiteral("<a b=\"AB\">%1</a>\n").arg(QChar(0xf600));
+    QTest::newRow("reference-beyond-65536")
+        << "<!-- &#66304; --><a b=\"&#66369;\"><![CDATA[&#x10341;]]>&#x10341;</a>"
+        << QStringLiteral("<!-- &#66304; -->\n<a b=\"%1\"><![CDATA[&#x10341;]]>%1</a>\n").arg(QChar(0x341));
+    QTest::newRow("blanks-between-elements") << "<a> <b> </b>\n<c>&#32;</c> x <d/> </a>"
+                                             << "<a>\n <b/>\n <c/> x <d/>\n</a>\n";
+    QTest::newRow("namespaces") << "<a xmlns=\"u\" xmlns:p=\"v\" p:b=\"1\" q:b=\"2\"><p:c/></a>"
+                                << "<a p:b=\"1\" q:b=\"2\" xmlns=\"u\" xmlns:p=\"v\">\n <p:c/>\n</a>\n";
     QTest::newRow("element-in-an-entity") << "<!DOCTYPE a [<!ENTITY e \"<b/>\">]><a>&e;&e;</a>"
                                           << "<a>\n <b/>\n <b/>\n</a>\n";
 }

@@ -5,6 +5,8 @@
 
 #include <QApplication>
 
+#include <algorithm>
+
 class tst_zoHPCHistory final : public zoTestCase
 {
     Q_OBJECT
@@ -198,14 +200,14 @@ void tst_zoHPCHistory::oldestStepsGoFirst()
     first.reset("0\n");
     for (int i = 1; i <= 10; ++i)
         record(first, QString(QLatin1Char(char('a' + i))) + QLatin1Char('\n'));
-    zoHPCHistory history(qMax(qint64(0), first.size() + spare));
+    zoHPCHistory history(std::max<qint64>(qint64(0), first.size() + spare));
     history.reset("0\n");
 
     for (int i = 1; i <= 10; ++i)
         record(history, QString(QLatin1Char(char('a' + i))) + QLatin1Char('\n'));
 
     QCOMPARE(int(history.stepCount()), left);
-    QVERIFY(history.size() <= qMax(qint64(0), first.size() + spare));
+    QVERIFY(history.size() <= std::max<qint64>(qint64(0), first.size() + spare));
     QCOMPARE(history.text(), QStringLiteral("k\n"));
     for (int i = 0; i < left; ++i)
         history.undo();

@@ -6,6 +6,8 @@
 
 #include <QRandomGenerator>
 
+#include <algorithm>
+
 class tst_zoHPCTextDelta final : public zoTestCase
 {
     Q_OBJECT
@@ -108,7 +110,8 @@ void tst_zoHPCTextDelta::randomTextsComeFromEachOther()
             if (below(2) == 0)
                 after.insert(place, QStringLiteral("%1\n").arg(below(kinds)));
             else if (place < after.size())
-                after.erase(after.begin() + place, after.begin() + qMin(after.size(), place + below(120)));
+                after.erase(after.begin() + place,
+                            after.begin() + std::min<int>(after.size(), place + below(120)));
         }
         const QString left = before.join(QString());
         const QString right = after.join(QString());

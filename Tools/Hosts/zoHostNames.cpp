@@ -225,7 +225,7 @@ void appendEntry(const QString& pattern, const QList<QByteArray>& brackets, QByt
     for (int i = 0; i <= pattern.size(); ++i) {
         if (i < pattern.size() && pattern.at(i) != s_placeholder)
             continue;
-        text += pattern.midRef(begin, i - begin).toUtf8();
+        text += QStringView(pattern).mid(begin, i - begin).toUtf8();
         if (i < pattern.size())
             text += brackets.at(next++);
         begin = i + 1;

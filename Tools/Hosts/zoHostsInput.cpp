@@ -64,7 +64,7 @@ void zoHostsInput::append(const QString& file, const QString& text)
 {
     if (!m_sources.empty())
         m_text += QLatin1Char('\n');
-    m_sources.push_back({file, m_text.size()});
+    m_sources.push_back({file, int(m_text.size())});
     m_text += text;
 }
 

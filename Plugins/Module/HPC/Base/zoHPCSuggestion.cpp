@@ -44,7 +44,7 @@ QString zoHPCSuggestion::closest(const QString& word, const QStringList& known)
     for (const QString& candidate : known) {
         const QString name = candidate.toLower();
         // A third of the letters; of short words one.
-        const int most = std::max(1, std::min(typed.size(), name.size()) / 3);
+        const int most = std::max<int>(1, std::min(typed.size(), name.size()) / 3);
         if (std::abs(typed.size() - name.size()) > most)
             continue;
         const int changes = distance(typed, name);

@@ -26,7 +26,7 @@ QString meaningOf(const QString& name)
         return {};
     const bool isHex = name.startsWith(QLatin1String("#x"));
     bool ok = false;
-    const uint code = name.midRef(isHex ? 2 : 1).toUInt(&ok, isHex ? 16 : 10);
+    const uint code = name.mid(isHex ? 2 : 1).toUInt(&ok, isHex ? 16 : 10);
     return ok && code > 0 && code <= 0x10ffff ? QString::fromUcs4(&code, 1) : QString();
 }
 } // namespace
@@ -132,7 +132,7 @@ int zoHPCTextParts::readAttributes(int from, Part& part) const
         part.attributes.append(attribute);
         ++i;
     }
-    return std::min(i + 1, m_text.size());
+    return std::min<int>(i + 1, m_text.size());
 }
 
 QString zoHPCTextParts::decoded(int from, int to, bool& isWhole) const
@@ -150,11 +150,11 @@ QString zoHPCTextParts::decoded(int from, int to, bool& isWhole) const
             isWhole = false;
             continue;
         }
-        result += value.midRef(done, begin - done) + meaning;
+        result += value.mid(done, begin - done) + meaning;
         done = end + 1;
         begin = end;
     }
-    return result + value.midRef(done);
+    return result + value.mid(done);
 }
 
 void zoHPCTextParts::readEndTag()

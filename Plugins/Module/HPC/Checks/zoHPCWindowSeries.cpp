@@ -258,7 +258,7 @@ std::vector<QString> zoHPCWindowSeries::nodesFrom(const zoHPCLayout& layout, con
 {
     const QStringList drawing = drawingNodes(layout);
     // A person may begin at a gateway, on purpose.
-    QStringList nodes = drawing.mid(qMax(0, drawing.indexOf(first)));
+    QStringList nodes = drawing.mid(std::max<int>(0, drawing.indexOf(first)));
     if (!drawing.contains(first))
         nodes.prepend(first);
     std::vector<QString> result;

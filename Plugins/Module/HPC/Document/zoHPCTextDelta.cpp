@@ -81,7 +81,7 @@ private:
         constexpr int Often = -1;
         m_places.reserve(m_before.size());
         for (int line = 0; line < m_before.size(); ++line) {
-            const uint hash = qHash(m_before.at(line));
+            const auto hash = qHash(m_before.at(line));
             const auto place = m_places.find(hash);
             if (place == m_places.end())
                 m_places.insert(hash, line);
@@ -92,7 +92,7 @@ private:
 
     const Middle& m_before;
     const Middle& m_after;
-    QHash<uint, int> m_places; // of lines that the earlier text has once
+    QHash<decltype(qHash(QString())), int> m_places; // of lines that the earlier text has once
 };
 
 // Characters that are compared at once.

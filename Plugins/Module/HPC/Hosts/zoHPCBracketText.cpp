@@ -87,9 +87,9 @@ QString zoHPCBracketText::expanded(const QString& text)
         int next = bracket;
         if (!readWord(bracket, word, next))
             return QString();
-        m_pieces.push_back({result.size(), copied, true});
+        m_pieces.push_back({int(result.size()), copied, true});
         append(m_text.mid(copied, begin - copied), result);
-        m_pieces.push_back({result.size(), begin, false});
+        m_pieces.push_back({int(result.size()), begin, false});
         if (!appendNames(word, begin, result))
             return QString();
         copied = next;
@@ -97,7 +97,7 @@ QString zoHPCBracketText::expanded(const QString& text)
     }
     if (copied == 0)
         return text;
-    m_pieces.push_back({result.size(), copied, true});
+    m_pieces.push_back({int(result.size()), copied, true});
     append(m_text.mid(copied), result);
     return result;
 }

@@ -61,7 +61,7 @@ QString zoHPCHostsText::moveForwards(const QString& text, std::vector<Piece>& pi
     QString result;
     result.reserve(text.size() + 64);
     const auto take = [&](int from, int to) {
-        pieces.push_back({result.size(), from});
+        pieces.push_back({int(result.size()), from});
         result.append(text.constData() + from, to - from);
     };
     const QStringView all(text);
@@ -239,13 +239,13 @@ bool zoHPCHostsText::renderOption(QStringView token, QString& value)
     block.remove(QLatin1Char(']'));
 
     bool found = false;
-    const auto options = block.splitRef(QLatin1Char(','));
-    for (const QStringRef& option : options) {
+    const QStringList options = block.split(QLatin1Char(','));
+    for (const QString& option : options) {
         const int equals = option.indexOf(QLatin1Char('='));
-        const QStringRef key = equals < 0 ? option : option.left(equals);
-        if (key.size() != 2 || key.toString().toLower() != QLatin1String("rt"))
+        const QString key = equals < 0 ? option : option.left(equals);
+        if (key.size() != 2 || key.toLower() != QLatin1String("rt"))
             continue;
-        value = equals < 0 ? QString() : option.mid(equals + 1).toString();
+        value = equals < 0 ? QString() : option.mid(equals + 1);
         found = true;
     }
     return found;

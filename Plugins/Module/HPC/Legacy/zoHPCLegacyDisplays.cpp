@@ -176,7 +176,7 @@ void zoHPCLegacyDisplays::convertPowerwall()
                       zoText("zoClusterPWStereoMode"));
 
     const qint64 tiles = rows > 0 && columns > 0 ? qint64(rows) * columns : 0;
-    const int limit = std::max(MaximumWindowsWithoutHost, m_hosts.count());
+    const int limit = std::max<int>(MaximumWindowsWithoutHost, m_hosts.count());
     const double right = stereo.half ? width / 2 : width;
     int k = 0;
     for (qint64 tile = 0; tile < tiles; ++tile) {

@@ -173,7 +173,7 @@ void zoHPCReportSheets::placeRow(const Cells& row, int from, int count, const st
     const double step = lineHeight(font(style));
     double x = 0.0;
     for (std::size_t i = 0; i < row.size(); ++i) {
-        for (int line = from; line < std::min(from + count, row[i].size()); ++line) {
+        for (int line = from; line < std::min<int>(from + count, row[i].size()); ++line) {
             const QPointF at(x + CellMargin, m_y + CellMargin + (line - from + 0.72) * step);
             if (!row[i].at(line).isEmpty())
                 m_pages.back().pieces.push_back({at, row[i].at(line), style});
@@ -196,7 +196,7 @@ void zoHPCReportSheets::placeHeader(const Cells& header, const std::vector<doubl
 {
     int count = 0;
     for (const QStringList& cell : header)
-        count = std::max(count, cell.size());
+        count = std::max<int>(count, cell.size());
     const double bottom = m_y + count * lineHeight(font(Style::TableHeader)) + 2 * CellMargin;
     m_pages.back().areas.push_back(
         {QRectF(0.0, m_y, width(), bottom - m_y),
@@ -229,7 +229,7 @@ void zoHPCReportSheets::addTable(const std::vector<Column>& columns, const std::
         const Cells cells = brokenRow(row, widths, Style::Table);
         int count = 0;
         for (const QStringList& cell : cells)
-            count = std::max(count, cell.size());
+            count = std::max<int>(count, cell.size());
         for (int from = 0; from < count;) {
             // A row goes on over the end of a page only when no page has room for it.
             if (room() < std::min(count - from, FewestLines) ||
