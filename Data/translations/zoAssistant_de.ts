@@ -126,10 +126,6 @@
         <translation>senkrecht</translation>
     </message>
     <message>
-        <source>px</source>
-        <translation>px</translation>
-    </message>
-    <message>
         <source>Between tiles %1, in pixels</source>
         <translation>Zwischen den Kacheln %1, in Pixeln</translation>
     </message>
@@ -204,14 +200,6 @@ node1 node2, node1 - node6, node[1-6];
 hinter einem Gateway: gate { node[1-6] }</translation>
     </message>
     <message>
-        <source>as they spread evenly</source>
-        <translation>gleichmäßig verteilt</translation>
-    </message>
-    <message>
-        <source>Windows on each node, each on a screen of its own</source>
-        <translation>Fenster auf jedem Knoten, jedes auf einem eigenen Bildschirm</translation>
-    </message>
-    <message>
         <source>&amp;Names:</source>
         <translation>&amp;Namen:</translation>
     </message>
@@ -230,6 +218,21 @@ hinter einem Gateway: gate { node[1-6] }</translation>
     <message>
         <source>For %1</source>
         <translation>Für %1</translation>
+    </message>
+    <message>
+        <source>as many as it takes</source>
+        <translation>so viele wie nötig</translation>
+    </message>
+    <message>
+        <source>Windows on each node, each on a screen of its own. Where they do not spread evenly, the first nodes get one more</source>
+        <translation>Fenster auf jedem Knoten, jedes auf einem eigenen Bildschirm. Wo sie sich nicht gleichmäßig verteilen, bekommen die ersten Knoten eines mehr</translation>
+    </message>
+</context>
+<context>
+    <name>zoAssistantNumberField</name>
+    <message>
+        <source>px</source>
+        <translation>px</translation>
     </message>
 </context>
 <context>
@@ -763,24 +766,8 @@ hinter einem Gateway: gate { node[1-6] }</translation>
         <translation>Von der Wand zum Betrachter</translation>
     </message>
     <message>
-        <source>From the middle to the right</source>
-        <translation>Von der Mitte nach rechts</translation>
-    </message>
-    <message>
-        <source>From the middle upward, to the eyes</source>
-        <translation>Von der Mitte nach oben, zu den Augen</translation>
-    </message>
-    <message>
         <source>&amp;Distance:</source>
         <translation>A&amp;bstand:</translation>
-    </message>
-    <message>
-        <source>to the right</source>
-        <translation>nach rechts</translation>
-    </message>
-    <message>
-        <source>up</source>
-        <translation>nach oben</translation>
     </message>
     <message>
         <source>Stand &amp;here</source>
@@ -795,10 +782,6 @@ hinter einem Gateway: gate { node[1-6] }</translation>
         <translation>&amp;Fenster:</translation>
     </message>
     <message>
-        <source>Then click in the picture where the viewer stands</source>
-        <translation>Dann im Bild dorthin klicken, wo der Betrachter steht</translation>
-    </message>
-    <message>
         <source>Distance between the eyes</source>
         <translation>Abstand der Augen</translation>
     </message>
@@ -811,12 +794,36 @@ hinter einem Gateway: gate { node[1-6] }</translation>
         <translation>Ster&amp;eo:</translation>
     </message>
     <message>
-        <source>From the mi&amp;ddle:</source>
-        <translation>Von der &amp;Mitte:</translation>
+        <source>How far the viewer stands to the right of the middle; below 0 to the left</source>
+        <translation>Wie weit der Betrachter rechts der Mitte steht; unter 0 links davon</translation>
     </message>
     <message>
-        <source>From the middle backward</source>
-        <translation>Von der Mitte nach hinten</translation>
+        <source>How far the eyes are above the middle; below 0 under it</source>
+        <translation>Wie weit die Augen über der Mitte sind; unter 0 darunter</translation>
+    </message>
+    <message>
+        <source>above it:</source>
+        <translation>darüber:</translation>
+    </message>
+    <message>
+        <source>Press it, then click in the picture at the right: the viewer stands at that place</source>
+        <translation>Drücken Sie darauf, dann klicken Sie rechts in das Bild: Der Betrachter steht an dieser Stelle</translation>
+    </message>
+    <message>
+        <source>Behind the mi&amp;ddle:</source>
+        <translation>Hinter der M&amp;itte:</translation>
+    </message>
+    <message>
+        <source>right of it:</source>
+        <translation>rechts davon:</translation>
+    </message>
+    <message>
+        <source>right of the middle:</source>
+        <translation>rechts der Mitte:</translation>
+    </message>
+    <message>
+        <source>How far the viewer stands behind the middle; below 0 before it</source>
+        <translation>Wie weit der Betrachter hinter der Mitte steht; unter 0 davor</translation>
     </message>
 </context>
 <context>
@@ -920,6 +927,10 @@ hinter einem Gateway: gate { node[1-6] }</translation>
     <message>
         <source>Name of the wall</source>
         <translation>Name der Wand</translation>
+    </message>
+    <message>
+        <source>Click in the picture where the viewer stands.</source>
+        <translation>Klicken Sie in das Bild, wo der Betrachter steht.</translation>
     </message>
 </context>
 </TS>

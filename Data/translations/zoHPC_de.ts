@@ -2199,6 +2199,10 @@ auch wenn die Server dann instabil sein können?</translation>
         <source>%1, column %2</source>
         <translation>%1, Spalte %2</translation>
     </message>
+    <message>
+        <source>1 node</source>
+        <translation>1 Knoten</translation>
+    </message>
 </context>
 <context>
     <name>zoHPCReportElevation</name>
@@ -2269,6 +2273,10 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>unrolled, %1 degrees from column to column</source>
         <translation>abgewickelt, %1 Grad von Spalte zu Spalte</translation>
+    </message>
+    <message>
+        <source>%1 from picture to picture</source>
+        <translation>%1 von Bild zu Bild</translation>
     </message>
 </context>
 <context>
@@ -2863,6 +2871,14 @@ auch wenn die Server dann instabil sein können?</translation>
         <source>&quot;%1&quot; is not expected here</source>
         <translation>„%1“ wird hier nicht erwartet</translation>
     </message>
+    <message>
+        <source>&quot;%1&quot; may be %2 or %3: write the one that is meant</source>
+        <translation>„%1“ kann %2 oder %3 sein: Schreiben Sie, was gemeint ist</translation>
+    </message>
+    <message>
+        <source>character %1 is U+%2, which no name can have</source>
+        <translation>Zeichen %1 ist U+%2, das kein Name haben kann</translation>
+    </message>
 </context>
 <context>
     <name>zoHPCSurveyPlanes</name>
@@ -2877,6 +2893,10 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>the gaps of &quot;%1&quot; leave nothing for its tiles: it is %2 x %3 mm</source>
         <translation>die Lücken von „%1“ lassen nichts für die Kacheln übrig: Die Wand ist %2 x %3 mm groß</translation>
+    </message>
+    <message>
+        <source>the tiles of &quot;%1&quot; overlap by more than their own size: it is %2 x %3 mm</source>
+        <translation>die Kacheln von „%1“ überlappen um mehr als ihre eigene Größe: Die Wand ist %2 x %3 mm groß</translation>
     </message>
 </context>
 <context>
@@ -2904,6 +2924,22 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>&quot;%1&quot; is too large a coordinate</source>
         <translation>„%1“ ist eine zu große Koordinate</translation>
+    </message>
+    <message>
+        <source>%1 cells under %2 titles; where the comma is a decimal mark, separate cells by semicolons</source>
+        <translation>%1 Zellen unter %2 Überschriften; wo das Komma Dezimalzeichen ist, trennen Sie die Zellen durch Semikolons</translation>
+    </message>
+    <message>
+        <source>%1 whole numbers; where the comma is a decimal mark, separate cells by semicolons, otherwise name the columns in a first line: name,east,north,height</source>
+        <translation>%1 ganze Zahlen; wo das Komma Dezimalzeichen ist, trennen Sie die Zellen durch Semikolons, sonst benennen Sie die Spalten in einer ersten Zeile: name,east,north,height</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; may be %2 or %3: write numbers with a point, without separated groups</source>
+        <translation>„%1“ kann %2 oder %3 sein: Schreiben Sie Zahlen mit Punkt und ohne getrennte Gruppen</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is read as %2; should it be %3, write numbers without separated groups</source>
+        <translation>„%1“ wird als %2 gelesen; ist %3 gemeint, schreiben Sie Zahlen ohne getrennte Gruppen</translation>
     </message>
 </context>
 <context>
@@ -3063,6 +3099,14 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>more than %1 point lists</source>
         <translation>mehr als %1 Punktlisten</translation>
+    </message>
+    <message>
+        <source>tiles overlap by more than their own size; a gap below 0 is what they share</source>
+        <translation>die Kacheln überlappen um mehr als ihre eigene Größe; eine Lücke unter 0 ist, was sie gemeinsam haben</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is also the name of a tile of &quot;%2&quot; in line %3: give the wall another name</source>
+        <translation>„%1“ heißt auch eine Kachel von „%2“ in Zeile %3: Geben Sie der Wand einen anderen Namen</translation>
     </message>
 </context>
 <context>
@@ -3561,12 +3605,12 @@ auch wenn die Server dann instabil sein können?</translation>
         <translation>„%1“ kommt zweimal vor</translation>
     </message>
     <message>
-        <source>no host in &quot;%1&quot;</source>
-        <translation>kein Rechner in „%1“</translation>
-    </message>
-    <message>
         <source>gateways and nodes that do not render drive no screen, and &quot;%1&quot; has no other</source>
         <translation>Gateways und Knoten, die nicht rendern, steuern keinen Bildschirm, und „%1“ hat keine anderen</translation>
+    </message>
+    <message>
+        <source>no node in &quot;%1&quot;</source>
+        <translation>kein Knoten in „%1“</translation>
     </message>
 </context>
 <context>
@@ -3608,20 +3652,12 @@ auch wenn die Server dann instabil sein können?</translation>
         <translation>Pixel sind ganze Zahlen</translation>
     </message>
     <message>
-        <source>a size is more than 0 and at most %1 mm</source>
-        <translation>eine Größe ist mehr als 0 und höchstens %1 mm</translation>
-    </message>
-    <message>
         <source>a cave has one wall at least</source>
         <translation>eine Cave hat mindestens eine Wand</translation>
     </message>
     <message>
         <source>the walls of a cave share no pixels</source>
         <translation>die Wände einer Cave haben keine gemeinsamen Pixel</translation>
-    </message>
-    <message>
-        <source>a radius is more than 0 and at most %1 mm</source>
-        <translation>ein Radius ist mehr als 0 und höchstens %1 mm</translation>
     </message>
     <message>
         <source>an angle between columns is more than 0 and at most 120 degrees</source>
@@ -3648,10 +3684,6 @@ auch wenn die Server dann instabil sein können?</translation>
         <translation>ein Ort ist höchstens %1 mm entfernt</translation>
     </message>
     <message>
-        <source>the viewer is before the wall: more than 0 mm away</source>
-        <translation>der Betrachter ist vor der Wand: mehr als 0 mm entfernt</translation>
-    </message>
-    <message>
         <source>who looks at a wall without a size in millimetres is straight before its middle</source>
         <translation>wer eine Wand ohne Größe in Millimetern ansieht, ist gerade vor ihrer Mitte</translation>
     </message>
@@ -3668,8 +3700,96 @@ auch wenn die Server dann instabil sein können?</translation>
         <translation>ein Knoten hat 1 bis %1 Bildschirme</translation>
     </message>
     <message>
-        <source>eyes are 0 mm apart or more</source>
-        <translation>Augen sind 0 mm oder mehr voneinander entfernt</translation>
+        <source>left</source>
+        <translation>links</translation>
+    </message>
+    <message>
+        <source>right</source>
+        <translation>rechts</translation>
+    </message>
+    <message>
+        <source>top</source>
+        <translation>oben</translation>
+    </message>
+    <message>
+        <source>bottom</source>
+        <translation>unten</translation>
+    </message>
+    <message>
+        <source>front</source>
+        <translation>vorn</translation>
+    </message>
+    <message>
+        <source>back</source>
+        <translation>hinten</translation>
+    </message>
+    <message>
+        <source>a radius is %1 to %2 mm</source>
+        <translation>ein Radius ist %1 bis %2 mm groß</translation>
+    </message>
+    <message>
+        <source>so small an angle takes a radius of more than %1 mm</source>
+        <translation>ein so kleiner Winkel braucht einen Radius von mehr als %1 mm</translation>
+    </message>
+    <message>
+        <source>planes are turned and tilted by -%1 to %1 degrees</source>
+        <translation>Ebenen sind um -%1 bis %1 Grad gedreht und geneigt</translation>
+    </message>
+    <message>
+        <source>the viewer is before the wall: %1 mm away or more</source>
+        <translation>der Betrachter steht vor der Wand: %1 mm entfernt oder mehr</translation>
+    </message>
+    <message>
+        <source>the viewer is in the plane of column %1: nearer to the middle he sees it</source>
+        <translation>der Betrachter steht in der Ebene von Spalte %1: näher an der Mitte sieht er sie</translation>
+    </message>
+    <message>
+        <source>the viewer is in the plane of the wall &quot;%1&quot;: inside he is less than %2 mm from the middle of the cave toward it</source>
+        <translation>der Betrachter ist in der Ebene der Wand „%1“: innen ist er von der Mitte der Cave aus weniger als %2 mm auf sie zu</translation>
+    </message>
+    <message>
+        <source>the viewer is outside the cave, behind its wall &quot;%1&quot;: inside he is less than %2 mm from the middle of the cave toward it</source>
+        <translation>der Betrachter ist außerhalb der Cave, hinter ihrer Wand „%1“: innen ist er von der Mitte der Cave aus weniger als %2 mm auf sie zu</translation>
+    </message>
+    <message>
+        <source>the viewer is outside the cave, where it has no wall: inside he is less than %1, %2 and %3 mm from its middle to the side, upward and backward</source>
+        <translation>der Betrachter ist außerhalb der Cave, wo sie keine Wand hat: innen ist er von ihrer Mitte weniger als %1, %2 und %3 mm entfernt, zur Seite, nach oben und nach hinten</translation>
+    </message>
+    <message>
+        <source>pictures would be %1 % too wide</source>
+        <translation>Bilder würden %1 % zu breit</translation>
+    </message>
+    <message>
+        <source>pictures would be %1 % too high</source>
+        <translation>Bilder würden %1 % zu hoch</translation>
+    </message>
+    <message>
+        <source>; is it the size of one tile?</source>
+        <translation>; ist es die Größe einer Kachel?</translation>
+    </message>
+    <message>
+        <source>; is it the size of the whole wall?</source>
+        <translation>; ist es die Größe der ganzen Wand?</translation>
+    </message>
+    <message>
+        <source>the viewer is in the plane of &quot;%1&quot;, which he sees from its edge: he is before it</source>
+        <translation>der Betrachter ist in der Ebene von „%1“ und sieht nur ihre Kante: er steht davor</translation>
+    </message>
+    <message>
+        <source>name of plane %1, %2</source>
+        <translation>Name der Ebene %1, %2</translation>
+    </message>
+    <message>
+        <source>character %1 is U+%2, which a document cannot hold</source>
+        <translation>Zeichen %1 ist U+%2, das kein Dokument aufnehmen kann</translation>
+    </message>
+    <message>
+        <source>a size is %1 to %2 mm</source>
+        <translation>eine Größe ist %1 bis %2 mm</translation>
+    </message>
+    <message>
+        <source>eyes are 0 to %1 mm apart</source>
+        <translation>Augen sind 0 bis %1 mm voneinander entfernt</translation>
     </message>
 </context>
 <context>
@@ -3682,20 +3802,36 @@ auch wenn die Server dann instabil sein können?</translation>
 <context>
     <name>zoHPCWallWindows</name>
     <message>
-        <source>%1 screens on each host, %2 at most</source>
-        <translation>%1 Bildschirme je Rechner, höchstens %2</translation>
+        <source>both eyes of a tile on one node take an even number of screens, not %1</source>
+        <translation>beide Augen einer Kachel auf einem Knoten brauchen eine gerade Zahl von Bildschirmen, nicht %1</translation>
     </message>
     <message>
-        <source>both eyes of a tile on one host take an even number of screens, not %1</source>
-        <translation>beide Augen einer Kachel auf einem Rechner brauchen eine gerade Zahl von Bildschirmen, nicht %1</translation>
+        <source>%1 windows, %2 on each node, take %3 nodes: there are %4</source>
+        <translation>%1 Fenster, %2 auf jedem Knoten, brauchen %3 Knoten: vorhanden sind %4</translation>
     </message>
     <message>
-        <source>%1 windows, %2 on each host, take %3 hosts: there are %4</source>
-        <translation>%1 Fenster, %2 je Rechner, brauchen %3 Rechner: es gibt %4</translation>
+        <source>a node for each eye takes 2 nodes: there is 1</source>
+        <translation>ein Knoten für jedes Auge braucht 2 Knoten: vorhanden ist 1</translation>
     </message>
     <message>
-        <source>%1 windows do not spread evenly over %2 hosts</source>
-        <translation>%1 Fenster verteilen sich nicht gleichmäßig auf %2 Rechner</translation>
+        <source>one node has no window: each eye has as many nodes as the other one</source>
+        <translation>ein Knoten hat kein Fenster: jedes Auge hat so viele Knoten wie das andere</translation>
+    </message>
+    <message>
+        <source>%1 windows on the first nodes of each eye, %2 on the others</source>
+        <translation>%1 Fenster auf den ersten Knoten jedes Auges, %2 auf den anderen</translation>
+    </message>
+    <message>
+        <source>%1 windows on the first node, %2 on each of the others</source>
+        <translation>%1 Fenster auf dem ersten Knoten, %2 auf jedem anderen</translation>
+    </message>
+    <message>
+        <source>%1 windows on each of the first %2 nodes, %3 on the others</source>
+        <translation>%1 Fenster auf jedem der ersten %2 Knoten, %3 auf den anderen</translation>
+    </message>
+    <message>
+        <source>%1 screens on each node, %2 at most</source>
+        <translation>%1 Bildschirme auf jedem Knoten, höchstens %2</translation>
     </message>
 </context>
 <context>

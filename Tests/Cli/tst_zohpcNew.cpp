@@ -93,6 +93,9 @@ private slots:
     void unitsOfOverlapsAndBezels();
     void viewerOfACaveIsTheOtherEndOfItsCenter();
     void likelyMistakeIsTold();
+    void unevenSpreadIsTold();
+    void viewerOutsideOfACaveIsTold_data();
+    void viewerOutsideOfACaveIsTold();
     void nodesThatDoNotRenderGetNoWindow();
 
     void hostsAreToldAsHostsExpandTellsThem_data();
@@ -382,6 +385,41 @@ void tst_zohpcNew::likelyMistakeIsTold()
     QCOMPARE(projection(run.output).attribute("width"), QStringLiteral("3.6"));
 }
 
+// Where windows do not spread evenly, somebody is told which nodes have more, and nothing is wrong.
+void tst_zohpcNew::unevenSpreadIsTold()
+{
+    const zoCommandRun run = zoCommandRun::zohpc({"new", "--wall", "3x1", "--hosts", "a b"});
+
+    QCOMPARE(run.errors,
+             QByteArray("zohpc new: --hosts: 2 windows on the first node, 1 on each of the others\n"));
+    QCOMPARE(run.exitCode, 0);
+    QCOMPARE(windows(run.output).size(), 3);
+}
+
+void tst_zohpcNew::viewerOutsideOfACaveIsTold_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QByteArray>("told");
+
+    const QByteArray left =
+        ": the viewer is outside the cave, behind its wall \"left\": inside he is less than "
+        "1500 mm from the middle of the cave toward it\n";
+    QTest::newRow("viewer") << QStringList{"--viewer", "-1600,0,0"} << "zohpc new: --viewer" + left;
+    QTest::newRow("center") << QStringList{"--center", "1600,0,0"} << "zohpc new: --center" + left;
+}
+
+void tst_zohpcNew::viewerOutsideOfACaveIsTold()
+{
+    QFETCH(QStringList, options);
+    QFETCH(QByteArray, told);
+
+    const zoCommandRun run =
+        zoCommandRun::zohpc(QStringList{"new", "--cave", "3000x2400x3000", "--hosts", "n[1-4]"} + options);
+
+    QCOMPARE(run.errors, told);
+    QCOMPARE(run.exitCode, 1);
+}
+
 void tst_zohpcNew::nodesThatDoNotRenderGetNoWindow()
 {
     const zoCommandRun run =
@@ -529,7 +567,7 @@ void tst_zohpcNew::wrongUsageIsTold_data()
         << QByteArray("--angle: 4 columns with 100 degrees from one to the next do not fit into a circle");
     QTest::newRow("curved-from-behind")
         << curved + tileSize + QStringList{"--radius", "1000", "--viewer", "0,0,-1"}
-        << QByteArray("--viewer: the viewer is before the wall: more than 0 mm away");
+        << QByteArray("--viewer: the viewer is before the wall: 0.1 mm away or more");
     QTest::newRow("two-sizes") << wall + hosts + size + tileSize
                                << QByteArray("--size and --tile-size exclude each other");
     QTest::newRow("radius-of-a-wall")
@@ -550,7 +588,7 @@ void tst_zohpcNew::wrongUsageIsTold_data()
                                          << QByteArray("--windows-per-node: \"0\" is no number of 1 to 16");
     QTest::newRow("hosts-too-few") << QStringList{"--wall", "5x1", "--windows-per-node", "2"} + hosts
                                    << QByteArray(
-                                          "--hosts: 5 windows, 2 on each host, take 3 hosts: there are 2");
+                                          "--hosts: 5 windows, 2 on each node, take 3 nodes: there are 2");
     QTest::newRow("units-that-differ") << wall + hosts + size + QStringList{"--overlap", "5mmx5px"}
                                        << QByteArray("--overlap: \"5mmx5px\" is no number of pixels");
     QTest::newRow("plane") << QStringList{"--plane", "2x2", "--hosts", "a"}
@@ -567,14 +605,24 @@ void tst_zohpcNew::wrongUsageIsTold_data()
         << wall + QStringList{"--hosts", "a[rt=0]"}
         << QByteArray("--hosts: gateways and nodes that do not render drive no screen, and \"a[rt=0]\" has "
                       "no other");
-    QTest::newRow("hosts-uneven") << QStringList{"--wall", "3x1"} + hosts
-                                  << QByteArray("--hosts: 3 windows do not spread evenly over 2 hosts");
+    QTest::newRow("option-given-twice") << wall + hosts + QStringList{"--tile", "1x1", "--tile", "2x2"}
+                                        << QByteArray("--tile is given more than once");
+    QTest::newRow("eyes-far-apart") << wall + hosts + QStringList{"--eye-separation", "1e300"}
+                                    << QByteArray("--eye-separation: eyes are 0 to 1000 mm apart");
+    QTest::newRow("no-distance") << wall + hosts + QStringList{"--distance", "1e-300"}
+                                 << QByteArray(
+                                        "--distance: the viewer is before the wall: 0.1 mm away or more");
+    QTest::newRow("center-far-away") << QStringList{"--cave",  "3000x3000x3000", "--hosts",
+                                                    "a b c d", "--center",       "1e300,0,0"}
+                                     << QByteArray("--center: a place is at most 1000000 mm away");
+    QTest::newRow("name") << wall + hosts + QStringList{"--name", QStringLiteral("a\uffff")}
+                          << QByteArray("--name: character 2 is U+FFFF, which a document cannot hold");
     QTest::newRow("hosts-twice") << wall + QStringList{"--hosts", "a a"}
                                  << QByteArray("--hosts: \"a\" comes twice");
     QTest::newRow("hosts-none") << wall + QStringList{"--hosts", "{ }"}
-                                << QByteArray("--hosts: no host in \"{ }\"");
+                                << QByteArray("--hosts: no node in \"{ }\"");
     QTest::newRow("too-many-screens") << QStringList{"--wall", "17x1", "--hosts", "a"}
-                                      << QByteArray("--hosts: 17 screens on each host, 16 at most");
+                                      << QByteArray("--hosts: 17 screens on each node, 16 at most");
 }
 
 void tst_zohpcNew::wrongUsageIsTold()

@@ -16,6 +16,7 @@ private slots:
     void everyTileIsTold_data();
     void everyTileIsTold();
     void planesOfACurvedWallAreOneElevation();
+    void pagesOfPanelsReadWell();
     void namesCanBeSearched();
     void sameContentHasSameBytes();
     void headerHasProgramAndVersion();
@@ -86,9 +87,37 @@ void tst_zohpcReport::planesOfACurvedWallAreOneElevation()
         text.contains("3 x 2 tiles, 6000 x 2250 mm, each 2000 x 1125 mm, unrolled, 60 degrees from column to "
                       "column"));
     // On the elevation and among the cables.
-    QCOMPARE(text.count("row 2, column 3"), 2);
+    QCOMPARE(QByteArray(text).replace("\u00a0", " ").count("row 2, column 3"), 2);
     // Where each column stands.
     QVERIFY(text.contains("Wall, column 3"));
+}
+
+// Numbers of two digits do not fall below their words, frames are no overlap, and "None." takes no page of its own.
+void tst_zohpcReport::pagesOfPanelsReadWell()
+{
+    if (QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty())
+        QSKIP("pdftotext (Debian package poppler-utils) is not installed");
+    const zoCliFiles files;
+    const QByteArray wall = zoCommandRun::zohpc({"new", "--wall", "10x10", "--tile-size", "1209.6x680.4",
+                                                 "--bezel", "1.8x1.8", "--hosts", "gate[rt=0] { n[1-100] }"})
+                                .output;
+    const QString input = files.write(QStringLiteral("panels.zhpc"), wall);
+    const QString output = files.path(QStringLiteral("panels.pdf"));
+
+    const zoCommandRun run = zoCommandRun::zohpc({"report", input, "-o", output, "--paper", "A3"});
+
+    QCOMPARE(run.exitCode, 0);
+    const QByteArray text = zoCommandRun::program(QStringLiteral("pdftotext"), {"-layout", output, "-"}, {},
+                                                  {"PATH=" + qEnvironmentVariable("PATH")})
+                                .output;
+    QVERIFY(text.contains("10 x 10 tiles, 12112.2 x 6820.2 mm, each 1209.6 x 680.4 mm, 1.8 x 1.8 mm from "
+                          "picture to picture"));
+    QVERIFY(text.contains("1 node\n"));
+    const QList<QByteArray> lines = text.split('\n');
+    for (const QByteArray& line : lines)
+        QVERIFY2(!line.trimmed().endsWith("column"), line.constData());
+    const QList<QByteArray> pages = text.trimmed().split('\f');
+    QVERIFY(pages.constLast().contains("None.") && pages.constLast().contains("Viewer"));
 }
 
 void tst_zohpcReport::namesCanBeSearched()

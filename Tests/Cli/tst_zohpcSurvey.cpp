@@ -32,6 +32,7 @@ private slots:
     void windowsGoOnShowingTheirTiles();
     void takenNamesAreRefused();
     void gapsWiderThanTheWallAreRefused();
+    void overlapOfWholeTilesIsRefused();
     void wrongUsageIsRefused_data();
     void wrongUsageIsRefused();
     void inputIsNotOverwritten();
@@ -272,6 +273,20 @@ void tst_zohpcSurvey::gapsWiderThanTheWallAreRefused()
     QCOMPARE(run.whole(),
              QByteArray("--- errors\n-: the gaps of \"A\" leave nothing for its tiles: it is 3000.0 x "
                         "2000.0 mm\n--- exit code 2\n"));
+}
+
+void tst_zohpcSurvey::overlapOfWholeTilesIsRefused()
+{
+    const QByteArray room =
+        "wall A tiles 2x1 gap -3001 x 0\nupright A\nfloor A.bottom 0\n"
+        "viewer distance 2 m height 1 m\ndistance A.ll A.lr 3 m\ndistance A.ll A.ul 2 m\n";
+
+    const zoCommandRun run = zoCommandRun::zohpc({"survey", "-", "-o", "-"}, room);
+
+    QCOMPARE(
+        run.whole(),
+        QByteArray("--- errors\n-: the tiles of \"A\" overlap by more than their own size: it is 3000.0 x "
+                   "2000.0 mm\n--- exit code 2\n"));
 }
 
 void tst_zohpcSurvey::wrongUsageIsRefused_data()

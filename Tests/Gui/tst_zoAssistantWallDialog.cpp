@@ -55,6 +55,15 @@ private slots:
     void placeInThePictureMovesTheViewer();
     void eachEyeHasItsWindows();
     void countTellsNodesAndNotes();
+    void fieldsTakeSumsAndUnits_data();
+    void fieldsTakeSumsAndUnits();
+    void fractionIsNoWholeNumber();
+    void cellsOfPlanesTakeSumsAndUnits();
+    void doubtIsToldAndOkStays_data();
+    void doubtIsToldAndOkStays();
+    void unevenSpreadIsTold();
+    void buttonsOfKindsStayWhereTheyAre();
+    void picturePlaceIsAskedFor();
     void pixelsAreReadInAnyForm_data();
     void pixelsAreReadInAnyForm();
     void refusalIsToldAndTheDialogStays();
@@ -214,7 +223,7 @@ void tst_zoAssistantWallDialog::okWaitsForWhatIsMissing()
     QVERIFY(!ok()->isEnabled());
     QVERIFY2(message->text().contains("node[1-6]"), qPrintable(message->text()));
 
-    type("a b c d");
+    type("a a");
     QVERIFY(!ok()->isEnabled());
     QVERIFY2(message->text().startsWith("Nodes: "), qPrintable(message->text()));
 
@@ -407,6 +416,177 @@ void tst_zoAssistantWallDialog::countTellsNodesAndNotes()
     QVERIFY2(count->text().contains("At character "), qPrintable(count->text()));
 }
 
+void tst_zoAssistantWallDialog::fieldsTakeSumsAndUnits_data()
+{
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<double>("value");
+    QTest::addColumn<QString>("shown");
+
+    QTest::newRow("metres") << "en_US"
+                            << "m_width"
+                            << "3.2m" << 3200.0 << "3200 mm";
+    QTest::newRow("quotient") << "en_US"
+                              << "m_width"
+                              << "5520/3" << 1840.0 << "1840 mm";
+    QTest::newRow("inches") << "en_US"
+                            << "m_height"
+                            << "12in" << 304.8 << "304.8 mm";
+    QTest::newRow("german") << "de_DE"
+                            << "m_height"
+                            << "3,2m+5cm" << 3250.0 << "3250 mm";
+    QTest::newRow("comma-is-a-decimal-mark") << "en_US"
+                                             << "m_height"
+                                             << "2,000" << 2.0 << "2 mm";
+    QTest::newRow("point-in-german") << "de_DE"
+                                     << "m_height"
+                                     << "2.5" << 2.5 << "2,5 mm";
+    QTest::newRow("below-zero") << "en_US"
+                                << "m_right"
+                                << "-1.5m" << -1500.0 << "-1500 mm";
+    QTest::newRow("pixels") << "en_US"
+                            << "m_acrossPixels"
+                            << "2*60px" << 120.0 << "120 px";
+    QTest::newRow("count") << "en_US"
+                           << "m_columns"
+                           << "12/3" << 4.0 << "4";
+    QTest::newRow("arabic") << "ar_EG"
+                            << "m_height" << QStringLiteral("\u0663\u066b\u0665m") << 3500.0 << QString();
+}
+
+void tst_zoAssistantWallDialog::fieldsTakeSumsAndUnits()
+{
+    QFETCH(QString, locale);
+    QFETCH(QString, field);
+    QFETCH(QString, typed);
+    QFETCH(double, value);
+    QFETCH(QString, shown);
+    choose("m_power");
+    chooseGap(1);
+    auto* number = find<QDoubleSpinBox>(field.toLatin1().constData());
+    number->setLocale(QLocale(locale));
+    number->setFocus();
+    number->selectAll();
+
+    // No keyboard of the test has digits of other scripts.
+    if (typed == QString::fromLatin1(typed.toLatin1()))
+        QTest::keyClicks(number, typed);
+    else
+        number->findChild<QLineEdit*>()->insert(typed);
+    QCOMPARE(number->value(), value); // while it is typed
+    QTest::keyClick(number, Qt::Key_Tab);
+
+    QCOMPARE(number->value(), value);
+    if (!shown.isNull())
+        QCOMPARE(number->text(), shown);
+}
+
+// "2.5" columns are none, and never 25.
+void tst_zoAssistantWallDialog::fractionIsNoWholeNumber()
+{
+    auto* columns = find<QDoubleSpinBox>("m_columns");
+    columns->setFocus();
+    columns->selectAll();
+
+    QTest::keyClicks(columns, "2.5");
+    QTest::keyClick(columns, Qt::Key_Tab);
+
+    QCOMPARE(columns->value(), 2.0);
+    QCOMPARE(m_dialog->plan().columns, 2);
+}
+
+void tst_zoAssistantWallDialog::cellsOfPlanesTakeSumsAndUnits()
+{
+    choose("m_planes");
+    auto* table = find<QTableWidget>("m_planes");
+    table->setCurrentCell(0, 1);
+    table->editItem(table->item(0, 1));
+    auto* field = table->findChild<QDoubleSpinBox*>();
+    QVERIFY(field);
+    field->selectAll();
+
+    QTest::keyClicks(field, "2.4m/2");
+    QTest::keyClick(field, Qt::Key_Return);
+
+    QTRY_COMPARE(m_dialog->plan().planes[0].size.width(), 1200.0);
+    QCOMPARE(table->item(0, 1)->data(Qt::EditRole).toDouble(), 1200.0);
+}
+
+void tst_zoAssistantWallDialog::doubtIsToldAndOkStays_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<double>("value");
+    QTest::addColumn<QString>("message");
+
+    QTest::newRow("outside-the-cave")
+        << "m_cave"
+        << "m_right" << -1600.0
+        << "Viewer: the viewer is outside the cave, behind its wall \"left\": inside he is less than 1500 mm "
+           "from the middle of the cave toward it";
+    QTest::newRow("size-of-a-tile") << "m_power"
+                                    << "m_width" << 2400.0
+                                    << "Size: pictures would be 50 % too high; is it the size of one tile?";
+}
+
+void tst_zoAssistantWallDialog::doubtIsToldAndOkStays()
+{
+    QFETCH(QString, kind);
+    QFETCH(QString, field);
+    QFETCH(double, value);
+    QFETCH(QString, message);
+    choose(qPrintable(kind));
+    type("n[1-8]");
+
+    set(qPrintable(field), value);
+
+    QTRY_COMPARE(find<QLabel>("m_message")->text(), message);
+    QVERIFY(ok()->isEnabled());
+}
+
+void tst_zoAssistantWallDialog::unevenSpreadIsTold()
+{
+    type("n[1-4]");
+
+    QCOMPARE(find<QLabel>("m_count")->text(),
+             QStringLiteral("4 nodes; 6 windows: 2 windows on each of the first 2 nodes, 1 on the others"));
+    QTRY_VERIFY(ok()->isEnabled());
+}
+
+void tst_zoAssistantWallDialog::buttonsOfKindsStayWhereTheyAre()
+{
+    const char* const kinds[] = {"m_tiled", "m_power", "m_cave", "m_curved", "m_planes"};
+    const auto places = [&] {
+        QList<QRect> list;
+        for (const char* kind : kinds) {
+            const auto* button = find<QToolButton>(kind);
+            list << QRect(button->mapTo(m_dialog.get(), QPoint()), button->size());
+        }
+        return list;
+    };
+    const QList<QRect> before = places();
+
+    for (const char* kind : kinds) {
+        choose(kind);
+        QCoreApplication::processEvents();
+        QCOMPARE(places(), before);
+    }
+}
+
+void tst_zoAssistantWallDialog::picturePlaceIsAskedFor()
+{
+    auto* button = find<QPushButton>("m_standHere");
+    QVERIFY(button->toolTip().contains("click in the picture"));
+
+    button->click();
+    QCOMPARE(find<QLabel>("m_message")->text(),
+             QStringLiteral("Click in the picture where the viewer stands."));
+    button->click();
+
+    QVERIFY(find<QLabel>("m_message")->text().contains("node["));
+}
+
 void tst_zoAssistantWallDialog::pixelsAreReadInAnyForm_data()
 {
     QTest::addColumn<QString>("text");
@@ -417,6 +597,8 @@ void tst_zoAssistantWallDialog::pixelsAreReadInAnyForm_data()
     QTest::newRow("blank") << " 10 20 px" << QSize(10, 20);
     QTest::newRow("one") << "1920" << QSize();
     QTest::newRow("none") << "" << QSize();
+    QTest::newRow("sums") << "2*1920 x 3240/3" << QSize(3840, 1080);
+    QTest::newRow("pixels-of-each") << "1920 px x 1080 px" << QSize(1920, 1080);
     QTest::newRow("negative") << "-1920 x 1080" << QSize();
 }
 

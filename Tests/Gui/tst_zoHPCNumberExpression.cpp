@@ -11,8 +11,9 @@
 #include <climits>
 
 Q_DECLARE_METATYPE(zoHPCNumberExpression::Unit)
-Q_DECLARE_METATYPE(QValidator::State)
+Q_DECLARE_METATYPE(zoHPCNumberExpression::State)
 
+using State = zoHPCNumberExpression::State;
 using Unit = zoHPCNumberExpression::Unit;
 
 // Units and sums in number fields.
@@ -34,6 +35,8 @@ private slots:
     void integerFieldTakesSums_data();
     void integerFieldTakesSums();
     void everyBeginningIsHarmless();
+    void groups_data();
+    void groups();
 };
 
 void tst_zoHPCNumberExpression::isRead_data()
@@ -72,7 +75,7 @@ void tst_zoHPCNumberExpression::isRead()
 
     const zoHPCNumberExpression::Result result = zoHPCNumberExpression::evaluate(text, unit);
 
-    QCOMPARE(result.state, QValidator::Acceptable);
+    QCOMPARE(result.state, State::Acceptable);
     QVERIFY2(qAbs(result.value - value) < 1e-9, qPrintable(QString::number(result.value)));
 }
 
@@ -80,10 +83,10 @@ void tst_zoHPCNumberExpression::isNotRead_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<Unit>("unit");
-    QTest::addColumn<QValidator::State>("state");
+    QTest::addColumn<State>("state");
 
-    const auto Intermediate = QValidator::Intermediate;
-    const auto Invalid = QValidator::Invalid;
+    const auto Intermediate = State::Intermediate;
+    const auto Invalid = State::Invalid;
     QTest::newRow("empty") << "" << Unit::None << Intermediate;
     QTest::newRow("sign") << "-" << Unit::None << Intermediate;
     QTest::newRow("open-quotient") << "5520/" << Unit::None << Intermediate;
@@ -111,7 +114,7 @@ void tst_zoHPCNumberExpression::isNotRead()
 {
     QFETCH(QString, text);
     QFETCH(Unit, unit);
-    QFETCH(QValidator::State, state);
+    QFETCH(State, state);
 
     QCOMPARE(zoHPCNumberExpression::evaluate(text, unit).state, state);
 }
@@ -246,8 +249,43 @@ void tst_zoHPCNumberExpression::everyBeginningIsHarmless()
     const QString whole = QStringLiteral("(5520-2*60)/3+1.5m-12in");
     for (int length = 1; length <= whole.size(); ++length) {
         const auto result = zoHPCNumberExpression::evaluate(whole.left(length), Unit::Millimetre);
-        QVERIFY2(result.state != QValidator::Invalid, qPrintable(whole.left(length)));
+        QVERIFY2(result.state != State::Invalid, qPrintable(whole.left(length)));
     }
+}
+
+void tst_zoHPCNumberExpression::groups_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("without");
+
+    QTest::newRow("three-digits") << "2,000"
+                                  << "2000";
+    QTest::newRow("with-unit") << "2,000mm"
+                               << "2000mm";
+    QTest::newRow("in-a-sum") << "-123,456+7"
+                              << "-123456+7";
+    QTest::newRow("two-digits") << "2,00"
+                                << "2,00";
+    QTest::newRow("four-digits") << "2,0000"
+                                 << "2,0000";
+    QTest::newRow("four-before") << "1234,567"
+                                 << "1234,567";
+    QTest::newRow("zero") << "0,500"
+                          << "0,500";
+    QTest::newRow("point") << "2.000"
+                           << "2.000";
+    QTest::newRow("two-marks") << "1,234.5"
+                               << "1,234.5";
+    QTest::newRow("two-groups") << "1,234,567"
+                                << "1,234,567";
+}
+
+void tst_zoHPCNumberExpression::groups()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, without);
+
+    QCOMPARE(zoHPCNumberExpression::withoutGroups(text), without);
 }
 
 ZO_TEST_MAIN(tst_zoHPCNumberExpression)

@@ -6,22 +6,29 @@
 #include <zoHPCLayout.h>
 #include <zoHPCProblems.h>
 #include <zoHPCProjectionItem.h>
+#include <zoHPCWallBuilder.h>
 #include <zoHostApplication.h>
 #include <zoHostDocument.h>
 #include <zoKernelServiceFactory.h>
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
+#include <QCommandLinkButton>
 #include <QDialog>
 #include <QDialogButtonBox>
+#include <QDomDocument>
 #include <QDoubleSpinBox>
 #include <QFile>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QTableWidget>
 #include <QTemporaryDir>
 #include <QToolBar>
 #include <QToolButton>
+#include <QTreeWidget>
 #include <QWindow>
 
 #include <atomic>
@@ -68,6 +75,68 @@ QWidget* toolButton(const char* action)
             return bar->widgetForAction(candidate);
     }
     return nullptr;
+}
+
+QWidget* taskButton(const char* name)
+{
+    return hostWindow()->findChild<QCommandLinkButton*>(QLatin1String(name));
+}
+
+Person::Spot rowOf(const QTreeWidget* tree, const QTreeWidgetItem* item)
+{
+    return tree == nullptr || item == nullptr ? Person::Spot()
+                                              : Person::Spot{tree->viewport(), tree->visualItemRect(item)};
+}
+
+// A configuration as New wall makes it.
+QString built(int rows, int columns, const char* hosts)
+{
+    zoHPCWallPlan plan = zoHPCWallPlan::of(zoHPCWallPlan::Kind::Power);
+    plan.rows = rows;
+    plan.columns = columns;
+    plan.size = {columns * 1200.0, rows * 675.0};
+    plan.hosts = QLatin1String(hosts);
+    return zoHPCWallBuilder::build(plan).text;
+}
+
+void openAssistant(const Person& person)
+{
+    person.click("Assistant", [] {
+        auto* list = hostWindow()->findChild<QTreeWidget*>("ModuleList");
+        const QList<QTreeWidgetItem*> found =
+            list->findItems("Assistant", Qt::MatchExactly | Qt::MatchRecursive);
+        return found.isEmpty() ? Person::Spot() : rowOf(list, found.constFirst());
+    });
+}
+
+void openDisplaySetup(const Person& person)
+{
+    person.click("Display Setup", [] {
+        auto* bar = clusterWindow()->findChild<QToolBar*>("toolBar");
+        return Person::spotOf(bar->widgetForAction(Person::actionOf(bar->actions(), "Display Setup...")));
+    });
+    person.waitFor("the dialog", [] { return inDialog<QTreeWidget>("m_displayTree") != nullptr; });
+}
+
+// In the host tree and the fields beside it.
+void disableNode(const Person& person, const char* node)
+{
+    const auto tree = [] { return clusterWindow()->findChild<QTreeWidget*>("m_treeWidget"); };
+    const auto box = [] { return clusterWindow()->findChild<QCheckBox*>("m_hostEnabled"); };
+    person.click(node, [tree, node] {
+        const QList<QTreeWidgetItem*> found =
+            tree()->findItems(QLatin1String(node), Qt::MatchExactly | Qt::MatchRecursive);
+        return found.isEmpty() || found.constFirst()->isHidden() ? Person::Spot()
+                                                                 : rowOf(tree(), found.constFirst());
+    });
+    person.waitFor("its fields", [box, node] {
+        const auto* name = clusterWindow()->findChild<QLineEdit*>("m_hostName");
+        return box()->isVisible() && box()->isChecked() && name->text() == QLatin1String(node);
+    });
+    person.click("Enabled", [box] {
+        return Person::Spot{box(), QRect(0, 0, box()->height(), box()->height())};
+    });
+    person.waitFor("it is disabled", [box] { return !box()->isChecked(); });
 }
 
 void openNewWall(const Person& person)
@@ -126,6 +195,11 @@ private slots:
     void powerWallOverSixNodes();
     void tiledWallBehindAGateway();
     void stereoCaveOverEightNodes();
+    void measuredRoom();
+    void deletedProjectionComesBack();
+    void spareTakesTheTileOfAFailedNode();
+    void reportIsSaved();
+    void nodeOfFiveHundredIsDisabled();
 
 private:
     struct Wall
@@ -137,7 +211,8 @@ private:
         int problems = -1;
     };
 
-    void play(const std::function<void(const Person&)>& act);
+    // With a configuration that is open from the beginning; "" is the host's own.
+    void play(const std::function<void(const Person&)>& act, const QString& configuration = QString());
     void count(const char* journey, int mostClicks);
     Wall wall(const Person& person) const;
 
@@ -165,10 +240,16 @@ void tst_zohostJourneys::init()
 }
 
 // Runs the host, as the program does, until the person has gone the way.
-void tst_zohostJourneys::play(const std::function<void(const Person&)>& act)
+void tst_zohostJourneys::play(const std::function<void(const Person&)>& act, const QString& configuration)
 {
     zoHostOptions options;
     options.moduleFiles = QStringList{QStringLiteral(ZO_MODULE_FILE), QStringLiteral(ZO_ASSISTANT_FILE)};
+    if (!configuration.isEmpty()) {
+        options.configFile = m_directory.filePath("journey.zhpc");
+        QFile file(options.configFile);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QVERIFY(file.write(configuration.toUtf8()) > 0);
+    }
     zoHostApplication host(options);
     std::atomic<bool> hasLeft{false};
     std::string failure;
@@ -299,6 +380,149 @@ void tst_zohostJourneys::stereoCaveOverEightNodes()
     QCOMPARE(made.windows, 8);
     QCOMPARE(made.nodes, 8);
     QCOMPARE(made.problems, 0);
+}
+
+// A front wall is there to begin with; the left one is typed.
+void tst_zohostJourneys::measuredRoom()
+{
+    int planes = 0;
+    play([this, &planes](const Person& person) {
+        openAssistant(person);
+        person.click("Measured room", [] { return Person::spotOf(taskButton("m_measuredRoom")); });
+        const auto table = [] { return inDialog<QTableWidget>("m_table"); };
+        person.waitFor("the table has the keys",
+                       [table] { return table() != nullptr && table()->hasFocus(); });
+        int row = person.see([table] { return table()->currentRow(); });
+        for (const char* line :
+             {"wall Left size 2 m x 2 m", "join Front.left Left.right", "angle Front Left 90"}) {
+            person.waitFor("the line is current",
+                           [table, row] { return table()->currentRow() == row && table()->hasFocus(); });
+            person.type(QLatin1String(line));
+            person.press(zoDesktopInput::Key::Return);
+            person.waitFor("the line is taken", [table, row, line] {
+                return table()->item(row, 0)->text() == QLatin1String(line);
+            });
+            ++row;
+        }
+        person.keepPicture("journey-measured-room");
+        person.click("OK", [] { return Person::spotOf(okButton()); });
+        person.waitFor("the dialog is closed", [] { return QApplication::activeModalWidget() == nullptr; });
+        count("A room of two walls from a tape measure", 5);
+        planes = wall(person).tiles;
+    });
+
+    QCOMPARE(planes, 2);
+}
+
+void tst_zohostJourneys::deletedProjectionComesBack()
+{
+    Wall after;
+    play(
+        [this, &after](const Person& person) {
+            openDisplaySetup(person);
+            const auto tree = [] { return inDialog<QTreeWidget>("m_projectionTree"); };
+            person.click("the projection", [tree] { return rowOf(tree(), tree()->topLevelItem(0)); });
+            person.waitFor("the tree has the keys", [tree] { return tree()->hasFocus(); });
+            person.press(zoDesktopInput::Key::Delete);
+            person.waitFor("it is gone", [tree] { return tree()->topLevelItemCount() == 0; });
+            person.click("Undo", [] { return Person::spotOf(inDialog<QPushButton>("m_undoButton")); });
+            person.waitFor("it is back", [tree] { return tree()->topLevelItemCount() == 1; });
+            person.click("OK", [] { return Person::spotOf(okButton()); });
+            person.waitFor("the dialog is closed",
+                           [] { return QApplication::activeModalWidget() == nullptr; });
+            count("A projection deleted, and brought back with its viewports", 5);
+            after = wall(person);
+        },
+        built(2, 3, "n[1-6]"));
+
+    QCOMPARE(after.tiles, 6);
+    QCOMPARE(after.problems, 0);
+}
+
+void tst_zohostJourneys::spareTakesTheTileOfAFailedNode()
+{
+    Wall after;
+    QString text;
+    play(
+        [this, &after, &text](const Person& person) {
+            disableNode(person, "n5");
+            openDisplaySetup(person);
+            const auto tree = [] { return inDialog<QTreeWidget>("m_displayTree"); };
+            person.click("its window", [tree] { return rowOf(tree(), tree()->topLevelItem(0)->child(4)); });
+            person.choose(
+                "Render node", [] { return inDialog<QComboBox>("m_renderNode"); }, "spare");
+            person.click("OK", [] { return Person::spotOf(okButton()); });
+            person.waitFor("the dialog is closed",
+                           [] { return QApplication::activeModalWidget() == nullptr; });
+            count("A failed node replaced by a spare one", 8);
+            after = wall(person);
+            text = person.see([] { return clusterWindow()->property("configuration").toString(); });
+        },
+        built(2, 3, "n[1-6] spare"));
+
+    QCOMPARE(after.windows, 6);
+    QCOMPARE(after.problems, 0);
+    QVERIFY(text.contains("node=\"spare\""));
+    QVERIFY(!text.contains("node=\"n5\""));
+}
+
+void tst_zohostJourneys::reportIsSaved()
+{
+    const QString file = m_directory.filePath("journey.pdf");
+    play(
+        [this, file](const Person& person) {
+            openAssistant(person);
+            person.click("Report", [] { return Person::spotOf(taskButton("m_report")); });
+            person.click("Save as PDF", [] { return Person::spotOf(inDialog<QPushButton>("m_save")); });
+            // The name of the configuration stands there, in its folder.
+            person.waitFor("the name has the keys", [] {
+                auto* field = inDialog<QLineEdit>("fileNameEdit");
+                return field != nullptr && field->hasFocus();
+            });
+            person.press(zoDesktopInput::Key::Return);
+            person.waitFor("the report is there", [file] { return QFile::exists(file); });
+            count("The report as PDF", 4);
+            person.waitFor("the report is told", [file] {
+                auto* message = inDialog<QLabel>("m_message");
+                return message != nullptr && message->text().contains(file);
+            });
+            person.keepPicture("journey-report");
+            person.press(zoDesktopInput::Key::Escape);
+            person.waitFor("the dialog is closed",
+                           [] { return QApplication::activeModalWidget() == nullptr; });
+        },
+        built(2, 3, "n[1-6]"));
+
+    QFile pdf(file);
+    QVERIFY(pdf.open(QIODevice::ReadOnly));
+    QVERIFY(pdf.readAll().startsWith("%PDF-"));
+}
+
+void tst_zohostJourneys::nodeOfFiveHundredIsDisabled()
+{
+    QString text;
+    play(
+        [this, &text](const Person& person) {
+            const auto filter = [] { return clusterWindow()->findChild<QLineEdit*>("m_filter"); };
+            person.click("the filter", [filter] { return Person::spotOf(filter()); });
+            person.waitFor("the filter has the keys", [filter] { return filter()->hasFocus(); });
+            person.type("317");
+            disableNode(person, "node317");
+            count("One node of 500 found and disabled", 4);
+            text = person.see([] { return clusterWindow()->property("configuration").toString(); });
+        },
+        built(20, 25, "node[001-500]"));
+
+    QDomDocument document;
+    QVERIFY(document.setContent(text));
+    QStringList disabled;
+    const QDomNodeList nodes = document.elementsByTagName("node");
+    QCOMPARE(nodes.size(), 500);
+    for (int i = 0; i < nodes.size(); ++i) {
+        if (nodes.at(i).toElement().attribute("enabled") == QLatin1String("false"))
+            disabled << nodes.at(i).toElement().attribute("name");
+    }
+    QCOMPARE(disabled, QStringList("node317"));
 }
 
 int main(int argc, char** argv)

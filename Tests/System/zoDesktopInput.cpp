@@ -23,6 +23,8 @@ KeySym symbolOf(zoDesktopInput::Key key)
         return XK_F1;
     case zoDesktopInput::Key::Escape:
         return XK_Escape;
+    case zoDesktopInput::Key::Delete:
+        return XK_Delete;
     }
     return NoSymbol;
 }

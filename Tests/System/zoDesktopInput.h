@@ -10,7 +10,7 @@ struct _XDisplay;
 class zoDesktopInput final
 {
 public:
-    enum class Key { Return, Tab, Right, F1, Escape };
+    enum class Key { Return, Tab, Right, F1, Escape, Delete };
 
     zoDesktopInput(); // the display of the environment
     ~zoDesktopInput();

@@ -30,6 +30,8 @@ private slots:
     void pointListsHaveALimit();
     void pointListMistakes_data();
     void pointListMistakes();
+    void threeDigitsBehindACommaAreTold_data();
+    void threeDigitsBehindACommaAreTold();
     void hostileTextEnds_data();
     void hostileTextEnds();
 
@@ -59,6 +61,14 @@ void tst_zoHPCSurveyReader::lengthsHaveUnits_data()
     QTest::newRow("unit-line") << "unit cm\nwall A size 360 x 2 m" << 3600.0 << 2000.0;
     QTest::newRow("times-sign") << QString::fromUtf8("wall A size 3600 \303\227 2000") << 3600.0 << 2000.0;
     QTest::newRow("comment") << "wall A size 3600 x 2000 # by Ann\r" << 3600.0 << 2000.0;
+    QTest::newRow("sums") << "wall A size 10800/3 x 2000" << 3600.0 << 2000.0;
+    QTest::newRow("sums-of-units") << "wall A size 3.2 m + 40 cm x (1 + 1) m" << 3600.0 << 2000.0;
+    QTest::newRow("sums-in-one-word") << "wall A size 3*1200x2m-0" << 3600.0 << 2000.0;
+    QTest::newRow("sum-in-the-unit-of-the-line")
+        << "unit m\nwall A size 7.2/2 x 1.5 + 500 mm" << 3600.0 << 2000.0;
+    QTest::newRow("three-digits-of-metres") << "wall A size 3,600 m x 2,000 m" << 3600.0 << 2000.0;
+    QTest::newRow("three-digits-in-a-file-in-metres") << "unit m\nwall A size 3,600 x 2" << 3600.0 << 2000.0;
+    QTest::newRow("zero-before-the-comma") << "unit m\nwall A size 3.6 x 0,500 * 4" << 3600.0 << 2000.0;
     QTest::newRow("upper-case") << "WALL A SIZE 3600 X 2000" << 3600.0 << 2000.0;
 }
 
@@ -162,10 +172,32 @@ void tst_zoHPCSurveyReader::mistakeNamesItsLine_data()
     QTest::newRow("mark") << walls + "mark 101 Front.ll" << 3 << "\"101\" is in no point list";
     QTest::newRow("control") << walls + QChar(7) << 3 << "a control character; the file is no text";
     QTest::newRow("nul") << walls + QChar(0) << 3 << "a control character; the file is no text";
+    QTest::newRow("no-character") << walls + QStringLiteral("wall a\uffff") << 3
+                                  << "character 7 is U+FFFF, which no name can have";
+    QTest::newRow("other-no-character")
+        << walls + QStringLiteral("wall \ufffe") << 3 << "character 6 is U+FFFE, which no name can have";
+    QTest::newRow("half-a-character")
+        << walls + "wall a" + QChar(0xd83d) << 3 << "character 7 is U+D83D, which no name can have";
+    QTest::newRow("mark-of-direction")
+        << walls + QStringLiteral("wall a\u202e") << 3 << "character 7 is U+202E, which no name can have";
     QTest::newRow("quote") << walls + "upright \"Front" << 3 << "the quotation mark is not closed";
     QTest::newRow("tiny") << "wall A size 0.5 x 3" << 1 << "a wall is 1 mm wide and high at least";
     QTest::newRow("gaps") << "wall A size 100 x 100 tiles 3x1 gap 50 x 0" << 1
                           << "the gaps leave nothing for the tiles";
+    QTest::newRow("overlap-of-a-tile") << "wall A size 100 x 100 tiles 2x1 gap -100 x 0" << 1
+                                       << "tiles overlap by more than their own size; a gap below 0 is what "
+                                          "they share";
+    QTest::newRow("groups") << walls + "floor Front.ll 2,000" << 3
+                            << "\"2,000\" may be 2.000 or 2000: write the one that is meant";
+    QTest::newRow("groups-with-unit")
+        << walls + "floor Front.ll 2,000 mm" << 3
+        << "\"2,000 mm\" may be 2.000 mm or 2000 mm: write the one that is meant";
+    QTest::newRow("open-sum") << walls + "floor Front.ll 3 +" << 3
+                              << "\"3 +\" is no length; one is 3200, 3.2 m or 12 in";
+    QTest::newRow("two-numbers") << walls + "floor Front.ll 3 -2" << 3 << "\"-2\" is not expected here";
+    QTest::newRow("name-of-a-tile")
+        << "wall A size 3 m x 2 m tiles 2x1\nwall \"A row:1 col:2\" size 3 m x 2 m" << 2
+        << "\"A row:1 col:2\" is also the name of a tile of \"A\" in line 1: give the wall another name";
     QTest::newRow("two-viewers") << walls + "viewer distance 3\nviewer height 3" << 4
                                  << "there is a line \"viewer\" already";
 }
@@ -207,8 +239,12 @@ void tst_zoHPCSurveyReader::numbersAtTheLimits_data()
     QTest::newRow("too-many-tiles") << "wall A size 3 m x 3 m tiles 101x100" << false;
     QTest::newRow("no-tiles") << "wall A size 3 m x 3 m tiles 0x1" << false;
     QTest::newRow("part-of-a-tile") << "wall A size 3 m x 3 m tiles 1.5x1" << false;
+    QTest::newRow("overlap") << "wall A size 3 m x 3 m tiles 2x1 gap -2999 x 0" << true;
+    QTest::newRow("overlap-of-one-tile") << "wall A size 3 m x 3 m tiles 1x1 gap -3000 x 0" << true;
+    QTest::newRow("name-like-a-tile") << "wall A tiles 2x1\nwall \"A row:2 col:1\"" << true;
     QTest::newRow("tolerance") << "wall A size 3 m x 3 m +-0.0001" << true;
     QTest::newRow("no-tolerance") << "wall A size 3 m x 3 m +-0" << false;
+    QTest::newRow("name-of-pairs") << QStringLiteral("wall \U0001F5A5") << true;
     QTest::newRow("longest-name") << "wall " + QString(100, 'a') << true;
     QTest::newRow("name-too-long") << "wall " + QString(101, 'a') << false;
     QString walls;
@@ -242,6 +278,9 @@ void tst_zoHPCSurveyReader::pointListsAreRead_data()
     QTest::newRow("semicolons") << "P;1,5;2,5;3,5\n";
     QTest::newRow("tabs") << "P\t1.5\t2.5\t3.5\r\n";
     QTest::newRow("blanks") << "  P  1.5  2.5 3.5\n";
+    QTest::newRow("blanks-and-commas") << "P 1,5 2,5 3,5\n";
+    QTest::newRow("commas-and-blanks") << "P, 1.5, 2.5, 3.5\n";
+    QTest::newRow("three-decimals") << "P;1,500;2,500;3,500\nQ;0,100;1;1\n";
     QTest::newRow("quoted") << "\"P\",1.5,2.5,3.5\n";
     QTest::newRow("comment") << "# by Ann\n\nP,1.5,2.5,3.5\n";
     QTest::newRow("header") << "Name,X,Y,Z\nP,1.5,2.5,3.5\n";
@@ -255,7 +294,7 @@ void tst_zoHPCSurveyReader::pointListsAreRead()
 
     QVERIFY2(points.read(text, 1000.0, false), qPrintable(points.mistake()));
 
-    QCOMPARE(points.rows().size(), std::size_t(1));
+    QVERIFY2(points.remark().isEmpty(), qPrintable(points.remark()));
     QCOMPARE(points.rows().front().name, QStringLiteral("P"));
     QCOMPARE(points.rows().front().place.x, 1500.0);
     QCOMPARE(points.rows().front().place.y, 3500.0);
@@ -286,6 +325,21 @@ void tst_zoHPCSurveyReader::pointListMistakes_data()
     QTest::newRow("no-name") << ",1,2,3\n" << 1 << "the point's name is missing or too long";
     QTest::newRow("control") << QString("P,1,2,3\nQ,1,2,3") + QChar(27) << 2
                              << "a control character; the file is no text";
+    QTest::newRow("groups")
+        << "P;1;2;3\nQ;1;2,000;3\n"
+        << 2
+        << "\"2,000\" may be 2.000 or 2000: write numbers with a point, without separated "
+           "groups";
+    QTest::newRow("decimal-commas-between-commas")
+        << "P,1,500,2,500,3,500\n"
+        << 1
+        << "6 whole numbers; where the comma is a decimal mark, separate cells by semicolons, otherwise name "
+           "the columns in a first line: name,east,north,height";
+    QTest::newRow("more-cells-than-titles") << "name,x,y,z\nP,1,5,2,5,3,5\n"
+                                            << 2
+                                            << "7 cells under 4 titles; where the comma is a decimal mark, "
+                                               "separate cells by semicolons";
+    QTest::newRow("groups-and-points") << "P;1;2,500.5;3\n" << 1 << "\"2,500.5\" is no coordinate";
     QTest::newRow("too-large") << "P,1,2,1e20\n" << 1 << "\"1e20\" is too large a coordinate";
 }
 
@@ -305,6 +359,53 @@ void tst_zoHPCSurveyReader::pointListMistakes()
     QCOMPARE(reader.mistakes().front().file, QStringLiteral("list.csv"));
     QCOMPARE(reader.mistakes().front().line, line);
     QCOMPARE(reader.mistakes().front().text, mistake);
+}
+
+void tst_zoHPCSurveyReader::threeDigitsBehindACommaAreTold_data()
+{
+    QTest::addColumn<QString>("list");
+    QTest::addColumn<QString>("unit");
+    QTest::addColumn<QString>("told"); // remarks; none for a list that is refused
+
+    const QString remark =
+        "\"2,000\" is read as 2.000; should it be 2000, write numbers without separated groups";
+    QTest::newRow("metres") << "P;1;2;3\nQ;1;2,000;3"
+                            << "m" << remark;
+    QTest::newRow("feet") << "P;1;2;3\nQ;1;2,000;3"
+                          << "ft" << remark;
+    QTest::newRow("another-number-decides") << "P;1,5;2;3\nQ;1;2,000;3"
+                                            << "mm"
+                                            << "";
+    QTest::newRow("a-later-number-decides") << "P;1;2;3\nQ;1;2,000;3\nR;1;0,250;1"
+                                            << "m"
+                                            << "";
+    QTest::newRow("points") << "P;1.5;2;3\nQ;1;2,000;3"
+                            << "m" << QString();
+    QTest::newRow("millimetres") << "P;1;2;3\nQ;1;2,000;3"
+                                 << "mm" << QString();
+}
+
+void tst_zoHPCSurveyReader::threeDigitsBehindACommaAreTold()
+{
+    QFETCH(QString, list);
+    QFETCH(QString, unit);
+    QFETCH(QString, told);
+    zoHPCSurveyReader reader([&](const QString&, QString& text, QString&) {
+        text = list;
+        return true;
+    });
+
+    QCOMPARE(reader.read(QStringLiteral("wall A\npoints list.csv unit ") + unit), !told.isNull());
+
+    const std::vector<zoHPCSurvey::Remark>& remarks = reader.survey().remarks;
+    QCOMPARE(remarks.size(), std::size_t(told.isEmpty() ? 0 : 1));
+    for (const zoHPCSurvey::Remark& remark : remarks) {
+        QCOMPARE(remark.text, told);
+        QCOMPARE(remark.file, QStringLiteral("list.csv"));
+        QCOMPARE(remark.line, 2);
+    }
+    if (told.isNull())
+        QCOMPARE(reader.mistakes().front().line, 2);
 }
 
 void tst_zoHPCSurveyReader::hostileTextEnds_data()

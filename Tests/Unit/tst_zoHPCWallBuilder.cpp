@@ -282,6 +282,10 @@ private slots:
     void mistakesAreToldAtTheirField_data();
     void mistakesAreToldAtTheirField();
     void likelyMistakesAreWarnings();
+    void doubtsAreWarnings_data();
+    void doubtsAreWarnings();
+    void unevenWindowsAreSpread_data();
+    void unevenWindowsAreSpread();
     void hostsAreCounted_data();
     void hostsAreCounted();
     void sketchNeedsNoHosts();
@@ -486,14 +490,14 @@ void tst_zoHPCWallBuilder::mistakesAreToldAtTheirField_data()
             p.overlapUnit = Plan::Unit::Millimetres;
             p.overlap.across = -12.0;
         });
-    row("no-size", Kind::Power, Field::Size, "a size is more than 0 and at most 1e+06 mm",
+    row("no-size", Kind::Power, Field::Size, "a size is 0.01 to 1000000 mm",
         [](Plan& p) { p.size.setWidth(0.0); });
     row("bezels-use-the-wall-up", Kind::Power, Field::Overlap, "nothing of the size is left for pictures",
         [](Plan& p) {
             p.overlapUnit = Plan::Unit::Millimetres;
             p.overlap.across = -1800.0; // two gaps in 3600
         });
-    row("no-distance", Kind::Tiled, Field::Viewer, "the viewer is before the wall: more than 0 mm away",
+    row("no-distance", Kind::Tiled, Field::Viewer, "the viewer is before the wall: 0.1 mm away or more",
         [](Plan& p) { p.viewer.z = 0.0; });
     row("beside-a-wall-of-pixels", Kind::Tiled, Field::Viewer,
         "who looks at a wall without a size in millimetres is straight before its middle",
@@ -514,7 +518,7 @@ void tst_zoHPCWallBuilder::mistakesAreToldAtTheirField_data()
         });
     row("no-walls", Kind::Cave, Field::CaveWalls, "a cave has one wall at least",
         [](Plan& p) { p.caveWalls = 0; });
-    row("no-cave", Kind::Cave, Field::CaveSize, "a size is more than 0 and at most 1e+06 mm",
+    row("no-cave", Kind::Cave, Field::CaveSize, "a size is 0.01 to 1000000 mm",
         [](Plan& p) { p.caveSize.y = -1.0; });
     row("walls-that-share", Kind::Cave, Field::Overlap, "the walls of a cave share no pixels",
         [](Plan& p) { p.overlap.across = 5.0; });
@@ -522,37 +526,67 @@ void tst_zoHPCWallBuilder::mistakesAreToldAtTheirField_data()
     row("planes-of-one-name", Kind::Planes, Field::Planes, "",
         [](Plan& p) { p.planes[0].name = p.planes[1].name = QStringLiteral("Same"); });
     row("eyes-in-metres", Kind::Cave, Field::EyeSeparation, "", [](Plan& p) { p.eyeSeparation = 0.065; });
-    row("eyes-behind-each-other", Kind::Cave, Field::EyeSeparation, "eyes are 0 mm apart or more",
+    row("eyes-behind-each-other", Kind::Cave, Field::EyeSeparation, "eyes are 0 to 1000 mm apart",
         [](Plan& p) { p.eyeSeparation = -1.0; });
     row("more-screens-than-a-node-has", Kind::Tiled, Field::WindowsPerNode, "a node has 1 to 16 screens",
         [](Plan& p) { p.windowsPerNode = 17; });
     row("pairs-on-one-screen", Kind::Tiled, Field::WindowsPerNode,
-        "both eyes of a tile on one host take an even number of screens, not 3", [](Plan& p) {
+        "both eyes of a tile on one node take an even number of screens, not 3", [](Plan& p) {
             p.stereo = Plan::Stereo::LeftRight;
             p.eyeOrder = Plan::EyeOrder::SameNode;
             p.windowsPerNode = 3;
         });
-    row("hosts-uneven", Kind::Tiled, Field::Hosts, "6 windows do not spread evenly over 4 hosts",
-        [](Plan& p) { p.hosts = QStringLiteral("n[1-4]"); });
-    row("hosts-too-few", Kind::Tiled, Field::Hosts, "6 windows, 2 on each host, take 3 hosts: there are 2",
+    row("one-node-for-each-eye", Kind::Tiled, Field::Hosts, "a node for each eye takes 2 nodes: there is 1",
+        [](Plan& p) {
+            p.stereo = Plan::Stereo::LeftRight;
+            p.eyeOrder = Plan::EyeOrder::OwnNodes;
+            p.hosts = QStringLiteral("a");
+        });
+    row("too-many-screens", Kind::Tiled, Field::Hosts, "17 screens on each node, 16 at most", [](Plan& p) {
+        p.columns = 33;
+        p.rows = 1;
+        p.hosts = QStringLiteral("a b");
+    });
+    row("eyes-beyond-the-room", Kind::Cave, Field::EyeSeparation, "eyes are 0 to 1000 mm apart",
+        [](Plan& p) { p.eyeSeparation = 1e300; });
+    row("no-distance-to-speak-of", Kind::Power, Field::Viewer,
+        "the viewer is before the wall: 0.1 mm away or more", [](Plan& p) { p.viewer.z = 1e-300; });
+    row("far-away", Kind::Power, Field::Viewer, "a place is at most 1000000 mm away",
+        [](Plan& p) { p.viewer.z = 1e300; });
+    row("size-of-nothing", Kind::Power, Field::Size, "a size is 0.01 to 1000000 mm",
+        [](Plan& p) { p.size.setWidth(1e-300); });
+    row("hardly-an-angle", Kind::Curved, Field::Curvature,
+        "so small an angle takes a radius of more than 1000000 mm", [](Plan& p) {
+            p.curvature = Plan::Curvature::Angle;
+            p.columnAngle = 1e-300;
+        });
+    row("turned-too-often", Kind::Planes, Field::Planes,
+        "planes are turned and tilted by -360 to 360 degrees", [](Plan& p) { p.planes[0].yaw = 1e300; });
+    row("name-of-no-document", Kind::Tiled, Field::Name,
+        "character 3 is U+FFFF, which a document cannot hold",
+        [](Plan& p) { p.name = QStringLiteral("ab\uffff"); });
+    row("name-with-half-a-character", Kind::Tiled, Field::Name,
+        "character 2 is U+D83D, which a document cannot hold",
+        [](Plan& p) { p.name = QStringLiteral("a") + QChar(0xd83d); });
+    row("plane-of-no-document", Kind::Planes, Field::Planes,
+        "name of plane 2, character 1 is U+0001, which a document cannot hold",
+        [](Plan& p) { p.planes[1].name = QChar(1); });
+    row("hosts-of-no-document", Kind::Tiled, Field::Hosts,
+        "character 2 is U+FFFE, which a document cannot hold",
+        [](Plan& p) { p.hosts = QStringLiteral("n\ufffe"); });
+    row("hosts-too-few", Kind::Tiled, Field::Hosts, "6 windows, 2 on each node, take 3 nodes: there are 2",
         [](Plan& p) {
             p.windowsPerNode = 2;
             p.hosts = QStringLiteral("a b");
         });
     row("hosts-too-few-for-eyes", Kind::Tiled, Field::Hosts,
-        "12 windows, 4 on each host, take 4 hosts: there are 3", [](Plan& p) {
+        "12 windows, 4 on each node, take 4 nodes: there are 3", [](Plan& p) {
             p.stereo = Plan::Stereo::LeftRight;
             p.eyeOrder = Plan::EyeOrder::LeftNodesFirst;
             p.windowsPerNode = 4;
             p.hosts = QStringLiteral("a b c");
         });
-    row("hosts-odd-for-eyes", Kind::Tiled, Field::Hosts, "12 windows do not spread evenly over 3 hosts",
-        [](Plan& p) {
-            p.stereo = Plan::Stereo::LeftRight;
-            p.eyeOrder = Plan::EyeOrder::OwnNodes;
-            p.hosts = QStringLiteral("a b c");
-        });
-    row("hosts-of-nothing", Kind::Tiled, Field::Hosts, "no host in \"\"", [](Plan& p) { p.hosts.clear(); });
+    row("hosts-of-nothing", Kind::Tiled, Field::Hosts, "no node in \"\"", [](Plan& p) { p.hosts.clear(); });
     row("hosts-not-read", Kind::Tiled, Field::Hosts, "\"2-1\" runs backwards",
         [](Plan& p) { p.hosts = QStringLiteral("n[2-1]"); });
     row("name-too-long", Kind::Tiled, Field::Name, "too long a name for 6 tiles, which repeat it",
@@ -590,6 +624,112 @@ void tst_zoHPCWallBuilder::likelyMistakesAreWarnings()
     QCOMPARE(int(result.warnings.front().field), int(Field::Size));
 }
 
+void tst_zoHPCWallBuilder::doubtsAreWarnings_data()
+{
+    QTest::addColumn<Plan>("plan");
+    QTest::addColumn<int>("field");
+    QTest::addColumn<QString>("text"); // empty for no warning
+
+    const auto row = [](const char* name, Plan::Kind kind, Field field, const char* text,
+                        const std::function<void(Plan&)>& change) {
+        Plan plan = Plan::of(kind);
+        plan.hosts = QStringLiteral("n[1-100]");
+        QTest::newRow(name) << changed(plan, change) << int(field) << QString::fromLatin1(text);
+    };
+    using Kind = Plan::Kind;
+    row("behind-a-wall", Kind::Cave, Field::Viewer,
+        "the viewer is outside the cave, behind its wall \"left\": inside he is less than 1500 mm from the "
+        "middle of the cave toward it",
+        [](Plan& p) { p.viewer.x = -1600.0; });
+    row("in-a-wall", Kind::Cave, Field::Viewer,
+        "the viewer is in the plane of the wall \"bottom\": inside he is less than 1200 mm from the middle "
+        "of "
+        "the cave toward it",
+        [](Plan& p) { p.viewer.y = -1200.0; });
+    row("outside-where-it-is-open", Kind::Cave, Field::Viewer,
+        "the viewer is outside the cave, where it has no wall: inside he is less than 1500, 1200 and 1500 mm "
+        "from its middle to the side, upward and backward",
+        [](Plan& p) { p.viewer.z = 1500.0; });
+    row("before-where-it-is-open", Kind::Cave, Field::Viewer, "", [](Plan& p) { p.viewer.z = 1499.0; });
+    row("in-a-plane", Kind::Planes, Field::Viewer,
+        "the viewer is in the plane of \"Plane 1\", which he sees from its edge: he is before it",
+        [](Plan& p) { p.viewer.z = -1500.0; });
+    row("tile-for-the-wall", Kind::Power, Field::Size,
+        "pictures would be 50 % too high; is it the size of one tile?", [](Plan& p) {
+            p.size = {1600.0, 900.0};
+        });
+    row("wall-for-a-tile", Kind::Power, Field::Size,
+        "pictures would be 50 % too wide; is it the size of the whole wall?", [](Plan& p) {
+            p.sizeOf = Plan::SizeOf::Tile;
+            p.size = {4800.0, 1800.0};
+        });
+    row("neither", Kind::Power, Field::Size, "", [](Plan& p) { p.size = {3600.0, 506.25}; });
+    row("nearly-square", Kind::Power, Field::Size, "", [](Plan& p) { p.size = {3600.0, 1400.0}; });
+}
+
+void tst_zoHPCWallBuilder::doubtsAreWarnings()
+{
+    QFETCH(Plan, plan);
+    QFETCH(int, field);
+    QFETCH(QString, text);
+
+    const zoHPCWallBuilder::Result result = zoHPCWallBuilder::build(plan);
+
+    QVERIFY(result.isGood());
+    QCOMPARE(result.warnings.empty(), text.isEmpty());
+    if (text.isEmpty())
+        return;
+    QCOMPARE(result.warnings.front().text, text);
+    QCOMPARE(int(result.warnings.front().field), field);
+}
+
+void tst_zoHPCWallBuilder::unevenWindowsAreSpread_data()
+{
+    QTest::addColumn<Plan>("plan");
+    QTest::addColumn<QStringList>("nodes"); // of the windows, with their screens
+    QTest::addColumn<QString>("note");
+
+    using Order = Plan::EyeOrder;
+    Plan mono = stereoWall(5, Order::Alternating, 0, QStringLiteral("a b c"));
+    mono.stereo = Plan::Stereo::None;
+    QTest::newRow("mono") << mono << QStringList{"a0", "a1", "b0", "b1", "c0"}
+                          << "2 windows on each of the first 2 nodes, 1 on the others";
+    mono.columns = 3;
+    mono.hosts = QStringLiteral("a b");
+    QTest::newRow("one-more") << mono << QStringList{"a0", "a1", "b0"}
+                              << "2 windows on the first node, 1 on each of the others";
+    mono.columns = 4;
+    QTest::newRow("even") << mono << QStringList{"a0", "a1", "b0", "b1"} << "";
+    QTest::newRow("pairs") << stereoWall(3, Order::SameNode, 0, QStringLiteral("a b"))
+                           << QStringList{"a0", "a1", "a2", "a3", "b0", "b1"}
+                           << "4 windows on the first node, 2 on each of the others";
+    QTest::newRow("nodes-of-eyes") << stereoWall(3, Order::OwnNodes, 0, QStringLiteral("a b c d"))
+                                   << QStringList{"a0", "a1", "b0", "b1", "c0", "d0"}
+                                   << "2 windows on the first nodes of each eye, 1 on the others";
+    QTest::newRow("left-nodes-first") << stereoWall(3, Order::LeftNodesFirst, 0, QStringLiteral("a b c d"))
+                                      << QStringList{"a0", "a1", "b0", "c0", "c1", "d0"}
+                                      << "2 windows on the first nodes of each eye, 1 on the others";
+    QTest::newRow("odd-for-eyes") << stereoWall(2, Order::OwnNodes, 0, QStringLiteral("a b c"))
+                                  << QStringList{"a0", "a1", "b0", "b1"}
+                                  << "one node has no window: each eye has as many nodes as the other one";
+}
+
+void tst_zoHPCWallBuilder::unevenWindowsAreSpread()
+{
+    QFETCH(Plan, plan);
+    QFETCH(QStringList, nodes);
+    QFETCH(QString, note);
+
+    const zoHPCWallBuilder::Result result = zoHPCWallBuilder::build(plan);
+
+    QStringList found;
+    for (const QString& window : windows(result.text))
+        found << window.section(QLatin1Char(' '), 0, 1).remove(QLatin1Char(' '));
+    QCOMPARE(found, nodes);
+    QCOMPARE(result.notes.empty() ? QString() : result.notes.front().text, note);
+    QVERIFY(result.warnings.empty());
+}
+
 void tst_zoHPCWallBuilder::hostsAreCounted_data()
 {
     QTest::addColumn<QString>("text");
@@ -606,7 +746,7 @@ void tst_zoHPCWallBuilder::hostsAreCounted_data()
     QTest::newRow("nobody-renders") << "a[rt=0]" << 1 << 0 << QStringList()
                                     << "gateways and nodes that do not render drive no screen, and "
                                        "\"a[rt=0]\" has no other";
-    QTest::newRow("nothing") << " " << 0 << 0 << QStringList() << "no host in \"\"";
+    QTest::newRow("nothing") << " " << 0 << 0 << QStringList() << "no node in \"\"";
     QTest::newRow("open-brace") << "{ a" << 0 << 0 << QStringList() << "\"{\" is not closed";
 }
 

@@ -24,7 +24,21 @@ int zoCommand::run(const QString& name, const QStringList& arguments)
     if (parser.isSet(QStringLiteral("help"))) {
         return zoConsole::write(helpText(parser).toUtf8()) ? zoConsole::Fine : zoConsole::Unusable;
     }
+    const QString repeated = repeatedOption(parser);
+    if (!repeated.isEmpty())
+        return usageError(tr("%1 is given more than once").arg(repeated));
     return execute(parser);
+}
+
+QString zoCommand::repeatedOption(const QCommandLineParser& parser) const
+{
+    const QStringList names = parser.optionNames();
+    for (const QString& name : names) {
+        // Without a value there is nothing that could differ.
+        if (parser.values(name).size() > 1 && !repeatableOptions().contains(name))
+            return (name.size() > 1 ? QStringLiteral("--") : QStringLiteral("-")) + name;
+    }
+    return {};
 }
 
 QString zoCommand::meantOption(const QCommandLineParser& parser, const QStringList& arguments) const

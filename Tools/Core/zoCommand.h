@@ -27,6 +27,8 @@ protected:
     virtual void addArguments(QCommandLineParser& parser) const = 0;
     // Options such as "--explain" that may be the last word without their value, which is empty then.
     virtual QStringList optionsWithoutValue() const { return {}; }
+    // Options with a value that may be given more than once; of others a second value is refused.
+    virtual QStringList repeatableOptions() const { return {}; }
     virtual int execute(const QCommandLineParser& parser) = 0;
 
     // Of the command that runs.
@@ -37,6 +39,8 @@ protected:
 private:
     // The option that was meant; empty when no known one is near.
     QString meantOption(const QCommandLineParser& parser, const QStringList& arguments) const;
+    // The option that was given twice though only one of its values would count; empty for none.
+    QString repeatedOption(const QCommandLineParser& parser) const;
     QString helpText(const QCommandLineParser& parser) const;
 
     QString m_name;

@@ -17,6 +17,7 @@ protected:
     QString description() const override;
     QStringList examples() const override;
     void addArguments(QCommandLineParser& parser) const override;
+    QStringList repeatableOptions() const override { return {QStringLiteral("o"), QStringLiteral("output")}; }
     int execute(const QCommandLineParser& parser) override;
 
 private:

@@ -14,7 +14,8 @@ QString zoNewCommand::description() const
         "full-screen window\n"
         "for each tile. Tiles go to the hosts in order, row by row from the upper left; with fewer "
         "hosts than tiles\n"
-        "each host drives as many screens. Gateways drive none, nor do nodes that do not render "
+        "each host drives several screens, the first ones one more where they do not spread evenly. "
+        "Gateways drive none, nor do nodes that do not render "
         "([rt=0]) and hosts\n"
         "left over.");
 }
@@ -85,6 +86,8 @@ int zoNewCommand::execute(const QCommandLineParser& parser)
     };
     if (!result.isGood())
         return usageError(told(result.mistakes.front()));
+    for (const zoHPCWallPlan::Mistake& note : result.notes)
+        zoConsole::printError(tr("zohpc %1: %2").arg(name(), told(note)));
     for (const zoHPCWallPlan::Mistake& warning : result.warnings) {
         zoConsole::printError(tr("zohpc %1: %2").arg(name(), told(warning)));
         exitCode = zoConsole::ProblemsFound;

@@ -11,5 +11,6 @@ protected:
     QString description() const override;
     QStringList examples() const override;
     void addArguments(QCommandLineParser& parser) const override;
+    QStringList repeatableOptions() const override { return {QStringLiteral("plane")}; }
     int execute(const QCommandLineParser& parser) override;
 };

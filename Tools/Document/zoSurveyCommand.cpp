@@ -110,6 +110,8 @@ bool zoSurveyCommand::read(const QString& fileName, zoHPCSurvey& survey)
         zoConsole::printError(mistake.file.isEmpty() ? fileName : mistake.file, mistake.line, 1,
                               mistake.text);
     survey = reader.survey();
+    for (const zoHPCSurvey::Remark& remark : survey.remarks)
+        zoConsole::printError(remark.file.isEmpty() ? fileName : remark.file, remark.line, 1, remark.text);
     return isGood;
 }
 
@@ -133,6 +135,11 @@ int zoSurveyCommand::execute(const QCommandLineParser& parser)
         zoConsole::printError(QStringLiteral("%1: %2").arg(file, open));
     if (!solution.isDetermined())
         return zoConsole::ProblemsFound;
+    const zoHPCSurveyPlanes planes(survey, solution);
+    if (!planes.unusable().isEmpty()) {
+        zoConsole::printError(QStringLiteral("%1: %2").arg(file, planes.unusable()));
+        return zoConsole::Unusable;
+    }
     bool isWithin = true;
     for (std::size_t i = 0; limit > 0.0 && i < solution.residuals.size(); ++i) {
         if (std::abs(solution.residuals[i].millimetres) <= limit)

@@ -188,9 +188,7 @@ void zoWallOptions::add(QCommandLineParser& parser)
            "their own, or all of the left eye first and then those of the right one on other nodes."),
         namesOf(s_eyeOrders).join(QLatin1Char('|')), "in-turn");
     option("eye-separation", tr("Millimetres between the eyes (default 65)."), tr("N"), "65");
-    option("windows-per-node",
-           tr("Screens of each node. Without it, one, or as many as it takes where they spread evenly."),
-           tr("N"));
+    option("windows-per-node", tr("Screens of each node. Without it, one, or as many as it takes."), tr("N"));
     option("name", tr("Name of the wall (default Wall, Cave or Plane)."), tr("text"));
 }
 
@@ -505,7 +503,9 @@ QString zoWallOptions::optionOf(Field field) const
         case Field::Overlap:
             return given({"bezel", "overlap"});
         case Field::Viewer:
-            return given({"viewer", "distance"});
+            return m_plan.kind == Kind::Cave     ? given({"viewer", "center"})
+                   : m_plan.kind == Kind::Planes ? "viewer"
+                                                 : given({"viewer", "distance"});
         case Field::Curvature:
             return given({"angle", "radius"});
         case Field::CaveWalls:

@@ -11,6 +11,7 @@ class zoHostsCommand : public zoCommand
 
 protected:
     void addArguments(QCommandLineParser& parser) const override;
+    QStringList repeatableOptions() const override { return {QStringLiteral("f"), QStringLiteral("file")}; }
     int execute(const QCommandLineParser& parser) final;
 
     // Writes the result; false when that fails.

@@ -50,10 +50,11 @@ zoAssistantGapFields::~zoAssistantGapFields() = default;
 
 zoAssistantGapFields::Axis zoAssistantGapFields::addAxis(int row, const char* name, const QString& label)
 {
+    using Unit = zoAssistantNumberField::Unit;
     Axis axis;
     axis.label = new QLabel(label);
-    axis.pixels = new zoAssistantNumberField(0, MostPixels, 2, tr("px"));
-    axis.millimetres = new zoAssistantNumberField(0, MostMillimetres, 2, zoText("mm"));
+    axis.pixels = new zoAssistantNumberField(0, MostPixels, 2, Unit::Pixel);
+    axis.millimetres = new zoAssistantNumberField(0, MostMillimetres, 2, Unit::Millimetre);
     axis.pixels->setObjectName(zoText("m_%1Pixels").arg(QLatin1String(name)));
     axis.millimetres->setObjectName(zoText("m_%1Millimetres").arg(QLatin1String(name)));
     axis.pixels->setAccessibleName(tr("Between tiles %1, in pixels").arg(label));

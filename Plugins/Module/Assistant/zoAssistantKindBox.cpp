@@ -8,6 +8,8 @@
 #include <QHBoxLayout>
 #include <QToolButton>
 
+#include <algorithm>
+
 namespace
 {
 using Kind = zoHPCWallPlan::Kind;
@@ -36,12 +38,25 @@ constexpr Picture s_pictures[] = {
     {Kind::Planes, "m_planes", "Wall/Planes", QT_TRANSLATE_NOOP("zoAssistantKindBox", "Free planes"),
      QT_TRANSLATE_NOOP("zoAssistantKindBox", "Screens that stand anywhere in the room")},
 };
+
+// Of a chosen one, which is bold.
+int widthOf(QToolButton* button)
+{
+    const QFont plain = button->font();
+    QFont bold = plain;
+    bold.setBold(true);
+    button->setFont(bold);
+    const int width = button->sizeHint().width();
+    button->setFont(plain);
+    return width;
+}
 } // namespace
 
 zoAssistantKindBox::zoAssistantKindBox(QWidget* parent) : QWidget(parent), m_buttons(new QButtonGroup(this))
 {
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
+    int width = 0;
     for (const Picture& picture : s_pictures) {
         auto* button = new QToolButton;
         button->setObjectName(QLatin1String(picture.name));
@@ -52,7 +67,7 @@ zoAssistantKindBox::zoAssistantKindBox(QWidget* parent) : QWidget(parent), m_but
         button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
         button->setCheckable(true);
         button->setFocusPolicy(Qt::StrongFocus);
-        button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
         // On a dark desktop a pressed button alone hardly differs from the others.
         connect(button, &QToolButton::toggled, button, [button](bool isChosen) {
             QFont font = button->font();
@@ -61,7 +76,13 @@ zoAssistantKindBox::zoAssistantKindBox(QWidget* parent) : QWidget(parent), m_but
         });
         m_buttons->addButton(button, int(picture.kind));
         layout->addWidget(button);
+        width = std::max(width, widthOf(button));
     }
+    layout->addStretch();
+    // All alike, and as wide as the chosen one: none moves when another one is chosen.
+    const QList<QAbstractButton*> buttons = m_buttons->buttons();
+    for (QAbstractButton* button : buttons)
+        button->setFixedWidth(width);
     setAccessibleName(tr("Kind of wall"));
     setKind(Kind::Tiled);
     connect(m_buttons, &QButtonGroup::idClicked, this, &zoAssistantKindBox::kindChosen);

@@ -2,6 +2,8 @@
 
 #include "zoAssistantCounts.h"
 #include "zoAssistantNumberField.h"
+#include "zoHPCWallMistakes.h"
+#include "zoHPCWallWindows.h"
 #include "zoText.h"
 
 #include <QGridLayout>
@@ -13,7 +15,8 @@ zoAssistantNodeFields::zoAssistantNodeFields(QWidget* parent)
     : zoAssistantFields(tr("Nodes"), parent)
     , m_hosts(new QLineEdit)
     , m_count(new QLabel)
-    , m_windows(new zoAssistantNumberField(0, zoHPCWallPlan::MaximumScreens, 0, QString()))
+    , m_windows(
+          new zoAssistantNumberField(0, zoHPCWallPlan::MaximumScreens, 0, zoAssistantNumberField::Unit::None))
     , m_name(new QLineEdit)
 {
     m_hosts->setObjectName(zoText("m_hosts"));
@@ -26,8 +29,10 @@ zoAssistantNodeFields::zoAssistantNodeFields(QWidget* parent)
     m_count->setWordWrap(true);
     m_count->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     m_windows->setObjectName(zoText("m_perNode"));
-    m_windows->setSpecialValueText(tr("as they spread evenly"));
-    m_windows->setToolTip(tr("Windows on each node, each on a screen of its own"));
+    m_windows->setSpecialValueText(tr("as many as it takes"));
+    m_windows->setToolTip(
+        tr("Windows on each node, each on a screen of its own. Where they do not spread evenly, the first "
+           "nodes get one more"));
     m_windows->setMinimumWidth(m_windows->fontMetrics().horizontalAdvance(m_windows->specialValueText()) +
                                40);
     m_name->setObjectName(zoText("m_name"));
@@ -83,6 +88,10 @@ void zoAssistantNodeFields::showCount(const zoHPCWallPlan& plan)
     if (hosts.gateways > 0)
         text += zoText(", ") + zoAssistantCounts::gateways(hosts.gateways);
     text += zoText("; ") + zoAssistantCounts::windows(plan.windowCount());
+    if (hosts.mistake.isEmpty() && zoHPCWallMistakes::find(plan).empty()) {
+        const QString note = zoHPCWallWindows(plan, plan.tileCount(), hosts.drivers.size()).note();
+        text += note.isEmpty() ? note : zoText(": ") + note;
+    }
     if (!hosts.notes.empty())
         text += zoText(". ") +
                 tr("At character %1: %2")

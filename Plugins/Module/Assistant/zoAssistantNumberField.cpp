@@ -7,14 +7,16 @@
 #include <QSignalBlocker>
 #include <QWheelEvent>
 
-zoAssistantNumberField::zoAssistantNumberField(double minimum, double maximum, int decimals,
-                                               const QString& unit, QWidget* parent)
-    : QDoubleSpinBox(parent)
+zoAssistantNumberField::zoAssistantNumberField(double minimum, double maximum, int decimals, Unit unit,
+                                               QWidget* parent)
+    : QDoubleSpinBox(parent), m_unit(unit)
 {
     setRange(minimum, maximum);
     setDecimals(decimals);
-    if (!unit.isEmpty())
-        setSuffix(zoText(" ") + unit);
+    if (unit == Unit::Millimetre)
+        setSuffix(zoText(" mm"));
+    else if (unit == Unit::Pixel)
+        setSuffix(QLatin1Char(' ') + tr("px"));
     setFocusPolicy(Qt::StrongFocus);
     setKeyboardTracking(true);
     setGroupSeparatorShown(false);
@@ -33,6 +35,34 @@ void zoAssistantNumberField::show(double value)
         return;
     const QSignalBlocker blocker(this);
     setValue(value);
+}
+
+QString zoAssistantNumberField::stripped(const QString& text) const
+{
+    return text.endsWith(suffix()) ? text.left(text.size() - suffix().size()) : text;
+}
+
+QValidator::State zoAssistantNumberField::validate(QString& text, int& position) const
+{
+    QString number = stripped(text);
+    const auto state = decimals() > 0
+                           ? zoHPCNumberExpression::typedState(number, m_unit, locale(), minimum(), maximum())
+                           : zoHPCNumberExpression::typedWholeState(number, minimum(), maximum());
+    text = number + suffix();
+    return state ? QValidator::State(*state) : QDoubleSpinBox::validate(text, position);
+}
+
+double zoAssistantNumberField::valueFromText(const QString& text) const
+{
+    QString number = stripped(text);
+    const auto value = zoHPCNumberExpression::typedValue(number, m_unit, locale(), decimals());
+    return value ? *value : QDoubleSpinBox::valueFromText(number + suffix());
+}
+
+void zoAssistantNumberField::fixup(QString& text) const
+{
+    // The base would take the marks out and with them make "63.5" 635.
+    Q_UNUSED(text)
 }
 
 QString zoAssistantNumberField::textFromValue(double value) const

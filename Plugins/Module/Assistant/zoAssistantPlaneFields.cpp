@@ -1,5 +1,6 @@
 #include "zoAssistantPlaneFields.h"
 
+#include "zoAssistantPlaneDelegate.h"
 #include "zoText.h"
 
 #include <QGridLayout>
@@ -10,6 +11,7 @@
 
 namespace
 {
+constexpr double MostDegrees = 360.0;
 constexpr int MinimumHeight = 96; // of the table, with two rows
 
 enum Column { Name, Width, Height, X, Y, Z, Yaw, Tilt, ColumnCount };
@@ -49,6 +51,16 @@ zoAssistantPlaneFields::zoAssistantPlaneFields(QWidget* parent)
         title->setToolTip(tr(s_titles[column].toolTip));
         m_table->setHorizontalHeaderItem(column, title);
     }
+    using Unit = zoHPCNumberExpression::Unit;
+    const auto edit = [this](int column, const zoAssistantPlaneDelegate::Column& numbers) {
+        m_table->setItemDelegateForColumn(column, new zoAssistantPlaneDelegate(numbers, m_table));
+    };
+    for (const int column : {Width, Height})
+        edit(column, {Unit::Millimetre, 0.0, MostMillimetres, 2});
+    for (const int column : {X, Y, Z})
+        edit(column, {Unit::Millimetre, -MostMillimetres, MostMillimetres, 2});
+    for (const int column : {Yaw, Tilt})
+        edit(column, {Unit::None, -MostDegrees, MostDegrees, 3});
     m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     m_table->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_table->setTabKeyNavigation(false);

@@ -48,7 +48,7 @@ zoAssistantReportDialog::zoAssistantReportDialog(const zoConfigurationService& c
     , m_view(new zoAssistantPageView)
     , m_paper(new QComboBox)
     , m_title(new QLineEdit)
-    , m_pitch(new zoAssistantNumberField(0, 1000, 4, zoText("mm")))
+    , m_pitch(new zoAssistantNumberField(0, 1000, 4, zoAssistantNumberField::Unit::Millimetre))
     , m_back(new QPushButton(zoText("<")))
     , m_forth(new QPushButton(zoText(">")))
     , m_page(new QLabel)

@@ -18,15 +18,10 @@
 namespace
 {
 using Kind = zoHPCWallPlan::Kind;
+using Unit = zoHPCNumberExpression::Unit;
 
 constexpr double MostTiles = 1000;
 constexpr double MostDegrees = 180.0;
-
-const QString& millimetres()
-{
-    static const QString s_unit = zoText("mm");
-    return s_unit;
-}
 
 struct CaveWall
 {
@@ -53,13 +48,21 @@ QString textOf(const QSize& pixels)
     return zoText("%1 x %2").arg(pixels.width()).arg(pixels.height());
 }
 
-// An empty size for a text that is none.
+// An empty size for a text that is none. Both numbers may be sums, "2*1920 x 1080".
 QSize pixelsOf(const QString& text)
 {
-    const QRegularExpressionMatch match =
-        QRegularExpression(zoText("^\\s*(\\d{1,6})\\s*[xX*,;\\s\\x{00d7}]\\s*(\\d{1,6})\\s*(px)?\\s*$"))
-            .match(text);
-    return match.hasMatch() ? QSize(match.captured(1).toInt(), match.captured(2).toInt()) : QSize();
+    // The "x" of "px" separates nothing.
+    static const QRegularExpression separator(zoText("(?<![pP])[xX\\x{00d7};]"));
+    static const QRegularExpression oneOther(zoText("^\\s*(\\d+)\\s*[*,\\s]\\s*(\\d+)\\s*(?:px)?\\s*$"));
+    QStringList parts = text.split(separator);
+    const QRegularExpressionMatch other = oneOther.match(text);
+    if (other.hasMatch())
+        parts = other.capturedTexts().mid(1, 2);
+    if (parts.size() != 2)
+        return {};
+    const auto width = zoHPCNumberExpression::wholeNumber(parts.at(0));
+    const auto height = zoHPCNumberExpression::wholeNumber(parts.at(1));
+    return width && height && *width >= 0 && *height >= 0 ? QSize(*width, *height) : QSize();
 }
 
 QLabel* between(const QString& text)
@@ -83,8 +86,8 @@ zoAssistantSizeFields::~zoAssistantSizeFields() = default;
 
 void zoAssistantSizeFields::addGrid()
 {
-    m_columns = addNumber("m_columns", tr("Columns"), 1, MostTiles, 0, QString());
-    m_rowCount = addNumber("m_rows", tr("Rows"), 1, MostTiles, 0, QString());
+    m_columns = addNumber("m_columns", tr("Columns"), 1, MostTiles, 0, Unit::None);
+    m_rowCount = addNumber("m_rows", tr("Rows"), 1, MostTiles, 0, Unit::None);
     addRow(tr("&Tiles:"), {m_columns, between(tr("across,")), m_rowCount, between(tr("down"))},
            {Kind::Tiled, Kind::Power, Kind::Cave, Kind::Curved});
     m_pixels = new QComboBox;
@@ -98,7 +101,7 @@ void zoAssistantSizeFields::addGrid()
     addRow(tr("&Pixels of a tile:"), {m_pixels},
            {Kind::Tiled, Kind::Power, Kind::Cave, Kind::Curved, Kind::Planes});
     m_pitch = addNumber("m_pitch", tr("Width of a pixel. Needed for gaps in millimetres alone"), 0, 1000, 4,
-                        millimetres());
+                        Unit::Millimetre);
     m_pitch->setSpecialValueText(tr("not known"));
     addRow(tr("Si&ze of a pixel:"), {m_pitch}, {Kind::Tiled});
 }
@@ -106,9 +109,9 @@ void zoAssistantSizeFields::addGrid()
 void zoAssistantSizeFields::addSize()
 {
     m_width = addNumber("m_width", tr("Width of the picture, frames of monitors not counted"), 0,
-                        MostMillimetres, 2, millimetres());
+                        MostMillimetres, 2, Unit::Millimetre);
     m_height = addNumber("m_height", tr("Height of the picture, frames of monitors not counted"), 0,
-                         MostMillimetres, 2, millimetres());
+                         MostMillimetres, 2, Unit::Millimetre);
     m_sizeOf = new QComboBox;
     m_sizeOf->setObjectName(zoText("m_sizeOf"));
     m_sizeOf->addItem(tr("the whole wall"), int(zoHPCWallPlan::SizeOf::Wall));
@@ -120,9 +123,9 @@ void zoAssistantSizeFields::addSize()
 
 void zoAssistantSizeFields::addCave()
 {
-    m_caveWidth = addNumber("m_caveWidth", tr("Width"), 0, MostMillimetres, 1, millimetres());
-    m_caveHeight = addNumber("m_caveHeight", tr("Height"), 0, MostMillimetres, 1, millimetres());
-    m_caveDepth = addNumber("m_caveDepth", tr("Depth"), 0, MostMillimetres, 1, millimetres());
+    m_caveWidth = addNumber("m_caveWidth", tr("Width"), 0, MostMillimetres, 1, Unit::Millimetre);
+    m_caveHeight = addNumber("m_caveHeight", tr("Height"), 0, MostMillimetres, 1, Unit::Millimetre);
+    m_caveDepth = addNumber("m_caveDepth", tr("Depth"), 0, MostMillimetres, 1, Unit::Millimetre);
     addRow(tr("&Size:"), {m_caveWidth, between(tr("x")), m_caveHeight, between(tr("x")), m_caveDepth},
            {Kind::Cave});
     std::vector<QWidget*> boxes;
@@ -139,9 +142,9 @@ void zoAssistantSizeFields::addCave()
 void zoAssistantSizeFields::addCurve()
 {
     m_radius = makeNumber("m_radius", tr("Radius of the circle through the corners of the tiles"), 0,
-                          MostMillimetres, 1, millimetres());
-    m_angle =
-        makeNumber("m_angle", tr("Angle between neighbouring columns"), 0, MostDegrees, 3, zoText("\u00b0"));
+                          MostMillimetres, 1, Unit::Millimetre);
+    m_angle = makeNumber("m_angle", tr("Angle between neighbouring columns"), 0, MostDegrees, 3, Unit::None);
+    m_angle->setSuffix(zoText(" \u00b0"));
     connect(m_radius, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, [this] {
         m_curvature = zoHPCWallPlan::Curvature::Radius;
         emit edited();
@@ -174,7 +177,7 @@ void zoAssistantSizeFields::addRow(const QString& label, const std::vector<QWidg
 
 zoAssistantNumberField* zoAssistantSizeFields::makeNumber(const char* name, const QString& toolTip,
                                                           double minimum, double maximum, int decimals,
-                                                          const QString& unit)
+                                                          Unit unit)
 {
     auto* field = new zoAssistantNumberField(minimum, maximum, decimals, unit);
     field->setObjectName(QLatin1String(name));
@@ -185,7 +188,7 @@ zoAssistantNumberField* zoAssistantSizeFields::makeNumber(const char* name, cons
 
 zoAssistantNumberField* zoAssistantSizeFields::addNumber(const char* name, const QString& toolTip,
                                                          double minimum, double maximum, int decimals,
-                                                         const QString& unit)
+                                                         Unit unit)
 {
     zoAssistantNumberField* const field = makeNumber(name, toolTip, minimum, maximum, decimals, unit);
     connect(field, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, &zoAssistantFields::edited);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "zoAssistantFields.h"
+#include "zoHPCNumberExpression.h"
 
 #include <vector>
 
@@ -32,10 +33,10 @@ private:
     void addRow(const QString& label, const std::vector<QWidget*>& widgets,
                 const std::vector<zoHPCWallPlan::Kind>& kinds);
     zoAssistantNumberField* addNumber(const char* name, const QString& toolTip, double minimum,
-                                      double maximum, int decimals, const QString& unit);
+                                      double maximum, int decimals, zoHPCNumberExpression::Unit unit);
     // The same without saying that it was edited.
     static zoAssistantNumberField* makeNumber(const char* name, const QString& toolTip, double minimum,
-                                              double maximum, int decimals, const QString& unit);
+                                              double maximum, int decimals, zoHPCNumberExpression::Unit unit);
 
     struct Row
     {

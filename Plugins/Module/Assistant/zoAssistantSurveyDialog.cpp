@@ -247,9 +247,14 @@ void zoAssistantSurveyDialog::readText()
     }
     const zoHPCSurveyReader::Mistake& first = reader.mistakes().front();
     m_mistakeRow = first.file.isEmpty() ? first.line - 1 : -1;
-    m_mistake = first.file.isEmpty()
-                    ? tr("Line %1: %2").arg(QString::number(first.line), first.text)
-                    : tr("%1, line %2: %3").arg(first.file, QString::number(first.line), first.text);
+    m_mistake = told({first.file, first.line, first.text});
+}
+
+QString zoAssistantSurveyDialog::told(const zoHPCSurvey::Remark& remark)
+{
+    const QString line = QString::number(remark.line);
+    return remark.file.isEmpty() ? tr("Line %1: %2").arg(line, remark.text)
+                                 : tr("%1, line %2: %3").arg(remark.file, line, remark.text);
 }
 
 // Of a point list the line that names it.
@@ -306,7 +311,9 @@ void zoAssistantSurveyDialog::showRoom()
     }
     zoHPCSurveyPlanes planes(m_survey, m_solution);
     if (!planes.putInto(configuration)) {
-        m_mistake = planes.mistake();
+        // Sizes of a room that can still move say nothing.
+        if (m_solution.isDetermined() || planes.unusable().isEmpty())
+            m_mistake = planes.mistake();
         return;
     }
     m_room->showConfiguration(configuration.text());
@@ -361,6 +368,8 @@ void zoAssistantSurveyDialog::tell()
         tellFlaw(sentence(m_mistake));
     else if (!m_solution.isDetermined())
         tellFlaw(sentence(m_solution.undetermined.constFirst()));
+    else if (!m_survey.remarks.empty())
+        tellFlaw(sentence(told(m_survey.remarks.front())));
     else
         m_message->setText(
             tr("The planes take the place of those of the same names; windows go on showing them. Undo "

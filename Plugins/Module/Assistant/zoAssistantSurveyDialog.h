@@ -49,6 +49,7 @@ private:
     void review();
     void readText();
     bool findList(const QString& name, QString& text, QString& reason) const;
+    static QString told(const zoHPCSurvey::Remark& remark);
     void showResiduals();
     void showRoom();
     int rowOf(const zoHPCSurvey::Measurement& measurement) const;

@@ -37,14 +37,17 @@ constexpr Order s_orders[] = {
 zoAssistantViewerFields::zoAssistantViewerFields(QWidget* parent)
     : zoAssistantFields(tr("Viewer"), parent)
     , m_distance(addLength("m_distance", tr("From the wall to the viewer"), -MostMillimetres))
-    , m_right(addLength("m_right", tr("From the middle to the right"), -MostMillimetres))
-    , m_up(addLength("m_up", tr("From the middle upward, to the eyes"), -MostMillimetres))
+    , m_right(addLength("m_right",
+                        tr("How far the viewer stands to the right of the middle; below 0 to the left"),
+                        -MostMillimetres))
+    , m_up(addLength("m_up", tr("How far the eyes are above the middle; below 0 under it"), -MostMillimetres))
     , m_distanceLabel(new QLabel(tr("&Distance:")))
-    , m_rightLabel(new QLabel(tr("to the right")))
-    , m_upLabel(new QLabel(tr("up")))
+    , m_rightLabel(new QLabel)
+    , m_upLabel(new QLabel(tr("above it:")))
     , m_standHere(new QPushButton(tr("Stand &here")))
     , m_stereo(new QComboBox)
-    , m_eyeSeparation(new zoAssistantNumberField(0, MostBetweenEyes, 2, zoText("mm")))
+    , m_eyeSeparation(
+          new zoAssistantNumberField(0, MostBetweenEyes, 2, zoAssistantNumberField::Unit::Millimetre))
     , m_eyeSeparationLabel(new QLabel(tr("between the eyes")))
     , m_eyeOrder(new QComboBox)
     , m_eyeOrderLabel(new QLabel(tr("&Windows:")))
@@ -52,7 +55,8 @@ zoAssistantViewerFields::zoAssistantViewerFields(QWidget* parent)
     m_standHere->setObjectName(zoText("m_standHere"));
     m_standHere->setCheckable(true);
     m_standHere->setAutoDefault(false);
-    m_standHere->setToolTip(tr("Then click in the picture where the viewer stands"));
+    m_standHere->setToolTip(
+        tr("Press it, then click in the picture at the right: the viewer stands at that place"));
     connect(m_standHere, &QPushButton::toggled, this, &zoAssistantViewerFields::pickingChanged);
     m_stereo->setObjectName(zoText("m_stereo"));
     const std::vector<zoHPCWallPlan::StereoMode>& modes = zoHPCWallPlan::stereoModes();
@@ -105,7 +109,8 @@ void zoAssistantViewerFields::layOut()
 zoAssistantNumberField* zoAssistantViewerFields::addLength(const char* name, const QString& toolTip,
                                                            double minimum)
 {
-    auto* field = new zoAssistantNumberField(minimum, MostMillimetres, 1, zoText("mm"));
+    auto* field =
+        new zoAssistantNumberField(minimum, MostMillimetres, 1, zoAssistantNumberField::Unit::Millimetre);
     field->setObjectName(QLatin1String(name));
     field->setToolTip(toolTip);
     field->setAccessibleName(toolTip);
@@ -116,8 +121,10 @@ zoAssistantNumberField* zoAssistantViewerFields::addLength(const char* name, con
 void zoAssistantViewerFields::showPlan(const zoHPCWallPlan& plan)
 {
     m_isInside = plan.kind == Kind::Cave || plan.kind == Kind::Planes;
-    m_distanceLabel->setText(m_isInside ? tr("From the mi&ddle:") : tr("&Distance:"));
-    m_distance->setToolTip(m_isInside ? tr("From the middle backward") : tr("From the wall to the viewer"));
+    m_distanceLabel->setText(m_isInside ? tr("Behind the mi&ddle:") : tr("&Distance:"));
+    m_rightLabel->setText(m_isInside ? tr("right of it:") : tr("right of the middle:"));
+    m_distance->setToolTip(m_isInside ? tr("How far the viewer stands behind the middle; below 0 before it")
+                                      : tr("From the wall to the viewer"));
     m_distance->show(plan.viewer.z);
     m_right->show(plan.viewer.x);
     m_up->show(plan.viewer.y);

@@ -67,6 +67,7 @@ zoAssistantWallDialog::zoAssistantWallDialog(zoConfigurationService* configurati
     for (zoAssistantFields* fields : m_fields)
         connect(fields, &zoAssistantFields::edited, this, &zoAssistantWallDialog::readFields);
     connect(m_viewer, &zoAssistantViewerFields::pickingChanged, m_room, &zoAssistantRoomView::setPicksPlace);
+    connect(m_viewer, &zoAssistantViewerFields::pickingChanged, this, &zoAssistantWallDialog::tell);
     connect(m_room, &zoAssistantRoomView::placePicked, m_viewer, &zoAssistantViewerFields::move);
     connect(m_buttons, &QDialogButtonBox::accepted, this, &zoAssistantWallDialog::accept);
     connect(m_buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -209,7 +210,10 @@ void zoAssistantWallDialog::tell()
     QPushButton* ok = m_buttons->button(QDialogButtonBox::Ok);
     const QString obstacle = m_configuration ? m_configuration->obstacle() : QString();
     ok->setEnabled(m_configuration && obstacle.isEmpty() && m_result.isGood());
-    if (!m_configuration) {
+    if (m_viewer->isPicking()) {
+        m_sign->setVisible(false);
+        m_message->setText(tr("Click in the picture where the viewer stands."));
+    } else if (!m_configuration) {
         tellFlaw(tr("This host lets no module change the configuration."));
     } else if (!obstacle.isEmpty()) {
         tellFlaw(tr("%1.").arg(obstacle));

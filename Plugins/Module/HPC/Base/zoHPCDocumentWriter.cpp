@@ -35,6 +35,15 @@ bool isName(const QString& text)
     return !starts;
 }
 
+// Whether XML holds the character there, in a pair or alone; line ends and tabs are told apart before.
+bool isWritable(const QChar* data, int at, int length)
+{
+    const ushort c = data[at].unicode();
+    if (data[at].isHighSurrogate())
+        return at + 1 < length && data[at + 1].isLowSurrogate();
+    return c >= 0x20 && c < 0xfffe && !data[at].isLowSurrogate();
+}
+
 // Appends `text` with everything replaced that would not read back as itself.
 void appendEscaped(QString& out, const QString& text, bool inAttribute)
 {
@@ -75,14 +84,10 @@ void appendEscaped(QString& out, const QString& text, bool inAttribute)
             replacement = "&#xd;";
             break;
         default:
-            if (c < 0x20 || c >= 0xfffe || data[i].isLowSurrogate())
+            if (!isWritable(data, i, length))
                 replacement = "";
-            else if (data[i].isHighSurrogate()) {
-                if (i + 1 < length && data[i + 1].isLowSurrogate())
-                    ++i;
-                else
-                    replacement = "";
-            }
+            else if (data[i].isHighSurrogate())
+                ++i;
             break;
         }
         if (replacement != nullptr) {
@@ -94,6 +99,19 @@ void appendEscaped(QString& out, const QString& text, bool inAttribute)
     out.append(data + plainFrom, length - plainFrom);
 }
 } // namespace
+
+int zoHPCDocumentWriter::findUnwritable(const QString& text)
+{
+    for (int i = 0; i < text.size(); ++i) {
+        const ushort c = text.at(i).unicode();
+        const bool isBlank = c == '\n' || c == '\t' || c == '\r';
+        if (!isBlank && !isWritable(text.constData(), i, text.size()))
+            return i;
+        if (text.at(i).isHighSurrogate())
+            ++i;
+    }
+    return -1;
+}
 
 void zoHPCDocumentWriter::openElement(const QString& tag)
 {

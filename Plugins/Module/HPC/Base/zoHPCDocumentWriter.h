@@ -24,6 +24,9 @@ public:
     void addComment(const QString& text);
     void closeElement();
 
+    // Where the first character of a text stands that XML cannot hold; -1 for none.
+    static int findUnwritable(const QString& text);
+
     // The text so far; nothing is written after this.
     QString takeText();
 

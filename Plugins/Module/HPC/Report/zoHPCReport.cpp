@@ -266,7 +266,8 @@ void zoHPCReport::addNetworks()
         if (!description.isEmpty())
             name = tr("%1: %2").arg(name, description);
         rows.push_back({indent + level + name, kind.join(QLatin1String(", ")),
-                        item->isNetwork() ? tr("%1 nodes").arg(item->childCount())
+                        item->isNetwork() ? (item->childCount() == 1 ? tr("1 node")
+                                                                     : tr("%1 nodes").arg(item->childCount()))
                                           : screens.value(item).join(QLatin1String(", "))});
         return depth + 1;
     };
@@ -352,7 +353,10 @@ void zoHPCReport::addViewer()
 
 void zoHPCReport::addProblems(const std::vector<Problem>& problems)
 {
-    m_sheets.addHeading(tr("Problems"));
+    // A word alone takes no page.
+    constexpr double OfOneLine = 0.15;
+    constexpr double Usual = 0.33;
+    m_sheets.addHeading(tr("Problems"), problems.empty() ? OfOneLine : Usual);
     if (problems.empty()) {
         m_sheets.addText(tr("None."));
         return;

@@ -1,9 +1,11 @@
 #include "zoHPCReportElevation.h"
 
 #include "zoHPCReportFacts.h"
+#include "zoText.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <cmath>
@@ -49,6 +51,12 @@ QStringList brokenLabel(const QString& label, double letters, double width)
 {
     // The first line is bold, which is wider.
     return Sheets::lines(label, Sheets::font(letters, true), width);
+}
+// A number stays with the word before it.
+QString unbroken(const QString& text)
+{
+    static const QRegularExpression blank(zoText(" (?=[0-9])"));
+    return QString(text).replace(blank, QString(QChar(QChar::Nbsp)));
 }
 } // namespace
 
@@ -130,7 +138,7 @@ void zoHPCReportElevation::readLabels()
     for (int row = 0; row < m_wall.rows; ++row) {
         for (int column = 0; column < m_wall.columns; ++column) {
             QStringList lines{
-                tr("row %1, column %2").arg(QString::number(row + 1), QString::number(column + 1))};
+                unbroken(tr("row %1, column %2").arg(QString::number(row + 1), QString::number(column + 1)))};
             const std::vector<int> outputs = m_facts.outputsOf(m_wall, row, column);
             for (std::size_t i = 0; i < outputs.size(); ++i) {
                 const zoHPCReportFacts::Output& output = m_facts.outputs()[std::size_t(outputs[i])];
@@ -258,7 +266,9 @@ QString zoHPCReportElevation::caption() const
         const double y = m_wall.rows > 1 ? height * m_wall.overlapY() : 0.0;
         constexpr double Shown = 0.05;
         if (std::abs(x) >= Shown || std::abs(y) >= Shown)
-            words << tr("overlap %1").arg(sizeText(x, y)) + (m_wall.isBlended ? tr(", blended") : QString());
+            words << (x <= 0.0 && y <= 0.0 ? tr("%1 from picture to picture").arg(sizeText(0.0 - x, 0.0 - y))
+                                           : tr("overlap %1").arg(sizeText(x, y)) +
+                                                 (m_wall.isBlended ? tr(", blended") : QString()));
     }
     const double turn = m_wall.grid.turn();
     constexpr double ShownTurn = 0.05; // degrees

@@ -112,11 +112,10 @@ void zoHPCReportSheets::beginPage()
     m_y = 0.0;
 }
 
-void zoHPCReportSheets::addHeading(const QString& text)
+void zoHPCReportSheets::addHeading(const QString& text, double least)
 {
-    constexpr double Least = 0.33;
     const bool isFirst = m_y <= 0.0;
-    if (!isFirst && leftHeight() < Least * height())
+    if (!isFirst && leftHeight() < least * height())
         beginPage();
     else if (!isFirst)
         addGap(14 * Point);

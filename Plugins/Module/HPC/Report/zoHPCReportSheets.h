@@ -40,8 +40,8 @@ public:
     // What stands at the foot of each page beside its number; cut in its middle where it is too long.
     void setFoot(const QString& text) { m_foot = text; }
 
-    // Section of its own; on a new page when less than a third of this one is left.
-    void addHeading(const QString& text);
+    // Section of its own; on a new page when less than this part of the present one is left.
+    void addHeading(const QString& text, double least = 0.33);
     void addText(const QString& text, Style style = Style::Text);
     void addGap(double height) { m_y += height; }
     // Rows have a cell for each column; "\n" begins a new line in a cell. `hasBox` puts an empty box to tick into the

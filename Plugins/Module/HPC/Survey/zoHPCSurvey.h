@@ -48,6 +48,12 @@ struct zoHPCSurvey final
         double gapX = 0.0; // between neighbouring tiles
         double gapY = 0.0;
         int line = 0; // of the text, from 1
+
+        // Whether neighbours share a whole tile or more, where it is so large, in mm.
+        bool overlapsBeyond(double wholeWidth, double wholeHeight) const
+        {
+            return (columns > 1 && -gapX >= wholeWidth) || (rows > 1 && -gapY >= wholeHeight);
+        }
     };
 
     struct Point
@@ -87,6 +93,14 @@ struct zoHPCSurvey final
         QString text;
     };
 
+    // What was read in one of two ways.
+    struct Remark
+    {
+        QString file; // empty for the text itself
+        int line = 0; // from 1
+        QString text;
+    };
+
     // Of the point that is always there: the origin of the tracking, between the viewer's eyes.
     static constexpr int Viewer = 0;
 
@@ -97,6 +111,7 @@ struct zoHPCSurvey final
     int front = 0; // the wall straight ahead
     // Of point lists, what no line names.
     QStringList unusedPoints;
+    std::vector<Remark> remarks;
 
     // Whether its value is an angle in degrees; others are millimetres.
     static bool isAngle(Kind kind);

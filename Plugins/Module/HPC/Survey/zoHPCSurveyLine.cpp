@@ -1,40 +1,37 @@
 #include "zoHPCSurveyLine.h"
 
+#include "zoHPCDocumentWriter.h"
+#include "zoHPCNumberExpression.h"
 #include "zoHPCSurvey.h"
 #include "zoText.h"
 
-#include <QLocale>
 #include <QRegularExpression>
 
 #include <cmath>
-#include <iterator>
 
 namespace
 {
-struct UnitWord
-{
-    const char* word;
-    double millimetres;
-};
-
-constexpr double Inch = 25.4;
-constexpr UnitWord s_units[] = {{"mm", 1.0}, {"cm", 10.0}, {"m", 1000.0}, {"in", Inch}, {"ft", 12.0 * Inch}};
-
 const char* const s_tolerances[] = {"\302\261", "+-", "+/-"};
+
+const QChar s_degree(0xb0);
 
 // "3600x2000" is three words.
 const QRegularExpression& sizeForm()
 {
-    static const QRegularExpression form(
-        QString::fromUtf8("^([0-9][0-9.,]*(?:mm|cm|m|in|ft)?)[x\303\227]([0-9][0-9.,]*(?:mm|cm|m|in|ft)?)$"));
+    static const QRegularExpression form(QString::fromUtf8(
+        "^([0-9(.,][0-9.,()+*/cfimntCFIMNT-]*)[xX\303\227]([0-9(.,][0-9.,()+*/cfimntCFIMNT-]*)$"));
     return form;
 }
 
-const QRegularExpression& numberForm()
+bool isOperator(const QString& word)
 {
-    static const QRegularExpression form(QString::fromUtf8(
-        "^([+-]?(?:[0-9]+[.,]?[0-9]*|[.,][0-9]+)(?:[eE][+-]?[0-9]{1,3})?)([a-zA-Z\302\260]*)$"));
-    return form;
+    return word.size() == 1 && QString::fromLatin1("+-*/").contains(word.at(0));
+}
+
+bool isUnit(const QString& word)
+{
+    return zoHPCNumberExpression::lengthOf(word) > 0.0 ||
+           word.compare(QLatin1String("deg"), Qt::CaseInsensitive) == 0 || word == s_degree;
 }
 } // namespace
 
@@ -44,7 +41,8 @@ zoHPCSurveyLine::zoHPCSurveyLine(const QString& text, double unit) : m_unit(unit
     bool isInWord = false;
     bool isQuoted = false;
     bool wasQuoted = false;
-    for (const QChar character : text) {
+    for (int i = 0; i < text.size(); ++i) {
+        const QChar character = text.at(i);
         if (character == QLatin1Char('"')) {
             isQuoted = !isQuoted;
             wasQuoted = true;
@@ -56,11 +54,21 @@ zoHPCSurveyLine::zoHPCSurveyLine(const QString& text, double unit) : m_unit(unit
             isInWord = wasQuoted = false;
             if (character == QLatin1Char('#'))
                 return;
-        } else if (!character.isPrint()) {
+        } else if (character.category() == QChar::Other_Control) {
             setMistake(tr("a control character; the file is no text"));
+            return;
+        } else if (zoHPCDocumentWriter::findUnwritable(text.mid(i, 2)) == 0 ||
+                   character.category() == QChar::Other_Format) {
+            // A name goes into a document; marks of direction and the like make two names look the same.
+            constexpr int Hexadecimal = 16;
+            setMistake(tr("character %1 is U+%2, which no name can have")
+                           .arg(QString::number(i + 1),
+                                QString::number(character.unicode(), Hexadecimal).toUpper()));
             return;
         } else {
             word += character;
+            if (character.isHighSurrogate())
+                word += text.at(++i);
             isInWord = true;
         }
     }
@@ -121,70 +129,70 @@ bool zoHPCSurveyLine::takeKeyword(const char* word)
     return true;
 }
 
-// The unit may be part of the word or be the next one; empty when there is none.
-bool zoHPCSurveyLine::takeNumber(double& number, QString& unit)
+// The next words that are one number or sum: its unit and what follows an operator may be words of their own.
+QString zoHPCSurveyLine::takeSum()
 {
-    number = 0.0;
-    unit.clear();
-    if (isAtEnd())
-        return false;
-    const QRegularExpressionMatch match = numberForm().match(m_words[std::size_t(m_at)].text);
-    if (!match.hasMatch())
-        return false;
-    ++m_at;
-    bool isNumber = false;
-    number = QLocale::c().toDouble(match.captured(1).replace(QLatin1Char(','), QLatin1Char('.')), &isNumber);
-    unit = match.captured(2).toLower();
-    if (unit.isEmpty() && !isAtEnd()) {
-        const QString next = m_words[std::size_t(m_at)].text.toLower();
-        if (unitOf(next) > 0.0 || next == QLatin1String("deg") || next == QString(QChar(0xb0))) {
-            unit = next;
-            ++m_at;
-        }
+    constexpr int Longest = 200;
+    QString sum;
+    while (!isAtEnd() && sum.size() < Longest) {
+        const Word& word = m_words[std::size_t(m_at)];
+        const bool isOpen =
+            isOperator(sum.right(1)) || sum.count(QLatin1Char('(')) > sum.count(QLatin1Char(')'));
+        if (!sum.isEmpty() && (word.isQuoted || !(isOpen || isOperator(word.text) || isUnit(word.text))))
+            break;
+        sum += sum.isEmpty() ? word.text : QLatin1Char(' ') + word.text;
+        ++m_at;
     }
-    return isNumber && std::isfinite(number);
+    return sum;
 }
 
 double zoHPCSurveyLine::takeLength()
 {
     if (!isGood())
         return 0.0;
-    const int at = m_at;
-    double number = 0.0;
-    QString unit;
-    const bool isNumber = takeNumber(number, unit);
-    const double factor = unit.isEmpty() ? m_unit : unitOf(unit);
-    if (!isNumber || factor <= 0.0) {
-        const QString word =
-            at < int(m_words.size()) ? m_words[std::size_t(at)].text.left(LongestName) : QString();
-        setMistake(word.isEmpty() ? tr("a length is missing, such as 3200, 3.2 m or 12 in")
-                                  : tr("\"%1\" is no length; one is 3200, 3.2 m or 12 in").arg(word));
+    const QString text = takeSum();
+    using Number = zoHPCNumberExpression;
+    const auto read = [this](const QString& sum) {
+        return Number::evaluate(sum, Number::Unit::Millimetre, m_unit);
+    };
+    const Number::Result result = read(text);
+    const double length = result.value * m_unit;
+    if (result.state != Number::State::Acceptable) {
+        setMistake(text.isEmpty()
+                       ? tr("a length is missing, such as 3200, 3.2 m or 12 in")
+                       : tr("\"%1\" is no length; one is 3200, 3.2 m or 12 in").arg(text.left(LongestName)));
         return 0.0;
     }
-    if (std::abs(number * factor) > zoHPCSurvey::LargestLength) {
+    if (std::abs(length) > zoHPCSurvey::LargestLength) {
         setMistake(tr("a length of more than %1 m").arg(zoHPCSurvey::LargestLength / 1000.0));
         return 0.0;
     }
-    return number * factor;
+    // Who separates groups of digits by a comma means another length, if there is one as long.
+    const QString other = Number::withoutGroups(text);
+    if (other != text && std::abs(read(other).value * m_unit) < zoHPCSurvey::LargestLength) {
+        setMistake(tr("\"%1\" may be %2 or %3: write the one that is meant")
+                       .arg(text, QString(text).replace(QLatin1Char(','), QLatin1Char('.')), other));
+        return 0.0;
+    }
+    return length;
 }
 
 double zoHPCSurveyLine::takeAngle()
 {
     if (!isGood())
         return 0.0;
-    const int at = m_at;
-    double number = 0.0;
-    QString unit;
-    const bool isNumber = takeNumber(number, unit);
-    const bool isAngle = unit.isEmpty() || unit == QLatin1String("deg") || unit == QString(QChar(0xb0));
-    if (!isNumber || !isAngle || number < 0.0 || number > 360.0) {
-        const QString word =
-            at < int(m_words.size()) ? m_words[std::size_t(at)].text.left(LongestName) : QString();
-        setMistake(word.isEmpty() ? tr("an angle in degrees is missing")
-                                  : tr("\"%1\" is no angle from 0 to 360 degrees").arg(word));
+    const QString text = takeSum();
+    static const QRegularExpression degrees(QString::fromUtf8("\\s*(?:deg|\302\260)$"),
+                                            QRegularExpression::CaseInsensitiveOption);
+    using Number = zoHPCNumberExpression;
+    const Number::Result result = Number::evaluate(QString(text).remove(degrees), Number::Unit::None);
+    if (result.state != Number::State::Acceptable || result.value < 0.0 || result.value > 360.0) {
+        setMistake(text.isEmpty()
+                       ? tr("an angle in degrees is missing")
+                       : tr("\"%1\" is no angle from 0 to 360 degrees").arg(text.left(LongestName)));
         return 0.0;
     }
-    return number;
+    return result.value;
 }
 
 void zoHPCSurveyLine::takeSize(double& width, double& height)
@@ -199,10 +207,11 @@ void zoHPCSurveyLine::takeCounts(int& columns, int& rows)
 {
     int* const counts[] = {&columns, &rows};
     for (int* const count : counts) {
-        double number = 0.0;
-        QString unit;
+        using Number = zoHPCNumberExpression;
+        const Number::Result result = Number::evaluate(takeSum(), Number::Unit::None);
+        const double number = result.value;
         constexpr double Most = 1000.0;
-        if (!takeNumber(number, unit) || !unit.isEmpty() || number < 1.0 || number > Most ||
+        if (result.state != Number::State::Acceptable || number < 1.0 || number > Most ||
             number != std::floor(number)) {
             setMistake(tr("numbers of columns and rows from 1 to 1000 are missing, such as 3x2"));
             return;
@@ -243,21 +252,4 @@ void zoHPCSurveyLine::end()
 {
     if (isGood() && !isAtEnd())
         setMistake(tr("\"%1\" is not expected here").arg(m_words[std::size_t(m_at)].text.left(LongestName)));
-}
-
-double zoHPCSurveyLine::unitOf(const QString& word)
-{
-    for (const UnitWord& unit : s_units) {
-        if (word.compare(QLatin1String(unit.word), Qt::CaseInsensitive) == 0)
-            return unit.millimetres;
-    }
-    return 0.0;
-}
-
-QStringList zoHPCSurveyLine::units()
-{
-    QStringList result;
-    for (const UnitWord& unit : s_units)
-        result << QLatin1String(unit.word);
-    return result;
 }

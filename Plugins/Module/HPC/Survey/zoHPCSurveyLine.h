@@ -29,7 +29,8 @@ public:
     QString takeWord(const QString& what);
     // Whether the next word is this one, which is then taken.
     bool takeKeyword(const char* word);
-    // A length with or without its unit, in millimetres: "3200", "3.2 m", "12in".
+    // A length with or without its unit, in millimetres: "3200", "3.2 m", "12in", "5520/3", "10 ft + 2 in". Of a sum
+    // without any unit all is in the line's. What may be two lengths, "2,000", is a mistake.
     double takeLength();
     double takeAngle(); // degrees
     // "3600 x 2000", "3.6m x 2m", "3600x2000".
@@ -40,10 +41,6 @@ public:
     // Nothing may follow.
     void end();
 
-    // The factor to millimetres; 0 for a word that is no unit of length.
-    static double unitOf(const QString& word);
-    static QStringList units();
-
 private:
     struct Word
     {
@@ -52,7 +49,7 @@ private:
     };
 
     void addWord(const QString& text, bool isQuoted);
-    bool takeNumber(double& number, QString& unit);
+    QString takeSum();
     bool isTolerance() const;
 
     std::vector<Word> m_words;

@@ -52,16 +52,27 @@ zoHPCSurveyPlanes::zoHPCSurveyPlanes(const zoHPCSurvey& survey, const zoHPCSurve
 {
     for (std::size_t i = 0; i < survey.walls.size(); ++i) {
         const zoHPCPlane& plane = solution.planes[i];
-        if (solution.isDetermined() && m_narrow.isEmpty() && !hasRoomForTiles(survey.walls[i], plane))
-            m_narrow = tr("the gaps of \"%1\" leave nothing for its tiles: it is %2 x %3 mm")
-                           .arg(survey.walls[i].name, QString::number(plane.width(), 'f', 1),
-                                QString::number(plane.height(), 'f', 1));
+        if (solution.isDetermined() && m_unusable.isEmpty())
+            m_unusable = whyUnusable(survey.walls[i], plane);
         add(survey.walls[i],
             {rounded(plane.lowerLeft), rounded(plane.lowerRight), rounded(plane.upperRight)});
     }
 }
 
 zoHPCSurveyPlanes::~zoHPCSurveyPlanes() = default;
+
+QString zoHPCSurveyPlanes::whyUnusable(const zoHPCSurvey::Wall& wall, const zoHPCPlane& plane)
+{
+    const QString width = QString::number(plane.width(), 'f', 1);
+    const QString height = QString::number(plane.height(), 'f', 1);
+    if (!hasRoomForTiles(wall, plane))
+        return tr("the gaps of \"%1\" leave nothing for its tiles: it is %2 x %3 mm")
+            .arg(wall.name, width, height);
+    if (wall.overlapsBeyond(plane.width(), plane.height()))
+        return tr("the tiles of \"%1\" overlap by more than their own size: it is %2 x %3 mm")
+            .arg(wall.name, width, height);
+    return {};
+}
 
 // Tiles are those that the display setup makes of such a wall.
 void zoHPCSurveyPlanes::add(const zoHPCSurvey::Wall& wall, const zoHPCPlane& plane)
@@ -161,7 +172,7 @@ void zoHPCSurveyPlanes::followNames(const QDomDocument& document, const QDomElem
 
 bool zoHPCSurveyPlanes::putInto(zoHPCConfiguration& configuration)
 {
-    m_mistake = m_narrow;
+    m_mistake = m_unusable;
     m_remarks.clear();
     if (!m_mistake.isEmpty())
         return false;

@@ -31,8 +31,10 @@ public:
     QStringList names() const;
     std::vector<zoHPCPlane> planes() const;
 
-    // False when a name is taken by something that stays, or when a wall turned out narrower than the gaps between its
-    // tiles; the configuration is left alone then.
+    // Why the walls have no such tiles; empty for walls that have.
+    const QString& unusable() const { return m_unusable; }
+
+    // False for unusable ones and when a name is taken by something that stays; the configuration is left alone then.
     bool putInto(zoHPCConfiguration& configuration);
 
     // Why not; and what no window shows any more.
@@ -40,6 +42,7 @@ public:
     const QStringList& remarks() const { return m_remarks; }
 
 private:
+    static QString whyUnusable(const zoHPCSurvey::Wall& wall, const zoHPCPlane& plane);
     void add(const zoHPCSurvey::Wall& wall, const zoHPCPlane& plane);
     QStringList wallNames() const;
     bool makesWay(const QDomElement& projection) const;
@@ -49,7 +52,7 @@ private:
 
     std::vector<std::unique_ptr<zoHPCProjectionItem>> m_items;
     QStringList m_walls;
-    QString m_narrow; // why tiles have no room
+    QString m_unusable; // why tiles have no room
     QString m_mistake;
     QStringList m_remarks;
 };

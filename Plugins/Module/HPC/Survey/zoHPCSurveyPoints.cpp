@@ -1,5 +1,6 @@
 #include "zoHPCSurveyPoints.h"
 
+#include "zoHPCNumberExpression.h"
 #include "zoHPCSurvey.h"
 #include "zoHPCSurveyLine.h"
 #include "zoText.h"
@@ -24,15 +25,6 @@ const QStringList& columnWords(int column)
     return words[column];
 }
 
-QChar separatorOf(const QString& line)
-{
-    for (const char separator : {';', '\t', ','}) {
-        if (line.contains(QLatin1Char(separator)))
-            return QLatin1Char(separator);
-    }
-    return QLatin1Char(' ');
-}
-
 QStringList cellsOf(const QString& line, QChar separator)
 {
     QStringList cells =
@@ -51,12 +43,39 @@ bool toNumber(QString cell, double& number)
     number = QLocale::c().toDouble(cell.replace(QLatin1Char(','), QLatin1Char('.')), &isNumber);
     return isNumber && std::isfinite(number);
 }
+
+// Blanks, too, separate numbers with commas: "P 12,5 48,1 101,4".
+QChar separatorOf(const QString& line)
+{
+    for (const char separator : {';', '\t'}) {
+        if (line.contains(QLatin1Char(separator)))
+            return QLatin1Char(separator);
+    }
+    if (!line.contains(QLatin1Char(',')))
+        return QLatin1Char(' ');
+    const QStringList cells = cellsOf(line, QLatin1Char(' '));
+    double number = 0.0;
+    const auto isNumber = [&number](const QString& cell) { return toNumber(cell, number); };
+    constexpr int Least = 4;
+    return cells.size() >= Least && std::all_of(cells.begin() + 1, cells.begin() + Least, isNumber)
+               ? QLatin1Char(' ')
+               : QLatin1Char(',');
+}
+
+bool isWhole(const QString& cell)
+{
+    static const QRegularExpression form(zoText("^[+-]?[0-9]+$"));
+    return form.match(cell).hasMatch();
+}
 } // namespace
 
 bool zoHPCSurveyPoints::read(const QString& text, double unit, bool isUpY)
 {
     m_rows.clear();
     m_mistake.clear();
+    m_remark.clear();
+    m_titles = 0;
+    m_marks = Marks();
     for (int column = 0; column < 4; ++column)
         m_columns[column] = column;
     const QStringList lines = text.split(QLatin1Char('\n'));
@@ -70,11 +89,67 @@ bool zoHPCSurveyPoints::read(const QString& text, double unit, bool isUpY)
             return refuse(i + 1, tr("a control character; the file is no text"));
         if (line.isEmpty() || line.startsWith(QLatin1Char('#')))
             continue;
-        const QStringList cells = cellsOf(line, separatorOf(line));
-        if (!(isFirst && readHeader(cells)) && !readRow(cells, i + 1, unit, isUpY))
+        const QChar separator = separatorOf(line);
+        const QStringList cells = cellsOf(line, separator);
+        if (isFirst && readHeader(cells))
+            m_titles = cells.size();
+        else if (hasTooManyCells(cells, i + 1, separator == QLatin1Char(',')) ||
+                 !readRow(cells, i + 1, unit, isUpY))
             return false;
         isFirst = false;
     }
+    return decideMarks(unit);
+}
+
+// "A,1,234,2,000,3,500" has three numbers with decimal commas, or six.
+bool zoHPCSurveyPoints::hasTooManyCells(const QStringList& cells, int line, bool isComma)
+{
+    constexpr int Usual = 4;
+    if (!isComma || cells.size() <= (m_titles > 0 ? m_titles : Usual))
+        return false;
+    if (m_titles > 0 ? cells.mid(m_titles).join(QString()).isEmpty()
+                     : !std::all_of(cells.begin() + 1, cells.end(), isWhole))
+        return false;
+    if (m_titles > 0)
+        refuse(line,
+               tr("%1 cells under %2 titles; where the comma is a decimal mark, separate cells by semicolons")
+                   .arg(cells.size())
+                   .arg(m_titles));
+    else
+        refuse(line, tr("%1 whole numbers; where the comma is a decimal mark, separate cells by semicolons, "
+                        "otherwise name the columns in a first line: name,east,north,height")
+                         .arg(cells.size() - 1));
+    return true;
+}
+
+void zoHPCSurveyPoints::noteMarks(const QString& cell, int line)
+{
+    const bool hasComma = cell.contains(QLatin1Char(','));
+    m_marks.hasPoint = m_marks.hasPoint || (!hasComma && cell.contains(QLatin1Char('.')));
+    if (hasComma && zoHPCNumberExpression::withoutGroups(cell) == cell)
+        m_marks.provesComma = true;
+    else if (hasComma && m_marks.twofold.isEmpty()) {
+        m_marks.twofold = cell;
+        m_marks.line = line;
+    }
+}
+
+// Three digits behind a comma and no other number that tells what the comma is.
+bool zoHPCSurveyPoints::decideMarks(double unit)
+{
+    if (m_marks.twofold.isEmpty() || m_marks.provesComma)
+        return true;
+    const QString decimal = QString(m_marks.twofold).replace(QLatin1Char(','), QLatin1Char('.'));
+    // Nobody measures a thousandth of a millimetre, an inch or a centimetre.
+    constexpr double LeastOfLargeUnits = 300.0; // mm
+    if (unit < LeastOfLargeUnits || m_marks.hasPoint)
+        return refuse(
+            m_marks.line,
+            tr("\"%1\" may be %2 or %3: write numbers with a point, without separated groups")
+                .arg(m_marks.twofold, decimal, zoHPCNumberExpression::withoutGroups(m_marks.twofold)));
+    m_remark = tr("\"%1\" is read as %2; should it be %3, write numbers without separated groups")
+                   .arg(m_marks.twofold, decimal, zoHPCNumberExpression::withoutGroups(m_marks.twofold));
+    m_remarkLine = m_marks.line;
     return true;
 }
 
@@ -114,6 +189,7 @@ bool zoHPCSurveyPoints::readRow(const QStringList& cells, int line, double unit,
         const QString cell = cells.at(m_columns[i + 1]);
         if (!toNumber(cell, numbers[i]))
             return refuse(line, tr("\"%1\" is no coordinate").arg(cell.left(zoHPCSurveyLine::LongestName)));
+        noteMarks(cell, line);
         numbers[i] *= unit;
         // Coordinates of a country are large; precision to the micrometre ends where this does.
         constexpr double Largest = 1e10; // mm

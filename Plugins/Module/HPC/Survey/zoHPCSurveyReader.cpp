@@ -1,8 +1,11 @@
 #include "zoHPCSurveyReader.h"
 
+#include "zoHPCNumberExpression.h"
 #include "zoHPCSuggestion.h"
 #include "zoHPCSurveyPoints.h"
 #include "zoText.h"
+
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <iterator>
@@ -109,6 +112,8 @@ bool zoHPCSurveyReader::read(const QString& text)
         readLines(lines);
     if (m_mistakes.empty())
         addCoordinates();
+    if (m_mistakes.empty())
+        findEqualNames();
     if (m_mistakes.empty() && m_survey.walls.empty())
         addMistake(1, tr("no wall; a line such as \"wall Front size 3600 x 2000\" is missing"));
     std::stable_sort(m_mistakes.begin(), m_mistakes.end(), [](const Mistake& left, const Mistake& right) {
@@ -177,10 +182,10 @@ void zoHPCSurveyReader::skip(zoHPCSurveyLine&) {}
 void zoHPCSurveyReader::readUnit(zoHPCSurveyLine& line)
 {
     const QString word = line.takeWord(tr("the unit"));
-    const double unit = zoHPCSurveyLine::unitOf(word);
+    const double unit = zoHPCNumberExpression::lengthOf(word);
     if (line.isGood() && unit <= 0.0)
-        line.setMistake(
-            tr("\"%1\" is no unit of length: %2").arg(word, zoHPCSurveyLine::units().join(zoText(", "))));
+        line.setMistake(tr("\"%1\" is no unit of length: %2")
+                            .arg(word, zoHPCNumberExpression::lengthUnits().join(zoText(", "))));
     line.end();
     if (line.isGood())
         m_defaults.unit = unit;
@@ -246,6 +251,8 @@ void zoHPCSurveyReader::readWall(zoHPCSurveyLine& line)
     else if (wall.width > 0.0 &&
              (wall.gapX * (wall.columns - 1) >= wall.width || wall.gapY * (wall.rows - 1) >= wall.height))
         line.setMistake(tr("the gaps leave nothing for the tiles"));
+    else if (wall.width > 0.0 && wall.overlapsBeyond(wall.width, wall.height))
+        line.setMistake(tr("tiles overlap by more than their own size; a gap below 0 is what they share"));
     if (!line.isGood())
         return;
     m_survey.walls[std::size_t(index)] = wall;
@@ -479,10 +486,10 @@ void zoHPCSurveyReader::addPointList(zoHPCSurveyLine& line)
     bool isUpY = false;
     while (line.isGood()) {
         if (line.takeKeyword("unit")) {
-            unit = zoHPCSurveyLine::unitOf(line.takeWord(tr("the unit")));
+            unit = zoHPCNumberExpression::lengthOf(line.takeWord(tr("the unit")));
             if (line.isGood() && unit <= 0.0)
-                line.setMistake(
-                    tr("units of length are %1").arg(zoHPCSurveyLine::units().join(zoText(", "))));
+                line.setMistake(tr("units of length are %1")
+                                    .arg(zoHPCNumberExpression::lengthUnits().join(zoText(", "))));
         } else if (line.takeKeyword("up")) {
             const QString axis = line.takeWord(tr("the axis y or z"));
             isUpY = axis == QLatin1String("y");
@@ -517,6 +524,8 @@ void zoHPCSurveyReader::addPointList(zoHPCSurveyLine& line)
     } else {
         const int instrument = int(m_survey.instruments.size());
         m_survey.instruments.push_back({name});
+        if (!points.remark().isEmpty())
+            m_survey.remarks.push_back({name, points.remarkLine(), points.remark()});
         for (const zoHPCSurveyPoints::Row& row : points.rows())
             addRow({row.name, row.place, instrument, tolerance, name, row.line});
     }
@@ -653,6 +662,24 @@ QStringList zoHPCSurveyReader::knownNames() const
             names << point.name;
     }
     return names;
+}
+
+// A tile of one wall may be called as another wall is.
+void zoHPCSurveyReader::findEqualNames()
+{
+    for (const zoHPCSurvey::Wall& wall : m_survey.walls) {
+        static const QRegularExpression form(zoText("^(.+) row:([1-9][0-9]*) col:([1-9][0-9]*)$"));
+        const QRegularExpressionMatch match = form.match(wall.name);
+        const auto found = match.hasMatch() ? m_walls.constFind(match.captured(1)) : m_walls.constEnd();
+        if (found == m_walls.constEnd() || wall.columns * wall.rows > 1)
+            continue;
+        const zoHPCSurvey::Wall& other = m_survey.walls[std::size_t(*found)];
+        if (other.columns * other.rows > 1 && match.captured(2).toInt() <= other.rows &&
+            match.captured(3).toInt() <= other.columns)
+            addMistake(wall.line, tr("\"%1\" is also the name of a tile of \"%2\" in line %3: give the wall "
+                                     "another name")
+                                      .arg(wall.name, other.name, QString::number(other.line)));
+    }
 }
 
 zoHPCSurvey::Measurement& zoHPCSurveyReader::add(Kind kind, const Place& from, double value, double tolerance,

@@ -113,6 +113,8 @@ private:
     void readWalls(zoHPCSurveyLine& line, Kind kind, const char* verb);
     void readMark(zoHPCSurveyLine& line);
 
+    void findEqualNames();
+
     int takeWall(zoHPCSurveyLine& line);
     Place takePlace(zoHPCSurveyLine& line, QString* name = nullptr);
     bool findPlace(const QString& name, Place& place, bool mayAddPoint);

@@ -2,6 +2,7 @@
 
 #include "zoHPCConfiguration.h"
 #include "zoHPCDisplayItem.h"
+#include "zoHPCDocumentWriter.h"
 #include "zoHPCLayout.h"
 #include "zoHPCProblems.h"
 #include "zoHPCProjectionItem.h"
@@ -43,6 +44,11 @@ Field fieldOf(const zoHPCProblem& problem, const Plan& plan)
         return Field::Overlap;
     case Kind::EqualProjectionNames:
         return plan.kind == Plan::Kind::Planes ? Field::Planes : Field::Name;
+    case Kind::WindowWithoutNode:
+    case Kind::WindowWithUnknownNode:
+    case Kind::WindowWithDisabledNode:
+    case Kind::MissingHostsFile:
+        return Field::Hosts;
     default:
         break;
     }
@@ -50,7 +56,7 @@ Field fieldOf(const zoHPCProblem& problem, const Plan& plan)
         return Field::Hosts;
     switch (plan.kind) {
     case Plan::Kind::Tiled:
-        return Field::Viewer;
+        return Field::Tiles;
     case Plan::Kind::Cave:
         return Field::CaveSize;
     case Plan::Kind::Planes:
@@ -121,6 +127,11 @@ void tellProblems(zoHPCConfiguration& configuration, const Plan& plan, zoHPCWall
 zoHPCWallBuilder::Hosts zoHPCWallBuilder::readHosts(const QString& text)
 {
     Hosts hosts;
+    const int unwritable = zoHPCDocumentWriter::findUnwritable(text);
+    if (unwritable >= 0) {
+        hosts.mistake = zoHPCWallMistakes::unwritable(text, unwritable);
+        return hosts;
+    }
     zoHPCHostsReading reading;
     const zoHPCHostsReading::Outcome outcome = reading.read(text);
     hosts.notes = reading.notes();
@@ -147,7 +158,7 @@ zoHPCWallBuilder::Hosts zoHPCWallBuilder::readHosts(const QString& text)
             hosts.drivers << item.name;
     }
     if (hosts.nodes == 0)
-        hosts.mistake = tr("no host in \"%1\"").arg(shortened(text));
+        hosts.mistake = tr("no node in \"%1\"").arg(shortened(text));
     else if (hosts.drivers.isEmpty() && hosts.mistake.isEmpty())
         hosts.mistake = tr("gateways and nodes that do not render drive no screen, and \"%1\" has no other")
                             .arg(shortened(text));
@@ -173,9 +184,12 @@ zoHPCWallBuilder::Result zoHPCWallBuilder::build(const zoHPCWallPlan& plan)
     addWindows(display, plan, projections, windows, hosts.drivers);
     zoHPCConfiguration configuration;
     fill(configuration, hosts.text, projections, display);
+    result.warnings = zoHPCWallMistakes::findDoubts(plan);
     tellProblems(configuration, plan, result);
     if (result.isGood())
         result.text = configuration.text();
+    if (!windows.note().isEmpty())
+        result.notes.push_back({Field::Hosts, windows.note()});
     return result;
 }
 

@@ -27,9 +27,12 @@ public:
         QString text;
         // Most telling first; all of them, as far as one does not hide another.
         std::vector<Mistake> mistakes;
-        // What zoHPCProblems says of the configuration that may yet be meant, such as a wall that is a few millimetres
-        // wide. It never says errors: those are mistakes.
+        // What may yet be meant: a viewer outside his cave, a picture that is stretched, and what zoHPCProblems says of the
+        // configuration, such as a wall that is a few millimetres wide. Errors of it are mistakes.
         std::vector<Mistake> warnings;
+
+        // What was chosen for the person and is as good as any: nothing to mend.
+        std::vector<Mistake> notes;
 
         bool isGood() const { return mistakes.empty(); }
     };

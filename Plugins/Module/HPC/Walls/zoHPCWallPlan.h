@@ -161,7 +161,7 @@ struct zoHPCWallPlan final
     double eyeSeparation = 65.0;
 
     QString hosts;          // hosts text or the bracket form
-    int windowsPerNode = 0; // 0: one, or as many as it takes, where they spread evenly
+    int windowsPerNode = 0; // 0: one, or as many as it takes, on the first nodes one more
 
     // A plan of this kind with values that most walls of it have.
     static zoHPCWallPlan of(Kind kind);

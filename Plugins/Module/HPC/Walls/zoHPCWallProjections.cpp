@@ -146,15 +146,26 @@ zoHPCPlane planeOf(const Plan::Plane& plane)
 
 void addFreePlanes(const Plan& plan, zoHPCWallProjections::List& list)
 {
-    int number = 0;
-    for (const Plan::Plane& plane : plan.planes) {
-        ++number;
-        const QString own = plane.name.trimmed();
-        const QString name = own.isEmpty() ? plan.title() + QLatin1Char(' ') + QString::number(number) : own;
-        list.push_back(planeItem(name, seenFrom(plan.viewer, planeOf(plane))));
-    }
+    const std::vector<zoHPCPlane> planes = zoHPCWallProjections::planesOf(plan);
+    for (std::size_t i = 0; i < planes.size(); ++i)
+        list.push_back(
+            planeItem(zoHPCWallProjections::nameOf(plan, int(i)), seenFrom(plan.viewer, planes[i])));
 }
 } // namespace
+
+std::vector<zoHPCPlane> zoHPCWallProjections::planesOf(const zoHPCWallPlan& plan)
+{
+    std::vector<zoHPCPlane> planes;
+    for (const Plan::Plane& plane : plan.planes)
+        planes.push_back(planeOf(plane));
+    return planes;
+}
+
+QString zoHPCWallProjections::nameOf(const zoHPCWallPlan& plan, int plane)
+{
+    const QString own = plan.planes[std::size_t(plane)].name.trimmed();
+    return own.isEmpty() ? plan.title() + QLatin1Char(' ') + QString::number(plane + 1) : own;
+}
 
 zoHPCWallProjections::List zoHPCWallProjections::make(const zoHPCWallPlan& plan)
 {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zoHPCPlane.h"
 #include "zoHPCWallPlan.h"
 
 #include <memory>
@@ -16,6 +17,9 @@ public:
 
     // Of a plan without mistakes.
     static List make(const zoHPCWallPlan& plan);
+    // Of free planes, where they stand, and what they are called.
+    static std::vector<zoHPCPlane> planesOf(const zoHPCWallPlan& plan);
+    static QString nameOf(const zoHPCWallPlan& plan, int plane);
     // Their tiles and planes in the order of windows: wall by wall, row by row from the upper left. They belong to the
     // list.
     static std::vector<const zoHPCProjectionItem*> tilesOf(const List& projections);

@@ -27,13 +27,21 @@ public:
     const std::vector<Window>& windows() const { return m_windows; }
     const std::vector<zoHPCWallPlan::Mistake>& mistakes() const { return m_mistakes; }
 
+    // Where nodes do not get equally many: which get one more. Empty otherwise.
+    const QString& note() const { return m_note; }
+
 private:
-    int perNode(const zoHPCWallPlan& plan, int nodes);
-    int spreadEvenly(const zoHPCWallPlan& plan, int nodes);
-    void place(const zoHPCWallPlan& plan, int each);
-    int refuse(zoHPCWallPlan::Field field, const QString& text);
+    bool fill(const zoHPCWallPlan& plan, int nodes, int each);
+    bool spread(const zoHPCWallPlan& plan, int nodes);
+    void place(const zoHPCWallPlan& plan);
+    bool refuse(zoHPCWallPlan::Field field, const QString& text);
+    QString noteOf(const zoHPCWallPlan& plan, int first) const;
+    static QString tooMany(int each);
+    static int nodesOfEye(const zoHPCWallPlan& plan, int nodes);
 
     int m_tiles;
+    std::vector<int> m_each; // most windows of each node; where nodes have one eye, of those for each
     std::vector<Window> m_windows;
     std::vector<zoHPCWallPlan::Mistake> m_mistakes;
+    QString m_note;
 };

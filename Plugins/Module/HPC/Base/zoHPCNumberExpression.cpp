@@ -1,6 +1,8 @@
 #include "zoHPCNumberExpression.h"
 
-#include <QLocale>
+#include "zoText.h"
+
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <cmath>
@@ -9,6 +11,7 @@
 namespace
 {
 using Unit = zoHPCNumberExpression::Unit;
+using State = zoHPCNumberExpression::State;
 
 struct UnitWord
 {
@@ -31,17 +34,20 @@ constexpr UnitWord s_units[] = {
 class Reader
 {
 public:
-    Reader(const QString& text, Unit unit) : m_text(text), m_unit(unit) {}
+    Reader(const QString& text, Unit unit, double plainUnit)
+        : m_text(text), m_unit(unit), m_plainUnit(plainUnit)
+    {
+    }
 
     zoHPCNumberExpression::Result read()
     {
         zoHPCNumberExpression::Result result;
         const double value = sum(0);
         skipBlanks();
-        if (m_state == QValidator::Acceptable && m_at < m_text.size())
-            m_state = QValidator::Invalid;
-        if (m_state == QValidator::Acceptable && !std::isfinite(value))
-            m_state = QValidator::Intermediate; // another divisor may follow
+        if (m_state == State::Acceptable && m_at < m_text.size())
+            m_state = State::Invalid;
+        if (m_state == State::Acceptable && !std::isfinite(value))
+            m_state = State::Intermediate; // another divisor may follow
         result.state = m_state;
         result.value = value;
         result.isPlain = m_isPlain;
@@ -49,7 +55,7 @@ public:
     }
 
 private:
-    bool isGood() const { return m_state == QValidator::Acceptable; }
+    bool isGood() const { return m_state == State::Acceptable; }
     bool isAtEnd() const { return m_at >= m_text.size(); }
 
     void skipBlanks()
@@ -71,7 +77,7 @@ private:
     double stop()
     {
         if (isGood())
-            m_state = isAtEnd() ? QValidator::Intermediate : QValidator::Invalid;
+            m_state = isAtEnd() ? State::Intermediate : State::Invalid;
         return 0.0;
     }
 
@@ -113,7 +119,7 @@ private:
     {
         constexpr int Deepest = 30;
         if (depth > Deepest) {
-            m_state = QValidator::Invalid;
+            m_state = State::Invalid;
             return 0.0;
         }
         double sign = 1.0;
@@ -171,38 +177,117 @@ private:
             if (known.unit != m_unit)
                 continue;
             if (word == QLatin1String(known.word))
-                return known.factor;
+                return known.factor / m_plainUnit;
             mayBecome = mayBecome || QLatin1String(known.word).startsWith(word);
         }
-        m_state = mayBecome && isAtEnd() ? QValidator::Intermediate : QValidator::Invalid;
+        m_state = mayBecome && isAtEnd() ? State::Intermediate : State::Invalid;
         return 1.0;
     }
 
     const QString& m_text;
     const Unit m_unit;
+    const double m_plainUnit;
     int m_at = 0;
-    QValidator::State m_state = QValidator::Acceptable;
+    State m_state = State::Acceptable;
     bool m_isPlain = true;
 };
 } // namespace
 
-zoHPCNumberExpression::Result zoHPCNumberExpression::evaluate(const QString& text, Unit unit)
+zoHPCNumberExpression::Result zoHPCNumberExpression::evaluate(const QString& text, Unit unit,
+                                                              double plainUnit)
 {
     constexpr int Longest = 200;
     if (text.size() > Longest)
         return {};
     QString plain = text;
     zoHPCNumberExpression::replaceMinus(plain);
-    return Reader(plain, unit).read();
+    return Reader(plain, unit, plainUnit).read();
+}
+
+double zoHPCNumberExpression::lengthOf(const QString& unitWord)
+{
+    for (const UnitWord& known : s_units) {
+        if (known.unit == Unit::Millimetre &&
+            unitWord.compare(QLatin1String(known.word), Qt::CaseInsensitive) == 0)
+            return known.factor;
+    }
+    return 0.0;
+}
+
+QStringList zoHPCNumberExpression::lengthUnits()
+{
+    QStringList words;
+    for (const UnitWord& known : s_units) {
+        if (known.unit == Unit::Millimetre)
+            words << QLatin1String(known.word);
+    }
+    return words;
 }
 
 std::optional<int> zoHPCNumberExpression::wholeNumber(const QString& text)
 {
     const Result result = evaluate(text, Unit::Pixel);
-    if (result.state != QValidator::Acceptable || result.value != std::floor(result.value) ||
+    if (result.state != State::Acceptable || result.value != std::floor(result.value) ||
         std::abs(result.value) > double(std::numeric_limits<int>::max()))
         return std::nullopt;
     return int(result.value);
+}
+
+std::optional<zoHPCNumberExpression::State> zoHPCNumberExpression::typedState(QString& text, Unit unit,
+                                                                              const QLocale& locale,
+                                                                              double minimum, double maximum)
+{
+    const QChar mark = locale.decimalPoint();
+    replaceMarks(text, mark);
+    if (isExpression(text)) {
+        const Result result = evaluate(text, unit);
+        const bool isOutside = result.value < minimum || result.value > maximum;
+        return result.state == State::Acceptable && isOutside ? State::Intermediate : result.state;
+    }
+    // What is left would be taken for a separator between groups: a second mark, a blank, an apostrophe.
+    const auto isSeparator = [separator = locale.groupSeparator(), mark](QChar character) {
+        return character != mark && (character == separator || character.isSpace());
+    };
+    if (text.count(mark) > 1 || std::any_of(text.cbegin(), text.cend(), isSeparator))
+        return State::Invalid;
+    return std::nullopt;
+}
+
+std::optional<zoHPCNumberExpression::State>
+zoHPCNumberExpression::typedWholeState(QString& text, double minimum, double maximum)
+{
+    // Swallowing the mark alone would let the digits behind it through.
+    replaceMinus(text);
+    if (std::any_of(text.cbegin(), text.cend(), isDecimalMark))
+        return State::Intermediate;
+    if (isExpression(text)) {
+        const State state = evaluate(text, Unit::Pixel).state;
+        if (state != State::Acceptable)
+            return state;
+        const std::optional<int> value = wholeNumber(text);
+        return value && *value >= minimum && *value <= maximum ? State::Acceptable : State::Intermediate;
+    }
+    const auto isPart = [](QChar character) {
+        return character.isDigit() || character == QLatin1Char('-') || character == QLatin1Char('+');
+    };
+    if (!std::all_of(text.cbegin(), text.cend(), isPart))
+        return State::Invalid;
+    return std::nullopt;
+}
+
+std::optional<double> zoHPCNumberExpression::typedValue(QString& text, Unit unit, const QLocale& locale,
+                                                        int decimals)
+{
+    replaceMarks(text, locale.decimalPoint());
+    if (!isExpression(text))
+        return std::nullopt;
+    return QString::number(evaluate(text, unit).value, 'f', decimals).toDouble();
+}
+
+QString zoHPCNumberExpression::withoutGroups(const QString& text)
+{
+    static const QRegularExpression form(zoText("(?<![0-9.,])([1-9][0-9]{0,2}),([0-9]{3})(?![0-9.,])"));
+    return QString(text).replace(form, zoText("\\1\\2"));
 }
 
 bool zoHPCNumberExpression::isExpression(const QString& text)
@@ -222,6 +307,15 @@ bool zoHPCNumberExpression::isDecimalMark(QChar character)
 {
     return character == QLatin1Char('.') || character == QLatin1Char(',') || character == s_arabicComma ||
            character == s_arabicMark;
+}
+
+void zoHPCNumberExpression::replaceMarks(QString& text, QChar mark)
+{
+    for (QChar& character : text) {
+        if (isDecimalMark(character))
+            character = mark;
+    }
+    replaceMinus(text);
 }
 
 void zoHPCNumberExpression::replaceMinus(QString& text)
