@@ -63,6 +63,7 @@ private slots:
     void doubtIsToldAndOkStays();
     void unevenSpreadIsTold();
     void buttonsOfKindsStayWhereTheyAre();
+    void measuresSeparateNoGroups();
     void picturePlaceIsAskedFor();
     void pixelsAreReadInAnyForm_data();
     void pixelsAreReadInAnyForm();
@@ -572,6 +573,14 @@ void tst_zoAssistantWallDialog::buttonsOfKindsStayWhereTheyAre()
         QCoreApplication::processEvents();
         QCOMPARE(places(), before);
     }
+}
+
+// In the fields "5,760" is less than six.
+void tst_zoAssistantWallDialog::measuresSeparateNoGroups()
+{
+    const QString text = find<QLabel>("m_measures")->text();
+
+    QVERIFY2(text.startsWith("5760 x 2160 pixels"), qPrintable(text));
 }
 
 void tst_zoAssistantWallDialog::picturePlaceIsAskedFor()

@@ -67,7 +67,9 @@ QString sentence(const QString& text)
 QString number(double value, int decimals)
 {
     const double factor = std::pow(10.0, decimals);
-    return QLocale().toString(std::round(value * factor) / factor + 0.0, 'f', decimals);
+    QLocale locale;
+    locale.setNumberOptions(locale.numberOptions() | QLocale::OmitGroupSeparator);
+    return locale.toString(std::round(value * factor) / factor + 0.0, 'f', decimals);
 }
 } // namespace
 

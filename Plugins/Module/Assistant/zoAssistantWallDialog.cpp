@@ -33,8 +33,11 @@ constexpr int SignMargin = 8;   // between it and the message, in pixels
 
 QString lengths(const QSizeF& size)
 {
-    return zoText("%1 x %2").arg(QLocale().toString(size.width(), 'f', 0),
-                                 QLocale().toString(size.height(), 'f', 0));
+    // Groups that are separated would read as a decimal mark does in the fields.
+    QLocale locale;
+    locale.setNumberOptions(locale.numberOptions() | QLocale::OmitGroupSeparator);
+    return zoText("%1 x %2").arg(locale.toString(size.width(), 'f', 0),
+                                 locale.toString(size.height(), 'f', 0));
 }
 
 bool isKnown(const QSizeF& size)
