@@ -47,6 +47,7 @@ function(zo_add_module name)
   target_link_options(${name} PRIVATE "LINKER:--version-script=${map}" "LINKER:--no-undefined")
   set_target_properties(${name} PROPERTIES
     PREFIX "lib" LINKER_LANGUAGE CXX LINK_DEPENDS "${map}"
+    INSTALL_RPATH "$ORIGIN/.." # the kernel's library, for programs that have not loaded it yet
     LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib/zo")
   install(TARGETS ${name} LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}/zo" COMPONENT ${ARG_COMPONENT})
 endfunction()
