@@ -39,6 +39,9 @@ private slots:
     void loadingIsSaidOnce();
     void cancelSaysThatAllChangedBack();
 
+    void changedValueKeepsTilesAndLinks();
+    void projectionsThatCameAreLinkedByTheNextValue();
+
     void addedProjectionsAreNumbered();
     void freedNumberIsTakenAgain();
     void tileNamesCountAsTaken();
@@ -290,6 +293,41 @@ void tst_zoHPCDisplayGUIIEditing::cancelSaysThatAllChangedBack()
 
     QCOMPARE(changed.count(), 1);
     QCOMPARE(saved(), before);
+}
+
+void tst_zoHPCDisplayGUIIEditing::changedValueKeepsTilesAndLinks()
+{
+    load(SMALL_SETUP);
+    projection(0)->setDouble(zoHPCProjectionItem::Distance, 1600.0);
+    const QTreeWidgetItem* const tile = projection(0)->child(1);
+    const QStringList shown = viewportProjections();
+    const QSignalSpy changes(m_editor.get(), &zoHPCDisplayGUII::changed);
+
+    projection(0)->setDouble(zoHPCProjectionItem::Distance, 1700.0);
+
+    QCOMPARE(projection(0)->child(1), tile);
+    QCOMPARE(tile->data(zoHPCProjectionItem::Distance, Qt::EditRole).toDouble(), 1700.0);
+    QCOMPARE(viewportProjections(), shown);
+    QVERIFY(!changes.isEmpty());
+    projection(0)->setName(text("V"));
+    QCOMPARE(viewportProjections().constFirst(), text("V row:1 col:2"));
+}
+
+// The names are not collected for each value, but for the first one after they changed.
+void tst_zoHPCDisplayGUIIEditing::projectionsThatCameAreLinkedByTheNextValue()
+{
+    load(SMALL_SETUP);
+    projection(0)->setDouble(zoHPCProjectionItem::Distance, 1600.0);
+    m_editor->addProjection();
+    zoHPCViewportItem* const viewport = m_editor->getViewportItems().constFirst();
+    viewport->setString(zoHPCViewportItem::ProjectionIdentifier, QString());
+    viewport->setProjection(text("Projection1"));
+
+    projection(0)->setDouble(zoHPCProjectionItem::Distance, 1700.0);
+
+    QCOMPARE(viewportProjections().constFirst(), text("Projection1"));
+    projectionTree()->topLevelItem(2)->setText(0, text("Other"));
+    QCOMPARE(viewportProjections().constFirst(), text("Other"));
 }
 
 void tst_zoHPCDisplayGUIIEditing::addedProjectionsAreNumbered()

@@ -25,6 +25,7 @@ private slots:
     void takenRowIsTheCallers();
     void childrenReplaceTheirProjection();
     void regeneratedTileStaysCurrent();
+    void changedValuesKeepRowsSelectionAndExpansion();
     void wallsInsideWallsGetTheDistance();
     void bulkChangeIsSilent();
     void rowsAndIndexesBelongTogether();
@@ -136,6 +137,41 @@ void tst_zoHPCDisplayTrees::regeneratedTileStaysCurrent()
     wall->setInt(zoHPCProjectionItem::Columns, 1);
     m_trees->regenerate(wall);
     QCOMPARE(m_projections.currentItem(), wall);
+}
+
+void tst_zoHPCDisplayTrees::changedValuesKeepRowsSelectionAndExpansion()
+{
+    m_trees->addProjection(
+        std::make_unique<zoHPCProjectionItem>(QStringLiteral("w"), zoHPCProjectionType::Kind::Wall));
+    zoHPCProjectionItem* const wall = m_trees->currentProjection();
+    wall->setInt(zoHPCProjectionItem::Columns, 3);
+    wall->update();
+    wall->setExpanded(true);
+    QTreeWidgetItem* const tile = wall->child(1);
+    m_projections.setCurrentItem(tile);
+    wall->child(2)->setSelected(true);
+    const QList<QTreeWidgetItem*> selected = m_projections.selectedItems();
+    const QSignalSpy removals(m_projections.model(), &QAbstractItemModel::rowsRemoved);
+    const QSignalSpy insertions(m_projections.model(), &QAbstractItemModel::rowsInserted);
+    wall->setDouble(zoHPCProjectionItem::Distance, 999.0);
+    const QSignalSpy changes(m_projections.model(), &QAbstractItemModel::dataChanged);
+
+    QVERIFY(m_trees->regenerate(wall));
+
+    QCOMPARE(removals.count() + insertions.count(), 0);
+    QCOMPARE(m_projections.currentItem(), tile);
+    QCOMPARE(m_projections.selectedItems(), selected);
+    QVERIFY(wall->isExpanded());
+    QCOMPARE(tile->data(zoHPCProjectionItem::Distance, Qt::EditRole).toDouble(), 999.0);
+    // Views and mappers of others hear of all tiles at once.
+    QCOMPARE(changes.count(), 1);
+    QCOMPARE(zoHPCTreeRows::itemAt(&m_projections, changes.at(0).at(0).toModelIndex()), wall->child(0));
+    QCOMPARE(zoHPCTreeRows::itemAt(&m_projections, changes.at(0).at(1).toModelIndex()), wall->child(2));
+
+    wall->setName(QStringLiteral("v"));
+    QVERIFY(!m_trees->regenerate(wall));
+    QCOMPARE(removals.count(), 1);
+    QCOMPARE(m_projections.currentItem(), wall->child(1));
 }
 
 void tst_zoHPCDisplayTrees::wallsInsideWallsGetTheDistance()

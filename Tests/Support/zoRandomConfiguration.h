@@ -30,6 +30,7 @@ public:
         m_displays.correctProjectionViewportsAssignments();
     }
 
+    const zoHPCDisplaySetup& displays() const { return m_displays; }
     QString text() const { return zoHPCConfiguration::textAsIs(m_hosts, m_displays); }
 
 private:

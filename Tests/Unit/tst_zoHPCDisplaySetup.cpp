@@ -56,6 +56,8 @@ private slots:
     void defaultIsOneDisplay();
     void writesWhatItRead();
     void tilesOfOneDocumentHaveOneLimit();
+    void projectionsThatNobodyShowsNeedNoTiles();
+    void skippedTilesCount();
     void readsDirectChildrenOfTheRootOnly();
     void readingReplaces();
     void documentWithoutRootLeavesNothing();
@@ -142,6 +144,46 @@ void tst_zoHPCDisplaySetup::tilesOfOneDocumentHaveOneLimit()
     last->setInt(zoHPCProjectionItem::Rows, 3);
     last->update();
     QCOMPARE(last->childCount(), 3);
+}
+
+void tst_zoHPCDisplaySetup::projectionsThatNobodyShowsNeedNoTiles()
+{
+    const QDomDocument document = documentOf(
+        text("<cluster version=\"1\"><projection name=\"a\" type=\"wall\" rows=\"2\" columns=\"1\"/>"
+             "<projection name=\" b\" type=\"powerwall\" width=\"9\" height=\"9\" rows=\"2\" columns=\"2\"/>"
+             "<display><window><viewport projection=\"b row:1 col:2\"/><viewport projection=\"a\"/>"
+             "<viewport projection=\"b row:3 col:1\"/></window></display></cluster>"));
+
+    m_setup->loadFromXML(document, zoHPCDisplaySetup::Tiles::Shown);
+
+    QStringList shown;
+    for (const zoHPCViewportItem* viewport : m_setup->getViewportItems())
+        shown << viewport->getString(zoHPCViewportItem::Projection);
+    QCOMPARE(shown, QStringList({text("b row:1 col:2"), text("a"), QString()}));
+    QCOMPARE(m_setup->projectionRoot()->child(1)->childCount(), 4);
+    const QDomDocument unshown = documentOf(document.toString().remove(text("<viewport projection=\"a\"/>")));
+    m_setup->loadFromXML(unshown, zoHPCDisplaySetup::Tiles::Shown);
+    auto* const wall = dynamic_cast<zoHPCProjectionItem*>(m_setup->projectionRoot()->child(0));
+    QCOMPARE(wall->childCount(), 0);
+    QCOMPARE(wall->tileCount(), 2);
+    // Whoever edits it gets them.
+    wall->update();
+    QCOMPARE(wall->childCount(), 2);
+}
+
+// What a document may have altogether is the same, whatever of it is looked at.
+void tst_zoHPCDisplaySetup::skippedTilesCount()
+{
+    expectMessage(QtCriticalMsg,
+                  QRegularExpression(text("^Projection b .*not laid out: at most 100000 tiles")));
+
+    m_setup->loadFromXML(
+        documentOf(
+            text("<cluster version=\"1\"><projection name=\"a\" type=\"wall\" rows=\"60000\" columns=\"1\"/>"
+                 "<projection name=\"b\" type=\"wall\" rows=\"60000\" columns=\"1\"/></cluster>")),
+        zoHPCDisplaySetup::Tiles::Shown);
+
+    QCOMPARE(m_setup->projectionRoot()->child(0)->childCount(), 0);
 }
 
 void tst_zoHPCDisplaySetup::readsDirectChildrenOfTheRootOnly()

@@ -1,6 +1,8 @@
+#include "zoRandomConfiguration.h"
 #include "zoTestCase.h"
 
 #include <zoHPCDocumentText.h>
+#include <zoHPCDocumentWriter.h>
 
 #include <QApplication>
 #include <QDomDocument>
@@ -51,6 +53,8 @@ class tst_zoHPCDocumentText final : public zoTestCase
 private slots:
     void formIsThatOfTheDom_data();
     void formIsThatOfTheDom();
+    void displaysAreWrittenAsTheirElements_data();
+    void displaysAreWrittenAsTheirElements();
     void attributesComeInTheirFixedOrder();
     void emptyAttributeOfTheDisplaySectionIsLeftOut_data();
     void emptyAttributeOfTheDisplaySectionIsLeftOut();
@@ -108,6 +112,30 @@ void tst_zoHPCDocumentText::formIsThatOfTheDom()
     const QString written = zoHPCDocumentText::toText(document);
 
     QCOMPARE(written, document.toString(1));
+}
+
+void tst_zoHPCDocumentText::displaysAreWrittenAsTheirElements_data()
+{
+    QTest::addColumn<uint>("seed");
+
+    for (uint seed = 1; seed <= 20; ++seed)
+        QTest::addRow("%u", seed) << seed;
+}
+
+void tst_zoHPCDocumentText::displaysAreWrittenAsTheirElements()
+{
+    QFETCH(uint, seed);
+    const zoRandomConfiguration configuration(seed);
+    QDomDocument document;
+    document.appendChild(document.createElement(QStringLiteral("cluster")));
+    configuration.displays().saveToXML(document);
+
+    zoHPCDocumentWriter writer;
+    writer.openElement(QStringLiteral("cluster"));
+    zoHPCDocumentText::appendDisplays(configuration.displays(), zoHPCDocumentText::Tiles::Whole, writer);
+    writer.closeElement();
+
+    QCOMPARE(writer.takeText(), zoHPCDocumentText::toText(document));
 }
 
 void tst_zoHPCDocumentText::attributesComeInTheirFixedOrder()

@@ -134,14 +134,28 @@ void zoHPCDisplayTrees::clearCurrentRows()
     }
 }
 
-void zoHPCDisplayTrees::regenerate(zoHPCProjectionItem* projection)
+bool zoHPCDisplayTrees::regenerate(zoHPCProjectionItem* projection)
 {
+    QAbstractItemModel* const model = m_projections->model();
+    const bool isKept = [&] {
+        const QSignalBlocker blocker(model);
+        return projection->updateValues();
+    }();
+    if (isKept) {
+        const QModelIndex above = zoHPCTreeRows::indexOf(m_projections, projection);
+        // Behind the name and the identifier, which are the same.
+        emit model->dataChanged(
+            model->index(0, zoHPCProjectionItem::Type, above),
+            model->index(projection->childCount() - 1, zoHPCProjectionItem::ColumnCount - 1, above));
+        return true;
+    }
     QTreeWidgetItem* current = m_projections->currentItem();
     const int row = current && current->parent() == projection ? projection->indexOfChild(current) : -1;
     projection->update();
     if (row >= 0)
         zoHPCTreeRows::choose(m_projections,
                               row < projection->childCount() ? projection->child(row) : projection);
+    return false;
 }
 
 void zoHPCDisplayTrees::setEyeSeparation(double separation)

@@ -58,9 +58,10 @@ public:
 
     void clear();
     void clearCurrentRows();
-    // Lays out the children of a projection anew. A generated row that is current goes with all others; its
-    // successor takes its place.
-    void regenerate(zoHPCProjectionItem* projection);
+    // Lays out the children of a projection anew. Rows that keep their names stay, with their selection, and what
+    // changed of them is announced once: true then. False when they are others: a generated row that is current goes
+    // with all others; its successor takes its place.
+    bool regenerate(zoHPCProjectionItem* projection);
     void setEyeSeparation(double separation); // mm, of all displays
     // Of all tiled walls, in millimetres.
     void setWallDistance(double distance);

@@ -59,17 +59,19 @@ void zoHPCDisplaySetup::saveToXML(QDomDocument& document) const
     append(m_displayRoot, zoClusterTags::Display);
 }
 
-void zoHPCDisplaySetup::loadFromXML(const QDomDocument& document)
+void zoHPCDisplaySetup::loadFromXML(const QDomDocument& document, Tiles tiles)
 {
     clear();
+    const int version = zoHPCDocumentUpgrade::versionOf(document);
     zoHPCDisplaySetup loaded;
-    loaded.read(document);
-    zoHPCDocumentUpgrade::upgrade(zoHPCDocumentUpgrade::versionOf(document), *loaded.m_projectionRoot,
-                                  *loaded.m_displayRoot);
+    // What is upgraded may need its tiles.
+    loaded.read(document, version < zoClusterTags::Version ? Tiles::All : tiles);
+    zoHPCDocumentUpgrade::upgrade(version, *loaded.m_projectionRoot, *loaded.m_displayRoot);
     loaded.correctProjectionViewportsAssignments();
 
     m_projectionRoot->addChildren(loaded.m_projectionRoot->takeChildren());
     m_displayRoot->addChildren(loaded.m_displayRoot->takeChildren());
+    m_collected = loaded.m_collected;
     m_names = loaded.m_names;
     m_identifiers = loaded.m_identifiers;
 }
@@ -99,12 +101,19 @@ bool zoHPCDisplaySetup::correctWrongRows()
 
 void zoHPCDisplaySetup::collectProjections()
 {
+    const QList<zoHPCProjectionItem*> projections = getProjectionItems();
+    std::vector<std::pair<QString, QString>> collected;
+    collected.reserve(std::size_t(projections.size()));
+    for (const zoHPCProjectionItem* projection : projections)
+        collected.emplace_back(projection->getString(zoHPCProjectionItem::Name),
+                               projection->getString(zoHPCProjectionItem::Identifier));
+    // Most often a value has changed, and all ten thousand tiles are called what they were called.
+    if (collected == m_collected)
+        return;
+    m_collected = std::move(collected);
     m_names.clear();
     m_identifiers.clear();
-    const QList<zoHPCProjectionItem*> projections = getProjectionItems();
-    for (const zoHPCProjectionItem* projection : projections) {
-        const QString identifier = projection->getString(zoHPCProjectionItem::Identifier);
-        const QString name = projection->getString(zoHPCProjectionItem::Name);
+    for (const auto& [name, identifier] : m_collected) {
         m_names.insert(identifier, name);
         m_identifiers.insert(name, identifier);
     }
@@ -175,9 +184,16 @@ QStringList zoHPCDisplaySetup::attributeOrder(const QString& tagName)
     return {};
 }
 
-void zoHPCDisplaySetup::read(const QDomDocument& document)
+void zoHPCDisplaySetup::read(const QDomDocument& document, Tiles tiles)
 {
     const QDomElement root = document.documentElement();
+    readDisplays(root);
+    const QStringList shown = shownNames();
+    // Parts begin with the name of their projection.
+    const auto isShown = [&shown](const QString& name) {
+        const auto next = std::lower_bound(shown.begin(), shown.end(), name.trimmed());
+        return next != shown.end() && next->startsWith(name.trimmed());
+    };
     const QString projectionTag = zoClusterTags::Projection;
     QList<QTreeWidgetItem*> projections;
     // A kilobyte may ask for a dozen of walls, each as large as one may be.
@@ -188,16 +204,33 @@ void zoHPCDisplaySetup::read(const QDomDocument& document)
         auto projection =
             std::make_unique<zoHPCProjectionItem>(QString::fromLatin1(""), zoHPCProjectionType::Kind::Wall);
         projection->setTileLimit(tilesLeft, charactersLeft);
+        projection->setIsLaidOut(tiles == Tiles::All ||
+                                 isShown(element.attribute(zoClusterTags::NameAttribute)));
         projection->fromXML(element);
-        tilesLeft -= projection->childCount();
-        charactersLeft -=
-            qint64(projection->childCount()) * projection->getString(zoHPCProjectionItem::Name).size();
+        const int count = projection->tileCount();
+        tilesLeft -= count;
+        charactersLeft -= qint64(count) * projection->getString(zoHPCProjectionItem::Name).size();
+        projection->setIsLaidOut(true);
         projection->setTileLimit(zoHPCProjectionItem::MaximumTiles,
                                  zoHPCProjectionItem::MaximumNameCharacters);
         projections.append(projection.release());
     }
     m_projectionRoot->addChildren(projections);
+}
 
+// In order, and without the blanks that names of parts are without.
+QStringList zoHPCDisplaySetup::shownNames() const
+{
+    QStringList names;
+    const QList<zoHPCViewportItem*> viewports = getViewportItems();
+    for (const zoHPCViewportItem* viewport : viewports)
+        names << viewport->getString(zoHPCViewportItem::Projection).trimmed();
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+void zoHPCDisplaySetup::readDisplays(const QDomElement& root)
+{
     const QString displayTag = zoClusterTags::Display;
     QList<QTreeWidgetItem*> displays;
     for (QDomElement element = root.firstChildElement(displayTag); !element.isNull();

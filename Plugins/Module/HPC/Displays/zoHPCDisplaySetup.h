@@ -7,8 +7,11 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
+#include <vector>
 
 class QDomDocument;
+class QDomElement;
 class QTreeWidgetItem;
 class zoHPCProjectionItem;
 class zoHPCViewportItem;
@@ -36,11 +39,14 @@ public:
     // Every window and, because a viewport is a window, every viewport; callers filter by kind.
     QList<zoHPCWindowItem*> getWindowItems() const;
 
+    // Which projections get their tiles and planes: all, or those alone of whose parts a viewport names one.
+    enum class Tiles { All, Shown };
+
     // Appends the display section to the document element; nothing without one.
     void saveToXML(QDomDocument& document) const;
     // Replaces everything; a document without a root leaves nothing. Items come below the roots once they are
     // whole: upgraded from earlier versions and linked.
-    void loadFromXML(const QDomDocument& document);
+    void loadFromXML(const QDomDocument& document, Tiles tiles = Tiles::All);
     // No projections and one display.
     void setDefaultConfig();
     void clear();
@@ -69,13 +75,17 @@ public:
     static QStringList attributeOrder(const QString& tagName);
 
 private:
-    void read(const QDomDocument& document);
+    void read(const QDomDocument& document, Tiles tiles);
+    void readDisplays(const QDomElement& root);
+    QStringList shownNames() const;
     bool linkViewports();
 
     std::unique_ptr<QTreeWidgetItem> m_ownProjections; // null with roots of a caller
     std::unique_ptr<QTreeWidgetItem> m_ownDisplays;
-    QTreeWidgetItem* m_projectionRoot;     // not owned
-    QTreeWidgetItem* m_displayRoot;        // not owned
+    QTreeWidgetItem* m_projectionRoot; // not owned
+    QTreeWidgetItem* m_displayRoot;    // not owned
+    // Names and identifiers of the projections, as they were collected last.
+    std::vector<std::pair<QString, QString>> m_collected;
     QHash<QString, QString> m_names;       // by identifier
     QHash<QString, QString> m_identifiers; // by name
 };

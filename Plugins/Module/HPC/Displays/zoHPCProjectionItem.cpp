@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <map>
 #include <memory>
@@ -57,27 +58,42 @@ const QIcon& iconOf(const zoHPCProjectionType& type)
         .first->second;
 }
 
-// The tiles of a plane, in millimetres.
-struct Grid
-{
-    int rows;
-    int columns;
-    double overlapX;
-    double overlapY;
-    double tileWidth;
-    double tileHeight;
-};
+// Which walls a cave has.
+constexpr int CaveWalls[] = {zoHPCProjectionItem::LeftWall,  zoHPCProjectionItem::RightWall,
+                             zoHPCProjectionItem::TopWall,   zoHPCProjectionItem::BottomWall,
+                             zoHPCProjectionItem::FrontWall, zoHPCProjectionItem::BackWall};
 
-// Of a tile that shares its inner edges with its neighbours.
-void setBlendWidths(zoHPCProjectionItem& tile, const Grid& grid, int row, int column)
+// Just that value.
+bool holds(const zoHPCProjectionItem& item, int column, const QVariant& value)
+{
+    const QVariant held = item.data(column, Qt::EditRole);
+    if (value.userType() != QMetaType::Double)
+        return held.isValid() && held == value;
+    // To the last digit, and -0 is not 0.
+    const double number = value.toDouble();
+    return held.userType() == QMetaType::Double && held.toDouble() == number &&
+           std::signbit(held.toDouble()) == std::signbit(number);
+}
+
+// By column, what all children of a projection have alike.
+using Values = std::vector<std::pair<int, QVariant>>;
+
+Values planeValues(const zoHPCProjectionItem& projection)
 {
     using P = zoHPCProjectionItem;
-    tile.setDouble(P::LeftEdge, (column > 0 ? grid.overlapX : 0.0) / grid.tileWidth);
-    tile.setDouble(P::RightEdge, (column < grid.columns - 1 ? grid.overlapX : 0.0) / grid.tileWidth);
-    // Row 0 is the top row, and still its bottom overlap is called the top edge: the render side reads the
-    // pair this way round.
-    tile.setDouble(P::TopEdge, (row < grid.rows - 1 ? grid.overlapY : 0.0) / grid.tileHeight);
-    tile.setDouble(P::BottomEdge, (row > 0 ? grid.overlapY : 0.0) / grid.tileHeight);
+    return {{P::EdgeBlending, projection.getBool(P::EdgeBlending)},
+            {P::OverlapX, projection.wholeOverlap(P::OverlapX)},
+            {P::OverlapY, projection.wholeOverlap(P::OverlapY)}};
+}
+
+Values tileValues(const zoHPCProjectionItem& projection)
+{
+    using P = zoHPCProjectionItem;
+    Values values = planeValues(projection);
+    for (const int col : {P::Rows, P::Columns, P::RightOffsetX, P::RightOffsetY})
+        values.emplace_back(col, projection.getInt(col));
+    values.emplace_back(P::Distance, projection.getDouble(P::Distance));
+    return values;
 }
 
 // Text that is only ever joined, never a pattern: names may hold "%1".
@@ -91,6 +107,33 @@ QString tileLabel(int row, int column)
     return QLatin1String("row:") + QString::number(row) + QLatin1String(" col:") + QString::number(column);
 }
 } // namespace
+
+// The tiles of a plane, in millimetres.
+struct zoHPCProjectionItem::Grid
+{
+    int rows;
+    int columns;
+    double overlapX;
+    double overlapY;
+    double tileWidth;
+    double tileHeight;
+    bool isBlended;
+    Point3 upperLeft;
+    Point3 right; // directions
+    Point3 down;
+};
+
+struct zoHPCProjectionItem::CaveWall
+{
+    const char* label; // part of the planes' names in documents: never translated
+    zoHPCPlane plane;
+};
+
+bool zoHPCProjectionItem::Layout::operator==(const Layout& other) const
+{
+    return kind == other.kind && name == other.name && identifier == other.identifier && rows == other.rows &&
+           columns == other.columns && walls == other.walls && tiles == other.tiles;
+}
 
 zoHPCProjectionItem::zoHPCProjectionItem(const QString& name, const QString& type)
 {
@@ -165,10 +208,15 @@ void zoHPCProjectionItem::update()
 {
     changeIcon();
     clearChildren();
+    static unsigned s_generation = 0;
+    m_generation = ++s_generation;
+    m_layout = layout();
+    if (hasTooManyTiles(planeCount()) || !m_isLaidOut)
+        return;
 
     switch (kind()) {
     case Kind::PowerWall: {
-        const zoHPCPlane plane = zoHPCPlane::facing(getDouble(Width), getDouble(Height), getDouble(Distance));
+        const zoHPCPlane plane = powerWallPlane();
         addPlane(QString(), plane.lowerLeft, plane.lowerRight, plane.upperRight);
         break;
     }
@@ -176,13 +224,46 @@ void zoHPCProjectionItem::update()
         addWallTiles();
         break;
     case Kind::Cave:
-        addCaveWalls();
+        for (const CaveWall& wall : caveWalls())
+            addPlane(QString::fromLatin1(wall.label), wall.plane.lowerLeft, wall.plane.lowerRight,
+                     wall.plane.upperRight);
         break;
     case Kind::Plane:
     case Kind::Tile:
     case Kind::Other:
         break;
     }
+}
+
+bool zoHPCProjectionItem::updateValues()
+{
+    const int count = childCount();
+    if (count == 0 || !(layout() == m_layout) || count != m_layout.tiles)
+        return false;
+    for (int i = 0; i < count; ++i) {
+        if (!isOwnChild(i))
+            return false;
+    }
+    for (const auto& [column, value] : kind() == Kind::Wall ? tileValues(*this) : planeValues(*this)) {
+        // All have the same of these, so that the first one tells what changed.
+        for (int i = holds(*static_cast<zoHPCProjectionItem*>(child(0)), column, value) ? count : 0;
+             i < count; ++i)
+            static_cast<zoHPCProjectionItem*>(child(i))->put(column, value);
+    }
+    if (kind() == Kind::PowerWall) {
+        placeTiles(powerWallPlane(), 0);
+    } else if (kind() == Kind::Cave) {
+        const std::vector<CaveWall> walls = caveWalls();
+        for (std::size_t i = 0; i < walls.size(); ++i)
+            placeTiles(walls[i].plane, int(i) * m_layout.rows * m_layout.columns);
+    }
+    return true;
+}
+
+void zoHPCProjectionItem::setData(int column, int role, const QVariant& value)
+{
+    m_madeIn = 0;
+    zoHPCTreeWidgetItem::setData(column, role, value);
 }
 
 QDomElement zoHPCProjectionItem::toXML(QDomDocument& document, const QString& tagName) const
@@ -229,6 +310,117 @@ void zoHPCProjectionItem::changeIcon()
         setData(Name, Qt::DecorationRole, ofType);
 }
 
+zoHPCProjectionItem::Layout zoHPCProjectionItem::layout() const
+{
+    Layout now;
+    now.kind = kind();
+    now.name = getString(Name);
+    now.identifier = getString(Identifier);
+    now.rows = getInt(Rows);
+    now.columns = getInt(Columns);
+    for (const int flag : CaveWalls)
+        now.walls = 2 * now.walls + (getBool(flag) ? 1 : 0);
+    now.tiles = tileCount();
+    return now;
+}
+
+bool zoHPCProjectionItem::isOwnChild(int index) const
+{
+    const auto* const item = dynamic_cast<const zoHPCProjectionItem*>(child(index));
+    return item != nullptr && item->m_madeIn == m_generation && item->m_madeAs == index;
+}
+
+void zoHPCProjectionItem::addOwn(std::unique_ptr<zoHPCProjectionItem> child,
+                                 QList<QTreeWidgetItem*>& items) const
+{
+    child->m_madeIn = m_generation;
+    child->m_madeAs = childCount() + items.size();
+    items.append(child.release());
+}
+
+void zoHPCProjectionItem::put(int column, const QVariant& value)
+{
+    if (holds(*this, column, value))
+        return;
+    // The toolkit does not replace a number by one that it takes for the same, as with 0 and -0 and in the last digits:
+    // what a tile has would depend on what it had.
+    if (value.userType() == QMetaType::Double && data(column, Qt::EditRole) == value)
+        zoHPCTreeWidgetItem::setData(column, Qt::EditRole, QVariant());
+    zoHPCTreeWidgetItem::setData(column, Qt::EditRole, value);
+}
+
+zoHPCPlane zoHPCProjectionItem::powerWallPlane() const
+{
+    return zoHPCPlane::facing(getDouble(Width), getDouble(Height), getDouble(Distance));
+}
+
+zoHPCProjectionItem::Grid zoHPCProjectionItem::gridOf(const zoHPCPlane& plane) const
+{
+    const Point3 a = plane.lowerRight - plane.lowerLeft;
+    const Point3 b = plane.lowerRight - plane.upperRight; // points down
+    const double width = length(a);
+    const double height = length(b);
+    Grid grid;
+    grid.rows = getInt(Rows);
+    grid.columns = getInt(Columns);
+    grid.overlapX = getDouble(OverlapX);
+    grid.overlapY = getDouble(OverlapY);
+    grid.tileWidth = (width + (grid.columns - 1) * grid.overlapX) / grid.columns;
+    grid.tileHeight = (height + (grid.rows - 1) * grid.overlapY) / grid.rows;
+    grid.isBlended = getBool(EdgeBlending);
+    grid.upperLeft = plane.upperLeft();
+    grid.right = direction(a, width);
+    grid.down = direction(b, height);
+    return grid;
+}
+
+void zoHPCProjectionItem::givePlaneValues(zoHPCProjectionItem& plane) const
+{
+    for (const auto& [column, value] : planeValues(*this))
+        plane.put(column, value);
+}
+
+void zoHPCProjectionItem::giveTileValues(zoHPCProjectionItem& tile) const
+{
+    for (const auto& [column, value] : tileValues(*this))
+        tile.put(column, value);
+}
+
+void zoHPCProjectionItem::placeTile(zoHPCProjectionItem& plane, const Grid& grid, int row, int column) const
+{
+    const Point3 origin = grid.upperLeft + (column * (grid.tileWidth - grid.overlapX)) * grid.right +
+                          (row * (grid.tileHeight - grid.overlapY)) * grid.down;
+    const Point3 across = grid.tileWidth * grid.right;
+    const Point3 down = grid.tileHeight * grid.down;
+    int col = X1;
+    for (const Point3& corner : {origin + down, origin + across + down, origin + across}) {
+        plane.put(col++, corner.x);
+        plane.put(col++, corner.y);
+        plane.put(col++, corner.z);
+    }
+    // It shares its inner edges with its neighbours.
+    const auto share = [&grid](bool isShared, double overlap, double size) {
+        return grid.isBlended ? (isShared ? overlap : 0.0) / size + 0.0 : 0.0; // never -0
+    };
+    plane.put(LeftEdge, share(column > 0, grid.overlapX, grid.tileWidth));
+    plane.put(RightEdge, share(column < grid.columns - 1, grid.overlapX, grid.tileWidth));
+    // Row 0 is the top row, and still its bottom overlap is called the top edge: the render side reads the
+    // pair this way round.
+    plane.put(TopEdge, share(row < grid.rows - 1, grid.overlapY, grid.tileHeight));
+    plane.put(BottomEdge, share(row > 0, grid.overlapY, grid.tileHeight));
+}
+
+void zoHPCProjectionItem::placeTiles(const zoHPCPlane& plane, int firstChild)
+{
+    const Grid grid = gridOf(plane);
+    for (int i = 0; i < grid.rows; ++i) {
+        for (int j = 0; j < grid.columns; ++j) {
+            auto* const tile = static_cast<zoHPCProjectionItem*>(child(firstChild + i * grid.columns + j));
+            placeTile(*tile, grid, i, j);
+        }
+    }
+}
+
 void zoHPCProjectionItem::addPlane(const QString& name, const Point3& lowerLeft, const Point3& lowerRight,
                                    const Point3& upperRight)
 {
@@ -236,36 +428,14 @@ void zoHPCProjectionItem::addPlane(const QString& name, const Point3& lowerLeft,
     const int columns = getInt(Columns);
     if (columns < 1 || rows < 1 || hasTooManyTiles(1))
         return;
-    const double ox = getDouble(OverlapX);
-    const double oy = getDouble(OverlapY);
-
-    const Point3 a = lowerRight - lowerLeft;
-    const Point3 b = lowerRight - upperRight; // points down
-    const double planeWidth = length(a);
-    const double planeHeight = length(b);
-    const Point3 u = direction(a, planeWidth);
-    const Point3 v = direction(b, planeHeight);
-    const Point3 upperLeft = upperRight - lowerRight + lowerLeft;
-    const Grid grid{rows,
-                    columns,
-                    ox,
-                    oy,
-                    (planeWidth + (columns - 1) * ox) / columns,
-                    (planeHeight + (rows - 1) * oy) / rows};
-
+    const Grid grid = gridOf({lowerLeft, lowerRight, upperRight});
     const QString ownName = getString(Name);
     const QString ownIdentifier = getString(Identifier);
     const QString trimmedName = name.trimmed();
     const bool single = rows < 2 && columns < 2 && !name.isEmpty();
-    const bool blending = getBool(EdgeBlending);
 
     zoHPCProjectionItem prototype(QString(), Kind::Plane);
-    for (const int col : {OverlapX, OverlapY})
-        prototype.setInt(col, wholeOverlap(col));
-    prototype.setBool(EdgeBlending, blending);
-    for (const int edge : {LeftEdge, RightEdge, TopEdge, BottomEdge})
-        prototype.setDouble(edge, 0.0);
-
+    givePlaneValues(prototype);
     QList<QTreeWidgetItem*> planes;
     planes.reserve(rows * columns);
     for (int i = 0; i < rows; ++i) {
@@ -276,15 +446,8 @@ void zoHPCProjectionItem::addPlane(const QString& name, const Point3& lowerLeft,
             auto plane = std::unique_ptr<zoHPCProjectionItem>(new zoHPCProjectionItem(prototype));
             plane->setString(Name, joined(ownName, QLatin1Char(' '), label).trimmed());
             plane->setString(Identifier, joined(ownIdentifier, QLatin1Char('/'), label));
-
-            const Point3 origin =
-                upperLeft + (j * (grid.tileWidth - ox)) * u + (i * (grid.tileHeight - oy)) * v;
-            const Point3 across = grid.tileWidth * u;
-            const Point3 down = grid.tileHeight * v;
-            plane->setPlane({origin + down, origin + across + down, origin + across});
-            if (blending)
-                setBlendWidths(*plane, grid, i, j);
-            planes.append(plane.release());
+            placeTile(*plane, grid, i, j);
+            addOwn(std::move(plane), planes);
         }
     }
     addChildren(planes);
@@ -312,19 +475,13 @@ void zoHPCProjectionItem::addWallTiles()
 {
     const int rows = getInt(Rows);
     const int columns = getInt(Columns);
-    if (rows < 1 || columns < 1 || hasTooManyTiles(1))
+    if (rows < 1 || columns < 1)
         return;
     const QString ownName = getString(Name);
     const QString ownIdentifier = getString(Identifier);
 
     zoHPCProjectionItem prototype(QString(), Kind::Tile);
-    for (const int col : {Rows, Columns, RightOffsetX, RightOffsetY})
-        prototype.setInt(col, getInt(col));
-    for (const int col : {OverlapX, OverlapY})
-        prototype.setInt(col, wholeOverlap(col));
-    prototype.setBool(EdgeBlending, getBool(EdgeBlending));
-    prototype.setDouble(Distance, getDouble(Distance));
-
+    giveTileValues(prototype);
     QList<QTreeWidgetItem*> tiles;
     tiles.reserve(rows * columns);
     for (int row = 1; row <= rows; ++row) {
@@ -335,43 +492,61 @@ void zoHPCProjectionItem::addWallTiles()
             tile->setString(Identifier, joined(ownIdentifier, QLatin1Char('/'), label));
             tile->setInt(Row, row);
             tile->setInt(TileColumn, column);
-            tiles.append(tile.release());
+            addOwn(std::move(tile), tiles);
         }
     }
     addChildren(tiles);
 }
 
-void zoHPCProjectionItem::addCaveWalls()
+std::vector<zoHPCProjectionItem::CaveWall> zoHPCProjectionItem::caveWalls() const
 {
     const Point3 center{getDouble(CaveX), getDouble(CaveY), getDouble(CaveZ)};
     const Point3 half{getDouble(CaveWidth) / 2, getDouble(CaveHeight) / 2, getDouble(CaveDepth) / 2};
     const Point3 max = center + half;
     const Point3 min = center - half;
 
-    struct Wall
-    {
-        int flag;
-        const char* label; // part of the planes' names in documents: never translated
-        Point3 lowerLeft, lowerRight, upperRight;
+    // In the order of the flags; each wall is seen from inside the box.
+    const CaveWall all[] = {
+        {"Left", {{min.x, min.y, max.z}, {min.x, min.y, min.z}, {min.x, max.y, min.z}}},
+        {"Right", {{max.x, min.y, min.z}, {max.x, min.y, max.z}, {max.x, max.y, max.z}}},
+        {"Top", {{min.x, max.y, min.z}, {max.x, max.y, min.z}, {max.x, max.y, max.z}}},
+        {"Bottom", {{min.x, min.y, max.z}, {max.x, min.y, max.z}, {max.x, min.y, min.z}}},
+        {"Front", {{min.x, min.y, min.z}, {max.x, min.y, min.z}, {max.x, max.y, min.z}}},
+        {"Back", {{max.x, min.y, max.z}, {min.x, min.y, max.z}, {min.x, max.y, max.z}}},
     };
-    // Each wall is seen from inside the box.
-    const Wall walls[] = {
-        {LeftWall, "Left", {min.x, min.y, max.z}, {min.x, min.y, min.z}, {min.x, max.y, min.z}},
-        {RightWall, "Right", {max.x, min.y, min.z}, {max.x, min.y, max.z}, {max.x, max.y, max.z}},
-        {TopWall, "Top", {min.x, max.y, min.z}, {max.x, max.y, min.z}, {max.x, max.y, max.z}},
-        {BottomWall, "Bottom", {min.x, min.y, max.z}, {max.x, min.y, max.z}, {max.x, min.y, min.z}},
-        {FrontWall, "Front", {min.x, min.y, min.z}, {max.x, min.y, min.z}, {max.x, max.y, min.z}},
-        {BackWall, "Back", {max.x, min.y, max.z}, {min.x, min.y, max.z}, {min.x, max.y, max.z}},
-    };
-    int count = 0;
-    for (const Wall& wall : walls)
-        count += getBool(wall.flag) ? 1 : 0;
-    if (hasTooManyTiles(count))
-        return;
-    for (const Wall& wall : walls) {
-        if (getBool(wall.flag))
-            addPlane(QString::fromLatin1(wall.label), wall.lowerLeft, wall.lowerRight, wall.upperRight);
+    std::vector<CaveWall> walls;
+    for (std::size_t i = 0; i < std::size(CaveWalls); ++i) {
+        if (getBool(CaveWalls[i]))
+            walls.push_back(all[i]);
     }
+    return walls;
+}
+
+int zoHPCProjectionItem::planeCount() const
+{
+    switch (kind()) {
+    case Kind::PowerWall:
+    case Kind::Wall:
+        return 1;
+    case Kind::Cave:
+        return int(std::count_if(std::begin(CaveWalls), std::end(CaveWalls),
+                                 [this](int flag) { return getBool(flag); }));
+    case Kind::Plane:
+    case Kind::Tile:
+    case Kind::Other:
+        break;
+    }
+    return 0;
+}
+
+int zoHPCProjectionItem::tileCount() const
+{
+    const qint64 count = qint64(getInt(Rows)) * getInt(Columns);
+    const int planes = planeCount();
+    const bool isGrid = getInt(Rows) > 0 && getInt(Columns) > 0 && planes > 0;
+    return isGrid && count <= m_tileLimit / planes && count * planes * getString(Name).size() <= m_nameLimit
+               ? int(count * planes)
+               : 0;
 }
 
 bool zoHPCProjectionItem::hasTooManyTiles(int planes) const

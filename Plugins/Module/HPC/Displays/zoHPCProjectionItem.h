@@ -5,6 +5,9 @@
 #include "zoHPCProjectionType.h"
 #include "zoHPCTreeWidgetItem.h"
 
+#include <memory>
+#include <vector>
+
 // A physical projection surface (power wall, tiled wall, cave, plane or tile) that keeps its planes or tiles
 // as generated children.
 class zoHPCProjectionItem final : public zoHPCTreeWidgetItem, public zoHPCProjectionColumns
@@ -40,6 +43,11 @@ public:
         m_nameLimit = nameCharacters;
     }
 
+    // Without, update() generates no tiles or planes, for readers that look at the projection alone.
+    void setIsLaidOut(bool isLaidOut) { m_isLaidOut = isLaidOut; }
+    // As many as update() generates of one that is laid out.
+    int tileCount() const;
+
     void setName(const QString& name);
     // Does not regenerate the children; call update().
     void setProjectionType(const QString& type);
@@ -51,6 +59,11 @@ public:
 
     // Replaces all children by those that follow from the parameters.
     void update() override;
+    // The same where children keep their number and names, and nobody has touched them since: each gets its new values
+    // and stays. False, and nothing has happened, elsewhere. The model announces each value, unless its signals are
+    // blocked.
+    bool updateValues();
+    void setData(int column, int role, const QVariant& value) override;
     QDomElement toXML(QDomDocument& document, const QString& tagName) const override;
     // Stored children are not read: update() makes them anew.
     void fromXML(const QDomElement& element) override;
@@ -72,14 +85,53 @@ public:
     static const ColumnMap& columns(const QString& type);
 
 private:
+    // What the children are called and how many there are.
+    struct Layout
+    {
+        zoHPCProjectionType::Kind kind = zoHPCProjectionType::Kind::Other;
+        QString name;
+        QString identifier;
+        int rows = 0;
+        int columns = 0;
+        int walls = 0; // of a cave, a bit each
+        int tiles = 0;
+
+        bool operator==(const Layout& other) const;
+    };
+    // How the tiles of a plane lie on it.
+    struct Grid;
+    struct CaveWall;
+
     // A tile or plane made of its prototype, which shares the values that all of them have.
     zoHPCProjectionItem(const zoHPCProjectionItem& prototype) = default;
 
     void setDefaults();
+    Layout layout() const;
+    zoHPCPlane powerWallPlane() const;
+    Grid gridOf(const zoHPCPlane& plane) const;
+    // Values of a child that follow from those of its projection.
+    void giveTileValues(zoHPCProjectionItem& tile) const;
+    void givePlaneValues(zoHPCProjectionItem& plane) const;
+    void placeTile(zoHPCProjectionItem& plane, const Grid& grid, int row, int column) const;
+    void placeTiles(const zoHPCPlane& plane, int firstChild);
+    // As setData(), of a child that stays one of its projection's own.
+    void put(int column, const QVariant& value);
+    // Whether this projection has made the child with this index, and nobody has changed it since.
+    bool isOwnChild(int index) const;
+    // The next one below the items that are to be added.
+    void addOwn(std::unique_ptr<zoHPCProjectionItem> child, QList<QTreeWidgetItem*>& items) const;
     void addWallTiles();
-    void addCaveWalls();
+    // Which its tiles are on: one, the walls of a cave, none.
+    int planeCount() const;
+    std::vector<CaveWall> caveWalls() const;
     bool hasTooManyTiles(int planes) const;
 
     int m_tileLimit = MaximumTiles;
     qint64 m_nameLimit = MaximumNameCharacters;
+    bool m_isLaidOut = true;
+    Layout m_layout;           // as of the last update()
+    unsigned m_generation = 0; // of the children, a number of its own for each time that some were made
+    unsigned m_madeIn =
+        0;            // the generation that this one belongs to; 0 for one that was not made so, or changed
+    int m_madeAs = 0; // its index then
 };

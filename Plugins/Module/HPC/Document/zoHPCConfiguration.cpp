@@ -39,10 +39,10 @@ int displaysIn(const QString& text)
 }
 } // namespace
 
-void zoHPCConfiguration::read(QDomDocument& document)
+void zoHPCConfiguration::read(QDomDocument& document, zoHPCDisplaySetup::Tiles tiles)
 {
     m_hosts.loadFromXML(document);
-    m_displays.loadFromXML(document);
+    m_displays.loadFromXML(document, tiles);
 }
 
 bool zoHPCConfiguration::readText(const QString& text)

@@ -19,7 +19,7 @@ public:
     const zoHPCDisplaySetup& displays() const { return m_displays; }
 
     // Replaces both; each takes its section of the document, and is empty without one.
-    void read(QDomDocument& document);
+    void read(QDomDocument& document, zoHPCDisplaySetup::Tiles tiles = zoHPCDisplaySetup::Tiles::All);
     // The same from a text. False, and nothing is read or logged, when it holds no configuration.
     bool readText(const QString& text);
     // textAsIs() of both.

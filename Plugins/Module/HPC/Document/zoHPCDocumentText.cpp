@@ -4,6 +4,7 @@
 #include "zoHPCDocumentWriter.h"
 #include "zoHPCHostsSection.h"
 #include "zoHPCProjectionItem.h"
+#include "zoHPCViewportItem.h"
 
 #include <QDomDocument>
 #include <QHash>
@@ -49,13 +50,6 @@ class NodeWriter final
 {
 public:
     NodeWriter(zoHPCDocumentWriter& writer, bool keepEmpty) : m_writer(writer), m_keepEmpty(keepEmpty) {}
-
-    // The element without its children, to be closed by the caller.
-    void open(const QDomElement& element)
-    {
-        m_writer.openElement(element.tagName());
-        writeAttributes(element.tagName(), element.attributes());
-    }
 
     // The node and its following siblings. Walks without recursion: forwarding networks may nest thousands of
     // levels deep.
@@ -155,6 +149,44 @@ private:
     QString m_lastTag;
     const TagRules* m_lastRules = nullptr;
 };
+
+bool everyColumn(int)
+{
+    return true;
+}
+
+bool outlineColumn(int column)
+{
+    return column == zoHPCProjectionItem::Name || column == zoHPCProjectionItem::Type;
+}
+
+// The element of a row without those below it, to be closed by the caller.
+void openRow(const zoHPCTreeWidgetItem& row, const QString& tag, zoHPCDocumentWriter& writer,
+             bool (*isWritten)(int column) = everyColumn)
+{
+    writer.openElement(tag);
+    for (const auto& [column, name] : row.getColumns()) {
+        const QString value = isWritten(column) ? row.getString(column) : QString();
+        if (!value.isEmpty())
+            writer.addAttribute(name, value);
+    }
+}
+
+// A display, window or viewport with those below it.
+void writeOutput(const zoHPCTreeWidgetItem& row, const QString& tag, zoHPCDocumentWriter& writer)
+{
+    openRow(row, tag, writer);
+    const bool isWindow = dynamic_cast<const zoHPCWindowItem*>(&row) != nullptr;
+    for (int i = 0; i < row.childCount(); ++i) {
+        if (isWindow) {
+            if (const auto* viewport = dynamic_cast<const zoHPCViewportItem*>(row.child(i)))
+                writeOutput(*viewport, zoClusterTags::Viewport, writer);
+        } else if (const auto* window = dynamic_cast<const zoHPCWindowItem*>(row.child(i))) {
+            writeOutput(*window, zoClusterTags::Window, writer);
+        }
+    }
+    writer.closeElement();
+}
 } // namespace
 
 QString zoHPCDocumentText::toText(const QDomDocument& document, EmptyAttributes emptyAttributes)
@@ -164,40 +196,30 @@ QString zoHPCDocumentText::toText(const QDomDocument& document, EmptyAttributes 
     return writer.takeText();
 }
 
-// Tiles from their columns, which are in the order of the text: as nodes of a document all tiles of a large wall take a
+// Rows from their columns, which are in the order of the text: as nodes of a document all tiles of a large wall take a
 // gigabyte.
 void zoHPCDocumentText::appendDisplays(const zoHPCDisplaySetup& displays, Tiles tiles,
                                        zoHPCDocumentWriter& writer)
 {
     const QString tag = zoClusterTags::Projection;
-    NodeWriter nodes(writer, false);
-    QDomDocument document;
     for (int i = 0; i < displays.projectionRoot()->childCount(); ++i) {
         const auto* const projection =
             dynamic_cast<const zoHPCTreeWidgetItem*>(displays.projectionRoot()->child(i));
         if (projection == nullptr)
             continue;
-        nodes.open(projection->zoHPCTreeWidgetItem::toXML(document, tag));
+        openRow(*projection, tag, writer);
         for (int j = 0; tiles != Tiles::None && j < projection->childCount(); ++j) {
             const auto* const tile = dynamic_cast<const zoHPCProjectionItem*>(projection->child(j));
             if (tile == nullptr)
                 continue;
-            writer.openElement(tag);
-            for (const auto& [column, name] : tile->getColumns()) {
-                const bool isOutline =
-                    column == zoHPCProjectionItem::Name || column == zoHPCProjectionItem::Type;
-                const QString value =
-                    tiles == Tiles::Whole || isOutline ? tile->getString(column) : QString();
-                if (!value.isEmpty())
-                    writer.addAttribute(name, value);
-            }
+            openRow(*tile, tag, writer, tiles == Tiles::Whole ? everyColumn : outlineColumn);
             writer.closeElement();
         }
         writer.closeElement();
     }
     for (int i = 0; i < displays.displayRoot()->childCount(); ++i) {
         if (const auto* display = dynamic_cast<const zoHPCTreeWidgetItem*>(displays.displayRoot()->child(i)))
-            nodes.write(display->toXML(document, zoClusterTags::Display));
+            writeOutput(*display, zoClusterTags::Display, writer);
     }
 }
 
