@@ -77,6 +77,11 @@ int readIn(const QString& reader, int argc, char** argv)
     return 0;
 }
 
+double secondsOf(const timeval& time)
+{
+    return double(time.tv_sec) + double(time.tv_usec) / 1e6;
+}
+
 Usage run(const QStringList& command, const QString& input)
 {
     std::vector<QByteArray> words;
@@ -106,7 +111,7 @@ Usage run(const QStringList& command, const QString& input)
     int status = 0;
     rusage used{};
     wait4(child, &status, 0, &used);
-    usage.time = double(used.ru_utime.tv_sec) + double(used.ru_utime.tv_usec) / 1e6;
+    usage.time = secondsOf(used.ru_utime) + secondsOf(used.ru_stime);
     usage.memory = double(used.ru_maxrss) / 1024.0;
     usage.isEnded = WIFEXITED(status) && WEXITSTATUS(status) <= 2;
     return usage;

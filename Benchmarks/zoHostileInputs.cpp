@@ -60,6 +60,7 @@ public:
     void addDocuments(const QByteArray& name, const QStringList& command);
     void addLegacy(const QByteArray& name, const QStringList& command);
     void addTopologies(const QByteArray& name, const QStringList& command);
+    void addSurveys(const QByteArray& name, const QStringList& command);
     void addChanges();
 
     std::vector<zoHostileInput> rows;
@@ -242,6 +243,44 @@ void Table::addTopologies(const QByteArray& name, const QStringList& command)
     row("lines-that-are-no-routes", filled("x\n"));
 }
 
+// Measurements of rooms, as many of each kind as there may be.
+void Table::addSurveys(const QByteArray& name, const QStringList& command)
+{
+    const QByteArray front = "wall Front size 3000 x 2000\nupright Front\nfloor Front.bottom 500\n"
+                             "viewer distance 1500 height 1500\nwall W0 size 9 x 9\npoint P0\n";
+    const auto row = [&](const char* input, const Text& text) { add(name + '-' + input, command, text); };
+    // Each time "#" is the next number from 1, and "@" the one before.
+    const auto lines = [&](const char* input, int most, const QByteArray& line) {
+        row(input, between(front,
+                           counted(most,
+                                   [line](int count) {
+                                       QByteArray text;
+                                       for (int i = 0; i < count; ++i)
+                                           text += QByteArray(line)
+                                                       .replace('@', QByteArray::number(i))
+                                                       .replace('#', QByteArray::number(i + 1));
+                                       return text;
+                                   }),
+                           {}));
+    };
+    row("lines-that-begin-with-nothing-known", filled("x\n"));
+    row("comments", filled("# a\n"));
+    row("one-word", filled("x"));
+    row("one-line", between("wall A size 9 x 9\nupright", filled(" A"), "\n"));
+    lines("loose-walls", 1998, "wall W# size 1 x 1\n");
+    lines("walls-behind-each-other", 1500, "wall W# size 900 x 900\njoin W@.right W#.left\n");
+    lines("walls-of-one-wall", 1500,
+          "wall W# size 900 x 2000\njoin Front.right W#.left\nangle Front W# 90\n");
+    lines("walls-of-tiles", 1998, "wall W# size 9000 x 9000 tiles 100 x 100\n");
+    lines("one-distance", 15000, "distance Front.ll Front.ur 3605\n");
+    lines("distances-to-points", 5000,
+          "point P#\ndistance Front.ll P# 4000\ndistance Front.lr P# 4100\ndistance Front.ul P# 4200\n");
+    lines("distances-from-point-to-point", 5000,
+          "point P#\ndistance P@ P# 40\ndistance Front.lr P# 4100\ndistance Front.ul P# 4200\n");
+    lines("points-of-one-corner", 18000, "point P# 1 2 3\nmark P# Front.ll\n");
+    lines("points-that-are-not-used", 20000, "point P# 1 2 3\n");
+}
+
 // Thousands of changes at once, of so many nodes.
 void Table::addChanges()
 {
@@ -309,6 +348,9 @@ const std::vector<zoHostileInput>& zoHostileInput::all()
         table.addDocuments("topology", {"topology", "-"});
         table.addLegacy("convert", {"convert", "-"});
         table.addTopologies("topology-read", {"topology", "--read", "-"});
+        table.addSurveys("survey", {"survey", "-"});
+        table.addSurveys("survey-json", {"survey", "--json", "-"});
+        table.addSurveys("survey-planes", {"survey", "-", "-o", "-"});
         table.addChanges();
         return table.rows;
     }();

@@ -158,6 +158,15 @@ void tst_zohpcHostile::addValues() const
     QTest::newRow("merge-blended-walls") << QStringList{"merge", other, "-", other} << walls;
     const QString tiled = m_files.write("tiles.zhpc", tiles);
     QTest::newRow("merge-blended-tiles") << QStringList{"merge", tiled, "-", tiled} << tiles;
+    // These two fall by the time alone: all tiles once for each of the files that are read.
+    const QByteArray small =
+        document({}, numbered([](const QByteArray& i) {
+                     return "<projection name='W" + i + "' type='wall' rows='2' columns='5' distance='1'/>";
+                 }));
+    const QString smallWalls = m_files.write("small.zhpc", small);
+    QTest::newRow("set-walls-of-few-tiles")
+        << QStringList{"set", "--force", "-", "cluster/booking=a"} << small;
+    QTest::newRow("merge-walls-of-few-tiles") << QStringList{"merge", smallWalls, "-", smallWalls} << small;
     for (const char* format : {"--defaults", "--json"})
         QTest::newRow((QByteArray("get") + format).constData())
             << QStringList{"get", format, "-"} << document(filled("<node/>"));

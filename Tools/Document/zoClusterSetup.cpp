@@ -9,12 +9,37 @@
 
 #include <zoClusterTags.h>
 
+namespace
+{
+// What is lost of a file with tiles is found by comparing them, too.
+bool hasTiles(const QDomDocument& document)
+{
+    const QString tag = zoClusterTags::Projection;
+    for (QDomElement projection = document.documentElement().firstChildElement(tag); !projection.isNull();
+         projection = projection.nextSiblingElement(tag)) {
+        if (!projection.firstChildElement(tag).isNull())
+            return true;
+    }
+    return false;
+}
+} // namespace
+
 bool zoClusterSetup::readFile(const QString& fileName)
 {
     QDomDocument document;
     if (!readText(fileName, document))
         return false;
     readDocument(document);
+    return true;
+}
+
+bool zoClusterSetup::readOutline(const QString& fileName)
+{
+    QDomDocument document;
+    if (!readText(fileName, document))
+        return false;
+    m_configuration.read(document, hasTiles(document) ? zoHPCDisplaySetup::Tiles::All
+                                                      : zoHPCDisplaySetup::Tiles::Shown);
     return true;
 }
 
@@ -56,7 +81,7 @@ QVector<zoDocumentLosses::Loss> zoClusterSetup::losses() const
     if (m_file.bytes.size() >= Large && m_file.bytes == text().toUtf8())
         return {};
     return zoDocumentLosses::ofFormat(m_file.text, [this](zoDocumentLosses::Tiles tiles) {
-        return tiles == zoDocumentLosses::Tiles::Some ? text() : outline();
+        return tiles == zoDocumentLosses::Tiles::Some ? text() : outline(zoHPCDocumentText::Tiles::None);
     });
 }
 

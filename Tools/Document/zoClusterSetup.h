@@ -16,6 +16,8 @@ class zoClusterSetup final
 public:
     // Reads a configuration file; prints an error and returns false when it holds none.
     bool readFile(const QString& fileName);
+    // The same for commands that look at no tile: only those that viewports or the file itself name are there.
+    bool readOutline(const QString& fileName);
     // The same with all problems of the file. Afterwards the setup is what the file was meant to be, as far as that can
     // be guessed.
     bool readFile(const QString& fileName, std::vector<zoHPCDocumentProblems::Problem>& problems);

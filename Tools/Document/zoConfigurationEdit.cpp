@@ -83,6 +83,16 @@ bool isOneWord(const QString& name)
     });
 }
 
+// Tiles and planes that projections generate.
+int tilesOf(zoClusterSetup& setup)
+{
+    const QTreeWidgetItem& projections = *setup.displays().projectionRoot();
+    int count = 0;
+    for (int i = 0; i < projections.childCount(); ++i)
+        count += projections.child(i)->childCount();
+    return count;
+}
+
 // What names others.
 QString nodeOfWindow()
 {
@@ -161,14 +171,15 @@ void zoConfigurationEdit::set(int index, const QString& attribute, const QString
         return;
     const QString before = zoItemValues::value(element, attribute);
     // What is the default is not written.
-    QDomElement plain = element.cloneNode(false).toElement();
-    plain.removeAttribute(attribute);
-    if (stored == zoItemValues::value(plain, attribute))
+    if (stored == zoItemValues::defaultValue(attribute))
         stored.clear();
-    if (stored.isEmpty())
-        element.removeAttribute(attribute);
-    else
-        element.setAttribute(attribute, stored);
+    element.removeAttribute(attribute);
+    if (!stored.isEmpty()) {
+        // Not setAttribute(), which goes up to the root and takes its time in deep networks.
+        QDomAttr written = m_document.createAttribute(attribute);
+        written.setValue(stored);
+        element.setAttributeNode(written);
+    }
     const QString after = zoItemValues::value(element, attribute);
     if (before != after) {
         m_hasChanged = true;
@@ -279,7 +290,8 @@ void zoConfigurationEdit::finish()
     // Into the setup that was: a hundred thousand tiles are not there twice.
     m_setup.readDocument(m_document);
     m_text = m_setup.text();
-    const QDomDocument document = m_setup.outlineDocument();
+    // Nobody can change a tile, so that they need not be looked at once more.
+    const QDomDocument document = m_setup.outlineDocument(zoHPCDocumentText::Tiles::None);
     const zoItemPaths read(document.documentElement());
     checkThatChangesStay(read);
     checkProjections(read);
@@ -297,14 +309,20 @@ std::vector<zoConfigurationEdit::Window> zoConfigurationEdit::windowsOf(zoCluste
 
 void zoConfigurationEdit::checkThatChangesStay(const zoItemPaths& after)
 {
-    // Names may have changed: items keep their places.
-    if (after.items().size() != m_paths.items().size())
+    // Names may have changed: items keep their places. Without the tiles, which `after` has none of.
+    std::vector<int> places;
+    int kept = 0;
+    for (const zoItemPaths::Item& item : m_paths.items())
+        places.push_back(item.isComputed ? -1 : kept++);
+    const int tiles = int(places.size()) - kept;
+    if (int(after.items().size()) != kept || tilesOf(m_setup) != tiles)
         return;
     QHash<QPair<int, QString>, QString> last; // values by attribute: only the last one has to stay
     for (const Change& change : m_changes)
         last.insert({change.item, change.attribute}, change.value);
     for (const Change& change : m_changes) {
-        const QString value = zoItemValues::value(after.item(change.item).element, change.attribute);
+        const int place = places[std::size_t(change.item)];
+        const QString value = zoItemValues::value(after.item(place).element, change.attribute);
         // What shows nothing is told with what it should show.
         const bool isProjection = change.attribute == projectionOfViewport();
         if ((isProjection && value.isEmpty()) || value == change.value)
@@ -328,10 +346,9 @@ void zoConfigurationEdit::checkProjections(const zoItemPaths& read)
             continue;
         const QString guess = projections.closest(shown, [&] {
             QStringList names;
-            for (const zoItemPaths::Item& other : read.items()) {
-                if (other.kind == zoClusterTags::Projection)
-                    names << other.name;
-            }
+            const QList<zoHPCProjectionItem*> items = m_setup.displays().getProjectionItems();
+            for (const zoHPCProjectionItem* other : items)
+                names << other->getString(zoHPCProjectionItem::Name);
             return names;
         });
         m_mistakes << tr("%1 shows \"%2\", which is not there%3")

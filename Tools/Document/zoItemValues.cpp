@@ -30,8 +30,11 @@ QStringList zoItemValues::names(const QDomElement& element)
 QString zoItemValues::value(const QDomElement& element, const QString& attribute)
 {
     const QString text = element.attribute(attribute);
-    if (!text.isEmpty())
-        return text;
+    return text.isEmpty() ? defaultValue(attribute) : text;
+}
+
+QString zoItemValues::defaultValue(const QString& attribute)
+{
     if (attribute == zoHPCOption::Enabled || attribute == zoHPCOption::RenderNode)
         return QStringLiteral("true");
     if (attribute == zoHPCOption::Encrypted || attribute == zoHPCOption::Homogeneous)

@@ -11,4 +11,5 @@ namespace zoItemValues
 QStringList names(const QDomElement& element);
 // The default for one that is missing; empty where that is the default.
 QString value(const QDomElement& element, const QString& attribute);
+QString defaultValue(const QString& attribute);
 } // namespace zoItemValues

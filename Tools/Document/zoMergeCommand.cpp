@@ -126,7 +126,7 @@ int zoMergeCommand::execute(const QCommandLineParser& parser)
 bool zoMergeCommand::readSide(const QString& file, Side& side)
 {
     zoClusterSetup setup;
-    if (!setup.readFile(file))
+    if (!setup.readOutline(file))
         return false;
     side.isLosing = printLosses(file, setup);
     side.document = setup.outlineDocument(zoHPCDocumentText::Tiles::None);
@@ -143,7 +143,7 @@ bool zoMergeCommand::readBase(const QString& file, QDomDocument& document)
         return true;
     }
     zoClusterSetup setup;
-    if (!setup.readFile(file))
+    if (!setup.readOutline(file))
         return false;
     document = setup.outlineDocument(zoHPCDocumentText::Tiles::None);
     return true;

@@ -5,6 +5,8 @@
 #include <QHash>
 #include <QSet>
 
+#include <algorithm>
+
 zoNodeList::zoNodeList(const zoHPCLayout& layout)
 {
     QSet<int> displays;
@@ -13,6 +15,7 @@ zoNodeList::zoNodeList(const zoHPCLayout& layout)
     QHash<const zoHPCTreeItem*, int> networks;
     for (const zoHPCLayout::Network& network : layout.networks())
         networks.insert(network.item, networks.size() + 1);
+    QHash<const zoHPCTreeItem*, int> gateways;
     for (std::size_t i = 0; i < layout.nodes().size(); ++i) {
         const zoHPCLayout::Node& entry = layout.nodes()[i];
         Node node;
@@ -23,14 +26,31 @@ zoNodeList::zoNodeList(const zoHPCLayout& layout)
         node.isRender = entry.item->isRenderNode();
         node.isGateway = entry.item->childCount() > 0;
         node.network = networks.value(entry.item->getParent());
-        for (const zoHPCTreeItem* above = entry.item->getParent(); above != nullptr;
-             above = above->getParent()) {
-            if (above->isNode())
-                node.gateways.prepend(above->hostName());
+        // Those above come first.
+        for (const zoHPCTreeItem* above = entry.item->getParent(); above != nullptr && node.gateway == None;
+             above = above->getParent())
+            node.gateway = gateways.value(above, None);
+        if (node.isGateway) {
+            gateways.insert(entry.item, int(m_gateways.size()));
+            m_gateways.push_back({node.name, node.gateway});
         }
         if (!node.name.isEmpty())
             m_nodes.push_back(node);
     }
+}
+
+QStringList zoNodeList::gatewaysOf(const Node& node) const
+{
+    QStringList names;
+    for (int i = node.gateway; i != None; i = m_gateways[std::size_t(i)].above)
+        names.append(m_gateways[std::size_t(i)].name);
+    std::reverse(names.begin(), names.end());
+    return names;
+}
+
+QString zoNodeList::gatewayOf(const Node& node) const
+{
+    return node.gateway == None ? QString() : m_gateways[std::size_t(node.gateway)].name;
 }
 
 std::vector<QString> zoNodeList::names() const

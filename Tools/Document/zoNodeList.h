@@ -11,12 +11,14 @@
 class zoNodeList final
 {
 public:
+    static constexpr int None = -1;
+
     struct Node
     {
         QString name;          // host name
         QString unique;        // the one that windows refer to
         int network = 0;       // from 1, as everywhere; 0 outside of all
-        QStringList gateways;  // on the way to it, the nearest last
+        int gateway = None;    // the nearest on the way to it, for gatewayOf()
         bool isEnabled = true; // with all above it
         bool isDisplay = false;
         bool isRender = true;
@@ -37,9 +39,20 @@ public:
         }
         m_nodes = kept;
     }
+    // On the way to it, the nearest last. Not kept by each: what nodes deep in the tree have altogether is long.
+    QStringList gatewaysOf(const Node& node) const;
+    // The last of them; empty without one.
+    QString gatewayOf(const Node& node) const;
     // Each name once.
     std::vector<QString> names() const;
 
 private:
+    struct Gateway
+    {
+        QString name;
+        int above;
+    };
+
     std::vector<Node> m_nodes;
+    std::vector<Gateway> m_gateways;
 };

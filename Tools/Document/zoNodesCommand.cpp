@@ -29,10 +29,9 @@ QByteArray inventory(const zoNodeList& list)
             continue;
         known.insert(node.name);
         text += node.name.toUtf8();
-        if (!node.gateways.isEmpty())
-            text +=
-                " ansible_ssh_common_args='-o ProxyJump=" + node.gateways.join(QLatin1Char(',')).toUtf8() +
-                '\'';
+        const QStringList way = list.gatewaysOf(node);
+        if (!way.isEmpty())
+            text += " ansible_ssh_common_args='-o ProxyJump=" + way.join(QLatin1Char(',')).toUtf8() + '\'';
         text += '\n';
         if (node.isDisplay)
             displays << node.name;

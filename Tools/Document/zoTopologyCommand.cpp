@@ -69,8 +69,8 @@ int zoTopologyCommand::writeTopology(const QString& file, const QString& admin, 
     const zoNodeList list(zoHPCLayout(setup.displays(), setup.hosts().master()));
     zoTopologyFile topology;
     for (const zoNodeList::Node& node : list.nodes()) {
-        const QString from = node.gateways.isEmpty() ? admin : node.gateways.constLast();
-        if (node.name == admin && node.gateways.isEmpty())
+        const QString from = node.gateway == zoNodeList::None ? admin : list.gatewayOf(node);
+        if (node.name == admin && node.gateway == zoNodeList::None)
             continue;
         if (!topology.add(from, node.name)) {
             zoConsole::printError(tr("%1: \"%2\" is reached in more than one way, which ClusterShell refuses")
