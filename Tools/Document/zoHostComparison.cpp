@@ -105,7 +105,7 @@ zoHostComparison::HostList zoHostComparison::hostsOf(const zoComparedDocument& d
                     ? tr("network %1 behind %2").arg(QString::number(parent.networks), nameOf(parent.element))
                     : tr("network %1").arg(parent.networks);
             list.entries.insert(key, {element, parent.key, label, networkPaths.value(list.networks.size()),
-                                      list.networks.size()});
+                                      int(list.networks.size())});
             list.networks << key;
             list.networksOf[parent.key] << key;
         } else {
@@ -113,7 +113,7 @@ zoHostComparison::HostList zoHostComparison::hostsOf(const zoComparedDocument& d
             const int count = ++counts[name];
             key = count == 1 ? name : name + s_mark + QString::number(count);
             list.entries.insert(key, {element, parent.key, tr("node %1").arg(name),
-                                      nodePaths.value(list.nodes.size()), list.nodes.size()});
+                                      nodePaths.value(list.nodes.size()), int(list.nodes.size())});
             list.nodes << key;
             list.nodesOf[parent.key] << key;
         }

@@ -33,7 +33,7 @@ QStringList table(const std::vector<QStringList>& rows, const QList<int>& leftCo
     for (const QStringList& row : rows) {
         widths.resize(std::max(widths.size(), std::size_t(row.size())), 0);
         for (int i = 0; i < row.size(); ++i)
-            widths[std::size_t(i)] = std::max(widths[std::size_t(i)], row.at(i).size());
+            widths[std::size_t(i)] = std::max<int>(widths[std::size_t(i)], row.at(i).size());
     }
     QStringList lines;
     for (const QStringList& row : rows) {
