@@ -1,5 +1,6 @@
 #include "zoModuleLoader.h"
 
+#include "zoModuleFile.h"
 #include "zoModuleMetadata.h"
 
 #include <zoLog.h>
@@ -130,7 +131,8 @@ bool zoModuleLoader::load(const QString& fileName)
     }
 
     // Before the library is opened: static objects of it run their code then.
-    const QString refusal = zoModuleMetadata::read(file).refusal();
+    const QString flaw = zoModuleFile::flawOf(file);
+    const QString refusal = flaw.isEmpty() ? zoModuleMetadata::read(file).refusal() : flaw;
     if (!refusal.isEmpty()) {
         logFailure(file, refusal);
         return false;

@@ -23,6 +23,10 @@
 #include <QTemporaryDir>
 #include <QToolBar>
 
+#include <elf.h>
+#include <sys/stat.h>
+
+#include <cstring>
 #include <memory>
 
 namespace
@@ -38,6 +42,27 @@ bool isMapped(const QString& fileName)
     QFile maps(QStringLiteral("/proc/self/maps"));
     return maps.open(QIODevice::ReadOnly) &&
            maps.readAll().contains(QFile::encodeName(QFileInfo(fileName).fileName()));
+}
+
+// A library whose headers name what is not there.
+QByteArray hostile(QByteArray bytes, const QString& how)
+{
+    Elf64_Ehdr header{};
+    std::memcpy(&header, bytes.constData(), sizeof header);
+    if (how.endsWith(QLatin1String("count")))
+        header.e_phnum = 0xffff;
+    std::memcpy(bytes.data(), &header, sizeof header);
+    for (int i = 0; i < int(header.e_phnum) && header.e_phnum != 0xffff; ++i) {
+        char* const place = bytes.data() + header.e_phoff + std::size_t(i) * sizeof(Elf64_Phdr);
+        Elf64_Phdr segment{};
+        std::memcpy(&segment, place, sizeof segment);
+        if (how.endsWith(QLatin1String("segment")) && segment.p_type == PT_LOAD)
+            segment.p_offset = ~Elf64_Off(0) - 10;
+        if (how.endsWith(QLatin1String("dynamic")) && segment.p_type == PT_DYNAMIC)
+            segment.p_vaddr = 0x7fffffff0000;
+        std::memcpy(place, &segment, sizeof segment);
+    }
+    return bytes;
 }
 
 // A host with all services, as modules expect it.
@@ -270,9 +295,22 @@ void tst_zoModuleLoader::brokenModuleIsReportedWithFileAndReason_data()
     QTest::newRow("empty-file") << "empty"
                                 << "file too short";
     QTest::newRow("truncated-module") << "truncated"
-                                      << "truncated.so";
+                                      << "The file is cut off: it has 200 bytes";
+    // Without the look at its headers these end the process by a signal.
+    QTest::newRow("module-cut-in-the-middle") << "cut-in-the-middle"
+                                              << "The file is cut off";
+    QTest::newRow("module-without-its-end") << "cut-last-byte"
+                                            << "The file is cut off";
+    QTest::newRow("segment-beyond-all-numbers") << "hostile-segment"
+                                                << "The file is cut off";
+    QTest::newRow("too-many-segments") << "hostile-count"
+                                       << "The file is damaged";
+    QTest::newRow("dynamic-section-nowhere") << "hostile-dynamic"
+                                             << "The file is damaged";
+    QTest::newRow("pipe") << "pipe"
+                          << "It is no file";
     QTest::newRow("directory") << "directory"
-                               << "directory.so";
+                               << "It is no file";
 }
 
 void tst_zoModuleLoader::brokenModuleIsReportedWithFileAndReason()
@@ -282,7 +320,9 @@ void tst_zoModuleLoader::brokenModuleIsReportedWithFileAndReason()
     const QTemporaryDir directory;
     if (!file.contains(QLatin1Char('/'))) {
         QFile made(directory.filePath(file + QStringLiteral(".so")));
-        if (file == QLatin1String("directory")) {
+        if (file == QLatin1String("pipe")) {
+            QCOMPARE(::mkfifo(QFile::encodeName(made.fileName()).constData(), 0600), 0);
+        } else if (file == QLatin1String("directory")) {
             QVERIFY(QDir(directory.path()).mkdir("directory.so"));
         } else {
             QVERIFY(made.open(QIODevice::WriteOnly));
@@ -292,6 +332,11 @@ void tst_zoModuleLoader::brokenModuleIsReportedWithFileAndReason()
                 made.write(QByteArray("This is no library, whatever its name says.\n").repeated(20));
             if (file == QLatin1String("truncated"))
                 made.write(good.read(200));
+            if (file.startsWith(QLatin1String("cut-")))
+                made.write(
+                    good.read(file.endsWith(QLatin1String("middle")) ? good.size() / 2 : good.size() - 1));
+            if (file.startsWith(QLatin1String("hostile-")))
+                made.write(hostile(good.readAll(), file));
         }
         file = made.fileName();
     }
