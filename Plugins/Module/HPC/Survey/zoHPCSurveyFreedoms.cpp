@@ -124,6 +124,8 @@ void zoHPCSurveyFreedoms::add(const QString& line)
 void zoHPCSurveyFreedoms::tellRoom()
 {
     const Matrix front = motionsOf(m_survey.front) * withoutSize(m_survey.front);
+    if (front.cols() == 0)
+        return;
     const QString name = m_survey.walls[std::size_t(m_survey.front)].name;
     if (front.middleRows(State::RotationX, 3).norm() > s_still)
         add(tr("How the room is tilted is not determined: add a line such as \"upright %1\"").arg(name));
@@ -146,7 +148,7 @@ void zoHPCSurveyFreedoms::tellWall(int wall)
     };
     const Matrix combinations = withoutSize(wall);
     const auto movesRigidly = [&](int first) {
-        return (own * combinations).middleRows(first, 3).norm() > s_still &&
+        return combinations.cols() > 0 && (own * combinations).middleRows(first, 3).norm() > s_still &&
                (relative * combinations).middleRows(first, 3).norm() > s_still;
     };
     const bool hasPlace = movesRigidly(State::PositionX);
