@@ -29,6 +29,7 @@ endif()
 function(zo_setup_target name)
   set_target_properties(${name} PROPERTIES
     AUTOMOC ON AUTOUIC ON AUTORCC ON
+    AUTORCC_OPTIONS "--format-version;1" # without the times of the files: the same sources give the same bytes
     CXX_EXTENSIONS OFF
     POSITION_INDEPENDENT_CODE ON
     CXX_VISIBILITY_PRESET hidden
