@@ -55,6 +55,7 @@ private slots:
     void fileThatIsNoConfigurationIsTold_data();
     void fileThatIsNoConfigurationIsTold();
     void remarksOfAnImportAreToldAndLogged();
+    void lossesOfAnImportAreTold();
     void importOfAnotherFileTellsNothing();
 
 private:
@@ -115,7 +116,11 @@ void tst_zoHPCWindowNotes::fileThatIsNoConfigurationIsTold_data()
     QTest::newRow("cut-in-half") << whole.left(whole.size() / 2) << QStringLiteral("line ") << true;
     QTest::newRow("last-byte-missing") << whole.trimmed().chopped(1) << QStringLiteral("line ") << true;
     QTest::newRow("another-format") << QByteArray("<config><key name=\"a\">b</key></config>")
-                                    << QStringLiteral("it has none of the elements") << false;
+                                    << QStringLiteral("it is a configuration of the format before: File > "
+                                                      "\"Import legacy...\" reads it")
+                                    << false;
+    QTest::newRow("other-xml") << QByteArray("<html/>") << QStringLiteral("it has none of the elements")
+                               << false;
     QTest::newRow("no-xml") << QByteArray("gpu01 gpu02") << QStringLiteral("line 1, column 2: ") << true;
     QTest::newRow("nothing") << QByteArray() << QString() << false;
     QTest::newRow("blank") << QByteArray(" \n") << QString() << true;
@@ -153,6 +158,24 @@ void tst_zoHPCWindowNotes::remarksOfAnImportAreToldAndLogged()
     const QString all = messages().join('\n');
     for (const QString& remark : told.mid(1))
         QVERIFY2(all.contains(path("old.xml") + ", " + remark), qUtf8Printable(remark));
+}
+
+// What is no parameter gets lost: the same lines as those of "zohpc convert", in the same order.
+void tst_zoHPCWindowNotes::lossesOfAnImportAreTold()
+{
+    const char legacy[] = "<config>\n<!-- ours -->\n<key name=\"zoClusterNetworkCompression\">strange</key>\n"
+                          "<wall colour=\"red\"/>\n</config>\n\0more";
+    const NoteSpy spy(m_window.get());
+
+    import(QByteArray(legacy, sizeof legacy - 1));
+
+    const QStringList told = spy.of("importedFile").mid(1);
+    QVERIFY2(told.size() == 4, qUtf8Printable(told.join('\n')));
+    QCOMPARE(told.at(0), QStringLiteral("line 2, column 1: the comment is left out"));
+    QCOMPARE(told.at(1), QStringLiteral("line 4, column 1: the element \"wall\" is left out"));
+    QVERIFY2(told.at(2).endsWith("everything from the NUL character on is left out"),
+             qUtf8Printable(told.at(2)));
+    QVERIFY2(told.at(3).contains("strange"), qUtf8Printable(told.at(3)));
 }
 
 void tst_zoHPCWindowNotes::importOfAnotherFileTellsNothing()

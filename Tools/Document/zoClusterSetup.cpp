@@ -54,7 +54,7 @@ bool zoClusterSetup::readFile(const QString& fileName, std::vector<zoHPCDocument
     problems = zoHPCDocumentProblems::find(check, displays(), hosts().master());
     if (m_file.isCut) {
         const zoHPCProblem::Kind kind = zoHPCProblem::Kind::StrayText;
-        problems.push_back({kind, {m_file.cutLine, m_file.cutColumn}, zoDocumentLosses::cutText(), {}});
+        problems.push_back({kind, {m_file.cutLine, m_file.cutColumn}, zoHPCDocumentLosses::cutText(), {}});
     }
     return true;
 }
@@ -74,14 +74,14 @@ QDomElement zoClusterSetup::tile(int projection, int place)
     return tile != nullptr ? tile->toXML(m_tiles, zoClusterTags::Projection) : QDomElement();
 }
 
-QVector<zoDocumentLosses::Loss> zoClusterSetup::losses() const
+QVector<zoHPCDocumentLosses::Loss> zoClusterSetup::losses() const
 {
     // Of a hundred thousand tiles all parts take more than a gigabyte; whoever has them most often wrote them with us.
     constexpr int Large = 4 << 20; // bytes
     if (m_file.bytes.size() >= Large && m_file.bytes == text().toUtf8())
         return {};
-    return zoDocumentLosses::ofFormat(m_file.text, [this](zoDocumentLosses::Tiles tiles) {
-        return tiles == zoDocumentLosses::Tiles::Some ? text() : outline(zoHPCDocumentText::Tiles::None);
+    return zoHPCDocumentLosses::ofFormat(m_file.text, [this](zoHPCDocumentLosses::Tiles tiles) {
+        return tiles == zoHPCDocumentLosses::Tiles::Some ? text() : outline(zoHPCDocumentText::Tiles::None);
     });
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "zoDocumentLosses.h"
 #include "zoHPCConfiguration.h"
+#include "zoHPCDocumentLosses.h"
 #include "zoHPCDocumentProblems.h"
 #include "zoTextFile.h"
 
@@ -45,7 +45,7 @@ public:
     QDomElement tile(int projection, int place);
 
     // What the canonical text loses of the file; but for what stands behind a NUL.
-    QVector<zoDocumentLosses::Loss> losses() const;
+    QVector<zoHPCDocumentLosses::Loss> losses() const;
 
 private:
     bool readText(const QString& fileName, QDomDocument& document);

@@ -1,8 +1,8 @@
 #include "zoConvertCommand.h"
 
 #include "zoConsole.h"
-#include "zoDocumentLosses.h"
 #include "zoHPCConfigConverter.h"
+#include "zoHPCDocumentLosses.h"
 #include "zoHPCDocumentText.h"
 #include "zoJson.h"
 
@@ -104,10 +104,10 @@ int zoConvertCommand::execute(const QCommandLineParser& parser)
 
 bool zoConvertCommand::printLosses(const QString& file, const zoTextFile::Content& content, QJsonArray* list)
 {
-    QVector<zoDocumentLosses::Loss> losses = zoDocumentLosses::ofConversion(content.text);
+    QVector<zoHPCDocumentLosses::Loss> losses = zoHPCDocumentLosses::ofConversion(content.text);
     if (content.isCut)
-        losses.append({content.cutLine, content.cutColumn, zoDocumentLosses::cutText()});
-    for (const zoDocumentLosses::Loss& loss : qAsConst(losses)) {
+        losses.append({content.cutLine, content.cutColumn, zoHPCDocumentLosses::cutText()});
+    for (const zoHPCDocumentLosses::Loss& loss : qAsConst(losses)) {
         if (list == nullptr)
             zoConsole::printError(file, loss.line, loss.column, loss.text);
         else

@@ -2,7 +2,7 @@
 
 #include "zoClusterSetup.h"
 #include "zoConsole.h"
-#include "zoDocumentLosses.h"
+#include "zoHPCDocumentLosses.h"
 #include "zoTextFile.h"
 
 QString zoFormatCommand::description() const
@@ -87,11 +87,11 @@ int zoFormatCommand::format(const QString& file, const Request& request)
 
 bool zoFormatCommand::printLosses(const QString& file, const zoClusterSetup& setup)
 {
-    const QVector<zoDocumentLosses::Loss> losses = setup.losses();
-    for (const zoDocumentLosses::Loss& loss : losses)
+    const QVector<zoHPCDocumentLosses::Loss> losses = setup.losses();
+    for (const zoHPCDocumentLosses::Loss& loss : losses)
         zoConsole::printError(file, loss.line, loss.column, loss.text);
     if (setup.file().isCut)
         zoConsole::printError(file, setup.file().cutLine, setup.file().cutColumn,
-                              zoDocumentLosses::cutText());
+                              zoHPCDocumentLosses::cutText());
     return setup.file().isCut || !losses.isEmpty();
 }

@@ -3,7 +3,7 @@
 #include "zoClusterSetup.h"
 #include "zoConfigurationMerge.h"
 #include "zoConsole.h"
-#include "zoDocumentLosses.h"
+#include "zoHPCDocumentLosses.h"
 #include "zoHPCLayout.h"
 #include "zoHPCTreeItem.h"
 #include "zoHPCViewportItem.h"
@@ -154,9 +154,9 @@ bool zoMergeCommand::printLosses(const QString& file, const zoClusterSetup& setu
     bool isLosing = setup.file().isCut;
     if (isLosing)
         zoConsole::printError(file, setup.file().cutLine, setup.file().cutColumn,
-                              zoDocumentLosses::cutText());
-    const QVector<zoDocumentLosses::Loss> losses = setup.losses();
-    for (const zoDocumentLosses::Loss& loss : losses) {
+                              zoHPCDocumentLosses::cutText());
+    const QVector<zoHPCDocumentLosses::Loss> losses = setup.losses();
+    for (const zoHPCDocumentLosses::Loss& loss : losses) {
         zoConsole::printError(file, loss.line, loss.column, loss.text);
         isLosing = true;
     }

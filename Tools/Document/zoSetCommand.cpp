@@ -59,7 +59,7 @@ int zoSetCommand::execute(const QCommandLineParser& parser)
         edit.set(change);
     const bool isSame = zoTextFile::isSameFile(file, output);
     // Before the setup becomes the new one.
-    QVector<zoDocumentLosses::Loss> losses;
+    QVector<zoHPCDocumentLosses::Loss> losses;
     if (edit.mistakes().isEmpty() && !(isSame && !edit.hasChanged()))
         losses = setup.losses();
     if (edit.mistakes().isEmpty())
@@ -71,12 +71,12 @@ int zoSetCommand::execute(const QCommandLineParser& parser)
     if (isSame && !edit.hasChanged())
         return zoConsole::Fine;
 
-    for (const zoDocumentLosses::Loss& loss : qAsConst(losses))
+    for (const zoHPCDocumentLosses::Loss& loss : qAsConst(losses))
         zoConsole::printError(file, loss.line, loss.column, loss.text);
     const bool isLosing = setup.file().isCut || !losses.isEmpty();
     if (setup.file().isCut)
         zoConsole::printError(file, setup.file().cutLine, setup.file().cutColumn,
-                              zoDocumentLosses::cutText());
+                              zoHPCDocumentLosses::cutText());
     if (isLosing && isSame && !parser.isSet(QStringLiteral("force"))) {
         zoConsole::printError(
             tr("%1: not rewritten, for this would be lost; --force does it all the same").arg(file));

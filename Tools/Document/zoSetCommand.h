@@ -1,7 +1,7 @@
 #pragma once
 
 #include "zoCommand.h"
-#include "zoDocumentLosses.h"
+#include "zoHPCDocumentLosses.h"
 
 class zoClusterSetup;
 

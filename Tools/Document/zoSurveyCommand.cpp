@@ -161,12 +161,12 @@ int zoSurveyCommand::execute(const QCommandLineParser& parser)
 bool zoSurveyCommand::keepsAll(const QCommandLineParser& parser, const zoClusterSetup& setup)
 {
     const QString into = parser.value(QStringLiteral("into"));
-    const QVector<zoDocumentLosses::Loss> losses = setup.losses();
-    for (const zoDocumentLosses::Loss& loss : losses)
+    const QVector<zoHPCDocumentLosses::Loss> losses = setup.losses();
+    for (const zoHPCDocumentLosses::Loss& loss : losses)
         zoConsole::printError(into, loss.line, loss.column, loss.text);
     if (setup.file().isCut)
         zoConsole::printError(into, setup.file().cutLine, setup.file().cutColumn,
-                              zoDocumentLosses::cutText());
+                              zoHPCDocumentLosses::cutText());
     if ((losses.isEmpty() && !setup.file().isCut) || parser.isSet(QStringLiteral("force")) ||
         !zoTextFile::isSameFile(into, parser.value(QStringLiteral("output"))))
         return true;

@@ -66,12 +66,10 @@ bool zoHPCConfigurationFiles::read(const QString& fileName, QString& text)
     return true;
 }
 
-bool zoHPCConfigurationFiles::readLegacy(const QString& fileName, QString& text)
+bool zoHPCConfigurationFiles::readLegacy(const QString& fileName, QByteArray& bytes)
 {
-    QByteArray bytes;
     QString reason;
     const zoFileReader::Result result = zoFileReader::read(fileName, bytes, &reason);
-    text = zoFileText(bytes).text();
     if (result == zoFileReader::Result::NotRead)
         zoLog::error("%s", qUtf8Printable(tr("Unable to import legacy config %1: %2").arg(fileName, reason)));
     return result != zoFileReader::Result::NotRead;

@@ -22,9 +22,9 @@ public:
     // The text of a configuration file. False, with an error in the log, when it cannot be opened or read as a
     // whole.
     static bool read(const QString& fileName, QString& text);
-    // The text of a file of an earlier format; empty when it cannot be opened. False, with an error in the log,
+    // The bytes of a file of an earlier format; empty when it cannot be opened. False, with an error in the log,
     // when it is none that can be read as a whole.
-    static bool readLegacy(const QString& fileName, QString& text);
+    static bool readLegacy(const QString& fileName, QByteArray& bytes);
     // Why a file was not written, and whether the log says so already. No reason: the host did not want it.
     struct Failure
     {

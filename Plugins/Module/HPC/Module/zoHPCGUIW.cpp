@@ -40,6 +40,7 @@
 
 #include <QZOCollapsibleFrame.h>
 #include <QZOToolBar.h>
+#include <zoFileText.h>
 #include <zoIconManager.h>
 
 #include <utility>
@@ -674,11 +675,12 @@ void zoHPCGUIW::importLegacy()
     if (fileName.isEmpty())
         return;
     // A file that cannot be opened is an empty text, which converts into an empty cluster.
-    QString legacy;
-    if (!zoHPCConfigurationFiles::readLegacy(fileName, legacy))
+    QByteArray bytes;
+    if (!zoHPCConfigurationFiles::readLegacy(fileName, bytes))
         return;
+    const zoFileText legacy(bytes);
     zoHPCConfigConverter converter;
-    const QString converted = converter.convert(legacy);
+    const QString converted = converter.convert(legacy.text());
     announceReplacement(converted);
     // No file holds it yet in this form: it is not saved.
     setConfigString(converted);
@@ -689,5 +691,5 @@ void zoHPCGUIW::importLegacy()
             MessageTime);
     else
         statusBar()->clearMessage();
-    zoHPCWindowNotes::tellImported(this, fileName, converter);
+    zoHPCWindowNotes::tellImported(this, fileName, converter, legacy);
 }

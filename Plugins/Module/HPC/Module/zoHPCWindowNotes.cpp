@@ -1,6 +1,7 @@
 #include "zoHPCWindowNotes.h"
 
 #include "zoHPCConfigConverter.h"
+#include "zoHPCDocumentLosses.h"
 #include "zoHPCDocumentText.h"
 #include "zoText.h"
 
@@ -9,7 +10,18 @@
 #include <QStringList>
 #include <QWidget>
 
+#include <zoFileText.h>
 #include <zoLog.h>
+
+namespace
+{
+bool isLegacy(const QString& text)
+{
+    zoHPCConfigConverter converter;
+    converter.convert(text);
+    return converter.parameterCount() > 0;
+}
+} // namespace
 
 void zoHPCWindowNotes::tell(QWidget* window, const char* note, const QVariant& what)
 {
@@ -27,6 +39,9 @@ void zoHPCWindowNotes::tellNotUnderstood(QWidget* window, const QString& text)
     if (!zoHPCDocumentText::parse(text, document, refusal))
         reason = tr("line %1, column %2: %3")
                      .arg(QString::number(refusal.line), QString::number(refusal.column), refusal.reason);
+    else if (isLegacy(text))
+        reason = tr("it is a configuration of the format before: File > \"Import legacy...\" reads it, "
+                    "\"zohpc convert\" makes a file of the present format of it");
     tell(window, NotUnderstood, QStringList{window->windowFilePath(), reason});
 }
 
@@ -41,13 +56,20 @@ void zoHPCWindowNotes::tellNotSaved(QWidget* window, const zoHPCConfigurationFil
 }
 
 void zoHPCWindowNotes::tellImported(QWidget* window, const QString& fileName,
-                                    const zoHPCConfigConverter& converter)
+                                    const zoHPCConfigConverter& converter, const zoFileText& content)
 {
     if (converter.parameterCount() == 0)
         return;
+    using Remark = zoHPCDocumentLosses::Loss;
+    // In the order of "zohpc convert".
+    QVector<Remark> remarks = zoHPCDocumentLosses::ofConversion(content.text());
+    if (content.isCut())
+        remarks.append({content.cutPlace().line, content.cutPlace().column, zoHPCDocumentLosses::cutText()});
+    const QList<zoHPCConfigConverter::Remark> ofConverter = converter.remarks();
+    for (const zoHPCConfigConverter::Remark& remark : ofConverter)
+        remarks.append({remark.line, remark.column, remark.text});
     QStringList lines;
-    const QList<zoHPCConfigConverter::Remark> remarks = converter.remarks();
-    for (const zoHPCConfigConverter::Remark& remark : remarks) {
+    for (const Remark& remark : qAsConst(remarks)) {
         if (lines.size() == MostRemarks) {
             lines << tr("and %1 more, which \"zohpc convert\" tells.")
                          .arg(QString::number(remarks.size() - MostRemarks));

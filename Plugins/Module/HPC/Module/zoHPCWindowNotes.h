@@ -6,6 +6,7 @@
 #include <QVariant>
 
 class QWidget;
+class zoFileText;
 class zoHPCConfigConverter;
 
 // What the window lets its host know of its files: properties that are set and taken away again at once. A host that
@@ -37,5 +38,7 @@ public:
     // Not when there is no reason.
     static void tellNotSaved(QWidget* window, const zoHPCConfigurationFiles::Failure& failure);
     // Goes to the log as well.
-    static void tellImported(QWidget* window, const QString& fileName, const zoHPCConfigConverter& converter);
+    // `content` is what was converted: what of it is no parameter is told as "zohpc convert" tells it.
+    static void tellImported(QWidget* window, const QString& fileName, const zoHPCConfigConverter& converter,
+                             const zoFileText& content);
 };

@@ -1,13 +1,16 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 #include <QVector>
 
 #include <functional>
 
 // What a text says and what is made of it does not: for people whose files are rewritten.
-class zoDocumentLosses final
+class zoHPCDocumentLosses final
 {
+    Q_DECLARE_TR_FUNCTIONS(zoHPCDocumentLosses)
+
 public:
     struct Loss
     {

@@ -1,21 +1,16 @@
-#include "zoDocumentLosses.h"
+#include "zoHPCDocumentLosses.h"
 
 #include "zoHPCTextParts.h"
+#include "zoText.h"
 
 #include <zoClusterTags.h>
 
-#include <QCoreApplication>
 #include <QHash>
 
 #include <algorithm>
 
 namespace
 {
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("zoDocumentLosses", text);
-}
-
 using Attribute = zoHPCTextParts::Attribute;
 using Kind = zoHPCTextParts::Kind;
 
@@ -44,7 +39,7 @@ bool isKnown(const QString& tag)
 // The parts of a text that parses, in its order. Texts in a "key" are the value of that.
 QVector<Part> partsOf(const QString& text)
 {
-    const QString key = QStringLiteral("key");
+    const QString key = zoText("key");
     const zoHPCTextParts source(text);
     QVector<Part> parts;
     // Of each part of the source: what it became, its nearest known ancestor, whether it is in a "key".
@@ -81,18 +76,18 @@ public:
     void addOther(const Part& part)
     {
         if (part.kind == Kind::Comment)
-            add(part.offset, tr("the comment is left out"));
+            add(part.offset, zoHPCDocumentLosses::tr("the comment is left out"));
         else if (part.kind == Kind::Instruction)
-            add(part.offset, tr("the processing instruction is left out"));
+            add(part.offset, zoHPCDocumentLosses::tr("the processing instruction is left out"));
         else if (part.kind == Kind::Text)
-            add(part.offset, tr("the text is left out"));
+            add(part.offset, zoHPCDocumentLosses::tr("the text is left out"));
     }
 
-    QVector<zoDocumentLosses::Loss> take()
+    QVector<zoHPCDocumentLosses::Loss> take()
     {
         std::stable_sort(m_found.begin(), m_found.end(),
                          [](const Found& a, const Found& b) { return a.offset < b.offset; });
-        QVector<zoDocumentLosses::Loss> losses;
+        QVector<zoHPCDocumentLosses::Loss> losses;
         int counted = 0;
         int line = 1;
         int lineStart = 0;
@@ -183,25 +178,26 @@ void compare(const Part& source, const Part& canonical, bool isUpgraded, Collect
             source.tag == zoClusterTags::Viewport && attribute.name == zoClusterTags::Projection;
         if (kept.isEmpty() && isReference)
             losses.add(attribute.offset,
-                       tr("there is no projection \"%1\": the reference is left out").arg(attribute.value));
+                       zoHPCDocumentLosses::tr("there is no projection \"%1\": the reference is left out")
+                           .arg(attribute.value));
         else if (kept.isEmpty())
-            losses.add(attribute.offset,
-                       tr("the attribute \"%1\" of \"%2\" is left out").arg(attribute.name, source.tag));
+            losses.add(attribute.offset, zoHPCDocumentLosses::tr("the attribute \"%1\" of \"%2\" is left out")
+                                             .arg(attribute.name, source.tag));
         else if (!isUpgraded || !isOfUpgrade(attribute, source.tag))
-            losses.add(
-                attribute.offset,
-                tr("the attribute \"%1\" of \"%2\" becomes \"%3\"").arg(attribute.name, source.tag, kept));
+            losses.add(attribute.offset,
+                       zoHPCDocumentLosses::tr("the attribute \"%1\" of \"%2\" becomes \"%3\"")
+                           .arg(attribute.name, source.tag, kept));
     }
 }
 } // namespace
 
-QString zoDocumentLosses::cutText()
+QString zoHPCDocumentLosses::cutText()
 {
     return tr("everything from the NUL character on is left out");
 }
 
-QVector<zoDocumentLosses::Loss> zoDocumentLosses::ofFormat(const QString& source,
-                                                           const std::function<QString(Tiles)>& canonical)
+QVector<zoHPCDocumentLosses::Loss>
+zoHPCDocumentLosses::ofFormat(const QString& source, const std::function<QString(Tiles)>& canonical)
 {
     const QVector<Part> before = partsOf(source);
     const bool hasTiles = std::any_of(before.begin(), before.end(), [](const Part& part) {
@@ -240,7 +236,7 @@ QVector<zoDocumentLosses::Loss> zoDocumentLosses::ofFormat(const QString& source
     return losses.take();
 }
 
-QVector<zoDocumentLosses::Loss> zoDocumentLosses::ofConversion(const QString& source)
+QVector<zoHPCDocumentLosses::Loss> zoHPCDocumentLosses::ofConversion(const QString& source)
 {
     Collector losses(source);
     const QVector<Part> parts = partsOf(source);
