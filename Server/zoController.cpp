@@ -1,5 +1,6 @@
 #include "zoController.h"
 
+#include "zoRehearsalPlaces.h"
 #include "zoSessionNetworks.h"
 #include "zoSetupLibrary.h"
 #include "zoSpeedRun.h"
@@ -11,7 +12,6 @@
 #include <QBuffer>
 #include <QCoreApplication>
 #include <QJsonArray>
-#include <QRegularExpression>
 
 #include <algorithm>
 #include <cmath>
@@ -91,6 +91,9 @@ void zoController::begin(const QJsonObject& session)
     m_memoryBase = qint64(session.value(QLatin1String("memory")).toDouble());
     m_availableMemory = qint64(session.value(QLatin1String("available")).toDouble(-1));
     m_content = session.value(QLatin1String("content")).toString();
+    const QJsonArray avoided = session.value(QLatin1String("avoid")).toArray();
+    m_avoided =
+        QRect(avoided.at(0).toInt(), avoided.at(1).toInt(), avoided.at(2).toInt(), avoided.at(3).toInt());
     m_remoteProgram = session.value(QLatin1String("program")).toString();
     QStringList words;
     const QJsonArray pattern = session.value(QLatin1String("template")).toArray();
@@ -668,29 +671,17 @@ void zoController::inject(const QJsonObject& object)
 // The windows of a rehearsal, as the wall is arranged, on the screen of this machine.
 QJsonArray zoController::placesOf(const zoWallSetup& setup) const
 {
-    constexpr double Margin = 0.9;
-    QRect screen(0, 0, 1920, 1080);
-    for (const auto& entry : m_nodes.servers()) {
-        static const QRegularExpression form(QStringLiteral("^(\\d+)x(\\d+)([+-]\\d+)([+-]\\d+)$"));
-        const QRegularExpressionMatch match = form.match(entry.second.hello.screens.value(0));
-        if (!match.hasMatch())
-            continue;
-        screen = QRect(match.captured(3).toInt(), match.captured(4).toInt(), match.captured(1).toInt(),
-                       match.captured(2).toInt());
-        break;
-    }
-    const double width = std::max(m_setup.size.width(), 1);
-    const double height = std::max(m_setup.size.height(), 1);
-    const double scale = std::min({Margin * screen.width() / width, Margin * screen.height() / height, 1.0});
-    const QPointF corner(screen.x() + (screen.width() - scale * width) / 2,
-                         screen.y() + (screen.height() - scale * height) / 2);
+    const auto& servers = m_nodes.servers();
+    const auto told = std::find_if(servers.begin(), servers.end(), [](const auto& entry) {
+        return !entry.second.hello.screens.value(0).isEmpty();
+    });
+    const QRect screen = zoRehearsalPlaces::screenOf(
+        told == servers.end() ? QString() : told->second.hello.screens.constFirst());
+    const zoRehearsalPlaces desktop(m_setup.size, screen, m_avoided);
     QJsonArray places;
     for (const zoWallNode& node : setup.nodes) {
         for (const zoWallWindow& window : node.windows) {
-            const QRect place(int(corner.x() + scale * window.place.x()),
-                              int(corner.y() + scale * window.place.y()),
-                              std::max(int(scale * window.place.width()), 1),
-                              std::max(int(scale * window.place.height()), 1));
+            const QRect place = desktop.of(window.place);
             places << QJsonArray{place.x(), place.y(), place.width(), place.height()};
         }
     }

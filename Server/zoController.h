@@ -10,6 +10,7 @@
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QObject>
+#include <QRect>
 #include <QSet>
 
 #include <memory>
@@ -19,8 +20,8 @@ class zoWallPicture;
 // One session, on behalf of a host: reads the document, starts the servers of all nodes by the heads of their
 // networks, and brings them from one state to the next together. Ends with the host.
 //
-// From the host: SESSION {document, nodes, share, rehearse, mpi, template, program, locks, memory, available},
-// OPEN, SHOW {content}, CONFIG {document, nodes, share}, MEASURE, PICTURES, INJECT {id, what, ms}, QUIT.
+// From the host: SESSION {document, nodes, share, rehearse, avoid: [x, y, width, height], mpi, template, program, locks,
+// memory, available}, OPEN, SHOW {content}, CONFIG {document, nodes, share}, MEASURE, PICTURES, INJECT {id, what, ms}, QUIT.
 // To it: NODE {id, state, ...}, ANSWERED {inUse, short, failed}, OPENED {failed}, CHANGED {running},
 // WAITS {id: microseconds}, MEASURED {sent, received, synchronised, nodes}, PICTURE {node, window, png},
 // PICTURED {wall}, NOTE {text}, BROKEN {reason}.
@@ -93,6 +94,7 @@ private:
     qint64 m_memoryBase = 0;
     qint64 m_availableMemory = -1;
     bool m_rehearse = false;
+    QRect m_avoided; // the host's window, on the desktop of a rehearsal; empty when it is not known
     bool m_useMpi = false;
     bool m_share = true;
     bool m_isSession = false; // the start is over

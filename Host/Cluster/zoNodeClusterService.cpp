@@ -86,6 +86,11 @@ void zoNodeClusterService::setRehearsalQuestion(std::function<bool()> question)
     m_rehearsalQuestion = std::move(question);
 }
 
+void zoNodeClusterService::setOwnPlace(std::function<QRect()> place)
+{
+    m_ownPlace = std::move(place);
+}
+
 void zoNodeClusterService::setEndsWithLostNode(bool on)
 {
     m_endsWithLostNode = on;
@@ -197,6 +202,9 @@ zoNodeClusterService::Attempt zoNodeClusterService::connectNodes(const Nodes& no
     if (!isOver()) {
         QJsonObject session = zoSessionRequest::config(config(), nodes, true);
         session.insert(QStringLiteral("rehearse"), m_isRehearsal);
+        const QRect own = m_ownPlace ? m_ownPlace() : QRect();
+        if (!own.isEmpty())
+            session.insert(QStringLiteral("avoid"), QJsonArray{own.x(), own.y(), own.width(), own.height()});
         session.insert(QStringLiteral("template"), QJsonArray::fromStringList(m_launch.pattern));
         session.insert(QStringLiteral("program"), m_launch.remoteProgram);
         session.insert(QStringLiteral("mpi"), m_launch.mpi == Mpi::Always ||

@@ -6,6 +6,7 @@
 
 #include <QJsonObject>
 #include <QMap>
+#include <QRect>
 #include <QTimer>
 
 #include <functional>
@@ -62,6 +63,9 @@ public:
     void setRehearsal(bool on);
     // Asked when no node can be reached: true rehearses instead. None by default.
     void setRehearsalQuestion(std::function<bool()> question);
+    // The host's window on the desktop, in pixels of the screen, when a session starts: windows of a rehearsal stand
+    // beside it where there is room. An empty one is nowhere.
+    void setOwnPlace(std::function<QRect()> place);
     // A session ends with the first node that is lost; else it goes on with the others.
     void setEndsWithLostNode(bool on);
 
@@ -120,6 +124,7 @@ private:
     qint64 m_availableMemory = -1;
     QString m_lockDirectory;
     std::function<bool()> m_rehearsalQuestion;
+    std::function<QRect()> m_ownPlace;
 
     zoControllerProcess* m_controller = nullptr;
     QTimer m_watch; // of the controller

@@ -90,6 +90,9 @@ QString zoNodeShow::openWindow(int index)
     // A window manager would move what has a place of its own, and without one nothing else fills a screen.
     const Qt::WindowFlags bypass = isRehearsal ? Qt::WindowFlags() : Qt::BypassWindowManagerHint;
     window.setFlags(Qt::Window | Qt::FramelessWindowHint | bypass);
+    // The keys stay with the window in which a person works.
+    if (isRehearsal)
+        window.setProperty("_q_showWithoutActivating", true);
     window.setTitle(entry.picture->name());
     window.setScreen(place.screen);
     window.setGeometry(place.geometry);

@@ -4,6 +4,7 @@
 
 #include <QGuiApplication>
 #include <QSignalSpy>
+#include <QWindow>
 
 // The windows of a node, offscreen.
 class tst_zoNodeShow final : public zoTestCase
@@ -80,6 +81,10 @@ void tst_zoNodeShow::rehearsalHasFramesAndPicturesHaveNone()
 
     QCOMPARE(show.picture(0).size(), QSize(200, 100));
     QCOMPARE(show.picture(0).pixel(0, 0), qRgb(0, 0, 0));
+    const QWindowList windows = QGuiApplication::topLevelWindows();
+    QCOMPARE(windows.size(), 2);
+    for (const QWindow* window : windows) // which the platform hears of
+        QVERIFY(window->property("_q_showWithoutActivating").toBool());
 }
 
 void tst_zoNodeShow::nothingToShowOpensNothing()
