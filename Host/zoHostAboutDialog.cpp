@@ -63,6 +63,9 @@ QTreeWidget* table(const QStringList& headers, const char* name, const QString& 
 
 void fitColumns(QTreeWidget* tree)
 {
+    // What has no room is scrolled to, not cut.
+    tree->header()->setStretchLastSection(false);
+    tree->header()->setSectionResizeMode(tree->columnCount() - 1, QHeaderView::ResizeToContents);
     for (int column = 0; column + 1 < tree->columnCount(); ++column)
         tree->resizeColumnToContents(column);
 }

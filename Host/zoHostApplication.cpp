@@ -15,6 +15,7 @@
 #include <QApplication>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QScreen>
 #include <QStatusBar>
 
 namespace
@@ -26,6 +27,19 @@ constexpr char s_defaultFileKey[] = "HPC Cluster default file";
 QString storedLanguage(const zoHostOptions& options)
 {
     return options.nonInteractive ? QString() : zoHostChoices::language(QSettings());
+}
+
+// Of a window with its frame, in pixels of the screen; empty while it is not seen, or where windows do not know their
+// place.
+QRect placeOnDesktop(const QWidget* window)
+{
+    const bool isKnown = QGuiApplication::platformName() == QLatin1String("xcb");
+    if (!isKnown || window == nullptr || !window->isVisible() || window->isMinimized())
+        return {};
+    const QRect place = window->frameGeometry();
+    const double scale = window->devicePixelRatioF();
+    const QPoint corner = window->screen()->geometry().topLeft(); // which is not scaled
+    return {corner + (place.topLeft() - corner) * scale, place.size() * scale};
 }
 
 // The text of the sample that an empty host shows; empty when the data directory lacks it.
@@ -60,6 +74,11 @@ zoHostApplication::zoHostApplication(const zoHostOptions& options)
     connect(&m_log, &zoHostLog::messageLogged, m_window.get(), [this](int type, const QString& text) {
         if (type == QtCriticalMsg && !m_window->logPanel()->isVisible())
             m_window->statusBar()->showMessage(text, s_messageMs);
+    });
+    // Start and Stop stay within reach where windows of a rehearsal have no room beside the host's.
+    connect(m_cluster.get(), &zoClusterService::started, m_window.get(), [this] {
+        if ((m_cluster->capabilities() & zoClusterService::Rehearses) != 0)
+            m_window->raise();
     });
     connect(m_window.get(), &zoHostMainWindow::closing, m_cluster.get(), &zoClusterService::abort);
     connect(&m_signals, &zoHostSignals::terminationRequested, this, [this] {
@@ -156,6 +175,7 @@ std::unique_ptr<zoHostClusterService> zoHostApplication::createCluster()
     }
     auto cluster = std::make_unique<zoNodeClusterService>(launch);
     cluster->setRehearsal(m_options.rehearse);
+    cluster->setOwnPlace([this] { return placeOnDesktop(m_window.get()); });
     cluster->setEndsWithLostNode(zoHostClusterPage::storedEndsWithLostNode(&m_preferences));
     if (!m_options.nonInteractive)
         cluster->setRehearsalQuestion([this] { return mayRehearse(); });
@@ -211,6 +231,11 @@ void zoHostApplication::rememberDocuments(const QString& newDocument)
     m_recovery = std::make_unique<zoHostRecovery>(m_window.get(), &m_earlier);
     m_autosave = std::make_unique<zoHostAutosave>(m_window.get(), &m_earlier,
                                                   zoHostAutosave::storedSeconds(&m_preferences));
+    // From its own host it passes to this one at once.
+    connect(m_window.get(), &zoHostMainWindow::workBroughtBack, m_autosave.get(), [this] {
+        if (m_autosave->isOn())
+            m_autosave->keep();
+    });
     connect(document, &zoHostDocument::fileOpened, &m_recent, &zoHostRecentFiles::add);
     connect(document, &zoHostDocument::replaced, &m_earlier, &zoHostEarlierConfigurations::keep);
     connect(m_generalPage.get(), &zoHostGeneralPage::autosaveSecondsChanged, m_autosave.get(),

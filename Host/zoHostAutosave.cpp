@@ -2,6 +2,7 @@
 
 #include "zoHostDocument.h"
 #include "zoHostEarlierConfigurations.h"
+#include "zoHostFileGuard.h"
 #include "zoHostMainWindow.h"
 
 #include <zoLog.h>
@@ -53,7 +54,8 @@ void zoHostAutosave::keep()
     for (int place = 0; place < windows.size(); ++place) {
         const QWidget* const window = windows.at(place);
         if (document->differs(window))
-            m_earlier->keepRunning(place, document->text(window), window->windowFilePath(), reason);
+            m_earlier->keepRunning(place, document->text(window), window->windowFilePath(), reason,
+                                   m_window->guard()->sumOf(window->windowFilePath()));
         else
             m_earlier->forgetRunning(place);
     }

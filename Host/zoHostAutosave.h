@@ -28,6 +28,7 @@ public:
 
     // From now on; zero: never by itself.
     void setSeconds(int seconds);
+    bool isOn() const { return m_timer.isActive(); }
     int seconds() const { return m_timer.isActive() ? m_timer.interval() / 1000 : 0; } // for tests
 
     // Now. What is kept already is not written again; a disk that takes nothing is told of once.

@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QDynamicPropertyChangeEvent>
+#include <QFileInfo>
 #include <QPointer>
 #include <QScopedValueRollback>
 #include <QVariant>
@@ -138,6 +139,16 @@ bool zoHostDocument::bringBack(const QString& text, const QString& originFile)
     }
     emit changed();
     return true;
+}
+
+bool zoHostDocument::bringBackWork(const QString& text, const QString& originFile)
+{
+    const QScopedValueRollback<bool> bringing(m_isBringingBack, true);
+    const QWidget* moduleWindow = configurationWindow();
+    if (moduleWindow != nullptr && !originFile.isEmpty() && moduleWindow->windowFilePath() != originFile &&
+        QFileInfo::exists(originFile))
+        load(originFile);
+    return bringBack(text, originFile);
 }
 
 bool zoHostDocument::begin(const QString& text)

@@ -47,6 +47,11 @@ public:
     // module opens configurations.
     bool bringBack(const QString& text, const QString& originFile);
 
+    // The same for work that was not saved when its host ended: it is open as the file that it came from, which is
+    // loaded for that, and differs from it. Without that file it has none.
+    bool bringBackWork(const QString& text, const QString& originFile);
+    bool isBringingBack() const { return m_isBringingBack; }
+
     // A new configuration without a file, the module's own or this text. It is not yet anybody's work. False when no
     // loaded module makes one.
     bool begin(const QString& text = QString());
@@ -107,4 +112,5 @@ private:
     QHash<const QObject*, QString> m_announced; // the file that was told last, by module window
     QSet<const QObject*> m_broughtBack;         // module windows that show one without a file
     QString* m_saveReason = nullptr;            // of who waits for a save
+    bool m_isBringingBack = false;
 };

@@ -87,12 +87,13 @@ void zoHostEarlierConfigurations::setNewDocument(const QString& text)
 
 void zoHostEarlierConfigurations::keep(const QString& text, const QString& originFile)
 {
-    add(text, originFile, false);
+    add(text, originFile, false, {});
 }
 
-bool zoHostEarlierConfigurations::keepUnfinished(const QString& text, const QString& originFile)
+bool zoHostEarlierConfigurations::keepUnfinished(const QString& text, const QString& originFile,
+                                                 const QByteArray& originSum)
 {
-    return add(text, originFile, true);
+    return add(text, originFile, true, originSum);
 }
 
 bool zoHostEarlierConfigurations::adoptUnfinished(const QString& text, const QString& originFile,
@@ -123,7 +124,8 @@ void zoHostEarlierConfigurations::keepBytes(const QByteArray& bytes, const QStri
     append(entry);
 }
 
-bool zoHostEarlierConfigurations::add(const QString& text, const QString& originFile, bool isUnfinished)
+bool zoHostEarlierConfigurations::add(const QString& text, const QString& originFile, bool isUnfinished,
+                                      const QByteArray& originSum)
 {
     if (text.isEmpty() || text == m_newDocument)
         return true;
@@ -142,6 +144,7 @@ bool zoHostEarlierConfigurations::add(const QString& text, const QString& origin
     entry.replaced = QDateTime::currentDateTimeUtc();
     // Texts of their own: the given ones may lie in a module that is unloaded earlier.
     entry.originFile = QString(originFile.constData(), originFile.size());
+    entry.originSum = originSum;
     entry.text = QString(text.constData(), text.size());
     entry.bytes = text.toUtf8();
     append(entry);
@@ -160,7 +163,7 @@ void zoHostEarlierConfigurations::append(Entry entry)
 }
 
 bool zoHostEarlierConfigurations::keepRunning(int place, const QString& text, const QString& originFile,
-                                              QString& reason)
+                                              QString& reason, const QByteArray& originSum)
 {
     if (text.isEmpty() || text == m_newDocument) {
         forgetRunning(place);
@@ -173,6 +176,7 @@ bool zoHostEarlierConfigurations::keepRunning(int place, const QString& text, co
     entry.isUnfinished = true;
     entry.replaced = QDateTime::currentDateTimeUtc();
     entry.originFile = originFile;
+    entry.originSum = originSum;
     entry.bytes = text.toUtf8();
     entry.owner = m_owner;
     Running now;
@@ -255,6 +259,20 @@ void zoHostEarlierConfigurations::finish(const Entry& entry)
     emit changed();
 }
 
+void zoHostEarlierConfigurations::setAside(const Entry& entry)
+{
+    const QString name = setAsideName(entry);
+    if (name.isEmpty() || !QFile::rename(entry.fileName, name))
+        return;
+    QFile::remove(originNameOf(entry.fileName));
+    emit changed();
+}
+
+QString zoHostEarlierConfigurations::setAsideName(const Entry& entry)
+{
+    return entry.fileName.isEmpty() ? QString() : finishedNameOf(entry.fileName) + QStringLiteral(".damaged");
+}
+
 QVector<zoHostEarlierConfigurations::Entry> zoHostEarlierConfigurations::entries() const
 {
     QVector<Entry> all = written() + m_waiting;
@@ -294,12 +312,21 @@ QVector<zoHostEarlierConfigurations::Entry> zoHostEarlierConfigurations::written
         entry.replaced.setTimeSpec(Qt::UTC);
         entry.isUnfinished = !namePattern().match(name).captured(3).isEmpty();
         entry.owner = namePattern().match(name).captured(4);
-        QByteArray origin;
-        zoFileReader::read(originNameOf(entry.fileName), origin);
-        entry.originFile = QString::fromUtf8(origin);
+        readOrigin(entry);
         found.append(entry);
     }
     return found;
+}
+
+// The name of the file and, after a NUL, which no name has, the sum.
+void zoHostEarlierConfigurations::readOrigin(Entry& entry)
+{
+    QByteArray origin;
+    zoFileReader::read(originNameOf(entry.fileName), origin);
+    const int end = origin.indexOf('\0');
+    entry.originFile = QString::fromUtf8(end < 0 ? origin : origin.left(end));
+    if (end >= 0)
+        entry.originSum = origin.mid(end + 1);
 }
 
 void zoHostEarlierConfigurations::writeWaiting()
@@ -343,7 +370,10 @@ bool zoHostEarlierConfigurations::write(const Entry& entry, QString& reason, QSt
     } while (QFile::exists(fileName) || QFile::exists(finishedNameOf(fileName)));
     // The configuration last: it is never there without its origin.
     const QString originName = originNameOf(fileName);
-    if (writeFile(originName, entry.originFile.toUtf8(), reason) && writeFile(fileName, entry.bytes, reason))
+    QByteArray origin = entry.originFile.toUtf8();
+    if (!entry.originSum.isEmpty())
+        origin += '\0' + entry.originSum;
+    if (writeFile(originName, origin, reason) && writeFile(fileName, entry.bytes, reason))
         return true;
     QFile::remove(originName);
     return false;
@@ -353,14 +383,17 @@ void zoHostEarlierConfigurations::removeOldest() const
 {
     const QVector<Entry> all = written();
     int tooMany = all.size() - Limit;
-    for (const Entry& entry : all) {
-        if (tooMany <= 0)
-            return;
-        // What somebody works on is nobody's past.
-        if (isAlive(entry.owner))
-            continue;
-        removeFiles(entry.fileName);
-        --tooMany;
+    // What nobody has answered for goes last.
+    for (const bool isUnfinished : {false, true}) {
+        for (const Entry& entry : all) {
+            if (tooMany <= 0)
+                return;
+            // What somebody works on is nobody's past.
+            if (entry.isUnfinished != isUnfinished || isAlive(entry.owner))
+                continue;
+            removeFiles(entry.fileName);
+            --tooMany;
+        }
     }
 }
 

@@ -27,6 +27,8 @@ public:
         QString fileName;   // in the folder; empty: only in memory
         QString text;       // in memory only; see textOf()
         QByteArray bytes;   // what is written; in memory only
+        QByteArray
+            originSum; // of what that file held when it was last read or written, hexadecimal; else empty
         bool isUnfinished = false;
         QString owner; // the host that works on it, or did when it crashed; else empty
     };
@@ -47,9 +49,9 @@ public:
     // document and the text that is the newest already. Failures are logged.
     void keep(const QString& text, const QString& originFile);
 
-    // The same for work that its host has no time to save. False when it is in memory alone, which the host
-    // may not outlive.
-    bool keepUnfinished(const QString& text, const QString& originFile);
+    // The same for work that its host has no time to save; `originSum` is that of its file as the host knows it
+    // (zoHostFileGuard::sumOf). False when it is in memory alone, which the host may not outlive.
+    bool keepUnfinished(const QString& text, const QString& originFile, const QByteArray& originSum = {});
     // The same for such work that was found elsewhere, unless it is here; `kept` is when it was left, in UTC.
     bool adoptUnfinished(const QString& text, const QString& originFile, const QDateTime& kept);
 
@@ -59,16 +61,20 @@ public:
     // Keeps the work that goes on in a module's window of this host, at this place among them, instead of what was
     // kept so before; what is the same already is not written again. False, with the reason, when it cannot be
     // written, which is not logged: what was kept before stays.
-    bool keepRunning(int place, const QString& text, const QString& originFile, QString& reason);
+    bool keepRunning(int place, const QString& text, const QString& originFile, QString& reason,
+                     const QByteArray& originSum = {});
     bool hasRunning(int place) const { return m_running.contains(place); }
     // It was saved or given up.
     void forgetRunning(int place);
 
-    // What keepUnfinished() kept, and keepRunning() of hosts that do not live any more, and nobody was offered yet,
-    // newest first.
+    // What keepUnfinished() kept, and keepRunning() of hosts that do not live any more, and nobody has answered for
+    // yet, newest first.
     QVector<Entry> unfinished() const;
-    // From here on it is an earlier configuration like the others.
+    // From here on it is an earlier configuration like the others. Other hosts may have said so before.
     void finish(const Entry& entry);
+    // Takes one that is damaged out of the list: its file stays, under the other name that setAsideName() tells.
+    void setAside(const Entry& entry);
+    static QString setAsideName(const Entry& entry); // empty for one that is in memory only
 
     // Newest first.
     QVector<Entry> entries() const;
@@ -90,7 +96,8 @@ private:
     bool isAlive(const QString& owner) const;
     QString aliveFile(const QString& owner) const;
     static void removeFiles(const QString& fileName);
-    bool add(const QString& text, const QString& originFile, bool isUnfinished);
+    bool add(const QString& text, const QString& originFile, bool isUnfinished, const QByteArray& originSum);
+    static void readOrigin(Entry& entry);
     void append(Entry entry);
     void writeWaiting();
     bool write(const Entry& entry, QString& reason, QString& fileName) const;

@@ -1,6 +1,8 @@
 #include "zoHostEarlierDialog.h"
 
+#include "zoClusterDocument.h"
 #include "zoConfigurationCounts.h"
+#include "zoHostTime.h"
 
 #include <QDialogButtonBox>
 #include <QDir>
@@ -15,6 +17,8 @@
 #include <QSplitter>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace
 {
@@ -124,8 +128,7 @@ void zoHostEarlierDialog::fill()
     for (const zoHostEarlierConfigurations::Entry& entry : qAsConst(m_entries)) {
         const zoConfigurationCounts counts(m_configurations->textOf(entry));
         auto* item = new QTreeWidgetItem(m_list);
-        item->setText(Replaced, QLocale().toString(entry.replaced.toLocalTime(), QLocale::ShortFormat));
-        item->setToolTip(Replaced, QLocale().toString(entry.replaced.toLocalTime(), QLocale::LongFormat));
+        item->setText(Replaced, zoHostTime::text(entry.replaced));
         item->setText(File, entry.originFile.isEmpty() ? tr("(never saved)")
                                                        : QFileInfo(entry.originFile).fileName());
         item->setToolTip(File, QDir::toNativeSeparators(entry.originFile));
@@ -142,6 +145,7 @@ void zoHostEarlierDialog::fill()
 void zoHostEarlierDialog::showCurrent()
 {
     const int row = m_list->indexOfTopLevelItem(m_list->currentItem());
+    m_flaw.clear();
     if (row < 0) {
         m_summary->setText(
             tr("A configuration that New, Load, Import or the cluster replaces is kept here."));
@@ -161,6 +165,10 @@ void zoHostEarlierDialog::showCurrent()
                 .arg(counts.displays)
                 .arg(counts.windows)
                 .arg(counts.viewports));
+        if (text.isEmpty())
+            m_flaw = tr("nothing of it can be read");
+        else
+            zoClusterDocument().parse(text, m_flaw);
         m_preview->setPlainText(text);
     }
     updateButton();
@@ -168,22 +176,32 @@ void zoHostEarlierDialog::showCurrent()
 
 void zoHostEarlierDialog::updateButton()
 {
-    m_bringBack->setEnabled(!m_running && m_list->currentItem() != nullptr);
-    m_hint->setText(m_running
-                        ? tr("A session is running. Stop it to bring a configuration back.")
-                        : tr("The configuration that is open now is kept here when you bring another back."));
+    m_bringBack->setEnabled(!m_running && m_list->currentItem() != nullptr && m_flaw.isEmpty());
+    if (m_running)
+        m_hint->setText(tr("A session is running. Stop it to bring a configuration back."));
+    else if (!m_flaw.isEmpty())
+        m_hint->setText(tr("It is no configuration that could be brought back: %1").arg(m_flaw));
+    else
+        m_hint->setText(tr("The configuration that is open now is kept here when you bring another back."));
 }
 
 void zoHostEarlierDialog::bringBack()
 {
     const int row = m_list->indexOfTopLevelItem(m_list->currentItem());
-    if (row < 0 || m_running)
+    if (row < 0 || !m_bringBack->isEnabled())
         return;
     const zoHostEarlierConfigurations::Entry entry = m_entries.at(row);
     const QString text = m_configurations->textOf(entry);
     // A file that cannot be read must not empty the document; the log says why nothing happened.
     if (text.isEmpty())
         return;
+    // Before it is closed, which may be taken for an answer.
+    const QVector<zoHostEarlierConfigurations::Entry> works = m_configurations->unfinished();
+    const bool isWork = std::any_of(works.cbegin(), works.cend(),
+                                    [&entry](const auto& work) { return work.fileName == entry.fileName; });
     accept();
-    emit bringBackRequested(text, entry.originFile);
+    if (isWork)
+        emit workRequested(entry, text);
+    else
+        emit bringBackRequested(text, entry.originFile);
 }

@@ -30,6 +30,8 @@ public:
 signals:
     // Emitted once the dialog has closed.
     void bringBackRequested(const QString& text, const QString& originFile);
+    // The same for one that its host could not save.
+    void workRequested(const zoHostEarlierConfigurations::Entry& entry, const QString& text);
 
 private:
     void setUpList();
@@ -48,5 +50,6 @@ private:
     QPlainTextEdit* m_preview;
     QLabel* m_hint;
     QPushButton* m_bringBack = nullptr; // owned by the buttons
+    QString m_flaw;                     // why the current one cannot be brought back; empty: it can
     bool m_running = false;
 };

@@ -83,6 +83,21 @@ zoHostFileGuard::~zoHostFileGuard()
     zoFileWriter::setGuard({});
 }
 
+QByteArray zoHostFileGuard::sumOf(const QString& fileName) const
+{
+    return m_known.value(absoluteName(fileName)).sum.toHex();
+}
+
+void zoHostFileGuard::expect(const QString& fileName, const QByteArray& sum)
+{
+    State& known = m_known[absoluteName(fileName)];
+    known = State();
+    known.exists = true;
+    known.sum = QByteArray::fromHex(sum);
+    watch();
+    m_settled.start();
+}
+
 bool zoHostFileGuard::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::WindowActivate && !m_known.isEmpty())
@@ -157,7 +172,8 @@ void zoHostFileGuard::lookForUnreadable(const QString& fileName)
     const zoFileText::Place place = content.invalidPlace();
     m_unreadable.insert(
         fileName, tr("line %1, column %2").arg(QString::number(place.line), QString::number(place.column)));
-    if (m_controller->isNonInteractive()) // the module has logged it
+    // The module has logged it; and what takes its place at once need not be told.
+    if (m_controller->isNonInteractive() || m_document->isBringingBack())
         return;
     tell("UnreadableBox", tr("%1 holds bytes that are no text.").arg(shortName(fileName)),
          tr("The first ones are in %1. The window shows %2 for them. The file stays as it "
@@ -169,7 +185,8 @@ void zoHostFileGuard::takeNoteOfForeign(const QString& fileName, const QString& 
 {
     const QString name = absoluteName(fileName);
     m_foreign.insert(name, reason);
-    if (m_controller->isNonInteractive()) // whoever loads it for a script says so
+    // Whoever loads it for a script says so.
+    if (m_controller->isNonInteractive() || m_document->isBringingBack())
         return;
     tell("ForeignBox", tr("%1 holds no cluster configuration.").arg(shortName(name)),
          reason + QLatin1Char('\n') +
@@ -246,6 +263,7 @@ bool zoHostFileGuard::ask(const QString& fileName)
     QMessageBox box(QMessageBox::Warning, QStringLiteral("zohost"),
                     tr("%1 was changed by another program since it was loaded.").arg(shortName(fileName)),
                     QMessageBox::NoButton, m_window);
+    box.setObjectName(QStringLiteral("ChangedFileBox"));
     box.setInformativeText(
         tr("Overwrite it with what the window shows, or read it again? Reading it again keeps what the "
            "window shows under File > Earlier configurations."));
@@ -345,6 +363,7 @@ void zoHostFileGuard::offerReload(const QString& fileName)
     m_offer = new QMessageBox(QMessageBox::Question, QStringLiteral("zohost"),
                               tr("%1 was changed by another program.").arg(shortName(fileName)),
                               QMessageBox::NoButton, m_window);
+    m_offer->setObjectName(QStringLiteral("ChangedFileBox"));
     m_offer->setAttribute(Qt::WA_DeleteOnClose);
     m_offer->setInformativeText(tr("Read it again?"));
     QPushButton* reload = m_offer->addButton(tr("&Reload"), QMessageBox::AcceptRole);

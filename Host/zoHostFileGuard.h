@@ -32,6 +32,12 @@ public:
                     zoHostEarlierConfigurations* earlier);
     ~zoHostFileGuard() override;
 
+    // Of what this file held when it was last read or written here, hexadecimal; empty for one that is not open.
+    QByteArray sumOf(const QString& fileName) const;
+    // What is open as this file was made of another content of it: from now on what it holds is taken for a change of
+    // another program, unless its sum is the same. An empty sum is that of no file.
+    void expect(const QString& fileName, const QByteArray& sum);
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override; // of the window
 

@@ -2,8 +2,12 @@
 
 #include "zoHostDocument.h"
 #include "zoHostImportDialog.h"
+#include "zoHostLog.h"
 
+#include <zoClusterTags.h>
 #include <zoControllerService.h>
+#include <zoFileReader.h>
+#include <zoFileText.h>
 
 #include <QFileInfo>
 #include <QMainWindow>
@@ -11,16 +15,26 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QStatusBar>
+#include <QXmlStreamReader>
 
 namespace
 {
 constexpr int s_messageMs = 20000;
+
+// Of the first element; 0 where there is none.
+int versionOf(const QString& text)
+{
+    QXmlStreamReader xml(text);
+    xml.setNamespaceProcessing(false);
+    return xml.readNextStartElement() ? xml.attributes().value(zoClusterTags::VersionAttribute).toInt() : 0;
+}
 } // namespace
 
 zoHostFileNews::zoHostFileNews(QMainWindow* window, zoHostDocument* document, zoControllerService* controller)
     : QObject(window), m_window(window), m_document(document), m_controller(controller)
 {
     connect(document, &zoHostDocument::saveFailed, this, &zoHostFileNews::tellFailure);
+    connect(document, &zoHostDocument::fileRead, this, &zoHostFileNews::tellVersion);
     connect(document, &zoHostDocument::imported, this, &zoHostFileNews::tellImport);
 }
 
@@ -45,6 +59,33 @@ void zoHostFileNews::tellFailure(QWidget* moduleWindow, const QString& fileName,
         if (!m_document->saveAs(window, &next) && window && !next.isEmpty())
             tellFailure(window, QString(), next);
     });
+    box->open();
+}
+
+void zoHostFileNews::tellVersion(const QString& fileName)
+{
+    QByteArray bytes;
+    if (zoFileReader::read(fileName, bytes) != zoFileReader::Result::Read)
+        return;
+    const int version = versionOf(zoFileText(bytes).text());
+    if (version <= zoClusterTags::Version)
+        return;
+    const QString name = QFileInfo(fileName).fileName();
+    const QString known = QString::number(zoClusterTags::Version);
+    zoHostLog::warn(
+        tr("%1 is of version %2, and this program knows version %3. What is new in it is not shown, "
+           "and Save leaves it out.")
+            .arg(name, QString::number(version), known));
+    if (m_controller->isNonInteractive() || m_document->isBringingBack())
+        return;
+    auto* box = new QMessageBox(QMessageBox::Warning, QStringLiteral("zohost"),
+                                tr("%1 is of a later version.").arg(name), QMessageBox::Ok, m_window);
+    box->setObjectName(QStringLiteral("VersionBox"));
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setInformativeText(
+        tr("It is of version %1, and this program knows version %2. What is new in it is not shown, and Save "
+           "leaves it out.")
+            .arg(QString::number(version), known));
     box->open();
 }
 

@@ -9,7 +9,7 @@ class zoControllerService;
 class zoHostDocument;
 
 // Tells a person what became of a file when the log alone would not do: one that could not be saved, one of another
-// format that was imported. A script reads the log.
+// format that was imported, one of a later version. A script reads the log.
 class zoHostFileNews final : public QObject
 {
     Q_OBJECT
@@ -21,6 +21,8 @@ public:
 
 private:
     void tellFailure(QWidget* moduleWindow, const QString& fileName, const QString& reason);
+    // Of a format that is newer than this program: what it does not know is not shown.
+    void tellVersion(const QString& fileName);
     void tellImport(QWidget* moduleWindow, const QString& fileName, const QStringList& remarks);
 
     QMainWindow* m_window;

@@ -31,7 +31,6 @@ zoHostGeneralPage::zoHostGeneralPage(zoPreferencesService* preferences)
     // Each in its own words: who cannot read the present one finds it.
     for (const zoHostChoices::Language& language : zoHostChoices::Languages)
         m_language->addItem(QString::fromUtf8(language.title), QLatin1String(language.name));
-    m_language->setToolTip(tr("Takes effect when the program is started next"));
     m_reopensLast->setObjectName(QStringLiteral("ReopensLast"));
     m_showsStartPage->setObjectName(QStringLiteral("ShowsStartPage"));
     m_autosave->setObjectName(QStringLiteral("AutosaveSeconds"));
@@ -48,6 +47,10 @@ zoHostGeneralPage::zoHostGeneralPage(zoPreferencesService* preferences)
 
     auto* layout = new QFormLayout(this);
     layout->addRow(tr("&Language:"), m_language);
+    auto* note = new QLabel(tr("Takes effect when the program is started next"), this);
+    note->setObjectName(QStringLiteral("LanguageNote"));
+    note->setWordWrap(true);
+    layout->addRow(QString(), note);
     layout->addRow(tr("At the start:"), m_reopensLast);
     layout->addRow(QString(), m_showsStartPage);
     layout->addRow(tr("&Keep unsaved changes every:"), m_autosave);

@@ -23,7 +23,21 @@ constexpr struct
     {"NodesDock", "starting#what-a-node-says"},
     {"ConnectCommand", "paraview-sessions"},
     {"ImportDialog", "file-format#old-configurations"},
-    {"EarlierDialog", "messages#unsaved-work"},
+    {"EarlierDialog", "undo#unsaved-work"},
+    {"RecoveryBox", "undo#unsaved-work"},
+    {"ForeignBox", "messages#configurations"},
+    {"ForeignQuestion", "messages#configurations"},
+    {"UnreadableBox", "messages#configurations"},
+    {"UnreadableQuestion", "messages#configurations"},
+    {"ChangedFileBox", "undo#files-that-others-change"},
+    {"SaveFailedBox", "messages#files-that-are-written"},
+    {"VersionBox", "messages#configurations"},
+    {"PreferencesDialog", "windows#preferences"},
+    {"AboutDialog", "windows#the-host"},
+    {"CameraDock", "windows#the-host"},
+    {"ModuleDock", "windows#the-host"},
+    {"ModuleToolBar", "windows#hpc-cluster"},
+    {"StartPage", "index"},
 };
 } // namespace
 

@@ -1,9 +1,14 @@
 #include "zoHostLog.h"
 
+#include <QDebug>
+
 #include <cstdio>
+#include <cstring>
 
 namespace
 {
+constexpr char s_category[] = "zo"; // of zoLog
+
 // The platform without a display says so of every window; nobody can do anything about it.
 bool isPlatformNoise(const QString& text)
 {
@@ -26,6 +31,11 @@ zoHostLog::~zoHostLog()
     s_instance = nullptr;
 }
 
+void zoHostLog::warn(const QString& text)
+{
+    QMessageLogger(nullptr, 0, nullptr, s_category).warning().noquote() << text;
+}
+
 void zoHostLog::handle(QtMsgType type, const QMessageLogContext& context, const QString& text)
 {
     if (type == QtWarningMsg && isPlatformNoise(text))
@@ -33,6 +43,8 @@ void zoHostLog::handle(QtMsgType type, const QMessageLogContext& context, const 
     const QByteArray line = qFormatLogMessage(type, context, text).toUtf8();
     std::fprintf(stderr, "%s\n", line.constData());
     std::fflush(stderr);
+    if (context.category == nullptr || std::strcmp(context.category, s_category) != 0)
+        return;
     // A deep copy: the text may lie in the data of a module that is unloaded before the panel forgets it.
     emit s_instance->messageLogged(type, QString(text.constData(), text.size()));
 }

@@ -1,5 +1,7 @@
 #include "zoHostLogView.h"
 
+#include "zoHostTime.h"
+
 #include "zoReadableColour.h"
 
 #include <QContextMenuEvent>
@@ -12,7 +14,6 @@
 
 namespace
 {
-constexpr char s_timeFormat[] = "HH:mm:ss";
 const QColor s_red(0xc0, 0x1c, 0x28);
 const QColor s_amber(0xb0, 0x60, 0x00);
 
@@ -182,9 +183,9 @@ void zoHostLogView::append(const Entry& entry)
         format.setForeground(colourOf(QtInfoMsg));
         format.setFontWeight(QFont::Bold);
         startLine(cursor, QTextBlockFormat());
-        cursor.insertText(m_day.toString(Qt::ISODate), format);
+        cursor.insertText(zoHostTime::day(m_day), format);
     }
-    const QString time = entry.when.toString(QLatin1String(s_timeFormat)) + QStringLiteral("  ");
+    const QString time = zoHostTime::clock(entry.when.time()) + QStringLiteral("  ");
     // Lines of one message and those that are wrapped stand under its text.
     QTextBlockFormat block;
     const int indent = fontMetrics().horizontalAdvance(time);

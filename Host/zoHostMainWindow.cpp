@@ -166,13 +166,14 @@ zoHostMainWindow::zoHostMainWindow(const Services& services, QWidget* parent)
     resize(sizeHint());
     restoreLayout();
 
-    new zoHostFileGuard(this, this, m_document, services.controller, services.cluster, services.earlier);
+    m_guard =
+        new zoHostFileGuard(this, this, m_document, services.controller, services.cluster, services.earlier);
     new zoHostFileNews(this, m_document, services.controller);
     connect(m_document, &zoHostDocument::changed, this, &zoHostMainWindow::updateTitle);
     connect(m_pages, &QStackedWidget::currentChanged, this, &zoHostMainWindow::updateTitle);
     connect(m_pages, &QStackedWidget::currentChanged, m_undoActions, [this] {
-        m_undoActions->setPage(m_pages->currentWidget());
-        m_pageStatus->setPage(m_pages->currentWidget());
+        m_undoActions->setPage(documentPage());
+        m_pageStatus->setPage(documentPage());
     });
     connect(services.cluster, &zoClusterService::started, this, &zoHostMainWindow::updateRunning);
     connect(services.cluster, &zoClusterService::stopped, this, &zoHostMainWindow::updateRunning);
@@ -493,16 +494,18 @@ bool zoHostMainWindow::offerRemoval(const QString& fileName)
     return box.clickedButton() == removing;
 }
 
-void zoHostMainWindow::showEarlierConfigurations()
+QDialog* zoHostMainWindow::showEarlierConfigurations()
 {
     if (!m_earlierDialog) {
         m_earlierDialog = new zoHostEarlierDialog(m_services.earlier, m_services.settings, this);
         m_earlierDialog->setAttribute(Qt::WA_DeleteOnClose);
         connect(m_earlierDialog, &zoHostEarlierDialog::bringBackRequested, this,
                 &zoHostMainWindow::bringBack);
+        connect(m_earlierDialog, &zoHostEarlierDialog::workRequested, this, &zoHostMainWindow::bringBackWork);
         updateRunning();
     }
     m_earlierDialog->open();
+    return m_earlierDialog;
 }
 
 void zoHostMainWindow::showStartPage()
@@ -521,14 +524,48 @@ void zoHostMainWindow::bringBack(const QString& text, const QString& originFile)
         zoLog::error(tr("Unable to bring the configuration back: no loaded module opens configurations"));
 }
 
-void zoHostMainWindow::updateTitle()
+void zoHostMainWindow::bringBackWork(const zoHostEarlierConfigurations::Entry& entry, const QString& text)
+{
+    const QString& origin = entry.originFile;
+    if (m_services.cluster->isRunning() || text.isEmpty())
+        return;
+    if (!m_document->bringBackWork(text, origin)) {
+        zoLog::error(tr("Unable to bring the configuration back: no loaded module opens configurations"));
+        return;
+    }
+    const QWidget* moduleWindow = m_document->configurationWindow();
+    const bool isOpen = moduleWindow != nullptr && moduleWindow->windowFilePath() == origin;
+    // Without a sum the clock tells: what is older than the work is what it was made of.
+    if (isOpen && (!entry.originSum.isEmpty() || QFileInfo(origin).lastModified() > entry.replaced))
+        m_guard->expect(origin, entry.originSum);
+    else if (!isOpen && !origin.isEmpty())
+        statusBar()->showMessage(
+            tr("%1 cannot be read any more: Save asks for a name.").arg(QDir::toNativeSeparators(origin)),
+            s_messageMs);
+    showDocument();
+    emit workBroughtBack();
+}
+
+// The module's window whose document title, status bar and Undo are about: the one that is seen, or behind one that
+// has none of its own, such as an assistant's, the one that has. Null on a page of the host.
+QWidget* zoHostMainWindow::documentPage() const
 {
     QWidget* page = m_pages->currentWidget();
-    const bool isModule = std::any_of(m_modules.cbegin(), m_modules.cend(), [page](const Module& module) {
-        return module.window != nullptr && module.window == page;
-    });
-    const bool modified = isModule && m_document->isMarked(page);
-    QString file = isModule ? QFileInfo(page->windowFilePath()).fileName() : QString();
+    const QList<QWidget*> windows = moduleWindows();
+    if (!windows.contains(page))
+        return nullptr;
+    QWidget* configuration = m_document->configurationWindow();
+    const bool hasOwn = !page->windowFilePath().isEmpty() || page->isWindowModified() ||
+                        page->metaObject()->indexOfSlot("undo()") >= 0 ||
+                        qobject_cast<QMainWindow*>(page) != nullptr;
+    return hasOwn || configuration == nullptr ? page : configuration;
+}
+
+void zoHostMainWindow::updateTitle()
+{
+    const QWidget* page = documentPage();
+    const bool modified = page != nullptr && m_document->isMarked(page);
+    QString file = page != nullptr ? QFileInfo(page->windowFilePath()).fileName() : QString();
     // A place holder in a name would be taken for the one of the mark.
     file.replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
     if (file.isEmpty() && modified)

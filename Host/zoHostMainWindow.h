@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zoHostEarlierConfigurations.h"
 #include "zoHostModules.h"
 #include "zoHostPages.h"
 
@@ -9,6 +10,7 @@
 #include <QVector>
 
 class QAction;
+class QDialog;
 class QDockWidget;
 class QLabel;
 class QMimeData;
@@ -21,8 +23,8 @@ class zoClusterService;
 class zoControllerService;
 class zoHostCameraService;
 class zoHostDocument;
-class zoHostEarlierConfigurations;
 class zoHostEarlierDialog;
+class zoHostFileGuard;
 class zoHostHelp;
 class zoHostLogPanel;
 class zoHostNodeService;
@@ -62,6 +64,7 @@ public:
     QToolBar* moduleToolBar() const { return m_moduleToolBar; }
     zoHostLogPanel* logPanel() const { return m_logPanel; }
     zoHostDocument* document() const { return m_document; }
+    zoHostFileGuard* guard() const { return m_guard; }
 
     // Lists a module and shows its window as a page of this one, which owns it from then on. A window that is
     // destroyed leaves the list. A name that is registered already is replaced.
@@ -84,17 +87,22 @@ public:
 public slots:
     void showPreferences();
     void showAbout();
-    void showEarlierConfigurations();
+    QDialog* showEarlierConfigurations(); // which it owns
     void showStartPage();
     // Opens a configuration as a person's wish; not while a session runs. Nobody is asked about unsaved
     // changes: what is replaced is kept among the earlier configurations.
     void openConfiguration(const QString& fileName) override;
     // Brings an earlier configuration back; not while a session runs.
     void bringBack(const QString& text, const QString& originFile);
+    // The same for work that its host could not save, whose text was read before: as its file, which Save asks about
+    // when it is another one than that host knew.
+    void bringBackWork(const zoHostEarlierConfigurations::Entry& entry, const QString& text);
 
 signals:
     // The user wants the window gone and lost nothing by it; emitted before it closes.
     void closing();
+    // Unsaved work is in its window again.
+    void workBroughtBack();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -118,6 +126,7 @@ private:
     QTreeWidgetItem* categoryItem(const QString& category);
     void removeModule(const QWidget* window);
     void showModule(QWidget* window);
+    QWidget* documentPage() const;
     void updateTitle();
     void updateRunning();
     bool mayClose();
@@ -128,6 +137,7 @@ private:
 
     Services m_services;
     zoHostDocument* m_document;
+    zoHostFileGuard* m_guard = nullptr;
     QStackedWidget* m_pages;
     QLabel* m_emptyPage;
     QToolBar* m_moduleToolBar;

@@ -18,6 +18,8 @@ namespace
 {
 enum Column { Id, State, Version, Screens, Memory, Wait, Tile };
 
+constexpr int s_reasonRole = Qt::UserRole;
+constexpr int s_mostStateWidth = 40; // characters
 constexpr int s_togetherMs = 30;
 constexpr int s_waitsMs = 1000;
 constexpr int s_delayMs = 500;
@@ -45,6 +47,7 @@ zoHostNodesPanel::zoHostNodesPanel(zoHostClusterService* cluster, QWidget* paren
     , m_servers(qobject_cast<zoNodeClusterService*>(cluster))
     , m_summary(new QLabel(this))
     , m_list(new QTreeWidget(this))
+    , m_reason(new QLabel(this))
     , m_later(new QTimer(this))
     , m_waits(new QTimer(this))
 {
@@ -109,6 +112,13 @@ void zoHostNodesPanel::createLayout()
                 &zoHostNodesPanel::restartRequested);
     }
     layout->addWidget(m_list);
+    m_reason->setObjectName(QStringLiteral("NodesReason"));
+    m_reason->setTextFormat(Qt::PlainText);
+    m_reason->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_reason->setWordWrap(true);
+    m_reason->setMargin(4);
+    m_reason->hide();
+    layout->addWidget(m_reason);
 }
 
 void zoHostNodesPanel::createConnections()
@@ -128,6 +138,7 @@ void zoHostNodesPanel::createConnections()
     connect(m_cluster, &zoClusterService::started, this, [this] { m_delayed.clear(); });
     connect(m_cluster, &zoClusterService::stopped, this, soon);
     connect(m_list, &QTreeWidget::currentItemChanged, this, &zoHostNodesPanel::updateButtons);
+    connect(m_list, &QTreeWidget::currentItemChanged, this, &zoHostNodesPanel::showReason);
 }
 
 QString zoHostNodesPanel::stateText(const zoClusterNodeReport& report)
@@ -159,7 +170,7 @@ void zoHostNodesPanel::refresh()
     // The reason of a failure is longer than what was there when the columns were sized, and so may be a wait.
     constexpr int ManyRows = 200;
     if (!isFirst && count <= ManyRows) {
-        m_list->resizeColumnToContents(State);
+        fitStateColumn();
         const int width = m_list->columnWidth(Wait); // no back and forth
         m_list->resizeColumnToContents(Wait);
         m_list->setColumnWidth(Wait, std::max(width, m_list->columnWidth(Wait)));
@@ -167,8 +178,10 @@ void zoHostNodesPanel::refresh()
     if (isFirst) {
         for (int column = Id; column < Tile; ++column)
             m_list->resizeColumnToContents(column);
+        fitStateColumn();
         m_list->setProperty("sized", count);
     }
+    showReason();
     if (count == 0)
         m_summary->setText(tr("No session"));
     else
@@ -189,7 +202,11 @@ void zoHostNodesPanel::showReport(QTreeWidgetItem* row, const zoClusterNodeRepor
     const QString state = ended ? tr("ended") : stateText(report);
     row->setText(Id, report.id);
     row->setText(State, state);
-    row->setToolTip(State, state);
+    // As rich text it is wrapped.
+    row->setToolTip(State, QStringLiteral("<qt>%1</qt>").arg(state.toHtmlEscaped()));
+    const bool isReason = report.state == zoClusterNodeReport::State::Failed ||
+                          report.state == zoClusterNodeReport::State::Lost;
+    row->setData(State, s_reasonRole, isReason ? report.reason : QString());
     row->setForeground(State,
                        ended ? colourOf(zoClusterNodeReport::State::Connecting) : colourOf(report.state));
     row->setText(Version, report.version);
@@ -201,6 +218,28 @@ void zoHostNodesPanel::showReport(QTreeWidgetItem* row, const zoClusterNodeRepor
                      ? QString()
                      : tr("%1 ms").arg(double(report.barrierWait) / s_microsecondsPerMillisecond, 0, 'f', 1));
     row->setText(Tile, report.tile);
+}
+
+// A long reason would push all other columns out of sight; it stands below the list.
+void zoHostNodesPanel::fitStateColumn()
+{
+    m_list->resizeColumnToContents(State);
+    const int most = s_mostStateWidth * m_list->fontMetrics().averageCharWidth();
+    m_list->setColumnWidth(State, std::min(m_list->columnWidth(State), most));
+}
+
+void zoHostNodesPanel::showReason()
+{
+    const auto reasonOf = [](const QTreeWidgetItem* row) {
+        return row == nullptr ? QString() : row->data(State, s_reasonRole).toString();
+    };
+    const QTreeWidgetItem* failed = m_list->currentItem();
+    for (int i = 0; reasonOf(failed).isEmpty() && i < m_list->topLevelItemCount(); ++i)
+        failed = m_list->topLevelItem(i);
+    const QString reason = reasonOf(failed);
+    m_reason->setVisible(!reason.isEmpty());
+    if (!reason.isEmpty())
+        m_reason->setText(QStringLiteral("%1: %2").arg(failed->text(Id), reason));
 }
 
 QString zoHostNodesPanel::currentNode() const

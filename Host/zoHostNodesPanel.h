@@ -35,12 +35,15 @@ private:
     void refresh();
     void showReport(QTreeWidgetItem* row, const zoClusterNodeReport& report);
     void updateButtons();
+    void fitStateColumn();
+    void showReason();
     QString currentNode() const;
 
     zoHostClusterService* m_cluster;
     zoNodeClusterService* m_servers; // the same; null for one without node servers
     QLabel* m_summary;
     QTreeWidget* m_list;
+    QLabel* m_reason; // of the current node, or the first that failed, in full
     QToolButton* m_lose;
     QToolButton* m_hang;
     QToolButton* m_delay;

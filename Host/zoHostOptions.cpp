@@ -1,5 +1,7 @@
 #include "zoHostOptions.h"
 
+#include "zoHostTranslations.h"
+
 #include <QCommandLineParser>
 
 namespace
@@ -22,7 +24,8 @@ struct CommandLine
     const QCommandLineOption nonInteractive{
         QStringLiteral("non-interactive"),
         zoHostOptions::tr(
-            "Asks nothing, prints each step on standard output and exits with 1 when a step fails.")};
+            "Asks nothing, prints each step on standard output and exits with 1 when a step fails. Without "
+            "--start it exits once the configuration is loaded.")};
     const QCommandLineOption screenshot{
         QStringLiteral("screenshot"),
         zoHostOptions::tr("Writes a picture of the window, of the running cluster when --start is given."),
@@ -89,6 +92,9 @@ struct CommandLine
         }
         if (parser.values(language).contains(QString()))
             return zoHostOptions::tr("--language needs a language");
+        if (parser.isSet(language) && !zoHostTranslations::knows(parser.value(language)))
+            return zoHostOptions::tr("--language: \"%1\" is none of %2")
+                .arg(parser.value(language), zoHostTranslations::known().join(QStringLiteral(", ")));
         for (const QCommandLineOption& option :
              {config, screenshot, language, engine, show, wallPicture, nodePictures}) {
             if (parser.values(option).size() > 1)
@@ -126,6 +132,11 @@ struct CommandLine
                                              "displays alone")
                         .arg(option.names().constFirst());
             }
+        }
+        // They would wait for a session that nobody starts.
+        for (const QCommandLineOption& option : {show, wallPicture, nodePictures}) {
+            if (parser.isSet(option) && !parser.isSet(start))
+                return zoHostOptions::tr("--%1 needs --start").arg(option.names().constFirst());
         }
         return {};
     }

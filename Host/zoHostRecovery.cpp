@@ -1,9 +1,13 @@
 #include "zoHostRecovery.h"
 
+#include "zoClusterDocument.h"
 #include "zoConfigurationDifference.h"
 #include "zoHostDocument.h"
+#include "zoHostEarlierDialog.h"
+#include "zoHostFileGuard.h"
 #include "zoHostMainWindow.h"
 #include "zoHostRefuge.h"
+#include "zoHostTime.h"
 
 #include <zoLog.h>
 
@@ -11,11 +15,15 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QLocale>
 #include <QMessageBox>
 #include <QPushButton>
 
 #include <algorithm>
+
+namespace
+{
+constexpr int s_mostLines = 5; // of works in one question
+} // namespace
 
 zoHostRecovery::zoHostRecovery(zoHostMainWindow* window, zoHostEarlierConfigurations* earlier)
     : m_window(window), m_earlier(earlier)
@@ -40,10 +48,11 @@ void zoHostRecovery::keepUnfinished()
             continue;
         const QString text = document->text(moduleWindow);
         const QString own(text.constData(), text.size());
-        if (m_earlier->keepUnfinished(own, moduleWindow->windowFilePath()))
+        const QString file = moduleWindow->windowFilePath();
+        if (m_earlier->keepUnfinished(own, file, m_window->guard()->sumOf(file)))
             m_earlier->forgetRunning(place); // it is the same, or older
         else if (!m_files.contains(own))
-            takeRefuge(own, moduleWindow->windowFilePath());
+            takeRefuge(own, file);
         m_kept << own;
     }
 }
@@ -105,89 +114,156 @@ void zoHostRecovery::offerBeside(const QString& fileName)
     ask();
 }
 
+zoHostRecovery::Work zoHostRecovery::read(const Entry& entry) const
+{
+    Work work{entry, m_earlier->textOf(entry), {}};
+    if (work.text.isEmpty())
+        work.flaw = tr("nothing of them can be read");
+    else
+        zoClusterDocument().parse(work.text, work.flaw);
+    return work;
+}
+
+// What nobody has answered for stays what it is, for the next start, should this host break off as well.
+QVector<zoHostRecovery::Work> zoHostRecovery::findUnasked()
+{
+    QVector<Work> works;
+    const QVector<Entry> found = m_earlier->unfinished();
+    for (const Entry& entry : found) {
+        const QString id = entry.fileName.isEmpty() ? entry.text : entry.fileName;
+        if (m_asked.contains(id))
+            continue;
+        const Work work = read(entry);
+        if (m_kept.contains(work.text))
+            continue;
+        m_asked << id;
+        if (work.flaw.isEmpty() && zoConfigurationDifference(work.text, entry.originFile).isNone())
+            m_earlier->finish(entry);
+        else
+            works << work;
+    }
+    return works;
+}
+
 void zoHostRecovery::ask()
 {
-    const QVector<Entry> found = m_earlier->unfinished();
-    // Asked once: what is not brought back now stays in the list.
-    QVector<Entry> entries;
-    for (const Entry& entry : found) {
-        if (!zoConfigurationDifference(m_earlier->textOf(entry), entry.originFile).isNone())
-            entries << entry;
-        m_earlier->finish(entry);
-    }
-    if (entries.isEmpty())
-        return;
-    // The files have other names now.
-    const QVector<Entry> listed = m_earlier->entries();
-    if (entries.size() > 1) {
-        offerList(entries);
-        return;
-    }
-    for (const Entry& entry : listed) {
-        if (entry.replaced == entries.constFirst().replaced &&
-            entry.originFile == entries.constFirst().originFile) {
-            offerOne(entry, !entries.constFirst().owner.isEmpty());
-            return;
-        }
-    }
+    QVector<Work> works = findUnasked();
+    const auto firstDamaged = std::stable_partition(works.begin(), works.end(),
+                                                    [](const Work& work) { return work.flaw.isEmpty(); });
+    QVector<Work> damaged;
+    std::copy(firstDamaged, works.end(), std::back_inserter(damaged));
+    works.erase(firstDamaged, works.end());
+    if (damaged.isEmpty())
+        offerWorks(works);
+    else
+        tellDamaged(damaged, works);
 }
 
-QString zoHostRecovery::describe(const Entry& entry) const
+void zoHostRecovery::offerWorks(const QVector<Work>& works)
 {
-    const QString time = QLocale().toString(entry.replaced.toLocalTime(), QLocale::ShortFormat);
-    const QString name = entry.originFile.isEmpty()
-                             ? tr("A configuration that was never saved, of %1").arg(time)
-                             : tr("%1, of %2").arg(QDir::toNativeSeparators(entry.originFile), time);
-    const zoConfigurationDifference difference(m_earlier->textOf(entry), entry.originFile);
-    return name + QLatin1Char('\n') + difference.sentence();
+    if (works.size() == 1)
+        offerOne(works.constFirst());
+    else if (!works.isEmpty())
+        offerList(works);
 }
 
-void zoHostRecovery::offerOne(const Entry& entry, bool isCrash)
+QString zoHostRecovery::nameOf(const Work& work)
 {
-    auto* box = new QMessageBox(
-        QMessageBox::Question, QStringLiteral("zohost"),
-        isCrash ? tr("The host broke off while there were changes that were not saved.")
-                : tr("The host was told to end while there were changes that were not saved."),
-        QMessageBox::NoButton, m_window);
+    const QString time = zoHostTime::text(work.entry.replaced);
+    return work.entry.originFile.isEmpty()
+               ? tr("A configuration that was never saved, of %1").arg(time)
+               : tr("%1, of %2").arg(QDir::toNativeSeparators(work.entry.originFile), time);
+}
+
+QString zoHostRecovery::describe(const Work& work) const
+{
+    const zoConfigurationDifference difference(work.text, work.entry.originFile);
+    return nameOf(work) + QLatin1Char('\n') + difference.sentence();
+}
+
+QMessageBox* zoHostRecovery::createBox(const QString& title, const QString& text, const QStringList& more)
+{
+    auto* box = new QMessageBox(QMessageBox::Question, title, text, QMessageBox::NoButton, m_window);
     box->setObjectName(QStringLiteral("RecoveryBox"));
     box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setInformativeText(describe(entry) + QLatin1Char('\n') +
-                            tr("They stay under File > Earlier configurations."));
-    QPushButton* bringBack = box->addButton(tr("&Bring back"), QMessageBox::AcceptRole);
-    box->addButton(tr("&Not now"), QMessageBox::RejectRole);
-    box->setDefaultButton(bringBack);
-    connect(box, &QMessageBox::finished, this, [this, box, bringBack, entry] {
-        if (box->clickedButton() == bringBack)
-            m_window->bringBack(m_earlier->textOf(entry), entry.originFile);
+    box->setInformativeText(more.join(QLatin1Char('\n')));
+    return box;
+}
+
+void zoHostRecovery::offerOne(const Work& work)
+{
+    const QString file = QFileInfo(work.entry.originFile).fileName();
+    const bool isCrash = !work.entry.owner.isEmpty();
+    QMessageBox* box =
+        createBox(tr("Unsaved changes"),
+                  file.isEmpty() ? tr("Bring back the configuration that was never saved?")
+                                 : tr("Bring back the changes of %1 that were not saved?").arg(file),
+                  {isCrash ? tr("The host broke off before they were saved.")
+                           : tr("The host was told to end before they were saved."),
+                   describe(work), tr("Otherwise they stay under File > Earlier configurations.")});
+    QPushButton* bringing = box->addButton(tr("&Bring back"), QMessageBox::AcceptRole);
+    box->addButton(tr("&Do not bring back"), QMessageBox::RejectRole);
+    box->setDefaultButton(bringing);
+    connect(box, &QMessageBox::finished, this, [this, box, bringing, work] {
+        if (box->clickedButton() == bringing)
+            m_window->bringBackWork(work.entry, work.text);
+        m_earlier->finish(work.entry);
     });
     box->open();
 }
 
-void zoHostRecovery::offerList(const QVector<Entry>& entries)
+void zoHostRecovery::offerList(const QVector<Work>& works)
 {
     QStringList lines;
-    // The files have other names by now.
-    const QVector<Entry> listed = m_earlier->entries();
-    for (const Entry& entry : listed) {
-        const bool isOne = std::any_of(entries.cbegin(), entries.cend(), [&entry](const Entry& one) {
-            return one.replaced == entry.replaced && one.originFile == entry.originFile;
-        });
-        if (isOne)
-            lines << describe(entry);
+    for (const Work& work : works.mid(0, s_mostLines))
+        lines << describe(work);
+    if (works.size() > s_mostLines)
+        lines << tr("and %1 more").arg(works.size() - s_mostLines);
+    lines << tr("They stay under File > Earlier configurations.");
+    QMessageBox* box = createBox(
+        tr("Unsaved changes"),
+        tr("Look at %1 configurations whose changes were not saved, to bring one back?").arg(works.size()),
+        lines);
+    QPushButton* showing = box->addButton(tr("&Show them"), QMessageBox::AcceptRole);
+    box->addButton(tr("&Do not bring back"), QMessageBox::RejectRole);
+    box->setDefaultButton(showing);
+    connect(box, &QMessageBox::finished, this, [this, box, showing, works] {
+        if (box->clickedButton() != showing)
+            return finishAll(works);
+        // Answered once a person has seen them.
+        connect(m_window->showEarlierConfigurations(), &QDialog::finished, this,
+                [this, works] { finishAll(works); });
+    });
+    box->open();
+}
+
+void zoHostRecovery::finishAll(const QVector<Work>& works)
+{
+    for (const Work& work : works)
+        m_earlier->finish(work.entry);
+}
+
+// Brought back, they would be an empty configuration.
+void zoHostRecovery::tellDamaged(const QVector<Work>& damaged, const QVector<Work>& works)
+{
+    QStringList lines;
+    for (const Work& work : damaged.mid(0, s_mostLines)) {
+        lines << nameOf(work) << tr("Damage: %1").arg(work.flaw);
+        const QString kept = zoHostEarlierConfigurations::setAsideName(work.entry);
+        if (!kept.isEmpty())
+            lines << tr("What is left is kept in %1").arg(QDir::toNativeSeparators(kept));
     }
-    auto* box = new QMessageBox(QMessageBox::Question, QStringLiteral("zohost"),
-                                tr("Hosts ended while there were changes that were not saved."),
-                                QMessageBox::NoButton, m_window);
-    box->setObjectName(QStringLiteral("RecoveryBox"));
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setInformativeText(lines.join(QLatin1Char('\n')) + QLatin1Char('\n') +
-                            tr("They stay under File > Earlier configurations."));
-    QPushButton* show = box->addButton(tr("&Show them"), QMessageBox::AcceptRole);
-    box->addButton(tr("&Not now"), QMessageBox::RejectRole);
-    box->setDefaultButton(show);
-    connect(box, &QMessageBox::finished, this, [this, box, show] {
-        if (box->clickedButton() == show)
-            m_window->showEarlierConfigurations();
+    if (damaged.size() > s_mostLines)
+        lines << tr("and %1 more").arg(damaged.size() - s_mostLines);
+    QMessageBox* box =
+        createBox(tr("Unsaved changes"),
+                  tr("Changes that were not saved are damaged and cannot be brought back."), lines);
+    box->setIcon(QMessageBox::Warning);
+    box->addButton(QMessageBox::Ok);
+    connect(box, &QMessageBox::finished, this, [this, damaged, works] {
+        for (const Work& work : damaged)
+            m_earlier->setAside(work.entry);
+        offerWorks(works);
     });
     box->open();
 }

@@ -6,9 +6,11 @@
 #include <QObject>
 #include <QStringList>
 
+class QMessageBox;
 class zoHostMainWindow;
 
-// Keeps unsaved work when the host is told to end, and offers at the next start what was kept so or a crash left.
+// Keeps unsaved work when the host is told to end, and offers what was kept so or a crash left, at each start until
+// somebody answers.
 class zoHostRecovery final : public QObject
 {
     Q_OBJECT
@@ -28,9 +30,24 @@ public:
 private:
     using Entry = zoHostEarlierConfigurations::Entry;
 
-    QString describe(const Entry& entry) const;
-    void offerOne(const Entry& entry, bool isCrash);
-    void offerList(const QVector<Entry>& entries);
+    // What was kept, as it was read when it was found.
+    struct Work
+    {
+        Entry entry;
+        QString text;
+        QString flaw; // why it cannot be brought back; empty: it can
+    };
+
+    Work read(const Entry& entry) const;
+    QVector<Work> findUnasked();
+    QString describe(const Work& work) const;
+    static QString nameOf(const Work& work);
+    QMessageBox* createBox(const QString& title, const QString& text, const QStringList& more);
+    void offerWorks(const QVector<Work>& works);
+    void offerOne(const Work& work);
+    void offerList(const QVector<Work>& works);
+    void finishAll(const QVector<Work>& works);
+    void tellDamaged(const QVector<Work>& damaged, const QVector<Work>& works);
     void finish();
     void takeRefuge(const QString& text, const QString& originFile);
     // Takes what lies in these folders among the earlier configurations.
@@ -42,5 +59,6 @@ private:
     zoHostEarlierConfigurations* m_earlier;
     QStringList m_kept;              // texts of this host, for when it goes on
     QHash<QString, QString> m_files; // of these texts, those that found no room among the others
+    QStringList m_asked;             // files that a question of this host is about, or was
     bool m_hasOffered = false;
 };

@@ -67,6 +67,8 @@ void zoHostSession::begin(const QString& configurationFile)
         then(&zoHostSession::start);
     else if (!m_options.screenshotFile.isEmpty())
         then(&zoHostSession::takeScreenshot);
+    else if (m_options.nonInteractive)
+        then(&zoHostSession::finish);
 }
 
 // False when the session must not go on.

@@ -46,6 +46,7 @@ void zoHostStart::show()
     m_page->setShownAtStart(zoHostChoices::showsStartPage(m_parts.preferences));
     updateRunning();
     m_pages->showPage(m_page);
+    m_page->focusFirst();
 }
 
 void zoHostStart::createPage()
@@ -70,7 +71,7 @@ void zoHostStart::newWall()
     QObject* module = m_modules->moduleObject(s_newWall);
     if (module == nullptr || !m_pages->mayReplace())
         return;
-    m_pages->showDocument();
+    // A person who gives up is back on this page; a new wall leaves it as every change does.
     QMetaObject::invokeMethod(module, "newWall", Qt::QueuedConnection);
 }
 

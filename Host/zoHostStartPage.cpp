@@ -79,6 +79,7 @@ zoHostStartPage::zoHostStartPage(zoHostRecentFiles* recent, QWidget* parent)
         this);
     manual->setObjectName(QStringLiteral("StartManual"));
     manual->setWordWrap(true);
+    manual->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
     connect(manual, &QLabel::linkActivated, this, &zoHostStartPage::manualRequested);
     m_shownAtStart->setObjectName(QStringLiteral("ShownAtStart"));
     connect(m_shownAtStart, &QCheckBox::clicked, this, &zoHostStartPage::shownAtStartChanged);
@@ -105,6 +106,10 @@ zoHostStartPage::zoHostStartPage(zoHostRecentFiles* recent, QWidget* parent)
     outer->addWidget(content, 100);
     outer->addStretch(1);
 
+    // As a person reads the page.
+    const QWidgetList order{m_newWall, m_open, m_empty, m_recent, m_samples, manual, m_shownAtStart};
+    for (int i = 1; i < order.size(); ++i)
+        setTabOrder(order.at(i - 1), order.at(i));
     connect(m_recentFiles, &zoHostRecentFiles::changed, this, &zoHostStartPage::fillRecent);
     fillSamples();
     fillRecent();
@@ -128,11 +133,11 @@ QWidget* zoHostStartPage::createActions()
         add(tr("&New wall..."), tr("Kind, size, pixels and nodes on one page"), "StartNewWall", "Display");
     m_newWall->hide();
     connect(m_newWall, &QCommandLinkButton::clicked, this, &zoHostStartPage::newWallRequested);
-    auto* opening = add(tr("&Open..."), tr("A configuration from a file"), "StartOpen", "FileOpen");
-    connect(opening, &QCommandLinkButton::clicked, this, &zoHostStartPage::openRequested);
-    auto* empty = add(tr("&Begin with one node"), tr("A new configuration, to be filled by hand"),
-                      "StartEmpty", "FileNew");
-    connect(empty, &QCommandLinkButton::clicked, this, &zoHostStartPage::emptyRequested);
+    m_open = add(tr("&Open..."), tr("A configuration from a file"), "StartOpen", "FileOpen");
+    connect(m_open, &QCommandLinkButton::clicked, this, &zoHostStartPage::openRequested);
+    m_empty = add(tr("&Begin with one node"), tr("A new configuration, to be filled by hand"), "StartEmpty",
+                  "FileNew");
+    connect(m_empty, &QCommandLinkButton::clicked, this, &zoHostStartPage::emptyRequested);
     layout->addStretch(1);
     return page;
 }
@@ -180,6 +185,11 @@ void zoHostStartPage::setOffersNewWall(bool on)
 void zoHostStartPage::setShownAtStart(bool on)
 {
     m_shownAtStart->setChecked(on);
+}
+
+void zoHostStartPage::focusFirst()
+{
+    (m_newWall->isHidden() ? m_open : m_newWall)->setFocus(Qt::TabFocusReason);
 }
 
 void zoHostStartPage::setOpenEnabled(bool enabled)

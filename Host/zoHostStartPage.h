@@ -23,6 +23,8 @@ public:
     void setShownAtStart(bool on);
     // While a session runs nothing may take the place of its configuration.
     void setOpenEnabled(bool enabled);
+    // Gives the focus to the first offer.
+    void focusFirst();
 
 signals:
     void newWallRequested();
@@ -41,6 +43,8 @@ private:
 
     zoHostRecentFiles* m_recentFiles;
     QCommandLinkButton* m_newWall = nullptr;
+    QCommandLinkButton* m_open = nullptr;
+    QCommandLinkButton* m_empty = nullptr;
     QListWidget* m_samples = nullptr;
     QListWidget* m_recent = nullptr;
     QCheckBox* m_shownAtStart;

@@ -8,6 +8,8 @@
 #include <QLibraryInfo>
 #include <QTranslator>
 
+#include <cstring>
+
 namespace
 {
 constexpr char s_hostTexts[] = "zohost";
@@ -68,6 +70,31 @@ zoHostTranslations::zoHostTranslations(const QString& language)
         QLocale::setDefault(QLocale(language));
     install(fileOf(qtFolder(), QLatin1String(s_qtTexts), m_language));
     add(QLatin1String(s_hostTexts));
+}
+
+QStringList zoHostTranslations::known()
+{
+    QStringList names;
+    const QStringList places = folders();
+    for (const QString& place : places) {
+        const QStringList files =
+            QDir(place).entryList({QStringLiteral("%1_*.qm").arg(QLatin1String(s_hostTexts))}, QDir::Files);
+        for (const QString& file : files)
+            names << QFileInfo(file).completeBaseName().mid(int(std::strlen(s_hostTexts)) + 1);
+    }
+    names.sort();
+    names.removeDuplicates();
+    names.removeAll(QStringLiteral("en"));
+    return QStringList(QStringLiteral("en")) + names;
+}
+
+bool zoHostTranslations::knows(const QString& language)
+{
+    QString name = language;
+    name.replace(QLatin1Char('-'), QLatin1Char('_'));
+    const QString base = name.section(QLatin1Char('_'), 0, 0);
+    return base == QLatin1String("en") || base == QLatin1String("C") ||
+           !fileOf(QLatin1String(s_hostTexts), name).isEmpty();
 }
 
 zoHostTranslations::~zoHostTranslations()

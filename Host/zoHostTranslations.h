@@ -22,6 +22,11 @@ public:
     zoHostTranslations(const zoHostTranslations&) = delete;
     zoHostTranslations& operator=(const zoHostTranslations&) = delete;
 
+    // Names of the languages that the host speaks, English first.
+    static QStringList known();
+    // Whether this one, or the same without its country, is one of them.
+    static bool knows(const QString& language);
+
     // Adds NAME_<language>.qm; false when there is none.
     bool add(const QString& name);
     // Adds the texts of a module: "zoHPC" is the name for a file libzoHPC.so.

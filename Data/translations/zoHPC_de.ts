@@ -1019,6 +1019,41 @@ auch wenn die Server dann instabil sein können?</translation>
     </message>
 </context>
 <context>
+    <name>zoHPCDocumentLosses</name>
+    <message>
+        <source>the comment is left out</source>
+        <translation>der Kommentar entfällt</translation>
+    </message>
+    <message>
+        <source>the processing instruction is left out</source>
+        <translation>die Verarbeitungsanweisung entfällt</translation>
+    </message>
+    <message>
+        <source>the text is left out</source>
+        <translation>der Text entfällt</translation>
+    </message>
+    <message>
+        <source>there is no projection &quot;%1&quot;: the reference is left out</source>
+        <translation>es gibt keine Projektion &quot;%1&quot;: der Verweis entfällt</translation>
+    </message>
+    <message>
+        <source>the attribute &quot;%1&quot; of &quot;%2&quot; is left out</source>
+        <translation>das Attribut &quot;%1&quot; von &quot;%2&quot; entfällt</translation>
+    </message>
+    <message>
+        <source>the attribute &quot;%1&quot; of &quot;%2&quot; becomes &quot;%3&quot;</source>
+        <translation>das Attribut &quot;%1&quot; von &quot;%2&quot; wird zu &quot;%3&quot;</translation>
+    </message>
+    <message>
+        <source>everything from the NUL character on is left out</source>
+        <translation>alles ab dem NUL-Zeichen entfällt</translation>
+    </message>
+    <message>
+        <source>the element &quot;%1&quot; is left out</source>
+        <translation>das Element &quot;%1&quot; entfällt</translation>
+    </message>
+</context>
+<context>
     <name>zoHPCDocumentProblems</name>
     <message>
         <source>The hosts file &quot;%1&quot; cannot be read.</source>
@@ -3858,6 +3893,10 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>%1, %2</source>
         <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>it is a configuration of the format before: File &gt; &quot;Import legacy...&quot; reads it, &quot;zohpc convert&quot; makes a file of the present format of it</source>
+        <translation>es ist eine Konfiguration des früheren Formats: Datei &gt; &quot;Alte Konfiguration importieren...&quot; liest sie, &quot;zohpc convert&quot; macht eine Datei des heutigen Formats daraus</translation>
     </message>
 </context>
 </TS>

@@ -551,6 +551,14 @@ Soll die Sitzung auf diesem Rechner geprobt werden?</translation>
         <source>The configuration that is open now is kept here when you bring another back.</source>
         <translation>Die jetzt geöffnete Konfiguration bleibt hier erhalten, wenn eine andere zurückgeholt wird.</translation>
     </message>
+    <message>
+        <source>nothing of it can be read</source>
+        <translation>nichts davon ist lesbar</translation>
+    </message>
+    <message>
+        <source>It is no configuration that could be brought back: %1</source>
+        <translation>Es ist keine Konfiguration, die zurückgeholt werden könnte: %1</translation>
+    </message>
 </context>
 <context>
     <name>zoHostFileGuard</name>
@@ -648,6 +656,18 @@ Soll die Sitzung auf diesem Rechner geprobt werden?</translation>
     <message>
         <source>%1 was imported. It is not saved yet.</source>
         <translation>%1 wurde importiert und ist noch nicht gespeichert.</translation>
+    </message>
+    <message>
+        <source>%1 is of version %2, and this program knows version %3. What is new in it is not shown, and Save leaves it out.</source>
+        <translation>%1 hat die Version %2, und dieses Programm kennt die Version %3. Was daran neu ist, wird nicht gezeigt, und Speichern lässt es weg.</translation>
+    </message>
+    <message>
+        <source>%1 is of a later version.</source>
+        <translation>%1 hat eine spätere Version.</translation>
+    </message>
+    <message>
+        <source>It is of version %1, and this program knows version %2. What is new in it is not shown, and Save leaves it out.</source>
+        <translation>Sie hat die Version %1, und dieses Programm kennt die Version %2. Was daran neu ist, wird nicht gezeigt, und Speichern lässt es weg.</translation>
     </message>
 </context>
 <context>
@@ -989,6 +1009,10 @@ Das Protokoll nennt den Grund.</translation>
         <source>&amp;Start page</source>
         <translation>&amp;Startseite</translation>
     </message>
+    <message>
+        <source>%1 cannot be read any more: Save asks for a name.</source>
+        <translation>%1 ist nicht mehr lesbar: Speichern fragt nach einem Namen.</translation>
+    </message>
 </context>
 <context>
     <name>zoHostManualWindow</name>
@@ -1151,10 +1175,6 @@ Das Protokoll nennt den Grund.</translation>
         <translation>Startet den Cluster, sobald das Fenster zu sehen ist.</translation>
     </message>
     <message>
-        <source>Asks nothing, prints each step on standard output and exits with 1 when a step fails.</source>
-        <translation>Fragt nichts, gibt jeden Schritt (auf Englisch) auf der Standardausgabe aus und endet mit 1, wenn ein Schritt misslingt.</translation>
-    </message>
-    <message>
         <source>Writes a picture of the window, of the running cluster when --start is given.</source>
         <translation>Schreibt ein Bild des Fensters; mit --start das des laufenden Clusters.</translation>
     </message>
@@ -1250,6 +1270,18 @@ Das Protokoll nennt den Grund.</translation>
         <source>a configuration needs a file name</source>
         <translation>eine Konfiguration braucht einen Dateinamen</translation>
     </message>
+    <message>
+        <source>Asks nothing, prints each step on standard output and exits with 1 when a step fails. Without --start it exits once the configuration is loaded.</source>
+        <translation>Fragt nichts, gibt jeden Schritt auf der Standardausgabe aus und endet mit 1, wenn einer misslingt. Ohne --start endet es, sobald die Konfiguration geladen ist.</translation>
+    </message>
+    <message>
+        <source>--language: &quot;%1&quot; is none of %2</source>
+        <translation>--language: &quot;%1&quot; ist keines von %2</translation>
+    </message>
+    <message>
+        <source>--%1 needs --start</source>
+        <translation>--%1 verlangt --start</translation>
+    </message>
 </context>
 <context>
     <name>zoHostPreferencesDialog</name>
@@ -1292,20 +1324,12 @@ Das Protokoll nennt den Grund.</translation>
         <translation>%1, vom %2</translation>
     </message>
     <message>
-        <source>The host was told to end while there were changes that were not saved.</source>
-        <translation>Das Programm wurde beendet, während es ungespeicherte Änderungen gab.</translation>
-    </message>
-    <message>
         <source>They stay under File &gt; Earlier configurations.</source>
         <translation>Sie bleiben unter Datei &gt; Frühere Konfigurationen.</translation>
     </message>
     <message>
         <source>&amp;Bring back</source>
         <translation>&amp;Zurückholen</translation>
-    </message>
-    <message>
-        <source>&amp;Not now</source>
-        <translation>&amp;Nicht jetzt</translation>
     </message>
     <message>
         <source>&amp;Show them</source>
@@ -1320,12 +1344,56 @@ Das Protokoll nennt den Grund.</translation>
         <translation>Die ungespeicherten Änderungen liegen in %1. Der nächste Start bietet sie an.</translation>
     </message>
     <message>
-        <source>The host broke off while there were changes that were not saved.</source>
-        <translation>Der Host brach ab, während es ungespeicherte Änderungen gab.</translation>
+        <source>nothing of them can be read</source>
+        <translation>nichts davon ist lesbar</translation>
     </message>
     <message>
-        <source>Hosts ended while there were changes that were not saved.</source>
-        <translation>Hosts endeten, während es ungespeicherte Änderungen gab.</translation>
+        <source>Unsaved changes</source>
+        <translation>Nicht gespeicherte Änderungen</translation>
+    </message>
+    <message>
+        <source>Bring back the configuration that was never saved?</source>
+        <translation>Die nie gespeicherte Konfiguration zurückholen?</translation>
+    </message>
+    <message>
+        <source>Bring back the changes of %1 that were not saved?</source>
+        <translation>Die nicht gespeicherten Änderungen an %1 zurückholen?</translation>
+    </message>
+    <message>
+        <source>The host broke off before they were saved.</source>
+        <translation>Das Programm ist abgebrochen, bevor sie gespeichert waren.</translation>
+    </message>
+    <message>
+        <source>The host was told to end before they were saved.</source>
+        <translation>Das Programm wurde beendet, bevor sie gespeichert waren.</translation>
+    </message>
+    <message>
+        <source>Otherwise they stay under File &gt; Earlier configurations.</source>
+        <translation>Sonst bleiben sie unter Datei &gt; Frühere Konfigurationen.</translation>
+    </message>
+    <message>
+        <source>&amp;Do not bring back</source>
+        <translation>&amp;Nicht zurückholen</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>und %1 weitere</translation>
+    </message>
+    <message>
+        <source>Look at %1 configurations whose changes were not saved, to bring one back?</source>
+        <translation>%1 Konfigurationen mit nicht gespeicherten Änderungen ansehen, um eine zurückzuholen?</translation>
+    </message>
+    <message>
+        <source>Damage: %1</source>
+        <translation>Schaden: %1</translation>
+    </message>
+    <message>
+        <source>What is left is kept in %1</source>
+        <translation>Was übrig ist, bleibt in %1</translation>
+    </message>
+    <message>
+        <source>Changes that were not saved are damaged and cannot be brought back.</source>
+        <translation>Nicht gespeicherte Änderungen sind beschädigt und können nicht zurückgeholt werden.</translation>
     </message>
 </context>
 <context>
@@ -1591,6 +1659,21 @@ Das Protokoll nennt den Grund.</translation>
     <message>
         <source>a connection broke</source>
         <translation>eine Verbindung ist abgebrochen</translation>
+    </message>
+</context>
+<context>
+    <name>zoModuleFile</name>
+    <message>
+        <source>It is no file</source>
+        <translation>Es ist keine Datei</translation>
+    </message>
+    <message>
+        <source>The file is cut off: it has %1 bytes, and its own headers name more. Install or copy it anew</source>
+        <translation>Die Datei ist abgeschnitten: sie hat %1 Bytes, und ihre eigenen Kopfdaten nennen mehr. Neu installieren oder kopieren</translation>
+    </message>
+    <message>
+        <source>The file is damaged: its headers contradict each other. Install or copy it anew</source>
+        <translation>Die Datei ist beschädigt: ihre Kopfdaten widersprechen einander. Neu installieren oder kopieren</translation>
     </message>
 </context>
 <context>

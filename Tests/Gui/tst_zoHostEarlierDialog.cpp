@@ -40,6 +40,7 @@ private slots:
     void nothingIsBroughtBackWhileASessionRuns();
     void emptyListOffersNothing();
     void unreadableFileIsNotBroughtBack();
+    void damagedOneIsShownAndNotBroughtBack();
     void listFollowsWhatIsKept();
     void sizeAndSplitterAreRemembered();
 
@@ -161,6 +162,21 @@ void tst_zoHostEarlierDialog::emptyListOffersNothing()
     QVERIFY(!button()->isEnabled());
     QVERIFY(!summary().isEmpty());
     m_dialog.reset();
+}
+
+void tst_zoHostEarlierDialog::damagedOneIsShownAndNotBroughtBack()
+{
+    QSignalSpy requested(m_dialog.get(), &zoHostEarlierDialog::bringBackRequested);
+    m_earlier->keep("<cluster><master>", "/walls/cut.zhpc");
+
+    QCOMPARE(preview(), QStringLiteral("<cluster><master>"));
+    QVERIFY(!button()->isEnabled());
+    const QString hint = m_dialog->findChild<QLabel*>("EarlierHint")->text();
+    QVERIFY2(hint.contains("line 1, column"), qPrintable(hint));
+    emit list()->itemDoubleClicked(list()->topLevelItem(0), 0);
+    QCOMPARE(requested.count(), 0);
+    list()->setCurrentItem(list()->topLevelItem(1));
+    QVERIFY(button()->isEnabled());
 }
 
 void tst_zoHostEarlierDialog::unreadableFileIsNotBroughtBack()

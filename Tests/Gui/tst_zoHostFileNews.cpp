@@ -29,6 +29,8 @@ private slots:
     void failedSaveMayGoElsewhere();
     void saveThatWasGivenUpIsNoFailure();
     void scriptReadsTheLogAlone();
+    void laterVersionIsTold_data();
+    void laterVersionIsTold();
     void remarksOfAnImportAreShown();
     void importOverAnOpenFileNamesIt_data();
     void importOverAnOpenFileNamesIt();
@@ -129,6 +131,32 @@ void tst_zoHostFileNews::scriptReadsTheLogAlone()
     m_window->import("old.xml", {"line 1, column 1: dropped"});
 
     QVERIFY(m_host->findChildren<QDialog*>().isEmpty());
+}
+
+void tst_zoHostFileNews::laterVersionIsTold_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<bool>("isTold");
+
+    QTest::newRow("later") << QByteArray("<cluster version='99'/>") << true;
+    QTest::newRow("present") << QByteArray("<cluster version='1'/>") << false;
+    QTest::newRow("none") << QByteArray("<cluster/>") << false;
+    QTest::newRow("no-number") << QByteArray("<cluster version='new'/>") << false;
+    QTest::newRow("no-xml") << QByteArray("version 99") << false;
+}
+
+void tst_zoHostFileNews::laterVersionIsTold()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(bool, isTold);
+    if (isTold)
+        expectMessage(QtWarningMsg, QRegularExpression("wall.zhpc is of version 99, .* version 1"));
+
+    m_window->loadConfig(m_parts->writeFile("wall.zhpc", text));
+
+    auto* box = m_host->findChild<QMessageBox*>("VersionBox");
+    QCOMPARE(box != nullptr && box->isVisible(), isTold);
+    QCOMPARE(m_window->text(), QString::fromUtf8(text));
 }
 
 void tst_zoHostFileNews::remarksOfAnImportAreShown()

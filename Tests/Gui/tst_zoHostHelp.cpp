@@ -1,6 +1,7 @@
 #include "zoHostParts.h"
 #include "zoTestCase.h"
 
+#include <zoHostGeneralPage.h>
 #include <zoHostHelp.h>
 #include <zoHostManual.h>
 #include <zoHostManualWindow.h>
@@ -26,6 +27,8 @@ private slots:
     void cleanup();
 
     void pageIsThatOfTheFocus();
+    void partsOfTheHostHaveTheirPages_data();
+    void partsOfTheHostHaveTheirPages();
     void widgetsAroundCount();
     void windowMayListItsPages();
     void keyOpensThePage();
@@ -101,6 +104,44 @@ void tst_zoHostHelp::pageIsThatOfTheFocus()
     widget.setProperty("manualPage", "tiles#low");
     QCOMPARE(help->pageOf(&widget), QStringLiteral("tiles#low"));
     QCOMPARE(help->pageOf(nullptr), QStringLiteral("index"));
+}
+
+// What the host itself shows: each page is one of the manual, which the tests of the manual look for.
+void tst_zoHostHelp::partsOfTheHostHaveTheirPages_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("page");
+
+    const struct
+    {
+        const char* name;
+        const char* page;
+    } rows[] = {{"ModuleList", "windows#the-host"},
+                {"CameraList", "windows#the-host"},
+                {"LogView", "messages"},
+                {"StartNewWall", "index"},
+                {"ModuleToolBar", "windows#hpc-cluster"},
+                {"EarlierList", "undo#unsaved-work"},
+                {"PreferencesDialog", "windows#preferences"},
+                {"Language", "windows#preferences"},
+                {"AboutLicence", "windows#the-host"}};
+    for (const auto& row : rows)
+        QTest::newRow(row.name) << row.name << row.page;
+}
+
+void tst_zoHostHelp::partsOfTheHostHaveTheirPages()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, page);
+    const zoHostGeneralPage general(&m_parts->preferences);
+    m_host->showStartPage();
+    m_host->showEarlierConfigurations();
+    m_host->showPreferences();
+    m_host->showAbout();
+
+    auto* widget = m_host->findChild<QWidget*>(name);
+    QVERIFY(widget != nullptr);
+    QCOMPARE(m_host->findChild<zoHostHelp*>()->pageOf(widget), page);
 }
 
 void tst_zoHostHelp::widgetsAroundCount()

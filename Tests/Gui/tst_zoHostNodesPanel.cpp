@@ -82,6 +82,7 @@ void tst_zoHostNodesPanel::withoutASessionNothingRuns()
     QCOMPARE(summary(), QStringLiteral("No session"));
     QCOMPARE(list()->topLevelItemCount(), 0);
     QVERIFY(!m_panel->findChild<QToolButton*>("LoseNode")->isVisible());
+    QVERIFY(!m_panel->findChild<QLabel*>("NodesReason")->isVisible());
 }
 
 void tst_zoHostNodesPanel::runningNodesAreShown()
@@ -116,6 +117,14 @@ void tst_zoHostNodesPanel::lostNodeIsToldWithItsReason()
     QTRY_VERIFY2(state(0).startsWith(QStringLiteral("lost: its server ended")), qPrintable(state(0)));
     QCOMPARE(state(1), QStringLiteral("running"));
     QVERIFY(!lose->isEnabled());
+    // In full below the list, whatever row is the current one, and wrapped in the tool tip.
+    auto* reason = m_panel->findChild<QLabel*>("NodesReason");
+    QVERIFY(reason->isVisible());
+    QVERIFY2(reason->text().startsWith("n1: its server ended"), qPrintable(reason->text()));
+    QVERIFY(reason->wordWrap());
+    QVERIFY(list()->topLevelItem(0)->toolTip(1).startsWith("<qt>"));
+    list()->setCurrentItem(list()->topLevelItem(1));
+    QVERIFY2(reason->text().startsWith("n1: its server ended"), qPrintable(reason->text()));
     if (qEnvironmentVariableIsSet("ZO_SCREENSHOTS"))
         m_panel->grab().save(qEnvironmentVariable("ZO_SCREENSHOTS") + "/nodes-panel.png");
     QCOMPARE(zoSessionText::of(m_cluster.get()), QStringLiteral("rehearsal of 1 node on this machine"));

@@ -56,6 +56,7 @@ private slots:
     void givenUpDialogLeadsBackToThePage();
     void emptyConfigurationIsBegun();
     void newWallIsOfferedWhenAModuleMakesOne();
+    void keyboardGoesThroughThePageInItsOrder();
     void nothingIsOpenedWhileASessionRuns();
     void fileThatIsOpenedElsewhereLeavesThePage();
     void changeOfTheConfigurationLeavesThePage();
@@ -224,7 +225,29 @@ void tst_zoHostStart::newWallIsOfferedWhenAModuleMakesOne()
     QVERIFY(button->isVisible());
     button->click();
     QTRY_COMPARE(module.walls, 1);
-    QVERIFY(m_window->isVisible());
+    // Whoever gives up is where they were; a wall that is made leaves the page as any change does.
+    QVERIFY(page()->isVisible());
+    m_window->setProperty("revision", 1U);
+    QTRY_VERIFY(m_window->isVisible());
+}
+
+void tst_zoHostStart::keyboardGoesThroughThePageInItsOrder()
+{
+    WallModule module;
+    m_host->moduleToolBar()->addAction(new QAction(&module));
+    m_host->showStartPage();
+    m_host->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_host.get()));
+    m_parts->recent.add(m_parts->writeFile("mine.zhpc", "mine"));
+
+    for (const char* name : {"StartNewWall", "StartOpen", "StartEmpty", "StartRecent", "StartSamples",
+                             "StartManual", "ShownAtStart"}) {
+        QWidget* widget = QApplication::focusWidget();
+        QCOMPARE(widget->objectName(), QLatin1String(name));
+        QTest::keyClick(widget, Qt::Key_Tab);
+        if (QApplication::focusWidget() == widget) // a text with a link: on the link now
+            QTest::keyClick(widget, Qt::Key_Tab);
+    }
 }
 
 void tst_zoHostStart::nothingIsOpenedWhileASessionRuns()

@@ -13,7 +13,7 @@ REASONS = ("Host/Cluster/*.cpp", "Host/zoLocalClusterService.cpp", "Server/Setup
 # What sources log that build a text before: how such texts begin.
 BUILT = {"Host/zoHostFileGuard.cpp": "%1 holds "}
 # The log itself.
-LOG = "Kernel/Platform/zoLog.cpp"
+LOGS = ("Kernel/Platform/zoLog.cpp", "Host/zoHostLog.cpp")
 # Where programs of sessions give reasons in English alone.
 LITERALS = ("Server/zoHead.cpp", "Server/zoMpiGroup.cpp", "Server/Protocol/zoLauncher.cpp",
             "Server/Protocol/zoMpirunCommand.cpp", "Server/Protocol/zoServerMessageReader.cpp")
@@ -49,7 +49,7 @@ def of_log(text, others=None):
     """The forms of what a source logs: translated texts, and formats that are written there. What it logs without telling
     its form goes into `others`."""
     forms = []
-    for match in re.finditer(r"\bzoLog::(?:info|error)(?=\()", text):
+    for match in re.finditer(r"\b(?:zoLog::(?:info|error)|zoHostLog::warn)(?=\()", text):
         call = arguments(text, match.end())
         found = [joined(strings) for strings in TRANSLATED.findall(call)]
         literal = FORMAT.match(call)
@@ -75,7 +75,7 @@ def of_sources(root):
             if name in BUILT:
                 built = [joined(strings) for strings in TRANSLATED.findall(text)]
                 forms.update((form, name) for form in built if form.startswith(BUILT[name]) and "is not" in form)
-            elif others and name != LOG and not any(path.match(pattern) for pattern in REASONS):
+            elif others and name not in LOGS and not any(path.match(pattern) for pattern in REASONS):
                 forms.setdefault("zoLog " + others[0], name)
     for pattern in REASONS:
         for path in sorted(root.glob(pattern)):

@@ -12,13 +12,17 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QLabel>
+#include <QMainWindow>
 #include <QMenu>
 #include <QMessageBox>
 #include <QProcess>
 #include <QPushButton>
 #include <QSettings>
+#include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QTreeWidget>
 
 #include <csignal>
 #include <memory>
@@ -36,6 +40,12 @@ private slots:
 
     void workOfAKilledHostIsOffered_data();
     void workOfAKilledHostIsOffered();
+    void workIsOfferedUntilSomebodyAnswers();
+    void workComesBackAsItsFile_data();
+    void workComesBackAsItsFile();
+    void damagedWorkIsToldAndStays_data();
+    void damagedWorkIsToldAndStays();
+    void severalWorksAreShown();
     void workOfALivingHostIsNotOffered();
     void workThatReachedItsFileIsNotOffered();
     void workIsKeptOnceForEachState();
@@ -60,6 +70,14 @@ private:
     static void addNetwork();
     void start(int seconds, bool nonInteractive = false);
     void killHost(const QString& file);
+    // Runs the host until it asks, and answers with the button of this role.
+    void answer(QMessageBox::ButtonRole role) const;
+    static void write(const QString& fileName, const QByteArray& bytes);
+    static QByteArray read(const QString& fileName);
+    static int unanswered()
+    {
+        return zoHostEarlierConfigurations(zoHostEarlierConfigurations::defaultFolder()).unfinished().size();
+    }
     QString copySample() const;
     static QVector<zoHostEarlierConfigurations::Entry> entries()
     {
@@ -140,6 +158,33 @@ void tst_zoHostAutosave::killHost(const QString& file)
     QCOMPARE(host.exitStatus(), QProcess::CrashExit);
 }
 
+void tst_zoHostAutosave::answer(QMessageBox::ButtonRole role) const
+{
+    const zoDialogRobot robot([role](QDialog* dialog) {
+        auto* box = qobject_cast<QMessageBox*>(dialog);
+        for (QAbstractButton* button : box->buttons()) {
+            if (box->buttonRole(button) == role)
+                button->click();
+        }
+        QCoreApplication::quit();
+    });
+    m_host->run();
+    QCOMPARE(robot.handled(), 1);
+}
+
+void tst_zoHostAutosave::write(const QString& fileName, const QByteArray& bytes)
+{
+    QFile file(fileName);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(bytes), qint64(bytes.size()));
+}
+
+QByteArray tst_zoHostAutosave::read(const QString& fileName)
+{
+    QFile file(fileName);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 void tst_zoHostAutosave::workOfAKilledHostIsOffered_data()
 {
     QTest::addColumn<bool>("hasFile");
@@ -173,15 +218,147 @@ void tst_zoHostAutosave::workOfAKilledHostIsOffered()
     m_host->run();
 
     QCOMPARE(robot.handled(), 1);
-    QVERIFY2(question.contains("broke off"), qPrintable(question));
+    QVERIFY2(question.startsWith("Bring back"), qPrintable(question));
+    QVERIFY2(question.contains(hasFile ? "wall.zhpc" : "never saved"), qPrintable(question));
+    QVERIFY2(details.contains("broke off"), qPrintable(details));
     QVERIFY2(details.contains(hasFile ? QDir::toNativeSeparators(file) : QStringLiteral("never saved")),
              qPrintable(details));
     QVERIFY2(details.contains(difference), qPrintable(details));
     QCOMPARE(zoConfigurationCounts(text()).networks, 2);
     QVERIFY(mainWindow()->document()->differs());
     // Asked once.
-    QCOMPARE(zoHostEarlierConfigurations(zoHostEarlierConfigurations::defaultFolder()).unfinished().size(),
-             0);
+    QCOMPARE(unanswered(), 0);
+}
+
+// A host that breaks off while it asks has asked nobody.
+void tst_zoHostAutosave::workIsOfferedUntilSomebodyAnswers()
+{
+    killHost(copySample());
+    for (const bool isAnswered : {false, true}) {
+        start(0);
+        bool isAsked = false;
+        const zoDialogRobot robot([&](QDialog* dialog) {
+            isAsked = dialog->objectName() == "RecoveryBox";
+            if (isAnswered)
+                dialog->reject();
+            QCoreApplication::quit();
+        });
+        m_host->run();
+        QVERIFY(isAsked);
+        QCOMPARE(unanswered(), isAnswered ? 0 : 1);
+        m_host.reset();
+        QCOMPARE(unanswered(), isAnswered ? 0 : 1);
+    }
+    QCOMPARE(entries().size(), 1);
+}
+
+void tst_zoHostAutosave::workComesBackAsItsFile_data()
+{
+    QTest::addColumn<QByteArray>("now"); // what the file holds by then; null: it is gone
+    QTest::addColumn<bool>("isOpen");
+    QTest::addColumn<bool>("isAskedAbout");
+
+    const QByteArray other("<cluster version=\"1\">\n <master/>\n</cluster>\n");
+    QTest::newRow("as-it-was") << QByteArray("") << true << false;
+    QTest::newRow("changed-since") << other << true << true;
+    QTest::newRow("no-configuration-by-now") << QByteArray("lost") << true << true;
+    QTest::newRow("gone") << QByteArray() << false << false;
+}
+
+void tst_zoHostAutosave::workComesBackAsItsFile()
+{
+    QFETCH(QByteArray, now);
+    QFETCH(bool, isOpen);
+    QFETCH(bool, isAskedAbout);
+    const QString file = copySample();
+    killHost(file);
+    if (now.isNull())
+        QVERIFY(QFile::remove(file));
+    else if (!now.isEmpty())
+        write(file, now);
+
+    start(30);
+    answer(QMessageBox::AcceptRole);
+
+    QCOMPARE(zoConfigurationCounts(text()).networks, 2);
+    QVERIFY(mainWindow()->document()->differs());
+    QVERIFY(QApplication::activeModalWidget() == nullptr);
+    QCOMPARE(moduleWindow()->windowFilePath(), isOpen ? file : QString());
+    // This host keeps it from now on.
+    QCOMPARE(unanswered(), 0);
+    QVERIFY(!entries().constFirst().owner.isEmpty());
+    if (!isOpen)
+        return;
+    QTRY_VERIFY2(mainWindow()->windowTitle().startsWith("wall.zhpc") && mainWindow()->isWindowModified(),
+                 qPrintable(mainWindow()->windowTitle()));
+    const QByteArray before = read(file);
+    const zoDialogRobot robot([](QDialog* dialog) { dialog->reject(); });
+    QMetaObject::invokeMethod(moduleWindow(), "saveConfig");
+    QCOMPARE(robot.handled(), isAskedAbout ? 1 : 0);
+    QCOMPARE(read(file) == before, isAskedAbout);
+}
+
+void tst_zoHostAutosave::damagedWorkIsToldAndStays_data()
+{
+    QTest::addColumn<int>("size");
+
+    QTest::newRow("cut") << 300;
+    QTest::newRow("empty") << 0;
+}
+
+void tst_zoHostAutosave::damagedWorkIsToldAndStays()
+{
+    QFETCH(int, size);
+    killHost(copySample());
+    const QString kept = entries().constFirst().fileName;
+    const QByteArray left = read(kept).left(size);
+    write(kept, left);
+
+    start(0);
+    const QString before = text();
+    QString told;
+    const zoDialogRobot robot([&](QDialog* dialog) {
+        auto* box = qobject_cast<QMessageBox*>(dialog);
+        told = box->text() + box->informativeText();
+        box->accept();
+        QCoreApplication::quit();
+    });
+    m_host->run();
+
+    QCOMPARE(robot.handled(), 1);
+    QVERIFY2(told.contains("damaged") && told.contains("wall.zhpc"), qPrintable(told));
+    QVERIFY(QApplication::activeModalWidget() == nullptr);
+    QCOMPARE(text(), before);
+    QCOMPARE(entries().size(), 0);
+    const QDir folder(zoHostEarlierConfigurations::defaultFolder());
+    const QStringList files = folder.entryList({"*.damaged"});
+    QCOMPARE(files.size(), 1);
+    QVERIFY2(told.contains(folder.filePath(files.constFirst())), qPrintable(told));
+    QCOMPARE(read(folder.filePath(files.constFirst())), left);
+    QCOMPARE(folder.entryList({"*.origin"}), QStringList());
+}
+
+void tst_zoHostAutosave::severalWorksAreShown()
+{
+    const QString file = copySample();
+    killHost(file);
+    killHost(QString());
+    QCOMPARE(unanswered(), 2);
+
+    start(0);
+    answer(QMessageBox::AcceptRole);
+    auto* dialog = mainWindow()->findChild<QDialog*>("EarlierDialog");
+    QVERIFY(dialog != nullptr && dialog->isVisible());
+    // Nobody has answered yet.
+    QCOMPARE(unanswered(), 2);
+    auto* list = dialog->findChild<QTreeWidget*>("EarlierList");
+    QCOMPARE(list->topLevelItemCount(), 2);
+    list->setCurrentItem(list->topLevelItem(1));
+    dialog->findChild<QPushButton*>("BringBack")->click();
+
+    QCOMPARE(moduleWindow()->windowFilePath(), file);
+    QVERIFY(mainWindow()->document()->differs());
+    QCOMPARE(unanswered(), 0);
 }
 
 void tst_zoHostAutosave::workOfALivingHostIsNotOffered()
@@ -402,20 +579,42 @@ void tst_zoHostAutosave::editMenuTakesBackAndBringsAgain()
     QVERIFY(!redo->isEnabled());
 }
 
+// A page without a document of its own, as an assistant's, works on the configuration: Undo, title and status bar
+// are about that. Once they were grey and empty there.
 void tst_zoHostAutosave::editMenuFollowsThePage()
 {
     start(0);
+    mainWindow()->openConfiguration(copySample());
     addNetwork();
     auto* undo = mainWindow()->findChild<QAction*>("Undo");
-    QTRY_VERIFY(undo->isEnabled());
-    auto* other = new QWidget;
+    QTRY_VERIFY(undo->isEnabled() && mainWindow()->isWindowModified());
+    const QString title = mainWindow()->windowTitle();
+    const auto shown = [] { return mainWindow()->statusBar()->findChildren<QLabel*>().size(); };
+    const int labels = shown();
+    QVERIFY(title.startsWith("wall.zhpc"));
+    auto* panel = new QWidget;
+    mainWindow()->addModule("Panel", "Rendering", panel, QString(), QIcon(), "Panel");
+    auto* other = new QMainWindow;
     mainWindow()->addModule("Other", "Rendering", other, QString(), QIcon(), "Other");
+
+    panel->show();
+    QVERIFY(!moduleWindow()->isVisible());
+    QCOMPARE(undo->text(), QStringLiteral("&Undo Add network"));
+    QVERIFY(undo->isEnabled());
+    QCOMPARE(mainWindow()->windowTitle(), title);
+    QVERIFY(mainWindow()->isWindowModified());
+    QCOMPARE(shown(), labels);
+    undo->trigger();
+    QTRY_VERIFY(!mainWindow()->isWindowModified());
+    QVERIFY(panel->isVisible());
 
     other->show();
     QVERIFY(!undo->isEnabled());
     QCOMPARE(undo->text(), QStringLiteral("&Undo"));
+    QCOMPARE(mainWindow()->windowTitle(), QStringLiteral("zohost"));
+    QVERIFY(shown() < labels);
     moduleWindow()->show();
-    QVERIFY(undo->isEnabled());
+    QVERIFY(mainWindow()->windowTitle().startsWith("wall.zhpc"));
 }
 
 ZO_TEST_MAIN(tst_zoHostAutosave)

@@ -66,6 +66,8 @@ private slots:
     void fileNameOutsideLatin1IsLoaded_data();
     void fileNameOutsideLatin1IsLoaded();
     void screenshotOfAnIdleHost();
+    void configurationAloneIsLoadedAndTheHostEnds_data();
+    void configurationAloneIsLoadedAndTheHostEnds();
     void loginWithoutRuntimeFolderIsNoMatter();
     void screenshotOfALargeFile_data();
     void screenshotOfALargeFile();
@@ -326,6 +328,35 @@ void tst_zohost::screenshotOfAnIdleHost()
     QCOMPARE(process->exitCode(), 0);
     QVERIFY(process->readAllStandardOutput().contains("screenshot: "));
     QVERIFY(!QImage(m_directory->filePath("idle.png"), "PNG").isNull());
+}
+
+// Nothing else was asked for, and nobody is there to ask: once it waited for somebody to end it.
+void tst_zohost::configurationAloneIsLoadedAndTheHostEnds_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<int>("exitCode");
+
+    QTest::newRow("whole") << QByteArray(
+                                  "<cluster version=\"1\"><master><node name=\"a\"/></master></cluster>")
+                           << 0;
+    QTest::newRow("cut") << QByteArray("<cluster version=\"1\"><master>") << 1;
+}
+
+void tst_zohost::configurationAloneIsLoadedAndTheHostEnds()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(int, exitCode);
+    QFile file(m_directory->filePath("alone.zhpc"));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(text) == text.size());
+    file.close();
+    const auto process = createProcess({"--module", goodModule(), "--non-interactive", file.fileName()});
+
+    process->start();
+    QVERIFY(process->waitForFinished(ProcessTimeoutMs));
+
+    QCOMPARE(process->exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process->exitCode(), exitCode);
+    QCOMPARE(process->readAllStandardOutput().contains("nodes: a\n"), exitCode == 0);
 }
 
 void tst_zohost::loginWithoutRuntimeFolderIsNoMatter()

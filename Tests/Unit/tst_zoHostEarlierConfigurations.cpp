@@ -41,6 +41,8 @@ private slots:
     void whatAKillLeftIsRemoved();
     void unfinishedWorkIsMarkedUntilItWasOffered();
     void unfinishedWorkThatIsKeptAlreadyIsMarked();
+    void unansweredWorkStaysLongest();
+    void sumOfTheFileIsKept();
     void waitingOnesAreWrittenOnceTheFolderCanBe();
     void unreadableFileIsLogged();
     void textsAreCopied();
@@ -319,6 +321,31 @@ void tst_zoHostEarlierConfigurations::unfinishedWorkThatIsKeptAlreadyIsMarked()
 
     QCOMPARE(m_earlier->unfinished().size(), 1);
     QCOMPARE(texts(), QStringList({"<a/>", "<a/>"}));
+}
+
+// Others take the places of what somebody has answered for first.
+void tst_zoHostEarlierConfigurations::unansweredWorkStaysLongest()
+{
+    m_earlier->keepUnfinished("<work/>", "/a.zhpc");
+    for (int i = 0; i < zoHostEarlierConfigurations::Limit + 5; ++i)
+        m_earlier->keep(QString::number(i), QString());
+
+    QCOMPARE(fileNames().size(), int(zoHostEarlierConfigurations::Limit));
+    QCOMPARE(m_earlier->unfinished().size(), 1);
+    QCOMPARE(texts().constLast(), QStringLiteral("<work/>"));
+}
+
+void tst_zoHostEarlierConfigurations::sumOfTheFileIsKept()
+{
+    m_earlier->keepUnfinished("<a/>", QString::fromUtf8("/größe.zhpc"), "0123abcd");
+    m_earlier->keepUnfinished("<b/>", "/b.zhpc");
+    m_earlier = std::make_unique<zoHostEarlierConfigurations>(folder());
+
+    const auto works = m_earlier->unfinished();
+    QCOMPARE(works.at(1).originFile, QString::fromUtf8("/größe.zhpc"));
+    QCOMPARE(works.at(1).originSum, QByteArray("0123abcd"));
+    QCOMPARE(works.at(0).originFile, QStringLiteral("/b.zhpc"));
+    QCOMPARE(works.at(0).originSum, QByteArray());
 }
 
 void tst_zoHostEarlierConfigurations::waitingOnesAreWrittenOnceTheFolderCanBe()

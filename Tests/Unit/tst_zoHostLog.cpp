@@ -38,6 +38,7 @@ class tst_zoHostLog final : public zoTestCase
 
 private slots:
     void messageIsPrintedAndAnnounced();
+    void wordsOfTheToolkitArePrintedAlone();
     void noiseOfThePlatformIsDropped();
     void handlerOfBeforeComesBack();
 };
@@ -53,6 +54,24 @@ void tst_zoHostLog::messageIsPrintedAndAnnounced()
     QCOMPARE(logged.count(), 1);
     QCOMPARE(logged.at(0).at(0).toInt(), int(QtCriticalMsg));
     QCOMPARE(logged.at(0).at(1).toString(), QString::fromUtf8("No wall \xc3\xa4 100%1"));
+}
+
+void tst_zoHostLog::wordsOfTheToolkitArePrintedAlone()
+{
+    zoHostLog log;
+    QSignalSpy logged(&log, &zoHostLog::messageLogged);
+
+    const QByteArray printed = standardErrorOf([] {
+        qWarning("QXcbConnection: XCB error: 3 (BadWindow)");
+        QMessageLogger(nullptr, 0, nullptr, "qt.qpa.xcb").warning("could not connect");
+        zoHostLog::warn("Ours");
+    });
+
+    QVERIFY2(printed.contains("QXcbConnection") && printed.contains("could not connect"),
+             printed.constData());
+    QCOMPARE(logged.count(), 1);
+    QCOMPARE(logged.at(0).at(0).toInt(), int(QtWarningMsg));
+    QCOMPARE(logged.at(0).at(1).toString(), QStringLiteral("Ours"));
 }
 
 void tst_zoHostLog::noiseOfThePlatformIsDropped()

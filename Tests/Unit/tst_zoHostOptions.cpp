@@ -15,6 +15,8 @@ private slots:
     void fileMayStandAlone();
     void helpNamesEveryOption();
     void languageIsToldWithWhatIsPrinted();
+    void languageMayNameACountry_data();
+    void languageMayNameACountry();
     void versionIsOneLine();
     void wrongUseIsReported_data();
     void wrongUseIsReported();
@@ -110,6 +112,24 @@ void tst_zoHostOptions::languageIsToldWithWhatIsPrinted()
     }
 }
 
+void tst_zoHostOptions::languageMayNameACountry_data()
+{
+    QTest::addColumn<QString>("language");
+
+    for (const char* language : {"de", "de_AT", "de-CH", "en", "en_GB", "C"})
+        QTest::newRow(language) << QString::fromLatin1(language);
+}
+
+void tst_zoHostOptions::languageMayNameACountry()
+{
+    QFETCH(QString, language);
+
+    const zoHostOptions::Result result = zoHostOptions::parse({"zohost", "--language", language});
+
+    QVERIFY2(result.run, qPrintable(result.standardError));
+    QCOMPARE(result.options.language, language);
+}
+
 void tst_zoHostOptions::versionIsOneLine()
 {
     const zoHostOptions::Result result = zoHostOptions::parse({"zohost", "--version"});
@@ -128,6 +148,13 @@ void tst_zoHostOptions::wrongUseIsReported_data()
     QTest::newRow("unknown-option") << QStringList({"--nonsense"}) << "nonsense";
     QTest::newRow("missing-value") << QStringList({"--config"}) << "config";
     QTest::newRow("empty-language") << QStringList({"--language", ""}) << "language";
+    QTest::newRow("unknown-language")
+        << QStringList({"--language", "xx"}) << "--language: \"xx\" is none of en, de";
+    QTest::newRow("picture-without-a-session")
+        << QStringList({"--non-interactive", "--wall-picture", "a.png"}) << "--wall-picture needs --start";
+    QTest::newRow("pictures-without-a-session")
+        << QStringList({"--node-pictures", "a"}) << "--node-pictures needs --start";
+    QTest::newRow("shown-without-a-session") << QStringList({"--show", "tiles"}) << "--show needs --start";
     QTest::newRow("two-languages") << QStringList({"--language", "de", "--language", "en"}) << "language";
     QTest::newRow("value-for-a-switch") << QStringList({"--start=now"}) << "start";
     QTest::newRow("empty-file-name") << QStringList({"--config", ""}) << "--config needs a file name";
