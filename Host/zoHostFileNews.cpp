@@ -51,6 +51,7 @@ void zoHostFileNews::tellFailure(QWidget* moduleWindow, const QString& fileName,
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setInformativeText(reason + QLatin1Char('\n') + tr("What is not saved is still there."));
     QPushButton* saveAs = box->addButton(tr("Save &As..."), QMessageBox::ActionRole);
+    box->setEscapeButton(QMessageBox::Ok);
     const QPointer<QWidget> window(moduleWindow);
     connect(box, &QMessageBox::finished, this, [this, box, saveAs, window] {
         if (box->clickedButton() != saveAs || !window)

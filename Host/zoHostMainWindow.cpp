@@ -524,14 +524,18 @@ void zoHostMainWindow::bringBack(const QString& text, const QString& originFile)
         zoLog::error(tr("Unable to bring the configuration back: no loaded module opens configurations"));
 }
 
-void zoHostMainWindow::bringBackWork(const zoHostEarlierConfigurations::Entry& entry, const QString& text)
+bool zoHostMainWindow::bringBackWork(const zoHostEarlierConfigurations::Entry& entry, const QString& text)
 {
     const QString& origin = entry.originFile;
-    if (m_services.cluster->isRunning() || text.isEmpty())
-        return;
+    if (m_services.cluster->isRunning()) {
+        statusBar()->showMessage(
+            tr("A session is running: the changes that were not saved are offered again at the next start."),
+            s_messageMs);
+        return false;
+    }
     if (!m_document->bringBackWork(text, origin)) {
         zoLog::error(tr("Unable to bring the configuration back: no loaded module opens configurations"));
-        return;
+        return false;
     }
     const QWidget* moduleWindow = m_document->configurationWindow();
     const bool isOpen = moduleWindow != nullptr && moduleWindow->windowFilePath() == origin;
@@ -544,6 +548,7 @@ void zoHostMainWindow::bringBackWork(const zoHostEarlierConfigurations::Entry& e
             s_messageMs);
     showDocument();
     emit workBroughtBack();
+    return true;
 }
 
 // The module's window whose document title, status bar and Undo are about: the one that is seen, or behind one that

@@ -95,8 +95,8 @@ public slots:
     // Brings an earlier configuration back; not while a session runs.
     void bringBack(const QString& text, const QString& originFile);
     // The same for work that its host could not save, whose text was read before: as its file, which Save asks about
-    // when it is another one than that host knew.
-    void bringBackWork(const zoHostEarlierConfigurations::Entry& entry, const QString& text);
+    // when it is another one than that host knew. False, and a person is told why, when it stays where it is.
+    bool bringBackWork(const zoHostEarlierConfigurations::Entry& entry, const QString& text);
 
 signals:
     // The user wants the window gone and lost nothing by it; emitted before it closes.

@@ -205,9 +205,8 @@ void zoHostRecovery::offerOne(const Work& work)
     box->addButton(tr("&Do not bring back"), QMessageBox::RejectRole);
     box->setDefaultButton(bringing);
     connect(box, &QMessageBox::finished, this, [this, box, bringing, work] {
-        if (box->clickedButton() == bringing)
-            m_window->bringBackWork(work.entry, work.text);
-        m_earlier->finish(work.entry);
+        if (box->clickedButton() != bringing || m_window->bringBackWork(work.entry, work.text))
+            m_earlier->finish(work.entry);
     });
     box->open();
 }

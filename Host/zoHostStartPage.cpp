@@ -1,6 +1,7 @@
 #include "zoHostStartPage.h"
 
 #include "zoConfigurationCounts.h"
+#include "zoHostLinkButton.h"
 #include "zoHostRecentFiles.h"
 
 #include <zoFileReader.h>
@@ -123,7 +124,7 @@ QWidget* zoHostStartPage::createActions()
     auto* layout = new QVBoxLayout(page);
     layout->setContentsMargins(0, 0, 0, 0);
     const auto add = [layout](const QString& text, const QString& more, const char* name, const char* icon) {
-        auto* button = new QCommandLinkButton(text, more);
+        auto* button = new zoHostLinkButton(text, more);
         button->setObjectName(QLatin1String(name));
         button->setIcon(zoIconManager::getIcon(QLatin1String(icon), QString()));
         layout->addWidget(button);

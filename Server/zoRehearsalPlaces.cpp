@@ -8,7 +8,7 @@ namespace
 {
 constexpr double s_margin = 0.9;
 // Smaller beside the host's window than this share of what it is in the middle, it shows too little.
-constexpr double s_leastShare = 1.0 / 3.0;
+constexpr double s_leastShare = 0.15;
 const QRect s_usualScreen(0, 0, 1920, 1080);
 
 double scaleIn(const QRect& area, const QSize& wall)

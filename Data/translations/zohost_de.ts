@@ -1013,6 +1013,10 @@ Das Protokoll nennt den Grund.</translation>
         <source>%1 cannot be read any more: Save asks for a name.</source>
         <translation>%1 ist nicht mehr lesbar: Speichern fragt nach einem Namen.</translation>
     </message>
+    <message>
+        <source>A session is running: the changes that were not saved are offered again at the next start.</source>
+        <translation>Eine Sitzung läuft: Die nicht gespeicherten Änderungen werden beim nächsten Start wieder angeboten.</translation>
+    </message>
 </context>
 <context>
     <name>zoHostManualWindow</name>

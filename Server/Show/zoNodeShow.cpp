@@ -87,12 +87,10 @@ QString zoNodeShow::openWindow(int index)
         entry.surface = std::make_unique<zoRasterSurface>();
     }
     zoShowWindow& window = entry.surface->window();
-    // A window manager would move what has a place of its own, and without one nothing else fills a screen.
-    const Qt::WindowFlags bypass = isRehearsal ? Qt::WindowFlags() : Qt::BypassWindowManagerHint;
+    // A window manager would move what has a place of its own, and without one nothing else fills a screen. In a
+    // rehearsal the keys stay with the window in which a person works.
+    const Qt::WindowFlags bypass = isRehearsal ? Qt::WindowDoesNotAcceptFocus : Qt::BypassWindowManagerHint;
     window.setFlags(Qt::Window | Qt::FramelessWindowHint | bypass);
-    // The keys stay with the window in which a person works.
-    if (isRehearsal)
-        window.setProperty("_q_showWithoutActivating", true);
     window.setTitle(entry.picture->name());
     window.setScreen(place.screen);
     window.setGeometry(place.geometry);

@@ -91,7 +91,8 @@ void tst_zoHostFileNews::failedSaveIsToldWithItsReason()
     QVERIFY(box() != nullptr && box()->isVisible());
     QVERIFY(box()->text().contains("wall.zhpc could not be saved"));
     QVERIFY(box()->informativeText().startsWith("No such file or directory"));
-    box()->button(QMessageBox::Ok)->click();
+    QTest::keyClick(box(), Qt::Key_Escape); // as OK
+    QTRY_VERIFY(box() == nullptr);
     QVERIFY(m_window->differs());
 }
 

@@ -800,7 +800,7 @@ void tst_zoHostMainWindow::earlierConfigurationIsBroughtBack()
     zoFakeModuleWindow* module = addFakeModule();
     connect(m_window->document(), &zoHostDocument::replaced, &m_parts->earlier,
             &zoHostEarlierConfigurations::keep);
-    module->edit("first");
+    module->edit("<first/>"); // what is no document is not brought back
     module->loadConfig(m_parts->writeFile("wall.zhpc", "second"));
 
     m_window->findChild<QAction*>("EarlierConfigurations")->trigger();
@@ -808,7 +808,7 @@ void tst_zoHostMainWindow::earlierConfigurationIsBroughtBack()
     QVERIFY(dialog != nullptr && dialog->isVisible());
     QTest::mouseClick(dialog->findChild<QPushButton*>("BringBack"), Qt::LeftButton);
 
-    QCOMPARE(module->text(), QStringLiteral("first"));
+    QCOMPARE(module->text(), QStringLiteral("<first/>"));
     QCOMPARE(title(), QStringLiteral("Untitled* - zohost"));
     // What it replaced is the newest now.
     QCOMPARE(m_parts->earlier.textOf(m_parts->earlier.entries().at(0)), QStringLiteral("new"));
@@ -819,7 +819,7 @@ void tst_zoHostMainWindow::earlierConfigurationIsBroughtBack()
 void tst_zoHostMainWindow::nothingIsBroughtBackWhileASessionRuns()
 {
     addFakeModule();
-    m_parts->earlier.keep("first", QString());
+    m_parts->earlier.keep("<first/>", QString());
     m_parts->cluster.applyConfig("<cluster><master><network><node name='n'/></network></master></cluster>");
     QVERIFY(m_parts->cluster.start());
 

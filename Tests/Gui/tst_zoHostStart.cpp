@@ -240,6 +240,15 @@ void tst_zoHostStart::keyboardGoesThroughThePageInItsOrder()
     QVERIFY(QTest::qWaitForWindowActive(m_host.get()));
     m_parts->recent.add(m_parts->writeFile("mine.zhpc", "mine"));
 
+    // Where Return goes is seen.
+    const auto frame = [this](const char* name) {
+        const QImage picture = part<QWidget>(name)->grab().toImage();
+        return picture.pixelColor(picture.width() / 2, 0);
+    };
+    const QColor highlight = page()->palette().color(QPalette::Highlight);
+    QCOMPARE(frame("StartNewWall"), highlight);
+    QVERIFY(frame("StartOpen") != highlight);
+
     for (const char* name : {"StartNewWall", "StartOpen", "StartEmpty", "StartRecent", "StartSamples",
                              "StartManual", "ShownAtStart"}) {
         QWidget* widget = QApplication::focusWidget();

@@ -50,7 +50,7 @@ void tst_zoRehearsalPlaces::wallStandsBesideTheHost()
     // As without it, where there is no room.
     if (!isBeside)
         QCOMPARE(place, zoRehearsalPlaces(wall, screen, QRect()).of(QRectF(QPointF(), QSizeF(wall))));
-    QVERIFY(3 * place.width() >=
+    QVERIFY(7 * place.width() >=
             zoRehearsalPlaces(wall, screen, QRect()).of(QRectF(QPointF(), QSizeF(wall))).width() - 3);
 }
 

@@ -43,6 +43,7 @@ private slots:
     void workIsOfferedUntilSomebodyAnswers();
     void workComesBackAsItsFile_data();
     void workComesBackAsItsFile();
+    void workWaitsForTheEndOfASession();
     void damagedWorkIsToldAndStays_data();
     void damagedWorkIsToldAndStays();
     void severalWorksAreShown();
@@ -296,6 +297,24 @@ void tst_zoHostAutosave::workComesBackAsItsFile()
     QMetaObject::invokeMethod(moduleWindow(), "saveConfig");
     QCOMPARE(robot.handled(), isAskedAbout ? 1 : 0);
     QCOMPARE(read(file) == before, isAskedAbout);
+}
+
+void tst_zoHostAutosave::workWaitsForTheEndOfASession()
+{
+    killHost(copySample());
+    start(0);
+    auto* cluster = zoKernelServiceFactory::getService<zoClusterService>();
+    cluster->applyConfig(text());
+    QVERIFY(cluster->start());
+    const QString shown = text();
+
+    answer(QMessageBox::AcceptRole);
+
+    QCOMPARE(text(), shown);
+    QCOMPARE(unanswered(), 1);
+    QVERIFY2(mainWindow()->statusBar()->currentMessage().contains("session is running"),
+             qPrintable(mainWindow()->statusBar()->currentMessage()));
+    cluster->stop();
 }
 
 void tst_zoHostAutosave::damagedWorkIsToldAndStays_data()
