@@ -12,6 +12,8 @@
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
+#include <QScopeGuard>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTextBlock>
@@ -24,6 +26,7 @@ class tst_zoHostLogPanel final : public zoTestCase
 
 private slots:
     void lineHasTimeAndText();
+    void daysAreNamed_data();
     void daysAreNamed();
     void errorsAndWarningsAreMarked_data();
     void errorsAndWarningsAreMarked();
@@ -74,12 +77,29 @@ void tst_zoHostLogPanel::lineHasTimeAndText()
     panel.addMessage(QtInfoMsg, "second");
 
     QCOMPARE(panel.view()->document()->blockCount(), 3);
-    const QRegularExpression line(QStringLiteral("^\\d\\d:\\d\\d:\\d\\d  second$"));
+    const QRegularExpression line(QStringLiteral("^\\d{1,2}:\\d\\d:\\d\\d( [AP]M)?  second$"));
     QVERIFY(line.match(lastLine(panel).text()).hasMatch());
 }
 
+void tst_zoHostLogPanel::daysAreNamed_data()
+{
+    QTest::addColumn<QLocale>("locale");
+    QTest::addColumn<QString>("shown");
+
+    QTest::newRow("German") << QLocale(QStringLiteral("de_DE"))
+                            << "20.11.26\n23:59:59  a\n21.11.26\n00:00:00  b\n00:00:01  c";
+    QTest::newRow("American") << QLocale(QStringLiteral("en_US"))
+                              << "11/20/26\n11:59:59 PM  a\n11/21/26\n12:00:00 AM  b\n12:00:01 AM  c";
+}
+
+// As all dates of the host; what is copied and saved has the form of files.
 void tst_zoHostLogPanel::daysAreNamed()
 {
+    QFETCH(QLocale, locale);
+    QFETCH(QString, shown);
+    const QLocale before;
+    QLocale::setDefault(locale);
+    const auto restored = qScopeGuard([&before] { QLocale::setDefault(before); });
     zoHostLogPanel panel;
     zoHostLogView* view = panel.view();
 
@@ -87,7 +107,7 @@ void tst_zoHostLogPanel::daysAreNamed()
     view->add(QtInfoMsg, "b", {{2026, 11, 21}, {0, 0, 0}});
     view->add(QtInfoMsg, "c", {{2026, 11, 21}, {0, 0, 1}});
 
-    QCOMPARE(panel.toPlainText(), QString("2026-11-20\n23:59:59  a\n2026-11-21\n00:00:00  b\n00:00:01  c"));
+    QCOMPARE(panel.toPlainText(), shown);
     QCOMPARE(view->text(),
              QString("2026-11-20 23:59:59  a\n2026-11-21 00:00:00  b\n2026-11-21 00:00:01  c\n"));
 }
