@@ -3,6 +3,7 @@
 #include "zoTestCase.h"
 
 #include <zoHostApplication.h>
+#include <zoHostTime.h>
 #include <zoKernelServiceFactory.h>
 #include <zoLocalClusterService.h>
 
@@ -241,7 +242,8 @@ void tst_zohostTexts::readLog()
 {
     const auto* log = window()->findChild<QTextEdit*>("LogView");
     QVERIFY(log != nullptr);
-    readText("log", log->toPlainText());
+    // Names of months are the toolkit's.
+    readText("log", log->toPlainText().remove(zoHostTime::day(QDate::currentDate())));
 }
 
 void tst_zohostTexts::readMenuOf(QWidget* widget, const QPoint& position)
@@ -630,8 +632,7 @@ void tst_zohostTexts::failures()
         rest.remove(QLatin1String(line));
     }
     rest.remove(QStringLiteral("log: "));
-    rest.remove(QRegularExpression(
-        QStringLiteral("\\d{4}-\\d\\d-\\d\\d|\\d\\d:\\d\\d:\\d\\d|\\x{27e6}[^\\x{27e7}]*\\x{27e7}")));
+    rest.remove(QRegularExpression(QStringLiteral("\\d\\d:\\d\\d:\\d\\d|\\x{27e6}[^\\x{27e7}]*\\x{27e7}")));
     QCOMPARE(rest.trimmed(), QString());
 }
 

@@ -1,6 +1,7 @@
 #include "zoAssistantPlaneFields.h"
 
 #include "zoAssistantPlaneDelegate.h"
+#include "zoHPCWallMistakes.h"
 #include "zoText.h"
 
 #include <QGridLayout>
@@ -11,7 +12,6 @@
 
 namespace
 {
-constexpr double MostDegrees = 360.0;
 constexpr int MinimumHeight = 96; // of the table, with two rows
 
 enum Column { Name, Width, Height, X, Y, Z, Yaw, Tilt, ColumnCount };
@@ -60,7 +60,7 @@ zoAssistantPlaneFields::zoAssistantPlaneFields(QWidget* parent)
     for (const int column : {X, Y, Z})
         edit(column, {Unit::Millimetre, -MostMillimetres, MostMillimetres, 2});
     for (const int column : {Yaw, Tilt})
-        edit(column, {Unit::None, -MostDegrees, MostDegrees, 3});
+        edit(column, {Unit::None, -zoHPCWallMistakes::MostDegrees, zoHPCWallMistakes::MostDegrees, 3});
     m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     m_table->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_table->setTabKeyNavigation(false);
