@@ -22,7 +22,7 @@ set(sources "${PROJECT_SOURCE_DIR}/Kernel/numbers.cpp" "${PROJECT_SOURCE_DIR}/Te
 add_custom_command(OUTPUT tst_numbers COMMAND c++ -o tst_numbers ${sources} DEPENDS ${sources} VERBATIM)
 add_custom_target(programs ALL DEPENDS tst_numbers)
 add_test(NAME tst_numbers COMMAND "${PROJECT_BINARY_DIR}/tst_numbers")
-set_tests_properties(tst_numbers PROPERTIES ENVIRONMENT "TOY=yes")
+set_tests_properties(tst_numbers PROPERTIES ENVIRONMENT "TOY=yes" TIMEOUT 5)
 """
 PRESETS = {"version": 6, "configurePresets": [
     {"name": "dev", "generator": "Ninja", "binaryDir": "${sourceDir}/build/${presetName}"}]}
