@@ -11,6 +11,7 @@ constexpr double s_radius = 3.0; // of its corners
 zoHostLinkButton::zoHostLinkButton(const QString& text, const QString& description, QWidget* parent)
     : QCommandLinkButton(text, description, parent)
 {
+    setAutoDefault(true);
 }
 
 zoHostLinkButton::~zoHostLinkButton() = default;

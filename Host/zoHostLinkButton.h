@@ -2,7 +2,8 @@
 
 #include <QCommandLinkButton>
 
-// A command link that shows when it has the focus: styles leave that out while it is flat.
+// A command link that shows when it has the focus, which styles leave out while it is flat, and takes Return then, as
+// buttons of dialogs do.
 class zoHostLinkButton final : public QCommandLinkButton
 {
     Q_OBJECT

@@ -55,7 +55,7 @@ zoHostManualWindow::zoHostManualWindow(QWidget* parent)
     layout->addWidget(createBar());
     layout->addWidget(m_browser, 1);
     m_browser->setFocus();
-    updateTitle();
+    updateTitle(QUrl());
 }
 
 zoHostManualWindow::~zoHostManualWindow() = default;
@@ -150,10 +150,13 @@ void zoHostManualWindow::find(bool backwards)
     m_found->setText(tr("Not found"));
 }
 
-void zoHostManualWindow::updateTitle()
+void zoHostManualWindow::updateTitle(const QUrl& shown)
 {
     const QString title = m_browser->documentTitle();
-    setWindowTitle(title.isEmpty() ? tr("Manual") : tr("%1 - Manual").arg(title));
+    // The first page is called as the whole is.
+    const bool isFirst = QFileInfo(shown.path()).completeBaseName() == QLatin1String(s_firstPage);
+    const bool isNamed = !title.isEmpty() && !isFirst;
+    setWindowTitle(isNamed ? tr("%1 - Manual").arg(title) : tr("Manual"));
 }
 
 void zoHostManualWindow::keyPressEvent(QKeyEvent* event)

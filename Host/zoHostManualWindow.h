@@ -30,7 +30,7 @@ private:
     QToolBar* createBar();
     void tellMissing();
     void find(bool backwards);
-    void updateTitle();
+    void updateTitle(const QUrl& shown);
 
     QTextBrowser* m_browser;
     QLineEdit* m_find;

@@ -3,6 +3,7 @@
 #include "zoHostConnectionPanel.h"
 #include "zoNodeClusterService.h"
 #include "zoParaViewService.h"
+#include "zoReadableColour.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -207,8 +208,9 @@ void zoHostNodesPanel::showReport(QTreeWidgetItem* row, const zoClusterNodeRepor
     const bool isReason = report.state == zoClusterNodeReport::State::Failed ||
                           report.state == zoClusterNodeReport::State::Lost;
     row->setData(State, s_reasonRole, isReason ? report.reason : QString());
-    row->setForeground(State,
-                       ended ? colourOf(zoClusterNodeReport::State::Connecting) : colourOf(report.state));
+    row->setForeground(
+        State, zoReadableColour::on(m_list->palette().color(QPalette::Base),
+                                    colourOf(ended ? zoClusterNodeReport::State::Connecting : report.state)));
     row->setText(Version, report.version);
     row->setText(Screens, report.screens.join(QStringLiteral(", ")));
     row->setText(Memory,

@@ -841,8 +841,8 @@ hinter einem Gateway: gate { node[1-6] }</translation>
         <translation>%1.</translation>
     </message>
     <message>
-        <source>Nodes: their names are missing, such as node[1-%1].</source>
-        <translation>Knoten: Ihre Namen fehlen noch, etwa node[1-%1].</translation>
+        <source>Nodes: their names are missing, such as %1.</source>
+        <translation>Knoten: Ihre Namen fehlen noch, etwa %1.</translation>
     </message>
     <message>
         <source>%1: %2</source>

@@ -38,6 +38,7 @@ private slots:
     void init();
     void cleanup();
 
+    void exampleHasAsManyNodesAsItTakes();
     void namesOfNodesAreEnough_data();
     void namesOfNodesAreEnough();
     void takenConfigurationIsTheOneOfTheFields();
@@ -132,6 +133,21 @@ void tst_zoAssistantWallDialog::open()
     m_dialog->show();
     QApplication::setActiveWindow(m_dialog.get());
     QVERIFY(QTest::qWaitForWindowActive(m_dialog.get()));
+}
+
+void tst_zoAssistantWallDialog::exampleHasAsManyNodesAsItTakes()
+{
+    const auto* hosts = find<QLineEdit>("m_hosts");
+    QCOMPARE(hosts->placeholderText(), QStringLiteral("node[1-6]"));
+
+    choose("m_cave");
+    QCOMPARE(hosts->placeholderText(), QStringLiteral("node[1-4]"));
+
+    choose("m_power");
+    set("m_columns", 1);
+    set("m_rows", 1);
+    QCOMPARE(hosts->placeholderText(), QStringLiteral("node1"));
+    QVERIFY(find<QLabel>("m_message")->text().endsWith("such as node1."));
 }
 
 void tst_zoAssistantWallDialog::namesOfNodesAreEnough_data()

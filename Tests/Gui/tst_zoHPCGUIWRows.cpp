@@ -220,6 +220,8 @@ void tst_zoHPCGUIWRows::nameIsThatOfOneAlone()
 
     QVERIFY(node("ax") != nullptr);
     QVERIFY(node("d") != nullptr);
+    QVERIFY2(field<QLabel>("m_selectionNote")->text().contains(" ax "),
+             qPrintable(field<QLabel>("m_selectionNote")->text()));
 }
 
 void tst_zoHPCGUIWRows::oneRowIsChangedAlone()

@@ -26,6 +26,7 @@ private slots:
     void escapeWithoutWordsGoesToTheParent();
     void currentRowThatComesIsShown();
     void rowThatComesAndDoesNotFitIsHidden();
+    void rowWhoseTextComesToFitIsShown();
     void deepTreeNeedsNoStack();
 
 private:
@@ -207,6 +208,17 @@ void tst_zoHPCTreeFilter::rowThatComesAndDoesNotFitIsHidden()
 
     QTRY_VERIFY(added->isHidden());
     QVERIFY(!fitting->isHidden());
+}
+
+void tst_zoHPCTreeFilter::rowWhoseTextComesToFitIsShown()
+{
+    m_filter->field()->setText(QStringLiteral("gpu03"));
+    QCOMPARE(shown(), QStringList());
+
+    m_tree->topLevelItem(1)->child(0)->setText(0, QStringLiteral("gpu03"));
+
+    QTRY_COMPARE(shown(), QStringList({QStringLiteral("Second"), QStringLiteral("gpu03"),
+                                       QStringLiteral("Left"), QStringLiteral("Right")}));
 }
 
 void tst_zoHPCTreeFilter::deepTreeNeedsNoStack()

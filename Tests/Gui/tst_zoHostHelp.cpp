@@ -36,6 +36,8 @@ private slots:
     void manualOfADialogGoesWithIt();
     void menuOpensThePage();
     void unknownPageIsTheFirstOne();
+    void titleNamesThePage_data();
+    void titleNamesThePage();
     void pageThatIsNotThereIsNotFound();
     void languageIsPreferred();
     void placeOnThePageIsShown();
@@ -239,6 +241,32 @@ void tst_zoHostHelp::unknownPageIsTheFirstOne()
     window.open("nowhere#at-all");
 
     QCOMPARE(window.page(), QStringLiteral("index"));
+}
+
+void tst_zoHostHelp::titleNamesThePage_data()
+{
+    QTest::addColumn<QString>("page");
+    QTest::addColumn<QString>("title");
+
+    QTest::newRow("page") << "tiles"
+                          << "tiles - Manual";
+    QTest::newRow("first-page-is-called-as-the-whole") << "index"
+                                                       << "Manual";
+    QTest::newRow("page-without-a-title") << "plain"
+                                          << "Manual";
+}
+
+void tst_zoHostHelp::titleNamesThePage()
+{
+    QFETCH(QString, page);
+    QFETCH(QString, title);
+    m_parts->writeFile("manual/en/plain.html", "<html><body>word</body></html>");
+    zoHostManualWindow window;
+
+    window.open(page);
+
+    QCOMPARE(window.page(), page);
+    QCOMPARE(window.windowTitle(), title);
 }
 
 void tst_zoHostHelp::pageThatIsNotThereIsNotFound()

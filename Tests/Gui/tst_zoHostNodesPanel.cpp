@@ -3,6 +3,7 @@
 #include <zoHostMainWindow.h>
 #include <zoHostNodesPanel.h>
 #include <zoNodeClusterService.h>
+#include <zoReadableColour.h>
 #include <zoSessionText.h>
 
 #include <QApplication>
@@ -39,6 +40,7 @@ private slots:
 
     void withoutASessionNothingRuns();
     void runningNodesAreShown();
+    void statesAreReadOnADarkDesktop();
     void lostNodeIsToldWithItsReason();
     void delayIsTakenAwayAgain();
     void longWaitIsNotCutOff();
@@ -98,6 +100,26 @@ void tst_zoHostNodesPanel::runningNodesAreShown()
     QCOMPARE(zoSessionText::of(m_cluster.get()), QStringLiteral("rehearsal of 2 nodes on this machine"));
     QCOMPARE(zoSessionText::forScripts(m_cluster.get()),
              QStringLiteral("rehearsal of 2 nodes on this machine"));
+}
+
+void tst_zoHostNodesPanel::statesAreReadOnADarkDesktop()
+{
+    const QColor base(0x1b, 0x1e, 0x20);
+    QPalette palette = m_panel->palette();
+    palette.setColor(QPalette::Base, base);
+    m_panel->setPalette(palette);
+    const auto readable = [this, &base] {
+        const QColor colour = list()->topLevelItem(0)->foreground(1).color();
+        return zoReadableColour::contrast(base, colour) >= zoReadableColour::Least;
+    };
+
+    QVERIFY(m_cluster->start());
+
+    QTRY_COMPARE(summary(), QStringLiteral("2 of 2 run"));
+    QVERIFY(readable());
+    m_cluster->stop();
+    QTRY_COMPARE(state(0), QStringLiteral("ended"));
+    QVERIFY(readable());
 }
 
 void tst_zoHostNodesPanel::lostNodeIsToldWithItsReason()

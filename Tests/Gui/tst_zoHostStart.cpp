@@ -57,6 +57,7 @@ private slots:
     void emptyConfigurationIsBegun();
     void newWallIsOfferedWhenAModuleMakesOne();
     void keyboardGoesThroughThePageInItsOrder();
+    void returnPressesTheButtonOfTheFocus();
     void nothingIsOpenedWhileASessionRuns();
     void fileThatIsOpenedElsewhereLeavesThePage();
     void changeOfTheConfigurationLeavesThePage();
@@ -257,6 +258,19 @@ void tst_zoHostStart::keyboardGoesThroughThePageInItsOrder()
         if (QApplication::focusWidget() == widget) // a text with a link: on the link now
             QTest::keyClick(widget, Qt::Key_Tab);
     }
+}
+
+void tst_zoHostStart::returnPressesTheButtonOfTheFocus()
+{
+    WallModule module;
+    m_host->moduleToolBar()->addAction(new QAction(&module));
+    m_host->showStartPage();
+    m_host->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(m_host.get()));
+
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+
+    QTRY_COMPARE(module.walls, 1);
 }
 
 void tst_zoHostStart::nothingIsOpenedWhileASessionRuns()

@@ -13,6 +13,7 @@
 #include <QLibrary>
 #include <QPointer>
 #include <QProcess>
+#include <QPushButton>
 #include <QToolBar>
 
 #include <memory>
@@ -275,6 +276,8 @@ void tst_libzoAssistant::panelShowsWhatIsOpen()
 
     QVERIFY2(open->text().contains("front.zhpc"), qPrintable(open->text()));
     QVERIFY2(open->text().contains("4 nodes, 4 windows, no problems"), qPrintable(open->text()));
+    for (const char* task : {"m_newWall", "m_report"})
+        QVERIFY2(qobject_cast<QPushButton*>(button(task))->autoDefault(), task); // takes Return
 
     m_service->held.clear();
     m_service->file.clear();

@@ -197,6 +197,7 @@ private slots:
     void stereoCaveOverEightNodes();
     void measuredRoom();
     void deletedProjectionComesBack();
+    void windowIsDuplicatedToTheNextNode();
     void spareTakesTheTileOfAFailedNode();
     void reportIsSaved();
     void nodeOfFiveHundredIsDisabled();
@@ -436,6 +437,36 @@ void tst_zohostJourneys::deletedProjectionComesBack()
         built(2, 3, "n[1-6]"));
 
     QCOMPARE(after.tiles, 6);
+    QCOMPARE(after.problems, 0);
+}
+
+// Desktops may have the key of Duplicate for Delete, too.
+void tst_zohostJourneys::windowIsDuplicatedToTheNextNode()
+{
+    Wall after;
+    play(
+        [this, &after](const Person& person) {
+            openDisplaySetup(person);
+            const auto tree = [] { return inDialog<QTreeWidget>("m_displayTree"); };
+            const auto windows = [tree] { return tree()->topLevelItem(0)->childCount(); };
+            person.click("the last window",
+                         [tree] { return rowOf(tree(), tree()->topLevelItem(0)->child(1)); });
+            person.waitFor("the tree has the keys", [tree] { return tree()->hasFocus(); });
+            person.press(zoDesktopInput::Key::Delete);
+            person.waitFor("it is gone", [windows] { return windows() == 1; });
+            person.click("the first window",
+                         [tree] { return rowOf(tree(), tree()->topLevelItem(0)->child(0)); });
+            person.pressControl('d');
+            person.waitFor("there are two again", [windows] { return windows() == 2; });
+            person.click("OK", [] { return Person::spotOf(okButton()); });
+            person.waitFor("the dialog is closed",
+                           [] { return QApplication::activeModalWidget() == nullptr; });
+            count("A window deleted, and made again from the one before it", 4);
+            after = wall(person);
+        },
+        built(1, 2, "n[1-2]"));
+
+    QCOMPARE(after.windows, 2);
     QCOMPARE(after.problems, 0);
 }
 

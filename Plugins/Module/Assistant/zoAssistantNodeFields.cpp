@@ -20,7 +20,6 @@ zoAssistantNodeFields::zoAssistantNodeFields(QWidget* parent)
     , m_name(new QLineEdit)
 {
     m_hosts->setObjectName(zoText("m_hosts"));
-    m_hosts->setPlaceholderText(zoText("node[1-6]"));
     m_hosts->setToolTip(tr("Names of the nodes in the order of the tiles, row by row from the upper left:\n"
                            "node1 node2, node1 - node6, node[1-6];\n"
                            "behind a gateway: gate { node[1-6] }"));
@@ -60,12 +59,19 @@ zoAssistantNodeFields::zoAssistantNodeFields(QWidget* parent)
 
 zoAssistantNodeFields::~zoAssistantNodeFields() = default;
 
+QString zoAssistantNodeFields::example(const zoHPCWallPlan& plan)
+{
+    const int nodes = plan.nodesNeeded();
+    return nodes > 1 ? zoText("node[1-%1]").arg(nodes) : zoText("node1");
+}
+
 void zoAssistantNodeFields::showPlan(const zoHPCWallPlan& plan)
 {
     if (m_hosts->text() != plan.hosts) {
         const QSignalBlocker blocker(m_hosts);
         m_hosts->setText(plan.hosts);
     }
+    m_hosts->setPlaceholderText(example(plan));
     m_windows->show(plan.windowsPerNode);
     if (m_name->text() != plan.name) {
         const QSignalBlocker blocker(m_name);

@@ -17,6 +17,9 @@ public:
     explicit zoAssistantNodeFields(QWidget* parent = nullptr);
     ~zoAssistantNodeFields() override;
 
+    // Names of as many nodes as the plan takes.
+    static QString example(const zoHPCWallPlan& plan);
+
     void showPlan(const zoHPCWallPlan& plan) override;
     void apply(zoHPCWallPlan& plan) const override;
     QWidget* fieldOf(zoHPCWallPlan::Field field) const override;

@@ -69,6 +69,7 @@ void zoAssistantPanel::addTask(const char* name, const QString& title, const QSt
 {
     auto* button = new QCommandLinkButton(title, description);
     button->setObjectName(QLatin1String(name));
+    button->setAutoDefault(true); // takes Return, as buttons of dialogs do
     button->setIcon(zoIconManager::getIcon(icon, QString()));
     connect(button, &QCommandLinkButton::clicked, this, start);
     m_buttons->addWidget(button);

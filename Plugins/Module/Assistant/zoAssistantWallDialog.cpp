@@ -221,7 +221,8 @@ void zoAssistantWallDialog::tell()
     } else if (!obstacle.isEmpty()) {
         tellFlaw(tr("%1.").arg(obstacle));
     } else if (m_plan.hosts.trimmed().isEmpty() && m_result.mistakes.size() <= 1) {
-        tellFlaw(tr("Nodes: their names are missing, such as node[1-%1].").arg(m_plan.nodesNeeded()));
+        tellFlaw(
+            tr("Nodes: their names are missing, such as %1.").arg(zoAssistantNodeFields::example(m_plan)));
     } else if (!m_result.isGood()) {
         const zoHPCWallBuilder::Mistake& first = m_result.mistakes.front();
         tellFlaw(tr("%1: %2").arg(labelOf(first.field), first.text));

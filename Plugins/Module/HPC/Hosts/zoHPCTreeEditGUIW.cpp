@@ -316,6 +316,7 @@ void zoHPCTreeEditGUIW::connectNames()
             return;
         if (!m_isFilling) {
             item()->setHostName(name);
+            showSelection(); // names it
             emit changed();
         }
         emit hostChanged();

@@ -52,10 +52,14 @@ void zoHPCKeys::add(QAbstractItemView* view, QAction* action, QKeySequence::Stan
 {
     view->installEventFilter(this);
     view->viewport()->installEventFilter(this);
+    // X11 has Ctrl+D for the character behind the cursor of a text: no row is deleted by that.
+    const QKeySequence characterKey(int(Qt::CTRL) | Qt::Key_D);
     const QList<QKeySequence> keys = QKeySequence::keyBindings(key);
-    for (const QKeySequence& one : keys)
-        m_entries.push_back(
-            {one, action, view, [pointer = QPointer<QAction>(action)] { trigger(pointer); }, true});
+    for (const QKeySequence& one : keys) {
+        if (one != characterKey)
+            m_entries.push_back(
+                {one, action, view, [pointer = QPointer<QAction>(action)] { trigger(pointer); }, true});
+    }
 }
 
 void zoHPCKeys::add(QWidget* focus, const QKeySequence& key, std::function<void()> run)

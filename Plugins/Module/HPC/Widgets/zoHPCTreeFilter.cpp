@@ -69,6 +69,12 @@ zoHPCTreeFilter::zoHPCTreeFilter(QTreeWidget* tree, const Text& text, QWidget* p
     connect(tree->model(), &QAbstractItemModel::rowsInserted, this, againLater);
     connect(tree->model(), &QAbstractItemModel::rowsRemoved, this, againLater);
     connect(tree->model(), &QAbstractItemModel::modelReset, this, againLater);
+    // A column may get its text after its row came.
+    connect(tree->model(), &QAbstractItemModel::dataChanged, this,
+            [againLater](const QModelIndex&, const QModelIndex&, const QVector<int>& roles) {
+                if (roles.isEmpty() || roles.contains(Qt::DisplayRole))
+                    againLater();
+            });
 }
 
 zoHPCTreeFilter::~zoHPCTreeFilter() = default;
