@@ -321,7 +321,7 @@ const std::vector<zoHostileInput>& zoHostileInput::all()
         table.addHosts("tree", {"hosts", "tree"});
         table.addHosts("tree-json", {"hosts", "tree", "--json"});
         table.addHosts("new-wall", {"new", "--wall", "2x1", "--hosts", "-"});
-        table.addHosts("new-large-wall", {"new", "--wall", "1000x100", "--hosts", "-"});
+        table.addHosts("new-large-wall", {"new", "--wall", "200x100", "--hosts", "-"});
         table.addHosts("new-cave",
                        {"new", "--cave", "3000x2400x3000", "--stereo", "left-right", "--hosts", "-"});
         table.addDocuments("check", {"check", "-"});

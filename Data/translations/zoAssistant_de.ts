@@ -410,6 +410,10 @@ hinter einem Gateway: gate { node[1-6] }</translation>
         <source>Unable to print the report</source>
         <translation>Der Bericht kann nicht gedruckt werden</translation>
     </message>
+    <message>
+        <source>No page can be shown: %1.</source>
+        <translation>Keine Seite kann gezeigt werden: %1.</translation>
+    </message>
 </context>
 <context>
     <name>zoAssistantRoomView</name>

@@ -2238,6 +2238,14 @@ auch wenn die Server dann instabil sein können?</translation>
         <source>1 node</source>
         <translation>1 Knoten</translation>
     </message>
+    <message>
+        <source>the report has more than %1 pages, with %2 problems: mend those first</source>
+        <translation>der Bericht hat mehr als %1 Seiten, mit %2 Problemen: diese zuerst beheben</translation>
+    </message>
+    <message>
+        <source>the report has more than %1 pages, with %2 nodes, %3 networks and %4 windows: take larger paper, or a configuration of each part</source>
+        <translation>der Bericht hat mehr als %1 Seiten, mit %2 Knoten, %3 Netzwerken und %4 Fenstern: größeres Papier wählen oder je Teil eine Konfiguration</translation>
+    </message>
 </context>
 <context>
     <name>zoHPCReportElevation</name>
@@ -3825,6 +3833,10 @@ auch wenn die Server dann instabil sein können?</translation>
     <message>
         <source>eyes are 0 to %1 mm apart</source>
         <translation>Augen sind 0 bis %1 mm voneinander entfernt</translation>
+    </message>
+    <message>
+        <source>%1 windows are more than %2</source>
+        <translation>%1 Fenster sind mehr als %2</translation>
     </message>
 </context>
 <context>

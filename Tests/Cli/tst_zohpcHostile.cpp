@@ -21,11 +21,14 @@ private slots:
     void otherItemsAreCompared();
     void comparisonEnds_data();
     void comparisonEnds();
+    void largestWallIsWritten_data();
+    void largestWallIsWritten();
 
 private:
     void addPictures() const;
     void addValues() const;
     void addChanges() const;
+    void addReports() const;
 
     const zoCliFiles m_files;
 };
@@ -62,6 +65,7 @@ void tst_zohpcHostile::commandEnds_data()
     addPictures();
     addValues();
     addChanges();
+    addReports();
     const QString empty = m_files.write("empty.zhpc", "<cluster version='1'/>");
     for (const char* name : {"check", "format", "draw", "diff"}) {
         const QStringList command = qstrcmp(name, "diff") == 0   ? QStringList{"diff", "-", empty}
@@ -215,6 +219,24 @@ void tst_zohpcHostile::addChanges() const
         << document({}, ("<projection name='" + QByteArray(Size / 60, 'n') + '\'' + tiles).repeated(60));
 }
 
+// More than sheets of paper are good for.
+void tst_zohpcHostile::addReports() const
+{
+    const QStringList report{"report", "-", "-o", "-"};
+    QTest::newRow("report-nodes-of-one-name") << report << document(filled("<node/>"));
+    QTest::newRow("report-networks") << report << document("</network>" + filled("<network/>") + "<network>");
+    QTest::newRow("report-elements-nobody-knows") << report << "<cluster>" + filled("<x/>") + "</cluster>";
+    // These two fall by the time alone: all windows once for each of them, and a word once for each of its lines.
+    QTest::newRow("report-windows-of-one-wall")
+        << report
+        << document("<node name='a'/>",
+                    "<projection name='P' type='wall' rows='100' columns='100' distance='1'/><display>" +
+                        filled("<window node='a'><viewport projection='P'/></window>") + "</display>");
+    QTest::newRow("report-long-name") << report
+                                      << document({}, "<projection name='" + QByteArray(Size, 'n') +
+                                                          "' type='wall' rows='3' columns='3'/>");
+}
+
 // Each item is only in one of both.
 void tst_zohpcHostile::otherItemsAreCompared_data()
 {
@@ -287,6 +309,37 @@ void tst_zohpcHostile::comparisonEnds()
 
     QVERIFY2(run.exitCode == 1, run.errors.right(500).constData());
     QVERIFY(!run.output.isEmpty());
+}
+
+// As many windows as a new wall may have, and as many hosts.
+void tst_zohpcHostile::largestWallIsWritten_data()
+{
+    QTest::addColumn<QStringList>("wall");
+    QTest::addColumn<int>("windows");
+
+    QTest::newRow("small") << QStringList{"--wall", "2x2"} << 4;
+    QTest::newRow("planes") << QStringList{"--curved", "200x100", "--tile-size", "10x10", "--radius", "9000"}
+                            << 20000;
+}
+
+void tst_zohpcHostile::largestWallIsWritten()
+{
+    QFETCH(QStringList, wall);
+    QFETCH(int, windows);
+#ifdef __SANITIZE_ADDRESS__
+    QSKIP("the sanitizer takes more address space than the limit leaves");
+#endif
+    const zoCliFiles files;
+    const QString output = files.path("wall.zhpc");
+
+    const zoCommandRun run =
+        runLimited(QStringList{"new"} + wall + QStringList{"--hosts", "n[1-1000000]", "-o", output}, {});
+
+    // Some of the walls are odd ones.
+    QVERIFY2(run.exitCode == 0 || run.exitCode == 1, run.errors.right(500).constData());
+    const QByteArray written = zoCliFiles::read(output);
+    QCOMPARE(written.count("<node "), 1000000);
+    QCOMPARE(written.count("<window "), windows);
 }
 
 void tst_zohpcHostile::commandEnds()

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QCryptographicHash>
+#include <QFile>
 #include <QStandardPaths>
 #include <QTest>
 
@@ -22,6 +23,8 @@ private slots:
     void headerHasProgramAndVersion();
     void inputIsNotOverwritten();
     void unknownPaperIsRefused();
+    void tooManyPagesAreRefused_data();
+    void tooManyPagesAreRefused();
 };
 
 void tst_zohpcReport::everyTileIsTold_data()
@@ -192,6 +195,37 @@ void tst_zohpcReport::unknownPaperIsRefused()
 
     QCOMPARE(run.whole(), QByteArray("--- errors\nzohpc report: --paper: \"A5\" is no paper: A4, A3\n"
                                      "Try 'zohpc report --help'.\n--- exit code 2\n"));
+}
+
+void tst_zohpcReport::tooManyPagesAreRefused_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QByteArray>("reason");
+
+    const auto document = [](const QByteArray& nodes) {
+        return "<cluster version=\"1\"><master><network>" + nodes + "</network></master></cluster>";
+    };
+    QTest::newRow("nodes") << document(QByteArray("<node/>").repeated(100000))
+                           << QByteArray(
+                                  "with 100000 nodes, 1 networks and 0 windows: take larger paper, or a "
+                                  "configuration of each part");
+    QTest::newRow("problems") << "<cluster>" + QByteArray("<x/>").repeated(100000) + "</cluster>"
+                              << QByteArray("with 100000 problems: mend those first");
+}
+
+void tst_zohpcReport::tooManyPagesAreRefused()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QByteArray, reason);
+    const zoCliFiles files;
+    const QString input = files.write(QStringLiteral("large.zhpc"), text);
+    const QString output = files.path(QStringLiteral("large.pdf"));
+
+    const zoCommandRun run = zoCommandRun::zohpc({"report", input, "-o", output});
+
+    QCOMPARE(run.errors, input.toUtf8() + ": the report has more than 4000 pages, " + reason + '\n');
+    QCOMPARE(run.exitCode, 2);
+    QVERIFY(!QFile::exists(output));
 }
 
 ZO_TEST_MAIN(tst_zohpcReport)

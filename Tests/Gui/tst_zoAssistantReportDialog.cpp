@@ -57,6 +57,7 @@ private slots:
     void failedSaveIsTold();
     void printerGetsAllPages();
     void printerGetsTheChosenPages();
+    void tooManyPagesAreRefused();
 
 private:
     void open();
@@ -250,6 +251,24 @@ void tst_zoAssistantReportDialog::printerGetsTheChosenPages()
     printer.setFromTo(m_dialog->report().pageCount() + 1, m_dialog->report().pageCount() + 1);
     QVERIFY(!m_dialog->printOn(printer));
     QVERIFY(find<QLabel>("m_message")->text().startsWith("Unable"));
+}
+
+void tst_zoAssistantReportDialog::tooManyPagesAreRefused()
+{
+    QVERIFY(find<QPushButton>("m_save")->isEnabled());
+    m_service->held = "<cluster version=\"1\"><master><network>" + QString("<node/>").repeated(120000) +
+                      "</network></master></cluster>";
+
+    open();
+
+    QCOMPARE(m_dialog->report().pageCount(), 0);
+    QVERIFY(find<QLabel>("m_message")->text().contains("more than 4000 pages, with 120000 nodes"));
+    QCOMPARE(find<QLabel>("m_page")->text(), QString());
+    for (const char* name : {"m_save", "m_print", "m_back", "m_forth"})
+        QVERIFY2(!find<QPushButton>(name)->isEnabled(), name);
+    const QString file = m_folder->filePath("large.pdf");
+    QVERIFY(!m_dialog->savePdf(file));
+    QVERIFY(!QFile::exists(file));
 }
 
 ZO_TEST_MAIN(tst_zoAssistantReportDialog)

@@ -8,6 +8,7 @@
 #include <zoHPCTextCheck.h>
 #include <zoHPCViewportItem.h>
 #include <zoHPCWallBuilder.h>
+#include <zoHPCWallMistakes.h>
 #include <zoHPCWindowItem.h>
 
 #include <QApplication>
@@ -279,6 +280,8 @@ private slots:
     void eyesGoToTheirNodes();
     void powerWallBesideItsMiddleIsMadeOfPlanes();
     void freePlanesStandWhereTheyAreTurned();
+    void tooManyWindowsAreRefused_data();
+    void tooManyWindowsAreRefused();
     void mistakesAreToldAtTheirField_data();
     void mistakesAreToldAtTheirField();
     void likelyMistakesAreWarnings();
@@ -450,6 +453,46 @@ void tst_zoHPCWallBuilder::freePlanesStandWhereTheyAreTurned()
     QVERIFY(length(left.upperRight - Point3{-800.0, 200.0, -500.0}) < 1e-9);
     QVERIFY(length(floor.lowerLeft - Point3{-500.0, -1000.0, 200.0}) < 1e-9);
     QVERIFY(length(floor.upperRight - Point3{500.0, -1000.0, -400.0}) < 1e-9);
+}
+
+void tst_zoHPCWallBuilder::tooManyWindowsAreRefused_data()
+{
+    QTest::addColumn<Plan>("plan");
+    QTest::addColumn<QString>("text");
+
+    const auto row = [](const char* name, Plan::Kind kind, const char* text,
+                        const std::function<void(Plan&)>& change) {
+        QTest::newRow(name) << changed(Plan::of(kind), change) << QString::fromLatin1(text);
+    };
+    row("as-many-as-may-be", Plan::Kind::Tiled, "", [](Plan& p) {
+        p.columns = 200;
+        p.rows = 100;
+    });
+    row("tiles", Plan::Kind::Tiled, "20200 windows are more than 20000", [](Plan& p) {
+        p.columns = 200;
+        p.rows = 101;
+    });
+    row("of-both-eyes", Plan::Kind::Tiled, "20002 windows are more than 20000", [](Plan& p) {
+        p.columns = 137;
+        p.rows = 73;
+        p.stereo = Plan::Stereo::LeftRight;
+    });
+    row("of-a-cave", Plan::Kind::Cave, "20808 windows are more than 20000", [](Plan& p) {
+        p.columns = 102;
+        p.rows = 51;
+    });
+    row("of-planes", Plan::Kind::Planes, "20001 windows are more than 20000",
+        [](Plan& p) { p.planes = Plan::planesInARow(20001, QSizeF(1.0, 1.0), 1.0); });
+}
+
+void tst_zoHPCWallBuilder::tooManyWindowsAreRefused()
+{
+    QFETCH(Plan, plan);
+    QFETCH(QString, text);
+
+    const std::vector<Plan::Mistake> mistakes = zoHPCWallMistakes::find(plan);
+
+    QCOMPARE(mistakes.empty() ? QStringLiteral("") : mistakes.front().text, text);
 }
 
 void tst_zoHPCWallBuilder::mistakesAreToldAtTheirField_data()

@@ -71,15 +71,10 @@ int zoNewCommand::execute(const QCommandLineParser& parser)
     if (!zoTextFile::mayWrite(parser.values(QStringLiteral("output")), QString()))
         return zoConsole::Unusable;
 
-    zoHostsInput input;
-    if (!input.readArguments({parser.value(QStringLiteral("hosts"))}))
-        return zoConsole::Unusable;
-    zoHostsReading reading;
-    zoConsole::ExitCode exitCode = reading.read(input, zoHPCHostsSyntax::Form::HostsText);
+    zoHPCWallPlan plan = options.plan();
+    zoConsole::ExitCode exitCode = readHosts(parser.value(QStringLiteral("hosts")), plan.hosts);
     if (exitCode == zoConsole::Unusable)
         return exitCode;
-    zoHPCWallPlan plan = options.plan();
-    plan.hosts = reading.text();
     const zoHPCWallBuilder::Result result = zoHPCWallBuilder::build(plan);
     const auto told = [&options](const zoHPCWallPlan::Mistake& mistake) -> QString {
         return options.optionOf(mistake.field) + QLatin1String(": ") + mistake.text;
@@ -96,4 +91,16 @@ int zoNewCommand::execute(const QCommandLineParser& parser)
     const bool isWritten =
         zoTextFile::write(parser.isSet(QStringLiteral("output")) ? output : QStringLiteral("-"), result.text);
     return isWritten ? exitCode : zoConsole::Unusable;
+}
+
+// A million of them leave the memory again before the wall is built.
+zoConsole::ExitCode zoNewCommand::readHosts(const QString& argument, QString& hosts)
+{
+    zoHostsInput input;
+    if (!input.readArguments({argument}))
+        return zoConsole::Unusable;
+    zoHostsReading reading;
+    const zoConsole::ExitCode exitCode = reading.read(input, zoHPCHostsSyntax::Form::HostsText);
+    hosts = reading.text();
+    return exitCode;
 }

@@ -124,6 +124,10 @@ int zoReportCommand::write(const Request& request)
             {problem.kind, tr("line %1").arg(problem.place.line), problem.message, problem.fixText});
     const zoHPCReport report(subject, asItIs.displays(), asItIs.hosts().master(), problems,
                              request.pixelPitch, request.paper);
+    if (!report.refusal().isEmpty()) {
+        zoConsole::printError(tr("%1: %2").arg(request.file, report.refusal()));
+        return zoConsole::Unusable;
+    }
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     if (!report.writePdf(buffer)) {

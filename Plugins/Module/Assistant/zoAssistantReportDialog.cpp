@@ -53,6 +53,8 @@ zoAssistantReportDialog::zoAssistantReportDialog(const zoConfigurationService& c
     , m_forth(new QPushButton(zoText(">")))
     , m_page(new QLabel)
     , m_message(new QLabel)
+    , m_save(new QPushButton(tr("&Save as PDF...")))
+    , m_print(new QPushButton(tr("&Print...")))
 {
     setObjectName(zoText("zoAssistantReportDialog"));
     setProperty("manualPage", zoText("assistant#report"));
@@ -107,6 +109,10 @@ void zoAssistantReportDialog::createParts()
     m_page->setObjectName(zoText("m_page"));
     m_message->setObjectName(zoText("m_message"));
     m_message->setWordWrap(true);
+    m_save->setObjectName(zoText("m_save"));
+    m_print->setObjectName(zoText("m_print"));
+    connect(m_save, &QPushButton::clicked, this, &zoAssistantReportDialog::save);
+    connect(m_print, &QPushButton::clicked, this, &zoAssistantReportDialog::print);
     connect(m_paper, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [this] { make(); });
     connect(m_title, &QLineEdit::textChanged, this, [this] { make(); });
     connect(m_pitch, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, [this] { make(); });
@@ -138,12 +144,8 @@ void zoAssistantReportDialog::layOut()
     turning->addWidget(m_forth);
     turning->addStretch();
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
-    QPushButton* saving = buttons->addButton(tr("&Save as PDF..."), QDialogButtonBox::AcceptRole);
-    saving->setObjectName(zoText("m_save"));
-    QPushButton* printing = buttons->addButton(tr("&Print..."), QDialogButtonBox::ActionRole);
-    printing->setObjectName(zoText("m_print"));
-    connect(saving, &QPushButton::clicked, this, &zoAssistantReportDialog::save);
-    connect(printing, &QPushButton::clicked, this, &zoAssistantReportDialog::print);
+    buttons->addButton(m_save, QDialogButtonBox::AcceptRole);
+    buttons->addButton(m_print, QDialogButtonBox::ActionRole);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(form);
@@ -151,7 +153,7 @@ void zoAssistantReportDialog::layOut()
     layout->addLayout(turning);
     layout->addWidget(m_message);
     layout->addWidget(buttons);
-    saving->setDefault(true);
+    m_save->setDefault(true);
 }
 
 void zoAssistantReportDialog::make()
@@ -161,6 +163,10 @@ void zoAssistantReportDialog::make()
     m_report = std::make_unique<zoHPCReport>(m_subject, m_configuration.displays(),
                                              m_configuration.hosts().master(), m_problems, m_pitch->value(),
                                              static_cast<Paper>(m_paper->currentData().toInt()));
+    const QString& refusal = m_report->refusal();
+    for (QPushButton* button : {m_save, m_print})
+        button->setEnabled(refusal.isEmpty());
+    tell(refusal.isEmpty() ? QString() : tr("No page can be shown: %1.").arg(refusal));
     showPage(m_page->property("page").toInt());
 }
 
@@ -168,6 +174,13 @@ void zoAssistantReportDialog::showPage(int page)
 {
     const int shown = std::max(0, std::min(page, m_report->pageCount() - 1));
     m_page->setProperty("page", shown);
+    if (m_report->pageCount() == 0) {
+        m_page->clear();
+        m_back->setEnabled(false);
+        m_forth->setEnabled(false);
+        m_view->showPage({}, {});
+        return;
+    }
     m_page->setText(tr("Page %1 of %2").arg(shown + 1).arg(m_report->pageCount()));
     m_back->setEnabled(shown > 0);
     m_forth->setEnabled(shown + 1 < m_report->pageCount());
@@ -184,6 +197,8 @@ void zoAssistantReportDialog::tell(const QString& text)
 
 void zoAssistantReportDialog::save()
 {
+    if (!m_save->isEnabled())
+        return;
     const QFileInfo open(m_file);
     const QString name = m_file.isEmpty() ? zoText("report") : open.completeBaseName();
     const QString folder = m_file.isEmpty() ? QDir::homePath() : open.absolutePath();
@@ -195,6 +210,8 @@ void zoAssistantReportDialog::save()
 
 bool zoAssistantReportDialog::savePdf(const QString& fileName)
 {
+    if (!m_report->refusal().isEmpty())
+        return false;
     const QString file = QFileInfo(fileName).suffix().isEmpty() ? fileName + zoText(".pdf") : fileName;
     const QString shown = QDir::toNativeSeparators(file);
     // Two files that are not there are equal to each other.
@@ -219,6 +236,8 @@ bool zoAssistantReportDialog::savePdf(const QString& fileName)
 
 void zoAssistantReportDialog::print()
 {
+    if (!m_print->isEnabled())
+        return;
     QPrinter printer(QPrinter::HighResolution);
     printer.setPageOrientation(QPageLayout::Landscape);
     printer.setPageSize(QPageSize(pageSizeOf(static_cast<Paper>(m_paper->currentData().toInt()))));
@@ -233,6 +252,8 @@ void zoAssistantReportDialog::print()
 
 bool zoAssistantReportDialog::printOn(QPrinter& printer)
 {
+    if (!m_report->refusal().isEmpty())
+        return false;
     const int first = printer.fromPage() > 0 ? printer.fromPage() : 1;
     const int last =
         printer.toPage() > 0 ? std::min(printer.toPage(), m_report->pageCount()) : m_report->pageCount();

@@ -30,9 +30,9 @@ public:
     const zoHPCReport& report() const { return *m_report; }           // for tests
     const zoHPCReport::Subject& subject() const { return m_subject; } // for tests
 
-    // False, and the message tells why, when the file cannot be written.
+    // False, and the message tells why, when the file cannot be written or the report has too many pages.
     bool savePdf(const QString& fileName);
-    // All pages of the report, or those from and to which the printer is set.
+    // All pages of the report, or those from and to which the printer is set. False, with a message, when it fails.
     bool printOn(QPrinter& printer);
 
 public slots:
@@ -60,4 +60,6 @@ private:
     QPushButton* m_forth;
     QLabel* m_page;
     QLabel* m_message;
+    QPushButton* m_save;
+    QPushButton* m_print;
 };

@@ -195,12 +195,21 @@ zoHPCRenderSetup::Edges zoHPCRenderSetup::edgesOf(int projection, const QSizeF& 
     }
     if (!isTypeOf(item, Type::Tile))
         return {};
-    const QSizeF tile = m_layout.tilePixels(entry.parent == zoHPCLayout::None ? projection : entry.parent);
+    const QSizeF tile = tilePixels(entry.parent == zoHPCLayout::None ? projection : entry.parent);
     const double x = item.getDouble(P::OverlapX) / tile.width() * pixels.width();
     const double y = item.getDouble(P::OverlapY) / tile.height() * pixels.height();
     const Cell cell = cellOf(projection);
     return {cell.column > 1 ? x : 0.0, cell.column < cell.columns ? x : 0.0, cell.row > 1 ? y : 0.0,
             cell.row < cell.rows ? y : 0.0};
+}
+
+// Sought among all viewports, once for each wall.
+QSizeF zoHPCRenderSetup::tilePixels(int projection) const
+{
+    const auto known = m_tilePixels.constFind(projection);
+    return known != m_tilePixels.constEnd()
+               ? known.value()
+               : m_tilePixels.insert(projection, m_layout.tilePixels(projection)).value();
 }
 
 // False for what is more than one plane.
@@ -232,7 +241,7 @@ bool zoHPCRenderSetup::findPlane(int projection, Picture& picture) const
         return true;
     }
     if (isTypeOf(item, Type::Wall)) {
-        picture.plane = wallPlane(item, m_layout.tilePixels(projection));
+        picture.plane = wallPlane(item, tilePixels(projection));
         return item.getInt(P::Rows) > 0 && item.getInt(P::Columns) > 0;
     }
     if (isTypeOf(item, Type::Tile)) {
@@ -245,7 +254,7 @@ bool zoHPCRenderSetup::findPlane(int projection, Picture& picture) const
 void zoHPCRenderSetup::findTile(const zoHPCLayout::Projection& entry, int projection, Picture& picture) const
 {
     const P& item = *entry.item;
-    const QSizeF tile = m_layout.tilePixels(entry.parent == zoHPCLayout::None ? projection : entry.parent);
+    const QSizeF tile = tilePixels(entry.parent == zoHPCLayout::None ? projection : entry.parent);
     const double overlapX = item.getDouble(P::OverlapX);
     const double overlapY = item.getDouble(P::OverlapY);
     const int rows = std::max(1, item.getInt(P::Rows));

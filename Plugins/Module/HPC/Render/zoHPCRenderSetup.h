@@ -4,6 +4,7 @@
 #include "zoHPCPlane.h"
 
 #include <QCoreApplication>
+#include <QHash>
 #include <QPoint>
 #include <QRect>
 #include <QString>
@@ -107,8 +108,10 @@ private:
     Cell cellOf(int projection) const;
     Edges edgesOf(int projection, const QSizeF& pixels) const;
     zoHPCPlane wallPlane(const zoHPCProjectionItem& wall, const QSizeF& tile) const;
+    QSizeF tilePixels(int projection) const;
 
     zoHPCLayout m_layout;
+    mutable QHash<int, QSizeF> m_tilePixels; // as asked for
     double m_pixelPitch;
     std::vector<Picture> m_pictures;
     std::vector<LeftOut> m_leftOut;

@@ -51,7 +51,7 @@ zoHPCReport::zoHPCReport(const Subject& subject, const zoHPCDisplaySetup& displa
     : m_subject(subject)
     , m_paper(paper)
     , m_facts(displays, master, pixelPitch)
-    , m_sheets(sizeOf(paper) * s_unitsPerMillimetre)
+    , m_sheets(sizeOf(paper) * s_unitsPerMillimetre, MaximumPages)
 {
     QStringList foot{subject.title};
     if (!subject.checksum.isEmpty())
@@ -65,6 +65,24 @@ zoHPCReport::zoHPCReport(const Subject& subject, const zoHPCDisplaySetup& displa
     addNetworks();
     addViewer();
     addProblems(problems);
+    if (m_sheets.isFull())
+        m_refusal = tooManyPages(problems.size());
+}
+
+// Pages are few or many with the rows of their tables, those of problems among them.
+QString zoHPCReport::tooManyPages(std::size_t problems) const
+{
+    const std::size_t rows =
+        m_facts.layout().nodes().size() + m_facts.layout().networks().size() + 2 * m_facts.outputs().size();
+    if (problems > rows)
+        return tr("the report has more than %1 pages, with %2 problems: mend those first")
+            .arg(QString::number(MaximumPages), QString::number(problems));
+    return tr("the report has more than %1 pages, with %2 nodes, %3 networks and %4 windows: take larger "
+              "paper, or "
+              "a configuration of each part")
+        .arg(QString::number(MaximumPages), QString::number(m_facts.layout().nodes().size()),
+             QString::number(m_facts.layout().networks().size()),
+             QString::number(m_facts.layout().windows().size()));
 }
 
 QByteArray zoHPCReport::checksumOf(const QByteArray& bytes)
@@ -79,6 +97,8 @@ QSizeF zoHPCReport::sizeOf(Paper paper)
 
 bool zoHPCReport::writePdf(QIODevice& device) const
 {
+    if (!m_refusal.isEmpty())
+        return false;
     const QPageLayout layout(QPageSize(m_paper == Paper::A4 ? QPageSize::A4 : QPageSize::A3),
                              QPageLayout::Landscape, QMarginsF());
     return zoHPCPdfFile::write(device, m_subject.title, layout, Sheets::Resolution,
@@ -136,8 +156,11 @@ void zoHPCReport::addElevations()
     m_sheets.addText(
         tr("As seen by one who stands before the wall. Hatched tiles stay dark, grey strips are blended."));
     m_sheets.addGap(4 * Sheets::Point);
-    for (const zoHPCReportWalls::Wall& wall : m_facts.walls())
+    for (const zoHPCReportWalls::Wall& wall : m_facts.walls()) {
+        if (m_sheets.isFull())
+            return;
         zoHPCReportElevation(m_sheets, m_facts, wall).add();
+    }
 }
 
 void zoHPCReport::addCables()

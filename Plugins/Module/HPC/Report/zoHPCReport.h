@@ -11,6 +11,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <cstddef>
 #include <vector>
 
 class QIODevice;
@@ -24,6 +25,9 @@ class zoHPCReport final
 
 public:
     enum class Paper { A4, A3 };
+
+    // Of a wall of 100 x 100 tiles there are three thousand; nobody carries more.
+    static constexpr int MaximumPages = 4000;
 
     struct Problem
     {
@@ -50,10 +54,12 @@ public:
     // In landscape, in millimetres.
     static QSizeF sizeOf(Paper paper);
 
-    int pageCount() const { return m_sheets.pageCount(); }
+    // Why there is nothing to be shown or written: it would have more than MaximumPages. Empty otherwise.
+    const QString& refusal() const { return m_refusal; }
+    int pageCount() const { return m_refusal.isEmpty() ? m_sheets.pageCount() : 0; }
     // For printers: pages count from 0, the painter's unit is 1/zoHPCReportSheets::Resolution inch.
     void paint(QPainter& painter, int page) const { m_sheets.paint(painter, page); }
-    // False when the device fails. See zoHPCPdfFile.
+    // False when there are no pages, or the device fails. See zoHPCPdfFile.
     bool writePdf(QIODevice& device) const;
 
 private:
@@ -66,9 +72,11 @@ private:
     void addViewer();
     void addPlaces(const zoHPCReportWalls::Wall& wall, std::vector<QStringList>& rows) const;
     void addProblems(const std::vector<Problem>& problems);
+    QString tooManyPages(std::size_t problems) const;
 
     Subject m_subject;
     Paper m_paper;
     zoHPCReportFacts m_facts;
     zoHPCReportSheets m_sheets;
+    QString m_refusal;
 };

@@ -310,7 +310,7 @@ void zoHPCReportElevation::add()
     m_sheets.addText(caption());
     m_sheets.addGap(4 * s_point);
     for (int row = 0; row < m_wall.rows; row += m_partRows) {
-        for (int column = 0; column < m_wall.columns; column += m_partColumns)
+        for (int column = 0; column < m_wall.columns && !m_sheets.isFull(); column += m_partColumns)
             addPart({row, column, std::min(m_partRows, m_wall.rows - row),
                      std::min(m_partColumns, m_wall.columns - column)});
     }
@@ -326,6 +326,7 @@ void zoHPCReportElevation::addCells(const Part& part, Drawing& drawing) const
     const QPointF corner((m_sheets.width() - s_dimensions - size.width()) / 2 + s_dimensions, 0.0);
     drawing.whole = QRectF(corner, size);
     const QSizeF overlap = m_tile - m_step;
+    const bool isWholeLit = !m_facts.outputsOfWhole(m_wall).empty();
     const double width = scale * std::min(m_tile.width(), m_step.width()) - 2 * s_padding;
     for (int row = 0; row < part.rows; ++row) {
         for (int column = 0; column < part.columns; ++column) {
@@ -339,8 +340,8 @@ void zoHPCReportElevation::addCells(const Part& part, Drawing& drawing) const
             const bool isLit = std::any_of(outputs.begin(), outputs.end(), [this](int output) {
                 return m_facts.outputs()[std::size_t(output)].picture != zoHPCLayout::None;
             });
-            drawing.cells.push_back({area, brokenLabel(m_labels[index], m_letters, width),
-                                     isLit || !m_facts.outputsOfWhole(m_wall).empty()});
+            drawing.cells.push_back(
+                {area, brokenLabel(m_labels[index], m_letters, width), isLit || isWholeLit});
             if (m_wall.isBlended && overlap.width() > 0.0 && column > 0)
                 drawing.blends.push_back(
                     QRectF(area.topLeft(), QSizeF(scale * overlap.width(), area.height())));

@@ -57,21 +57,32 @@ void breakLine(const QString& line, const QFont& font, double width, QStringList
         result << line;
         return;
     }
-    QTextLayout layout(line, font);
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     option.setUseDesignMetrics(true);
-    layout.setTextOption(option);
-    layout.beginLayout();
-    for (QTextLine one = layout.createLine(); one.isValid(); one = layout.createLine()) {
-        one.setLineWidth(std::max(width, 1.0));
-        result << line.mid(one.textStart(), one.textLength()).trimmed();
+    // The toolkit goes back to the beginning of a word for each line of it. The last line of a part may go on.
+    constexpr int Part = 2000; // characters, more than a line has
+    for (int start = 0; start < line.size();) {
+        const QString part = line.mid(start, Part);
+        QTextLayout layout(part, font);
+        layout.setTextOption(option);
+        layout.beginLayout();
+        int end = 0;
+        for (QTextLine one = layout.createLine(); one.isValid(); one = layout.createLine()) {
+            one.setLineWidth(std::max(width, 1.0));
+            const int next = one.textStart() + one.textLength();
+            if (next >= part.size() && end > 0 && start + next < line.size())
+                break;
+            result << part.mid(one.textStart(), one.textLength()).trimmed();
+            end = next;
+        }
+        layout.endLayout();
+        start += std::max(1, end);
     }
-    layout.endLayout();
 }
 } // namespace
 
-zoHPCReportSheets::zoHPCReportSheets(const QSizeF& page) : m_page(page)
+zoHPCReportSheets::zoHPCReportSheets(const QSizeF& page, int mostPages) : m_page(page), m_mostPages(mostPages)
 {
     beginPage();
 }
@@ -108,8 +119,11 @@ QStringList zoHPCReportSheets::lines(const QString& text, const QFont& font, dou
 
 void zoHPCReportSheets::beginPage()
 {
-    m_pages.emplace_back();
     m_y = 0.0;
+    if (isFull())
+        m_pages.back() = Page();
+    else
+        m_pages.emplace_back();
 }
 
 void zoHPCReportSheets::addHeading(const QString& text, double least)
@@ -155,13 +169,19 @@ void zoHPCReportSheets::addPicture(double height, const Paint& paint)
     m_y += height;
 }
 
+// Columns say the same again and again; measuring it takes longer than all else.
 zoHPCReportSheets::Cells zoHPCReportSheets::brokenRow(const QStringList& row,
-                                                      const std::vector<double>& widths, Style style) const
+                                                      const std::vector<double>& widths, Style style,
+                                                      const QStringList& rowAbove, const Cells& above)
 {
     Cells cells;
     const QFont letters = font(style);
-    for (std::size_t i = 0; i < widths.size(); ++i)
-        cells.push_back(lines(row.value(int(i)), letters, widths[i] - 2 * CellMargin));
+    for (std::size_t i = 0; i < widths.size(); ++i) {
+        const QString cell = row.value(int(i));
+        cells.push_back(i < above.size() && cell == rowAbove.value(int(i))
+                            ? above[i]
+                            : lines(cell, letters, widths[i] - 2 * CellMargin));
+    }
     return cells;
 }
 
@@ -216,7 +236,7 @@ void zoHPCReportSheets::addTable(const std::vector<Column>& columns, const std::
         widths.push_back(width() * column.share / sum);
         titles << column.title;
     }
-    const Cells header = brokenRow(titles, widths, Style::TableHeader);
+    const Cells header = brokenRow(titles, widths, Style::TableHeader, {}, {});
     const double step = lineHeight(font(Style::Table));
     const auto room = [&] { return int((leftHeight() - 2 * CellMargin) / step); };
     // The header never stands alone at the end of a page.
@@ -224,8 +244,13 @@ void zoHPCReportSheets::addTable(const std::vector<Column>& columns, const std::
     if (room() < FewestLines + 2)
         beginPage();
     placeHeader(header, widths);
+    Cells cells;
+    QStringList above;
     for (const QStringList& row : rows) {
-        const Cells cells = brokenRow(row, widths, Style::Table);
+        if (isFull())
+            return;
+        cells = brokenRow(row, widths, Style::Table, above, cells);
+        above = row;
         int count = 0;
         for (const QStringList& cell : cells)
             count = std::max<int>(count, cell.size());
@@ -257,8 +282,11 @@ void zoHPCReportSheets::paint(QPainter& painter, int page) const
         painter.restore();
     }
     painter.setPen(Qt::black);
+    const Piece* last = nullptr;
     for (const Piece& piece : shown.pieces) {
-        painter.setFont(font(piece.style));
+        if (last == nullptr || last->style != piece.style)
+            painter.setFont(font(piece.style));
+        last = &piece;
         painter.drawText(piece.at, piece.text);
     }
     const QFont foot = font(Style::Foot);

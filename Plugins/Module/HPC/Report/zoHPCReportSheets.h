@@ -34,8 +34,8 @@ public:
 
     using Paint = std::function<void(QPainter& painter, const QRectF& area)>;
 
-    // Of the whole page.
-    explicit zoHPCReportSheets(const QSizeF& page);
+    // Of the whole page. What goes beyond the last of `mostPages` is not kept: there is one page more, which is empty.
+    zoHPCReportSheets(const QSizeF& page, int mostPages);
 
     // What stands at the foot of each page beside its number; cut in its middle where it is too long.
     void setFoot(const QString& text) { m_foot = text; }
@@ -58,6 +58,7 @@ public:
     double leftHeight() const { return height() - m_y; } // on this page
 
     int pageCount() const { return int(m_pages.size()); }
+    bool isFull() const { return pageCount() > m_mostPages; }
     // Pages count from 0.
     void paint(QPainter& painter, int page) const;
 
@@ -92,12 +93,14 @@ private:
 
     void addLines(const QStringList& lines, Style style, double x);
     void addRule(double y, double thickness);
-    Cells brokenRow(const QStringList& row, const std::vector<double>& widths, Style style) const;
+    static Cells brokenRow(const QStringList& row, const std::vector<double>& widths, Style style,
+                           const QStringList& rowAbove, const Cells& above);
     void placeRow(const Cells& row, int from, int count, const std::vector<double>& widths, Style style,
                   bool hasBox);
     void placeHeader(const Cells& header, const std::vector<double>& widths);
 
     QSizeF m_page;
+    int m_mostPages;
     QString m_foot;
     std::vector<Page> m_pages;
     double m_y = 0.0; // below the upper margin

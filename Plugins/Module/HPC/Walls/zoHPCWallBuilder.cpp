@@ -17,6 +17,9 @@
 #include <QDomDocument>
 #include <QSet>
 
+#include <memory>
+#include <utility>
+
 namespace
 {
 using Plan = zoHPCWallPlan;
@@ -96,20 +99,21 @@ void addWindows(zoHPCDisplayItem& display, const Plan& plan, const zoHPCWallProj
                   nodes.isEmpty() ? QString() : nodes.at(window.node));
 }
 
-// Reads what was made as a file is read, so that its text is what a save writes.
-void fill(zoHPCConfiguration& configuration, const QString& hosts,
-          const zoHPCWallProjections::List& projections, const zoHPCDisplayItem& display)
+// Reads the projections that were made as a file is read, so that their text is what a save writes. Hosts and windows
+// are taken as they are: a document of a hundred thousand windows takes more memory than all else.
+void fill(zoHPCConfiguration& configuration, const QString& hosts, zoHPCWallProjections::List projections,
+          std::unique_ptr<zoHPCDisplayItem> display)
 {
-    zoHPCConfiguration made;
-    made.hosts().setDefaultConfig();
-    made.hosts().setHostString(hosts);
-    made.displays().clear();
-    QDomDocument document = made.document();
-    QDomElement root = document.documentElement();
-    for (const auto& projection : projections)
-        root.appendChild(projection->toXML(document, zoClusterTags::Projection));
-    root.appendChild(display.toXML(document, zoClusterTags::Display));
-    configuration.read(document);
+    zoHPCDisplaySetup& displays = configuration.displays();
+    for (auto& projection : projections)
+        displays.projectionRoot()->addChild(projection.release());
+    QDomDocument document;
+    zoHPCDocumentText::parse(configuration.outline(zoHPCDocumentText::Tiles::None), document);
+    displays.loadFromXML(document);
+    displays.displayRoot()->addChild(display.release());
+    displays.correctProjectionViewportsAssignments();
+    configuration.hosts().setDefaultConfig();
+    configuration.hosts().setHostString(hosts);
 }
 
 // What is found in the finished configuration: nothing that is made of a plan may look like a mistake to "check".
@@ -179,11 +183,11 @@ zoHPCWallBuilder::Result zoHPCWallBuilder::build(const zoHPCWallPlan& plan)
     result.mistakes = windows.mistakes();
     if (!result.isGood())
         return result;
-    const zoHPCWallProjections::List projections = zoHPCWallProjections::make(plan);
-    zoHPCDisplayItem display;
-    addWindows(display, plan, projections, windows, hosts.drivers);
+    zoHPCWallProjections::List projections = zoHPCWallProjections::make(plan);
+    auto display = std::make_unique<zoHPCDisplayItem>();
+    addWindows(*display, plan, projections, windows, hosts.drivers);
     zoHPCConfiguration configuration;
-    fill(configuration, hosts.text, projections, display);
+    fill(configuration, hosts.text, std::move(projections), std::move(display));
     result.warnings = zoHPCWallMistakes::findDoubts(plan);
     tellProblems(configuration, plan, result);
     if (result.isGood())
@@ -200,11 +204,11 @@ QString zoHPCWallBuilder::sketch(const zoHPCWallPlan& plan)
     zoHPCWallPlan seen = plan;
     seen.windowsPerNode = 0;
     seen.eyeOrder = Plan::EyeOrder::Alternating;
-    const zoHPCWallProjections::List projections = zoHPCWallProjections::make(seen);
+    zoHPCWallProjections::List projections = zoHPCWallProjections::make(seen);
     const zoHPCWallWindows windows(seen, seen.tileCount(), seen.windowCount());
-    zoHPCDisplayItem display;
-    addWindows(display, seen, projections, windows, {});
+    auto display = std::make_unique<zoHPCDisplayItem>();
+    addWindows(*display, seen, projections, windows, {});
     zoHPCConfiguration configuration;
-    fill(configuration, QString::fromLatin1(""), projections, display);
+    fill(configuration, QString::fromLatin1(""), std::move(projections), std::move(display));
     return configuration.text();
 }

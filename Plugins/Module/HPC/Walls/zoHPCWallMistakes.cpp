@@ -138,12 +138,21 @@ void zoHPCWallMistakes::checkTiles()
         else if (m_plan.tileCount() > zoHPCProjectionItem::MaximumTiles)
             add(Field::Tiles, tr("%1 tiles are more than %2")
                                   .arg(tiles, QString::number(zoHPCProjectionItem::MaximumTiles)));
+        else
+            checkWindows(Field::Tiles);
     }
     if (!isCount(m_plan.tilePixels.width(), MostPixels) || !isCount(m_plan.tilePixels.height(), MostPixels))
         add(Field::TilePixels, tr("%1x%2 pixels cannot be: 1 to %3 each way")
                                    .arg(m_plan.tilePixels.width())
                                    .arg(m_plan.tilePixels.height())
                                    .arg(MostPixels));
+}
+
+void zoHPCWallMistakes::checkWindows(Field field)
+{
+    if (m_plan.windowCount() > Plan::MaximumWindows)
+        add(field, tr("%1 windows are more than %2")
+                       .arg(QString::number(m_plan.windowCount()), QString::number(Plan::MaximumWindows)));
 }
 
 void zoHPCWallMistakes::checkOverlap()
@@ -238,6 +247,8 @@ void zoHPCWallMistakes::checkPlanes()
         add(Field::Planes, tr("%1 planes are more than %2")
                                .arg(QString::number(m_plan.planes.size()),
                                     QString::number(zoHPCProjectionItem::MaximumTiles)));
+    else
+        checkWindows(Field::Planes);
     for (const Plan::Plane& plane : m_plan.planes) {
         if (!isLength(plane.size.width()) || !isLength(plane.size.height()))
             add(Field::Planes, sizes());

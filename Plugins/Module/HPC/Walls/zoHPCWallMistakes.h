@@ -36,6 +36,7 @@ private:
     explicit zoHPCWallMistakes(const zoHPCWallPlan& plan) : m_plan(plan) {}
 
     void checkTiles();
+    void checkWindows(zoHPCWallPlan::Field field);
     void checkOverlap();
     void checkTiled();
     void checkSize();

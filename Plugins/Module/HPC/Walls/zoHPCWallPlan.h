@@ -94,6 +94,8 @@ struct zoHPCWallPlan final
 
     // A window per screen: as many as a node has (see zoHPCDisplayTables).
     static constexpr int MaximumScreens = 16;
+    // Of one wall, far beyond the largest there is: they and a million hosts take less than a gigabyte to build.
+    static constexpr int MaximumWindows = 20000;
 
     // Between neighbouring tiles: what they share; below 0, what lies between their pictures: a bezel.
     struct Overlap
