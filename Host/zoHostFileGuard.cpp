@@ -188,6 +188,7 @@ void zoHostFileGuard::takeNoteOfForeign(const QString& fileName, const QString& 
     // Whoever loads it for a script says so.
     if (m_controller->isNonInteractive() || m_document->isBringingBack())
         return;
+    zoLog::error(tr("Configuration %1 cannot be used: %2").arg(QDir::toNativeSeparators(name), reason));
     tell("ForeignBox", tr("%1 holds no cluster configuration.").arg(shortName(name)),
          reason + QLatin1Char('\n') +
              tr("The window shows an empty one instead. The file stays as it is until it is saved, and that "

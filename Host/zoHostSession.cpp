@@ -86,10 +86,11 @@ bool zoHostSession::loadConfiguration(const QString& fileName)
         }
         // The module decides what becomes of a text that cannot be used; a person sees why it is empty.
         const bool usable = document.parse(zoFileText(bytes).text(), reason);
-        if (!usable)
-            fail(tr("Configuration %1 cannot be used: %2").arg(fileName, reason));
-        if (m_ended)
+        const QString unusable = tr("Configuration %1 cannot be used: %2");
+        if (!usable && m_options.nonInteractive) {
+            fail(unusable.arg(fileName, reason));
             return false;
+        }
         const QString absolute = QFileInfo(fileName).absoluteFilePath();
         m_whyForeign.clear();
         if (!m_window->document()->load(absolute)) {
@@ -98,9 +99,11 @@ bool zoHostSession::loadConfiguration(const QString& fileName)
         }
         // A person is told by the guard of the files, and goes on.
         if (usable && !m_whyForeign.isEmpty() && m_options.nonInteractive) {
-            fail(tr("Configuration %1 cannot be used: %2").arg(fileName, m_whyForeign));
+            fail(unusable.arg(fileName, m_whyForeign));
             return false;
         }
+        if (!usable && m_whyForeign.isEmpty())
+            fail(unusable.arg(fileName, reason));
         if (usable && m_whyForeign.isEmpty())
             zoLog::info(tr("Configuration %1 loaded").arg(absolute));
     }

@@ -638,6 +638,10 @@ Soll die Sitzung auf diesem Rechner geprobt werden?</translation>
         <source>%1 holds no cluster configuration and is not overwritten: %2</source>
         <translation>%1 enthält keine Cluster-Konfiguration und wird nicht überschrieben: %2</translation>
     </message>
+    <message>
+        <source>Configuration %1 cannot be used: %2</source>
+        <translation>Konfiguration %1 ist nicht verwendbar: %2</translation>
+    </message>
 </context>
 <context>
     <name>zoHostFileNews</name>

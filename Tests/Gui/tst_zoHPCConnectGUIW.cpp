@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QWindow>
 
 #include <algorithm>
 #include <cmath>
@@ -25,6 +26,8 @@ private slots:
     void negativeValueIsBusyAndTheNextOnePercentAgain();
     void barWithTenStepsIsLeftAlone();
     void finishedHides();
+    void keysGoBackToTheHost();
+    void keysThatAreElsewhereStayThere();
     void serviceSignalsDriveTheOverlay();
     void abortDisablesTheButtonAndCallsTheService();
     void escapeAbortsOnceAndTheOverlayStays();
@@ -116,6 +119,41 @@ void tst_zoHPCConnectGUIW::finishedHides()
     m_overlay->setFinished();
 
     QVERIFY(!m_overlay->isVisible());
+}
+
+// The window manager is only asked for a window that the one with the keys does not belong to.
+void tst_zoHPCConnectGUIW::keysGoBackToTheHost()
+{
+    QWidget* host = m_host->mainWindowWidget();
+    host->show();
+    QVERIFY(QTest::qWaitForWindowActive(host));
+    m_overlay->setProgress(QStringLiteral("x"), 40);
+    m_overlay->activateWindow();
+    QTRY_VERIFY(m_overlay->isActiveWindow());
+    QVector<QWindow*> parents;
+    connect(m_overlay->windowHandle(), &QWindow::transientParentChanged, this,
+            [&parents](QWindow* parent) { parents << parent; });
+
+    m_overlay->setFinished();
+
+    QCOMPARE(parents, QVector<QWindow*>({nullptr, host->windowHandle()}));
+    QTRY_COMPARE(QApplication::activeWindow(), host);
+}
+
+void tst_zoHPCConnectGUIW::keysThatAreElsewhereStayThere()
+{
+    m_host->mainWindowWidget()->show();
+    m_overlay->setProgress(QStringLiteral("x"), 40);
+    m_overlay->setModal(false); // else no other window of this program could have the keys
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+
+    m_overlay->setFinished();
+
+    QCoreApplication::processEvents();
+    QCOMPARE(QApplication::activeWindow(), &other);
 }
 
 void tst_zoHPCConnectGUIW::serviceSignalsDriveTheOverlay()

@@ -4,6 +4,7 @@
 
 #include <QPainter>
 #include <QShowEvent>
+#include <QWindow>
 
 #include <zoClusterService.h>
 #include <zoKernelServiceFactory.h>
@@ -42,9 +43,25 @@ void zoHPCConnectGUIW::setProgress(const QString& text, int value)
     show();
 }
 
+// Who had the keys gives them back: a window manager that is busy with new windows (a rehearsal opens its own at this
+// moment) leaves them with nobody. Without them here a person has gone elsewhere, and is not called back.
 void zoHPCConnectGUIW::setFinished()
 {
+    const bool hadKeys = isActiveWindow();
     hide();
+    if (hadKeys && parentWidget() != nullptr && parentWidget()->window()->isVisible())
+        giveKeysBack();
+}
+
+void zoHPCConnectGUIW::giveKeysBack()
+{
+    QWindow* own = windowHandle();
+    QWindow* host = own->transientParent();
+    // While the window with the keys is seen as a part of the other, the toolkit goes past the window manager, which
+    // then takes them away again.
+    own->setTransientParent(nullptr);
+    parentWidget()->window()->activateWindow();
+    own->setTransientParent(host);
 }
 
 void zoHPCConnectGUIW::clickedAbort()

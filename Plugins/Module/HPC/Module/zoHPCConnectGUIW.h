@@ -42,6 +42,7 @@ protected:
 
 private:
     void abortConnecting();
+    void giveKeysBack();
 
     const std::unique_ptr<Ui_zoHPCConnectGUIW> m_ui;
 };
