@@ -13,11 +13,13 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QDate>
 #include <QDialog>
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QLocale>
 #include <QMenu>
 #include <QPainter>
 #include <QPlainTextEdit>
@@ -341,6 +343,7 @@ void zoScreenshots::takeAssistant()
     QWidget* panel = window()->moduleWindows().value(1);
     panel->show();
     settle();
+    settleLog();
     take(window(), QStringLiteral("assistant"));
     takeNewWall();
     load(sample("powerwall-2x2.zhpc"));
@@ -528,9 +531,11 @@ void zoScreenshots::settleLog()
         while (!(place = log->find(what, place)).isNull())
             place.insertText(after);
     };
-    replaceAll(QStringLiteral("^\\d\\d:\\d\\d:\\d\\d"), QStringLiteral("09:00:00"));
+    replaceAll(QStringLiteral("^\\d+:\\d\\d:\\d\\d(?=  )"), QStringLiteral("09:00:00"));
+    replaceAll(QStringLiteral("^\\d+:\\d\\d:\\d\\d [AP]M"), QStringLiteral("9:00:00 AM"));
     replaceAll(QStringLiteral("/\\S+/(?=(lib)?[\\w-]+\\.(so|zhpc))"), QStringLiteral("/opt/zo/"));
-    replaceAll(QStringLiteral("^\\d{4}-\\d\\d-\\d\\d$"), QStringLiteral("2026-11-20"));
+    replaceAll(QStringLiteral("^\\d+[./]\\d+[./]\\d+$"),
+               QLocale().toString(QDate(2026, 11, 20), QLocale::ShortFormat));
     settle();
 }
 
