@@ -252,6 +252,13 @@ void zoHostRecovery::tellDamaged(const QVector<Work>& damaged, const QVector<Wor
         if (!kept.isEmpty())
             lines << tr("What is left is kept in %1").arg(QDir::toNativeSeparators(kept));
     }
+    // No list has it any more once the box is gone.
+    for (const Work& work : damaged) {
+        const QString kept = zoHostEarlierConfigurations::setAsideName(work.entry);
+        if (!kept.isEmpty())
+            zoLog::error(tr("Changes that were not saved are damaged, what is left is kept in %1: %2")
+                             .arg(QDir::toNativeSeparators(kept), work.flaw));
+    }
     if (damaged.size() > s_mostLines)
         lines << tr("and %1 more").arg(damaged.size() - s_mostLines);
     QMessageBox* box =

@@ -1403,6 +1403,10 @@ Das Protokoll nennt den Grund.</translation>
         <source>Changes that were not saved are damaged and cannot be brought back.</source>
         <translation>Nicht gespeicherte Änderungen sind beschädigt und können nicht zurückgeholt werden.</translation>
     </message>
+    <message>
+        <source>Changes that were not saved are damaged, what is left is kept in %1: %2</source>
+        <translation>Nicht gespeicherte Änderungen sind beschädigt, was davon übrig ist, liegt in %1: %2</translation>
+    </message>
 </context>
 <context>
     <name>zoHostSession</name>

@@ -353,6 +353,10 @@ void tst_zoHostAutosave::damagedWorkIsToldAndStays()
     const QStringList files = folder.entryList({"*.damaged"});
     QCOMPARE(files.size(), 1);
     QVERIFY2(told.contains(folder.filePath(files.constFirst())), qPrintable(told));
+    // The box is gone after a click.
+    const QString logged = mainWindow()->logPanel()->toPlainText();
+    QVERIFY2(logged.contains("damaged, what is left is kept in " + folder.filePath(files.constFirst())),
+             qPrintable(logged));
     QCOMPARE(read(folder.filePath(files.constFirst())), left);
     QCOMPARE(folder.entryList({"*.origin"}), QStringList());
 }
