@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QRegularExpression>
 
 #include <memory>
 
@@ -59,6 +60,7 @@ void tst_zoHostJournal::loadIsLogged()
 
 void tst_zoHostJournal::fileThatIsNoConfigurationIsNotLoaded()
 {
+    expectMessage(QtCriticalMsg, QRegularExpression("wall\\.zhpc cannot be used: .*strange"));
     m_window->loadConfig(m_parts->writeFile("wall.zhpc", "foreign"));
     m_host->findChild<QMessageBox*>("ForeignBox")->accept();
     m_window->loadConfig(m_parts->writeFile("other.zhpc", "a"));
