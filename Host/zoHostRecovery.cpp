@@ -214,7 +214,8 @@ void zoHostRecovery::offerOne(const Work& work)
 void zoHostRecovery::offerList(const QVector<Work>& works)
 {
     QStringList lines;
-    for (const Work& work : works.mid(0, s_mostLines))
+    const QVector<Work> listed = works.mid(0, s_mostLines);
+    for (const Work& work : listed)
         lines << describe(work);
     if (works.size() > s_mostLines)
         lines << tr("and %1 more").arg(works.size() - s_mostLines);
@@ -246,7 +247,8 @@ void zoHostRecovery::finishAll(const QVector<Work>& works)
 void zoHostRecovery::tellDamaged(const QVector<Work>& damaged, const QVector<Work>& works)
 {
     QStringList lines;
-    for (const Work& work : damaged.mid(0, s_mostLines)) {
+    const QVector<Work> listed = damaged.mid(0, s_mostLines);
+    for (const Work& work : listed) {
         lines << nameOf(work) << tr("Damage: %1").arg(work.flaw);
         const QString kept = zoHostEarlierConfigurations::setAsideName(work.entry);
         if (!kept.isEmpty())

@@ -61,7 +61,7 @@ QString zoModuleFile::flawOf(const QString& fileName)
         !isWithin(header.e_shoff, quint64(header.e_shnum) * header.e_shentsize, size))
         return cut;
     std::vector<Elf64_Phdr> segments(header.e_phnum);
-    const auto bytes = qint64(segments.size() * sizeof(Elf64_Phdr));
+    const qint64 bytes = qint64(segments.size()) * qint64(sizeof(Elf64_Phdr));
     if (!file.seek(qint64(header.e_phoff)) ||
         file.read(reinterpret_cast<char*>(segments.data()), bytes) != bytes)
         return cut;
