@@ -8,8 +8,7 @@
 #include <QLabel>
 #include <QListView>
 
-zoHPCComboSearch::zoHPCComboSearch(QComboBox* combo)
-    : QObject(combo), m_combo(combo), m_shown(new QLabel(combo->view()))
+zoHPCComboSearch::zoHPCComboSearch(QComboBox* combo) : QObject(combo), m_shown(new QLabel(combo->view()))
 {
     m_shown->setObjectName(zoText("m_comboSearch"));
     m_shown->setAutoFillBackground(true);
@@ -22,10 +21,12 @@ zoHPCComboSearch::zoHPCComboSearch(QComboBox* combo)
 
 bool zoHPCComboSearch::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched != m_combo->view())
+    // Events also come while the combo box and its list are being destroyed.
+    auto* const list = qobject_cast<QListView*>(watched);
+    if (list == nullptr)
         return QObject::eventFilter(watched, event);
     if (event->type() == QEvent::Hide && !event->spontaneous())
-        search(QString());
+        search(list, QString());
     if (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride)
         return QObject::eventFilter(watched, event);
     const auto* key = static_cast<QKeyEvent*>(event);
@@ -42,27 +43,28 @@ bool zoHPCComboSearch::eventFilter(QObject* watched, QEvent* event)
     else
         return QObject::eventFilter(watched, event);
     if (event->type() == QEvent::KeyPress)
-        search(text);
+        search(list, text);
     event->accept();
     return true;
 }
 
-void zoHPCComboSearch::search(const QString& text)
+void zoHPCComboSearch::search(QListView* list, const QString& text)
 {
-    auto* const list = qobject_cast<QListView*>(m_combo->view());
-    if (list == nullptr || text == m_text)
+    if (text == m_text)
         return;
     m_text = text;
     int first = -1;
-    for (int row = 0; row < m_combo->count(); ++row) {
-        const bool isFound = m_combo->itemText(row).contains(text, Qt::CaseInsensitive);
+    const QAbstractItemModel* const model = list->model();
+    const auto place = [&](int row) { return model->index(row, list->modelColumn(), list->rootIndex()); };
+    for (int row = 0; row < model->rowCount(list->rootIndex()); ++row) {
+        const bool isFound = place(row).data(Qt::DisplayRole).toString().contains(text, Qt::CaseInsensitive);
         list->setRowHidden(row, !isFound);
         if (isFound && first < 0)
             first = row;
     }
     const QModelIndex current = list->currentIndex();
     if (first >= 0 && !text.isEmpty() && (!current.isValid() || list->isRowHidden(current.row())))
-        list->setCurrentIndex(list->model()->index(first, m_combo->modelColumn(), list->rootIndex()));
+        list->setCurrentIndex(place(first));
     m_shown->setText(text.isEmpty() ? QString() : tr("Search: %1").arg(text));
     m_shown->adjustSize();
     m_shown->move(list->width() - m_shown->width() - 4, 2);

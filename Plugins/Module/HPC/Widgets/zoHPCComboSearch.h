@@ -5,6 +5,7 @@
 
 class QComboBox;
 class QLabel;
+class QListView;
 
 // What is typed into the open list of a combo box shows those of its rows that hold it anywhere, upper and lower case
 // alike; the first one of them is current. Backspace takes a character back, Esc all of them before it closes the list.
@@ -22,9 +23,8 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void search(const QString& text);
+    void search(QListView* list, const QString& text);
 
-    QComboBox* m_combo;
     QLabel* m_shown; // what was typed, over the list
     QString m_text;
 };
