@@ -18,7 +18,9 @@
 
 #include <benchmark/benchmark.h>
 
+#include <cmath>
 #include <memory>
+#include <utility>
 
 namespace
 {
@@ -101,6 +103,37 @@ struct Wall
     zoHPCDisplayGUII editor;
 };
 
+std::unique_ptr<Wall> s_wall;
+
+// A power wall whose blends follow its overlap, shown and expanded.
+struct BlendedWall
+{
+    BlendedWall()
+    {
+        QDomDocument document = emptyDocument();
+        QDomElement wall = document.createElement(text("projection"));
+        for (const auto& [name, value] :
+             {std::pair("name", "Wall"), std::pair("type", "powerwall"), std::pair("rows", "100"),
+              std::pair("columns", "100"), std::pair("width", "9000"), std::pair("height", "9000"),
+              std::pair("distance", "1500"), std::pair("edgeblending", "true"), std::pair("overlapx", "1"),
+              std::pair("overlapy", "1")})
+            wall.setAttribute(text(name), text(value));
+        document.documentElement().appendChild(wall);
+        document.documentElement().appendChild(
+            s_wall->document.documentElement().firstChildElement(text("display")).cloneNode());
+        editor.loadFromXML(document);
+        editor.open(Wall::nodeNames());
+        auto* const tree = editor.findChild<QTreeWidget*>(text("m_projectionTree"));
+        projection = static_cast<zoHPCProjectionItem*>(tree->topLevelItem(0));
+        tree->expandItem(projection);
+        QCoreApplication::processEvents();
+        require(projection->childCount() == Tiles, "tiles of the blended wall");
+    }
+
+    zoHPCDisplayGUII editor;
+    zoHPCProjectionItem* projection = nullptr;
+};
+
 // The least for a wall: its rows, with all columns, in a plain tree.
 struct PlainWall
 {
@@ -158,7 +191,7 @@ struct ManyWindows
     zoHPCDisplayGUII editor;
 };
 
-std::unique_ptr<Wall> s_wall;
+std::unique_ptr<BlendedWall> s_blendedWall;
 std::unique_ptr<PlainWall> s_plainWall;
 std::unique_ptr<ManyWindows> s_windows;
 
@@ -269,6 +302,24 @@ void changeDistance(benchmark::State& state)
     require(static_cast<zoHPCProjectionItem*>(wall->child(77))->getDouble(zoHPCProjectionItem::Distance) ==
                 distance,
             "tiles follow the change");
+}
+
+// The same where each tile has its own values.
+void changeOverlap(benchmark::State& state)
+{
+    zoHPCProjectionItem* const wall = s_blendedWall->projection;
+    static int overlap = 1;
+    for (auto _ : state) {
+        state.PauseTiming();
+        settle();
+        state.ResumeTiming();
+        wall->setInt(zoHPCProjectionItem::OverlapX, overlap = overlap % 50 + 1);
+    }
+    const auto* const tile = static_cast<zoHPCProjectionItem*>(wall->child(77));
+    const double width = (9000.0 + 99.0 * overlap) / 100.0;
+    require(wall->childCount() == Tiles, "tiles after a changed overlap");
+    require(std::abs(tile->getDouble(zoHPCProjectionItem::RightEdge) - overlap / width) < 1e-9,
+            "blends follow the overlap");
 }
 
 void regenerateFloor(benchmark::State& state)
@@ -394,6 +445,7 @@ int main(int argc, char** argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     s_wall = std::make_unique<Wall>();
+    s_blendedWall = std::make_unique<BlendedWall>();
     s_plainWall = std::make_unique<PlainWall>();
     s_windows = std::make_unique<ManyWindows>();
 
@@ -404,6 +456,9 @@ int main(int argc, char** argv)
     // As often as a screen is painted while a value is dragged.
     suite.compare({"changing a field of the wall", "10,000 bare rows of 40 columns", "", 0, 0, 0, 16},
                   changeDistance, regenerateFloor);
+    suite.compare(
+        {"changing the overlap of a blended wall", "10,000 bare rows of 40 columns", "", 0, 0, 0, 16},
+        changeOverlap, regenerateFloor);
     suite.compare({"section from a ready document", "the same, every nested tile built", "", 0, 0, 0.25},
                   load, loadFloor);
     suite.compare({"10,000 node names, 10,000 windows", "one name after the other", "", 0, 0, 0.05},
@@ -413,6 +468,7 @@ int main(int argc, char** argv)
     const bool met = suite.print();
     s_windows.reset();
     s_plainWall.reset();
+    s_blendedWall.reset();
     s_wall.reset();
     return suite.finish(met);
 }

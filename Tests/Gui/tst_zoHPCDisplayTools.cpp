@@ -62,6 +62,7 @@ private slots:
     void windowForEverySurfaceIsOneStep();
     void windowForEverySurfaceWaitsForTheEndOfTheSession();
     void nodeStandsBesideItsSurface();
+    void nodesBesideSurfacesKeepTheRows();
     void nodesThatChangedUnseenStandThereOnceShown();
     void clickedSurfaceIsAssignedAsOneStep();
     void clickWithControlKeySelects();
@@ -521,6 +522,21 @@ void tst_zoHPCDisplayTools::nodeStandsBesideItsSurface()
     QTRY_COMPARE(tile->text(zoHPCProjectionItem::ColumnCount), QStringLiteral("n1"));
     settle();
     QVERIFY(!m_window->documentText().contains(QStringLiteral("n6\" screen")));
+}
+
+// While a value is dragged ten thousand tiles are not made anew for each step.
+void tst_zoHPCDisplayTools::nodesBesideSurfacesKeepTheRows()
+{
+    load(8, 8);
+    auto* const wall = static_cast<zoHPCProjectionItem*>(projections()->topLevelItem(0));
+    QTRY_COMPARE(wall->child(5)->text(zoHPCProjectionItem::ColumnCount), QStringLiteral("n6"));
+    const QList<zoHPCProjectionItem*> tiles = wall->children<zoHPCProjectionItem>();
+
+    wall->setDouble(zoHPCProjectionItem::Distance, 2500.0);
+
+    QCOMPARE(wall->children<zoHPCProjectionItem>(), tiles);
+    QCOMPARE(tiles.at(5)->plane().lowerLeft.z, -2500.0);
+    QCOMPARE(wall->child(5)->text(zoHPCProjectionItem::ColumnCount), QStringLiteral("n6"));
 }
 
 void tst_zoHPCDisplayTools::clickedSurfaceIsAssignedAsOneStep()

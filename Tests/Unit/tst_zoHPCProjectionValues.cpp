@@ -105,6 +105,8 @@ private slots:
     void changedValuesKeepTheirRows();
     void touchedRowsAreMadeAnew_data();
     void touchedRowsAreMadeAnew();
+    void whatViewsWriteBesideTouchesNoRow();
+    void tilesAreOthersAfterAnUpdate();
 };
 
 void tst_zoHPCProjectionValues::changedValuesAreThoseOfAWholeUpdate_data()
@@ -173,6 +175,8 @@ void tst_zoHPCProjectionValues::touchedRowsAreMadeAnew_data()
         delete item.takeChild(1);
         item.insertChild(1, new QTreeWidgetItem);
     });
+    QTest::newRow("with-a-row-below")
+        << Touch([](Item& item) { item.child(1)->addChild(new Item(text("x"), text("tile"))); });
 }
 
 void tst_zoHPCProjectionValues::touchedRowsAreMadeAnew()
@@ -186,6 +190,35 @@ void tst_zoHPCProjectionValues::touchedRowsAreMadeAnew()
     touch(item);
 
     QVERIFY(!item.updateValues());
+}
+
+// As the node beside a surface, and tool tips.
+void tst_zoHPCProjectionValues::whatViewsWriteBesideTouchesNoRow()
+{
+    Item item(text("w"), text("wall"));
+    item.setInt(Item::Columns, 3);
+    item.update();
+    const unsigned tiles = item.ownTiles();
+
+    item.child(1)->setText(Item::ColumnCount, text("node1"));
+    item.child(1)->setToolTip(0, text("shown by node1"));
+
+    QVERIFY(tiles != 0);
+    QCOMPARE(item.ownTiles(), tiles);
+    QVERIFY(item.updateValues());
+}
+
+void tst_zoHPCProjectionValues::tilesAreOthersAfterAnUpdate()
+{
+    Item item(text("w"), text("wall"));
+    item.setInt(Item::Columns, 3);
+    item.update();
+    const unsigned tiles = item.ownTiles();
+
+    item.update();
+
+    QVERIFY(item.ownTiles() != 0);
+    QVERIFY(item.ownTiles() != tiles);
 }
 
 ZO_TEST_MAIN(tst_zoHPCProjectionValues)

@@ -101,22 +101,38 @@ bool zoHPCDisplaySetup::correctWrongRows()
 
 void zoHPCDisplaySetup::collectProjections()
 {
-    const QList<zoHPCProjectionItem*> projections = getProjectionItems();
-    std::vector<std::pair<QString, QString>> collected;
-    collected.reserve(std::size_t(projections.size()));
-    for (const zoHPCProjectionItem* projection : projections)
-        collected.emplace_back(projection->getString(zoHPCProjectionItem::Name),
-                               projection->getString(zoHPCProjectionItem::Identifier));
     // Most often a value has changed, and all ten thousand tiles are called what they were called.
-    if (collected == m_collected)
+    if (isAsCollected())
         return;
-    m_collected = std::move(collected);
+    m_collected.clear();
     m_names.clear();
     m_identifiers.clear();
-    for (const auto& [name, identifier] : m_collected) {
-        m_names.insert(identifier, name);
-        m_identifiers.insert(name, identifier);
+    const QList<zoHPCProjectionItem*> projections = getProjectionItems();
+    m_collected.reserve(std::size_t(projections.size()));
+    for (const zoHPCProjectionItem* projection : projections) {
+        m_collected.push_back({projection->getString(zoHPCProjectionItem::Name),
+                               projection->getString(zoHPCProjectionItem::Identifier), projection->ownTiles(),
+                               projection->childCount()});
+        const Collected& collected = m_collected.back();
+        m_names.insert(collected.identifier, collected.name);
+        m_identifiers.insert(collected.name, collected.identifier);
     }
+}
+
+bool zoHPCDisplaySetup::isAsCollected() const
+{
+    auto before = m_collected.cbegin();
+    for (int i = 0; i < m_projectionRoot->childCount(); ++i) {
+        const auto* const projection = dynamic_cast<const zoHPCProjectionItem*>(m_projectionRoot->child(i));
+        if (projection == nullptr || before == m_collected.cend() ||
+            before->name != projection->getString(zoHPCProjectionItem::Name) ||
+            before->identifier != projection->getString(zoHPCProjectionItem::Identifier) ||
+            before->children != projection->childCount() || (before->children > 0 && before->ownTiles == 0) ||
+            before->ownTiles != projection->ownTiles())
+            return false;
+        before += 1 + before->children;
+    }
+    return before == m_collected.cend();
 }
 
 zoHPCProjectionItem* zoHPCDisplaySetup::projectionOf(const zoHPCViewportItem& viewport) const

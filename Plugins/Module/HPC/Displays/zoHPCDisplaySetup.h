@@ -7,7 +7,6 @@
 
 #include <functional>
 #include <memory>
-#include <utility>
 #include <vector>
 
 class QDomDocument;
@@ -79,13 +78,23 @@ private:
     void readDisplays(const QDomElement& root);
     QStringList shownNames() const;
     bool linkViewports();
+    // Without reading the names of tiles that nobody has touched.
+    bool isAsCollected() const;
+
+    // Of a projection or tile, as it was collected last.
+    struct Collected
+    {
+        QString name;
+        QString identifier;
+        unsigned ownTiles;
+        int children;
+    };
 
     std::unique_ptr<QTreeWidgetItem> m_ownProjections; // null with roots of a caller
     std::unique_ptr<QTreeWidgetItem> m_ownDisplays;
     QTreeWidgetItem* m_projectionRoot; // not owned
     QTreeWidgetItem* m_displayRoot;    // not owned
-    // Names and identifiers of the projections, as they were collected last.
-    std::vector<std::pair<QString, QString>> m_collected;
+    std::vector<Collected> m_collected;
     QHash<QString, QString> m_names;       // by identifier
     QHash<QString, QString> m_identifiers; // by name
 };

@@ -18,6 +18,7 @@
 #include <limits>
 #include <map>
 #include <memory>
+#include <typeinfo>
 
 namespace
 {
@@ -64,9 +65,8 @@ constexpr int CaveWalls[] = {zoHPCProjectionItem::LeftWall,  zoHPCProjectionItem
                              zoHPCProjectionItem::FrontWall, zoHPCProjectionItem::BackWall};
 
 // Just that value.
-bool holds(const zoHPCProjectionItem& item, int column, const QVariant& value)
+bool isSame(const QVariant& held, const QVariant& value)
 {
-    const QVariant held = item.data(column, Qt::EditRole);
     if (value.userType() != QMetaType::Double)
         return held.isValid() && held == value;
     // To the last digit, and -0 is not 0.
@@ -240,14 +240,11 @@ bool zoHPCProjectionItem::updateValues()
     const int count = childCount();
     if (count == 0 || !(layout() == m_layout) || count != m_layout.tiles)
         return false;
-    for (int i = 0; i < count; ++i) {
-        if (!isOwnChild(i))
-            return false;
-    }
+    if (ownTiles() == 0)
+        return false;
     for (const auto& [column, value] : kind() == Kind::Wall ? tileValues(*this) : planeValues(*this)) {
         // All have the same of these, so that the first one tells what changed.
-        for (int i = holds(*static_cast<zoHPCProjectionItem*>(child(0)), column, value) ? count : 0;
-             i < count; ++i)
+        for (int i = isSame(child(0)->data(column, Qt::EditRole), value) ? count : 0; i < count; ++i)
             static_cast<zoHPCProjectionItem*>(child(i))->put(column, value);
     }
     if (kind() == Kind::PowerWall) {
@@ -262,7 +259,9 @@ bool zoHPCProjectionItem::updateValues()
 
 void zoHPCProjectionItem::setData(int column, int role, const QVariant& value)
 {
-    m_madeIn = 0;
+    // What views write beside the properties, such as the nodes of a surface or a tool tip, makes no other tile of it.
+    if (column < ColumnCount && (role == Qt::EditRole || role == Qt::DisplayRole))
+        m_madeIn = 0;
     zoHPCTreeWidgetItem::setData(column, role, value);
 }
 
@@ -324,10 +323,23 @@ zoHPCProjectionItem::Layout zoHPCProjectionItem::layout() const
     return now;
 }
 
+unsigned zoHPCProjectionItem::ownTiles() const
+{
+    const int count = childCount();
+    for (int i = 0; i < count; ++i) {
+        if (!isOwnChild(i))
+            return 0;
+    }
+    return count > 0 ? m_generation : 0;
+}
+
 bool zoHPCProjectionItem::isOwnChild(int index) const
 {
-    const auto* const item = dynamic_cast<const zoHPCProjectionItem*>(child(index));
-    return item != nullptr && item->m_madeIn == m_generation && item->m_madeAs == index;
+    const QTreeWidgetItem* const row = child(index);
+    if (typeid(*row) != typeid(zoHPCProjectionItem)) // the class is final
+        return false;
+    const auto* const item = static_cast<const zoHPCProjectionItem*>(row);
+    return item->m_madeIn == m_generation && item->m_madeAs == index && item->childCount() == 0;
 }
 
 void zoHPCProjectionItem::addOwn(std::unique_ptr<zoHPCProjectionItem> child,
@@ -340,11 +352,12 @@ void zoHPCProjectionItem::addOwn(std::unique_ptr<zoHPCProjectionItem> child,
 
 void zoHPCProjectionItem::put(int column, const QVariant& value)
 {
-    if (holds(*this, column, value))
+    const QVariant held = data(column, Qt::EditRole);
+    if (isSame(held, value))
         return;
     // The toolkit does not replace a number by one that it takes for the same, as with 0 and -0 and in the last digits:
     // what a tile has would depend on what it had.
-    if (value.userType() == QMetaType::Double && data(column, Qt::EditRole) == value)
+    if (value.userType() == QMetaType::Double && held == value)
         zoHPCTreeWidgetItem::setData(column, Qt::EditRole, QVariant());
     zoHPCTreeWidgetItem::setData(column, Qt::EditRole, value);
 }

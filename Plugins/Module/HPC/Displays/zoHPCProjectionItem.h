@@ -63,6 +63,9 @@ public:
     // and stays. False, and nothing has happened, elsewhere. The model announces each value, unless its signals are
     // blocked.
     bool updateValues();
+    // A number for the children while they are those that update() made, in its order, and no property of them was set
+    // since: the same number means the same names. 0 for any others and for none.
+    unsigned ownTiles() const;
     void setData(int column, int role, const QVariant& value) override;
     QDomElement toXML(QDomDocument& document, const QString& tagName) const override;
     // Stored children are not read: update() makes them anew.
@@ -116,7 +119,7 @@ private:
     void placeTiles(const zoHPCPlane& plane, int firstChild);
     // As setData(), of a child that stays one of its projection's own.
     void put(int column, const QVariant& value);
-    // Whether this projection has made the child with this index, and nobody has changed it since.
+    // Whether this projection has made the child with this index, and nobody has changed it or added to it since.
     bool isOwnChild(int index) const;
     // The next one below the items that are to be added.
     void addOwn(std::unique_ptr<zoHPCProjectionItem> child, QList<QTreeWidgetItem*>& items) const;
