@@ -1,4 +1,5 @@
 #include "zoHostileInputs.h"
+#include "zoMeasuredProcess.h"
 
 #include <zoClusterDocument.h>
 #include <zoHPCGUIW.h>
@@ -15,11 +16,6 @@
 #include <cstring>
 #include <vector>
 
-#include <sys/resource.h>
-#include <sys/time.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 // How the time of the programs, of the window and of the host grows with inputs that are made to use it up: each row
 // in a process of its own that may take a gibibyte, at a quarter of a mebibyte, half and all of it. Processor time in
 // the process, less what it takes for the smallest input of the row. Exit code 1 when a doubling takes more than three
@@ -34,13 +30,6 @@ constexpr double s_shortestTime = 0.02; // s
 constexpr rlim_t s_memory = rlim_t(1) << 30;
 constexpr rlim_t s_endOfPatience = 40; // s
 const int s_sizes[] = {zoHostileInput::Mebibyte / 4, zoHostileInput::Mebibyte / 2, zoHostileInput::Mebibyte};
-
-struct Usage
-{
-    double time = 0.0;   // s
-    double memory = 0.0; // MiB
-    bool isEnded = false;
-};
 
 // What the options of the command line ask for.
 struct Request
@@ -77,44 +66,14 @@ int readIn(const QString& reader, int argc, char** argv)
     return 0;
 }
 
-double secondsOf(const timeval& time)
+zoMeasuredProcess run(const QStringList& command, const QString& input)
 {
-    return double(time.tv_sec) + double(time.tv_usec) / 1e6;
+    return zoMeasuredProcess::run(command, input, {s_memory, s_endOfPatience});
 }
 
-Usage run(const QStringList& command, const QString& input)
+bool isEnded(const zoMeasuredProcess& process)
 {
-    std::vector<QByteArray> words;
-    for (const QString& word : command)
-        words.push_back(word.toLocal8Bit());
-    std::vector<char*> arguments;
-    for (QByteArray& word : words)
-        arguments.push_back(word.data());
-    arguments.push_back(nullptr);
-    const QByteArray file = QFile::encodeName(input);
-    Usage usage;
-    std::fflush(stdout); // or the child writes it, too
-    const pid_t child = fork();
-    if (child < 0)
-        return usage;
-    if (child == 0) {
-        const rlimit limit{s_memory, s_memory};
-        setrlimit(RLIMIT_AS, &limit);
-        const rlimit end{s_endOfPatience, s_endOfPatience};
-        setrlimit(RLIMIT_CPU, &end);
-        if (freopen(file.constData(), "rb", stdin) == nullptr ||
-            freopen("/dev/null", "wb", stdout) == nullptr || freopen("/dev/null", "wb", stderr) == nullptr)
-            _exit(127);
-        execv(arguments.front(), arguments.data());
-        _exit(127);
-    }
-    int status = 0;
-    rusage used{};
-    wait4(child, &status, 0, &used);
-    usage.time = secondsOf(used.ru_utime) + secondsOf(used.ru_stime);
-    usage.memory = double(used.ru_maxrss) / 1024.0;
-    usage.isEnded = WIFEXITED(status) && WEXITSTATUS(status) <= 2;
-    return usage;
+    return process.exitCode >= 0 && process.exitCode <= 2;
 }
 
 bool write(const QString& name, const QByteArray& text)
@@ -124,8 +83,8 @@ bool write(const QString& name, const QByteArray& text)
 }
 
 // The least of some runs: other programs only ever add to the time.
-Usage measure(const zoHostileInput& row, const QStringList& program, const QString& folder, int size,
-              int runs)
+zoMeasuredProcess measure(const zoHostileInput& row, const QStringList& program, const QString& folder,
+                          int size, int runs)
 {
     const QString input = folder + QLatin1String("/input");
     const QString other = folder + QLatin1String("/other");
@@ -135,13 +94,13 @@ Usage measure(const zoHostileInput& row, const QStringList& program, const QStri
     command.replaceInStrings(zoHostileInput::half(), half);
     if (row.more)
         command += row.more(size);
-    Usage least;
+    zoMeasuredProcess least;
     if (!write(input, row.text(size)) || !write(other, row.text(size / 4 * 3)) ||
         !write(half, row.text(size / 2)))
         return least;
     for (int i = 0; i < runs; ++i) {
-        const Usage usage = run(command, input);
-        if (!usage.isEnded)
+        const zoMeasuredProcess usage = run(command, input);
+        if (!isEnded(usage))
             return usage;
         if (i == 0 || usage.time < least.time)
             least = usage;
@@ -163,24 +122,24 @@ bool report(const zoHostileInput& row, const QStringList& program, const QString
     const double start = measure(row, program, folder, 64, request.runs).time;
     std::vector<double> times;
     double memory = 0.0;
-    bool isEnded = true;
+    bool areEnded = true;
     double growth = 0.0;
     for (const int size : s_sizes) {
-        const Usage usage = measure(row, program, folder, size, request.runs);
-        isEnded = isEnded && usage.isEnded;
+        const zoMeasuredProcess usage = measure(row, program, folder, size, request.runs);
+        areEnded = areEnded && isEnded(usage);
         memory = std::max(memory, usage.memory);
         const double time = std::max(usage.time - start, 0.0);
         if (!times.empty() && times.back() >= s_shortestTime)
             growth = std::max(growth, time / times.back());
         times.push_back(time);
     }
-    const bool isMet = isEnded && growth <= s_largestGrowth && times.back() + start <= s_largestTime;
+    const bool isMet = areEnded && growth <= s_largestGrowth && times.back() + start <= s_largestTime;
     QStringList cells{QString::fromLatin1(row.name)};
     for (const double time : times)
         cells << seconds(time);
     cells << (growth > 0.0 ? QString::number(growth, 'f', 1) : QStringLiteral("-"))
           << QString::number(memory, 'f', 0) + QLatin1String(" MiB");
-    const char* const verdict = isMet ? "" : isEnded ? "missed" : "does not end";
+    const char* const verdict = isMet ? "" : areEnded ? "missed" : "does not end";
     if (request.isMarkdown)
         std::printf("| %s |%s%s\n", qUtf8Printable(cells.join(QLatin1String(" | "))),
                     *verdict != '\0' ? " " : "", verdict);

@@ -11,6 +11,7 @@
 #include <functional>
 #include <map>
 #include <ostream>
+#include <set>
 #include <streambuf>
 #include <string>
 #include <utility>
@@ -43,7 +44,7 @@ inline void settle()
     std::free(block);
 }
 
-// Prints as usual, unless silenced, and keeps the medians.
+// Prints as usual, unless silenced, and keeps the medians: of processor time, or of what the work itself has measured.
 class Medians final : public benchmark::ConsoleReporter
 {
 public:
@@ -57,7 +58,9 @@ public:
     {
         for (const Run& run : runs) {
             if (run.run_type == Run::RT_Aggregate && run.aggregate_name == "median")
-                m_cpu[run.run_name.function_name] = run.GetAdjustedCPUTime();
+                m_times[run.run_name.function_name] = run.run_name.time_type == "manual_time"
+                                                          ? run.GetAdjustedRealTime()
+                                                          : run.GetAdjustedCPUTime();
         }
         if (!isSilent())
             ConsoleReporter::ReportRuns(runs);
@@ -71,8 +74,8 @@ public:
     // ms; 0 when it did not run.
     double of(const std::string& name) const
     {
-        const auto found = m_cpu.find(name);
-        return found == m_cpu.end() ? 0 : found->second;
+        const auto found = m_times.find(name);
+        return found == m_times.end() ? 0 : found->second;
     }
 
 private:
@@ -85,7 +88,7 @@ private:
 
     Swallow m_swallow;
     std::ostream m_nowhere;
-    std::map<std::string, double> m_cpu;
+    std::map<std::string, double> m_times;
 };
 
 // A line of the table.
@@ -128,14 +131,23 @@ public:
         m_timed.push_back(row);
     }
 
-    // Takes --markdown, which prints nothing but the table, ready for Docs/performance.md, and what the
-    // library takes.
+    // The same for works that say themselves how long they took, as those of other processes: once for each repetition.
+    void compareMeasured(const Row& row, const Function& work, const Function& beside)
+    {
+        m_measuring.insert({nameOf(row.work, row.size), nameOf(row.beside, row.size)});
+        compare(row, work, beside);
+    }
+
+    // Takes --markdown, which prints nothing but the table, ready for Docs/performance.md, --gate, with which missed goals
+    // are a failure, and what the library takes.
     void run(int argc, char** argv)
     {
         std::vector<char*> arguments;
         for (int i = 0; i < argc; ++i) {
             if (std::strcmp(argv[i], "--markdown") == 0)
                 m_markdown = true;
+            else if (std::strcmp(argv[i], "--gate") == 0)
+                m_isGate = true;
             else
                 arguments.push_back(argv[i]);
         }
@@ -145,10 +157,13 @@ public:
         int count = static_cast<int>(arguments.size());
         benchmark::Initialize(&count, arguments.data());
         for (const auto& work : m_works) {
-            benchmark::RegisterBenchmark(work.first.c_str(), work.second)
-                ->Unit(benchmark::kMillisecond)
-                ->Repetitions(m_repetitions)
-                ->MinTime(0.05);
+            auto* const entry = benchmark::RegisterBenchmark(work.first.c_str(), work.second)
+                                    ->Unit(benchmark::kMillisecond)
+                                    ->Repetitions(m_repetitions);
+            if (m_measuring.count(work.first) > 0)
+                entry->UseManualTime()->Iterations(1);
+            else
+                entry->MinTime(0.05);
         }
         Medians medians(m_markdown);
         benchmark::RunSpecifiedBenchmarks(&medians);
@@ -193,12 +208,12 @@ public:
         return met;
     }
 
-    // Of all tables.
+    // Of all tables: the exit status.
     int finish(bool met) const
     {
         if (!m_markdown)
             std::printf("\n%s\n", met ? "All goals met." : "Some goals missed.");
-        return 0;
+        return m_isGate && !met ? 1 : 0;
     }
 
 private:
@@ -294,6 +309,8 @@ private:
     std::vector<Row> m_timed;
     std::vector<Row> m_rows;
     int m_repetitions;
+    std::set<std::string> m_measuring;
     bool m_markdown = false;
+    bool m_isGate = false;
 };
 } // namespace zoBenchmark

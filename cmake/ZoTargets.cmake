@@ -112,13 +112,18 @@ function(zo_count_tests)
   endforeach()
 endfunction()
 
-# zo_add_benchmark(<name> [SOURCES <file>...] [LIBS <target>...]): built with the rest, run by `ctest -C Benchmark`.
+# zo_add_benchmark(<name> [GATE] [SOURCES <file>...] [LIBS <target>...]): built with the rest, run by `ctest -C Benchmark`,
+# where those with GATE fail when they miss a goal.
 function(zo_add_benchmark name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
+  cmake_parse_arguments(ARG "GATE" "" "SOURCES;LIBS" ${ARGN})
   add_executable(${name} ${name}.cpp ${ARG_SOURCES})
   zo_setup_target(${name})
   target_link_libraries(${name} PRIVATE benchmark::benchmark Qt::Widgets Qt::Xml ${ARG_LIBS})
-  add_test(NAME ${name} CONFIGURATIONS Benchmark COMMAND ${name})
+  set(gate)
+  if(ARG_GATE)
+    set(gate --gate)
+  endif()
+  add_test(NAME ${name} CONFIGURATIONS Benchmark COMMAND ${name} ${gate})
   set_tests_properties(${name} PROPERTIES
     LABELS benchmark RUN_SERIAL ON TIMEOUT 1800
     ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")

@@ -14,12 +14,14 @@ UNITS = {"ns": 1e-6, "us": 1e-3, "ms": 1.0, "s": 1e3}
 
 
 def times_of(text):
-    """Processor time in ms by benchmark: the median where a program repeats, the mean of its repetitions otherwise."""
+    """Time in ms by benchmark: the median where a program repeats, the mean of its repetitions otherwise.
+
+    Processor time, but for works that measured themselves: those of other processes."""
     medians = {}
     single = {}
     for run in json.loads(text)["benchmarks"]:
         name = run.get("run_name", run["name"])
-        time = run["cpu_time"] * UNITS[run["time_unit"]]
+        time = run["real_time" if name.endswith("/manual_time") else "cpu_time"] * UNITS[run["time_unit"]]
         if run.get("aggregate_name") == "median":
             medians[name] = time
         elif run.get("run_type", "iteration") == "iteration":

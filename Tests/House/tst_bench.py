@@ -105,6 +105,19 @@ class BenchTest(unittest.TestCase):
                                       "| bench_a | walk | 1 ms | 1.5 ms | 1.50 |\n")
         self.assertEqual(self.sides(), ["now", "then", "then", "now", "now", "then"])
 
+    def test_works_that_measured_themselves_count_as_they_say(self):
+        programs = {"then": {"start/manual_time": [1000.0]}, "now": {"start/manual_time": [3000.0]}}
+        for tag, times in programs.items():
+            text = (PROGRAM % times).replace('"cpu_time": time', '"cpu_time": 7.0, "real_time": time')
+            (self.root / "Benchmarks/bench_a.cpp").write_text(text)
+            self.git("add", "-A")
+            self.git("commit", "-q", "-m", tag)
+            self.git("tag", tag)
+
+        done = self.bench("--compare", "then", "--runs", "1", "bench_a")
+
+        self.assertIn("| bench_a | start/manual_time | 1 ms | 3 ms | 3.00 |", done.stdout)
+
     def test_what_is_not_committed_counts_as_now(self):
         self.commit("old", bench_a={"walk": [1000.0]})
         (self.root / "Benchmarks/bench_a.cpp").write_text(PROGRAM % {"walk": [250.0]})

@@ -18,6 +18,8 @@
 
 #include <algorithm>
 #include <iterator>
+#include <memory>
+#include <type_traits>
 
 namespace
 {
@@ -46,22 +48,32 @@ struct zoDrawCommand::Request
     QString title;
 };
 
-// The pictures and what stands below them.
+// The pictures, each made once it is asked for, and what stands below them.
 struct zoDrawCommand::Drawing
 {
-    explicit Drawing(const zoHPCLayout& layout)
+    explicit Drawing(const zoHPCLayout& shown) : layout(shown)
     {
-        room.setIsDrawing(true);
-        room.setLayout(layout);
-        screens.setLayout(layout);
-        network.setLayout(layout);
         for (const zoProjectionFacts::Projection& projection : zoProjectionFacts::readWalls(layout))
             sizes << projection.text();
     }
 
-    zoHPCRoomPicture room;
-    zoHPCScreensPicture screens;
-    zoHPCNetworkPicture network;
+    template <class Picture>
+    Picture& made(std::unique_ptr<Picture>& picture) const
+    {
+        if (!picture) {
+            picture = std::make_unique<Picture>();
+            if constexpr (std::is_same_v<Picture, zoHPCRoomPicture>)
+                picture->setIsDrawing(true);
+            picture->setLayout(layout);
+        }
+        return *picture;
+    }
+
+    const zoHPCLayout& layout;
+    std::unique_ptr<zoHPCRoomPicture> room;
+    std::unique_ptr<zoHPCScreensPicture> screens;
+    std::unique_ptr<zoHPCNetworkPicture> network;
+    bool isNumbered = false; // the screens, as names have no room
     QStringList sizes;
 };
 
@@ -258,9 +270,11 @@ bool zoDrawCommand::draw(Drawing& drawing, const QString& subject, const QString
     const QString which = pictureOf(output, request);
     const bool isNetwork = which == QLatin1String("network");
     const bool isRoom = which == QLatin1String("room");
-    zoHPCPicture& picture = isNetwork ? static_cast<zoHPCPicture&>(drawing.network)
-                            : isRoom  ? static_cast<zoHPCPicture&>(drawing.room)
-                                      : drawing.screens;
+    zoHPCPicture& picture = isNetwork ? static_cast<zoHPCPicture&>(drawing.made(drawing.network))
+                            : isRoom  ? static_cast<zoHPCPicture&>(drawing.made(drawing.room))
+                                      : drawing.made(drawing.screens);
+    if (drawing.screens)
+        drawing.screens->setIsNumbered(drawing.isNumbered);
     const QString words = isNetwork ? tr("network") : isRoom ? tr("room") : tr("screens");
     const QString title = subject.isEmpty() ? words : tr("%1: %2").arg(subject, words);
     zoPictureSheet sheet(picture, request.hasTitle ? request.title : title,
@@ -269,9 +283,11 @@ bool zoDrawCommand::draw(Drawing& drawing, const QString& subject, const QString
     if (!sheet.isReadable(QRectF(QPointF(0.0, 0.0), size))) {
         sheet.addLines(isNetwork
                            ? QStringList(tr("Not all names have room on a sheet of this size (see --size)."))
-                       : isRoom ? hostsOfTiles(drawing.room)
-                                : QStringList(hostsInOrder(drawing.screens)));
-        drawing.screens.setIsNumbered(true);
+                       : isRoom ? hostsOfTiles(*drawing.room)
+                                : QStringList(hostsInOrder(*drawing.screens)));
+        drawing.isNumbered = true;
+        if (drawing.screens)
+            drawing.screens->setIsNumbered(true);
         sheet.fit(QRectF(QPointF(0.0, 0.0), size));
     }
     if (output != QLatin1String("-"))

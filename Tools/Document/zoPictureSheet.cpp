@@ -43,8 +43,12 @@ QStringList zoPictureSheet::shownLines(const QRectF& area) const
             break;
         ++begun;
         QString shown;
-        const QStringList words = line.split(QLatin1Char(' '));
-        for (const QString& word : words) {
+        // Word by word: a line of ten thousand hosts has room for the first of them.
+        for (int begin = 0; begin <= line.size();) {
+            const int blank = line.indexOf(QLatin1Char(' '), begin);
+            const int end = blank < 0 ? line.size() : blank;
+            const QString word = line.mid(begin, end - begin);
+            begin = end + 1;
             const QString longer = shown.isEmpty() ? word : shown + QLatin1Char(' ') + word;
             if (shown.isEmpty() || metrics.horizontalAdvance(longer) <= width) {
                 shown = longer;

@@ -11,40 +11,55 @@
 zoHPCRoomTileNames::zoHPCRoomTileNames(zoHPCRoomCanvas& canvas, const zoHPCRoomWall& wall, bool hasHosts)
     : m_canvas(canvas), m_wall(wall)
 {
-    findTiles(hasHosts);
-    constexpr int LargestLetters = 13;
-    for (int letters = LargestLetters; letters >= SmallestLetters && m_letters == 0; --letters) {
-        const bool isFit = std::all_of(m_tiles.begin(), m_tiles.end(), [&](const Tile& tile) {
-            const QSizeF size = sizeOf(tile, letters);
-            return size.width() <= tile.room.width() && size.height() <= tile.room.height();
-        });
-        if (isFit)
-            m_letters = letters;
-    }
+    int letters = findTiles(hasHosts);
+    const auto isFit = [&](const Tile& tile) { return fits(tile, letters); };
+    while (letters >= SmallestLetters && !std::all_of(m_tiles.begin(), m_tiles.end(), isFit))
+        --letters;
+    if (letters >= SmallestLetters)
+        m_letters = letters;
 }
 
-void zoHPCRoomTileNames::findTiles(bool hasHosts)
+int zoHPCRoomTileNames::findTiles(bool hasHosts)
 {
+    constexpr int LargestLetters = 13;
+    int letters = LargestLetters;
     for (int row = 0; row < m_wall.rows; ++row) {
         for (int column = 0; column < m_wall.columns; ++column) {
-            // The middle half of what the neighbours leave, so that slanted edges do not cut letters.
-            const zoHPCPlane tile = m_wall.tile(row, column);
-            const QPointF left = m_canvas.place(tile.at(0.0, 0.5));
-            const QPointF right = m_canvas.place(tile.at(1.0, 0.5));
-            const QPointF upper = m_canvas.place(tile.at(0.5, 1.0));
-            const QPointF lower = m_canvas.place(tile.at(0.5, 0.0));
-            const double width = std::abs(right.x() - left.x()) - 8.0;
-            const double height = std::abs(lower.y() - upper.y()) - std::abs(right.y() - left.y()) - 4.0;
-            const QPointF center = m_canvas.place(tile.at(0.5, 0.5));
-            Tile entry;
-            entry.room = QRectF(center - QPointF(width / 2.0, height / 2.0), QSizeF(width, height));
-            entry.lines << tr("r%1 c%2").arg(QString::number(m_wall.shownRow(row)),
-                                             QString::number(m_wall.shownColumn(column)));
-            if (hasHosts)
-                entry.lines << m_wall.hostsOf(row, column);
-            m_tiles.push_back(entry);
+            m_tiles.push_back(tileAt(row, column, hasHosts));
+            // Of ten thousand tiles one tells, most often the first, that none of them has room.
+            while (letters >= SmallestLetters && !fits(m_tiles.back(), letters))
+                --letters;
+            if (letters < SmallestLetters)
+                return letters;
         }
     }
+    return letters;
+}
+
+zoHPCRoomTileNames::Tile zoHPCRoomTileNames::tileAt(int row, int column, bool hasHosts) const
+{
+    // The middle half of what the neighbours leave, so that slanted edges do not cut letters.
+    const zoHPCPlane tile = m_wall.tile(row, column);
+    const QPointF left = m_canvas.place(tile.at(0.0, 0.5));
+    const QPointF right = m_canvas.place(tile.at(1.0, 0.5));
+    const QPointF upper = m_canvas.place(tile.at(0.5, 1.0));
+    const QPointF lower = m_canvas.place(tile.at(0.5, 0.0));
+    const double width = std::abs(right.x() - left.x()) - 8.0;
+    const double height = std::abs(lower.y() - upper.y()) - std::abs(right.y() - left.y()) - 4.0;
+    const QPointF center = m_canvas.place(tile.at(0.5, 0.5));
+    Tile entry;
+    entry.room = QRectF(center - QPointF(width / 2.0, height / 2.0), QSizeF(width, height));
+    entry.lines << tr("r%1 c%2").arg(QString::number(m_wall.shownRow(row)),
+                                     QString::number(m_wall.shownColumn(column)));
+    if (hasHosts)
+        entry.lines << m_wall.hostsOf(row, column);
+    return entry;
+}
+
+bool zoHPCRoomTileNames::fits(const Tile& tile, int letters) const
+{
+    const QSizeF size = sizeOf(tile, letters);
+    return size.width() <= tile.room.width() && size.height() <= tile.room.height();
 }
 
 QSizeF zoHPCRoomTileNames::sizeOf(const Tile& tile, int letters) const

@@ -38,7 +38,10 @@ private:
         QRectF room; // in the picture, well within the tile
     };
 
-    void findTiles(bool hasHosts);
+    // Until one of them has no room at all. Returns the size of letters above which a tile has no room.
+    int findTiles(bool hasHosts);
+    Tile tileAt(int row, int column, bool hasHosts) const;
+    bool fits(const Tile& tile, int letters) const;
     QSizeF sizeOf(const Tile& tile, int letters) const;
     QRectF freeBox(const Tile& tile, const QSizeF& size) const;
 
