@@ -25,6 +25,9 @@ private slots:
     void largestWallIsWritten();
 
 private:
+    void addDocuments(const QByteArray& name, const QStringList& command) const;
+    void addTopologies() const;
+    void addLegacy() const;
     void addPictures() const;
     void addValues() const;
     void addChanges() const;
@@ -67,48 +70,95 @@ void tst_zohpcHostile::commandEnds_data()
     addChanges();
     addReports();
     const QString empty = m_files.write("empty.zhpc", "<cluster version='1'/>");
-    for (const char* name : {"check", "format", "draw", "diff"}) {
-        const QStringList command = qstrcmp(name, "diff") == 0   ? QStringList{"diff", "-", empty}
-                                    : qstrcmp(name, "draw") == 0 ? QStringList{"draw", "-", "-o", "-"}
-                                                                 : QStringList{name, "-"};
-        const auto row = [&](const char* input, const QByteArray& text) {
-            QTest::newRow((QByteArray(name) + '-' + input).constData()) << command << text;
-        };
-        row("attributes",
-            document("<node" + numbered([](const QByteArray& i) { return " a" + i + "=''"; }) + "/>"));
-        row("attributes-unclosed", "<a" + numbered([](const QByteArray& i) { return " a" + i + "=''"; }));
-        row("nodes-of-one-name", document(filled("<node/>")));
-        row("deep", document(QByteArray("<node><network>").repeated(5000)));
-        row("deep-and-closed", document(QByteArray("<node><network>").repeated(5000) +
-                                        QByteArray("</network></node>").repeated(5000)));
-        row("declarations", "<!DOCTYPE a [" + numbered([](const QByteArray& i) {
-                                return "<!ENTITY e" + i + " \"x\">";
-                            }) + "]><a/>");
-        row("references",
-            "<!DOCTYPE a [<!ENTITY e \"" + QByteArray(4096, 'x') + "\">]><a>" + filled("&e;") + "</a>");
-        row("declared-attributes", "<!DOCTYPE a [" + numbered([](const QByteArray& i) {
-                                       return "<!ATTLIST a b" + i + " CDATA \"x\">";
-                                   }) + "]><a/>");
-        row("text", "<a>" + QByteArray(Size, 'x') + "</a>");
-        row("planes-at-one-place",
-            document(QByteArray(),
-                     filled("<projection type='plane' edgeblending='true' leftedge='1' x2='9'/>")));
-        row("planes-far-away",
-            document(QByteArray(),
-                     filled("<projection type='plane' edgeblending='true' leftedge='1' x1='-1e20' "
-                            "x2='1e20' x3='1e20' y3='1e20'/>")));
-        row("planes-with-names", document(QByteArray(), numbered([](const QByteArray& i) {
-                                              return "<projection name='P" + i + "' type='plane' x1='" + i +
-                                                     "' x2='" + i + "1' x3='" + i + "1' y3='9'/>";
-                                          })));
-        // Each as large as one may be: what a document holds of them is limited, too.
-        row("walls-of-many-tiles",
-            document(QByteArray(), filled("<projection type='wall' rows='100' columns='1000'/>")));
-        row("windows-at-one-place",
-            document("<node name='a'/>", "<display>" +
-                                             filled("<window node='a'><viewport projection='P'/></window>") +
-                                             "</display>"));
-    }
+    addDocuments("check", {"check", "-"});
+    addDocuments("format", {"format", "-"});
+    addDocuments("draw", {"draw", "-", "-o", "-"});
+    addDocuments("diff", {"diff", "-", empty});
+    addDocuments("export-equalizer", {"export", "-", "--equalizer", "-"});
+    addDocuments("export-paraview", {"export", "-", "--paraview", "-"});
+    addDocuments("report", {"report", "-", "-o", "-"});
+    addDocuments("topology", {"topology", "-"});
+    addTopologies();
+    addLegacy();
+}
+
+void tst_zohpcHostile::addDocuments(const QByteArray& name, const QStringList& command) const
+{
+    const auto row = [&](const char* input, const QByteArray& text) {
+        QTest::newRow((name + '-' + input).constData()) << command << text;
+    };
+    row("attributes",
+        document("<node" + numbered([](const QByteArray& i) { return " a" + i + "=''"; }) + "/>"));
+    row("attributes-unclosed", "<a" + numbered([](const QByteArray& i) { return " a" + i + "=''"; }));
+    row("nodes-of-one-name", document(filled("<node/>")));
+    row("deep", document(QByteArray("<node><network>").repeated(5000)));
+    row("deep-and-closed", document(QByteArray("<node><network>").repeated(5000) +
+                                    QByteArray("</network></node>").repeated(5000)));
+    row("declarations", "<!DOCTYPE a [" + numbered([](const QByteArray& i) {
+                            return "<!ENTITY e" + i + " \"x\">";
+                        }) + "]><a/>");
+    row("references",
+        "<!DOCTYPE a [<!ENTITY e \"" + QByteArray(4096, 'x') + "\">]><a>" + filled("&e;") + "</a>");
+    row("declared-attributes", "<!DOCTYPE a [" + numbered([](const QByteArray& i) {
+                                   return "<!ATTLIST a b" + i + " CDATA \"x\">";
+                               }) + "]><a/>");
+    row("text", "<a>" + QByteArray(Size, 'x') + "</a>");
+    row("planes-at-one-place",
+        document(QByteArray(), filled("<projection type='plane' edgeblending='true' leftedge='1' x2='9'/>")));
+    row("planes-far-away",
+        document(QByteArray(), filled("<projection type='plane' edgeblending='true' leftedge='1' x1='-1e20' "
+                                      "x2='1e20' x3='1e20' y3='1e20'/>")));
+    row("planes-with-names", document(QByteArray(), numbered([](const QByteArray& i) {
+                                          return "<projection name='P" + i + "' type='plane' x1='" + i +
+                                                 "' x2='" + i + "1' x3='" + i + "1' y3='9'/>";
+                                      })));
+    // Each as large as one may be: what a document holds of them is limited, too.
+    row("walls-of-many-tiles",
+        document(QByteArray(), filled("<projection type='wall' rows='100' columns='1000'/>")));
+    row("windows-at-one-place",
+        document("<node name='a'/>", "<display>" +
+                                         filled("<window node='a'><viewport projection='P'/></window>") +
+                                         "</display>"));
+}
+
+// Gateways as ClusterShell has them.
+void tst_zohpcHostile::addTopologies() const
+{
+    const auto row = [](const char* input, const QByteArray& text) {
+        QTest::newRow((QByteArray("topology-read-") + input).constData())
+            << QStringList{"topology", "--read", "-"} << "[routes]\n" + text;
+    };
+    row("routes-side-by-side", numbered([](const QByteArray& i) { return "gw: n" + i + '\n'; }));
+    row("routes-behind-each-other", numbered([](const QByteArray& i) {
+            return 'n' + i + ": n" + QByteArray::number(i.toInt() + 1) + '\n';
+        }));
+    row("routes-of-many", "a: g[1-100000]\ng[1-100000]: n[1-100000]\n");
+    row("lines-that-are-no-routes", filled("x\n"));
+}
+
+void tst_zohpcHostile::addLegacy() const
+{
+    const auto parameter = [](const QByteArray& key) { return "<key name=\"" + key + "\">"; };
+    const auto row = [](const char* input, const QByteArray& text) {
+        QTest::newRow((QByteArray("convert-") + input).constData())
+            << QStringList{"convert", "-"} << "<config>" + text + "</config>";
+    };
+    row("parameters", numbered([&](const QByteArray& i) { return parameter("p" + i) + "x</key>"; }));
+    row("parameters-of-one-name", filled(parameter("zoClusterHosts") + "n1</key>"));
+    row("nested-parameters", filled(parameter("p")));
+    const QByteArray wall =
+        parameter("zoClusterProjectionType") + "Powerwall</key>" + parameter("zoClusterPWServers");
+    row("hosts-of-a-wall",
+        wall + numbered([](const QByteArray& i) { return 'n' + i + "[xpos=" + i + ",ypos=0] "; }) + "</key>");
+    row("equal-hosts-of-a-wall", wall + filled("n ") + "</key>");
+    row("pipes", numbered([&](const QByteArray& i) {
+            return parameter("zoClusterPipe" + i) + "\"n" + i + "\" 0 0 9 9 plane 0 0 0 9 9 0 " + i +
+                   " 0 0 1 0 0 0 1 0</key>";
+        }));
+    row("old-hosts", parameter("zoClusterHosts") + numbered([](const QByteArray& i) {
+                         return "\"n" + i + "\" 0 0 9 9 0 0 1 1 " + i + " 0 0 1 0 0 0 1 0,";
+                     }) + "</key>");
+    row("value-in-base64", "<key type=\"QString\" name=\"zoClusterServers\">" + filled("bjEg") + "</key>");
 }
 
 // More than a picture has room for.

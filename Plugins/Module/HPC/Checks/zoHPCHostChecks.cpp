@@ -7,6 +7,8 @@
 #include <QHash>
 #include <QStringList>
 
+#include <algorithm>
+
 namespace
 {
 using Kind = zoHPCProblem::Kind;
@@ -41,6 +43,13 @@ zoHPCProblem::List zoHPCHostChecks::nodesWithoutName(const zoHPCLayout& layout)
 
 zoHPCProblem::List zoHPCHostChecks::duplicateHostNames(const zoHPCLayout& layout)
 {
+    // What is there more than once has a number behind its name; of a million nodes that is most often none.
+    const bool hasDuplicates =
+        std::any_of(layout.nodes().begin(), layout.nodes().end(), [](const zoHPCLayout::Node& node) {
+            return !node.item->hostName().isEmpty() && node.name != node.item->hostName();
+        });
+    if (!hasDuplicates)
+        return {};
     const std::vector<bool> isUsed = usedNodes(layout);
     struct Name
     {

@@ -78,6 +78,18 @@ void enableWithAncestors(zoHPCTreeItem* item)
             item->setIsEnabled(true);
     }
 }
+
+// Lower case to the first name that is spelt so.
+QHash<QString, QString> nodesBySpelling(const zoHPCLayout& layout)
+{
+    QHash<QString, QString> bySpelling;
+    for (const zoHPCLayout::Node& node : layout.nodes()) {
+        const QString spelling = node.name.toLower();
+        if (!spelling.isEmpty() && !bySpelling.contains(spelling))
+            bySpelling.insert(spelling, node.name);
+    }
+    return bySpelling;
+}
 } // namespace
 
 zoHPCProblem::List zoHPCWindowChecks::viewportsWithoutProjection(const zoHPCLayout& layout)
@@ -132,16 +144,13 @@ zoHPCProblem::List zoHPCWindowChecks::windowsWithoutNode(const zoHPCLayout& layo
 
 zoHPCProblem::List zoHPCWindowChecks::windowsWithUnknownNode(const zoHPCLayout& layout)
 {
-    QHash<QString, QString> bySpelling; // lower case to the first such name
-    for (const zoHPCLayout::Node& node : layout.nodes()) {
-        const QString spelling = node.name.toLower();
-        if (!spelling.isEmpty() && !bySpelling.contains(spelling))
-            bySpelling.insert(spelling, node.name);
-    }
+    QHash<QString, QString> bySpelling; // read once it is needed
     zoHPCProblem::List problems;
     for (const Window& window : layout.windows()) {
         if (window.node.isEmpty() || window.nodeIndex != zoHPCLayout::None)
             continue;
+        if (problems.empty())
+            bySpelling = nodesBySpelling(layout);
         zoHPCProblem problem(
             Kind::WindowWithUnknownNode, window.item,
             tr("Window %1 of display %2 is on the node \"%3\", which the cluster does not have. Choose "

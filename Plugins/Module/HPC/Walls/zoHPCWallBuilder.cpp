@@ -6,6 +6,7 @@
 #include "zoHPCLayout.h"
 #include "zoHPCProblems.h"
 #include "zoHPCProjectionItem.h"
+#include "zoHPCUniqueNames.h"
 #include "zoHPCViewportItem.h"
 #include "zoHPCWallMistakes.h"
 #include "zoHPCWallProjections.h"
@@ -15,10 +16,10 @@
 #include <zoClusterTags.h>
 
 #include <QDomDocument>
-#include <QSet>
 
 #include <memory>
 #include <utility>
+#include <vector>
 
 namespace
 {
@@ -145,7 +146,7 @@ zoHPCWallBuilder::Hosts zoHPCWallBuilder::readHosts(const QString& text)
     }
     hosts.text = reading.text();
     const zoHPCHostsOutline& outline = reading.outline();
-    QSet<QString> known;
+    std::vector<const QString*> names; // of the outline
     int depth = 0;
     for (int index = outline.next(zoHPCHostsOutline::Root, depth); index >= 0;
          index = outline.next(index, depth)) {
@@ -155,11 +156,14 @@ zoHPCWallBuilder::Hosts zoHPCWallBuilder::readHosts(const QString& text)
         const bool isGateway = item.firstChild >= 0;
         ++hosts.nodes;
         hosts.gateways += isGateway ? 1 : 0;
-        if (known.contains(item.name) && hosts.mistake.isEmpty())
-            hosts.mistake = tr("\"%1\" comes twice").arg(item.name);
-        known.insert(item.name);
+        names.push_back(&item.name);
         if (!isGateway && item.isRenderNode)
             hosts.drivers << item.name;
+    }
+    const zoHPCUniqueNames unique(names);
+    for (std::size_t i = 0; i < names.size() && unique.hasNumbered() && hosts.mistake.isEmpty(); ++i) {
+        if (unique.find(*names[i]) != i)
+            hosts.mistake = tr("\"%1\" comes twice").arg(*names[i]);
     }
     if (hosts.nodes == 0)
         hosts.mistake = tr("no node in \"%1\"").arg(shortened(text));
