@@ -46,6 +46,7 @@ private slots:
     void filterFindsNodeTileAndOption();
     void filterOfProjectionsFindsTileAndNode();
     void findKeyLeadsToTheFilter();
+    void openedAgainItShowsAllRows();
     void severalRowsHaveAPanel();
     void severalRowsShowWhatTheyShare();
     void valueIsSetForAllAsOneStep_data();
@@ -217,6 +218,23 @@ void tst_zoHPCDisplayTools::filterOfProjectionsFindsTileAndNode()
     QVERIFY(!projections()->topLevelItem(0)->child(2)->isHidden());
     QVERIFY(projections()->topLevelItem(0)->child(3)->isHidden());
     QVERIFY(projections()->topLevelItem(0)->isExpanded());
+}
+
+void tst_zoHPCDisplayTools::openedAgainItShowsAllRows()
+{
+    load(8, 8);
+    inDialog<QLineEdit>("m_outputFilter")->setText(QStringLiteral("n3"));
+    inDialog<QLineEdit>("m_projectionFilter")->setText(QStringLiteral("n3"));
+    QVERIFY(window(0)->isHidden());
+    QVERIFY(projections()->topLevelItem(0)->child(0)->isHidden());
+
+    dialog()->reject();
+    m_window->displaySetup();
+
+    QCOMPARE(inDialog<QLineEdit>("m_outputFilter")->text(), QString());
+    QCOMPARE(inDialog<QLineEdit>("m_projectionFilter")->text(), QString());
+    QVERIFY(!window(0)->isHidden());
+    QVERIFY(!projections()->topLevelItem(0)->child(0)->isHidden());
 }
 
 void tst_zoHPCDisplayTools::findKeyLeadsToTheFilter()

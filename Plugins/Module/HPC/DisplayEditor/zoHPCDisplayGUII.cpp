@@ -250,6 +250,7 @@ QStringList zoHPCDisplayGUII::attributeOrder(const QString& tagName)
 
 void zoHPCDisplayGUII::open(const QStringList& nodeNames)
 {
+    m_tools->clearFilters();
     m_trees->clearCurrentRows();
     setSelected(nullptr, nullptr);
 

@@ -267,6 +267,12 @@ void zoHPCDisplayTools::updateActions()
     m_panel->setCanDuplicate(can);
 }
 
+void zoHPCDisplayTools::clearFilters()
+{
+    m_projectionFilter->field()->clear();
+    m_outputFilter->field()->clear();
+}
+
 void zoHPCDisplayTools::focusFilter()
 {
     const bool isOutput = m_parts.form.m_displaySide->isAncestorOf(QApplication::focusWidget());

@@ -52,6 +52,8 @@ public:
     void setIsRunning(bool running);
     // What can be done follows the current row.
     void updateActions();
+    // All rows are shown: nobody who opens the dialog looks for what was typed the last time.
+    void clearFilters();
     // Keys go to the first tree that has rows; the first of them chooses one.
     void focusTree() const;
     // What is selected in one of the trees, or its current row, is marked in the pictures.
