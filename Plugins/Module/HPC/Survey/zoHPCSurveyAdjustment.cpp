@@ -22,8 +22,7 @@ std::vector<int> allOf(std::size_t count)
 
 zoHPCSurveyAdjustment::zoHPCSurveyAdjustment(const zoHPCSurvey& survey, std::vector<int> measurements,
                                              std::vector<int> items, int itemCount, bool hasAxes)
-    : m_survey(survey)
-    , m_measurements(std::move(measurements))
+    : m_measurements(std::move(measurements))
     , m_items(std::move(items))
     , m_hasAxes(hasAxes)
     , m_columns(std::size_t(itemCount), -1)

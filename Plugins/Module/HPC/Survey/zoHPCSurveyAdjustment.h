@@ -46,7 +46,6 @@ private:
     bool solve(double damping, const Matrix& normals, const Vector& gradient, Vector& step) const;
     void move(zoHPCSurveyState& state, const Vector& step) const;
 
-    const zoHPCSurvey& m_survey;
     std::vector<int> m_measurements;
     std::vector<int> m_items;
     std::vector<int> m_unknowns; // of each of them, from the first evaluation on
