@@ -17,6 +17,8 @@ def times_of(text):
     """Time in ms by benchmark: the median where a program repeats, the mean of its repetitions otherwise.
 
     Processor time, but for works that measured themselves: those of other processes."""
+    if not text.strip():
+        return {}  # what the library writes when no benchmark passes the filter
     medians = {}
     single = {}
     for run in json.loads(text)["benchmarks"]:

@@ -118,6 +118,20 @@ class BenchTest(unittest.TestCase):
 
         self.assertIn("| bench_a | start/manual_time | 1 ms | 3 ms | 3.00 |", done.stdout)
 
+    def test_a_filter_that_nothing_passes_leaves_nothing_to_compare(self):
+        program = PROGRAM.replace('pathlib.Path(out).write_text(json.dumps({"benchmarks": rows}))',
+                                  'pathlib.Path(out).write_text("")')
+        (self.root / "Benchmarks/bench_a.cpp").write_text(program % {"walk": [1.0]})
+        self.git("add", "-A")
+        self.git("commit", "-q", "-m", "old")
+        self.git("tag", "old")
+
+        done = self.bench("--compare", "old", "--runs", "1", "bench_a", "--", "--benchmark_filter=fly")
+
+        self.assertEqual(done.returncode, 2)
+        self.assertIn("nothing to compare", done.stderr)
+        self.assertNotIn("Traceback", done.stderr)
+
     def test_what_is_not_committed_counts_as_now(self):
         self.commit("old", bench_a={"walk": [1000.0]})
         (self.root / "Benchmarks/bench_a.cpp").write_text(PROGRAM % {"walk": [250.0]})

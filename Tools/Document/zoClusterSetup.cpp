@@ -49,9 +49,10 @@ bool zoClusterSetup::readFile(const QString& fileName, std::vector<zoHPCDocument
     if (!readText(fileName, document))
         return false;
     zoHPCTextCheck check(m_file.text);
-    check.mend(document);
+    const bool isMended = check.mend(document);
     readDocument(document);
-    problems = zoHPCDocumentProblems::find(check, displays(), hosts().master());
+    problems = zoHPCDocumentProblems::find(check, displays(), hosts().master(), &m_hasGuessed);
+    m_hasGuessed = m_hasGuessed || isMended;
     if (m_file.isCut) {
         const zoHPCProblem::Kind kind = zoHPCProblem::Kind::StrayText;
         problems.push_back({kind, {m_file.cutLine, m_file.cutColumn}, zoHPCDocumentLosses::cutText(), {}});

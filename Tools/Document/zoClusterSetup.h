@@ -21,6 +21,8 @@ public:
     // The same with all problems of the file. Afterwards the setup is what the file was meant to be, as far as that can
     // be guessed.
     bool readFile(const QString& fileName, std::vector<zoHPCDocumentProblems::Problem>& problems);
+    // Whether anything was guessed then; without, the setup is what the file says.
+    bool hasGuessed() const { return m_hasGuessed; }
     // Reads a document that is known to be good.
     void readDocument(QDomDocument& document);
 
@@ -52,5 +54,6 @@ private:
 
     zoTextFile::Content m_file;
     zoHPCConfiguration m_configuration;
+    bool m_hasGuessed = false;
     QDomDocument m_tiles; // to which elements of tiles belong; holds none of them
 };

@@ -104,11 +104,14 @@ int zoReportCommand::write(const Request& request)
     if (!zoTextFile::mayWrite({request.output}, request.file) || !setup.readFile(request.file, found))
         return zoConsole::Unusable;
     // What is told of the wall is what the file says, not what was guessed.
-    QDomDocument document;
-    zoHPCDocumentText::Refusal refusal;
-    zoHPCDocumentText::parse(setup.source(), document, refusal);
     zoClusterSetup asItIs;
-    asItIs.readDocument(document);
+    if (setup.hasGuessed()) {
+        QDomDocument document;
+        zoHPCDocumentText::Refusal refusal;
+        zoHPCDocumentText::parse(setup.source(), document, refusal);
+        asItIs.readDocument(document);
+    }
+    zoClusterSetup& told = setup.hasGuessed() ? asItIs : setup;
 
     zoHPCReport::Subject subject;
     if (request.file != QLatin1String("-"))
@@ -122,8 +125,8 @@ int zoReportCommand::write(const Request& request)
     for (const zoHPCDocumentProblems::Problem& problem : found)
         problems.push_back(
             {problem.kind, tr("line %1").arg(problem.place.line), problem.message, problem.fixText});
-    const zoHPCReport report(subject, asItIs.displays(), asItIs.hosts().master(), problems,
-                             request.pixelPitch, request.paper);
+    const zoHPCReport report(subject, told.displays(), told.hosts().master(), problems, request.pixelPitch,
+                             request.paper);
     if (!report.refusal().isEmpty()) {
         zoConsole::printError(tr("%1: %2").arg(request.file, report.refusal()));
         return zoConsole::Unusable;

@@ -48,7 +48,7 @@ std::vector<Problem> placed(zoHPCTextCheck& check)
 } // namespace
 
 std::vector<Problem> zoHPCDocumentProblems::find(zoHPCTextCheck& check, zoHPCDisplaySetup& displays,
-                                                 zoHPCTreeItem* master)
+                                                 zoHPCTreeItem* master, bool* hasGuessed)
 {
     const zoHPCTextItems items(
         check.parts(), [&check](int part) { return check.tag(part); }, displays, master);
@@ -57,6 +57,8 @@ std::vector<Problem> zoHPCDocumentProblems::find(zoHPCTextCheck& check, zoHPCDis
         guess.key()->setProjection(guess.value());
     if (!guesses.isEmpty())
         displays.correctProjectionViewportsAssignments();
+    if (hasGuessed)
+        *hasGuessed = !guesses.isEmpty();
     checkHostsFile(check);
     addOfItems(check, items, displays, master);
     return placed(check);

@@ -30,9 +30,9 @@ public:
     zoHPCDocumentProblems() = delete;
 
     // The items were read from the document that `check` mended. In the order of the text. Viewports whose reference can
-    // be guessed refer to what was meant afterwards.
+    // be guessed refer to what was meant afterwards; `hasGuessed` tells whether there are any.
     static std::vector<Problem> find(zoHPCTextCheck& check, zoHPCDisplaySetup& displays,
-                                     zoHPCTreeItem* master);
+                                     zoHPCTreeItem* master, bool* hasGuessed = nullptr);
 
     // What the text alone has, or its readers lost; the items were read from it as it is, and are not changed.
     static std::vector<Problem> findInText(const QString& text, const zoHPCDisplaySetup& displays,

@@ -180,7 +180,7 @@ std::vector<QStringList> zoHPCLayout::nodesOfProjections() const
 
 int zoHPCLayout::nodeNamed(const QString& name) const
 {
-    return m_nodesByName.value(name, None);
+    return m_nodeSlots.empty() ? None : m_nodeSlots[nodeSlot(name)] - 1;
 }
 
 unsigned zoHPCLayout::eyesOf(const QString& eye)
@@ -365,15 +365,27 @@ void zoHPCLayout::nameNodes()
     for (const Node& node : m_nodes)
         hostNames.push_back(&node.item->hostName());
     const zoHPCUniqueNames names(std::move(hostNames));
-    m_nodesByName.reserve(static_cast<int>(m_nodes.size()));
+    std::size_t room = 16;
+    while (room < 2 * m_nodes.size())
+        room *= 2;
+    m_nodeSlots.assign(room, 0);
     for (size_t i = 0; i < m_nodes.size(); ++i) {
         if (m_nodes[i].item->hostName().isEmpty())
             continue;
         m_nodes[i].name = names.name(i);
         // "n 1" may be a host name as well; the first node counts.
-        if (!m_nodesByName.contains(m_nodes[i].name))
-            m_nodesByName.insert(m_nodes[i].name, static_cast<int>(i));
+        int& slot = m_nodeSlots[nodeSlot(m_nodes[i].name)];
+        if (slot == 0)
+            slot = static_cast<int>(i) + 1;
     }
+}
+
+std::size_t zoHPCLayout::nodeSlot(const QString& name) const
+{
+    std::size_t slot = qHash(name) & (m_nodeSlots.size() - 1);
+    while (m_nodeSlots[slot] != 0 && m_nodes[static_cast<std::size_t>(m_nodeSlots[slot] - 1)].name != name)
+        slot = (slot + 1) & (m_nodeSlots.size() - 1);
+    return slot;
 }
 
 void zoHPCLayout::linkViewports()

@@ -137,6 +137,8 @@ private:
     void readNodes(zoHPCTreeItem* master);
     void addNode(zoHPCTreeItem* item, int network, bool enabled);
     void nameNodes();
+    // Holds a node of the name, or is free.
+    std::size_t nodeSlot(const QString& name) const;
 
     zoHPCTreeItem* m_master = nullptr;
     std::vector<Node> m_nodes;
@@ -145,5 +147,7 @@ private:
     std::vector<Window> m_windows;
     std::vector<Viewport> m_viewports;
     std::vector<zoHPCDisplayItem*> m_displays;
-    QHash<QString, int> m_nodesByName;
+    // A flat table of nodes by name, 0 for a free slot or the index of the first node that is called so, plus 1: of a
+    // million nodes small allocations would cost more than all else.
+    std::vector<int> m_nodeSlots;
 };
