@@ -235,12 +235,15 @@ void zoNodeServer::fetch(const QJsonObject& object)
 {
     const auto bytes = qint64(object.value(QLatin1String("bytes")).toDouble());
     const int milliseconds = object.value(QLatin1String("ms")).toInt();
-    m_link->expectWork(milliseconds + s_pictureWorkMs);
     QElapsedTimer clock;
     qint64 sent = 0;
     zoSpeedStore store(bytes);
-    while (!store.isMade())
+    while (!store.isMade()) {
+        // A machine that takes long to make it is alive.
+        m_link->expectWork(milliseconds + s_pictureWorkMs);
         store.makeSome();
+    }
+    m_link->expectWork(milliseconds + s_pictureWorkMs);
     m_link->send({"DATAEND", "begun"});
     clock.start();
     while (sent < bytes && clock.elapsed() < milliseconds) {

@@ -66,8 +66,8 @@ function(zo_add_test name)
   if(NOT ARG_TIMEOUT)
     set(ARG_TIMEOUT 120)
   endif()
-  # Sanitizers look at every step.
-  if(ZO_SANITIZE)
+  # Sanitizers look at every step, and counting without optimisation takes as long.
+  if(ZO_SANITIZE OR ZO_COVERAGE)
     math(EXPR ARG_TIMEOUT "5 * ${ARG_TIMEOUT}")
   endif()
   add_executable(${name} ${name}.cpp ${ARG_SOURCES})

@@ -2,6 +2,12 @@
 
 #include <QProcess>
 
+namespace
+{
+// Where sanitizers look at each step, or each is counted, the largest inputs take minutes.
+constexpr int s_longestMs = 240000;
+} // namespace
+
 QByteArray zoCommandRun::whole() const
 {
     return output + "--- errors\n" + errors + "--- exit code " + QByteArray::number(exitCode) + '\n';
@@ -37,7 +43,7 @@ zoCommandRun zoCommandRun::program(const QString& program, const QStringList& ar
         return run;
     process.write(input);
     process.closeWriteChannel();
-    process.waitForFinished(60000);
+    process.waitForFinished(s_longestMs);
     run.output = process.readAllStandardOutput();
     run.errors = process.readAllStandardError();
     if (process.state() == QProcess::NotRunning && process.exitStatus() == QProcess::NormalExit)
