@@ -3,6 +3,7 @@
 #include "zoHostTranslations.h"
 
 #include <zoCommandLine.h>
+#include <zoQt.h>
 #include <zoUserFolder.h>
 
 #include <QApplication>
@@ -48,10 +49,7 @@ int main(int argc, char** argv)
     if (commandLine.options.nonInteractive)
         chooseOffscreenWithoutDisplay();
 
-#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
-    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
-    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-#endif
+    zoQt::scaleToScreens();
     const QApplication application(argc, argv);
     zoHostApplication host(commandLine.options);
     return host.run();

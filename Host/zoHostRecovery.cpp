@@ -10,6 +10,7 @@
 #include "zoHostTime.h"
 
 #include <zoLog.h>
+#include <zoQt.h>
 
 #include <QDir>
 #include <QFile>
@@ -29,7 +30,7 @@ zoHostRecovery::zoHostRecovery(zoHostMainWindow* window, zoHostEarlierConfigurat
     : m_window(window), m_earlier(earlier)
 {
     // A logout does not wait for answers: without this, windows would be closed and ask.
-    QGuiApplication::setFallbackSessionManagementEnabled(false);
+    zoQt::closeNothingAtLogout();
     connect(qGuiApp, &QGuiApplication::commitDataRequest, this, &zoHostRecovery::keepUnfinished);
     connect(window, &zoHostMainWindow::closing, this, &zoHostRecovery::finish);
     connect(window->document(), &zoHostDocument::fileOpened, this, &zoHostRecovery::offerBeside,

@@ -17,11 +17,7 @@ constexpr char s_qtTexts[] = "qtbase";
 
 QString qtFolder()
 {
-#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
     return QLibraryInfo::location(QLibraryInfo::TranslationsPath);
-#else
-    return QLibraryInfo::path(QLibraryInfo::TranslationsPath);
-#endif
 }
 
 // The file for a language, or for the language without its country; empty when there is none.
@@ -31,7 +27,7 @@ QString fileOf(const QString& folder, const QString& name, QString language)
         const QString file = QStringLiteral("%1/%2_%3.qm").arg(folder, name, language);
         if (QFileInfo::exists(file))
             return file;
-        language.truncate(std::max(0, language.lastIndexOf(QLatin1Char('_'))));
+        language.truncate(std::max(0, int(language.lastIndexOf(QLatin1Char('_')))));
     }
     return {};
 }

@@ -55,7 +55,8 @@ bool readOtherQt(const QString& fileName, Plugin& plugin)
 Plugin readPlugin(const QString& fileName)
 {
     Plugin plugin;
-    if (readOtherQt(fileName, plugin))
+    // Qt 6 warns that it cannot look into an empty file; what is wrong with it, the system says when it loads it.
+    if (QFileInfo(fileName).size() == 0 || readOtherQt(fileName, plugin))
         return plugin;
     QPluginLoader loader;
     // Else Qt remembers of the file that it stays in memory for ever.

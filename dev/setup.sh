@@ -1,11 +1,14 @@
-# Set-up shared by ./run and ./check: installs what is missing and builds in Release. To be sourced.
+# Set-up shared by ./run and ./check: installs what is missing and builds. To be sourced.
 # shellcheck shell=bash
 
 zo_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 zo_build="$zo_root/build/release"
 
-zo_build_packages=(g++ cmake ninja-build qtbase5-dev libqt5svg5-dev libeigen3-dev qttools5-dev qttools5-dev-tools
-    qttranslations5-l10n fonts-dejavu-core python3 python3-markdown)
+zo_common_packages=(g++ cmake ninja-build libeigen3-dev fonts-dejavu-core python3 python3-markdown)
+zo_build_packages=("${zo_common_packages[@]}" qtbase5-dev libqt5svg5-dev qttools5-dev qttools5-dev-tools
+    qttranslations5-l10n)
+zo_qt6_packages=("${zo_common_packages[@]}" qt6-base-dev qt6-svg-dev qt6-5compat-dev qt6-tools-dev qt6-tools-dev-tools
+    qt6-l10n-tools qt6-translations-l10n)
 zo_check_packages=(libbenchmark-dev python3 libxtst-dev xvfb x11-utils libgl1-mesa-dri matchbox-window-manager
     openmpi-bin libopenmpi-dev procps git libxml2-utils clustershell pdsh mandoc
     poppler-utils pkg-config gcovr abigail-tools)
@@ -65,9 +68,17 @@ zo_install() {
 
 # zo_build_release [CMAKE-OPTION...]
 zo_build_release() {
+    zo_build_preset release "$@"
+}
+
+# zo_build_preset PRESET [CMAKE-OPTION...]: in build/PRESET, which is zo_build from then on.
+zo_build_preset() {
+    local preset=$1
+    shift
+    zo_build="$zo_root/build/$preset"
     mkdir -p "$zo_root/build"
     zo_say "Configuring $zo_build"
-    (cd "$zo_root" && cmake --preset release "$@") >"$zo_root/build/configure.log" 2>&1 || {
+    (cd "$zo_root" && cmake --preset "$preset" "$@") >"$zo_root/build/configure.log" 2>&1 || {
         cat "$zo_root/build/configure.log" >&2
         exit 1
     }

@@ -1,5 +1,7 @@
 #include "zoMpirunProcess.h"
 
+#include <zoQt.h>
+
 #include <QDeadlineTimer>
 #include <QFile>
 #include <QPointer>
@@ -17,25 +19,17 @@ constexpr int s_stepMs = 5;
 // Nobody waits for the end of a longer one.
 constexpr int s_longestLine = 64 * 1024;
 
-// A process group, which ends with its starter by a signal that cannot be caught.
-class GroupProcess final : public QProcess
+// Makes a process group, which ends with its starter by a signal that cannot be caught.
+std::function<void()> grouped()
 {
-public:
-    explicit GroupProcess(QObject* parent) : QProcess(parent), m_starter(getpid()) {}
-
-protected:
-    void setupChildProcess() override
-    {
+    return [starter = getpid()] {
         setpgid(0, 0);
         prctl(PR_SET_PDEATHSIG, SIGKILL);
         // The starter may have ended between the fork and the line above.
-        if (getppid() != m_starter)
+        if (getppid() != starter)
             _exit(1);
-    }
-
-private:
-    pid_t m_starter;
-};
+    };
+}
 
 // What a process started on this machine, all the way down: the ranks have process groups of their own.
 QList<qint64> descendantsOf(qint64 process)
@@ -82,7 +76,8 @@ QStringList takeLines(QByteArray& text, bool all)
 }
 } // namespace
 
-zoMpirunProcess::zoMpirunProcess(QObject* parent) : QObject(parent), m_process(new GroupProcess(this))
+zoMpirunProcess::zoMpirunProcess(QObject* parent)
+    : QObject(parent), m_process(new zoQt::ChildProcess(grouped(), this))
 {
     m_process->setStandardInputFile(QProcess::nullDevice());
     // Later, out of the process object: whoever hears a line may end all of this.

@@ -346,7 +346,7 @@ void zoNodeClusterService::receiveNode(const QJsonObject& object)
 void zoNodeClusterService::showProgress(const QString& id)
 {
     ++m_answered;
-    const int percent = int(qint64(m_answered) * s_complete / std::max(m_reports.order().size(), 1));
+    const int percent = int(qint64(m_answered) * s_complete / std::max(int(m_reports.order().size()), 1));
     emit progressChanged(tr("Connected to %1").arg(id), std::min(percent, s_complete));
 }
 

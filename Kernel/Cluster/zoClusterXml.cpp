@@ -3,6 +3,7 @@
 #include "zoClusterLimits.h"
 
 #include <QDomDocument>
+#include <QThread>
 #include <QXmlAttributes>
 #include <QXmlDeclHandler>
 #include <QXmlDefaultHandler>
@@ -13,6 +14,7 @@
 #include <QXmlStreamReader>
 
 #include <algorithm>
+#include <memory>
 #include <vector>
 
 // The reader of setContent() in Qt 5, which Qt 6 still has aside, is deprecated.
@@ -27,6 +29,9 @@ constexpr int s_maximumDeclarations = 256;
 constexpr int s_maximumEntityLength = 4096;
 constexpr int s_maximumReferences = 1000;
 constexpr int s_maximumBrackets = 10000;
+// The parser recurses over elements, too. What cannot be deeper than this has room on any stack.
+constexpr int s_shallow = 1000;
+constexpr uint s_deepStack = 16 * 1024 * 1024; // more than MaximumDepth takes, with Qt 6 nearly 5 MiB
 
 // The parser's handler of a document, with an eye on what it is told.
 class Guard final : public QXmlContentHandler, public QXmlDeclHandler
@@ -259,6 +264,26 @@ private:
     Guard m_guard;
 };
 
+// On a stack of its own where the text may be deep: what can be read does not follow from the stack of whoever reads.
+bool readInto(Reader& reader, QDomDocument& document, const QString& text, zoClusterXml::Refusal& refusal)
+{
+    if (!text.contains(QLatin1String("<!DOCTYPE")) && text.count(QLatin1Char('<')) <= s_shallow)
+        return reader.readInto(document, text, refusal);
+    bool isDone = false;
+    bool isRead = false;
+    const auto read = [&] {
+        isRead = reader.readInto(document, text, refusal);
+        isDone = true;
+    };
+    const std::unique_ptr<QThread> thread(QThread::create(read));
+    thread->setStackSize(s_deepStack);
+    thread->start();
+    thread->wait();
+    if (!isDone) // no room for it
+        read();
+    return isRead;
+}
+
 // What costs much before the guard hears of it.
 bool hasTooManyEntities(const QString& text)
 {
@@ -322,7 +347,7 @@ zoClusterXml::Outcome zoClusterXml::read(const QString& text, QDomDocument& docu
         return Outcome::TooManyEntities;
     Reader reader;
     QDomDocument read;
-    if (reader.readInto(read, text, refusal)) {
+    if (readInto(reader, read, text, refusal)) {
         document = read;
         return Outcome::Read;
     }

@@ -1,8 +1,15 @@
 #pragma once
 
 #include <QByteArray>
+#include <QProcess>
 #include <QtGlobal>
 
+#include <functional>
+#include <utility>
+
+#ifdef QT_GUI_LIB
+#include <QGuiApplication>
+#endif
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
 #include <QTextCodec>
 #endif
@@ -27,4 +34,49 @@ inline QByteArray localEncoding()
     return "UTF-8"; // in every locale
 #endif
 }
+
+// A process of which a function runs before its program does. Like a handler of a signal, it may do little there.
+class ChildProcess : public QProcess
+{
+public:
+    explicit ChildProcess(std::function<void()> prepare, QObject* parent = nullptr) : QProcess(parent)
+    {
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+        m_prepare = std::move(prepare);
+#else
+        setChildProcessModifier(std::move(prepare));
+#endif
+    }
+
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+protected:
+    void setupChildProcess() override
+    {
+        m_prepare();
+    }
+
+private:
+    std::function<void()> m_prepare;
+#endif
+};
+
+#ifdef QT_GUI_LIB
+// Before the application: what it draws grows with the pixels of a screen, in whole steps.
+inline void scaleToScreens()
+{
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+#endif
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::Round);
+}
+
+// Qt 5 would close the windows before the end of the session when nobody objects.
+inline void closeNothingAtLogout()
+{
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    QGuiApplication::setFallbackSessionManagementEnabled(false);
+#endif
+}
+#endif
 } // namespace zoQt

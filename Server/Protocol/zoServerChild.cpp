@@ -1,5 +1,7 @@
 #include "zoServerChild.h"
 
+#include <zoQt.h>
+
 #include <QPointer>
 
 #include <csignal>
@@ -12,27 +14,19 @@ constexpr int s_longestLine = 4096;
 constexpr int s_killMs = 1000;
 
 // Asks the system to end the program when this one ends, even by a signal that cannot be caught.
-class BoundProcess final : public QProcess
+std::function<void()> bound()
 {
-public:
-    explicit BoundProcess(QObject* parent) : QProcess(parent), m_starter(getpid()) {}
-
-protected:
-    void setupChildProcess() override
-    {
+    return [starter = getpid()] {
         prctl(PR_SET_PDEATHSIG, SIGKILL);
         // The starter may have ended between the fork and the line above.
-        if (getppid() != m_starter)
+        if (getppid() != starter)
             _exit(1);
-    }
-
-private:
-    pid_t m_starter;
-};
+    };
+}
 } // namespace
 
 zoServerChild::zoServerChild(zoServerMessageReader::Start start, QObject* parent)
-    : QObject(parent), m_process(new BoundProcess(this)), m_reader(start)
+    : QObject(parent), m_process(new zoQt::ChildProcess(bound(), this)), m_reader(start)
 {
     // Later, out of the process object: whoever hears a message may end all of this.
     connect(m_process, &QProcess::readyReadStandardOutput, this,

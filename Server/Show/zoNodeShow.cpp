@@ -13,10 +13,10 @@
 
 void zoNodeShow::prepareApplication()
 {
-    QCoreApplication::setAttribute(Qt::AA_DisableHighDpiScaling);
     for (const char* name : {"QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS", "QT_AUTO_SCREEN_SCALE_FACTOR",
-                             "QT_ENABLE_HIGHDPI_SCALING", "QT_DEVICE_PIXEL_RATIO"})
+                             "QT_DEVICE_PIXEL_RATIO"})
         qunsetenv(name);
+    qputenv("QT_ENABLE_HIGHDPI_SCALING", "0"); // not even by the platform, as Qt 6 would
 }
 
 zoNodeShow::zoNodeShow(zoWallSetup setup, QObject* parent)

@@ -57,7 +57,8 @@ void zoTilePicture::paint(QPainter& painter, const QRect& target, zoStereoMode::
     const QColor colour = colourOf(m_node.name);
     // Tiles side by side differ, however alike their names are.
     const bool isLight = ((m_viewport.row + m_viewport.column) & 1) != 0;
-    painter.fillRect(target, QColor::fromHsvF(std::max(0.0, colour.hueF()), 0.6, isLight ? 0.42 : 0.28));
+    painter.fillRect(target,
+                     QColor::fromHsvF(std::max(0.0, double(colour.hueF())), 0.6, isLight ? 0.42 : 0.28));
     painter.setRenderHint(QPainter::Antialiasing, true);
     paintShapes(painter, target);
     paintOverlaps(painter, target);

@@ -218,7 +218,7 @@ void tst_zohpcCheck::codesAreListed()
     QCOMPARE(lines.takeLast(), QByteArray());
     QVERIFY(lines.size() > 40);
     // Each one is explained.
-    for (int i : {0, 1, lines.size() - 1}) {
+    for (int i : {0, 1, int(lines.size()) - 1}) {
         const QString code = QString::fromUtf8(lines.at(i).split(' ').first());
         QCOMPARE(zoCommandRun::zohpc({"check", "--explain", code}).exitCode, 0);
     }

@@ -395,7 +395,7 @@ void tst_zoAssistantWallDialog::placeInThePictureMovesTheViewer()
     // From above the lower right of the picture is to the right of the viewer, and behind him.
     for (int turn = 0; turn < 8; ++turn)
         QTest::keyClick(room, Qt::Key_Up);
-    QTest::mouseClick(room, Qt::LeftButton, {}, QPoint(room->width() * 3 / 4, room->height() * 9 / 10));
+    QTest::mouseClick(room, Qt::LeftButton, {}, QPoint(room->width() * 3 / 4, room->height() * 19 / 20));
     QCoreApplication::processEvents();
 
     QVERIFY(!room->picksPlace());

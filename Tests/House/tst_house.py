@@ -88,6 +88,11 @@ class Includes(HouseTest):
         self.write("Server/Setup/zoSetup.h", "#pragma once\n#include <zoLog.h>\n#include <zoHPCItem.h>\n")
         self.assert_sound("includes")
 
+    def test_nodes_know_how_the_toolkits_differ(self):
+        self.write("Kernel/Platform/zoQt.h", "#pragma once\n")
+        self.write("Server/zoServer.h", "#pragma once\n#include <zoQt.h>\n")
+        self.assert_sound("includes")
+
     def test_production_knows_no_tests(self):
         self.write("Tests/zoTestCase.h", "#pragma once\n")
         self.write("Tools/main.cpp", "#include <zoTestCase.h>\n")

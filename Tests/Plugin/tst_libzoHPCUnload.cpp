@@ -5,11 +5,13 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QCursor>
 #include <QEventLoop>
 #include <QFile>
 #include <QLibrary>
 #include <QLineEdit>
 #include <QProcess>
+#include <QScreen>
 #include <QTimer>
 #include <QTreeWidget>
 
@@ -79,6 +81,8 @@ int keepWindows()
     auto* host = new zoFakeHost; // never destroyed: destructors of the windows are gone, too
     host->cluster.config = QLatin1String(Configuration);
     host->toolBarUsed = false; // laying out the host's window would look at all widgets in it
+    // Not over a window, which would be told: Qt 6 does that later.
+    QCursor::setPos(QGuiApplication::primaryScreen()->geometry().bottomRight());
     QLibrary library(QStringLiteral(ZO_MODULE_FILE));
     if (!library.load())
         return 2;

@@ -237,7 +237,7 @@ std::optional<zoHPCNumberExpression::State> zoHPCNumberExpression::typedState(QS
                                                                               const QLocale& locale,
                                                                               double minimum, double maximum)
 {
-    const QChar mark = locale.decimalPoint();
+    const QChar mark = QString(locale.decimalPoint()).front();
     replaceMarks(text, mark);
     if (isExpression(text)) {
         const Result result = evaluate(text, unit);
@@ -245,7 +245,7 @@ std::optional<zoHPCNumberExpression::State> zoHPCNumberExpression::typedState(QS
         return result.state == State::Acceptable && isOutside ? State::Intermediate : result.state;
     }
     // What is left would be taken for a separator between groups: a second mark, a blank, an apostrophe.
-    const auto isSeparator = [separator = locale.groupSeparator(), mark](QChar character) {
+    const auto isSeparator = [separator = QString(locale.groupSeparator()).front(), mark](QChar character) {
         return character != mark && (character == separator || character.isSpace());
     };
     if (text.count(mark) > 1 || std::any_of(text.cbegin(), text.cend(), isSeparator))
@@ -278,7 +278,7 @@ zoHPCNumberExpression::typedWholeState(QString& text, double minimum, double max
 std::optional<double> zoHPCNumberExpression::typedValue(QString& text, Unit unit, const QLocale& locale,
                                                         int decimals)
 {
-    replaceMarks(text, locale.decimalPoint());
+    replaceMarks(text, QString(locale.decimalPoint()).front());
     if (!isExpression(text))
         return std::nullopt;
     return QString::number(evaluate(text, unit).value, 'f', decimals).toDouble();
@@ -320,5 +320,8 @@ void zoHPCNumberExpression::replaceMarks(QString& text, QChar mark)
 
 void zoHPCNumberExpression::replaceMinus(QString& text)
 {
+    // Around the sign that a locale writes may stand marks of the direction.
+    for (const QChar mark : {QChar(0x200e), QChar(0x200f), QChar(0x061c)})
+        text.remove(mark);
     text.replace(s_minus, QLatin1Char('-'));
 }

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "zoHPCTreeItem.h" // whole, as the meta-object of Qt 6 wants what lists in signals point to
+
 #include <QTreeWidget>
 
 #include <vector>
-
-class zoHPCTreeItem;
 
 // The rows of a host tree, of which nodes can be dragged into other networks or to another place in their own. It
 // moves nothing itself: it tells what was dropped where.

@@ -14,6 +14,7 @@
 #include <QDataStream>
 #include <QEvent>
 #include <QGuiApplication>
+#include <QIODevice>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QScrollBar>

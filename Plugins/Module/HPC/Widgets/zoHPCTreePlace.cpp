@@ -2,6 +2,7 @@
 
 #include <QBitArray>
 #include <QDataStream>
+#include <QIODevice>
 #include <QItemSelectionModel>
 #include <QScrollBar>
 #include <QTreeWidget>
