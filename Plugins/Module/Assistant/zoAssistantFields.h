@@ -18,8 +18,6 @@ public:
     virtual void showPlan(const zoHPCWallPlan& plan) = 0;
     // Writes what the fields say into the plan.
     virtual void apply(zoHPCWallPlan& plan) const = 0;
-    // The field that a mistake is about; null when it is not here.
-    virtual QWidget* fieldOf(zoHPCWallPlan::Field field) const = 0;
 
 signals:
     void edited();

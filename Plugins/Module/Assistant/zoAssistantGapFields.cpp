@@ -128,8 +128,3 @@ void zoAssistantGapFields::apply(zoHPCWallPlan& plan) const
     plan.overlap.across = sign * (isPixels ? m_across.pixels : m_across.millimetres)->value();
     plan.overlap.down = sign * (isPixels ? m_down.pixels : m_down.millimetres)->value();
 }
-
-QWidget* zoAssistantGapFields::fieldOf(zoHPCWallPlan::Field field) const
-{
-    return field == zoHPCWallPlan::Field::Overlap ? m_across.pixels : nullptr;
-}

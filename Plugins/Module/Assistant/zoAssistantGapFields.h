@@ -19,7 +19,6 @@ public:
     bool areFor(const zoHPCWallPlan& plan) const override;
     void showPlan(const zoHPCWallPlan& plan) override;
     void apply(zoHPCWallPlan& plan) const override;
-    QWidget* fieldOf(zoHPCWallPlan::Field field) const override;
 
 private:
     enum class Gap { None, Overlap, Bezel };

@@ -112,17 +112,8 @@ void zoAssistantNodeFields::apply(zoHPCWallPlan& plan) const
     plan.name = m_name->text();
 }
 
-QWidget* zoAssistantNodeFields::fieldOf(zoHPCWallPlan::Field field) const
+void zoAssistantNodeFields::focusHosts()
 {
-    using Field = zoHPCWallPlan::Field;
-    switch (field) {
-    case Field::Hosts:
-        return m_hosts;
-    case Field::WindowsPerNode:
-        return m_windows;
-    case Field::Name:
-        return m_name;
-    default:
-        return nullptr;
-    }
+    m_hosts->setFocus();
+    m_hosts->selectAll();
 }

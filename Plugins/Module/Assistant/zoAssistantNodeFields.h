@@ -22,7 +22,8 @@ public:
 
     void showPlan(const zoHPCWallPlan& plan) override;
     void apply(zoHPCWallPlan& plan) const override;
-    QWidget* fieldOf(zoHPCWallPlan::Field field) const override;
+    // Keys go to the names of nodes; what is typed takes their place.
+    void focusHosts();
 
 private:
     void showCount(const zoHPCWallPlan& plan);

@@ -111,11 +111,6 @@ void zoAssistantPlaneFields::apply(zoHPCWallPlan& plan) const
         plan.planes.push_back(planeOf(row));
 }
 
-QWidget* zoAssistantPlaneFields::fieldOf(zoHPCWallPlan::Field field) const
-{
-    return field == zoHPCWallPlan::Field::Planes ? m_table : nullptr;
-}
-
 // To the right of the last one, with its size.
 void zoAssistantPlaneFields::add()
 {

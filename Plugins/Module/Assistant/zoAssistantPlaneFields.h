@@ -17,7 +17,6 @@ public:
     bool areFor(const zoHPCWallPlan& plan) const override;
     void showPlan(const zoHPCWallPlan& plan) override;
     void apply(zoHPCWallPlan& plan) const override;
-    QWidget* fieldOf(zoHPCWallPlan::Field field) const override;
 
 private:
     void add();

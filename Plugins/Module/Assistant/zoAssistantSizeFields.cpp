@@ -256,26 +256,3 @@ void zoAssistantSizeFields::apply(zoHPCWallPlan& plan) const
     else
         plan.columnAngle = m_angle->value();
 }
-
-QWidget* zoAssistantSizeFields::fieldOf(zoHPCWallPlan::Field field) const
-{
-    using Field = zoHPCWallPlan::Field;
-    switch (field) {
-    case Field::Tiles:
-        return m_columns;
-    case Field::TilePixels:
-        return m_pixels;
-    case Field::Size:
-        return m_width;
-    case Field::PixelPitch:
-        return m_pitch;
-    case Field::Curvature:
-        return m_radius;
-    case Field::CaveSize:
-        return m_caveWidth;
-    case Field::CaveWalls:
-        return m_caveWalls.front();
-    default:
-        return nullptr;
-    }
-}

@@ -22,7 +22,6 @@ public:
 
     void showPlan(const zoHPCWallPlan& plan) override;
     void apply(zoHPCWallPlan& plan) const override;
-    QWidget* fieldOf(zoHPCWallPlan::Field field) const override;
 
 private:
     void addGrid();

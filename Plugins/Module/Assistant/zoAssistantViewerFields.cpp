@@ -156,23 +156,6 @@ void zoAssistantViewerFields::apply(zoHPCWallPlan& plan) const
     plan.eyeOrder = static_cast<EyeOrder>(m_eyeOrder->currentData().toInt());
 }
 
-QWidget* zoAssistantViewerFields::fieldOf(zoHPCWallPlan::Field field) const
-{
-    using Field = zoHPCWallPlan::Field;
-    switch (field) {
-    case Field::Viewer:
-        return m_distance;
-    case Field::Stereo:
-        return m_stereo;
-    case Field::EyeSeparation:
-        return m_eyeSeparation;
-    case Field::EyeOrder:
-        return m_eyeOrder;
-    default:
-        return nullptr;
-    }
-}
-
 bool zoAssistantViewerFields::isPicking() const
 {
     return m_standHere->isChecked();

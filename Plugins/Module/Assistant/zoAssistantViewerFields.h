@@ -18,7 +18,6 @@ public:
 
     void showPlan(const zoHPCWallPlan& plan) override;
     void apply(zoHPCWallPlan& plan) const override;
-    QWidget* fieldOf(zoHPCWallPlan::Field field) const override;
 
     // A person wants to show the place in the picture.
     bool isPicking() const;

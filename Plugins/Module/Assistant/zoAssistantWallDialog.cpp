@@ -16,7 +16,6 @@
 #include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QLocale>
 #include <QPushButton>
 #include <QStyle>
@@ -85,9 +84,7 @@ zoAssistantWallDialog::zoAssistantWallDialog(zoConfigurationService* configurati
     resize(sizeHint());
     if (m_configuration)
         connect(m_configuration, &zoConfigurationService::changed, &m_timer, [this] { m_timer.start(); });
-    auto* names = m_nodes->fieldOf(Plan::Field::Hosts);
-    names->setFocus();
-    static_cast<QLineEdit*>(names)->selectAll();
+    m_nodes->focusHosts();
 }
 
 zoAssistantWallDialog::~zoAssistantWallDialog() = default;
