@@ -161,11 +161,11 @@ void tst_zoAssistantRoomView::dragTurnsTheRoom()
     moveTo(QPoint(200, 150), Qt::LeftButton);
     const QImage back = picture();
     QTest::mouseRelease(m_view, Qt::LeftButton, {}, QPoint(200, 150));
-    moveTo(QPoint(260, 170), Qt::NoButton);
+    moveTo(QPoint(260, 170), Qt::RightButton); // the toolkit tells no move without a button
 
     QVERIFY(turned != before);
     QCOMPARE(back, before);
-    QCOMPARE(picture(), before); // nothing is held any more
+    QCOMPARE(picture(), before);
 }
 
 void tst_zoAssistantRoomView::otherButtonsTurnNothing()
