@@ -145,13 +145,22 @@ QTreeWidget* outputs()
     return inDialog<QTreeWidget>("m_displayTree");
 }
 
-// The names of all rows of the host tree, from the top, networks as "+".
+// The names of all rows of the host tree, from the top.
 QStringList hosts()
 {
     QStringList names;
     QTreeWidgetItemIterator it(clusterWindow()->findChild<QTreeWidget*>(QStringLiteral("m_treeWidget")));
     for (; *it; ++it)
         names << (*it)->text(0);
+    return names;
+}
+
+// The names of all nodes, from the top.
+QStringList nodeNames()
+{
+    QStringList names = hosts();
+    names.removeAll(QStringLiteral("Options"));
+    names.removeAll(QStringLiteral("Network"));
     return names;
 }
 
@@ -174,9 +183,14 @@ private slots:
     void wallIsBuiltSavedAndLoaded();
     void filesAreDroppedAndWorkIsAskedAbout();
     void startPageLeadsToASampleAndTheManual();
+    void nodesAreDraggedToOtherNetworks();
 
 private:
-    void play(const std::function<void(const Person&)>& act);
+    // With the file, where there is one.
+    void play(const std::function<void(const Person&)>& act, const QString& configFile = QString());
+    void dragNodes(const Person& person) const;
+    // Held over the middle of another row; whether the host tree would take them there.
+    void dragRow(const Person& person, const QString& node, const QString& overName, bool isTaken) const;
     void dropFiles(const Person& person) const;
     void dropFile(const Person& person, const QString& fileName, bool isTaken) const;
     void buildWall(const Person& person) const;
@@ -229,10 +243,24 @@ void tst_zohostDesktop::startPageLeadsToASampleAndTheManual()
     play([this](const Person& person) { beginWithASample(person); });
 }
 
+void tst_zohostDesktop::nodesAreDraggedToOtherNetworks()
+{
+    const QString file = m_directory.filePath("nodes.zhpc");
+    QFile hosts(file);
+    QVERIFY(hosts.open(QIODevice::WriteOnly));
+    hosts.write(
+        "<cluster version=\"1\"><master><network><node name=\"a\"/><node name=\"b\"/><node name=\"gate\">"
+        "<network><node name=\"c\"/></network></node></network></master></cluster>\n");
+    hosts.close();
+
+    play([this](const Person& person) { dragNodes(person); }, file);
+}
+
 // Runs the host, as the program does, until the person has closed it.
-void tst_zohostDesktop::play(const std::function<void(const Person&)>& act)
+void tst_zohostDesktop::play(const std::function<void(const Person&)>& act, const QString& configFile)
 {
     zoHostOptions options;
+    options.configFile = configFile;
     options.moduleFiles = QStringList(QStringLiteral(ZO_MODULE_FILE));
     zoHostApplication host(options);
     std::atomic<bool> hasLeft{false};
@@ -501,6 +529,56 @@ void tst_zohostDesktop::dropFiles(const Person& person) const
     person.pressControl('q');
     person.click("Save", answer(QMessageBox::Save));
     person.waitFor("the file is written", [wall, before] { return contentOf(wall) != before; });
+}
+
+void tst_zohostDesktop::dragNodes(const Person& person) const
+{
+    const auto are = [](const QStringList& names) { return [names] { return nodeNames() == names; }; };
+    const QStringList before{"a", "b", "gate", "c"};
+    person.waitFor("the nodes are there", are(before));
+    person.keepPicture("desktop-nodes");
+
+    // Over a node: below it, or above it, as the pointer is in its lower or upper half.
+    dragRow(person, "b", "c", true);
+    person.waitFor("b is behind the gateway", [] {
+        const QStringList names = nodeNames();
+        return names == QStringList{"a", "gate", "b", "c"} || names == QStringList{"a", "gate", "c", "b"};
+    });
+    person.pressControl('z');
+    person.waitFor("b is back", are(before));
+
+    // A gateway cannot come below itself.
+    dragRow(person, "gate", "c", false);
+    person.waitFor("nothing has moved", are(before));
+    person.waitFor("the file is as it was loaded", [] {
+        return hostWindow()->windowHandle()->title() == QLatin1String("nodes.zhpc - zohost");
+    });
+    person.pressControl('q');
+}
+
+void tst_zohostDesktop::dragRow(const Person& person, const QString& node, const QString& overName,
+                                bool isTaken) const
+{
+    const auto tree = [] { return clusterWindow()->findChild<QTreeWidget*>(QStringLiteral("m_treeWidget")); };
+    const auto spotOfRow = [tree](const QString& name) {
+        return [tree, name] {
+            const QList<QTreeWidgetItem*> rows =
+                tree()->findItems(name, Qt::MatchExactly | Qt::MatchRecursive);
+            return rows.isEmpty() ? Spot()
+                                  : Spot{tree()->viewport(), tree()->visualItemRect(rows.constFirst())};
+        };
+    };
+    const QPoint from = person.find(node, spotOfRow(node));
+    const QPoint to = person.find(overName, spotOfRow(overName));
+    person.drag(from, to, [tree] { return tree()->findChild<QDrag*>() != nullptr; });
+    person.waitFor(isTaken ? "the pointer says that it is taken" : "the pointer says that it is not",
+                   [isTaken] {
+                       const QCursor* pointer = QApplication::overrideCursor();
+                       return pointer != nullptr &&
+                              pointer->shape() == (isTaken ? Qt::DragMoveCursor : Qt::ForbiddenCursor);
+                   });
+    person.letGo();
+    person.waitFor("the drop", [tree] { return tree()->findChild<QDrag*>() == nullptr; });
 }
 
 void tst_zohostDesktop::dropFile(const Person& person, const QString& fileName, bool isTaken) const

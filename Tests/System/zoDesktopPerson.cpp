@@ -90,8 +90,14 @@ void zoDesktopPerson::click(const QString& what, const std::function<Spot()>& sp
 void zoDesktopPerson::drag(QPoint from, QPoint to, const std::function<bool()>& hasStarted) const
 {
     m_input.grab(from);
-    m_input.carryTo(from + QPoint(QApplication::startDragDistance() * 2, 0));
-    waitFor("the drag", hasStarted);
+    // A list begins with the second move that it hears of, and several may come as one.
+    int way = QApplication::startDragDistance() * 2;
+    waitFor("the drag", [&] {
+        if (hasStarted())
+            return true;
+        m_input.carryTo(from + QPoint(way++, 0));
+        return false;
+    });
     m_input.carryTo(to - QPoint(20, 0));
     m_input.carryTo(to);
 }
