@@ -81,11 +81,14 @@ zoHostApplication::zoHostApplication(const zoHostOptions& options)
             m_window->raise();
     });
     connect(m_window.get(), &zoHostMainWindow::closing, m_cluster.get(), &zoClusterService::abort);
+    // As Qt 5 does by itself; Qt 6 would ask for an end, which looks like that of a session.
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    connect(qGuiApp, &QGuiApplication::lastWindowClosed, this, [] { QCoreApplication::exit(); });
     connect(&m_signals, &zoHostSignals::terminationRequested, this, [this] {
         if (m_recovery)
             m_recovery->keepUnfinished();
         m_cluster->abort();
-        QCoreApplication::quit();
+        QCoreApplication::exit();
     });
     // Without a file of its own a session begins with the default document, which has no name yet.
     const QString document = defaultDocument();

@@ -55,7 +55,7 @@ zoHostSignals::zoHostSignals(QObject* parent) : QObject(parent)
 
 bool zoHostSignals::eventFilter(QObject* watched, QEvent* event)
 {
-    // Sent by session managers alone: quit() takes another way.
+    // Sent by session managers alone: what ends the host calls exit(). With Qt 6 quit() would send one, too.
     if (event->type() != QEvent::Quit || watched != QCoreApplication::instance())
         return QObject::eventFilter(watched, event);
     emit terminationRequested();

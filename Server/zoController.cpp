@@ -47,7 +47,7 @@ zoController::zoController(QObject* parent) : QObject(parent), m_link(zoPipeLink
     });
     connect(&m_heads, &zoHeads::allEnded, this, [this] {
         m_link.send({"BYE", {}});
-        QCoreApplication::quit();
+        QCoreApplication::exit();
     });
 }
 

@@ -120,7 +120,7 @@ void zoHead::note(const QString& text)
 void zoHead::finish()
 {
     m_link.send({"BYE", {}});
-    QCoreApplication::quit();
+    QCoreApplication::exit();
 }
 
 void zoHead::obey(const zoServerMessage& message)

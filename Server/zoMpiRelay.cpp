@@ -128,5 +128,5 @@ void zoMpiRelay::beat()
 void zoMpiRelay::quit()
 {
     pass(servers(), {"QUIT", {}});
-    QCoreApplication::quit();
+    QCoreApplication::exit();
 }

@@ -35,7 +35,7 @@ zoNodeServer::zoNodeServer(std::unique_ptr<zoServerLink> link, QObject* parent)
     : QObject(parent), m_link(std::move(link))
 {
     connect(m_link.get(), &zoServerLink::received, this, &zoNodeServer::obey);
-    connect(m_link.get(), &zoServerLink::closed, qApp, &QCoreApplication::quit);
+    connect(m_link.get(), &zoServerLink::closed, qApp, [] { QCoreApplication::exit(); });
 }
 
 zoNodeServer::~zoNodeServer() = default;
@@ -93,7 +93,7 @@ void zoNodeServer::obey(const zoServerMessage& message)
         m_delayMs = object.value(QLatin1String("ms")).toInt();
     } else if (verb == "QUIT") {
         m_link->send({"BYE", {}});
-        QCoreApplication::quit();
+        QCoreApplication::exit();
     }
 }
 

@@ -454,7 +454,7 @@ void tst_zoHostApplication::unsavedWorkIsOfferedAgain()
     const zoDialogRobot robot([&](QDialog* dialog) {
         question = qobject_cast<QMessageBox*>(dialog)->informativeText();
         clickRole(dialog, QMessageBox::AcceptRole);
-        QCoreApplication::quit();
+        QCoreApplication::exit();
     });
     m_host->run();
 
@@ -523,7 +523,7 @@ void tst_zoHostApplication::workThatFindsNoRoomIsKeptElsewhere()
     const zoDialogRobot robot([&](QDialog* dialog) {
         question = qobject_cast<QMessageBox*>(dialog)->informativeText();
         clickRole(dialog, QMessageBox::AcceptRole);
-        QCoreApplication::quit();
+        QCoreApplication::exit();
     });
     m_host->run();
 
@@ -559,7 +559,7 @@ void tst_zoHostApplication::workBesideAFileIsOfferedWithTheFile()
     restart(QString());
     const zoDialogRobot robot([&](QDialog* dialog) {
         clickRole(dialog, QMessageBox::AcceptRole);
-        QCoreApplication::quit();
+        QCoreApplication::exit();
     });
     QTimer::singleShot(0, this,
                        [&] { QTimer::singleShot(0, this, [&] { mainWindow()->openConfiguration(file); }); });

@@ -167,7 +167,7 @@ void tst_zoHostAutosave::answer(QMessageBox::ButtonRole role) const
             if (box->buttonRole(button) == role)
                 button->click();
         }
-        QCoreApplication::quit();
+        QCoreApplication::exit();
     });
     m_host->run();
     QCOMPARE(robot.handled(), 1);
@@ -214,7 +214,7 @@ void tst_zoHostAutosave::workOfAKilledHostIsOffered()
             if (box->buttonRole(button) == QMessageBox::AcceptRole)
                 button->click();
         }
-        QCoreApplication::quit();
+        QCoreApplication::exit();
     });
     m_host->run();
 
@@ -242,7 +242,7 @@ void tst_zoHostAutosave::workIsOfferedUntilSomebodyAnswers()
             isAsked = dialog->objectName() == "RecoveryBox";
             if (isAnswered)
                 dialog->reject();
-            QCoreApplication::quit();
+            QCoreApplication::exit();
         });
         m_host->run();
         QVERIFY(isAsked);
@@ -340,7 +340,7 @@ void tst_zoHostAutosave::damagedWorkIsToldAndStays()
         auto* box = qobject_cast<QMessageBox*>(dialog);
         told = box->text() + box->informativeText();
         box->accept();
-        QCoreApplication::quit();
+        QCoreApplication::exit();
     });
     m_host->run();
 
@@ -407,7 +407,8 @@ void tst_zoHostAutosave::workThatReachedItsFileIsNotOffered()
     saved.close();
 
     start(0);
-    QTimer::singleShot(0, m_host.get(), [] { QTimer::singleShot(0, qApp, &QCoreApplication::quit); });
+    QTimer::singleShot(0, m_host.get(),
+                       [] { QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(); }); });
     m_host->run();
 
     QVERIFY(QApplication::activeModalWidget() == nullptr);
@@ -503,7 +504,7 @@ void tst_zoHostAutosave::terminatedHostLeavesOneEntry()
                  .textOf(entries().constFirst()),
              work);
     // The host was told to end, which only ends a loop that runs.
-    QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+    QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(); });
     QApplication::exec();
 }
 

@@ -105,7 +105,7 @@ void tst_zoHostStartup::run(const zoHostOptions& options, const std::function<vo
             [&] {
                 look();
                 hasLooked = true;
-                QCoreApplication::quit();
+                QCoreApplication::exit();
             },
             Qt::QueuedConnection);
     });

@@ -3,6 +3,7 @@
 #include "zoEnvironment.h"
 
 #include <QGuiApplication>
+#include <QHash>
 #include <QStringList>
 
 #include <memory>
@@ -19,8 +20,10 @@ std::unique_ptr<QCoreApplication> createApplication(bool isPainting, int& argc, 
     // No display is needed.
     qputenv("QT_QPA_PLATFORM", "offscreen");
     // Who asks for the same bytes gets them: the order of fonts in a file follows the toolkit's hashing.
-    if (qEnvironmentVariableIsSet("SOURCE_DATE_EPOCH"))
+    if (qEnvironmentVariableIsSet("SOURCE_DATE_EPOCH")) {
         qputenv("QT_HASH_SEED", "0");
+        qSetGlobalQHashSeed(0); // Qt 6 has read the environment by now
+    }
     return std::make_unique<QGuiApplication>(argc, argv);
 }
 } // namespace
