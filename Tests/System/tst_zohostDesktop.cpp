@@ -568,15 +568,20 @@ void tst_zohostDesktop::dragRow(const Person& person, const QString& node, const
                                   : Spot{tree()->viewport(), tree()->visualItemRect(rows.constFirst())};
         };
     };
+    const auto says = [](Qt::CursorShape shape) {
+        return [shape] {
+            const QCursor* pointer = QApplication::overrideCursor();
+            return pointer != nullptr && pointer->shape() == shape;
+        };
+    };
     const QPoint from = person.find(node, spotOfRow(node));
+    const QPoint first = person.find("the first node", spotOfRow("a"));
     const QPoint to = person.find(overName, spotOfRow(overName));
-    person.drag(from, to, [tree] { return tree()->findChild<QDrag*>() != nullptr; });
-    person.waitFor(isTaken ? "the pointer says that it is taken" : "the pointer says that it is not",
-                   [isTaken] {
-                       const QCursor* pointer = QApplication::overrideCursor();
-                       return pointer != nullptr &&
-                              pointer->shape() == (isTaken ? Qt::DragMoveCursor : Qt::ForbiddenCursor);
-                   });
+    person.drag(from, first, [tree] { return tree()->findChild<QDrag*>() != nullptr; });
+    person.waitFor("the pointer says that it would be taken", says(Qt::DragMoveCursor));
+    person.carryTo(to);
+    person.waitFor("the pointer says whether it is taken",
+                   says(isTaken ? Qt::DragMoveCursor : Qt::ForbiddenCursor));
     person.letGo();
     person.waitFor("the drop", [tree] { return tree()->findChild<QDrag*>() == nullptr; });
 }

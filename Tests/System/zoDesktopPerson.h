@@ -51,6 +51,7 @@ public:
     void click(const QString& what, const std::function<Spot()>& spot) const;
     // Until the other window has noticed; what it takes is let go by the caller.
     void drag(QPoint from, QPoint to, const std::function<bool()>& hasStarted) const;
+    void carryTo(QPoint to) const { m_input.carryTo(to); }
     void letGo() const { m_input.letGo(); }
 
     void press(zoDesktopInput::Key key) const { m_input.press(key); }
