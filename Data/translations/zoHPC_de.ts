@@ -2246,6 +2246,10 @@ auch wenn die Server dann instabil sein können?</translation>
         <source>the report has more than %1 pages, with %2 nodes, %3 networks and %4 windows: take larger paper, or a configuration of each part</source>
         <translation>der Bericht hat mehr als %1 Seiten, mit %2 Knoten, %3 Netzwerken und %4 Fenstern: größeres Papier wählen oder je Teil eine Konfiguration</translation>
     </message>
+    <message>
+        <source>the report has %1 projections and tiles, of at most %2: take a configuration of each part</source>
+        <translation>der Bericht hat %1 Projektionen und Kacheln, erlaubt sind %2: je Teil eine Konfiguration</translation>
+    </message>
 </context>
 <context>
     <name>zoHPCReportElevation</name>

@@ -25,6 +25,7 @@ private slots:
     void unknownPaperIsRefused();
     void tooManyPagesAreRefused_data();
     void tooManyPagesAreRefused();
+    void mostTilesAreWritten();
 };
 
 void tst_zohpcReport::everyTileIsTold_data()
@@ -202,15 +203,23 @@ void tst_zohpcReport::tooManyPagesAreRefused_data()
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<QByteArray>("reason");
 
+    // The wall counts, too.
+    QTest::newRow("tiles") << QByteArray(
+                                  "<cluster><projection name='W' type='powerwall' rows='50' columns='1000' "
+                                  "width='9000' height='900' distance='1'/></cluster>")
+                           << QByteArray(
+                                  "50001 projections and tiles, of at most 50000: take a configuration of "
+                                  "each part");
+    const QByteArray pages = "more than 4000 pages, with ";
     const auto document = [](const QByteArray& nodes) {
         return "<cluster version=\"1\"><master><network>" + nodes + "</network></master></cluster>";
     };
     QTest::newRow("nodes") << document(QByteArray("<node/>").repeated(100000))
-                           << QByteArray(
-                                  "with 100000 nodes, 1 networks and 0 windows: take larger paper, or a "
-                                  "configuration of each part");
+                           << QByteArray(pages +
+                                         "100000 nodes, 1 networks and 0 windows: take larger paper, or a "
+                                         "configuration of each part");
     QTest::newRow("problems") << "<cluster>" + QByteArray("<x/>").repeated(100000) + "</cluster>"
-                              << QByteArray("with 100000 problems: mend those first");
+                              << QByteArray(pages + "100000 problems: mend those first");
 }
 
 void tst_zohpcReport::tooManyPagesAreRefused()
@@ -223,9 +232,27 @@ void tst_zohpcReport::tooManyPagesAreRefused()
 
     const zoCommandRun run = zoCommandRun::zohpc({"report", input, "-o", output});
 
-    QCOMPARE(run.errors, input.toUtf8() + ": the report has more than 4000 pages, " + reason + '\n');
+    QCOMPARE(run.errors, input.toUtf8() + ": the report has " + reason + '\n');
     QCOMPARE(run.exitCode, 2);
     QVERIFY(!QFile::exists(output));
+}
+
+void tst_zohpcReport::mostTilesAreWritten()
+{
+    const zoCliFiles files;
+    // 250 x 199 tiles and 248 x 1, and both walls.
+    const QByteArray text =
+        "<cluster><projection name='W' type='powerwall' rows='250' columns='199' width='9000' "
+        "height='900' distance='1'/><projection name='V' type='powerwall' rows='248' "
+        "columns='1' width='9' height='900' distance='1'/></cluster>";
+    const QString input = files.write(QStringLiteral("large.zhpc"), text);
+    const QString output = files.path(QStringLiteral("large.pdf"));
+
+    const zoCommandRun run = zoCommandRun::zohpc({"report", input, "-o", output});
+
+    QCOMPARE(run.errors, QByteArray());
+    QCOMPARE(run.exitCode, 0);
+    QVERIFY(QFile(output).size() > 1000000);
 }
 
 ZO_TEST_MAIN(tst_zohpcReport)

@@ -58,6 +58,13 @@ zoHPCReport::zoHPCReport(const Subject& subject, const zoHPCDisplaySetup& displa
         foot << tr("SHA-256 %1...").arg(QString::fromLatin1(subject.checksum.left(16)));
     foot << subject.date.toString(QString::fromLatin1("yyyy-MM-dd"));
     m_sheets.setFoot(foot.join(QString::fromLatin1("   ")));
+    const std::size_t surfaces = m_facts.layout().projections().size();
+    if (surfaces > std::size_t(MaximumSurfaces)) {
+        m_refusal =
+            tr("the report has %1 projections and tiles, of at most %2: take a configuration of each part")
+                .arg(QString::number(surfaces), QString::number(MaximumSurfaces));
+        return;
+    }
     addOverview(problems);
     addElevations();
     addCables();

@@ -28,6 +28,9 @@ public:
 
     // Of a wall of 100 x 100 tiles there are three thousand; nobody carries more.
     static constexpr int MaximumPages = 4000;
+    // Projections and tiles that stand in tables, however few bytes describe them: as many words are shaped, painted and
+    // packed within a few seconds.
+    static constexpr int MaximumSurfaces = 50000;
 
     struct Problem
     {
@@ -54,7 +57,8 @@ public:
     // In landscape, in millimetres.
     static QSizeF sizeOf(Paper paper);
 
-    // Why there is nothing to be shown or written: it would have more than MaximumPages. Empty otherwise.
+    // Why there is nothing to be shown or written: it would have more than MaximumPages, or MaximumSurfaces. Empty
+    // otherwise.
     const QString& refusal() const { return m_refusal; }
     int pageCount() const { return m_refusal.isEmpty() ? m_sheets.pageCount() : 0; }
     // For printers: pages count from 0, the painter's unit is 1/zoHPCReportSheets::Resolution inch.
