@@ -2,6 +2,8 @@
 
 #include "zoClusterLimits.h"
 
+#include <zoQt.h>
+
 #include <QDomDocument>
 #include <QThread>
 #include <QXmlAttributes>
@@ -267,7 +269,9 @@ private:
 // On a stack of its own where the text may be deep: what can be read does not follow from the stack of whoever reads.
 bool readInto(Reader& reader, QDomDocument& document, const QString& text, zoClusterXml::Refusal& refusal)
 {
-    if (!text.contains(QLatin1String("<!DOCTYPE")) && text.count(QLatin1Char('<')) <= s_shallow)
+    const bool mayBeDeep =
+        text.contains(QLatin1String("<!DOCTYPE")) || text.count(QLatin1Char('<')) > s_shallow;
+    if (!zoQt::ReaderIsDeep || !mayBeDeep)
         return reader.readInto(document, text, refusal);
     bool isDone = false;
     bool isRead = false;

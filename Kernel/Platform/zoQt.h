@@ -25,6 +25,9 @@
 
 namespace zoQt
 {
+// A document as deep as may be takes more than half of a usual stack while it is read.
+constexpr bool ReaderIsDeep = QT_VERSION >= QT_VERSION_CHECK(6, 0, 0);
+
 // The encoding of QString::fromLocal8Bit().
 inline QByteArray localEncoding()
 {
