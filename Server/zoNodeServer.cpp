@@ -15,8 +15,8 @@ namespace
 {
 constexpr int s_longWorkMs = 20000;
 constexpr int s_pictureWorkMs = 10000;
-constexpr int s_longestBlockMs =
-    100; // to make a block of a speed test, on a machine that has much else to do
+// To make a block of a speed test, on a machine that has much else to do.
+constexpr int s_longestBlockMs = 100;
 
 // Milliseconds that drawing and packing it take at most on a busy machine.
 int pictureWork(const QSize& pixels)
