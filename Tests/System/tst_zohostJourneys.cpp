@@ -330,6 +330,8 @@ void tst_zohostJourneys::powerWallOverSixNodes()
         finish(person);
         count("A 3 x 2 power wall over six nodes", 10);
         made = wall(person);
+        // Keys that come before the window manager has given them back go nowhere.
+        person.waitFor("the host is active", [] { return hostWindow()->isActiveWindow(); });
         person.pressControl('z');
         person.waitFor("undo brings the one before back",
                        [] { return zoHostDocument::undoStep(clusterWindow()).isEmpty(); });
