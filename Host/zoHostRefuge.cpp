@@ -11,10 +11,13 @@
 #include <QStandardPaths>
 #include <QUrl>
 
+#include <dirent.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <memory>
+#include <tuple>
 
 namespace
 {
@@ -115,15 +118,21 @@ QString zoHostRefuge::keep(const QString& text, const QString& originFile, QStri
 QVector<zoHostRefuge::Work> zoHostRefuge::find(const QStringList& folders)
 {
     QVector<Work> found;
+    const QByteArray start = prefix().toLatin1();
     for (const QString& folder : folders) {
-        const QStringList names = QDir(folder).entryList({prefix() + QStringLiteral("*.zhpc")}, QDir::Files);
-        for (const QString& name : names) {
+        // Names alone: in a /tmp where much lies, the toolkit's look at each file takes longer than the rest.
+        const std::unique_ptr<DIR, int (*)(DIR*)> names(::opendir(QFile::encodeName(folder).constData()),
+                                                        ::closedir);
+        while (const dirent* const entry = names ? ::readdir(names.get()) : nullptr) {
+            const QByteArray name(entry->d_name);
             Work work;
-            if (readWork(QDir(folder).filePath(name), work))
+            if (name.startsWith(start) && name.endsWith(".zhpc") &&
+                readWork(QDir(folder).filePath(QFile::decodeName(name)), work))
                 found.append(work);
         }
     }
-    std::stable_sort(found.begin(), found.end(),
-                     [](const Work& a, const Work& b) { return a.kept < b.kept; });
+    std::sort(found.begin(), found.end(), [](const Work& a, const Work& b) {
+        return std::tie(a.kept, a.fileName) < std::tie(b.kept, b.fileName);
+    });
     return found;
 }
