@@ -97,8 +97,8 @@ int main(int argc, char** argv)
         {"the same, memory", "of a process with that window", words, Figure::Memory, "MiB", 1.75},
     };
     for (const auto& row : rows)
-        suite.compareMeasured({row.work, row.beside, "", 0, 0, row.goal, 0, row.unit}, timed(host, row.figure),
-                              timed(row.command, row.figure));
+        suite.compareMeasured({row.work, row.beside, "", 0, 0, row.goal, 0, row.unit},
+                              timed(host, row.figure), timed(row.command, row.figure));
     suite.run(argc, argv);
     const bool met = suite.print();
     s_folder.reset();
