@@ -91,7 +91,7 @@ int main(int argc, char** argv)
         {"first window, processor time", "an empty window", empty, Figure::Processor, "ms", 1.5},
         {"first window, elapsed", "an empty window, elapsed", empty, Figure::Elapsed, "ms", 1.5},
         {"memory with its share of the libraries", "of an empty window's process", empty, Figure::Memory,
-         "MiB"},
+         "MiB", 1.5},
         {"the same, processor time", "a window with its words", words, Figure::Processor, "ms", 1.75},
         {"the same, elapsed", "a window with its words, elapsed", words, Figure::Elapsed, "ms", 1.75},
         {"the same, memory", "of a process with that window", words, Figure::Memory, "MiB", 1.75},

@@ -1,0 +1,3 @@
+#include "zoTestHeaders.h"
+
+// No code: the headers alone are wanted.
