@@ -266,12 +266,49 @@ private:
     Guard m_guard;
 };
 
+// Behind the sign that closes the tag that begins at an offset; in values of attributes it is a character like others.
+int behindTag(const QString& text, int offset)
+{
+    QChar quote;
+    for (int i = offset; i < text.size(); ++i) {
+        const QChar c = text.at(i);
+        if (!quote.isNull())
+            quote = c == quote ? QChar() : quote;
+        else if (c == QLatin1Char('"') || c == QLatin1Char('\''))
+            quote = c;
+        else if (c == QLatin1Char('>'))
+            return i + 1;
+    }
+    return text.size();
+}
+
+// Whether elements may be inside each other deeper than there is room for on any stack. With a document type nobody knows.
+bool mayBeDeep(const QString& text)
+{
+    if (text.contains(QLatin1String("<!DOCTYPE")))
+        return true;
+    if (text.count(QLatin1Char('<')) <= s_shallow)
+        return false;
+    int depth = 0;
+    int next = 0;
+    for (int i = text.indexOf(QLatin1Char('<')); i >= 0; i = text.indexOf(QLatin1Char('<'), next)) {
+        next = behindPlain(text, i);
+        if (next > i)
+            continue;
+        next = behindTag(text, i);
+        if (QStringView(text).mid(i + 1, 1) == QLatin1String("/"))
+            --depth;
+        else if (text.at(next - 2) != QLatin1Char('/') && ++depth > s_shallow)
+            return true;
+    }
+    return false;
+}
+
 // On a stack of its own where the text may be deep: what can be read does not follow from the stack of whoever reads.
+// Elsewhere it would cost: memory that one thread gave back is no memory for another.
 bool readInto(Reader& reader, QDomDocument& document, const QString& text, zoClusterXml::Refusal& refusal)
 {
-    const bool mayBeDeep =
-        text.contains(QLatin1String("<!DOCTYPE")) || text.count(QLatin1Char('<')) > s_shallow;
-    if (!zoQt::ReaderIsDeep || !mayBeDeep)
+    if (!zoQt::ReaderIsDeep || !mayBeDeep(text))
         return reader.readInto(document, text, refusal);
     bool isDone = false;
     bool isRead = false;

@@ -17,6 +17,13 @@ QString nested(int depth)
     return QStringLiteral("<a>").repeated(depth) + QStringLiteral("</a>").repeated(depth);
 }
 
+// As deep, while what only looks like it closes each element at once.
+QString nestedBehindSigns(int depth)
+{
+    return QStringLiteral("<a b='/>'><!--</a>--><![CDATA[</a>]]><?c </a>?>").repeated(depth) +
+           QStringLiteral("</a>").repeated(depth);
+}
+
 // A document that shows every ordering rule, filled in an order that is none of them.
 QDomDocument orderedSample()
 {
@@ -573,7 +580,8 @@ int main(int argc, char** argv)
         const int depth = zoHPCDocumentText::maximumDepth();
         QDomDocument document;
         if (!zoHPCDocumentText::parse(nested(depth), document) ||
-            zoHPCDocumentText::toText(document).isEmpty())
+            zoHPCDocumentText::toText(document).isEmpty() ||
+            !zoHPCDocumentText::parse(nestedBehindSigns(depth), document))
             return 1;
         printf("%d ", depth);
         return 0;
