@@ -289,13 +289,34 @@ void zoConfigurationEdit::finish()
     const std::vector<Window> before = windowsOf(m_setup);
     // Into the setup that was: a hundred thousand tiles are not there twice.
     m_setup.readDocument(m_document);
+    const std::vector<Shown> wanted = shownProjections();
+    // Nor are elements: with Qt 6 one that has attributes takes two kilobytes.
+    leaveDocument();
     m_text = m_setup.text();
     // Nobody can change a tile, so that they need not be looked at once more.
     const QDomDocument document = m_setup.outlineDocument(zoHPCDocumentText::Tiles::None);
     const zoItemPaths read(document.documentElement());
     checkThatChangesStay(read);
-    checkProjections(read);
+    checkProjections(wanted, read);
     checkNodes(before);
+}
+
+std::vector<zoConfigurationEdit::Shown> zoConfigurationEdit::shownProjections() const
+{
+    std::vector<Shown> shown;
+    for (const zoItemPaths::Item& item : m_paths.items()) {
+        if (item.kind == zoClusterTags::Viewport)
+            shown.push_back({item.path, item.element.attribute(projectionOfViewport())});
+    }
+    return shown;
+}
+
+void zoConfigurationEdit::leaveDocument()
+{
+    m_paths.leaveDocument();
+    m_windows.reset();
+    m_viewports.reset();
+    m_document = QDomDocument();
 }
 
 std::vector<zoConfigurationEdit::Window> zoConfigurationEdit::windowsOf(zoClusterSetup& setup)
@@ -333,18 +354,16 @@ void zoConfigurationEdit::checkThatChangesStay(const zoItemPaths& after)
     }
 }
 
-void zoConfigurationEdit::checkProjections(const zoItemPaths& read)
+void zoConfigurationEdit::checkProjections(const std::vector<Shown>& wanted, const zoItemPaths& read)
 {
     const QString projection = projectionOfViewport();
     Guesses projections;
-    for (const zoItemPaths::Item& item : m_paths.items()) {
-        if (item.kind != zoClusterTags::Viewport)
+    for (const Shown& shown : wanted) {
+        const int index = read.indexOf(shown.path);
+        if (index < 0 || !read.item(index).element.attribute(projection).isEmpty() ||
+            shown.projection.isEmpty())
             continue;
-        const QString shown = item.element.attribute(projection);
-        const int index = read.indexOf(item.path);
-        if (index < 0 || !read.item(index).element.attribute(projection).isEmpty() || shown.isEmpty())
-            continue;
-        const QString guess = projections.closest(shown, [&] {
+        const QString guess = projections.closest(shown.projection, [&] {
             QStringList names;
             const QList<zoHPCProjectionItem*> items = m_setup.displays().getProjectionItems();
             for (const zoHPCProjectionItem* other : items)
@@ -352,7 +371,7 @@ void zoConfigurationEdit::checkProjections(const zoItemPaths& read)
             return names;
         });
         m_mistakes << tr("%1 shows \"%2\", which is not there%3")
-                          .arg(item.path, shown,
+                          .arg(shown.path, shown.projection,
                                guess.isEmpty() ? QString() : tr("; did you mean \"%1\"?").arg(guess));
     }
 }

@@ -44,6 +44,12 @@ private:
         QString node;
         bool isGood; // the node is there
     };
+    // A viewport by its path, and the projection that it is to show.
+    struct Shown
+    {
+        QString path;
+        QString projection;
+    };
     // By the name that they use, or used: windows, or viewports.
     using Users = QMap<QString, std::vector<QDomElement>>;
 
@@ -56,9 +62,12 @@ private:
     void addUser(const QDomElement& element, const QString& attribute);
     // Of a kind of elements that name others by the attribute.
     Users usersOf(const QString& kind, const QString& attribute) const;
+    std::vector<Shown> shownProjections() const;
+    // Of what was read nothing but the paths stays.
+    void leaveDocument();
     // By the paths of what was read.
     void checkThatChangesStay(const zoItemPaths& after);
-    void checkProjections(const zoItemPaths& read);
+    void checkProjections(const std::vector<Shown>& wanted, const zoItemPaths& read);
     void checkNodes(const std::vector<Window>& before);
     static std::vector<Window> windowsOf(zoClusterSetup& setup);
 

@@ -155,6 +155,13 @@ void zoItemPaths::rename(int index)
                                                     : QString(zoClusterTags::NameAttribute)));
 }
 
+void zoItemPaths::leaveDocument()
+{
+    refresh();
+    for (Item& item : m_items)
+        item.element.clear();
+}
+
 void zoItemPaths::refresh()
 {
     if (m_stale.isEmpty())

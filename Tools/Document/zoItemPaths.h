@@ -42,7 +42,7 @@ public:
         QString attribute;      // empty for the items themselves
     };
 
-    // Of the root element of a document, which must live as long.
+    // Of the root element of a document, which must live as long, or until the paths leave it.
     explicit zoItemPaths(const QDomElement& root);
 
     // In the order of the document; the first one is the root.
@@ -58,6 +58,8 @@ public:
 
     // To be called when the name of an item's element has changed, or the description of a network.
     void rename(int index);
+    // After the last change: paths stay, elements are null from then on.
+    void leaveDocument();
 
     // Attributes that an element of the kind may have, in the order of documents; a projection's by its type.
     static QStringList attributesOf(const QDomElement& element);
