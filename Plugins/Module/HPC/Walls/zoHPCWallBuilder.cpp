@@ -108,9 +108,12 @@ void fill(zoHPCConfiguration& configuration, const QString& hosts, zoHPCWallProj
     zoHPCDisplaySetup& displays = configuration.displays();
     for (auto& projection : projections)
         displays.projectionRoot()->addChild(projection.release());
-    QDomDocument document;
-    zoHPCDocumentText::parse(configuration.outline(zoHPCDocumentText::Tiles::None), document);
-    displays.loadFromXML(document);
+    {
+        // A million hosts find no room beside it.
+        QDomDocument document;
+        zoHPCDocumentText::parse(configuration.outline(zoHPCDocumentText::Tiles::None), document);
+        displays.loadFromXML(document);
+    }
     displays.displayRoot()->addChild(display.release());
     displays.correctProjectionViewportsAssignments();
     configuration.hosts().setDefaultConfig();
