@@ -1,10 +1,9 @@
 #include "zoTestCase.h"
 
+#include <zoHPCDocumentWriter.h>
 #include <zoHPCLegacyHosts.h>
 #include <zoHPCLegacyParameters.h>
 #include <zoHPCLegacyRemarks.h>
-
-#include <QDomDocument>
 
 namespace
 {
@@ -152,16 +151,16 @@ void tst_zoHPCLegacyParameters::hostsKeepTheirOrderAndPositions()
                            key("zoClusterPWServers", "a[xpos=10,ypos=20] b[xpos=30]")));
     zoHPCLegacyRemarks remarks(parameters);
     zoHPCLegacyHosts hosts(parameters, remarks);
-    QDomDocument document;
-    QDomElement network = document.createElement(QStringLiteral("network"));
 
-    hosts.convert(network);
+    hosts.convert();
+    zoHPCDocumentWriter writer;
+    hosts.writeNodes(writer);
 
     QCOMPARE(hosts.count(), 2);
     QCOMPARE(hosts.name(1), QStringLiteral("b"));
     QCOMPARE(QPoint(hosts.xPosition(0), hosts.yPosition(0)), QPoint(10, 20));
     QCOMPARE(QPoint(hosts.xPosition(1), hosts.yPosition(1)), QPoint(30, 0));
-    QCOMPARE(network.childNodes().size(), 2);
+    QCOMPARE(writer.takeText(), QStringLiteral("<node name=\"a\"/>\n<node name=\"b\"/>\n"));
 }
 
 void tst_zoHPCLegacyParameters::hostBeyondTheListIsEmpty()

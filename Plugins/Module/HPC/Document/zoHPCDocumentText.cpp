@@ -16,6 +16,7 @@
 #include <zoLog.h>
 
 #include <algorithm>
+#include <functional>
 #include <limits>
 #include <map>
 
@@ -49,7 +50,12 @@ TagRules makeRules(const QString& tag, bool keepEmpty)
 class NodeWriter final
 {
 public:
-    NodeWriter(zoHPCDocumentWriter& writer, bool keepEmpty) : m_writer(writer), m_keepEmpty(keepEmpty) {}
+    using WriteInto = std::function<void(const QDomElement& element, zoHPCDocumentWriter& writer)>;
+
+    NodeWriter(zoHPCDocumentWriter& writer, bool keepEmpty, const WriteInto& writeInto)
+        : m_writer(writer), m_keepEmpty(keepEmpty), m_writeInto(writeInto)
+    {
+    }
 
     // The node and its following siblings. Walks without recursion: forwarding networks may nest thousands of
     // levels deep.
@@ -98,6 +104,8 @@ private:
         const QString tag = node.nodeName();
         m_writer.openElement(tag);
         writeAttributes(tag, node.attributes());
+        if (m_writeInto)
+            m_writeInto(node.toElement(), m_writer);
         return node.firstChild();
     }
 
@@ -145,6 +153,7 @@ private:
 
     zoHPCDocumentWriter& m_writer;
     bool m_keepEmpty;
+    const WriteInto& m_writeInto;        // may be empty
     std::map<QString, TagRules> m_rules; // its entries stay where they are
     QString m_lastTag;
     const TagRules* m_lastRules = nullptr;
@@ -191,8 +200,15 @@ void writeOutput(const zoHPCTreeWidgetItem& row, const QString& tag, zoHPCDocume
 
 QString zoHPCDocumentText::toText(const QDomDocument& document, EmptyAttributes emptyAttributes)
 {
+    return toText(document, emptyAttributes, {});
+}
+
+QString zoHPCDocumentText::toText(
+    const QDomDocument& document, EmptyAttributes emptyAttributes,
+    const std::function<void(const QDomElement& element, zoHPCDocumentWriter& writer)>& writeInto)
+{
     zoHPCDocumentWriter writer;
-    NodeWriter(writer, emptyAttributes == EmptyAttributes::Keep).write(document.firstChild());
+    NodeWriter(writer, emptyAttributes == EmptyAttributes::Keep, writeInto).write(document.firstChild());
     return writer.takeText();
 }
 

@@ -3,7 +3,10 @@
 #include <QCoreApplication>
 #include <QString>
 
+#include <functional>
+
 class QDomDocument;
+class QDomElement;
 class zoHPCDisplaySetup;
 class zoHPCDocumentWriter;
 
@@ -35,6 +38,10 @@ public:
     // can keep the last.
     static QString toText(const QDomDocument& document,
                           EmptyAttributes emptyAttributes = EmptyAttributes::OmitInDisplays);
+    // The same for a document that has not all: into each element, before its children, what `writeInto` writes.
+    static QString
+    toText(const QDomDocument& document, EmptyAttributes emptyAttributes,
+           const std::function<void(const QDomElement& element, zoHPCDocumentWriter& writer)>& writeInto);
 
     // Projections and displays in the same form, into the element that the writer has open.
     static void appendDisplays(const zoHPCDisplaySetup& displays, Tiles tiles, zoHPCDocumentWriter& writer);

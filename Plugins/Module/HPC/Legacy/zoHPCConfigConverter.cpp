@@ -54,11 +54,15 @@ QString zoHPCConfigConverter::convert(const QString& legacyText)
     zoHPCLegacyDisplayWriter writer(cluster, display);
     const double zeroParallax = m_remarks.doubleParameter("zoClusterZeroParallax", "1500");
     writer.setWallOptions(m_parameters.isOn("zoEdgeBlendingEnabled"), zeroParallax);
-    m_hosts.convert(network);
+    m_hosts.convert();
     zoHPCLegacyDisplays(m_parameters, m_hosts, m_remarks, writer).convert();
     m_remarks.addUnreadFields();
     // With its empty attributes: a window without a host has an empty node.
-    return zoHPCDocumentText::toText(document, zoHPCDocumentText::EmptyAttributes::Keep);
+    return zoHPCDocumentText::toText(document, zoHPCDocumentText::EmptyAttributes::Keep,
+                                     [&](const QDomElement& element, zoHPCDocumentWriter& text) {
+                                         if (element == network)
+                                             m_hosts.writeNodes(text);
+                                     });
 }
 
 int zoHPCConfigConverter::parameterCount() const

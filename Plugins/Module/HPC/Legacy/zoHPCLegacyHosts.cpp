@@ -1,12 +1,12 @@
 #include "zoHPCLegacyHosts.h"
 
+#include "zoHPCDocumentWriter.h"
 #include "zoHPCLegacyParameters.h"
 #include "zoHPCLegacyRemarks.h"
 #include "zoHPCLegacyText.h"
 #include "zoHPCOption.h"
 #include "zoText.h"
 
-#include <QDomDocument>
 #include <QHash>
 
 #include <zoClusterTags.h>
@@ -26,22 +26,23 @@ zoHPCLegacyHosts::zoHPCLegacyHosts(const zoHPCLegacyParameters& parameters, zoHP
 {
 }
 
-void zoHPCLegacyHosts::convert(QDomElement& network)
+void zoHPCLegacyHosts::convert()
 {
+    m_nodes.clear();
     m_forwardsParameter.clear();
     setEntry(0);
     switch (m_parameters.mode()) {
     case zoHPCLegacyParameters::Raytracing:
-        addHosts(network, m_parameters.value("zoClusterSortFirstServers", ""));
+        addHosts(0, m_parameters.value("zoClusterSortFirstServers", ""));
         break;
     case zoHPCLegacyParameters::Powerwall:
-        addHosts(network, m_parameters.value("zoClusterPWServers", ""));
+        addHosts(0, m_parameters.value("zoClusterPWServers", ""));
         break;
     case zoHPCLegacyParameters::Custom: {
         const QStringList pipes = m_parameters.pipes();
         for (int i = 0; i < pipes.size(); ++i) {
             setEntry(i);
-            addHosts(network, zoHPCLegacyText::hostOf(pipes.at(i)));
+            addHosts(0, zoHPCLegacyText::hostOf(pipes.at(i)));
         }
         break;
     }
@@ -52,9 +53,9 @@ void zoHPCLegacyHosts::convert(QDomElement& network)
             // Entries and windows of this layout are paired by their index: an entry without a host keeps its
             // place.
             if (host.isEmpty())
-                addHost(network, host, 0, 0);
+                addHost(0, host, 0, 0);
             else
-                addHosts(network, host);
+                addHosts(0, host);
         }
         break;
     }
@@ -62,24 +63,49 @@ void zoHPCLegacyHosts::convert(QDomElement& network)
     numberEqualNames();
 }
 
-void zoHPCLegacyHosts::addHosts(QDomElement& parent, const QString& hosts)
+void zoHPCLegacyHosts::writeNodes(zoHPCDocumentWriter& writer) const
+{
+    int depth = 0;
+    const auto closeTo = [&](int level) {
+        for (; depth > level; --depth) {
+            writer.closeElement(); // the network
+            writer.closeElement(); // its gateway
+        }
+    };
+    const bool isInfiniband = m_parameters.isOn("zoClusterInfiniband");
+    for (const Node& node : m_nodes) {
+        closeTo(node.depth);
+        writer.openElement(zoClusterTags::Node);
+        writer.addAttribute(zoClusterTags::NameAttribute, node.name);
+        if (!node.isGateway) {
+            writer.closeElement();
+            continue;
+        }
+        ++depth;
+        writer.openElement(zoClusterTags::Network);
+        if (isInfiniband)
+            writer.addAttribute(zoHPCOption::NetworkType, zoText("infiniband"));
+    }
+    closeTo(0);
+}
+
+void zoHPCLegacyHosts::addHosts(int depth, const QString& hosts)
 {
     const int forwards = hosts.indexOf(ForwardsKey);
     if (forwards >= 0) {
-        addForwarding(parent, hosts, forwards);
+        addForwarding(depth, hosts, forwards);
         return;
     }
     const QStringList entries = hosts.split(QLatin1Char(' '), Qt::SkipEmptyParts);
     for (const QString& entry : entries)
-        addEntry(parent, entry);
+        addEntry(depth, entry);
 }
 
 // "NAME[forwards=A|B|C]"
-void zoHPCLegacyHosts::addForwarding(QDomElement& parent, const QString& hosts, int forwards)
+void zoHPCLegacyHosts::addForwarding(int depth, const QString& hosts, int forwards)
 {
-    QDomElement node = addNode(parent, zoHPCLegacyText::firstPart(hosts, '['));
-    QDomElement network = parent.ownerDocument().createElement(zoClusterTags::Network);
-    node.appendChild(network);
+    const QString gateway = zoHPCLegacyText::firstPart(hosts, '[');
+    addNode(depth, gateway, true);
 
     const int begin = forwards + ForwardsKey.size();
     const int end = hosts.indexOf(ForwardsKey, begin);
@@ -87,22 +113,20 @@ void zoHPCLegacyHosts::addForwarding(QDomElement& parent, const QString& hosts, 
     innerHosts.remove(QLatin1Char(']')).replace(QLatin1Char('|'), QLatin1Char(' '));
     // Goes at most two levels deep: the inner text ends before the next "forwards=", so it can only hold one
     // that came up when its brackets went, and then it has no brackets left.
-    addHosts(network, innerHosts);
-    if (m_parameters.isOn("zoClusterInfiniband"))
-        network.setAttribute(zoHPCOption::NetworkType, zoText("infiniband"));
+    addHosts(depth + 1, innerHosts);
 
     if (m_forwardsParameter.isEmpty())
         m_forwardsParameter = m_parameters.entryName(m_entry);
     if (end >= 0) {
-        m_remarks.add(Kind::DroppedForwards,
-                      tr("Host \"%1\": what follows its second list of forwarded hosts was dropped.")
-                          .arg(node.attribute(zoText("name"))),
-                      m_parameters.entryName(m_entry));
+        m_remarks.add(
+            Kind::DroppedForwards,
+            tr("Host \"%1\": what follows its second list of forwarded hosts was dropped.").arg(gateway),
+            m_parameters.entryName(m_entry));
     }
 }
 
 // "NAME" or "NAME[key=value,key=value,...]"
-void zoHPCLegacyHosts::addEntry(QDomElement& parent, const QString& entry)
+void zoHPCLegacyHosts::addEntry(int depth, const QString& entry)
 {
     QString attributes = entry.section(QLatin1Char('['), 1, 1);
     attributes.chop(1); // the closing bracket, which nobody checks
@@ -116,24 +140,21 @@ void zoHPCLegacyHosts::addEntry(QDomElement& parent, const QString& entry)
         else if (key == QLatin1String("ypos"))
             yPosition = m_remarks.intField(item.section(QLatin1Char('='), 1, 1));
     }
-    addHost(parent, zoHPCLegacyText::firstPart(entry, '['), xPosition, yPosition);
+    addHost(depth, zoHPCLegacyText::firstPart(entry, '['), xPosition, yPosition);
 }
 
-void zoHPCLegacyHosts::addHost(QDomElement& parent, const QString& name, int xPosition, int yPosition)
+void zoHPCLegacyHosts::addHost(int depth, const QString& name, int xPosition, int yPosition)
 {
     m_xPositions.push_back(xPosition);
     m_yPositions.push_back(yPosition);
-    addNode(parent, name);
+    addNode(depth, name, false);
 }
 
-QDomElement zoHPCLegacyHosts::addNode(QDomElement& parent, const QString& name)
+void zoHPCLegacyHosts::addNode(int depth, const QString& name, bool isGateway)
 {
-    QDomElement node = parent.ownerDocument().createElement(zoClusterTags::Node);
-    node.setAttribute(zoText("name"), name);
+    m_nodes.push_back({name, depth, isGateway});
     m_names.append(name);
     m_entries.push_back(m_entry);
-    parent.appendChild(node);
-    return node;
 }
 
 void zoHPCLegacyHosts::setEntry(int entry)

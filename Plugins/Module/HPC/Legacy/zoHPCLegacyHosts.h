@@ -1,12 +1,12 @@
 #pragma once
 
 #include <QCoreApplication>
-#include <QDomElement>
 #include <QString>
 #include <QStringList>
 
 #include <vector>
 
+class zoHPCDocumentWriter;
 class zoHPCLegacyParameters;
 class zoHPCLegacyRemarks;
 
@@ -21,7 +21,9 @@ public:
     zoHPCLegacyHosts(const zoHPCLegacyParameters& parameters, zoHPCLegacyRemarks& remarks);
 
     // Adds to the hosts of earlier calls.
-    void convert(QDomElement& network);
+    void convert();
+    // The nodes of the last call, into the element of the network that the writer has open.
+    void writeNodes(zoHPCDocumentWriter& writer) const;
 
     int count() const { return int(m_names.size()); }
     // What a window gets; a window without a host has no node and lies at 0.
@@ -33,17 +35,27 @@ public:
     void addRemarks(int windows);
 
 private:
-    void addHosts(QDomElement& parent, const QString& hosts);
-    void addForwarding(QDomElement& parent, const QString& hosts, int forwards);
-    void addEntry(QDomElement& parent, const QString& entry);
-    void addHost(QDomElement& parent, const QString& name, int xPosition, int yPosition);
-    QDomElement addNode(QDomElement& parent, const QString& name);
+    // One after the other, each before those that it forwards to: as elements of a document a million of them take
+    // more than a gigabyte.
+    struct Node
+    {
+        QString name;
+        int depth; // gateways above it
+        bool isGateway;
+    };
+
+    void addHosts(int depth, const QString& hosts);
+    void addForwarding(int depth, const QString& hosts, int forwards);
+    void addEntry(int depth, const QString& entry);
+    void addHost(int depth, const QString& name, int xPosition, int yPosition);
+    void addNode(int depth, const QString& name, bool isGateway);
     void setEntry(int entry);
     void numberEqualNames();
     static int position(const std::vector<int>& positions, int index);
 
     const zoHPCLegacyParameters& m_parameters;
     zoHPCLegacyRemarks& m_remarks;
+    std::vector<Node> m_nodes;
     QStringList m_names;
     std::vector<int> m_xPositions; // of plain hosts only
     std::vector<int> m_yPositions; // of plain hosts only
