@@ -1,6 +1,7 @@
 #include "zoTestCase.h"
 
 #include <zoHPCIntegerField.h>
+#include <zoHPCNumberExpression.h>
 
 #include <QApplication>
 #include <QClipboard>
@@ -73,8 +74,10 @@ void tst_zoHPCIntegerField::marksEndTheNumber()
     QCOMPARE(field.value(), value);
     QLocale withoutGroups = locale;
     withoutGroups.setNumberOptions(QLocale::OmitGroupSeparator);
-    QCOMPARE(field.text().replace(QChar(0x2212), "-"),
-             withoutGroups.toString(value).replace(QChar(0x2212), "-"));
+    // But for marks of direction, which some locales write around the sign and the field leaves out.
+    QString plain = withoutGroups.toString(value);
+    zoHPCNumberExpression::replaceMinus(plain);
+    QCOMPARE(field.text().replace(QChar(0x2212), "-"), plain);
 }
 
 void tst_zoHPCIntegerField::othersAreNotTaken()

@@ -83,7 +83,8 @@ void tst_manualViewer::pageFitsTheViewer()
 
     QVERIFY(!m_viewer->documentTitle().isEmpty());
     QVERIFY(m_viewer->verticalScrollBar()->maximum() > 0 || !m_viewer->toPlainText().isEmpty());
-    QCOMPARE(m_viewer->horizontalScrollBar()->maximum(), 0);
+    // Qt 6 lays a long page out bit by bit, at first without room for the bar at its side.
+    QTRY_COMPARE(m_viewer->horizontalScrollBar()->maximum(), 0);
     QCOMPARE(m_viewer->missing, QStringList());
     // What Markdown did not understand stands there as it was typed.
     static const QRegularExpression marks(QStringLiteral("^\\|---|^```|^##+ |\\]\\(|!\\["),
