@@ -12,6 +12,8 @@ class tst_zoServerProgram final : public zoTestCase
 private slots:
     void needsNoWidgets();
     void probeTellsWhatAMachineHas();
+    void localeOfANodeIsNoMatter_data();
+    void localeOfANodeIsNoMatter();
     void displayThatCannotBeUsedIsNamed();
 };
 
@@ -62,6 +64,33 @@ void tst_zoServerProgram::probeTellsWhatAMachineHas()
     for (const char* line : {"version: ", "platform: offscreen", "screens: ", "gl: none", "stereo: none",
                              "swap group: no", "mpi: ", "memory: "})
         QVERIFY2(output.contains(line), output.constData());
+}
+
+void tst_zoServerProgram::localeOfANodeIsNoMatter_data()
+{
+    QTest::addColumn<QString>("variable");
+
+    QTest::newRow("none") << "LANG=";
+    QTest::newRow("C") << "LC_ALL=C";
+    QTest::newRow("one-that-is-not-there") << "LC_ALL=xx_XX.UTF-8";
+}
+
+// A host tells what the programs of its nodes say on standard error.
+void tst_zoServerProgram::localeOfANodeIsNoMatter()
+{
+    QFETCH(QString, variable);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char* other : {"LC_ALL", "LC_CTYPE", "LANG", "LANGUAGE"})
+        environment.remove(QLatin1String(other));
+    environment.insert(variable.section('=', 0, 0), variable.section('=', 1));
+    QProcess server;
+    server.setProcessEnvironment(environment);
+    server.start(QStringLiteral(ZO_SERVER), {QStringLiteral("--probe")});
+    QVERIFY(server.waitForFinished(60000));
+
+    QCOMPARE(server.exitCode(), 0);
+    QCOMPARE(server.readAllStandardError(), QByteArray());
+    QVERIFY(server.readAllStandardOutput().contains("platform: offscreen\n"));
 }
 
 // The last line is what the host tells.

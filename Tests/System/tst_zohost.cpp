@@ -65,6 +65,8 @@ private slots:
     void fileOfTheCommandLineWinsOverThePreferences();
     void fileNameOutsideLatin1IsLoaded_data();
     void fileNameOutsideLatin1IsLoaded();
+    void fileNameIsTheSameInEveryLocale_data();
+    void fileNameIsTheSameInEveryLocale();
     void screenshotOfAnIdleHost();
     void configurationAloneIsLoadedAndTheHostEnds_data();
     void configurationAloneIsLoadedAndTheHostEnds();
@@ -84,6 +86,7 @@ private slots:
 private:
     std::unique_ptr<QProcess> createProcess(const QStringList& arguments) const;
     Outcome run(const QStringList& arguments) const;
+    static Outcome finish(QProcess& process);
     QString writeFile(const QString& name, const QString& text) const;
     void setPreference(const QString& key, const QString& value) const;
 
@@ -118,18 +121,22 @@ std::unique_ptr<QProcess> tst_zohost::createProcess(const QStringList& arguments
 
 Outcome tst_zohost::run(const QStringList& arguments) const
 {
-    const auto process = createProcess(arguments);
-    process->start();
-    process->closeWriteChannel();
+    return finish(*createProcess(arguments));
+}
+
+Outcome tst_zohost::finish(QProcess& process)
+{
+    process.start();
+    process.closeWriteChannel();
     Outcome outcome;
-    if (!process->waitForFinished(ProcessTimeoutMs)) {
-        process->kill();
-        process->waitForFinished();
+    if (!process.waitForFinished(ProcessTimeoutMs)) {
+        process.kill();
+        process.waitForFinished();
     }
-    outcome.crashed = process->exitStatus() != QProcess::NormalExit;
-    outcome.exitCode = process->exitCode();
-    outcome.standardOutput = process->readAllStandardOutput();
-    outcome.standardError = process->readAllStandardError();
+    outcome.crashed = process.exitStatus() != QProcess::NormalExit;
+    outcome.exitCode = process.exitCode();
+    outcome.standardOutput = process.readAllStandardOutput();
+    outcome.standardError = process.readAllStandardError();
     return outcome;
 }
 
@@ -313,6 +320,53 @@ void tst_zohost::fileNameOutsideLatin1IsLoaded()
     QVERIFY(outcome.standardOutput.startsWith("configuration: " + name.toUtf8() + "\n"));
     QVERIFY(outcome.standardError.contains("window loads " + m_directory->filePath(name).toUtf8() + "\n"));
     QVERIFY(outcome.standardOutput.contains("running: mine\n"));
+}
+
+void tst_zohost::fileNameIsTheSameInEveryLocale_data()
+{
+    QTest::addColumn<QString>("variable");
+    QTest::addColumn<QString>("value");
+
+    QTest::newRow("C") << "LC_ALL"
+                       << "C";
+    QTest::newRow("POSIX") << "LC_ALL"
+                           << "POSIX";
+    QTest::newRow("C-for-characters") << "LC_CTYPE"
+                                      << "C";
+    QTest::newRow("one-that-is-not-there") << "LC_CTYPE"
+                                           << "xx_XX.UTF-8";
+    QTest::newRow("latin-1") << "LC_CTYPE"
+                             << "en_US.ISO-8859-1";
+}
+
+// Logins from elsewhere bring any locale, or none.
+void tst_zohost::fileNameIsTheSameInEveryLocale()
+{
+    QFETCH(QString, variable);
+    QFETCH(QString, value);
+    const QString latin1 = QStringLiteral("en_US.ISO-8859-1");
+    if (value == latin1 && QProcess::execute("localedef", {"-i", "en_US", "-f", "ISO-8859-1",
+                                                           m_directory->filePath(latin1)}) != 0)
+        QSKIP("no locale can be made here");
+    const QString name = writeFile(QString::fromUtf8("W\xc3\xa4nde \xf0\x9f\x96\xa5.zhpc"),
+                                   documentOf("<node name=\"mine\"/>"));
+    const QStringList arguments{"--module", goodModule(),        "--config",         name,
+                                "--start",  "--non-interactive", "--exit-after-stop"};
+    const Outcome usual = run(arguments);
+    const auto process = createProcess(arguments);
+    QProcessEnvironment environment = process->processEnvironment();
+    for (const char* other : {"LC_ALL", "LC_CTYPE", "LANG", "LANGUAGE"})
+        environment.remove(other);
+    environment.insert("LOCPATH", m_directory->path());
+    environment.insert(variable, value);
+    process->setProcessEnvironment(environment);
+
+    const Outcome outcome = finish(*process);
+
+    QCOMPARE(outcome.exitCode, 0);
+    QVERIFY(outcome.standardOutput.startsWith("configuration: " + name.toUtf8() + "\n"));
+    QCOMPARE(withoutFigures(outcome.standardOutput), withoutFigures(usual.standardOutput));
+    QCOMPARE(outcome.standardError, usual.standardError);
 }
 
 void tst_zohost::screenshotOfAnIdleHost()
