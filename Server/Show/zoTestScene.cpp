@@ -56,6 +56,43 @@ QColor between(const QColor& a, const QColor& b, double share)
     const auto mixed = [share](int from, int to) { return int(std::lround(from + (to - from) * share)); };
     return {mixed(a.red(), b.red()), mixed(a.green(), b.green()), mixed(a.blue(), b.blue())};
 }
+
+enum class Side { Left, Right, Top, Bottom };
+
+// How far a point lies beyond a side; negative inside.
+double beyond(const QPointF& point, const QRectF& room, Side side)
+{
+    switch (side) {
+    case Side::Left:
+        return room.left() - point.x();
+    case Side::Right:
+        return point.x() - room.right();
+    case Side::Top:
+        return room.top() - point.y();
+    default:
+        return point.y() - room.bottom();
+    }
+}
+
+// Without what lies beyond the room. Qt 6 goes through each line of a polygon, seen or not: a sky takes seconds there.
+QPolygonF cut(QPolygonF polygon, const QRectF& room)
+{
+    for (const Side side : {Side::Left, Side::Right, Side::Top, Side::Bottom}) {
+        QPolygonF inside;
+        for (int i = 0; i < polygon.size(); ++i) {
+            const QPointF from = polygon.at(i);
+            const QPointF to = polygon.at((i + 1) % polygon.size());
+            const double start = beyond(from, room, side);
+            const double end = beyond(to, room, side);
+            if (start <= 0.0)
+                inside.append(from);
+            if ((start < 0.0 && end > 0.0) || (start > 0.0 && end < 0.0))
+                inside.append(from + (to - from) * (start / (start - end)));
+        }
+        polygon = inside;
+    }
+    return polygon;
+}
 } // namespace
 
 // Paints figures of the room as one view sees them.
@@ -84,7 +121,10 @@ public:
         const QRectF around = result.boundingRect();
         const bool isInSight = around.left() <= m_target.right() && around.right() >= m_target.left() &&
                                around.top() <= m_target.bottom() && around.bottom() >= m_target.top();
-        return isInSight ? result : QPolygonF();
+        if (!isInSight)
+            return {};
+        const QRectF room = m_target.adjusted(-CutOff, -CutOff, CutOff, CutOff);
+        return room.contains(around) ? result : cut(result, room);
     }
 
     void fill(const std::vector<zoWallPoint>& corners, const QBrush& brush, bool isSmooth = true)

@@ -50,6 +50,8 @@ public:
     static const QColor SkyColour; // of the sky just above the horizon
     static const QColor HorizonColour;
     static const QColor EdgeColour;
+    // Pixels around a picture up to which figures are drawn; far enough that no edge in it shifts.
+    static constexpr double CutOff = 4096;
 
     // Around these walls and the point between the eyes.
     zoTestScene(const std::vector<zoWallPlane>& walls, const zoWallPoint& head);

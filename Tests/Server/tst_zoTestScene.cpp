@@ -6,7 +6,9 @@
 
 #include <QApplication>
 #include <QImage>
+#include <QPaintEngine>
 #include <QPainter>
+#include <QPainterPath>
 
 #include <cmath>
 
@@ -26,6 +28,7 @@ private slots:
     void horizonIsAtTheHeightOfTheEyes();
     void edgesOfTheWallAreLined();
     void tilesTogetherAreTheWhole();
+    void nothingIsDrawnFarOutside();
     void eyeBehindTheWallSeesNothing();
     void ballsLieOnTheFloorOrAbove();
     void numbersHaveOutlines_data();
@@ -45,6 +48,51 @@ QImage pictureOf(const zoTestScene& scene, const zoWallPlane& plane, const zoWal
     scene.paint(painter, QRectF(QPointF(0, 0), size), zoOffAxisView(plane, eye));
     return image;
 }
+
+// Draws nothing, and notes where it would.
+class Notes final : public QPaintEngine
+{
+public:
+    Notes() : QPaintEngine(QPaintEngine::AllFeatures) {}
+
+    bool begin(QPaintDevice*) override { return true; }
+    bool end() override { return true; }
+    void updateState(const QPaintEngineState&) override {}
+    void drawPixmap(const QRectF&, const QPixmap&, const QRectF&) override {}
+    void drawPath(const QPainterPath& path) override { drawn |= path.boundingRect(); }
+    void drawPolygon(const QPointF* points, int count, PolygonDrawMode) override
+    {
+        for (int i = 0; i < count; ++i)
+            drawn |= QRectF(points[i], QSizeF(1, 1));
+        ++polygons;
+    }
+    Type type() const override { return QPaintEngine::User; }
+
+    QRectF drawn;
+    int polygons = 0;
+};
+
+// Paper of a size that those notes are taken on.
+class Sheet final : public QPaintDevice
+{
+public:
+    explicit Sheet(const QSize& size) : m_size(size) {}
+
+    QPaintEngine* paintEngine() const override { return &m_notes; }
+    const Notes& notes() const { return m_notes; }
+
+protected:
+    int metric(PaintDeviceMetric metric) const override
+    {
+        if (metric == PdmWidth || metric == PdmHeight)
+            return metric == PdmWidth ? m_size.width() : m_size.height();
+        return metric == PdmDepth ? 32 : metric == PdmDevicePixelRatio ? 1 : 96;
+    }
+
+private:
+    QSize m_size;
+    mutable Notes m_notes;
+};
 
 int brightness(QRgb pixel)
 {
@@ -212,6 +260,22 @@ void tst_zoTestScene::tilesTogetherAreTheWhole()
             others += std::abs(brightness(whole.pixel(x, y)) - brightness(both.pixel(x, y))) > 30 ? 1 : 0;
     }
     QVERIFY2(others < 2400, qPrintable(QString::number(others)));
+}
+
+// The sky is wider than a picture by thousands of times, and each of its lines takes time.
+void tst_zoTestScene::nothingIsDrawnFarOutside()
+{
+    const zoTestScene scene({Whole}, {0, 0, 0});
+    const QRectF target(QPointF(0, 0), TileSize);
+    Sheet sheet(TileSize);
+    QPainter painter(&sheet);
+
+    scene.paint(painter, target, zoOffAxisView(LeftTile, {0, 0, 0}));
+
+    QVERIFY(sheet.notes().polygons > 50);
+    const double limit = zoTestScene::CutOff + 1;
+    QVERIFY(target.adjusted(-limit, -limit, limit, limit).contains(sheet.notes().drawn));
+    QVERIFY(sheet.notes().drawn.contains(target));
 }
 
 void tst_zoTestScene::eyeBehindTheWallSeesNothing()
