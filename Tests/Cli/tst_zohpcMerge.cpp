@@ -104,6 +104,9 @@ void tst_zohpcMerge::changesOfBothAreThere_data()
     QTest::newRow("removed-by-both") << Changes{s_removed} << Changes{s_removed};
     QTest::newRow("network-added-in-front") << Changes{s_networkBefore} << Changes{s_speed};
     QTest::newRow("another-order") << Changes{s_distance} << Changes{s_order};
+    // Node or projection, where it stood.
+    QTest::newRow("node-renamed") << Changes{{"name=\"spare\"", "name=\"standby\""}}
+                                  << Changes{{"name=\"spare\"/>", "name=\"spare\" enabled=\"false\"/>"}};
     QTest::newRow("several") << Changes{s_added, s_separation} << Changes{s_speed, s_distance, s_size};
 }
 

@@ -42,6 +42,7 @@ private slots:
     void whatStandsThereIsARoom();
     void typedLineChangesTheRoom();
     void residualsStandBesideTheirLines();
+    void columnsOfFiguresExplainThemselves();
     void worstIsHighlighted();
     void mistakeIsMarkedAndToldAndBlocksOk();
     void whatIsOpenBlocksOk();
@@ -121,6 +122,12 @@ void tst_zoAssistantSurveyDialog::residualsStandBesideTheirLines()
     QCOMPARE(cell(4, Table::Checked), QStringLiteral("50 %"));
     QCOMPARE(cell(3, Table::Checked), QStringLiteral("0 %"));
     QCOMPARE(cell(lastRow(), Table::Residual), QString());
+}
+
+void tst_zoAssistantSurveyDialog::columnsOfFiguresExplainThemselves()
+{
+    QVERIFY(table()->horizontalHeaderItem(Table::Residual)->toolTip().contains("millimetres"));
+    QVERIFY(table()->horizontalHeaderItem(Table::Checked)->toolTip().contains("0 %"));
 }
 
 void tst_zoAssistantSurveyDialog::worstIsHighlighted()

@@ -4,6 +4,7 @@
 
 #include <zoHPCPictureStyle.h>
 #include <zoHPCRoomPicture.h>
+#include <zoHPCRoomWall.h>
 
 #include <zoLengthUnit.h>
 
@@ -92,6 +93,7 @@ private slots:
     void lettersAreAsLargeOnAnyDevice();
     void lengthsAreInTheUnitThatIsChosen();
     void planesOfOneWallHaveOneName();
+    void cornersAndViewerAreTakenIn();
     void nothingIsDrawnAsNothing();
     void wallOfTilesIsOneWall();
     void overlapMakesTheStepsSmaller();
@@ -208,6 +210,20 @@ void tst_zoHPCRoomPicture::lengthsAreInTheUnitThatIsChosen()
 
     QVERIFY(inFeet != inMillimetres);
     QVERIFY(painted(picture) == inMillimetres);
+}
+
+void tst_zoHPCRoomPicture::cornersAndViewerAreTakenIn()
+{
+    zoHPCRoomWall wall;
+    wall.plane = zoHPCPlane({1, 2, 3}, {4, 2, 3}, {4, 9, 5});
+
+    QStringList points;
+    for (const Point3& point : zoHPCRoomWall::extent({wall}))
+        points << QStringLiteral("%1 %2 %3").arg(point.x).arg(point.y).arg(point.z);
+
+    points.sort();
+    QCOMPARE(points, QStringList({"0 0 0", "1 2 3", "1 9 5", "4 2 3", "4 9 5"}));
+    QCOMPARE(zoHPCRoomWall::extent({}).size(), std::size_t(1));
 }
 
 void tst_zoHPCRoomPicture::nothingIsDrawnAsNothing()

@@ -85,6 +85,7 @@ private slots:
     void cardsDoNotOverlap();
     void fitTakesInAllNodes();
     void zoomKeepsThePointUnderTheMouse();
+    void nothingIsPaintedBesideItsArea();
     void updateKeepsTheScreensInPlace();
     void updateWithOtherScreensPlacesThemAnew();
 
@@ -436,6 +437,28 @@ void tst_zoHPCScreensPicture::zoomKeepsThePointUnderTheMouse()
     picture.zoom(-1.0, corner);
     picture.zoom(1e-30, corner);
     QVERIFY(picture.scale() > 0.0);
+}
+
+// Beside it there may be another picture.
+void tst_zoHPCScreensPicture::nothingIsPaintedBesideItsArea()
+{
+    zoHPCSetup setup;
+    setup.addWindow(QStringLiteral("a"), QString());
+    zoHPCScreensPicture picture;
+    picture.setLayout(setup.layout());
+    picture.fit(AREA);
+    picture.zoom(8.0, AREA.center());
+    const QRectF area = AREA.adjusted(100.0, 100.0, -100.0, -100.0);
+    QImage image(AREA.size().toSize(), QImage::Format_RGB32);
+    image.fill(Qt::magenta);
+    {
+        QPainter painter(&image);
+        picture.paint(painter, area, lightPalette(), zoHPCPicture::Detail::Full);
+    }
+
+    QVERIFY(count(image.copy(area.toRect()), Qt::magenta, 0) == 0);
+    const int inside = area.toRect().width() * area.toRect().height();
+    QCOMPARE(count(image, Qt::magenta, 0), image.width() * image.height() - inside);
 }
 
 void tst_zoHPCScreensPicture::updateKeepsTheScreensInPlace()
