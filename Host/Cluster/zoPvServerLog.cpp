@@ -16,7 +16,7 @@ void zoPvServerLog::add(const QString& line)
 
     QString text = line;
     text = text.remove(s_colour).trimmed();
-    if (text.isEmpty() || text.contains(s_frame))
+    if (text.contains(s_frame))
         return;
     // Or, when it is the one that calls its client: that it does so now.
     if (text.startsWith(QLatin1String("Accepting connection(s):")) ||

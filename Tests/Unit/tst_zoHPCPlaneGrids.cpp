@@ -3,6 +3,7 @@
 
 #include <zoHPCPlane.h>
 #include <zoHPCPlaneGrids.h>
+#include <zoHPCReportWalls.h>
 
 #include <QApplication>
 
@@ -37,6 +38,7 @@ private slots:
     void planesOfOneWallAreFound();
     void tilesComeRowByRow();
     void sizesAreMeasured();
+    void eachIsOneWallOfAReport();
 };
 
 void tst_zoHPCPlaneGrids::planesOfOneWallAreFound_data()
@@ -113,6 +115,19 @@ void tst_zoHPCPlaneGrids::sizesAreMeasured()
     QCOMPARE(grid.overlap(), QSizeF(-20.0, 30.0));
     QCOMPARE(grid.size(), QSizeF(2020.0, 970.0));
     QVERIFY(std::abs(grid.turn() - 90.0) < 1e-9);
+}
+
+void tst_zoHPCPlaneGrids::eachIsOneWallOfAReport()
+{
+    zoHPCSetup setup;
+    for (const char* name : {"A row:1 col:1", "B row:1 col:1", "Alone", "A row:1 col:2", "B row:2 col:1"})
+        addPlane(setup, QString::fromLatin1(name));
+
+    QStringList walls;
+    for (const zoHPCReportWalls::Wall& wall : zoHPCReportWalls::read(setup.layout()))
+        walls << (wall.isGrid() ? namesOf({wall.grid}).first() : wall.name);
+
+    QCOMPARE(walls, QStringList({"A 2x1", "B 1x2", "Alone"}));
 }
 
 ZO_TEST_MAIN(tst_zoHPCPlaneGrids)

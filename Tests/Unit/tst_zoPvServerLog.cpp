@@ -14,6 +14,7 @@ private slots:
     void recordedJobEnds_data();
     void recordedJobEnds();
     void firstLinesAreNotReady();
+    void framesOfAStackAreNoReason();
     void statesFollowTheLines();
     void refusedClientIsCounted();
     void signalOfTheOthersIsNoReason();
@@ -87,6 +88,23 @@ void tst_zoPvServerLog::firstLinesAreNotReady()
     log.add("Connection URL: cs://vm:11111");
 
     QCOMPARE(int(log.state()), int(zoPvServerLog::State::Starting));
+}
+
+void tst_zoPvServerLog::framesOfAStackAreNoReason()
+{
+    zoPvServerLog log;
+
+    log.add("pvserver: libvtk.so: cannot open");
+    const QString reason = log.reason(1);
+    log.add("13      0x55cb128ce789 pvserver(error+0x2789) [0x55cb128ce789]");
+    log.add(QString());
+
+    QVERIFY2(reason.contains("cannot open"), qPrintable(reason));
+    QCOMPARE(log.reason(1), reason);
+
+    zoPvServerLog other;
+    other.add("13      0x55cb128ce789 pvserver(error+0x2789) [0x55cb128ce789]");
+    QCOMPARE(other.reason(1), QStringLiteral("exit status 1"));
 }
 
 void tst_zoPvServerLog::statesFollowTheLines()

@@ -30,7 +30,6 @@ QSize zoHPCProblemDelegate::sizeHint(const QStyleOptionViewItem& option, const Q
     int width = m_view.header()->sectionSize(zoHPCProblemModel::Message);
     if (fix.data().toString().isEmpty())
         width += m_view.header()->sectionSize(zoHPCProblemModel::Fix);
-    shown.features |= QStyleOptionViewItem::WrapText;
     shown.rect = QRect(0, 0, qMax(width, 1), QWIDGETSIZE_MAX);
     const QStyle* const style = shown.widget ? shown.widget->style() : QApplication::style();
     // So that messages of several lines are told apart.
