@@ -16,6 +16,7 @@ class tst_zohpcReport final : public zoTestCase
 private slots:
     void everyTileIsTold_data();
     void everyTileIsTold();
+    void networksAndNodesAreTold();
     void planesOfACurvedWallAreOneElevation();
     void pagesOfPanelsReadWell();
     void namesCanBeSearched();
@@ -67,6 +68,35 @@ void tst_zohpcReport::everyTileIsTold()
         // On the elevation, among the cables, beside its window and in its network.
         QVERIFY2(text.count(name) >= 4, name.constData());
     }
+}
+
+void tst_zohpcReport::networksAndNodesAreTold()
+{
+    if (QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty())
+        QSKIP("pdftotext (Debian package poppler-utils) is not installed");
+    const zoCliFiles files;
+    const QString input = files.write(
+        QStringLiteral("networks.zhpc"),
+        "<cluster version=\"1\"><master><network network=\"infiniband\" speed=\"10g\" encrypted=\"true\" "
+        "description=\"Wall\"><node name=\"a\"/><node name=\"gate\"><network><node name=\"b\" "
+        "rendernode=\"false\" enabled=\"false\"/></network></node></network></master></cluster>");
+    const QString output = files.path(QStringLiteral("networks.pdf"));
+
+    const zoCommandRun run = zoCommandRun::zohpc({"report", input, "-o", output});
+
+    QCOMPARE(run.whole(), QByteArray("--- errors\n--- exit code 0\n"));
+    const QByteArray text = zoCommandRun::program(QStringLiteral("pdftotext"), {"-layout", output, "-"}, {},
+                                                  {"PATH=" + qEnvironmentVariable("PATH")})
+                                .output;
+    QStringList lines;
+    for (const QByteArray& line : text.mid(text.indexOf("Network, node")).split('\n')) {
+        const QString words = QString::fromUtf8(line).simplified();
+        if (!words.isEmpty())
+            lines << words;
+    }
+    QCOMPARE(lines.mid(0, 6),
+             QStringList({"Network, node Kind Drives", "Network 1: Wall infiniband, 10g, encrypted 2 nodes",
+                          "a", "gate gateway", "Network 2 1 node", "b does not render, disabled"}));
 }
 
 void tst_zohpcReport::planesOfACurvedWallAreOneElevation()
