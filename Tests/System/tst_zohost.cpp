@@ -81,6 +81,7 @@ private slots:
     void moduleThatCannotBeLoadedDoesNotStopTheHost();
     void terminationEndsTheSessionInOrder();
     void rehearsalPrintsItsNodesAndWritesPictures();
+    void rehearsalOfParaViewLooksAtThisMachine();
     void unreachableNodesAreNamedWithoutAsking();
 
 private:
@@ -598,6 +599,26 @@ void tst_zohost::rehearsalPrintsItsNodesAndWritesPictures()
                           "wall picture: wall.png", "node pictures: 4 in nodes", "screenshot: shot.png",
                           "stopped", ""}));
     QVERIFY(!QImage(m_directory->filePath("wall.png")).isNull());
+}
+
+// Nobody is called: it is the display here that each node lacks.
+void tst_zohost::rehearsalOfParaViewLooksAtThisMachine()
+{
+    setPreference("ParaView server program", QStringLiteral(ZO_FAKE_PVSERVER));
+    const auto process =
+        createProcess({"--module", ZO_MODULE_FILE, "--engine", "paraview", "--rehearse", "--config",
+                       ZO_DATA_DIR "/cluster/powerwall-2x2.zhpc", "--start", "--non-interactive"});
+    QProcessEnvironment environment = process->processEnvironment();
+    environment.insert("DISPLAY", ":987654"); // nothing is there
+    process->setProcessEnvironment(environment);
+
+    const Outcome outcome = finish(*process);
+
+    QCOMPARE(outcome.exitCode, 1);
+    for (const char* id : {"wall-r1-c1", "wall-r1-c2", "wall-r2-c1", "wall-r2-c2"}) {
+        const QByteArray text = QByteArray("node: ") + id + " failed: its display :987654 cannot be opened: ";
+        QVERIFY2(outcome.standardOutput.contains(text), outcome.standardOutput.constData());
+    }
 }
 
 void tst_zohost::unreachableNodesAreNamedWithoutAsking()
