@@ -13,7 +13,7 @@
 #include <sys/vfs.h>
 #include <unistd.h>
 
-#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <new>
 
@@ -50,15 +50,13 @@ bool mayOpen(const QByteArray& name, const Status& status, zoFileReader::Pipes p
 // False with errno. A descriptor that others made may be one that does not wait.
 bool readBlock(int file, QByteArray& bytes)
 {
+    std::array<char, s_blockSize> block;
     for (;;) {
-        const int size = bytes.size();
-        bytes.resize(size + s_blockSize);
-        const ssize_t got = ::read(file, bytes.data() + size, s_blockSize);
-        const int error = errno;
-        bytes.resize(size + int(std::max<ssize_t>(got, 0)));
-        errno = error;
-        if (got > 0)
+        const ssize_t got = ::read(file, block.data(), block.size());
+        if (got > 0) {
+            bytes.append(block.data(), int(got));
             return true;
+        }
         if (got == 0) {
             errno = 0;
             return false;
@@ -82,7 +80,7 @@ Result readAll(int file, QByteArray& bytes, QString& reason)
                 reason = sizeReason();
                 return Result::NotRead;
             }
-            bytes.reserve(int(status.st_size) + s_blockSize);
+            bytes.reserve(int(status.st_size));
         }
         while (readBlock(file, bytes)) {
             if (bytes.size() > zoClusterLimits::MaximumFileBytes) {
