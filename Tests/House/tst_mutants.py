@@ -25,7 +25,7 @@ add_test(NAME tst_numbers COMMAND "${PROJECT_BINARY_DIR}/tst_numbers")
 set_tests_properties(tst_numbers PROPERTIES ENVIRONMENT "TOY=yes" TIMEOUT 5)
 """
 PRESETS = {"version": 6, "configurePresets": [
-    {"name": "dev", "generator": "Ninja", "binaryDir": "${sourceDir}/build/${presetName}"}]}
+    {"name": "release", "generator": "Ninja", "binaryDir": "${sourceDir}/build/${presetName}"}]}
 # A constant, a function for each kind of end, and a comment that is no code: return 5;
 SUM = "int sum(int a, int b)\n{\n    return a + b;\n}\n"
 LARGER = "int larger(int a, int b)\n{\n    if (a > b)\n        return a;\n    return b;\n}\n"
@@ -194,7 +194,7 @@ class MutantsTest(unittest.TestCase):
         done = self.mutants("--apart")
 
         self.assertEqual(done.returncode, 0, done.stdout + done.stderr)
-        self.assertTrue((self.root / "build/mutants/tree/build/dev/tst_numbers").exists())
+        self.assertTrue((self.root / "build/mutants/tree/build/release/tst_numbers").exists())
 
     def test_texts_and_comments_are_not_broken(self):
         self.begin('// sum + 1\nconst char* name()\n{\n    const char* text = "a + 1"; // 1 == 2\n    return text;\n}\n',
