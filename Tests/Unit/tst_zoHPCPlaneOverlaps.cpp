@@ -19,6 +19,8 @@ private slots:
     void cornersOfCavesDoNot();
     void flatWallsOverlapFromAnywhere_data();
     void flatWallsOverlapFromAnywhere();
+    void planesFarAwayDoNotCount_data();
+    void planesFarAwayDoNotCount();
 
 private:
     // A chord of a cylinder of 3 m around the viewer, between two angles in degrees.
@@ -139,6 +141,32 @@ void tst_zoHPCPlaneOverlaps::flatWallsOverlapFromAnywhere()
     QVERIFY(qAbs(reach.right - 0.2) < 1e-9);
     QCOMPARE(reach.left, 0.0);
     QVERIFY(!reach.isFolded);
+}
+
+void tst_zoHPCPlaneOverlaps::planesFarAwayDoNotCount_data()
+{
+    QTest::addColumn<int>("count");
+
+    // Beside more than 2,000 a plane would count as covered.
+    QTest::newRow("2000") << 2000;
+    QTest::newRow("2001") << 2001;
+}
+
+void tst_zoHPCPlaneOverlaps::planesFarAwayDoNotCount()
+{
+    QFETCH(int, count);
+    std::vector<zoHPCPlane> row;
+    for (int i = 0; i < count; ++i) {
+        const double left = 3000.0 * i;
+        row.push_back({{left, 0, -2000}, {left + 1000, 0, -2000}, {left + 1000, 500, -2000}});
+    }
+    const zoHPCPlaneOverlaps overlaps(row);
+
+    for (const zoHPCPlane& plane : row) {
+        const zoHPCPlaneOverlaps::Reach reach = overlaps.over(plane);
+        QCOMPARE(QString("%1 %2 %3 %4").arg(reach.left).arg(reach.right).arg(reach.lower).arg(reach.upper),
+                 QString("0 0 0 0"));
+    }
 }
 
 ZO_TEST_MAIN(tst_zoHPCPlaneOverlaps)
