@@ -317,12 +317,13 @@ void tst_zohostSoak::changeField()
 }
 
 // By the action of one of its trees, where that is enabled: what a projection generates cannot be deleted by itself.
+// Qt 5 triggers disabled actions, too.
 void tst_zohostSoak::deleteRow(const QDialog& dialog)
 {
     const char* const tree = random(2) > 0 ? "m_projectionTree" : "m_displayTree";
     const QList<QAction*> actions = dialog.findChild<QTreeWidget*>(QLatin1String(tree))->actions();
     for (QAction* const action : actions) {
-        if (action->text() == QLatin1String("Delete"))
+        if (action->text() == QLatin1String("Delete") && action->isEnabled())
             action->trigger();
     }
 }
