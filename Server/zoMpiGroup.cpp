@@ -220,13 +220,26 @@ void zoMpiGroup::hear(const zoRankMessage& inner)
     emit received(key, inner.message);
 }
 
+// Silence is counted in the intervals of the relay, by what it says of them: that waits behind what a server sends, for
+// longer than an interval when that is much and the machine is busy, and is no silence of the others.
 void zoMpiGroup::takeSigns(const QList<int>& ranks)
 {
-    for (const int rank : ranks) {
-        const auto it = m_servers.find(keyOf(rank));
-        if (it != m_servers.end() && it->second.hasGreeted)
-            it->second.ticks = 0;
+    QMap<int, QString> silent;
+    for (auto& entry : m_servers) {
+        Server& server = entry.second;
+        if (!server.hasGreeted)
+            continue;
+        server.ticks = ranks.contains(server.rank) ? 0 : server.ticks + 1;
+        if (server.ticks > zoServerBeat::TicksUntilLost)
+            silent.insert(entry.first, {});
     }
+    if (silent.isEmpty())
+        return;
+    // Their nodes are free when the loss is told.
+    for (auto it = silent.cbegin(); it != silent.cend(); ++it)
+        kill(m_servers.at(it.key()).process);
+    lose(silent, zoNodeReason::Silent);
+    restartSoon();
 }
 
 void zoMpiGroup::send(const QList<int>& keys, const zoServerMessage& message)
@@ -294,7 +307,7 @@ void zoMpiGroup::beat()
     if (m_relay != 0 && m_relayTicks > zoServerBeat::TicksUntilLost)
         replaceJob();
     else if (m_relay == 0 || m_relayTicks == 0)
-        findSilent(); // while the relay is silent, nothing can be heard of any server
+        findLate(); // while the relay is silent, nothing can be heard of any server
 }
 
 // All that is heard of servers comes by way of the relay and of mpirun: when that hangs, none of them is to blame.
@@ -316,29 +329,22 @@ void zoMpiGroup::kill(qint64 process) const
         ::kill(pid_t(process), SIGKILL);
 }
 
-void zoMpiGroup::findSilent()
+// Of those that never said anything.
+void zoMpiGroup::findLate()
 {
-    QMap<int, QString> silent;
     QMap<int, QString> late;
     for (auto& entry : m_servers) {
         Server& server = entry.second;
-        ++server.ticks;
-        if (server.hasGreeted && server.ticks > zoServerBeat::TicksUntilLost)
-            silent.insert(entry.first, {});
-        else if (!server.hasGreeted && server.ticks * zoServerBeat::Interval >= m_limits.startMs)
+        if (!server.hasGreeted && ++server.ticks * zoServerBeat::Interval >= m_limits.startMs)
             late.insert(entry.first, {});
     }
-    if (silent.isEmpty() && late.isEmpty())
+    if (late.isEmpty())
         return;
     // Open MPI waits for ever for machines that cannot call back.
     if (!m_hasWorked && late.size() == int(m_servers.size())) {
         giveUp(QStringLiteral("no answer within %1 s").arg(m_limits.startMs / 1000));
         return;
     }
-    // Their nodes are free when the loss is told.
-    for (auto it = silent.cbegin(); it != silent.cend(); ++it)
-        kill(m_servers.at(it.key()).process);
-    lose(silent, zoNodeReason::Silent);
     lose(late, zoNodeReason::NoAnswer);
     restartSoon();
 }

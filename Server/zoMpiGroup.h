@@ -61,7 +61,8 @@ private:
         int rank = 0;
         qint64 process = 0; // on its machine; 0 before its HELLO
         bool hasGreeted = false;
-        int ticks = 0; // of the beat since it was heard of, or since the job was started
+        int ticks =
+            0; // of the relay's beat since it was heard of; before its HELLO of ours since the job was started
     };
 
     void restartSoon();
@@ -77,7 +78,7 @@ private:
     void takeSigns(const QList<int>& ranks);
     void lose(const QMap<int, QString>& details, const char* reason);
     void beat();
-    void findSilent();
+    void findLate();
     void giveUp(const QString& reason);
     int keyOf(int rank) const;
 

@@ -55,6 +55,7 @@ bool zoMpiRelay::open()
     }
     m_link.open(zoServerHello::own().message());
     m_beat.start(zoServerBeat::Interval);
+    m_sinceBeat.start();
     return true;
 }
 
@@ -95,8 +96,18 @@ void zoMpiRelay::pass(const QList<int>& ranks, const zoServerMessage& message)
             m_channel->send(rank, bytes);
     }
     // A rank that hangs does not take them; whoever is told that it is lost ends the job.
-    while (m_channel->bytesToSend() > s_mostBytes)
+    waitUntil([this] { return m_channel->bytesToSend() <= s_mostBytes; });
+}
+
+// Servers that are not told anything for long end themselves: the beat of theirs goes on meanwhile. That of the head
+// does not: it tells who was heard, and nobody is until the event loop turns again.
+void zoMpiRelay::waitUntil(const std::function<bool()>& isDone)
+{
+    while (!isDone()) {
+        if (m_sinceBeat.hasExpired(zoServerBeat::Interval))
+            beatServers();
         QThread::usleep(100);
+    }
 }
 
 void zoMpiRelay::hear(int rank, const QByteArray& bytes)
@@ -113,7 +124,7 @@ void zoMpiRelay::hear(int rank, const QByteArray& bytes)
         std::fprintf(stderr, "a message of rank %d is too long to be passed on\n", rank);
     else
         m_link.send(whole);
-    m_link.waitForSent(s_mostBytes);
+    waitUntil([this] { return m_link.hasSent(s_mostBytes); });
 }
 
 void zoMpiRelay::beat()
@@ -122,7 +133,16 @@ void zoMpiRelay::beat()
     signs.ranks = m_heard.values();
     m_heard.clear();
     m_link.send(signs.packed("SIGNS"));
-    pass(servers(), {"BEAT", {}});
+    beatServers();
+}
+
+void zoMpiRelay::beatServers()
+{
+    m_sinceBeat.start();
+    const QByteArray bytes = zoServerMessage{"BEAT", {}}.encoded();
+    const QList<int> ranks = servers();
+    for (const int rank : ranks)
+        m_channel->send(rank, bytes);
 }
 
 void zoMpiRelay::quit()

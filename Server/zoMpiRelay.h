@@ -2,11 +2,13 @@
 
 #include "zoPipeLink.h"
 
+#include <QElapsedTimer>
 #include <QList>
 #include <QObject>
 #include <QSet>
 #include <QTimer>
 
+#include <functional>
 #include <memory>
 
 class zoServerChannel;
@@ -32,12 +34,15 @@ private:
     void pass(const QList<int>& ranks, const zoServerMessage& message);
     void hear(int rank, const QByteArray& bytes);
     void beat();
+    void beatServers();
+    void waitUntil(const std::function<bool()>& isDone);
     void quit();
     QList<int> servers() const;
 
     std::unique_ptr<zoServerChannel> m_channel;
     zoPipeLink m_link;
     QTimer m_beat;
+    QElapsedTimer m_sinceBeat; // of the servers
     QSet<int> m_heard;
     int m_barriers = 0; // to be passed, the one that is open included
 };

@@ -92,7 +92,18 @@ void zoPipeLink::wake()
 void zoPipeLink::waitForSent(qint64 bytes)
 {
     std::unique_lock<std::mutex> lock(m_sending);
-    m_sent.wait(lock, [this, bytes] { return m_queued <= bytes || m_isAlone; });
+    m_sent.wait(lock, [this, bytes] { return isSent(bytes); });
+}
+
+bool zoPipeLink::hasSent(qint64 bytes)
+{
+    const std::lock_guard<std::mutex> lock(m_sending);
+    return isSent(bytes);
+}
+
+bool zoPipeLink::isSent(qint64 bytes) const
+{
+    return m_queued <= bytes || m_isAlone;
 }
 
 void zoPipeLink::expectWork(int milliseconds)

@@ -29,6 +29,8 @@ public:
     void open(const zoServerMessage& hello) override;
     void send(const zoServerMessage& message) override;
     void waitForSent(qint64 bytes) override;
+    // Whether that would not wait.
+    bool hasSent(qint64 bytes);
 
     void expectWork(int milliseconds) override;
 
@@ -38,6 +40,7 @@ private:
     void tick();
     void beAlone();
     void queue(const QByteArray& bytes);
+    bool isSent(qint64 bytes) const; // m_sending is locked
     bool writeSome();
     void writeRest();
     void takeWishes();

@@ -2,12 +2,14 @@
 
 #include <zoMpiGroup.h>
 #include <zoNodeReason.h>
+#include <zoRankMessage.h>
 #include <zoServerHello.h>
 
 #include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QHash>
+#include <QScopeGuard>
 #include <QSet>
 #include <QSignalSpy>
 #include <QStandardPaths>
@@ -31,6 +33,8 @@ private slots:
     void serverLeaves();
     void killedServerIsNamedAndOthersGoOn();
     void hungServerIsNamedAndOthersGoOn();
+    void silenceIsCountedByTheRelay_data();
+    void silenceIsCountedByTheRelay();
     void missingProgramLeavesItToPipes();
     void missingProgramOfAllLeavesItToPipes();
     void launcherWithoutMpiIsNoServersFault();
@@ -205,6 +209,72 @@ void tst_zoMpiGroup::hungServerIsNamedAndOthersGoOn()
     QCOMPARE(m_ended.value(2), QString::fromLatin1(zoNodeReason::Silent));
     QTRY_VERIFY_WITH_TIMEOUT(hasGreeted({0, 1}), s_limitMs);
     QTRY_VERIFY_WITH_TIMEOUT(::kill(hung, 0) == -1, s_limitMs);
+}
+
+// What mpirun passes on, piece by piece: d is a message of server 1, + signs of both, - signs of server 1 alone.
+void tst_zoMpiGroup::silenceIsCountedByTheRelay_data()
+{
+    QTest::addColumn<QString>("pieces");
+    QTest::addColumn<bool>("isLost");
+
+    // The signs wait behind what server 1 sends, on a busy machine for long.
+    QTest::newRow("much-of-another") << "+dddddddddddddddddddd+" << false;
+    QTest::newRow("for-a-moment") << "+----+----+" << false;
+    QTest::newRow("for-long") << "+-----" << true;
+    QTest::newRow("for-long-beside-much-of-another") << "+d-d-d-d-dd-" << true;
+}
+
+// An mpirun that says one piece whenever the group beats, so that both count the same intervals.
+void tst_zoMpiGroup::silenceIsCountedByTheRelay()
+{
+    QFETCH(QString, pieces);
+    QFETCH(bool, isLost);
+    const QTemporaryDir folder;
+    const auto write = [&folder](const QString& name, const QByteArray& bytes) {
+        QFile file(folder.filePath(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+        QVERIFY(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    };
+    write(QStringLiteral("mpirun"),
+          "#!/bin/sh\nn=0; cat \"${0%/*}/$n\"\nwhile read -r verb size; do case $verb in\n"
+          "BEAT) n=$((n + 1)); [ ! -f \"${0%/*}/$n\" ] || cat \"${0%/*}/$n\";;\nQUIT) exit;;\nesac; done\n");
+    const auto say = [](const QList<int>& ranks, const QByteArray& whole, const zoServerMessage& message) {
+        zoRankMessage inner;
+        inner.ranks = ranks;
+        inner.message = message;
+        return inner.packed(whole).encoded();
+    };
+    const zoServerMessage hello = zoServerHello::own().message();
+    write(QStringLiteral("0"), hello.encoded() + say({1}, "RANK", hello) + say({2}, "RANK", hello));
+    for (int i = 0; i < pieces.size(); ++i) {
+        write(QString::number(i + 1),
+              pieces[i] == QLatin1Char('d')
+                  ? say({1}, "RANK", {"DATA", "x"})
+                  : say(pieces[i] == QLatin1Char('+') ? QList<int>({1, 2}) : QList<int>({1}), "SIGNS", {}));
+    }
+    write(QString::number(pieces.size() + 1), say({1}, "RANK", {"DONE", {}}));
+    const QByteArray path = qgetenv("PATH");
+    const auto restore = qScopeGuard([&path] { qputenv("PATH", path); });
+    qputenv("PATH", QFile::encodeName(folder.path()) + ':' + path);
+    zoMpiGroup::Job job;
+    job.relay = QStringList(QStringLiteral("relay"));
+    zoMpiGroup group(job);
+    QSignalSpy ended(&group, &zoServerGroup::ended);
+    bool isDone = false;
+    connect(&group, &zoServerGroup::received, this,
+            [&isDone](int, const zoServerMessage& message) { isDone = isDone || message.verb == "DONE"; });
+    group.add({member(1), member(2)});
+    QTRY_VERIFY_WITH_TIMEOUT(isDone || ended.count() > 0, s_limitMs);
+
+    QCOMPARE(ended.count(), isLost ? 1 : 0);
+    if (isLost) {
+        QCOMPARE(ended.first().value(0).toInt(), 2);
+        QCOMPARE(ended.first().value(1).toString(), QString::fromLatin1(zoNodeReason::Silent));
+    }
+    QSignalSpy allEnded(&group, &zoServerGroup::allEnded);
+    group.removeAll();
+    QTRY_COMPARE_WITH_TIMEOUT(allEnded.count(), 1, s_limitMs);
 }
 
 // Before the first job works nobody knows whether MPI or the server is to blame: pipes tell which.
