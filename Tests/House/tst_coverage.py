@@ -83,6 +83,8 @@ class CoverageTest(unittest.TestCase):
         self.assertEqual(done.returncode, 0, done.stdout + done.stderr)
         self.assertIn("Kernel   100.0 % of 6 lines, 100.0 % of 2 branches", done.stdout)
         self.assertEqual(self.reach(), {(1, 6): ["tst_one", "tst_two"], (8, 11): ["tst_two"]})
+        tests = json.loads((self.root / "build/coverage/reach.json").read_text())["tests"]
+        self.assertEqual(sorted(tests), ["tst_one", "tst_two"])
         self.assertTrue((self.root / "build/coverage/html/index.html").exists())
 
     def test_line_that_no_test_reaches_is_told(self):

@@ -3,6 +3,7 @@
 
 import importlib.machinery
 import importlib.util
+import hashlib
 import json
 import pathlib
 import shutil
@@ -187,6 +188,21 @@ class MutantsTest(unittest.TestCase):
 
         self.assertIn("survived (no test runs it)", nobody.stdout)
         self.assertEqual(one.returncode, 0, one.stdout + one.stderr)
+
+    def test_tests_that_changed_since_are_asked_too(self):
+        self.begin(SUM, test_of("sum(2, 3) == 5"))
+        (self.root / "build/coverage").mkdir(parents=True)
+        code, test = (hashlib.sha256((self.root / name).read_bytes()).hexdigest()
+                      for name in ("Kernel/numbers.cpp", "Tests/tst_numbers.cpp"))
+        reach = {"files": {"Kernel/numbers.cpp": {"sum": code, "functions": [[2, 5, []]]}}, "tests": {"tst_numbers": test}}
+
+        self.write("build/coverage/reach.json", json.dumps(reach))
+        same = self.mutants()
+        self.write("Tests/tst_numbers.cpp", test_of("sum(3, 2) == 5"))
+        newer = self.mutants()
+
+        self.assertIn("survived (no test runs it)", same.stdout)
+        self.assertEqual(newer.returncode, 0, newer.stdout + newer.stderr)
 
     def test_copy_may_be_built_apart(self):
         self.begin(SUM, test_of("sum(2, 3) == 5"))
