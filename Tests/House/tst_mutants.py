@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """Breaks lines of a small project in a temporary folder with dev/mutants, and sees which breaks its tests notice."""
 
+import hashlib
 import importlib.machinery
 import importlib.util
-import hashlib
 import json
 import pathlib
 import shutil
