@@ -164,6 +164,17 @@ class MutantsTest(unittest.TestCase):
         self.assertEqual(done.returncode, 0, done.stdout + done.stderr)
         self.assertIn("1 killed, 1 of them by time", done.stdout)
 
+    def test_slow_test_is_not_taken_for_a_break(self):
+        self.begin(SUM, ENVIRONMENT.replace("{\n", "{\n    std::system(\"sleep 2\");\n", 1) +
+                   "    return sum(2, 0) == 2 ? 0 : 1;\n}\n")
+        (self.root / "build/coverage/Testing/Temporary").mkdir(parents=True)
+        self.write("build/coverage/Testing/Temporary/CTestCostData.txt", "tst_numbers 1 0.05\n---\n")
+
+        done = self.mutants("--seed", self.seed_for("return a - b;"), "--count", "1", "--patience", "1")
+
+        self.assertIn("0 killed, 0 of them by time; 1 survived", done.stdout)
+        self.assertNotIn("fail with nothing broken", done.stdout)
+
     def test_test_that_fails_anyway_proves_nothing(self):
         self.begin(SUM, test_of("sum(2, 3) == 6"))
 
