@@ -123,6 +123,8 @@ void tst_zoHostApplication::initTestCase()
     zoTestCase::initTestCase();
     QVERIFY(m_directory.isValid());
     qunsetenv("ZOKE_DATA");
+    // Of tests that are run by nohup the host would take no hang-up.
+    std::signal(SIGHUP, SIG_DFL);
     // Settings and marks of sessions of this test alone.
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_directory.path()));
     qputenv("XDG_DATA_HOME", QFile::encodeName(m_directory.path()));
