@@ -23,6 +23,8 @@ private slots:
     void comparisonEnds();
     void largestWallIsWritten_data();
     void largestWallIsWritten();
+    void documentsFollowEachOther_data();
+    void documentsFollowEachOther();
 
 private:
     void addDocuments(const QByteArray& name, const QStringList& command) const;
@@ -390,6 +392,43 @@ void tst_zohpcHostile::largestWallIsWritten()
     const QByteArray written = zoCliFiles::read(output);
     QCOMPARE(written.count("<node "), 1000000);
     QCOMPARE(written.count("<window "), windows);
+}
+
+// What was read goes before the next document comes; together they would need a fifth more, and an import twice as much.
+void tst_zohpcHostile::documentsFollowEachOther_data()
+{
+    QTest::addColumn<QStringList>("command");
+    QTest::addColumn<QByteArray>("input");
+    QTest::addColumn<int>("mebibytes");
+
+    QTest::newRow("set") << QStringList{"set", "-", "node[*]/name=a"} << document(filled("<node/>")) << 525;
+    QTest::newRow("new") << QStringList{"new",          "--curved", "200x100", "--tile-size",
+                                        "10x10",        "--radius", "9000",    "--hosts",
+                                        "n[1-1000000]", "-o",       "-"}
+                         << QByteArray() << 900;
+    QTest::newRow("convert") << QStringList{"convert", "-"}
+                             << "<config><key name=\"zoClusterProjectionType\">Powerwall</key>"
+                                "<key name=\"zoClusterPWServers\">" +
+                                    filled("n ") + "</key></config>"
+                             << 400;
+}
+
+void tst_zohpcHostile::documentsFollowEachOther()
+{
+    QFETCH(QStringList, command);
+    QFETCH(QByteArray, input);
+    QFETCH(int, mebibytes);
+#ifdef __SANITIZE_ADDRESS__
+    QSKIP("the sanitizer takes more address space than the limit leaves");
+#endif
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    mebibytes = 1024; // documents of Qt 6 are larger
+#endif
+
+    const zoCommandRun run = runLimited(command, input, mebibytes);
+
+    QVERIFY2(run.exitCode == 0 || run.exitCode == 1, run.errors.right(500).constData());
+    QVERIFY(run.output.size() > zoHostileText::Size);
 }
 
 void tst_zohpcHostile::commandEnds()

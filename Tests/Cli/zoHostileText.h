@@ -34,12 +34,12 @@ inline QByteArray document(const QByteArray& nodes, const QByteArray& displays =
            "</cluster>";
 }
 
-// Within a gibibyte of memory.
-inline zoCommandRun runLimited(const QStringList& command, const QByteArray& input)
+// Within a gibibyte of memory, or as many mebibytes.
+inline zoCommandRun runLimited(const QStringList& command, const QByteArray& input, int mebibytes = 1024)
 {
-    return zoCommandRun::program(
-        QStringLiteral("/bin/sh"),
-        QStringList{"-c", "ulimit -v 1048576 && exec \"$0\" \"$@\"", QStringLiteral(ZO_ZOHPC)} + command,
-        input, QProcess::systemEnvironment() << QStringLiteral("LC_ALL=C.UTF-8"));
+    const QString limit = QStringLiteral("ulimit -v %1 && exec \"$0\" \"$@\"").arg(mebibytes * 1024);
+    return zoCommandRun::program(QStringLiteral("/bin/sh"),
+                                 QStringList{"-c", limit, QStringLiteral(ZO_ZOHPC)} + command, input,
+                                 QProcess::systemEnvironment() << QStringLiteral("LC_ALL=C.UTF-8"));
 }
 } // namespace zoHostileText
