@@ -124,7 +124,7 @@ void zoHostLogPanel::createBar()
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
     layout->addLayout(bar);
-    layout->addWidget(m_view, 1);
+    layout->addWidget(m_view);
 }
 
 QString zoHostLogPanel::toPlainText() const
