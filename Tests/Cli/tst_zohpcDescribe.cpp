@@ -19,6 +19,7 @@ private slots:
     void planesOfACurvedWallAreOneWall();
     void problemsAreCountedByKind();
     void jsonHasTheFacts();
+    void pixelsAreThoseOfTheFirstViewportThatShowsIt();
 };
 
 void tst_zohpcDescribe::wallInADozenLines()
@@ -106,6 +107,30 @@ void tst_zohpcDescribe::jsonHasTheFacts()
     QCOMPARE(display.value("windows").toInt(), 4);
     QCOMPARE(display.value("eyes").toArray(), QJsonArray{"mono"});
     QCOMPARE(object.value("problems").toObject(), QJsonObject());
+}
+
+// Viewports that show nothing, or something else, come first.
+void tst_zohpcDescribe::pixelsAreThoseOfTheFirstViewportThatShowsIt()
+{
+    const QByteArray text =
+        "<cluster version=\"1\"><master><network><node name=\"n\"/></network></master>"
+        "<projection name=\"A\" type=\"plane\" x1=\"0\" x2=\"100\" x3=\"100\" y3=\"50\"/>"
+        "<projection name=\"B\" type=\"plane\" x1=\"200\" x2=\"300\" x3=\"300\" y3=\"50\" z1=\"7\"/>"
+        "<display><window node=\"n\" width=\"100\" height=\"100\"><viewport/></window>"
+        "<window node=\"n\" width=\"800\" height=\"600\"><viewport projection=\"B\" position=\"fill\"/>"
+        "<viewport projection=\"A\" position=\"left\"/></window>"
+        "<window node=\"n\" width=\"640\" height=\"480\"><viewport "
+        "projection=\"A\"/></window></display></cluster>";
+
+    const QJsonArray projections =
+        QJsonDocument::fromJson(zoCommandRun::zohpc({"describe", "--json", "-"}, text).output)
+            .object()
+            .value("projections")
+            .toArray();
+
+    QCOMPARE(projections.size(), 2);
+    QCOMPARE(projections.at(0).toObject().value("size_pixels").toArray(), (QJsonArray{400, 600}));
+    QCOMPARE(projections.at(1).toObject().value("size_pixels").toArray(), (QJsonArray{800, 600}));
 }
 
 ZO_TEST_MAIN(tst_zohpcDescribe)

@@ -375,9 +375,17 @@ void tst_zoAssistantWallDialog::planesAreAddedAndRemoved()
     QCOMPARE(m_dialog->plan().planes[3].center.x, 2400.0);
     table->item(3, 6)->setData(Qt::EditRole, -30.0);
     QCOMPARE(m_dialog->plan().planes[3].yaw, -30.0);
+    QCOMPARE(m_dialog->plan().planes[3].name, QString());
+    table->item(3, 0)->setText("Floor");
+    QCOMPARE(m_dialog->plan().planes[3].name, QString("Floor"));
+    // The next one has the size and a name of its own.
+    find<QPushButton>("m_addPlane")->click();
+    QCOMPARE(m_dialog->plan().planes[3].name, QString("Floor"));
+    QCOMPARE(m_dialog->plan().planes[4].name, QString());
+    QCOMPARE(m_dialog->plan().planes[4].size.width(), m_dialog->plan().planes[3].size.width());
 
     table->setCurrentCell(0, 1);
-    for (int left = 3; left > 0; --left)
+    for (int left = 4; left > 0; --left)
         find<QPushButton>("m_removePlane")->click();
     QCOMPARE(int(m_dialog->plan().planes.size()), 1);
     QVERIFY(!find<QPushButton>("m_removePlane")->isEnabled());
