@@ -15,6 +15,7 @@ private slots:
     void localeOfANodeIsNoMatter_data();
     void localeOfANodeIsNoMatter();
     void displayThatCannotBeUsedIsNamed();
+    void serverWithoutItsStarterEndsInOrder();
 };
 
 namespace
@@ -107,6 +108,19 @@ void tst_zoServerProgram::displayThatCannotBeUsedIsNamed()
     QCOMPARE(server.exitCode(), 1);
     const QList<QByteArray> lines = server.readAllStandardError().trimmed().split('\n');
     QVERIFY2(lines.last().startsWith("the display :97531 cannot be used: "), lines.last().constData());
+}
+
+// Its locks are given back, and nothing has to end it by force.
+void tst_zoServerProgram::serverWithoutItsStarterEndsInOrder()
+{
+    QProcess server;
+    server.start(QStringLiteral(ZO_SERVER), {QStringLiteral("server")});
+    QVERIFY(server.waitForReadyRead(60000)); // it is there and reads
+    server.closeWriteChannel();
+    QVERIFY(server.waitForFinished(60000));
+
+    QCOMPARE(server.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(server.exitCode(), 0);
 }
 
 ZO_TEST_MAIN(tst_zoServerProgram)
