@@ -245,7 +245,9 @@ std::optional<zoHPCNumberExpression::State> zoHPCNumberExpression::typedState(QS
         return result.state == State::Acceptable && isOutside ? State::Intermediate : result.state;
     }
     // What is left would be taken for a separator between groups: a second mark, a blank, an apostrophe.
-    const auto isSeparator = [separator = QString(locale.groupSeparator()).front(), mark](QChar character) {
+    // By its type: what front() gives with Qt 5 is a way into the text, which is gone in the next line.
+    const QChar separator = QString(locale.groupSeparator()).front();
+    const auto isSeparator = [separator, mark](QChar character) {
         return character != mark && (character == separator || character.isSpace());
     };
     if (text.count(mark) > 1 || std::any_of(text.cbegin(), text.cend(), isSeparator))
