@@ -576,6 +576,12 @@ void tst_zohpcExport::whatCannotBeSaidIsListed_data()
     QTest::newRow("full-screen") << setup(s_plane, window("a", viewport("P"), "fullscreen=\"true\""))
                                  << QByteArray("for ParaView: full screen (1 windows) is not written: they "
                                                "open in their size at their place\n");
+    QTest::newRow("full-screen-behind-others")
+        << setup(s_plane, window("a", viewport("P")) + window("b", viewport("P"), "fullscreen=\"true\"") +
+                              window("a", viewport("P")) + window("b", viewport("P"), "fullscreen=\"true\""))
+        << QByteArray(
+               "for ParaView: full screen (2 windows) is not written: they open in their size at their "
+               "place\n");
     QTest::newRow("host-name") << setup(s_plane, window("a[1]", viewport("P")), R"(<node name="a[1]"/>)")
                                << QByteArray(
                                       "for Equalizer: the host name \"a[1]\" is written as \"a_1_\"\n");
