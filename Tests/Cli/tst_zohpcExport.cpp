@@ -110,6 +110,7 @@ private slots:
     void segmentsCoverTheirPartOfTheWall();
     void whatCannotBeSaidIsListed_data();
     void whatCannotBeSaidIsListed();
+    void fullScreenIsCountedBehindOtherWindows();
     void nothingToRenderIsAProblem();
     void wrongUsageIsTold();
 
@@ -558,6 +559,17 @@ void tst_zohpcExport::segmentsCoverTheirPartOfTheWall()
         "segment { channel \"Wall row:2 col:2\" viewport [ 0.4666667 0 0.5333333 0.5555556 ]"));
 }
 
+void tst_zohpcExport::fullScreenIsCountedBehindOtherWindows()
+{
+    const QByteArray full = window("b", viewport("P"), "fullscreen=\"true\"");
+    const QByteArray text =
+        setup(s_plane, window("a", viewport("P")) + full + window("a", viewport("P")) + full);
+
+    const zoCommandRun run = zoCommandRun::zohpc({"export", "--paraview", "-"}, text);
+
+    QVERIFY(run.errors.contains("full screen (2 windows) is not written"));
+}
+
 void tst_zohpcExport::whatCannotBeSaidIsListed_data()
 {
     QTest::addColumn<QByteArray>("text");
@@ -576,12 +588,6 @@ void tst_zohpcExport::whatCannotBeSaidIsListed_data()
     QTest::newRow("full-screen") << setup(s_plane, window("a", viewport("P"), "fullscreen=\"true\""))
                                  << QByteArray("for ParaView: full screen (1 windows) is not written: they "
                                                "open in their size at their place\n");
-    QTest::newRow("full-screen-behind-others")
-        << setup(s_plane, window("a", viewport("P")) + window("b", viewport("P"), "fullscreen=\"true\"") +
-                              window("a", viewport("P")) + window("b", viewport("P"), "fullscreen=\"true\""))
-        << QByteArray(
-               "for ParaView: full screen (2 windows) is not written: they open in their size at their "
-               "place\n");
     QTest::newRow("host-name") << setup(s_plane, window("a[1]", viewport("P")), R"(<node name="a[1]"/>)")
                                << QByteArray(
                                       "for Equalizer: the host name \"a[1]\" is written as \"a_1_\"\n");
