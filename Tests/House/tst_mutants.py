@@ -215,6 +215,13 @@ class MutantsTest(unittest.TestCase):
         self.assertIn("survived (no test runs it)", same.stdout)
         self.assertEqual(newer.returncode, 0, newer.stdout + newer.stderr)
 
+    def test_tests_that_are_about_a_file_are_known(self):
+        reach = {"a.cpp": {"functions": [[1, 2, ["tst_a", "tst_all"]], [4, 5, ["tst_a"]]]},
+                 "b.cpp": {"functions": [[1, 9, ["tst_all", "tst_b"]], [11, 12, ["tst_all"]]]}}
+
+        self.assertEqual(mutants.shares_of(reach, "a.cpp"), {"tst_a": 1, "tst_all": 1 / 3})
+        self.assertEqual(mutants.shares_of(reach, "c.cpp"), {})
+
     def test_copy_may_be_built_apart(self):
         self.begin(SUM, test_of("sum(2, 3) == 5"))
 
