@@ -73,6 +73,7 @@ zoHostStartPage::zoHostStartPage(zoHostRecentFiles* recent, QWidget* parent)
 {
     setObjectName(QStringLiteral("StartPage"));
     auto* icon = new QLabel(this);
+    icon->setObjectName(QStringLiteral("StartIcon"));
     icon->setPixmap(QIcon(QStringLiteral(":/host/zohost.svg")).pixmap(s_iconSize));
     auto* title = new QLabel(tr("<h2>Light up a wall</h2>"), this);
     auto* manual = new QLabel(

@@ -14,9 +14,11 @@
 #include <QCommandLinkButton>
 #include <QDir>
 #include <QFileDialog>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QSet>
 #include <QToolBar>
 #include <QTreeWidget>
 
@@ -47,6 +49,7 @@ private slots:
     void cleanup();
 
     void pageTakesThePlaceOfTheModule();
+    void pictureOfTheHostIsShown();
     void moduleListLeadsBack();
     void recentFileIsOpened();
     void recentListFollows();
@@ -122,6 +125,19 @@ void tst_zoHostStart::pageTakesThePlaceOfTheModule()
     QVERIFY(page()->isVisible());
     QVERIFY(!m_window->isVisible());
     QCOMPARE(m_host->windowTitle(), QStringLiteral("zohost"));
+}
+
+// Not a square of one colour.
+void tst_zoHostStart::pictureOfTheHostIsShown()
+{
+    const QImage picture = part<QLabel>("StartIcon")->grab().toImage();
+    QSet<QRgb> colors;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x)
+            colors << picture.pixel(x, y);
+    }
+
+    QVERIFY2(colors.size() > 4, qPrintable(QString::number(colors.size())));
 }
 
 void tst_zoHostStart::moduleListLeadsBack()
