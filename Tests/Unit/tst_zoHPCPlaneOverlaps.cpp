@@ -19,6 +19,7 @@ private slots:
     void cornersOfCavesDoNot();
     void flatWallsOverlapFromAnywhere_data();
     void flatWallsOverlapFromAnywhere();
+    void largePlaneOverlapsSmallOnes();
     void planesFarAwayDoNotCount_data();
     void planesFarAwayDoNotCount();
 
@@ -167,6 +168,28 @@ void tst_zoHPCPlaneOverlaps::planesFarAwayDoNotCount()
         QCOMPARE(QString("%1 %2 %3 %4").arg(reach.left).arg(reach.right).arg(reach.lower).arg(reach.upper),
                  QString("0 0 0 0"));
     }
+}
+
+// One that is a thousand times as wide as the others overlaps its neighbour, and its neighbour overlaps it.
+void tst_zoHPCPlaneOverlaps::largePlaneOverlapsSmallOnes()
+{
+    const auto plane = [](double left, double right) {
+        return zoHPCPlane{{left, 0, -2000}, {right, 0, -2000}, {right, 100, -2000}};
+    };
+    std::vector<zoHPCPlane> row{plane(0, 100), plane(80, 100080)};
+    for (int i = 1; i <= 20; ++i)
+        row.push_back(plane(-200 * i, -200 * i + 100));
+    const zoHPCPlaneOverlaps overlaps(row);
+
+    const zoHPCPlaneOverlaps::Reach small = overlaps.over(row[0]);
+    const zoHPCPlaneOverlaps::Reach large = overlaps.over(row[1]);
+    const zoHPCPlaneOverlaps::Reach alone = overlaps.over(row[2]);
+
+    QVERIFY(qAbs(small.right - 0.2) < 1e-9);
+    QCOMPARE(small.left, 0.0);
+    QVERIFY(qAbs(large.left - 0.0002) < 1e-9);
+    QCOMPARE(large.right, 0.0);
+    QCOMPARE(alone.left + alone.right, 0.0);
 }
 
 ZO_TEST_MAIN(tst_zoHPCPlaneOverlaps)
