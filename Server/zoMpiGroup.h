@@ -61,8 +61,8 @@ private:
         int rank = 0;
         qint64 process = 0; // on its machine; 0 before its HELLO
         bool hasGreeted = false;
-        int ticks =
-            0; // of the relay's beat since it was heard of; before its HELLO of ours since the job was started
+        // Of the relay's beat since it was heard of; before its HELLO of ours since the job was started.
+        int ticks = 0;
     };
 
     void restartSoon();
