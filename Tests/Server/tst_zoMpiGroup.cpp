@@ -211,7 +211,8 @@ void tst_zoMpiGroup::hungServerIsNamedAndOthersGoOn()
     QTRY_VERIFY_WITH_TIMEOUT(::kill(hung, 0) == -1, s_limitMs);
 }
 
-// What mpirun passes on, piece by piece: d is a message of server 1, + signs of both, - signs of server 1 alone.
+// What mpirun passes on, piece by piece: d is a message of server 1, h the HELLO of server 2, which comes at once where
+// there is none, + signs of both, - signs of server 1 alone.
 void tst_zoMpiGroup::silenceIsCountedByTheRelay_data()
 {
     QTest::addColumn<QString>("pieces");
@@ -219,6 +220,8 @@ void tst_zoMpiGroup::silenceIsCountedByTheRelay_data()
 
     // The signs wait behind what server 1 sends, on a busy machine for long.
     QTest::newRow("much-of-another") << "+dddddddddddddddddddd+" << false;
+    // It has its time to start, which is longer.
+    QTest::newRow("before-its-hello") << "------------h+" << false;
     QTest::newRow("for-a-moment") << "+----+----+" << false;
     QTest::newRow("for-long") << "+-----" << true;
     QTest::newRow("for-long-beside-much-of-another") << "+d-d-d-d-dd-" << true;
@@ -246,13 +249,16 @@ void tst_zoMpiGroup::silenceIsCountedByTheRelay()
         return inner.packed(whole).encoded();
     };
     const zoServerMessage hello = zoServerHello::own().message();
-    write(QStringLiteral("0"), hello.encoded() + say({1}, "RANK", hello) + say({2}, "RANK", hello));
-    for (int i = 0; i < pieces.size(); ++i) {
-        write(QString::number(i + 1),
-              pieces[i] == QLatin1Char('d')
-                  ? say({1}, "RANK", {"DATA", "x"})
-                  : say(pieces[i] == QLatin1Char('+') ? QList<int>({1, 2}) : QList<int>({1}), "SIGNS", {}));
-    }
+    const QByteArray helloOf2 = say({2}, "RANK", hello);
+    const bool isLate = pieces.contains(QLatin1Char('h'));
+    write(QStringLiteral("0"),
+          hello.encoded() + say({1}, "RANK", hello) + (isLate ? QByteArray() : helloOf2));
+    const QHash<QChar, QByteArray> said{{'d', say({1}, "RANK", {"DATA", "x"})},
+                                        {'h', helloOf2},
+                                        {'+', say({1, 2}, "SIGNS", {})},
+                                        {'-', say({1}, "SIGNS", {})}};
+    for (int i = 0; i < pieces.size(); ++i)
+        write(QString::number(i + 1), said.value(pieces[i]));
     write(QString::number(pieces.size() + 1), say({1}, "RANK", {"DONE", {}}));
     const QByteArray path = qgetenv("PATH");
     const auto restore = qScopeGuard([&path] { qputenv("PATH", path); });
