@@ -5,10 +5,12 @@ import hashlib
 import importlib.machinery
 import importlib.util
 import json
+import os
 import pathlib
 import shutil
 import subprocess
 import tempfile
+import threading
 import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
@@ -221,6 +223,56 @@ class MutantsTest(unittest.TestCase):
 
         self.assertEqual(mutants.shares_of(reach, "a.cpp"), {"tst_a": 1, "tst_all": 1 / 3})
         self.assertEqual(mutants.shares_of(reach, "c.cpp"), {})
+
+    def test_workers_try_lines_side_by_side(self):
+        # What is broken waits for the other, and nobody notices it if that does not come.
+        folder = self.folder.name
+        waits = "".join(f"""    if (!({claim})) {{
+        for (int i = 0; i < 1000; ++i) {{
+            if (!std::system("touch '{folder}/{mine}' && test -e '{folder}/{other}'"))
+                return 1;
+            std::system("sleep 0.01");
+        }}
+    }}
+""" for claim, mine, other in (("sum(2, 1) == 3", "sum", "larger"), ("larger(2, 3) == 3", "larger", "sum")))
+        self.begin(SUM + LARGER, ENVIRONMENT + waits + "    return 0;\n}\n")
+        self.write("CMakeLists.txt", CMAKE.replace("TIMEOUT 5", "TIMEOUT 60"))
+        options = ("--seed", self.seed_for("return a - b;", "if (!(a > b))"), "--count", "2", "--workers", "2")
+
+        done = self.mutants(*options)
+
+        self.assertEqual(done.returncode, 0, done.stdout + done.stderr)
+        self.assertIn("2 killed, 0 of them by time; 0 survived", done.stdout)
+        tried = [line for line in done.stdout.split("\n") if line.startswith("killed ")]
+        self.assertEqual(len(tried), 2)
+        self.assertTrue((self.root / "build/mutants/tree-2").is_dir())
+        self.assertNotRegex(self.mutants(*options).stdout, r"\d s  Kernel")
+
+    def test_test_that_wants_to_be_alone_is(self):
+        state, mutants.STATE = mutants.STATE, pathlib.Path(self.folder.name)
+        try:
+            for properties, others in (({}, "passed"), ({"RUN_SERIAL": True}, "failed"), ({"RESOURCE_LOCK": ["x"]}, "failed")):
+                command = ["flock", "--shared", "--nonblock", self.folder.name + "/alone.lock", "true"]
+                entry = {"name": "tst_alone", "command": command,
+                         "properties": [{"name": name, "value": value} for name, value in properties.items()]}
+                entry["properties"].append({"name": "WORKING_DIRECTORY", "value": self.folder.name})
+
+                result = mutants.Test(entry, {}, self.root, 30).run(threading.Event())
+
+                self.assertEqual(result, others, properties)
+        finally:
+            mutants.STATE = state
+
+    def test_what_passed_since_the_last_change_is_not_asked_again(self):
+        self.begin(SUM, test_of("sum(2, 3) == 5"))
+        log = self.root / "build/release/Testing/Temporary/LastTest.log"
+        self.assertEqual(mutants.passed_in(self.root / "build/release", self.root), [])
+        log.parent.mkdir(parents=True)
+        log.write_text("1/2 Testing: tst_numbers\n1/2 Test: tst_numbers\nTest Passed.\n2/2 Testing: tst_more\nTest Failed.\n")
+
+        self.assertEqual(mutants.passed_in(self.root / "build/release", self.root), ["tst_numbers"])
+        os.utime(self.root / "Kernel/numbers.cpp", (log.stat().st_mtime + 1,) * 2)
+        self.assertEqual(mutants.passed_in(self.root / "build/release", self.root), [])
 
     def test_copy_may_be_built_apart(self):
         self.begin(SUM, test_of("sum(2, 3) == 5"))
