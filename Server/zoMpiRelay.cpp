@@ -16,6 +16,8 @@
 namespace
 {
 constexpr int s_leaveMs = 1000;
+// Between looks at how much the servers took.
+constexpr int s_waitMs = 1;
 constexpr int s_brokenJob = 4;
 // Bytes under way on one side that make the other side wait.
 constexpr qint64 s_mostBytes = 8 * qint64(1024 * 1024);
@@ -24,8 +26,9 @@ constexpr qint64 s_mostBytes = 8 * qint64(1024 * 1024);
 zoMpiRelay::zoMpiRelay(std::unique_ptr<zoServerChannel> channel, QObject* parent)
     : QObject(parent), m_channel(std::move(channel)), m_link(zoPipeLink::Watch::Beats)
 {
-    connect(&m_link, &zoServerLink::received, this, &zoMpiRelay::obey);
+    connect(&m_link, &zoServerLink::received, this, &zoMpiRelay::take);
     connect(&m_link, &zoServerLink::closed, this, &zoMpiRelay::quit);
+    connect(&m_wait, &QTimer::timeout, this, &zoMpiRelay::obeySome);
     connect(&m_beat, &QTimer::timeout, this, &zoMpiRelay::beat);
 }
 
@@ -67,12 +70,38 @@ QList<int> zoMpiRelay::servers() const
     return ranks;
 }
 
-void zoMpiRelay::obey(const zoServerMessage& message)
+// The end does not wait for servers that hang.
+void zoMpiRelay::take(const zoServerMessage& message)
 {
     if (message.verb == "QUIT") {
         quit();
         return;
     }
+    m_orders.push_back(message);
+    obeySome();
+}
+
+// A rank that hangs takes nothing: what is for others waits behind it, and the head, too, until it is told by the signs
+// who that is, and ends the job.
+void zoMpiRelay::obeySome()
+{
+    while (!m_orders.empty() && m_channel->bytesToSend() <= s_mostBytes) {
+        const zoServerMessage message = m_orders.front();
+        m_orders.pop_front();
+        obey(message);
+    }
+    const bool waits = !m_orders.empty();
+    if (waits == m_wait.isActive())
+        return;
+    m_link.setHeld(waits);
+    if (waits)
+        m_wait.start(s_waitMs);
+    else
+        m_wait.stop();
+}
+
+void zoMpiRelay::obey(const zoServerMessage& message)
+{
     zoRankMessage inner;
     if (message.verb != "RANKS" || !inner.unpack(message))
         return;
@@ -95,15 +124,13 @@ void zoMpiRelay::pass(const QList<int>& ranks, const zoServerMessage& message)
         if (rank > 0)
             m_channel->send(rank, bytes);
     }
-    // A rank that hangs does not take them; whoever is told that it is lost ends the job.
-    waitUntil([this] { return m_channel->bytesToSend() <= s_mostBytes; });
 }
 
 // Servers that are not told anything for long end themselves: the beat of theirs goes on meanwhile. That of the head
 // does not: it tells who was heard, and nobody is until the event loop turns again.
-void zoMpiRelay::waitUntil(const std::function<bool()>& isDone)
+void zoMpiRelay::waitForHead()
 {
-    while (!isDone()) {
+    while (!m_link.hasSent(s_mostBytes)) {
         if (m_sinceBeat.hasExpired(zoServerBeat::Interval))
             beatServers();
         QThread::usleep(100);
@@ -124,7 +151,7 @@ void zoMpiRelay::hear(int rank, const QByteArray& bytes)
         std::fprintf(stderr, "a message of rank %d is too long to be passed on\n", rank);
     else
         m_link.send(whole);
-    waitUntil([this] { return m_link.hasSent(s_mostBytes); });
+    waitForHead();
 }
 
 void zoMpiRelay::beat()

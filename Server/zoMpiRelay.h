@@ -2,13 +2,15 @@
 
 #include "zoPipeLink.h"
 
+#include <zoServerMessage.h>
+
 #include <QElapsedTimer>
 #include <QList>
 #include <QObject>
 #include <QSet>
 #include <QTimer>
 
-#include <functional>
+#include <deque>
 #include <memory>
 
 class zoServerChannel;
@@ -30,17 +32,21 @@ public:
     bool open();
 
 private:
+    void take(const zoServerMessage& message);
+    void obeySome();
     void obey(const zoServerMessage& message);
     void pass(const QList<int>& ranks, const zoServerMessage& message);
     void hear(int rank, const QByteArray& bytes);
     void beat();
     void beatServers();
-    void waitUntil(const std::function<bool()>& isDone);
+    void waitForHead();
     void quit();
     QList<int> servers() const;
 
     std::unique_ptr<zoServerChannel> m_channel;
     zoPipeLink m_link;
+    std::deque<zoServerMessage> m_orders; // of the head, that wait for the servers
+    QTimer m_wait;
     QTimer m_beat;
     QElapsedTimer m_sinceBeat; // of the servers
     QSet<int> m_heard;

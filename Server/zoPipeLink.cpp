@@ -101,6 +101,17 @@ bool zoPipeLink::hasSent(qint64 bytes)
     return isSent(bytes);
 }
 
+void zoPipeLink::setHeld(bool isHeld)
+{
+    m_isHeld = isHeld;
+    wake();
+}
+
+bool zoPipeLink::reads() const
+{
+    return !m_isHeld && m_undelivered < s_mostUndelivered;
+}
+
 bool zoPipeLink::isSent(qint64 bytes) const
 {
     return m_queued <= bytes || m_isAlone;
@@ -123,7 +134,7 @@ void zoPipeLink::run()
     while (!m_isEnding) {
         const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(next - Clock::now()).count();
         pollfd files[3] = {{m_wake[0], POLLIN, 0},
-                           {isOpen && m_undelivered < s_mostUndelivered ? s_input : -1, POLLIN, 0},
+                           {isOpen && reads() ? s_input : -1, POLLIN, 0},
                            {wantsToWrite && !m_isAlone ? s_output : -1, POLLOUT, 0}};
         const int ready = poll(files, 3, int(std::clamp<qint64>(left, 0, zoServerBeat::Interval)));
         if (ready > 0 && files[0].revents != 0)
@@ -234,8 +245,7 @@ void zoPipeLink::tick()
             _exit(s_exitAlone);
         return;
     }
-    if (m_isWatching && m_undelivered < s_mostUndelivered &&
-        ++m_silence > zoServerBeat::TicksUntilAlone + m_allowedSilence) {
+    if (m_isWatching && reads() && ++m_silence > zoServerBeat::TicksUntilAlone + m_allowedSilence) {
         beAlone();
         return;
     }

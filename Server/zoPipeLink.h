@@ -31,12 +31,15 @@ public:
     void waitForSent(qint64 bytes) override;
     // Whether that would not wait.
     bool hasSent(qint64 bytes);
+    // While held, nothing more is read than what came already: whoever sends waits.
+    void setHeld(bool isHeld);
 
     void expectWork(int milliseconds) override;
 
 private:
     void run();
     bool readSome();
+    bool reads() const;
     void tick();
     void beAlone();
     void queue(const QByteArray& bytes);
@@ -58,7 +61,8 @@ private:
     std::atomic<qint64> m_undelivered{0}; // bytes that wait for the event loop
     std::atomic<int> m_turn{0};           // of the event loop
     std::atomic<int> m_patience{0};       // intervals that the loop may take
-    std::atomic<bool> m_isAlone{false};   // nobody reads what is written
+    std::atomic<bool> m_isHeld{false};
+    std::atomic<bool> m_isAlone{false}; // nobody reads what is written
     // Of the thread alone.
     class zoServerMessageReader* m_reader = nullptr;
     bool m_isWatching = false;

@@ -33,6 +33,7 @@ private slots:
     void serverLeaves();
     void killedServerIsNamedAndOthersGoOn();
     void hungServerIsNamedAndOthersGoOn();
+    void hungServerIsNamedWhileMuchWaitsForIt();
     void silenceIsCountedByTheRelay_data();
     void silenceIsCountedByTheRelay();
     void missingProgramLeavesItToPipes();
@@ -58,6 +59,8 @@ private:
 namespace
 {
 constexpr int s_limitMs = 60000;
+constexpr int s_blocks = 32;
+constexpr int s_blockSize = 1024 * 1024;
 
 QStringList foldersOfJobs()
 {
@@ -209,6 +212,24 @@ void tst_zoMpiGroup::hungServerIsNamedAndOthersGoOn()
     QCOMPARE(m_ended.value(2), QString::fromLatin1(zoNodeReason::Silent));
     QTRY_VERIFY_WITH_TIMEOUT(hasGreeted({0, 1}), s_limitMs);
     QTRY_VERIFY_WITH_TIMEOUT(::kill(hung, 0) == -1, s_limitMs);
+}
+
+// As in the middle of a speed test: more waits for it than the relay keeps.
+void tst_zoMpiGroup::hungServerIsNamedWhileMuchWaitsForIt()
+{
+    start({0, 1, 2});
+    QSignalSpy notes(m_group.get(), &zoMpiGroup::note);
+    const auto hung = pid_t(m_processes.value(2));
+    QCOMPARE(::kill(hung, SIGSTOP), 0);
+    const zoServerMessage block{"DATA", QByteArray(s_blockSize, 'x')};
+    for (int i = 0; i < s_blocks; ++i)
+        m_group->send({2}, block);
+    QTRY_VERIFY_WITH_TIMEOUT(!m_ended.isEmpty() || !notes.isEmpty(), s_limitMs);
+    QCOMPARE(m_ended.keys(), QList<int>{2});
+    QCOMPARE(m_ended.value(2), QString::fromLatin1(zoNodeReason::Silent));
+    QTRY_VERIFY_WITH_TIMEOUT(hasGreeted({0, 1}), s_limitMs);
+    QTRY_VERIFY_WITH_TIMEOUT(::kill(hung, 0) == -1, s_limitMs);
+    QCOMPARE(notes.count(), 0); // neither mpirun nor the relay is to blame
 }
 
 // What mpirun passes on, piece by piece: d is a message of server 1, h the HELLO of server 2, which comes at once where

@@ -25,9 +25,10 @@ private slots:
 
     void floodIsPassedOnAndServersLive();
     void serverThatTakesNothingLetsTheOtherLive();
+    void muchWaitsForAServerThatTakesNothing();
 
 private:
-    void tell(const QByteArray& verb);
+    void tell(const QByteArray& verb, const QByteArray& payload = QByteArray());
     bool read();
 
     QTemporaryDir m_folder;
@@ -37,6 +38,8 @@ private:
     int m_output = -1; // of the relay, as the head has it; read when the test wants to
     int m_beats = 0;   // that server 2 got
     int m_blocks = 0;  // of server 1
+    int m_signs = 0;   // messages of signs
+    int m_count = -1;  // that server 1 said
     bool m_isTaken = false;
     zoServerMessageReader m_reader{zoServerMessageReader::Start::AfterNoise};
 };
@@ -46,6 +49,8 @@ namespace
 constexpr int s_limitMs = 60000;
 constexpr int s_beats = 10;
 constexpr int s_blocks = 12;
+constexpr int s_manyBlocks = 64;
+constexpr int s_blockSize = 1024 * 1024;
 } // namespace
 
 void tst_zoMpiRelay::initTestCase()
@@ -69,6 +74,8 @@ void tst_zoMpiRelay::init()
     QVERIFY(m_output >= 0);
     m_beats = 0;
     m_blocks = 0;
+    m_signs = 0;
+    m_count = -1;
     m_isTaken = false;
     m_reader = zoServerMessageReader(zoServerMessageReader::Start::AfterNoise);
     m_relay.setStandardOutputFile(QFile::decodeName(fifo));
@@ -87,11 +94,11 @@ void tst_zoMpiRelay::cleanup()
     zoTestCase::cleanup();
 }
 
-void tst_zoMpiRelay::tell(const QByteArray& verb)
+void tst_zoMpiRelay::tell(const QByteArray& verb, const QByteArray& payload)
 {
     zoRankMessage inner;
     inner.ranks = {1};
-    inner.message.verb = verb;
+    inner.message = {verb, payload};
     m_relay.write(inner.packed("RANKS").encoded());
 }
 
@@ -105,10 +112,13 @@ bool tst_zoMpiRelay::read()
     zoServerMessage message;
     while (m_reader.next(message) == zoServerMessageReader::Outcome::Message) {
         zoRankMessage inner;
+        m_signs += message.verb == "SIGNS" ? 1 : 0;
         if (message.verb != "RANK" || !inner.unpack(message))
             continue;
         m_blocks += inner.message.verb == "DATA" ? 1 : 0;
         m_isTaken = m_isTaken || inner.message.verb == "TAKEN";
+        if (inner.message.verb == "COUNT")
+            m_count = inner.message.payload.toInt();
     }
     return m_blocks == s_blocks || m_isTaken;
 }
@@ -133,6 +143,26 @@ void tst_zoMpiRelay::serverThatTakesNothingLetsTheOtherLive()
 
     QTRY_VERIFY_WITH_TIMEOUT(read(), s_limitMs);
     QVERIFY(m_isTaken);
+    // Who takes nothing is told to the head meanwhile: nobody else could name it.
+    QVERIFY2(m_signs >= s_beats, qPrintable(QString::number(m_signs)));
+}
+
+// The relay keeps some of it, the rest waits where it comes from; nothing of it is lost.
+void tst_zoMpiRelay::muchWaitsForAServerThatTakesNothing()
+{
+    tell("HOLD");
+    for (int i = 0; i < s_manyBlocks; ++i)
+        tell("DATA", QByteArray(s_blockSize, 'x'));
+    tell("COUNT");
+    const int beats = m_beats;
+
+    QTRY_VERIFY_WITH_TIMEOUT(m_beats >= beats + s_beats / 2, s_limitMs);
+    QVERIFY2(m_relay.bytesToWrite() > s_manyBlocks / 2 * qint64(s_blockSize),
+             qPrintable(QString::number(m_relay.bytesToWrite())));
+
+    QTRY_VERIFY_WITH_TIMEOUT(read() && m_count >= 0, s_limitMs);
+    QVERIFY(m_isTaken);
+    QCOMPARE(m_count, s_manyBlocks);
 }
 
 ZO_TEST_MAIN(tst_zoMpiRelay)

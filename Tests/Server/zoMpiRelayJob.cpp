@@ -1,5 +1,6 @@
 // The relay of a job of two servers, without MPI. Server 1 sends many bytes when it is told FLOOD, and takes nothing from
-// HOLD on until server 2 got ten beats more. Server 2 says each beat on standard error.
+// HOLD on until server 2 got ten beats more; told COUNT, it says how many DATA it got. Server 2 says each beat on
+// standard error.
 
 #include <zoMpiRelay.h>
 #include <zoServerChannel.h>
@@ -35,6 +36,10 @@ public:
         } else if (message.startsWith("HOLD ")) {
             m_held = 2 * s_blocks * qint64(s_blockSize);
             m_beats = s_beats;
+        } else if (message.startsWith("DATA ")) {
+            ++m_count;
+        } else if (message.startsWith("COUNT ")) {
+            deliver(zoServerMessage{"COUNT", QByteArray::number(m_count)}.encoded());
         } else if (rank == 2 && message.startsWith("BEAT ")) {
             std::fputs("beat\n", stderr);
             if (m_beats > 0 && --m_beats == 0) {
@@ -58,6 +63,7 @@ private:
     Handlers m_handlers;
     qint64 m_held = 0;
     int m_beats = 0;
+    int m_count = 0; // of DATA
 };
 } // namespace
 
