@@ -105,6 +105,8 @@ void tst_zoHPCNumberExpression::isNotRead_data()
     QTest::newRow("two-marks") << "1,234.5" << Unit::None << Invalid;
     QTest::newRow("two-operators") << "1**2" << Unit::None << Invalid;
     QTest::newRow("exponent") << "1e3" << Unit::Millimetre << Invalid;
+    QTest::newRow("raised") << QStringLiteral("5\u00b2*3") << Unit::None << Invalid;
+    QTest::newRow("raised-with-unit") << QStringLiteral("5\u00b2 m") << Unit::Millimetre << Invalid;
     QTest::newRow("deep") << QString(1000, QLatin1Char('(')) << Unit::None << Invalid;
     QTest::newRow("deep-within-the-length") << QString(100, QLatin1Char('(')) << Unit::None << Invalid;
     QTest::newRow("long") << QString(100000, QLatin1Char('1')) << Unit::None << Invalid;

@@ -147,7 +147,8 @@ private:
         bool hasDigit = false;
         for (; !isAtEnd(); ++m_at) {
             const QChar character = m_text.at(m_at);
-            if (character.digitValue() >= 0) {
+            // A raised one has a value, too.
+            if (character.isDigit()) {
                 digits += QChar(QLatin1Char(char('0' + character.digitValue())));
                 hasDigit = true;
             } else if (!hasMark && zoHPCNumberExpression::isDecimalMark(character)) {
