@@ -27,36 +27,52 @@ struct Plugin
 {
     int qt = QT_VERSION_MAJOR;
     QJsonObject content;
+    bool hasMark = false;
+    bool isReadable = false; // what stands behind one of the marks
 };
 
-// A plug-in for another major version of Qt, whose metadata QPluginLoader does not find or warns of.
-bool readOtherQt(const QString& fileName, Plugin& plugin)
+// Whether there is metadata that can be read. That for another major version of Qt is taken: QPluginLoader does not find
+// it or warns of it.
+void lookFor(const QString& fileName, Plugin& plugin)
 {
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly))
-        return false;
+        return;
     const uchar* const begin = file.map(0, file.size());
     if (begin == nullptr)
-        return false;
+        return;
     const uchar* const end = begin + file.size();
-    const uchar* const found = std::search(begin, end, s_mark, s_mark + s_markSize);
-    if (end - found < s_headSize || found[s_markSize] != 0 || found[s_markSize + 1] == QT_VERSION_MAJOR)
-        return false;
-    plugin.qt = found[s_markSize + 1];
-    const auto size = std::min<qint64>(end - found - s_headSize, s_most);
-    const QCborMap map =
-        QCborValue::fromCbor(QByteArray(reinterpret_cast<const char*>(found) + s_headSize, int(size)))
-            .toMap();
-    plugin.content = {{QStringLiteral("IID"), map.value(s_iidKey).toString()},
-                      {QStringLiteral("MetaData"), map.value(s_moduleKey).toJsonValue()}};
-    return true;
+    const auto nextMark = [end](const uchar* from) {
+        return std::search(from, end, s_mark, s_mark + s_markSize);
+    };
+    for (const uchar* mark = nextMark(begin); mark != end && !plugin.isReadable;
+         mark = nextMark(mark + s_markSize)) {
+        plugin.hasMark = true;
+        if (end - mark <= s_headSize)
+            break;
+        const QByteArray bytes =
+            QByteArray::fromRawData(reinterpret_cast<const char*>(mark) + s_headSize,
+                                    int(std::min<qint64>(end - mark - s_headSize, s_most)));
+        const QCborMap map = QCborValue::fromCbor(bytes).toMap();
+        const QString iid = map.value(s_iidKey).toString();
+        plugin.isReadable = !iid.isEmpty();
+        if (!plugin.isReadable || mark[s_markSize] != 0 || mark[s_markSize + 1] == QT_VERSION_MAJOR)
+            continue;
+        plugin.qt = mark[s_markSize + 1];
+        plugin.content = {{QStringLiteral("IID"), iid},
+                          {QStringLiteral("MetaData"), map.value(s_moduleKey).toJsonValue()}};
+    }
 }
 
 Plugin readPlugin(const QString& fileName)
 {
     Plugin plugin;
     // Qt 6 warns that it cannot look into an empty file; what is wrong with it, the system says when it loads it.
-    if (QFileInfo(fileName).size() == 0 || readOtherQt(fileName, plugin))
+    if (QFileInfo(fileName).size() == 0)
+        return plugin;
+    lookFor(fileName, plugin);
+    const bool isUnreadable = plugin.hasMark && !plugin.isReadable; // which Qt warns of
+    if (isUnreadable || !plugin.content.isEmpty())
         return plugin;
     QPluginLoader loader;
     // Else Qt remembers of the file that it stays in memory for ever.
@@ -75,6 +91,7 @@ zoModuleMetadata zoModuleMetadata::read(const QString& fileName)
     zoModuleMetadata metadata;
     metadata.m_iid = plugin.content.value(QStringLiteral("IID")).toString();
     metadata.m_qt = plugin.qt;
+    metadata.m_isDamaged = plugin.hasMark && !metadata.isPresent();
     metadata.m_name = module.value(QStringLiteral("name")).toString();
     metadata.m_version = module.value(QStringLiteral("version")).toString();
     metadata.m_licence = module.value(QStringLiteral("licence")).toString();
@@ -85,11 +102,14 @@ zoModuleMetadata zoModuleMetadata::read(const QString& fileName)
     const QString file = QFileInfo(fileName).canonicalFilePath();
     if (metadata.isPresent())
         known.insert(file, metadata);
-    return metadata.isPresent() ? metadata : known.value(file);
+    return known.value(file, metadata);
 }
 
 QString zoModuleMetadata::refusal() const
 {
+    // Without it nobody knows whether its code fits.
+    if (m_isDamaged)
+        return tr("The file is damaged: what it says of itself cannot be read. Install or copy it anew");
     if (!isPresent())
         return {};
     if (m_iid != QLatin1String(ZO_MODULE_IID))

@@ -29,4 +29,5 @@ private:
     QString m_licence;
     int m_interfaceVersion = 0;
     int m_qt = 0; // major version
+    bool m_isDamaged = false;
 };

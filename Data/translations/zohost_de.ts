@@ -1737,6 +1737,10 @@ Das Protokoll nennt den Grund.</translation>
         <source>%1 was built with Qt %2, this host with Qt %3: install the module for this host</source>
         <translation>%1 wurde mit Qt %2 gebaut, dieser Host mit Qt %3: installieren Sie das Modul für diesen Host</translation>
     </message>
+    <message>
+        <source>The file is damaged: what it says of itself cannot be read. Install or copy it anew</source>
+        <translation>Die Datei ist beschädigt: was sie von sich sagt, ist nicht lesbar. Neu installieren oder kopieren</translation>
+    </message>
 </context>
 <context>
     <name>zoNodeClusterService</name>

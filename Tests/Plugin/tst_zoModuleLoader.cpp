@@ -145,6 +145,8 @@ private slots:
     void moduleOfThisInterfaceIsLoaded();
     void moduleOfAnotherInterfaceIsRefusedBeforeItsCodeRuns_data();
     void moduleOfAnotherInterfaceIsRefusedBeforeItsCodeRuns();
+    void moduleWithDamagedMetadataIsRefusedBeforeItsCodeRuns_data();
+    void moduleWithDamagedMetadataIsRefusedBeforeItsCodeRuns();
 
 private:
     std::unique_ptr<Host> m_host;
@@ -450,6 +452,45 @@ void tst_zoModuleLoader::moduleOfAnotherInterfaceIsRefusedBeforeItsCodeRuns()
     QCOMPARE(qgetenv("ZO_TELLTALE"), QByteArray());
     QVERIFY(!isMapped(file));
     QCOMPARE(m_host->loader->loadedFiles(), QStringList());
+}
+
+void tst_zoModuleLoader::moduleWithDamagedMetadataIsRefusedBeforeItsCodeRuns_data()
+{
+    QTest::addColumn<int>("at"); // behind the mark
+    QTest::addColumn<QByteArray>("bytes");
+    constexpr int Begin = 16;
+
+    QTest::newRow("no-map") << Begin << QByteArray(1, '\0');
+    QTest::newRow("broken-stream") << Begin << QByteArray(1, '\xff');
+    QTest::newRow("nothing-whole") << Begin + 1 << QByteArray(64, '\xff');
+}
+
+void tst_zoModuleLoader::moduleWithDamagedMetadataIsRefusedBeforeItsCodeRuns()
+{
+    QFETCH(int, at);
+    QFETCH(QByteArray, bytes);
+    QFile good(fixture("zoSameInterfaceModule"));
+    QVERIFY(good.open(QIODevice::ReadOnly));
+    QByteArray module = good.readAll();
+    const int mark = module.indexOf("QTMETADATA !");
+    if (mark < 0)
+        QSKIP("this Qt marks metadata in another way");
+    module.replace(mark + at, bytes.size(), bytes);
+    const QTemporaryDir directory;
+    QFile damaged(directory.filePath(QStringLiteral("damaged.so")));
+    QVERIFY(damaged.open(QIODevice::WriteOnly));
+    damaged.write(module);
+    damaged.close();
+    qunsetenv("ZO_TELLTALE");
+    expectMessage(
+        QtCriticalMsg,
+        QRegularExpression(QStringLiteral("^Unable to load module %1: The file is damaged: what it says")
+                               .arg(QRegularExpression::escape(damaged.fileName()))));
+
+    QVERIFY(!m_host->loader->load(damaged.fileName()));
+
+    QCOMPARE(qgetenv("ZO_TELLTALE"), QByteArray());
+    QVERIFY(!isMapped(damaged.fileName()));
 }
 
 ZO_TEST_MAIN(tst_zoModuleLoader)
