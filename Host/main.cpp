@@ -8,10 +8,14 @@
 
 #include <QApplication>
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 
 namespace
 {
+constexpr int s_notPrinted = 1;
+
 // Nobody watches a non-interactive session, so it needs no display.
 void chooseOffscreenWithoutDisplay()
 {
@@ -32,6 +36,15 @@ zoHostOptions::Result readCommandLine(int& argc, char** argv)
     const zoHostTranslations translations(zoHostOptions::parse(arguments).options.language);
     return zoHostOptions::parse(arguments);
 }
+
+// Of a help that nobody got a script must not think that it has it.
+bool isPrinted()
+{
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)
+        return true;
+    std::fprintf(stderr, "zohost: standard output: %s\n", std::strerror(errno));
+    return false;
+}
 } // namespace
 
 int main(int argc, char** argv)
@@ -44,7 +57,7 @@ int main(int argc, char** argv)
     std::fputs(commandLine.standardOutput.toLocal8Bit().constData(), stdout);
     std::fputs(commandLine.standardError.toLocal8Bit().constData(), stderr);
     if (!commandLine.run)
-        return commandLine.exitCode;
+        return isPrinted() ? commandLine.exitCode : s_notPrinted;
     zoUserFolder::provide();
     if (commandLine.options.nonInteractive)
         chooseOffscreenWithoutDisplay();

@@ -21,7 +21,9 @@
 #include <QPointer>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 
 namespace
 {
@@ -287,15 +289,21 @@ void zoHostSession::finish()
     if (m_ended || (!m_options.nonInteractive && !m_window->close()))
         return;
     m_ended = true;
-    QCoreApplication::exit(0);
+    QCoreApplication::exit(m_isOutputLost ? s_sessionFailed : 0);
 }
 
-void zoHostSession::print(const QString& line) const
+// A wall stays lit when the disk that its log goes to is full.
+void zoHostSession::print(const QString& line)
 {
     if (!m_options.nonInteractive)
         return;
-    std::fprintf(stdout, "%s\n", line.toUtf8().constData());
-    std::fflush(stdout);
+    const bool isPrinted =
+        std::fprintf(stdout, "%s\n", line.toUtf8().constData()) >= 0 && std::fflush(stdout) == 0;
+    if (isPrinted || m_isOutputLost)
+        return;
+    m_isOutputLost = true;
+    const QString reason = errno == EBADF ? tr("it is closed") : QString::fromLocal8Bit(std::strerror(errno));
+    zoLog::error(tr("Unable to write to standard output: %1").arg(reason));
 }
 
 void zoHostSession::fail(const QString& reason)

@@ -10,7 +10,8 @@ class zoHostMainWindow;
 
 // The session that the command line asks for: loads the configuration, starts the cluster, follows it, takes
 // the picture and ends the program. Goes on by signals and queued calls, one step after the other. A
-// non-interactive session prints its steps on standard output and exits with 1 at the first step that fails.
+// non-interactive session prints its steps on standard output and exits with 1 at the first step that fails;
+// where they cannot be printed it goes on, and exits with 1.
 // Steps are English in every language, so that scripts know them, but for what the service says of a
 // progress.
 class zoHostSession final : public QObject
@@ -38,7 +39,7 @@ private:
     void takeScreenshot();
     void finish();
 
-    void print(const QString& line) const;
+    void print(const QString& line);
     void printNode(const QString& id);
     void fail(const QString& reason);
     void then(void (zoHostSession::*step)());
@@ -48,5 +49,6 @@ private:
     zoClusterService* m_cluster;
     QString m_whyForeign; // the file that was loaded last can be read, and is no configuration
     bool m_ended = false;
+    bool m_isOutputLost = false;
     bool m_wasRunning = false;
 };

@@ -15,6 +15,7 @@
 #include <QFile>
 #include <QGuiApplication>
 
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstring>
@@ -143,6 +144,15 @@ int runServer(int argc, char** argv)
     server.open();
     return QCoreApplication::exec();
 }
+
+// The exit status of what only prints.
+int printed(int exitCode)
+{
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)
+        return exitCode;
+    std::fprintf(stderr, "standard output: %s\n", std::strerror(errno));
+    return 1;
+}
 } // namespace
 
 int main(int argc, char** argv)
@@ -166,13 +176,13 @@ int main(int argc, char** argv)
         return runHead(argc, argv);
     if (std::strcmp(role, "--probe") == 0) {
         zoUserFolder::provide();
-        return zoServerProbe::run(argc, argv);
+        return printed(zoServerProbe::run(argc, argv));
     }
     if (std::strcmp(role, "--version") == 0) {
         std::printf("ZOKEClusterServer %s\n", ZO_VERSION);
-        return 0;
+        return printed(0);
     }
     const bool wantsHelp = std::strcmp(role, "--help") == 0 || std::strcmp(role, "-h") == 0;
     std::fputs(s_usage, wantsHelp ? stdout : stderr);
-    return wantsHelp ? 0 : s_usageError;
+    return printed(wantsHelp ? 0 : s_usageError);
 }

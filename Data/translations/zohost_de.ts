@@ -1470,6 +1470,14 @@ Das Protokoll nennt den Grund.</translation>
         <source>Unable to write picture %1: %2</source>
         <translation>Das Bild %1 lässt sich nicht schreiben: %2</translation>
     </message>
+    <message>
+        <source>it is closed</source>
+        <translation>sie ist geschlossen</translation>
+    </message>
+    <message>
+        <source>Unable to write to standard output: %1</source>
+        <translation>Auf die Standardausgabe kann nicht geschrieben werden: %1</translation>
+    </message>
 </context>
 <context>
     <name>zoHostSessionService</name>

@@ -12,6 +12,8 @@ class tst_zoServerProgram final : public zoTestCase
 private slots:
     void needsNoWidgets();
     void probeTellsWhatAMachineHas();
+    void lostOutputIsAFailure_data();
+    void lostOutputIsAFailure();
     void localeOfANodeIsNoMatter_data();
     void localeOfANodeIsNoMatter();
     void displayThatCannotBeUsedIsNamed();
@@ -65,6 +67,24 @@ void tst_zoServerProgram::probeTellsWhatAMachineHas()
     for (const char* line : {"version: ", "platform: offscreen", "screens: ", "gl: none", "stereo: none",
                              "swap group: no", "mpi: ", "memory: "})
         QVERIFY2(output.contains(line), output.constData());
+}
+
+void tst_zoServerProgram::lostOutputIsAFailure_data()
+{
+    QTest::addColumn<QString>("option");
+    for (const char* option : {"--probe", "--version", "--help"})
+        QTest::newRow(option) << QString::fromLatin1(option);
+}
+
+void tst_zoServerProgram::lostOutputIsAFailure()
+{
+    QFETCH(QString, option);
+    QProcess process;
+    process.setStandardOutputFile(QStringLiteral("/dev/full"));
+    process.start(QStringLiteral(ZO_SERVER), {option});
+    QVERIFY(process.waitForFinished(60000));
+    QCOMPARE(process.exitCode(), 1);
+    QVERIFY(process.readAllStandardError().endsWith("standard output: No space left on device\n"));
 }
 
 void tst_zoServerProgram::localeOfANodeIsNoMatter_data()

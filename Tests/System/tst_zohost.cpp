@@ -57,6 +57,8 @@ private slots:
     void versionIsPrinted();
     void helpNeedsNoDisplay();
     void wrongOptionExitsWith2();
+    void lostOutputExitsWith1_data();
+    void lostOutputExitsWith1();
 
     void scriptedSessionPrintsItsSteps();
     void scriptedSessionWritesAScreenshotOfTheRunningCluster();
@@ -201,6 +203,44 @@ void tst_zohost::wrongOptionExitsWith2()
     QCOMPARE(outcome.standardOutput, QByteArray());
     QCOMPARE(outcome.standardError,
              QByteArray("zohost: Unknown option 'frobnicate'.\nTry 'zohost --help' for the options.\n"));
+}
+
+void tst_zohost::lostOutputExitsWith1_data()
+{
+    QTest::addColumn<QString>("arguments");
+    QTest::addColumn<QByteArray>("error");
+    const QString session =
+        QStringLiteral(
+            "--non-interactive --engine local --start --exit-after-stop --module \"%1\" --config a.zhpc "
+            "--screenshot shot.png ")
+            .arg(QString::fromUtf8(goodModule()));
+
+    QTest::newRow("help") << "--help > /dev/full"
+                          << QByteArray("zohost: standard output: No space left on device\n");
+    QTest::newRow("version") << "--version >&-"
+                             << QByteArray("zohost: standard output: Bad file descriptor\n");
+    QTest::newRow("steps") << session + "> /dev/full"
+                           << QByteArray("Unable to write to standard output: No space left on device\n");
+    QTest::newRow("steps-closed") << session + ">&-"
+                                  << QByteArray("Unable to write to standard output: it is closed\n");
+}
+
+// Told once, and the session goes on to its end.
+void tst_zohost::lostOutputExitsWith1()
+{
+    QFETCH(QString, arguments);
+    QFETCH(QByteArray, error);
+    writeFile("a.zhpc", documentOf("<node/>"));
+    const auto process = createProcess({});
+    process->setProgram(QStringLiteral("/bin/sh"));
+    process->setArguments({"-c", "exec \"$0\" " + arguments, QStringLiteral(ZO_HOST_FILE)});
+
+    const Outcome outcome = finish(*process);
+
+    QVERIFY(!outcome.crashed);
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(outcome.standardError.count(error) == 1, outcome.standardError.constData());
+    QCOMPARE(QFile::exists(m_directory->filePath("shot.png")), arguments.contains("shot.png"));
 }
 
 void tst_zohost::scriptedSessionPrintsItsSteps()
