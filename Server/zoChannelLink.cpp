@@ -84,9 +84,11 @@ void zoChannelLink::send(const zoServerMessage& message)
 
 void zoChannelLink::waitForSent(qint64 bytes)
 {
-    // The program ends when the others do, which ends this wait.
+    // Silence of the others ends the program, which ends this wait.
+    m_isSending = true;
     while (m_channel->bytesToSend() > bytes)
         std::this_thread::sleep_for(std::chrono::microseconds(100));
+    m_isSending = false;
 }
 
 void zoChannelLink::expectWork(int milliseconds)
@@ -125,8 +127,6 @@ void zoChannelLink::deliver(const zoServerMessage& message)
 
 void zoChannelLink::receive(const QByteArray& bytes)
 {
-    m_silence = 0;
-    m_isWatching = true;
     zoServerMessageReader reader;
     reader.feed(bytes);
     zoServerMessage message;
@@ -158,8 +158,13 @@ void zoChannelLink::tick()
     const bool hasTurned = turn != m_lastTurn;
     m_turnsMissed = hasTurned ? 0 : m_turnsMissed + 1;
     m_lastTurn = turn;
-    // Messages are seen by the event loop alone: while it does not turn, silence says nothing.
-    if (m_isWatching && hasTurned && ++m_silence > zoServerBeat::TicksUntilAlone) {
+    const int arrived = m_channel->arrived();
+    if (arrived != m_lastArrived)
+        m_silence = 0;
+    m_lastArrived = arrived;
+    // The channel takes only so much while the event loop does not turn: silence says nothing then, but while the loop
+    // waits for what it sends, and is sent nothing.
+    if (arrived != 0 && (hasTurned || m_isSending) && ++m_silence > zoServerBeat::TicksUntilAlone) {
         m_aloneFor = 1;
         endDaemon();
         QMetaObject::invokeMethod(this, &zoServerLink::closed, Qt::QueuedConnection);

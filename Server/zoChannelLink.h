@@ -43,14 +43,15 @@ private:
     std::deque<zoServerMessage> m_held; // came after it: the next frame is not drawn before this one is shown
     std::atomic<int> m_turn{0};         // of the event loop
     std::atomic<int> m_patience{0};     // intervals that the loop may take
-    std::atomic<int> m_silence{0};      // intervals of the relay
-    std::atomic<bool> m_isWatching{false};
+    std::atomic<bool> m_isSending{false}; // and the event loop waits for it
     std::mutex m_mutex;
     std::condition_variable m_end;
     bool m_isEnding = false;
     std::thread m_thread;
     // Of the thread alone.
     int m_lastTurn = 0;
+    int m_lastArrived = 0; // of the channel's messages
+    int m_silence = 0;     // intervals of the relay
     int m_turnsMissed = 0;
     int m_aloneFor = 0; // intervals
 };

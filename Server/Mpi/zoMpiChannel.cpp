@@ -189,6 +189,7 @@ void zoMpiChannel::run()
         QByteArray message;
         while (m_undelivered < s_mostUndelivered && job.receive(from, message)) {
             moved = true;
+            ++m_arrived;
             m_undelivered += message.size();
             tell([this, from, message] {
                 m_undelivered -= message.size();

@@ -26,6 +26,7 @@ public:
     int size() const override { return m_size; }
     void send(int rank, const QByteArray& message) override;
     qint64 bytesToSend() const override { return m_bytesToSend; }
+    int arrived() const override { return m_arrived; }
     void enterBarrier() override;
     bool close(int limit) override;
 
@@ -56,6 +57,7 @@ private:
 
     std::atomic<qint64> m_bytesToSend{0};
     std::atomic<qint64> m_undelivered{0}; // bytes that wait for the event loop
+    std::atomic<int> m_arrived{0};
 
     QSemaphore m_opened;
     QString m_reason; // of a failure to open

@@ -34,6 +34,9 @@ public:
     // Bytes that were sent and have not left yet. Any thread.
     virtual qint64 bytesToSend() const = 0;
 
+    // How many messages came, also those that wait for the event loop. Any thread.
+    virtual int arrived() const = 0;
+
     // Once until it passed.
     virtual void enterBarrier() = 0;
 

@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QHash>
 #include <QScopeGuard>
@@ -14,6 +15,7 @@
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+#include <QThread>
 
 #include <csignal>
 
@@ -34,6 +36,7 @@ private slots:
     void killedServerIsNamedAndOthersGoOn();
     void hungServerIsNamedAndOthersGoOn();
     void hungServerIsNamedWhileMuchWaitsForIt();
+    void serverThatSendsMuchEndsWhenItIsAlone();
     void silenceIsCountedByTheRelay_data();
     void silenceIsCountedByTheRelay();
     void missingProgramLeavesItToPipes();
@@ -59,8 +62,38 @@ private:
 namespace
 {
 constexpr int s_limitMs = 60000;
+constexpr int s_aloneMs = 20000;
 constexpr int s_blocks = 32;
 constexpr int s_blockSize = 1024 * 1024;
+
+// Of a process: state and starter.
+QList<QByteArray> statusOf(pid_t process)
+{
+    QFile file(QStringLiteral("/proc/%1/stat").arg(process));
+    if (!file.open(QIODevice::ReadOnly))
+        return {"Z", "0"};
+    const QByteArray stat = file.readAll();
+    return stat.mid(stat.lastIndexOf(')') + 2).split(' ').mid(0, 2);
+}
+
+bool isAlive(pid_t process)
+{
+    return statusOf(process).constFirst() != "Z";
+}
+
+// 0 for none.
+pid_t relayBeside(pid_t server)
+{
+    const QStringList processes = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs);
+    for (const QString& name : processes) {
+        QFile arguments(QStringLiteral("/proc/%1/cmdline").arg(name));
+        if (name.toInt() > 0 && arguments.open(QIODevice::ReadOnly) &&
+            arguments.readAll().endsWith(QByteArray("\0relay\0", 7)) &&
+            statusOf(name.toInt()).constLast() == statusOf(server).constLast())
+            return name.toInt();
+    }
+    return 0;
+}
 
 QStringList foldersOfJobs()
 {
@@ -230,6 +263,32 @@ void tst_zoMpiGroup::hungServerIsNamedWhileMuchWaitsForIt()
     QTRY_VERIFY_WITH_TIMEOUT(hasGreeted({0, 1}), s_limitMs);
     QTRY_VERIFY_WITH_TIMEOUT(::kill(hung, 0) == -1, s_limitMs);
     QCOMPARE(notes.count(), 0); // neither mpirun nor the relay is to blame
+}
+
+// As on a machine that is cut off in the middle of a speed test: nothing of what the server sends is taken any more.
+void tst_zoMpiGroup::serverThatSendsMuchEndsWhenItIsAlone()
+{
+    start({0});
+    bool isSending = false;
+    connect(m_group.get(), &zoServerGroup::received, this, [&isSending](int, const zoServerMessage& message) {
+        isSending = isSending || message.verb == "DATA";
+    });
+    const auto server = pid_t(m_processes.value(0));
+    const pid_t relay = relayBeside(server);
+    QVERIFY(relay > 0);
+    m_group->send({0}, zoServerMessage::of("FETCH", {{QStringLiteral("bytes"), s_blocks * s_blockSize},
+                                                     {QStringLiteral("ms"), s_limitMs}}));
+    QTRY_VERIFY_WITH_TIMEOUT(isSending, s_limitMs);
+
+    QCOMPARE(::kill(relay, SIGSTOP), 0);
+    // Without the event loop: the group would end both.
+    QElapsedTimer clock;
+    clock.start();
+    while (isAlive(server) && clock.elapsed() < s_aloneMs)
+        QThread::msleep(10);
+    const bool hasEnded = !isAlive(server);
+    ::kill(relay, SIGCONT);
+    QVERIFY(hasEnded);
 }
 
 // What mpirun passes on, piece by piece: d is a message of server 1, h the HELLO of server 2, which comes at once where
