@@ -18,16 +18,11 @@ void zoMpirunLog::add(const QString& line)
 
     // Two lines after it said what happened: "  Remote daemon: [[34567,0],2] on node n2".
     static const QRegularExpression s_daemon(QStringLiteral(R"(\ARemote daemon: \[\[.*\] on node (\S+)\z)"));
-    static const QRegularExpression s_error(
-        QStringLiteral(R"(\b(error|cannot|could not|failed|not found|unable)\b)"),
-        QRegularExpression::CaseInsensitiveOption);
-
     const QString text = line.simplified();
     if (text.isEmpty() || text.count(QLatin1Char('-')) == text.size())
         return;
     m_lastLine = text;
-    if (m_error.isEmpty() && !text.contains(QLatin1String("Warning: ")) && s_error.match(text).hasMatch())
-        m_error = text;
+    takeError(text);
     QRegularExpressionMatch match = s_rank.match(text);
     if (!match.hasMatch())
         match = s_name.match(text);
@@ -46,6 +41,25 @@ void zoMpirunLog::add(const QString& line)
     match = s_host.match(text);
     if (match.hasMatch())
         blameHost(match.captured(1).isEmpty() ? match.captured(2) : match.captured(1), text);
+}
+
+void zoMpirunLog::takeError(const QString& text)
+{
+    static const QRegularExpression s_error(
+        QStringLiteral(R"(\b(error|cannot|could not|failed|not found|unable)\b)"),
+        QRegularExpression::CaseInsensitiveOption);
+    // "A call to mkdir was unable to create the desired directory:", then "  Directory: /tmp/x" and more of that form.
+    static const QRegularExpression s_detail(QStringLiteral(R"(\A[A-Z][a-z ]*: \S)"));
+
+    if (m_error.isEmpty()) {
+        if (!text.contains(QLatin1String("Warning: ")) && s_error.match(text).hasMatch())
+            m_error = text;
+        m_isHeading = m_error.endsWith(QLatin1Char(':'));
+        return;
+    }
+    m_isHeading = m_isHeading && s_detail.match(text).hasMatch();
+    if (m_isHeading)
+        m_error += QLatin1String(m_error.endsWith(QLatin1Char(':')) ? " " : ", ") + text;
 }
 
 void zoMpirunLog::blameHost(const QString& host, const QString& line)

@@ -18,12 +18,13 @@ public:
     const QMap<int, QString>& culprits() const { return m_culprits; }
     // Whether any of those lines says why. A rank that only ended has said so elsewhere, or nowhere.
     bool hasCause() const { return m_hasCause; }
-    // The first line that tells of an error, else the last one that says something; mpirun frames its texts with lines
+    // The first line that tells of an error, with what it heads ("Directory: /tmp/x", "Error: Permission denied"), else the last one that says something; mpirun frames its texts with lines
     // of dashes.
     QString reason() const { return m_error.isEmpty() ? m_lastLine : m_error; }
 
 private:
     void blame(int rank, const QString& line);
+    void takeError(const QString& text);
     void blameHost(const QString& host, const QString& line);
 
     QStringList m_hosts;
@@ -31,5 +32,6 @@ private:
     QString m_lastLine;
     QString m_error;
     QString m_lostDaemon;
+    bool m_isHeading = false; // the error: what it heads follows
     bool m_hasCause = false;
 };

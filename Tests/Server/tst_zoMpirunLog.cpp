@@ -16,6 +16,7 @@ private slots:
     void lostDaemonNamesItsHost();
     void framesSayNothing();
     void firstErrorIsTheReason();
+    void errorIsToldWithWhatItHeads();
 };
 
 void tst_zoMpirunLog::lineNamesRanks_data()
@@ -97,6 +98,19 @@ void tst_zoMpirunLog::firstErrorIsTheReason()
     log.add(QStringLiteral("  Exit code:    1"));
     QCOMPARE(log.reason(),
              QStringLiteral("[n3:00026] PMIX ERROR: OUT-OF-RESOURCE in file dstore_segment.c at line 208"));
+}
+
+// As mpirun says it where TMPDIR cannot be written.
+void tst_zoMpirunLog::errorIsToldWithWhatItHeads()
+{
+    zoMpirunLog log;
+    log.add(QStringLiteral("A call to mkdir was unable to create the desired directory:"));
+    log.add(QStringLiteral("  Directory: /tmp/ompi.host.0"));
+    log.add(QStringLiteral("  Error:     Read-only file system"));
+    log.add(QStringLiteral("Please check to ensure you have adequate permissions to perform"));
+    log.add(QStringLiteral("  Exit code:    1"));
+    QCOMPARE(log.reason(), QStringLiteral("A call to mkdir was unable to create the desired directory: "
+                                          "Directory: /tmp/ompi.host.0, Error: Read-only file system"));
 }
 
 ZO_TEST_MAIN(tst_zoMpirunLog)
