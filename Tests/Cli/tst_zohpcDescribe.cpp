@@ -109,15 +109,18 @@ void tst_zohpcDescribe::jsonHasTheFacts()
     QCOMPARE(object.value("problems").toObject(), QJsonObject());
 }
 
-// Viewports that show nothing, or something else, come first.
+// Viewports that show nothing, or something else, or have no pixels, come first.
 void tst_zohpcDescribe::pixelsAreThoseOfTheFirstViewportThatShowsIt()
 {
     const QByteArray text =
         "<cluster version=\"1\"><master><network><node name=\"n\"/></network></master>"
         "<projection name=\"A\" type=\"plane\" x1=\"0\" x2=\"100\" x3=\"100\" y3=\"50\"/>"
         "<projection name=\"B\" type=\"plane\" x1=\"200\" x2=\"300\" x3=\"300\" y3=\"50\" z1=\"7\"/>"
-        "<display><window node=\"n\" width=\"100\" height=\"100\"><viewport/></window>"
-        "<window node=\"n\" width=\"800\" height=\"600\"><viewport projection=\"B\" position=\"fill\"/>"
+        "<display><window node=\"n\" width=\"100\" height=\"100\"><viewport/><viewport projection=\"A\" "
+        "position=\"custom\" x1=\"0.5\" x2=\"0.5\" y2=\"1\"/><viewport projection=\"B\" position=\"custom\" "
+        "x1=\"0\" x2=\"1\" y2=\"0\"/></window><window node=\"n\" width=\"0\" height=\"9\"><viewport "
+        "projection=\"A\"/></window><window node=\"n\" width=\"800\" height=\"600\"><viewport "
+        "projection=\"B\" position=\"fill\"/>"
         "<viewport projection=\"A\" position=\"left\"/></window>"
         "<window node=\"n\" width=\"640\" height=\"480\"><viewport "
         "projection=\"A\"/></window></display></cluster>";

@@ -39,7 +39,7 @@ QJsonArray pair(const QSizeF& size)
     return {size.width(), size.height()};
 }
 
-// Pixels of the first viewport that shows the projection or one of its tiles; empty when none does.
+// Pixels of the first viewport that has any and shows the projection or one of its tiles; empty when none does.
 QSizeF shownPixels(const zoHPCLayout& layout, int projection)
 {
     for (const zoHPCLayout::Viewport& viewport : layout.viewports()) {
@@ -49,7 +49,9 @@ QSizeF shownPixels(const zoHPCLayout& layout, int projection)
         if (viewport.projection != projection && shown.parent != projection)
             continue;
         const QSizeF window = layout.windows()[std::size_t(viewport.window)].geometry.size();
-        return {window.width() * viewport.area.width(), window.height() * viewport.area.height()};
+        const QSizeF size(window.width() * viewport.area.width(), window.height() * viewport.area.height());
+        if (!size.isEmpty())
+            return size;
     }
     return {};
 }
