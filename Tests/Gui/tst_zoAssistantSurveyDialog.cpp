@@ -4,6 +4,8 @@
 #include <zoAssistantRoomView.h>
 #include <zoAssistantSurveyDialog.h>
 #include <zoAssistantSurveyTable.h>
+#include <zoFileReader.h>
+#include <zoFileWriter.h>
 #include <zoHPCConfiguration.h>
 #include <zoHPCProjectionItem.h>
 
@@ -54,6 +56,7 @@ private slots:
     void menuAddsLines();
     void linesAreRemovedAndPasted();
     void fileIsLoadedWithItsPointList();
+    void pointListHasTheResidualsOfItsPoints();
     void savedFileIsTheSame();
     void textIsThereNextTime();
     void fitsSmallScreens();
@@ -270,6 +273,31 @@ void tst_zoAssistantSurveyDialog::fileIsLoadedWithItsPointList()
     QVERIFY(!cell(1, Table::Residual).isEmpty());
     QVERIFY(!m_dialog->loadFile(folder + QStringLiteral("none.txt")));
     QVERIFY(message().contains(QStringLiteral("none.txt cannot be read")));
+}
+
+// However its line is written, and beside another one whose name begins like its own.
+void tst_zoAssistantSurveyDialog::pointListHasTheResidualsOfItsPoints()
+{
+    const QString examples = QStringLiteral(ZO_MANUAL_DIR "/examples/");
+    const QTemporaryDir folder;
+    const auto write = [&](const char* name, const QByteArray& text) {
+        return zoFileWriter::write(folder.filePath(QLatin1String(name)), text) ==
+               zoFileWriter::Result::Written;
+    };
+    QByteArray text;
+    QByteArray points;
+    QCOMPARE(zoFileReader::read(examples + QStringLiteral("station.txt"), text), zoFileReader::Result::Read);
+    QCOMPARE(zoFileReader::read(examples + QStringLiteral("station.csv"), points),
+             zoFileReader::Result::Read);
+    text.replace("points station.csv", "points station.csv.old\nPOINTS \t station.csv");
+    QVERIFY(write("room.txt", text) && write("station.csv", points) &&
+            write("station.csv.old", "nobody 1 2 3\n"));
+
+    QVERIFY(m_dialog->loadFile(folder.filePath(QStringLiteral("room.txt"))));
+
+    QVERIFY2(m_dialog->solution().isDetermined(), qPrintable(message()));
+    QCOMPARE(cell(1, Table::Residual), QString());
+    QVERIFY(!cell(2, Table::Residual).isEmpty());
 }
 
 void tst_zoAssistantSurveyDialog::savedFileIsTheSame()

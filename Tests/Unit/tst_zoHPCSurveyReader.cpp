@@ -28,6 +28,7 @@ private slots:
     void pointListsAreRead_data();
     void pointListsAreRead();
     void pointListsHaveALimit();
+    void listsWithoutACornerHaveNoInstrument();
     void pointListMistakes_data();
     void pointListMistakes();
     void threeDigitsBehindACommaAreTold_data();
@@ -311,6 +312,29 @@ void tst_zoHPCSurveyReader::pointListsHaveALimit()
 
     QCOMPARE(reader.mistakes().front().text, QStringLiteral("more than 100 point lists"));
     QCOMPARE(reader.mistakes().front().line, zoHPCSurvey::MaximumLists + 2);
+}
+
+// Else the room would not be determined: nothing tells where it stood.
+void tst_zoHPCSurveyReader::listsWithoutACornerHaveNoInstrument()
+{
+    zoHPCSurveyReader reader([](const QString& name, QString& text, QString&) {
+        text = name == QLatin1String("first") ? "nobody 1 2 3\n" : "7 1 2 3\nalso 1 2 3\n";
+        return true;
+    });
+
+    QVERIFY(reader.read("wall A\nmark 7 A.ll\npoints first\npoints second\npoint 8 1 2 3\nmark 8 A.lr\n"));
+
+    const zoHPCSurvey& survey = reader.survey();
+    QCOMPARE(survey.unusedPoints, (QStringList{QStringLiteral("nobody"), QStringLiteral("also")}));
+    QCOMPARE(survey.instruments.size(), std::size_t(2));
+    QCOMPARE(survey.measurements.size(), std::size_t(2));
+    QStringList lists;
+    for (const zoHPCSurvey::Measurement& measurement : survey.measurements) {
+        const zoHPCSurvey::Instrument& instrument = survey.instruments[std::size_t(measurement.instrument)];
+        QCOMPARE(instrument.file, measurement.file);
+        lists << QStringLiteral("%1 in line %2").arg(instrument.file).arg(instrument.line);
+    }
+    QCOMPARE(lists, (QStringList{QStringLiteral("second in line 4"), QStringLiteral(" in line 0")}));
 }
 
 void tst_zoHPCSurveyReader::pointListMistakes_data()

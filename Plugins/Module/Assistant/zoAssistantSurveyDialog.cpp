@@ -260,13 +260,12 @@ QString zoAssistantSurveyDialog::told(const zoHPCSurvey::Remark& remark)
 }
 
 // Of a point list the line that names it.
-int zoAssistantSurveyDialog::rowOf(const zoHPCSurvey::Measurement& measurement) const
+std::size_t zoAssistantSurveyDialog::rowOf(const zoHPCSurvey::Measurement& measurement) const
 {
-    if (measurement.file.isEmpty())
-        return measurement.line - 1;
-    const QList<QTableWidgetItem*> found =
-        m_table->findItems(zoText("points ") + measurement.file, Qt::MatchStartsWith);
-    return found.isEmpty() ? -1 : found.constFirst()->row();
+    const bool isInText = measurement.file.isEmpty();
+    const int line =
+        isInText ? measurement.line : m_survey.instruments[std::size_t(measurement.instrument)].line;
+    return std::size_t(line - 1);
 }
 
 void zoAssistantSurveyDialog::showResiduals()
@@ -276,10 +275,8 @@ void zoAssistantSurveyDialog::showResiduals()
     for (std::size_t i = 0; i < m_solution.residuals.size(); ++i) {
         const zoHPCSurvey::Measurement& measurement = m_survey.measurements[i];
         const zoHPCSurveySolution::Residual& residual = m_solution.residuals[i];
-        const int row = rowOf(measurement);
-        if (row < 0 || row >= int(verdicts.size()))
-            continue;
-        Table::Verdict& verdict = verdicts[std::size_t(row)];
+        const std::size_t row = rowOf(measurement);
+        Table::Verdict& verdict = verdicts.at(row);
         verdict.isWorst = verdict.isWorst || int(i) == m_solution.worst;
         if (std::abs(residual.millimetres) <= largest[std::size_t(row)])
             continue;

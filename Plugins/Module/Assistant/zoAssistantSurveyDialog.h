@@ -52,7 +52,7 @@ private:
     static QString told(const zoHPCSurvey::Remark& remark);
     void showResiduals();
     void showRoom();
-    int rowOf(const zoHPCSurvey::Measurement& measurement) const;
+    std::size_t rowOf(const zoHPCSurvey::Measurement& measurement) const;
     void tell();
     QString verdict() const;
     void tellFlaw(const QString& text);

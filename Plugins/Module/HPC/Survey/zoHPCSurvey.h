@@ -65,6 +65,7 @@ struct zoHPCSurvey final
     struct Instrument
     {
         QString file; // empty for points that stand in the text itself
+        int line = 0; // of the text, from 1, which names the file; else 0
     };
 
     // On a wall, in fractions of it from its centre to the right and up (-0.5 to 0.5), or else a point.

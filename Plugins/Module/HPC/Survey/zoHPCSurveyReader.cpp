@@ -523,7 +523,7 @@ void zoHPCSurveyReader::addPointList(zoHPCSurveyLine& line)
         line.setMistake(tr("more than %1 points").arg(zoHPCSurvey::MaximumPoints));
     } else {
         const int instrument = int(m_survey.instruments.size());
-        m_survey.instruments.push_back({name});
+        m_survey.instruments.push_back({name, m_line});
         if (!points.remark().isEmpty())
             m_survey.remarks.push_back({name, points.remarkLine(), points.remark()});
         for (const zoHPCSurveyPoints::Row& row : points.rows())
@@ -552,9 +552,12 @@ void zoHPCSurveyReader::readMark(zoHPCSurveyLine& line)
         line.setMistake(tr("\"%1\" is in no point list").arg(name));
 }
 
-// Rows that are a corner, marked as one or named elsewhere; others are left out.
+// Rows that are a corner, marked as one or named elsewhere; others are left out, and so are lists that have none: nobody
+// needs to know where their instrument stood.
 void zoHPCSurveyReader::addCoordinates()
 {
+    const std::vector<zoHPCSurvey::Instrument> all = std::exchange(m_survey.instruments, {});
+    std::vector<int> indices(all.size(), -1);
     for (const Coordinates& row : m_coordinates) {
         Place place;
         const QString name = m_marks.value(row.name, row.name);
@@ -566,7 +569,12 @@ void zoHPCSurveyReader::addCoordinates()
         zoHPCSurvey::Measurement& measurement =
             add(Kind::Coordinates, place, 0.0, row.tolerance, zoText("point ") + row.name);
         measurement.coordinates = row.place;
-        measurement.instrument = row.instrument;
+        int& index = indices[std::size_t(row.instrument)];
+        if (index < 0) {
+            index = int(m_survey.instruments.size());
+            m_survey.instruments.push_back(all[std::size_t(row.instrument)]);
+        }
+        measurement.instrument = index;
         measurement.file = row.file;
     }
     if (m_survey.measurements.size() > std::size_t(zoHPCSurvey::MaximumMeasurements))
