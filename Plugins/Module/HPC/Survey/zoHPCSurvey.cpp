@@ -1,5 +1,7 @@
 #include "zoHPCSurvey.h"
 
+#include <utility>
+
 bool zoHPCSurvey::isAngle(Kind kind)
 {
     return kind == Kind::Angle || kind == Kind::Upright || kind == Kind::Level || kind == Kind::Flat;
@@ -16,5 +18,21 @@ int zoHPCSurvey::equationCount(Kind kind)
         return 2;
     default:
         return 1;
+    }
+}
+
+void zoHPCSurvey::removeUnusedInstruments()
+{
+    const std::vector<Instrument> all = std::exchange(instruments, {});
+    std::vector<int> indices(all.size(), -1);
+    for (Measurement& measurement : measurements) {
+        if (measurement.instrument < 0)
+            continue;
+        int& index = indices[std::size_t(measurement.instrument)];
+        if (index < 0) {
+            index = int(instruments.size());
+            instruments.push_back(all[std::size_t(measurement.instrument)]);
+        }
+        measurement.instrument = index;
     }
 }

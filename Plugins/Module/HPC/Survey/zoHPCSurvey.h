@@ -118,4 +118,7 @@ struct zoHPCSurvey final
     static bool isAngle(Kind kind);
     // How many numbers one measurement gives.
     static int equationCount(Kind kind);
+
+    // Those that measured nothing: where they stood could not be found out, nor does anybody need it.
+    void removeUnusedInstruments();
 };

@@ -552,12 +552,9 @@ void zoHPCSurveyReader::readMark(zoHPCSurveyLine& line)
         line.setMistake(tr("\"%1\" is in no point list").arg(name));
 }
 
-// Rows that are a corner, marked as one or named elsewhere; others are left out, and so are lists that have none: nobody
-// needs to know where their instrument stood.
+// Rows that are a corner, marked as one or named elsewhere; others are left out.
 void zoHPCSurveyReader::addCoordinates()
 {
-    const std::vector<zoHPCSurvey::Instrument> all = std::exchange(m_survey.instruments, {});
-    std::vector<int> indices(all.size(), -1);
     for (const Coordinates& row : m_coordinates) {
         Place place;
         const QString name = m_marks.value(row.name, row.name);
@@ -569,14 +566,10 @@ void zoHPCSurveyReader::addCoordinates()
         zoHPCSurvey::Measurement& measurement =
             add(Kind::Coordinates, place, 0.0, row.tolerance, zoText("point ") + row.name);
         measurement.coordinates = row.place;
-        int& index = indices[std::size_t(row.instrument)];
-        if (index < 0) {
-            index = int(m_survey.instruments.size());
-            m_survey.instruments.push_back(all[std::size_t(row.instrument)]);
-        }
-        measurement.instrument = index;
+        measurement.instrument = row.instrument;
         measurement.file = row.file;
     }
+    m_survey.removeUnusedInstruments();
     if (m_survey.measurements.size() > std::size_t(zoHPCSurvey::MaximumMeasurements))
         addMistake(1, tr("more than %1 measurements").arg(zoHPCSurvey::MaximumMeasurements));
 }
