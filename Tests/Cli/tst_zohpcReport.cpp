@@ -116,6 +116,11 @@ void tst_zohpcReport::planesOfACurvedWallAreOneElevation()
     const QByteArray text = zoCommandRun::program(QStringLiteral("pdftotext"), {"-layout", output, "-"}, {},
                                                   {"PATH=" + qEnvironmentVariable("PATH")})
                                 .output;
+    for (const char* heading :
+         {"Front elevations", "Order of the cables", "Windows and tiles", "Networks", "Viewer"})
+        QVERIFY2(text.contains(QByteArray("\n") + heading + '\n') ||
+                     text.contains(QByteArray("\f") + heading + '\n'),
+                 heading);
     QVERIFY(text.contains("Walls: 1."));
     QVERIFY(
         text.contains("3 x 2 tiles, 6000 x 2250 mm, each 2000 x 1125 mm, unrolled, 60 degrees from column to "

@@ -302,6 +302,7 @@ void tst_zoHPCGUIWStatus::statusBarCounts()
     const auto* problems = status<QToolButton>("m_problemsStatus");
     QCOMPARE(problems->text(), QStringLiteral("2 problems"));
     QVERIFY(!problems->icon().isNull());
+    QCOMPARE(problems->toolButtonStyle(), Qt::ToolButtonTextBesideIcon);
     QVERIFY2(problems->toolTip().contains(QStringLiteral("a")), qPrintable(problems->toolTip()));
 
     m_window->getTree()->getNodeItems().back()->setHostName(QStringLiteral("c"));

@@ -48,6 +48,7 @@ void tst_zoHostAboutDialog::librariesHaveVersionAndLicence()
     QCOMPARE(tree->topLevelItem(0)->text(0), QStringLiteral("Qt"));
     QCOMPARE(tree->topLevelItem(0)->text(1), QString(qVersion()));
     QVERIFY(tree->topLevelItem(0)->text(2).startsWith("LGPL-3.0"));
+    QCOMPARE(tree->accessibleName(), QStringLiteral("Libraries"));
 }
 
 void tst_zoHostAboutDialog::modulesAreListed()

@@ -77,6 +77,8 @@ private slots:
     void titleShowsFileAndMark();
     void titleOfAConfigurationWithoutAFile();
     void titleFollowsTheCurrentModule();
+    void titleOfAPageWithADocumentOfItsOwn_data();
+    void titleOfAPageWithADocumentOfItsOwn();
     void placeHolderInANameIsShown();
 
     void recentFileIsOpened();
@@ -503,6 +505,33 @@ void tst_zoHostMainWindow::titleFollowsTheCurrentModule()
 
     delete module;
     QCOMPARE(title(), QStringLiteral("zohost"));
+}
+
+void tst_zoHostMainWindow::titleOfAPageWithADocumentOfItsOwn_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<bool>("isModified");
+    QTest::addColumn<QString>("expected");
+
+    QTest::newRow("saved-file") << "/a/notes.txt" << false << "notes.txt - zohost";
+    QTest::newRow("changed-file") << "/a/notes.txt" << true << "notes.txt* - zohost";
+    QTest::newRow("changed-without-a-file") << "" << true << "Untitled* - zohost";
+    QTest::newRow("none-of-its-own") << "" << false << "wall.zhpc - zohost";
+}
+
+void tst_zoHostMainWindow::titleOfAPageWithADocumentOfItsOwn()
+{
+    QFETCH(QString, file);
+    QFETCH(bool, isModified);
+    addFakeModule()->loadConfig(m_parts->writeFile("wall.zhpc", "a"));
+    auto* page = new QWidget(m_window.get());
+    m_window->addModule("b", "Rendering", page, QString(), QIcon(), "b title");
+    page->setWindowFilePath(file);
+    page->setWindowModified(isModified);
+
+    page->show();
+
+    QTEST(title(), "expected");
 }
 
 void tst_zoHostMainWindow::placeHolderInANameIsShown()

@@ -10,7 +10,9 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include <array>
 #include <cmath>
+#include <cstddef>
 
 Q_DECLARE_METATYPE(zoWallPoint)
 
@@ -31,6 +33,7 @@ private slots:
     void nothingIsDrawnFarOutside();
     void eyeBehindTheWallSeesNothing();
     void ballsLieOnTheFloorOrAbove();
+    void ballsAreInAllDirections();
     void numbersHaveOutlines_data();
     void numbersHaveOutlines();
 };
@@ -298,6 +301,36 @@ void tst_zoTestScene::ballsLieOnTheFloorOrAbove()
         QVERIFY(ball.middle.y - ball.radius >= Floor - 1.0e-6);
         QVERIFY(!ball.outlines.empty());
     }
+}
+
+// As many in each of eight parts of the horizon, and in each of six bands of the same area from 62 degrees below it to
+// 56 above.
+void tst_zoTestScene::ballsAreInAllDirections()
+{
+    constexpr int Sectors = 8;
+    constexpr int Bands = 6;
+    constexpr double Degree = M_PI / 180.0;
+    const zoWallPoint head{100, 200, 300};
+    const double lowest = std::sin(-62.0 * Degree);
+    const double highest = std::sin(56.0 * Degree);
+    std::array<int, Sectors> sectors{};
+    std::array<int, Bands> bands{};
+
+    const zoTestScene scene({Whole}, head);
+
+    for (const zoTestScene::Ball& ball : scene.balls()) {
+        const double x = ball.middle.x - head.x;
+        const double y = ball.middle.y - head.y;
+        const double z = ball.middle.z - head.z;
+        const double height = (y / std::sqrt(x * x + y * y + z * z) - lowest) / (highest - lowest);
+        QVERIFY2(height > 0.0 && height < 1.0, qPrintable(ball.number));
+        ++bands.at(std::size_t(height * Bands));
+        ++sectors.at(std::size_t((std::atan2(x, -z) / M_PI + 1.0) / 2.0 * Sectors) % Sectors);
+    }
+    for (const int count : bands)
+        QCOMPARE(count, zoTestScene::BallCount / Bands);
+    for (const int count : sectors)
+        QVERIFY2(std::abs(count - zoTestScene::BallCount / Sectors) <= 3, qPrintable(QString::number(count)));
 }
 
 void tst_zoTestScene::numbersHaveOutlines_data()

@@ -280,6 +280,8 @@ void tst_zoNodeClusterServiceKills::programIsLost()
         // Nobody is lost: the servers are others, and show on.
         QTRY_VERIFY_WITH_TIMEOUT(service->nodeProcess(QStringLiteral("n2")) != other, s_limitMs);
         QCOMPARE(service->runningNodes(), QStringList({"n1", "n2"}));
+        if (signal == SIGSTOP)
+            QTRY_VERIFY(messages().filter(QStringLiteral("stopped answering")).size() == 1);
         break;
     }
     if (Then(then) != Then::SessionEnds) {
