@@ -18,8 +18,8 @@ public:
     const QMap<int, QString>& culprits() const { return m_culprits; }
     // Whether any of those lines says why. A rank that only ended has said so elsewhere, or nowhere.
     bool hasCause() const { return m_hasCause; }
-    // The first line that tells of an error, with what it heads ("Directory: /tmp/x", "Error: Permission denied"), else the last one that says something; mpirun frames its texts with lines
-    // of dashes.
+    // The first line that tells of an error, with what it heads ("Directory: /tmp/x", "Error: Permission denied"), else
+    // the last one that says something; mpirun frames its texts with lines of dashes.
     QString reason() const { return m_error.isEmpty() ? m_lastLine : m_error; }
 
 private:
