@@ -16,6 +16,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 
 #include <memory>
@@ -255,10 +256,12 @@ void tst_zoAssistantSurveyDialog::linesAreRemovedAndPasted()
     QCOMPARE(table()->text(), QString());
     QCOMPARE(table()->rowCount(), 1);
     QGuiApplication::clipboard()->setText(before);
+    const QSignalSpy edited(table(), &Table::edited);
 
     QTest::keySequence(table(), QKeySequence::Paste);
 
     QCOMPARE(table()->text(), before);
+    QCOMPARE(edited.size(), 1);
 }
 
 void tst_zoAssistantSurveyDialog::fileIsLoadedWithItsPointList()

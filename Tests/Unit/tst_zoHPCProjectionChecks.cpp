@@ -31,6 +31,7 @@ private slots:
 
     void caveHasNoWalls_data();
     void caveHasNoWalls();
+    void faultsBehindOthersAreFound();
 
     void tilesAreMissing_data();
     void tilesAreMissing();
@@ -245,6 +246,30 @@ void tst_zoHPCProjectionChecks::caveHasNoWalls()
     QCOMPARE(!zoHPCProjectionChecks::cavesWithoutWalls(setup.layout()).empty(), told);
     // One thing at a time.
     QVERIFY(zoHPCProjectionChecks::projectionsWithoutTiles(setup.layout()).empty());
+}
+
+void tst_zoHPCProjectionChecks::faultsBehindOthersAreFound()
+{
+    zoHPCSetup setup;
+    for (const char* round : {"1", "2"}) {
+        const auto add = [&](const char* name, const char* type) {
+            return setup.addProjection(QLatin1String(name) + QLatin1String(round), QLatin1String(type));
+        };
+        add("good", "plane");
+        add("unknown", "dome");
+        add("misspelt", "PowerWall");
+        setup.addWindow(QStringLiteral("n"), QStringLiteral("misspelt%1").arg(round));
+        add("dark", "cave");
+        zoHPCProjectionItem* const empty = add("empty", "wall");
+        empty->setInt(P::Rows, 0);
+        empty->update();
+    }
+
+    const zoHPCLayout layout = setup.layout();
+
+    QCOMPARE(zoHPCProjectionChecks::unknownTypes(layout).size(), size_t(4));
+    QCOMPARE(zoHPCProjectionChecks::cavesWithoutWalls(layout).size(), size_t(2));
+    QCOMPARE(zoHPCProjectionChecks::projectionsWithoutTiles(layout).size(), size_t(2));
 }
 
 void tst_zoHPCProjectionChecks::tilesAreMissing_data()
