@@ -23,6 +23,7 @@ private slots:
     void windowIsAFramelessModalTool();
     void textsAreThere();
     void progressShowsTextAndValue();
+    void namesOfManyNodesAreNotCutOff();
     void negativeValueIsBusyAndTheNextOnePercentAgain();
     void barWithTenStepsIsLeftAlone();
     void finishedHides();
@@ -89,6 +90,20 @@ void tst_zoHPCConnectGUIW::progressShowsTextAndValue()
     QCOMPARE(bar()->maximum(), 100);
     QCOMPARE(bar()->value(), 40);
     QVERIFY(m_overlay->isVisible());
+}
+
+void tst_zoHPCConnectGUIW::namesOfManyNodesAreNotCutOff()
+{
+    m_overlay->setProgress(QStringLiteral("x"), 0);
+    QStringList names;
+    for (int i = 1; i <= 8; ++i)
+        names << QStringLiteral("visualisation%1").arg(i);
+
+    m_overlay->setProgress(QStringLiteral("Connecting to %1 ...").arg(names.join(QStringLiteral(", "))), 0);
+
+    QTRY_VERIFY2(label()->height() >= label()->heightForWidth(label()->width()),
+                 qPrintable(QString::number(label()->height())));
+    QVERIFY(label()->heightForWidth(label()->width()) > 3 * label()->fontMetrics().height());
 }
 
 void tst_zoHPCConnectGUIW::negativeValueIsBusyAndTheNextOnePercentAgain()

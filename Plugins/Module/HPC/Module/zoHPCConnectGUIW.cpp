@@ -2,6 +2,7 @@
 
 #include "ui_zoHPCConnectGUIW.h"
 
+#include <QLayout>
 #include <QPainter>
 #include <QShowEvent>
 #include <QWindow>
@@ -40,7 +41,17 @@ void zoHPCConnectGUIW::setProgress(const QString& text, int value)
     if (value >= 0 && m_ui->m_progressBar->maximum() != 10)
         m_ui->m_progressBar->setMaximum(100);
     m_ui->m_progressBar->setValue(value);
+    growToText();
     show();
+}
+
+// The names of the nodes take more lines than the form's text. A window does not follow what wraps inside it.
+void zoHPCConnectGUIW::growToText()
+{
+    m_ui->m_label->ensurePolished(); // its padding counts
+    const int needed = layout()->totalHeightForWidth(width());
+    if (needed > height())
+        resize(width(), needed);
 }
 
 // Who had the keys gives them back: a window manager that is busy with new windows (a rehearsal opens its own at this

@@ -43,6 +43,7 @@ protected:
 private:
     void abortConnecting();
     void giveKeysBack();
+    void growToText();
 
     const std::unique_ptr<Ui_zoHPCConnectGUIW> m_ui;
 };
