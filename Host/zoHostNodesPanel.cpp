@@ -136,7 +136,10 @@ void zoHostNodesPanel::createConnections()
     connect(m_cluster, &zoClusterService::nodeStateChanged, this, soon);
     connect(m_cluster, &zoClusterService::runningNodesChanged, this, soon);
     connect(m_cluster, &zoClusterService::started, this, soon);
-    connect(m_cluster, &zoClusterService::started, this, [this] { m_delayed.clear(); });
+    connect(m_cluster, &zoClusterService::started, this, [this] {
+        m_delayed.clear();
+        m_list->setProperty("sized", 0); // of many rows too: they are full now
+    });
     connect(m_cluster, &zoClusterService::stopped, this, soon);
     connect(m_list, &QTreeWidget::currentItemChanged, this, &zoHostNodesPanel::updateButtons);
     connect(m_list, &QTreeWidget::currentItemChanged, this, &zoHostNodesPanel::showReason);
@@ -166,15 +169,17 @@ void zoHostNodesPanel::refresh()
     while (m_list->topLevelItemCount() < count)
         new QTreeWidgetItem(m_list);
     const bool isFirst = m_list->property("sized").toInt() != count;
+    QSet<int> changed;
     for (int i = 0; i < count; ++i)
-        showReport(m_list->topLevelItem(i), reports.at(i));
-    // The reason of a failure is longer than what was there when the columns were sized, and so may be a wait.
+        changed += showReport(m_list->topLevelItem(i), reports.at(i));
+    // The reason of a failure is longer than what was there when the columns were sized, and so may be a wait; screens
+    // and memory are known no sooner than the node answers.
     constexpr int ManyRows = 200;
     if (!isFirst && count <= ManyRows) {
         fitStateColumn();
-        const int width = m_list->columnWidth(Wait); // no back and forth
-        m_list->resizeColumnToContents(Wait);
-        m_list->setColumnWidth(Wait, std::max(width, m_list->columnWidth(Wait)));
+        for (const int column : {Version, Screens, Memory, Wait})
+            if (changed.contains(column))
+                widenColumn(column);
     }
     if (isFirst) {
         for (int column = Id; column < Tile; ++column)
@@ -196,13 +201,21 @@ void zoHostNodesPanel::refresh()
     updateButtons();
 }
 
-void zoHostNodesPanel::showReport(QTreeWidgetItem* row, const zoClusterNodeReport& report)
+// The columns whose text is another now.
+QSet<int> zoHostNodesPanel::showReport(QTreeWidgetItem* row, const zoClusterNodeReport& report)
 {
+    QSet<int> changed;
+    const auto show = [row, &changed](int column, const QString& text) {
+        if (row->text(column) == text)
+            return;
+        row->setText(column, text);
+        changed.insert(column);
+    };
     // What ran ended with its session; what failed says why it does not run.
     const bool ended = !m_cluster->isRunning() && report.state == zoClusterNodeReport::State::Running;
     const QString state = ended ? tr("ended") : stateText(report);
-    row->setText(Id, report.id);
-    row->setText(State, state);
+    show(Id, report.id);
+    show(State, state);
     // As rich text it is wrapped.
     row->setToolTip(State, QStringLiteral("<qt>%1</qt>").arg(state.toHtmlEscaped()));
     const bool isReason = report.state == zoClusterNodeReport::State::Failed ||
@@ -211,15 +224,14 @@ void zoHostNodesPanel::showReport(QTreeWidgetItem* row, const zoClusterNodeRepor
     row->setForeground(
         State, zoReadableColour::on(m_list->palette().color(QPalette::Base),
                                     colourOf(ended ? zoClusterNodeReport::State::Connecting : report.state)));
-    row->setText(Version, report.version);
-    row->setText(Screens, report.screens.join(QStringLiteral(", ")));
-    row->setText(Memory,
-                 report.freeMemory < 0 ? QString() : tr("%1 MiB").arg(report.freeMemory / s_mebibyte));
-    row->setText(Wait,
-                 report.barrierWait < 0 || report.state != zoClusterNodeReport::State::Running
-                     ? QString()
-                     : tr("%1 ms").arg(double(report.barrierWait) / s_microsecondsPerMillisecond, 0, 'f', 1));
-    row->setText(Tile, report.tile);
+    show(Version, report.version);
+    show(Screens, report.screens.join(QStringLiteral(", ")));
+    show(Memory, report.freeMemory < 0 ? QString() : tr("%1 MiB").arg(report.freeMemory / s_mebibyte));
+    show(Wait, report.barrierWait < 0 || report.state != zoClusterNodeReport::State::Running
+                   ? QString()
+                   : tr("%1 ms").arg(double(report.barrierWait) / s_microsecondsPerMillisecond, 0, 'f', 1));
+    show(Tile, report.tile);
+    return changed;
 }
 
 // A long reason would push all other columns out of sight; it stands below the list.
@@ -228,6 +240,14 @@ void zoHostNodesPanel::fitStateColumn()
     m_list->resizeColumnToContents(State);
     const int most = s_mostStateWidth * m_list->fontMetrics().averageCharWidth();
     m_list->setColumnWidth(State, std::min(m_list->columnWidth(State), most));
+}
+
+// Never narrower: no back and forth.
+void zoHostNodesPanel::widenColumn(int column)
+{
+    const int width = m_list->columnWidth(column);
+    m_list->resizeColumnToContents(column);
+    m_list->setColumnWidth(column, std::max(width, m_list->columnWidth(column)));
 }
 
 void zoHostNodesPanel::showReason()

@@ -33,9 +33,10 @@ private:
     void createLayout();
     void createConnections();
     void refresh();
-    void showReport(QTreeWidgetItem* row, const zoClusterNodeReport& report);
+    QSet<int> showReport(QTreeWidgetItem* row, const zoClusterNodeReport& report);
     void updateButtons();
     void fitStateColumn();
+    void widenColumn(int column);
     void showReason();
     QString currentNode() const;
 

@@ -44,6 +44,7 @@ private slots:
     void lostNodeIsToldWithItsReason();
     void delayIsTakenAwayAgain();
     void longWaitIsNotCutOff();
+    void screensAreNotCutOffAfterAFailedStart();
     void endOfTheSessionIsShown();
 
 private:
@@ -189,6 +190,34 @@ void tst_zoHostNodesPanel::longWaitIsNotCutOff()
 
     const int text = list()->fontMetrics().horizontalAdvance(list()->topLevelItem(1)->text(5));
     QVERIFY2(list()->columnWidth(5) > text, qPrintable(QString::number(list()->columnWidth(5))));
+}
+
+// The rows stay the same: their columns were sized for nodes that never answered.
+void tst_zoHostNodesPanel::screensAreNotCutOffAfterAFailedStart()
+{
+    zoNodeClusterService::Launch unreachable = zoNodeClusterService::defaultLaunch();
+    unreachable.program = QStringLiteral(ZO_SERVER_FILE);
+    unreachable.pattern = QStringList{QStringLiteral("/bin/false")};
+    unreachable.mpi = zoNodeClusterService::Mpi::Never;
+    m_cluster->setLaunch(unreachable);
+    m_cluster->setRehearsal(false);
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("Node n1 failed")));
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("Node n2 failed")));
+    expectMessage(QtCriticalMsg, QRegularExpression(QStringLiteral("Cluster not started")));
+    QVERIFY(!m_cluster->start());
+    QTRY_COMPARE(summary(), QStringLiteral("0 of 2 run"));
+    QTRY_VERIFY(state(1).startsWith(QStringLiteral("failed")));
+
+    m_cluster->setRehearsal(true);
+    QVERIFY(m_cluster->start());
+
+    QTRY_COMPARE(summary(), QStringLiteral("2 of 2 run"));
+    for (const int column : {2, 3, 4}) {
+        const QString text = list()->topLevelItem(1)->text(column);
+        QVERIFY(!text.isEmpty());
+        QVERIFY2(list()->columnWidth(column) > list()->fontMetrics().horizontalAdvance(text),
+                 qPrintable(text));
+    }
 }
 
 void tst_zoHostNodesPanel::endOfTheSessionIsShown()
