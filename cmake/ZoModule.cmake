@@ -45,6 +45,9 @@ class @target@Metadata final : public QObject
 
 #include "moc_@target@Metadata.cpp"
 ]=])
+  # Else a build in which nothing but the metadata changed leaves the plug-in file as it was, until the next one.
+  set_source_files_properties("${folder}/${target}Metadata.cpp" TARGET_DIRECTORY ${target} PROPERTIES
+    OBJECT_DEPENDS "${folder}/${target}Metadata.json")
   set_target_properties(${target} PROPERTIES AUTOMOC ON)
   target_sources(${target} PRIVATE "${folder}/${target}Metadata.h" "${folder}/${target}Metadata.cpp")
   target_include_directories(${target} PRIVATE "${folder}")

@@ -43,6 +43,7 @@ private slots:
 
     void exampleIsBuiltAndLoaded();
     void assistantIsBuiltAndLoaded();
+    void otherMetadataAreInTheNextBuild();
     void everyHeaderIsComplete();
     void coreReadsAConfiguration();
     void packageConfigFindsTheKernel();
@@ -143,6 +144,36 @@ void tst_zoSdk::assistantIsBuiltAndLoaded()
     VERIFY_RUN(host);
     QVERIFY2(host.output.contains("assistant-build/libzoAssistant.so loaded"), host.output.constData());
     QVERIFY2(!host.output.contains("Unable"), host.output.constData());
+}
+
+void tst_zoSdk::otherMetadataAreInTheNextBuild()
+{
+    QVERIFY(write(QStringLiteral("small/small.cpp"), "extern \"C\" void initPlugin() {}\n"));
+    QVERIFY(write(QStringLiteral("small/CMakeLists.txt"), R"(cmake_minimum_required(VERSION 3.25)
+project(small LANGUAGES CXX)
+find_package(zo REQUIRED)
+add_library(small MODULE small.cpp)
+target_link_libraries(small PRIVATE Zo::Kernel)
+zo_module_metadata(small NAME Small VERSION ${SMALL_VERSION} LICENCE Apache-2.0 INTERFACE 99)
+)"));
+    const QString sources = m_directory.filePath(QStringLiteral("small"));
+    const auto said = [this, &sources](const QString& version) {
+        const Outcome built =
+            build(sources, QStringLiteral("small-build"), {QStringLiteral("-DSMALL_VERSION=") + version});
+        if (!built.isGood)
+            return built.output;
+        return run(file(QStringLiteral("zohost")),
+                   {QStringLiteral("--engine"), QStringLiteral("local"), QStringLiteral("--non-interactive"),
+                    QStringLiteral("--module"),
+                    m_directory.filePath(QStringLiteral("small-build/libsmall.so"))})
+            .output;
+    };
+
+    const QByteArray first = said(QStringLiteral("1.0"));
+    const QByteArray second = said(QStringLiteral("1.1"));
+
+    QVERIFY2(first.contains("Small 1.0 needs a newer host"), first.constData());
+    QVERIFY2(second.contains("Small 1.1 needs a newer host"), second.constData());
 }
 
 void tst_zoSdk::everyHeaderIsComplete()
