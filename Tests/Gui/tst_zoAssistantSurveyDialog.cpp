@@ -54,6 +54,7 @@ private slots:
     void obstacleDisablesOk();
     void hostWithoutTheServiceTakesNothing();
     void linesAreTypedOneAfterTheOther();
+    void returnInALineGoesToTheNextOne();
     void menuAddsLines();
     void linesAreRemovedAndPasted();
     void fileIsLoadedWithItsPointList();
@@ -232,6 +233,28 @@ void tst_zoAssistantSurveyDialog::linesAreTypedOneAfterTheOther()
     QCOMPARE(table()->text(),
              QStringLiteral("wall A size 2000 x 1000\nfloor A.bottom 500\nviewer distance 900\n"));
     QCOMPARE(table()->currentRow(), 3);
+    QVERIFY(m_dialog->isVisible());
+}
+
+void tst_zoAssistantSurveyDialog::returnInALineGoesToTheNextOne()
+{
+    QApplication::setActiveWindow(m_dialog.get());
+    QVERIFY(QTest::qWaitForWindowActive(m_dialog.get()));
+    table()->setText(QStringLiteral(
+        "wall A size 2000 x 1000\nupright A\nlevel A\nfloor A.bottom 500\nviewer distance 900"));
+    table()->setFocus();
+    table()->setCurrentCell(0, Table::Measurement);
+    QTest::keyClick(table(), Qt::Key_F2);
+    auto* const editor = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    QVERIFY(editor);
+    editor->end(false);
+    QTest::keyClicks(editor, QStringLiteral("0"));
+
+    QTest::keyClick(editor, Qt::Key_Return);
+
+    QTRY_COMPARE(QApplication::focusWidget(), table());
+    QCOMPARE(cell(0, Table::Measurement), QStringLiteral("wall A size 2000 x 10000"));
+    QCOMPARE(table()->currentRow(), 1);
     QVERIFY(m_dialog->isVisible());
 }
 

@@ -156,11 +156,14 @@ void zoAssistantSurveyTable::closeEditor(QWidget* editor, QAbstractItemDelegate:
 
 void zoAssistantSurveyTable::keyPressEvent(QKeyEvent* event)
 {
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (event->matches(QKeySequence::Paste)) {
         paste();
     } else if (event->key() == Qt::Key_Delete) {
         removeSelectedLines();
-    } else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && currentRow() >= 0) {
+    } else if (isReturn && state() == EditingState) {
+        // The field has it too, and closeEditor() goes on.
+    } else if (isReturn && currentRow() >= 0) {
         // A dialog would take it for OK.
         if (currentRow() + 1 < rowCount())
             setCurrentCell(currentRow() + 1, Measurement);
