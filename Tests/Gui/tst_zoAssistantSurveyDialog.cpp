@@ -55,6 +55,7 @@ private slots:
     void hostWithoutTheServiceTakesNothing();
     void linesAreTypedOneAfterTheOther();
     void returnInALineGoesToTheNextOne();
+    void whatIsTypedStaysWhenTheRoomIsFound();
     void menuAddsLines();
     void linesAreRemovedAndPasted();
     void fileIsLoadedWithItsPointList();
@@ -256,6 +257,24 @@ void tst_zoAssistantSurveyDialog::returnInALineGoesToTheNextOne()
     QCOMPARE(cell(0, Table::Measurement), QStringLiteral("wall A size 2000 x 10000"));
     QCOMPARE(table()->currentRow(), 1);
     QVERIFY(m_dialog->isVisible());
+}
+
+void tst_zoAssistantSurveyDialog::whatIsTypedStaysWhenTheRoomIsFound()
+{
+    QApplication::setActiveWindow(m_dialog.get());
+    QVERIFY(QTest::qWaitForWindowActive(m_dialog.get()));
+    table()->setFocus();
+    table()->setText(QStringLiteral("wall Front size 2 m x 1 m\nupright Front\nfloor Front.bottom "
+                                    "800\nviewer distance 2500 height 1650"));
+
+    QTest::keyClicks(table(), QStringLiteral("f"));
+    auto* const editor = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    QVERIFY(editor);
+    QTest::keyClicks(editor, QStringLiteral("loor"));
+    QTRY_VERIFY(std::abs(m_dialog->solution().planes.at(0).width() - 2000.0) < 1e-6);
+
+    QCOMPARE(QApplication::focusWidget(), editor);
+    QCOMPARE(editor->text(), QStringLiteral("floor"));
 }
 
 void tst_zoAssistantSurveyDialog::menuAddsLines()

@@ -154,6 +154,17 @@ void zoAssistantSurveyTable::closeEditor(QWidget* editor, QAbstractItemDelegate:
         setCurrentCell(row + 1, Measurement);
 }
 
+// A verdict comes while the next line is typed. The view would put what the cell held before into its field.
+void zoAssistantSurveyTable::dataChanged(const QModelIndex& first, const QModelIndex& last,
+                                         const QVector<int>& roles)
+{
+    const bool isText = roles.isEmpty() || roles.contains(Qt::EditRole) || roles.contains(Qt::DisplayRole);
+    if (isText || first != last)
+        QTableWidget::dataChanged(first, last, roles);
+    else
+        update(first);
+}
+
 void zoAssistantSurveyTable::keyPressEvent(QKeyEvent* event)
 {
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;

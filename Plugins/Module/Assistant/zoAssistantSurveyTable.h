@@ -38,6 +38,7 @@ signals:
     void edited();
 
 protected:
+    void dataChanged(const QModelIndex& first, const QModelIndex& last, const QVector<int>& roles) override;
     void keyPressEvent(QKeyEvent* event) override;
     void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
