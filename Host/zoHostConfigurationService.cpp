@@ -6,6 +6,8 @@
 #include <zoClusterService.h>
 
 #include <QDialog>
+#include <QGuiApplication>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -25,13 +27,24 @@ zoHostConfigurationService::zoHostConfigurationService(zoHostDocument* document,
 {
     m_timer.setSingleShot(true);
     m_timer.setInterval(0);
-    connect(&m_timer, &QTimer::timeout, this, &zoConfigurationService::changed);
+    connect(&m_timer, &QTimer::timeout, this, [this] {
+        m_obstacle = obstacle();
+        emit changed();
+    });
     const auto note = [this] { m_timer.start(); };
     connect(document, &zoHostDocument::changed, this, note);
     connect(document, &zoHostDocument::stepsChanged, this, note);
     connect(document, &zoHostDocument::textChanged, this, note);
     connect(cluster, &zoClusterService::started, this, note);
     connect(cluster, &zoClusterService::stopped, this, note);
+    // A dialog that edits the configuration comes or goes: with nothing to undo nobody else tells it.
+    connect(
+        qGuiApp, &QGuiApplication::focusWindowChanged, this,
+        [this] {
+            if (obstacle() != m_obstacle)
+                m_timer.start();
+        },
+        Qt::QueuedConnection);
 }
 
 zoHostConfigurationService::~zoHostConfigurationService() = default;

@@ -28,5 +28,6 @@ public:
 private:
     zoHostDocument* m_document;
     zoClusterService* m_cluster;
-    QTimer m_timer; // until changes that follow each other are over
+    QString m_obstacle; // as it was told
+    QTimer m_timer;     // until changes that follow each other are over
 };

@@ -23,6 +23,13 @@ std::function<void()> bound()
             _exit(1);
     };
 }
+
+// Empty where nothing is wrong: the toolkit speaks of folders without being asked.
+QString saidIn(const QByteArray& line)
+{
+    const QString text = QString::fromLocal8Bit(line).trimmed();
+    return text.startsWith(QLatin1String("QStandardPaths:")) ? QString() : text;
+}
 } // namespace
 
 zoServerChild::zoServerChild(zoServerMessageReader::Start start, QObject* parent)
@@ -142,9 +149,8 @@ void zoServerChild::readErrors()
     m_errorLine += m_process->readAllStandardError();
     int end = 0;
     while ((end = m_errorLine.indexOf('\n')) >= 0) {
-        const QString line = QString::fromLocal8Bit(m_errorLine.left(end)).trimmed();
-        // Nothing is wrong with that.
-        if (!line.isEmpty() && !line.startsWith(QLatin1String("QStandardPaths:"))) {
+        const QString line = saidIn(m_errorLine.left(end));
+        if (!line.isEmpty()) {
             m_lastLine = line;
             emit errorLine(line);
         }
@@ -163,8 +169,9 @@ void zoServerChild::finish()
     readMessages();
     if (!self || m_isOver)
         return;
-    if (!m_errorLine.trimmed().isEmpty())
-        m_lastLine = QString::fromLocal8Bit(m_errorLine).trimmed();
+    const QString rest = saidIn(m_errorLine);
+    if (!rest.isEmpty())
+        m_lastLine = rest;
     if (lastLine().isEmpty())
         m_lastLine = (m_process->exitStatus() == QProcess::CrashExit ? QStringLiteral("signal %1")
                                                                      : QStringLiteral("exit status %1"))

@@ -45,6 +45,8 @@ private slots:
     void sameTextIsNoStep();
     void replacingShowsTheWindow();
     void changesAreTold();
+    void obstacleIsTold_data();
+    void obstacleIsTold();
     void hostWithoutModuleHasNone();
 
 private:
@@ -255,6 +257,33 @@ void tst_zoHostConfigurationService::changesAreTold()
     emit m_parts->cluster.started();
     emit m_parts->cluster.stopped();
     QTRY_COMPARE(changed.count(), 1);
+}
+
+void tst_zoHostConfigurationService::obstacleIsTold_data()
+{
+    QTest::addColumn<bool>("hasSteps");
+
+    QTest::newRow("nothing-to-undo") << false;
+    QTest::newRow("step-to-undo") << true;
+}
+
+void tst_zoHostConfigurationService::obstacleIsTold()
+{
+    QFETCH(bool, hasSteps);
+    if (hasSteps)
+        QVERIFY(m_service->replace(s_wall, "New wall"));
+    m_host->show();
+    QCoreApplication::processEvents();
+    QSignalSpy changed(m_service.get(), &zoConfigurationService::changed);
+
+    m_window->displaySetup();
+    QTRY_VERIFY(changed.count() >= 1);
+    QVERIFY(!m_service->obstacle().isEmpty());
+
+    changed.clear();
+    m_window->getDisplayEditor()->reject();
+    QTRY_VERIFY(changed.count() >= 1);
+    QVERIFY(m_service->obstacle().isEmpty());
 }
 
 void tst_zoHostConfigurationService::hostWithoutModuleHasNone()

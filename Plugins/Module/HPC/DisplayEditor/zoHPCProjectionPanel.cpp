@@ -70,8 +70,7 @@ void zoHPCProjectionPanel::showParameters()
 
 void zoHPCProjectionPanel::focusName()
 {
-    m_ui.m_name->setFocus(Qt::ShortcutFocusReason);
-    m_ui.m_name->selectAll();
+    m_ui.m_name->setFocus(Qt::ShortcutFocusReason); // which selects all of it
 }
 
 void zoHPCProjectionPanel::fillTypes()
