@@ -54,6 +54,8 @@ private slots:
     void whatIsNotThereIsTold_data();
     void whatIsNotThereIsTold();
     void everyLineIsAPath();
+    void attributesOfOthersAreShown();
+    void fileIsNeeded();
 
 private:
     zoCliFiles m_files;
@@ -186,6 +188,24 @@ void tst_zohpcGet::whatIsNotThereIsTold()
     // What else was asked for is printed all the same.
     QCOMPARE(zoCommandRun::zohpc({"get", "-", path, "gw/name"}, s_text).whole(),
              "gw\n--- errors\n-: " + reason + "\n--- exit code 1\n");
+}
+
+void tst_zohpcGet::attributesOfOthersAreShown()
+{
+    const QByteArray text =
+        "<cluster><master><network><node name=\"n\" c=\"3\" a=\"1\" b=\"2\"/></network></master></cluster>";
+
+    QCOMPARE(zoCommandRun::zohpc({"get", "-", "n"}, text).output,
+             QByteArray("node[n]/name=n\nnode[n]/a=1\nnode[n]/b=2\nnode[n]/c=3\n"));
+}
+
+void tst_zohpcGet::fileIsNeeded()
+{
+    const zoCommandRun run = zoCommandRun::zohpc({"get"});
+
+    QCOMPARE(run.exitCode, 2);
+    QCOMPARE(run.output, QByteArray());
+    QVERIFY2(run.errors.contains("no file given"), run.errors.constData());
 }
 
 void tst_zohpcGet::everyLineIsAPath()

@@ -20,6 +20,7 @@ private slots:
     void planesOfACurvedWallAreOneElevation();
     void pagesOfPanelsReadWell();
     void namesCanBeSearched();
+    void windowBehindADarkOneIsTold();
     void sameContentHasSameBytes();
     void headerHasProgramAndVersion();
     void inputIsNotOverwritten();
@@ -178,6 +179,31 @@ void tst_zohpcReport::namesCanBeSearched()
     // In the elevation and the tables; pictures join them.
     QVERIFY2(text.count("office1") >= 3, text.constData());
     QVERIFY2(text.count("fluff2") >= 3, text.constData());
+}
+
+// On the elevation, among the cables, beside its window and in its network, whatever comes before.
+void tst_zohpcReport::windowBehindADarkOneIsTold()
+{
+    if (QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty())
+        QSKIP("pdftotext (Debian package poppler-utils) is not installed");
+    const zoCliFiles files;
+    const QString input =
+        files.write(QStringLiteral("dark.zhpc"),
+                    "<cluster version=\"1\"><master><network><node name=\"desk\"/><node "
+                    "name=\"painter\"/></network></master>"
+                    "<projection name=\"P\" type=\"plane\" x1=\"-500\" y1=\"0\" z1=\"-900\" x2=\"500\" "
+                    "y2=\"0\" z2=\"-900\" "
+                    "x3=\"500\" y3=\"500\" z3=\"-900\"/><display><window node=\"desk\"><viewport/></window>"
+                    "<window node=\"painter\"><viewport projection=\"P\"/></window></display></cluster>");
+    const QString output = files.path(QStringLiteral("dark.pdf"));
+
+    const zoCommandRun run = zoCommandRun::zohpc({"report", input, "-o", output});
+
+    QCOMPARE(run.exitCode, 0);
+    const QByteArray text = zoCommandRun::program(QStringLiteral("pdftotext"), {"-layout", output, "-"}, {},
+                                                  {"PATH=" + qEnvironmentVariable("PATH")})
+                                .output;
+    QVERIFY2(text.count("painter") >= 4, text.constData());
 }
 
 void tst_zohpcReport::sameContentHasSameBytes()

@@ -3,6 +3,7 @@
 #include "ui_CollapsibleForm.h"
 
 #include <QApplication>
+#include <QCursor>
 #include <QSignalSpy>
 
 #include <memory>
@@ -46,6 +47,7 @@ private slots:
     void setterAnnouncesOnlyChanges();
     void disabledFrameDoesNotFold();
     void frameShapeKeepsRoomForTheTitle();
+    void titleGlowsUnderTheMouse();
 
 private:
     std::unique_ptr<QWidget> m_window;
@@ -311,6 +313,39 @@ void tst_QZOCollapsibleFrame::frameShapeKeepsRoomForTheTitle()
     m_form.openLayout->addRow(new QLineEdit);
 
     QTRY_VERIFY(m_form.m_open->contentsMargins().top() >= m_form.m_open->fontMetrics().height());
+}
+
+// It is painted anew when the mouse comes and when it goes.
+void tst_QZOCollapsibleFrame::titleGlowsUnderTheMouse()
+{
+    class Paints final : public QObject
+    {
+    public:
+        bool eventFilter(QObject*, QEvent* event) override
+        {
+            count += event->type() == QEvent::Paint ? 1 : 0;
+            return false;
+        }
+
+        int count = 0;
+    };
+    QWidget* const frame = m_form.m_open;
+    const QPoint outside = m_window->mapToGlobal({m_window->width() - 1, m_window->height() - 1});
+    QCursor::setPos(outside);
+    QCoreApplication::processEvents();
+    Paints paints;
+    frame->installEventFilter(&paints);
+    const QImage before = frame->grab().toImage();
+
+    paints.count = 0;
+    QCursor::setPos(frame->mapToGlobal(onTitle(frame)));
+    QTRY_VERIFY(paints.count > 0);
+    QVERIFY(frame->grab().toImage() != before);
+
+    paints.count = 0;
+    QCursor::setPos(outside);
+    QTRY_VERIFY(paints.count > 0);
+    QCOMPARE(frame->grab().toImage(), before);
 }
 
 ZO_TEST_MAIN(tst_QZOCollapsibleFrame)

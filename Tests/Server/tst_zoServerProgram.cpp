@@ -18,6 +18,7 @@ private slots:
     void localeOfANodeIsNoMatter();
     void displayThatCannotBeUsedIsNamed();
     void serverWithoutItsStarterEndsInOrder();
+    void headThatLaunchedNobodyEndsAtOnce();
 };
 
 namespace
@@ -141,6 +142,21 @@ void tst_zoServerProgram::serverWithoutItsStarterEndsInOrder()
 
     QCOMPARE(server.exitStatus(), QProcess::NormalExit);
     QCOMPARE(server.exitCode(), 0);
+}
+
+void tst_zoServerProgram::headThatLaunchedNobodyEndsAtOnce()
+{
+    QProcess head;
+    head.start(QStringLiteral(ZO_SERVER), {QStringLiteral("head")});
+    QVERIFY(head.waitForReadyRead(60000)); // it is there and reads
+
+    head.write("QUIT 0\n\n");
+
+    // Its input stays open.
+    QVERIFY(head.waitForFinished(60000));
+    QVERIFY(head.readAllStandardOutput().contains("BYE 0\n"));
+    QCOMPARE(head.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(head.exitCode(), 0);
 }
 
 ZO_TEST_MAIN(tst_zoServerProgram)

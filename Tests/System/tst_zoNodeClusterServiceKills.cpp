@@ -127,6 +127,7 @@ private slots:
 
     void programIsLost_data();
     void programIsLost();
+    void serversThatAreStartedAgainShowTheWall();
     void hostIsKilled_data();
     void hostIsKilled();
     void hostThatHangsKeepsItsSession();
@@ -295,6 +296,43 @@ void tst_zoNodeClusterServiceKills::programIsLost()
         QCOMPARE(stopped.count(), 1);
     }
     requireNothing(family);
+}
+
+void tst_zoNodeClusterServiceKills::serversThatAreStartedAgainShowTheWall()
+{
+    if (!m_hasMpi)
+        QSKIP("there is no MPI here");
+    QString document =
+        QStringLiteral("<cluster version=\"1\"><master><network><node name=\"n1\"/><node "
+                       "name=\"n2\"/></network></master><projection name=\"P\" type=\"plane\" "
+                       "x1=\"-1000\" y1=\"-500\" z1=\"-1500\" x2=\"1000\" y2=\"-500\" z2=\"-1500\" "
+                       "x3=\"1000\" y3=\"500\" z3=\"-1500\"/><display>");
+    for (const char* node : {"n1", "n2"})
+        document +=
+            QStringLiteral("<window node=\"%1\" fullscreen=\"false\" width=\"200\" height=\"100\"><viewport "
+                           "projection=\"P\" position=\"fill\" x1=\"0\" y1=\"0\" x2=\"1\" y2=\"1\" "
+                           "eye=\"mono\"/></window>")
+                .arg(QLatin1String(node));
+    const auto service = create(Group::Mpi, m_locks->path());
+    service->applyConfig(document + QStringLiteral("</display></cluster>"));
+    QVERIFY(service->start());
+    zoNodeClusterService::Pictures black;
+    zoNodeClusterService::Pictures before;
+    zoNodeClusterService::Pictures after;
+    QString reason;
+    QVERIFY2(service->takePictures(black, reason), qPrintable(reason));
+    service->setShowTiles(true);
+    QVERIFY2(service->takePictures(before, reason), qPrintable(reason));
+    QCOMPARE(before.windows.keys(), QStringList({"n1-1", "n2-1"}));
+    QVERIFY(before.windows != black.windows);
+    const qint64 server = service->nodeProcess(QStringLiteral("n2"));
+
+    QCOMPARE(kill(pid_t(processOf(familyOf(service->controllerProcess()), QStringLiteral("relay"))), SIGKILL),
+             0);
+
+    QTRY_VERIFY_WITH_TIMEOUT(service->nodeProcess(QStringLiteral("n2")) != server, s_limitMs);
+    QTRY_VERIFY_WITH_TIMEOUT(service->takePictures(after, reason) && after.windows == before.windows,
+                             s_limitMs);
 }
 
 void tst_zoNodeClusterServiceKills::hostIsKilled_data()

@@ -183,6 +183,11 @@ void tst_zoHPCPlaneWalls::cornersThatAreNoNumbers()
         addPlane(setup, QString::number(i), QStringLiteral("stereo"), {i * 2000.0, 0, -1500}, scale);
 
     QCOMPARE(toldIn(setup), QStringList());
+    // A wall behind it.
+    for (int i = 0; i < 3; ++i)
+        addPlane(setup, QStringLiteral("good%1").arg(i),
+                 i < 2 ? QStringLiteral("stereo") : QStringLiteral("mono"), {i * 2000.0, 0, 5000});
+    QCOMPARE(toldIn(setup), QStringList("good2"));
 }
 
 // Counts, not times: what grows out of proportion runs into the time limit.

@@ -117,6 +117,8 @@ private slots:
     void clickFindsAPlaneWithoutAreaAtItsLine();
 
     void wholePictureIsPainted();
+    void tileLinesStayApart_data();
+    void tileLinesStayApart();
     void frontAndBackLookDifferent();
     void blendShowsRampsAndOverlapDoesNot();
     void currentTileIsHighlighted();
@@ -595,6 +597,37 @@ void tst_zoHPCRoomPicture::wholePictureIsPainted()
     QCOMPARE(count(image, Qt::magenta, 0), 0);
 }
 
+// Of tiles that are smaller than that some lines are left out, or the wall would be one colour.
+void tst_zoHPCRoomPicture::tileLinesStayApart_data()
+{
+    QTest::addColumn<int>("columns");
+    QTest::addColumn<int>("rows");
+
+    QTest::newRow("columns") << 1000 << 1;
+    QTest::newRow("rows") << 1 << 1000;
+}
+
+void tst_zoHPCRoomPicture::tileLinesStayApart()
+{
+    QFETCH(int, columns);
+    QFETCH(int, rows);
+    const auto pictureOf = [](int columns, int rows) {
+        zoHPCSetup setup;
+        setup.addPowerWall(QStringLiteral("wall"), rows, columns);
+        zoHPCRoomPicture picture;
+        picture.setLayout(setup.layout());
+        picture.fit(AREA);
+        return painted(picture);
+    };
+    const QImage plain = pictureOf(1, 1);
+    const QColor wall = plain.pixelColor(plain.rect().center());
+
+    const QImage lined = pictureOf(columns, rows);
+
+    QVERIFY(count(lined, wall) < count(plain, wall) * 9 / 10);
+    QVERIFY(count(lined, wall) > count(plain, wall) / 2);
+}
+
 void tst_zoHPCRoomPicture::frontAndBackLookDifferent()
 {
     zoHPCSetup setup;
@@ -743,6 +776,9 @@ void tst_zoHPCRoomPicture::coloursStandOutInBothPalettes()
         return std::max(first, second) / std::min(first, second);
     };
 
+    // Between grey and grey there is no hue.
+    for (const QColor& grey : {style.faintText, style.grid, style.line, style.panel})
+        QVERIFY2(grey.red() == grey.green() && grey.green() == grey.blue(), qPrintable(grey.name()));
     QVERIFY(contrast(style.text, style.background) >= 7.0);
     QVERIFY(contrast(style.faintText, style.background) >= 4.5);
     QVERIFY(contrast(style.bad, style.background) >= 3.0);

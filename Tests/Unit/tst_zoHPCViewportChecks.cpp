@@ -35,6 +35,7 @@ private slots:
     void cornersAreCrossed();
     void cornersAreSwapped();
     void manyViewportsOfOneWindow();
+    void numbersAreTold();
 
 private:
     static zoHPCViewportItem* add(zoHPCSetup& setup, zoHPCWindowItem* window, const QVector<double>& corners,
@@ -308,6 +309,38 @@ void tst_zoHPCViewportChecks::manyViewportsOfOneWindow()
     add(setup, window, {.5, .5, .51, .51});
 
     QCOMPARE(zoHPCViewportChecks::overlappingViewports(setup.layout()).size(), size_t(1));
+}
+
+// Of the second viewport of the third window of the first display, so that none is taken for another.
+void tst_zoHPCViewportChecks::numbersAreTold()
+{
+    const auto checked = [](const QVector<double>& corners, bool isFullScreen,
+                            List (*check)(const zoHPCLayout&)) {
+        zoHPCSetup setup;
+        setup.addWindow(QStringLiteral("n"), QString(), QString());
+        setup.addWindow(QStringLiteral("n"), QString(), QString());
+        zoHPCWindowItem* const window =
+            isFullScreen ? setup.addWindow(QStringLiteral("n"), QString(), QString())
+                         : setup.addWindowAt(QStringLiteral("n"), QStringLiteral("0"), 0, 0, 1280, 1024);
+        add(setup, window, {0, 0, 1, 1});
+        add(setup, window, corners);
+        const List problems = check(setup.layout());
+        return problems.empty() ? QString()
+                                : problems[0].message.section(QLatin1String(" corners are "), 0, 0);
+    };
+
+    QCOMPARE(checked({0, 0, 1, 1}, true, &zoHPCViewportChecks::overlappingViewports)
+                 .section(QLatin1String(" lie over"), 0, 0),
+             QStringLiteral("Viewports 1 and 2 of window 3 of display 1"));
+    QCOMPARE(checked({.5, .5, .5, 1}, true, &zoHPCViewportChecks::viewportsWithoutArea),
+             QStringLiteral("Viewport 2 of window 3 of display 1 has no area: its"));
+    QCOMPARE(checked({.5, .5, 1.5, 1}, true, &zoHPCViewportChecks::viewportsOutsideWindow),
+             QStringLiteral("Viewport 2 of window 3 of display 1 reaches beyond its window: its"));
+    QCOMPARE(checked({10, 10, 1290, 20}, false, &zoHPCViewportChecks::viewportsOutsideWindow),
+             QStringLiteral("Viewport 2 of window 3 of display 1 reaches beyond its window: its"));
+    QVERIFY(checked({.6, .5, .5, 1}, true, &zoHPCViewportChecks::viewportsWithCrossedCorners)
+                .startsWith(
+                    QStringLiteral("The lower left corner of viewport 2 of window 3 of display 1 lies ")));
 }
 
 void tst_zoHPCViewportChecks::pictureIsStretched_data()
