@@ -117,6 +117,8 @@ void tst_zohpcCompletion::wordIsCompleted_data()
         << QStringList{"hosts", "fold", "-f", ZO_COMPLETION ".f"} << QStringList{ZO_COMPLETION ".fish"};
     QTest::newRow("value-that-is-no-file") << QStringList{"draw", "--size", ""} << QStringList();
     QTest::newRow("value-of-a-list") << QStringList{"draw", "--picture", "s"} << QStringList{"screens"};
+    QTest::newRow("mode-of-one-window")
+        << QStringList{"new", "--stereo", "split"} << QStringList{"split-left-right", "split-top-bottom"};
     QTest::newRow("unknown-command") << QStringList{"frobnicate", "x"} << QStringList();
 }
 

@@ -105,6 +105,8 @@ void tst_zohpcShells::wordIsCompleted_data()
             << shell << QStringList{"draw", "--size", ""} << QStringList();
         QTest::addRow("%s-code-of-a-problem", shell)
             << shell << QStringList{"check", "--explain", "wall-"} << QStringList{"wall-in-metres"};
+        QTest::addRow("%s-mode-of-one-window", shell) << shell << QStringList{"new", "--stereo", "split"}
+                                                      << QStringList{"split-left-right", "split-top-bottom"};
         QTest::addRow("%s-hosts-text-is-no-file", shell)
             << shell << QStringList{"hosts", "fold", ""} << QStringList();
     }

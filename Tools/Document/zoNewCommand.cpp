@@ -7,6 +7,11 @@
 #include "zoTextFile.h"
 #include "zoWallOptions.h"
 
+namespace
+{
+constexpr char s_listModes[] = "list-modes";
+} // namespace
+
 QString zoNewCommand::description() const
 {
     return tr(
@@ -15,9 +20,8 @@ QString zoNewCommand::description() const
         "for each tile. Tiles go to the hosts in order, row by row from the upper left; with fewer "
         "hosts than tiles\n"
         "each host drives several screens, the first ones one more where they do not spread evenly. "
-        "Gateways drive none, nor do nodes that do not render "
-        "([rt=0]) and hosts\n"
-        "left over.");
+        "Gateways drive\n"
+        "none, nor do nodes that do not render ([rt=0]) and hosts left over.");
 }
 
 QStringList zoNewCommand::examples() const
@@ -57,12 +61,20 @@ void zoNewCommand::addArguments(QCommandLineParser& parser) const
     parser.addOption({{QStringLiteral("o"), QStringLiteral("output")},
                       tr("Write to <file>. Standard output otherwise."),
                       tr("file")});
+    // Not in the help: the completion asks for it.
+    QCommandLineOption modes{QLatin1String(s_listModes)};
+    modes.setFlags(QCommandLineOption::HiddenFromHelp);
+    parser.addOption(modes);
 }
 
 int zoNewCommand::execute(const QCommandLineParser& parser)
 {
     if (!parser.positionalArguments().isEmpty())
         return usageError(tr("unexpected argument \"%1\"").arg(parser.positionalArguments().constFirst()));
+    if (parser.isSet(QLatin1String(s_listModes))) {
+        const QString words = zoWallOptions::stereoWords().join(QLatin1Char('\n')) + QLatin1Char('\n');
+        return zoConsole::write(words.toUtf8()) ? zoConsole::Fine : zoConsole::Unusable;
+    }
     zoWallOptions options(parser);
     if (!options.read())
         return usageError(options.reason());

@@ -81,14 +81,6 @@ const Named* find(const Table& table, const QString& name)
     return found == std::end(table) ? nullptr : found;
 }
 
-QStringList stereoWords()
-{
-    QStringList words;
-    for (const Plan::StereoMode& mode : Plan::stereoModes())
-        words << QLatin1String(mode.word);
-    return words;
-}
-
 template <class Table>
 QStringList namesOf(const Table& table)
 {
@@ -181,7 +173,7 @@ void zoWallOptions::add(QCommandLineParser& parser)
            tr("none (default), quad-buffer, left-right: a window of its own for each eye, or a mode of one "
               "window: %1.")
                .arg(stereoWords().mid(3).join(QStringLiteral(", "))),
-           QStringLiteral("none|quad-buffer|left-right"), "none");
+           tr("mode"), "none");
     option(
         "eyes",
         tr("With left-right: windows for both eyes in turn (default), paired on one node, apart on nodes of "
@@ -190,6 +182,14 @@ void zoWallOptions::add(QCommandLineParser& parser)
     option("eye-separation", tr("Millimetres between the eyes (default 65)."), tr("N"), "65");
     option("windows-per-node", tr("Screens of each node. Without it, one, or as many as it takes."), tr("N"));
     option("name", tr("Name of the wall (default Wall, Cave or Plane)."), tr("text"));
+}
+
+QStringList zoWallOptions::stereoWords()
+{
+    QStringList words;
+    for (const Plan::StereoMode& mode : Plan::stereoModes())
+        words << QLatin1String(mode.word);
+    return words;
 }
 
 bool zoWallOptions::read()

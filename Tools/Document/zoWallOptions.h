@@ -4,7 +4,7 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
-#include <QString>
+#include <QStringList>
 
 #include <cstddef>
 #include <vector>
@@ -16,6 +16,7 @@ class zoWallOptions final
 
 public:
     static void add(QCommandLineParser& parser);
+    static QStringList stereoWords();
 
     explicit zoWallOptions(const QCommandLineParser& parser) : m_parser(parser) {}
 

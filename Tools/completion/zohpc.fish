@@ -40,6 +40,8 @@ function __zohpc_complete
                 __fish_complete_path $current
             else if test "$value" = CODE
                 $program (string split ' ' -- $command) $option 2>/dev/null | string replace -r ' .*' ''
+            else if test "$value" = mode
+                $program (string split ' ' -- $command) --list-modes 2>/dev/null
             else if string match -q '*|*' -- $value
                 string split '|' -- $value
             end
