@@ -17,6 +17,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QStyle>
 #include <QTemporaryDir>
 
 #include <memory>
@@ -160,6 +161,11 @@ void tst_zoAssistantSurveyDialog::mistakeIsMarkedAndToldAndBlocksOk()
     QTRY_COMPARE(message(), QStringLiteral("Line 5: \"flor\" begins no line; did you mean \"floor\"?"));
     QCOMPARE(cell(4, Table::Residual), QStringLiteral("?"));
     QVERIFY(!ok()->isEnabled());
+    // The sign does not touch the text.
+    const auto* const sign = find<QLabel>("m_sign");
+    QVERIFY(sign->isVisible());
+    const int signWidth = m_dialog->style()->pixelMetric(QStyle::PM_SmallIconSize);
+    QTRY_VERIFY(find<QLabel>("m_message")->x() >= sign->x() + signWidth + 6);
 }
 
 void tst_zoAssistantSurveyDialog::whatIsOpenBlocksOk()

@@ -30,6 +30,8 @@ namespace
 {
 using Table = zoAssistantSurveyTable;
 
+constexpr int SignMargin = 8; // between it and the message, in pixels
+
 // What most rooms have, to be overwritten.
 const char* const s_firstLines = "wall Front size 3600 x 2000\nupright Front\nfloor Front.bottom 800\n"
                                  "viewer distance 2500 height 1650\n";
@@ -119,6 +121,7 @@ void zoAssistantSurveyDialog::createParts()
     m_room->setObjectName(zoText("m_room"));
     m_verdict->setObjectName(zoText("m_verdict"));
     m_verdict->setWordWrap(true);
+    m_sign->setObjectName(zoText("m_sign"));
     m_message->setObjectName(zoText("m_message"));
     m_message->setWordWrap(true);
     m_message->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
@@ -379,6 +382,7 @@ void zoAssistantSurveyDialog::tellFlaw(const QString& text)
 {
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
     m_sign->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(size));
+    m_sign->setFixedWidth(size + SignMargin);
     m_sign->setVisible(true);
     m_message->setText(text);
 }
