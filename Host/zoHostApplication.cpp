@@ -70,9 +70,10 @@ zoHostApplication::zoHostApplication(const zoHostOptions& options)
     , m_configuration(std::make_unique<zoHostConfigurationService>(m_window->document(), m_cluster.get()))
 {
     connect(&m_log, &zoHostLog::messageLogged, m_window->logPanel(), &zoHostLogPanel::addMessage);
-    // Whoever has closed the log must not wait in vain for what failed.
+    // Whoever has closed the log, or has the nodes in front of it, must not wait in vain for what failed. Behind another
+    // tab a panel is visible all the same, outside the window.
     connect(&m_log, &zoHostLog::messageLogged, m_window.get(), [this](int type, const QString& text) {
-        if (type == QtCriticalMsg && !m_window->logPanel()->isVisible())
+        if (type == QtCriticalMsg && m_window->logPanel()->visibleRegion().isEmpty())
             m_window->statusBar()->showMessage(text, s_messageMs);
     });
     // Start and Stop stay within reach where windows of a rehearsal have no room beside the host's.

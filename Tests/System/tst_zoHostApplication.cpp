@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QDir>
+#include <QDockWidget>
 #include <QFile>
 #include <QMenu>
 #include <QMessageBox>
@@ -93,6 +94,7 @@ private slots:
     void hangUpThatIsIgnoredStaysIgnored();
     void endOfTheSessionAsksNobody();
     void errorIsShownWithoutTheLog();
+    void errorIsShownWithTheLogBehindAnotherTab();
     void savedWorkIsNotOffered();
     void workOfALogoutThatWasCalledOffIsNotOffered();
     void changedFileIsNotOverwrittenUnasked();
@@ -634,6 +636,19 @@ void tst_zoHostApplication::errorIsShownWithoutTheLog()
     zoLog::error("a second one");
 
     QCOMPARE(mainWindow()->statusBar()->currentMessage(), QString("a second one"));
+}
+
+void tst_zoHostApplication::errorIsShownWithTheLogBehindAnotherTab()
+{
+    QDockWidget front;
+    mainWindow()->tabifyDockWidget(mainWindow()->findChild<QDockWidget*>("LogDock"), &front);
+    front.show();
+    front.raise();
+    QTRY_VERIFY(!front.visibleRegion().isEmpty());
+
+    zoLog::error("behind it");
+
+    QCOMPARE(mainWindow()->statusBar()->currentMessage(), QString("behind it"));
 }
 
 void tst_zoHostApplication::savedWorkIsNotOffered()
