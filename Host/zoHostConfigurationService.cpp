@@ -33,7 +33,6 @@ zoHostConfigurationService::zoHostConfigurationService(zoHostDocument* document,
     });
     const auto note = [this] { m_timer.start(); };
     connect(document, &zoHostDocument::changed, this, note);
-    connect(document, &zoHostDocument::stepsChanged, this, note);
     connect(document, &zoHostDocument::textChanged, this, note);
     connect(cluster, &zoClusterService::started, this, note);
     connect(cluster, &zoClusterService::stopped, this, note);

@@ -24,7 +24,7 @@ private slots:
     void failedCommandIsRunAgain();
     void oddNamesStayOneArgument();
     void emptyCommandDoesNothing();
-    void killedHostLeavesNoFolder();
+    void killedHostLeavesNothing();
 };
 
 namespace
@@ -42,6 +42,17 @@ QString folderIn(const QTemporaryDir& parent, const QString& name = QStringLiter
 QStringList removalOf(const QString& folder)
 {
     return {"rm", "-r", "-f", folder};
+}
+
+// What only waits to be collected is gone.
+bool isAlive(const QByteArray& process)
+{
+    QFile file(QStringLiteral("/proc/%1/stat").arg(QString::fromLatin1(process)));
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray stat = file.readAll();
+    const char state = stat.mid(stat.lastIndexOf(')') + 2, 1).append(' ').at(0);
+    return state != 'Z' && state != 'X';
 }
 } // namespace
 
@@ -72,10 +83,14 @@ void tst_zoFolderSweeper::folderStaysUntilThen()
     const QTemporaryDir parent;
     const QString first = folderIn(parent, QStringLiteral("first"));
     const QString second = folderIn(parent, QStringLiteral("second"));
-    const zoFolderSweeper waits(removalOf(first));
-    zoFolderSweeper(removalOf(second)).sweep();
-    QTRY_VERIFY_WITH_TIMEOUT(!QFileInfo::exists(second), s_limitMs);
-    QVERIFY(QFileInfo::exists(first));
+    {
+        const zoFolderSweeper waits(removalOf(first));
+        zoFolderSweeper(removalOf(second)).sweep();
+        QTRY_VERIFY_WITH_TIMEOUT(!QFileInfo::exists(second), s_limitMs);
+        QVERIFY(QFileInfo::exists(first));
+    }
+    // Not at the same time as the folder of the test.
+    QTRY_VERIFY_WITH_TIMEOUT(!QFileInfo::exists(first), s_limitMs);
 }
 
 // As a machine that is cut off does, and one where a program still writes.
@@ -105,7 +120,8 @@ void tst_zoFolderSweeper::emptyCommandDoesNothing()
     sweeper.sweep();
 }
 
-void tst_zoFolderSweeper::killedHostLeavesNoFolder()
+// Neither its folder nor its programs, mpirun among them, which nobody is left to tell.
+void tst_zoFolderSweeper::killedHostLeavesNothing()
 {
     const zoParaViewFake fake;
     const QTemporaryDir locks;
@@ -115,11 +131,17 @@ void tst_zoFolderSweeper::killedHostLeavesNoFolder()
     QTRY_VERIFY_WITH_TIMEOUT(host.canReadLine(), s_limitMs);
     const QString folder = QString::fromLocal8Bit(host.readLine().trimmed());
     QVERIFY2(QFileInfo::exists(folder + "/wall.pvx"), qPrintable(folder));
+    QFile list(QStringLiteral("/proc/%1/task/%1/children").arg(host.processId()));
+    QVERIFY(list.open(QIODevice::ReadOnly));
+    const QList<QByteArray> children = list.readAll().simplified().split(' ');
+    QVERIFY(!children.constFirst().isEmpty());
 
     ::kill(pid_t(host.processId()), SIGKILL);
     QVERIFY(host.waitForFinished(s_limitMs));
 
     QTRY_VERIFY_WITH_TIMEOUT(!QFileInfo::exists(folder), s_limitMs);
+    for (const QByteArray& child : children)
+        QTRY_VERIFY2_WITH_TIMEOUT(!isAlive(child), child.constData(), s_limitMs);
 }
 
 ZO_TEST_MAIN(tst_zoFolderSweeper)
