@@ -30,8 +30,6 @@ namespace
 {
 using Table = zoAssistantSurveyTable;
 
-constexpr int SignMargin = 8; // between it and the message, in pixels
-
 // What most rooms have, to be overwritten.
 const char* const s_firstLines = "wall Front size 3600 x 2000\nupright Front\nfloor Front.bottom 800\n"
                                  "viewer distance 2500 height 1650\n";
@@ -382,7 +380,8 @@ void zoAssistantSurveyDialog::tellFlaw(const QString& text)
 {
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize);
     m_sign->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(size));
-    m_sign->setFixedWidth(size + SignMargin);
+    constexpr int Margin = 8; // between it and the message, in pixels
+    m_sign->setFixedWidth(size + Margin);
     m_sign->setVisible(true);
     m_message->setText(text);
 }
