@@ -330,7 +330,7 @@ void tst_QZOCollapsibleFrame::titleGlowsUnderTheMouse()
         int count = 0;
     };
     QWidget* const frame = m_form.m_open;
-    const QPoint outside = m_window->mapToGlobal({m_window->width() - 1, m_window->height() - 1});
+    const QPoint outside = m_window->mapToGlobal(QPoint(m_window->width() - 1, m_window->height() - 1));
     QCursor::setPos(outside);
     QCoreApplication::processEvents();
     Paints paints;
