@@ -1,9 +1,11 @@
 #!/usr/bin/env python3
 """Breaks lines of a small project in a temporary folder with dev/mutants, and sees which breaks its tests notice."""
 
+import contextlib
 import hashlib
 import importlib.machinery
 import importlib.util
+import io
 import json
 import os
 import pathlib
@@ -12,6 +14,7 @@ import subprocess
 import tempfile
 import threading
 import unittest
+import unittest.mock
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 LOADER = importlib.machinery.SourceFileLoader("mutants", str(ROOT / "dev" / "mutants"))
@@ -247,6 +250,19 @@ class MutantsTest(unittest.TestCase):
         self.assertEqual(len(tried), 2)
         self.assertTrue((self.root / "build/mutants/tree-2").is_dir())
         self.assertNotRegex(self.mutants(*options).stdout, r"\d s  Kernel")
+
+    def test_worker_that_is_killed_is_a_failure(self):
+        self.begin(SUM, test_of("sum(2, 3) == 5"))
+        self.write("worker.py", "import os, signal\nos.kill(os.getpid(), signal.SIGKILL)\n")
+        places = {"ROOT": self.root, "STATE": self.root / "build/mutants", "__file__": str(self.root / "worker.py")}
+        output = io.StringIO()
+
+        with unittest.mock.patch.multiple(mutants, **places), unittest.mock.patch("sys.argv", ["dev/mutants"]), \
+                unittest.mock.patch("signal.signal"), contextlib.redirect_stdout(output):
+            code = mutants.main()
+
+        self.assertIn("0 killed", output.getvalue())
+        self.assertEqual(code, 1)
 
     def test_test_that_wants_to_be_alone_is(self):
         state, mutants.STATE = mutants.STATE, pathlib.Path(self.folder.name)

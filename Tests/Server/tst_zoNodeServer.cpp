@@ -1,8 +1,8 @@
 #include "zoTestCase.h"
+#include "zoTwoWindows.h"
 
 #include <zoNodeServer.h>
 #include <zoServerLink.h>
-#include <zoWallSetup.h>
 
 #include <QApplication>
 #include <QJsonObject>
@@ -25,22 +25,6 @@ public:
 private:
     QStringList* m_said;
 };
-
-QJsonObject twoWindows()
-{
-    zoWallViewport viewport;
-    viewport.plane = {QStringLiteral("P"), {-1000, -500, -1500}, {1000, -500, -1500}, {1000, 500, -1500}};
-    zoWallWindow first;
-    first.geometry = {0, 0, 200, 100};
-    first.viewports = {viewport};
-    zoWallWindow second = first;
-    second.number = 2;
-    second.geometry = {0, 0, 100, 100};
-    zoWallSetup setup;
-    setup.nodes = {{QStringLiteral("n1"), QStringLiteral("n1"), QStringLiteral("n1"), 0, {first, second}}};
-    setup.walls = {viewport.plane};
-    return setup.toJson();
-}
 } // namespace
 
 // What a node does for the messages that it gets.
@@ -67,10 +51,11 @@ void tst_zoNodeServer::longWorkIsAnnounced()
         return said;
     };
 
-    QCOMPARE(tell("OPEN", {{QStringLiteral("setup"), twoWindows()}}), QStringList({"work 20000", "OPENED"}));
+    QCOMPARE(tell("OPEN", {{QStringLiteral("setup"), zoTwoWindows().toJson()}}),
+             QStringList({"work 20000", "OPENED"}));
     QCOMPARE(tell("DRAW"), QStringList({"work 10000", "READY"}));
     // 10 s, and one millisecond for each 5,000 pixels.
-    QCOMPARE(tell("PICTURES"), QStringList({"work 10004", "PICTURE", "work 10002", "PICTURE", "PICTURED"}));
+    QCOMPARE(tell("PICTURES"), QStringList({"work 10004", "PICTURE", "work 10001", "PICTURE", "PICTURED"}));
     // With what making one block takes at most.
     QCOMPARE(tell("FETCH", {{QStringLiteral("bytes"), 1}, {QStringLiteral("ms"), 60000}}),
              QStringList({"work 70100", "DATAEND", "DATA", "DATAEND"}));

@@ -1,4 +1,5 @@
 #include "zoTestCase.h"
+#include "zoTwoWindows.h"
 
 #include <zoNodeShow.h>
 
@@ -18,28 +19,9 @@ private slots:
     void nothingToShowOpensNothing();
 };
 
-namespace
-{
-zoWallSetup twoWindows()
-{
-    zoWallViewport viewport;
-    viewport.plane = {QStringLiteral("P"), {-1000, -500, -1500}, {1000, -500, -1500}, {1000, 500, -1500}};
-    zoWallWindow first;
-    first.geometry = {0, 0, 200, 100};
-    first.viewports = {viewport};
-    zoWallWindow second = first;
-    second.number = 2;
-    second.geometry = {10, 20, 120, 60};
-    zoWallSetup setup;
-    setup.nodes = {{QStringLiteral("n1"), QStringLiteral("n1"), QStringLiteral("n1"), 0, {first, second}}};
-    setup.walls = {viewport.plane};
-    return setup;
-}
-} // namespace
-
 void tst_zoNodeShow::windowsHaveNamesAndSizes()
 {
-    zoNodeShow show(twoWindows());
+    zoNodeShow show(zoTwoWindows());
 
     QCOMPARE(show.open(), QStringList());
 
@@ -55,7 +37,7 @@ void tst_zoNodeShow::windowsHaveNamesAndSizes()
 
 void tst_zoNodeShow::contentIsDrawnWhenAsked()
 {
-    zoNodeShow show(twoWindows());
+    zoNodeShow show(zoTwoWindows());
     QCOMPARE(show.open(), QStringList());
     const QRgb black = qRgb(0, 0, 0);
     QCOMPARE(show.picture(0).pixel(0, 0), black);
@@ -74,7 +56,7 @@ void tst_zoNodeShow::contentIsDrawnWhenAsked()
 
 void tst_zoNodeShow::rehearsalHasFramesAndPicturesHaveNone()
 {
-    zoNodeShow show(twoWindows());
+    zoNodeShow show(zoTwoWindows());
     show.setDesktopPlaces({QRect(0, 0, 50, 25), QRect(60, 0, 30, 15)});
 
     QCOMPARE(show.open(), QStringList());

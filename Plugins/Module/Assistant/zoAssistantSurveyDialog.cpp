@@ -279,10 +279,10 @@ void zoAssistantSurveyDialog::showResiduals()
         const std::size_t row = rowOf(measurement);
         Table::Verdict& verdict = verdicts.at(row);
         verdict.isWorst = verdict.isWorst || int(i) == m_solution.worst;
-        if (std::abs(residual.millimetres) <= largest[std::size_t(row)])
+        if (std::abs(residual.millimetres) <= largest[row])
             continue;
         // A line may have several, of which the largest is shown.
-        largest[std::size_t(row)] = std::abs(residual.millimetres);
+        largest[row] = std::abs(residual.millimetres);
         verdict.residual = number(residual.millimetres, 1);
         verdict.checked = tr("%1 %").arg(number(100.0 * residual.redundancy, 0));
         verdict.toolTip =
